@@ -1,0 +1,10 @@
+#include "base/error.h"
+
+#include "base/strings.h"
+
+namespace tvx {
+
+RuntimeError::RuntimeError(int number, std::u16string text)
+    : number_(number), text_(std::move(text)), utf8_(to_utf8(text_)) {}
+
+}  // namespace tvx

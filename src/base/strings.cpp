@@ -1,0 +1,112 @@
+#include "base/strings.h"
+
+#include <unicode/utf16.h>
+#include <unicode/utf8.h>
+
+#include <algorithm>
+
+namespace tvx {
+
+std::string to_utf8(std::u16string_view text) {
+  std::string out;
+  out.reserve(text.size() + text.size() / 8);
+  for (std::size_t i = 0; i < text.size();) {
+    UChar32 c;
+    U16_NEXT(text.data(), i, text.size(), c);
+    if (U_IS_SURROGATE(c)) c = 0xFFFD;
+    char buffer[4];
+    std::size_t length = 0;
+    U8_APPEND_UNSAFE(buffer, length, c);
+    out.append(buffer, length);
+  }
+  return out;
+}
+
+std::u16string from_utf8(std::string_view bytes) {
+  std::u16string out;
+  out.reserve(bytes.size());
+  for (std::size_t i = 0; i < bytes.size();) {
+    const auto byte = static_cast<unsigned char>(bytes[i]);
+    if (byte < 0x80) {
+      out.push_back(byte);
+      ++i;
+      continue;
+    }
+    UChar32 c;
+    U8_NEXT_OR_FFFD(bytes.data(), i, bytes.size(), c);
+    if (c > 0xFFFF) {
+      out.push_back(U16_LEAD(c));
+      out.push_back(U16_TRAIL(c));
+    } else {
+      out.push_back(static_cast<char16_t>(c));
+    }
+  }
+  return out;
+}
+
+std::u16string ascii_lower(std::u16string_view text) {
+  std::u16string out(text);
+  for (char16_t& c : out) c = ascii_lower(c);
+  return out;
+}
+
+std::u16string ascii_upper(std::u16string_view text) {
+  std::u16string out(text);
+  for (char16_t& c : out) c = ascii_upper(c);
+  return out;
+}
+
+bool equals_ignoring_ascii_case(std::u16string_view a, std::u16string_view b) {
+  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                    [](char16_t x, char16_t y) { return ascii_lower(x) == ascii_lower(y); });
+}
+
+bool contains(std::u16string_view text, std::u16string_view part) {
+  return text.find(part) != std::u16string_view::npos;
+}
+
+std::u16string_view trimmed(std::u16string_view text) {
+  while (!text.empty() && is_ascii_space(text.front())) text.remove_prefix(1);
+  while (!text.empty() && is_ascii_space(text.back())) text.remove_suffix(1);
+  return text;
+}
+
+std::vector<std::u16string_view> split(std::u16string_view text, char16_t separator) {
+  std::vector<std::u16string_view> parts;
+  for (std::size_t start = 0;;) {
+    const std::size_t end = text.find(separator, start);
+    parts.push_back(text.substr(start, end == text.npos ? text.npos : end - start));
+    if (end == text.npos) return parts;
+    start = end + 1;
+  }
+}
+
+std::vector<std::u16string_view> split_on_space(std::u16string_view text) {
+  std::vector<std::u16string_view> parts;
+  for (std::size_t i = 0; i < text.size();) {
+    while (i < text.size() && is_ascii_space(text[i])) ++i;
+    const std::size_t start = i;
+    while (i < text.size() && !is_ascii_space(text[i])) ++i;
+    if (i > start) parts.push_back(text.substr(start, i - start));
+  }
+  return parts;
+}
+
+std::u16string to_text(std::int64_t number) {
+  const std::string digits = std::to_string(number);
+  return {digits.begin(), digits.end()};
+}
+
+std::optional<std::int64_t> parse_integer(std::u16string_view text) {
+  const bool negative = !text.empty() && text.front() == u'-';
+  if (negative || (!text.empty() && text.front() == u'+')) text.remove_prefix(1);
+  if (text.empty() || text.size() > 18) return std::nullopt;
+  std::int64_t value = 0;
+  for (const char16_t c : text) {
+    if (!is_ascii_digit(c)) return std::nullopt;
+    value = value * 10 + (c - u'0');
+  }
+  return negative ? -value : value;
+}
+
+}  // namespace tvx
