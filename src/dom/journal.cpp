@@ -1,0 +1,213 @@
+#include "dom/journal.h"
+
+#include <cassert>
+
+#include "dom/tree.h"
+
+namespace tvx::dom {
+
+namespace detail {
+void restore_attribute_place(Element& element, std::size_t index);
+}
+
+struct Journal::Step {
+  std::u16string label;
+  bool typing = false;
+  std::vector<Mutation> mutations;
+  SelectionRecord before, after;
+};
+
+namespace {
+
+// Each of these looks before it leaps: a record that no longer fits is an alarm in a debug build and
+// a dropped record in a release, never a garbled document.
+
+bool unfit() {
+  assert(false && "a journal record doesn't fit the tree");
+  return false;
+}
+
+bool put_in(const Mutation& mutation) {
+  Node* before = mutation.before.get();
+  if (mutation.node->parent() || (before && before->parent() != mutation.parent.get())) return unfit();
+  insert(*mutation.parent, mutation.node, before);
+  return true;
+}
+
+bool take_out(const Mutation& mutation) {
+  if (mutation.node->parent() != mutation.parent.get()) return unfit();
+  remove(*mutation.node);
+  return true;
+}
+
+bool exchange_data(const Mutation& mutation, const std::u16string& present, const std::u16string& wanted) {
+  auto& node = static_cast<CharacterData&>(*mutation.node);
+  if (node.data().compare(std::min(mutation.offset, node.length()), present.size(), present) != 0)
+    return unfit();
+  replace_data(node, mutation.offset, present.size(), wanted);
+  return true;
+}
+
+bool write_attribute(const Mutation& mutation, const std::optional<std::u16string>& value) {
+  auto& element = static_cast<Element&>(*mutation.node);
+  if (!value) {
+    remove_attribute(element, mutation.attribute);
+    return true;
+  }
+  const bool was_there = element.has_attribute(mutation.attribute);
+  set_attribute(element, mutation.attribute, *value, mutation.attribute_namespace);
+  if (!was_there && mutation.old_value) detail::restore_attribute_place(element, mutation.attribute_index);
+  return true;
+}
+
+bool take_back(const Mutation& mutation) {
+  switch (mutation.type) {
+    case Mutation::Type::Insert: return take_out(mutation);
+    case Mutation::Type::Remove: return put_in(mutation);
+    case Mutation::Type::ReplaceData: return exchange_data(mutation, mutation.inserted, mutation.removed);
+    case Mutation::Type::SetAttribute: return write_attribute(mutation, mutation.old_value);
+  }
+  return false;
+}
+
+bool make_again(const Mutation& mutation) {
+  switch (mutation.type) {
+    case Mutation::Type::Insert: return put_in(mutation);
+    case Mutation::Type::Remove: return take_out(mutation);
+    case Mutation::Type::ReplaceData: return exchange_data(mutation, mutation.removed, mutation.inserted);
+    case Mutation::Type::SetAttribute: return write_attribute(mutation, mutation.new_value);
+  }
+  return false;
+}
+
+// Typing makes one small record a key; a run of keys in one text is one record.
+bool merge_typing(Mutation& last, const Mutation& next) {
+  if (last.type != Mutation::Type::ReplaceData || next.type != last.type || next.node != last.node.get())
+    return false;
+  if (!next.removed.empty() || next.offset != last.offset + last.inserted.size()) return false;
+  last.inserted += next.inserted;
+  return true;
+}
+
+}  // namespace
+
+Journal::Journal(Document& document) : document_(document) {}
+Journal::~Journal() = default;
+
+bool Journal::can_undo() const { return !done_.empty() && depth_ == 0; }
+bool Journal::can_redo() const { return !undone_.empty() && depth_ == 0; }
+std::size_t Journal::depth() const { return done_.size(); }
+std::u16string_view Journal::undo_label() const {
+  return done_.empty() ? u"" : std::u16string_view(done_.back()->label);
+}
+std::u16string_view Journal::redo_label() const {
+  return undone_.empty() ? u"" : std::u16string_view(undone_.back()->label);
+}
+
+SelectionRecord Journal::capture() const { return selection_ ? selection_->capture() : SelectionRecord{}; }
+
+void Journal::open(std::u16string_view label, StepJoin join) {
+  if (depth_++ == 0) begin_step(label, join);
+}
+
+void Journal::close() {
+  assert(depth_ > 0);
+  if (--depth_ == 0) finish_step();
+}
+
+void Journal::begin_step(std::u16string_view label, StepJoin join) {
+  const bool typing = join == StepJoin::TypingRun;
+  keeps_redo_ = join == StepJoin::LastStep;
+  const bool joins = !done_.empty() && ((typing && run_open_ && undone_.empty()) || keeps_redo_);
+  joined_ = joins;
+  if (joins) {
+    open_step_ = std::move(done_.back());
+    done_.pop_back();
+    return;
+  }
+  open_step_ = std::make_unique<Step>();
+  open_step_->label = label;
+  open_step_->typing = typing;
+  open_step_->before = capture();
+}
+
+void Journal::finish_step() {
+  std::unique_ptr<Step> step = std::move(open_step_);
+  if (!step) return;  // the journal was cleared meanwhile
+  // Attributes tidied by a read with no step before it: nothing to join, nothing to undo.
+  if (step->mutations.empty() || (keeps_redo_ && !joined_)) return;
+  if (!keeps_redo_) {
+    step->after = capture();
+    run_open_ = step->typing;
+  }
+  done_.push_back(std::move(step));
+}
+
+void Journal::before_mutation() {
+  if (replaying_ || document_.mutation_kind() != MutationKind::Step || depth_ > 0) return;
+  // A host writing to the tree outside any gesture: a step of its own, closed by record().
+  begin_step(u"", StepJoin::Never);
+  single_ = true;
+}
+
+void Journal::record(Mutation mutation) {
+  if (replaying_ || mutation.kind != MutationKind::Step || !open_step_) return;
+  if (!keeps_redo_) undone_.clear();
+  auto& mutations = open_step_->mutations;
+  if (!open_step_->typing || mutations.empty() || !merge_typing(mutations.back(), mutation)) {
+    mutations.push_back(std::move(mutation));
+  }
+  if (single_) {
+    single_ = false;
+    finish_step();
+    run_open_ = false;
+  }
+}
+
+void Journal::roll_back() {
+  if (!open_step_) return;
+  replaying_ = true;
+  auto& mutations = open_step_->mutations;
+  for (auto mutation = mutations.rbegin(); mutation != mutations.rend(); ++mutation) take_back(*mutation);
+  mutations.clear();
+  replaying_ = false;
+  if (selection_) selection_->restore(open_step_->before);
+}
+
+void Journal::end_typing_run() { run_open_ = false; }
+
+void Journal::clear() {
+  done_.clear();
+  undone_.clear();
+  run_open_ = false;
+  if (depth_ > 0) open_step_ = nullptr;
+}
+
+bool Journal::undo() { return replay(done_, undone_, true); }
+bool Journal::redo() { return replay(undone_, done_, false); }
+
+bool Journal::replay(std::vector<std::unique_ptr<Step>>& from, std::vector<std::unique_ptr<Step>>& to,
+                     bool backward) {
+  if (from.empty() || depth_ > 0) return false;
+  run_open_ = false;
+  if (overlay_) overlay_->take_off();
+  std::unique_ptr<Step> step = std::move(from.back());
+  from.pop_back();
+  {
+    replaying_ = true;
+    MutationScope scope(document_, MutationKind::Step);
+    if (backward) {
+      for (auto mutation = step->mutations.rbegin(); mutation != step->mutations.rend(); ++mutation)
+        take_back(*mutation);
+    } else {
+      for (const Mutation& mutation : step->mutations) make_again(mutation);
+    }
+    replaying_ = false;
+  }
+  if (selection_) selection_->restore(backward ? step->before : step->after);
+  to.push_back(std::move(step));
+  if (overlay_) overlay_->put_back();
+  return true;
+}
+
+}  // namespace tvx::dom

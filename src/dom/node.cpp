@@ -1,0 +1,72 @@
+#include "dom/node.h"
+
+#include "base/error.h"
+#include "dom/document.h"
+
+namespace tvx::dom {
+
+Node::Node(NodeType type, DocumentAnchor& anchor) : id_(++anchor.last_id), type_(type), anchor_(&anchor) {
+  ++anchor.users;
+}
+
+Node::~Node() {
+  if (--anchor_->users == 0) delete anchor_;
+}
+
+// Nodes die in a list of their own making, never by recursion: trees may be deeper than any stack.
+void Node::destroy(Node* node) {
+  std::vector<Node*> dying{node};
+  const auto drop = [&dying](Node* held) {
+    if (--held->references_ == 0) dying.push_back(held);
+  };
+  while (!dying.empty()) {
+    Node* current = dying.back();
+    dying.pop_back();
+    if (Document* document = as<Document>(current)) document->anchor_->document = nullptr;
+    for (Node* child = current->first_child_; child;) {
+      Node* next = child->next_;
+      child->parent_ = child->previous_ = child->next_ = nullptr;
+      drop(child);
+      child = next;
+    }
+    current->first_child_ = current->last_child_ = nullptr;
+    if (Element* element = as<Element>(current); element && element->content_) {
+      Node* content = element->content_.get();
+      content->retain();
+      element->content_ = nullptr;
+      drop(content);
+    }
+    delete_node(current);
+  }
+}
+
+void Node::delete_node(Node* node) {
+  switch (node->type_) {
+    case NodeType::Element: delete static_cast<Element*>(node); break;
+    case NodeType::Text: delete static_cast<Text*>(node); break;
+    case NodeType::Comment: delete static_cast<Comment*>(node); break;
+    case NodeType::DocumentType: delete static_cast<DocumentType*>(node); break;
+    case NodeType::DocumentFragment: delete static_cast<DocumentFragment*>(node); break;
+    case NodeType::Document: delete static_cast<Document*>(node); break;
+  }
+}
+
+const std::u16string* Element::attribute(Name name) const {
+  for (const Attribute& attribute : attributes_) {
+    if (attribute.name == name) return &attribute.value;
+  }
+  return nullptr;
+}
+
+std::u16string_view Element::attribute_or_empty(Name name) const {
+  const std::u16string* value = attribute(name);
+  return value ? std::u16string_view(*value) : std::u16string_view();
+}
+
+Document& document_of(const Node& node) {
+  Document* document = node.document();
+  if (!document) throw RuntimeError(errors::object_not_set, u"The document of this object is gone");
+  return *document;
+}
+
+}  // namespace tvx::dom
