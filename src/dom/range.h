@@ -2,6 +2,7 @@
 
 #include <compare>
 
+#include "base/strings.h"
 #include "dom/document.h"
 
 namespace tvx::dom {

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <optional>
+
+#include "dom/range.h"
+
+/// Where a caret can stand, and the moves that need no layout. Up, Down, Home and End are asked of the view.
+namespace tvx::editing {
+
+class Editor;
+
+enum class Direction : std::uint8_t { Backward, Forward };
+enum class Granularity : std::uint8_t { Character, Word, Document };
+
+/// The next place for a caret: one grapheme or one word on, one step over a block's edge or a line break.
+/// None at the end of the editing host.
+std::optional<dom::Boundary> next_caret_place(dom::Boundary from, Direction direction,
+                                              Granularity granularity);
+
+enum class Extend : bool { No, Yes };
+/// Moves the selection's focus, or the caret. A selection that is not extended collapses to its end first.
+bool move_caret(Editor& editor, Direction direction, Granularity granularity, Extend extend);
+
+/// The nearest place where a caret can stand: into the text beside it if there is one.
+dom::Boundary normalized_caret_place(dom::Boundary place);
+
+}  // namespace tvx::editing

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "editing/editor.h"
+
+namespace tvx::editing {
+
+/// A command is a row: what it is called, what it does, and how each question about it is answered.
+/// One generic routine (Editor) asks; toolbars, menus, automation and the reference read the same row.
+/// An empty member means that the command has no such answer.
+struct CommandDefinition {
+  std::u16string_view name;   // the standard's spelling: "insertOrderedList"
+  std::u16string_view label;  // of its undo step: "Numbered list"
+  /// Does it. False: the value was refused and nothing was done.
+  bool (*action)(Editor& editor, std::u16string_view value) = nullptr;
+  bool (*indeterminate)(Editor& editor) = nullptr;
+  bool (*state)(Editor& editor) = nullptr;
+  std::u16string (*value)(Editor& editor) = nullptr;
+  /// The CSS property that an inline command sets ("font-weight"), empty for all others.
+  std::u16string_view css_property = {};
+  /// Commands of the standard's "miscellaneous" section need no editable place.
+  bool always_enabled = false;
+  /// The caret's pending look outlives it (typing a character, setting a mode).
+  bool keeps_overrides = false;
+  /// Changes no tree: opens no undo step.
+  bool is_mode = false;
+};
+
+/// Every command, sorted by name without regard to case.
+std::span<const CommandDefinition> command_table();
+/// Null if there is no such command.
+const CommandDefinition* find_command(std::u16string_view name);
+
+// The rows, by subject; each file of commands offers its own.
+std::span<const CommandDefinition> inline_commands();  // inline_commands.cpp
+std::span<const CommandDefinition> link_commands();    // link_commands.cpp
+std::span<const CommandDefinition>
+block_commands();  // block_commands.cpp: lists, indent, justify, formatBlock
+std::span<const CommandDefinition>
+insertion_commands();  // insertion_commands.cpp: insertX, delete, forwardDelete
+std::span<const CommandDefinition>
+miscellaneous_commands();  // miscellaneous_commands.cpp: modes, selectAll, undo, redo
+
+}  // namespace tvx::editing

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "dom/node.h"
+#include "dom/range.h"
+
+/// What a node is to the editing commands. The names are those of the editing commands standard, sections
+/// "Common definitions", "Inline formatting command definitions" and "Block formatting command definitions".
+namespace tvx::editing {
+
+bool is_editing_host(const dom::Node& node);
+bool is_editable(const dom::Node& node);
+/// The host that an editable node belongs to, the node itself if it is one; null elsewhere.
+dom::Node* editing_host_of(const dom::Node& node);
+bool in_same_editing_host(const dom::Node& a, const dom::Node& b);
+/// The document is edited as a whole (set by Editor; kept beside the document).
+void set_whole_document_editable(dom::Document& document, bool editable);
+
+bool is_block_node(const dom::Node& node);
+bool is_inline_node(const dom::Node& node);
+bool is_block_start_point(const dom::Boundary& boundary);
+bool is_block_end_point(const dom::Boundary& boundary);
+bool is_block_boundary_point(const dom::Boundary& boundary);
+bool is_visible(const dom::Node& node);
+bool is_invisible(const dom::Node& node);
+bool is_collapsed_block_prop(const dom::Node& node);
+bool is_collapsed_line_break(const dom::Node& node);
+bool is_extraneous_line_break(const dom::Node& node);
+bool is_whitespace_node(const dom::Node& node);
+bool is_collapsed_whitespace_node(const dom::Node& node);
+
+bool is_formattable(const dom::Node& node);
+bool is_modifiable_element(const dom::Node& node);
+bool is_simple_modifiable_element(const dom::Node& node);
+bool is_non_list_single_line_container(const dom::Node& node);
+bool is_single_line_container(const dom::Node& node);
+bool is_prohibited_paragraph_child(const dom::Node& node);
+bool is_prohibited_paragraph_child_name(dom::Name name);
+bool is_allowed_child(const dom::Node& child, const dom::Node& parent);
+bool is_allowed_child_name(dom::Name child, const dom::Node& parent);
+bool is_name_of_formattable_block(dom::Name name);
+
+}  // namespace tvx::editing
