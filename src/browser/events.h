@@ -1,0 +1,64 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "dom/node.h"
+#include "dom/range.h"
+
+/// What reaches the document from its user, and what the document tells its control of it.
+namespace tvx::browser {
+
+enum class MouseButton : std::uint8_t { None = 0, Left = 1, Right = 2, Middle = 4 };
+
+/// A moment of user input, kept as it was: coordinates, button, keys, and the element under them. It stays
+/// the same whatever the tree does later; elementFromPoint at its place answers from here.
+struct Event {
+  std::u16string type;  // "keydown", "selectionchange", ...
+  dom::Ref<dom::Element> target;
+  int client_x = 0, client_y = 0;  // CSS pixels of the viewport
+  MouseButton button = MouseButton::None;
+  int key_code = 0;  // virtual-key number; a handler takes a key away by setting it to 0
+  bool shift = false, control = false, alt = false;
+};
+
+/// The control's ears on a document. One document has one handler at most: connecting another, or none,
+/// disconnects the one before. A boolean result answers whether the default action may go on.
+class DocumentHandler {
+ public:
+  virtual ~DocumentHandler() = default;
+  virtual void onkeydown() {}
+  virtual bool onkeypress() { return true; }
+  virtual void onkeyup() {}
+  virtual void onmousedown() {}
+  virtual bool onclick() { return true; }
+  virtual bool ondblclick() { return true; }
+  virtual bool oncontextmenu() { return true; }
+  virtual bool oncontrolselect() { return true; }
+  virtual bool onselectstart() { return true; }
+  virtual bool ondragstart() { return true; }
+  virtual void onselectionchange() {}
+};
+
+/// A key going down or up, as the window system gave it.
+struct KeyInput {
+  std::u16string key;   // UI Events name: "Enter", "ArrowLeft", "a"
+  std::u16string text;  // what it types
+  int key_code = 0;     // virtual-key number by the layout's Latin group; 229 for input-method text
+  bool shift = false, control = false, alt = false;
+};
+
+/// A mouse event with the document's place under it, as the view's layout tells.
+struct MouseInput {
+  MouseButton button = MouseButton::Left;
+  int x = 0, y = 0;  // CSS pixels of the viewport
+  bool shift = false, control = false, alt = false;
+  dom::Ref<dom::Element> element;  // the innermost element under the point, empty outside the document
+  /// The caret place nearest to the point; none where no caret can stand. For a drag in plain text the
+  /// view reports the whole native selection instead (anchor and focus).
+  std::optional<dom::Boundary> place;
+  std::optional<dom::Boundary> anchor;
+};
+
+}  // namespace tvx::browser

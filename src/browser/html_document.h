@@ -1,0 +1,103 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "browser/events.h"
+#include "dom/document.h"
+#include "editing/editor.h"
+#include "editing/keyboard.h"
+
+namespace tvx::browser {
+
+/// What a caret move that needs the layout asks of the view.
+enum class ViewMove : std::uint8_t { LineUp, LineDown, LineStart, LineEnd, PageUp, PageDown, Left, Right };
+
+/// What a key led to.
+struct KeyOutcome {
+  bool taken = false;           // a handler took it away, or the document acted on it
+  std::optional<ViewMove> ask;  // the view must tell where the caret goes
+  bool extend = false;          // the move extends the selection
+};
+
+/// A document as its control sees it: the tree, its editor, and the events between them. What a hosted
+/// browser called its document. `readyState`, `designMode`, `title` and the like have their names there.
+class HTMLDocument : public std::enable_shared_from_this<HTMLDocument> {
+ public:
+  /// A document around a tree; `readyState` "loading" until finish_loading().
+  static std::shared_ptr<HTMLDocument> create(dom::Ref<dom::Document> tree, std::u16string url);
+  ~HTMLDocument();
+
+  dom::Document& tree() const { return *tree_; }
+  editing::Editor& editor() { return *editor_; }
+  const std::u16string& url() const { return url_; }
+
+  // --- the object model's members that the control uses ---
+  std::u16string readyState() const;
+  std::u16string designMode() const;
+  /// "On" or "Off", without regard to case; anything else throws RuntimeError(380).
+  void set_designMode(std::u16string_view mode);
+  std::u16string title() const;
+  void set_title(std::u16string_view title);
+  dom::Element* body() const { return tree_->body(); }
+  /// False where the command failed or is unknown.
+  bool execCommand(std::u16string_view command, bool show_ui, std::u16string_view value);
+  bool queryCommandEnabled(std::u16string_view command);
+
+  // --- events ---
+  /// Connects a handler (null: none). The document doesn't own it.
+  void connect(DocumentHandler* handler);
+  /// The event being handled; null outside any handler.
+  const Event* event() const;
+  /// Takes the key being delivered away (`event.keyCode = 0`), or changes it.
+  void set_event_key_code(int key_code);
+  /// The element at a point: from the living event's snapshot at its own coordinates, else as the last
+  /// reported layout tells; null where nothing is. The view is never waited for.
+  dom::Element* element_from_point(int x, int y) const;
+  /// Who answers element_from_point where no event does: the view's last report, or a fixed geometry.
+  class Geometry {
+   public:
+    virtual ~Geometry() = default;
+    virtual dom::Element* element_at(const HTMLDocument& document, int x, int y) const = 0;
+    /// The box of the caret or the selected control, left and top; for events that no mouse made.
+    virtual std::pair<int, int> caret_place(const HTMLDocument& document) const = 0;
+  };
+  void set_geometry(const Geometry* geometry) { geometry_ = geometry; }
+
+  // --- input, in the order that the user gave it ---
+  /// onkeydown, then (unless taken away) onkeypress for keys that type, then what the key does.
+  KeyOutcome key_down(const KeyInput& key);
+  void key_up(const KeyInput& key);
+  /// Text of an input method, or pasted by the platform: one onkeydown with 229, then typed.
+  void input_text(std::u16string_view text);
+  /// A press sets the selection, then: oncontrolselect if an element was taken as a whole,
+  /// onselectionchange always, onmousedown. A right press inside the selection keeps it.
+  void mouse_press(const MouseInput& mouse);
+  /// The selection that a drag or a shift-press made.
+  void mouse_select(const MouseInput& mouse);
+  void click(const MouseInput& mouse);
+  void double_click(const MouseInput& mouse);
+  /// The view's answer to KeyOutcome::ask.
+  void move_caret_to(dom::Boundary place, bool extend);
+
+  // --- loading; the browser calls these ---
+  void finish_loading();
+
+ private:
+  class SelectionWatch;
+  explicit HTMLDocument(dom::Ref<dom::Document> tree, std::u16string url);
+
+  dom::Ref<dom::Document> tree_;
+  std::unique_ptr<editing::Editor> editor_;
+  std::u16string url_;
+  std::u16string ready_state_ = u"loading";
+  bool design_mode_ = false;
+  DocumentHandler* handler_ = nullptr;
+  const Geometry* geometry_ = nullptr;
+  std::vector<Event*> events_;  // being handled, the innermost last
+  std::unique_ptr<SelectionWatch> watch_;
+};
+
+}  // namespace tvx::browser

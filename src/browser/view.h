@@ -1,0 +1,144 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+#include "browser/events.h"
+#include "browser/html_document.h"
+#include "dom/document.h"
+
+/// The interface between the document and what shows it. The document is the truth; the view is a mirror:
+/// numbered patches go down, what the user did and where things are comes up. Values only, no pointers.
+namespace tvx::browser {
+
+enum class PatchNumber : std::uint32_t {};
+enum class QuestionId : std::uint32_t {};
+
+/// A place in the view's terms. Offsets count 16-bit units in text, children elsewhere.
+struct ViewPlace {
+  dom::NodeId node{};
+  std::uint32_t offset = 0;
+};
+
+/// One change of the mirrored tree. Nodes are made one by one; never from a string of HTML.
+struct PatchOperation {
+  enum class Type : std::uint8_t {
+    Element,     // makes `node` (name, namespace, attributes) as a child of `parent`, before `before`
+    Text,        // makes a text node with `text`
+    Detach,      // takes `node` out; it stays known, a Place may follow
+    Place,       // puts a known node into `parent`, before `before`
+    Forget,      // `node` and all below it is known no more
+    Data,        // replaces `length` units from `offset` of a text by `text`
+    Attribute,   // sets `name` to `text`
+    NoAttribute  // removes `name`
+  };
+  struct Attribute {
+    std::u16string name, value;
+    dom::AttributeNamespace name_space = dom::AttributeNamespace::None;
+  };
+  Type type;
+  dom::NodeId node{};
+  dom::NodeId parent{};  // 0: the page itself
+  dom::NodeId before{};  // 0: at the end
+  std::u16string name;
+  dom::Namespace name_space = dom::Namespace::Html;
+  dom::AttributeNamespace attribute_namespace = dom::AttributeNamespace::None;
+  std::vector<Attribute> attributes;
+  std::uint32_t offset = 0, length = 0;
+  std::u16string text;
+};
+
+struct Patch {
+  PatchNumber number{};
+  /// Begin anew: a fresh page for this compatibility mode, nothing known.
+  bool reset = false;
+  dom::CompatibilityMode compatibility_mode = dom::CompatibilityMode::NoQuirks;
+  std::vector<PatchOperation> operations;
+};
+
+struct ViewSelection {
+  enum class Type : std::uint8_t { None, Text, Control };
+  Type type = Type::None;
+  ViewPlace anchor, focus;  // Text
+  dom::NodeId control{};    // Control
+  bool reveal = true;       // scroll it into sight
+};
+
+/// What the view may let the user do; told beforehand, never asked.
+struct ViewMode {
+  bool editable = true;  // shows a caret, begins selections
+};
+
+/// A question with an identity. The answer comes through the inbox, or never: the asker has a deadline.
+struct ViewQuestion {
+  enum class Type : std::uint8_t { Move, Hit };
+  QuestionId id{};
+  Type type = Type::Move;
+  ViewMove move = ViewMove::LineDown;
+  ViewPlace from;    // Move: where the caret stands
+  int x = 0, y = 0;  // Hit
+};
+
+// --- what comes up. Every message names the last patch that the view had applied. ---
+
+struct ViewReady {};  // the page stands and takes patches
+struct ViewDied {};   // its process is gone, all questions with it
+struct PatchDone {
+  PatchNumber number{};
+};  // applied and laid out
+struct PatchFailed {
+  dom::NodeId node{};
+  std::u16string reason;
+};
+struct ViewAnswer {
+  QuestionId id{};
+  std::optional<ViewPlace> place;
+  dom::NodeId element{};
+};
+/// The page's own tale of a mouse event. `ticket` is the number that the input queue gave to the native
+/// event, in order: the n-th press here is the n-th press there.
+struct ViewMouse {
+  enum class Type : std::uint8_t { Press, Release, Click, DoubleClick };
+  Type type = Type::Press;
+  MouseButton button = MouseButton::Left;
+  int x = 0, y = 0;
+  bool shift = false, control = false, alt = false;
+  dom::NodeId element{};
+  std::optional<ViewPlace> anchor, focus;  // the native selection after the event
+};
+/// The native selection moved while the button is held.
+struct ViewSelect {
+  ViewPlace anchor, focus;
+};
+/// Facts of the layout, kept beside the tree: the caret's box, the viewport.
+struct ViewFacts {
+  int caret_left = 0, caret_top = 0, caret_height = 0;
+  int scroll_x = 0, scroll_y = 0, width = 0, height = 0;
+};
+
+struct ViewMessage {
+  PatchNumber seen{};
+  std::variant<ViewReady, ViewDied, PatchDone, PatchFailed, ViewAnswer, ViewMouse, ViewSelect, ViewFacts>
+      what;
+};
+
+/// Whoever shows the document. Every call returns at once; nothing is read back. Messages are handed to
+/// `receive` from a turn of the message loop of their own, never from within a call or a callback.
+class View {
+ public:
+  virtual ~View() = default;
+  virtual void set_receiver(std::function<void(ViewMessage)> receive) = 0;
+  virtual void apply(const Patch& patch) = 0;
+  virtual void select(const ViewSelection& selection) = 0;
+  virtual void ask(const ViewQuestion& question) = 0;
+  virtual void set_mode(const ViewMode& mode) = 0;
+  virtual void scroll_to(int x, int y) = 0;
+  virtual void print(bool with_dialog, std::function<void(bool)> done) = 0;
+};
+
+}  // namespace tvx::browser
