@@ -25,17 +25,18 @@ class RuntimeError : public std::exception {
 
 /// Numbers that failures of this system share; the numbers a host knows from late-bound object models.
 namespace errors {
-inline constexpr int invalid_call = 5;             // "Invalid procedure call or argument"
-inline constexpr int overflow = 6;                 // "Overflow"
-inline constexpr int type_mismatch = 13;           // "Type mismatch"
-inline constexpr int file_not_found = 53;          // "File not found"
-inline constexpr int object_not_set = 91;          // the object, or the document it belonged to, is gone
-inline constexpr int invalid_property_value = 380; // "Invalid property value"
+inline constexpr int invalid_call = 5;              // "Invalid procedure call or argument"
+inline constexpr int overflow = 6;                  // "Overflow"
+inline constexpr int type_mismatch = 13;            // "Type mismatch"
+inline constexpr int file_not_found = 53;           // "File not found"
+inline constexpr int path_access = 75;              // "Path/File access error"
+inline constexpr int object_not_set = 91;           // the object, or the document it belonged to, is gone
+inline constexpr int invalid_property_value = 380;  // "Invalid property value"
 inline constexpr int set_not_supported_at_runtime = 382;
 inline constexpr int set_not_permitted_here = 383;
 inline constexpr int set_not_permitted = 387;
-inline constexpr int unknown_member = 438;         // "Object doesn't support this property or method"
-inline constexpr int not_supported = 445;          // "Object doesn't support this action"
+inline constexpr int unknown_member = 438;  // "Object doesn't support this property or method"
+inline constexpr int not_supported = 445;   // "Object doesn't support this action"
 inline constexpr int wrong_argument_count = 450;
 }  // namespace errors
 
