@@ -185,7 +185,7 @@ void insert(Node& parent, Ref<Node> child, Node* before) {
     return;
   }
   if (!may_hold(parent, *child)) refuse(u"The node can't stand here");
-  if (child->has_children() && is_inclusive_ancestor(*child, parent)) {
+  if (child == &parent || (child->has_children() && is_ancestor(*child, parent))) {
     refuse(u"An element can't be put into itself");
   }
   if (before == child.get()) before = child->next_sibling();
