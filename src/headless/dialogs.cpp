@@ -1,0 +1,77 @@
+#include "headless/dialogs.h"
+
+#include <algorithm>
+
+#include "base/text.h"
+
+namespace tvx::headless {
+
+using platform::FileDialog;
+using platform::MessageAnswer;
+using platform::MessageBox;
+
+DialogKind kind_of(const ShownDialog& dialog) {
+  struct Kind {
+    DialogKind operator()(const ColorDialog&) const { return DialogKind::color; }
+    DialogKind operator()(const OpenDialog&) const { return DialogKind::open; }
+    DialogKind operator()(const SaveDialog&) const { return DialogKind::save; }
+    DialogKind operator()(const MessageBox&) const { return DialogKind::msgbox; }
+  };
+  return std::visit(Kind{}, dialog);
+}
+
+std::u16string_view name_of(DialogKind kind) {
+  switch (kind) {
+    case DialogKind::color: return u"color";
+    case DialogKind::open: return u"open";
+    case DialogKind::save: return u"save";
+    case DialogKind::msgbox: break;
+  }
+  return u"msgbox";
+}
+
+void Dialogs::forget(int id) {
+  std::erase_if(expected_, [id](const ExpectedDialog& expected) { return expected.id == id; });
+}
+
+/// The oldest expectation of the kind; it stays in its place while it has uses left.
+std::optional<ExpectedDialog> Dialogs::take(DialogKind kind) {
+  const auto place = std::find_if(expected_.begin(), expected_.end(),
+                                  [kind](const ExpectedDialog& expected) { return expected.kind == kind; });
+  if (place == expected_.end()) return std::nullopt;
+  ExpectedDialog expected = *place;
+  if (--place->times <= 0) expected_.erase(place);
+  return expected;
+}
+
+template <class Answer>
+std::optional<Answer> Dialogs::show(const ShownDialog& dialog) {
+  // Taken before anything runs: what happens while the dialog is open may change the expectations.
+  const std::optional<ExpectedDialog> expected = take(kind_of(dialog));
+  if (opened_) opened_(dialog);
+  if (expected && expected->while_open) expected->while_open(dialog);
+  if (closed_) closed_(dialog, expected ? &*expected : nullptr);
+  const Answer* answer = expected ? std::get_if<Answer>(&expected->answer) : nullptr;
+  return answer ? std::optional(*answer) : std::nullopt;
+}
+
+Colour Dialogs::ShowColor(Colour colour, platform::WindowHandle owner) {
+  return show<Colour>(ColorDialog{colour, owner}).value_or(no_colour);
+}
+
+std::u16string Dialogs::ShowOpen(const FileDialog& dialog) {
+  return std::u16string(TrimNul(NullToEmpty(show<std::u16string>(OpenDialog{dialog}))));
+}
+
+std::u16string Dialogs::ShowSave(const FileDialog& dialog) {
+  return std::u16string(TrimNul(NullToEmpty(show<std::u16string>(SaveDialog{dialog}))));
+}
+
+MessageAnswer Dialogs::show_message(const MessageBox& box) {
+  const MessageAnswer closed = platform::answer_when_closed(box.buttons);
+  const MessageAnswer answer = show<MessageAnswer>(box).value_or(closed);
+  const auto offered = platform::answers_of(box.buttons);
+  return std::find(offered.begin(), offered.end(), answer) == offered.end() ? closed : answer;
+}
+
+}  // namespace tvx::headless
