@@ -21,6 +21,11 @@ InlineValue specified_command_value(const dom::Element& element, const CommandDe
 bool equivalent_values(const CommandDefinition& command, const InlineValue& a, const InlineValue& b);
 bool loosely_equivalent_values(const CommandDefinition& command, const InlineValue& a, const InlineValue& b);
 
+/// Whether the value is one of the command's "inline command activated values".
+bool is_activated_value(const CommandDefinition& command, const InlineValue& value);
+/// The "legacy font size" ("1" to "7") for a CSS size in pixels ("24px").
+std::u16string legacy_font_size_of(std::u16string_view size);
+
 void push_down_values(const dom::Ref<dom::Node>& node, const CommandDefinition& command,
                       const InlineValue& value, Editor& editor);
 void force_value(const dom::Ref<dom::Node>& node, const CommandDefinition& command, const InlineValue& value,

@@ -1,9 +1,6 @@
 #pragma once
 
 #include <functional>
-#include <map>
-#include <optional>
-#include <string>
 #include <vector>
 
 #include "dom/mutation.h"
@@ -18,7 +15,9 @@ using NodeList = std::vector<dom::Ref<dom::Node>>;
 
 /// Moves a node; boundaries that stood in it or at its edges move along ("preserving ranges").
 void move_preserving_ranges(dom::Ref<dom::Node> node, dom::Node& new_parent, dom::Node* before);
-/// Removes an element and leaves its children in its place.
+/// All children of `from` to the end of `to`.
+void move_children_preserving_ranges(dom::Node& from, dom::Node& to);
+/// Removes a node and leaves its children in its place.
 void remove_preserving_descendants(dom::Ref<dom::Node> node);
 /// The element under a new name, with its attributes and children; the new element, or the old one if
 /// the name is the same.
@@ -26,34 +25,34 @@ dom::Ref<dom::Element> set_tag_name(dom::Element& element, dom::Name name);
 void remove_extraneous_line_breaks_before(const dom::Ref<dom::Node>& node);
 void remove_extraneous_line_breaks_at_end_of(const dom::Ref<dom::Node>& node);
 void remove_extraneous_line_breaks_from(const dom::Ref<dom::Node>& node);
+/// A `br` as the last child.
+void append_line_break(dom::Node& parent);
+bool has_visible_child(const dom::Node& node);
 
+using NodeCriteria = std::function<bool(const dom::Node&)>;
 /// Puts siblings into a neighbour that fits `criteria`, or else into what `make_parent` gives (may be
 /// empty: nothing happens). Returns the new parent, empty if there is none.
-dom::Ref<dom::Node> wrap(const NodeList& nodes,
-                         const std::function<bool(const dom::Node&)>& sibling_criteria = {},
+dom::Ref<dom::Node> wrap(NodeList nodes, const NodeCriteria& sibling_criteria = {},
                          const std::function<dom::Ref<dom::Node>()>& make_parent = {});
 void fix_disallowed_ancestors(const dom::Ref<dom::Node>& node, Editor& editor);
+/// Breaks up the parent of consecutive siblings; the lines stay the lines that they were.
 void split_parent(const NodeList& nodes);
-/// Bottom-up nodes wholly in the range that are editable; "effectively contained" is in inline_values.h.
-NodeList nodes_contained(const dom::Range& range);
+/// "Normalize sublists": what follows a list inside an item becomes an item of its own.
+void normalize_sublists(const dom::Ref<dom::Node>& item);
 
-/// What "record the values" keeps: for each node and command the specified value it had.
-struct RecordedValue {
-  dom::Ref<dom::Node> node;
-  std::u16string_view command;  // a row's name in small letters
-  std::optional<std::u16string> value;
-};
-using RecordedValues = std::vector<RecordedValue>;
-RecordedValues record_values(const NodeList& nodes);
-void restore_values(const RecordedValues& values, Editor& editor);
+enum class Visit : bool { Children, Skip };
+/// Calls `visitor` for the nodes that the range contains, in tree order. Linear in what it visits. The
+/// visitor must not change the tree.
+void walk_contained(const dom::Range& range, const std::function<Visit(dom::Node&)>& visitor);
+/// The contained nodes that fit, without those that stand below one that fits.
+NodeList topmost_contained(const dom::Range& range, const NodeCriteria& criteria);
+/// The contained visible editable nodes without children.
+NodeList visible_leaves(const dom::Range& range);
 
-/// "Record current states and values", "record current overrides" and "restore states and values".
-struct RecordedLook {
-  std::vector<std::pair<std::u16string_view, bool>> states;
-  std::vector<std::pair<std::u16string_view, std::u16string>> values;
-};
-RecordedLook record_current_overrides(Editor& editor);
-RecordedLook record_current_look(Editor& editor);
-void restore_look(const RecordedLook& look, Editor& editor);
+/// Takes a run of siblings from the front of a list: the first, and then each that is the next sibling of
+/// the one before and fits.
+NodeList take_siblings(const NodeList& nodes, std::size_t& at, const NodeCriteria& criteria = {});
+/// The children of a node as a list.
+NodeList children_of(const dom::Node& node);
 
 }  // namespace tvx::editing

@@ -1,0 +1,238 @@
+#include "editing/surgery.h"
+
+#include <optional>
+
+#include "dom/builder.h"
+#include "dom/tree.h"
+#include "editing/block_range.h"
+#include "editing/predicates.h"
+
+namespace tvx::editing {
+
+using dom::Boundary;
+using dom::Element;
+using dom::LiveRange;
+using dom::Name;
+using dom::Node;
+using dom::Ref;
+using dom::Tag;
+
+namespace {
+
+/// Where a move takes the boundaries of ranges. Indexes are counted only where a boundary asks.
+class MovedBoundary {
+ public:
+  MovedBoundary(const Node& node, Node& new_parent, const Node* before)
+      : node_(node), new_parent_(new_parent), before_(before), old_parent_(node.parent()) {}
+
+  Boundary operator()(Boundary place) {
+    if (place.node == &new_parent_ && before_ && place.offset > new_index()) ++place.offset;
+    if (place.node != old_parent_ || !place.node) return place;
+    if (place.offset == old_index() || place.offset == old_index() + 1) {
+      place.node = &new_parent_;
+      place.offset += new_index() - old_index();
+    }
+    if (place.node == old_parent_ && place.offset > old_index() + 1) --place.offset;
+    return place;
+  }
+
+ private:
+  Offset old_index() {
+    if (!old_index_) old_index_ = dom::index_of(node_);
+    return *old_index_;
+  }
+  Offset new_index() {
+    if (!new_index_) new_index_ = before_ ? dom::index_of(*before_) : dom::length_of(new_parent_);
+    return *new_index_;
+  }
+  const Node& node_;
+  Node& new_parent_;
+  const Node* before_;
+  const Node* old_parent_;
+  std::optional<Offset> old_index_, new_index_;
+};
+
+struct SavedRange {
+  LiveRange* range;
+  Boundary start, end;
+};
+
+}  // namespace
+
+// Editing commands standard, "preserving ranges". The plain rules of the DOM would empty a range as soon as
+// the nodes it stands in are lifted from their parent.
+void move_preserving_ranges(Ref<Node> node, Node& new_parent, Node* before) {
+  dom::Document& document = dom::document_of(new_parent);
+  if (before == node.get()) return;
+  std::vector<SavedRange> saved;
+  MovedBoundary moved(*node, new_parent, before);
+  for (LiveRange* range : document.live_ranges()) {
+    if (range->start()) saved.push_back({range, moved(range->start()), moved(range->end())});
+  }
+  dom::insert(new_parent, node, before);
+  for (const SavedRange& range : saved) range.range->set_unordered(range.start, range.end);
+}
+
+void move_children_preserving_ranges(Node& from, Node& to) {
+  while (Node* child = from.first_child()) move_preserving_ranges(child, to, nullptr);
+}
+
+NodeList children_of(const Node& node) {
+  NodeList children;
+  for (Node* child = node.first_child(); child; child = child->next_sibling()) children.emplace_back(child);
+  return children;
+}
+
+void remove_preserving_descendants(Ref<Node> node) {
+  if (node->has_children()) {
+    split_parent(children_of(*node));
+  } else {
+    dom::remove(*node);
+  }
+}
+
+Ref<Element> set_tag_name(Element& element, Name name) {
+  Ref<Element> held(element);
+  if (element.is_html() && element.name() == name) return held;
+  if (!element.parent()) return held;
+  Ref<Element> replacement = dom::document_of(element).create_element(name);
+  dom::insert(*element.parent(), replacement, &element);
+  for (const dom::Attribute& attribute : element.attributes()) {
+    dom::set_attribute(*replacement, attribute.name, attribute.value, attribute.name_space);
+  }
+  move_children_preserving_ranges(element, *replacement);
+  dom::remove(element);
+  return replacement;
+}
+
+void append_line_break(Node& parent) {
+  dom::insert(parent, dom::document_of(parent).create_element(Tag::Br));
+}
+
+bool has_visible_child(const Node& node) {
+  for (const Node* child = node.first_child(); child; child = child->next_sibling()) {
+    if (is_visible(*child)) return true;
+  }
+  return false;
+}
+
+namespace {
+
+// The last thing in a line: back over what nobody sees, to a line break without effect or to something seen.
+Node* last_in_line(Node* from, const Node* limit) {
+  while (from->last_child()) from = from->last_child();
+  while (from != limit && is_invisible(*from) && !is_extraneous_line_break(*from)) {
+    Node* previous = dom::previous_in_order(*from);
+    if (!previous) break;
+    from = previous;
+  }
+  return from;
+}
+
+}  // namespace
+
+void remove_extraneous_line_breaks_before(const Ref<Node>& node) {
+  Node* reference = node->previous_sibling();
+  if (!reference) return;
+  reference = last_in_line(reference, node->parent());
+  if (is_extraneous_line_break(*reference) && is_editable(*reference)) dom::remove(*reference);
+}
+
+void remove_extraneous_line_breaks_at_end_of(const Ref<Node>& node) {
+  Node* reference = last_in_line(node.get(), node.get());
+  if (!is_extraneous_line_break(*reference) || !is_editable(*reference)) return;
+  while (Node* parent = reference->parent()) {
+    if (!is_editable(*parent) || !is_invisible(*parent)) break;
+    reference = parent;
+  }
+  dom::remove(*reference);
+}
+
+void remove_extraneous_line_breaks_from(const Ref<Node>& node) {
+  remove_extraneous_line_breaks_before(node);
+  remove_extraneous_line_breaks_at_end_of(node);
+}
+
+namespace {
+
+void break_before(Node& node) {
+  dom::insert(*node.parent(), dom::document_of(node).create_element(Tag::Br), &node);
+}
+
+void break_after(Node& node) {
+  dom::insert(*node.parent(), dom::document_of(node).create_element(Tag::Br), node.next_sibling());
+}
+
+// Steps 6: the nodes are the tail of their parent, and simply follow it.
+void split_tail(const NodeList& nodes, const Ref<Node>& parent, bool precedes) {
+  for (auto node = nodes.rbegin(); node != nodes.rend(); ++node) {
+    move_preserving_ranges(*node, *parent->parent(), parent->next_sibling());
+  }
+  Node& last = *nodes.back();
+  if (precedes && !precedes_line_break(last)) break_after(last);
+  remove_extraneous_line_breaks_at_end_of(parent);
+}
+
+// Step 7: what comes before the nodes goes into a copy of the parent.
+void split_off_head(Node& first, const Ref<Node>& parent) {
+  Ref<Node> copy = dom::clone(*parent, dom::document_of(*parent), dom::Deep::No);
+  if (auto* element = dom::as<Element>(parent)) dom::remove_attribute(*element, dom::names::id);
+  dom::insert(*parent->parent(), copy, parent.get());
+  while (first.previous_sibling()) move_preserving_ranges(parent->first_child(), *copy, nullptr);
+}
+
+}  // namespace
+
+// Editing commands standard, "split the parent". The numbers are its steps.
+void split_parent(const NodeList& nodes) {
+  const Ref<Node> parent(nodes.front()->parent());
+  if (!parent || !is_editable(*parent) || !parent->parent()) return;  // 2
+  const Ref<Node> first = nodes.front(), last = nodes.back();
+  const bool has_first = parent->first_child() == first.get(), has_last = parent->last_child() == last.get();
+  if (has_first) remove_extraneous_line_breaks_before(parent);     // 3
+  const bool follows = has_first && follows_line_break(*parent);   // 4
+  const bool precedes = has_last && precedes_line_break(*parent);  // 5
+  if (!has_first && has_last) return split_tail(nodes, parent, precedes);
+  if (!has_first) split_off_head(*first, parent);
+  for (const Ref<Node>& node : nodes) move_preserving_ranges(node, *parent->parent(), parent.get());  // 8
+  if (follows && !follows_line_break(*first)) break_before(*first);                                   // 9
+  if (is_inline_node(*last) && !last->is(Tag::Br) && parent->first_child() &&
+      parent->first_child()->is(Tag::Br) && !is_inline_node(*parent)) {  // 10
+    dom::remove(*parent->first_child());
+  }
+  if (!parent->has_children()) {  // 11
+    dom::remove(*parent);
+    if (precedes && !precedes_line_break(*last)) break_after(*last);
+  } else {
+    remove_extraneous_line_breaks_before(parent);  // 12
+  }
+  if (!last->next_sibling() && last->parent()) remove_extraneous_line_breaks_at_end_of(last->parent());  // 13
+}
+
+void normalize_sublists(const Ref<Node>& item) {
+  if (!item->is(Tag::Li) || !is_editable(*item) || !item->parent() || !is_editable(*item->parent())) return;
+  const auto is_list = [](const Node& node) { return node.is(Tag::Ol) || node.is(Tag::Ul); };
+  const auto is_blank = [](const Node& node) {
+    const auto* text = dom::as<dom::Text>(&node);
+    return text && trimmed(text->data()).empty();
+  };
+  std::size_t lists = 0;
+  for (Node* child = item->first_child(); child; child = child->next_sibling()) lists += is_list(*child);
+  Ref<Node> new_item;
+  while (lists > 0) {
+    Ref<Node> child = item->last_child();
+    if (is_list(*child) || (!new_item && is_blank(*child))) {
+      lists -= is_list(*child);
+      new_item = nullptr;
+      move_preserving_ranges(child, *item->parent(), item->next_sibling());
+      continue;
+    }
+    if (!new_item) {
+      new_item = dom::document_of(*item).create_element(Tag::Li);
+      dom::insert(*item->parent(), new_item, item->next_sibling());
+    }
+    move_preserving_ranges(child, *new_item, new_item->first_child());
+  }
+}
+
+}  // namespace tvx::editing
