@@ -1,0 +1,116 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "browser/html_document.h"
+
+namespace tvx::platform {
+class MessageLoop;
+}
+
+namespace tvx::browser {
+
+class Browser;
+
+/// Where a navigation wants to go.
+struct Navigation {
+  std::u16string url;
+  std::int32_t flags = 0;
+  std::u16string target_frame;  // empty: the page itself
+  std::u16string post_data, headers;
+  bool top = true;  // the browser's own page; false: a frame in it
+};
+
+/// What the browser tells its control. Every call comes from a turn of the message loop, in this order:
+/// BeforeNavigate2, DownloadBegin, NavigateComplete2, DownloadComplete, DocumentComplete; a failed load
+/// has NavigateError in place of NavigateComplete2 and no DocumentComplete.
+class BrowserEvents {
+ public:
+  virtual ~BrowserEvents() = default;
+  /// Setting `cancel` ends the navigation.
+  virtual void BeforeNavigate2(const Navigation&, bool& /*cancel*/) {}
+  virtual void NavigateComplete2(bool /*top*/, const std::u16string& /*url*/) {}
+  virtual void DocumentComplete(bool /*top*/, const std::u16string& /*url*/) {}
+  virtual void DownloadBegin() {}
+  virtual void DownloadComplete() {}
+  virtual void NavigateError(const Navigation&, std::int32_t /*status*/) {}
+};
+
+/// The window that shows the browser's page and takes its keyboard input.
+class BrowserWindow {
+ public:
+  virtual ~BrowserWindow() = default;
+  virtual void focus() {}
+  virtual void show_caret() {}
+  /// In CSS pixels; places behind the end mean the end.
+  virtual void scroll_to(int /*x*/, int /*y*/) {}
+  /// Whether printing is possible; throws RuntimeError if nobody can say.
+  virtual bool can_print() { return false; }
+  virtual void print(bool /*with_dialog*/) {}
+};
+
+class BrowserObserver {
+ public:
+  virtual ~BrowserObserver() = default;
+  /// The browser shows another document, perhaps one whose style sheets are still to come.
+  virtual void document_replaced(const std::shared_ptr<HTMLDocument>& document) = 0;
+};
+
+enum class ReadyState : std::uint8_t {
+  Uninitialized = 0,
+  Loading = 1,
+  Loaded = 2,
+  Interactive = 3,
+  Complete = 4
+};
+
+/// The browser component that the control hosts: it loads documents and tells of it. No call waits for a
+/// load; everything behind Navigate happens in later turns of the message loop.
+class Browser {
+ public:
+  explicit Browser(platform::MessageLoop& loop);
+  ~Browser();
+  Browser(const Browser&) = delete;
+  Browser& operator=(const Browser&) = delete;
+
+  /// Begins to load "about:blank", a "file:" address or a plain path. `ReadyState` is 1 when this returns.
+  void Navigate(std::u16string_view url);
+  /// The user asked for it, by a link: `ReadyState` changes only once BeforeNavigate2 has let it pass.
+  void follow_link(const Navigation& navigation);
+  browser::ReadyState ReadyState() const;
+  bool Silent() const;
+  void set_Silent(bool silent);
+  /// Null before the first load has come so far that there is one.
+  const std::shared_ptr<HTMLDocument>& Document() const;
+
+  void set_events(BrowserEvents* events);
+  void add_observer(BrowserObserver& observer);
+  void remove_observer(BrowserObserver& observer);
+  /// Answers element_from_point of every document loaded from now on, and of the present one.
+  void set_geometry(const HTMLDocument::Geometry* geometry);
+  /// Null: no window.
+  void set_window(BrowserWindow* window);
+  BrowserWindow* window() const;
+
+  /// Whether a printing command would be carried out: 0, or 2 (enabled). Throws RuntimeError if that can't
+  /// be said.
+  std::int32_t QueryStatusWB(std::int32_t command);
+  /// `option` 1 asks the user first, 2 does not.
+  void ExecWB(std::int32_t command, std::int32_t option);
+
+  /// A document that shows nothing, is not this browser's, and reads "loading".
+  static std::shared_ptr<HTMLDocument> placeholder();
+  /// The document of a file, as Navigate would make it, beside the one that is shown. Throws
+  /// RuntimeError(53) if the file can't be read.
+  static std::shared_ptr<HTMLDocument> load_beside(std::u16string_view url);
+
+ private:
+  class Loader;
+  std::shared_ptr<Loader> loader_;
+};
+
+}  // namespace tvx::browser

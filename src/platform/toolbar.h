@@ -1,0 +1,135 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// A toolbar as a model: what a desktop draws, a script reads and a user presses. No widget in sight.
+namespace tvx::platform {
+
+class Toolbar;
+
+enum class ButtonStyle : std::uint8_t { Default, Separator };
+
+/// One button. Setting a value that it has already tells nobody.
+class Button {
+ public:
+  /// 1-based place in its toolbar.
+  int Index() const { return index_; }
+  const std::u16string& Key() const { return key_; }
+  ButtonStyle Style() const { return style_; }
+  const std::u16string& Image() const { return image_; }
+
+  const std::u16string& Caption() const { return caption_; }
+  void set_Caption(std::u16string_view caption);
+  const std::u16string& ToolTipText() const { return tool_tip_; }
+  void set_ToolTipText(std::u16string_view text);
+  /// Whatever the toolbar's owner wants to find again.
+  const std::u16string& Tag() const { return tag_; }
+  void set_Tag(std::u16string_view tag) { tag_ = tag; }
+  bool Enabled() const { return enabled_; }
+  void set_Enabled(bool enabled);
+  bool Visible() const { return visible_; }
+  void set_Visible(bool visible);
+  /// 1 looks pressed, 0 released; anything else throws RuntimeError(380).
+  int Value() const { return value_; }
+  void set_Value(int value);
+
+ private:
+  friend class Toolbar;
+  Button(Toolbar& toolbar, int index) : toolbar_(&toolbar), index_(index) {}
+  Toolbar* toolbar_;
+  int index_;
+  std::u16string key_, caption_, tool_tip_, image_, tag_;
+  ButtonStyle style_ = ButtonStyle::Default;
+  bool enabled_ = true, visible_ = true;
+  int value_ = 0;
+};
+
+/// What a new button is made of.
+struct ButtonDefinition {
+  std::u16string key, caption, tool_tip, image;
+  ButtonStyle style = ButtonStyle::Default;
+};
+
+class ToolbarObserver {
+ public:
+  virtual ~ToolbarObserver() = default;
+  /// Buttons came, went or changed their size.
+  virtual void buttons_replaced(Toolbar& toolbar) = 0;
+  /// One button has another caption, tooltip, look or state.
+  virtual void button_changed(Toolbar& toolbar, Button& button) = 0;
+  /// Refresh was called: a drawn toolbar brings itself up to date now.
+  virtual void refreshed(Toolbar&) {}
+};
+
+/// Who acts when the user presses a button.
+class ToolbarHandler {
+ public:
+  virtual ~ToolbarHandler() = default;
+  virtual void ButtonClick(Toolbar& toolbar, Button& button) = 0;
+};
+
+/// Buttons in a row that wraps. Lengths are twips. Buttons keep their address until they are removed.
+class Toolbar {
+ public:
+  explicit Toolbar(std::u16string name);
+  ~Toolbar();
+  Toolbar(const Toolbar&) = delete;
+  Toolbar& operator=(const Toolbar&) = delete;
+
+  const std::u16string& Name() const { return name_; }
+
+  // --- buttons; places count from 1 ---
+  int Count() const { return int(buttons_.size()); }
+  /// Throws RuntimeError(5) for a place or a key that is none. Keys compare letter by letter.
+  Button& Item(int index);
+  Button& Item(std::u16string_view key);
+  /// The first with that key without regard to case; null if there is none.
+  Button* find_ignoring_case(std::u16string_view key);
+  Button& Add(ButtonDefinition definition);
+  void Remove(int index);
+  void Clear();
+
+  float ButtonWidth() const { return button_width_; }
+  float ButtonHeight() const { return button_height_; }
+  void set_ButtonWidth(float width);
+  void set_ButtonHeight(float height);
+
+  float Width() const { return width_; }
+  void set_Width(float width) { width_ = width; }
+  /// The height that the visible buttons take at this width: as measured by whoever draws them, else rows
+  /// of 360 with buttons of the button width and separators of 120.
+  float Height() const;
+  /// What a drawing toolbar measured, or a script fixed; none: back to counting.
+  void set_measured_height(std::optional<float> height) { measured_height_ = height; }
+  bool Visible() const { return visible_; }
+  void set_Visible(bool visible);
+
+  void Refresh();
+  /// The user's press. A button that is not enabled, not visible or a separator doesn't answer: false.
+  bool press(Button& button);
+
+  void set_handler(ToolbarHandler* handler) { handler_ = handler; }
+  void add_observer(ToolbarObserver& observer);
+  void remove_observer(ToolbarObserver& observer);
+
+ private:
+  friend class Button;
+  void tell_changed(Button& button);
+  void tell_replaced();
+
+  std::u16string name_;
+  std::vector<std::unique_ptr<Button>> buttons_;
+  float button_width_ = 345, button_height_ = 345;
+  float width_ = 0;
+  std::optional<float> measured_height_;
+  bool visible_ = true;
+  ToolbarHandler* handler_ = nullptr;
+  std::vector<ToolbarObserver*> observers_;
+};
+
+}  // namespace tvx::platform
