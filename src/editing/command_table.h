@@ -23,8 +23,11 @@ struct CommandDefinition {
   std::u16string_view css_property = {};
   /// Commands of the standard's "miscellaneous" section need no editable place.
   bool always_enabled = false;
-  /// The caret's pending look outlives it (typing a character, setting a mode).
+  /// "Preserves overrides": the caret's pending look outlives it. All block commands do but insertText,
+  /// which looks after it itself.
   bool keeps_overrides = false;
+  /// Also in a place where there is nothing but text (`contenteditable="plaintext-only"`).
+  bool in_plain_text = false;
   /// Changes no tree: opens no undo step.
   bool is_mode = false;
 };

@@ -13,7 +13,8 @@ namespace tvx::editing {
 struct CommandDefinition;
 
 /// State and value overrides: what the next typed character shall look like, set by a command on a caret.
-/// Editing commands standard, "state override" and "value override". Keys are command names in small letters.
+/// Editing commands standard, "state override" and "value override". Keys are command names in small letters;
+/// "backcolor" and "hilitecolor" share one, see `override_key`.
 struct Overrides {
   std::map<std::u16string, bool, std::less<>> states;
   std::map<std::u16string, std::u16string, std::less<>> values;
@@ -23,6 +24,9 @@ struct Overrides {
     values.clear();
   }
 };
+
+/// The key of a command's override: its name in small letters, for "backColor" that of "hiliteColor".
+std::u16string override_key(std::u16string_view command);
 
 /// Editing of one document: its selection, the modes that outlive a command, and the commands.
 /// Everything that changes the document here is one undo step of its journal.
@@ -39,7 +43,7 @@ class Editor {
 
   /// On: the whole body is the editing host. Off: what has `contenteditable` is.
   bool design_mode() const { return design_mode_; }
-  void set_design_mode(bool on) { design_mode_ = on; }
+  void set_design_mode(bool on);
 
   /// Off: commands make `<B>`, `<I>`, `<FONT>` (tag mode). On: inline styles.
   bool style_with_css() const { return style_with_css_; }
@@ -58,22 +62,42 @@ class Editor {
   /// Runs a command as one undo step. False if it is unknown, not enabled, or refused its value.
   bool execute(std::u16string_view command, std::u16string_view value = {});
 
-  /// What the next typed character shall look like. Dropped when the selection is set elsewhere.
-  Overrides& overrides() { return overrides_; }
-  const Overrides& overrides() const { return overrides_; }
+  /// What the next typed character shall look like. Empty again as soon as the selection stands elsewhere,
+  /// wherever that came from.
+  Overrides& overrides();
+
+  /// A mode of the keyboard: typed text takes the place of the character behind the caret.
+  bool overwrite() const { return overwrite_; }
+  void set_overwrite(bool on) { overwrite_ = on; }
+  /// The platform's modes: a dropped or dragged element may be placed freely.
+  bool absolute_position() const { return absolute_position_; }
+  void set_absolute_position(bool on) { absolute_position_ = on; }
+  bool two_d_position() const { return two_d_position_; }
+  void set_two_d_position(bool on) { two_d_position_ = on; }
 
   /// The range that a command works on: the selection's, in document order; none without a selection.
   std::optional<dom::Range> active_range() const;
 
  private:
-  struct OverrideGuard;
-  dom::Document* document_;
+  struct Place {
+    dom::NodeId node{};
+    Offset offset = 0;
+    friend bool operator==(const Place&, const Place&) = default;
+  };
+  static Place place_of(const dom::Boundary& boundary);
+  bool is_enabled(const CommandDefinition& command) const;
+  bool act(const CommandDefinition& command, std::u16string_view value);
+
+  dom::Ref<dom::Document> document_;
   Selection selection_;
   bool design_mode_ = false;
   bool style_with_css_ = false;
+  bool overwrite_ = false;
+  bool absolute_position_ = false;
+  bool two_d_position_ = false;
   std::u16string paragraph_separator_ = u"p";
   Overrides overrides_;
-  std::unique_ptr<OverrideGuard> override_guard_;
+  Place overrides_anchor_, overrides_focus_;  // where the selection stood when they were last asked for
 };
 
 }  // namespace tvx::editing

@@ -11,6 +11,8 @@ bool is_editing_host(const dom::Node& node);
 bool is_editable(const dom::Node& node);
 /// The host that an editable node belongs to, the node itself if it is one; null elsewhere.
 dom::Node* editing_host_of(const dom::Node& node);
+/// A host whose `contenteditable` is "plaintext-only": commands that format are not enabled there.
+bool is_plain_text_host(const dom::Node& node);
 bool in_same_editing_host(const dom::Node& a, const dom::Node& b);
 /// The document is edited as a whole (set by Editor; kept beside the document).
 void set_whole_document_editable(dom::Document& document, bool editable);
@@ -35,8 +37,12 @@ bool is_non_list_single_line_container(const dom::Node& node);
 bool is_single_line_container(const dom::Node& node);
 bool is_prohibited_paragraph_child(const dom::Node& node);
 bool is_prohibited_paragraph_child_name(dom::Name name);
+// The standard's "allowed child" takes nodes and names of HTML elements on either side.
 bool is_allowed_child(const dom::Node& child, const dom::Node& parent);
+bool is_allowed_child(const dom::Node& child, dom::Name parent);
 bool is_allowed_child_name(dom::Name child, const dom::Node& parent);
+bool is_allowed_child_name(dom::Name child, dom::Name parent);
+bool is_element_with_inline_contents(const dom::Node& node);
 bool is_name_of_formattable_block(dom::Name name);
 
 }  // namespace tvx::editing

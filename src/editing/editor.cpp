@@ -1,0 +1,129 @@
+#include "editing/editor.h"
+
+#include "dom/journal.h"
+#include "dom/tree.h"
+#include "editing/command_table.h"
+#include "editing/font_sizes.h"
+#include "editing/predicates.h"
+
+namespace tvx::editing {
+
+using dom::Node;
+
+namespace {
+
+// The nearest host that holds both ends; null if there is none.
+const Node* common_host(const dom::Range& range) {
+  for (const Node* node = range.start.node; node; node = node->parent()) {
+    if (is_editing_host(*node) && dom::is_inclusive_ancestor(*node, *range.end.node)) return node;
+  }
+  return nullptr;
+}
+
+// Observers hear of the selection once, when a command is done with it.
+class HeldSelection {
+ public:
+  explicit HeldSelection(Selection& selection) : selection_(selection) { selection_.hold_notifications(); }
+  ~HeldSelection() { selection_.release_notifications(); }
+  HeldSelection(const HeldSelection&) = delete;
+  HeldSelection& operator=(const HeldSelection&) = delete;
+
+ private:
+  Selection& selection_;
+};
+
+}  // namespace
+
+std::u16string override_key(std::u16string_view command) {
+  std::u16string key = ascii_lower(command);
+  return key == u"backcolor" ? u"hilitecolor" : key;
+}
+
+Editor::Editor(dom::Document& document) : document_(document), selection_(document) {
+  document.journal().set_selection_keeper(&selection_);
+}
+
+Editor::~Editor() {
+  document_->journal().set_selection_keeper(nullptr);
+  set_design_mode(false);
+}
+
+void Editor::set_design_mode(bool on) {
+  design_mode_ = on;
+  set_whole_document_editable(*document_, on);
+}
+
+Editor::Place Editor::place_of(const dom::Boundary& boundary) {
+  return {boundary ? boundary.node->id() : dom::NodeId{}, boundary.offset};
+}
+
+// The standard drops them at each change of the selection. Comparing when they are asked for says the same
+// without listening to every edit that moves a boundary.
+Overrides& Editor::overrides() {
+  const Place anchor = place_of(selection_.anchor()), focus = place_of(selection_.focus());
+  if (anchor != overrides_anchor_ || focus != overrides_focus_) overrides_.clear();
+  overrides_anchor_ = anchor;
+  overrides_focus_ = focus;
+  return overrides_;
+}
+
+std::optional<dom::Range> Editor::active_range() const {
+  const dom::Range range = selection_.range();
+  if (!range.start) return std::nullopt;
+  return range;
+}
+
+// --- the standard's section "Methods to query and execute commands" ---
+
+bool Editor::supported(std::u16string_view command) const { return find_command(command) != nullptr; }
+
+bool Editor::is_enabled(const CommandDefinition& command) const {
+  if (command.always_enabled) return true;
+  const std::optional<dom::Range> range = active_range();
+  if (!range || !editing_host_of(*range->start.node) || !editing_host_of(*range->end.node)) return false;
+  const Node* host = common_host(*range);
+  return host && (command.in_plain_text || !is_plain_text_host(*host));
+}
+
+bool Editor::enabled(std::u16string_view command) {
+  const CommandDefinition* row = find_command(command);
+  return row && is_enabled(*row);
+}
+
+bool Editor::indeterminate(std::u16string_view command) {
+  const CommandDefinition* row = find_command(command);
+  return row && row->indeterminate && row->indeterminate(*this);
+}
+
+bool Editor::state(std::u16string_view command) {
+  const CommandDefinition* row = find_command(command);
+  if (!row || !row->state) return false;
+  const auto& states = overrides().states;
+  if (const auto found = states.find(override_key(command)); found != states.end()) return found->second;
+  return row->state(*this);
+}
+
+std::u16string Editor::value(std::u16string_view command) {
+  const CommandDefinition* row = find_command(command);
+  if (!row || !row->value) return {};
+  const auto& values = overrides().values;
+  if (const auto found = values.find(override_key(command)); found != values.end()) {
+    return row->css_property == u"font-size" ? legacy_font_size_of(found->second) : found->second;
+  }
+  return row->value(*this);
+}
+
+bool Editor::execute(std::u16string_view command, std::u16string_view value) {
+  const CommandDefinition* row = find_command(command);
+  if (!row || !row->action || !is_enabled(*row)) return false;
+  const HeldSelection held(selection_);
+  if (row->is_mode) return row->action(*this, value);
+  const dom::UndoStep step(document_->journal(), row->label);
+  return act(*row, value);
+}
+
+bool Editor::act(const CommandDefinition& command, std::u16string_view value) {
+  return command.action(*this, value);
+}
+
+}  // namespace tvx::editing

@@ -1,0 +1,7 @@
+#include "editing/command_table.h"
+
+namespace tvx::editing {
+
+std::span<const CommandDefinition> link_commands() { return {}; }
+
+}  // namespace tvx::editing
