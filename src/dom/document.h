@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <memory>
 #include <vector>
 
@@ -20,6 +21,13 @@ enum class MutationKind : std::uint8_t {
   Overlay,  // the selection border: seen by tree, serialiser and view, and by nobody else
   Load      // new content: not journalled; the loader clears the journal
 };
+
+/// What other subjects keep with a document: made when first asked for, gone with it.
+class DocumentExtension {
+ public:
+  virtual ~DocumentExtension() = default;
+};
+enum class ExtensionSlot : std::uint8_t { Style, Collections, Count };
 
 /// A document: the root of a tree, the maker of its nodes, and what follows its changes.
 class Document final : public Node {
@@ -65,6 +73,8 @@ class Document final : public Node {
   void remove_observer(MutationObserver& observer);
   /// The ranges that follow this document's edits (dom/range.h).
   const std::vector<LiveRange*>& live_ranges() const { return live_ranges_; }
+  /// Empty until its subject fills it.
+  std::unique_ptr<DocumentExtension>& extension(ExtensionSlot slot) { return extensions_[std::size_t(slot)]; }
 
  private:
   friend class Node;
@@ -83,6 +93,7 @@ class Document final : public Node {
   std::unique_ptr<Journal> journal_;
   std::vector<MutationObserver*> observers_;
   std::vector<LiveRange*> live_ranges_;
+  std::array<std::unique_ptr<DocumentExtension>, std::size_t(ExtensionSlot::Count)> extensions_;
 };
 
 /// Sets the kind of the mutations made while it lives.
