@@ -21,6 +21,9 @@ struct Event {
   MouseButton button = MouseButton::None;
   int key_code = 0;  // virtual-key number; a handler takes a key away by setting it to 0
   bool shift = false, control = false, alt = false;
+
+  int x() const { return client_x; }
+  int y() const { return client_y; }
 };
 
 /// The control's ears on a document. One document has one handler at most: connecting another, or none,

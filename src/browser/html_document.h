@@ -1,8 +1,12 @@
 #pragma once
 
+#include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <variant>
 #include <vector>
 
 #include "browser/events.h"
@@ -14,6 +18,16 @@ namespace tvx::browser {
 
 /// What a caret move that needs the layout asks of the view.
 enum class ViewMove : std::uint8_t { LineUp, LineDown, LineStart, LineEnd, PageUp, PageDown, Left, Right };
+
+/// The answer of a command in the platform's way: true or false for toggles, blue-green-red numbers for
+/// colours, numbers for sizes, texts for the rest.
+using CommandValue = std::variant<bool, std::int32_t, std::u16string>;
+
+/// How the bytes of a file became text: what a program needs to write it back as it was.
+struct Encoding {
+  std::string name = "utf-8";  // as in the Encoding standard, lower case
+  bool byte_order_mark = false;
+};
 
 /// What a key led to.
 struct KeyOutcome {
@@ -42,9 +56,22 @@ class HTMLDocument : public std::enable_shared_from_this<HTMLDocument> {
   std::u16string title() const;
   void set_title(std::u16string_view title);
   dom::Element* body() const { return tree_->body(); }
+  dom::Element* documentElement() const { return tree_->document_element(); }
+  /// The first element of that name in tree order; null if there is none.
+  dom::Element* first(dom::Tag tag) const;
   /// False where the command failed or is unknown.
   bool execCommand(std::u16string_view command, bool show_ui, std::u16string_view value);
   bool queryCommandEnabled(std::u16string_view command);
+  /// Throws RuntimeError(5) for an unknown command. Of Copy, Cut and Paste: false.
+  CommandValue queryCommandValue(std::u16string_view command);
+  /// New content for the body, from outside: loaded, not edited; clears the undo journal. Throws
+  /// RuntimeError(91) without a body.
+  void load_body(std::u16string_view html);
+  /// An address as it is meant: seen from the base element, else from the document; as written where that
+  /// gives no address (a base of "http://").
+  std::u16string absolute_url(std::u16string_view written) const;
+  const Encoding& encoding() const { return encoding_; }
+  void set_encoding(Encoding encoding) { encoding_ = std::move(encoding); }
 
   // --- events ---
   /// Connects a handler (null: none). The document doesn't own it.
@@ -77,26 +104,56 @@ class HTMLDocument : public std::enable_shared_from_this<HTMLDocument> {
   void mouse_press(const MouseInput& mouse);
   /// The selection that a drag or a shift-press made.
   void mouse_select(const MouseInput& mouse);
+  /// onclick; then a plain left click on a link asks whoever set_link_follower named.
   void click(const MouseInput& mouse);
   void double_click(const MouseInput& mouse);
+  /// False: the handler forbids it.
+  bool drag_start(const MouseInput& mouse);
+  bool context_menu(const MouseInput& mouse);
+  /// The selection as a script or a command of the control sets it: one onselectionchange at the end.
+  void select(const std::function<void(editing::Selection&)>& set);
   /// The view's answer to KeyOutcome::ask.
   void move_caret_to(dom::Boundary place, bool extend);
 
+  /// Called with the absolute address and the target frame of a link that was clicked.
+  using LinkFollower = std::function<void(const std::u16string& url, const std::u16string& target)>;
+  void set_link_follower(LinkFollower follow) { follow_link_ = std::move(follow); }
+
+  /// Holds the selection's news back while it lives; then tells of them once.
+  class Gesture;
+
   // --- loading; the browser calls these ---
-  void finish_loading();
+  /// The tree stands; style sheets may still be on their way.
+  void begin_interactive() { ready_state_ = u"interactive"; }
+  void finish_loading() { ready_state_ = u"complete"; }
 
  private:
   class SelectionWatch;
+  struct Living;
   explicit HTMLDocument(dom::Ref<dom::Document> tree, std::u16string url);
+  void deliver(Event& event, const std::function<void(DocumentHandler&)>& call);
+  bool ask_handler(Event event, bool (DocumentHandler::*question)());
+  void deliver_selection_change(Event event);
+  void selection_changed();
+  Event event_of(const MouseInput& mouse, std::u16string_view type) const;
+  Event event_of(const KeyInput& key, std::u16string_view type) const;
+  Event event_at_caret() const;
+  dom::Ref<dom::Element> focus_element() const;
+  void set_selection_by_press(const MouseInput& mouse);
+  void default_action(const KeyInput& key, KeyOutcome& outcome);
 
   dom::Ref<dom::Document> tree_;
   std::unique_ptr<editing::Editor> editor_;
   std::u16string url_;
   std::u16string ready_state_ = u"loading";
-  bool design_mode_ = false;
   DocumentHandler* handler_ = nullptr;
   const Geometry* geometry_ = nullptr;
-  std::vector<Event*> events_;  // being handled, the innermost last
+  Encoding encoding_;
+  LinkFollower follow_link_;
+  std::vector<Living> events_;  // being handled, the innermost last
+  std::size_t gestures_ = 0;
+  bool selection_moved_ = false;  // within a gesture, or while a change is being told
+  bool telling_selection_ = false;
   std::unique_ptr<SelectionWatch> watch_;
 };
 

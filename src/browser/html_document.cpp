@@ -1,0 +1,121 @@
+#include "browser/html_document.h"
+
+#include "base/error.h"
+#include "base/url.h"
+#include "browser/gesture.h"
+#include "dom/inner_html.h"
+#include "dom/journal.h"
+#include "dom/mutation.h"
+#include "dom/tree.h"
+#include "editing/predicates.h"
+
+namespace tvx::browser {
+
+using dom::Element;
+using dom::Tag;
+
+class HTMLDocument::SelectionWatch final : public editing::SelectionObserver {
+ public:
+  explicit SelectionWatch(HTMLDocument& document) : document_(document) {
+    document_.editor_->selection().add_observer(*this);
+  }
+  ~SelectionWatch() override { document_.editor_->selection().remove_observer(*this); }
+  void selection_changed() override { document_.selection_changed(); }
+
+ private:
+  HTMLDocument& document_;
+};
+
+std::shared_ptr<HTMLDocument> HTMLDocument::create(dom::Ref<dom::Document> tree, std::u16string url) {
+  return std::shared_ptr<HTMLDocument>(new HTMLDocument(std::move(tree), std::move(url)));
+}
+
+HTMLDocument::HTMLDocument(dom::Ref<dom::Document> tree, std::u16string url)
+    : tree_(std::move(tree)),
+      editor_(std::make_unique<editing::Editor>(*tree_)),
+      url_(std::move(url)),
+      watch_(std::make_unique<SelectionWatch>(*this)) {}
+
+HTMLDocument::~HTMLDocument() { watch_.reset(); }
+
+std::u16string HTMLDocument::readyState() const { return ready_state_; }
+
+std::u16string HTMLDocument::designMode() const { return editor_->design_mode() ? u"On" : u"Off"; }
+
+void HTMLDocument::set_designMode(std::u16string_view mode) {
+  const bool on = equals_ignoring_ascii_case(mode, u"On");
+  if (!on && !equals_ignoring_ascii_case(mode, u"Off"))
+    throw RuntimeError(errors::invalid_property_value, u"Invalid property value");
+  editor_->set_design_mode(on);
+}
+
+// HTML standard, section 3.1.5 "document.title".
+std::u16string HTMLDocument::title() const {
+  const Element* element = first(Tag::Title);
+  if (!element) return {};
+  std::u16string result;
+  const std::u16string text = dom::text_content(*element);
+  for (std::u16string_view word : split_on_space(text)) {
+    if (!result.empty()) result += u' ';
+    result += word;
+  }
+  return result;
+}
+
+void HTMLDocument::set_title(std::u16string_view title) {
+  dom::Ref<Element> element = first(Tag::Title);
+  if (!element) {
+    // OURS: an empty title makes no element, so that a page without one is saved without one.
+    if (title.empty() || !tree_->head()) return;
+    element = tree_->create_element(Tag::Title);
+    dom::insert(*tree_->head(), element);
+  }
+  if (dom::text_content(*element) == title) return;
+  if (title.empty())
+    dom::clear(*element);
+  else
+    dom::replace_children(*element, tree_->create_text(std::u16string(title)));
+}
+
+Element* HTMLDocument::first(Tag tag) const {
+  for (dom::Node* node = tree_.get(); node; node = dom::next_in_order(*node))
+    if (node->is(tag)) return static_cast<Element*>(node);
+  return nullptr;
+}
+
+void HTMLDocument::load_body(std::u16string_view html) {
+  const auto self = shared_from_this();
+  const dom::Ref<Element> element = body();
+  if (!element) throw RuntimeError(errors::object_not_set, u"The document has no body");
+  {
+    dom::MutationScope scope(*tree_, dom::MutationKind::Load);
+    dom::set_inner_html(*element, html);
+  }
+  tree_->journal().clear();
+}
+
+std::u16string HTMLDocument::absolute_url(std::u16string_view written) const {
+  std::u16string base = url_;
+  for (dom::Node* node = tree_.get(); node; node = dom::next_in_order(*node)) {
+    if (!node->is(Tag::Base)) continue;
+    const auto* element = static_cast<const Element*>(node);
+    if (!element->has_attribute(dom::names::href)) continue;
+    // OURS: the temporary file's folder never becomes a base; a base that is none leaves addresses as
+    // written.
+    base = resolve_url(element->attribute_or_empty(dom::names::href), u"").value_or(u"");
+    break;
+  }
+  return resolve_url(trimmed(written), base).value_or(std::u16string(written));
+}
+
+bool HTMLDocument::execCommand(std::u16string_view command, bool /*show_ui*/, std::u16string_view value) {
+  const auto self = shared_from_this();
+  Gesture gesture(*this);
+  return editor_->execute(command, value);
+}
+
+bool HTMLDocument::queryCommandEnabled(std::u16string_view command) { return editor_->enabled(command); }
+
+void HTMLDocument::connect(DocumentHandler* handler) { handler_ = handler; }
+
+}  // namespace tvx::browser
