@@ -21,6 +21,9 @@ class Builder {
   static void reserve_attributes(Element& element, std::size_t count);
   /// A template's contents: a fragment.
   static void set_template_content(Element& element, Ref<Node> content);
+  /// A number of the parser's own beside an element that it still holds open. It stands where
+  /// Document::all() later counts, and is 0 again when the parser is done.
+  static std::uint32_t& parsing_mark(const Element& element) { return element.source_index_; }
 
  private:
   friend class MutationDoor;
