@@ -36,8 +36,9 @@ void walk_contained(const dom::Range& range, const std::function<Visit(Node&)>& 
   for (Node* node = first_behind(range.start); node && node != stop;) {
     const bool holds_end = !holders.empty() && holders.back() == node;
     if (holds_end) holders.pop_back();
-    const bool skip = !holds_end && visitor(*node) == Visit::Skip;
-    node = skip ? dom::next_skipping_children(*node) : dom::next_in_order(*node);
+    const Visit visit = holds_end ? Visit::Children : visitor(*node);
+    if (visit == Visit::Stop) return;
+    node = visit == Visit::Skip ? dom::next_skipping_children(*node) : dom::next_in_order(*node);
   }
 }
 
@@ -58,6 +59,15 @@ NodeList visible_leaves(const dom::Range& range) {
     return Visit::Children;
   });
   return leaves;
+}
+
+Ref<Node> first_visible_leaf(const dom::Range& range) {
+  Ref<Node> leaf;
+  walk_contained(range, [&](Node& node) {
+    if (!node.has_children() && is_editable(node) && is_visible(node)) leaf = node;
+    return leaf ? Visit::Stop : Visit::Children;
+  });
+  return leaf;
 }
 
 NodeList take_siblings(const NodeList& nodes, std::size_t& at, const NodeCriteria& criteria) {

@@ -25,4 +25,48 @@ struct Gap {
   friend bool operator==(const Gap&, const Gap&) = default;
 };
 
+/// A place anywhere: an offset in a text or comment, a gap between children elsewhere.
+struct Spot {
+  Gap gap;
+  Offset offset = 0;  // in character data
+  dom::CharacterData* data = nullptr;
+
+  explicit Spot(dom::Boundary place)
+      : gap{place.node, nullptr}, data(dom::as<dom::CharacterData>(place.node)) {
+    if (data) {
+      offset = place.offset < data->length() ? place.offset : data->length();
+    } else {
+      gap = Gap::at(place);
+    }
+  }
+  dom::Node& node() const { return *gap.node; }
+  bool is_text() const { return gap.node->is_text(); }
+  /// The child right before or behind it, null where there is none.
+  dom::Node* previous() const { return data ? nullptr : gap.previous(); }
+  dom::Node* next() const { return data ? nullptr : gap.next; }
+  bool at_start() const { return data ? offset == 0 : gap.at_start(); }
+  bool at_end() const { return data ? offset == data->length() : gap.at_end(); }
+  dom::Boundary boundary() const { return data ? dom::Boundary{data, offset} : gap.boundary(); }
+
+  void enter_end(dom::Node& child) {
+    gap = Gap::end_of(child);
+    data = dom::as<dom::CharacterData>(&child);
+    offset = data ? data->length() : 0;
+  }
+  void enter_start(dom::Node& child) {
+    gap = Gap::start_of(child);
+    data = dom::as<dom::CharacterData>(&child);
+    offset = 0;
+  }
+  void leave_backward() {
+    gap = Gap::before(node());
+    data = nullptr;
+  }
+  void leave_forward() {
+    gap = Gap::after(node());
+    data = nullptr;
+  }
+  bool same_as(const Spot& other) const { return gap == other.gap && offset == other.offset; }
+};
+
 }  // namespace tvx::editing

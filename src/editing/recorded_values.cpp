@@ -117,8 +117,8 @@ Node* first_formattable(Editor& editor) {
   };
   if (range->start.node->is_text()) try_node(*range->start.node);
   walk_contained(*range, [&](Node& node) {
-    if (!found) try_node(node);
-    return found ? Visit::Skip : Visit::Children;
+    try_node(node);
+    return found ? Visit::Stop : Visit::Children;
   });
   if (!found && range->end.node->is_text()) try_node(*range->end.node);
   return found;
@@ -171,10 +171,7 @@ namespace {
 // The caret has no text to change: what is typed next shall have the look.
 void set_overrides(const RecordedLook& look, Editor& editor) {
   for (const auto& [name, state] : look.states) editor.overrides().states[std::u16string(name)] = state;
-  for (const auto& [name, value] : look.values) {
-    editor.overrides().values[std::u16string(name)] = value;
-    if (name == u"hilitecolor") editor.overrides().values[u"backcolor"] = value;
-  }
+  for (const auto& [name, value] : look.values) editor.overrides().values[std::u16string(name)] = value;
 }
 
 /// Steps 2 of "restore states and values": each command runs only where the look differs.

@@ -185,6 +185,7 @@ void split_off_head(Node& first, const Ref<Node>& parent) {
 
 // Editing commands standard, "split the parent". The numbers are its steps.
 void split_parent(const NodeList& nodes) {
+  if (nodes.empty()) return;
   const Ref<Node> parent(nodes.front()->parent());
   if (!parent || !is_editable(*parent) || !parent->parent()) return;  // 2
   const Ref<Node> first = nodes.front(), last = nodes.back();

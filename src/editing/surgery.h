@@ -40,7 +40,7 @@ void split_parent(const NodeList& nodes);
 /// "Normalize sublists": what follows a list inside an item becomes an item of its own.
 void normalize_sublists(const dom::Ref<dom::Node>& item);
 
-enum class Visit : bool { Children, Skip };
+enum class Visit : std::uint8_t { Children, Skip, Stop };
 /// Calls `visitor` for the nodes that the range contains, in tree order. Linear in what it visits. The
 /// visitor must not change the tree.
 void walk_contained(const dom::Range& range, const std::function<Visit(dom::Node&)>& visitor);
@@ -48,6 +48,8 @@ void walk_contained(const dom::Range& range, const std::function<Visit(dom::Node
 NodeList topmost_contained(const dom::Range& range, const NodeCriteria& criteria);
 /// The contained visible editable nodes without children.
 NodeList visible_leaves(const dom::Range& range);
+/// The first of them, empty if there is none.
+dom::Ref<dom::Node> first_visible_leaf(const dom::Range& range);
 
 /// Takes a run of siblings from the front of a list: the first, and then each that is the next sibling of
 /// the one before and fits.

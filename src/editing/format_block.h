@@ -1,0 +1,17 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+/// Editing commands standard, section "The formatBlock command".
+namespace tvx::editing {
+
+class Editor;
+
+/// `name` may stand in angle brackets. False if it is no name of a formattable block.
+bool format_block(Editor& editor, std::u16string_view name);
+bool is_block_format_mixed(Editor& editor);
+/// The name of the first line's block, "" if there is none.
+std::u16string block_format(Editor& editor);
+
+}  // namespace tvx::editing
