@@ -165,29 +165,39 @@ bool insert_line_break(Editor& editor, std::u16string_view) {
 
 std::span<const CommandDefinition> insertion_commands() {
   static const std::array rows{
-      CommandDefinition{
-          .name = u"delete", .label = u"Delete", .action = delete_command, .keeps_overrides = true},
+      CommandDefinition{.name = u"delete",
+                        .label = u"Delete",
+                        .action = delete_command,
+                        .keeps_overrides = true,
+                        .in_plain_text = true},
       CommandDefinition{.name = u"forwardDelete",
                         .label = u"Delete",
                         .action = forward_delete_command,
-                        .keeps_overrides = true},
+                        .keeps_overrides = true,
+                        .in_plain_text = true},
       CommandDefinition{.name = u"insertHorizontalRule",
                         .label = u"Horizontal rule",
                         .action = insert_horizontal_rule,
                         .keeps_overrides = true},
-      CommandDefinition{
-          .name = u"insertHTML", .label = u"Insert", .action = insert_html, .keeps_overrides = true},
+      CommandDefinition{.name = u"insertHTML",
+                        .label = u"Insert",
+                        .action = insert_html,
+                        .keeps_overrides = true,
+                        .in_plain_text = true},
       CommandDefinition{
           .name = u"insertImage", .label = u"Image", .action = insert_image, .keeps_overrides = true},
       CommandDefinition{.name = u"insertLineBreak",
                         .label = u"Line break",
                         .action = insert_line_break,
-                        .keeps_overrides = true},
+                        .keeps_overrides = true,
+                        .in_plain_text = true},
       CommandDefinition{.name = u"insertParagraph",
                         .label = u"Paragraph",
                         .action = insert_paragraph,
-                        .keeps_overrides = true},
-      CommandDefinition{.name = u"insertText", .label = u"Typing", .action = insert_text},
+                        .keeps_overrides = true,
+                        .in_plain_text = true},
+      CommandDefinition{
+          .name = u"insertText", .label = u"Typing", .action = insert_text, .in_plain_text = true},
   };
   return rows;
 }

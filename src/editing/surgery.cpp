@@ -1,7 +1,5 @@
 #include "editing/surgery.h"
 
-#include <optional>
-
 #include "dom/builder.h"
 #include "dom/tree.h"
 #include "editing/block_range.h"
@@ -38,18 +36,19 @@ class MovedBoundary {
 
  private:
   Offset old_index() {
-    if (!old_index_) old_index_ = dom::index_of(node_);
-    return *old_index_;
+    if (old_index_ == unknown) old_index_ = dom::index_of(node_);
+    return old_index_;
   }
   Offset new_index() {
-    if (!new_index_) new_index_ = before_ ? dom::index_of(*before_) : dom::length_of(new_parent_);
-    return *new_index_;
+    if (new_index_ == unknown) new_index_ = before_ ? dom::index_of(*before_) : dom::length_of(new_parent_);
+    return new_index_;
   }
   const Node& node_;
   Node& new_parent_;
   const Node* before_;
   const Node* old_parent_;
-  std::optional<Offset> old_index_, new_index_;
+  static constexpr Offset unknown = ~Offset{0};
+  Offset old_index_ = unknown, new_index_ = unknown;
 };
 
 struct SavedRange {
