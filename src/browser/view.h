@@ -30,6 +30,7 @@ struct PatchOperation {
   enum class Type : std::uint8_t {
     Element,     // makes `node` (name, namespace, attributes) as a child of `parent`, before `before`
     Text,        // makes a text node with `text`
+    Comment,     // makes a comment with `text`; it shows nothing, but places count children
     Detach,      // takes `node` out; it stays known, a Place may follow
     Place,       // puts a known node into `parent`, before `before`
     Forget,      // `node` and all below it is known no more
@@ -58,6 +59,8 @@ struct Patch {
   /// Begin anew: a fresh page for this compatibility mode, nothing known.
   bool reset = false;
   dom::CompatibilityMode compatibility_mode = dom::CompatibilityMode::NoQuirks;
+  /// With reset: the address that relative ones in the document are meant against.
+  std::u16string base;
   std::vector<PatchOperation> operations;
 };
 
@@ -72,6 +75,14 @@ struct ViewSelection {
 /// What the view may let the user do; told beforehand, never asked.
 struct ViewMode {
   bool editable = true;  // shows a caret, begins selections
+};
+
+/// What an input method may know: answered at once from here, never from the page.
+struct InputContext {
+  bool enabled = true;
+  std::u16string text;  // of the caret's block
+  std::uint32_t cursor = 0, anchor = 0;
+  friend bool operator==(const InputContext&, const InputContext&) = default;
 };
 
 /// A question with an identity. The answer comes through the inbox, or never: the asker has a deadline.
@@ -100,8 +111,16 @@ struct ViewAnswer {
   std::optional<ViewPlace> place;
   dom::NodeId element{};
 };
-/// The page's own tale of a mouse event. `ticket` is the number that the input queue gave to the native
-/// event, in order: the n-th press here is the n-th press there.
+/// A native mouse event is on its way to the page, which will tell of it (ViewMouse). Input that comes
+/// later waits for the tale, or for a deadline.
+struct ViewTicket {
+  enum class Type : std::uint8_t { Press, Release };
+  Type type = Type::Press;
+  MouseButton button = MouseButton::Left;
+  int x = 0, y = 0;
+};
+/// The page's own tale of a mouse event. A press and a release answer the oldest open ticket of their kind
+/// and place; a click and a double click follow their release in the same batch.
 struct ViewMouse {
   enum class Type : std::uint8_t { Press, Release, Click, DoubleClick };
   Type type = Type::Press;
@@ -109,7 +128,20 @@ struct ViewMouse {
   int x = 0, y = 0;
   bool shift = false, control = false, alt = false;
   dom::NodeId element{};
+  std::optional<ViewPlace> place;          // the caret place nearest to the point
   std::optional<ViewPlace> anchor, focus;  // the native selection after the event
+};
+/// A key, as the window system gave it; the page never sees one.
+struct ViewKey {
+  KeyInput key;
+  bool down = true;
+};
+/// Text that an input method committed.
+struct ViewText {
+  std::u16string text;
+};
+struct ViewFocus {
+  bool focused = false;
 };
 /// The native selection moved while the button is held.
 struct ViewSelect {
@@ -123,7 +155,8 @@ struct ViewFacts {
 
 struct ViewMessage {
   PatchNumber seen{};
-  std::variant<ViewReady, ViewDied, PatchDone, PatchFailed, ViewAnswer, ViewMouse, ViewSelect, ViewFacts>
+  std::variant<ViewReady, ViewDied, PatchDone, PatchFailed, ViewAnswer, ViewTicket, ViewMouse, ViewSelect,
+               ViewKey, ViewText, ViewFocus, ViewFacts>
       what;
 };
 
@@ -137,6 +170,10 @@ class View {
   virtual void select(const ViewSelection& selection) = 0;
   virtual void ask(const ViewQuestion& question) = 0;
   virtual void set_mode(const ViewMode& mode) = 0;
+  virtual void set_input_context(const InputContext& context) = 0;
+  /// A plain text in the place of the document, with a button that asks for a new beginning; empty: away
+  /// with it. The button's press comes up as ViewReady.
+  virtual void show_notice(std::u16string_view text) = 0;
   virtual void scroll_to(int x, int y) = 0;
   virtual void print(bool with_dialog, std::function<void(bool)> done) = 0;
 };
