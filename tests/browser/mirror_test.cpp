@@ -208,7 +208,7 @@ class RandomEdits {
   void step() {
     switch (pick(9)) {
       case 0:
-      case 1: attempt([&] { dom::insert(*element(), fresh(), place()); }); break;
+      case 1: attempt([&] { insert(); }); break;
       case 2: attempt([&] { move(); }); break;
       case 3: remove(); break;
       case 4:
@@ -246,8 +246,12 @@ class RandomEdits {
     if (pick(12) == 0) return document_.create_comment(u"note");
     static constexpr Tag tags[] = {Tag::P, Tag::B, Tag::Div, Tag::Script, Tag::Iframe, Tag::Span, Tag::Link};
     Ref<Element> made = document_.create_element(tags[pick(std::size(tags))]);
-    for (std::size_t n = pick(6); n > 0; --n) Builder::insert(*made, fresh());
+    for (std::size_t n = pick(3); n > 0; --n) Builder::insert(*made, fresh());
     return made;
+  }
+  void insert() {
+    Element* to = element();
+    dom::insert(*to, fresh(), place());
   }
   void move() {
     Ref<Node> moved(node());
