@@ -1,0 +1,256 @@
+#include "editing/typing.h"
+
+#include "dom/builder.h"
+#include "dom/journal.h"
+#include "dom/mutation.h"
+#include "dom/tree.h"
+#include "editing/caret.h"
+#include "editing/deletion.h"
+#include "editing/insertion_commands.h"
+#include "editing/predicates.h"
+#include "editing/recorded_values.h"
+#include "editing/surgery.h"
+#include "editing/text_units.h"
+
+namespace tvx::editing {
+
+using dom::Boundary;
+using dom::Element;
+using dom::Node;
+using dom::Ref;
+using dom::StepJoin;
+using dom::Tag;
+
+namespace {
+
+/// One gesture: one undo step, and observers hear of the selection once, at its end.
+class Gesture {
+ public:
+  Gesture(Editor& editor, std::u16string_view label, StepJoin join = StepJoin::Never)
+      : selection_(editor.selection()), step_(editor.document().journal(), label, join) {
+    selection_.hold_notifications();
+  }
+  ~Gesture() { selection_.release_notifications(); }
+  Gesture(const Gesture&) = delete;
+  Gesture& operator=(const Gesture&) = delete;
+
+ private:
+  Selection& selection_;
+  dom::UndoStep step_;
+};
+
+bool can_type(Editor& editor) { return editor.enabled(u"insertText"); }
+
+// A host that has lost all it held gets a paragraph, so that the next text is not a bare line in it.
+void keep_paragraph(Editor& editor) {
+  const Boundary caret = editor.selection().range().start;
+  Node* host = editing_host_of(*caret.node);
+  if (!host || caret.node != host) return;
+  for (const Node* child = host->first_child(); child; child = child->next_sibling()) {
+    if (!child->is(Tag::Br) && is_visible(*child)) return;
+    if (child->is(Tag::Br) && child->next_sibling()) return;
+  }
+  const dom::Name name{std::u16string_view(editor.paragraph_separator())};
+  if (!is_allowed_child_name(name, *host)) return;
+  Node* last = host->last_child();
+  if (last && last->is(Tag::Br)) dom::remove(*last);
+  const Ref<Node> paragraph(editor.document().create_element(name));
+  dom::insert(*host, paragraph);
+  append_line_break(*paragraph);
+  editor.selection().collapse({paragraph.get(), 0});
+}
+
+// After a deletion the caret may stand between the cells of a table, or in an empty host.
+void settle_caret(Editor& editor) {
+  if (!editor.selection().collapsed()) return;
+  keep_paragraph(editor);
+  const Boundary caret = editor.selection().range().start;
+  const Boundary place = normalized_caret_place(caret);
+  if (place == caret) return;
+  const RecordedLook look = record_current_overrides(editor);
+  editor.selection().collapse(place);
+  restore_look(look, editor);
+}
+
+bool is_space(char16_t c) { return is_ascii_space(c) || c == u'\u00A0'; }
+
+// In the middle of a text with no white space near, typing is writing into that text and nothing else.
+bool type_into_text(Editor& editor, std::u16string_view word) {
+  if (!editor.selection().collapsed() || !editor.overrides().empty()) return false;
+  const Boundary caret = editor.selection().focus();
+  auto* text = dom::as<dom::Text>(caret.node);
+  if (!text || caret.offset == 0 || is_space(text->data()[caret.offset - 1])) return false;
+  if (caret.offset < text->length() && is_space(text->data()[caret.offset])) return false;
+  dom::replace_data(*text, caret.offset, 0, word);
+  editor.selection().collapse({text, caret.offset + word.size()});
+  return true;
+}
+
+// The text up to the next white space.
+std::u16string_view first_word(std::u16string_view text) {
+  std::size_t length = 0;
+  while (length < text.size() && !is_space(text[length])) ++length;
+  return text.substr(0, length);
+}
+
+// In overwrite mode a typed character takes the place of the one behind the caret, but never of a line's end.
+void make_room(Editor& editor, std::size_t count) {
+  const Boundary caret = editor.selection().focus();
+  auto* text = dom::as<dom::Text>(caret.node);
+  if (!editor.overwrite() || !editor.selection().collapsed() || !text) return;
+  Offset end = caret.offset;
+  for (; count > 0 && end < text->length(); --count) end = next_grapheme(text->data(), end);
+  // What is left empty would be a text without content.
+  if (caret.offset > 0 || end < text->length())
+    dom::replace_data(*text, caret.offset, end - caret.offset, u"");
+}
+
+// Types the beginning of the text and gives its length.
+std::size_t type_some(Editor& editor, std::u16string_view text) {
+  if (text[0] == u'\n' || text[0] == u'\r') {
+    insert_paragraph(editor);
+    return text.substr(0, 2) == u"\r\n" ? 2 : 1;
+  }
+  const std::u16string_view word = first_word(text);
+  if (!word.empty() && type_into_text(editor, word)) return word.size();
+  const std::size_t unit = is_high_surrogate(text[0]) && text.size() > 1 ? 2 : 1;
+  insert_text(editor, text.substr(0, unit));
+  return unit;
+}
+
+}  // namespace
+
+bool type_text(Editor& editor, std::u16string_view text) {
+  if (text.empty() || !can_type(editor)) return false;
+  const Gesture gesture(editor, u"Typing", StepJoin::TypingRun);
+  make_room(editor, text.size());
+  while (!text.empty()) text.remove_prefix(type_some(editor, text));
+  return true;
+}
+
+namespace {
+
+bool press_return(Editor& editor, std::u16string_view label,
+                  bool (*insertion)(Editor&, std::u16string_view)) {
+  if (!can_type(editor)) return false;
+  const Gesture gesture(editor, label);
+  const RecordedLook look = record_current_overrides(editor);
+  insertion(editor, {});
+  if (editor.selection().collapsed()) restore_look(look, editor);
+  return true;
+}
+
+template <class Deletion>
+bool press_delete(Editor& editor, Deletion&& deletion) {
+  if (!can_type(editor)) return false;
+  const Gesture gesture(editor, u"Delete");
+  const RecordedLook look = record_current_overrides(editor);
+  deletion();
+  if (editor.selection().collapsed()) restore_look(look, editor);
+  settle_caret(editor);
+  return true;
+}
+
+// Whether two places stand in one block. Across blocks a word is a character: the lines join.
+bool is_same_line(Boundary a, Boundary b) {
+  const auto block_of = [](const Node* node) {
+    while (node && is_inline_node(*node)) node = node->parent();
+    return node;
+  };
+  return block_of(a.node) == block_of(b.node);
+}
+
+bool delete_word(Editor& editor, Direction direction) {
+  return press_delete(editor, [&] {
+    const bool forward = direction == Direction::Forward;
+    const Boundary caret = editor.selection().focus();
+    const auto place = next_caret_place(caret, direction, Granularity::Word);
+    if (editor.selection().collapsed() && place && is_same_line(caret, *place)) {
+      editor.selection().set(forward ? caret : *place, forward ? *place : caret);
+    }
+    if (!editor.selection().collapsed()) {
+      delete_selection(editor);
+    } else if (forward) {
+      delete_forward_by(editor, next_grapheme);
+    } else {
+      delete_backward_by(editor, previous_grapheme);
+    }
+  });
+}
+
+}  // namespace
+
+bool press_enter(Editor& editor) { return press_return(editor, u"Paragraph", insert_paragraph); }
+bool press_shift_enter(Editor& editor) { return press_return(editor, u"Line break", insert_line_break); }
+
+bool delete_backward(Editor& editor) {
+  return press_delete(editor, [&] { delete_backward_by(editor, previous_grapheme); });
+}
+bool delete_forward(Editor& editor) {
+  return press_delete(editor, [&] { delete_forward_by(editor, next_grapheme); });
+}
+bool delete_word_backward(Editor& editor) { return delete_word(editor, Direction::Backward); }
+bool delete_word_forward(Editor& editor) { return delete_word(editor, Direction::Forward); }
+
+namespace {
+
+Element* enclosing_cell(Node& node) {
+  for (Node* ancestor = &node; ancestor && is_editable(*ancestor); ancestor = ancestor->parent()) {
+    if (ancestor->is(Tag::Td) || ancestor->is(Tag::Th)) return static_cast<Element*>(ancestor);
+  }
+  return nullptr;
+}
+
+// The next cell of the same table; tables within cells are passed.
+Node* neighbour_cell(const Element& cell, const Element& table, bool backward) {
+  const auto step = [&](const Node& node) {
+    return backward ? dom::previous_in_order(node, &table) : dom::next_in_order(node, &table);
+  };
+  for (Node* node = step(cell); node; node = step(*node)) {
+    if ((node->is(Tag::Td) || node->is(Tag::Th)) && dom::enclosing(*node, Tag::Table) == &table) return node;
+  }
+  return nullptr;
+}
+
+Ref<Node> copy_without_id(const Node& node, dom::Document& document) {
+  Ref<Node> copy = dom::clone(node, document, dom::Deep::No);
+  if (auto* element = dom::as<Element>(copy)) dom::remove_attribute(*element, dom::names::id);
+  return copy;
+}
+
+// A row like the last one, with empty cells. Gives its first cell.
+Ref<Node> add_row(Element& last_cell, Editor& editor) {
+  Node& last_row = *last_cell.parent();
+  const Ref<Node> row = copy_without_id(last_row, editor.document());
+  Ref<Node> first;
+  for (const Node* cell = last_row.first_child(); cell; cell = cell->next_sibling()) {
+    if (!cell->is(Tag::Td) && !cell->is(Tag::Th)) continue;
+    const Ref<Node> copy = copy_without_id(*cell, editor.document());
+    dom::remove_attribute(static_cast<Element&>(*copy), dom::names::rowspan);
+    dom::insert(*row, copy);
+    append_line_break(*copy);
+    if (!first) first = copy;
+  }
+  dom::insert(*last_row.parent(), row, last_row.next_sibling());
+  return first;
+}
+
+}  // namespace
+
+bool press_tab(Editor& editor, bool backward) {
+  if (!can_type(editor)) return false;
+  Element* cell = enclosing_cell(*editor.selection().focus().node);
+  const Element* table = cell ? dom::enclosing(*cell, Tag::Table) : nullptr;
+  if (!table) return false;
+  if (Node* next = neighbour_cell(*cell, *table, backward)) {
+    editor.document().journal().end_typing_run();
+    editor.selection().collapse(normalized_caret_place({next, 0}));
+    return true;
+  }
+  if (backward || !cell->parent()->is(Tag::Tr) || !is_editable(*cell->parent())) return true;
+  const Gesture gesture(editor, u"Insert row");
+  editor.selection().collapse({add_row(*cell, editor).get(), 0});
+  return true;
+}
+
+}  // namespace tvx::editing
