@@ -25,7 +25,7 @@ enum class Important : bool { No, Yes };
 class Declarations {
  public:
   Declarations() = default;
-  explicit Declarations(std::u16string_view text);
+  explicit Declarations(std::u16string_view text) { parse(text); }
 
   /// The text as it stands now.
   std::u16string css_text() const;
@@ -55,16 +55,22 @@ class Declarations {
     std::u16string before, text, after;  // white space and comments stand before and after
     std::optional<Declaration> declaration;
     bool terminated = false;  // a ";" follows
+    bool open = false;        // it would swallow whatever came behind it
   };
-  struct Winner;
+  struct Winner {
+    const Part* part = nullptr;
+    std::u16string value;
+  };
 
-  Winner winner(std::u16string_view longhand, const Part* without = nullptr) const;
-  std::optional<std::u16string> value_of(std::u16string_view name, const Part* without = nullptr) const;
-  bool set_in_place(std::u16string_view name, std::u16string_view value, bool important);
-  void replace(Part& part, std::u16string_view name, std::u16string_view value, bool important);
-  void append(std::u16string_view name, std::u16string_view value, bool important);
+  void parse(std::u16string_view text);
+  Winner winner(std::u16string_view longhand, std::u16string_view without = {}) const;
+  std::u16string value_of(std::u16string_view name, std::u16string_view without = {}) const;
+  bool drop_if_said_elsewhere(std::u16string_view name, std::u16string_view value, Important important);
+  bool set_in_place(std::u16string_view name, std::u16string_view value, Important important);
+  bool set_in_shorthand(std::u16string_view name, std::u16string_view value, Important important);
+  void append(std::u16string_view name, std::u16string_view value, Important important);
   void erase(std::size_t index);
-  bool strip(std::size_t& index, const std::vector<std::u16string_view>& longhands);
+  bool take_out(std::size_t& index, const std::vector<std::u16string_view>& longhands);
 
   std::vector<Part> parts_;
 };
