@@ -102,14 +102,19 @@ std::string encode_by_icu(const std::string& name, std::u16string_view text) {
 
 std::u16string decode_by_icu(const std::string& name, std::string_view bytes) {
   const Converter converter = open_converter(name);
-  // A byte stands for at most two units in the converters that ICU carries.
-  std::u16string out(bytes.size() * 2 + 2, u'\0');
-  UErrorCode status = U_ZERO_ERROR;
-  const std::int32_t written =
-      ucnv_toUChars(converter.get(), out.data(), static_cast<std::int32_t>(out.size()), bytes.data(),
-                    static_cast<std::int32_t>(bytes.size()), &status);
-  out.resize(U_FAILURE(status) ? 0 : static_cast<std::size_t>(written));
-  return out;
+  std::u16string out(bytes.size() + 2, u'\0');
+  for (;;) {
+    UErrorCode status = U_ZERO_ERROR;
+    const std::int32_t length =
+        ucnv_toUChars(converter.get(), out.data(), static_cast<std::int32_t>(out.size()), bytes.data(),
+                      static_cast<std::int32_t>(bytes.size()), &status);
+    if (status == U_BUFFER_OVERFLOW_ERROR) {  // few code pages have bytes that stand for several units
+      out.resize(static_cast<std::size_t>(length));
+      continue;
+    }
+    out.resize(U_FAILURE(status) ? 0 : static_cast<std::size_t>(length));
+    return out;
+  }
 }
 
 std::string lower_case(std::string_view name) {

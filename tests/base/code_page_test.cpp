@@ -56,6 +56,14 @@ TEST(CodePage, DecodesLongTextsWhole) {
   EXPECT_EQ(CodePage::by_name("iso-8859-5")->decode(bytes), std::u16string(100'000, u'\u0421'));
 }
 
+TEST(CodePage, DecodesBytesThatStandForSeveralUnits) {
+  EXPECT_EQ(CodePage::by_name("gb18030")->decode("\x94\x39\xDA\x33"), u"\U0001F4A9");
+  // SCSU: three bytes choose a block of 128 characters, then each byte is one of them.
+  std::u16string faces;
+  for (int i = 0; i < 100; ++i) faces += u"\U0001F600";
+  EXPECT_EQ(CodePage::by_name("scsu")->decode("\x0B\x01\xEC" + std::string(100, '\x80')), faces);
+}
+
 TEST(CodePage, TheSystemsOneCanBeChosen) {
   const CodePage before = CodePage::system();
   {
