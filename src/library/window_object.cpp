@@ -1,0 +1,66 @@
+#include "browser/html_document.h"
+#include "library/document_object.h"
+#include "library/members_of.h"
+
+namespace tvx::library {
+
+namespace {
+
+/// The document's window; all that is left of it here is the event being handled.
+class WindowObject final : public Object {
+ public:
+  explicit WindowObject(DocumentHandle document) : document_(std::move(document)) {}
+  std::u16string_view kind() const override { return u"window"; }
+
+  Value invoke(std::u16string_view name, Values& arguments) override {
+    expect_arguments(arguments, 0, 0);
+    if (equals_ignoring_ascii_case(name, u"document")) return document_object(document_);
+    if (!equals_ignoring_ascii_case(name, u"event")) unknown_member(name);
+    const browser::Event* event = document_->event();
+    return event ? event_object(*event, document_) : Value();
+  }
+
+ private:
+  DocumentHandle document_;
+};
+
+class SelectionObject final : public Object {
+ public:
+  explicit SelectionObject(DocumentHandle document) : document_(std::move(document)) {}
+  std::u16string_view kind() const override { return u"selection"; }
+  std::vector<std::pair<std::string, Value>> description() const override { return {{"type", type()}}; }
+
+  Value invoke(std::u16string_view name, Values& arguments) override {
+    expect_arguments(arguments, 0, 0);
+    if (equals_ignoring_ascii_case(name, u"type")) return type();
+    if (equals_ignoring_ascii_case(name, u"empty") || equals_ignoring_ascii_case(name, u"clear")) {
+      document_->editor().selection().clear();
+      return {};
+    }
+    if (equals_ignoring_ascii_case(name, u"control"))
+      return element_object(document_->editor().selection().control(), document_);
+    unknown_member(name);
+  }
+
+ private:
+  /// A caret is no selection to a host.
+  std::u16string_view type() const {
+    const editing::Selection& selection = document_->editor().selection();
+    if (selection.type() == editing::SelectionType::Control) return u"Control";
+    return selection.type() == editing::SelectionType::Text && !selection.collapsed() ? u"Text" : u"None";
+  }
+
+  DocumentHandle document_;
+};
+
+}  // namespace
+
+Value window_object(const DocumentHandle& document) {
+  return ObjectHandle(std::make_shared<WindowObject>(document));
+}
+
+Value selection_object(const DocumentHandle& document) {
+  return ObjectHandle(std::make_shared<SelectionObject>(document));
+}
+
+}  // namespace tvx::library
