@@ -1,0 +1,18 @@
+#pragma once
+
+#include <string_view>
+
+#include "browser/events.h"
+
+namespace tvx::automation {
+
+struct Modifiers {
+  bool control = false, shift = false, alt = false;
+};
+
+/// A key as the window system would have delivered it: `key` by its name in the UI Events standard
+/// ("Enter", "ArrowLeft", "a", "A", " "), the number and the text that belong to it on a US keyboard.
+/// Throws RuntimeError(5) for a name that is neither a key nor one character.
+browser::KeyInput key_input(std::u16string_view key, Modifiers modifiers);
+
+}  // namespace tvx::automation
