@@ -85,7 +85,7 @@ void InputQueue::schedule() {
 }
 
 void InputQueue::run() {
-  while (!running_ && !items_.empty() && !waiting()) {
+  while (!running_ && !waiting() && !items_.empty()) {
     const Item item = std::move(items_.front());
     items_.pop_front();
     running_ = true;
@@ -117,8 +117,8 @@ bool InputQueue::waiting() {
     finish_question(nullptr);
     return true;  // what the handler asked anew, or the next turn
   }
-  Item& first = items_.front();
-  if (!first.waits) return false;
+  if (items_.empty() || !items_.front().waits) return false;
+  const Item& first = items_.front();
   if (now >= first.until) return false;
   wait_until(first.until);
   return true;

@@ -91,7 +91,7 @@ struct ViewQuestion {
   QuestionId id{};
   Type type = Type::Move;
   ViewMove move = ViewMove::LineDown;
-  ViewPlace from;    // Move: where the caret stands
+  ViewPlace from{};  // Move: where the caret stands
   int x = 0, y = 0;  // Hit
 };
 

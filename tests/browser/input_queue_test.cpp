@@ -72,9 +72,10 @@ TEST_F(InputQueueTest, KeysWaitForThePressBeforeThem) {
 TEST_F(InputQueueTest, AfterTheDeadlineTheLastCaretHoldsAndTheLateAnswerIsDropped) {
   press(5);
   key(u"b");
-  loop_.pump(249);
   EXPECT_EQ(take(), "");
-  loop_.pump(1);
+  loop_.pass(249);
+  EXPECT_EQ(take(), "");
+  loop_.pass(1);
   EXPECT_EQ(take(), "press: b ");
   tell(ViewMouse::Type::Press, 5, 7);
   EXPECT_EQ(take(), "");
@@ -95,7 +96,7 @@ TEST_F(InputQueueTest, AQuestionHasADeadline) {
   key(u"ArrowDown");
   key(u"a");
   take();
-  loop_.pump(250);
+  loop_.pass(250);
   EXPECT_EQ(take(), "none a ");
   queue_.answer({.id = QuestionId(1)});
   EXPECT_EQ(take(), "");
@@ -127,7 +128,7 @@ TEST_F(InputQueueTest, ASwallowedPressDoesNotShiftTheOnesBehindIt) {
   press(50);
   tell(ViewMouse::Type::Press, 50, 8);
   EXPECT_EQ(take(), "");
-  loop_.pump(250);
+  loop_.pass(250);
   EXPECT_EQ(take(), "press: press:8, ");
 }
 
@@ -181,11 +182,17 @@ TEST_F(InputQueueTest, NoInputIsLostOrReordered) {
         key(name);
         expected += to_utf8(name) + " ";
       }
-      if (random() % 4 == 0) loop_.pump(random() % 300);
+      if (random() % 4 == 0) {
+        loop_.pass(random() % 300);
+        loop_.settle();
+      }
       if (random() % 3 == 0) tell(ViewMouse::Type::Press, x, 1);
       if (random() % 2 == 0) queue_.answer({.id = QuestionId(asked_)});
     }
-    for (int i = 0; i < 400 && !queue_.idle(); ++i) loop_.pump(300);
+    for (int i = 0; i < 400 && !queue_.idle(); ++i) {
+      loop_.pass(300);
+      loop_.settle();
+    }
     EXPECT_TRUE(queue_.idle());
     std::string got;
     for (std::size_t at = 0; at < log_.size();) {
