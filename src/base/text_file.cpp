@@ -12,6 +12,7 @@
 
 #include "base/code_page.h"
 #include "base/error.h"
+#include "base/fault.h"
 #include "base/strings.h"
 
 namespace tvx {
@@ -168,6 +169,13 @@ std::string file_system_path(std::u16string_view path) {
 }
 
 bool WriteTextFile(std::u16string_view path, std::u16string_view text) {
+  bool broken = true;
+  attempt([&] { broken = fault_point(u"WriteTextFile").has_value(); });
+  if (broken) {
+    // What was there is gone by the time a disk fails.
+    unlink(file_system_path(path).c_str());
+    return false;
+  }
   return write_bytes(path, CodePage::system().encode(text));
 }
 

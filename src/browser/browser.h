@@ -88,6 +88,7 @@ class Browser {
   const std::shared_ptr<HTMLDocument>& Document() const;
 
   void set_events(BrowserEvents* events);
+  BrowserEvents* events() const;
   void add_observer(BrowserObserver& observer);
   void remove_observer(BrowserObserver& observer);
   /// Answers element_from_point of every document loaded from now on, and of the present one.

@@ -29,7 +29,7 @@ class SelectionHighlight;
 class Toolbars;
 }  // namespace tvx::commands
 
-namespace tvx::dom {
+namespace tvx::dom::style {
 class StyleSheet;
 }
 
@@ -248,10 +248,13 @@ class HTMLed final : public std::enable_shared_from_this<HTMLed>,
  private:
   explicit HTMLed(const Surroundings& surroundings);
   struct KeepAlive;
+  static constexpr std::u16string_view document_file = u"msHTMLEdit.html";
+  static constexpr std::u16string_view style_sheet_file = u"tvxStyle.css";
 
   // --- small tools (htmled.cpp) ---
   bool run_time() const;
-  /// The one place where code of the host is called: its exceptions end here.
+  /// The one place where code of the host and its container is called: its exceptions end here.
+  void call_outside(const std::function<void()>& call);
   void raise(const std::function<void(HTMLedEvents&)>& event);
   void raise_error(std::int32_t number, std::u16string text);
   void PropertyChanged(std::u16string_view key);
@@ -266,10 +269,11 @@ class HTMLed final : public std::enable_shared_from_this<HTMLed>,
   void wait_until_complete();
   void write_body(std::u16string_view html);
   void set_design_mode_of_browser();
+  void set_toolbar_property(bool Properties::*member, bool on, std::u16string_view key);
   template <class T, class V>
   void store(T Properties::*member, V&& value, std::u16string_view key);
   [[noreturn]] void refuse_read_only() const;
-  [[noreturn]] void refuse_at_run_time() const;
+  void refuse_at_run_time() const;
 
   // --- start and end (lifecycle.cpp, bootstrap.cpp) ---
   void StartEditor();
@@ -280,13 +284,15 @@ class HTMLed final : public std::enable_shared_from_this<HTMLed>,
   std::u16string temporary_file(std::u16string_view name) const;
   void apply_base_url(browser::HTMLDocument& document);
   void ApplyToolbarState(bool enabled);
-  void ApplyContextMenuState();
   void drop_references();
 
   // --- content (content.cpp, style_sheet.cpp) ---
   std::u16string ConvertUnicodeCharacters(std::u16string_view text) const;
   std::u16string RelativeDocumentHTML(std::u16string_view base);
+  std::u16string text_of_body();
+  void switch_editing(bool enabled);
   void ApplyStyleSheet();
+  void set_sheet_address(std::u16string_view address);
   void apply_remote_style_sheet();
   void apply_local_style_sheet();
   void apply_style_text();
@@ -315,6 +321,7 @@ class HTMLed final : public std::enable_shared_from_this<HTMLed>,
   void fetch_last_event();
   void act_on_key(int key_code, bool shift, bool control);
   void raise_document_click();
+  void insert_in_place_of_selection(std::u16string_view html);
 
   // --- commands (formatting.cpp, toolbar_dispatch.cpp) ---
   void run_command(std::u16string_view command);
@@ -323,7 +330,13 @@ class HTMLed final : public std::enable_shared_from_this<HTMLed>,
   void ButtonClick(platform::Toolbar& toolbar, platform::Button& button) override;
   void Toolbar1_ButtonClick(platform::Button& button);
   void Toolbar2_ButtonClick(platform::Button& button);
-  bool dispatch(std::u16string_view key);
+  bool host_allows(std::u16string_view toolbar, const platform::Button& button);
+
+  // --- views and layout (view_switch.cpp, layout.cpp) ---
+  void enter_code_view();
+  void leave_code_view();
+  void lay_out_at_design_time();
+  void tell_layout(const Layout& before);
 
   // --- files (document_files.cpp) ---
   void open_entire_document(const std::u16string& url);
@@ -353,8 +366,9 @@ class HTMLed final : public std::enable_shared_from_this<HTMLed>,
   std::u16string app_path_, style_sheet_path_;
   SharedText original_html_ = share(u"");
   std::u16string selected_html_;
+  SharedText entered_code_;  // what the code view was entered with; null in the design view
   dom::Ref<dom::Element> base_element_;
-  std::shared_ptr<dom::StyleSheet> active_style_sheet_;
+  std::shared_ptr<dom::style::StyleSheet> active_style_sheet_;
   std::unique_ptr<browser::Event> last_event_;
   bool edit_window_found_ = false;
   bool inCodeView_ = false;

@@ -1,0 +1,120 @@
+#include "base/error.h"
+#include "browser/html_document.h"
+#include "commands/selection_highlight.h"
+#include "commands/toolbars.h"
+#include "core/htmled.h"
+#include "core/keep_alive.h"
+#include "editing/editor.h"
+
+/// What the document tells: keys, clicks, and where the selection went.
+namespace tvx::core {
+namespace {
+
+constexpr int key_enter = 13, key_space = 32;
+
+}  // namespace
+
+void HTMLed::fetch_last_event() {
+  last_event_.reset();
+  if (const browser::Event* event = document().event())
+    last_event_ = std::make_unique<browser::Event>(*event);
+}
+
+void HTMLed::onkeydown() {
+  const KeepAlive alive(*this);
+  attempt([&] { fetch_last_event(); });
+  attempt([&] {
+    if (!last_event_) return;
+    std::int32_t key_code = last_event_->key_code;
+    bool shift = last_event_->shift, control = last_event_->control;
+    raise([&](HTMLedEvents& host) { host.ASCIIKeyPress(key_code, shift, control); });
+    // What the host wrote into the arguments counts for nothing; what it did to the event does.
+    if (const browser::Event* event = document().event())
+      act_on_key(event->key_code, event->shift, event->control);
+  });
+  mark_changed();
+}
+
+// Setting the key code to 0 is how a key is taken away from the document.
+void HTMLed::act_on_key(int key_code, bool shift, bool /*control*/) {
+  if (key_code == key_enter && (properties_.isAccessContained || properties_.useEnterAsBR)) {
+    document().set_event_key_code(0);
+    sendCR(properties_.useEnterAsBR);
+  } else if (key_code == key_space && shift) {
+    document().set_event_key_code(0);
+    insert_in_place_of_selection(u"&nbsp;");
+  }
+}
+
+void HTMLed::insert_in_place_of_selection(std::u16string_view html) {
+  const auto kept = docHTML_;
+  editing::Editor& editor = document().editor();
+  if (editor.selection().control())
+    return raise_error(993, u"InsertAtCursor failed : Can not insert over a single control element");
+  editor.execute(u"insertHTML", html);
+  mark_changed();
+}
+
+void HTMLed::onkeyup() { mark_changed(); }
+
+bool HTMLed::ondragstart() {
+  mark_changed();
+  return true;
+}
+
+bool HTMLed::onselectstart() { return properties_.EditorEnabled; }
+
+bool HTMLed::onclick() {
+  const KeepAlive alive(*this);
+  attempt([&] { raise_document_click(); });
+  return properties_.EditorEnabled;
+}
+
+bool HTMLed::oncontrolselect() {
+  const KeepAlive alive(*this);
+  attempt([&] { raise_document_click(); });
+  return properties_.EditorEnabled;
+}
+
+void HTMLed::raise_document_click() {
+  dom::Ref<dom::Element> element;
+  if (const browser::Event* event = document().event())
+    element = document().element_from_point(event->client_x, event->client_y);
+  raise([&](HTMLedEvents& host) { host.DocumentClick(element); });
+}
+
+// The coordinates are those of the last key or selection event, not of the double click.
+bool HTMLed::ondblclick() {
+  attempt([&] {
+    if (!last_event_) throw RuntimeError(errors::object_not_set, u"There is no event");
+    highlight_->set_element(document().element_from_point(last_event_->client_x, last_event_->client_y));
+  });
+  return false;
+}
+
+void HTMLed::onselectionchange() {
+  const KeepAlive alive(*this);
+  if (browser_->ReadyState() == browser::ReadyState::Complete) {
+    attempt([&] { fetch_last_event(); });
+    attempt([&] { highlight_->restore(); });
+    dom::Ref<dom::Element> element;
+    attempt([&] {
+      if (last_event_) element = document().element_from_point(last_event_->client_x, last_event_->client_y);
+    });
+    highlight_->set_element(element);
+    if (properties_.HighlightDOMSelectionOnClick)
+      attempt([&] {
+        highlight_->draw({properties_.SelectionBorderStyle, properties_.SelectionBorderWidth,
+                          properties_.SelectionBorderColor});
+      });
+  }
+  show_pressed(commands::button_bold, u"BOLD");
+  show_pressed(commands::button_italic, u"Italic");
+  show_pressed(commands::button_underline, u"Underline");
+  show_pressed(commands::button_strike, u"StrikeThrough");
+  show_pressed(commands::button_copy, u"Copy");
+  show_pressed(commands::button_cut, u"Cut");
+  show_pressed(commands::button_paste, u"Paste");
+}
+
+}  // namespace tvx::core

@@ -1,0 +1,83 @@
+#include "dom/style/style_sheet.h"
+
+#include "base/error.h"
+#include "base/text.h"
+#include "base/text_file.h"
+#include "base/url.h"
+#include "core/htmled.h"
+#include "dom/mutation.h"
+#include "dom/style/style_engine.h"
+
+/// CSSText and its three roads: an address elsewhere, a local file, or the text itself. All end in the
+/// document's first style sheet, which is the template's link.
+namespace tvx::core {
+namespace {
+
+constexpr std::uint32_t unescape = 0x10000000;
+
+std::u16string with_slashes(std::u16string_view path) { return ReplaceAll(u"\\", u"/", path, true); }
+
+}  // namespace
+
+void HTMLed::set_CSSText(std::u16string_view text) {
+  properties_.CSSText = text;
+  if (run_time() && docHTML_) ApplyStyleSheet();
+  PropertyChanged(u"CSSText");
+}
+
+void HTMLed::ApplyStyleSheet() {
+  if (!run_time()) return;
+  const std::u16string text = properties_.CSSText;
+  if (!properties_.CSShttp || text.empty())
+    apply_style_text();
+  else if (ascii_lower(std::u16string_view(text).substr(0, 8)) != u"file:///")
+    apply_remote_style_sheet();
+  else
+    apply_local_style_sheet();
+  watch_download_ = false;
+  attempt([&] { LoadStyleClasses(); });
+}
+
+// A sheet that can't be had ends the wait like one that can: the download is over in both cases.
+void HTMLed::apply_remote_style_sheet() {
+  watch_download_ = true;
+  if (!attempt([&] { set_sheet_address(properties_.CSSText); })) return;
+  attempt([&] {
+    while (!download_done_) Wait();
+  });
+}
+
+// A copy, so that the browser sees a new file each time.
+void HTMLed::apply_local_style_sheet() {
+  const std::u16string source = DecodeURL(std::u16string_view(properties_.CSSText).substr(8));
+  const std::u16string copy = temporary_file(style_sheet_file);
+  write_printed_line(copy, ReadTextFile(source).text);
+  watch_download_ = true;
+  attempt([&] { set_sheet_address(CanonicalURL(u"file:///" + with_slashes(copy), unescape)); });
+}
+
+void HTMLed::apply_style_text() {
+  const std::u16string path = temporary_file(style_sheet_file);
+  write_printed_line(path, properties_.CSSText);
+  watch_download_ = true;
+  attempt([&] { set_sheet_address(u"file:///" + with_slashes(path)); });
+}
+
+void HTMLed::set_sheet_address(std::u16string_view address) {
+  const auto kept = docHTML_;
+  dom::Document& tree = document().tree();
+  const auto& sheets = dom::style::style_of(tree).sheets();
+  if (sheets.empty()) throw RuntimeError(errors::invalid_call, u"The document has no style sheet");
+  const auto first = sheets.front();
+  // How the document looks is no edit of it.
+  const dom::MutationScope scope(tree, dom::MutationKind::Load);
+  first->set_href(address);
+}
+
+void HTMLed::LoadStyleClasses() {
+  active_style_sheet_.reset();
+  const auto& sheets = dom::style::style_of(document().tree()).sheets();
+  if (!sheets.empty()) active_style_sheet_ = sheets.front();
+}
+
+}  // namespace tvx::core
