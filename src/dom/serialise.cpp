@@ -98,13 +98,29 @@ class Serialiser {
         out_ += static_cast<const Comment&>(node).data();
         out_ += u"-->";
         return nullptr;
-      case NodeType::DocumentType:
-        out_ += u"<!DOCTYPE ";
-        out_ += static_cast<const DocumentType&>(node).name();
-        out_ += u'>';
-        return nullptr;
+      case NodeType::DocumentType: document_type(static_cast<const DocumentType&>(node)); return nullptr;
       default: return nullptr;
     }
+  }
+
+  void document_type(const DocumentType& type) {
+    out_ += u"<!DOCTYPE ";
+    out_ += type.name();
+    // OURS: with its identifiers, or a page written for quirks would be read back without them.
+    if (letters_ == Letters::Upper && !(type.public_id().empty() && type.system_id().empty())) {
+      out_ += type.public_id().empty() ? u" SYSTEM" : u" PUBLIC";
+      if (!type.public_id().empty()) identifier(type.public_id());
+      if (!type.system_id().empty()) identifier(type.system_id());
+    }
+    out_ += u'>';
+  }
+
+  void identifier(std::u16string_view id) {
+    const char16_t quote = id.find(u'"') == id.npos ? u'"' : u'\'';
+    out_ += u' ';
+    out_ += quote;
+    out_ += id;
+    out_ += quote;
   }
 
   const Node* open_element(const Element& element) {

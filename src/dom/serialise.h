@@ -14,7 +14,7 @@ enum class Letters : std::uint8_t {
 /// HTML standard, section 13.3 "serializing HTML fragments", with this system's letters: attribute names
 /// as the tree has them, values in double quotes, `&amp; &lt; &gt; &nbsp;` as references in text (`&quot;`
 /// in values), void elements without a slash, raw text elements as they stand, foreign elements in their
-/// own letters.
+/// own letters. In capitals a document type keeps its identifiers, which the standard leaves out.
 std::u16string serialise_children(const Node& node, Letters letters = Letters::Upper);
 /// The node itself with all it holds; of a document, its children.
 std::u16string serialise_node(const Node& node, Letters letters = Letters::Upper);

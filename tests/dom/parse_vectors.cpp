@@ -93,10 +93,12 @@ std::vector<ParseCase> read_parse_cases() {
   return cases;
 }
 
-std::u16string parse_and_print(const ParseCase& test) {
-  if (!test.fragment) return print_tree(*parse_document(test.data));
+Ref<Node> parse_case(const ParseCase& test) {
+  if (!test.fragment) return parse_document(test.data);
   const Ref<Document> document = Document::create();
-  return print_tree(*parse_fragment(*document, context_named(*test.fragment), test.data));
+  return parse_fragment(*document, context_named(*test.fragment), test.data);
 }
+
+std::u16string parse_and_print(const ParseCase& test) { return print_tree(*parse_case(test)); }
 
 }  // namespace tvx::dom

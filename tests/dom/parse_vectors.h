@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "dom/document.h"
+
 namespace tvx::dom {
 
 /// One case of the public tree construction data.
@@ -22,7 +24,9 @@ std::filesystem::path vectors_folder(const char* name);
 /// All cases without those that need a script engine to run.
 std::vector<ParseCase> read_parse_cases();
 
-/// The tree that our parser makes of a case, as printed.
+/// The document or fragment that our parser makes of a case.
+Ref<Node> parse_case(const ParseCase& test);
+/// Its tree as printed.
 std::u16string parse_and_print(const ParseCase& test);
 
 }  // namespace tvx::dom

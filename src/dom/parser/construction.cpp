@@ -35,12 +35,13 @@ TreeBuilder::Place TreeBuilder::foster_place() const {
   return {&container_of(stack_.at(last_table - 1)), nullptr};
 }
 
-// Elements nested too deep go beside the current node instead of into it.
-TreeBuilder::Place TreeBuilder::element_place() const {
-  if (stack_.empty()) return {&document_, nullptr};
-  const bool fosters = foster_parenting_ && is_table_structure(current().tag());
-  if (stack_.size() > maximum_depth && !fosters && current().parent()) return {current().parent(), nullptr};
-  return appropriate_place();
+// Elements nested too deep go beside the open element at `index` instead of into it.
+TreeBuilder::Place TreeBuilder::element_place(int index) const {
+  if (index < 0) return {&document_, nullptr};
+  Element& target = stack_.at(index);
+  const bool fosters = foster_parenting_ && is_table_structure(target.tag());
+  if (index >= maximum_depth && !fosters && target.parent()) return {target.parent(), nullptr};
+  return appropriate_place(&target);
 }
 
 // --- nodes ---
@@ -58,7 +59,7 @@ Ref<Element> TreeBuilder::create_element(Name name, Namespace name_space,
 }
 
 void TreeBuilder::insert_element(Ref<Element> element, Name source_name) {
-  const Place place = element_place();
+  const Place place = element_place(stack_.size() - 1);
   Element& inserted = *element;
   Builder::insert(*place.parent, std::move(element), place.before);
   stack_.push(inserted, source_name);
@@ -132,9 +133,10 @@ void TreeBuilder::add_missing_attributes(Element& element, Token& token) {
 // --- the stack ---
 
 void TreeBuilder::pop() {
-  Element& element = stack_.current();
+  if (!current_is(Tag::Option)) return stack_.pop();
+  const Ref<Element> option(current());
   stack_.pop();
-  if (element.is(Tag::Option)) selected_content_.option_closed(element);
+  selected_content_.option_closed(*option, copy_allowance + tokenizer_.position());
 }
 
 void TreeBuilder::pop_through(int index) {

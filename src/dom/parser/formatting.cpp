@@ -95,10 +95,9 @@ TreeBuilder::Adopted TreeBuilder::adopt_once(Token& token) {
 void TreeBuilder::adopt_into_furthest_block(Adoption& adoption) {
   Element& formatting = *adoption.chain[0];
   Element& furthest_block = *adoption.chain[adoption.furthest];
-  Element& common_ancestor = stack_.at(adoption.index - 1);
   clone_chain(adoption);
 
-  const Place place = appropriate_place(&common_ancestor);
+  const Place place = element_place(adoption.index - 1);
   Ref<Node> moved(adoption.last_node);
   if (moved->parent()) Builder::remove(*moved);
   Builder::insert(*place.parent, std::move(moved), place.before);

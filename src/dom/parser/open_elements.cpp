@@ -19,14 +19,14 @@ int& OpenElements::last_of_name(const Element& element, Name source_name) {
 void OpenElements::push(Element& element, Name source_name) {
   const int index = size();
   int& last_of_same = last_of_name(element, source_name);
-  Entry entry{&element, source_name, last_of_same, {}};
+  Entry entry{element, source_name, last_of_same, {}};
   last_of_same = index;
   const BoundarySet set = boundaries_of(element);
   for (std::size_t i = 0; i < entry.last.size(); ++i) {
     const bool is_boundary = set & bit(static_cast<Boundary>(i));
     entry.last[i] = is_boundary ? index : (index > 0 ? entries_.back().last[i] : none);
   }
-  entries_.push_back(entry);
+  entries_.push_back(std::move(entry));
   Builder::parsing_mark(element) = static_cast<std::uint32_t>(index) + 1;
 }
 
@@ -48,9 +48,10 @@ void OpenElements::remove(int index) {
 }
 
 void OpenElements::replace_from(int index, const std::vector<Element*>& elements) {
+  const std::vector<Entry> held(entries_.begin() + index, entries_.end());
   std::unordered_map<const Element*, Name> foreign;
-  for (int i = index; i < size(); ++i) {
-    if (!at(i).is_html()) foreign.emplace(&at(i), entries_[static_cast<std::size_t>(i)].source_name);
+  for (const Entry& entry : held) {
+    if (!entry.element->is_html()) foreign.emplace(entry.element.get(), entry.source_name);
   }
   pop_to_size(index);
   for (Element* element : elements) {

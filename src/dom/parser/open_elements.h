@@ -50,7 +50,7 @@ class OpenElements {
  private:
   using NameMap = std::unordered_map<const void*, int>;
   struct Entry {
-    Element* element;
+    Ref<Element> element;  // held: a copied option may take the place of what is still open
     Name source_name;
     int previous_of_name;                                             // the entry of the same name above
     std::array<int, static_cast<std::size_t>(Boundary::Count)> last;  // with this entry itself

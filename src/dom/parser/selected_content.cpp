@@ -25,14 +25,35 @@ void SelectedContent::element_made(Element& element) {
   }
 }
 
-void SelectedContent::option_closed(Element& option) {
+// Counts the option's contents, those of templates too. Once the budget is used up no copy is made any more.
+bool SelectedContent::spend(const Element& option, Offset allowance) {
+  std::vector<const Node*> roots{&option};
+  while (!roots.empty()) {
+    const Node* root = roots.back();
+    roots.pop_back();
+    for (const Node* node = root->first_child(); node; node = next_in_order(*node, root)) {
+      ++spent_;
+      if (const auto* data = as<CharacterData>(node)) spent_ += data->length();
+      const auto* element = as<Element>(node);
+      if (element && element->template_content()) roots.push_back(element->template_content());
+      if (spent_ <= allowance) continue;
+      targets_.clear();
+      return false;
+    }
+  }
+  return true;
+}
+
+void SelectedContent::option_closed(Element& option, Offset allowance) {
   if (targets_.empty()) return;
   const Element* select = enclosing(option, Tag::Select);
   const auto found = targets_.find(select);
   if (found == targets_.end()) return;
   Target& target = found->second;
+  if (is_ancestor(*target.place, option)) return;
   if (!option.has_attribute(selected_name) && (target.filled || !may_be_selected_by_default(*select, option)))
     return;
+  if (!spend(option, allowance)) return;
   target.filled = true;
   while (Node* child = target.place->first_child()) Builder::remove(*child);
   for (const Node* child = option.first_child(); child; child = child->next_sibling()) {

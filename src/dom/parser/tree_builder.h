@@ -45,7 +45,8 @@ enum class InsertionMode : std::uint8_t {
 /// Where this parser leaves the standard, for the sake of hostile texts:
 /// - Elements nested deeper than maximum_depth become siblings, as in Chromium. The stack of open elements
 ///   goes on to grow, so that the end tags find their own elements.
-/// - reconstruction_allowance and ActiveFormatting::maximum_behind_marker bound what is opened again.
+/// - reconstruction_allowance and ActiveFormatting::maximum_behind_marker bound what is opened again,
+///   copy_allowance what is copied.
 /// - An end tag of a formatting element that lies adoption_reach or more below the current node only closes
 ///   the element for the text to come.
 class TreeBuilder {
@@ -54,6 +55,8 @@ class TreeBuilder {
   static constexpr int adoption_reach = 1024;
   /// So many formatting elements are opened again in any text, and one more for each unit of it read.
   static constexpr Offset reconstruction_allowance = 4096;
+  /// So much may be copied into `selectedcontent` elements, and one more for each unit read.
+  static constexpr Offset copy_allowance = 65536;
 
   /// Builds a whole document below `document`.
   TreeBuilder(Document& document, std::u16string_view html);
@@ -87,7 +90,7 @@ class TreeBuilder {
   // construction.cpp: nodes and their places
   Place appropriate_place(Node* override_target = nullptr) const;
   Place foster_place() const;
-  Place element_place() const;
+  Place element_place(int index) const;
   Ref<Element> create_element(Name name, Namespace name_space, std::vector<Attribute>& attributes);
   Ref<Element> create_html(Token& token) {
     return create_element(token.name, Namespace::Html, token.attributes);
