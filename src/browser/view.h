@@ -91,7 +91,7 @@ struct ViewQuestion {
   QuestionId id{};
   Type type = Type::Move;
   ViewMove move = ViewMove::LineDown;
-  ViewPlace from;    // Move: where the caret stands
+  ViewPlace from{};  // Move: where the caret stands
   int x = 0, y = 0;  // Hit
 };
 
@@ -110,6 +110,7 @@ struct ViewAnswer {
   QuestionId id{};
   std::optional<ViewPlace> place;
   dom::NodeId element{};
+  PatchNumber seen{};  // as in the message
 };
 /// A native mouse event is on its way to the page, which will tell of it (ViewMouse). Input that comes
 /// later waits for the tale, or for a deadline.
@@ -130,6 +131,7 @@ struct ViewMouse {
   dom::NodeId element{};
   std::optional<ViewPlace> place;          // the caret place nearest to the point
   std::optional<ViewPlace> anchor, focus;  // the native selection after the event
+  PatchNumber seen{};                      // as in the message
 };
 /// A key, as the window system gave it; the page never sees one.
 struct ViewKey {
@@ -146,6 +148,7 @@ struct ViewFocus {
 /// The native selection moved while the button is held.
 struct ViewSelect {
   ViewPlace anchor, focus;
+  PatchNumber seen{};  // as in the message
 };
 /// Facts of the layout, kept beside the tree: the caret's box, the viewport.
 struct ViewFacts {

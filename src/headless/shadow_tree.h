@@ -29,6 +29,8 @@ class ShadowTree {
   std::vector<dom::NodeId> apply(const browser::Patch& patch);
   /// Null if the id isn't known.
   const Node* find(dom::NodeId id) const;
+  /// The root of all.
+  const Node& page() const { return page_; }
   std::size_t size() const { return nodes_.size(); }
   /// The form of browser::print_mirrored.
   std::u16string print() const;

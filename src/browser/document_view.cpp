@@ -1,0 +1,439 @@
+#include "browser/document_view.h"
+
+#include <algorithm>
+#include <iostream>
+#include <utility>
+
+#include "browser/mirror_rules.h"
+#include "dom/tree.h"
+
+namespace tvx::browser {
+namespace {
+
+using dom::Boundary;
+using dom::Element;
+using dom::Node;
+using dom::Tag;
+
+// What fills a window, as nodes; and what a later slice may cost the view.
+constexpr std::size_t first_slice = 700;
+constexpr std::size_t smallest_slice = 60, largest_slice = 6000;
+constexpr std::int64_t slice_milliseconds = 12;
+constexpr std::int64_t deaths_count_within = 10'000;
+constexpr Offset context_length = 400;
+
+PatchNumber next(PatchNumber number) { return PatchNumber(static_cast<std::uint32_t>(number) + 1); }
+
+bool same(const ViewPlace& a, const ViewPlace& b) { return a.node == b.node && a.offset == b.offset; }
+
+bool same(const ViewSelection& a, const ViewSelection& b) {
+  return a.type == b.type && same(a.anchor, b.anchor) && same(a.focus, b.focus) && a.control == b.control;
+}
+
+/// Operations after which the view's own selection may stand elsewhere.
+bool moves_selection(const PatchOperation& operation) {
+  using Type = PatchOperation::Type;
+  return operation.type == Type::Detach || operation.type == Type::Place || operation.type == Type::Forget ||
+         operation.type == Type::Data;
+}
+
+}  // namespace
+
+DocumentView::DocumentView(View& view, platform::MessageLoop& loop)
+    : view_(view), loop_(loop), queue_(loop, *this) {
+  view_.set_receiver([this, alive = alive_](const ViewMessage& message) {
+    if (*alive) receive(message);
+  });
+}
+
+DocumentView::~DocumentView() {
+  *alive_ = false;
+  view_.set_receiver(nullptr);
+  show(nullptr);
+}
+
+void DocumentView::show(std::shared_ptr<HTMLDocument> document) {
+  if (document_) {
+    document_->set_geometry(nullptr);
+    document_->tree().remove_observer(*this);
+    document_->editor().selection().remove_observer(*this);
+  }
+  queue_.clear();
+  mirror_.reset();
+  deaths_.clear();
+  notice_ = false;
+  last_hit_ = {};
+  document_ = std::move(document);
+  if (!document_) return;
+  mirror_ = std::make_unique<Mirror>(document_->tree());
+  document_->tree().add_observer(*this);
+  document_->editor().selection().add_observer(*this);
+  document_->set_geometry(this);
+  begin_anew();
+}
+
+void DocumentView::set_editable(bool editable) {
+  if (mode_.editable == editable) return;
+  mode_.editable = editable;
+  view_.set_mode(mode_);
+  schedule_flush();
+}
+
+bool DocumentView::settled() const {
+  if (!document_ || notice_) return queue_.idle();
+  return last_done_ == last_sent_ && !reset_ && !flush_scheduled_ && !mirror_->dirty() &&
+         !mirror_->loading() && queue_.idle();
+}
+
+// --- down: what the view is to show ---
+
+void DocumentView::begin_anew() {
+  mirror_->reset();
+  reset_ = true;
+  slice_.reset();
+  slice_budget_ = first_slice;
+  shown_selection_ = {};
+  compatibility_mode_ = document_->tree().compatibility_mode();
+  base_ = base();
+  base_may_differ_ = false;
+  mirror_->set_patch(next(last_sent_));
+  schedule_flush();
+}
+
+/// The address that the page is loaded under, so that relative ones in the tree mean what they mean here.
+std::u16string DocumentView::base() const {
+  std::u16string address = document_->absolute_url(u".");
+  return contains(address, u":") ? address : document_->url();
+}
+
+void DocumentView::mutated(const dom::Mutation& mutation) {
+  if (mutation.node->is(Tag::Base)) base_may_differ_ = true;
+  schedule_flush();
+}
+
+void DocumentView::selection_changed() {
+  reveal_ = true;
+  schedule_flush();
+}
+
+void DocumentView::schedule_flush() {
+  if (std::exchange(flush_scheduled_, true)) return;
+  loop_.post([this, alive = alive_] {
+    if (*alive) flush();
+  });
+}
+
+void DocumentView::flush() {
+  flush_scheduled_ = false;
+  if (!document_ || notice_) return;
+  if (std::exchange(base_may_differ_, false) && base() != base_) begin_anew();
+  if (document_->tree().compatibility_mode() != compatibility_mode_) begin_anew();
+  const bool load = !slice_;
+  std::vector<PatchOperation> operations = mirror_->flush(load ? slice_budget_ : 0);
+  const bool again = reset_ || std::any_of(operations.begin(), operations.end(), moves_selection);
+  if (reset_ || !operations.empty()) {
+    // Any patch that is on its way counts as the slice: the next one waits until the view has caught up.
+    if (load && mirror_->loading()) {
+      slice_ = next(last_sent_);
+      slice_sent_ = loop_.now();
+    }
+    send_patch(std::move(operations));
+  }
+  send_selection(again);
+  send_input_context();
+}
+
+void DocumentView::send_patch(std::vector<PatchOperation> operations) {
+  Patch patch;
+  patch.number = last_sent_ = next(last_sent_);
+  patch.reset = std::exchange(reset_, false);
+  patch.compatibility_mode = compatibility_mode_;
+  if (patch.reset) patch.base = base_;
+  patch.operations = std::move(operations);
+  mirror_->set_patch(next(last_sent_));
+  view_.apply(patch);
+  if (patch.reset) view_.set_mode(mode_);
+}
+
+void DocumentView::send_selection(bool again) {
+  ViewSelection wanted = wanted_selection();
+  wanted.reveal = std::exchange(reveal_, false) && wanted.type != ViewSelection::Type::None;
+  if (!again && same(wanted, shown_selection_)) return;
+  shown_selection_ = wanted;
+  view_.select(wanted);
+}
+
+ViewSelection DocumentView::wanted_selection() const {
+  const editing::Selection& selection = document_->editor().selection();
+  ViewSelection wanted;
+  if (const Element* control = selection.control()) {
+    if (!mirror_->knows(*control)) return wanted;
+    wanted.type = ViewSelection::Type::Control;
+    wanted.control = control->id();
+  } else if (selection.type() == editing::SelectionType::Text) {
+    const auto anchor = view_place(selection.anchor()), focus = view_place(selection.focus());
+    if (!anchor || !focus) return wanted;
+    wanted.type = ViewSelection::Type::Text;
+    wanted.anchor = *anchor;
+    wanted.focus = *focus;
+  }
+  return wanted;
+}
+
+/// None where the view has nothing yet. A place inside what isn't shown is the place before that.
+std::optional<ViewPlace> DocumentView::view_place(Boundary boundary) const {
+  for (Node* node = boundary.node; node; node = node->parent()) {
+    const auto* element = dom::as<Element>(node);
+    if (element && !mirrors_children(*element) && boundary.node->parent()) boundary = dom::before(*node);
+  }
+  if (!boundary.node || !mirror_->knows(*boundary.node)) return {};
+  return ViewPlace{boundary.node->id(), static_cast<std::uint32_t>(boundary.offset)};
+}
+
+void DocumentView::send_input_context() {
+  InputContext context;
+  context.enabled = mode_.editable && document_->editor().design_mode();
+  const editing::Selection& selection = document_->editor().selection();
+  const Boundary focus = selection.focus(), anchor = selection.anchor();
+  if (const auto* text = dom::as<dom::Text>(focus.node)) {
+    const Offset begin = focus.offset > context_length ? focus.offset - context_length : 0;
+    context.text = text->data().substr(begin, 2 * context_length);
+    context.cursor = static_cast<std::uint32_t>(focus.offset - begin);
+    context.anchor = context.cursor;
+    if (anchor.node == text && anchor.offset >= begin && anchor.offset - begin <= context.text.size()) {
+      context.anchor = static_cast<std::uint32_t>(anchor.offset - begin);
+    }
+  }
+  if (context == context_) return;
+  context_ = context;
+  view_.set_input_context(context_);
+}
+
+// --- up: what the view tells ---
+
+void DocumentView::receive(const ViewMessage& message) {
+  seen_ = message.seen;
+  if (const auto* done = std::get_if<PatchDone>(&message.what)) return patch_done(done->number);
+  if (const auto* failure = std::get_if<PatchFailed>(&message.what)) return patch_failed(*failure);
+  if (std::get_if<ViewDied>(&message.what)) return view_died();
+  if (const auto* facts = std::get_if<ViewFacts>(&message.what)) {
+    facts_ = *facts;
+  } else if (const auto* key = std::get_if<ViewKey>(&message.what)) {
+    queue_.push(*key);
+  } else if (const auto* text = std::get_if<ViewText>(&message.what)) {
+    queue_.push(*text);
+  } else if (const auto* ticket = std::get_if<ViewTicket>(&message.what)) {
+    queue_.push(*ticket);
+  } else if (const auto* mouse = std::get_if<ViewMouse>(&message.what)) {
+    ViewMouse seen = *mouse;
+    seen.seen = message.seen;
+    queue_.told(seen);
+  } else if (const auto* select = std::get_if<ViewSelect>(&message.what)) {
+    queue_.push(ViewSelect{select->anchor, select->focus, message.seen});
+  } else if (const auto* answer = std::get_if<ViewAnswer>(&message.what)) {
+    ViewAnswer seen = *answer;
+    seen.seen = message.seen;
+    queue_.answer(seen);
+  } else if (const auto* focus = std::get_if<ViewFocus>(&message.what)) {
+    if (on_focus_) on_focus_(focus->focused);
+  } else if (std::get_if<ViewReady>(&message.what) && document_ && notice_) {
+    notice_ = false;
+    deaths_.clear();
+    view_.show_notice({});
+    begin_anew();
+  }
+}
+
+void DocumentView::patch_done(PatchNumber number) {
+  last_done_ = std::max(last_done_, number);
+  if (!slice_ || number < *slice_) return;
+  const std::int64_t cost = std::max<std::int64_t>(loop_.now() - slice_sent_, 1);
+  // The first slice brought the page up: it says nothing about the ones to come.
+  const bool first = slice_budget_ == first_slice;
+  const std::size_t fitting = slice_budget_ * slice_milliseconds / static_cast<std::size_t>(cost);
+  slice_budget_ = std::clamp(first ? first_slice / 2 : std::min(fitting, slice_budget_ * 2), smallest_slice,
+                             largest_slice);
+  slice_.reset();
+  if (mirror_ && mirror_->loading()) schedule_flush();
+}
+
+void DocumentView::patch_failed(const PatchFailed& failure) {
+  if (!mirror_) return;
+  if (!mirror_->failed(failure.node)) {
+    std::clog << "htmled: a node can't be shown and is left out of the view: " << to_utf8(failure.reason)
+              << '\n';
+  }
+  schedule_flush();
+}
+
+void DocumentView::view_died() {
+  queue_.end_waiting();
+  if (!document_) return;
+  const std::int64_t now = loop_.now();
+  std::erase_if(deaths_, [now](std::int64_t death) { return now - death > deaths_count_within; });
+  deaths_.push_back(now);
+  last_done_ = last_sent_;
+  if (deaths_.size() < 2) {
+    begin_anew();
+    return;
+  }
+  notice_ = true;
+  view_.show_notice(
+      u"This document can't be shown at the moment: the view has ended twice while showing it. Nothing is "
+      u"lost; the document can be edited as code and saved.");
+}
+
+Element* DocumentView::element_at(const HTMLDocument&, int x, int y) const {
+  const bool known = last_hit_.element && last_hit_.x == x && last_hit_.y == y;
+  return known && dom::is_connected(*last_hit_.element) ? last_hit_.element.get() : nullptr;
+}
+
+std::pair<int, int> DocumentView::caret_place(const HTMLDocument&) const {
+  return {facts_.caret_left, facts_.caret_top};
+}
+
+// --- places of the view ---
+
+/// A place as the view named it; none if the view was showing another tree there.
+std::optional<Boundary> DocumentView::boundary(const std::optional<ViewPlace>& place) const {
+  if (!place || mirror_->last_change(place->node) > seen_) return {};
+  return nearest_boundary(place);
+}
+
+std::optional<Boundary> DocumentView::nearest_boundary(const std::optional<ViewPlace>& place) const {
+  Node* node = place ? mirror_->node(place->node) : nullptr;
+  if (!node || !dom::is_connected(*node)) return {};
+  return Boundary{node, std::min<Offset>(place->offset, dom::length_of(*node))};
+}
+
+MouseInput DocumentView::mouse_input(const ViewMouse& mouse) const {
+  MouseInput input;
+  input.button = mouse.button;
+  input.x = mouse.x;
+  input.y = mouse.y;
+  input.shift = mouse.shift;
+  input.control = mouse.control;
+  input.alt = mouse.alt;
+  Node* hit = mirror_->node(mouse.element);
+  input.element = hit && hit->is_element() ? static_cast<Element*>(hit) : nullptr;
+  const bool stretch = mouse.anchor && mouse.focus && !same(*mouse.anchor, *mouse.focus);
+  if (stretch) {
+    input.anchor = nearest_boundary(mouse.anchor);
+    input.place = nearest_boundary(mouse.focus);
+  } else {
+    input.place = nearest_boundary(mouse.place);
+  }
+  return input;
+}
+
+QuestionId DocumentView::ask(ViewQuestion question) {
+  question.id = QuestionId(++last_question_);
+  view_.ask(question);
+  return question.id;
+}
+
+// --- input, in its order ---
+
+std::optional<QuestionId> DocumentView::handle_key(const ViewKey& key) {
+  const auto document = document_;
+  if (!document) return {};
+  reveal_ = true;
+  if (!key.down) {
+    document->key_up(key.key);
+    return {};
+  }
+  const KeyOutcome outcome = document->key_down(key.key);
+  if (!outcome.ask || document != document_ || notice_) return {};
+  flush();  // the view is asked about the tree as it is now
+  const auto from = view_place(document->editor().selection().focus());
+  if (!from) return {};
+  open_ = {.extend = outcome.extend, .mouse = {}, .tries = 0};
+  return ask({.type = ViewQuestion::Type::Move, .move = *outcome.ask, .from = *from});
+}
+
+void DocumentView::handle_text(const std::u16string& text) {
+  const auto document = document_;
+  reveal_ = true;
+  if (document) document->input_text(text);
+}
+
+std::optional<QuestionId> DocumentView::handle_mouse(const ViewTicket&, const std::vector<ViewMouse>& told) {
+  if (!document_ || told.empty()) return {};
+  open_ = {.extend = false, .mouse = told, .tries = 0};
+  return deliver_mouse();
+}
+
+/// Acts on what the page told of a mouse event, or asks again about the same point where the tree has
+/// changed under the answer.
+std::optional<QuestionId> DocumentView::deliver_mouse() {
+  const ViewMouse& first = open_.mouse.front();
+  seen_ = first.seen;
+  const bool stale = first.place && !boundary(first.place);
+  if (stale && open_.tries++ < 2 && !notice_) {
+    flush();
+    return ask({.type = ViewQuestion::Type::Hit, .x = first.x, .y = first.y});
+  }
+  const auto document = document_;
+  for (const ViewMouse& mouse : std::exchange(open_.mouse, {})) {
+    if (document != document_) break;
+    const MouseInput input = mouse_input(mouse);
+    last_hit_ = {mouse.x, mouse.y, input.element};
+    if (mouse.anchor && mouse.focus) {
+      shown_selection_ = {ViewSelection::Type::Text, *mouse.anchor, *mouse.focus, {}, false};
+    }
+    switch (mouse.type) {
+      case ViewMouse::Type::Press: document->mouse_press(input); break;
+      case ViewMouse::Type::Release: {
+        const editing::Selection& selection = document->editor().selection();
+        const bool drawn = input.anchor && input.place && selection.type() == editing::SelectionType::Text;
+        if (drawn && (selection.anchor() != *input.anchor || selection.focus() != *input.place)) {
+          document->mouse_select(input);
+        }
+        break;
+      }
+      case ViewMouse::Type::Click: document->click(input); break;
+      case ViewMouse::Type::DoubleClick: document->double_click(input); break;
+    }
+  }
+  reveal_ = false;
+  schedule_flush();
+  return {};
+}
+
+void DocumentView::handle_select(const ViewSelect& select) {
+  if (!document_) return;
+  seen_ = select.seen;
+  const auto anchor = boundary(select.anchor), focus = boundary(select.focus);
+  if (!anchor || !focus) return;
+  shown_selection_ = {ViewSelection::Type::Text, select.anchor, select.focus, {}, false};
+  MouseInput input;
+  input.anchor = anchor;
+  input.place = focus;
+  document_->mouse_select(input);
+  reveal_ = false;
+}
+
+std::optional<QuestionId> DocumentView::handle_answer(const ViewAnswer* answer) {
+  const auto document = document_;
+  if (!document) return {};
+  if (!open_.mouse.empty()) {
+    if (!answer) open_.tries = 2;
+    for (ViewMouse& mouse : open_.mouse) {
+      if (!answer) break;
+      mouse.place = answer->place;
+      mouse.element = answer->element;
+      mouse.anchor = mouse.focus = {};
+      mouse.seen = answer->seen;
+    }
+    return deliver_mouse();
+  }
+  if (!answer) return {};
+  seen_ = answer->seen;
+  const auto place = boundary(answer->place);
+  if (place) document->move_caret_to(*place, open_.extend);
+  reveal_ = true;
+  schedule_flush();
+  return {};
+}
+
+}  // namespace tvx::browser

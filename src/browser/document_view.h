@@ -1,0 +1,129 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "browser/html_document.h"
+#include "browser/input_queue.h"
+#include "browser/mirror.h"
+#include "browser/view.h"
+#include "dom/mutation.h"
+#include "editing/selection.h"
+
+namespace tvx::browser {
+
+/// Shows a document in a view and brings the user's input back to it.
+///
+/// Changes of the tree, the selection and the mode are gathered and sent once a turn of the loop. A new
+/// document goes in slices: the next one is sent when the view has laid out the one before, so that it is
+/// never busy for long. What the view says of places is read against the tree that it was showing then.
+class DocumentView final : public HTMLDocument::Geometry,
+                           private InputHandler,
+                           private dom::MutationObserver,
+                           private editing::SelectionObserver {
+ public:
+  /// Both outlive this.
+  DocumentView(View& view, platform::MessageLoop& loop);
+  ~DocumentView() override;
+  DocumentView(const DocumentView&) = delete;
+  DocumentView& operator=(const DocumentView&) = delete;
+
+  /// Shows another document, or none. Input that waited for the one before is dropped.
+  void show(std::shared_ptr<HTMLDocument> document);
+  const std::shared_ptr<HTMLDocument>& document() const { return document_; }
+  void set_editable(bool editable);
+
+  /// Everything is sent, laid out, and no input waits.
+  bool settled() const;
+  /// The window is filled, though more may follow.
+  bool filled() const { return last_done_ > PatchNumber{}; }
+  /// Whether the view gave up on this document after dying of it twice.
+  bool shows_notice() const { return notice_; }
+  const ViewFacts& facts() const { return facts_; }
+  /// Called when the view's process has died, for whoever counts.
+  void set_on_focus(std::function<void(bool)> on_focus) { on_focus_ = std::move(on_focus); }
+
+  // HTMLDocument::Geometry: as the view last reported.
+  dom::Element* element_at(const HTMLDocument& document, int x, int y) const override;
+  std::pair<int, int> caret_place(const HTMLDocument& document) const override;
+
+ private:
+  // InputHandler
+  std::optional<QuestionId> handle_key(const ViewKey& key) override;
+  void handle_text(const std::u16string& text) override;
+  std::optional<QuestionId> handle_mouse(const ViewTicket& ticket,
+                                         const std::vector<ViewMouse>& told) override;
+  void handle_select(const ViewSelect& selection) override;
+  std::optional<QuestionId> handle_answer(const ViewAnswer* answer) override;
+
+  void mutated(const dom::Mutation& mutation) override;
+  void selection_changed() override;
+
+  void receive(const ViewMessage& message);
+  void patch_done(PatchNumber number);
+  void patch_failed(const PatchFailed& failure);
+  void view_died();
+  void begin_anew();
+
+  void schedule_flush();
+  void flush();
+  void send_patch(std::vector<PatchOperation> operations);
+  void send_selection(bool again);
+  void send_input_context();
+  std::u16string base() const;
+
+  ViewSelection wanted_selection() const;
+  std::optional<ViewPlace> view_place(dom::Boundary boundary) const;
+  /// A place that the view named when it had applied `seen`; none if the tree has changed there since.
+  std::optional<dom::Boundary> boundary(const std::optional<ViewPlace>& place) const;
+  std::optional<dom::Boundary> nearest_boundary(const std::optional<ViewPlace>& place) const;
+  MouseInput mouse_input(const ViewMouse& mouse) const;
+  std::optional<QuestionId> deliver_mouse();
+  QuestionId ask(ViewQuestion question);
+
+  View& view_;
+  platform::MessageLoop& loop_;
+  std::shared_ptr<HTMLDocument> document_;
+  std::unique_ptr<Mirror> mirror_;
+  InputQueue queue_;
+
+  bool flush_scheduled_ = false;
+  bool reset_ = false;  // the next patch begins a page
+  bool reveal_ = false;
+  bool place_lost_ = false;  // the tree moved under the view's own selection
+  dom::CompatibilityMode compatibility_mode_{};
+  std::u16string base_;
+  bool base_may_differ_ = false;
+  PatchNumber last_sent_{}, last_done_{};
+  PatchNumber seen_{};  // of the message that is being handled
+
+  std::optional<PatchNumber> slice_;  // on its way
+  std::int64_t slice_sent_ = 0;
+  std::size_t slice_budget_ = 0;
+
+  ViewSelection shown_selection_;
+  InputContext context_;
+  ViewMode mode_;
+  ViewFacts facts_;
+  struct Hit {
+    int x = 0, y = 0;
+    dom::Ref<dom::Element> element;
+  } last_hit_;
+
+  std::uint32_t last_question_ = 0;
+  struct {
+    bool extend = false;
+    std::vector<ViewMouse> mouse;  // whose places were of an older tree: asked again
+    int tries = 0;
+  } open_;
+
+  std::vector<std::int64_t> deaths_;
+  bool notice_ = false;
+  std::function<void(bool)> on_focus_;
+  std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
+};
+
+}  // namespace tvx::browser

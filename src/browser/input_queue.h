@@ -1,0 +1,89 @@
+#pragma once
+
+#include <cstdint>
+#include <deque>
+#include <memory>
+#include <optional>
+#include <variant>
+#include <vector>
+
+#include "browser/view.h"
+#include "platform/message_loop.h"
+
+namespace tvx::browser {
+
+/// Who acts on input, one item after the other. A handler that needs the view's word asks it and returns
+/// the question: later input then waits for the answer.
+class InputHandler {
+ public:
+  virtual ~InputHandler() = default;
+  virtual std::optional<QuestionId> handle_key(const ViewKey& key) = 0;
+  virtual void handle_text(const std::u16string& text) = 0;
+  /// A mouse event with what the page told of it; nothing if it told nothing in time.
+  virtual std::optional<QuestionId> handle_mouse(const ViewTicket& ticket,
+                                                 const std::vector<ViewMouse>& told) = 0;
+  virtual void handle_select(const ViewSelect& selection) = 0;
+  /// The answer to the question; null: there is none. May ask again.
+  virtual std::optional<QuestionId> handle_answer(const ViewAnswer* answer) = 0;
+};
+
+/// All input of a document, in the order that the user gave it.
+///
+/// A mouse press goes to the page at once, and the page tells only later where it landed; a caret move by
+/// lines is asked of the page. Input that comes meanwhile waits, for the answer or until the deadline. The
+/// wait is a timer, never a loop, and what comes too late is dropped: the last known caret holds then. No
+/// item is lost and none overtakes another. While a handler runs a loop of its own (a dialog, a wait),
+/// later items wait for it to return.
+class InputQueue {
+ public:
+  /// How long input waits for the view.
+  static constexpr std::int64_t deadline = 250;
+
+  InputQueue(platform::MessageLoop& loop, InputHandler& handler);
+  ~InputQueue();
+  InputQueue(const InputQueue&) = delete;
+  InputQueue& operator=(const InputQueue&) = delete;
+
+  // --- what the user does ---
+  void push(ViewKey key);
+  void push(ViewText text);
+  void push(ViewTicket ticket);
+  void push(ViewSelect selection);
+
+  // --- what the view says ---
+  void told(const ViewMouse& mouse);
+  void answer(const ViewAnswer& answer);
+  /// The view died: nobody will answer.
+  void end_waiting();
+
+  /// Forgets all input: it was meant for another document.
+  void clear();
+  bool idle() const { return items_.empty() && !question_ && !running_; }
+
+ private:
+  struct Item {
+    std::variant<ViewKey, ViewText, ViewTicket, ViewSelect> input;
+    bool waits = false;  // a ticket without its tale
+    std::int64_t until = 0;
+    std::vector<ViewMouse> told = {};
+  };
+  void push_item(Item item);
+  void schedule();
+  void run();
+  bool waiting();
+  void wait_until(std::int64_t time);
+  std::optional<QuestionId> handle(const Item& item);
+  void begin_question(std::optional<QuestionId> question);
+  void finish_question(const ViewAnswer* answer);
+
+  platform::MessageLoop& loop_;
+  InputHandler& handler_;
+  std::deque<Item> items_;
+  std::optional<QuestionId> question_;
+  std::int64_t question_until_ = 0;
+  platform::TimerId timer_ = platform::TimerId::none;
+  bool scheduled_ = false, running_ = false;
+  std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
+};
+
+}  // namespace tvx::browser

@@ -1,0 +1,243 @@
+#include "headless/view.h"
+
+#include <algorithm>
+#include <string_view>
+#include <utility>
+
+#include "dom/tree.h"
+#include "editing/selection.h"
+
+namespace tvx::headless {
+
+using browser::ViewMove;
+using browser::ViewPlace;
+using Operation = browser::PatchOperation;
+
+dom::Element* FixedGeometry::element_at(const browser::HTMLDocument& document, int x, int y) const {
+  if (x < 0 || y < 0) return nullptr;
+  const auto& all = document.tree().all();
+  const auto n = static_cast<std::size_t>(y / row_height);
+  return n < all.size() ? all[n] : nullptr;
+}
+
+std::pair<int, int> FixedGeometry::caret_place(const browser::HTMLDocument& document) const {
+  const editing::Selection& selection = const_cast<browser::HTMLDocument&>(document).editor().selection();
+  const dom::Node* node = selection.control() ? selection.control() : selection.focus().node;
+  while (node && !node->is_element()) node = node->parent();
+  if (!node || !dom::is_connected(*node)) return {0, 0};
+  const auto index = document.tree().source_index(static_cast<const dom::Element&>(*node));
+  return {0, static_cast<int>(index) * row_height};
+}
+
+View::View(platform::MessageLoop& loop) : loop_(loop) {}
+
+View::~View() { *alive_ = false; }
+
+void View::set_receiver(std::function<void(browser::ViewMessage)> receive) { receive_ = std::move(receive); }
+
+void View::tell(browser::ViewMessage message) {
+  message.seen = last_patch_;
+  loop_.post([this, alive = alive_, message = std::move(message)] {
+    if (*alive && receive_) receive_(message);
+  });
+}
+
+void View::apply(const browser::Patch& patch) {
+  ++patches_;
+  if (patch.reset) {
+    ++pages_;
+    compatibility_mode_ = patch.compatibility_mode;
+    base_ = patch.base;
+    selection_ = {};
+  }
+  last_patch_ = patch.number;
+  browser::Patch accepted = patch;
+  if (!refused_.empty()) {
+    const auto refused = std::stable_partition(accepted.operations.begin(), accepted.operations.end(),
+                                               [this](const auto& one) { return one.name != refused_; });
+    for (auto one = refused; one != accepted.operations.end(); ++one) {
+      failures_.push_back(one->name);
+      tell({.seen = {}, .what = browser::PatchFailed{one->node, u"refused"}});
+    }
+    accepted.operations.erase(refused, accepted.operations.end());
+  }
+  for (const dom::NodeId id : tree_.apply(accepted)) {
+    failures_.push_back(u"no such node or place");
+    tell({.seen = {}, .what = browser::PatchFailed{id, u"no such node or place"}});
+  }
+  if (!silent_) tell({.seen = {}, .what = browser::PatchDone{patch.number}});
+}
+
+void View::select(const browser::ViewSelection& selection) { selection_ = selection; }
+
+void View::ask(const browser::ViewQuestion& question) {
+  if (silent_) return;
+  browser::ViewAnswer answer;
+  answer.id = question.id;
+  if (question.type == browser::ViewQuestion::Type::Hit) {
+    answer.place = answer_hit(question.y, answer.element);
+  } else {
+    answer.place = answer_move(question);
+  }
+  tell({.seen = {}, .what = answer});
+}
+
+void View::scroll_to(int x, int y) {
+  browser::ViewFacts facts;
+  facts.scroll_x = x;
+  facts.scroll_y = y;
+  tell({.seen = {}, .what = facts});
+}
+
+void View::print(bool, std::function<void(bool)> done) {
+  loop_.post([done = std::move(done)] {
+    if (done) done(false);
+  });
+}
+
+// --- lines ---
+
+namespace {
+
+bool is_block_name(std::u16string_view name) {
+  static constexpr std::u16string_view names[] = {
+      u"address", u"article", u"aside",    u"blockquote", u"body", u"center", u"dd",  u"dir", u"div",
+      u"dl",      u"dt",      u"fieldset", u"footer",     u"form", u"h1",     u"h2",  u"h3",  u"h4",
+      u"h5",      u"h6",      u"header",   u"hr",         u"li",   u"main",   u"nav", u"ol",  u"p",
+      u"pre",     u"section", u"table",    u"td",         u"th",   u"tr",     u"ul"};
+  return std::find(std::begin(names), std::end(names), name) != std::end(names);
+}
+
+bool is_block(const ShadowTree::Node& node) {
+  return node.type == Operation::Type::Element && is_block_name(node.name);
+}
+
+bool is_leaf_block(const ShadowTree::Node& node) {
+  return is_block(node) && std::none_of(node.children.begin(), node.children.end(),
+                                        [](const auto* child) { return is_block(*child); });
+}
+
+const ShadowTree::Node* block_of(const ShadowTree::Node* node) {
+  while (node && !is_block(*node)) node = node->parent;
+  return node;
+}
+
+std::size_t length_of(const std::vector<const ShadowTree::Node*>& texts) {
+  std::size_t length = 0;
+  for (const auto* text : texts) length += text->text.size();
+  return length;
+}
+
+}  // namespace
+
+std::vector<View::Line> View::lines() const {
+  std::vector<Line> found;
+  std::vector<const ShadowTree::Node*> open;
+  const auto push = [&open](const ShadowTree::Node& node) {
+    open.insert(open.end(), node.children.rbegin(), node.children.rend());
+  };
+  push(tree_.page());
+  while (!open.empty()) {
+    const ShadowTree::Node* node = open.back();
+    open.pop_back();
+    push(*node);
+    const bool is_text = node->type == Operation::Type::Text;
+    if (!is_text && !is_leaf_block(*node)) continue;
+    const ShadowTree::Node* block = block_of(node);
+    if (!block) continue;
+    if (found.empty() || found.back().block != block->id) found.push_back({block->id, {}});
+    if (is_text) found.back().texts.push_back(node);
+  }
+  return found;
+}
+
+std::optional<ViewPlace> View::answer_move(const browser::ViewQuestion& question) const {
+  const ShadowTree::Node* from = tree_.find(question.from.node);
+  const ShadowTree::Node* block = block_of(from);
+  if (!block) return {};
+  const std::vector<Line> all = lines();
+  const auto is_here = [&](const Line& line) { return line.block == block->id; };
+  auto line = std::find_if(all.begin(), all.end(), is_here);
+  if (line == all.end()) return {};
+
+  std::size_t column = 0;
+  for (const auto* text : line->texts) {
+    if (text == from) {
+      column += question.from.offset;
+      break;
+    }
+    column += text->text.size();
+  }
+  switch (question.move) {
+    case ViewMove::LineStart: column = 0; break;
+    case ViewMove::LineEnd: column = length_of(line->texts); break;
+    case ViewMove::LineUp:
+    case ViewMove::PageUp:
+      if (line == all.begin()) return question.from;
+      --line;
+      break;
+    case ViewMove::LineDown:
+    case ViewMove::PageDown:
+      if (line + 1 == all.end()) return question.from;
+      ++line;
+      break;
+    case ViewMove::Left: column -= column > 0; break;
+    case ViewMove::Right: ++column; break;
+  }
+  column = std::min(column, length_of(line->texts));
+  for (const auto* text : line->texts) {
+    if (column <= text->text.size()) return ViewPlace{text->id, static_cast<std::uint32_t>(column)};
+    column -= text->text.size();
+  }
+  return ViewPlace{line->block, 0};
+}
+
+std::optional<ViewPlace> View::answer_hit(int y, dom::NodeId& element) const {
+  int row = y / FixedGeometry::row_height;
+  std::vector<const ShadowTree::Node*> open(tree_.page().children.rbegin(), tree_.page().children.rend());
+  while (!open.empty()) {
+    const ShadowTree::Node* node = open.back();
+    open.pop_back();
+    open.insert(open.end(), node->children.rbegin(), node->children.rend());
+    if (node->type != Operation::Type::Element || row-- > 0) continue;
+    element = node->id;
+    return ViewPlace{node->id, 0};
+  }
+  return {};
+}
+
+// --- the user ---
+
+void View::key(browser::KeyInput key) { tell({.seen = {}, .what = browser::ViewKey{std::move(key), true}}); }
+
+void View::text(std::u16string text) { tell({.seen = {}, .what = browser::ViewText{std::move(text)}}); }
+
+void View::press(dom::NodeId element, ViewPlace place) {
+  tell({.seen = {}, .what = browser::ViewTicket{}});
+  if (silent_) return;
+  browser::ViewMouse mouse;
+  mouse.element = element;
+  mouse.place = mouse.anchor = mouse.focus = place;
+  tell({.seen = {}, .what = mouse});
+}
+
+void View::click(dom::NodeId element, ViewPlace place) {
+  press(element, place);
+  tell({.seen = {}, .what = browser::ViewTicket{.type = browser::ViewTicket::Type::Release}});
+  if (silent_) return;
+  browser::ViewMouse mouse;
+  mouse.element = element;
+  mouse.place = mouse.anchor = mouse.focus = place;
+  mouse.type = browser::ViewMouse::Type::Release;
+  tell({.seen = {}, .what = mouse});
+  mouse.type = browser::ViewMouse::Type::Click;
+  tell({.seen = {}, .what = mouse});
+}
+
+void View::die() {
+  tree_ = {};
+  selection_ = {};
+  tell({.seen = {}, .what = browser::ViewDied{}});
+}
+
+}  // namespace tvx::headless

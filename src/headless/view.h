@@ -1,0 +1,95 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "browser/view.h"
+#include "headless/shadow_tree.h"
+#include "platform/message_loop.h"
+
+namespace tvx::headless {
+
+/// The fixed geometry of a document without a screen: the element with sourceIndex n owns the points with
+/// floor(y / 20) = n and x >= 0; all else is nothing.
+class FixedGeometry final : public browser::HTMLDocument::Geometry {
+ public:
+  static constexpr int row_height = 20;
+  dom::Element* element_at(const browser::HTMLDocument& document, int x, int y) const override;
+  /// Of the caret's parent, or of the selected control.
+  std::pair<int, int> caret_place(const browser::HTMLDocument& document) const override;
+};
+
+/// A view that answers by simple rules and can print what it was told to show. A block is a line: Up and
+/// Down go to the block before or behind and keep the column, Home and End to its ends.
+///
+/// It stands in for a browser in tests as well: patches can be held back, answers withheld, and it can die.
+class View final : public browser::View {
+ public:
+  explicit View(platform::MessageLoop& loop);
+  ~View() override;
+
+  void set_receiver(std::function<void(browser::ViewMessage)> receive) override;
+  void apply(const browser::Patch& patch) override;
+  void select(const browser::ViewSelection& selection) override;
+  void ask(const browser::ViewQuestion& question) override;
+  void set_mode(const browser::ViewMode& mode) override { mode_ = mode; }
+  void set_input_context(const browser::InputContext& context) override { context_ = context; }
+  void show_notice(std::u16string_view text) override { notice_ = text; }
+  void scroll_to(int x, int y) override;
+  /// There is nothing to print on.
+  void print(bool with_dialog, std::function<void(bool)> done) override;
+
+  // --- what it was told ---
+  const ShadowTree& tree() const { return tree_; }
+  const browser::ViewSelection& selection() const { return selection_; }
+  const browser::ViewMode& mode() const { return mode_; }
+  const browser::InputContext& input_context() const { return context_; }
+  const std::u16string& notice() const { return notice_; }
+  dom::CompatibilityMode compatibility_mode() const { return compatibility_mode_; }
+  const std::u16string& base() const { return base_; }
+  std::size_t patches() const { return patches_; }
+  std::size_t pages() const { return pages_; }
+  std::vector<std::u16string> failures() const { return failures_; }
+  /// Nodes that it refuses to make, by name.
+  void refuse(std::u16string name) { refused_ = std::move(name); }
+
+  // --- what a user does ---
+  void key(browser::KeyInput key);
+  void text(std::u16string text);
+  /// A press and its release with the click; the page tells of them in later turns.
+  void click(dom::NodeId element, browser::ViewPlace place);
+  void press(dom::NodeId element, browser::ViewPlace place);
+
+  // --- what can go wrong ---
+  void withhold_answers(bool withhold) { silent_ = withhold; }
+  void die();
+  void tell(browser::ViewMessage message);
+
+ private:
+  struct Line {
+    dom::NodeId block;
+    std::vector<const ShadowTree::Node*> texts;
+  };
+  std::vector<Line> lines() const;
+  std::optional<browser::ViewPlace> answer_move(const browser::ViewQuestion& question) const;
+  std::optional<browser::ViewPlace> answer_hit(int y, dom::NodeId& element) const;
+
+  platform::MessageLoop& loop_;
+  std::function<void(browser::ViewMessage)> receive_;
+  ShadowTree tree_;
+  browser::ViewSelection selection_;
+  browser::ViewMode mode_;
+  browser::InputContext context_;
+  std::u16string notice_, base_, refused_;
+  dom::CompatibilityMode compatibility_mode_{};
+  browser::PatchNumber last_patch_{};
+  std::vector<std::u16string> failures_;
+  std::size_t patches_ = 0, pages_ = 0;
+  bool silent_ = false;
+  std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
+};
+
+}  // namespace tvx::headless
