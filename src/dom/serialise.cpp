@@ -1,5 +1,8 @@
 #include "dom/serialise.h"
 
+#include <algorithm>
+#include <array>
+
 #include "dom/tree.h"
 
 namespace tvx::dom {
@@ -24,21 +27,101 @@ bool drops_first_line_break(const Node* parent) {
   return parent && (parent->is(Tag::Pre) || parent->is(Tag::Textarea) || parent->is(Tag::Listing));
 }
 
+/// Text that grows at its end, with the room for the next pieces checked once and not for each letter.
+class Writer {
+ public:
+  void reserve(std::size_t units) {
+    text_.resize(units);
+    set_limits(0);
+  }
+
+  void write(char16_t c) {
+    if (at_ == limit_) grow(1);
+    *at_++ = c;
+  }
+
+  void write(std::u16string_view piece) {
+    if (static_cast<std::size_t>(limit_ - at_) < piece.size()) grow(piece.size());
+    if (piece.size() > 16) {
+      at_ = std::copy(piece.begin(), piece.end(), at_);
+    } else {
+      for (const char16_t c : piece) *at_++ = c;  // most are names, and too short for a call
+    }
+  }
+
+  std::u16string take() {
+    text_.resize(static_cast<std::size_t>(at_ - text_.data()));
+    return std::move(text_);
+  }
+
+ private:
+  void grow(std::size_t needed) {
+    const std::size_t used = static_cast<std::size_t>(at_ - text_.data());
+    text_.resize(std::max(used + needed, 2 * text_.size()));
+    set_limits(used);
+  }
+
+  void set_limits(std::size_t used) {
+    at_ = text_.data() + used;
+    limit_ = text_.data() + text_.size();
+  }
+
+  std::u16string text_;
+  char16_t* at_ = text_.data();
+  char16_t* limit_ = at_;
+};
+
+// About as many units as the text of these nodes will have: all but its references.
+std::size_t estimated_length(const Node& root) {
+  std::size_t length = 64;
+  for (const Node* node = &root; node; node = next_in_order(*node, &root)) {
+    if (const auto* data = as<CharacterData>(node)) {
+      length += data->length() + data->length() / 32 + 8;
+    } else if (const auto* element = as<Element>(node)) {
+      length += 2 * element->name().text().size() + 5;
+      for (const Attribute& attribute : element->attributes())
+        length += attribute.name.text().size() + attribute.value.size() + 4;
+    }
+  }
+  return length;
+}
+
+// What is written as a reference, by its character; '"' in values only.
+enum class Escape : std::uint8_t { Never, InValue, Always };
+constexpr auto escapes = [] {
+  std::array<Escape, 0xA1> table{};
+  table[u'&'] = table[u'<'] = table[u'>'] = table[0xA0] = Escape::Always;
+  table[u'"'] = Escape::InValue;
+  return table;
+}();
+
+constexpr std::u16string_view reference_of(char16_t c) {
+  switch (c) {
+    case u'&': return u"&amp;";
+    case u'<': return u"&lt;";
+    case u'>': return u"&gt;";
+    case u'"': return u"&quot;";
+    default: return u"&nbsp;";
+  }
+}
+
 /// Writes a subtree without recursion: one walk that opens on the way down and closes on the way up.
 class Serialiser {
  public:
   explicit Serialiser(Letters letters) : letters_(letters) {}
 
-  std::u16string take() { return std::move(out_); }
+  std::u16string take() { return out_.take(); }
 
   void children(const Node& root) {
     const auto* element = as<Element>(&root);
     const Node* container = element && element->template_content() ? element->template_content() : &root;
+    out_.reserve(estimated_length(*container));
     walk(container->first_child(), nullptr, container);
   }
 
   void node(const Node& root) {
     if (root.type() == NodeType::Document || root.type() == NodeType::DocumentFragment) return children(root);
+    out_.reserve(estimated_length(root));
     walk(&root, &root, root.parent());
   }
 
@@ -82,9 +165,9 @@ class Serialiser {
       node = templates.back();
       templates.pop_back();
     }
-    out_ += u"</";
-    out_ += tag_name(static_cast<const Element&>(*node));
-    out_ += u'>';
+    out_.write(u"</");
+    out_.write(tag_name(static_cast<const Element&>(*node)));
+    out_.write(u'>');
     return node;
   }
 
@@ -94,9 +177,9 @@ class Serialiser {
       case NodeType::Element: return open_element(static_cast<const Element&>(node));
       case NodeType::Text: text(static_cast<const Text&>(node)); return nullptr;
       case NodeType::Comment:
-        out_ += u"<!--";
-        out_ += static_cast<const Comment&>(node).data();
-        out_ += u"-->";
+        out_.write(u"<!--");
+        out_.write(static_cast<const Comment&>(node).data());
+        out_.write(u"-->");
         return nullptr;
       case NodeType::DocumentType: document_type(static_cast<const DocumentType&>(node)); return nullptr;
       default: return nullptr;
@@ -104,36 +187,36 @@ class Serialiser {
   }
 
   void document_type(const DocumentType& type) {
-    out_ += u"<!DOCTYPE ";
-    out_ += type.name();
+    out_.write(u"<!DOCTYPE ");
+    out_.write(type.name());
     // OURS: with its identifiers, or a page written for quirks would be read back without them.
     if (letters_ == Letters::Upper && !(type.public_id().empty() && type.system_id().empty())) {
-      out_ += type.public_id().empty() ? u" SYSTEM" : u" PUBLIC";
+      out_.write(type.public_id().empty() ? u" SYSTEM" : u" PUBLIC");
       if (!type.public_id().empty()) identifier(type.public_id());
       if (!type.system_id().empty()) identifier(type.system_id());
     }
-    out_ += u'>';
+    out_.write(u'>');
   }
 
   void identifier(std::u16string_view id) {
     const char16_t quote = id.find(u'"') == id.npos ? u'"' : u'\'';
-    out_ += u' ';
-    out_ += quote;
-    out_ += id;
-    out_ += quote;
+    out_.write(u' ');
+    out_.write(quote);
+    out_.write(id);
+    out_.write(quote);
   }
 
   const Node* open_element(const Element& element) {
-    out_ += u'<';
-    out_ += tag_name(element);
+    out_.write(u'<');
+    out_.write(tag_name(element));
     for (const Attribute& attribute : element.attributes()) {
-      out_ += u' ';
-      out_ += attribute.name.text();
-      out_ += u"=\"";
+      out_.write(u' ');
+      out_.write(attribute.name.text());
+      out_.write(u"=\"");
       escape(attribute.value, true);
-      out_ += u'"';
+      out_.write(u'"');
     }
-    out_ += u'>';
+    out_.write(u'>');
     if (is_void(element)) return nullptr;
     return element.template_content() ? element.template_content() : &element;
   }
@@ -142,10 +225,10 @@ class Serialiser {
     // OURS: the parser drops a line break right behind these start tags; a second one keeps the text whole.
     if (letters_ == Letters::Upper && node.data().starts_with(u'\n') && !node.previous_sibling() &&
         drops_first_line_break(node.parent())) {
-      out_ += u'\n';
+      out_.write(u'\n');
     }
     if (holds_raw_text(node.parent())) {
-      out_ += node.data();
+      out_.write(node.data());
     } else {
       escape(node.data(), false);
     }
@@ -156,29 +239,20 @@ class Serialiser {
   }
 
   void escape(std::u16string_view text, bool in_value) {
+    const Escape least = in_value ? Escape::InValue : Escape::Always;
     std::size_t copied = 0;
-    const auto write = [&](std::size_t at, std::u16string_view reference) {
-      out_.append(text, copied, at - copied);
-      out_ += reference;
-      copied = at + 1;
-    };
     for (std::size_t i = 0; i < text.size(); ++i) {
-      switch (text[i]) {
-        case u'&': write(i, u"&amp;"); break;
-        case u'\u00A0': write(i, u"&nbsp;"); break;
-        case u'<': write(i, u"&lt;"); break;
-        case u'>': write(i, u"&gt;"); break;
-        case u'"':
-          if (in_value) write(i, u"&quot;");
-          break;
-        default: break;
-      }
+      const char16_t c = text[i];
+      if (c >= escapes.size() || escapes[c] < least) continue;
+      out_.write(text.substr(copied, i - copied));
+      out_.write(reference_of(c));
+      copied = i + 1;
     }
-    out_.append(text, copied, text.npos);
+    out_.write(text.substr(copied));
   }
 
   Letters letters_;
-  std::u16string out_;
+  Writer out_;
 };
 
 }  // namespace

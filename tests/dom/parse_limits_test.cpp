@@ -154,7 +154,7 @@ std::vector<Hostile> hostile_texts() {
     std::u16string html;
     for (int i = 0; html.size() < 200'000; ++i) {
       for (const char16_t* tag : {u"b", u"i", u"u", u"s", u"em", u"tt", u"big", u"font", u"code"})
-        html += u"<" + std::u16string(tag) + u" c=" + to_text(i) + u">";
+        html.append(u"<").append(tag).append(u" c=").append(to_text(i)).append(u">");
       html += u"<p>x</p></div><div>y";
     }
     return html;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <string>
 #include <string_view>
 #include <unordered_set>
@@ -74,6 +75,7 @@ class Tokenizer {
   void skip_bogus_document_type();
   std::u16string_view without_nulls(std::u16string_view text);
 
+  Name intern(std::u16string_view text);
   bool at_end() const { return at_ == end_; }
   void skip_space();
   bool looking_at(std::u16string_view text) const;
@@ -87,6 +89,7 @@ class Tokenizer {
   Name last_start_tag_;
   std::u16string buffer_;  // the text of the token, where it isn't in the source as it stands
   std::u16string name_buffer_;
+  std::array<Name, 64> recent_names_;
   std::unordered_set<const void*> attribute_names_;  // of a tag with many attributes
 };
 

@@ -33,7 +33,7 @@ bool Tokenizer::read_tag(Token& token, Token::Kind kind) {
 Name Tokenizer::read_tag_name() {
   name_buffer_.clear();
   for (; !at_end() && !ends_tag_name(*at_); ++at_) name_buffer_ += name_character(*at_);
-  return Name(name_buffer_);
+  return intern(name_buffer_);
 }
 
 // Behind the tag's name. Reads the ">" too; false if there is none.
@@ -65,7 +65,7 @@ Name Tokenizer::read_attribute_name() {
   name_buffer_.assign(1, name_character(*at_));  // a name may begin with "="
   ++at_;
   for (; !at_end() && !ends_tag_name(*at_) && *at_ != u'='; ++at_) name_buffer_ += name_character(*at_);
-  return Name(name_buffer_);
+  return intern(name_buffer_);
 }
 
 void Tokenizer::read_attribute_value(std::u16string& value) {
