@@ -120,7 +120,7 @@ std::optional<Color> from_function(const std::vector<Token>& tokens) {
     std::uint8_t* channels[] = {&color.red, &color.green, &color.blue};
     for (int i = 0; i < 3; ++i) {
       if (v[i].type == TokenType::Dimension || v[i].type != v[0].type) return std::nullopt;
-      *channels[i] = to_byte(v[i].type == TokenType::Percentage ? v[i].number * 2.55 : v[i].number);
+      *channels[i] = to_byte(v[i].type == TokenType::Percentage ? v[i].number / 100 * 255 : v[i].number);
     }
   } else {
     if (v[0].type == TokenType::Percentage || v[1].type != TokenType::Percentage ||

@@ -168,6 +168,14 @@ const Declaration& Declarations::item(std::size_t index) const {
   return none;
 }
 
+std::vector<const Declaration*> Declarations::list() const {
+  std::vector<const Declaration*> all;
+  for (const Part& part : parts_) {
+    if (part.declaration) all.push_back(&*part.declaration);
+  }
+  return all;
+}
+
 Declarations::Winner Declarations::winner(std::u16string_view longhand, std::u16string_view without) const {
   Winner best;
   for (const Part& part : parts_) {

@@ -36,6 +36,8 @@ class Declarations {
   /// The declaration at a place, in writing order.
   const Declaration& item(std::size_t index) const;
   bool empty() const { return length() == 0; }
+  /// All of them. Valid until the next change.
+  std::vector<const Declaration*> list() const;
 
   /// The value in force, "" if none is. A shorthand whose parts are not all set, or that cannot say them
   /// in one, is "".

@@ -32,14 +32,13 @@ class StyleEngine final : public DocumentExtension, private MutationObserver {
   ~StyleEngine() override;
 
   // --- computed values ---
-  /// All at once. Valid until the next mutation. An element outside the tree has values by the chain it
+  /// All at once. An element outside the tree has values by the chain it
   /// stands in.
   ComputedValues values(const Element& element);
   /// The resolved value as a text: "700", "16px", "rgb(0, 0, 0)", "underline line-through", "none".
   std::u16string computed(const Element& element, Property property);
-  std::u16string_view font_family(const ComputedValues& values) const {
-    return families_[values.font_family];
-  }
+  /// The families of these values, one after the other: "Arial, sans-serif".
+  std::u16string_view font_family(const ComputedValues& values) const;
   Display display(const Element& element) { return values(element).display; }
 
   // --- sheets ---
@@ -51,18 +50,20 @@ class StyleEngine final : public DocumentExtension, private MutationObserver {
   void set_link_text(Element& link, std::optional<std::u16string> text);
   /// The links that are new or have another address since the last call, and those asked for again.
   std::vector<Ref<Element>> take_changed_links();
-  void set_link_observer(LinkObserver* observer) { link_observer_ = observer; }
+  /// Null: nobody.
+  void set_link_observer(LinkObserver* observer);
   /// Sheets of the author kept outside the tree, before those in it.
-  void set_extra_sheets(std::vector<std::u16string> texts);
+  void set_extra_sheets(const std::vector<std::u16string>& texts);
 
  private:
   friend class StyleSheet;
   class Impl;
   void mutated(const Mutation& mutation) override;
+  void reload(const Element& link);
+  void text_changed();
 
+  Document& document_;
   std::unique_ptr<Impl> impl_;
-  std::vector<std::u16string> families_{u"serif"};
-  LinkObserver* link_observer_ = nullptr;
 };
 
 StyleEngine& style_of(Document& document);

@@ -52,7 +52,7 @@ class StyleSheet {
   const std::vector<Rule>& rules() const;
 
  private:
-  friend class StyleEngine;
+  friend class SheetList;
   Ref<Element> owner_;
   StyleEngine* engine_;  // null when the document is gone
   std::optional<std::u16string> loaded_text_;

@@ -1,0 +1,165 @@
+#include "dom/style/sheet_list.h"
+
+#include <algorithm>
+
+#include "base/strings.h"
+#include "dom/style/media.h"
+#include "dom/style/style_engine.h"
+#include "dom/tree.h"
+
+namespace tvx::dom::style {
+namespace {
+
+const Name disabled_attribute(u"disabled");
+
+std::uint32_t key_of(const Node& node) { return std::uint32_t(node.id()); }
+
+bool has_relation(const Element& link, std::u16string_view wanted) {
+  for (const std::u16string_view word : split_on_space(link.attribute_or_empty(names::rel))) {
+    if (equals_ignoring_ascii_case(word, wanted)) return true;
+  }
+  return false;
+}
+
+bool owns_sheet(const Element& element) {
+  return element.is(Tag::Style) || (element.is(Tag::Link) && has_relation(element, u"stylesheet"));
+}
+
+/// Whether the sheet has a say in what the document looks like.
+bool applies(const StyleSheet& sheet) {
+  const Element& owner = sheet.owner();
+  const std::u16string_view type = trimmed(owner.attribute_or_empty(names::type));
+  if (!type.empty() && !equals_ignoring_ascii_case(type, u"text/css")) return false;
+  if (owner.is(Tag::Link)) {
+    if (owner.has_attribute(disabled_attribute)) return false;
+    if (has_relation(owner, u"alternate") && owner.has_attribute(names::title)) return false;
+  }
+  return matches_screen(owner.attribute_or_empty(names::media));
+}
+
+}  // namespace
+
+SheetList::~SheetList() {
+  for (const StyleSheetHandle& sheet : sheets_) sheet->engine_ = nullptr;
+  for (const auto& held : dropped_) {
+    if (const StyleSheetHandle sheet = held.lock()) sheet->engine_ = nullptr;
+  }
+}
+
+void SheetList::note(const Mutation& mutation) {
+  const Element* parent = as<Element>(mutation.parent);
+  switch (mutation.type) {
+    case Mutation::Type::ReplaceData:
+      if (mutation.node->parent() && mutation.node->parent()->is(Tag::Style)) rules_changed_ = true;
+      break;
+    case Mutation::Type::Insert:
+    case Mutation::Type::Remove:
+      if (parent && parent->is(Tag::Style)) rules_changed_ = true;
+      note_subtree(*mutation.node);
+      break;
+    case Mutation::Type::SetAttribute: note_attribute(mutation, *as<Element>(mutation.node)); break;
+  }
+}
+
+void SheetList::note_subtree(const Node& node) {
+  for (const Node* current = &node; current; current = next_in_order(*current, &node)) {
+    const bool link = current->is(Tag::Link);
+    if (!link && !current->is(Tag::Style)) continue;
+    list_changed_ = rules_changed_ = true;
+    if (link) return links_changed();
+  }
+}
+
+void SheetList::note_attribute(const Mutation& mutation, const Element& element) {
+  if (element.is(Tag::Style)) rules_changed_ = true;
+  if (!element.is(Tag::Link)) return;
+  list_changed_ = rules_changed_ = true;
+  if (mutation.attribute == names::href || mutation.attribute == names::rel) links_changed();
+}
+
+void SheetList::links_changed() {
+  if (observer_) observer_->links_changed();
+}
+
+void SheetList::refresh() {
+  if (!list_changed_) return;
+  list_changed_ = false;
+  std::vector<StyleSheetHandle> old = std::move(sheets_);
+  sheets_.clear();
+  for (Element* element : document_.all()) {
+    if (!owns_sheet(*element)) continue;
+    const auto found = std::find_if(old.begin(), old.end(), [element](const StyleSheetHandle& sheet) {
+      return sheet && &sheet->owner() == element;
+    });
+    sheets_.push_back(found != old.end() ? std::move(*found)
+                                         : std::make_shared<StyleSheet>(*element, &engine_));
+  }
+  std::erase_if(dropped_, [](const auto& sheet) { return sheet.expired(); });
+  for (const StyleSheetHandle& sheet : old) {
+    if (!sheet) continue;
+    known_addresses_.erase(key_of(sheet->owner()));
+    reloads_.erase(key_of(sheet->owner()));
+    dropped_.push_back(sheet);
+  }
+}
+
+const std::vector<StyleSheetHandle>& SheetList::sheets() {
+  refresh();
+  return sheets_;
+}
+
+StyleSheetHandle SheetList::sheet_of(const Element& element) {
+  refresh();
+  for (const StyleSheetHandle& sheet : sheets_) {
+    if (&sheet->owner() == &element) return sheet;
+  }
+  return nullptr;
+}
+
+const RuleIndex& SheetList::rules() {
+  refresh();
+  if (!rules_changed_) return index_;
+  rules_changed_ = false;
+  index_ = RuleIndex();
+  for (const std::vector<Rule>& sheet : extra_sheets_) index_.add_sheet(sheet);
+  for (const StyleSheetHandle& sheet : sheets_) {
+    if (applies(*sheet)) index_.add_sheet(sheet->rules());
+  }
+  return index_;
+}
+
+void SheetList::set_link_text(Element& link, std::optional<std::u16string> text) {
+  const StyleSheetHandle sheet = sheet_of(link);
+  if (!sheet) return;
+  sheet->loaded_text_ = std::move(text);
+  rules_changed_ = true;
+}
+
+void SheetList::set_extra_sheets(const std::vector<std::u16string>& texts) {
+  extra_sheets_.clear();
+  for (const std::u16string& text : texts) extra_sheets_.push_back(parse_rules(text));
+  rules_changed_ = true;
+}
+
+void SheetList::reload(const Element& link) {
+  reloads_.insert(key_of(link));
+  links_changed();
+}
+
+std::vector<Ref<Element>> SheetList::take_changed_links() {
+  refresh();
+  std::vector<Ref<Element>> changed;
+  for (const StyleSheetHandle& sheet : sheets_) {
+    if (!sheet->is_link()) continue;
+    const std::uint32_t key = key_of(sheet->owner());
+    const std::u16string address = sheet->href();
+    const auto known = known_addresses_.find(key);
+    const bool again = reloads_.erase(key) > 0;
+    if (known != known_addresses_.end() && known->second == address && !again) continue;
+    known_addresses_[key] = address;
+    changed.push_back(sheet->owner());
+  }
+  return changed;
+}
+
+}  // namespace tvx::dom::style

@@ -1,0 +1,60 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <unordered_map>
+#include <unordered_set>
+#include <vector>
+
+#include "dom/document.h"
+#include "dom/mutation.h"
+#include "dom/style/rule_index.h"
+#include "dom/style/style_sheet.h"
+
+namespace tvx::dom::style {
+
+class LinkObserver;
+
+/// The sheets of a document, and their rules as the cascade needs them. Hears of every mutation and notes
+/// what it leaves to be done; the work is done when somebody asks.
+class SheetList {
+ public:
+  SheetList(Document& document, StyleEngine& engine) : document_(document), engine_(engine) {}
+  ~SheetList();
+
+  /// Whether the mutation, or anything else since the last rules(), can have changed the rules.
+  void note(const Mutation& mutation);
+  bool rules_changed() const { return rules_changed_; }
+
+  const std::vector<StyleSheetHandle>& sheets();
+  StyleSheetHandle sheet_of(const Element& element);
+  const RuleIndex& rules();
+
+  void set_link_text(Element& link, std::optional<std::u16string> text);
+  void set_extra_sheets(const std::vector<std::u16string>& texts);
+  /// The sheet's text was changed past the tree.
+  void text_changed() { rules_changed_ = true; }
+  /// A link is to be loaded again though its address is the same.
+  void reload(const Element& link);
+  std::vector<Ref<Element>> take_changed_links();
+  void set_observer(LinkObserver* observer) { observer_ = observer; }
+
+ private:
+  void note_subtree(const Node& node);
+  void note_attribute(const Mutation& mutation, const Element& element);
+  void links_changed();
+  void refresh();
+
+  Document& document_;
+  StyleEngine& engine_;
+  LinkObserver* observer_ = nullptr;
+  bool list_changed_ = true, rules_changed_ = true;
+  std::vector<StyleSheetHandle> sheets_;
+  std::vector<std::weak_ptr<StyleSheet>> dropped_;  // may still be held by somebody
+  std::vector<std::vector<Rule>> extra_sheets_;
+  std::unordered_map<std::uint32_t, std::u16string> known_addresses_;  // by NodeId
+  std::unordered_set<std::uint32_t> reloads_;
+  RuleIndex index_;
+};
+
+}  // namespace tvx::dom::style
