@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "editing/editor.h"
+#include "editing/inline_command.h"
 
 namespace tvx::editing {
 
@@ -21,6 +22,7 @@ struct CommandDefinition {
   std::u16string (*value)(Editor& editor) = nullptr;
   /// The CSS property that an inline command sets ("font-weight"), empty for all others.
   std::u16string_view css_property = {};
+  InlineCommand inline_command = InlineCommand::None;
   /// Commands of the standard's "miscellaneous" section need no editable place.
   bool always_enabled = false;
   /// "Preserves overrides": the caret's pending look outlives it. All block commands do but insertText,

@@ -63,6 +63,11 @@ bool is_plain_text_host(const Node& node) {
   return element && wish_of(*element) == Wish::PlainText && is_editing_host(node);
 }
 
+Node* editing_host_within(const Node& node, Node* host_around) {
+  if (is_editing_host(node)) return const_cast<Node*>(&node);
+  return host_around && node.parent() && may_be_edited(node) ? host_around : nullptr;
+}
+
 Node* editing_host_of(const Node& node) {
   // From the node upwards as long as each could be edited; the first host found decides.
   for (const Node* current = &node; current; current = current->parent()) {

@@ -5,6 +5,7 @@
 #include "editing/command_table.h"
 #include "editing/font_sizes.h"
 #include "editing/predicates.h"
+#include "editing/recorded_values.h"
 
 namespace tvx::editing {
 
@@ -41,9 +42,11 @@ std::u16string override_key(std::u16string_view command) {
 
 Editor::Editor(dom::Document& document) : document_(document), selection_(document) {
   document.journal().set_selection_keeper(&selection_);
+  selection_.add_observer(*this);
 }
 
 Editor::~Editor() {
+  selection_.remove_observer(*this);
   document_->journal().set_selection_keeper(nullptr);
   set_design_mode(false);
 }
@@ -57,8 +60,8 @@ Editor::Place Editor::place_of(const dom::Boundary& boundary) {
   return {boundary ? boundary.node->id() : dom::NodeId{}, boundary.offset};
 }
 
-// The standard drops them at each change of the selection. Comparing when they are asked for says the same
-// without listening to every edit that moves a boundary.
+// The standard drops them at each change of a boundary. Edits move boundaries too, and nobody tells of that:
+// so the places are compared whenever the selection is set and whenever somebody asks.
 Overrides& Editor::overrides() {
   const Place anchor = place_of(selection_.anchor()), focus = place_of(selection_.focus());
   if (anchor != overrides_anchor_ || focus != overrides_focus_) overrides_.clear();
@@ -66,6 +69,8 @@ Overrides& Editor::overrides() {
   overrides_focus_ = focus;
   return overrides_;
 }
+
+void Editor::selection_changed() { overrides(); }
 
 std::optional<dom::Range> Editor::active_range() const {
   const dom::Range range = selection_.range();
@@ -122,8 +127,13 @@ bool Editor::execute(std::u16string_view command, std::u16string_view value) {
   return act(*row, value);
 }
 
+// Editing commands standard, "preserves overrides".
 bool Editor::act(const CommandDefinition& command, std::u16string_view value) {
-  return command.action(*this, value);
+  if (!command.keeps_overrides) return command.action(*this, value);
+  const RecordedLook look = record_current_overrides(*this);
+  const bool done = command.action(*this, value);
+  if (const auto range = active_range(); range && range->collapsed()) restore_look(look, *this);
+  return done;
 }
 
 }  // namespace tvx::editing

@@ -30,10 +30,10 @@ std::u16string override_key(std::u16string_view command);
 
 /// Editing of one document: its selection, the modes that outlive a command, and the commands.
 /// Everything that changes the document here is one undo step of its journal.
-class Editor {
+class Editor final : private SelectionObserver {
  public:
   explicit Editor(dom::Document& document);
-  ~Editor();
+  ~Editor() override;
   Editor(const Editor&) = delete;
   Editor& operator=(const Editor&) = delete;
 
@@ -84,6 +84,7 @@ class Editor {
     Offset offset = 0;
     friend bool operator==(const Place&, const Place&) = default;
   };
+  void selection_changed() override;
   static Place place_of(const dom::Boundary& boundary);
   bool is_enabled(const CommandDefinition& command) const;
   bool act(const CommandDefinition& command, std::u16string_view value);

@@ -1,5 +1,6 @@
 #include "editing/font_sizes.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 
@@ -43,6 +44,56 @@ std::optional<int> font_size_of_keyword(std::u16string_view keyword) {
     if (equals_ignoring_ascii_case(sizes[i].keyword, keyword)) return int(i) + 1;
   }
   return std::nullopt;
+}
+
+std::optional<int> parse_legacy_font_size(std::u16string_view text) {
+  text = trimmed(text);
+  const char16_t sign = !text.empty() && (text[0] == u'+' || text[0] == u'-') ? text[0] : u' ';
+  if (sign != u' ') text.remove_prefix(1);
+  int number = 0;
+  std::size_t digits = 0;
+  while (digits < text.size() && is_ascii_digit(text[digits])) {
+    number = std::min(number * 10 + (text[digits++] - u'0'), 1000);
+  }
+  if (digits == 0) return std::nullopt;
+  if (sign == u'+') number = 3 + number;
+  if (sign == u'-') number = 3 - number;
+  return std::clamp(number, 1, 7);
+}
+
+namespace {
+
+// HTML standard, section 2.3.4.3 "valid floating-point number".
+bool is_valid_number(std::u16string_view text) {
+  std::size_t at = 0;
+  const auto digits = [&] {
+    const std::size_t begin = at;
+    while (at < text.size() && is_ascii_digit(text[at])) ++at;
+    return at > begin;
+  };
+  if (at < text.size() && text[at] == u'-') ++at;
+  bool number = digits();
+  if (at < text.size() && text[at] == u'.') {
+    ++at;
+    if (!digits()) return false;
+    number = true;
+  }
+  if (!number) return false;
+  if (at < text.size() && ascii_lower(text[at]) == u'e') {
+    ++at;
+    if (at < text.size() && (text[at] == u'+' || text[at] == u'-')) ++at;
+    if (!digits()) return false;
+  }
+  return at == text.size();
+}
+
+}  // namespace
+
+std::optional<int> parse_font_size_argument(std::u16string_view text) {
+  text = trimmed(text);
+  const bool plus = !text.empty() && text[0] == u'+';
+  if (!is_valid_number(plus ? text.substr(1) : text)) return std::nullopt;
+  return parse_legacy_font_size(text);
 }
 
 std::optional<double> font_size_in_pixels(std::u16string_view value) {

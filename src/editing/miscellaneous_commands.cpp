@@ -1,5 +1,6 @@
 #include "dom/journal.h"
 #include "editing/command_table.h"
+#include "editing/predicates.h"
 
 /// Modes, selectAll, undo and redo: editing commands standard, section "Miscellaneous commands", and the
 /// platform's own modes.
@@ -27,10 +28,19 @@ bool choose_separator(Editor& editor, std::u16string_view value) {
   return true;
 }
 
-bool select_all(Editor& editor, std::u16string_view) {
+// OURS: within an editing host it selects what that host holds; the standard has the whole page selected,
+// and calls that broken itself.
+dom::Node* place_to_select(Editor& editor) {
+  if (const auto range = editor.active_range()) {
+    dom::Node* host = editing_host_of(*range->start.node);
+    if (host && host == editing_host_of(*range->end.node)) return host;
+  }
   dom::Document& document = editor.document();
-  dom::Element* target = document.body() ? document.body() : document.document_element();
-  if (target) {
+  return document.body() ? document.body() : document.document_element();
+}
+
+bool select_all(Editor& editor, std::u16string_view) {
+  if (dom::Node* target = place_to_select(editor)) {
     editor.selection().set({target, 0}, {target, dom::length_of(*target)});
   } else {
     editor.selection().clear();

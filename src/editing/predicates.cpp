@@ -40,8 +40,7 @@ Met look_at(const Node& node) {
   if (!element) return Met::Pass;
   switch (display_of(*element)) {
     case Display::None: return Met::Pass;
-    case Display::InlineBlock:
-    case Display::InlineTable: return Met::Content;
+    case Display::InlineBlock: return Met::Content;
     case Display::Block: return Met::Edge;
     case Display::Inline: break;
   }
@@ -140,9 +139,9 @@ bool is_whitespace_node(const Node& node) {
   if (text->data().empty()) return true;
   if (!consists_of(text->data(), u"\t\n\r ") || !text->parent_element()) return false;
   switch (white_space_of(*text->parent_element())) {
-    case WhiteSpace::Normal:
-    case WhiteSpace::NoWrap: return true;
-    case WhiteSpace::PreLine: return consists_of(text->data(), u"\t\r ");
+    case dom::style::WhiteSpace::Normal:
+    case dom::style::WhiteSpace::NoWrap: return true;
+    case dom::style::WhiteSpace::PreLine: return consists_of(text->data(), u"\t\r ");
     default: return false;
   }
 }
@@ -175,8 +174,10 @@ bool is_extraneous_line_break(const Node& node) {
   return is_collapsed_line_break(node) && previous_in_line(node) == Met::Content;
 }
 
-bool is_visible(const Node& node) {
-  if (!is_rendered(node)) return false;
+bool is_visible(const Node& node) { return is_rendered(node) && is_visible_where_rendered(node); }
+
+bool is_visible_where_rendered(const Node& node) {
+  if (is_hidden(node)) return false;
   if (is_visible_itself(node)) return true;
   for (const Node* current = node.first_child(); current;) {
     if (!is_hidden(*current)) {

@@ -14,6 +14,8 @@ dom::Node* editing_host_of(const dom::Node& node);
 /// A host whose `contenteditable` is "plaintext-only": commands that format are not enabled there.
 bool is_plain_text_host(const dom::Node& node);
 bool in_same_editing_host(const dom::Node& a, const dom::Node& b);
+/// The host of a node's children, given that of its siblings: one step of the climb.
+dom::Node* editing_host_within(const dom::Node& node, dom::Node* host_around);
 /// The document is edited as a whole (set by Editor; kept beside the document).
 void set_whole_document_editable(dom::Document& document, bool editable);
 
@@ -24,6 +26,8 @@ bool is_block_end_point(const dom::Boundary& boundary);
 bool is_block_boundary_point(const dom::Boundary& boundary);
 bool is_visible(const dom::Node& node);
 bool is_invisible(const dom::Node& node);
+/// The same for a node whose ancestors are known to be rendered: spares the climb.
+bool is_visible_where_rendered(const dom::Node& node);
 bool is_collapsed_block_prop(const dom::Node& node);
 bool is_collapsed_line_break(const dom::Node& node);
 bool is_extraneous_line_break(const dom::Node& node);
