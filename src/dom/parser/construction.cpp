@@ -40,7 +40,7 @@ TreeBuilder::Place TreeBuilder::element_place(int index) const {
   if (index < 0) return {&document_, nullptr};
   Element& target = stack_.at(index);
   const bool fosters = foster_parenting_ && is_table_structure(target.tag());
-  if (index >= maximum_depth && !fosters && target.parent()) return {target.parent(), nullptr};
+  if (stack_.depth(index) >= maximum_depth && !fosters && target.parent()) return {target.parent(), nullptr};
   return appropriate_place(&target);
 }
 

@@ -3,6 +3,7 @@
 #include <cassert>
 
 #include "dom/builder.h"
+#include "dom/tree.h"
 
 namespace tvx::dom::parser {
 
@@ -16,10 +17,23 @@ int& OpenElements::last_of_name(const Element& element, Name source_name) {
   return last_unknown_.try_emplace(source_name.key(), none).first->second;
 }
 
+// Nearly always one more than the current node's; else found from where the element's parent stands.
+int OpenElements::depth_of_next(const Element& element) const {
+  if (entries_.empty()) return 0;
+  const Entry& last = entries_.back();
+  const Node* parent = element.parent();
+  if (parent == last.element.get() || (parent && parent == last.element->template_content()))
+    return last.depth + 1;
+  if (parent == last.element->parent()) return last.depth;
+  const auto* open = as<Element>(parent);
+  if (open && contains(*open)) return depth(index_of(*open)) + 1;
+  return static_cast<int>(dom::depth_of(element));
+}
+
 void OpenElements::push(Element& element, Name source_name) {
   const int index = size();
   int& last_of_same = last_of_name(element, source_name);
-  Entry entry{element, source_name, last_of_same, {}};
+  Entry entry{element, source_name, depth_of_next(element), last_of_same, {}};
   last_of_same = index;
   const BoundarySet set = boundaries_of(element);
   for (std::size_t i = 0; i < entry.last.size(); ++i) {

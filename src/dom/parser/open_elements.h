@@ -26,7 +26,8 @@ class OpenElements {
   Element& current() const { return *entries_.back().element; }
   Element& at(int index) const { return *entries_[static_cast<std::size_t>(index)].element; }
 
-  /// `source_name`: the name in small letters, as end tags have it; foreign names may differ from it.
+  /// The element stands in its tree already. `source_name`: the name in small letters, as end tags have it;
+  /// foreign names may differ from it.
   void push(Element& element, Name source_name);
   void push(Element& element) { push(element, element.name()); }
   void pop();
@@ -34,6 +35,10 @@ class OpenElements {
   void remove(int index);
   /// Puts these in place of everything from `index` on.
   void replace_from(int index, const std::vector<Element*>& elements);
+
+  /// How many nodes stand above the element in its tree, contents of templates counted in; may be more or
+  /// less than `index`, where elements were fostered or left the stack before what they hold.
+  int depth(int index) const { return entries_[static_cast<std::size_t>(index)].depth; }
 
   /// Where the element stands, none if it isn't open.
   int index_of(const Element& element) const;
@@ -52,9 +57,11 @@ class OpenElements {
   struct Entry {
     Ref<Element> element;  // held: a copied option may take the place of what is still open
     Name source_name;
+    int depth;
     int previous_of_name;                                             // the entry of the same name above
     std::array<int, static_cast<std::size_t>(Boundary::Count)> last;  // with this entry itself
   };
+  int depth_of_next(const Element& element) const;
   int& last_of_name(const Element& element, Name source_name);
 
   std::vector<Entry> entries_;
