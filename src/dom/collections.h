@@ -19,8 +19,8 @@ enum class CollectionKind : std::uint8_t {
   Children  // the element children of the root
 };
 
-/// Elements below a node in document order, as they stand at the moment of each question. The list is kept
-/// while nothing happens that could change it.
+/// Elements below a node in document order (but for a template's contents, which stand apart), as they stand
+/// at the moment of each question. The list is kept while nothing happens that could change it.
 class Collection {
  public:
   /// Below `root`, which is not part of it. `tag` in any letters; "*" is every name.
@@ -37,18 +37,15 @@ class Collection {
   const std::vector<Element*>& elements() const;
 
  private:
-  bool matches(const Element& element) const;
-  void collect() const;
-
   Ref<Node> root_;
   CollectionKind kind_;
-  Name tag_;
-  bool any_tag_ = false;
+  Name tag_;  // empty: every name
   mutable std::uint64_t version_ = ~std::uint64_t{0};
-  mutable std::vector<Element*> elements_;
+  mutable std::vector<Element*> elements_;  // of roots below a document, whose lists stand with the document
 };
 
-/// The document's own collections, made once: all.tags(u"base") asked for on each key costs a look-up.
+/// A document's own collection. Its lists stand with the document, so all.tags(u"base") asked for on each key
+/// costs a look-up.
 std::shared_ptr<const Collection> collection_of(Document& document, CollectionKind kind,
                                                 std::u16string_view tag = {});
 
