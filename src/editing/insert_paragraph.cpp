@@ -98,7 +98,14 @@ bool ParagraphInsertion::wrap_line() {
     nodes.emplace_back(next);
   }
   container_ = wrap(nodes, {}, [&] { return Ref<Node>(editor_.document().create_element(separator())); });
-  return container_ && container_->parent();
+  if (!container_ || !container_->parent()) return false;
+  // In a table, say, the line that gets the container need not be where the caret was.
+  const Boundary caret = editor_.selection().range().start;
+  if (!dom::is_inclusive_ancestor(*container_, *caret.node)) {
+    const bool behind = dom::compare(caret, {container_.get(), 0}) > 0;
+    editor_.selection().collapse({container_.get(), behind ? dom::length_of(*container_) : 0});
+  }
+  return true;
 }
 
 // Step 12: a container of many lines gets one line more.

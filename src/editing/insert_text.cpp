@@ -1,5 +1,6 @@
 #include "dom/mutation.h"
 #include "dom/tree.h"
+#include "editing/block_range.h"
 #include "editing/command_table.h"
 #include "editing/deletion.h"
 #include "editing/editor.h"
@@ -151,12 +152,7 @@ std::optional<Address> find_mail(std::u16string_view text) {
 }  // namespace
 
 void autolink(Editor& editor, Boundary end) {
-  // "Previous equivalent point", into the text that ends here.
-  while (!end.node->is_text() && end.offset > 0) {
-    Node* before = dom::child_at(*end.node, end.offset - 1);
-    if (!is_inline_node(*before) || dom::length_of(*before) == 0) return;
-    end = {before, dom::length_of(*before)};
-  }
+  end = first_equivalent_point(end);
   auto* text = dom::as<dom::Text>(end.node);
   if (!text || dom::enclosing(*text, Tag::A)) return;
   const std::u16string_view before = std::u16string_view(text->data()).substr(0, end.offset);

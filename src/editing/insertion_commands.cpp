@@ -58,15 +58,16 @@ bool is_in_editable_place(Editor& editor) {
 }
 
 // Editing commands standard, section "The insertHorizontalRule command".
+// OURS: the ends climb to the edge of the host and not out of it, where the caret would be lost.
 bool insert_horizontal_rule(Editor& editor, std::u16string_view) {
   Gap start = Gap::at(editor.selection().range().start), end = Gap::at(editor.selection().range().end);
   Boundary from = editor.selection().range().start, to = editor.selection().range().end;
   if (from.offset == 0) {
-    while (start.at_start() && start.node->parent()) start = Gap::before(*start.node);
+    while (start.at_start() && is_editable(*start.node)) start = Gap::before(*start.node);
     from = start.boundary();
   }
   if (to.offset == dom::length_of(*to.node)) {
-    while (end.at_end() && end.node->parent()) end = Gap::after(*end.node);
+    while (end.at_end() && is_editable(*end.node)) end = Gap::after(*end.node);
     to = end.boundary();
   }
   editor.selection().set(from, to);
