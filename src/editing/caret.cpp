@@ -271,7 +271,8 @@ std::optional<Boundary> next_caret_place(Boundary from, Direction direction, Gra
     const LineText line(from, direction == Direction::Forward);
     if (!line.blank()) return line.word_edge();
   }
-  return CaretWalk(from, direction).next_place();
+  const std::optional<Boundary> place = CaretWalk(from, direction).next_place();
+  return place ? std::optional(normalized_caret_place(*place)) : std::nullopt;
 }
 
 bool move_caret(Editor& editor, Direction direction, Granularity granularity, Extend extend) {
@@ -300,6 +301,15 @@ Boundary normalized_caret_place(Boundary place) {
   if (before && before->is_text() && !is_collapsed_whitespace_node(*before))
     return {before, dom::length_of(*before)};
   if (gap.next && gap.next->is_text() && !is_collapsed_whitespace_node(*gap.next)) return {gap.next, 0};
+  if (!before && gap.next && is_inline_node(*gap.next) && !gap.next->is(Tag::Br)) {
+    // At a line's start the text goes on in the look of what follows.
+    Boundary inner = place;
+    while (const Boundary next = next_equivalent_point(inner)) {
+      inner = next;
+      if (inner.node->is_text() || inner.offset > 0) break;
+    }
+    if (inner.node->is_text() && inner.offset == 0) return inner;
+  }
   const bool holds_text = is_allowed_child_name(dom::Name(Tag::Span), *place.node);
   const bool beside_line = (before && is_inline_node(*before)) || (gap.next && is_inline_node(*gap.next));
   if (holds_text && (beside_line || !place.node->has_children())) return place;

@@ -137,6 +137,7 @@ bool press_return(Editor& editor, std::u16string_view label,
   const RecordedLook look = record_current_overrides(editor);
   insertion(editor, {});
   if (editor.selection().collapsed()) restore_look(look, editor);
+  settle_caret(editor);
   return true;
 }
 
