@@ -64,7 +64,8 @@ void ValueForcer::force(const Ref<Node>& node) {
 NodeList ValueForcer::force_one(const Ref<Node>& node) {
   if (!node->parent() || !value_) return {};
   const bool wrappable = is_allowed_child(*node, Name(Tag::Span));
-  if (wrappable) join_neighbour(node);                   // 4
+  if (wrappable) join_neighbour(node);  // 4
+  if (!node->parent()) return {};       // a line break that counts no more went in the joining
   if (!is_seen(*node) || looks_right(*node)) return {};  // 5, 6
   if (!wrappable) return children_to_force(*node);       // 7
   const Ref<Element> wrapper = make_wrapper(*node);      // 9 to 15

@@ -1,0 +1,68 @@
+#include "editing/editing_fixture.h"
+
+namespace tvx::editing::test {
+
+class BlockCommands : public EditingFixture {
+ protected:
+  static std::string repeated(std::string_view part, int count) {
+    std::string text;
+    for (int i = 0; i < count; ++i) text += part;
+    return text;
+  }
+};
+
+TEST_F(BlockCommands, ListsOnAndOff) {
+  expect_edit("<p>[a</p><p>b]</p>", {"insertUnorderedList"}, "<UL><LI>[a</LI><LI>b]</LI></UL>");
+  expect_edit("<ul><li>[a</li><li>b]</li></ul>", {"insertUnorderedList"}, "<P>[a</P><P>b]</P>");
+  expect_edit("<ul><li>[a</li><li>b]</li></ul>", {"insertOrderedList"}, "<OL><LI>[a</LI><LI>b]</LI></OL>");
+  expect_edit("<ol><li>a</li></ol><p>[b]</p>", {"insertOrderedList"}, "<OL><LI>a</LI><LI>[b]</LI></OL>");
+}
+
+TEST_F(BlockCommands, IndentAndOutdent) {
+  expect_edit("<p>[a]</p>", {"indent"}, "<BLOCKQUOTE><P>[a]</P></BLOCKQUOTE>");
+  expect_edit("<blockquote><p>[a]</p></blockquote>", {"outdent"}, "<P>[a]</P>");
+  expect_edit("<ol><li>a</li><li>[b]</li></ol>", {"indent"}, "<OL><LI>a</LI><OL><LI>[b]</LI></OL></OL>");
+}
+
+TEST_F(BlockCommands, FormatBlock) {
+  expect_edit("<p>[a]</p>", {"formatBlock", "<h2>"}, "<H2>[a]</H2>");
+  expect_edit("<p>[a</p><p>b]</p>", {"formatBlock", "h2"}, "<H2>[a<BR>b]</H2>");
+  load("<p>[a]</p>");
+  EXPECT_FALSE(run({"formatBlock", "table"}));
+  EXPECT_EQ(editor.value(u"formatblock"), u"p");
+}
+
+TEST_F(BlockCommands, AlignmentIsSetAndTold) {
+  expect_edit("<p>[a]</p>", {"justifyCenter"}, "<DIV style=\"text-align: center\"><P>[a]</P></DIV>");
+  EXPECT_TRUE(editor.state(u"justifyCenter"));
+  EXPECT_EQ(editor.value(u"justifyLeft"), u"center");
+}
+
+// The first line is aligned; a `div` can't stand in a paragraph, so the paragraph is split.
+TEST_F(BlockCommands, AnAlignedLineLeavesItsParagraph) {
+  expect_edit("<p>a[]<br>b</p>", {"justifyRight"}, "<DIV style=\"text-align: right\">a[]</DIV><P>b</P>");
+}
+
+TEST_F(BlockCommands, SelectionsMayBeMixed) {
+  load("<p>[a</p><h1>b]</h1>");
+  EXPECT_TRUE(editor.indeterminate(u"formatblock"));
+  load("<ol><li>[a</li></ol><p>b]</p>");
+  EXPECT_TRUE(editor.indeterminate(u"insertOrderedList"));
+  EXPECT_FALSE(editor.state(u"insertOrderedList"));
+}
+
+// What is long is worked through once, not once for each of its lines.
+TEST_F(BlockCommands, LongSelectionsAreTakenBackWhole) {
+  const std::string before = "{" + repeated("<p>line</p>", 1500) + "}";
+  for (const char* command : {"insertOrderedList", "indent", "justifyCenter", "delete"}) {
+    load(before);
+    const std::string first = marked();
+    EXPECT_TRUE(run({command}));
+    expect_laws(first);
+  }
+  load(before);
+  EXPECT_TRUE(run({"formatblock", "h3"}));
+  EXPECT_EQ(html().find("<P>"), std::string::npos);
+}
+
+}  // namespace tvx::editing::test
