@@ -13,23 +13,35 @@ struct NamedKey {
 };
 
 constexpr NamedKey named_keys[] = {
-    {Qt::Key_Return, u"Enter", 13},       {Qt::Key_Enter, u"Enter", 13},
-    {Qt::Key_Tab, u"Tab", 9},             {Qt::Key_Backtab, u"Tab", 9},
-    {Qt::Key_Backspace, u"Backspace", 8}, {Qt::Key_Delete, u"Delete", 46},
-    {Qt::Key_Insert, u"Insert", 45},      {Qt::Key_Escape, u"Escape", 27},
-    {Qt::Key_Left, u"ArrowLeft", 37},     {Qt::Key_Up, u"ArrowUp", 38},
-    {Qt::Key_Right, u"ArrowRight", 39},   {Qt::Key_Down, u"ArrowDown", 40},
-    {Qt::Key_Home, u"Home", 36},          {Qt::Key_End, u"End", 35},
-    {Qt::Key_PageUp, u"PageUp", 33},      {Qt::Key_PageDown, u"PageDown", 34},
-    {Qt::Key_Shift, u"Shift", 16},        {Qt::Key_Control, u"Control", 17},
-    {Qt::Key_Alt, u"Alt", 18},            {Qt::Key_AltGr, u"AltGraph", 18},
-    {Qt::Key_CapsLock, u"CapsLock", 20},  {Qt::Key_Space, u" ", 32},
-    {Qt::Key_Menu, u"ContextMenu", 93},   {Qt::Key_Meta, u"Meta", 91},
+    {Qt::Key_Return, u"Enter", 13},
+    {Qt::Key_Enter, u"Enter", 13},
+    {Qt::Key_Tab, u"Tab", 9},
+    {Qt::Key_Backtab, u"Tab", 9},
+    {Qt::Key_Backspace, u"Backspace", 8},
+    {Qt::Key_Delete, u"Delete", 46},
+    {Qt::Key_Insert, u"Insert", 45},
+    {Qt::Key_Escape, u"Escape", 27},
+    {Qt::Key_Left, u"ArrowLeft", 37},
+    {Qt::Key_Up, u"ArrowUp", 38},
+    {Qt::Key_Right, u"ArrowRight", 39},
+    {Qt::Key_Down, u"ArrowDown", 40},
+    {Qt::Key_Home, u"Home", 36},
+    {Qt::Key_End, u"End", 35},
+    {Qt::Key_PageUp, u"PageUp", 33},
+    {Qt::Key_PageDown, u"PageDown", 34},
+    {Qt::Key_Shift, u"Shift", 16},
+    {Qt::Key_Control, u"Control", 17},
+    {Qt::Key_Alt, u"Alt", 18},
+    {Qt::Key_AltGr, u"AltGraph", 18},
+    {Qt::Key_CapsLock, u"CapsLock", 20},
+    {Qt::Key_Space, u" ", 32},
+    {Qt::Key_Menu, u"ContextMenu", 93},
+    {Qt::Key_Meta, u"Meta", 91},
 };
 
 // Punctuation keys of the Latin layout, by what they type with and without Shift.
 constexpr std::pair<std::u16string_view, int> punctuation[] = {
-    {u";:", 186}, {u"=+", 187},  {u",<", 188}, {u"-_", 189}, {u".>", 190}, {u"/?", 191},
+    {u";:", 186}, {u"=+", 187}, {u",<", 188},  {u"-_", 189}, {u".>", 190}, {u"/?", 191},
     {u"`~", 192}, {u"[{", 219}, {u"\\|", 220}, {u"]}", 221}, {u"'\"", 222}};
 
 // Where the letters of the Latin layout are on a keyboard, by scan code.
@@ -43,7 +55,8 @@ constexpr ScanRow scan_rows[] = {
 int code_of_scan(int scan) {
   for (const ScanRow& row : scan_rows) {
     const int at = scan - row.first;
-    if (at >= 0 && at < static_cast<int>(row.letters.size())) return row.letters[static_cast<std::size_t>(at)];
+    if (at >= 0 && at < static_cast<int>(row.letters.size()))
+      return row.letters[static_cast<std::size_t>(at)];
   }
   return 0;
 }

@@ -42,9 +42,10 @@ WebPage::WebPage(QWebEngineProfile* profile, QObject* parent) : QWebEnginePage(p
     own->setAttribute(off, false);
   }
   own->setAttribute(QWebEngineSettings::PlaybackRequiresUserGesture, true);
-  connect(this, &QWebEnginePage::featurePermissionRequested, this, [this](const QUrl& origin, Feature feature) {
-    setFeaturePermission(origin, feature, PermissionDeniedByUser);
-  });
+  connect(this, &QWebEnginePage::featurePermissionRequested, this,
+          [this](const QUrl& origin, Feature feature) {
+            setFeaturePermission(origin, feature, PermissionDeniedByUser);
+          });
 }
 
 void WebPage::load_skeleton(int number, dom::CompatibilityMode mode, const QString& base) {
@@ -55,11 +56,12 @@ void WebPage::load_skeleton(int number, dom::CompatibilityMode mode, const QStri
         "<!DOCTYPE html PUBLIC \"-//W3C//DTD XHTML 1.0 Transitional//EN\" "
         "\"http://www.w3.org/TR/xhtml1/DTD/xhtml1-transitional.dtd\">");
   }
-  text += QStringLiteral(
-              "<html tvx-page=\"%1\"><head><meta http-equiv=\"Content-Security-Policy\" content=\"script-src "
-              "'none'; object-src 'none'; frame-src 'none'; worker-src 'none'; connect-src 'none'; form-action "
-              "'none'; base-uri 'none'\"></head><body></body></html>")
-              .arg(number);
+  text +=
+      QStringLiteral(
+          "<html tvx-page=\"%1\"><head><meta http-equiv=\"Content-Security-Policy\" content=\"script-src "
+          "'none'; object-src 'none'; frame-src 'none'; worker-src 'none'; connect-src 'none'; form-action "
+          "'none'; base-uri 'none'\"></head><body></body></html>")
+          .arg(number);
   QUrl address(base);
   const bool usable = address.isValid() && (address.isLocalFile() || address.scheme().startsWith(u"http"));
   ++expected_loads_;
@@ -78,7 +80,8 @@ bool WebPage::acceptNavigationRequest(const QUrl& url, NavigationType type, bool
 void WebPage::javaScriptConsoleMessage(JavaScriptConsoleMessageLevel level, const QString& message, int line,
                                        const QString& source) {
   // What a document's own sheets and images complain of is nobody's business here; the view's script is.
-  const bool own = source.contains(QStringLiteral("view.js")) || source.startsWith(QStringLiteral("userscript"));
+  const bool own =
+      source.contains(QStringLiteral("view.js")) || source.startsWith(QStringLiteral("userscript"));
   if (own && level == ErrorMessageLevel) {
     std::clog << "htmled: view: " << message.toStdString() << " (line " << line << ")\n";
   }

@@ -294,7 +294,8 @@ void WebView::Private::answer_query(QInputMethodQueryEvent& query) const {
   set(Qt::ImSurroundingText, QString::fromStdU16String(context_.text));
   set(Qt::ImCursorPosition, context_.cursor);
   set(Qt::ImAnchorPosition, context_.anchor);
-  const auto first = std::min(context_.cursor, context_.anchor), last = std::max(context_.cursor, context_.anchor);
+  const auto first = std::min(context_.cursor, context_.anchor),
+             last = std::max(context_.cursor, context_.anchor);
   set(Qt::ImCurrentSelection, QString::fromStdU16String(context_.text.substr(first, last - first)));
   set(Qt::ImHints, static_cast<int>(Qt::ImhMultiLine));
 }
@@ -379,13 +380,13 @@ void WebView::print(bool with_dialog, std::function<void(bool)> done) {
     return;
   }
   auto* connection = new QMetaObject::Connection;
-  *connection = QObject::connect(
-      d_->view_, &QWebEngineView::printFinished, d_.get(),
-      [printer, connection, done = std::move(done), loop = &d_->loop_](bool printed) {
-        QObject::disconnect(*connection);
-        delete connection;
-        if (done) loop->post([done, printed] { done(printed); });
-      });
+  *connection =
+      QObject::connect(d_->view_, &QWebEngineView::printFinished, d_.get(),
+                       [printer, connection, done = std::move(done), loop = &d_->loop_](bool printed) {
+                         QObject::disconnect(*connection);
+                         delete connection;
+                         if (done) loop->post([done, printed] { done(printed); });
+                       });
   d_->view_->print(printer.get());
 }
 

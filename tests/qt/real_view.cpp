@@ -1,0 +1,139 @@
+#include "real_view.h"
+
+#include <QCoreApplication>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QWebEnginePage>
+#include <QWebEngineScript>
+
+#include "base/strings.h"
+#include "browser/mirror_rules.h"
+#include "dom/inner_html.h"
+#include "dom/parse.h"
+
+namespace tvx::qt {
+namespace {
+
+constexpr char dump_script[] = R"js((function () {
+  const spaces = {'http://www.w3.org/2000/svg': 'svg ', 'http://www.w3.org/1998/Math/MathML': 'math '};
+  const quoted = (text) => '"' + text.replace(/\n/g, '\\n') + '"';
+  let out = '';
+  const open = [];
+  const push = (node, depth) => {
+    for (let i = node.childNodes.length - 1; i >= 0; --i) open.push([node.childNodes[i], depth]);
+  };
+  push(document, 0);
+  while (open.length) {
+    const [node, depth] = open.pop();
+    if (node.nodeType === 10 || node.nodeName.toLowerCase() === 'tvx-host') continue;
+    out += ' '.repeat(depth);
+    if (node.nodeType === 1) {
+      out += '<' + (spaces[node.namespaceURI] || '') + node.localName;
+      for (const a of Array.from(node.attributes).sort((a, b) => a.name < b.name ? -1 : 1)) {
+        out += ' ' + a.name + '=' + quoted(a.value);
+      }
+      out += '>\n';
+    } else {
+      out += (node.nodeType === 8 ? '!' : '') + quoted(node.data) + '\n';
+    }
+    push(node, depth + 1);
+  }
+  return out;
+})())js";
+
+}  // namespace
+
+RealView::RealView() : window_(std::make_unique<QWidget>()) {
+  window_->resize(800, 600);
+  view_ = std::make_unique<WebView>(loop_, window_.get());
+  view_->widget()->setGeometry(0, 0, 800, 600);
+  document_view_ = std::make_unique<browser::DocumentView>(*view_, loop_);
+  window_->show();
+  window_->activateWindow();
+}
+
+RealView::~RealView() {
+  document_view_.reset();
+  view_.reset();
+  window_.reset();
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+void RealView::open(std::u16string_view html, bool settle_it) {
+  document_ = browser::HTMLDocument::create(dom::parse_document(html), u"file:///tmp/test.html");
+  document_->finish_loading();
+  document_->set_designMode(u"On");
+  document_view_->show(document_);
+  if (settle_it) {
+    ASSERT_TRUE(settle());
+    view_->widget()->setFocus();
+    if (view_->input_widget()) view_->input_widget()->setFocus();
+  }
+}
+
+bool RealView::wait_for(const std::function<bool()>& condition, int milliseconds) {
+  const std::int64_t end = loop_.now() + milliseconds;
+  while (!condition()) {
+    if (loop_.now() > end) return false;
+    loop_.pump(20);
+  }
+  return true;
+}
+
+bool RealView::settle(int milliseconds) {
+  return wait_for([this] { return document_view_->settled(); }, milliseconds);
+}
+
+std::string RealView::in_page(const std::string& script) {
+  auto answer = std::make_shared<std::optional<std::string>>();
+  view_->page()->runJavaScript(QString::fromStdString(script), QWebEngineScript::ApplicationWorld,
+                               [answer](const QVariant& value) { *answer = value.toString().toStdString(); });
+  wait_for([&] { return answer->has_value(); }, 5000);
+  return answer->value_or("no answer");
+}
+
+std::string RealView::shown() { return in_page(dump_script); }
+
+std::string RealView::expected() const { return to_utf8(browser::print_mirrored(document_->tree())); }
+
+std::string RealView::html() const { return to_utf8(dom::inner_html(*document_->body())); }
+
+void RealView::post_key(int key, const QString& text, Qt::KeyboardModifiers held) {
+  QWidget* target = view_->input_widget();
+  ASSERT_NE(target, nullptr);
+  QCoreApplication::postEvent(target, new QKeyEvent(QEvent::KeyPress, key, held, text));
+  QCoreApplication::postEvent(target, new QKeyEvent(QEvent::KeyRelease, key, held, text));
+}
+
+void RealView::post_text(const std::string& text) {
+  for (const char c : text) {
+    const int key = c == ' ' ? int(Qt::Key_Space) : QChar(c).toUpper().unicode();
+    post_key(key, QString(QChar(c)));
+  }
+}
+
+void RealView::post_press(QPoint point, Qt::MouseButton button, bool release) {
+  QWidget* target = view_->input_widget();
+  ASSERT_NE(target, nullptr);
+  const QPointF at(point);
+  const QPointF global = target->mapToGlobal(at);
+  QCoreApplication::postEvent(
+      target, new QMouseEvent(QEvent::MouseButtonPress, at, global, button, button, Qt::NoModifier));
+  if (!release) return;
+  QCoreApplication::postEvent(
+      target, new QMouseEvent(QEvent::MouseButtonRelease, at, global, button, Qt::NoButton, Qt::NoModifier));
+}
+
+QPoint RealView::place_of(const std::string& selector, int offset) {
+  const std::string at = in_page(
+      "(function () { const walker = document.createTreeWalker(document.querySelector('" + selector +
+      "'), NodeFilter.SHOW_TEXT); const range = document.createRange(); range.setStart(walker.nextNode(), " +
+      std::to_string(offset) +
+      "); range.collapse(true); const r = range.getClientRects()[0]; return Math.round(r.left) + ' ' + "
+      "Math.round(r.top + r.height / 2); })()");
+  int x = 0, y = 0;
+  EXPECT_EQ(std::sscanf(at.c_str(), "%d %d", &x, &y), 2) << at;
+  return {x, y};
+}
+
+}  // namespace tvx::qt
