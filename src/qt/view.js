@@ -18,6 +18,19 @@
   let focused = false;
   let control = 0;            // the element selected as a whole
 
+  // A task of its own. Timers don't run where the page's script is off; message ports do.
+  const soon = new MessageChannel();
+  let tasks = [];
+  soon.port1.onmessage = () => {
+    const ready = tasks;
+    tasks = [];
+    for (const task of ready) task();
+  };
+  function later(task) {
+    tasks.push(task);
+    soon.port2.postMessage(0);
+  }
+
   // --- messages up, gathered within a task ---
 
   let outbox = [];
@@ -181,7 +194,7 @@
   function factsLater() {
     if (factsWaiting) return;
     factsWaiting = true;
-    setTimeout(reportFacts, 0);
+    later(reportFacts);
   }
 
   // --- patches ---
@@ -463,23 +476,23 @@
     pressed = event.button === 0 && !prevented;
     control = 0;
     // The native selection moves behind the listeners.
-    setTimeout(() => {
+    later(() => {
       ownSelection = selectionText();
       tell(...mouseMessage(0, event, prevented));
       reportFacts();
-    }, 0);
+    });
   });
 
   listen('mouseup', (event) => {
     const drawn = pressed;
     pressed = false;
-    setTimeout(() => {
+    later(() => {
       ownSelection = selectionText();
       tell(...mouseMessage(1, event, !drawn));
       for (const [type, click] of clicks) tell(...mouseMessage(type, click, true));
       clicks = [];
       reportFacts();
-    }, 0);
+    });
   });
 
   listen('click', (event) => {

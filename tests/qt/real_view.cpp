@@ -81,6 +81,8 @@ bool RealView::wait_for(const std::function<bool()>& condition, int milliseconds
 }
 
 bool RealView::settle(int milliseconds) {
+  // What was posted arrives first.
+  for (int i = 0; i < 3; ++i) loop_.pump(0);
   return wait_for([this] { return document_view_->settled(); }, milliseconds);
 }
 
