@@ -51,6 +51,7 @@ class Params {
  public:
   explicit Params(Json object) : object_(std::move(object)) {}
 
+  const Json& object() const { return object_; }
   bool has(const char* name) const { return object_.contains(name); }
   /// Present and not null.
   bool given(const char* name) const { return has(name) && !object_[name].is_null(); }

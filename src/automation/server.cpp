@@ -46,9 +46,9 @@ Json answer_request(Session& session, const Json& request) {
   return request.contains("id") ? answer : Json();
 }
 
-Server::Server(Write write)
+Server::Server(platform::MessageLoop& loop, Write write)
     : write_(std::move(write)),
-      session_(std::make_unique<Session>([this](std::string_view method, Json params) {
+      session_(std::make_unique<Session>(loop, [this](std::string_view method, Json params) {
         this->write({{"jsonrpc", "2.0"}, {"method", method}, {"params", std::move(params)}});
       })) {}
 
@@ -87,6 +87,7 @@ void Server::answer_line(std::string_view line) {
   const Json request = Json::parse(line, nullptr, false);
   if (request.is_discarded()) return write(error_answer(nullptr, ProtocolError::parse_error, "Parse error"));
   const Json answer = answer_request(*session_, request);
+  session_->settle();
   if (!answer.is_null()) write(answer);
 }
 

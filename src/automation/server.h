@@ -8,6 +8,10 @@
 
 #include "automation/json.h"
 
+namespace tvx::platform {
+class MessageLoop;
+}
+
 namespace tvx::automation {
 
 class Session;
@@ -22,7 +26,7 @@ class Server {
   /// Takes a line without its end.
   using Write = std::function<void(std::string_view line)>;
 
-  explicit Server(Write write);
+  Server(platform::MessageLoop& loop, Write write);
   ~Server();
   Server(const Server&) = delete;
   Server& operator=(const Server&) = delete;

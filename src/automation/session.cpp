@@ -1,22 +1,39 @@
 #include "automation/session.h"
 
+#include "automation/server.h"
+#include "platform/message_loop.h"
+
 namespace tvx::automation {
 
-Session::Session(Notify notify) : notify_(std::move(notify)) { add_instance({}); }
+Session::Session(platform::MessageLoop& loop, Notify notify) : loop_(loop), notify_(std::move(notify)) {
+  add_instance({}).control().UserControl_Show();
+  settle();
+}
 
 Session::~Session() = default;
 
 Instance& Session::instance_of(const Params& params) {
   const auto found = instances_.find(params.number_or("instance", 1));
   if (found == instances_.end()) throw ProtocolError(ProtocolError::invalid_params, "No such instance");
+  found->second->take_turn();
   return *found->second;
 }
 
-Instance& Session::add_instance(InstanceOptions options) {
+Instance& Session::add_instance(const InstanceOptions& options) {
   const int number = ++last_instance_;
-  return *(instances_[number] = std::make_unique<Instance>(number, std::move(options)));
+  auto instance = std::make_unique<Instance>(number, options, loop_, notify_, [this](const Json& request) {
+    return answer_request(*this, request);
+  });
+  return *(instances_[number] = std::move(instance));
 }
 
 void Session::remove_instance(int number) { instances_.erase(number); }
+
+void Session::settle() {
+  // What a task posts runs in the next round. A few are enough for a gesture, and a page that goes on
+  // posting for ever holds nobody up.
+  constexpr int rounds = 8;
+  for (int round = 0; round < rounds; ++round) loop_.pump(0);
+}
 
 }  // namespace tvx::automation

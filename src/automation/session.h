@@ -15,7 +15,8 @@ class Session {
  public:
   using Notify = std::function<void(std::string_view method, Json params)>;
 
-  explicit Session(Notify notify);
+  /// `loop` outlives the session. Instance 1 exists at once: at run time, with nothing stored, and shown.
+  Session(platform::MessageLoop& loop, Notify notify);
   ~Session();
   Session(const Session&) = delete;
   Session& operator=(const Session&) = delete;
@@ -23,12 +24,17 @@ class Session {
   /// The control that a request is for: its "instance", 1 where it names none.
   /// Throws ProtocolError(-32602) if there is none of that number.
   Instance& instance_of(const Params& params);
-  Instance& add_instance(InstanceOptions options);
+  Instance& add_instance(const InstanceOptions& options);
   void remove_instance(int number);
+
+  platform::MessageLoop& loop() { return loop_; }
+  /// Runs what a request has set going, so that what it caused is told before its answer.
+  void settle();
 
   void notify(std::string_view method, Json params) { notify_(method, std::move(params)); }
 
  private:
+  platform::MessageLoop& loop_;
   Notify notify_;
   std::map<int, std::unique_ptr<Instance>> instances_;
   int last_instance_ = 0;

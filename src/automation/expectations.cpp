@@ -1,0 +1,195 @@
+#include "automation/expectations.h"
+
+#include "base/error.h"
+#include "base/strings.h"
+#include "library/dispatch.h"
+#include "library/object.h"
+
+namespace tvx::automation {
+
+using headless::DialogKind;
+using library::EventMember;
+using platform::MessageAnswer;
+
+namespace {
+
+const EventMember& event_named(std::u16string_view name) {
+  const EventMember* event = library::find_event(name);
+  if (!event) library::unknown_member(name);
+  return *event;
+}
+
+std::size_t place_of(const EventMember& event, std::u16string_view name) {
+  for (std::size_t place = 0; place < event.parameters.size(); ++place)
+    if (equals_ignoring_ascii_case(event.parameters[place].name, name)) return place;
+  library::unknown_member(name);
+}
+
+constexpr std::pair<std::u16string_view, MessageAnswer> answer_names[] = {{u"OK", MessageAnswer::ok},
+                                                                          {u"Cancel", MessageAnswer::cancel},
+                                                                          {u"Yes", MessageAnswer::yes},
+                                                                          {u"No", MessageAnswer::no}};
+
+std::u16string_view name_of(MessageAnswer answer) {
+  for (const auto& [name, value] : answer_names)
+    if (value == answer) return name;
+  return u"";
+}
+
+MessageAnswer answer_named(std::u16string_view name) {
+  for (const auto& [own, value] : answer_names)
+    if (equals_ignoring_ascii_case(own, name)) return value;
+  throw RuntimeError(errors::invalid_call, u"No such button: " + std::u16string(name));
+}
+
+/// "#rrggbb", or the platform's number with red in the low byte.
+Colour colour_of(const Json& json) {
+  if (json.is_number_integer()) return json.get<Colour>();
+  const std::u16string text = text_of(json);
+  std::uint32_t number = 0;
+  if (text.size() != 7 || text[0] != u'#') library::type_mismatch();
+  for (const char16_t c : text.substr(1)) {
+    const char16_t letter = ascii_lower(c);
+    if (!is_ascii_digit(letter) && !(letter >= u'a' && letter <= u'f')) library::type_mismatch();
+    number = number * 16 + (is_ascii_digit(letter) ? letter - u'0' : letter - u'a' + 10);
+  }
+  return static_cast<Colour>((number & 0xFF) << 16 | (number & 0xFF00) | number >> 16);
+}
+
+/// What the user who isn't there chooses: "result", or the button of "press".
+decltype(headless::ExpectedDialog::answer) dialog_answer(DialogKind kind, const Params& params) {
+  const std::u16string press = params.text_or("press", u"");
+  if (kind == DialogKind::msgbox) {
+    if (!press.empty()) return answer_named(press);
+    if (!params.given("result")) return {};
+    if (params.raw("result").is_string()) return answer_named(params.text("result"));
+    return static_cast<MessageAnswer>(params.number("result"));
+  }
+  if (!params.given("result") || equals_ignoring_ascii_case(press, u"Cancel")) return {};
+  if (kind == DialogKind::color) return colour_of(params.raw("result"));
+  return params.text("result");
+}
+
+struct Seen {
+  Json operator()(const headless::ColorDialog& dialog) const { return {{"colour", dialog.colour}}; }
+  Json operator()(const platform::FileDialog& dialog) const {
+    Json items = Json::array();
+    for (const platform::FileFilter& filter : dialog.filters)
+      items.push_back({{"name", json_text(filter.name)}, {"pattern", json_text(filter.pattern)}});
+    return {{"captions", {json_text(dialog.title)}}, {"items", items}, {"texts", {json_text(dialog.preset)}}};
+  }
+  Json operator()(const platform::MessageBox& box) const {
+    Json items = Json::array();
+    for (const MessageAnswer answer : platform::answers_of(box.buttons))
+      items.push_back(json_text(name_of(answer)));
+    return {{"captions", {json_text(box.title)}}, {"items", items}, {"texts", {json_text(box.text)}}};
+  }
+};
+
+std::u16string title_of(const headless::ShownDialog& dialog) {
+  if (const auto* box = std::get_if<platform::MessageBox>(&dialog)) return box->title;
+  if (const auto* open = std::get_if<headless::OpenDialog>(&dialog)) return open->title;
+  if (const auto* save = std::get_if<headless::SaveDialog>(&dialog)) return save->title;
+  return {};
+}
+
+}  // namespace
+
+ArgumentValues argument_values(const EventMember& event, const Params& set) {
+  ArgumentValues values;
+  for (const auto& [name, json] : set.object().items()) {
+    const std::size_t place = place_of(event, from_utf8(name));
+    const library::Type type = event.parameters[place].type;
+    // Objects are told, never written: what a host puts there goes nowhere.
+    if (type == library::Type::Object) continue;
+    values.emplace_back(place, library::converted(from_json(json), type));
+  }
+  return values;
+}
+
+Json named_arguments(const EventMember& event, const library::Values& arguments) {
+  Json named = Json::object();
+  for (std::size_t place = 0; place < arguments.size(); ++place)
+    named[to_utf8(event.parameters[place].name)] = to_json(arguments[place]);
+  return named;
+}
+
+void EventAnswers::apply(const EventMember& event, library::Values& arguments) const {
+  const auto found = values_.find(event.number);
+  if (found == values_.end()) return;
+  for (const auto& [place, value] : found->second) arguments[place] = value;
+}
+
+Expectations::Expectations(headless::Dialogs& dialogs, Notify notify, Run run)
+    : dialogs_(dialogs), notify_(std::move(notify)), run_(std::move(run)) {
+  dialogs_.on_opened([this](const headless::ShownDialog& dialog) { opened(dialog); });
+  dialogs_.on_closed([this](const headless::ShownDialog& dialog, const headless::ExpectedDialog* expected) {
+    closed(dialog, expected);
+  });
+}
+
+int Expectations::add(const Params& params) {
+  const std::u16string on = params.text("on");
+  const int id = last_id_ + 1;
+  if (on.starts_with(u"event:"))
+    add_event(id, std::u16string_view(on).substr(6), params);
+  else if (on == u"open")
+    add_dialog(id, DialogKind::open, params);
+  else if (on == u"save")
+    add_dialog(id, DialogKind::save, params);
+  else if (on == u"color")
+    add_dialog(id, DialogKind::color, params);
+  else if (on == u"msgbox")
+    add_dialog(id, DialogKind::msgbox, params);
+  else
+    throw RuntimeError(errors::not_supported, u"Nothing to expect: " + on);
+  return last_id_ = id;
+}
+
+void Expectations::add_event(int id, std::u16string_view name, const Params& params) {
+  const EventMember& event = event_named(name);
+  events_.push_back({id, &event, argument_values(event, params.part("set")), params.list("do"),
+                     params.number_or("times", 1)});
+}
+
+void Expectations::add_dialog(int id, DialogKind kind, const Params& params) {
+  headless::ExpectedDialog expected{.kind = kind, .answer = dialog_answer(kind, params)};
+  expected.while_open = [this, id, requests = params.list("do")](const headless::ShownDialog&) {
+    did_[id] = run_all(requests);
+  };
+  expected.times = params.number_or("times", 1);
+  expected.id = id;
+  dialogs_.expect(std::move(expected));
+}
+
+void Expectations::use(const EventMember& event, library::Values& arguments) {
+  const auto found = std::ranges::find(events_, &event, &ExpectedEvent::event);
+  if (found == events_.end()) return;
+  const ExpectedEvent expected = *found;
+  if (--found->times <= 0) events_.erase(found);
+  const Json seen = named_arguments(event, arguments);
+  const Json did = run_all(expected.requests);
+  for (const auto& [place, value] : expected.set) arguments[place] = value;
+  notify_("seen", {{"id", expected.id}, {"seen", {{"args", seen}}}, {"did", did}});
+}
+
+Json Expectations::run_all(const std::vector<Json>& requests) const {
+  Json did = Json::array();
+  for (const Json& request : requests) did.push_back(run_(request));
+  return did;
+}
+
+void Expectations::opened(const headless::ShownDialog& dialog) const {
+  notify_("modal", {{"kind", to_utf8(headless::name_of(headless::kind_of(dialog)))},
+                    {"name", json_text(title_of(dialog))}});
+}
+
+void Expectations::closed(const headless::ShownDialog& dialog, const headless::ExpectedDialog* expected) {
+  if (!expected) return;
+  const auto did = did_.find(expected->id);
+  Json answers = did == did_.end() ? Json::array() : std::move(did->second);
+  if (did != did_.end()) did_.erase(did);
+  notify_("seen", {{"id", expected->id}, {"seen", std::visit(Seen{}, dialog)}, {"did", std::move(answers)}});
+}
+
+}  // namespace tvx::automation
