@@ -1,6 +1,7 @@
 #include "automation/instance.h"
 
 #include "base/error.h"
+#include "library/document_object.h"
 #include "platform/special_folders.h"
 
 namespace tvx::automation {
@@ -15,12 +16,15 @@ Instance::Instance(int number, const InstanceOptions& options, platform::Message
       expectations_(dialogs_, notify_, std::move(run)),
       relay_([this](const library::EventMember& event,
                     library::Values& arguments) { on_event(event, arguments); },
-             [this] { return control_->DOM(); }) {
+             [this] { return control_->DOM(); }),
+      view_(loop),
+      document_view_(view_, loop) {
   take_turn();
   container_.on_property_changed([this](std::u16string_view key) {
     notify_("propertyChanged", {{"instance", number_}, {"key", json_text(key)}});
   });
-  control_ = core::HTMLed::create({loop, container_, dialogs_, options.hwnd});
+  control_ = core::HTMLed::create({loop, container_, dialogs_, options.hwnd, &geometry_});
+  control_->add_observer(*this);
   control_->set_events(&relay_);
   control_->UserControl_Initialize();
   control_->set_size(options.width, options.height);
@@ -32,9 +36,17 @@ Instance::Instance(int number, const InstanceOptions& options, platform::Message
 }
 
 Instance::~Instance() {
+  terminate();
+  control_->remove_observer(*this);
+}
+
+void Instance::terminate() {
+  if (terminated_) return;
+  terminated_ = true;
   take_turn();
   control_->UserControl_Terminate();
   control_->set_events(nullptr);
+  document_view_.show(nullptr);
 }
 
 void Instance::take_turn() const {
@@ -52,6 +64,31 @@ headless::PropertyBag Instance::stored() const {
   control_->UserControl_WriteProperties(bag);
   return bag;
 }
+
+void Instance::key(browser::KeyInput key, bool down) {
+  if (control_->InCodeView())
+    throw RuntimeError(errors::not_supported, u"The source box takes no keys without a screen");
+  document();
+  view_.tell({.seen = {}, .what = browser::ViewKey{std::move(key), down}});
+}
+
+library::Value Instance::resolve(const Json& object) const {
+  const auto kind = object.find("object");
+  const auto place = object.find("sourceIndex");
+  if (kind == object.end() || *kind != "element" || place == object.end() || !place->is_number_unsigned())
+    library::type_mismatch();
+  if (!control_->DOM()) throw RuntimeError(errors::object_not_set, u"There is no document");
+  const std::vector<dom::Element*>& all = control_->DOM()->tree().all();
+  const auto index = place->get<std::size_t>();
+  if (index >= all.size()) throw RuntimeError(errors::invalid_call, u"No such element");
+  return library::element_object(all[index], control_->DOM());
+}
+
+void Instance::document_replaced(const std::shared_ptr<browser::HTMLDocument>& document) {
+  document_view_.show(document);
+}
+
+void Instance::editor_enabled_changed(bool enabled) { document_view_.set_editable(enabled); }
 
 void Instance::on_event(const library::EventMember& event, library::Values& arguments) {
   notify_(

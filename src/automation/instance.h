@@ -8,11 +8,12 @@
 #include "automation/event_relay.h"
 #include "automation/expectations.h"
 #include "base/code_page.h"
-#include "browser/html_document.h"
+#include "browser/document_view.h"
 #include "core/htmled.h"
 #include "headless/container.h"
 #include "headless/dialogs.h"
 #include "headless/property_bag.h"
+#include "headless/view.h"
 
 namespace tvx::platform {
 class MessageLoop;
@@ -31,16 +32,16 @@ struct InstanceOptions {
   float width = 12000, height = 9000;  // twips
 };
 
-/// One control with all that surrounds it: a container, dialogs that nobody sees, and a host that tells
-/// what it hears.
-class Instance {
+/// One control with all that surrounds it: a container, dialogs and a view that nobody sees, and a host that
+/// tells what it hears.
+class Instance final : public ObjectResolver, private core::HTMLedObserver {
  public:
   using Notify = std::function<void(std::string_view method, Json params)>;
   /// Carries out the requests that an expectation holds.
   using Run = std::function<Json(const Json& request)>;
 
   Instance(int number, const InstanceOptions& options, platform::MessageLoop& loop, Notify notify, Run run);
-  ~Instance();
+  ~Instance() override;
   Instance(const Instance&) = delete;
   Instance& operator=(const Instance&) = delete;
 
@@ -55,11 +56,24 @@ class Instance {
   EventAnswers& answers() { return answers_; }
   /// What the next saving would store.
   headless::PropertyBag stored() const;
+  /// Ends the control's life. The instance itself must stay until none of the control's routines is open.
+  void terminate();
+
+  /// A key of the user's, on its way through the view in front. Throws RuntimeError(445) for the source box.
+  void key(browser::KeyInput key, bool down);
+  /// Whether the document's input has all been dealt with.
+  bool settled() const { return document_view_.settled(); }
+  const headless::FixedGeometry& geometry() const { return geometry_; }
+
+  /// An element that a client names by its place.
+  library::Value resolve(const Json& object) const override;
 
   /// Where document.load puts its content.
   dom::Ref<dom::Element> host;
 
  private:
+  void document_replaced(const std::shared_ptr<browser::HTMLDocument>& document) override;
+  void editor_enabled_changed(bool enabled) override;
   void on_event(const library::EventMember& event, library::Values& arguments);
 
   const int number_;
@@ -71,7 +85,11 @@ class Instance {
   Expectations expectations_;
   EventAnswers answers_;
   EventRelay relay_;
+  headless::View view_;
+  browser::DocumentView document_view_;
+  headless::FixedGeometry geometry_;
   std::shared_ptr<core::HTMLed> control_;
+  bool terminated_ = false;
 };
 
 }  // namespace tvx::automation

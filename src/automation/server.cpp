@@ -88,6 +88,7 @@ void Server::answer_line(std::string_view line) {
   if (request.is_discarded()) return write(error_answer(nullptr, ProtocolError::parse_error, "Parse error"));
   const Json answer = answer_request(*session_, request);
   session_->settle();
+  session_->bury();
   if (!answer.is_null()) write(answer);
 }
 

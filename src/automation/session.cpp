@@ -27,13 +27,24 @@ Instance& Session::add_instance(const InstanceOptions& options) {
   return *(instances_[number] = std::move(instance));
 }
 
-void Session::remove_instance(int number) { instances_.erase(number); }
+void Session::remove_instance(int number) {
+  const auto found = instances_.find(number);
+  found->second->terminate();
+  removed_.push_back(std::move(found->second));
+  instances_.erase(found);
+}
 
 void Session::settle() {
   // What a task posts runs in the next round. A few are enough for a gesture, and a page that goes on
   // posting for ever holds nobody up.
   constexpr int rounds = 8;
   for (int round = 0; round < rounds; ++round) loop_.pump(0);
+}
+
+void Session::pump(std::int64_t milliseconds) {
+  const std::int64_t end = loop_.now() + milliseconds;
+  loop_.pump(0);
+  for (std::int64_t left; (left = end - loop_.now()) > 0;) loop_.pump(left);
 }
 
 }  // namespace tvx::automation

@@ -4,6 +4,7 @@
 #include <map>
 #include <memory>
 #include <string_view>
+#include <vector>
 
 #include "automation/instance.h"
 #include "automation/json.h"
@@ -25,11 +26,16 @@ class Session {
   /// Throws ProtocolError(-32602) if there is none of that number.
   Instance& instance_of(const Params& params);
   Instance& add_instance(const InstanceOptions& options);
+  /// Ends the control at once; what surrounds it goes at the end of the outermost request.
   void remove_instance(int number);
+  /// The outermost request is done: nothing of a removed instance is in use any more.
+  void bury() { removed_.clear(); }
 
   platform::MessageLoop& loop() { return loop_; }
   /// Runs what a request has set going, so that what it caused is told before its answer.
   void settle();
+  /// Lets the message loop run for that long.
+  void pump(std::int64_t milliseconds);
 
   void notify(std::string_view method, Json params) { notify_(method, std::move(params)); }
 
@@ -37,6 +43,7 @@ class Session {
   platform::MessageLoop& loop_;
   Notify notify_;
   std::map<int, std::unique_ptr<Instance>> instances_;
+  std::vector<std::unique_ptr<Instance>> removed_;
   int last_instance_ = 0;
 };
 

@@ -1,32 +1,43 @@
 #include "automation/keys.h"
 #include "automation/methods.h"
 #include "automation/session.h"
+#include "platform/message_loop.h"
 
 namespace tvx::automation {
 
 namespace {
 
+/// Keys wait in the view's queue; whoever asks for the next thing wants them written.
+void let_keys_through(Session& session, const Instance& instance) {
+  constexpr std::int64_t longest_wait = 1000;
+  const std::int64_t end = session.loop().now() + longest_wait;
+  do session.settle();
+  while (!instance.settled() && session.loop().now() < end);
+}
+
 Json type(Session& session, const Params& params) {
-  browser::HTMLDocument& document = session.instance_of(params).document();
+  Instance& instance = session.instance_of(params);
   const std::u16string text = params.text("text");
   for (std::size_t at = 0; at < text.size();) {
     const bool pair = is_high_surrogate(text[at]) && at + 1 < text.size() && is_low_surrogate(text[at + 1]);
     const std::u16string_view character = std::u16string_view(text).substr(at, pair ? 2 : 1);
-    document.key_down(key_input(character == u"\n" ? u"Enter" : character, {}));
+    const std::u16string_view name =
+        character == u"\n" ? std::u16string_view(u"Enter") : character == u"\t" ? u"Tab" : character;
+    instance.key(key_input(name, {}), true);
     at += character.size();
   }
+  let_keys_through(session, instance);
   return Json::object();
 }
 
 Json key(Session& session, const Params& params) {
-  browser::HTMLDocument& document = session.instance_of(params).document();
-  const browser::KeyInput input = key_input(
-      params.text("key"),
-      {params.flag_or("ctrl", false), params.flag_or("shift", false), params.flag_or("alt", false)});
-  if (params.flag_or("up", false))
-    document.key_up(input);
-  else
-    document.key_down(input);
+  Instance& instance = session.instance_of(params);
+  const browser::KeyInput input =
+      key_input(params.text("key"), {.control = params.flag_or("ctrl", false),
+                                     .shift = params.flag_or("shift", false),
+                                     .alt = params.flag_or("alt", false)});
+  instance.key(input, !params.flag_or("up", false));
+  let_keys_through(session, instance);
   return Json::object();
 }
 

@@ -285,20 +285,22 @@ void HTMLDocument::mouse_select(const MouseInput& mouse) {
   gesture.finish_with(event_of(mouse, u"selectionchange"));
 }
 
-void HTMLDocument::click(const MouseInput& mouse) {
+bool HTMLDocument::click(const MouseInput& mouse) {
   const auto self = shared_from_this();
-  if (!ask_handler(event_of(mouse, u"click"), &DocumentHandler::onclick)) return;
-  if (mouse.button != MouseButton::Left || mouse.shift || mouse.control || mouse.alt || !follow_link_) return;
+  if (!ask_handler(event_of(mouse, u"click"), &DocumentHandler::onclick)) return false;
+  if (mouse.button != MouseButton::Left || mouse.shift || mouse.control || mouse.alt || !follow_link_)
+    return true;
   const Element* link = mouse.element ? dom::enclosing(*mouse.element, Tag::A) : nullptr;
   if (!link && mouse.element) link = dom::enclosing(*mouse.element, Tag::Area);
-  if (!link || !link->has_attribute(dom::names::href)) return;
+  if (!link || !link->has_attribute(dom::names::href)) return true;
   const LinkFollower follow = follow_link_;
   follow(absolute_url(link->attribute_or_empty(dom::names::href)),
          std::u16string(link->attribute_or_empty(dom::Name(u"target"))));
+  return true;
 }
 
-void HTMLDocument::double_click(const MouseInput& mouse) {
-  ask_handler(event_of(mouse, u"dblclick"), &DocumentHandler::ondblclick);
+bool HTMLDocument::double_click(const MouseInput& mouse) {
+  return ask_handler(event_of(mouse, u"dblclick"), &DocumentHandler::ondblclick);
 }
 
 bool HTMLDocument::drag_start(const MouseInput& mouse) {

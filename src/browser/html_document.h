@@ -105,8 +105,9 @@ class HTMLDocument : public std::enable_shared_from_this<HTMLDocument> {
   /// The selection that a drag or a shift-press made.
   void mouse_select(const MouseInput& mouse);
   /// onclick; then a plain left click on a link asks whoever set_link_follower named.
-  void click(const MouseInput& mouse);
-  void double_click(const MouseInput& mouse);
+  /// False: the handler forbids what the click would do.
+  bool click(const MouseInput& mouse);
+  bool double_click(const MouseInput& mouse);
   /// False: the handler forbids it.
   bool drag_start(const MouseInput& mouse);
   bool context_menu(const MouseInput& mouse);

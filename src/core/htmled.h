@@ -246,6 +246,8 @@ class HTMLed final : public std::enable_shared_from_this<HTMLed>,
   bool press(platform::Toolbar& toolbar, std::u16string_view key);
 
  private:
+  /// Private members and internal routines by their names, for scripts and tests.
+  friend struct Inside;
   explicit HTMLed(const Surroundings& surroundings);
   struct KeepAlive;
   static constexpr std::u16string_view document_file = u"msHTMLEdit.html";

@@ -118,18 +118,12 @@ constexpr MemberOf<DocumentObject> rows[] = {
     {.name = u"queryCommandIndeterm", .call = query<&editing::Editor::indeterminate>},
 };
 
-const MemberOf<DocumentObject>& row_named(std::u16string_view name) {
-  const auto* row = find_member<DocumentObject>(rows, name);
-  if (!row) unknown_member(name);
-  return *row;
-}
-
 Value DocumentObject::invoke(std::u16string_view name, Values& arguments) {
-  return invoke_member(row_named(name), *this, arguments);
+  return invoke_named<DocumentObject>(rows, name, *this, arguments);
 }
 
 void DocumentObject::set(std::u16string_view name, const Value& value) {
-  set_member(row_named(name), *this, value);
+  set_named<DocumentObject>(rows, name, *this, value);
 }
 
 }  // namespace

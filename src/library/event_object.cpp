@@ -54,15 +54,11 @@ constexpr MemberOf<EventObject> rows[] = {
 };
 
 Value EventObject::invoke(std::u16string_view name, Values& arguments) {
-  const auto* row = find_member<EventObject>(rows, name);
-  if (!row) unknown_member(name);
-  return invoke_member(*row, *this, arguments);
+  return invoke_named<EventObject>(rows, name, *this, arguments);
 }
 
 void EventObject::set(std::u16string_view name, const Value& value) {
-  const auto* row = find_member<EventObject>(rows, name);
-  if (!row) unknown_member(name);
-  set_member(*row, *this, value);
+  set_named<EventObject>(rows, name, *this, value);
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include <span>
 #include <string_view>
+#include <type_traits>
 
 #include "base/strings.h"
 #include "library/object.h"
@@ -39,6 +40,34 @@ template <class Self>
 void set_member(const MemberOf<Self>& row, Self& self, const Value& value) {
   if (!row.set) read_only_member();
   row.set(self, value);
+}
+
+/// A member by its name, of a kind with these rows.
+template <class Self>
+Value invoke_named(std::span<const MemberOf<Self>> rows, std::u16string_view name, Self& self,
+                   Values& arguments) {
+  const MemberOf<Self>* row = find_member(rows, name);
+  if (!row) unknown_member(name);
+  return invoke_member(*row, self, arguments);
+}
+
+template <class Self>
+void set_named(std::span<const MemberOf<Self>> rows, std::u16string_view name, Self& self,
+               const Value& value) {
+  const MemberOf<Self>* row = find_member(rows, name);
+  if (!row) unknown_member(name);
+  set_member(*row, self, value);
+}
+
+/// What a call gives, nothing where it gives nothing.
+template <class Call>
+Value result_of(Call&& call) {
+  if constexpr (std::is_void_v<decltype(call())>) {
+    call();
+    return {};
+  } else {
+    return call();
+  }
 }
 
 }  // namespace tvx::library

@@ -119,15 +119,11 @@ constexpr MemberOf<StyleSheetObject> sheet_rows[] = {
 };
 
 Value StyleSheetObject::invoke(std::u16string_view name, Values& arguments) {
-  const auto* row = find_member<StyleSheetObject>(sheet_rows, name);
-  if (!row) unknown_member(name);
-  return invoke_member(*row, *this, arguments);
+  return invoke_named<StyleSheetObject>(sheet_rows, name, *this, arguments);
 }
 
 void StyleSheetObject::set(std::u16string_view name, const Value& value) {
-  const auto* row = find_member<StyleSheetObject>(sheet_rows, name);
-  if (!row) unknown_member(name);
-  set_member(*row, *this, value);
+  set_named<StyleSheetObject>(sheet_rows, name, *this, value);
 }
 
 }  // namespace
@@ -136,10 +132,14 @@ Value inline_style_object(dom::Element& element) {
   return ObjectHandle(std::make_shared<InlineStyleObject>(element));
 }
 
+Value style_sheet_object(const style::StyleSheetHandle& sheet) {
+  return ObjectHandle(std::make_shared<StyleSheetObject>(sheet));
+}
+
 Value style_sheets_object(const DocumentHandle& document) {
   Values sheets;
   for (const style::StyleSheetHandle& sheet : style::style_of(document->tree()).sheets())
-    sheets.push_back(ObjectHandle(std::make_shared<StyleSheetObject>(sheet)));
+    sheets.push_back(style_sheet_object(sheet));
   return ObjectHandle(std::make_shared<ListObject>(std::move(sheets)));
 }
 

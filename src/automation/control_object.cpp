@@ -1,0 +1,114 @@
+#include "automation/control_object.h"
+
+#include "automation/inside.h"
+#include "automation/instance.h"
+#include "automation/internal_routines.h"
+#include "commands/selection_highlight.h"
+#include "dom/style/style_sheet.h"
+#include "library/dispatch.h"
+#include "library/document_object.h"
+
+namespace tvx::automation {
+
+using core::HTMLed;
+using core::Inside;
+using library::MemberOf;
+using library::Value;
+using library::Values;
+
+namespace {
+
+Value element(ControlObject& self, dom::Element* element) {
+  return library::element_object(element, (*self).DOM());
+}
+
+Value last_event(ControlObject& self) {
+  const browser::Event* event = (*self).lastEvent();
+  return event ? library::event_object(*event, (*self).DOM()) : Value();
+}
+
+/// The handle of the sheet among the document's, so that its members are those of any other.
+Value active_style_sheet(ControlObject& self) {
+  const auto& active = Inside::activeStyleSheet(*self);
+  return active ? library::style_sheet_object(active) : Value();
+}
+
+template <auto Member>
+Value member(ControlObject& self) {
+  return Member(*self);
+}
+
+template <auto Getter>
+Value getter(ControlObject& self) {
+  return ((*self).*Getter)();
+}
+
+template <auto Field>
+Value border(ControlObject& self) {
+  return Inside::highlight(*self).saved().*Field;
+}
+
+constexpr MemberOf<ControlObject> rows[] = {
+    {u"docHTML", [](ControlObject& self) { return library::document_object((*self).DOM()); }},
+    {u"WBrowser", [](ControlObject& self) -> Value { return browser_object(self.instance()); }},
+    {u"txtCode", [](ControlObject& self) -> Value { return code_view_object(self.instance()); }},
+    {u"Toolbar1", [](ControlObject& self) -> Value { return toolbar_object((*self).Toolbar1()); }},
+    {u"Toolbar2", [](ControlObject& self) -> Value { return toolbar_object((*self).Toolbar2()); }},
+    {u"tlbDOM", [](ControlObject& self) -> Value { return toolbar_object((*self).tlbDOM()); }},
+    {u"Picture1", [](ControlObject& self) -> Value { return box_object(u"Picture1", (*self).layout().Picture1); }},
+    {u"Picture2", [](ControlObject& self) -> Value { return box_object(u"Picture2", (*self).layout().Picture2); }},
+    {u"Picture3", [](ControlObject& self) -> Value { return box_object(u"Picture3", (*self).layout().Picture3); }},
+    {u"highlightElement", [](ControlObject& self) { return element(self, (*self).highlightElement()); },
+     [](ControlObject& self, const Value& value) {
+       Inside::highlight(*self).set_element(library::element_of(value));
+     }},
+    {u"savedBorderStyle", border<&commands::BorderLook::style>},
+    {u"savedBorderWidth", border<&commands::BorderLook::width>},
+    {u"savedBorderColor", border<&commands::BorderLook::color>},
+    {u"lastEvent", last_event},
+    {u"originalHTML", getter<&HTMLed::originalHTML>},
+    {u"styleSheetPath", getter<&HTMLed::styleSheetPath>},
+    {u"appPath", getter<&HTMLed::appPath>},
+    {u"openingDocument", getter<&HTMLed::openingDocument>},
+    {u"inCodeView", getter<&HTMLed::InCodeView>},
+    {u"selectedHTML", member<&Inside::selectedHTML>},
+    {u"storedDocumentHTML", member<&Inside::storedDocumentHTML>},
+    {u"selectionBorderText", member<&Inside::selectionBorderText>},
+    {u"baseElement", [](ControlObject& self) { return element(self, Inside::baseElement(*self)); }},
+    {u"baseHrefSet", member<&Inside::baseHrefSet>},
+    {u"downloadDone", member<&Inside::downloadDone>},
+    {u"watchDownload", member<&Inside::watchDownload>},
+    {u"activeStyleSheet", active_style_sheet},
+    {u"lblCell", [](ControlObject& self) -> Value { return (*self).table_labels().cell; }},
+    {u"lblRow", [](ControlObject& self) -> Value { return (*self).table_labels().row; }},
+    {u"lblDeleteRow", [](ControlObject& self) -> Value { return (*self).table_labels().delete_row; }},
+    {u"lblDeleteCell", [](ControlObject& self) -> Value { return (*self).table_labels().delete_cell; }},
+};
+
+}  // namespace
+
+HTMLed& ControlObject::operator*() const { return instance_.control(); }
+
+Value ControlObject::invoke(std::u16string_view name, Values& arguments) {
+  for (const std::span<const MemberOf<ControlObject>> subject : {std::span<const MemberOf<ControlObject>>(rows), internal_routines()})
+    if (const auto* row = library::find_member(subject, name))
+      return library::invoke_member(*row, *this, arguments);
+  const library::Member* shared = library::find_member(name);
+  if (shared && shared->kind == library::MemberKind::Property) {
+    library::expect_arguments(arguments, 0, 0);
+    return library::get_property(**this, name);
+  }
+  return library::call_method(**this, name, arguments);
+}
+
+void ControlObject::set(std::u16string_view name, const Value& value) {
+  const std::span<const MemberOf<ControlObject>> inside(rows);
+  if (const auto* row = library::find_member(inside, name)) return library::set_member(*row, *this, value);
+  library::set_property(**this, name, value);
+}
+
+library::ObjectHandle control_object(Instance& instance, platform::MessageLoop& loop) {
+  return std::make_shared<ControlObject>(instance, loop);
+}
+
+}  // namespace tvx::automation

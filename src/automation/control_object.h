@@ -1,0 +1,46 @@
+#pragma once
+
+#include "core/layout.h"
+#include "library/object.h"
+
+namespace tvx::core {
+class HTMLed;
+}
+
+namespace tvx::platform {
+class MessageLoop;
+class Toolbar;
+}  // namespace tvx::platform
+
+namespace tvx::automation {
+
+class Instance;
+
+/// The root of all paths: the control that they begin at.
+class ControlObject final : public library::Object {
+ public:
+  ControlObject(Instance& instance, platform::MessageLoop& loop) : instance_(instance), loop_(loop) {}
+  std::u16string_view kind() const override { return u"control"; }
+  library::Value invoke(std::u16string_view name, library::Values& arguments) override;
+  void set(std::u16string_view name, const library::Value& value) override;
+
+  Instance& instance() const { return instance_; }
+  core::HTMLed& operator*() const;
+  platform::MessageLoop& loop() const { return loop_; }
+
+ private:
+  Instance& instance_;
+  platform::MessageLoop& loop_;
+};
+
+/// The control seen from inside, for paths: its parts (`docHTML`, `WBrowser`, `Toolbar1`, ...), its private
+/// members, its internal routines by their names, and the members that every host sees.
+library::ObjectHandle control_object(Instance& instance, platform::MessageLoop& loop);
+
+// The parts. Handles are for one request: they don't keep the control.
+library::ObjectHandle toolbar_object(platform::Toolbar& toolbar);                    // toolbar_object.cpp
+library::ObjectHandle box_object(std::u16string_view name, const core::Box& box);    // box_object.cpp
+library::ObjectHandle code_view_object(Instance& instance);                          // code_view_object.cpp
+library::ObjectHandle browser_object(Instance& instance);                            // browser_object.cpp
+
+}  // namespace tvx::automation

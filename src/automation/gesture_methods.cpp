@@ -1,0 +1,237 @@
+#include "automation/inside.h"
+#include "automation/methods.h"
+#include "automation/session.h"
+#include "base/error.h"
+#include "dom/range.h"
+#include "editing/caret.h"
+#include "library/document_object.h"
+#include "platform/message_loop.h"
+
+namespace tvx::automation {
+
+namespace {
+
+using browser::HTMLDocument;
+using dom::Element;
+
+[[noreturn]] void bad_params(const char* text) {
+  throw ProtocolError(ProtocolError::invalid_params, std::string("Invalid params: ") + text);
+}
+
+Json element_json(Instance& instance, Element* element) {
+  return to_json(library::element_object(element, instance.control().DOM()));
+}
+
+// --- toolbars ---
+
+Json press(Session& session, const Params& params) {
+  core::HTMLed& control = session.instance_of(params).control();
+  const std::u16string name = params.text("toolbar");
+  for (platform::Toolbar* toolbar : {&control.Toolbar1(), &control.Toolbar2(), &control.tlbDOM()}) {
+    if (!equals_ignoring_ascii_case(toolbar->Name(), name)) continue;
+    if (!control.press(*toolbar, params.text("key")))
+      throw RuntimeError(errors::invalid_call, u"The button doesn't answer: " + params.text("key"));
+    return Json::object();
+  }
+  throw RuntimeError(errors::unknown_member, u"No such toolbar: " + name);
+}
+
+// --- the mouse ---
+
+Element& element_numbered(HTMLDocument& document, int index) {
+  const std::vector<Element*>& all = document.tree().all();
+  if (index < 0 || static_cast<std::size_t>(index) >= all.size())
+    throw RuntimeError(errors::invalid_call, u"No such element");
+  return *all[static_cast<std::size_t>(index)];
+}
+
+browser::MouseButton button_of(const Params& params) {
+  if (!params.given("button")) return browser::MouseButton::Left;
+  if (params.raw("button").is_number()) return static_cast<browser::MouseButton>(params.number("button"));
+  const std::u16string name = params.text("button");
+  if (name == u"left") return browser::MouseButton::Left;
+  if (name == u"right") return browser::MouseButton::Right;
+  if (name == u"middle") return browser::MouseButton::Middle;
+  bad_params("\"button\" must be left, right or middle");
+}
+
+/// A point, or an element at whose line the mouse is; the fixed geometry tells the other.
+browser::MouseInput mouse_input(Instance& instance, const Params& params) {
+  HTMLDocument& document = instance.document();
+  browser::MouseInput mouse;
+  mouse.button = button_of(params);
+  mouse.shift = params.flag_or("shift", false);
+  mouse.control = params.flag_or("ctrl", false);
+  if (params.given("element")) {
+    const int index = params.number("element");
+    mouse.element = element_numbered(document, index);
+    mouse.y = index * headless::FixedGeometry::row_height;
+  } else {
+    mouse.x = params.number_or("x", 0);
+    mouse.y = params.number_or("y", 0);
+    mouse.element = instance.geometry().element_at(document, mouse.x, mouse.y);
+  }
+  if (mouse.element) mouse.place = editing::normalized_caret_place({mouse.element.get(), 0});
+  return mouse;
+}
+
+Json mouse(Session& session, const Params& params) {
+  Instance& instance = session.instance_of(params);
+  HTMLDocument& document = instance.document();
+  const browser::MouseInput input = mouse_input(instance, params);
+  const std::u16string kind = params.text("kind");
+  bool allowed = true;
+  if (kind == u"press") {
+    document.mouse_press(input);
+  } else if (kind == u"click") {
+    document.mouse_press(input);
+    allowed = document.click(input);
+  } else if (kind == u"dblclick") {
+    document.mouse_press(input);
+    document.click(input);
+    allowed = document.double_click(input);
+  } else if (kind == u"drag") {
+    allowed = document.drag_start(input);
+  } else if (kind != u"release") {
+    throw RuntimeError(errors::not_supported, u"No such mouse event: " + kind);
+  }
+  session.settle();
+  return {{"allowed", allowed}, {"element", element_json(instance, input.element.get())}, {"popup", nullptr}};
+}
+
+// --- the selection ---
+
+/// [child path, offset]: the path leads from the body by child places to the node.
+dom::Boundary boundary_of(HTMLDocument& document, const Json& json) {
+  if (!json.is_array() || json.size() != 2 || !json[0].is_array() || !json[1].is_number_unsigned())
+    bad_params("a place must be [[child, ...], offset]");
+  dom::Node* node = document.body();
+  for (const Json& place : json[0]) {
+    if (!place.is_number_unsigned()) bad_params("a place must be [[child, ...], offset]");
+    if (node) node = dom::child_at(*node, place.get<std::size_t>());
+  }
+  const auto offset = json[1].get<std::size_t>();
+  if (!node || offset > dom::length_of(*node)) throw RuntimeError(errors::invalid_call, u"No such place");
+  return {node, offset};
+}
+
+std::u16string_view type_of(const editing::Selection& selection) {
+  if (selection.type() == editing::SelectionType::Control) return u"Control";
+  return selection.type() == editing::SelectionType::Text && !selection.collapsed() ? u"Text" : u"None";
+}
+
+/// Without "event" the selection is set as a command sets it; with it, as a press of the mouse there does.
+Json select(Session& session, const Params& params) {
+  Instance& instance = session.instance_of(params);
+  HTMLDocument& document = instance.document();
+  dom::Boundary start, end;
+  dom::Ref<Element> control;
+  if (params.given("control")) {
+    control = element_numbered(document, params.number("control"));
+  } else if (!params.flag_or("none", false)) {
+    start = boundary_of(document, params.raw("start"));
+    end = params.given("end") ? boundary_of(document, params.raw("end")) : start;
+  }
+  if (params.given("event")) {
+    const Params event = params.part("event");
+    browser::MouseInput input = mouse_input(instance, event);
+    if (control) input.element = control;
+    input.place = end ? std::optional(end) : std::nullopt;
+    input.anchor = start ? std::optional(start) : std::nullopt;
+    document.mouse_press(input);
+  } else {
+    document.select([&](editing::Selection& selection) {
+      if (control)
+        selection.select_control(*control);
+      else if (start)
+        selection.set(start, end);
+      else
+        selection.clear();
+    });
+  }
+  session.settle();
+  return {{"type", json_text(type_of(document.editor().selection()))}};
+}
+
+// --- navigation ---
+
+/// One event of the browser's, as it raises it.
+bool raise_browser_event(core::HTMLed& control, std::u16string_view name, const browser::Navigation& to) {
+  browser::BrowserEvents& events = core::Inside::browser_events(control);
+  bool cancel = false;
+  if (name == u"BeforeNavigate2")
+    events.BeforeNavigate2(to, cancel);
+  else if (name == u"NavigateComplete2")
+    events.NavigateComplete2(to.top, to.url);
+  else if (name == u"DocumentComplete")
+    events.DocumentComplete(to.top, to.url);
+  else if (name == u"DownloadBegin")
+    events.DownloadBegin();
+  else if (name == u"DownloadComplete")
+    events.DownloadComplete();
+  else if (name == u"NavigateError")
+    events.NavigateError(to, 404);
+  else
+    throw RuntimeError(errors::unknown_member, u"No such event: " + std::u16string(name));
+  return cancel;
+}
+
+/// Stands between the browser and its control while a navigation runs, to see what becomes of it.
+class NavigationWatch final : public browser::BrowserEvents {
+ public:
+  explicit NavigationWatch(core::HTMLed& control) : control_(control) { control.WBrowser().set_events(this); }
+  ~NavigationWatch() override { control_.WBrowser().set_events(&next()); }
+
+  bool cancelled = false, ended = false;
+
+ private:
+  browser::BrowserEvents& next() { return core::Inside::browser_events(control_); }
+  void BeforeNavigate2(const browser::Navigation& to, bool& cancel) override {
+    next().BeforeNavigate2(to, cancel);
+    cancelled = cancel;
+    ended = ended || cancel;
+  }
+  void NavigateComplete2(bool top, const std::u16string& url) override { next().NavigateComplete2(top, url); }
+  void DocumentComplete(bool top, const std::u16string& url) override {
+    next().DocumentComplete(top, url);
+    ended = true;
+  }
+  void DownloadBegin() override { next().DownloadBegin(); }
+  void DownloadComplete() override { next().DownloadComplete(); }
+  void NavigateError(const browser::Navigation& to, std::int32_t status) override {
+    next().NavigateError(to, status);
+    ended = true;
+  }
+
+  core::HTMLed& control_;
+};
+
+Json navigate(Session& session, const Params& params) {
+  Instance& instance = session.instance_of(params);
+  browser::Navigation to;
+  to.url = params.text_or("url", u"");
+  to.target_frame = params.text_or("frame", u"");
+  to.top = to.target_frame.empty();
+  bool cancelled = false;
+  if (params.given("event")) {
+    cancelled = raise_browser_event(instance.control(), params.text("event"), to);
+  } else {
+    constexpr std::int64_t longest_load = 5000;
+    NavigationWatch watch(instance.control());
+    instance.control().WBrowser().follow_link(to);
+    const std::int64_t end = session.loop().now() + longest_load;
+    while (!watch.ended && session.loop().now() < end) session.loop().pump(5);
+    session.settle();
+    cancelled = watch.cancelled;
+  }
+  const auto& document = instance.control().WBrowser().Document();
+  return {{"cancelled", cancelled}, {"url", json_text(document ? document->url() : std::u16string())}};
+}
+
+constexpr Method rows[] = {{"press", press}, {"mouse", mouse}, {"select", select}, {"navigate", navigate}};
+
+}  // namespace
+
+std::span<const Method> gesture_methods() { return rows; }
+
+}  // namespace tvx::automation

@@ -1,0 +1,160 @@
+#include "automation/internal_routines.h"
+
+#include "automation/control_object.h"
+#include "automation/inside.h"
+#include "automation/instance.h"
+#include "base/colour.h"
+#include "base/text.h"
+#include "base/url.h"
+#include "library/document_object.h"
+#include "platform/special_folders.h"
+#include "services/wait.h"
+
+namespace tvx::automation {
+
+using core::HTMLed;
+using core::Inside;
+using library::expect_arguments;
+using library::MemberOf;
+using library::Value;
+using library::Values;
+
+namespace {
+
+/// A routine of the control without arguments.
+template <auto Routine>
+Value run(ControlObject& self, Values& arguments) {
+  expect_arguments(arguments, 0, 0);
+  Routine(*self);
+  return {};
+}
+
+/// A container's call.
+template <auto Call>
+Value container_call(ControlObject& self, Values& arguments) {
+  expect_arguments(arguments, 0, 0);
+  ((*self).*Call)();
+  return {};
+}
+
+/// A handler of the document's events, as the document calls it; what it answers, if it answers.
+template <auto Handler>
+Value handler(ControlObject& self, Values& arguments) {
+  expect_arguments(arguments, 0, 0);
+  return library::result_of([&] { return (Inside::document_events(*self).*Handler)(); });
+}
+
+/// A routine that makes a text of texts, with nothing of the control in it.
+template <auto Routine>
+Value one_text(ControlObject&, Values& arguments) {
+  expect_arguments(arguments, 1, 1);
+  return std::u16string(Routine(arguments[0].to_text()));
+}
+
+Value replace_all(ControlObject&, Values& arguments) {
+  expect_arguments(arguments, 4, 4);
+  return ReplaceAll(arguments[0].to_text(), arguments[1].to_text(), arguments[2].to_text(),
+                    arguments[3].to_boolean());
+}
+
+Value colour_to_rgb(ControlObject&, Values& arguments) {
+  expect_arguments(arguments, 2, 2);
+  return ColourToRGB(arguments[0].to_integer32(), arguments[1].to_text());
+}
+
+Value rgb_to_hex(ControlObject&, Values& arguments) {
+  expect_arguments(arguments, 2, 2);
+  return RGBToHex(arguments[0].to_text(), arguments[1].to_text());
+}
+
+Value canonical_url(ControlObject&, Values& arguments) {
+  expect_arguments(arguments, 2, 2);
+  return CanonicalURL(arguments[0].to_text(), static_cast<std::uint32_t>(arguments[1].to_number()));
+}
+
+std::u16string file_name(const std::u16string& path) { return std::u16string(FileNameFromPath(path)); }
+
+Value special_folder(ControlObject& self, Values& arguments) {
+  expect_arguments(arguments, 1, 1);
+  return platform::GetSpecialFolder(static_cast<platform::WindowHandle>((*self).hwnd()),
+                                    arguments[0].to_integer32());
+}
+
+Value wait(ControlObject& self, Values& arguments) {
+  expect_arguments(arguments, 1, 1);
+  services::Wait(self.loop(), arguments[0].to_integer32());
+  return {};
+}
+
+Value convert_characters(ControlObject& self, Values& arguments) {
+  expect_arguments(arguments, 1, 1);
+  return Inside::ConvertUnicodeCharacters(*self, arguments[0].to_text());
+}
+
+Value relative_html(ControlObject& self, Values& arguments) {
+  expect_arguments(arguments, 1, 1);
+  return Inside::RelativeDocumentHTML(*self, arguments[0].to_text());
+}
+
+Value write_template(ControlObject& self, Values& arguments) {
+  expect_arguments(arguments, 2, 3);
+  return Inside::WriteTemplateDocument(*self, arguments[0].to_text(), arguments[1].to_integer32());
+}
+
+Value apply_toolbar_state(ControlObject& self, Values& arguments) {
+  expect_arguments(arguments, 1, 1);
+  Inside::ApplyToolbarState(*self, arguments[0].to_boolean());
+  return {};
+}
+
+Value lost_focus(ControlObject& self, Values& arguments) {
+  expect_arguments(arguments, 1, 1);
+  (*self).WBrowser_LostFocus(arguments[0].to_text());
+  return {};
+}
+
+using Handler = browser::DocumentHandler;
+
+constexpr MemberOf<ControlObject> rows[] = {
+    {.name = u"UserControl_Resize", .call = container_call<&HTMLed::UserControl_Resize>},
+    {.name = u"UserControl_Show", .call = container_call<&HTMLed::UserControl_Show>},
+    {.name = u"UserControl_EnterFocus", .call = container_call<&HTMLed::UserControl_EnterFocus>},
+    {.name = u"UserControl_ExitFocus", .call = container_call<&HTMLed::UserControl_ExitFocus>},
+    {.name = u"WBrowser_GotFocus", .call = container_call<&HTMLed::WBrowser_GotFocus>},
+    {.name = u"WBrowser_LostFocus", .call = lost_focus},
+    {.name = u"StartEditor", .call = run<&Inside::StartEditor>},
+    {.name = u"BootstrapDocument", .call = run<&Inside::BootstrapDocument>},
+    {.name = u"LoadStoredDocumentHTML", .call = run<&Inside::LoadStoredDocumentHTML>},
+    {.name = u"WriteTemplateDocument", .call = write_template},
+    {.name = u"ApplyToolbarState", .call = apply_toolbar_state},
+    {.name = u"ApplyStyleSheet", .call = run<&Inside::ApplyStyleSheet>},
+    {.name = u"LoadStyleClasses", .call = run<&Inside::LoadStyleClasses>},
+    {.name = u"FindEditWindow", .call = run<&Inside::FindEditWindow>},
+    {.name = u"ShowEditCaret", .call = run<&Inside::ShowEditCaret>},
+    {.name = u"ConvertUnicodeCharacters", .call = convert_characters},
+    {.name = u"RelativeDocumentHTML", .call = relative_html},
+    {.name = u"docHTML_onkeydown", .call = handler<&Handler::onkeydown>},
+    {.name = u"docHTML_onkeypress", .call = handler<&Handler::onkeypress>},
+    {.name = u"docHTML_onkeyup", .call = handler<&Handler::onkeyup>},
+    {.name = u"docHTML_onclick", .call = handler<&Handler::onclick>},
+    {.name = u"docHTML_ondblclick", .call = handler<&Handler::ondblclick>},
+    {.name = u"docHTML_ondragstart", .call = handler<&Handler::ondragstart>},
+    {.name = u"docHTML_oncontrolselect", .call = handler<&Handler::oncontrolselect>},
+    {.name = u"docHTML_onselectstart", .call = handler<&Handler::onselectstart>},
+    {.name = u"docHTML_onselectionchange", .call = handler<&Handler::onselectionchange>},
+    {.name = u"ReplaceAll", .call = replace_all},
+    {.name = u"ColourToRGB", .call = colour_to_rgb},
+    {.name = u"RGBToHex", .call = rgb_to_hex},
+    {.name = u"FileNameFromPath", .call = one_text<file_name>},
+    {.name = u"EncodeURL", .call = one_text<EncodeURL>},
+    {.name = u"DecodeURL", .call = one_text<DecodeURL>},
+    {.name = u"CanonicalURL", .call = canonical_url},
+    {.name = u"GetSpecialFolder", .call = special_folder},
+    {.name = u"Wait", .call = wait},
+};
+
+}  // namespace
+
+std::span<const MemberOf<ControlObject>> internal_routines() { return rows; }
+
+}  // namespace tvx::automation

@@ -1,0 +1,81 @@
+#include "automation/methods.h"
+#include "automation/session.h"
+#include "base/error.h"
+#include "base/fault.h"
+#include "library/dispatch.h"
+#include "library/object.h"
+
+namespace tvx::automation {
+
+namespace {
+
+Json get(Session& session, const Params& params) {
+  Instance& instance = session.instance_of(params);
+  return {{"value", to_json(library::get_property(instance.control(), params.text("name")))}};
+}
+
+Json set(Session& session, const Params& params) {
+  Instance& instance = session.instance_of(params);
+  if (!params.has("value")) throw ProtocolError(ProtocolError::invalid_params, "Invalid params: \"value\" is missing");
+  const library::Value value = from_json(params.raw("value"), &instance);
+  library::set_property(instance.control(), params.text("name"), value);
+  return Json::object();
+}
+
+Json call(Session& session, const Params& params) {
+  Instance& instance = session.instance_of(params);
+  library::Values arguments;
+  for (const Json& argument : params.list("args"))
+    arguments.push_back(from_json(argument, &instance));
+  const library::Value result = library::call_method(instance.control(), params.text("name"), arguments);
+  return {{"result", to_json(result)}, {"args", to_json(library::Value(arguments))}};
+}
+
+Json answer(Session& session, const Params& params) {
+  Instance& instance = session.instance_of(params);
+  const std::u16string name = params.text("event");
+  const library::EventMember* event = library::find_event(name);
+  if (!event) library::unknown_member(name);
+  if (params.given("set"))
+    instance.answers().set(*event, argument_values(*event, params.part("set")));
+  else
+    instance.answers().clear(*event);
+  return Json::object();
+}
+
+Json expect(Session& session, const Params& params) {
+  return {{"id", session.instance_of(params).expectations().add(params)}};
+}
+
+Json pump(Session& session, const Params& params) {
+  session.pump(params.number_or("ms", 0));
+  return Json::object();
+}
+
+/// {"error":[number,text]} throws, {"result":v} answers so; neither: the failure that says nothing more.
+Json fault(Session&, const Params& params) {
+  Fault fault;
+  if (params.given("error")) {
+    const std::vector<Json>& error = params.list("error");
+    if (error.size() != 2 || !error[0].is_number_integer())
+      throw ProtocolError(ProtocolError::invalid_params, "Invalid params: \"error\" must be [number, text]");
+    fault.error = RuntimeError(error[0].get<int>(), text_of(error[1]));
+  } else if (params.given("result")) {
+    fault.result = from_json(params.raw("result")).to_integer32();
+  } else {
+    throw ProtocolError(ProtocolError::invalid_params, "Invalid params: \"result\" or \"error\" is missing");
+  }
+  set_fault(params.text("operation"), std::move(fault), params.number_or("times", 1));
+  return Json::object();
+}
+
+constexpr Method rows[] = {
+    {"get", get},       {"set", set},   {"call", call},   {"answer", answer},
+    {"expect", expect}, {"pump", pump}, {"fault", fault},
+};
+
+}  // namespace
+
+std::span<const Method> member_methods() { return rows; }
+
+}  // namespace tvx::automation

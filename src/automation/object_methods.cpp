@@ -1,0 +1,33 @@
+#include "automation/control_object.h"
+#include "automation/methods.h"
+#include "automation/object_path.h"
+#include "automation/session.h"
+
+namespace tvx::automation {
+
+namespace {
+
+Json object(Session& session, const Params& params) {
+  Instance& instance = session.instance_of(params);
+  std::vector<PathStep> steps = parse_path(params.text("path"));
+  const library::ObjectHandle root = control_object(instance, session.loop());
+  if (params.has("set")) {
+    const library::Value value = from_json(params.raw("set"), &instance);
+    write_path(*root, steps, value);
+    return {{"value", to_json(value)}};
+  }
+  for (const Json& argument : params.list("args"))
+    steps.back().arguments.push_back(from_json(argument, &instance));
+  const library::Value value = read_path(*root, steps);
+  Json answer{{"value", to_json(value)}};
+  if (params.given("args")) answer["args"] = to_json(library::Value(steps.back().arguments));
+  return answer;
+}
+
+constexpr Method rows[] = {{"object", object}};
+
+}  // namespace
+
+std::span<const Method> object_methods() { return rows; }
+
+}  // namespace tvx::automation
