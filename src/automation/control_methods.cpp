@@ -19,7 +19,8 @@ Json told(Instance& instance) {
 /// Width and height, in twips.
 std::pair<float, float> size_of(const Params& params) {
   const std::vector<Json>& size = params.list("size");
-  if (size.size() != 2 || !size[0].is_number() || !size[1].is_number()) bad_params("\"size\" must be [width, height]");
+  if (size.size() != 2 || !size[0].is_number() || !size[1].is_number())
+    bad_params("\"size\" must be [width, height]");
   return {size[0].get<float>(), size[1].get<float>()};
 }
 
@@ -49,8 +50,10 @@ InstanceOptions options_of(const Params& params) {
   const std::u16string mode = params.text_or("mode", u"run");
   if (mode != u"run" && mode != u"design") bad_params("\"mode\" must be \"run\" or \"design\"");
   options.design_mode = mode == u"design";
-  if (params.given("store")) options.store = stored_values(params.part("store"));
-  else if (params.has("store")) options.store.reset();
+  if (params.given("store"))
+    options.store = stored_values(params.part("store"));
+  else if (params.has("store"))
+    options.store.reset();
   if (params.given("codepage")) options.code_page = code_page_named(params);
   if (params.given("folder")) options.folder = params.text("folder");
   options.hwnd = static_cast<platform::WindowHandle>(params.number_or("hwnd", 0));

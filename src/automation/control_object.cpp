@@ -55,9 +55,12 @@ constexpr MemberOf<ControlObject> rows[] = {
     {u"Toolbar1", [](ControlObject& self) -> Value { return toolbar_object((*self).Toolbar1()); }},
     {u"Toolbar2", [](ControlObject& self) -> Value { return toolbar_object((*self).Toolbar2()); }},
     {u"tlbDOM", [](ControlObject& self) -> Value { return toolbar_object((*self).tlbDOM()); }},
-    {u"Picture1", [](ControlObject& self) -> Value { return box_object(u"Picture1", (*self).layout().Picture1); }},
-    {u"Picture2", [](ControlObject& self) -> Value { return box_object(u"Picture2", (*self).layout().Picture2); }},
-    {u"Picture3", [](ControlObject& self) -> Value { return box_object(u"Picture3", (*self).layout().Picture3); }},
+    {u"Picture1",
+     [](ControlObject& self) -> Value { return box_object(u"Picture1", (*self).layout().Picture1); }},
+    {u"Picture2",
+     [](ControlObject& self) -> Value { return box_object(u"Picture2", (*self).layout().Picture2); }},
+    {u"Picture3",
+     [](ControlObject& self) -> Value { return box_object(u"Picture3", (*self).layout().Picture3); }},
     {u"highlightElement", [](ControlObject& self) { return element(self, (*self).highlightElement()); },
      [](ControlObject& self, const Value& value) {
        Inside::highlight(*self).set_element(library::element_of(value));
@@ -90,7 +93,8 @@ constexpr MemberOf<ControlObject> rows[] = {
 HTMLed& ControlObject::operator*() const { return instance_.control(); }
 
 Value ControlObject::invoke(std::u16string_view name, Values& arguments) {
-  for (const std::span<const MemberOf<ControlObject>> subject : {std::span<const MemberOf<ControlObject>>(rows), internal_routines()})
+  for (const std::span<const MemberOf<ControlObject>> subject :
+       {std::span<const MemberOf<ControlObject>>(rows), internal_routines()})
     if (const auto* row = library::find_member(subject, name))
       return library::invoke_member(*row, *this, arguments);
   const library::Member* shared = library::find_member(name);

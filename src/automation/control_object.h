@@ -38,9 +38,9 @@ class ControlObject final : public library::Object {
 library::ObjectHandle control_object(Instance& instance, platform::MessageLoop& loop);
 
 // The parts. Handles are for one request: they don't keep the control.
-library::ObjectHandle toolbar_object(platform::Toolbar& toolbar);                    // toolbar_object.cpp
-library::ObjectHandle box_object(std::u16string_view name, const core::Box& box);    // box_object.cpp
-library::ObjectHandle code_view_object(Instance& instance);                          // code_view_object.cpp
-library::ObjectHandle browser_object(Instance& instance);                            // browser_object.cpp
+library::ObjectHandle toolbar_object(platform::Toolbar& toolbar);                  // toolbar_object.cpp
+library::ObjectHandle box_object(std::u16string_view name, const core::Box& box);  // box_object.cpp
+library::ObjectHandle code_view_object(Instance& instance);                        // code_view_object.cpp
+library::ObjectHandle browser_object(Instance& instance);                          // browser_object.cpp
 
 }  // namespace tvx::automation

@@ -16,7 +16,8 @@ Json get(Session& session, const Params& params) {
 
 Json set(Session& session, const Params& params) {
   Instance& instance = session.instance_of(params);
-  if (!params.has("value")) throw ProtocolError(ProtocolError::invalid_params, "Invalid params: \"value\" is missing");
+  if (!params.has("value"))
+    throw ProtocolError(ProtocolError::invalid_params, "Invalid params: \"value\" is missing");
   const library::Value value = from_json(params.raw("value"), &instance);
   library::set_property(instance.control(), params.text("name"), value);
   return Json::object();
@@ -25,8 +26,7 @@ Json set(Session& session, const Params& params) {
 Json call(Session& session, const Params& params) {
   Instance& instance = session.instance_of(params);
   library::Values arguments;
-  for (const Json& argument : params.list("args"))
-    arguments.push_back(from_json(argument, &instance));
+  for (const Json& argument : params.list("args")) arguments.push_back(from_json(argument, &instance));
   const library::Value result = library::call_method(instance.control(), params.text("name"), arguments);
   return {{"result", to_json(result)}, {"args", to_json(library::Value(arguments))}};
 }

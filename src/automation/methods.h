@@ -21,10 +21,10 @@ const Method* find_method(std::string_view name);
 
 // The rows, by subject.
 std::span<const Method> document_methods();  // document_methods.cpp: document.*
-std::span<const Method> member_methods();    // member_methods.cpp: get, set, call, answer, expect, fault, pump
-std::span<const Method> control_methods();   // control_methods.cpp: control
-std::span<const Method> object_methods();    // object_methods.cpp: object
-std::span<const Method> gesture_methods();   // gesture_methods.cpp: press, mouse, select, navigate
-std::span<const Method> typing_methods();    // typing_methods.cpp: document.type, document.key
+std::span<const Method> member_methods();   // member_methods.cpp: get, set, call, answer, expect, fault, pump
+std::span<const Method> control_methods();  // control_methods.cpp: control
+std::span<const Method> object_methods();   // object_methods.cpp: object
+std::span<const Method> gesture_methods();  // gesture_methods.cpp: press, mouse, select, navigate
+std::span<const Method> typing_methods();   // typing_methods.cpp: document.type, document.key
 
 }  // namespace tvx::automation

@@ -62,7 +62,8 @@ class PathReader {
     while (is_ascii_digit(peek()) || peek() == u'-' || peek() == u'.') ++at_;
     const Value text(path_.substr(start, at_ - start));
     if (start == at_) fail();
-    return contains(path_.substr(start, at_ - start), u".") ? Value(text.to_number()) : Value(text.to_integer32());
+    return contains(path_.substr(start, at_ - start), u".") ? Value(text.to_number())
+                                                            : Value(text.to_integer32());
   }
 
   Value word() {

@@ -21,8 +21,9 @@ Json type(Session& session, const Params& params) {
   for (std::size_t at = 0; at < text.size();) {
     const bool pair = is_high_surrogate(text[at]) && at + 1 < text.size() && is_low_surrogate(text[at + 1]);
     const std::u16string_view character = std::u16string_view(text).substr(at, pair ? 2 : 1);
-    const std::u16string_view name =
-        character == u"\n" ? std::u16string_view(u"Enter") : character == u"\t" ? u"Tab" : character;
+    const std::u16string_view name = character == u"\n"   ? std::u16string_view(u"Enter")
+                                     : character == u"\t" ? u"Tab"
+                                                          : character;
     instance.key(key_input(name, {}), true);
     at += character.size();
   }
@@ -32,10 +33,9 @@ Json type(Session& session, const Params& params) {
 
 Json key(Session& session, const Params& params) {
   Instance& instance = session.instance_of(params);
-  const browser::KeyInput input =
-      key_input(params.text("key"), {.control = params.flag_or("ctrl", false),
-                                     .shift = params.flag_or("shift", false),
-                                     .alt = params.flag_or("alt", false)});
+  const browser::KeyInput input = key_input(params.text("key"), {.control = params.flag_or("ctrl", false),
+                                                                 .shift = params.flag_or("shift", false),
+                                                                 .alt = params.flag_or("alt", false)});
   instance.key(input, !params.flag_or("up", false));
   let_keys_through(session, instance);
   return Json::object();

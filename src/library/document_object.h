@@ -34,7 +34,7 @@ dom::Ref<dom::Element> element_of(const Value& value);
 Value collection_object(dom::Collection collection, const DocumentHandle& document);  // collection_object.cpp
 Value inline_style_object(dom::Element& element);                                     // style_object.cpp
 Value style_sheet_object(const std::shared_ptr<dom::style::StyleSheet>& sheet);
-Value style_sheets_object(const DocumentHandle& document);                            // style_object.cpp
+Value style_sheets_object(const DocumentHandle& document);  // style_object.cpp
 
 /// A copy of an event. While it is being delivered its `keyCode` can be set.
 Value event_object(const browser::Event& event, const DocumentHandle& document);  // event_object.cpp
