@@ -15,12 +15,14 @@ void Builder::insert(Node& parent, Ref<Node> child, Node* before) {
   node->previous_ = before ? before->previous_ : parent.last_child_;
   (node->previous_ ? node->previous_->next_ : parent.first_child_) = node;
   (before ? before->previous_ : parent.last_child_) = node;
+  ++parent.child_count_;
 }
 
 void Builder::remove(Node& child) {
   Node& parent = *child.parent_;
   (child.previous_ ? child.previous_->next_ : parent.first_child_) = child.next_;
   (child.next_ ? child.next_->previous_ : parent.last_child_) = child.previous_;
+  --parent.child_count_;
   child.parent_ = child.previous_ = child.next_ = nullptr;
   child.release();
 }

@@ -111,11 +111,9 @@ class MutationDoor {
 
   // DOM standard, section 4.2.3 "insert", step 5.
   static void ranges_before_insert(Document& document, Node& parent, Node* before) {
-    std::optional<Offset> index;
+    if (!before) return;
     const auto follow = [&](const Ref<Node>& node, Offset& offset) {
-      if (!before || node.get() != &parent) return;
-      if (!index) index = index_of(*before);
-      if (offset > *index) ++offset;
+      if (node.get() == &parent && stands_before(*before, offset)) ++offset;
     };
     for (LiveRange* range : document.live_ranges_) {
       follow(range->start_node_, range->start_offset_);
@@ -125,17 +123,12 @@ class MutationDoor {
 
   // DOM standard, section 5.5 "live range pre-remove steps".
   static void ranges_before_remove(Document& document, Node& child) {
-    std::optional<Offset> index;
-    const auto place = [&] {
-      if (!index) index = index_of(child);
-      return *index;
-    };
     const auto follow = [&](Ref<Node>& node, Offset& offset) {
-      if (node && is_inclusive_ancestor(child, *node)) {
+      if (node.get() == child.parent()) {
+        if (stands_before(child, offset)) --offset;
+      } else if (node && is_inclusive_ancestor(child, *node)) {
         node = child.parent();
-        offset = place();
-      } else if (node.get() == child.parent() && offset > place()) {
-        --offset;
+        offset = index_of(child);
       }
     };
     for (LiveRange* range : document.live_ranges_) {

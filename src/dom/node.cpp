@@ -30,6 +30,7 @@ void Node::destroy(Node* node) {
       child = next;
     }
     current->first_child_ = current->last_child_ = nullptr;
+    current->child_count_ = 0;
     if (Element* element = as<Element>(current); element && element->content_) {
       Node* content = element->content_.get();
       content->retain();

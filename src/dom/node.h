@@ -46,6 +46,7 @@ class Node {
   Node* previous_sibling() const { return previous_; }
   Node* next_sibling() const { return next_; }
   bool has_children() const { return first_child_ != nullptr; }
+  std::size_t child_count() const { return child_count_; }
 
   /// The document that made this node, null when it is gone.
   Document* document() const { return anchor_->document; }
@@ -84,6 +85,7 @@ class Node {
   Node* parent_ = nullptr;
   Node* first_child_ = nullptr;
   Node* last_child_ = nullptr;
+  std::uint32_t child_count_ = 0;
   Node* previous_ = nullptr;
   Node* next_ = nullptr;
 };

@@ -9,20 +9,36 @@ namespace tvx::dom {
 
 Offset length_of(const Node& node) {
   if (const auto* data = as<CharacterData>(&node)) return data->length();
-  Offset length = 0;
-  for (const Node* child = node.first_child(); child; child = child->next_sibling()) ++length;
-  return length;
+  return node.child_count();
 }
 
 Offset index_of(const Node& node) {
-  Offset index = 0;
-  for (const Node* sibling = node.previous_sibling(); sibling; sibling = sibling->previous_sibling()) ++index;
-  return index;
+  Offset steps = 0;
+  const Node *backward = node.previous_sibling(), *forward = node.next_sibling();
+  for (; backward && forward; ++steps) {
+    backward = backward->previous_sibling();
+    forward = forward->next_sibling();
+  }
+  if (!backward) return steps;
+  return node.parent()->child_count() - 1 - steps;
+}
+
+bool stands_before(const Node& child, Offset offset) {
+  if (offset == 0) return false;
+  if (offset >= child.parent()->child_count() || !child.previous_sibling()) return true;
+  return child.next_sibling() && index_of(child) < offset;
 }
 
 Node* child_at(const Node& parent, Offset index) {
+  if (index >= parent.child_count()) return nullptr;
+  Offset behind = parent.child_count() - 1 - index;
+  if (behind < index) {
+    Node* child = parent.last_child();
+    for (; behind > 0; --behind) child = child->previous_sibling();
+    return child;
+  }
   Node* child = parent.first_child();
-  for (; child && index > 0; --index) child = child->next_sibling();
+  for (; index > 0; --index) child = child->next_sibling();
   return child;
 }
 

@@ -26,8 +26,11 @@ struct Range {
 
 /// Units of a text, children of anything else (DOM standard, section 4.2 "length").
 Offset length_of(const Node& node);
-/// The number of earlier siblings. Costs as many steps.
+/// The number of earlier siblings. Counted from the nearer end of the siblings.
 Offset index_of(const Node& node);
+/// Whether a child comes before that offset of its parent: at either end of the siblings that is known at
+/// once, however many they are.
+bool stands_before(const Node& child, Offset offset);
 Node* child_at(const Node& parent, Offset index);
 Boundary before(const Node& node);
 Boundary after(const Node& node);

@@ -21,34 +21,36 @@ namespace {
 class MovedBoundary {
  public:
   MovedBoundary(const Node& node, Node& new_parent, const Node* before)
-      : node_(node), new_parent_(new_parent), before_(before), old_parent_(node.parent()) {}
+      : node_(node), new_parent_(new_parent), before_(before) {}
 
-  Boundary operator()(Boundary place) {
-    if (place.node == &new_parent_ && before_ && place.offset > new_index()) ++place.offset;
-    if (place.node != old_parent_ || !place.node) return place;
-    if (place.offset == old_index() || place.offset == old_index() + 1) {
-      place.node = &new_parent_;
-      place.offset += new_index() - old_index();
+  Boundary operator()(Boundary place) const {
+    if (place.node == &new_parent_ && before_ && dom::stands_before(*before_, place.offset)) ++place.offset;
+    if (place.node != node_.parent() || !place.node) return place;
+    const bool behind = dom::stands_before(node_, place.offset);
+    const Node* next = node_.next_sibling();
+    if (behind && next && dom::stands_before(*next, place.offset)) {
+      --place.offset;
+    } else if (behind || is_right_before(place.offset)) {
+      place = {&new_parent_, new_index() + (behind ? 1 : 0)};
     }
-    if (place.node == old_parent_ && place.offset > old_index() + 1) --place.offset;
     return place;
   }
 
  private:
-  Offset old_index() {
-    if (old_index_ == unknown) old_index_ = dom::index_of(node_);
-    return old_index_;
+  bool is_right_before(Offset offset) const {
+    const Node* previous = node_.previous_sibling();
+    return previous ? dom::stands_before(*previous, offset) : offset == 0;
   }
-  Offset new_index() {
-    if (new_index_ == unknown) new_index_ = before_ ? dom::index_of(*before_) : dom::length_of(new_parent_);
-    return new_index_;
+  // Where the node will stand: within one parent, without itself at its old place.
+  Offset new_index() const {
+    const Offset index = before_ ? dom::index_of(*before_) : new_parent_.child_count();
+    const bool leaves_gap = node_.parent() == &new_parent_ && dom::stands_before(node_, index);
+    return leaves_gap ? index - 1 : index;
   }
+
   const Node& node_;
   Node& new_parent_;
   const Node* before_;
-  const Node* old_parent_;
-  static constexpr Offset unknown = ~Offset{0};
-  Offset old_index_ = unknown, new_index_ = unknown;
 };
 
 struct SavedRange {
