@@ -1,0 +1,194 @@
+#include "control_fixture.h"
+
+namespace tvx::core {
+namespace {
+
+using browser::MouseButton;
+using testing::Each;
+using testing::ElementsAre;
+
+TEST_F(Control, EveryKeyRaisesTheEventOnceAlsoOneThatIsTakenAway) {
+  start();
+  control->set_useEnterAsBR(true);
+  load(u"<P>a[]</P>");
+  container.clear_changed();
+  EXPECT_TRUE(key(u"Enter", 13).taken);
+  key(u"b", 66);
+  key(u"Shift", 16, false, true);
+  EXPECT_THAT(host.heard, ElementsAre("ASCIIKeyPress: 13", "ASCIIKeyPress: 66", "ASCIIKeyPress: 16 shift"));
+}
+
+TEST_F(Control, AnArrowKeyMarksTheDocumentChanged) {
+  start_with(u"<P>x</P>");
+  load(u"<P>x[]y</P>");
+  key(u"ArrowLeft", 37);
+  EXPECT_TRUE(control->IsDirty());
+  EXPECT_EQ(body(), u"<P>xy</P>");
+  EXPECT_THAT(container.changed(), ElementsAre(u"DocumentHTML"));
+}
+
+TEST_F(Control, EnterIsLeftToTheDocumentByDefault) {
+  start();
+  load(u"<P>one[]two</P>");
+  key(u"Enter", 13);
+  EXPECT_EQ(body(), u"<P>one</P><P>two</P>");
+  EXPECT_TRUE(control->IsDirty());
+}
+
+TEST_F(Control, WithUseEnterAsBREnterIsABareLineBreak) {
+  start();
+  control->set_useEnterAsBR(true);
+  load(u"<P>one[]two</P>");
+  key(u"Enter", 13);
+  EXPECT_EQ(body(), u"<P>one<BR>two</P>");
+}
+
+TEST_F(Control, ContainedAccessSendsEnterWithoutASecondKeyDown) {
+  start();
+  control->set_isAccessContained(true);
+  load(u"<P>one[]two</P>");
+  EXPECT_TRUE(key(u"Enter", 13).taken);
+  EXPECT_EQ(body(), u"<P>one</P><P>two</P>");
+  EXPECT_EQ(host.count("ASCIIKeyPress"), 1u);
+}
+
+TEST_F(Control, ShiftSpaceReplacesTheSelectionByANoBreakSpace) {
+  start();
+  load(u"<P>one[two]three</P>");
+  EXPECT_TRUE(key(u" ", 32, false, true).taken);
+  EXPECT_EQ(body(), u"<P>one&nbsp;three</P>");
+}
+
+TEST_F(Control, ShiftSpaceOverAControlIsRefused) {
+  start_with(u"<P>x<IMG src=\"a.gif\"></P>");
+  control->DOM()->mouse_press(at(element(dom::Tag::Img)));
+  host.heard.clear();
+  key(u" ", 32, false, true);
+  EXPECT_EQ(host.heard.back(),
+            "Error: 993 InsertAtCursor failed : Can not insert over a single control element");
+  EXPECT_EQ(body(), u"<P>x<IMG src=\"a.gif\"></P>");
+}
+
+TEST_F(Control, WhatAHostWritesIntoTheKeyCodeIsIgnored) {
+  start();
+  load(u"<P>one[]two</P>");
+  host.on_key = [](std::int32_t& code) { code = 0; };
+  key(u"x", 88);
+  EXPECT_EQ(body(), u"<P>onextwo</P>");
+}
+
+TEST_F(Control, AHostTakesAKeyAwayThroughTheEvent) {
+  start();
+  load(u"<P>one[]two</P>");
+  host.on_key = [&](std::int32_t&) { control->DOM()->set_event_key_code(0); };
+  EXPECT_TRUE(key(u"x", 88).taken);
+  EXPECT_EQ(body(), u"<P>onetwo</P>");
+}
+
+TEST_F(Control, ADisabledEditorHearsOfAClickAndLetsNoSelectionBegin) {
+  start_with(u"<P>text</P>");
+  control->set_EditorEnabled(false);
+  host.heard.clear();
+  const auto document = control->DOM();
+  document->mouse_press(at(element(dom::Tag::P)));
+  document->click(at(element(dom::Tag::P)));
+  EXPECT_THAT(host.heard, ElementsAre("DocumentClick: P"));
+  EXPECT_EQ(document->editor().selection().type(), editing::SelectionType::None);
+}
+
+TEST_F(Control, ADisabledEditorFollowsNoLink) {
+  start_with(u"<A href=\"http://example.org/\">x</A>");
+  control->set_EditorEnabled(false);
+  host.heard.clear();
+  control->DOM()->click(at(element(dom::Tag::A)));
+  loop.settle();
+  EXPECT_THAT(host.heard, ElementsAre("DocumentClick: A"));
+}
+
+TEST_F(Control, AClickOnNothingHasNothingAsItsElement) {
+  start_with(u"<P>text</P>");
+  control->DOM()->click(at(nullptr));
+  EXPECT_THAT(host.heard, ElementsAre("DocumentClick: nothing"));
+}
+
+TEST_F(Control, ADoubleClickMovesTheCurrentElementToTheLastEventsPlace) {
+  start_with(u"<P>one</P><DIV>two</DIV>");
+  control->DOM()->mouse_press(at(element(dom::Tag::P)));
+  EXPECT_EQ(control->highlightElement(), element(dom::Tag::P));
+  control->UserControl_ExitFocus();
+  control->DOM()->double_click(at(element(dom::Tag::Div)));
+  EXPECT_EQ(control->highlightElement(), element(dom::Tag::P))
+      << "the press's coordinates, not the double click's";
+  EXPECT_FALSE(control->IsDirty());
+}
+
+TEST_F(Control, DraggingMarksTheDocumentChangedAsItBegins) {
+  start_with(u"<P>text</P>");
+  EXPECT_TRUE(control->DOM()->drag_start(at(element(dom::Tag::P))));
+  EXPECT_TRUE(control->IsDirty());
+}
+
+TEST_F(Control, AControlSelectionRaisesDocumentClick) {
+  start_with(u"<P>x<IMG src=\"a.gif\"></P>");
+  control->DOM()->mouse_press(at(element(dom::Tag::Img)));
+  EXPECT_THAT(host.heard, ElementsAre("DocumentClick: IMG"));
+  EXPECT_EQ(control->DOM()->editor().selection().control(), element(dom::Tag::Img));
+}
+
+// --- the selection's news ---
+
+TEST_F(Control, APressMovesTheCurrentElementAndDrawsNoBorder) {
+  start_with(u"<P>one</P><DIV>two</DIV>");
+  control->DOM()->mouse_press(at(element(dom::Tag::Div)));
+  EXPECT_EQ(control->highlightElement(), element(dom::Tag::Div));
+  EXPECT_EQ(body(), u"<P>one</P><DIV>two</DIV>");
+  ASSERT_NE(control->lastEvent(), nullptr);
+  EXPECT_EQ(control->lastEvent()->button, MouseButton::Left);
+}
+
+TEST_F(Control, TheBorderMovesWithTheSelectionAndGivesTheStyleBackExactly) {
+  start_with(u"<P style=\"border-left: 3px  solid blue\">one</P><DIV>two</DIV>");
+  control->set_HighlightDOMSelectionOnClick(true);
+  control->set_SelectionBorderStyle(EdHighLightStyle::edDotted);
+  control->DOM()->mouse_press(at(element(dom::Tag::P)));
+  EXPECT_TRUE(contains(body(), u"dotted")) << to_utf8(body());
+  control->DOM()->mouse_press(at(element(dom::Tag::Div)));
+  EXPECT_TRUE(body().starts_with(u"<P style=\"border-left: 3px  solid blue\">one</P><DIV style="))
+      << to_utf8(body());
+  EXPECT_EQ(control->DocumentHTML(), u"<P style=\"border-left: 3px  solid blue\">one</P><DIV>two</DIV>");
+  EXPECT_EQ(control->highlightElement(), element(dom::Tag::Div)) << "kept, without its border";
+}
+
+TEST_F(Control, TheBorderIsNoChangeForUndo) {
+  start_with(u"<P>one</P><DIV>two</DIV>");
+  load(u"<P>one[]</P><DIV>two</DIV>");
+  key(u"x", 88);
+  control->set_HighlightDOMSelectionOnClick(true);
+  control->DOM()->mouse_press(at(element(dom::Tag::Div)));
+  control->undo_document();
+  EXPECT_TRUE(body().starts_with(u"<P>one</P>"));
+  control->redo_document();
+  EXPECT_TRUE(body().starts_with(u"<P>onex</P>"));
+  EXPECT_EQ(control->DocumentHTML(), u"<P>onex</P><DIV>two</DIV>");
+}
+
+TEST_F(Control, CaretInBoldTextPressesTheButton) {
+  start();
+  load(u"<P>one<B>two[]</B></P>");
+  control->DOM()->select([&](editing::Selection& selection) { selection.set(selection.range()); });
+  EXPECT_EQ(control->Toolbar1().Item(10).Value(), 1);
+  load(u"<P>one[]<B>two</B></P>");
+  control->DOM()->select([&](editing::Selection& selection) { selection.set(selection.range()); });
+  EXPECT_EQ(control->Toolbar1().Item(10).Value(), 0);
+}
+
+TEST_F(Control, AHostMayUseTheControlWithinAKeyEvent) {
+  start();
+  load(u"<P>one[]two</P>");
+  host.on_key = [&](std::int32_t&) { control->set_DocumentHTML(u"<P>replaced</P>"); };
+  key(u"x", 88);
+  EXPECT_TRUE(contains(body(), u"replaced"));
+}
+
+}  // namespace
+}  // namespace tvx::core
