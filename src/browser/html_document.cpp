@@ -7,6 +7,7 @@
 #include "dom/journal.h"
 #include "dom/mutation.h"
 #include "dom/tree.h"
+#include "editing/platform_values.h"
 #include "editing/predicates.h"
 
 namespace tvx::browser {
@@ -115,6 +116,10 @@ bool HTMLDocument::execCommand(std::u16string_view command, bool /*show_ui*/, st
 }
 
 bool HTMLDocument::queryCommandEnabled(std::u16string_view command) { return editor_->enabled(command); }
+
+CommandValue HTMLDocument::queryCommandValue(std::u16string_view command) {
+  return editing::platform_value(*editor_, command);
+}
 
 void HTMLDocument::connect(DocumentHandler* handler) { handler_ = handler; }
 

@@ -20,7 +20,7 @@ namespace tvx::browser {
 enum class ViewMove : std::uint8_t { LineUp, LineDown, LineStart, LineEnd, PageUp, PageDown, Left, Right };
 
 /// The answer of a command in the platform's way: true or false for toggles, blue-green-red numbers for
-/// colours, numbers for sizes, texts for the rest.
+/// colours, texts for the rest.
 using CommandValue = std::variant<bool, std::int32_t, std::u16string>;
 
 /// How the bytes of a file became text: what a program needs to write it back as it was.

@@ -65,13 +65,12 @@ void Browser::Loader::follow(Navigation navigation) {
 }
 
 void Browser::Loader::ask(std::uint64_t number, const Navigation& navigation) {
+  // While it is being asked whether to go, the page that is there is whole: who waits for it in the handler
+  // would wait for the handler.
+  state_ = before_;
   bool cancel = false;
   tell([&](BrowserEvents& events) { events.BeforeNavigate2(navigation, cancel); });
-  if (!is_current(number)) return;
-  if (cancel)
-    state_ = before_;
-  else
-    begin(navigation);
+  if (is_current(number) && !cancel) begin(navigation);
 }
 
 void Browser::Loader::begin(const Navigation& navigation) {
@@ -83,7 +82,7 @@ void Browser::Loader::begin(const Navigation& navigation) {
 
 void Browser::Loader::load(std::uint64_t number, const Navigation& navigation) {
   auto document = load_page(navigation.url);
-  if (!document) return fail(number, navigation);
+  if (!document) return fail(navigation);
   state_ = ReadyState::Interactive;
   adopt(std::move(document));
   tell([&](BrowserEvents& events) { events.NavigateComplete2(true, navigation.url); });
@@ -100,9 +99,14 @@ void Browser::Loader::finish(std::uint64_t number, const Navigation& navigation)
   if (is_current(number)) state_ = ReadyState::Complete;
 }
 
-void Browser::Loader::fail(std::uint64_t number, const Navigation& navigation) {
+// The end has a turn of its own, which is on its way before the error is told: a handler that waits for the
+// browser to be ready gets it.
+void Browser::Loader::fail(const Navigation& navigation) {
+  post(&Loader::end_failed, navigation);
   tell([&](BrowserEvents& events) { events.NavigateError(navigation, resource_not_found); });
-  if (!is_current(number)) return;
+}
+
+void Browser::Loader::end_failed(std::uint64_t number, const Navigation&) {
   tell([](BrowserEvents& events) { events.DownloadComplete(); });
   if (!is_current(number)) return;
   if (!document_) {

@@ -36,7 +36,8 @@ class Browser::Loader final : public std::enable_shared_from_this<Loader>, priva
   void ask(std::uint64_t number, const Navigation& navigation);
   void begin(const Navigation& navigation);
   void load(std::uint64_t number, const Navigation& navigation);
-  void fail(std::uint64_t number, const Navigation& navigation);
+  void fail(const Navigation& navigation);
+  void end_failed(std::uint64_t number, const Navigation& navigation);
   void finish(std::uint64_t number, const Navigation& navigation);
   void load_frames(std::uint64_t number);
   void load_frame(const Navigation& navigation);

@@ -133,6 +133,7 @@ void HTMLed::wait_for_document() {
 }
 
 void HTMLed::wait_until_complete() {
+  document();  // before the start there is nothing to wait for: throws
   wait_for_browser();
   wait_for_document();
 }

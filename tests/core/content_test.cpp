@@ -235,7 +235,7 @@ TEST_F(Control, StyleTextIsWrittenAndLinked) {
 // --- code pages ---
 
 TEST_F(Control, TheStartWorksInBothCodePages) {
-  for (const CodePage page : {CodePage::utf8(), CodePage::windows_1252()}) {
+  for (const CodePage& page : {CodePage::utf8(), CodePage::windows_1252()}) {
     const SystemCodePageScope scope(page);
     control.reset();
     loop.settle();
