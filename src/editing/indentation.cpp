@@ -193,17 +193,38 @@ bool is_list_item(const Node& node) { return node.is(Tag::Li) && node.parent() &
 
 bool stands_in_list(const Node& node) { return node.parent() && is_list(*node.parent()); }
 
+// Where all that an element indents is to be outdented and nothing in it indents anew, the element goes, once
+// for all. One node after the other comes to the same, but indents the rest anew each time. Gives how many
+// nodes that was, 0 if it does not apply.
+std::size_t outdent_together(const NodeList& nodes, std::size_t at, const dom::Range& range) {
+  const Ref<Node> maker(indentation_around(*nodes[at], is_simple_indentation_element).maker);
+  if (!maker || !dom::contains(range, *maker)) return 0;
+  std::size_t count = 0;
+  for (std::size_t i = at; i < nodes.size() && dom::is_ancestor(*maker, *nodes[i]); ++i, ++count) {
+    const bool plain =
+        !is_list(*nodes[i]) && !stands_in_list(*nodes[i]) && !is_indentation_element(*nodes[i]);
+    if (!plain || indentation_around(*nodes[i], is_simple_indentation_element).maker != maker.get()) return 0;
+  }
+  outdent_itself(maker);
+  return count;
+}
+
 }  // namespace
 
 // Editing commands standard, section "The outdent command".
 bool outdent_selection(Editor& editor, std::u16string_view) {
   normalize_items_of(editor.selection().range());
-  const NodeList nodes = topmost_contained(block_extend(editor.selection().range()), [](const Node& node) {
+  const dom::LiveRange range(editor.document(), block_extend(editor.selection().range()));
+  const NodeList nodes = topmost_contained(range.range(), [](const Node& node) {
     return is_editable(node) && (is_list(node) || is_list_item(node) || !has_editable_descendant(node));
   });
   for (std::size_t at = 0; at < nodes.size();) {
     if (is_list(*nodes[at]) || !stands_in_list(*nodes[at])) {
-      outdent(nodes[at++], editor);
+      if (const std::size_t together = outdent_together(nodes, at, range.range())) {
+        at += together;
+      } else {
+        outdent(nodes[at++], editor);
+      }
       continue;
     }
     const NodeList siblings = take_siblings(nodes, at, [](const Node& node) { return !is_list(node); });

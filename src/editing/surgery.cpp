@@ -74,8 +74,69 @@ void move_preserving_ranges(Ref<Node> node, Node& new_parent, Node* before) {
   for (const SavedRange& range : saved) range.range->set_unordered(range.start, range.end);
 }
 
+namespace {
+
+/// A boundary put aside while a run of nodes moves; its node is held, for nothing else may hold it.
+struct HeldBoundary {
+  Ref<Node> node;
+  Offset offset;
+
+  explicit HeldBoundary(Boundary place) : node(place.node), offset(place.offset) {}
+  Boundary place() const { return {node.get(), offset}; }
+
+  // The rules of move_preserving_ranges for one node of the run.
+  void follow(const Node* old_parent, Offset old_index, Node& new_parent, Offset new_index) {
+    if (node.get() == &new_parent && offset > new_index) ++offset;
+    if (node.get() != old_parent) return;
+    if (offset == old_index || offset == old_index + 1) {
+      node = &new_parent;
+      offset += new_index - old_index;
+    } else if (offset > old_index + 1) {
+      --offset;
+    }
+  }
+};
+
+struct HeldRange {
+  LiveRange* range;
+  HeldBoundary start, end;
+};
+
+}  // namespace
+
+// Ranges stand nowhere meanwhile, so that no single move has to count siblings for them.
+void move_run_preserving_ranges(const NodeList& nodes, Node& new_parent, Node* before) {
+  Node* const old_parent = nodes.empty() ? nullptr : nodes.front()->parent();
+  if (!old_parent || old_parent == &new_parent || nodes.size() < 2) {
+    for (const Ref<Node>& node : nodes) move_preserving_ranges(node, new_parent, before);
+    return;
+  }
+  std::vector<HeldRange> held;
+  bool counts = false;
+  for (LiveRange* range : dom::document_of(new_parent).live_ranges()) {
+    if (!range->start()) continue;
+    held.push_back({range, HeldBoundary(range->start()), HeldBoundary(range->end())});
+    for (const Node* node : {range->start().node, range->end().node}) {
+      counts |= node == old_parent || node == &new_parent;
+    }
+    range->set_unordered({}, {});
+  }
+  const Offset old_index = counts ? dom::index_of(*nodes.front()) : 0;
+  Offset new_index = !counts ? 0 : before ? dom::index_of(*before) : dom::length_of(new_parent);
+  for (const Ref<Node>& node : nodes) {
+    dom::insert(new_parent, node, before);
+    for (HeldRange& range : held) {
+      if (!counts) break;
+      range.start.follow(old_parent, old_index, new_parent, new_index);
+      range.end.follow(old_parent, old_index, new_parent, new_index);
+    }
+    ++new_index;
+  }
+  for (const HeldRange& range : held) range.range->set_unordered(range.start.place(), range.end.place());
+}
+
 void move_children_preserving_ranges(Node& from, Node& to) {
-  while (Node* child = from.first_child()) move_preserving_ranges(child, to, nullptr);
+  move_run_preserving_ranges(children_of(from), to, nullptr);
 }
 
 NodeList children_of(const Node& node) {
@@ -179,7 +240,10 @@ void split_off_head(Node& first, const Ref<Node>& parent) {
   Ref<Node> copy = dom::clone(*parent, dom::document_of(*parent), dom::Deep::No);
   if (auto* element = dom::as<Element>(parent)) dom::remove_attribute(*element, dom::names::id);
   dom::insert(*parent->parent(), copy, parent.get());
-  while (first.previous_sibling()) move_preserving_ranges(parent->first_child(), *copy, nullptr);
+  NodeList head;
+  for (Node* node = parent->first_child(); node != &first; node = node->next_sibling())
+    head.emplace_back(node);
+  move_run_preserving_ranges(head, *copy, nullptr);
 }
 
 }  // namespace
@@ -196,8 +260,8 @@ void split_parent(const NodeList& nodes) {
   const bool precedes = has_last && precedes_line_break(*parent);  // 5
   if (!has_first && has_last) return split_tail(nodes, parent, precedes);
   if (!has_first) split_off_head(*first, parent);
-  for (const Ref<Node>& node : nodes) move_preserving_ranges(node, *parent->parent(), parent.get());  // 8
-  if (follows && !follows_line_break(*first)) break_before(*first);                                   // 9
+  move_run_preserving_ranges(nodes, *parent->parent(), parent.get());  // 8
+  if (follows && !follows_line_break(*first)) break_before(*first);    // 9
   if (is_inline_node(*last) && !last->is(Tag::Br) && parent->first_child() &&
       parent->first_child()->is(Tag::Br) && !is_inline_node(*parent)) {  // 10
     dom::remove(*parent->first_child());

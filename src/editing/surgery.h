@@ -15,6 +15,8 @@ using NodeList = std::vector<dom::Ref<dom::Node>>;
 
 /// Moves a node; boundaries that stood in it or at its edges move along ("preserving ranges").
 void move_preserving_ranges(dom::Ref<dom::Node> node, dom::Node& new_parent, dom::Node* before);
+/// Moves consecutive siblings one after the other, each before `before`. Boundaries are counted once for all.
+void move_run_preserving_ranges(const NodeList& nodes, dom::Node& new_parent, dom::Node* before);
 /// All children of `from` to the end of `to`.
 void move_children_preserving_ranges(dom::Node& from, dom::Node& to);
 /// Removes a node and leaves its children in its place.

@@ -73,7 +73,7 @@ void append_to(Node& new_parent, const NodeList& nodes) {
       is_inline_node(**first) && !new_parent.last_child()->is(Tag::Br)) {
     append_line_break(new_parent);
   }
-  for (const Ref<Node>& node : nodes) move_preserving_ranges(node, new_parent, nullptr);
+  move_run_preserving_ranges(nodes, new_parent, nullptr);
 }
 
 // Step 13.
