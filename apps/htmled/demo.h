@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QString>
+
+namespace tvx::platform {
+class MessageLoop;
+}
+
+namespace tvx::htmled {
+
+class Window;
+
+/// What the editor does with no display: types a sentence at the end of the first paragraph, makes it bold,
+/// and writes edited.html and screenshot.png into a folder. The exit code.
+int run_demo(Window& window, platform::MessageLoop& loop, const QString& folder);
+
+/// Writes to standard output how long things took, in milliseconds: from the program's start to the first
+/// paint and to the whole document, from a key to its flushed layout.
+int run_measures(Window& window, platform::MessageLoop& loop, const QString& file,
+                 std::int64_t program_start);
+
+}  // namespace tvx::htmled
