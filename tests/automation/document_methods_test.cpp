@@ -1,0 +1,97 @@
+#include "automation/conversation.h"
+
+namespace tvx::automation::test {
+namespace {
+
+class DocumentMethods : public Conversation {
+ protected:
+  void load(std::string_view html, std::string_view host = "body") {
+    result("document.load", {{"html", html}, {"host", host}});
+  }
+  std::string dump(bool marks = true) {
+    return result("document.dump", {{"marks", marks}, {"letters", "lower"}})["html"].get<std::string>();
+  }
+};
+
+TEST_F(DocumentMethods, ContentWithMarksIsLoadedAndDumped) {
+  load("<p>Hello [world]</p>");
+  EXPECT_EQ(dump(), "<p>Hello [world]</p>");
+  EXPECT_EQ(dump(false), "<p>Hello world</p>");
+  EXPECT_EQ(result("document.dump")["html"], "<P>Hello world</P>");
+}
+
+TEST_F(DocumentMethods, CommandsRunAndAnswer) {
+  for (const char* host : {"body", "div"}) {
+    load("<p>Hello [world]</p>", host);
+    EXPECT_EQ(result("document.exec", {{"command", "bold"}})["returned"], true);
+    EXPECT_EQ(dump(), "<p>Hello <b>[world]</b></p>") << host;
+    const Json answer = result("document.query", {{"command", "BOLD"}});
+    EXPECT_EQ(answer["state"], true);
+    EXPECT_EQ(answer["platform"], -1);
+  }
+}
+
+TEST_F(DocumentMethods, UnknownCommandsAreNotSupported) {
+  load("<p>[x]</p>");
+  EXPECT_EQ(result("document.exec", {{"command", "fly"}})["returned"], false);
+  EXPECT_EQ(result("document.query", {{"command", "fly"}}), (Json{{"supported", false},
+                                                                  {"enabled", false},
+                                                                  {"indeterm", false},
+                                                                  {"state", false},
+                                                                  {"value", ""},
+                                                                  {"platform", nullptr}}));
+}
+
+TEST_F(DocumentMethods, NothingOutsideTheHostCanBeEdited) {
+  load("<p>[x]</p>", "div");
+  EXPECT_EQ(result("document.query", {{"command", "bold"}})["enabled"], true);
+  EXPECT_EQ(object("docHTML.body.children(1).innerHTML"), "test");
+  result("select", {{"start", {{1, 0}, 0}}, {"end", {{1, 0}, 2}}});
+  EXPECT_EQ(result("document.query", {{"command", "bold"}})["enabled"], false);
+}
+
+TEST_F(DocumentMethods, LoadingLeavesTheControlsTextsAlone) {
+  set("DocumentHTML", "<p>mine</p>");
+  load("<p>[x]</p>");
+  EXPECT_EQ(object("originalHTML"), "<p>mine</p>");
+  EXPECT_EQ(get("IsDirty"), false);
+  EXPECT_EQ(result("document.exec", {{"command", "undo"}})["returned"], false) << "there is nothing to undo";
+  EXPECT_EQ(dump(false), "<p>x</p>");
+}
+
+TEST_F(DocumentMethods, ASheetIsSeenByCommands) {
+  result("document.load", {{"html", "<p class=b>[x]</p>"}, {"sheet", ".b { font-weight: bold }"}});
+  EXPECT_EQ(result("document.query", {{"command", "bold"}})["state"], true);
+  load("<p class=b>[x]</p>");
+  EXPECT_EQ(result("document.query", {{"command", "bold"}})["state"], false);
+}
+
+TEST_F(DocumentMethods, KeysGoTheWholeRoad) {
+  load("<p>one[]</p>");
+  result("document.type", {{"text", " two\nthree"}});
+  EXPECT_EQ(dump(false), "<p>one two</p><p>three</p>");
+  EXPECT_EQ(get("IsDirty"), true);
+  result("document.key", {{"key", "z"}, {"ctrl", true}});
+  ASSERT_EQ(told_of("event").size(), 1u);
+  EXPECT_EQ(told_of("event")[0]["args"], (Json{{"KeyCode", 90}, {"Shift", false}, {"Control", true}}));
+  EXPECT_NE(dump(false), "<p>one two</p><p>three</p>");
+  EXPECT_EQ(failure("document.key", {{"key", "NoSuchKey"}}), 5);
+}
+
+TEST_F(DocumentMethods, ALetGoKeyTypesNothing) {
+  load("<p>one[]</p>");
+  result("document.key", {{"key", "a"}, {"up", true}});
+  EXPECT_EQ(dump(), "<p>one[]</p>");
+  EXPECT_TRUE(told_of("event").empty());
+  EXPECT_EQ(get("IsDirty"), true);
+}
+
+TEST_F(DocumentMethods, TextsAreParsedWholeAndInTheirContext) {
+  EXPECT_EQ(result("document.parse", {{"html", "x"}})["tree"],
+            "| <html>\n|   <head>\n|   <body>\n|     \"x\"");
+  EXPECT_EQ(result("document.parse", {{"html", "<td>x"}, {"context", "tr"}})["tree"], "| <td>\n|   \"x\"");
+  EXPECT_EQ(result("document.parse", {{"html", "<g>"}, {"context", "svg svg"}})["tree"], "| <svg g>");
+}
+
+}  // namespace
+}  // namespace tvx::automation::test

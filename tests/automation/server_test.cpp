@@ -1,0 +1,67 @@
+#include "automation/conversation.h"
+
+namespace tvx::automation::test {
+namespace {
+
+class ServerTest : public Conversation {};
+
+TEST_F(ServerTest, BrokenLinesAreAnsweredAndTheSessionGoesOn) {
+  struct {
+    const char* line;
+    int code;
+  } const cases[] = {{"garbage\n", -32700},
+                     {"{\"id\":1\n", -32700},
+                     {"[]\n", -32600},
+                     {"17\n", -32600},
+                     {"{\"id\":1}\n", -32600},
+                     {"{\"id\":{},\"method\":\"get\"}\n", -32600},
+                     {"{\"id\":1,\"method\":5}\n", -32600}};
+  for (const auto& [line, code] : cases) {
+    const std::vector<Json> said = say(line);
+    ASSERT_EQ(said.size(), 1u) << line;
+    EXPECT_EQ(said[0]["error"]["code"], code) << line;
+    EXPECT_TRUE(said[0]["id"].is_null()) << line;
+  }
+  EXPECT_EQ(get("FTPPort"), 21);
+}
+
+TEST_F(ServerTest, UnknownMethodsAndParametersAreRefused) {
+  EXPECT_EQ(failure("nothing"), -32601);
+  EXPECT_EQ(failure("get"), -32602);
+  EXPECT_EQ(failure("get", Json::array({"FTPPort"})), -32602);
+  EXPECT_EQ(failure("get", {{"name", 5}}), -32602);
+  EXPECT_EQ(failure("get", {{"name", "FTPPort"}, {"instance", 7}}), -32602);
+}
+
+TEST_F(ServerTest, LinesMayComeInPiecesAndManyAtOnce) {
+  EXPECT_TRUE(say("{\"id\":1,\"method\":\"get\",\"pa").empty());
+  EXPECT_TRUE(say("rams\":{\"name\":\"FTPPort\"}}").empty());
+  const std::vector<Json> said = say("\n\n \r\n{\"id\":\"two\",\"method\":\"pump\"}\n");
+  ASSERT_EQ(said.size(), 2u);
+  EXPECT_EQ(said[0]["result"]["value"], 21);
+  EXPECT_EQ(said[1]["id"], "two");
+}
+
+TEST_F(ServerTest, ARequestWithoutIdIsCarriedOutAndNotAnswered) {
+  for (const Json& message : say("{\"method\":\"set\",\"params\":{\"name\":\"FTPPort\",\"value\":2121}}\n"))
+    EXPECT_EQ(message["method"], "propertyChanged");
+  EXPECT_EQ(get("FTPPort"), 2121);
+}
+
+TEST_F(ServerTest, DeepListsAreNoDanger) {
+  const std::string deep = std::string(100'000, '[') + std::string(100'000, ']');
+  const std::vector<Json> said =
+      say("{\"id\":1,\"method\":\"set\",\"params\":{\"name\":\"BaseURL\",\"value\":" + deep + "}}\n");
+  ASSERT_EQ(said.size(), 1u);
+  EXPECT_TRUE(said[0].contains("error"));
+  EXPECT_EQ(get("BaseURL"), "http://");
+}
+
+TEST_F(ServerTest, PumpLetsTimePass) {
+  const std::int64_t before = loop.now();
+  result("pump", {{"ms", 250}});
+  EXPECT_GE(loop.now(), before + 250);
+}
+
+}  // namespace
+}  // namespace tvx::automation::test
