@@ -29,7 +29,9 @@ class Conversation : public testing::Test {
         told.push_back(message);
     }
     EXPECT_FALSE(said_.empty()) << method;
-    if (!said_.empty()) EXPECT_EQ(said_.back(), answer) << "the answer comes last";
+    if (!said_.empty()) {
+      EXPECT_EQ(said_.back(), answer) << "the answer comes last";
+    }
     EXPECT_EQ(answer.value("id", Json()), Json(id));
     return answer;
   }

@@ -68,7 +68,9 @@ TEST_F(MemberTable, EveryKeyIsWrittenByTheControl) {
   control->UserControl_WriteProperties(bag);
   std::set<std::u16string> written(bag.written().begin(), bag.written().end());
   for (const Member& member : members())
-    if (!member.key.empty()) EXPECT_EQ(written.erase(std::u16string(member.key)), 1u) << to_utf8(member.name);
+    if (!member.key.empty()) {
+      EXPECT_EQ(written.erase(std::u16string(member.key)), 1u) << to_utf8(member.name);
+    }
   EXPECT_EQ(written, (std::set<std::u16string>{u"FullToolBar", u"FTPDirectoryItem"}));
 }
 
@@ -82,8 +84,9 @@ TEST_F(MemberTable, SettersKeepWhatTheyAreGiven) {
     set_property(*control, member.name, value);
     EXPECT_EQ(container.changed(), std::vector<std::u16string>{std::u16string(member.key)})
         << to_utf8(member.name);
-    if (member.type != Type::String)
+    if (member.type != Type::String) {
       EXPECT_EQ(get_property(*control, member.name), value) << to_utf8(member.name);
+    }
   }
 }
 
