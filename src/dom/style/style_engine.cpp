@@ -4,6 +4,7 @@
 
 #include "dom/style/cascade.h"
 #include "dom/style/default_sheet.h"
+#include "dom/style/known_values.h"
 #include "dom/style/presentational_hints.h"
 #include "dom/style/rule_index.h"
 #include "dom/style/sheet_list.h"
@@ -26,8 +27,6 @@ const RuleIndex& default_rules(bool quirks) {
   static const RuleIndex standard = make(false), quirky = make(true);
   return quirks ? quirky : standard;
 }
-
-std::uint32_t key_of(const Node& node) { return std::uint32_t(node.id()); }
 
 }  // namespace
 
@@ -56,7 +55,7 @@ class StyleEngine::Impl {
   bool quirks_ = false;
   bool uses_text_direction_ = false;  // some answer came from an element's text
   const RuleIndex* rules_ = nullptr;
-  std::unordered_map<std::uint32_t, ComputedValues> known_;  // by NodeId
+  KnownValues known_;
   std::unordered_map<std::u16string, std::vector<PropertyValue>> inline_texts_;
   std::unordered_map<std::u16string, std::uint32_t> family_numbers_{{u"serif", 0}};
   double root_font_size_ = 16;
@@ -67,7 +66,7 @@ class StyleEngine::Impl {
 };
 
 void StyleEngine::Impl::forget_all() {
-  if (!known_.empty()) known_ = {};
+  if (!known_.empty()) known_.forget_all();
   uses_text_direction_ = false;
 }
 
@@ -75,7 +74,7 @@ void StyleEngine::Impl::forget_subtree(const Node& root) {
   std::size_t count = 0;
   for (const Node* node = &root; node && !known_.empty(); node = next_in_order(*node, &root)) {
     if (++count > most_forgotten) return forget_all();
-    known_.erase(key_of(*node));
+    if (node->is_element()) known_.forget(*node);
   }
 }
 
@@ -156,28 +155,26 @@ ComputedValues StyleEngine::Impl::compute(const Element& element, const Computed
 
 const ComputedValues& StyleEngine::Impl::values(const Element& element) {
   refresh();
-  if (const auto found = known_.find(key_of(element)); found != known_.end()) return found->second;
+  if (const ComputedValues* found = known_.find(element)) return *found;
   chain_.clear();
   const ComputedValues* parent = nullptr;
   const Element* top = &element;
   for (const Element* current = &element; current; current = current->parent_element()) {
-    if (const auto found = known_.find(key_of(*current)); found != known_.end()) {
-      parent = &found->second;
-      break;
-    }
+    parent = known_.find(*current);
+    if (parent) break;
     chain_.push_back(current);
     top = current;
   }
   const bool connected = parent || (top->parent() && top->parent()->type() == NodeType::Document);
   // Answers are kept from the root downwards: where there is one, there is one of the root.
   const Element* root = parent ? document_.document_element() : nullptr;
-  const auto known_root = root ? known_.find(key_of(*root)) : known_.end();
-  root_font_size_ = known_root != known_.end() ? known_root->second.font_size : 16;
+  const ComputedValues* known_root = root ? known_.find(*root) : nullptr;
+  root_font_size_ = known_root ? known_root->font_size : 16;
   for (auto current = chain_.rbegin(); current != chain_.rend(); ++current) {
     ComputedValues values = compute(**current, parent);
     if (!parent) root_font_size_ = values.font_size;
     if (connected) {
-      parent = &known_.insert_or_assign(key_of(**current), values).first->second;
+      parent = &known_.keep(**current, values);
     } else {
       loose_ = values;
       parent = &loose_;
