@@ -109,7 +109,8 @@ class Prescan {
         if (!charset.empty()) need_pragma = true;
       }
     }
-    if (need_pragma && (!*need_pragma || got_pragma)) found_ = charset;
+    // A tag that the 1024 bytes cut off declares nothing.
+    if (more() && need_pragma && (!*need_pragma || got_pragma)) found_ = charset;
   }
 
   /// "Extracting a character encoding from a meta element", HTML standard, section 2.5.
