@@ -132,6 +132,8 @@ class RenderedText {
     if (recording_) required_ = std::max(required_, count);
   }
 
+  /// What is not recorded still decides how the next blank shows.
+  void start_recording() { recording_ = true; }
   /// From here on only what the last blank becomes is still of interest.
   void stop_recording() { recording_ = false; }
   bool waits() const { return blank_pending_ && blank_is_ours_; }
@@ -154,19 +156,52 @@ class RenderedText {
   bool blank_pending_ = false, blank_is_ours_ = false;
 };
 
+/// One end of a range, as a walk through the tree comes by.
+class Edge {
+ public:
+  explicit Edge(const Boundary& place) : offset_(place.offset) {
+    if (place.node->is_text()) {
+      text_ = place.node;
+    } else if (const Node* child = child_at(*place.node, place.offset)) {
+      before_ = child;
+    } else {
+      end_of_ = place.node;
+    }
+  }
+  bool is_before(const Node& node) const { return before_ == &node; }
+  bool is_at_end_of(const Node& node) const { return end_of_ == &node; }
+  std::optional<Offset> within(const Text& text) const {
+    return text_ == &text ? std::optional(offset_) : std::nullopt;
+  }
+
+ private:
+  const Node *text_ = nullptr, *before_ = nullptr, *end_of_ = nullptr;
+  Offset offset_;
+};
+
 /// The walk of the "rendered text collection steps", with a list of the open elements in place of recursion.
 class Collector {
  public:
   Collector(StyleEngine& engine, const Element& root, bool at_line_start)
       : engine_(engine), root_(root), text_(at_line_start) {}
 
+  /// Only what is in the range is written; what stands before it is read for its white space.
+  void limit_to(const Range& range) {
+    start_.emplace(range.start);
+    end_.emplace(range.end);
+    start_node_ = range.start.node;
+    text_.stop_recording();
+  }
+
   std::u16string run() {
     const ComputedValues values = engine_.values(root_);
     open_.push_back({&root_, values});
     const Node* node = root_.first_child();
     while (node || !open_.empty()) {
+      if (ended_ && !text_.waits()) return text_.take();
       if (!node) {
         const Open closed = open_.back();
+        if (end_) pass_edges(closed.element, &Edge::is_at_end_of);
         open_.pop_back();
         if (closed.element == &root_) break;
         leave(closed);
@@ -187,10 +222,47 @@ class Collector {
     bool had_part = false;  // a row of this table, a cell of this row
   };
 
+  void pass_edges(const Node* node, bool (Edge::*is_at)(const Node&) const) {
+    if (((*start_).*is_at)(*node)) start();
+    if (((*end_).*is_at)(*node)) end();
+  }
+  void start() {
+    text_.start_recording();
+    start_node_ = nullptr;
+  }
+  void end() {
+    text_.stop_recording();
+    ended_ = true;
+  }
+
+  // A text with the range's ends in it, in its parts.
+  void add_parts(const Text& text, const ComputedValues& values) {
+    const std::u16string_view data = text.data();
+    Offset added = 0;
+    const auto add_up_to = [&](Offset to) {
+      add(data.substr(added, to - added), values);
+      added = to;
+    };
+    if (const auto at = start_->within(text)) {
+      add_up_to(*at);
+      start();
+    }
+    if (const auto at = end_->within(text)) {
+      add_up_to(*at);
+      end();
+    }
+    add_up_to(data.size());
+  }
+
   /// Returns whether the children are to be walked; then the node stands in the list.
   bool enter(const Node& node) {
+    if (end_) pass_edges(&node, &Edge::is_before);
     if (const Text* text = as<Text>(&node)) {
-      add(*text, open_.back().values);
+      if (end_) {
+        add_parts(*text, open_.back().values);
+      } else {
+        add(text->data(), open_.back().values);
+      }
       return false;
     }
     const Element* element = as<Element>(&node);
@@ -199,6 +271,10 @@ class Collector {
     if (values.display == Display::None) return false;
     if (element->is(Tag::Br)) {
       if (values.visibility == Visibility::Visible) text_.add_line_break();
+      return false;
+    }
+    if (start_node_ && breaks_line(values.display) && !is_inclusive_ancestor(node, *start_node_)) {
+      text_.new_line();
       return false;
     }
     separate(values);
@@ -255,15 +331,14 @@ class Collector {
     }
   }
 
-  void add(const Text& text, const ComputedValues& values) {
+  void add(std::u16string_view text, const ComputedValues& values) {
     if (values.visibility != Visibility::Visible) return;
     switch (values.text_transform) {
-      case style::TextTransform::None: return text_.add_text(text.data(), values.white_space);
-      case style::TextTransform::Uppercase:
-        return text_.add_text(upper_cased(text.data()), values.white_space);
+      case style::TextTransform::None: return text_.add_text(text, values.white_space);
+      case style::TextTransform::Uppercase: return text_.add_text(upper_cased(text), values.white_space);
       default: break;
     }
-    std::u16string changed = text.data();
+    std::u16string changed(text);
     bool in_word = false;
     for (char16_t& c : changed) {
       const bool letter = u_isalnum(c) || is_high_surrogate(c) || is_low_surrogate(c) || c == u'\'';
@@ -293,7 +368,7 @@ class Collector {
       const Display display = element ? engine_.display(*element) : Display::Inline;
       if (element && (element->is(Tag::Br) || breaks_line(display))) return;
       if (const Text* text = as<Text>(node)) {
-        if (const Element* parent = text->parent_element()) add(*text, engine_.values(*parent));
+        if (const Element* parent = text->parent_element()) add(text->data(), engine_.values(*parent));
       } else if (element && display != Display::None && (is_inline_box(display) || shows_no_text(*element))) {
         return text_.begin_content();
       }
@@ -312,6 +387,9 @@ class Collector {
   const Element& root_;
   RenderedText text_;
   std::vector<Open> open_;
+  std::optional<Edge> start_, end_;
+  const Node* start_node_ = nullptr;  // until the range has begun
+  bool ended_ = false;
 };
 
 /// What stands before an inline element decides whether its first blank is shown. Looks back to the nearest
@@ -364,6 +442,19 @@ std::u16string inner_text(const Element& element) {
   StyleEngine& engine = style::style_of(document_of(element));
   if (!is_rendered(engine, element)) return text_content(element);
   return Collector(engine, element, begins_at_line_start(engine, element)).run();
+}
+
+std::u16string inner_text(const Range& range) {
+  if (!range.start || range.collapsed()) return {};
+  const Node* ancestor = common_ancestor(*range.start.node, *range.end.node);
+  const Element* root = as<Element>(ancestor);
+  if (!root) root = ancestor->parent_element();
+  if (!root) root = first_child_element(*ancestor);
+  if (!root) return {};
+  StyleEngine& engine = style::style_of(document_of(*root));
+  Collector collector(engine, *root, begins_at_line_start(engine, *root));
+  collector.limit_to(range);
+  return collector.run();
 }
 
 void set_inner_text(Element& element, std::u16string_view text) {

@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "dom/node.h"
+#include "dom/range.h"
 
 namespace tvx::dom {
 
@@ -12,6 +13,10 @@ namespace tvx::dom {
 /// the default sheet, the document's sheets and inline style. An element outside the tree or hidden gives its
 /// text content.
 std::u16string inner_text(const Element& element);
+
+/// The same of a part of the tree. A blank at its edge is there if it is shown there; no line break stands at
+/// the ends for a block whose edge is at the range's.
+std::u16string inner_text(const Range& range);
 
 /// Replaces the content by the text; each line end (CR LF, CR, LF) becomes a BR.
 void set_inner_text(Element& element, std::u16string_view text);
