@@ -1,5 +1,7 @@
 #include "editing/surgery.h"
 
+#include <algorithm>
+
 #include "dom/builder.h"
 #include "dom/tree.h"
 #include "editing/block_range.h"
@@ -102,6 +104,20 @@ struct HeldRange {
   HeldBoundary start, end;
 };
 
+std::vector<HeldRange> put_ranges_aside(dom::Document& document) {
+  std::vector<HeldRange> held;
+  for (LiveRange* range : document.live_ranges()) {
+    if (!range->start()) continue;
+    held.push_back({range, HeldBoundary(range->start()), HeldBoundary(range->end())});
+    range->set_unordered({}, {});
+  }
+  return held;
+}
+
+void put_ranges_back(const std::vector<HeldRange>& held) {
+  for (const HeldRange& range : held) range.range->set_unordered(range.start.place(), range.end.place());
+}
+
 }  // namespace
 
 // Ranges stand nowhere meanwhile, so that no single move has to count siblings for them.
@@ -111,16 +127,13 @@ void move_run_preserving_ranges(const NodeList& nodes, Node& new_parent, Node* b
     for (const Ref<Node>& node : nodes) move_preserving_ranges(node, new_parent, before);
     return;
   }
-  std::vector<HeldRange> held;
-  bool counts = false;
-  for (LiveRange* range : dom::document_of(new_parent).live_ranges()) {
-    if (!range->start()) continue;
-    held.push_back({range, HeldBoundary(range->start()), HeldBoundary(range->end())});
-    for (const Node* node : {range->start().node, range->end().node}) {
-      counts |= node == old_parent || node == &new_parent;
-    }
-    range->set_unordered({}, {});
-  }
+  std::vector<HeldRange> held = put_ranges_aside(dom::document_of(new_parent));
+  const auto counts = std::any_of(held.begin(), held.end(), [&](const HeldRange& range) {
+    const auto in_parent = [&](const HeldBoundary& boundary) {
+      return boundary.node == old_parent || boundary.node == &new_parent;
+    };
+    return in_parent(range.start) || in_parent(range.end);
+  });
   const Offset old_index = counts ? dom::index_of(*nodes.front()) : 0;
   Offset new_index = !counts ? 0 : before ? dom::index_of(*before) : dom::length_of(new_parent);
   for (const Ref<Node>& node : nodes) {
@@ -132,7 +145,7 @@ void move_run_preserving_ranges(const NodeList& nodes, Node& new_parent, Node* b
     }
     ++new_index;
   }
-  for (const HeldRange& range : held) range.range->set_unordered(range.start.place(), range.end.place());
+  put_ranges_back(held);
 }
 
 void move_children_preserving_ranges(Node& from, Node& to) {
@@ -158,12 +171,21 @@ Ref<Element> set_tag_name(Element& element, Name name) {
   if (element.is_html() && element.name() == name) return held;
   if (!element.parent()) return held;
   Ref<Element> replacement = dom::document_of(element).create_element(name);
+  // Boundaries around the element stay as they are, those in it go over with its children.
+  std::vector<HeldRange> ranges;
+  if (element.has_children()) ranges = put_ranges_aside(dom::document_of(element));
   dom::insert(*element.parent(), replacement, &element);
   for (const dom::Attribute& attribute : element.attributes()) {
     dom::set_attribute(*replacement, attribute.name, attribute.value, attribute.name_space);
   }
   move_children_preserving_ranges(element, *replacement);
   dom::remove(element);
+  for (HeldRange& range : ranges) {
+    for (HeldBoundary* boundary : {&range.start, &range.end}) {
+      if (boundary->node.get() == &element) boundary->node = replacement;
+    }
+  }
+  put_ranges_back(ranges);
   return replacement;
 }
 
