@@ -190,7 +190,7 @@ class Serialiser {
     out_.write(u"<!DOCTYPE ");
     out_.write(type.name());
     // OURS: with its identifiers, or a page written for quirks would be read back without them.
-    if (letters_ == Letters::Upper && !(type.public_id().empty() && type.system_id().empty())) {
+    if (letters_ != Letters::Lower && !(type.public_id().empty() && type.system_id().empty())) {
       out_.write(type.public_id().empty() ? u" SYSTEM" : u" PUBLIC");
       if (!type.public_id().empty()) identifier(type.public_id());
       if (!type.system_id().empty()) identifier(type.system_id());
@@ -223,7 +223,7 @@ class Serialiser {
 
   void text(const Text& node) {
     // OURS: the parser drops a line break right behind these start tags; a second one keeps the text whole.
-    if (letters_ == Letters::Upper && node.data().starts_with(u'\n') && !node.previous_sibling() &&
+    if (letters_ != Letters::Lower && node.data().starts_with(u'\n') && !node.previous_sibling() &&
         drops_first_line_break(node.parent())) {
       out_.write(u'\n');
     }

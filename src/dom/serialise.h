@@ -8,7 +8,8 @@ namespace tvx::dom {
 
 enum class Letters : std::uint8_t {
   Upper,  // HTML element names in capitals: what hosts, files and the source view get
-  Lower   // as the HTML standard writes them: for comparison with its test data
+  Lower,  // as the HTML standard writes them: for comparison with its test data
+  Small   // names as in Lower, all else as in Upper: for files that are written so
 };
 
 /// HTML standard, section 13.3 "serializing HTML fragments", with this system's letters: attribute names
