@@ -94,6 +94,7 @@ void Toolbar::set_ButtonHeight(float height) {
 
 float Toolbar::Height() const {
   if (measured_height_) return *measured_height_;
+  if (measure_) return measure_(width_);
   float rows = 1, used = 0;
   for (const auto& button : buttons_) {
     if (!button->Visible()) continue;

@@ -1,10 +1,12 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 /// A toolbar as a model: what a desktop draws, a script reads and a user presses. No widget in sight.
@@ -101,11 +103,13 @@ class Toolbar {
 
   float Width() const { return width_; }
   void set_Width(float width) { width_ = width; }
-  /// The height that the visible buttons take at this width: as measured by whoever draws them, else rows
-  /// of 360 with buttons of the button width and separators of 120.
+  /// The height that the visible buttons take at this width: as fixed, else as measured by whoever draws
+  /// them, else rows of 360 with buttons of the button width and separators of 120.
   float Height() const;
-  /// What a drawing toolbar measured, or a script fixed; none: back to counting.
+  /// What a script fixed; none: as drawn again.
   void set_measured_height(std::optional<float> height) { measured_height_ = height; }
+  /// Whoever draws the toolbar answers what height it takes at a width, as it stands; none: counting.
+  void set_measure(std::function<float(float width)> measure) { measure_ = std::move(measure); }
   bool Visible() const { return visible_; }
   void set_Visible(bool visible);
 
@@ -127,6 +131,7 @@ class Toolbar {
   float button_width_ = 345, button_height_ = 345;
   float width_ = 0;
   std::optional<float> measured_height_;
+  std::function<float(float width)> measure_;
   bool visible_ = true;
   ToolbarHandler* handler_ = nullptr;
   std::vector<ToolbarObserver*> observers_;

@@ -2,88 +2,149 @@
 
 #include <QColorDialog>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QMessageBox>
+#include <QPushButton>
+
+#include "qt/strings.h"
 
 namespace tvx::qt {
 namespace {
 
-QString text_of(const std::u16string& text) { return QString::fromStdU16String(text); }
+using platform::MessageAnswer;
+using platform::MessageIcon;
 
-QMessageBox::Icon icon_of(platform::MessageIcon icon) {
+/// A dialog on the heap that may be gone with its window while it is open: the window can be closed by what
+/// runs in the loop meanwhile.
+template <class Dialog>
+class Modal {
+ public:
+  template <class... Arguments>
+  explicit Modal(Arguments&&... arguments) : dialog_(new Dialog(std::forward<Arguments>(arguments)...)) {}
+  ~Modal() { delete dialog_; }
+  Modal(const Modal&) = delete;
+  Modal& operator=(const Modal&) = delete;
+
+  Dialog* operator->() const { return dialog_; }
+  /// True if the user agreed and the dialog is still there to be asked.
+  bool run() {
+    const bool agreed = dialog_->exec() == QDialog::Accepted;
+    return dialog_ && agreed;
+  }
+  bool is_gone() const { return !dialog_; }
+
+ private:
+  QPointer<Dialog> dialog_;
+};
+
+QColor to_qt_colour(Colour colour) {
+  if (colour < 0) colour = white;
+  return QColor(colour & 0xFF, (colour >> 8) & 0xFF, (colour >> 16) & 0xFF);
+}
+
+Colour from_qt_colour(const QColor& colour) {
+  return Colour(colour.red() | colour.green() << 8 | colour.blue() << 16);
+}
+
+QString patterns(QString list) {
+  // Where names need no dot, "all files" is a star alone.
+  return list.replace(u';', u' ').replace(QStringLiteral("*.*"), QStringLiteral("*"));
+}
+
+QMessageBox::Icon icon_of(MessageIcon icon) {
   switch (icon) {
-    case platform::MessageIcon::critical: return QMessageBox::Critical;
-    case platform::MessageIcon::question: return QMessageBox::Question;
-    case platform::MessageIcon::exclamation: return QMessageBox::Warning;
-    case platform::MessageIcon::information: return QMessageBox::Information;
-    case platform::MessageIcon::none: break;
+    case MessageIcon::critical: return QMessageBox::Critical;
+    case MessageIcon::question: return QMessageBox::Question;
+    case MessageIcon::exclamation: return QMessageBox::Warning;
+    case MessageIcon::information: return QMessageBox::Information;
+    case MessageIcon::none: break;
   }
   return QMessageBox::NoIcon;
 }
 
-QMessageBox::StandardButton button_of(platform::MessageAnswer answer) {
+QMessageBox::StandardButton button_of(MessageAnswer answer) {
   switch (answer) {
-    case platform::MessageAnswer::ok: return QMessageBox::Ok;
-    case platform::MessageAnswer::cancel: return QMessageBox::Cancel;
-    case platform::MessageAnswer::yes: return QMessageBox::Yes;
-    case platform::MessageAnswer::no: return QMessageBox::No;
+    case MessageAnswer::cancel: return QMessageBox::Cancel;
+    case MessageAnswer::yes: return QMessageBox::Yes;
+    case MessageAnswer::no: return QMessageBox::No;
+    case MessageAnswer::ok: break;
   }
-  return QMessageBox::NoButton;
-}
-
-void set_up(QFileDialog& dialog, const platform::FileDialog& asked) {
-  dialog.setWindowTitle(text_of(asked.title));
-  QStringList filters;
-  for (const platform::FileFilter& filter : asked.filters) {
-    filters << QStringLiteral("%1 (%2)").arg(text_of(filter.name).section(u'(', 0, 0).trimmed(),
-                                             text_of(filter.pattern).section(u'|', 0, 0).replace(u';', u' '));
-  }
-  filters << QFileDialog::tr("All files (*)");
-  dialog.setNameFilters(filters);
-  if (!asked.preset.empty() && asked.preset.find(u'*') == asked.preset.npos) {
-    dialog.selectFile(text_of(asked.preset));
-  }
-}
-
-std::u16string choice(QFileDialog& dialog) {
-  if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return {};
-  return dialog.selectedFiles().constFirst().toStdU16String();
+  return QMessageBox::Ok;
 }
 
 }  // namespace
 
+class Dialogs::FileChooser : public Modal<QFileDialog> {
+ public:
+  FileChooser(QWidget* window, const platform::FileDialog& dialog) : Modal(window, to_qt(dialog.title)) {
+    (*this)->setNameFilters(name_filters(dialog.filters));
+    (*this)->setOption(QFileDialog::HideNameFilterDetails);
+  }
+};
+
+QStringList name_filters(const std::vector<platform::FileFilter>& filters) {
+  QStringList result;
+  for (const platform::FileFilter& filter : filters) {
+    QStringList parts = to_qt(filter.pattern).split(u'|');
+    parts.prepend(to_qt(filter.name));
+    for (qsizetype i = 0; i + 1 < parts.size(); i += 2)
+      result << QStringLiteral("%1 (%2)").arg(parts[i], patterns(parts[i + 1]));
+  }
+  return result;
+}
+
+std::u16string Dialogs::choose(FileChooser& chooser) {
+  if (!folder_.isEmpty()) chooser->setDirectory(folder_);
+  if (!chooser.run() || chooser->selectedFiles().isEmpty()) return {};
+  const QString path = chooser->selectedFiles().constFirst();
+  folder_ = QFileInfo(path).absolutePath();
+  return from_qt(path);
+}
+
+std::u16string Dialogs::ShowOpen(const platform::FileDialog& dialog) {
+  FileChooser chooser(window_, dialog);
+  chooser->setAcceptMode(QFileDialog::AcceptOpen);
+  chooser->setFileMode(QFileDialog::ExistingFile);
+  return choose(chooser);
+}
+
+std::u16string Dialogs::ShowSave(const platform::FileDialog& dialog) {
+  FileChooser chooser(window_, dialog);
+  chooser->setAcceptMode(QFileDialog::AcceptSave);
+  chooser->setFileMode(QFileDialog::AnyFile);
+  const QString preset = to_qt(dialog.preset);
+  // A pattern is no name to save under, but it tells the ending of one.
+  if (preset.contains(u'*'))
+    chooser->setDefaultSuffix(QFileInfo(preset).suffix());
+  else if (!preset.isEmpty())
+    chooser->selectFile(preset);
+  return choose(chooser);
+}
+
+// Qt's own dialog shows everything at once, and keeps the user's sixteen colours for all that follow.
 Colour Dialogs::ShowColor(Colour colour, platform::WindowHandle) {
-  const QColor before(colour & 0xFF, (colour >> 8) & 0xFF, (colour >> 16) & 0xFF);
-  const QColor chosen = QColorDialog::getColor(before, &owner_);
-  if (!chosen.isValid()) return no_colour;
-  return chosen.red() | chosen.green() << 8 | chosen.blue() << 16;
+  Modal<QColorDialog> dialog(to_qt_colour(colour), window_.data());
+  dialog->setOption(QColorDialog::DontUseNativeDialog);
+  return dialog.run() ? from_qt_colour(dialog->currentColor()) : no_colour;
 }
 
-std::u16string Dialogs::ShowOpen(const platform::FileDialog& asked) {
-  QFileDialog dialog(&owner_);
-  set_up(dialog, asked);
-  dialog.setFileMode(QFileDialog::ExistingFile);
-  return choice(dialog);
-}
-
-std::u16string Dialogs::ShowSave(const platform::FileDialog& asked) {
-  QFileDialog dialog(&owner_);
-  set_up(dialog, asked);
-  dialog.setAcceptMode(QFileDialog::AcceptSave);
-  dialog.setDefaultSuffix(QStringLiteral("html"));
-  return choice(dialog);
-}
-
-platform::MessageAnswer Dialogs::show_message(const platform::MessageBox& asked) {
-  QMessageBox box(icon_of(asked.icon), text_of(asked.title), text_of(asked.text), QMessageBox::NoButton,
-                  &owner_);
-  for (const platform::MessageAnswer answer : platform::answers_of(asked.buttons)) {
-    box.addButton(button_of(answer));
+MessageAnswer Dialogs::show_message(const platform::MessageBox& box) {
+  Modal<QMessageBox> dialog(window_.data());
+  dialog->setWindowTitle(to_qt(box.title));
+  // What is shown may come from a document; markup in it is text.
+  dialog->setTextFormat(Qt::PlainText);
+  dialog->setText(to_qt(box.text));
+  dialog->setIcon(icon_of(box.icon));
+  const MessageAnswer when_closed = platform::answer_when_closed(box.buttons);
+  for (const MessageAnswer answer : platform::answers_of(box.buttons)) {
+    QPushButton* button = dialog->addButton(button_of(answer));
+    if (answer == when_closed) dialog->setEscapeButton(button);
   }
-  const int pressed = box.exec();
-  for (const platform::MessageAnswer answer : platform::answers_of(asked.buttons)) {
-    if (button_of(answer) == pressed) return answer;
-  }
-  return platform::answer_when_closed(asked.buttons);
+  dialog.run();
+  if (dialog.is_gone()) return when_closed;
+  for (const MessageAnswer answer : platform::answers_of(box.buttons))
+    if (dialog->standardButton(dialog->clickedButton()) == button_of(answer)) return answer;
+  return when_closed;
 }
 
 }  // namespace tvx::qt

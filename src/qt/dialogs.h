@@ -1,25 +1,38 @@
 #pragma once
 
-#include <functional>
+#include <QPointer>
+#include <QString>
+#include <QStringList>
+#include <QWidget>
 
 #include "platform/common_dialogs.h"
 
-class QWidget;
-
 namespace tvx::qt {
 
-/// The desktop's dialogs, modal over the window that the control stands in.
+/// The desktop's own dialogs, modal over the window that they are made for.
 class Dialogs final : public platform::CommonDialogs {
  public:
-  explicit Dialogs(QWidget& owner) : owner_(owner) {}
+  explicit Dialogs(QWidget& window) : window_(&window) {}
 
   Colour ShowColor(Colour colour, platform::WindowHandle owner) override;
   std::u16string ShowOpen(const platform::FileDialog& dialog) override;
   std::u16string ShowSave(const platform::FileDialog& dialog) override;
   platform::MessageAnswer show_message(const platform::MessageBox& box) override;
 
+  /// Where file dialogs open: at first the working folder, later where the user last chose a file.
+  void set_folder(const QString& folder) { folder_ = folder; }
+  const QString& folder() const { return folder_; }
+
  private:
-  QWidget& owner_;
+  class FileChooser;
+  std::u16string choose(FileChooser& chooser);
+
+  QPointer<QWidget> window_;
+  QString folder_;
 };
+
+/// The filter list in Qt's form: "Images (*.gif *.jpg)". A pattern may bring further filters behind bars, as
+/// hosts have always handed them: "*.htm|All Files|*.*".
+QStringList name_filters(const std::vector<platform::FileFilter>& filters);
 
 }  // namespace tvx::qt

@@ -1,165 +1,338 @@
 #include "qt/toolbar_face.h"
 
+#include <QCoreApplication>
 #include <QEvent>
-#include <QFile>
-#include <QFrame>
-#include <QIcon>
+#include <QKeyEvent>
 #include <QPainter>
-#include <QSvgRenderer>
-#include <QTimer>
 #include <QToolButton>
+#include <algorithm>
+#include <cstdlib>
 
+#include "qt/icon_set.h"
+#include "qt/strings.h"
 #include "qt/twips.h"
-
-static void load_icon_resources() { Q_INIT_RESOURCE(icons); }
 
 namespace tvx::qt {
 namespace {
 
-// One row is 32 pixels high, 480 twips: below the band in which a holder takes a height of its own.
-constexpr int button_size = 28, separator_width = 9, margin = 2;
+// Two rows are 56 pixels, the height that the control gives a holder of about two rows.
+constexpr int icon_side = 20, smallest_button = 26, row_gap = 2, edge = 4, separator_width = 9,
+              caption_margin = 6;
 
-QString text_of(const std::u16string& text) { return QString::fromStdU16String(text); }
-
-QPixmap draw(QSvgRenderer& drawing, const QColor& colour, int scale) {
-  QPixmap pixmap(20 * scale, 20 * scale);
-  pixmap.fill(Qt::transparent);
-  QPainter painter(&pixmap);
-  drawing.render(&painter);
-  painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
-  painter.fillRect(pixmap.rect(), colour);
-  painter.end();
-  pixmap.setDevicePixelRatio(scale);
-  return pixmap;
+QColor faint(QColor colour, float opacity) {
+  colour.setAlphaF(opacity);
+  return colour;
 }
 
 }  // namespace
 
-QIcon tinted_icon(const QString& name, const QColor& colour, const QColor& disabled) {
-  load_icon_resources();
-  const QString path = QStringLiteral(":/tvx/icons/%1.svg").arg(name);
-  if (name.isEmpty() || !QFile::exists(path)) return {};
-  QSvgRenderer drawing(path);
-  QIcon icon;
-  for (const int scale : {1, 2}) {
-    icon.addPixmap(draw(drawing, colour, scale), QIcon::Normal);
-    icon.addPixmap(draw(drawing, disabled, scale), QIcon::Disabled);
+/// One button; it shows what the model holds and decides nothing itself.
+class ToolbarButton final : public QToolButton {
+ public:
+  ToolbarButton(ToolbarFace* bar, int index) : QToolButton(bar), bar_(bar), index_(index) {
+    setFocusPolicy(Qt::NoFocus);
+    setIconSize({icon_side, icon_side});
+    setAttribute(Qt::WA_Hover);
+    connect(this, &QToolButton::clicked, bar_, [this] { bar_->press(index_); });
   }
-  return icon;
-}
 
-ToolbarFace::ToolbarFace(platform::Toolbar& toolbar, QWidget* parent) : QWidget(parent), toolbar_(toolbar) {
-  setObjectName(text_of(toolbar.Name()));
-  setAutoFillBackground(true);
-  toolbar_.add_observer(*this);
-  build();
-}
-
-ToolbarFace::~ToolbarFace() { toolbar_.remove_observer(*this); }
-
-void ToolbarFace::build() {
-  qDeleteAll(widgets_);
-  widgets_.clear();
-  for (int i = 1; i <= toolbar_.Count(); ++i) {
-    platform::Button& button = toolbar_.Item(i);
-    widgets_.insert(i, make(button));
-    show_state(button);
+  void show_state(const platform::Button& model) {
+    if (image_ != model.Image()) setIcon(qt::icon(image_ = model.Image()));
+    const QString caption = to_qt(model.Caption()), tip = to_qt(model.ToolTipText());
+    setText(caption);
+    setToolTip(tip);
+    setAccessibleName(!tip.isEmpty() ? tip : !caption.trimmed().isEmpty() ? caption : to_qt(model.Key()));
+    setEnabled(model.Enabled());
+    // Only those that have ever been pressed in present themselves as switches to assistive programs.
+    if (model.Value() != 0) setCheckable(true);
+    setChecked(model.Value() != 0);
   }
-  arrange_later();
-}
 
-QWidget* ToolbarFace::make(platform::Button& button) {
-  if (button.Style() == platform::ButtonStyle::Separator) {
-    auto* line = new QFrame(this);
-    line->setFrameShape(QFrame::VLine);
-    line->setForegroundRole(QPalette::Mid);
-    line->setFrameShadow(QFrame::Plain);
-    return line;
-  }
-  auto* face = new QToolButton(this);
-  face->setAutoRaise(true);
-  // A click leaves the focus, and with it the caret, in the document.
-  face->setFocusPolicy(Qt::NoFocus);
-  face->setIconSize({20, 20});
-  connect(face, &QToolButton::clicked, this, [this, index = button.Index()] {
-    if (index <= toolbar_.Count()) toolbar_.press(toolbar_.Item(index));
-  });
-  return face;
-}
+ private:
+  // The model alone says what looks pressed in.
+  void nextCheckState() override {}
 
-void ToolbarFace::show_state(platform::Button& button) {
-  QWidget* widget = widgets_.value(button.Index());
-  if (!widget) return;
-  widget->setVisible(button.Visible());
-  auto* face = qobject_cast<QToolButton*>(widget);
-  if (!face) return;
-  const QColor disabled = palette().color(QPalette::Disabled, QPalette::ButtonText);
-  face->setIcon(tinted_icon(text_of(button.Image()), palette().color(QPalette::ButtonText), disabled));
-  face->setText(text_of(button.Caption()));
-  face->setToolButtonStyle(face->icon().isNull() ? Qt::ToolButtonTextOnly : Qt::ToolButtonIconOnly);
-  face->setToolTip(text_of(button.ToolTipText()));
-  face->setAccessibleName(text_of(button.ToolTipText().empty() ? button.Key() : button.ToolTipText()));
-  face->setEnabled(button.Enabled());
-  face->setCheckable(button.Value() == 1);
-  face->setChecked(button.Value() == 1);
-}
-
-/// Places the visible buttons if `place`, and gives the height that they take.
-int ToolbarFace::arrange(int width, bool place) {
-  int x = margin, y = margin, shown = 0;
-  for (int i = 1; i <= toolbar_.Count(); ++i) {
-    platform::Button& button = toolbar_.Item(i);
-    QWidget* widget = widgets_.value(i);
-    if (!button.Visible() || !widget) continue;
-    const bool is_separator = button.Style() == platform::ButtonStyle::Separator;
-    auto* face = qobject_cast<QToolButton*>(widget);
-    const bool has_text = face && face->toolButtonStyle() == Qt::ToolButtonTextOnly;
-    const int wide = is_separator ? separator_width : has_text ? face->sizeHint().width() : button_size;
-    if (x + wide > width - margin && shown > 0) {
-      x = margin;
-      y += button_size;
-      shown = 0;
+  void keyPressEvent(QKeyEvent* event) override {
+    using Step = ToolbarFace::Step;
+    const bool mirrored = layoutDirection() == Qt::RightToLeft;
+    switch (event->key()) {
+      case Qt::Key_Left: return bar_->walk(index_, mirrored ? Step::Next : Step::Previous);
+      case Qt::Key_Right: return bar_->walk(index_, mirrored ? Step::Previous : Step::Next);
+      case Qt::Key_Up: return bar_->walk(index_, Step::Up);
+      case Qt::Key_Down: return bar_->walk(index_, Step::Down);
+      case Qt::Key_Home: return bar_->walk(index_, Step::First);
+      case Qt::Key_End: return bar_->walk(index_, Step::Last);
+      case Qt::Key_Return:
+      case Qt::Key_Enter: return event->isAutoRepeat() ? void() : click();
+      case Qt::Key_Escape:
+        if (bar_->leave_) return bar_->leave_();
+        break;
+      default: break;
     }
-    if (place) {
-      widget->setGeometry(is_separator ? QRect(x + wide / 2, y + 5, 1, button_size - 10)
-                                       : QRect(x, y, wide, button_size));
+    QToolButton::keyPressEvent(event);
+  }
+
+  void focusInEvent(QFocusEvent* event) override {
+    bar_->set_tab_stop(index_);
+    QToolButton::focusInEvent(event);
+  }
+
+  void paintEvent(QPaintEvent*) override {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    paint_ground(painter);
+    const QIcon::Mode mode = isEnabled() ? QIcon::Normal : QIcon::Disabled;
+    if (!icon().isNull()) {
+      const QRect box(QPoint(), iconSize());
+      icon().paint(&painter, box.translated(rect().center() - box.center()), Qt::AlignCenter, mode);
+    } else {
+      painter.setPen(
+          palette().color(isEnabled() ? QPalette::Active : QPalette::Disabled, QPalette::ButtonText));
+      painter.drawText(rect(), Qt::AlignCenter, text());
     }
-    x += wide;
-    ++shown;
   }
-  return y + button_size + margin;
-}
 
-int ToolbarFace::measure(int width) {
-  const int height = arrange(width, false);
-  toolbar_.set_measured_height(to_twips(height));
-  return height;
-}
-
-void ToolbarFace::arrange_later() {
-  if (std::exchange(arranging_, true)) return;
-  QTimer::singleShot(0, this, [this] {
-    arranging_ = false;
-    arrange(width(), true);
-  });
-}
-
-void ToolbarFace::resizeEvent(QResizeEvent*) { arrange(width(), true); }
-
-void ToolbarFace::changeEvent(QEvent* event) {
-  if (event->type() == QEvent::PaletteChange) {
-    for (int i = 1; i <= toolbar_.Count(); ++i) show_state(toolbar_.Item(i));
+  void paint_ground(QPainter& painter) const {
+    const QColor text = palette().color(QPalette::ButtonText), accent = palette().color(QPalette::Highlight);
+    const QRectF box = QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5);
+    QColor ground = Qt::transparent;
+    if (isEnabled() && isDown())
+      ground = faint(text, 0.22F);
+    else if (isChecked())
+      ground = faint(accent, underMouse() ? 0.38F : 0.28F);
+    else if (isEnabled() && underMouse())
+      ground = faint(text, 0.10F);
+    painter.setBrush(ground);
+    painter.setPen(isChecked() ? QPen(faint(accent, 0.75F), 1) : QPen(Qt::NoPen));
+    painter.drawRoundedRect(box, 4, 4);
+    if (!hasFocus()) return;
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(QPen(accent, 2));
+    painter.drawRoundedRect(box.adjusted(0.5, 0.5, -0.5, -0.5), 4, 4);
   }
-  QWidget::changeEvent(event);
+
+  ToolbarFace* bar_;
+  int index_;
+  std::u16string image_;
+};
+
+ToolbarFace::ToolbarFace(platform::Toolbar& model, QWidget* parent) : QWidget(parent), model_(model) {
+  setObjectName(to_qt(model.Name()));
+  QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Preferred);
+  policy.setHeightForWidth(true);
+  setSizePolicy(policy);
+  model_.add_observer(*this);
+  model_.set_measure([this](float width) { return to_twips(heightForWidth(to_pixels(width))); });
+  schedule();
 }
 
-void ToolbarFace::buttons_replaced(platform::Toolbar&) { build(); }
+ToolbarFace::~ToolbarFace() {
+  model_.set_measure(nullptr);
+  model_.remove_observer(*this);
+}
+
+// --- measuring ---
+
+int ToolbarFace::button_height() const { return std::max(smallest_button, fontMetrics().height() + 8); }
+
+int ToolbarFace::button_width(const platform::Button& button) const {
+  if (button.Style() == platform::ButtonStyle::Separator) return separator_width;
+  const QString caption = to_qt(button.Caption());
+  if (caption.trimmed().isEmpty()) return smallest_button;
+  return std::max(smallest_button, fontMetrics().horizontalAdvance(caption) + 2 * caption_margin);
+}
+
+ToolbarFace::Placement ToolbarFace::place(int width) const {
+  Placement result;
+  result.boxes.resize(std::size_t(model_.Count()));
+  const int height = button_height();
+  int x = edge, y = row_gap / 2;
+  QRect* separator = nullptr;  // the last one that may turn out to end its row
+  bool row_is_empty = true;
+  for (int i = 1; i <= model_.Count(); ++i) {
+    const platform::Button& button = model_.Item(i);
+    if (!button.Visible()) continue;
+    const bool separates = button.Style() == platform::ButtonStyle::Separator;
+    if (separates && (row_is_empty || separator)) continue;
+    const int needed = button_width(button);
+    if (!row_is_empty && x + needed > width - edge) {
+      if (separator) *separator = {};
+      separator = nullptr;
+      x = edge;
+      y += height + row_gap;
+      row_is_empty = true;
+      if (separates) continue;
+    }
+    QRect& box = result.boxes[std::size_t(i - 1)];
+    box = QRect(x, y, needed, height);
+    separator = separates ? &box : nullptr;
+    row_is_empty = false;
+    x += needed;
+  }
+  if (separator) *separator = {};
+  result.height = y + height + row_gap / 2;
+  return result;
+}
+
+int ToolbarFace::heightForWidth(int width) const {
+  if (measured_width_ != width) {
+    measured_height_ = place(width).height;
+    measured_width_ = width;
+  }
+  return measured_height_;
+}
+
+QSize ToolbarFace::sizeHint() const {
+  int width = 2 * edge;
+  for (int i = 1; i <= model_.Count(); ++i)
+    if (model_.Item(i).Visible()) width += button_width(model_.Item(i));
+  return {width, heightForWidth(width)};
+}
+
+QSize ToolbarFace::minimumSizeHint() const { return {2 * edge + smallest_button, button_height() + row_gap}; }
+
+// --- following the model ---
+
+// The branch toolbar is rebuilt on every move of the caret, a button at a time: drawn is once, at the end.
+void ToolbarFace::schedule() {
+  measured_width_ = -1;
+  if (std::exchange(stale_, true)) return;
+  QCoreApplication::postEvent(this, new QEvent(QEvent::LayoutRequest));
+}
+
+void ToolbarFace::buttons_replaced(platform::Toolbar&) { schedule(); }
 
 void ToolbarFace::button_changed(platform::Toolbar&, platform::Button& button) {
-  show_state(button);
-  arrange_later();
+  if (stale_) return schedule();
+  const std::size_t place = std::size_t(button.Index() - 1);
+  const bool shown = place < buttons_.size() && buttons_[place] && !buttons_[place]->isHidden();
+  if (shown != button.Visible() || button.Style() == platform::ButtonStyle::Separator) return schedule();
+  if (!shown) return;
+  const bool wider = to_qt(button.Caption()) != buttons_[place]->text();
+  buttons_[place]->show_state(button);
+  if (wider) schedule();
 }
 
-void ToolbarFace::refreshed(platform::Toolbar&) { update(); }
+void ToolbarFace::refreshed(platform::Toolbar&) {
+  if (stale_) bring_up_to_date();
+}
+
+bool ToolbarFace::event(QEvent* event) {
+  switch (event->type()) {
+    case QEvent::LayoutRequest:
+    case QEvent::Show:
+      if (stale_) bring_up_to_date();
+      break;
+    case QEvent::FontChange:
+    case QEvent::StyleChange:
+    case QEvent::LayoutDirectionChange: schedule(); break;
+    default: break;
+  }
+  return QWidget::event(event);
+}
+
+void ToolbarFace::resizeEvent(QResizeEvent*) { bring_up_to_date(); }
+
+void ToolbarFace::bring_up_to_date() {
+  stale_ = false;
+  const Placement placement = place(width());
+  if (isHidden() == model_.Visible()) setVisible(model_.Visible());
+  separators_.clear();
+  for (int i = 1; i <= model_.Count(); ++i) show_button(model_.Item(i), placement.boxes[std::size_t(i - 1)]);
+  for (std::size_t i = std::size_t(model_.Count()); i < buttons_.size(); ++i)
+    if (buttons_[i]) buttons_[i]->hide();
+  set_tab_stop(tab_stop_);
+  updateGeometry();
+  update();
+}
+
+void ToolbarFace::show_button(platform::Button& model, const QRect& box) {
+  const QRect seen = layoutDirection() == Qt::RightToLeft && !box.isEmpty()
+                         ? QRect(width() - box.x() - box.width(), box.y(), box.width(), box.height())
+                         : box;
+  const std::size_t place = std::size_t(model.Index() - 1);
+  if (buttons_.size() <= place) buttons_.resize(place + 1);
+  ToolbarButton*& button = buttons_[place];
+  const bool separates = model.Style() == platform::ButtonStyle::Separator;
+  if (separates || box.isEmpty()) {
+    if (separates && !box.isEmpty()) separators_.push_back(seen);
+    if (button) button->hide();
+    return;
+  }
+  if (!button) button = new ToolbarButton(this, model.Index());
+  button->show_state(model);
+  button->setGeometry(seen);
+  button->show();
+}
+
+void ToolbarFace::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  const QColor line = faint(palette().color(QPalette::WindowText), 0.25F);
+  for (const QRect& box : separators_)
+    painter.fillRect(QRect(box.center().x(), box.y() + 4, 1, box.height() - 8), line);
+}
+
+// --- pressing and walking ---
+
+QWidget* ToolbarFace::button_widget(int index) const {
+  const std::size_t place = std::size_t(index - 1);
+  return index >= 1 && place < buttons_.size() ? buttons_[place] : nullptr;
+}
+
+void ToolbarFace::press(int index) {
+  if (index <= model_.Count()) model_.press(model_.Item(index));
+}
+
+bool ToolbarFace::can_take_focus(int index) const {
+  const QWidget* button = button_widget(index);
+  return index <= model_.Count() && button && !button->isHidden() && button->isEnabled();
+}
+
+// Of all buttons one alone is reached by Tab: the one that had the focus last, else the first that can.
+void ToolbarFace::set_tab_stop(int index) {
+  if (!can_take_focus(index)) {
+    index = 1;
+    while (index <= model_.Count() && !can_take_focus(index)) ++index;
+  }
+  if (QWidget* before = button_widget(tab_stop_)) before->setFocusPolicy(Qt::NoFocus);
+  tab_stop_ = index;
+  if (QWidget* now = button_widget(tab_stop_)) now->setFocusPolicy(Qt::TabFocus);
+}
+
+void ToolbarFace::walk(int from, Step step) {
+  int to = from, direction = 1;
+  switch (step) {
+    case Step::Up:
+    case Step::Down: to = nearest_in_other_row(from, step == Step::Down); break;
+    case Step::First: to = 1; break;
+    case Step::Next: to = from + 1; break;
+    case Step::Last:
+      to = model_.Count();
+      direction = -1;
+      break;
+    case Step::Previous:
+      to = from - 1;
+      direction = -1;
+      break;
+  }
+  while (to >= 1 && to <= model_.Count() && !can_take_focus(to)) to += direction;
+  if (can_take_focus(to)) button_widget(to)->setFocus(Qt::OtherFocusReason);
+}
+
+int ToolbarFace::nearest_in_other_row(int from, bool below) const {
+  const QPoint here = button_widget(from)->geometry().center();
+  int best = from, best_distance = 0;
+  for (int i = 1; i <= model_.Count(); ++i) {
+    if (!can_take_focus(i)) continue;
+    const QPoint there = button_widget(i)->geometry().center();
+    if (below ? there.y() <= here.y() : there.y() >= here.y()) continue;
+    // A row away counts more than any distance along it.
+    const int distance = std::abs(there.y() - here.y()) * width() + std::abs(there.x() - here.x());
+    if (best != from && distance >= best_distance) continue;
+    best = i;
+    best_distance = distance;
+  }
+  return best;
+}
 
 }  // namespace tvx::qt
