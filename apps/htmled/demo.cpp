@@ -1,4 +1,4 @@
-#include "demo.h"
+#include "htmled/demo.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -11,10 +11,10 @@
 #include "browser/document_view.h"
 #include "core/htmled.h"
 #include "dom/tree.h"
+#include "htmled/window.h"
 #include "platform/message_loop.h"
 #include "qt/htmled_widget.h"
 #include "qt/web_view.h"
-#include "window.h"
 
 namespace tvx::htmled {
 namespace {
@@ -68,26 +68,102 @@ std::int64_t type_one(Window& window, platform::MessageLoop& loop) {
 
 }  // namespace
 
-int run_demo(Window& window, platform::MessageLoop& loop, const QString& folder) {
-  if (!QDir().mkpath(folder) || !settle(window, loop)) return 1;
-  const auto document = window.editor().control().DOM();
-  if (!document) return 1;
-  place_caret(*document);
-  if (QWidget* input = window.editor().view().input_widget()) input->setFocus();
-  // A sentence in bold, as a user types it: Control+B, the words, Control+B.
-  post_key(window, Qt::Key_Space, QStringLiteral(" "));
-  post_key(window, Qt::Key_B, {}, Qt::ControlModifier);
-  for (const QChar c : QStringLiteral("This sentence was typed off screen.")) {
-    post_key(window, c == u' ' ? int(Qt::Key_Space) : int(c.toUpper().unicode()), QString(c));
+namespace {
+
+constexpr std::u16string_view sentence = u" This sentence was typed with no display.", bold_word = u"typed";
+
+/// One visit of the demonstration to the editor: what it does is what a user does, and after each act it
+/// looks whether the document agrees.
+class Demonstration {
+ public:
+  Demonstration(Window& window, platform::MessageLoop& loop)
+      : window_(window), loop_(loop), control_(window.editor().control()), document_(control_.DOM()) {}
+
+  bool run() {
+    return expect(document_ != nullptr, "there is no document") && type_sentence() && make_bold() &&
+           take_back();
   }
-  post_key(window, Qt::Key_B, {}, Qt::ControlModifier);
-  if (!settle(window, loop)) return 1;
+
+ private:
+  static bool expect(bool holds, const char* otherwise) {
+    if (!holds) std::cerr << "htmled: " << otherwise << '\n';
+    return holds;
+  }
+
+  bool settled() { return expect(settle(window_, loop_), "the view doesn't settle"); }
+
+  bool type_sentence() {
+    place_caret(*document_);
+    QWidget* input = window_.editor().view().input_widget();
+    if (!expect(input != nullptr, "the view takes no keys")) return false;
+    input->setFocus();
+    for (const char16_t c : sentence)
+      post_key(window_, c == u' ' ? int(Qt::Key_Space) : int(ascii_upper(c)), QString(QChar(c)));
+    return settled() && expect(contains(text(), sentence), "the sentence didn't arrive");
+  }
+
+  bool make_bold() {
+    dom::Text* node = nullptr;
+    Offset at = 0;
+    for (dom::Node* n = document_->body(); n; n = dom::next_in_order(*n, document_->body())) {
+      auto* candidate = dom::as<dom::Text>(n);
+      if (candidate && (at = candidate->data().rfind(bold_word)) != std::u16string::npos &&
+          contains(candidate->data(), sentence)) {
+        node = candidate;
+        break;
+      }
+    }
+    if (!expect(node != nullptr, "the word isn't there")) return false;
+    document_->select([&](editing::Selection& selection) {
+      selection.set({node, at}, {node, at + bold_word.size()});
+    });
+    return press(u"Bold") && expect(is_bold(), "the word isn't bold");
+  }
+
+  bool take_back() {
+    return press(u"Undo") && expect(!is_bold(), "undo left the word bold") && press(u"Redo") &&
+           expect(is_bold(), "redo didn't bring the bold back");
+  }
+
+  bool press(std::u16string_view key) {
+    return expect(control_.press(control_.Toolbar1(), key), "a button doesn't answer") && settled();
+  }
+
+  std::u16string text() const { return dom::text_content(*document_->body()); }
+
+  /// Whether the word stands in an element of its own that makes it bold.
+  bool is_bold() const {
+    for (dom::Node* n = document_->body(); n; n = dom::next_in_order(*n, document_->body()))
+      if ((n->is(dom::Tag::B) || n->is(dom::Tag::Strong)) && dom::text_content(*n) == bold_word) return true;
+    return false;
+  }
+
+  Window& window_;
+  platform::MessageLoop& loop_;
+  core::HTMLed& control_;
+  std::shared_ptr<browser::HTMLDocument> document_;
+};
+
+}  // namespace
+
+int run_demo(Window& window, platform::MessageLoop& loop, const QString& folder) {
+  if (!QDir().mkpath(folder)) {
+    std::cerr << "htmled: can't make the folder " << folder.toStdString() << '\n';
+    return 1;
+  }
+  if (!settle(window, loop) || !Demonstration(window, loop).run()) return 1;
   // The engine paints a frame behind the layout.
   wait_for(
       loop, [] { return false; }, 300);
   const QDir out(folder);
-  const bool painted = window.grab().save(out.filePath(QStringLiteral("screenshot.png")));
-  return window.save_to(out.filePath(QStringLiteral("edited.html"))) && painted ? 0 : 1;
+  const QString page = out.filePath(QStringLiteral("edited.html")),
+                picture = out.filePath(QStringLiteral("screenshot.png"));
+  if (!window.grab().save(picture) || !window.save_copy(page)) {
+    std::cerr << "htmled: can't write into " << folder.toStdString() << '\n';
+    return 1;
+  }
+  std::cout << page.toStdString() << '\n' << picture.toStdString() << '\n';
+  return 0;
 }
 
 int run_measures(Window& window, platform::MessageLoop& loop, const QString& file,

@@ -1,12 +1,11 @@
 #include <QApplication>
 #include <QCommandLineParser>
-#include <QTimer>
 #include <chrono>
 
-#include "demo.h"
+#include "htmled/demo.h"
+#include "htmled/window.h"
 #include "qt/message_loop.h"
 #include "qt/web_view.h"
-#include "window.h"
 
 namespace {
 
@@ -32,8 +31,8 @@ int main(int argc, char** argv) {
                                QStringLiteral("[FILE]"));
   const QCommandLineOption demo(
       QStringLiteral("offscreen-demo"),
-      QStringLiteral("Types a bold sentence into FILE with no display, writes edited.html and screenshot.png "
-                     "into OUTDIR, and ends."),
+      QStringLiteral("Edits FILE by itself, with no display: types a sentence, makes a word bold, undoes and "
+                     "redoes that. Writes edited.html and screenshot.png into OUTDIR, and ends."),
       QStringLiteral("OUTDIR"));
   const QCommandLineOption measure(QStringLiteral("measure"),
                                    QStringLiteral("Opens FILE, writes how long things took, and ends."));
@@ -43,11 +42,12 @@ int main(int argc, char** argv) {
   tvx::qt::MessageLoop loop;
   tvx::htmled::Window window(loop);
   window.show();
-  window.start();
-  const QStringList files = parser.positionalArguments();
-  const QString file = files.value(0);
-  if (parser.isSet(measure)) return tvx::htmled::run_measures(window, loop, file, start);
-  if (!file.isEmpty() && !window.open(file) && parser.isSet(demo)) return 1;
-  if (parser.isSet(demo)) return tvx::htmled::run_demo(window, loop, parser.value(demo));
+  const QString file = parser.positionalArguments().value(0);
+  if (parser.isSet(measure)) {
+    window.start({});
+    return tvx::htmled::run_measures(window, loop, file, start);
+  }
+  const bool opened = window.start(file);
+  if (parser.isSet(demo)) return opened ? tvx::htmled::run_demo(window, loop, parser.value(demo)) : 1;
   return QApplication::exec();
 }

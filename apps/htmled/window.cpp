@@ -1,4 +1,4 @@
-#include "window.h"
+#include "htmled/window.h"
 
 #include <QAction>
 #include <QCloseEvent>
@@ -6,49 +6,50 @@
 #include <QFileInfo>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QScopedValueRollback>
+#include <QStatusBar>
+#include <iostream>
 
 #include "base/error.h"
+#include "base/text_file.h"
 #include "browser/html_document.h"
+#include "browser/page_source.h"
 #include "core/htmled.h"
-#include "dom/inner_html.h"
 #include "qt/htmled_widget.h"
+#include "qt/strings.h"
 
 namespace tvx::htmled {
 namespace {
 
-const QString filters = QStringLiteral("HTML documents (*.html *.htm *.xhtml);;All files (*)");
+using qt::from_qt;
+using qt::to_qt;
 
-QString text_of(const std::u16string& text) { return QString::fromStdU16String(text); }
+constexpr int message_milliseconds = 10'000;
+
+QString filters() { return Window::tr("HTML documents (*.html *.htm *.xhtml);;All files (*)"); }
 
 }  // namespace
 
-Window::Window(platform::MessageLoop& loop) : loop_(loop), editor_(new qt::HTMLedWidget(loop, this)) {
+Window::Window(platform::MessageLoop& loop) : editor_(new qt::HTMLedWidget(loop, this)) {
   setCentralWidget(editor_);
   resize(1000, 720);
   make_menus();
   connect(editor_, &qt::HTMLedWidget::property_changed, this, [this](const QString& key) {
-    if (key == u"DocumentHTML" && !loading_) set_modified(true);
+    if (key == QStringLiteral("DocumentHTML") && !loading_) set_modified(true);
   });
+  editor_->control().set_events(this);
   show_title();
 }
 
-Window::~Window() = default;
-
-void Window::start() {
-  loading_ = true;
-  editor_->start();
-  loading_ = false;
-  set_modified(false);
-}
+Window::~Window() { editor_->control().set_events(nullptr); }
 
 void Window::make_menus() {
-  QMenu* file = menuBar()->addMenu(tr("&File"));
-  const auto add = [this](QMenu* menu, const QString& text, QKeySequence keys, auto act) {
+  const auto add = [this](QMenu* menu, const QString& text, const QKeySequence& keys, auto act) {
     QAction* action = menu->addAction(text);
     action->setShortcut(keys);
     connect(action, &QAction::triggered, this, act);
-    return action;
   };
+  QMenu* file = menuBar()->addMenu(tr("&File"));
   add(file, tr("&New"), QKeySequence::New, [this] { new_document(); });
   add(file, tr("&Open…"), QKeySequence::Open, [this] { ask_and_open(); });
   file->addSeparator();
@@ -61,87 +62,143 @@ void Window::make_menus() {
   add(edit, tr("&Redo"), QKeySequence::Redo, [this] { editor_->control().redo_document(); });
 }
 
+// --- opening ---
+
+bool Window::start(const QString& path) {
+  {
+    const QScopedValueRollback<bool> loading(loading_, true);
+    editor_->start();
+  }
+  if (!path.isEmpty() && open(path)) return true;
+  new_document();
+  return path.isEmpty();
+}
+
 void Window::new_document() {
   if (!may_leave_document()) return;
-  loading_ = true;
-  core::HTMLed& control = editor_->control();
-  file_ = {};
-  control.set_BaseURL(u"");
-  control.set_DocumentTitle(u"");
-  control.set_DocumentHTML(u"");
-  loading_ = false;
-  set_modified(false);
+  try {
+    load(DocumentFile::untitled(from_qt(drafts_.filePath(QStringLiteral("untitled.html")))));
+  } catch (const RuntimeError& error) {
+    tell(to_qt(error.text()));
+  }
 }
 
 void Window::ask_and_open() {
   if (!may_leave_document()) return;
-  const QString path = QFileDialog::getOpenFileName(this, tr("Open"), text_of(file_.path()), filters);
+  const QString path = QFileDialog::getOpenFileName(this, tr("Open"), to_qt(file_.path()), filters());
   if (!path.isEmpty()) open(path);
 }
 
 bool Window::open(const QString& path) {
-  const QString absolute = QFileInfo(path).absoluteFilePath();
-  qt::DocumentFile file;
   try {
-    file = qt::DocumentFile::read(absolute.toStdU16String());
+    return load(DocumentFile::open(from_qt(QFileInfo(path).absoluteFilePath())));
   } catch (const RuntimeError& error) {
-    tell(text_of(error.text()));
+    tell(to_qt(error.text()));
     return false;
   }
-  loading_ = true;
-  core::HTMLed& control = editor_->control();
-  // The control writes both into what it loads: they are the file's own then.
-  control.set_DocumentTitle(file.title());
-  control.set_BaseURL(file.base());
-  std::u16string address = absolute.toStdU16String();
-  control.Open_document(address, true);
-  file_ = std::move(file);
-  loading_ = false;
-  set_modified(false);
-  return true;
 }
 
-std::u16string Window::document_text() {
+bool Window::load(DocumentFile file) {
+  const QScopedValueRollback<bool> loading(loading_, true);
   core::HTMLed& control = editor_->control();
   if (control.InCodeView()) control.show_Code();
-  control.UserControl_ExitFocus();  // the selection border is no part of the document
-  const dom::Element* root = control.DOM() ? control.DOM()->documentElement() : nullptr;
-  return root ? dom::outer_html(*root) : u"";
-}
-
-bool Window::save_to(const QString& path) {
-  qt::DocumentFile file = file_;
-  file.set_path(QFileInfo(path).absoluteFilePath().toStdU16String());
-  try {
-    file.save(document_text());
-  } catch (const RuntimeError& error) {
-    tell(text_of(error.text()));
+  // The control writes both into what it opens: they are the file's own then.
+  control.set_DocumentTitle(file.title());
+  control.set_BaseURL(file.base_url());
+  std::u16string source = file.source();
+  control.Open_document(source, true);
+  // What stays in the window must never be saved over the file that couldn't be loaded.
+  const auto document = control.DOM();
+  if (!document || document->url() != browser::document_address(file.source())) {
+    tell(tr("Can't open %1").arg(to_qt(file.source())));
     return false;
   }
+  file.keep_head(document->tree());
   file_ = std::move(file);
   set_modified(false);
+  if (!file_.faithful())
+    statusBar()->showMessage(
+        tr("Some bytes of this file mean nothing in %1. An edited page is saved without them.")
+            .arg(QString::fromStdString(file_.form().charset)));
   return true;
 }
 
-bool Window::save() { return file_.path().empty() ? save_as() : save_to(text_of(file_.path())); }
+// --- saving ---
+
+bool Window::with_document(const std::function<void(const dom::Document&)>& act) {
+  core::HTMLed& control = editor_->control();
+  const bool in_code_view = control.InCodeView();
+  if (in_code_view) control.show_Code();
+  control.UserControl_ExitFocus();  // the border of the selected element is no part of the document
+  bool done = false;
+  try {
+    if (const auto document = control.DOM()) {
+      act(document->tree());
+      done = true;
+    }
+  } catch (const RuntimeError& error) {
+    tell(to_qt(error.text()));
+  }
+  if (in_code_view) control.show_Code();
+  return done;
+}
+
+bool Window::save() {
+  if (file_.path().empty()) return save_as();
+  return may_overwrite() && save_to(to_qt(file_.path()));
+}
 
 bool Window::save_as() {
-  QFileDialog dialog(this, tr("Save As"), text_of(file_.path()), filters);
+  QFileDialog dialog(this, tr("Save As"), to_qt(file_.path()), filters());
   dialog.setAcceptMode(QFileDialog::AcceptSave);
   dialog.setDefaultSuffix(QStringLiteral("html"));
   return dialog.exec() == QDialog::Accepted && save_to(dialog.selectedFiles().constFirst());
 }
 
+bool Window::save_to(const QString& path) {
+  const std::u16string target = from_qt(QFileInfo(path).absoluteFilePath());
+  if (!with_document([&](const dom::Document& document) { file_.save(document, target); })) return false;
+  set_modified(false);
+  statusBar()->showMessage(tr("Saved %1").arg(to_qt(target)), message_milliseconds);
+  return true;
+}
+
+bool Window::save_copy(const QString& path) {
+  return with_document([&](const dom::Document& document) {
+    save_atomically(from_qt(QFileInfo(path).absoluteFilePath()), file_.bytes_of(document));
+  });
+}
+
+// --- asking ---
+
 bool Window::may_leave_document() {
   if (!modified_) return true;
   const auto answer = QMessageBox::question(
-      this, tr("HTMLed"), tr("The document has been changed. Save the changes?"),
+      this, QStringLiteral("HTMLed"), tr("The document has been changed. Save the changes?"),
       QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, QMessageBox::Save);
-  if (answer == QMessageBox::Save) return save();
-  return answer == QMessageBox::Discard;
+  return answer == QMessageBox::Save ? save() : answer == QMessageBox::Discard;
+}
+
+bool Window::may_overwrite() {
+  if (!file_.changed_on_disk()) return true;
+  const auto answer = QMessageBox::warning(
+      this, QStringLiteral("HTMLed"),
+      tr("Another program has changed the file since you opened it. Write over its changes?"),
+      QMessageBox::Yes | QMessageBox::Cancel, QMessageBox::Cancel);
+  return answer == QMessageBox::Yes;
 }
 
 void Window::closeEvent(QCloseEvent* event) { event->setAccepted(may_leave_document()); }
+
+// --- telling ---
+
+void Window::Error(std::int32_t&, std::u16string& text) { tell(to_qt(text)); }
+
+// A link is there to be edited. The user sees where it leads.
+void Window::BeforeNavigate(std::u16string& url, std::u16string&, bool& cancel) {
+  cancel = true;
+  statusBar()->showMessage(to_qt(url), message_milliseconds);
+}
 
 void Window::set_modified(bool modified) {
   modified_ = modified;
@@ -149,11 +206,15 @@ void Window::set_modified(bool modified) {
 }
 
 void Window::show_title() {
-  const QString name = file_.path().empty() ? tr("Untitled") : QFileInfo(text_of(file_.path())).fileName();
+  const QString name = file_.path().empty() ? tr("Untitled") : QFileInfo(to_qt(file_.path())).fileName();
   setWindowTitle(QStringLiteral("%1[*] – HTMLed").arg(name));
   setWindowModified(modified_);
 }
 
-void Window::tell(const QString& text) { QMessageBox::critical(this, tr("HTMLed"), text); }
+// In the window's own line and never in a dialog: the user goes on, and a run with nobody there doesn't stop.
+void Window::tell(const QString& text) {
+  statusBar()->showMessage(text);
+  std::cerr << "htmled: " << text.toStdString() << '\n';
+}
 
 }  // namespace tvx::htmled

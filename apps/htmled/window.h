@@ -1,10 +1,10 @@
 #pragma once
 
 #include <QMainWindow>
+#include <QTemporaryDir>
 
-#include "qt/document_file.h"
-
-class QAction;
+#include "core/events.h"
+#include "htmled/document_file.h"
 
 namespace tvx::platform {
 class MessageLoop;
@@ -16,39 +16,51 @@ class HTMLedWidget;
 namespace tvx::htmled {
 
 /// The editor's window: one document, one file.
-class Window final : public QMainWindow {
+class Window final : public QMainWindow, private core::HTMLedEvents {
   Q_OBJECT
  public:
+  /// The loop outlives the window.
   explicit Window(platform::MessageLoop& loop);
   ~Window() override;
 
-  void start();
-  /// False, with the user told, if the file can't be read.
+  /// Starts the editor and opens the file, or a new page if the name is empty. False, with the user told, if
+  /// that file can't be read; a new page stands there then.
+  bool start(const QString& path);
+  /// False, with the user told, if the file can't be read; the document then stays as it was.
   bool open(const QString& path);
-  bool save_to(const QString& path);
-  bool modified() const { return modified_; }
-  qt::HTMLedWidget& editor() { return *editor_; }
-  /// The whole document as it would be saved, the HTML element with all it holds.
-  std::u16string document_text();
+  /// Writes what saving would write into another file. The document stays that of its own file.
+  bool save_copy(const QString& path);
 
- protected:
-  void closeEvent(QCloseEvent* event) override;
+  qt::HTMLedWidget& editor() { return *editor_; }
 
  private:
+  // core::HTMLedEvents
+  void Error(std::int32_t& number, std::u16string& text) override;
+  void BeforeNavigate(std::u16string& url, std::u16string& frame, bool& cancel) override;
+
+  void closeEvent(QCloseEvent* event) override;
+
   void make_menus();
   void new_document();
   void ask_and_open();
   bool save();
   bool save_as();
-  /// Whether to go on: nothing is changed, or the user saved or dropped it.
+  bool save_to(const QString& path);
+  /// Whether to go on: nothing has been changed, or the user saved it or let it go.
   bool may_leave_document();
+  /// Whether to write over what another program has put in the file meanwhile.
+  bool may_overwrite();
+  bool load(DocumentFile file);
+  /// Calls `act` with the document as it is to be saved; false, with the user told, if that fails.
+  bool with_document(const std::function<void(const dom::Document&)>& act);
+
   void set_modified(bool modified);
   void show_title();
   void tell(const QString& text);
 
-  platform::MessageLoop& loop_;
+  QTemporaryDir drafts_;
   qt::HTMLedWidget* editor_;
-  qt::DocumentFile file_;
+  DocumentFile file_;
   bool modified_ = false;
   bool loading_ = false;
 };

@@ -1,0 +1,107 @@
+#include "htmled/document_file.h"
+
+#include "base/error.h"
+#include "base/strings.h"
+#include "base/text_file.h"
+#include "dom/mutation.h"
+#include "dom/parse.h"
+#include "dom/tree.h"
+
+namespace tvx::htmled {
+namespace {
+
+constexpr std::string_view empty_page =
+    "<!DOCTYPE html>\n<html>\n<head>\n<meta charset=\"utf-8\">\n</head>\n<body>\n<p></p>\n</body>\n</html>\n";
+
+dom::Element* first(const dom::Document& document, dom::Tag tag) {
+  for (const dom::Node* node = &document; node; node = dom::next_in_order(*node))
+    if (node->is(tag)) return const_cast<dom::Element*>(static_cast<const dom::Element*>(node));
+  return nullptr;
+}
+
+std::u16string collapsed(std::u16string_view text) {
+  std::u16string result;
+  for (const std::u16string_view word : split_on_space(text)) {
+    if (!result.empty()) result += u' ';
+    result += word;
+  }
+  return result;
+}
+
+}  // namespace
+
+DocumentFile DocumentFile::open(std::u16string_view path) {
+  std::optional<std::string> bytes = read_bytes(path);
+  if (!bytes) throw RuntimeError(errors::path_access, u"Can't read " + std::u16string(path));
+  DocumentFile file;
+  file.path_ = file.source_ = path;
+  file.take(std::move(*bytes));
+  return file;
+}
+
+DocumentFile DocumentFile::untitled(std::u16string_view draft) {
+  save_atomically(draft, empty_page);
+  DocumentFile file;
+  file.source_ = draft;
+  file.take(std::string(empty_page));
+  return file;
+}
+
+void DocumentFile::take(std::string bytes) {
+  FileContent content = read_form(bytes);
+  const dom::Ref<dom::Document> tree = dom::parse_document(content.text);
+  form_ = std::move(content.form);
+  faithful_ = content.faithful;
+  shape_ = shape_of(content.text, *tree);
+  unedited_ = page_text(*tree, shape_);
+  bytes_ = std::move(bytes);
+  title_as_written_.reset();
+  base_as_written_.reset();
+  if (const dom::Element* title = first(*tree, dom::Tag::Title))
+    title_as_written_ = dom::text_content(*title);
+  if (const dom::Element* base = first(*tree, dom::Tag::Base))
+    if (const std::u16string* href = base->attribute(dom::names::href)) base_as_written_ = *href;
+  title_ = collapsed(title_as_written_.value_or(u""));
+  base_url_ = base_as_written_.value_or(u"");
+}
+
+void DocumentFile::keep_head(dom::Document& document) const {
+  const dom::MutationScope scope(document, dom::MutationKind::Load);
+  if (dom::Element* title = first(document, dom::Tag::Title)) {
+    const std::u16string text = title_as_written_.value_or(u"");
+    if (!title_as_written_)
+      dom::remove(*title);
+    else if (text.empty())
+      dom::clear(*title);
+    else if (dom::text_content(*title) != text)
+      dom::replace_children(*title, document.create_text(text));
+  }
+  if (dom::Element* base = first(document, dom::Tag::Base)) {
+    if (base_as_written_)
+      dom::set_attribute(*base, dom::names::href, *base_as_written_);
+    else
+      dom::remove_attribute(*base, dom::names::href);
+  }
+}
+
+bool DocumentFile::changed_on_disk() const {
+  if (path_.empty()) return false;
+  const std::optional<std::string> now = read_bytes(path_);
+  return now && *now != bytes_;
+}
+
+std::string DocumentFile::bytes_of(const dom::Document& document) const {
+  const std::u16string text = page_text(document, shape_);
+  return text == unedited_ ? bytes_ : write_form(text, form_);
+}
+
+void DocumentFile::save(const dom::Document& document, std::u16string_view path) {
+  std::u16string text = page_text(document, shape_);
+  std::string bytes = text == unedited_ ? bytes_ : write_form(text, form_);
+  save_atomically(path, bytes);
+  path_ = source_ = path;
+  bytes_ = std::move(bytes);
+  unedited_ = std::move(text);
+}
+
+}  // namespace tvx::htmled
