@@ -457,8 +457,7 @@ std::u16string inner_text(const Range& range) {
   return collector.run();
 }
 
-void set_inner_text(Element& element, std::u16string_view text) {
-  Document& document = document_of(element);
+Ref<DocumentFragment> lines_of(Document& document, std::u16string_view text) {
   Ref<DocumentFragment> content = document.create_fragment();
   for (std::size_t at = 0; at < text.size();) {
     const std::size_t end = std::min(text.find_first_of(u"\r\n", at), text.size());
@@ -467,7 +466,11 @@ void set_inner_text(Element& element, std::u16string_view text) {
     Builder::insert(*content, document.create_element(Tag::Br));
     at = text.substr(end, 2) == u"\r\n" ? end + 2 : end + 1;
   }
-  replace_children(element, content);
+  return content;
+}
+
+void set_inner_text(Element& element, std::u16string_view text) {
+  replace_children(element, lines_of(document_of(element), text));
 }
 
 }  // namespace tvx::dom

@@ -18,6 +18,8 @@ std::u16string inner_text(const Element& element);
 /// the ends for a block whose edge is at the range's.
 std::u16string inner_text(const Range& range);
 
+/// The text as new nodes in no tree; each line end (CR LF, CR, LF) becomes a BR.
+Ref<DocumentFragment> lines_of(Document& document, std::u16string_view text);
 /// Replaces the content by the text; each line end (CR LF, CR, LF) becomes a BR.
 void set_inner_text(Element& element, std::u16string_view text);
 

@@ -1,5 +1,5 @@
 #include "base/error.h"
-#include "dom/builder.h"
+#include "dom/inner_text.h"
 #include "dom/journal.h"
 #include "dom/mutation.h"
 #include "dom/parse.h"
@@ -83,19 +83,6 @@ Ref<dom::DocumentFragment> parse_in(Node& parent, std::u16string_view html) {
   const bool usable = context && !context->is(Tag::Html);
   return dom::parse_fragment(dom::document_of(parent),
                              usable ? dom::context_of(*context) : dom::FragmentContext(), html);
-}
-
-Ref<dom::DocumentFragment> plain_text(dom::Document& document, std::u16string_view text) {
-  Ref<dom::DocumentFragment> content = document.create_fragment();
-  for (std::size_t at = 0; at < text.size();) {
-    const std::size_t end = std::min(text.find_first_of(u"\r\n", at), text.size());
-    if (end > at)
-      dom::Builder::insert(*content, document.create_text(std::u16string(text.substr(at, end - at))));
-    if (end == text.size()) break;
-    dom::Builder::insert(*content, document.create_element(Tag::Br));
-    at = text.substr(end, 2) == u"\r\n" ? end + 2 : end + 1;
-  }
-  return content;
 }
 
 /// Blanks that would show as one become blanks and no-break spaces.
@@ -237,7 +224,7 @@ void TextRange::set_text(std::u16string_view text) {
     dom::replace_data(*data, seen.start.offset, seen.end.offset - seen.start.offset, units);
     return finish_at({data, seen.start.offset + units.size()});
   }
-  finish_at(Replacement(editor_, seen).run(plain_text(editor_.document(), units)));
+  finish_at(Replacement(editor_, seen).run(dom::lines_of(editor_.document(), units)));
 }
 
 }  // namespace tvx::editing
