@@ -1,0 +1,43 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "base/error.h"
+#include "dom/inner_html.h"
+#include "dom/journal.h"
+#include "dom/mutation.h"
+#include "dom/parse.h"
+#include "dom/tree.h"
+
+namespace tvx::dom::test {
+
+/// A document whose body is written in the test, for objects around its elements.
+class Objects : public ::testing::Test {
+ protected:
+  void load(std::string_view body) { document = parse_document(u"<!DOCTYPE html><body>" + from_utf8(body)); }
+  std::string html() const { return to_utf8(inner_html(*document->body())); }
+  /// The n-th element of a name.
+  Element& the(Tag tag, std::size_t number = 0) const {
+    for (Element* element : document->all())
+      if (element->is(tag) && number-- == 0) return *element;
+    throw std::out_of_range("no such element");
+  }
+  std::size_t steps() const { return document->journal().depth(); }
+
+  /// The number of the failure, 0 if there was none.
+  template <class Act>
+  static int failure(Act&& act) {
+    try {
+      act();
+    } catch (const RuntimeError& error) {
+      return error.number();
+    }
+    return 0;
+  }
+
+  Ref<Document> document;
+};
+
+}  // namespace tvx::dom::test
