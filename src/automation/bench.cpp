@@ -3,6 +3,7 @@
 #include "base/error.h"
 #include "dom/journal.h"
 #include "dom/mutation.h"
+#include "dom/style/style_engine.h"
 #include "dom/tree.h"
 #include "editing/marks.h"
 
@@ -14,31 +15,6 @@ using dom::Element;
 using dom::Ref;
 using dom::Tag;
 
-/// Marks the style element that is the bench's own, among those that the document brought.
-const dom::Name& bench_mark() {
-  static const dom::Name mark(u"data-bench");
-  return mark;
-}
-
-Element* bench_sheet(const Element& head) {
-  for (Element* child = dom::first_child_element(head); child; child = dom::next_element_sibling(*child))
-    if (child->is(Tag::Style) && child->has_attribute(bench_mark())) return child;
-  return nullptr;
-}
-
-void lay_sheet(dom::Document& document, std::u16string_view sheet) {
-  Element* head = document.head();
-  if (!head) return;
-  Element* style = bench_sheet(*head);
-  if (style && dom::text_content(*style) == sheet) return;
-  if (style) dom::remove(*style);
-  if (sheet.empty()) return;
-  const Ref<Element> fresh = document.create_element(Tag::Style);
-  dom::set_attribute(*fresh, bench_mark(), u"");
-  dom::insert(*fresh, document.create_text(std::u16string(sheet)));
-  dom::insert(*head, fresh);
-}
-
 Ref<Element> lay_div(dom::Document& document, Element& body) {
   const Ref<Element> div = document.create_element(Tag::Div);
   dom::set_attribute(*div, dom::Name(u"contenteditable"), u"true");
@@ -49,6 +25,14 @@ Ref<Element> lay_div(dom::Document& document, Element& body) {
   return div;
 }
 
+// The public cases were made in a page of the standards mode; content in the body has its document's own.
+void set_mode(dom::Document& document, bool in_div) {
+  if (in_div)
+    document.set_compatibility_mode(dom::CompatibilityMode::NoQuirks);
+  else if (!document.document_type())
+    document.set_compatibility_mode(dom::CompatibilityMode::Quirks);
+}
+
 }  // namespace
 
 Ref<Element> lay_out_bench(editing::Editor& editor, const BenchContent& content, bool design_mode) {
@@ -57,7 +41,9 @@ Ref<Element> lay_out_bench(editing::Editor& editor, const BenchContent& content,
   const Ref<Element> body = document.body();
   if (!body) throw RuntimeError(errors::object_not_set, u"The document has no body");
   editor.selection().clear();
-  lay_sheet(document, content.sheet);
+  dom::style::style_of(document).set_extra_sheets(
+      content.sheet.empty() ? std::vector<std::u16string>() : std::vector<std::u16string>{content.sheet});
+  set_mode(document, content.in_div);
   dom::clear(*body);
   const Ref<Element> host = content.in_div ? lay_div(document, *body) : body;
   editor.set_design_mode(design_mode && !content.in_div);
