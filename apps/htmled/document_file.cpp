@@ -6,6 +6,7 @@
 #include "dom/mutation.h"
 #include "dom/parse.h"
 #include "dom/tree.h"
+#include "htmled/merge_lines.h"
 
 namespace tvx::htmled {
 namespace {
@@ -54,6 +55,7 @@ void DocumentFile::take(std::string bytes) {
   faithful_ = content.faithful;
   shape_ = shape_of(content.text, *tree);
   unedited_ = page_text(*tree, shape_);
+  source_text_ = std::move(content.text);
   bytes_ = std::move(bytes);
   title_as_written_.reset();
   base_as_written_.reset();
@@ -90,18 +92,32 @@ bool DocumentFile::changed_on_disk() const {
   return now && *now != bytes_;
 }
 
-std::string DocumentFile::bytes_of(const dom::Document& document) const {
-  const std::u16string text = page_text(document, shape_);
-  return text == unedited_ ? bytes_ : write_form(text, form_);
+// An edited page is written anew as a whole, in this program's way. So that a file under version control
+// shows what was edited and nothing else, untouched lines are then taken from the file: where that gives the
+// same page.
+DocumentFile::Written DocumentFile::written(const dom::Document& document) const {
+  std::u16string text = page_text(document, shape_);
+  if (text == unedited_) return {bytes_, source_text_, std::move(text)};
+  std::u16string merged = merge_lines(unedited_, source_text_, text);
+  if (page_text(*dom::parse_document(merged), shape_) == text) {
+    std::string bytes = write_form(merged, form_);
+    // Where characters must become references, only text in this program's own way will do.
+    if (read_form(bytes).text == merged) return {std::move(bytes), std::move(merged), std::move(text)};
+  }
+  std::string bytes = write_form(text, form_);
+  std::u16string source = read_form(bytes).text;
+  return {std::move(bytes), std::move(source), std::move(text)};
 }
 
+std::string DocumentFile::bytes_of(const dom::Document& document) const { return written(document).bytes; }
+
 void DocumentFile::save(const dom::Document& document, std::u16string_view path) {
-  std::u16string text = page_text(document, shape_);
-  std::string bytes = text == unedited_ ? bytes_ : write_form(text, form_);
-  save_atomically(path, bytes);
+  Written now = written(document);
+  save_atomically(path, now.bytes);
   path_ = source_ = path;
-  bytes_ = std::move(bytes);
-  unedited_ = std::move(text);
+  bytes_ = std::move(now.bytes);
+  source_text_ = std::move(now.source_text);
+  unedited_ = std::move(now.page_text);
 }
 
 }  // namespace tvx::htmled

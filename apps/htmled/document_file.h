@@ -15,7 +15,7 @@ namespace tvx::htmled {
 
 /// A page in a file, kept whole: what the user doesn't edit comes back as it was, head, document type and
 /// comments included, in the same character set and with the same line ends. Saved without an edit, the file
-/// has the same bytes.
+/// has the same bytes; saved with one, the lines that the edit didn't touch are written as they were.
 class DocumentFile {
  public:
   /// No page at all yet.
@@ -51,11 +51,17 @@ class DocumentFile {
   void save(const dom::Document& document, std::u16string_view path);
 
  private:
+  struct Written {
+    std::string bytes;
+    std::u16string source_text, page_text;
+  };
+  Written written(const dom::Document& document) const;
   void take(std::string bytes);
 
   std::u16string path_, source_;
-  std::string bytes_;        // as they stand in the file
-  std::u16string unedited_;  // the text that these bytes mean
+  std::string bytes_;           // as they stand in the file
+  std::u16string source_text_;  // what these bytes say, lines ending in LF
+  std::u16string unedited_;     // the same as this program would write it
   FileForm form_;
   PageShape shape_;
   bool faithful_ = true;

@@ -4,9 +4,13 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <random>
+#include <set>
+#include <sstream>
 
 #include "base/code_page.h"
 #include "base/error.h"
@@ -223,6 +227,46 @@ TEST_F(Files, AnEditChangesNothingElseInATidyFile) {
   std::string expected = page;
   expected.replace(expected.find("one"), 3, "two");
   EXPECT_EQ(file.bytes_of(*tree), expected);
+}
+
+/// How many lines of `before` are in `after` no more.
+std::ptrdiff_t lines_lost(const std::string& before, const std::string& after) {
+  const auto lines = [](const std::string& text) {
+    std::multiset<std::string> result;
+    std::istringstream in(text);
+    for (std::string line; std::getline(in, line);) result.insert(line);
+    return result;
+  };
+  std::vector<std::string> lost;
+  std::ranges::set_difference(lines(before), lines(after), std::back_inserter(lost));
+  return std::ssize(lost);
+}
+
+TEST_F(Files, LinesThatArentEditedStayAsTheyAreWritten) {
+  const std::string page =
+      "<!DOCTYPE html>\n<HTML lang=en>\n<head><title>T</title>\n<body bgcolor='white'>\n<p>don&#8217;t\n"
+      "<p class=x>one\n<table\n  border=1>\n<tr><td>a<td>b\n</table>\n<p>two\n<BR />three &copy; 2001\n";
+  DocumentFile file = opened(page);
+  const auto tree = read(page);
+  for (dom::Node* node = tree.get(); node; node = dom::next_in_order(*node))
+    if (node->is_text() && contains(static_cast<dom::Text*>(node)->data(), u"one"))
+      dom::replace_data(*static_cast<dom::Text*>(node), 0, 3, u"uno");
+  const std::string saved = file.bytes_of(*tree);
+  EXPECT_EQ(printed(*read(saved)), printed(*tree));
+  EXPECT_EQ(lines_lost(page, saved), 1) << saved;
+}
+
+TEST_F(Files, AnEditInALongManualChangesOneLine) {
+  const auto bytes = read_bytes(u"/usr/share/doc/ccache/manual.html");
+  if (!bytes) GTEST_SKIP() << "the package ccache with its manual is not installed here";
+  DocumentFile file = opened(*bytes);
+  const auto tree = read(*bytes);
+  dom::Text* last = nullptr;
+  for (dom::Node* node = tree->body(); node; node = dom::next_in_order(*node))
+    if (node->is_text() && node->parent()->is(dom::Tag::P)) last = static_cast<dom::Text*>(node);
+  ASSERT_NE(last, nullptr);
+  dom::replace_data(*last, 0, 0, u"new ");
+  EXPECT_EQ(lines_lost(*bytes, file.bytes_of(*tree)), 1);
 }
 
 TEST_F(Files, CharactersThatDontFitBecomeReferences) {
