@@ -1,0 +1,95 @@
+#include "qt/dialogs.h"
+
+#include <gtest/gtest.h>
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QColorDialog>
+#include <QFileDialog>
+#include <QMessageBox>
+#include <QTimer>
+
+namespace tvx::qt {
+namespace {
+
+/// Acts on the dialog of that kind once it is open.
+template <class Dialog, class Act>
+void when_open(Act act) {
+  QTimer::singleShot(0, qApp, [act] {
+    auto* dialog = qobject_cast<Dialog*>(QApplication::activeModalWidget());
+    ASSERT_NE(dialog, nullptr);
+    act(dialog);
+  });
+}
+
+class DialogsTest : public testing::Test {
+ protected:
+  QWidget* window_ = new QWidget;
+  Dialogs dialogs_{*window_};
+  ~DialogsTest() override { delete window_; }
+};
+
+TEST_F(DialogsTest, FiltersMayBringFurtherOnesBehindBars) {
+  EXPECT_EQ(name_filters({{u"HTML Documents (*.htm)", u"*.htm;*.html|All Files|*.*"}, {u"Images", u"*.gif"}}),
+            (QStringList{QStringLiteral("HTML Documents (*.htm) (*.htm *.html)"),
+                         QStringLiteral("All Files (*)"), QStringLiteral("Images (*.gif)")}));
+}
+
+TEST_F(DialogsTest, AMessageAnswersWithItsButton) {
+  platform::MessageBox box{u"<b>Text</b>", u"Title", platform::MessageButtons::yes_no_cancel,
+                           platform::MessageIcon::critical};
+  when_open<QMessageBox>([](QMessageBox* shown) {
+    EXPECT_EQ(shown->windowTitle(), QStringLiteral("Title"));
+    EXPECT_EQ(shown->textFormat(), Qt::PlainText);
+    EXPECT_EQ(shown->icon(), QMessageBox::Critical);
+    shown->button(QMessageBox::No)->click();
+  });
+  EXPECT_EQ(dialogs_.show_message(box), platform::MessageAnswer::no);
+}
+
+TEST_F(DialogsTest, AClosedMessageAnswersAsTold) {
+  using platform::MessageAnswer;
+  using platform::MessageButtons;
+  for (const auto& [buttons, answer] : {std::pair(MessageButtons::ok, MessageAnswer::ok),
+                                        std::pair(MessageButtons::ok_cancel, MessageAnswer::cancel),
+                                        std::pair(MessageButtons::yes_no, MessageAnswer::no),
+                                        std::pair(MessageButtons::yes_no_cancel, MessageAnswer::cancel)}) {
+    when_open<QMessageBox>([](QMessageBox* shown) { shown->close(); });
+    EXPECT_EQ(dialogs_.show_message({u"?", u"HTMLed", buttons}), answer);
+  }
+}
+
+// What runs in the dialog's loop may close the window that it stands over.
+TEST_F(DialogsTest, AMessageWhoseWindowGoesIsClosed) {
+  when_open<QMessageBox>([this](QMessageBox*) {
+    delete window_;
+    window_ = nullptr;
+  });
+  EXPECT_EQ(dialogs_.show_message({u"?", u"HTMLed", platform::MessageButtons::yes_no}),
+            platform::MessageAnswer::no);
+}
+
+TEST_F(DialogsTest, ColoursGoBothWays) {
+  when_open<QColorDialog>([](QColorDialog* shown) {
+    EXPECT_EQ(shown->currentColor(), QColor(0x12, 0x34, 0x56));
+    shown->setCurrentColor(QColor(1, 2, 3));
+    shown->accept();
+  });
+  EXPECT_EQ(dialogs_.ShowColor(0x563412, platform::WindowHandle::none), 0x030201);
+  when_open<QColorDialog>([](QColorDialog* shown) { shown->reject(); });
+  EXPECT_EQ(dialogs_.ShowColor(0, platform::WindowHandle::none), no_colour);
+}
+
+TEST_F(DialogsTest, ACancelledFileDialogGivesNoPath) {
+  platform::FileDialog asked{{{u"HTML", u"*.html"}}, u"Save HTML File", u"*.html"};
+  when_open<QFileDialog>([](QFileDialog* shown) {
+    EXPECT_EQ(shown->windowTitle(), QStringLiteral("Save HTML File"));
+    EXPECT_EQ(shown->acceptMode(), QFileDialog::AcceptSave);
+    EXPECT_EQ(shown->defaultSuffix(), QStringLiteral("html"));
+    shown->reject();
+  });
+  EXPECT_EQ(dialogs_.ShowSave(asked), u"");
+}
+
+}  // namespace
+}  // namespace tvx::qt
