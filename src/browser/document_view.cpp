@@ -17,8 +17,8 @@ using dom::Tag;
 
 // What fills a window, as nodes; and what a later slice may cost the view.
 constexpr std::size_t first_slice = 700;
-constexpr std::size_t smallest_slice = 60, largest_slice = 6000;
-constexpr std::int64_t slice_milliseconds = 12;
+constexpr std::size_t smallest_slice = 400, largest_slice = 20'000;
+constexpr std::int64_t slice_milliseconds = 35;
 constexpr std::int64_t deaths_count_within = 10'000;
 constexpr Offset context_length = 400;
 

@@ -433,8 +433,16 @@
   const MODIFIERS = (event) => (event.shiftKey ? 1 : 0) | (event.ctrlKey ? 2 : 0) | (event.altKey ? 4 : 0);
   const BUTTONS = [1, 4, 2];
   const WHOLE = 'img,input,select,textarea,button,video,audio,canvas,hr,meter,progress,tvx-box,svg,summary';
-  let pressed = false;
+  let pressed = false;  // a native selection is being drawn, once the mouse moves
+  let dragged = false;
+  let pressX = 0, pressY = 0;
   let clicks = [];
+
+  /// Only what the mouse really drew is told as a selection: between a press and its tale the document may
+  /// have set another.
+  function noteDrag(event) {
+    if (pressed && Math.hypot(event.clientX - pressX, event.clientY - pressY) > 3) dragged = true;
+  }
 
   function mouseMessage(type, event, prevented) {
     const [anchor, focus] = prevented ? [null, null] : nativeSelection();
@@ -474,17 +482,22 @@
        event.clientY >= document.documentElement.clientHeight);
     if (prevented && !onScrollBar) event.preventDefault();
     pressed = event.button === 0 && !prevented;
+    dragged = false;
+    pressX = event.clientX;
+    pressY = event.clientY;
     control = 0;
+    const selects = !prevented && (event.detail > 1 || event.shiftKey);
     // The native selection moves behind the listeners.
     later(() => {
       ownSelection = selectionText();
-      tell(...mouseMessage(0, event, prevented));
+      tell(...mouseMessage(0, event, !selects));
       reportFacts();
     });
   });
 
   listen('mouseup', (event) => {
-    const drawn = pressed;
+    noteDrag(event);
+    const drawn = pressed && dragged;
     pressed = false;
     later(() => {
       ownSelection = selectionText();
@@ -494,6 +507,8 @@
       reportFacts();
     });
   });
+
+  listen('mousemove', noteDrag);
 
   listen('click', (event) => {
     clicks.push([2, event]);
@@ -515,7 +530,7 @@
 
   document.addEventListener('selectionchange', () => {
     factsLater();
-    if (!pressed) return;
+    if (!pressed || !dragged) return;
     const now = selectionText();
     if (now === ownSelection) return;
     ownSelection = now;

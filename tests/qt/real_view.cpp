@@ -16,7 +16,7 @@ namespace {
 
 constexpr char dump_script[] = R"js((function () {
   const spaces = {'http://www.w3.org/2000/svg': 'svg ', 'http://www.w3.org/1998/Math/MathML': 'math '};
-  const quoted = (text) => '"' + text.replace(/\n/g, '\\n') + '"';
+  const quoted = (text) => '"' + text.replace(/\n/g, '\\n').replace(/[\ud800-\udfff]/gu, '\ufffd') + '"';
   let out = '';
   const open = [];
   const push = (node, depth) => {
