@@ -310,7 +310,11 @@
 
   function placeAt(x, y) {
     const range = document.caretRangeFromPoint(x, y);
-    return range ? placeOf(range.startContainer, range.startOffset) : null;
+    if (!range) return null;
+    const body = document.body;
+    // Beside the body there is no place for a caret: its end is meant.
+    if (body && !body.contains(range.startContainer)) return placeOf(body, body.childNodes.length);
+    return placeOf(range.startContainer, range.startOffset);
   }
 
   function nativeSelection() {
@@ -408,7 +412,12 @@
     if (!MOVES[kind]) return movePage(kind === 4, node, offset);
     const stands = selection.rangeCount && selection.focusNode === node && selection.focusOffset === offset;
     if (!stands) selection.collapse(node, offset);
+    const anchorNode = selection.anchorNode, anchorOffset = selection.anchorOffset;
     selection.modify(selection.isCollapsed ? 'move' : 'extend', ...MOVES[kind]);
+    // From the last line Chromium goes on behind the body: there is no further line.
+    if (document.body && !document.body.contains(selection.focusNode)) {
+      selection.setBaseAndExtent(anchorNode, anchorOffset, node, offset);
+    }
     ownSelection = selectionText();
     return placeOf(selection.focusNode, selection.focusOffset);
   }

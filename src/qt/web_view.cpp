@@ -151,11 +151,20 @@ void WebView::Private::begin_page(const browser::Patch& patch) {
   page_stands_ = false;
   waiting_.clear();
   heard_.invalidate();
-  const QString base = QString::fromStdU16String(patch.base);
-  page_->load_skeleton(page_number_, patch.compatibility_mode, base);
+  mode_ = patch.compatibility_mode;
+  base_ = QString::fromStdU16String(patch.base);
+  load_page();
+}
+
+void WebView::Private::load_page() {
+  page_wanted_ = true;
+  wanted_since_.start();
+  page_->load_skeleton(page_number_, mode_, base_);
 }
 
 void WebView::Private::beat() {
+  // Seldom, a page that is asked for while the engine ends a process never comes: it is asked for again.
+  if (!page_stands_ && page_wanted_ && wanted_since_.elapsed() > heartbeat_milliseconds) load_page();
   if (!page_stands_) return;
   if (heard_.isValid() && heard_.elapsed() > silence_milliseconds && page_->renderProcessPid() > 0) {
     std::clog << "htmled: the view says nothing any more and is started anew\n";
@@ -187,7 +196,7 @@ void WebView::Private::came_up(const QString& text) {
 
 void WebView::Private::process_ended() {
   ++in_callback_;
-  page_stands_ = false;
+  page_stands_ = page_wanted_ = false;
   waiting_.clear();
   ++page_number_;  // what it may still have said is of the past
   put(browser::ViewDied{});

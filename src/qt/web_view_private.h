@@ -57,6 +57,7 @@ class WebView::Private final : public QObject {
   browser::InputContext context_;
 
  private:
+  void load_page();
   void install_script();
   void make_notice();
   void came_up(const QString& text);
@@ -72,6 +73,10 @@ class WebView::Private final : public QObject {
 
   std::vector<QString> waiting_;  // for the page to stand
   bool page_stands_ = false;
+  bool page_wanted_ = false;
+  QElapsedTimer wanted_since_;
+  dom::CompatibilityMode mode_{};
+  QString base_;
   std::deque<browser::ViewMessage> inbox_;
   bool drain_posted_ = false;
   int in_callback_ = 0;  // a callback of the engine is running: nothing else may

@@ -93,7 +93,6 @@ TEST_F(Trouble, ABurstOfKeysAndPressesArrivesWholeAndInOrder) {
   }
   ASSERT_TRUE(settle(60'000));
   EXPECT_EQ(ear.heard_, posted);
-  std::cout << html() << std::endl << letters << std::endl;
   const std::string before = "The first paragraph of this page.The second one, a little longer.";
   EXPECT_EQ(in_page("document.body.textContent").size(), before.size() + letters.size());
   EXPECT_EQ(shown(), expected());
