@@ -1,6 +1,9 @@
 #include <QApplication>
 #include <QCommandLineParser>
+#include <algorithm>
 #include <chrono>
+#include <initializer_list>
+#include <string_view>
 
 #include "htmled/demo.h"
 #include "htmled/window.h"
@@ -14,40 +17,66 @@ std::int64_t now() {
   return duration_cast<milliseconds>(steady_clock::now().time_since_epoch()).count();
 }
 
-}  // namespace
+/// Whether the program was started with one of these options.
+bool has_option(int argc, char** argv, std::initializer_list<std::string_view> options) {
+  return std::any_of(argv + 1, argv + argc, [&](std::string_view argument) {
+    return std::ranges::find(options, argument.substr(0, argument.find('='))) != options.end();
+  });
+}
 
-int main(int argc, char** argv) {
-  const std::int64_t start = now();
-  tvx::qt::prepare_web_engine();
-  QApplication application(argc, argv);
+const QCommandLineOption& demo_option() {
+  static const QCommandLineOption option(
+      QStringLiteral("offscreen-demo"),
+      QStringLiteral("Edits FILE by itself, with no display: types a sentence, makes a word bold, undoes and "
+                     "redoes that. Writes edited.html and screenshot.png into OUTDIR, and ends."),
+      QStringLiteral("OUTDIR"));
+  return option;
+}
+
+const QCommandLineOption& measure_option() {
+  static const QCommandLineOption option(
+      QStringLiteral("measure"), QStringLiteral("Opens FILE, writes how long things took, and ends."));
+  return option;
+}
+
+void set_up(QCommandLineParser& parser) {
   QCoreApplication::setApplicationName(QStringLiteral("htmled"));
   QCoreApplication::setApplicationVersion(QStringLiteral(TVX_VERSION));
-
-  QCommandLineParser parser;
   parser.setApplicationDescription(QStringLiteral("A visual editor for HTML documents."));
   parser.addHelpOption();
   parser.addVersionOption();
   parser.addPositionalArgument(QStringLiteral("FILE"), QStringLiteral("The document to open."),
                                QStringLiteral("[FILE]"));
-  const QCommandLineOption demo(
-      QStringLiteral("offscreen-demo"),
-      QStringLiteral("Edits FILE by itself, with no display: types a sentence, makes a word bold, undoes and "
-                     "redoes that. Writes edited.html and screenshot.png into OUTDIR, and ends."),
-      QStringLiteral("OUTDIR"));
-  const QCommandLineOption measure(QStringLiteral("measure"),
-                                   QStringLiteral("Opens FILE, writes how long things took, and ends."));
-  parser.addOptions({demo, measure});
+  parser.addOptions({demo_option(), measure_option()});
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  const std::int64_t start = now();
+  QCommandLineParser parser;
+  set_up(parser);
+  if (has_option(argc, argv, {"-h", "--help", "--help-all", "-v", "--version"})) {
+    // No screen is needed to say that.
+    const QCoreApplication application(argc, argv);
+    parser.process(application);
+  }
+  if (has_option(argc, argv, {"--offscreen-demo"}) && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+  tvx::qt::prepare_web_engine();
+  QApplication application(argc, argv);
   parser.process(application);
 
   tvx::qt::MessageLoop loop;
   tvx::htmled::Window window(loop);
   window.show();
   const QString file = parser.positionalArguments().value(0);
-  if (parser.isSet(measure)) {
+  if (parser.isSet(measure_option())) {
     window.start({});
     return tvx::htmled::run_measures(window, loop, file, start);
   }
   const bool opened = window.start(file);
-  if (parser.isSet(demo)) return opened ? tvx::htmled::run_demo(window, loop, parser.value(demo)) : 1;
+  if (parser.isSet(demo_option()))
+    return opened ? tvx::htmled::run_demo(window, loop, parser.value(demo_option())) : 1;
   return QApplication::exec();
 }

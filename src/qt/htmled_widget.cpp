@@ -130,6 +130,7 @@ class HTMLedWidget::Parts final : public platform::Container,
     toolbar1_ = new ToolbarFace(control_->Toolbar1(), &widget_);
     toolbar2_ = new ToolbarFace(control_->Toolbar2(), &widget_);
     branch_ = new ToolbarFace(control_->tlbDOM(), &widget_);
+    for (ToolbarFace* bar : {toolbar1_, toolbar2_, branch_}) bar->set_on_leave([this] { focus(); });
     code_ = new QPlainTextEdit(&widget_);
     code_->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     code_->setLineWrapMode(QPlainTextEdit::WidgetWidth);
