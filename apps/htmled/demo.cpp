@@ -99,7 +99,8 @@ class Demonstration {
     input->setFocus();
     for (const char16_t c : sentence)
       post_key(window_, c == u' ' ? int(Qt::Key_Space) : int(ascii_upper(c)), QString(QChar(c)));
-    return settled() && expect(contains(text(), sentence), "the sentence didn't arrive");
+    return settled() && expect(contains(text(), sentence), "the sentence didn't arrive") &&
+           expect(window_.isWindowModified(), "the title doesn't show the change");
   }
 
   bool make_bold() {
