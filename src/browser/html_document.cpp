@@ -6,6 +6,7 @@
 #include "dom/inner_html.h"
 #include "dom/journal.h"
 #include "dom/mutation.h"
+#include "dom/objects/address.h"
 #include "dom/tree.h"
 #include "editing/platform_values.h"
 #include "editing/predicates.h"
@@ -96,17 +97,7 @@ void HTMLDocument::load_body(std::u16string_view html) {
 }
 
 std::u16string HTMLDocument::absolute_url(std::u16string_view written) const {
-  std::u16string base = url_;
-  for (dom::Node* node = tree_.get(); node; node = dom::next_in_order(*node)) {
-    if (!node->is(Tag::Base)) continue;
-    const auto* element = static_cast<const Element*>(node);
-    if (!element->has_attribute(dom::names::href)) continue;
-    // OURS: the temporary file's folder never becomes a base; a base that is none leaves addresses as
-    // written.
-    base = resolve_url(element->attribute_or_empty(dom::names::href), u"").value_or(u"");
-    break;
-  }
-  return resolve_url(trimmed(written), base).value_or(std::u16string(written));
+  return resolve_url(trimmed(written), dom::base_address(*tree_, url_)).value_or(std::u16string(written));
 }
 
 bool HTMLDocument::execCommand(std::u16string_view command, bool /*show_ui*/, std::u16string_view value) {
