@@ -2,8 +2,8 @@
 #include "browser/html_document.h"
 #include "dom/inner_html.h"
 #include "dom/inner_text.h"
-#include "dom/journal.h"
 #include "dom/mutation.h"
+#include "dom/objects/element_content.h"
 #include "dom/style/inline_style.h"
 #include "dom/tree.h"
 #include "library/document_object.h"
@@ -48,28 +48,6 @@ class ElementObject final : public Object {
   DocumentHandle document_;
 };
 
-/// One assignment by a script is one step, whatever it takes.
-class ScriptStep {
- public:
-  ScriptStep(Element& element, std::u16string_view label) : journal_(dom::document_of(element).journal()) {
-    journal_.open(label);
-  }
-  ~ScriptStep() { journal_.close(); }
-
- private:
-  dom::Journal& journal_;
-};
-
-void set_inner_html(ElementObject& self, const Value& value) {
-  const ScriptStep step(*self, u"Change");
-  dom::set_inner_html(*self, value.to_text());
-}
-
-void set_inner_text(ElementObject& self, const Value& value) {
-  const ScriptStep step(*self, u"Change");
-  dom::set_inner_text(*self, value.to_text());
-}
-
 /// "className" is how the object model calls the attribute `class`.
 dom::Name attribute_name(std::u16string_view name) {
   return equals_ignoring_ascii_case(name, u"className") ? dom::Name(u"class") : dom::Name(ascii_lower(name));
@@ -106,9 +84,12 @@ Value contains(ElementObject& self, Values& arguments) {
 constexpr MemberOf<ElementObject> rows[] = {
     {u"tagName", [](ElementObject& self) -> Value { return self->display_name(); }},
     {u"sourceIndex", [](ElementObject& self) -> Value { return self.source_index(); }},
-    {u"innerHTML", [](ElementObject& self) -> Value { return dom::inner_html(*self); }, set_inner_html},
-    {u"outerHTML", [](ElementObject& self) -> Value { return dom::outer_html(*self); }},
-    {u"innerText", [](ElementObject& self) -> Value { return dom::inner_text(*self); }, set_inner_text},
+    {u"innerHTML", [](ElementObject& self) -> Value { return dom::inner_html(*self); },
+     [](ElementObject& self, const Value& value) { dom::assign_inner_html(*self, value.to_text()); }},
+    {u"outerHTML", [](ElementObject& self) -> Value { return dom::outer_html(*self); },
+     [](ElementObject& self, const Value& value) { dom::assign_outer_html(*self, value.to_text()); }},
+    {u"innerText", [](ElementObject& self) -> Value { return dom::inner_text(*self); },
+     [](ElementObject& self, const Value& value) { dom::assign_inner_text(*self, value.to_text()); }},
     {u"style", [](ElementObject& self) { return inline_style_object(*self); }},
     {u"parentElement", [](ElementObject& self) { return self.element(self->parent_element()); }},
     {u"children", [](ElementObject& self) { return self.collection(CollectionKind::Children); }},

@@ -1,6 +1,7 @@
 #include "browser/html_document.h"
 #include "library/document_object.h"
 #include "library/members_of.h"
+#include "library/range_object.h"
 
 namespace tvx::library {
 
@@ -33,21 +34,20 @@ class SelectionObject final : public Object {
   Value invoke(std::u16string_view name, Values& arguments) override {
     expect_arguments(arguments, 0, 0);
     if (equals_ignoring_ascii_case(name, u"type")) return type();
-    if (equals_ignoring_ascii_case(name, u"empty") || equals_ignoring_ascii_case(name, u"clear")) {
-      document_->editor().selection().clear();
-      return {};
-    }
+    if (equals_ignoring_ascii_case(name, u"createRange"))
+      return range_object(editing::create_range(document_->editor()), document_);
+    if (equals_ignoring_ascii_case(name, u"empty")) return change(editing::empty_selection);
+    if (equals_ignoring_ascii_case(name, u"clear")) return change(editing::clear_selection);
     if (equals_ignoring_ascii_case(name, u"control"))
       return element_object(document_->editor().selection().control(), document_);
     unknown_member(name);
   }
 
  private:
-  /// A caret is no selection to a host.
-  std::u16string_view type() const {
-    const editing::Selection& selection = document_->editor().selection();
-    if (selection.type() == editing::SelectionType::Control) return u"Control";
-    return selection.type() == editing::SelectionType::Text && !selection.collapsed() ? u"Text" : u"None";
+  std::u16string_view type() const { return editing::selection_type_name(document_->editor()); }
+  Value change(void (*act)(editing::Editor&)) {
+    document_->select([&](editing::Selection&) { act(document_->editor()); });
+    return {};
   }
 
   DocumentHandle document_;

@@ -1,0 +1,11 @@
+#pragma once
+
+#include "editing/control_range.h"
+#include "library/document_object.h"
+
+namespace tvx::library {
+
+/// A text range or a control range, for callers by name.
+Value range_object(editing::AnyRange range, const DocumentHandle& document);  // range_object.cpp
+
+}  // namespace tvx::library
