@@ -4,6 +4,10 @@
 (function () {
   'use strict';
 
+  // Once a page: the host may speak to one page twice when loads overtake each other.
+  if (Object.prototype.hasOwnProperty.call(globalThis, 'tvxView')) return;
+  Object.defineProperty(globalThis, 'tvxView', { value: true });
+
   const NAMESPACES = [null, 'http://www.w3.org/2000/svg', 'http://www.w3.org/1998/Math/MathML'];
   const ATTRIBUTE_NAMESPACES = [null, 'http://www.w3.org/1999/xlink',
     'http://www.w3.org/XML/1998/namespace', 'http://www.w3.org/2000/xmlns/'];

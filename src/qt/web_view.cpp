@@ -15,7 +15,6 @@
 #include <QVBoxLayout>
 #include <QWebChannel>
 #include <QWebEngineScript>
-#include <QWebEngineScriptCollection>
 #include <cassert>
 #include <iostream>
 
@@ -80,7 +79,6 @@ WebView::Private::Private(platform::MessageLoop& loop, QWidget* parent) : loop_(
   channel_ = new QWebChannel(this);
   channel_->registerObject(QStringLiteral("bridge"), bridge_);
   page_->setWebChannel(channel_, QWebEngineScript::ApplicationWorld);
-  install_script();
   view_->setPage(page_);
   view_->setContextMenuPolicy(Qt::NoContextMenu);
   view_->setAcceptDrops(false);
@@ -89,6 +87,9 @@ WebView::Private::Private(platform::MessageLoop& loop, QWidget* parent) : loop_(
   make_notice();
 
   connect(bridge_, &ViewBridge::came_up, this, [this](const QString& text) { came_up(text); });
+  connect(page_, &QWebEnginePage::loadFinished, this, [this](bool loaded) {
+    if (loaded) start_script();
+  });
   connect(page_, &QWebEnginePage::renderProcessTerminated, this, [this] { process_ended(); });
   view_->installEventFilter(this);
   watch_input_widget();
@@ -106,19 +107,17 @@ WebView::Private::~Private() {
   delete stack_;
 }
 
-void WebView::Private::install_script() {
-  QString source = resource(":/qtwebchannel/qwebchannel.js");
-  QString view = resource(":/tvx/view.js");
-  view.replace(QStringLiteral("TVX_SHEET"), quoted(resource(":/tvx/view.css")));
-  QWebEngineScript script;
-  script.setName(QStringLiteral("view.js"));
-  script.setInjectionPoint(QWebEngineScript::DocumentReady);
-  script.setWorldId(QWebEngineScript::ApplicationWorld);
-  script.setRunsOnSubFrames(false);
-  // Both in one function: the isolated world's global object shows the page's ids as names.
-  script.setSourceCode(QStringLiteral("(function(){") + source + QStringLiteral("\n") + view +
-                       QStringLiteral("})();"));
-  page_->scripts().insert(script);
+// The engine's own injection of scripts now and then misses a process that follows a dead one; a page that
+// has loaded is there to be spoken to.
+void WebView::Private::start_script() {
+  static const QString source = [] {
+    QString view = resource(":/tvx/view.js");
+    view.replace(QStringLiteral("TVX_SHEET"), quoted(resource(":/tvx/view.css")));
+    // Both in one function: the isolated world's global object shows the page's ids as names.
+    return QStringLiteral("(function(){") + resource(":/qtwebchannel/qwebchannel.js") + QStringLiteral("\n") +
+           view + QStringLiteral("})();");
+  }();
+  page_->runJavaScript(source, QWebEngineScript::ApplicationWorld);
 }
 
 void WebView::Private::make_notice() {

@@ -58,7 +58,7 @@ class WebView::Private final : public QObject {
 
  private:
   void load_page();
-  void install_script();
+  void start_script();
   void make_notice();
   void came_up(const QString& text);
   void process_ended();
