@@ -172,8 +172,9 @@ int run_measures(Window& window, platform::MessageLoop& loop, const QString& fil
   browser::DocumentView& view = window.editor().document_view();
   settle(window, loop);
   std::cout << "start to first paint: " << loop.now() - program_start << " ms\n";
-  if (!window.open(file)) return 1;
   const std::int64_t begin = loop.now();
+  if (!window.open(file)) return 1;
+  std::cout << "open returned after: " << loop.now() - begin << " ms\n";
   std::int64_t filled = 0, stall = 0, last = loop.now();
   wait_for(loop, [&] {
     const std::int64_t now = loop.now();
@@ -182,8 +183,8 @@ int run_measures(Window& window, platform::MessageLoop& loop, const QString& fil
     if (!filled && view.filled()) filled = now;
     return view.settled();
   });
-  std::cout << "parsed, to the window filled: " << filled - begin << " ms\n"
-            << "parsed, to the whole document: " << loop.now() - begin << " ms\n"
+  std::cout << "open, to the window filled: " << filled - begin << " ms\n"
+            << "open, to the whole document: " << loop.now() - begin << " ms\n"
             << "longest stall of the loop meanwhile: " << stall << " ms\n";
   place_caret(*window.editor().control().DOM());
   if (QWidget* input = window.editor().view().input_widget()) input->setFocus();

@@ -96,7 +96,8 @@ void DocumentView::begin_anew() {
   compatibility_mode_ = document_->tree().compatibility_mode();
   base_ = base();
   base_may_differ_ = false;
-  mirror_->set_patch(next(last_sent_));
+  first_patch_ = next(last_sent_);
+  mirror_->set_patch(first_patch_);
   schedule_flush();
 }
 

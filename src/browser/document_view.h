@@ -39,7 +39,7 @@ class DocumentView final : public HTMLDocument::Geometry,
   /// Everything is sent, laid out, and no input waits.
   bool settled() const;
   /// The window is filled, though more may follow.
-  bool filled() const { return last_done_ > PatchNumber{}; }
+  bool filled() const { return last_done_ >= first_patch_; }
   /// Whether the view gave up on this document after dying of it twice.
   bool shows_notice() const { return notice_; }
   const ViewFacts& facts() const { return facts_; }
@@ -100,6 +100,7 @@ class DocumentView final : public HTMLDocument::Geometry,
   PatchNumber last_sent_{}, last_done_{};
   PatchNumber seen_{};  // of the message that is being handled
 
+  PatchNumber first_patch_{};         // the one that began the page
   std::optional<PatchNumber> slice_;  // on its way
   std::int64_t slice_sent_ = 0;
   std::size_t slice_budget_ = 0;
