@@ -83,7 +83,36 @@ void Server::work() {
   working_ = false;
 }
 
+namespace {
+
+// The JSON library copies and drops nested values by recursion: what is deeper than any request means is
+// refused before it is read.
+constexpr int deepest_line = 200;
+
+bool is_too_deep(std::string_view line) {
+  int depth = 0;
+  bool in_text = false;
+  for (std::size_t i = 0; i < line.size(); ++i) {
+    const char c = line[i];
+    if (in_text) {
+      if (c == '\\') ++i;
+      if (c == '"') in_text = false;
+    } else if (c == '"') {
+      in_text = true;
+    } else if (c == '[' || c == '{') {
+      if (++depth > deepest_line) return true;
+    } else if (c == ']' || c == '}') {
+      --depth;
+    }
+  }
+  return false;
+}
+
+}  // namespace
+
 void Server::answer_line(std::string_view line) {
+  if (is_too_deep(line))
+    return write(error_answer(nullptr, ProtocolError::parse_error, "Parse error: too deep"));
   const Json request = Json::parse(line, nullptr, false);
   if (request.is_discarded()) return write(error_answer(nullptr, ProtocolError::parse_error, "Parse error"));
   const Json answer = answer_request(*session_, request);
