@@ -107,12 +107,24 @@ std::u16string_view Journal::redo_label() const {
 SelectionRecord Journal::capture() const { return selection_ ? selection_->capture() : SelectionRecord{}; }
 
 void Journal::open(std::u16string_view label, StepJoin join) {
-  if (depth_++ == 0) begin_step(label, join);
+  if (depth_++ > 0) return;
+  uncover();
+  begin_step(label, join);
+}
+
+void Journal::uncover() {
+  if (overlay_) overlay_->take_off();
+}
+
+void Journal::cover() {
+  if (overlay_) overlay_->put_back();
 }
 
 void Journal::close() {
   assert(depth_ > 0);
-  if (--depth_ == 0) finish_step();
+  if (--depth_ > 0) return;
+  finish_step();
+  cover();
 }
 
 void Journal::begin_step(std::u16string_view label, StepJoin join) {
@@ -146,6 +158,7 @@ void Journal::finish_step() {
 void Journal::before_mutation() {
   if (replaying_ || document_.mutation_kind() != MutationKind::Step || depth_ > 0) return;
   // A host writing to the tree outside any gesture: a step of its own, closed by record().
+  uncover();
   begin_step(u"", StepJoin::Never);
   single_ = true;
 }
@@ -161,6 +174,7 @@ void Journal::record(Mutation mutation) {
     single_ = false;
     finish_step();
     run_open_ = false;
+    cover();
   }
 }
 
@@ -190,7 +204,7 @@ bool Journal::replay(std::vector<std::unique_ptr<Step>>& from, std::vector<std::
                      bool backward) {
   if (from.empty() || depth_ > 0) return false;
   run_open_ = false;
-  if (overlay_) overlay_->take_off();
+  uncover();
   std::unique_ptr<Step> step = std::move(from.back());
   from.pop_back();
   {
@@ -206,7 +220,7 @@ bool Journal::replay(std::vector<std::unique_ptr<Step>>& from, std::vector<std::
   }
   if (selection_) selection_->restore(backward ? step->before : step->after);
   to.push_back(std::move(step));
-  if (overlay_) overlay_->put_back();
+  cover();
   return true;
 }
 

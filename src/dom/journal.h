@@ -26,7 +26,8 @@ class SelectionKeeper {
   virtual void restore(const SelectionRecord& record) = 0;
 };
 
-/// Who has changes of kind Overlay in the tree. Undo and redo replay against a tree without them.
+/// Who has changes of kind Overlay in the tree. Steps are recorded and replayed against a tree without them,
+/// so that no record holds a trace of one.
 class OverlayKeeper {
  public:
   virtual ~OverlayKeeper() = default;
@@ -76,6 +77,8 @@ class Journal {
   friend class MutationDoor;
   struct Step;
   void before_mutation();
+  void uncover();
+  void cover();
   void record(Mutation mutation);
   void begin_step(std::u16string_view label, StepJoin join);
   void finish_step();

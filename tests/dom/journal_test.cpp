@@ -119,6 +119,50 @@ TEST_F(JournalTest, OverlayAndLoadAreNotJournalled) {
   EXPECT_FALSE(journal().can_undo());
 }
 
+/// Lays a border over an element's style.
+class Border final : public OverlayKeeper {
+ public:
+  explicit Border(Element& element) : element_(element) { put_back(); }
+  void take_off() override {
+    MutationScope scope(document_of(element_), MutationKind::Overlay);
+    if (saved_)
+      set_attribute(element_, names::style, *saved_);
+    else
+      remove_attribute(element_, names::style);
+  }
+  void put_back() override {
+    MutationScope scope(document_of(element_), MutationKind::Overlay);
+    const std::u16string* style = element_.attribute(names::style);
+    saved_ = style ? std::optional(*style) : std::nullopt;
+    set_attribute(element_, names::style, saved_.value_or(u"") + u"border: 1px");
+  }
+
+ private:
+  Element& element_;
+  std::optional<std::u16string> saved_;
+};
+
+TEST_F(JournalTest, NoStepHoldsATraceOfAnOverlay) {
+  Border border(*p_);
+  journal().set_overlay_keeper(&border);
+  EXPECT_EQ(html(), u"<P style=\"border: 1px\">one</P>");
+  {
+    UndoStep step(journal(), u"Colour");
+    set_attribute(*p_, names::style, u"color: red;");
+  }
+  EXPECT_EQ(html(), u"<P style=\"color: red;border: 1px\">one</P>");
+  set_attribute(*p_, names::style, u"color: blue;");  // outside any step
+  EXPECT_EQ(html(), u"<P style=\"color: blue;border: 1px\">one</P>");
+  journal().undo();
+  EXPECT_EQ(html(), u"<P style=\"color: red;border: 1px\">one</P>");
+  journal().undo();
+  EXPECT_EQ(html(), u"<P style=\"border: 1px\">one</P>");
+  journal().redo();
+  border.take_off();
+  journal().set_overlay_keeper(nullptr);
+  EXPECT_EQ(html(), u"<P style=\"color: red;\">one</P>");
+}
+
 TEST_F(JournalTest, AnEqualValueIsNoMutation) {
   set_attribute(*p_, names::id, u"a");
   set_attribute(*p_, names::id, u"a");
