@@ -2,10 +2,15 @@
 
 #include <gtest/gtest.h>
 
-#include <QCoreApplication>
+#include <QAction>
+#include <QApplication>
 #include <QFile>
 #include <QKeyEvent>
+#include <QMessageBox>
+#include <QPushButton>
 #include <QTemporaryDir>
+#include <QTimer>
+#include <functional>
 
 #include "base/strings.h"
 #include "browser/document_view.h"
@@ -23,6 +28,12 @@ namespace tvx::htmled {
 namespace {
 
 constexpr char real_page[] = "/usr/share/doc/ccache/manual.html";
+constexpr char small_page[] =
+    "<html>\n<head>\n<title>T</title>\n</head>\n<body>\n<p>A paragraph of some "
+    "length.</p>\n</body>\n</html>\n";
+constexpr char small_page_edited[] =
+    "<html>\n<head>\n<title>T</title>\n</head>\n<body>\n<p>A paragraphnew of some "
+    "length.</p>\n</body>\n</html>\n";
 
 QByteArray bytes_of(const QString& path) {
   QFile file(path);
@@ -64,6 +75,51 @@ class WindowTest : public testing::Test {
       QCoreApplication::postEvent(input, new QKeyEvent(QEvent::KeyRelease, key, Qt::NoModifier, letter));
     }
   }
+
+  /// A page of one paragraph in a file of its own, with a word typed into it.
+  QString edited_page() {
+    const QString path = folder_.filePath(QStringLiteral("page.html"));
+    QFile file(path);
+    EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(small_page) > 0);
+    file.close();
+    EXPECT_TRUE(window_.start(path));
+    EXPECT_TRUE(settle());
+    dom::Text* text = texts_of(document().tree()).at(0);
+    document().select([&](editing::Selection& selection) { selection.collapse({text, 11}); });
+    EXPECT_TRUE(settle());
+    post_text(QStringLiteral("new"));
+    EXPECT_TRUE(settle());
+    EXPECT_TRUE(window_.isWindowModified());
+    return path;
+  }
+
+  /// Chooses an item of a menu; `answer` is given the dialog that it opens.
+  bool choose(const QString& item, const std::function<void(QWidget&)>& answer = {}) {
+    bool asked = false;
+    QTimer watch;
+    QObject::connect(&watch, &QTimer::timeout, [&] {
+      QWidget* dialog = QApplication::activeModalWidget();
+      if (!dialog || asked) return;
+      asked = true;
+      if (answer) {
+        answer(*dialog);
+      } else {
+        dialog->close();
+      }
+    });
+    watch.start(10);
+    for (QAction* action : window_.findChildren<QAction*>())
+      if (action->text().remove(u'&').remove(u'…') == item) action->trigger();
+    return asked;
+  }
+
+  static void press(QWidget& dialog, QMessageBox::StandardButton button) {
+    auto* box = qobject_cast<QMessageBox*>(&dialog);
+    ASSERT_NE(box, nullptr);
+    box->button(button)->click();
+  }
+
+  std::string text_shown() { return to_utf8(dom::text_content(*document().body())); }
 
   browser::HTMLDocument& document() { return *window_.editor().control().DOM(); }
 
@@ -117,6 +173,48 @@ TEST_F(WindowTest, AFileThatCannotBeReadLeavesANewPage) {
   ASSERT_TRUE(settle());
   EXPECT_FALSE(window_.isWindowModified());
   EXPECT_TRUE(texts_of(document().tree()).empty());
+}
+
+TEST_F(WindowTest, NewAsksBeforeChangesAreLost) {
+  const QString path = edited_page();
+  EXPECT_TRUE(choose(QStringLiteral("New"), [](QWidget& box) { press(box, QMessageBox::Cancel); }));
+  EXPECT_NE(text_shown().find("paragraphnew"), std::string::npos);
+  EXPECT_TRUE(window_.isWindowModified());
+  EXPECT_TRUE(choose(QStringLiteral("New"), [](QWidget& box) { press(box, QMessageBox::Discard); }));
+  ASSERT_TRUE(settle());
+  EXPECT_EQ(text_shown().find("paragraph"), std::string::npos);
+  EXPECT_FALSE(window_.isWindowModified());
+  EXPECT_EQ(bytes_of(path), small_page);
+  EXPECT_FALSE(choose(QStringLiteral("New"))) << "nothing to lose, nothing to ask";
+}
+
+TEST_F(WindowTest, ClosingSavesWhenToldTo) {
+  const QString path = edited_page();
+  bool closed = true;
+  QTimer::singleShot(50, [] {
+    if (QWidget* box = QApplication::activeModalWidget()) press(*box, QMessageBox::Save);
+  });
+  closed = window_.close();
+  EXPECT_TRUE(closed);
+  EXPECT_EQ(bytes_of(path), small_page_edited);
+}
+
+TEST_F(WindowTest, SaveWritesTheFile) {
+  const QString path = edited_page();
+  EXPECT_FALSE(choose(QStringLiteral("Save")));
+  EXPECT_FALSE(window_.isWindowModified());
+  EXPECT_EQ(bytes_of(path), small_page_edited);
+}
+
+TEST_F(WindowTest, AFileThatAnotherProgramHasWrittenIsNotOverwrittenUnasked) {
+  const QString path = edited_page();
+  QFile file(path);
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write("<p>Theirs</p>") > 0);
+  file.close();
+  EXPECT_TRUE(choose(QStringLiteral("Save"), [](QWidget& box) { press(box, QMessageBox::Cancel); }));
+  EXPECT_EQ(bytes_of(path), "<p>Theirs</p>");
+  EXPECT_TRUE(choose(QStringLiteral("Save"), [](QWidget& box) { press(box, QMessageBox::Yes); }));
+  EXPECT_NE(bytes_of(path).indexOf("paragraphnew"), -1);
 }
 
 }  // namespace
