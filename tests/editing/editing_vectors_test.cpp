@@ -127,7 +127,7 @@ bool is_colour_command(const std::string& command) {
 class EditingVectors : public EditingFixture {
  protected:
   void SetUp() override {
-    if (!fs::exists(folder)) GTEST_SKIP() << "no cases at " << folder;
+    if (!fs::exists(folder)) GTEST_SKIP() << "the public editing cases are not here: " << folder;
     dom::style::style_of(*document).set_extra_sheets({std::u16string(sheet)});
   }
 
