@@ -23,7 +23,12 @@ Instance::Instance(int number, const InstanceOptions& options, platform::Message
   container_.on_property_changed([this](std::u16string_view key) {
     notify_("propertyChanged", {{"instance", number_}, {"key", json_text(key)}});
   });
-  control_ = core::HTMLed::create({loop, container_, dialogs_, options.hwnd, &geometry_});
+  control_ = core::HTMLed::create({.loop = loop,
+                                   .container = container_,
+                                   .dialogs = dialogs_,
+                                   .hwnd = options.hwnd,
+                                   .geometry = &geometry_,
+                                   .clipboard = options.clipboard});
   control_->add_observer(*this);
   control_->set_events(&relay_);
   control_->UserControl_Initialize();

@@ -16,8 +16,9 @@
 #include "headless/view.h"
 
 namespace tvx::platform {
+class Clipboard;
 class MessageLoop;
-}
+}  // namespace tvx::platform
 
 namespace tvx::automation {
 
@@ -29,7 +30,8 @@ struct InstanceOptions {
   std::optional<CodePage> code_page;     // none: the process's
   std::optional<std::u16string> folder;  // of its temporary files; none: the system's
   platform::WindowHandle hwnd = platform::WindowHandle::none;
-  float width = 12000, height = 9000;  // twips
+  float width = 12000, height = 9000;        // twips
+  platform::Clipboard* clipboard = nullptr;  // all controls of a session share one
 };
 
 /// One control with all that surrounds it: a container, dialogs and a view that nobody sees, and a host that

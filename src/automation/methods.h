@@ -25,6 +25,7 @@ std::span<const Method> member_methods();   // member_methods.cpp: get, set, cal
 std::span<const Method> control_methods();  // control_methods.cpp: control
 std::span<const Method> object_methods();   // object_methods.cpp: object
 std::span<const Method> gesture_methods();  // gesture_methods.cpp: press, mouse, select, navigate
-std::span<const Method> typing_methods();   // typing_methods.cpp: document.type, document.key
+std::span<const Method> clipboard_methods();  // clipboard_methods.cpp: clipboard
+std::span<const Method> typing_methods();     // typing_methods.cpp: document.type, document.key
 
 }  // namespace tvx::automation

@@ -21,7 +21,9 @@ Instance& Session::instance_of(const Params& params) {
 
 Instance& Session::add_instance(const InstanceOptions& options) {
   const int number = ++last_instance_;
-  auto instance = std::make_unique<Instance>(number, options, loop_, notify_, [this](const Json& request) {
+  InstanceOptions complete = options;
+  if (!complete.clipboard) complete.clipboard = &clipboard_;
+  auto instance = std::make_unique<Instance>(number, complete, loop_, notify_, [this](const Json& request) {
     return answer_request(*this, request);
   });
   return *(instances_[number] = std::move(instance));

@@ -8,6 +8,7 @@
 
 #include "automation/instance.h"
 #include "automation/json.h"
+#include "headless/clipboard.h"
 
 namespace tvx::automation {
 
@@ -42,6 +43,7 @@ class Session {
  private:
   platform::MessageLoop& loop_;
   Notify notify_;
+  headless::Clipboard clipboard_;
   std::map<int, std::unique_ptr<Instance>> instances_;
   std::vector<std::unique_ptr<Instance>> removed_;
   int last_instance_ = 0;

@@ -22,6 +22,7 @@ HTMLed::HTMLed(const Surroundings& surroundings)
     : loop_(surroundings.loop),
       container_(surroundings.container),
       dialogs_(surroundings.dialogs),
+      clipboard_(surroundings.clipboard),
       hwnd_(surroundings.hwnd == platform::WindowHandle::none ? platform::next_window_handle()
                                                               : surroundings.hwnd),
       geometry_(surroundings.geometry),
@@ -49,6 +50,11 @@ platform::Toolbar& HTMLed::Toolbar1() { return toolbars_->Toolbar1; }
 platform::Toolbar& HTMLed::Toolbar2() { return toolbars_->Toolbar2; }
 platform::Toolbar& HTMLed::tlbDOM() { return toolbars_->tlbDOM; }
 dom::Element* HTMLed::highlightElement() const { return highlight_->element(); }
+
+platform::Clipboard& HTMLed::clipboard() const {
+  if (!clipboard_) throw RuntimeError(errors::object_not_set, u"There is no clipboard");
+  return *clipboard_;
+}
 
 // --- code of the host ---
 

@@ -18,6 +18,7 @@
 #include "source/code_view.h"
 
 namespace tvx::platform {
+class Clipboard;
 class CommonDialogs;
 class Container;
 class MessageLoop;
@@ -43,6 +44,7 @@ struct Surroundings {
   platform::WindowHandle hwnd = platform::WindowHandle::none;  // none: the control takes the next free one
   const browser::HTMLDocument::Geometry* geometry = nullptr;
   browser::BrowserWindow* window = nullptr;
+  platform::Clipboard* clipboard = nullptr;  // null: there is none to copy to
 };
 
 /// Who shows the control: told when there is something else to show.
@@ -232,6 +234,8 @@ class HTMLed final : public std::enable_shared_from_this<HTMLed>,
   platform::Toolbar& Toolbar1();
   platform::Toolbar& Toolbar2();
   platform::Toolbar& tlbDOM();
+  /// Throws RuntimeError(91) where the control has none.
+  platform::Clipboard& clipboard() const;
   const Layout& layout() const { return layout_; }
   dom::Element* highlightElement() const;
   /// The event that the last key or selection handler fetched; null before.
@@ -349,6 +353,7 @@ class HTMLed final : public std::enable_shared_from_this<HTMLed>,
   platform::MessageLoop& loop_;
   platform::Container& container_;
   platform::CommonDialogs& dialogs_;
+  platform::Clipboard* const clipboard_;
   const platform::WindowHandle hwnd_;
   const browser::HTMLDocument::Geometry* geometry_;
   HTMLedEvents* host_ = nullptr;

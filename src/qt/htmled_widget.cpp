@@ -10,6 +10,7 @@
 #include "platform/container.h"
 #include "platform/message_loop.h"
 #include "platform/property_bag.h"
+#include "qt/clipboard.h"
 #include "qt/dialogs.h"
 #include "qt/toolbar_face.h"
 #include "qt/twips.h"
@@ -46,6 +47,7 @@ class HTMLedWidget::Parts final : public platform::Container,
     core::Surroundings surroundings{loop, *this, dialogs_};
     surroundings.geometry = &document_view_;
     surroundings.window = this;
+    surroundings.clipboard = &clipboard_;
     control_ = core::HTMLed::create(surroundings);
     control_->add_observer(*this);
     control_->txtCode().add_observer(*this);
@@ -120,6 +122,7 @@ class HTMLedWidget::Parts final : public platform::Container,
 
   HTMLedWidget& widget_;
   Dialogs dialogs_;
+  Clipboard clipboard_;
   WebView view_;
   browser::DocumentView document_view_;
   std::shared_ptr<core::HTMLed> control_;
