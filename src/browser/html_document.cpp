@@ -1,5 +1,7 @@
 #include "browser/html_document.h"
 
+#include <algorithm>
+
 #include "base/error.h"
 #include "base/url.h"
 #include "browser/gesture.h"
@@ -39,6 +41,20 @@ HTMLDocument::HTMLDocument(dom::Ref<dom::Document> tree, std::u16string url)
       watch_(std::make_unique<SelectionWatch>(*this)) {}
 
 HTMLDocument::~HTMLDocument() { watch_.reset(); }
+
+namespace {
+
+/// OURS: what shapes letters has nothing to work on while an element is selected as a whole. (The commands
+/// as such would take an image for a letter.)
+bool needs_text(std::u16string_view command) {
+  constexpr std::u16string_view names[] = {u"backColor",   u"bold",     u"fontName",      u"fontSize",
+                                           u"foreColor",   u"italic",   u"strikethrough", u"subscript",
+                                           u"superscript", u"underline"};
+  return std::ranges::any_of(
+      names, [&](std::u16string_view name) { return equals_ignoring_ascii_case(name, command); });
+}
+
+}  // namespace
 
 std::u16string HTMLDocument::readyState() const { return ready_state_; }
 
@@ -103,10 +119,13 @@ std::u16string HTMLDocument::absolute_url(std::u16string_view written) const {
 bool HTMLDocument::execCommand(std::u16string_view command, bool /*show_ui*/, std::u16string_view value) {
   const auto self = shared_from_this();
   Gesture gesture(*this);
+  if (needs_text(command) && editor_->selection().control()) return false;
   return editor_->execute(command, value);
 }
 
-bool HTMLDocument::queryCommandEnabled(std::u16string_view command) { return editor_->enabled(command); }
+bool HTMLDocument::queryCommandEnabled(std::u16string_view command) {
+  return !(needs_text(command) && editor_->selection().control()) && editor_->enabled(command);
+}
 
 CommandValue HTMLDocument::queryCommandValue(std::u16string_view command) {
   return editing::platform_value(*editor_, command);

@@ -42,17 +42,8 @@ void HTMLed::act_on_key(int key_code, bool shift, bool /*control*/) {
     sendCR(properties_.useEnterAsBR);
   } else if (key_code == key_space && shift) {
     document().set_event_key_code(0);
-    insert_in_place_of_selection(u"&nbsp;");
+    InsertAtCursor(u"&nbsp;", ed_InsertType::ed_InsertReplaceSelection);
   }
-}
-
-void HTMLed::insert_in_place_of_selection(std::u16string_view html) {
-  const auto kept = docHTML_;
-  editing::Editor& editor = document().editor();
-  if (editor.selection().control())
-    return raise_error(993, u"InsertAtCursor failed : Can not insert over a single control element");
-  editor.execute(u"insertHTML", html);
-  mark_changed();
 }
 
 void HTMLed::onkeyup() { mark_changed(); }

@@ -1,9 +1,15 @@
 #include <variant>
 
 #include "base/error.h"
+#include "base/failure_of.h"
+#include "base/text.h"
 #include "browser/html_document.h"
+#include "commands/selection_operations.h"
 #include "commands/toolbars.h"
 #include "core/htmled.h"
+#include "core/keep_alive.h"
+#include "dom/journal.h"
+#include "dom/mutation.h"
 
 /// The public formatting operations: each names its command to the document and marks it changed.
 namespace tvx::core {
@@ -56,6 +62,44 @@ void HTMLed::undo_document() {
 void HTMLed::redo_document() {
   if (!inCodeView_) return run_command(u"redo");
   txtCode_.Redo();
+  mark_changed();
+}
+
+void HTMLed::insert_HR() {
+  const KeepAlive alive(*this);
+  InsertAtCursor(u"<HR>", ed_InsertType::ed_InsertReplaceSelection);
+  mark_changed();
+}
+
+void HTMLed::insert_Link() {
+  const KeepAlive alive(*this);
+  if (properties_.relativeURLs) attempt([&] { make_link_under_mouse_relative(); });
+  attempt([&] { browser_document().execCommand(u"CreateLink", true, u""); });
+  mark_changed();
+}
+
+// The dialog shows the address that is there: within the site, it shall be one of the site's.
+void HTMLed::make_link_under_mouse_relative() {
+  const browser::Event* event = document().event();
+  if (!event) return;
+  dom::Element* element = document().element_from_point(event->x(), event->y());
+  while (element && !element->is(dom::Tag::A) && !element->is(dom::Tag::Body))
+    element = element->parent_element();
+  if (!element || !element->is(dom::Tag::A)) return;
+  std::u16string address(element->attribute_or_empty(dom::names::href));
+  address = ReplaceAll(properties_.BaseURL, u"", address, false);
+  const std::size_t hash = address.rfind(u'#');
+  const dom::Ref<dom::Element> link(element);
+  const dom::UndoStep step(document().tree().journal(), u"Link");
+  dom::set_attribute(*link, dom::names::href, hash == address.npos ? address : address.substr(hash));
+}
+
+void HTMLed::FormatSelection(std::u16string_view OpeningTag, std::u16string_view ClosingTag) {
+  const KeepAlive alive(*this);
+  const auto kept = docHTML_;
+  const auto failure =
+      failure_of([&] { commands::wrap_selection(document().editor(), OpeningTag, ClosingTag); });
+  if (failure) return raise_error(5, u"Selection fomatting could not be applied : " + failure->text());
   mark_changed();
 }
 

@@ -3,12 +3,14 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "browser/browser.h"
 #include "browser/events.h"
+#include "commands/style_classes.h"
 #include "core/enumerations.h"
 #include "core/events.h"
 #include "core/layout.h"
@@ -225,8 +227,25 @@ class HTMLed final : public std::enable_shared_from_this<HTMLed>,
   void unnumbered_list();
   void undo_document();
   void redo_document();
+  void insert_HR();
+  /// Asks for an address and makes the selection a link.
+  void insert_Link();
+  /// Puts the selection, or the word at the caret, between two pieces of HTML.
+  void FormatSelection(std::u16string_view OpeningTag, std::u16string_view ClosingTag);
+  void InsertAtCursor(std::u16string_view HTMLText, ed_InsertType insertWhere);
+  /// As HTML or as text; nothing if it can't be had, which the host has then heard of.
+  std::optional<std::u16string> GetCurrentSelection(bool HTMLText);
+  /// Selects by character position; the HTML of what was selected.
+  std::u16string selectText(std::int32_t SelStartPos, std::int32_t SelLength);
   void show_Code();
   bool InCodeView() const { return inCodeView_; }
+
+  // --- the class menus' items: 0 takes a class away, the others are those of style_classes() ---
+  const std::vector<commands::StyleClass>& style_classes() const { return style_classes_; }
+  /// The class of the current element.
+  void mnuClass_Click(std::int16_t Index);
+  /// The class of the selection.
+  void mnuMiscClass_Click(std::int16_t Index);
 
   // --- inside: what views, scripts and tests reach by name ---
   browser::Browser& WBrowser() { return *browser_; }
@@ -298,7 +317,9 @@ class HTMLed final : public std::enable_shared_from_this<HTMLed>,
   std::u16string text_of_body();
   void switch_editing(bool enabled);
   void ApplyStyleSheet();
+  std::shared_ptr<dom::style::StyleSheet> first_sheet() const;
   void set_sheet_address(std::u16string_view address);
+  void set_sheet_file(std::u16string_view address, std::u16string_view text);
   void apply_remote_style_sheet();
   void apply_local_style_sheet();
   void apply_style_text();
@@ -327,12 +348,14 @@ class HTMLed final : public std::enable_shared_from_this<HTMLed>,
   void fetch_last_event();
   void act_on_key(int key_code, bool shift, bool control);
   void raise_document_click();
-  void insert_in_place_of_selection(std::u16string_view html);
 
-  // --- commands (formatting.cpp, toolbar_dispatch.cpp) ---
+  // --- commands (formatting.cpp, selection_interface.cpp, class_menus.cpp, toolbar_dispatch.cpp) ---
   void run_command(std::u16string_view command);
   void run_toggle(std::u16string_view command, bool guarded, int button, std::u16string_view query);
   void show_pressed(int button, std::u16string_view query);
+  void make_link_under_mouse_relative();
+  bool host_allows_item(std::u16string_view item);
+  std::u16string style_class_at(std::int16_t index) const;
   void ButtonClick(platform::Toolbar& toolbar, platform::Button& button) override;
   void Toolbar1_ButtonClick(platform::Button& button);
   void Toolbar2_ButtonClick(platform::Button& button);
@@ -376,6 +399,7 @@ class HTMLed final : public std::enable_shared_from_this<HTMLed>,
   SharedText entered_code_;  // what the code view was entered with; null in the design view
   dom::Ref<dom::Element> base_element_;
   std::shared_ptr<dom::style::StyleSheet> active_style_sheet_;
+  std::vector<commands::StyleClass> style_classes_;
   std::unique_ptr<browser::Event> last_event_;
   bool edit_window_found_ = false;
   bool inCodeView_ = false;

@@ -84,6 +84,7 @@ void HTMLed::UserControl_Terminate() {
 }
 
 void HTMLed::drop_references() {
+  style_classes_.clear();
   active_style_sheet_.reset();
   set_docHTML(nullptr);
   last_event_.reset();

@@ -51,33 +51,47 @@ void HTMLed::apply_remote_style_sheet() {
 void HTMLed::apply_local_style_sheet() {
   const std::u16string source = DecodeURL(std::u16string_view(properties_.CSSText).substr(8));
   const std::u16string copy = temporary_file(style_sheet_file);
-  write_printed_line(copy, ReadTextFile(source).text);
+  const std::u16string text = ReadTextFile(source).text;
+  write_printed_line(copy, text);
   watch_download_ = true;
-  attempt([&] { set_sheet_address(CanonicalURL(u"file:///" + with_slashes(copy), unescape)); });
+  attempt([&] { set_sheet_file(CanonicalURL(u"file:///" + with_slashes(copy), unescape), text); });
 }
 
 void HTMLed::apply_style_text() {
   const std::u16string path = temporary_file(style_sheet_file);
   write_printed_line(path, properties_.CSSText);
   watch_download_ = true;
-  attempt([&] { set_sheet_address(u"file:///" + with_slashes(path)); });
+  attempt([&] { set_sheet_file(u"file:///" + with_slashes(path), properties_.CSSText); });
+}
+
+std::shared_ptr<dom::style::StyleSheet> HTMLed::first_sheet() const {
+  const auto& sheets = dom::style::style_of(document().tree()).sheets();
+  if (sheets.empty()) throw RuntimeError(errors::invalid_call, u"The document has no style sheet");
+  return sheets.front();
 }
 
 void HTMLed::set_sheet_address(std::u16string_view address) {
   const auto kept = docHTML_;
-  dom::Document& tree = document().tree();
-  const auto& sheets = dom::style::style_of(tree).sheets();
-  if (sheets.empty()) throw RuntimeError(errors::invalid_call, u"The document has no style sheet");
-  const auto first = sheets.front();
+  const auto sheet = first_sheet();
   // How the document looks is no edit of it.
-  const dom::MutationScope scope(tree, dom::MutationKind::Load);
-  first->set_href(address);
+  const dom::MutationScope scope(document().tree(), dom::MutationKind::Load);
+  sheet->set_href(address);
+}
+
+// The browser will load the file in a turn of its own. What stands in it counts at once, so that its classes
+// are in the menus when the caller looks.
+void HTMLed::set_sheet_file(std::u16string_view address, std::u16string_view text) {
+  set_sheet_address(address);
+  first_sheet()->set_css_text(text);
 }
 
 void HTMLed::LoadStyleClasses() {
+  style_classes_.clear();
   active_style_sheet_.reset();
   const auto& sheets = dom::style::style_of(document().tree()).sheets();
-  if (!sheets.empty()) active_style_sheet_ = sheets.front();
+  if (sheets.empty()) return;
+  active_style_sheet_ = sheets.front();
+  style_classes_ = commands::style_classes_of(*active_style_sheet_);
 }
 
 }  // namespace tvx::core

@@ -46,6 +46,20 @@ Value in_code_view(HTMLed& control, Values& arguments) {
   return {};
 }
 
+Value insert_at_cursor(HTMLed& control, Values& arguments) {
+  control.InsertAtCursor(arguments[0].to_text(), from_value<core::ed_InsertType>(arguments[1]));
+  return {};
+}
+
+Value current_selection(HTMLed& control, Values& arguments) {
+  const auto content = control.GetCurrentSelection(arguments[0].to_boolean());
+  return content ? Value(*content) : Value();
+}
+
+Value select_text(HTMLed& control, Values& arguments) {
+  return control.selectText(arguments[0].to_integer32(), arguments[1].to_integer32());
+}
+
 constexpr Member rows[] = {
     operation(101, u"Open_document", Type::None, open_parameters,
               u"Opens a file, or the one that the user chooses if the name is empty; whole or its body only.",
@@ -67,11 +81,12 @@ constexpr Member rows[] = {
     operation(110, u"InCodeView", Type::None, in_code_view_parameters,
               u"Tells whether the source is in front.", in_code_view),
     operation(111, u"InsertAtCursor", Type::None, insert_parameters,
-              u"Inserts HTML in place of the selection (0), before it (1) or after it (2)."),
+              u"Inserts HTML in place of the selection (0), before it (1) or after it (2).",
+              insert_at_cursor),
     operation(112, u"GetCurrentSelection", Type::Variant, selection_parameters,
-              u"Gives what is selected, or the word at the caret, as HTML or as text."),
+              u"Gives what is selected, or the word at the caret, as HTML or as text.", current_selection),
     operation(113, u"selectText", Type::String, select_parameters,
-              u"Selects by character position and gives the HTML of what it selected."),
+              u"Selects by character position and gives the HTML of what it selected.", select_text),
 };
 
 }  // namespace

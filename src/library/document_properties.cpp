@@ -1,4 +1,5 @@
 #include "library/bindings.h"
+#include "library/directory_item_object.h"
 #include "library/document_object.h"
 
 namespace tvx::library {
@@ -21,7 +22,8 @@ constexpr Member rows[] = {
      .name = u"DirectoryItem",
      .type = Type::Object,
      .description = u"A new, empty entry of a directory listing at each read.",
-     .access = Access::ReadOnly},
+     .access = Access::ReadOnly,
+     .get = [](HTMLed&) -> Value { return directory_item_object({}); }},
     {.kind = MemberKind::Property,
      .number = 3,
      .name = u"hwnd",

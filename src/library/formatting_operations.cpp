@@ -8,6 +8,11 @@ using core::HTMLed;
 
 constexpr Parameter format_parameters[] = {{u"OpeningTag", Type::String}, {u"ClosingTag", Type::String}};
 
+Value format_selection(HTMLed& control, Values& arguments) {
+  control.FormatSelection(arguments[0].to_text(), arguments[1].to_text());
+  return {};
+}
+
 constexpr Member rows[] = {
     operation<&HTMLed::bold_document>(121, u"bold_document", u"Bold, on or off."),
     operation<&HTMLed::italic_document>(122, u"italic_document", u"Italic, on or off."),
@@ -23,10 +28,11 @@ constexpr Member rows[] = {
     operation<&HTMLed::undo_document>(132, u"undo_document",
                                       u"Takes back the last step, of the view in front."),
     operation<&HTMLed::redo_document>(133, u"redo_document", u"Does again what was taken back."),
-    operation(134, u"insert_HR", Type::None, {}, u"Inserts a horizontal rule."),
-    operation(135, u"insert_Link", Type::None, {}, u"Makes the selection a link; asks for its address."),
+    operation<&HTMLed::insert_HR>(134, u"insert_HR", u"Inserts a horizontal rule."),
+    operation<&HTMLed::insert_Link>(135, u"insert_Link",
+                                    u"Makes the selection a link; asks for its address."),
     operation(136, u"FormatSelection", Type::None, format_parameters,
-              u"Puts the selection, or the word at the caret, between two pieces of HTML."),
+              u"Puts the selection, or the word at the caret, between two pieces of HTML.", format_selection),
     operation(137, u"change_Font", Type::None, {}, u"Asks for font, size and colours of the selection."),
     operation(138, u"Table_Document", Type::None, {}, u"Asks for a table's measures and inserts it."),
     operation(139, u"insert_Form", Type::None, {}, u"Asks for a form's settings and inserts it."),

@@ -38,6 +38,7 @@ class RecordingHost : public HTMLedEvents {
   std::function<void(std::u16string&)> on_get_html;
   std::function<void(std::u16string&, bool&)> on_navigate;
   std::function<void(std::u16string&, bool&)> on_button;
+  std::function<void(std::u16string&, bool&)> on_menu;
   std::function<void(bool&, bool&)> on_view_change;
   std::function<void(std::int32_t&)> on_key;
   std::vector<dom::Ref<dom::Element>> clicked;
@@ -53,6 +54,10 @@ class RecordingHost : public HTMLedEvents {
                        bool& cancel) override {
     if (on_button) on_button(name, cancel);
     say("ToolButtonClick", to_utf8(toolbar) + " " + std::to_string(index) + " " + to_utf8(name));
+  }
+  void MenuClick(std::u16string& item, bool& cancel) override {
+    if (on_menu) on_menu(item, cancel);
+    say("MenuClick", to_utf8(item));
   }
   void BeforeCodeViewChange(bool& wysiwyg, bool& cancel) override {
     if (on_view_change) on_view_change(wysiwyg, cancel);

@@ -12,6 +12,7 @@
 #include "headless/property_bag.h"
 #include "headless/virtual_time_loop.h"
 #include "library/dispatch.h"
+#include "library/object.h"
 
 namespace tvx::library {
 namespace {
@@ -124,6 +125,24 @@ TEST_F(MemberTable, CallsAreCheckedBeforeTheyAreMade) {
   Values arguments{u"True"};
   call_method(*control, u"InCodeView", arguments);
   EXPECT_EQ(arguments, Values{false});
+}
+
+TEST_F(MemberTable, EachReadOfDirectoryItemGivesANewEmptyEntry) {
+  const ObjectHandle item = get_property(*control, u"DirectoryItem").to_object();
+  ASSERT_TRUE(item);
+  EXPECT_EQ(item->get(u"Filename"), Value(u""));
+  EXPECT_EQ(item->get(u"LastWriteTime"), Value(0.0));
+  item->set(u"filename", u"a.gif");
+  item->set(u"FileSize", u"12");
+  item->set(u"readonly", true);
+  item->set(u"CreationTime", 1.5);
+  EXPECT_EQ(item->get(u"Filename"), Value(u"a.gif"));
+  EXPECT_EQ(item->get(u"FileSize"), Value(12));
+  EXPECT_EQ(item->get(u"READONLY"), Value(true));
+  EXPECT_EQ(item->get(u"CreationTime"), Value(1.5));
+  const ObjectHandle other = get_property(*control, u"DirectoryItem").to_object();
+  EXPECT_NE(other, item);
+  EXPECT_EQ(other->get(u"Filename"), Value(u""));
 }
 
 }  // namespace
