@@ -194,9 +194,9 @@ void ContextMenus::apply_hidden(std::u16string_view list) {
     }));
 }
 
-void ContextMenus::refresh_paste(Menu& menu, const std::function<bool(ClipboardFormat)>& has) {
-  using enum ClipboardFormat;
-  const auto any_of = [&](std::initializer_list<ClipboardFormat> formats) {
+void ContextMenus::refresh_paste(Menu& menu, const std::function<bool(platform::ClipboardFormat)>& has) {
+  using enum platform::ClipboardFormat;
+  const auto any_of = [&](std::initializer_list<platform::ClipboardFormat> formats) {
     return std::ranges::any_of(formats, has);
   };
   if (&menu == &mnuImg) {
@@ -206,8 +206,7 @@ void ContextMenus::refresh_paste(Menu& menu, const std::function<bool(ClipboardF
   } else if (&menu == &mnuMisc) {
     // The other way round than the two above: an empty clipboard leaves it enabled.
     item(u"mnuMiscPaste")
-        .set_Enabled(any_of({rich_text, text, link}) ||
-                     !any_of({bitmap, metafile, device_independent_bitmap, palette, file_list}));
+        .set_Enabled(any_of({rich_text, text, link}) || !any_of({bitmap, metafile, dib, palette, file_list}));
   }
 }
 
@@ -215,6 +214,19 @@ void ContextMenus::show_image_link(bool in_link) {
   item(u"mnuImgLink").set_Visible(in_link);
   item(u"mnuImgLinkRemove").set_Visible(in_link);
   item(u"mnuImgNewLink").set_Visible(!in_link);
+}
+
+void ContextMenus::show_classes(std::span<const StyleClass> classes) {
+  const std::pair<Menu&, std::u16string_view> arrays[] = {{item(u"mnuToolSetClass"), u"mnuClass"},
+                                                          {item(u"mnuMiscStyle"), u"mnuMiscClass"}};
+  for (const auto& [head, array] : arrays) {
+    while (const int last = head.UBound(array)) head.Unload(array, last);
+    for (const StyleClass& each : classes) {
+      Menu& loaded = head.Load(array, each.index);
+      loaded.set_Caption(each.name);
+      loaded.set_Visible(true);
+    }
+  }
 }
 
 void ContextMenus::prepare_cell_row_actions(std::u16string_view tag, const CellRowLabels& labels) {

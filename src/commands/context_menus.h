@@ -2,23 +2,14 @@
 
 #include <array>
 #include <functional>
+#include <span>
 #include <string_view>
 
+#include "commands/style_classes.h"
+#include "platform/clipboard.h"
 #include "platform/menu.h"
 
 namespace tvx::commands {
-
-/// Clipboard formats by their standard numbers.
-enum class ClipboardFormat : int {
-  rich_text = -16639,
-  link = -16640,
-  text = 1,
-  bitmap = 2,
-  metafile = 3,
-  device_independent_bitmap = 8,
-  palette = 9,
-  file_list = 15,
-};
 
 /// The words of the cell and row submenu, which a language file may replace.
 struct CellRowLabels {
@@ -51,9 +42,11 @@ class ContextMenus {
   void apply_hidden(std::u16string_view list);
 
   /// Sets whether something can be pasted from `menu`, by what the clipboard has.
-  void refresh_paste(platform::Menu& menu, const std::function<bool(ClipboardFormat)>& has);
+  void refresh_paste(platform::Menu& menu, const std::function<bool(platform::ClipboardFormat)>& has);
   /// The link items of an image that stands in a link, or doesn't.
   void show_image_link(bool in_link);
+  /// Fills both class menus behind "(none)"; items have the indexes of their classes.
+  void show_classes(std::span<const StyleClass> classes);
   /// The submenu of the branch toolbar's menu for an element with that tag, in lower case.
   void prepare_cell_row_actions(std::u16string_view tag, const CellRowLabels& labels);
 };

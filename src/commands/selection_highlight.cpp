@@ -29,6 +29,8 @@ void SelectionHighlight::watch(dom::Document* document) {
 }
 
 void SelectionHighlight::set_element(dom::Ref<dom::Element> element) {
+  // Made the current one again, an element keeps its border and what comes back when that is taken off.
+  if (drawn_ && element == element_) return;
   element_ = std::move(element);
   drawn_.reset();
   watch(element_ ? element_->document() : nullptr);

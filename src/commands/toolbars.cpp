@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "base/strings.h"
+#include "commands/branch_toolbar.h"
 
 namespace tvx::commands {
 namespace {
@@ -90,8 +91,8 @@ Toolbars::Toolbars() : Toolbar1(u"Toolbar1"), Toolbar2(u"Toolbar2"), tlbDOM(u"tl
 
 void Toolbars::prepare_branch_toolbar() {
   tlbDOM.Clear();
-  tlbDOM.set_ButtonHeight(345);
-  tlbDOM.set_ButtonWidth(500);
+  tlbDOM.set_ButtonHeight(branch::button_height);
+  tlbDOM.set_ButtonWidth(branch::button_width);
   tlbDOM.Add({u"KEY0", u" ", u"", u"Blank", ButtonStyle::Default});
 }
 

@@ -5,6 +5,7 @@
 #include "core/htmled.h"
 #include "core/keep_alive.h"
 #include "editing/editor.h"
+#include "platform/loaded_dialogs.h"
 
 /// What the document tells: keys, clicks, and where the selection went.
 namespace tvx::core {
@@ -64,6 +65,7 @@ bool HTMLed::onclick() {
 bool HTMLed::oncontrolselect() {
   const KeepAlive alive(*this);
   attempt([&] { raise_document_click(); });
+  if (browser_->ReadyState() == browser::ReadyState::Complete) BuildBranchToolbar();
   return properties_.EditorEnabled;
 }
 
@@ -85,20 +87,9 @@ bool HTMLed::ondblclick() {
 
 void HTMLed::onselectionchange() {
   const KeepAlive alive(*this);
-  if (browser_->ReadyState() == browser::ReadyState::Complete) {
-    attempt([&] { fetch_last_event(); });
-    attempt([&] { highlight_->restore(); });
-    dom::Ref<dom::Element> element;
-    attempt([&] {
-      if (last_event_) element = document().element_from_point(last_event_->client_x, last_event_->client_y);
-    });
-    highlight_->set_element(element);
-    if (properties_.HighlightDOMSelectionOnClick)
-      attempt([&] {
-        highlight_->draw({properties_.SelectionBorderStyle, properties_.SelectionBorderWidth,
-                          properties_.SelectionBorderColor});
-      });
-  }
+  // The spelling run moves the selection from word to word, with its dialog open.
+  if (platform::IsDialogLoaded(u"frmSpelling")) return;
+  if (browser_->ReadyState() == browser::ReadyState::Complete) follow_selection();
   show_pressed(commands::button_bold, u"BOLD");
   show_pressed(commands::button_italic, u"Italic");
   show_pressed(commands::button_underline, u"Underline");
@@ -106,6 +97,18 @@ void HTMLed::onselectionchange() {
   show_pressed(commands::button_copy, u"Copy");
   show_pressed(commands::button_cut, u"Cut");
   show_pressed(commands::button_paste, u"Paste");
+}
+
+void HTMLed::follow_selection() {
+  attempt([&] { fetch_last_event(); });
+  attempt([&] { highlight_->restore(); });
+  dom::Ref<dom::Element> element;
+  attempt([&] {
+    if (last_event_) element = document().element_from_point(last_event_->client_x, last_event_->client_y);
+  });
+  highlight_->set_element(element);
+  if (properties_.HighlightDOMSelectionOnClick) attempt([&] { draw_selection_border(); });
+  BuildBranchToolbar();
 }
 
 }  // namespace tvx::core

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "base/error.h"
+#include "commands/context_menus.h"
 #include "commands/selection_highlight.h"
 #include "commands/toolbars.h"
 #include "core/keep_alive.h"
@@ -23,11 +24,13 @@ HTMLed::HTMLed(const Surroundings& surroundings)
       container_(surroundings.container),
       dialogs_(surroundings.dialogs),
       clipboard_(surroundings.clipboard),
+      popups_(surroundings.popups),
       hwnd_(surroundings.hwnd == platform::WindowHandle::none ? platform::next_window_handle()
                                                               : surroundings.hwnd),
       geometry_(surroundings.geometry),
       browser_(std::make_unique<browser::Browser>(loop_)),
       toolbars_(std::make_unique<commands::Toolbars>()),
+      menus_(std::make_unique<commands::ContextMenus>()),
       highlight_(std::make_unique<commands::SelectionHighlight>()) {
   browser_->set_geometry(geometry_);
   browser_->set_window(surroundings.window);
@@ -35,6 +38,8 @@ HTMLed::HTMLed(const Surroundings& surroundings)
   browser_->add_observer(*this);
   toolbars_->Toolbar1.set_handler(this);
   toolbars_->Toolbar2.set_handler(this);
+  toolbars_->tlbDOM.set_handler(this);
+  menus_->set_handler(this);
 }
 
 HTMLed::~HTMLed() {

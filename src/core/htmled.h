@@ -15,6 +15,7 @@
 #include "core/events.h"
 #include "core/layout.h"
 #include "core/properties.h"
+#include "platform/menu.h"
 #include "platform/toolbar.h"
 #include "platform/window.h"
 #include "source/code_view.h"
@@ -28,6 +29,7 @@ class PropertyBag;
 }  // namespace tvx::platform
 
 namespace tvx::commands {
+class ContextMenus;
 class SelectionHighlight;
 class Toolbars;
 }  // namespace tvx::commands
@@ -47,6 +49,7 @@ struct Surroundings {
   const browser::HTMLDocument::Geometry* geometry = nullptr;
   browser::BrowserWindow* window = nullptr;
   platform::Clipboard* clipboard = nullptr;  // null: there is none to copy to
+  platform::PopupMenus* popups = nullptr;    // null: every popup counts as dismissed
 };
 
 /// Who shows the control: told when there is something else to show.
@@ -76,7 +79,8 @@ class HTMLed final : public std::enable_shared_from_this<HTMLed>,
                      private browser::BrowserEvents,
                      private browser::BrowserObserver,
                      private browser::DocumentHandler,
-                     private platform::ToolbarHandler {
+                     private platform::ToolbarHandler,
+                     private platform::MenuHandler {
  public:
   static std::shared_ptr<HTMLed> create(const Surroundings& surroundings);
   ~HTMLed() override;
@@ -255,6 +259,9 @@ class HTMLed final : public std::enable_shared_from_this<HTMLed>,
   platform::Toolbar& tlbDOM();
   /// Throws RuntimeError(91) where the control has none.
   platform::Clipboard& clipboard() const;
+  /// A menu or an item of one by its name, of a menu array the one with that index; null if there is none.
+  platform::Menu* menu(std::u16string_view name, std::optional<int> index = {});
+  commands::ContextMenus& menus() { return *menus_; }
   const Layout& layout() const { return layout_; }
   dom::Element* highlightElement() const;
   /// The event that the last key or selection handler fetched; null before.
@@ -341,6 +348,8 @@ class HTMLed final : public std::enable_shared_from_this<HTMLed>,
   void onkeyup() override;
   bool onclick() override;
   bool ondblclick() override;
+  void onmousedown() override;
+  bool oncontextmenu() override;
   bool oncontrolselect() override;
   bool onselectstart() override;
   bool ondragstart() override;
@@ -348,6 +357,7 @@ class HTMLed final : public std::enable_shared_from_this<HTMLed>,
   void fetch_last_event();
   void act_on_key(int key_code, bool shift, bool control);
   void raise_document_click();
+  void follow_selection();
 
   // --- commands (formatting.cpp, selection_interface.cpp, class_menus.cpp, toolbar_dispatch.cpp) ---
   void run_command(std::u16string_view command);
@@ -360,6 +370,23 @@ class HTMLed final : public std::enable_shared_from_this<HTMLed>,
   void Toolbar1_ButtonClick(platform::Button& button);
   void Toolbar2_ButtonClick(platform::Button& button);
   bool host_allows(std::u16string_view toolbar, const platform::Button& button);
+
+  // --- menus and the element path (context_menus.cpp, branch_toolbar.cpp) ---
+  struct MenuActions;
+  void MenuItemClick(platform::Menu& item) override;
+  void ApplyContextMenuState();
+  void popup(platform::Menu& menu, const std::optional<platform::PopupPlace>& place = {});
+  void ShowContextMenu(platform::Menu& menu);
+  void open_context_menu(const dom::Element& element);
+  void act_after_image_menu();
+  void act_after_table_menu();
+  void act_after_other_menus();
+  void ask_and_revert();
+  void BuildBranchToolbar();
+  void tlbDOM_ButtonClick(const platform::Button& button);
+  void draw_selection_border();
+  void prepare_tag_dialog();
+  void prepare_properties_dialog();
 
   // --- views and layout (view_switch.cpp, layout.cpp) ---
   void enter_code_view();
@@ -377,6 +404,7 @@ class HTMLed final : public std::enable_shared_from_this<HTMLed>,
   platform::Container& container_;
   platform::CommonDialogs& dialogs_;
   platform::Clipboard* const clipboard_;
+  platform::PopupMenus* popups_;
   const platform::WindowHandle hwnd_;
   const browser::HTMLDocument::Geometry* geometry_;
   HTMLedEvents* host_ = nullptr;
@@ -391,7 +419,9 @@ class HTMLed final : public std::enable_shared_from_this<HTMLed>,
   std::shared_ptr<browser::HTMLDocument> docHTML_;
   source::OrvelCV txtCode_;
   std::unique_ptr<commands::Toolbars> toolbars_;
+  std::unique_ptr<commands::ContextMenus> menus_;
   std::unique_ptr<commands::SelectionHighlight> highlight_;
+  std::u16string pending_context_command_;  // left by an item, for when its popup has closed
 
   std::u16string app_path_, style_sheet_path_;
   SharedText original_html_ = share(u"");

@@ -38,6 +38,7 @@ void HTMLed::UserControl_Show() {
 void HTMLed::StartEditor() {
   if (terminated_) return;
   ApplyToolbarState(properties_.EditorEnabled);
+  ApplyContextMenuState();
   BootstrapDocument();
   if (!properties_.DocumentHTML->empty()) LoadStoredDocumentHTML();
 }

@@ -137,7 +137,9 @@ void HTMLed::set_HiddenButtons(std::u16string_view keys) {
 }
 
 void HTMLed::set_HiddenContextMenus(std::u16string_view keys) {
-  store(&Properties::HiddenContextMenus, keys, u"HiddenContextMenus");
+  properties_.HiddenContextMenus = keys;
+  if (run_time()) ApplyContextMenuState();
+  PropertyChanged(u"HiddenContextMenus");
 }
 
 void HTMLed::set_LocalizationFile(std::u16string_view path) {

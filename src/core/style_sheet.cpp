@@ -4,6 +4,7 @@
 #include "base/text.h"
 #include "base/text_file.h"
 #include "base/url.h"
+#include "commands/context_menus.h"
 #include "core/htmled.h"
 #include "dom/mutation.h"
 #include "dom/style/style_engine.h"
@@ -89,9 +90,11 @@ void HTMLed::LoadStyleClasses() {
   style_classes_.clear();
   active_style_sheet_.reset();
   const auto& sheets = dom::style::style_of(document().tree()).sheets();
-  if (sheets.empty()) return;
-  active_style_sheet_ = sheets.front();
-  style_classes_ = commands::style_classes_of(*active_style_sheet_);
+  if (!sheets.empty()) {
+    active_style_sheet_ = sheets.front();
+    style_classes_ = commands::style_classes_of(*active_style_sheet_);
+  }
+  menus_->show_classes(style_classes_);
 }
 
 }  // namespace tvx::core

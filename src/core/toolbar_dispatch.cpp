@@ -65,6 +65,8 @@ void HTMLed::ButtonClick(platform::Toolbar& toolbar, platform::Button& button) {
     Toolbar1_ButtonClick(button);
   else if (&toolbar == &toolbars_->Toolbar2)
     Toolbar2_ButtonClick(button);
+  else if (&toolbar == &toolbars_->tlbDOM)
+    attempt([&] { tlbDOM_ButtonClick(button); });
 }
 
 bool HTMLed::host_allows(std::u16string_view toolbar, const platform::Button& button) {

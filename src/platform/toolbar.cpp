@@ -34,6 +34,9 @@ void Button::set_Visible(bool visible) {
   if (std::exchange(visible_, visible) != visible) toolbar_->tell_changed(*this);
 }
 
+float Button::Left() const { return toolbar_->place_of(*this).left; }
+float Button::Top() const { return toolbar_->place_of(*this).top; }
+
 void Button::set_Value(int value) {
   if (value != 0 && value != 1) throw RuntimeError(errors::invalid_property_value, u"Invalid property value");
   if (std::exchange(value_, value) != value) toolbar_->tell_changed(*this);
@@ -95,17 +98,25 @@ void Toolbar::set_ButtonHeight(float height) {
 float Toolbar::Height() const {
   if (measured_height_) return *measured_height_;
   if (measure_) return measure_(width_);
-  float rows = 1, used = 0;
+  return walk(nullptr).top + row_height;
+}
+
+ButtonPlace Toolbar::place_of(const Button& button) const {
+  return places_ ? places_(button) : walk(&button);
+}
+
+ButtonPlace Toolbar::walk(const Button* last) const {
+  ButtonPlace place;
+  float end = 0;
   for (const auto& button : buttons_) {
     if (!button->Visible()) continue;
     const float width = button->Style() == ButtonStyle::Separator ? separator_width : button_width_;
-    if (used > 0 && used + width > width_) {
-      ++rows;
-      used = 0;
-    }
-    used += width;
+    place.left = end;
+    if (end > 0 && end + width > width_) place = {0, place.top + row_height};
+    end = place.left + width;
+    if (button.get() == last) break;
   }
-  return rows * row_height;
+  return place;
 }
 
 void Toolbar::set_Visible(bool visible) {

@@ -36,6 +36,9 @@ class Button {
   void set_Enabled(bool enabled);
   bool Visible() const { return visible_; }
   void set_Visible(bool visible);
+  /// Its place in the toolbar, in twips.
+  float Left() const;
+  float Top() const;
   /// 1 looks pressed, 0 released; anything else throws RuntimeError(380).
   int Value() const { return value_; }
   void set_Value(int value);
@@ -55,6 +58,10 @@ class Button {
 struct ButtonDefinition {
   std::u16string key, caption, tool_tip, image;
   ButtonStyle style = ButtonStyle::Default;
+};
+
+struct ButtonPlace {
+  float left = 0, top = 0;
 };
 
 class ToolbarObserver {
@@ -110,6 +117,8 @@ class Toolbar {
   void set_measured_height(std::optional<float> height) { measured_height_ = height; }
   /// Whoever draws the toolbar answers what height it takes at a width, as it stands; none: counting.
   void set_measure(std::function<float(float width)> measure) { measure_ = std::move(measure); }
+  /// Whoever draws the toolbar answers where its buttons stand; none: counting.
+  void set_places(std::function<ButtonPlace(const Button&)> places) { places_ = std::move(places); }
   bool Visible() const { return visible_; }
   void set_Visible(bool visible);
 
@@ -125,6 +134,9 @@ class Toolbar {
   friend class Button;
   void tell_changed(Button& button);
   void tell_replaced();
+  ButtonPlace place_of(const Button& button) const;
+  /// Where each visible button stands where nobody draws, up to and including `last`; null: all of them.
+  ButtonPlace walk(const Button* last) const;
 
   std::u16string name_;
   std::vector<std::unique_ptr<Button>> buttons_;
@@ -132,6 +144,7 @@ class Toolbar {
   float width_ = 0;
   std::optional<float> measured_height_;
   std::function<float(float width)> measure_;
+  std::function<ButtonPlace(const Button&)> places_;
   bool visible_ = true;
   ToolbarHandler* handler_ = nullptr;
   std::vector<ToolbarObserver*> observers_;

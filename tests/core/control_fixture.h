@@ -21,6 +21,7 @@
 #include "editing/marks.h"
 #include "headless/container.h"
 #include "headless/dialogs.h"
+#include "headless/menus.h"
 #include "headless/property_bag.h"
 #include "headless/view.h"
 #include "headless/virtual_time_loop.h"
@@ -119,7 +120,8 @@ class Control : public testing::Test {
                                 .dialogs = dialogs,
                                 .hwnd = hwnd,
                                 .geometry = &geometry,
-                                .window = &window});
+                                .window = &window,
+                                .popups = &menus});
     made->set_events(&host);
     made->UserControl_Initialize();
     return made;
@@ -214,6 +216,7 @@ class Control : public testing::Test {
   headless::VirtualTimeLoop loop;
   headless::Container container{true}, designer{false};
   headless::Dialogs dialogs;
+  headless::Menus menus;
   headless::FixedGeometry geometry;
   Window window;
   RecordingHost host;

@@ -1,9 +1,29 @@
 #include "dom/style/inline_style.h"
 
+#include <optional>
+
 #include "base/strings.h"
+#include "dom/document.h"
+#include "dom/journal.h"
 #include "dom/mutation.h"
 
 namespace tvx::dom::style {
+namespace {
+
+/// An edit that first reads the style is one step from the reading on: what stands in the tree without being
+/// part of the document (the selection border) is off it meanwhile, and can't be written back as an edit.
+class StyleEdit {
+ public:
+  explicit StyleEdit(const Element& element) {
+    Document& document = document_of(element);
+    if (document.mutation_kind() == MutationKind::Step) step_.emplace(document.journal(), u"");
+  }
+
+ private:
+  std::optional<UndoStep> step_;
+};
+
+}  // namespace
 
 std::u16string css_name_of(std::u16string_view name) {
   if (name == u"cssFloat" || name == u"styleFloat") return u"float";
@@ -39,12 +59,14 @@ std::u16string InlineStyle::get(std::u16string_view name) const {
 }
 
 void InlineStyle::set(std::u16string_view name, std::u16string_view value, Important important) {
+  const StyleEdit edit(*element_);
   const std::u16string property = css_name_of(name);
   Declarations now = declarations();
   if (now.set(property, with_units(property, value), important)) write(now);
 }
 
 void InlineStyle::remove(std::u16string_view name) {
+  const StyleEdit edit(*element_);
   Declarations now = declarations();
   if (now.remove(css_name_of(name))) write(now);
 }

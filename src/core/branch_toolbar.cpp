@@ -1,0 +1,89 @@
+#include "commands/branch_toolbar.h"
+
+#include <cmath>
+
+#include "base/error.h"
+#include "base/strings.h"
+#include "browser/html_document.h"
+#include "commands/context_menus.h"
+#include "commands/selection_highlight.h"
+#include "commands/toolbars.h"
+#include "core/htmled.h"
+#include "dom/tree.h"
+
+/// The way to the current element at the foot of the control, and the border around that element.
+namespace tvx::core {
+namespace {
+
+namespace branch = commands::branch;
+
+/// What the menu of a button needs above the toolbar, in twips: with the cell and row submenu, and without.
+constexpr float tall_menu = 1300, menu_height = 900;
+
+}  // namespace
+
+void HTMLed::BuildBranchToolbar() {
+  if (!properties_.showDOMToolbar) return;
+  const Layout before = layout_;
+  platform::Toolbar& toolbar = tlbDOM();
+  toolbar.Clear();
+  toolbar.set_ButtonHeight(branch::button_height);
+  toolbar.set_ButtonWidth(branch::button_width);
+  toolbar.set_Visible(false);
+  attempt([&] {
+    const dom::Document& tree = document().tree();
+    branch::show_path(toolbar, tree, branch::path_to(tree, highlight_->element()));
+  });
+  toolbar.set_Visible(true);
+  toolbar.Refresh();
+  layout_.Picture3.Height = toolbar.Height();
+  layout_.Picture3.Top = height_ - layout_.Picture3.Height;
+  layout_.WBrowser.Width = std::trunc(width_);
+  layout_.WBrowser.Height = height_ - layout_.WBrowser.Top - layout_.Picture3.Height;
+  tell_layout(before);
+}
+
+void HTMLed::draw_selection_border() {
+  highlight_->draw(
+      {properties_.SelectionBorderStyle, properties_.SelectionBorderWidth, properties_.SelectionBorderColor});
+}
+
+void HTMLed::tlbDOM_ButtonClick(const platform::Button& button) {
+  const std::u16string key = button.Key();
+  highlight_->restore();
+  dom::Element* element = branch::element_of(document().tree(), key);
+  highlight_->set_element(element);
+  if (!element) throw RuntimeError(errors::object_not_set, u"There is no such element");
+  const std::u16string tag = ascii_lower(element->display_name());
+  const branch::ElementActions actions = branch::actions_for(tag);
+  menus_->item(u"mnuToolEditTag").set_Enabled(actions.edit_tag);
+  menus_->item(u"mnuToolProperties").set_Enabled(actions.properties);
+  menus_->prepare_cell_row_actions(tag, {labels_.cell, labels_.row, labels_.delete_row, labels_.delete_cell});
+  const float allowance = tag == u"tr" || tag == u"td" ? tall_menu : menu_height;
+  if (properties_.HighlightDOMSelection) draw_selection_border();
+  if (key.empty()) return;
+  const float line = button.Top() + layout_.Picture3.Top;
+  popup(menus_->mnuToolProp, platform::PopupPlace{button.Left(), line - allowance, line});
+}
+
+// Neither dialog is there: what happens around one that the user leaves by Cancel happens all the same.
+
+void HTMLed::prepare_tag_dialog() {
+  attempt([&] { highlight_->restore(); });
+  std::size_t place = 0;
+  attempt([&] {
+    const dom::Element* element = highlight_->element();
+    if (element && dom::is_connected(*element)) place = document().tree().source_index(*element);
+  });
+  attempt([&] {
+    const std::vector<dom::Element*>& all = document().tree().all();
+    highlight_->set_element(place < all.size() ? all[place] : nullptr);
+  });
+}
+
+void HTMLed::prepare_properties_dialog() {
+  attempt([&] { highlight_->restore(); });
+  highlight_->set_element(highlight_->element());
+}
+
+}  // namespace tvx::core
