@@ -288,6 +288,39 @@ TEST_F(ContextMenu, AHostThatCancelsRevertIsNotAsked) {
   EXPECT_TRUE(control->IsDirty());
 }
 
+// --- classes ---
+
+TEST_F(ContextMenu, TheClassMenusFollowTheSheetAndItsPlaces) {
+  start();
+  control->set_CSSText(u"p { color: red } .a { color: green } .b:hover { color: blue }");
+  control->set_DocumentHTML(u"<P>text</P>");
+  ASSERT_EQ(control->menu(u"mnuMiscStyle")->items().size(), 3u);
+  EXPECT_EQ(control->menu(u"mnuMiscClass", 2)->Caption(), u"a");
+  EXPECT_EQ(control->menu(u"mnuMiscClass", 3)->Caption(), u"b:hover");
+  load(u"<P>[text]</P>");
+  browser::MouseInput mouse = at(element(dom::Tag::P), MouseButton::Right);
+  mouse.place = dom::Boundary{element(dom::Tag::P)->first_child(), 2};
+  expect(u"mnuMisc", u"mnuMiscClass(2)");
+  host.heard.clear();
+  control->DOM()->mouse_press(mouse);
+  EXPECT_THAT(host.heard, ElementsAre("MenuClick: ContextCSSClass"));
+  EXPECT_EQ(body(), u"<P class=\"a\">text</P>");
+  EXPECT_TRUE(control->IsDirty());
+}
+
+TEST_F(ContextMenu, TheElementPathsMenuGivesTheElementAClass) {
+  start();
+  control->set_CSSText(u".a { color: green }");
+  control->set_DocumentHTML(u"<P>one<B>two</B></P>");
+  control->DOM()->mouse_press(at(element(dom::Tag::B)));
+  expect(u"mnuToolProp", u"mnuClass(1)");
+  ASSERT_TRUE(control->press(control->tlbDOM(), control->tlbDOM().Item(1).Key()));
+  EXPECT_EQ(control->DocumentHTML(), u"<P class=\"a\">one<B>two</B></P>");
+  expect(u"mnuToolProp", u"mnuClass(0)");
+  ASSERT_TRUE(control->press(control->tlbDOM(), control->tlbDOM().Item(1).Key()));
+  EXPECT_EQ(control->DocumentHTML(), u"<P>one<B>two</B></P>");
+}
+
 // --- hidden menus ---
 
 TEST_F(ContextMenu, HiddenItemsAreAppliedAtTheStart) {
