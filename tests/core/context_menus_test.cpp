@@ -292,6 +292,7 @@ TEST_F(ContextMenu, AHostThatCancelsRevertIsNotAsked) {
 
 TEST_F(ContextMenu, TheClassMenusFollowTheSheetAndItsPlaces) {
   start();
+  control->set_CSShttp(false);
   control->set_CSSText(u"p { color: red } .a { color: green } .b:hover { color: blue }");
   control->set_DocumentHTML(u"<P>text</P>");
   ASSERT_EQ(control->menu(u"mnuMiscStyle")->items().size(), 3u);
@@ -310,6 +311,7 @@ TEST_F(ContextMenu, TheClassMenusFollowTheSheetAndItsPlaces) {
 
 TEST_F(ContextMenu, TheElementPathsMenuGivesTheElementAClass) {
   start();
+  control->set_CSShttp(false);
   control->set_CSSText(u".a { color: green }");
   control->set_DocumentHTML(u"<P>one<B>two</B></P>");
   control->DOM()->mouse_press(at(element(dom::Tag::B)));
