@@ -13,7 +13,8 @@ namespace {
 using namespace tvx;
 
 struct Article {
-  explicit Article(std::size_t units) : document(dom::parse_document(bench::article(units))), editor(*document) {
+  explicit Article(std::size_t units)
+      : document(dom::parse_document(bench::article(units))), editor(*document) {
     editor.set_design_mode(true);
     select_all();
   }

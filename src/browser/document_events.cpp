@@ -4,6 +4,7 @@
 #include "browser/html_document.h"
 #include "dom/journal.h"
 #include "dom/tree.h"
+#include "editing/control_range.h"
 #include "editing/keyboard.h"
 #include "editing/predicates.h"
 #include "editing/typing.h"
@@ -15,23 +16,6 @@ using dom::Element;
 using dom::Tag;
 
 namespace {
-
-/// Selected as a whole by a press: what has no inside to put a caret in, and a table by its border.
-bool is_control(const Element& element) {
-  switch (element.tag()) {
-    case Tag::Img:
-    case Tag::Input:
-    case Tag::Select:
-    case Tag::Textarea:
-    case Tag::Button:
-    case Tag::Table:
-    case Tag::Hr:
-    case Tag::Object:
-    case Tag::Embed:
-    case Tag::Iframe: return true;
-    default: return false;
-  }
-}
 
 bool types_text(const KeyInput& key) {
   return (!key.text.empty() && !key.control && !key.alt) || key.key == u"Enter";
@@ -258,14 +242,18 @@ void HTMLDocument::mouse_press(const MouseInput& mouse) {
 
 void HTMLDocument::set_selection_by_press(const MouseInput& mouse) {
   editing::Selection& selection = editor_->selection();
-  if (mouse.element && is_control(*mouse.element)) {
-    if (selection.control() == mouse.element.get() && mouse.button == MouseButton::Right) return;
+  const dom::Ref<Element> whole(mouse.whole     ? mouse.whole.get()
+                                : mouse.element ? editing::control_at(*mouse.element)
+                                                : nullptr);
+  if (whole) {
+    if (selection.control() == whole.get()) return;
     const dom::SelectionRecord before = selection.capture();
-    selection.select_control(*mouse.element);
+    selection.select_control(*whole);
     if (!ask_handler(event_of(mouse, u"controlselect"), &DocumentHandler::oncontrolselect))
       selection.restore(before);
     return;
   }
+  if (mouse.held && mouse.button == MouseButton::Left) return;
   if (!mouse.place) return;
   if (mouse.button == MouseButton::Right && selection.type() == editing::SelectionType::Text &&
       !selection.collapsed()) {
@@ -288,7 +276,9 @@ void HTMLDocument::mouse_select(const MouseInput& mouse) {
 bool HTMLDocument::click(const MouseInput& mouse) {
   const auto self = shared_from_this();
   if (!ask_handler(event_of(mouse, u"click"), &DocumentHandler::onclick)) return false;
-  if (mouse.button != MouseButton::Left || mouse.shift || mouse.control || mouse.alt || !follow_link_)
+  // With an anchor it is the end of a drag over the link.
+  if (mouse.button != MouseButton::Left || mouse.shift || mouse.control || mouse.alt || mouse.anchor ||
+      !follow_link_)
     return true;
   const Element* link = mouse.element ? dom::enclosing(*mouse.element, Tag::A) : nullptr;
   if (!link && mouse.element) link = dom::enclosing(*mouse.element, Tag::Area);

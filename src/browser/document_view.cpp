@@ -24,10 +24,9 @@ constexpr Offset context_length = 400;
 
 PatchNumber next(PatchNumber number) { return PatchNumber(static_cast<std::uint32_t>(number) + 1); }
 
-bool same(const ViewPlace& a, const ViewPlace& b) { return a.node == b.node && a.offset == b.offset; }
-
 bool same(const ViewSelection& a, const ViewSelection& b) {
-  return a.type == b.type && same(a.anchor, b.anchor) && same(a.focus, b.focus) && a.control == b.control;
+  return a.type == b.type && a.anchor == b.anchor && a.focus == b.focus && a.control == b.control &&
+         a.composing == b.composing && a.composing_length == b.composing_length;
 }
 
 /// Operations after which the view's own selection may stand elsewhere.
@@ -63,6 +62,7 @@ void DocumentView::show(std::shared_ptr<HTMLDocument> document) {
   deaths_.clear();
   notice_ = false;
   last_hit_ = {};
+  drag_ = {};
   document_ = std::move(document);
   if (!document_) return;
   mirror_ = std::make_unique<Mirror>(document_->tree());
@@ -77,6 +77,15 @@ void DocumentView::set_editable(bool editable) {
   mode_.editable = editable;
   view_.set_mode(mode_);
   schedule_flush();
+}
+
+/// A mode of the editor changes without a word to anybody: it is looked at with each flush.
+void DocumentView::send_mode() {
+  ViewMode mode = mode_;
+  mode.free_placement = document_->editor().two_d_position();
+  if (mode == mode_) return;
+  mode_ = mode;
+  view_.set_mode(mode_);
 }
 
 bool DocumentView::settled() const {
@@ -140,6 +149,7 @@ void DocumentView::flush() {
     }
     send_patch(std::move(operations));
   }
+  send_mode();
   send_selection(again);
   send_input_context();
 }
@@ -159,6 +169,7 @@ void DocumentView::send_patch(std::vector<PatchOperation> operations) {
 void DocumentView::send_selection(bool again) {
   ViewSelection wanted = wanted_selection();
   wanted.reveal = std::exchange(reveal_, false) && wanted.type != ViewSelection::Type::None;
+  again = std::exchange(selection_unsure_, false) || again;
   if (!again && same(wanted, shown_selection_)) return;
   shown_selection_ = wanted;
   view_.select(wanted);
@@ -231,6 +242,12 @@ void DocumentView::receive(const ViewMessage& message) {
     queue_.told(seen);
   } else if (const auto* select = std::get_if<ViewSelect>(&message.what)) {
     queue_.push(ViewSelect{select->anchor, select->focus, message.seen});
+  } else if (const auto* drag = std::get_if<ViewDrag>(&message.what)) {
+    ViewDrag seen = *drag;
+    seen.seen = message.seen;
+    queue_.push(seen);
+  } else if (const auto* drop = std::get_if<ViewDrop>(&message.what)) {
+    queue_.push(*drop);
   } else if (const auto* answer = std::get_if<ViewAnswer>(&message.what)) {
     ViewAnswer seen = *answer;
     seen.seen = message.seen;
@@ -291,150 +308,6 @@ Element* DocumentView::element_at(const HTMLDocument&, int x, int y) const {
 
 std::pair<int, int> DocumentView::caret_place(const HTMLDocument&) const {
   return {facts_.caret_left, facts_.caret_top};
-}
-
-// --- places of the view ---
-
-/// A place as the view named it; none if the view was showing another tree there.
-std::optional<Boundary> DocumentView::boundary(const std::optional<ViewPlace>& place) const {
-  if (!place || mirror_->last_change(place->node) > seen_) return {};
-  return nearest_boundary(place);
-}
-
-std::optional<Boundary> DocumentView::nearest_boundary(const std::optional<ViewPlace>& place) const {
-  Node* node = place ? mirror_->node(place->node) : nullptr;
-  if (!node || !dom::is_connected(*node)) return {};
-  return Boundary{node, std::min<Offset>(place->offset, dom::length_of(*node))};
-}
-
-MouseInput DocumentView::mouse_input(const ViewMouse& mouse) const {
-  MouseInput input;
-  input.button = mouse.button;
-  input.x = mouse.x;
-  input.y = mouse.y;
-  input.shift = mouse.shift;
-  input.control = mouse.control;
-  input.alt = mouse.alt;
-  Node* hit = mirror_->node(mouse.element);
-  input.element = hit && hit->is_element() ? static_cast<Element*>(hit) : nullptr;
-  const bool stretch = mouse.anchor && mouse.focus && !same(*mouse.anchor, *mouse.focus);
-  if (stretch) {
-    input.anchor = nearest_boundary(mouse.anchor);
-    input.place = nearest_boundary(mouse.focus);
-  } else {
-    input.place = nearest_boundary(mouse.place);
-  }
-  return input;
-}
-
-QuestionId DocumentView::ask(ViewQuestion question) {
-  question.id = QuestionId(++last_question_);
-  view_.ask(question);
-  return question.id;
-}
-
-// --- input, in its order ---
-
-std::optional<QuestionId> DocumentView::handle_key(const ViewKey& key) {
-  const auto document = document_;
-  if (!document) return {};
-  reveal_ = true;
-  if (!key.down) {
-    document->key_up(key.key);
-    return {};
-  }
-  const KeyOutcome outcome = document->key_down(key.key);
-  if (!outcome.ask || document != document_ || notice_) return {};
-  flush();  // the view is asked about the tree as it is now
-  const auto from = view_place(document->editor().selection().focus());
-  if (!from) return {};
-  open_ = {.extend = outcome.extend, .mouse = {}, .tries = 0};
-  return ask({.type = ViewQuestion::Type::Move, .move = *outcome.ask, .from = *from});
-}
-
-void DocumentView::handle_text(const std::u16string& text) {
-  const auto document = document_;
-  reveal_ = true;
-  if (document) document->input_text(text);
-}
-
-std::optional<QuestionId> DocumentView::handle_mouse(const ViewTicket&, const std::vector<ViewMouse>& told) {
-  if (!document_ || told.empty()) return {};
-  open_ = {.extend = false, .mouse = told, .tries = 0};
-  return deliver_mouse();
-}
-
-/// Acts on what the page told of a mouse event, or asks again about the same point where the tree has
-/// changed under the answer.
-std::optional<QuestionId> DocumentView::deliver_mouse() {
-  const ViewMouse& first = open_.mouse.front();
-  seen_ = first.seen;
-  const bool stale = first.place && !boundary(first.place);
-  if (stale && open_.tries++ < 2 && !notice_) {
-    flush();
-    return ask({.type = ViewQuestion::Type::Hit, .x = first.x, .y = first.y});
-  }
-  const auto document = document_;
-  for (const ViewMouse& mouse : std::exchange(open_.mouse, {})) {
-    if (document != document_) break;
-    const MouseInput input = mouse_input(mouse);
-    last_hit_ = {mouse.x, mouse.y, input.element};
-    if (mouse.anchor && mouse.focus) {
-      shown_selection_ = {ViewSelection::Type::Text, *mouse.anchor, *mouse.focus, {}, false};
-    }
-    switch (mouse.type) {
-      case ViewMouse::Type::Press: document->mouse_press(input); break;
-      case ViewMouse::Type::Release: {
-        const editing::Selection& selection = document->editor().selection();
-        const bool drawn = input.anchor && input.place && selection.type() == editing::SelectionType::Text;
-        if (drawn && (selection.anchor() != *input.anchor || selection.focus() != *input.place)) {
-          document->mouse_select(input);
-        }
-        break;
-      }
-      case ViewMouse::Type::Click: document->click(input); break;
-      case ViewMouse::Type::DoubleClick: document->double_click(input); break;
-    }
-  }
-  reveal_ = false;
-  schedule_flush();
-  return {};
-}
-
-void DocumentView::handle_select(const ViewSelect& select) {
-  if (!document_) return;
-  seen_ = select.seen;
-  const auto anchor = boundary(select.anchor), focus = boundary(select.focus);
-  if (!anchor || !focus) return;
-  shown_selection_ = {ViewSelection::Type::Text, select.anchor, select.focus, {}, false};
-  MouseInput input;
-  input.anchor = anchor;
-  input.place = focus;
-  document_->mouse_select(input);
-  reveal_ = false;
-}
-
-std::optional<QuestionId> DocumentView::handle_answer(const ViewAnswer* answer) {
-  const auto document = document_;
-  if (!document) return {};
-  if (!open_.mouse.empty()) {
-    if (!answer) open_.tries = 2;
-    for (ViewMouse& mouse : open_.mouse) {
-      if (!answer) break;
-      mouse.place = answer->place;
-      mouse.element = answer->element;
-      mouse.anchor = mouse.focus = {};
-      mouse.seen = answer->seen;
-    }
-    return deliver_mouse();
-  }
-  if (!answer) return {};
-  seen_ = answer->seen;
-  const auto place = boundary(answer->place);
-  if (place) document->move_caret_to(*place, open_.extend);
-  reveal_ = true;
-  schedule_flush();
-  return {};
 }
 
 }  // namespace tvx::browser

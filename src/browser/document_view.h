@@ -53,10 +53,12 @@ class DocumentView final : public HTMLDocument::Geometry,
  private:
   // InputHandler
   std::optional<QuestionId> handle_key(const ViewKey& key) override;
-  void handle_text(const std::u16string& text) override;
+  void handle_text(const ViewText& input) override;
   std::optional<QuestionId> handle_mouse(const ViewTicket& ticket,
                                          const std::vector<ViewMouse>& told) override;
   void handle_select(const ViewSelect& selection) override;
+  void handle_drag(const ViewDrag& drag) override;
+  std::optional<QuestionId> handle_drop(const ViewDrop& drop) override;
   std::optional<QuestionId> handle_answer(const ViewAnswer* answer) override;
 
   void mutated(const dom::Mutation& mutation) override;
@@ -73,6 +75,7 @@ class DocumentView final : public HTMLDocument::Geometry,
   void send_patch(std::vector<PatchOperation> operations);
   void send_selection(bool again);
   void send_input_context();
+  void send_mode();
   std::u16string base() const;
 
   ViewSelection wanted_selection() const;
@@ -82,6 +85,11 @@ class DocumentView final : public HTMLDocument::Geometry,
   std::optional<dom::Boundary> nearest_boundary(const std::optional<ViewPlace>& place) const;
   MouseInput mouse_input(const ViewMouse& mouse) const;
   std::optional<QuestionId> deliver_mouse();
+  void deliver_release(HTMLDocument& document, const MouseInput& input);
+  void deliver_drop(const ViewDrop& drop, const std::optional<ViewPlace>& at);
+  void begin_drag(const ViewDrag& drag);
+  void end_drag(const ViewDrag& drag);
+  void cancel_drag();
   QuestionId ask(ViewQuestion question);
 
   View& view_;
@@ -119,7 +127,14 @@ class DocumentView final : public HTMLDocument::Geometry,
     bool extend = false;
     std::vector<ViewMouse> mouse;  // whose places were of an older tree: asked again
     int tries = 0;
+    std::optional<ViewDrop> drop;  // that waits for its place
   } open_;
+  struct {
+    bool active = false;  // the mouse is carrying something
+    dom::Ref<dom::Element> element;
+  } drag_;
+  bool held_ = false;              // the last press was on what is selected
+  bool selection_unsure_ = false;  // what the page shows of it is to be told again
 
   std::vector<std::int64_t> deaths_;
   bool notice_ = false;

@@ -62,6 +62,9 @@ struct MouseInput {
   /// view reports the whole native selection instead (anchor and focus).
   std::optional<dom::Boundary> place;
   std::optional<dom::Boundary> anchor;
+  /// The press takes this as a whole, wherever it is: it was on its edge, or on a handle of it.
+  dom::Ref<dom::Element> whole;
+  bool held = false;  // a press on what is selected: a drag may follow, the selection stays
 };
 
 }  // namespace tvx::browser

@@ -28,13 +28,17 @@ void InputQueue::push(ViewKey key) { push_item({std::move(key)}); }
 void InputQueue::push(ViewText text) { push_item({std::move(text)}); }
 void InputQueue::push(ViewTicket ticket) { push_item({ticket, true, loop_.now() + deadline}); }
 
-/// A drag's selection belongs before the release that ended the drag, also if that was heard of first.
-void InputQueue::push(ViewSelect selection) {
-  const auto is_open_release = [](const Item& item) {
-    const auto* ticket = std::get_if<ViewTicket>(&item.input);
-    return ticket && item.waits && ticket->type == ViewTicket::Type::Release;
+void InputQueue::push(ViewSelect selection) { push_before_release({selection}); }
+void InputQueue::push(ViewDrag drag) { push_before_release({drag}); }
+void InputQueue::push(ViewDrop drop) { push_item({std::move(drop)}); }
+
+/// What a drag made belongs before the release that ended the drag, also if that was heard of first.
+void InputQueue::push_before_release(Item item) {
+  const auto is_open_release = [](const Item& other) {
+    const auto* ticket = std::get_if<ViewTicket>(&other.input);
+    return ticket && other.waits && ticket->type == ViewTicket::Type::Release;
   };
-  items_.insert(std::find_if(items_.begin(), items_.end(), is_open_release), {selection});
+  items_.insert(std::find_if(items_.begin(), items_.end(), is_open_release), std::move(item));
   schedule();
 }
 
@@ -136,8 +140,11 @@ std::optional<QuestionId> InputQueue::handle(const Item& item) {
   if (const auto* ticket = std::get_if<ViewTicket>(&item.input)) {
     return handler_.handle_mouse(*ticket, item.told);
   }
+  if (const auto* drop = std::get_if<ViewDrop>(&item.input)) return handler_.handle_drop(*drop);
   if (const auto* text = std::get_if<ViewText>(&item.input)) {
-    handler_.handle_text(text->text);
+    handler_.handle_text(*text);
+  } else if (const auto* drag = std::get_if<ViewDrag>(&item.input)) {
+    handler_.handle_drag(*drag);
   } else {
     handler_.handle_select(std::get<ViewSelect>(item.input));
   }

@@ -18,11 +18,13 @@ class InputHandler {
  public:
   virtual ~InputHandler() = default;
   virtual std::optional<QuestionId> handle_key(const ViewKey& key) = 0;
-  virtual void handle_text(const std::u16string& text) = 0;
+  virtual void handle_text(const ViewText& text) = 0;
   /// A mouse event with what the page told of it; nothing if it told nothing in time.
   virtual std::optional<QuestionId> handle_mouse(const ViewTicket& ticket,
                                                  const std::vector<ViewMouse>& told) = 0;
   virtual void handle_select(const ViewSelect& selection) = 0;
+  virtual void handle_drag(const ViewDrag& drag) = 0;
+  virtual std::optional<QuestionId> handle_drop(const ViewDrop& drop) = 0;
   /// The answer to the question; null: there is none. May ask again.
   virtual std::optional<QuestionId> handle_answer(const ViewAnswer* answer) = 0;
 };
@@ -49,6 +51,8 @@ class InputQueue {
   void push(ViewText text);
   void push(ViewTicket ticket);
   void push(ViewSelect selection);
+  void push(ViewDrag drag);
+  void push(ViewDrop drop);
 
   // --- what the view says ---
   void told(const ViewMouse& mouse);
@@ -62,12 +66,13 @@ class InputQueue {
 
  private:
   struct Item {
-    std::variant<ViewKey, ViewText, ViewTicket, ViewSelect> input;
+    std::variant<ViewKey, ViewText, ViewTicket, ViewSelect, ViewDrag, ViewDrop> input;
     bool waits = false;  // a ticket without its tale
     std::int64_t until = 0;
     std::vector<ViewMouse> told = {};
   };
   void push_item(Item item);
+  void push_before_release(Item item);
   void schedule();
   void run();
   bool waiting();

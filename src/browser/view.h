@@ -8,6 +8,7 @@
 #include <variant>
 #include <vector>
 
+#include "browser/dropped_data.h"
 #include "browser/events.h"
 #include "browser/html_document.h"
 #include "dom/document.h"
@@ -23,6 +24,7 @@ enum class QuestionId : std::uint32_t {};
 struct ViewPlace {
   dom::NodeId node{};
   std::uint32_t offset = 0;
+  friend bool operator==(const ViewPlace&, const ViewPlace&) = default;
 };
 
 /// One change of the mirrored tree. Nodes are made one by one; never from a string of HTML.
@@ -69,12 +71,17 @@ struct ViewSelection {
   Type type = Type::None;
   ViewPlace anchor, focus;  // Text
   dom::NodeId control{};    // Control
-  bool reveal = true;       // scroll it into sight
+  /// What an input method is composing, to be underlined: a stretch of one text. Empty: nothing.
+  ViewPlace composing;
+  std::uint32_t composing_length = 0;
+  bool reveal = true;  // scroll it into sight
 };
 
 /// What the view may let the user do; told beforehand, never asked.
 struct ViewMode {
-  bool editable = true;  // shows a caret, begins selections
+  bool editable = true;         // shows a caret, begins selections
+  bool free_placement = false;  // positioned elements can be dragged to where they shall stand
+  friend bool operator==(const ViewMode&, const ViewMode&) = default;
 };
 
 /// What an input method may know: answered at once from here, never from the page.
@@ -91,8 +98,9 @@ struct ViewQuestion {
   QuestionId id{};
   Type type = Type::Move;
   ViewMove move = ViewMove::LineDown;
-  ViewPlace from{};  // Move: where the caret stands
-  int x = 0, y = 0;  // Hit
+  ViewPlace from{};     // Move: where the caret stands
+  bool extend = false;  // Move: the selection is to be extended
+  int x = 0, y = 0;     // Hit
 };
 
 // --- what comes up. Every message names the last patch that the view had applied. ---
@@ -131,16 +139,45 @@ struct ViewMouse {
   dom::NodeId element{};
   std::optional<ViewPlace> place;          // the caret place nearest to the point
   std::optional<ViewPlace> anchor, focus;  // the native selection after the event
-  PatchNumber seen{};                      // as in the message
+  dom::NodeId edge{};  // the element whose edge or handle is there: it is meant as a whole
+  bool held = false;   // a press on selected text, which stays selected until it is known what follows
+  PatchNumber seen{};  // as in the message
+};
+/// The user drags a handle of the selected control, an element to another place, or what is selected: told
+/// when the mouse has gone far enough to mean it, and at its release. Both come before the release's
+/// ViewMouse.
+struct ViewDrag {
+  enum class Phase : std::uint8_t { Begin, Drop };
+  enum class Type : std::uint8_t { Size, Move, Content };
+  Phase phase = Phase::Begin;
+  Type type = Type::Content;
+  dom::NodeId node{};  // what is sized or moved; of Content the control, or none: the selected text
+  int x = 0, y = 0;
+  bool shift = false, control = false, alt = false;
+  // At the drop:
+  std::optional<int> width, height;  // Size: CSS pixels, as `width` and `height` count for the element
+  std::optional<int> left, top;      // Move, and Size of a positioned element
+  std::optional<ViewPlace> place;    // Content
+  PatchNumber seen{};                // as in the message
+};
+/// Something came from another program, and was let go at a point of the window.
+struct ViewDrop {
+  int x = 0, y = 0;
+  DroppedData data;
 };
 /// A key, as the window system gave it; the page never sees one.
 struct ViewKey {
   KeyInput key;
   bool down = true;
 };
-/// Text that an input method committed.
+/// What an input method gives: text that it commits, and then the text that it is composing.
 struct ViewText {
   std::u16string text;
+  std::u16string composing = {};
+  std::uint32_t cursor = 0;  // in `composing`
+  /// Units around the caret that `text` takes the place of, as the input method saw them.
+  std::int32_t replaced_from = 0;
+  std::uint32_t replaced_length = 0;
 };
 struct ViewFocus {
   bool focused = false;
@@ -159,7 +196,7 @@ struct ViewFacts {
 struct ViewMessage {
   PatchNumber seen{};
   std::variant<ViewReady, ViewDied, PatchDone, PatchFailed, ViewAnswer, ViewTicket, ViewMouse, ViewSelect,
-               ViewKey, ViewText, ViewFocus, ViewFacts>
+               ViewDrag, ViewDrop, ViewKey, ViewText, ViewFocus, ViewFacts>
       what;
 };
 
@@ -173,6 +210,8 @@ class View {
   virtual void select(const ViewSelection& selection) = 0;
   virtual void ask(const ViewQuestion& question) = 0;
   virtual void set_mode(const ViewMode& mode) = 0;
+  /// The user thinks better of it, or may not: what is being dragged stays where it is.
+  virtual void cancel_drag() = 0;
   virtual void set_input_context(const InputContext& context) = 0;
   /// A plain text in the place of the document, with a button that asks for a new beginning; empty: away
   /// with it. The button's press comes up as ViewReady.

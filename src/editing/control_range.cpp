@@ -42,6 +42,18 @@ bool is_control(const Element& element) {
   return tags.has(element);
 }
 
+Element* control_at(Element& element) {
+  if (element.is(Tag::Table)) return &element;
+  Element* found = nullptr;
+  for (Element* outer = &element; outer && !outer->is(Tag::Body); outer = outer->parent_element()) {
+    const bool foreign_root =
+        !outer->is_html() && outer->parent_element() && outer->parent_element()->is_html();
+    if (outer->is(Tag::Table)) break;
+    if (is_control(*outer) || foreign_root) found = outer;
+  }
+  return found;
+}
+
 Element& ControlRange::item(std::size_t index) const {
   if (index >= elements_.size()) out_of_range();
   return *elements_[index];

@@ -37,6 +37,9 @@ class ControlRange {
 
 /// Elements that a click can select as a whole.
 bool is_control(const dom::Element& element);
+/// What a click on an element takes as a whole: the control that it is or lies in. A table only by itself,
+/// where its border or the space between its cells was hit. Null: the click sets a caret.
+dom::Element* control_at(dom::Element& element);
 
 // --- the selection as a host's program sees it ---
 

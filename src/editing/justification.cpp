@@ -98,7 +98,8 @@ void justify_selection(Editor& editor, std::u16string_view alignment) {
   };
   for (std::size_t at = 0; at < nodes.size();) {
     const Ref<Node> aligner = wrap(
-        take_siblings(nodes, at), [&](const Node& node) { return is_aligner(node, alignment); }, make_aligner);
+        take_siblings(nodes, at), [&](const Node& node) { return is_aligner(node, alignment); },
+        make_aligner);
     // OURS: the standard leaves the `div` in a paragraph whose other lines it doesn't align, and the text
     // would not come back as that tree.
     if (aligner) fix_disallowed_ancestors(aligner, editor);

@@ -70,6 +70,10 @@ std::optional<KeyResult> press_editing_key(Editor& editor, const KeyPress& key) 
   if (key.key == u"Delete" && !key.shift) {
     return done_if(key.control ? delete_word_forward(editor) : delete_forward(editor));
   }
+  // From what is selected as a whole back to a caret beside it.
+  if (key.key == u"Escape" && editor.selection().type() == SelectionType::Control) {
+    return done_if(move_caret(editor, Direction::Forward, Granularity::Character, Extend::No));
+  }
   if (key.key == u"Tab" && !key.control) return done_if(press_tab(editor, key.shift));
   return std::nullopt;
 }

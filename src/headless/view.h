@@ -36,6 +36,7 @@ class View final : public browser::View {
   void select(const browser::ViewSelection& selection) override;
   void ask(const browser::ViewQuestion& question) override;
   void set_mode(const browser::ViewMode& mode) override { mode_ = mode; }
+  void cancel_drag() override { ++cancelled_drags_; }
   void set_input_context(const browser::InputContext& context) override { context_ = context; }
   void show_notice(std::u16string_view text) override { notice_ = text; }
   void scroll_to(int x, int y) override;
@@ -52,6 +53,7 @@ class View final : public browser::View {
   const std::u16string& base() const { return base_; }
   std::size_t patches() const { return patches_; }
   std::size_t pages() const { return pages_; }
+  std::size_t cancelled_drags() const { return cancelled_drags_; }
   std::vector<std::u16string> failures() const { return failures_; }
   /// Nodes that it refuses to make, by name.
   void refuse(std::u16string name) { refused_ = std::move(name); }
@@ -87,7 +89,7 @@ class View final : public browser::View {
   dom::CompatibilityMode compatibility_mode_{};
   browser::PatchNumber last_patch_{};
   std::vector<std::u16string> failures_;
-  std::size_t patches_ = 0, pages_ = 0;
+  std::size_t patches_ = 0, pages_ = 0, cancelled_drags_ = 0;
   bool silent_ = false;
   std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
 };

@@ -129,7 +129,31 @@ browser::ViewMouse read_mouse(const QJsonArray& part) {
   mouse.place = read_place(part[7]);
   mouse.anchor = read_place(part[8]);
   mouse.focus = read_place(part[9]);
+  mouse.edge = dom::NodeId(part[10].toInt());
+  mouse.held = part[11].toBool();
   return mouse;
+}
+
+browser::ViewDrag read_drag(const QJsonArray& part) {
+  const auto pixels = [&part](int index) -> std::optional<int> {
+    if (!part[index].isDouble()) return {};
+    return part[index].toInt();
+  };
+  browser::ViewDrag drag;
+  drag.phase = static_cast<browser::ViewDrag::Phase>(part[1].toInt());
+  drag.type = static_cast<browser::ViewDrag::Type>(part[2].toInt());
+  drag.node = dom::NodeId(part[3].toInt());
+  drag.x = part[4].toInt();
+  drag.y = part[5].toInt();
+  drag.shift = part[6].toInt() & 1;
+  drag.control = part[6].toInt() & 2;
+  drag.alt = part[6].toInt() & 4;
+  drag.width = pixels(7);
+  drag.height = pixels(8);
+  drag.left = pixels(9);
+  drag.top = pixels(10);
+  drag.place = read_place(part[11]);
+  return drag;
 }
 
 browser::ViewFacts read_facts(const QJsonArray& part) {
@@ -161,6 +185,8 @@ void read_message(const QJsonArray& part, browser::PatchNumber seen, PageReport&
     tell(answer);
   } else if (kind == u"mouse") {
     tell(read_mouse(part));
+  } else if (kind == u"drag") {
+    tell(read_drag(part));
   } else if (kind == u"select") {
     const auto anchor = read_place(part[1]), focus = read_place(part[2]);
     if (anchor && focus) tell(browser::ViewSelect{*anchor, *focus, {}});
@@ -184,7 +210,12 @@ QString select_command(int page, const browser::ViewSelection& selection) {
   out.add(static_cast<std::int64_t>(selection.type));
   out.add(number(selection.anchor.node)).add(std::int64_t(selection.anchor.offset));
   out.add(number(selection.focus.node)).add(std::int64_t(selection.focus.offset));
-  out.add(number(selection.control)).add(selection.reveal);
+  out.add(number(selection.control)).add(selection.reveal).open();
+  if (selection.composing_length > 0) {
+    const std::int64_t start = selection.composing.offset;
+    out.add(number(selection.composing.node)).add(start).add(start + selection.composing_length);
+  }
+  out.close();
   return out.finish();
 }
 
@@ -192,7 +223,7 @@ QString ask_command(int page, const browser::ViewQuestion& question) {
   CommandWriter out(page, "ask");
   out.add(static_cast<std::int64_t>(question.id)).add(static_cast<std::int64_t>(question.type));
   out.add(static_cast<std::int64_t>(question.move));
-  out.add(number(question.from.node)).add(std::int64_t(question.from.offset));
+  out.add(number(question.from.node)).add(std::int64_t(question.from.offset)).add(question.extend);
   out.add(std::int64_t(question.x)).add(std::int64_t(question.y));
   return out.finish();
 }

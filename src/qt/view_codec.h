@@ -10,8 +10,8 @@
 class QJsonArray;
 class QString;
 
-/// The words between web_view.cpp and view.js. Down go arrays in JSON, the page's number first; up come
-/// the page's number, the last patch it had applied, and its messages.
+/// The words between web_view.cpp and the scripts of view/. Down go arrays in JSON, the page's number first;
+/// up come the page's number, the last patch it had applied, and its messages.
 namespace tvx::qt {
 
 /// One command for a page. Texts are written with escapes, so that lone surrogates arrive as they are.

@@ -33,7 +33,7 @@ namespace {
 constexpr int heartbeat_milliseconds = 4000;
 constexpr int silence_milliseconds = 20'000;
 
-QString resource(const char* path) {
+QString resource(const QByteArray& path) {
   QFile file(QString::fromLatin1(path));
   if (!file.open(QIODevice::ReadOnly)) return {};
   return QString::fromUtf8(file.readAll());
@@ -111,8 +111,13 @@ WebView::Private::~Private() {
 // has loaded is there to be spoken to.
 void WebView::Private::start_script() {
   static const QString source = [] {
-    QString view = resource(":/tvx/view.js");
-    view.replace(QStringLiteral("TVX_SHEET"), quoted(resource(":/tvx/view.css")));
+    QString view;
+    for (const char* part :
+         {"page", "overlay", "geometry", "patches", "selection", "questions", "drag", "mouse", "commands"}) {
+      view += resource(QByteArray(":/tvx/view/") + part + ".js");
+    }
+    view.replace(QStringLiteral("TVX_SHEET"), quoted(resource(":/tvx/view/editing.css")));
+    view.replace(QStringLiteral("TVX_OVERLAY_SHEET"), quoted(resource(":/tvx/view/overlay.css")));
     // Both in one function: the isolated world's global object shows the page's ids as names.
     return QStringLiteral("(function(){") + resource(":/qtwebchannel/qwebchannel.js") + QStringLiteral("\n") +
            view + QStringLiteral("})();");
@@ -358,8 +363,10 @@ void WebView::ask(const browser::ViewQuestion& question) {
 }
 
 void WebView::set_mode(const browser::ViewMode& mode) {
-  d_->send(CommandWriter(d_->page_number_, "mode").add(mode.editable).finish());
+  d_->send(CommandWriter(d_->page_number_, "mode").add(mode.editable).add(mode.free_placement).finish());
 }
+
+void WebView::cancel_drag() { d_->send(CommandWriter(d_->page_number_, "endDrag").finish()); }
 
 void WebView::set_input_context(const browser::InputContext& context) {
   d_->context_ = context;

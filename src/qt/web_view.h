@@ -36,6 +36,7 @@ class WebView final : public browser::View {
   void select(const browser::ViewSelection& selection) override;
   void ask(const browser::ViewQuestion& question) override;
   void set_mode(const browser::ViewMode& mode) override;
+  void cancel_drag() override;
   void set_input_context(const browser::InputContext& context) override;
   void show_notice(std::u16string_view text) override;
   void scroll_to(int x, int y) override;

@@ -19,7 +19,14 @@ class InputQueueTest : public testing::Test, public InputHandler {
     if (!key.down || !key.key.key.starts_with(u"Arrow")) return {};
     return QuestionId(++asked_);
   }
-  void handle_text(const std::u16string& text) override { log_ += "(" + to_utf8(text) + ") "; }
+  void handle_text(const ViewText& input) override { log_ += "(" + to_utf8(input.text) + ") "; }
+  void handle_drag(const ViewDrag& drag) override {
+    log_ += drag.phase == ViewDrag::Phase::Begin ? "drag " : "dropped ";
+  }
+  std::optional<QuestionId> handle_drop(const ViewDrop& drop) override {
+    log_ += "<" + to_utf8(drop.data.text) + "> ";
+    return {};
+  }
   std::optional<QuestionId> handle_mouse(const ViewTicket& ticket,
                                          const std::vector<ViewMouse>& told) override {
     log_ += ticket.type == ViewTicket::Type::Press ? "press:" : "release:";

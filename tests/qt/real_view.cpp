@@ -126,6 +126,49 @@ void RealView::post_press(QPoint point, Qt::MouseButton button, bool release) {
       target, new QMouseEvent(QEvent::MouseButtonRelease, at, global, button, Qt::NoButton, Qt::NoModifier));
 }
 
+void RealView::post_move(QPoint point, Qt::KeyboardModifiers held) {
+  QWidget* target = view_->input_widget();
+  ASSERT_NE(target, nullptr);
+  const QPointF at(point);
+  QCoreApplication::postEvent(target, new QMouseEvent(QEvent::MouseMove, at, target->mapToGlobal(at),
+                                                      Qt::NoButton, Qt::LeftButton, held));
+}
+
+void RealView::post_release(QPoint point, Qt::KeyboardModifiers held) {
+  QWidget* target = view_->input_widget();
+  ASSERT_NE(target, nullptr);
+  const QPointF at(point);
+  QCoreApplication::postEvent(target, new QMouseEvent(QEvent::MouseButtonRelease, at, target->mapToGlobal(at),
+                                                      Qt::LeftButton, Qt::NoButton, held));
+}
+
+void RealView::post_drag(QPoint from, QPoint to, Qt::KeyboardModifiers held) {
+  post_press(from, Qt::LeftButton, false);
+  for (int step = 1; step <= 4; ++step) post_move(from + (to - from) * step / 4, held);
+  post_release(to, held);
+}
+
+QRect RealView::box_of(const std::string& selector) {
+  const std::string at = in_page("(function () { const r = document.querySelector('" + selector +
+                                 "').getBoundingClientRect(); return [r.left, r.top, r.width, "
+                                 "r.height].map(Math.round).join(' '); })()");
+  int x = 0, y = 0, width = 0, height = 0;
+  EXPECT_EQ(std::sscanf(at.c_str(), "%d %d %d %d", &x, &y, &width, &height), 4) << at;
+  return {x, y, width, height};
+}
+
+bool RealView::wait_for_drawn(const std::string& what, bool drawn) {
+  const std::string question = "String(Boolean(tvxView.drawn()." + what + "))";
+  return wait_for([&] { return in_page(question) == (drawn ? "true" : "false"); }, 3000);
+}
+
+void RealView::take_picture(const QString& name) {
+  const QString folder = qEnvironmentVariable("TVX_PICTURES");
+  if (folder.isEmpty()) return;
+  wait_for([] { return false; }, 300);  // for the engine to paint
+  window_->grab().save(folder + QStringLiteral("/") + name);
+}
+
 QPoint RealView::place_of(const std::string& selector, int offset) {
   const std::string at = in_page(
       "(function () { const walker = document.createTreeWalker(document.querySelector('" + selector +

@@ -37,6 +37,18 @@ class RealView : public testing::Test {
   void post_key(int key, const QString& text = {}, Qt::KeyboardModifiers held = Qt::NoModifier);
   void post_text(const std::string& text);
   void post_press(QPoint point, Qt::MouseButton button = Qt::LeftButton, bool release = true);
+  void post_move(QPoint point, Qt::KeyboardModifiers held = Qt::NoModifier);
+  void post_release(QPoint point, Qt::KeyboardModifiers held = Qt::NoModifier);
+  /// Press, moves, release.
+  void post_drag(QPoint from, QPoint to, Qt::KeyboardModifiers held = Qt::NoModifier);
+  /// Where the first element stands that the selector names.
+  QRect box_of(const std::string& selector);
+  /// Waits until the page draws something over itself: "caret", "frame", "outline", "drop", or not any more.
+  bool wait_for_drawn(const std::string& what, bool drawn = true);
+  /// A picture of the window, in the folder that TVX_PICTURES names; nothing without that.
+  void take_picture(const QString& name);
+  /// The first element of that tag.
+  dom::Element* element(dom::Tag tag) { return document_->first(tag); }
   /// Where a character stands, in the first text of the element that the selector names.
   QPoint place_of(const std::string& selector, int offset);
 

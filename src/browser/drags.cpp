@@ -1,0 +1,44 @@
+#include "browser/drags.h"
+
+#include "base/url.h"
+#include "browser/gesture.h"
+#include "editing/move_content.h"
+#include "editing/typing.h"
+
+namespace tvx::browser {
+
+using dom::Boundary;
+using dom::Element;
+
+void size_control(HTMLDocument& document, Element& element, const editing::ControlBox& box) {
+  if (!document.editor().design_mode()) return;
+  const HTMLDocument::Gesture gesture(document);
+  editing::set_control_box(document.editor(), element, box);
+}
+
+void place_control(HTMLDocument& document, Element& element, int left, int top) {
+  if (!document.editor().design_mode()) return;
+  const HTMLDocument::Gesture gesture(document);
+  editing::move_positioned(document.editor(), element, left, top);
+}
+
+void drop_selection(HTMLDocument& document, const Boundary& place, DropEffect effect) {
+  if (!document.editor().design_mode()) return;
+  const HTMLDocument::Gesture gesture(document);
+  editing::move_selection(document.editor(), place,
+                          effect == DropEffect::Copy ? editing::KeepSource::Yes : editing::KeepSource::No);
+}
+
+void drop_data(HTMLDocument& document, const Boundary& place, const DroppedData& data) {
+  if (!document.editor().design_mode()) return;
+  const HTMLDocument::Gesture gesture(document);
+  editing::insert_selected(document.editor(), place, u"Drop", [&](editing::Editor& editor) {
+    if (!data.html.empty()) {
+      editor.execute(u"insertHTML", data.html);
+    } else {
+      editing::type_text(editor, data.text);
+    }
+  });
+}
+
+}  // namespace tvx::browser

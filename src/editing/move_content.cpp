@@ -1,0 +1,142 @@
+#include "editing/move_content.h"
+
+#include "dom/builder.h"
+#include "dom/journal.h"
+#include "dom/mutation.h"
+#include "dom/serialise.h"
+#include "dom/tree.h"
+#include "editing/caret.h"
+#include "editing/clone_contents.h"
+#include "editing/control_range.h"
+#include "editing/deletion.h"
+#include "editing/editor.h"
+#include "editing/markup_pointer.h"
+#include "editing/predicates.h"
+#include "editing/tag_set.h"
+
+namespace tvx::editing {
+
+using dom::Boundary;
+using dom::Element;
+using dom::Node;
+using dom::Ref;
+using dom::Tag;
+
+namespace {
+
+/// Holds the selection's news back until all is done.
+class Gesture {
+ public:
+  Gesture(Editor& editor, std::u16string_view label)
+      : selection_(editor.selection()), step_(editor.document().journal(), label) {
+    selection_.hold_notifications();
+  }
+  ~Gesture() { selection_.release_notifications(); }
+  Gesture(const Gesture&) = delete;
+  Gesture& operator=(const Gesture&) = delete;
+
+ private:
+  Selection& selection_;
+  dom::UndoStep step_;
+};
+
+/// Their children can't stand without them.
+bool holds_parts(const Node& node) {
+  static const TagSet tags{Tag::Ul,    Tag::Ol,    Tag::Dl,    Tag::Table, Tag::Tbody,
+                           Tag::Thead, Tag::Tfoot, Tag::Tr,    Tag::Dir,   Tag::Menu};
+  return tags.has(node);
+}
+
+/// The markup of a stretch of content, in the look and in the lists and tables that it stands in.
+std::u16string markup_of(const dom::Range& range) {
+  Ref<Node> content(clone_contents(range));
+  Node* ancestor = common_ancestor(*range.start.node, *range.end.node);
+  if (ancestor && ancestor->is_text()) ancestor = ancestor->parent();
+  for (; ancestor && !is_editing_host(*ancestor); ancestor = ancestor->parent()) {
+    if (!holds_parts(*ancestor) && !is_inline_node(*ancestor)) break;
+    const Ref<Node> wrapper = dom::clone(*ancestor, dom::document_of(*ancestor), dom::Deep::No);
+    dom::insert(*wrapper, content);
+    content = dom::document_of(*ancestor).create_fragment();
+    dom::insert(*content, wrapper);
+  }
+  return dom::serialise_children(*content);
+}
+
+bool is_within(const Boundary& place, const dom::Range& range) {
+  return compare(range.start, place) <= 0 && compare(place, range.end) <= 0;
+}
+
+/// The first element of that name between two places.
+Element* find_between(const dom::Range& range, dom::Name name) {
+  Node* node = dom::child_at(*range.start.node, range.start.offset);
+  if (!node) node = range.start.node;
+  for (; node && compare(dom::before(*node), range.end) < 0; node = dom::next_in_order(*node)) {
+    auto* element = dom::as<Element>(node);
+    if (element && element->name() == name && compare(range.start, dom::before(*node)) <= 0) return element;
+  }
+  return nullptr;
+}
+
+/// Inserts markup at a place and gives what it has become.
+dom::Range insert_markup(Editor& editor, const Boundary& at, std::u16string_view html) {
+  MarkupPointer start(editor.document());
+  start.SetGravity(PointerGravity::Left);
+  start.MoveTo(at);
+  TextRange range(editor, {at, at});
+  range.paste_html(html);
+  return {start.place(), range.range().end};
+}
+
+bool move_control(Editor& editor, Element& control, const Boundary& to, KeepSource keep) {
+  const Gesture gesture(editor, keep == KeepSource::Yes ? u"Copy" : u"Move");
+  const Ref<Element> source(&control);
+  const dom::Range inserted = insert_markup(editor, to, dom::serialise_node(control));
+  const Ref<Element> arrived(find_between(inserted, control.name()));
+  if (keep == KeepSource::No) ControlRange(editor, *source).execute(u"Delete");
+  if (arrived && arrived->parent()) editor.selection().select_control(*arrived);
+  return true;
+}
+
+bool move_text(Editor& editor, const dom::Range& range, const Boundary& to, KeepSource keep) {
+  const Gesture gesture(editor, keep == KeepSource::Yes ? u"Copy" : u"Move");
+  const dom::LiveRange source(editor.document(), range);
+  const dom::LiveRange arrived(editor.document(), insert_markup(editor, to, markup_of(range)));
+  if (keep == KeepSource::No) {
+    editor.selection().set(source.range());
+    delete_selection(editor);
+  }
+  editor.selection().set(arrived.range());
+  return true;
+}
+
+}  // namespace
+
+bool move_selection(Editor& editor, Boundary to, KeepSource keep) {
+  const Selection& selection = editor.selection();
+  const dom::Range range = selection.range();
+  if (!to || !editing_host_of(*to.node) || selection.type() == SelectionType::None || range.collapsed() ||
+      is_within(to, range))
+    return false;
+  to = normalized_caret_place(to);
+  if (is_within(to, range)) return false;
+  if (Element* control = selection.control()) return move_control(editor, *control, to, keep);
+  return editing_host_of(*range.start.node) && editing_host_of(*range.end.node) &&
+         move_text(editor, range, to, keep);
+}
+
+bool insert_selected(Editor& editor, Boundary at, std::u16string_view label,
+                     const std::function<void(Editor&)>& insert) {
+  if (!at || !editing_host_of(*at.node)) return false;
+  const Gesture gesture(editor, label);
+  at = normalized_caret_place(at);
+  editor.selection().collapse(at);
+  MarkupPointer start(editor.document());
+  start.SetGravity(PointerGravity::Left);
+  start.MoveTo(at);
+  insert(editor);
+  if (editor.selection().type() == SelectionType::Text)
+    editor.selection().set(start.place(), editor.selection().range().end);
+  return true;
+}
+
+}  // namespace tvx::editing

@@ -1,0 +1,49 @@
+  // --- questions ---
+
+  const MOVES = [['backward', 'line'], ['forward', 'line'], ['backward', 'lineboundary'],
+    ['forward', 'lineboundary'], null, null, ['left', 'character'], ['right', 'character']];
+
+  /// A move by one window: the page scrolls, and the caret keeps its place in the window.
+  function movePage(up, node, offset) {
+    const box = caretBox(node, offset) || { left: 0, top: 0, height: 0 };
+    const before = window.scrollY;
+    window.scrollBy(0, (up ? -1 : 1) * Math.max(window.innerHeight - 40, 20));
+    const moved = window.scrollY !== before;
+    const inWindow = Math.min(Math.max(box.top + box.height / 2, 2), window.innerHeight - 3);
+    return placeAt(Math.max(box.left, 1), moved ? inWindow : up ? 2 : window.innerHeight - 3);
+  }
+
+  function move(kind, nodeId, offset, extend) {
+    const node = nodes.get(nodeId);
+    if (!node) return null;
+    const selection = getSelection();
+    offset = Math.min(offset, lengthOf(node));
+    if (!MOVES[kind]) return movePage(kind === 4, node, offset);
+    const stands = selection.rangeCount && selection.focusNode === node && selection.focusOffset === offset;
+    if (!stands) selection.collapse(node, offset);
+    const anchorNode = selection.anchorNode, anchorOffset = selection.anchorOffset;
+    // To the left and the right a stretch that isn't extended collapses to its edge on that side.
+    const alter = kind >= 6 ? !extend : selection.isCollapsed;
+    selection.modify(alter ? 'move' : 'extend', ...MOVES[kind]);
+    // From the last line Chromium goes on behind the body: there is no further line.
+    if (document.body && !document.body.contains(selection.focusNode)) {
+      selection.setBaseAndExtent(anchorNode, anchorOffset, node, offset);
+    }
+    ownSelection = selectionText();
+    return placeOf(selection.focusNode, selection.focusOffset);
+  }
+
+  function ask(id, type, kind, node, offset, extend, x, y) {
+    let place = null, element = 0;
+    try {
+      if (type === 0) {
+        place = move(kind, node, offset, extend);
+      } else {
+        place = placeAt(x, y);
+        element = elementAt(beneath(() => document.elementFromPoint(x, y)));
+      }
+    } catch (error) {
+      place = null;
+    }
+    tell('answer', id, place, element);
+  }
