@@ -3,8 +3,10 @@
 #include <algorithm>
 
 #include "base/error.h"
+#include "base/fault.h"
 #include "base/url.h"
 #include "browser/gesture.h"
+#include "browser/paste.h"
 #include "dom/inner_html.h"
 #include "dom/journal.h"
 #include "dom/mutation.h"
@@ -40,7 +42,15 @@ HTMLDocument::HTMLDocument(dom::Ref<dom::Document> tree, std::u16string url)
       url_(std::move(url)),
       watch_(std::make_unique<SelectionWatch>(*this)) {}
 
-HTMLDocument::~HTMLDocument() { watch_.reset(); }
+HTMLDocument::~HTMLDocument() {
+  editor_->set_clipboard(nullptr);
+  watch_.reset();
+}
+
+void HTMLDocument::set_clipboard(platform::Clipboard* clipboard) {
+  clipboard_ = clipboard ? std::make_unique<DocumentClipboard>(*this, *clipboard) : nullptr;
+  editor_->set_clipboard(clipboard_.get());
+}
 
 namespace {
 
@@ -117,6 +127,7 @@ std::u16string HTMLDocument::absolute_url(std::u16string_view written) const {
 }
 
 bool HTMLDocument::execCommand(std::u16string_view command, bool /*show_ui*/, std::u16string_view value) {
+  if (const auto result = fault_point(u"execCommand " + std::u16string(command))) return *result != 0;
   const auto self = shared_from_this();
   Gesture gesture(*this);
   if (needs_text(command) && editor_->selection().control()) return false;

@@ -14,7 +14,13 @@
 #include "editing/editor.h"
 #include "editing/keyboard.h"
 
+namespace tvx::platform {
+class Clipboard;
+}
+
 namespace tvx::browser {
+
+class DocumentClipboard;
 
 /// What a caret move that needs the layout asks of the view.
 enum class ViewMove : std::uint8_t { LineUp, LineDown, LineStart, LineEnd, PageUp, PageDown, Left, Right };
@@ -72,6 +78,13 @@ class HTMLDocument : public std::enable_shared_from_this<HTMLDocument> {
   std::u16string absolute_url(std::u16string_view written) const;
   const Encoding& encoding() const { return encoding_; }
   void set_encoding(Encoding encoding) { encoding_ = std::move(encoding); }
+
+  // --- what is copied and pasted (browser/paste.h) ---
+  /// Where the commands Copy, Cut and Paste lead; null: nowhere. It outlives the document or is taken away.
+  void set_clipboard(platform::Clipboard* clipboard);
+  /// Where pictures that come as bytes are stored: a folder; empty: in the page itself.
+  void set_image_folder(std::function<std::u16string()> folder) { image_folder_ = std::move(folder); }
+  std::u16string image_folder() const { return image_folder_ ? image_folder_() : std::u16string(); }
 
   // --- events ---
   /// Connects a handler (null: none). The document doesn't own it.
@@ -155,6 +168,8 @@ class HTMLDocument : public std::enable_shared_from_this<HTMLDocument> {
   std::size_t gestures_ = 0;
   bool selection_moved_ = false;  // within a gesture, or while a change is being told
   bool telling_selection_ = false;
+  std::unique_ptr<DocumentClipboard> clipboard_;
+  std::function<std::u16string()> image_folder_;
   std::unique_ptr<SelectionWatch> watch_;
 };
 

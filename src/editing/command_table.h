@@ -23,6 +23,8 @@ struct CommandDefinition {
   /// The CSS property that an inline command sets ("font-weight"), empty for all others.
   std::u16string_view css_property = {};
   InlineCommand inline_command = InlineCommand::None;
+  /// What it needs beside an editable place; none: nothing.
+  bool (*applies)(const Editor& editor) = nullptr;
   /// Commands of the standard's "miscellaneous" section need no editable place.
   bool always_enabled = false;
   /// "Preserves overrides": the caret's pending look outlives it. All block commands do but insertText,
@@ -40,8 +42,9 @@ std::span<const CommandDefinition> command_table();
 const CommandDefinition* find_command(std::u16string_view name);
 
 // The rows, by subject; each file of commands offers its own.
-std::span<const CommandDefinition> inline_commands();  // inline_commands.cpp
-std::span<const CommandDefinition> link_commands();    // link_commands.cpp
+std::span<const CommandDefinition> clipboard_commands();  // clipboard_commands.cpp
+std::span<const CommandDefinition> inline_commands();     // inline_commands.cpp
+std::span<const CommandDefinition> link_commands();       // link_commands.cpp
 std::span<const CommandDefinition>
 block_commands();  // block_commands.cpp: lists, indent, justify, formatBlock
 std::span<const CommandDefinition>

@@ -83,6 +83,7 @@ std::optional<dom::Range> Editor::active_range() const {
 bool Editor::supported(std::u16string_view command) const { return find_command(command) != nullptr; }
 
 bool Editor::is_enabled(const CommandDefinition& command) const {
+  if (command.applies && !command.applies(*this)) return false;
   if (command.always_enabled) return true;
   const std::optional<dom::Range> range = active_range();
   if (!range || !editing_host_of(*range->start.node) || !editing_host_of(*range->end.node)) return false;

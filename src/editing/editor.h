@@ -10,6 +10,7 @@
 
 namespace tvx::editing {
 
+class ClipboardDoor;
 struct CommandDefinition;
 
 /// State and value overrides: what the next typed character shall look like, set by a command on a caret.
@@ -62,6 +63,10 @@ class Editor final : private SelectionObserver {
   /// Runs a command as one undo step. False if it is unknown, not enabled, or refused its value.
   bool execute(std::u16string_view command, std::u16string_view value = {});
 
+  /// Where Copy and Paste lead; null: nowhere. The door outlives the editor or is taken away first.
+  ClipboardDoor* clipboard() const { return clipboard_; }
+  void set_clipboard(ClipboardDoor* clipboard) { clipboard_ = clipboard; }
+
   /// What the next typed character shall look like. Empty again as soon as the selection stands elsewhere,
   /// wherever that came from.
   Overrides& overrides();
@@ -91,6 +96,7 @@ class Editor final : private SelectionObserver {
 
   dom::Ref<dom::Document> document_;
   Selection selection_;
+  ClipboardDoor* clipboard_ = nullptr;
   bool design_mode_ = false;
   bool style_with_css_ = false;
   bool overwrite_ = false;

@@ -1,0 +1,47 @@
+#include "editing/clipboard_door.h"
+#include "editing/command_table.h"
+#include "editing/control_range.h"
+#include "editing/editor.h"
+
+/// Copy, Cut and Paste. Where the content goes and comes from is the door's; without one they do nothing.
+namespace tvx::editing {
+
+namespace {
+
+bool has_selected(const Editor& editor) {
+  const Selection& selection = editor.selection();
+  return selection.type() != SelectionType::None && !selection.collapsed();
+}
+
+bool copy(Editor& editor, std::u16string_view) {
+  if (!editor.clipboard()) return false;
+  const std::optional<CopiedContent> content = copied_content(editor);
+  return content && editor.clipboard()->put(*content);
+}
+
+bool cut(Editor& editor, std::u16string_view value) {
+  if (!copy(editor, value)) return false;
+  clear_selection(editor);
+  return true;
+}
+
+bool paste(Editor& editor, std::u16string_view) {
+  return editor.clipboard() && editor.clipboard()->paste(editor);
+}
+
+const CommandDefinition rows[] = {
+    {.name = u"copy",
+     .label = u"",
+     .action = copy,
+     .applies = has_selected,
+     .always_enabled = true,
+     .is_mode = true},
+    {.name = u"cut", .label = u"Cut", .action = cut, .applies = has_selected, .in_plain_text = true},
+    {.name = u"paste", .label = u"Paste", .action = paste, .in_plain_text = true},
+};
+
+}  // namespace
+
+std::span<const CommandDefinition> clipboard_commands() { return rows; }
+
+}  // namespace tvx::editing

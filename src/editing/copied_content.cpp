@@ -1,0 +1,108 @@
+#include "editing/copied_content.h"
+
+#include "dom/builder.h"
+#include "dom/inner_html.h"
+#include "dom/inner_text.h"
+#include "dom/serialise.h"
+#include "dom/tree.h"
+#include "editing/clone_contents.h"
+#include "editing/content_walk.h"
+#include "editing/editor.h"
+#include "editing/predicates.h"
+#include "editing/tag_set.h"
+
+namespace tvx::editing {
+
+using dom::Element;
+using dom::Node;
+using dom::Ref;
+using dom::Tag;
+
+namespace {
+
+/// What its parts mean nothing without.
+bool is_structure(const Node& node) {
+  static const TagSet tags{Tag::Ul,    Tag::Ol,    Tag::Dl,    Tag::Dir,      Tag::Menu, Tag::Table,
+                           Tag::Tbody, Tag::Thead, Tag::Tfoot, Tag::Colgroup, Tag::Tr,   Tag::Select};
+  return tags.has(node);
+}
+
+/// A block that stands for its content when all of it is taken: not an item or a cell, which are places.
+bool comes_along(const Node& node) {
+  static const TagSet places{Tag::Li, Tag::Dd, Tag::Dt};
+  return is_text_block(node) && !places.has(node) && !is_editing_host(node);
+}
+
+/// Puts a copy of `around` around everything.
+void wrap_in(Ref<dom::DocumentFragment>& content, const Element& around) {
+  dom::Document& document = dom::document_of(around);
+  const Ref<Node> holder = dom::clone(around, document, dom::Deep::No);
+  dom::Builder::move_children(*content, *holder);
+  dom::Builder::insert(*content, holder);
+}
+
+}  // namespace
+
+bool is_text_block(const Node& node) {
+  static const TagSet tags{Tag::P,       Tag::H1,      Tag::H2,         Tag::H3,  Tag::H4,    Tag::H5,
+                           Tag::H6,      Tag::Pre,     Tag::Li,         Tag::Dd,  Tag::Dt,    Tag::Address,
+                           Tag::Listing, Tag::Summary, Tag::Figcaption, Tag::Div, Tag::Center};
+  if (!tags.has(node)) return false;
+  static const TagSet perhaps{Tag::Div, Tag::Center, Tag::Figcaption, Tag::Summary, Tag::Address};
+  if (!perhaps.has(node)) return true;
+  // A division of lines, or a line itself.
+  for (const Node* child = node.first_child(); child; child = child->next_sibling()) {
+    const auto* element = dom::as<Element>(child);
+    if (element && is_prohibited_paragraph_child_name(element->name())) return false;
+  }
+  return true;
+}
+
+bool is_look(const Node& node) {
+  const auto* element = dom::as<Element>(&node);
+  static const TagSet things{Tag::Img,    Tag::Br,    Tag::Input, Tag::Button, Tag::Select,  Tag::Textarea,
+                             Tag::Object, Tag::Embed, Tag::Video, Tag::Audio,  Tag::Canvas,  Tag::Iframe,
+                             Tag::Map,    Tag::Hr,    Tag::Wbr,   Tag::Label,  Tag::Meter,   Tag::Progress,
+                             Tag::Body,   Tag::Html,  Tag::Main,  Tag::Option, Tag::Optgroup};
+  return element && element->is_html() && !things.has(node) && !is_text_block(node) &&
+         !is_prohibited_paragraph_child_name(element->name()) && !is_editing_host(node);
+}
+
+Ref<dom::DocumentFragment> copied_nodes(const dom::Range& range) {
+  Ref<dom::DocumentFragment> content = clone_contents(range);
+  Node* node = dom::common_ancestor(*range.start.node, *range.end.node);
+  bool in_line = true;
+  for (; node; node = node->parent()) {
+    auto* element = dom::as<Element>(node);
+    if (!element) continue;
+    if (is_structure(*element)) {
+      wrap_in(content, *element);
+      in_line = false;
+    } else if (in_line && is_look(*element)) {
+      wrap_in(content, *element);
+    } else {
+      if (in_line && comes_along(*element) && covers_content_of(range, *element)) wrap_in(content, *element);
+      break;
+    }
+  }
+  return content;
+}
+
+std::optional<CopiedContent> copied_content(Editor& editor) {
+  const Selection& selection = editor.selection();
+  CopiedContent copied;
+  if (Element* control = selection.control()) {
+    copied.control = *control;
+    copied.html = dom::outer_html(*control);
+    copied.text = dom::inner_text(dom::Range{dom::before(*control), dom::after(*control)});
+    return copied;
+  }
+  if (selection.type() == SelectionType::None) return {};
+  const dom::Range seen = shrunk_to_characters(selection.range());
+  if (!seen.start || seen.collapsed()) return {};
+  copied.html = dom::serialise_children(*copied_nodes(seen));
+  copied.text = dom::inner_text(seen);
+  return copied;
+}
+
+}  // namespace tvx::editing

@@ -1,0 +1,372 @@
+#include "editing/paste.h"
+
+#include <string>
+
+#include "dom/inner_text.h"
+#include "dom/mutation.h"
+#include "dom/tree.h"
+#include "editing/block_paste.h"
+#include "editing/clone_contents.h"
+#include "editing/content_walk.h"
+#include "editing/copied_content.h"
+#include "editing/deletion.h"
+#include "editing/editor.h"
+#include "editing/paste_lines.h"
+#include "editing/pasted_content.h"
+#include "editing/predicates.h"
+#include "editing/tag_set.h"
+
+namespace tvx::editing {
+
+using dom::Boundary;
+using dom::Element;
+using dom::Node;
+using dom::Ref;
+using dom::Tag;
+
+namespace {
+
+bool is_cell_or_above(const Node& node) {
+  static const TagSet tags{Tag::Td, Tag::Th, Tag::Caption, Tag::Body, Tag::Html};
+  return tags.has(node) || is_editing_host(node);
+}
+
+bool is_list(const Node& node) {
+  static const TagSet tags{Tag::Ul, Tag::Ol, Tag::Dir, Tag::Menu};
+  return tags.has(node);
+}
+
+/// The one line that the content is, if it is one: what of it goes into a line.
+Element* only_line(const Node& content, bool in_list) {
+  Element* only = nullptr;
+  for (Node* node = content.first_child(); node; node = node->next_sibling()) {
+    if (is_filling(*node)) continue;
+    if (only || !is_block_piece(*node)) return nullptr;
+    only = dom::as<Element>(node);
+  }
+  if (!only) return nullptr;
+  if (is_list(*only)) return in_list ? only_line(*only, false) : nullptr;
+  if (!is_text_block(*only)) return nullptr;
+  for (const Node* child = only->first_child(); child; child = child->next_sibling())
+    if (is_block_piece(*child)) return nullptr;
+  return only;
+}
+
+bool has_blocks(const Node& content) {
+  for (const Node* node = content.first_child(); node; node = node->next_sibling())
+    if (is_block_piece(*node)) return true;
+  return false;
+}
+
+/// The rows and cells of content, to be compared: nothing else of it.
+std::u16string shape_of_tables(const Node& content) {
+  static const TagSet tags{Tag::Table, Tag::Tr, Tag::Td, Tag::Th};
+  std::u16string shape;
+  for (const Node* node = content.first_child(); node; node = dom::next_in_order(*node, &content)) {
+    if (!tags.has(*node)) continue;
+    const auto& element = static_cast<const Element&>(*node);
+    shape += element.name().text();
+    shape += element.attribute_or_empty(dom::Name(u"colspan"));
+    shape += u'/';
+    shape += element.attribute_or_empty(dom::Name(u"rowspan"));
+    shape += u' ';
+  }
+  return shape;
+}
+
+/// Whether an end of a range is in a table that the range goes beyond.
+bool cuts_table(const dom::Range& range) {
+  static const TagSet parts{Tag::Table, Tag::Tbody, Tag::Thead, Tag::Tfoot,
+                            Tag::Tr,    Tag::Td,    Tag::Th,    Tag::Caption};
+  const Node* ancestor = dom::common_ancestor(*range.start.node, *range.end.node);
+  if (ancestor->is_element() && parts.has(*ancestor) && !is_cell_or_above(*ancestor)) return true;
+  for (const Node* end : {range.start.node, range.end.node})
+    for (const Node* node = end; node != ancestor; node = node->parent())
+      if (parts.has(*node)) return true;
+  return false;
+}
+
+/// The range as it is taken out: with the blocks whose content is all in it.
+dom::Range with_covered_blocks(const dom::Range& seen, bool lists_too) {
+  dom::Range range = seen;
+  const Node* ancestor = dom::common_ancestor(*seen.start.node, *seen.end.node);
+  const auto covered = [&](Node* node) {
+    auto* element = dom::as<Element>(node);
+    return element && covers_content_of(seen, *element);
+  };
+  for (Node* node = seen.start.node; node && node != ancestor; node = node->parent())
+    if (covered(node)) range.start = dom::before(*node);
+  for (Node* node = seen.end.node; node && node != ancestor; node = node->parent())
+    if (covered(node)) range.end = dom::after(*node);
+  // What holds both ends as well, up to a block of lines or a whole table.
+  bool structure = false;
+  for (Node* node = const_cast<Node*>(ancestor); node && !is_cell_or_above(*node); node = node->parent()) {
+    if (node->is_text()) continue;
+    if (!covered(node)) break;
+    static const TagSet parts{Tag::Table, Tag::Tbody, Tag::Thead, Tag::Tfoot, Tag::Tr};
+    if (parts.has(*node)) {
+      structure = true;
+      if (!node->is(Tag::Table)) continue;
+    } else if (structure || !(is_look(*node) || is_text_block(*node) || (lists_too && is_list(*node)))) {
+      break;
+    }
+    range = {dom::before(*node), dom::after(*node)};
+    if (is_text_block(*node) && !node->is(Tag::Li)) break;
+  }
+  return range;
+}
+
+/// One paste, from the selection to the caret behind the content.
+class Pasting {
+ public:
+  Pasting(Editor& editor, const Ref<dom::DocumentFragment>& content)
+      : editor_(editor), content_(content), gap_(editor.document(), {}) {}
+
+  void run() {
+    Element* block = block_around(editor_.selection().range().start);
+    if (Element* control = editor_.selection().control()) {
+      gap_.set({dom::before(*control), dom::before(*control)});
+      dom::remove(*control);
+      block = block_around(gap_.start());
+    } else {
+      seen_ = shrunk_to_characters(editor_.selection().range());
+      if (!seen_.start) seen_ = editor_.selection().range();
+      block = block_around(seen_.start);
+    }
+    if (goes_into_line(block))
+      paste_line();
+    else
+      paste_blocks();
+  }
+
+ private:
+  /// Content of a single line goes into the line where it is pasted, and keeps its block where that is empty.
+  bool goes_into_line(Element* block) {
+    if (!has_blocks(*content_)) return true;
+    const bool in_list = block && block->is(Tag::Li);
+    Element* line = only_line(*content_, in_list);
+    if (!line) return false;
+    if (block && is_text_block(*block) && (is_empty_line(*block) || replaces_all_of(*block))) {
+      if (!in_list) return false;
+    } else if (block && !is_text_block(*block) && is_empty_line(*block)) {
+      return false;
+    }
+    NodeList inside = children_of(*line);
+    dom::clear(*content_);
+    insert_all({Ref<Node>(content_), {}}, inside);
+    return true;
+  }
+
+  bool replaces_all_of(Element& block) const {
+    return seen_.start && !seen_.collapsed() && dom::is_inclusive_ancestor(block, *seen_.end.node) &&
+           covers_content_of(seen_, block);
+  }
+
+  // --- taking out what was selected ---
+
+  void take_out(const dom::Range& range) {
+    gap_.set(range);
+    if (range.collapsed()) return;
+    delete_contents(range);
+    const Boundary end = without_empty_looks(gap_.end());
+    if (end != gap_.end()) gap_.set_end(end);
+    const Boundary start = without_empty_looks(gap_.start());
+    if (start != gap_.start()) gap_.set_start(start);
+  }
+
+  void take_out_as_typing_does(const dom::Range& range, bool join_blocks) {
+    editor_.selection().set(range);
+    delete_selection(editor_, {.block_merging = join_blocks});
+    gap_.set(editor_.selection().range());
+  }
+
+  // --- a line ---
+
+  void paste_line() {
+    if (seen_.start) {
+      if (block_around(seen_.start) == block_around(seen_.end))
+        take_out(seen_);
+      else
+        take_out_as_typing_does(seen_, true);
+    }
+    Element* block = block_around(gap_.start());
+    const bool empty = block && is_empty_line(*block);
+    unwrap_what_is_there(gap_.start());
+    const NodeList nodes = children_of(*content_);
+    Slot slot = zip_looks(slot_at(gap_.start()), slot_at(gap_.end()));
+    insert_all(slot, nodes_left(nodes));
+    Boundary caret = caret_ ? *caret_ : place_of(slot);
+    if (empty && !nodes.empty()) remove_line_holder(*block);
+    finish(caret);
+  }
+
+  NodeList nodes_left(const NodeList& nodes) {
+    NodeList left;
+    for (const Ref<Node>& node : nodes)
+      if (node->parent() == content_.get()) left.push_back(node);
+    return left;
+  }
+
+  /// Looks that the place has already are taken off the content.
+  void unwrap_what_is_there(Boundary place) {
+    for (Node* child = content_->first_child(); child;) {
+      Element* element = dom::as<Element>(child);
+      if (!element || !is_look(*element) || !has_look(place, *element)) {
+        child = child->next_sibling();
+        continue;
+      }
+      const Ref<Node> gone(element);
+      Node* first = element->first_child();
+      Node* next = element->next_sibling();
+      insert_all({Ref<Node>(content_), Ref<Node>(element)}, children_of(*element));
+      dom::remove(*gone);
+      child = first ? first : next;
+    }
+  }
+
+  static bool has_look(Boundary place, const Element& look) {
+    for (const Node* node = place.node; node; node = node->parent()) {
+      if (node->is_text()) continue;
+      if (!is_look(*node)) return false;
+      const auto& element = static_cast<const Element&>(*node);
+      if (element.name() == look.name() && same_attributes(element, look)) return true;
+    }
+    return false;
+  }
+
+  /// Where the sides of the gap stand in looks of their own, the first and last nodes go on in them if they
+  /// have the same. Gives the slot for the rest.
+  Slot zip_looks(Slot left, const Slot& right) {
+    const Ref<Node> last(content_->last_child());
+    while (left.parent != right.parent) {
+      Element* look = dom::as<Element>(left.parent);
+      if (!look || !is_look(*look) || dom::is_inclusive_ancestor(*look, *right.parent)) break;
+      zip_into(*look, left);
+      left = {look->parent(), look->next_sibling()};
+    }
+    return left;
+  }
+
+  void zip_into(Element& look, const Slot& slot) {
+    Element* first = dom::as<Element>(content_->first_child());
+    if (!first || !is_look(*first) || first->name() != look.name() || !same_attributes(*first, look)) return;
+    const Ref<Node> gone(first);
+    insert_all(slot, children_of(*first));
+    dom::remove(*gone);
+  }
+
+  void remove_line_holder(Node& block) {
+    Node* last = dom::last_within(block);
+    if (last && last->is(Tag::Br) && is_collapsed_block_prop(*last)) dom::remove(*last);
+  }
+
+  // --- blocks ---
+
+  void paste_blocks() {
+    bool same_tables = false;
+    if (seen_.start && !seen_.collapsed()) {
+      dom::Range range = with_covered_blocks(seen_, !is_list_only());
+      if (cuts_table(range)) {
+        same_tables = shape_of_tables(*copied_nodes(seen_)) == shape_of_tables(*content_);
+        if (same_tables)
+          take_out(range);
+        else
+          take_out_as_typing_does(range, false);
+      } else {
+        take_out(range);
+      }
+    } else if (seen_.start) {
+      gap_.set(seen_);
+    }
+    finish(BlockPaste(editor_, gap_.range(), same_tables).run(content_));
+  }
+
+  bool is_list_only() const {
+    for (const Node* node = content_->first_child(); node; node = node->next_sibling())
+      if (!is_filling(*node) && !is_list(*node)) return false;
+    return true;
+  }
+
+  void finish(Boundary caret) {
+    dom::LiveRange kept(editor_.document(), {caret, caret});
+    const Boundary start = join_texts_at(gap_.start());
+    (void)start;
+    caret = join_texts_at(kept.start());
+    editor_.selection().collapse(normalized_caret_place(caret));
+  }
+
+  Editor& editor_;
+  Ref<dom::DocumentFragment> content_;
+  dom::Range seen_{};
+  dom::LiveRange gap_;
+  std::optional<Boundary> caret_;
+};
+
+/// Blanks that would show as one become blanks and no-break spaces; a tab is four.
+std::u16string with_all_blanks(std::u16string_view text) {
+  std::u16string result;
+  for (std::size_t at = 0; at < text.size();) {
+    const std::size_t space = std::min(text.find_first_of(u" \t", at), text.size());
+    result += text.substr(at, space - at);
+    Offset length = 0;
+    std::size_t end = space;
+    for (; end < text.size() && (text[end] == u' ' || text[end] == u'\t'); ++end)
+      length += text[end] == u'\t' ? 4 : 1;
+    const bool at_begin = space == 0 || text[space - 1] == u'\n' || text[space - 1] == u'\r';
+    const bool at_end = end == text.size() || text[end] == u'\n' || text[end] == u'\r';
+    if (length > 1)
+      result += canonical_spaces(length, at_begin, at_end);
+    else if (length == 1)
+      result += (at_begin || at_end) && space != 0 && end != text.size() ? u'\u00A0' : u' ';
+    at = end;
+  }
+  return result;
+}
+
+bool keeps_lines(Editor& editor) {
+  const Boundary place = editor.selection().range().start;
+  const auto* text = dom::as<dom::Text>(place.node);
+  if (text) return !collapses(*text);
+  for (const Node* node = place.node; node; node = node->parent())
+    if (node->is(Tag::Pre) || node->is(Tag::Listing)) return true;
+  return false;
+}
+
+}  // namespace
+
+void paste_nodes(Editor& editor, const Ref<dom::DocumentFragment>& content) {
+  Pasting(editor, content).run();
+}
+
+bool paste_html(Editor& editor, std::u16string_view html) {
+  const Ref<dom::DocumentFragment> content = pasted_content(editor.document(), html);
+  if (!content->has_children()) return false;
+  paste_nodes(editor, content);
+  return true;
+}
+
+bool paste_plain_text(Editor& editor, std::u16string_view text) {
+  for (std::u16string_view end : {u"\r\n", u"\n", u"\r"})
+    if (text.ends_with(end)) {
+      text.remove_suffix(end.size());
+      break;
+    }
+  if (text.empty()) return false;
+  dom::Document& document = editor.document();
+  Ref<dom::DocumentFragment> content;
+  if (keeps_lines(editor)) {
+    content = document.create_fragment();
+    std::u16string lines;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+      if (text[i] == u'\r' && i + 1 < text.size() && text[i + 1] == u'\n') continue;
+      lines += text[i] == u'\r' ? u'\n' : text[i];
+    }
+    dom::insert(*content, document.create_text(std::move(lines)));
+  } else {
+    content = dom::lines_of(document, with_all_blanks(text));
+  }
+  paste_nodes(editor, content);
+  return true;
+}
+
+}  // namespace tvx::editing

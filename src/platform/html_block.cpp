@@ -1,0 +1,72 @@
+#include "platform/html_block.h"
+
+#include <array>
+#include <cstdio>
+
+#include "base/code_page.h"
+#include "base/strings.h"
+
+namespace tvx::platform {
+namespace {
+
+constexpr std::string_view before_fragment = "<html><body>\r\n<!--StartFragment-->";
+constexpr std::string_view behind_fragment = "<!--EndFragment-->\r\n</body>\r\n</html>";
+constexpr std::size_t header_size = 105;
+
+std::string header(std::size_t end, std::size_t start_fragment, std::size_t end_fragment) {
+  std::array<char, header_size + 1> text{};
+  std::snprintf(
+      text.data(), text.size(),
+      "Version:1.0\r\nStartHTML:%010zu\r\nEndHTML:%010zu\r\nStartFragment:%010zu\r\nEndFragment:%010zu\r\n",
+      header_size, end, start_fragment, end_fragment);
+  return text.data();
+}
+
+/// The number behind a name in the header.
+std::optional<std::size_t> place_named(std::string_view block, std::string_view name) {
+  const std::size_t at = block.substr(0, 1024).find(name);
+  if (at == block.npos) return {};
+  std::size_t number = 0, digits = 0;
+  for (std::size_t i = at + name.size();
+       i < block.size() && digits < 15 && block[i] >= '0' && block[i] <= '9'; ++i) {
+    number = number * 10 + static_cast<std::size_t>(block[i] - '0');
+    ++digits;
+  }
+  if (digits == 0) return {};
+  return number;
+}
+
+/// UTF-8 as it should be; what programs of old wrote in the system's own code page.
+std::u16string decode(std::string_view bytes) {
+  std::u16string text = from_utf8(bytes);
+  if (text.find(u'\uFFFD') == text.npos || CodePage::system() == CodePage::utf8()) return text;
+  return CodePage::system().decode(bytes);
+}
+
+}  // namespace
+
+std::string html_block(std::u16string_view fragment) {
+  const std::string content = to_utf8(fragment);
+  const std::size_t start = header_size + before_fragment.size(), end = start + content.size();
+  std::string block = header(end + behind_fragment.size(), start, end);
+  block.reserve(end + behind_fragment.size());
+  block += before_fragment;
+  block += content;
+  block += behind_fragment;
+  return block;
+}
+
+std::optional<std::u16string> page_of_html_block(std::string_view block) {
+  while (block.ends_with('\0')) block.remove_suffix(1);
+  const auto start = place_named(block, "StartFragment:"), end = place_named(block, "EndFragment:");
+  if (!start || !end) return {};
+  std::size_t page = place_named(block, "StartHTML:").value_or(0);
+  if (page == 0 || page > block.size()) page = *start;
+  if (block.find("<!--StartFragment") != block.npos && block.find("<!--EndFragment") != block.npos &&
+      page <= *start)
+    return decode(block.substr(page));
+  if (*start > *end || *end > block.size()) return {};
+  return u"<!--StartFragment-->" + decode(block.substr(*start, *end - *start)) + u"<!--EndFragment-->";
+}
+
+}  // namespace tvx::platform
