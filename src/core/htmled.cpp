@@ -117,11 +117,23 @@ void HTMLed::set_docHTML(std::shared_ptr<browser::HTMLDocument> document) {
   base_element_ = {};
   active_style_sheet_.reset();
   docHTML_ = std::move(document);
-  if (docHTML_) docHTML_->connect(this);
+  if (docHTML_) {
+    docHTML_->connect(this);
+    connect_clipboard(*docHTML_);
+  }
+}
+
+void HTMLed::connect_clipboard(browser::HTMLDocument& document) {
+  document.set_clipboard(clipboard_);
+  document.set_image_folder([weak = weak_from_this()] {
+    const auto self = weak.lock();
+    return self ? self->LocalImageStore() : std::u16string();
+  });
 }
 
 void HTMLed::document_replaced(const std::shared_ptr<browser::HTMLDocument>& document) {
   const KeepAlive alive(*this);
+  if (document) connect_clipboard(*document);
   for (std::size_t i = 0; i < observers_.size(); ++i) observers_[i]->document_replaced(document);
 }
 

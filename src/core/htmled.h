@@ -295,6 +295,7 @@ class HTMLed final : public std::enable_shared_from_this<HTMLed>,
   browser::HTMLDocument& browser_document() const;  // that of WBrowser.object
   dom::Element& body_of(browser::HTMLDocument& document) const;
   void set_docHTML(std::shared_ptr<browser::HTMLDocument> document);
+  void connect_clipboard(browser::HTMLDocument& document);
   void Wait();
   void wait_for_browser();
   void wait_for_document();

@@ -1,5 +1,7 @@
 #include "editing/block_paste.h"
 
+#include <algorithm>
+
 #include "dom/mutation.h"
 #include "dom/tree.h"
 #include "editing/copied_content.h"
@@ -59,7 +61,7 @@ void move_all(Node& from, const Slot& slot) { insert_all(slot, children_of(from)
 }  // namespace
 
 BlockPaste::BlockPaste(Editor& editor, dom::Range gap, bool tables)
-    : editor_(editor), gap_(editor.document(), gap), tables_(tables), caret_(editor.document(), {}) {}
+    : editor_(editor), gap_(editor.document(), gap), tables_(tables) {}
 
 // The container in which both places stand, and on each side what new blocks may merge with.
 void BlockPaste::find_sides() {
@@ -127,34 +129,32 @@ void BlockPaste::fit_to_container(NodeList& pieces) {
 }
 
 // What stands in the content before its first block belongs to the line before the caret.
-void BlockPaste::lay_leading_line(NodeList& pieces) {
+bool BlockPaste::lay_leading_line(NodeList& pieces) {
   NodeList line;
   while (!pieces.empty() && !is_block_piece(*pieces.front())) {
     line.push_back(pieces.front());
     pieces.erase(pieces.begin());
   }
-  if (left_) {
-    insert_all(slot_at(gap_.start()), line);
-    if (!line.empty()) left_empty_ = false;
-  } else {
-    insert_all({container_, before_}, line);
-  }
+  if (line.empty()) return false;
+  insert_all(left_ ? slot_at(gap_.start()) : Slot{container_, before_}, line);
+  if (std::ranges::all_of(line, [](const Ref<Node>& node) { return is_filling(*node); })) return false;
+  left_empty_ = false;
+  return true;
 }
 
-void BlockPaste::lay_trailing_line(NodeList& pieces) {
+bool BlockPaste::lay_trailing_line(NodeList& pieces) {
   NodeList line;
   while (!pieces.empty() && !is_block_piece(*pieces.back())) {
     line.insert(line.begin(), pieces.back());
     pieces.pop_back();
   }
-  if (line.empty()) return;
-  const Slot slot = right_ ? slot_at(gap_.end()) : Slot{container_, before_};
-  insert_all(slot, line);
-  if (!right_ && !before_) before_ = line.front();
-  if (right_) right_empty_ = false;
-  const Boundary behind = dom::after(*line.back());
-  if (!is_filling(*line.back())) caret_.set({behind, behind});
+  if (line.empty()) return false;
+  insert_all(right_ ? slot_at(gap_.end()) : Slot{container_, before_}, line);
   if (!right_) before_ = line.front();
+  if (std::ranges::all_of(line, [](const Ref<Node>& node) { return is_filling(*node); })) return false;
+  right_empty_ = false;
+  caret_ = end_of_lines(*line.back());
+  return true;
 }
 
 bool BlockPaste::same_kind(const Element& a, const Element& b) const {
@@ -272,27 +272,25 @@ Boundary BlockPaste::run(const Ref<dom::DocumentFragment>& content) {
   find_sides();
   NodeList pieces = children_of(*content);
   fit_to_container(pieces);
+  bool has_trailing_line = false, has_leading_line = false;
   if (!lists().has(*container_) && !is_table_part(*container_)) {
-    lay_trailing_line(pieces);
-    lay_leading_line(pieces);
+    has_trailing_line = lay_trailing_line(pieces);
+    has_leading_line = lay_leading_line(pieces);
   }
   insert_all({container_, before_}, pieces);
   while (!pieces.empty() && is_filling(*pieces.back())) pieces.pop_back();
   if (!pieces.empty()) {
     const Ref<Node> first = pieces.front(), last = pieces.back();
-    if (!caret_.start()) {
-      const Boundary end = end_of_lines(*last);
-      caret_.set({end, end});
-    }
+    if (!caret_) caret_ = end_of_lines(*last, tables_ && right_);
     Element* first_element = as_block(first.get());
-    if (first_element) {
+    if (first_element && !has_leading_line) {
       if (left_)
         merge_left(*left_, *first_element);
       else if (first != last)
         join_line_before(*first_element);
     }
     Element* last_element = as_block(last.get());
-    if (last_element && last_element->parent() == container_.get()) {
+    if (last_element && !has_trailing_line && last_element->parent() == container_.get()) {
       if (right_)
         merge_right(*right_, *last_element);
       else
@@ -300,8 +298,8 @@ Boundary BlockPaste::run(const Ref<dom::DocumentFragment>& content) {
     }
   }
   drop_empty_sides();
-  if (!caret_.start()) caret_.set(gap_.range());
-  return caret_.start();
+  const Boundary caret = caret_.place();
+  return caret ? caret : gap_.start();
 }
 
 }  // namespace tvx::editing

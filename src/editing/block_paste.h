@@ -21,8 +21,8 @@ class BlockPaste {
  private:
   void find_sides();
   void fit_to_container(NodeList& pieces);
-  void lay_leading_line(NodeList& pieces);
-  void lay_trailing_line(NodeList& pieces);
+  bool lay_leading_line(NodeList& pieces);
+  bool lay_trailing_line(NodeList& pieces);
   bool merge_left(dom::Element& side, dom::Element& piece);
   bool merge_right(dom::Element& side, dom::Element& piece);
   bool same_kind(const dom::Element& a, const dom::Element& b) const;
@@ -39,7 +39,7 @@ class BlockPaste {
   dom::Ref<dom::Node> before_;                     // new blocks go before it
   bool left_empty_ = false, right_empty_ = false;
   bool split_ = false;  // both sides were one block
-  dom::LiveRange caret_;
+  Pin caret_;
 };
 
 }  // namespace tvx::editing

@@ -190,74 +190,78 @@ class Pasting {
         take_out_as_typing_does(seen_, true);
     }
     Element* block = block_around(gap_.start());
-    const bool empty = block && is_empty_line(*block);
-    unwrap_what_is_there(gap_.start());
+    const Ref<Node> holder(block && is_empty_line(*block) ? line_break_in(*block) : nullptr);
+    const Slot slot = zip_looks();
     const NodeList nodes = children_of(*content_);
-    Slot slot = zip_looks(slot_at(gap_.start()), slot_at(gap_.end()));
-    insert_all(slot, nodes_left(nodes));
-    Boundary caret = caret_ ? *caret_ : place_of(slot);
-    if (empty && !nodes.empty()) remove_line_holder(*block);
-    finish(caret);
+    insert_all(slot, nodes);
+    Pin caret = right_end_;
+    if (!caret) caret = nodes.empty() ? left_end_ : end_of_lines(*nodes.back());
+    if (holder && holder->parent()) dom::remove(*holder);
+    finish(caret ? caret.place() : gap_.start());
   }
 
-  NodeList nodes_left(const NodeList& nodes) {
-    NodeList left;
-    for (const Ref<Node>& node : nodes)
-      if (node->parent() == content_.get()) left.push_back(node);
-    return left;
+  static Node* line_break_in(const Node& block) {
+    for (Node* node = block.first_child(); node; node = dom::next_in_order(*node, &block))
+      if (node->is(Tag::Br)) return node;
+    return nullptr;
   }
 
-  /// Looks that the place has already are taken off the content.
-  void unwrap_what_is_there(Boundary place) {
+  /// Looks that both sides of the gap are in are taken off the content; where only one side is in a look, the
+  /// first or the last node goes on in it if it has the same. Gives the slot for all else.
+  Slot zip_looks() {
+    Node* both = dom::common_ancestor(*gap_.start().node, *gap_.end().node);
+    if (gap_.collapsed() && both->is_text()) both = both->parent();
+    for (Node* node = both; node && is_look(*node); node = node->parent())
+      unwrap_look(static_cast<Element&>(*node));
+    const std::vector<Element*> left = looks_between(*both, gap_.start().node),
+                                right = looks_between(*both, gap_.end().node);
+    if (!right.empty()) zip_right(right, 0, *content_);
+    if (!left.empty()) zip_left(left, 0, *content_);
+    return slot_at(right.empty() ? gap_.end() : dom::before(*right.front()));
+  }
+
+  /// From the outermost to the innermost.
+  static std::vector<Element*> looks_between(const Node& outside, Node* inside) {
+    std::vector<Element*> looks;
+    for (Node* node = inside; node && node != &outside; node = node->parent())
+      if (is_look(*node)) looks.insert(looks.begin(), static_cast<Element*>(node));
+    return looks;
+  }
+
+  static bool same_look(const Node* node, const Element& look) {
+    const auto* element = dom::as<Element>(node);
+    return element && is_look(*element) && element->name() == look.name() && same_attributes(*element, look);
+  }
+
+  void unwrap_look(const Element& look) {
     for (Node* child = content_->first_child(); child;) {
-      Element* element = dom::as<Element>(child);
-      if (!element || !is_look(*element) || !has_look(place, *element)) {
-        child = child->next_sibling();
-        continue;
+      Node* next = child->next_sibling();
+      if (same_look(child, look)) {
+        const Ref<Node> gone(child);
+        insert_all({Ref<Node>(content_), gone}, children_of(*child));
+        dom::remove(*gone);
       }
-      const Ref<Node> gone(element);
-      Node* first = element->first_child();
-      Node* next = element->next_sibling();
-      insert_all({Ref<Node>(content_), Ref<Node>(element)}, children_of(*element));
-      dom::remove(*gone);
-      child = first ? first : next;
+      child = next;
     }
   }
 
-  static bool has_look(Boundary place, const Element& look) {
-    for (const Node* node = place.node; node; node = node->parent()) {
-      if (node->is_text()) continue;
-      if (!is_look(*node)) return false;
-      const auto& element = static_cast<const Element&>(*node);
-      if (element.name() == look.name() && same_attributes(element, look)) return true;
-    }
-    return false;
+  void zip_left(const std::vector<Element*>& looks, std::size_t at, Node& from) {
+    const Ref<Node> first(from.first_child());
+    if (at == looks.size() || !same_look(first.get(), *looks[at])) return;
+    zip_left(looks, at + 1, *first);
+    const NodeList nodes = children_of(*first);
+    insert_all({Ref<Node>(looks[at]), {}}, nodes);
+    if (!nodes.empty()) left_end_ = end_of_lines(*nodes.back());
+    dom::remove(*first);
   }
 
-  /// Where the sides of the gap stand in looks of their own, the first and last nodes go on in them if they
-  /// have the same. Gives the slot for the rest.
-  Slot zip_looks(Slot left, const Slot& right) {
-    const Ref<Node> last(content_->last_child());
-    while (left.parent != right.parent) {
-      Element* look = dom::as<Element>(left.parent);
-      if (!look || !is_look(*look) || dom::is_inclusive_ancestor(*look, *right.parent)) break;
-      zip_into(*look, left);
-      left = {look->parent(), look->next_sibling()};
-    }
-    return left;
-  }
-
-  void zip_into(Element& look, const Slot& slot) {
-    Element* first = dom::as<Element>(content_->first_child());
-    if (!first || !is_look(*first) || first->name() != look.name() || !same_attributes(*first, look)) return;
-    const Ref<Node> gone(first);
-    insert_all(slot, children_of(*first));
-    dom::remove(*gone);
-  }
-
-  void remove_line_holder(Node& block) {
-    Node* last = dom::last_within(block);
-    if (last && last->is(Tag::Br) && is_collapsed_block_prop(*last)) dom::remove(*last);
+  void zip_right(const std::vector<Element*>& looks, std::size_t at, Node& from) {
+    const Ref<Node> last(from.last_child());
+    if (at == looks.size() || !same_look(last.get(), *looks[at])) return;
+    if (at == 0 && last->has_children()) right_end_ = end_of_lines(*last->last_child());
+    zip_right(looks, at + 1, *last);
+    insert_all({Ref<Node>(looks[at]), looks[at]->first_child()}, children_of(*last));
+    dom::remove(*last);
   }
 
   // --- blocks ---
@@ -299,7 +303,7 @@ class Pasting {
   Ref<dom::DocumentFragment> content_;
   dom::Range seen_{};
   dom::LiveRange gap_;
-  std::optional<Boundary> caret_;
+  Pin left_end_, right_end_;  // of what went on in looks
 };
 
 /// Blanks that would show as one become blanks and no-break spaces; a tab is four.

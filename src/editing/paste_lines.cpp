@@ -163,18 +163,30 @@ Boundary join_texts_at(Boundary place) {
   return seam;
 }
 
-Boundary end_of_lines(Node& node) {
+Boundary Pin::place() const {
+  switch (at) {
+    case At::InText: return {node.get(), offset};
+    case At::Inside: return {node.get(), 0};
+    case At::Before: return dom::before(*node);
+    case At::Behind: return dom::after(*node);
+    case At::Nowhere: break;
+  }
+  return {};
+}
+
+Pin end_of_lines(Node& node, bool in_cells) {
+  static const TagSet holders{Tag::Ul, Tag::Ol, Tag::Dl, Tag::Blockquote, Tag::Div, Tag::Center};
+  static const TagSet table_parts{Tag::Table, Tag::Tbody, Tag::Thead, Tag::Tfoot, Tag::Tr, Tag::Td, Tag::Th};
   Node* at = &node;
   for (;;) {
-    if (at->is_text()) return {at, dom::length_of(*at)};
+    if (at->is_text()) return {Pin::At::InText, at, dom::length_of(*at)};
     Node* last = at->last_child();
     while (last && is_filling(*last) && last->previous_sibling() && is_block_piece(*last->previous_sibling()))
       last = last->previous_sibling();
-    const bool enter = is_text_block(*at) || is_look(*at) || at->is(Tag::Ul) || at->is(Tag::Ol) ||
-                       at->is(Tag::Dl) || at->is(Tag::Blockquote) || at->is(Tag::Div) || at->is(Tag::Center);
-    if (!enter) return dom::after(*at);
-    if (!last) return {at, 0};
-    if (last->is(Tag::Br) && is_text_block(*at)) return dom::before(*last);
+    if (!is_text_block(*at) && !is_look(*at) && !holders.has(*at) && !(in_cells && table_parts.has(*at)))
+      return {Pin::At::Behind, at};
+    if (!last) return {Pin::At::Inside, at};
+    if (last->is(Tag::Br) && is_text_block(*at)) return {Pin::At::Before, last};
     at = last;
   }
 }

@@ -37,8 +37,18 @@ dom::Boundary without_empty_looks(dom::Boundary place);
 void remove_with_empty_holders(dom::Node& node, const dom::Node& limit);
 /// Makes one text of two that meet at the place.
 dom::Boundary join_texts_at(dom::Boundary place);
-/// The end of the last line in a node; behind it if it has none.
-dom::Boundary end_of_lines(dom::Node& node);
+/// A place that goes where its node goes: a live range would stay where the node is taken away.
+struct Pin {
+  enum class At : std::uint8_t { Nowhere, InText, Inside, Before, Behind };
+  At at = At::Nowhere;
+  dom::Ref<dom::Node> node;
+  Offset offset = 0;  // in a text
+
+  explicit operator bool() const { return at != At::Nowhere; }
+  dom::Boundary place() const;
+};
+/// The end of the last line in a node; behind it if it has none. Into a table only if `in_cells`.
+Pin end_of_lines(dom::Node& node, bool in_cells = false);
 
 bool same_attributes(const dom::Element& a, const dom::Element& b);
 
