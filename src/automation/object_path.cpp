@@ -18,8 +18,11 @@ class PathReader {
 
   std::vector<PathStep> read() {
     std::vector<PathStep> steps;
-    do steps.push_back(step());
-    while (take(u'.'));
+    do {
+      steps.push_back(step());
+      // `tags("p")(0)`: an item of what the call gives.
+      while (peek() == u'(') steps.push_back(arguments_of({}));
+    } while (take(u'.'));
     if (at_ != path_.size()) fail();
     return steps;
   }
@@ -45,8 +48,10 @@ class PathReader {
     return std::u16string(path_.substr(start, at_ - start));
   }
 
-  PathStep step() {
-    PathStep step{name(), {}};
+  PathStep step() { return arguments_of(name()); }
+
+  PathStep arguments_of(std::u16string name) {
+    PathStep step{std::move(name), {}};
     if (!take(u'(') || take(u')')) return step;
     do step.arguments.push_back(argument());
     while (take(u','));
@@ -92,11 +97,16 @@ class PathReader {
   std::size_t at_ = 0;
 };
 
+/// A step without a name is an item.
+Value taken(library::Object& object, PathStep& step) {
+  return step.name.empty() ? object.item(step.arguments) : object.invoke(step.name, step.arguments);
+}
+
 /// The object on which the last step works. Empty: on the root itself.
 ObjectHandle holder_of(library::Object& root, std::vector<PathStep>& steps) {
   ObjectHandle holder;
   for (std::size_t i = 0; i + 1 < steps.size(); ++i) {
-    const Value value = (holder ? *holder : root).invoke(steps[i].name, steps[i].arguments);
+    const Value value = taken(holder ? *holder : root, steps[i]);
     if (value.is_null())
       throw RuntimeError(errors::object_not_set, u"Object variable not set: " + steps[i].name);
     if (!value.is_object()) throw RuntimeError(object_required, u"Object required: " + steps[i].name);
@@ -111,7 +121,7 @@ std::vector<PathStep> parse_path(std::u16string_view path) { return PathReader(p
 
 Value read_path(library::Object& root, std::vector<PathStep>& steps) {
   const ObjectHandle holder = holder_of(root, steps);
-  return (holder ? *holder : root).invoke(steps.back().name, steps.back().arguments);
+  return taken(holder ? *holder : root, steps.back());
 }
 
 void write_path(library::Object& root, std::vector<PathStep>& steps, const Value& value) {

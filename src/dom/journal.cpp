@@ -27,15 +27,21 @@ bool unfit() {
   return false;
 }
 
-bool put_in(const Mutation& mutation) {
+// A record that held its own document would keep it alive for ever: no parent is the document.
+Node& parent_of(const Mutation& mutation, Document& document) {
+  return mutation.parent ? *mutation.parent : document;
+}
+
+bool put_in(const Mutation& mutation, Document& document) {
+  Node& parent = parent_of(mutation, document);
   Node* before = mutation.before.get();
-  if (mutation.node->parent() || (before && before->parent() != mutation.parent.get())) return unfit();
-  insert(*mutation.parent, mutation.node, before);
+  if (mutation.node->parent() || (before && before->parent() != &parent)) return unfit();
+  insert(parent, mutation.node, before);
   return true;
 }
 
-bool take_out(const Mutation& mutation) {
-  if (mutation.node->parent() != mutation.parent.get()) return unfit();
+bool take_out(const Mutation& mutation, Document& document) {
+  if (mutation.node->parent() != &parent_of(mutation, document)) return unfit();
   remove(*mutation.node);
   return true;
 }
@@ -60,20 +66,20 @@ bool write_attribute(const Mutation& mutation, const std::optional<std::u16strin
   return true;
 }
 
-bool take_back(const Mutation& mutation) {
+bool take_back(const Mutation& mutation, Document& document) {
   switch (mutation.type) {
-    case Mutation::Type::Insert: return take_out(mutation);
-    case Mutation::Type::Remove: return put_in(mutation);
+    case Mutation::Type::Insert: return take_out(mutation, document);
+    case Mutation::Type::Remove: return put_in(mutation, document);
     case Mutation::Type::ReplaceData: return exchange_data(mutation, mutation.inserted, mutation.removed);
     case Mutation::Type::SetAttribute: return write_attribute(mutation, mutation.old_value);
   }
   return false;
 }
 
-bool make_again(const Mutation& mutation) {
+bool make_again(const Mutation& mutation, Document& document) {
   switch (mutation.type) {
-    case Mutation::Type::Insert: return put_in(mutation);
-    case Mutation::Type::Remove: return take_out(mutation);
+    case Mutation::Type::Insert: return put_in(mutation, document);
+    case Mutation::Type::Remove: return take_out(mutation, document);
     case Mutation::Type::ReplaceData: return exchange_data(mutation, mutation.removed, mutation.inserted);
     case Mutation::Type::SetAttribute: return write_attribute(mutation, mutation.new_value);
   }
@@ -104,7 +110,22 @@ std::u16string_view Journal::redo_label() const {
   return undone_.empty() ? u"" : std::u16string_view(undone_.back()->label);
 }
 
-SelectionRecord Journal::capture() const { return selection_ ? selection_->capture() : SelectionRecord{}; }
+// As the records of mutations, one of the selection doesn't hold the document.
+SelectionRecord Journal::capture() const {
+  SelectionRecord record = selection_ ? selection_->capture() : SelectionRecord{};
+  record.anchor_in_document = record.anchor_node == &document_;
+  record.focus_in_document = record.focus_node == &document_;
+  if (record.anchor_in_document) record.anchor_node = nullptr;
+  if (record.focus_in_document) record.focus_node = nullptr;
+  return record;
+}
+
+void Journal::restore(SelectionRecord record) {
+  if (!selection_) return;
+  if (record.anchor_in_document) record.anchor_node = document_;
+  if (record.focus_in_document) record.focus_node = document_;
+  selection_->restore(record);
+}
 
 void Journal::open(std::u16string_view label, StepJoin join) {
   if (depth_++ > 0) return;
@@ -165,6 +186,7 @@ void Journal::before_mutation() {
 
 void Journal::record(Mutation mutation) {
   if (replaying_ || mutation.kind != MutationKind::Step || !open_step_) return;
+  if (mutation.parent == &document_) mutation.parent = nullptr;
   if (!keeps_redo_) undone_.clear();
   auto& mutations = open_step_->mutations;
   if (!open_step_->typing || mutations.empty() || !merge_typing(mutations.back(), mutation)) {
@@ -182,10 +204,11 @@ void Journal::roll_back() {
   if (!open_step_) return;
   replaying_ = true;
   auto& mutations = open_step_->mutations;
-  for (auto mutation = mutations.rbegin(); mutation != mutations.rend(); ++mutation) take_back(*mutation);
+  for (auto mutation = mutations.rbegin(); mutation != mutations.rend(); ++mutation)
+    take_back(*mutation, document_);
   mutations.clear();
   replaying_ = false;
-  if (selection_) selection_->restore(open_step_->before);
+  restore(open_step_->before);
 }
 
 void Journal::end_typing_run() { run_open_ = false; }
@@ -212,13 +235,13 @@ bool Journal::replay(std::vector<std::unique_ptr<Step>>& from, std::vector<std::
     MutationScope scope(document_, MutationKind::Step);
     if (backward) {
       for (auto mutation = step->mutations.rbegin(); mutation != step->mutations.rend(); ++mutation)
-        take_back(*mutation);
+        take_back(*mutation, document_);
     } else {
-      for (const Mutation& mutation : step->mutations) make_again(mutation);
+      for (const Mutation& mutation : step->mutations) make_again(mutation, document_);
     }
     replaying_ = false;
   }
-  if (selection_) selection_->restore(backward ? step->before : step->after);
+  restore(backward ? step->before : step->after);
   to.push_back(std::move(step));
   cover();
   return true;

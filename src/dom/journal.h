@@ -16,6 +16,8 @@ struct SelectionRecord {
   Ref<Node> focus_node;
   Offset focus_offset = 0;
   bool control = false;  // one element selected as a whole
+  // Of a record that the journal keeps: a place right in the document, whose node is then empty.
+  bool anchor_in_document = false, focus_in_document = false;
 };
 
 /// Who has the selection: the editing layer.
@@ -83,6 +85,7 @@ class Journal {
   void begin_step(std::u16string_view label, StepJoin join);
   void finish_step();
   SelectionRecord capture() const;
+  void restore(SelectionRecord record);
   bool replay(std::vector<std::unique_ptr<Step>>& from, std::vector<std::unique_ptr<Step>>& to,
               bool backward);
 

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <functional>
 #include <memory>
+#include <vector>
 
 #include "dom/collections.h"
 #include "dom/node.h"
@@ -32,7 +34,11 @@ Value element_object(dom::Element* element, const DocumentHandle& document);  //
 dom::Ref<dom::Element> element_of(const Value& value);
 
 Value collection_object(dom::Collection collection, const DocumentHandle& document);  // collection_object.cpp
-Value inline_style_object(dom::Element& element);                                     // style_object.cpp
+/// A live list: `list` is asked again when the structure of the owner's document has changed.
+Value element_list_object(dom::Node& owner, std::function<std::vector<dom::Element*>()> list,
+                          const DocumentHandle& document);  // collection_object.cpp
+Value current_style_object(dom::Element& element);          // style_object.cpp: computed values
+Value inline_style_object(dom::Element& element);           // style_object.cpp
 Value style_sheet_object(const std::shared_ptr<dom::style::StyleSheet>& sheet);
 Value style_sheets_object(const DocumentHandle& document);  // style_object.cpp
 

@@ -1,13 +1,15 @@
+#include "library/element_object.h"
 #include "base/error.h"
 #include "browser/html_document.h"
 #include "dom/inner_html.h"
 #include "dom/inner_text.h"
 #include "dom/mutation.h"
 #include "dom/objects/element_content.h"
+#include "dom/objects/reflection.h"
 #include "dom/style/inline_style.h"
 #include "dom/tree.h"
-#include "library/document_object.h"
-#include "library/members_of.h"
+#include "library/element_kinds.h"
+#include "library/facade_members.h"
 
 namespace tvx::library {
 
@@ -16,69 +18,45 @@ namespace {
 using dom::CollectionKind;
 using dom::Element;
 
-class ElementObject final : public Object {
- public:
-  ElementObject(Element& element, DocumentHandle document)
-      : element_(element), document_(std::move(document)) {}
-
-  std::u16string_view kind() const override { return u"element"; }
-  std::vector<std::pair<std::string, Value>> description() const override {
-    return {{"tag", element_->display_name()},
-            {"sourceIndex", source_index()},
-            {"id", element_->attribute_or_empty(dom::Name(u"id"))}};
-  }
-  Value invoke(std::u16string_view name, Values& arguments) override;
-  void set(std::u16string_view name, const Value& value) override;
-
-  Element& operator*() const { return *element_; }
-  Element* operator->() const { return element_.get(); }
-  const DocumentHandle& document() const { return document_; }
-  Value element(Element* other) const { return element_object(other, document_); }
-  Value collection(CollectionKind kind) const {
-    return collection_object(dom::Collection(*element_, kind), document_);
-  }
-  /// -1 outside the document's tree.
-  std::int32_t source_index() const {
-    if (!element_->document() || !dom::is_connected(*element_)) return -1;
-    return static_cast<std::int32_t>(element_->document()->source_index(*element_));
-  }
-
- private:
-  dom::Ref<Element> element_;
-  DocumentHandle document_;
-};
-
-/// "className" is how the object model calls the attribute `class`.
-dom::Name attribute_name(std::u16string_view name) {
-  return equals_ignoring_ascii_case(name, u"className") ? dom::Name(u"class") : dom::Name(ascii_lower(name));
-}
+// The flags behind the names choose among ways of comparing letters; here letters count for nothing.
 
 Value get_attribute(ElementObject& self, Values& arguments) {
   expect_arguments(arguments, 1, 2);
   const std::u16string name = arguments[0].to_text();
   if (equals_ignoring_ascii_case(name, u"style")) return inline_style_object(*self);
-  const std::u16string* value = self->attribute(attribute_name(name));
+  const std::optional<std::u16string> value = dom::get_attribute(*self, name);
   return value ? Value(*value) : Value();
 }
 
 Value set_attribute(ElementObject& self, Values& arguments) {
   expect_arguments(arguments, 2, 3);
-  dom::set_attribute(*self, attribute_name(arguments[0].to_text()), arguments[1].to_text());
+  const dom::Name name = dom::attribute_named(*self, arguments[0].to_text());
+  if (arguments[1].is_null())
+    dom::remove_attribute(*self, name);
+  else
+    dom::set_attribute(*self, name, arguments[1].to_text());
   return {};
 }
 
 Value remove_attribute(ElementObject& self, Values& arguments) {
   expect_arguments(arguments, 1, 2);
-  const dom::Name name = attribute_name(arguments[0].to_text());
-  const bool had = self->has_attribute(name);
-  dom::remove_attribute(*self, name);
-  return had;
+  return dom::remove_attribute_named(*self, arguments[0].to_text());
+}
+
+Value elements_by_tag(ElementObject& self, Values& arguments) {
+  expect_arguments(arguments, 1, 1);
+  return self.collection(CollectionKind::Tag, arguments[0].to_text());
 }
 
 Value contains(ElementObject& self, Values& arguments) {
   expect_arguments(arguments, 1, 1);
   const dom::Ref<Element> other = element_of(arguments[0]);
   return other && dom::is_inclusive_ancestor(*self, *other);
+}
+
+/// Assigning to `style` itself is assigning its text.
+void set_style(ElementObject& self, const Value& value) {
+  dom::style::InlineStyle(*self).set_css_text(text_or_nothing(value));
 }
 
 constexpr MemberOf<ElementObject> rows[] = {
@@ -90,7 +68,10 @@ constexpr MemberOf<ElementObject> rows[] = {
      [](ElementObject& self, const Value& value) { dom::assign_outer_html(*self, value.to_text()); }},
     {u"innerText", [](ElementObject& self) -> Value { return dom::inner_text(*self); },
      [](ElementObject& self, const Value& value) { dom::assign_inner_text(*self, value.to_text()); }},
-    {u"style", [](ElementObject& self) { return inline_style_object(*self); }},
+    {u"outerText", [](ElementObject& self) -> Value { return dom::inner_text(*self); },
+     [](ElementObject& self, const Value& value) { dom::assign_outer_text(*self, value.to_text()); }},
+    {u"style", [](ElementObject& self) { return inline_style_object(*self); }, set_style},
+    {u"currentStyle", [](ElementObject& self) { return current_style_object(*self); }},
     {u"parentElement", [](ElementObject& self) { return self.element(self->parent_element()); }},
     {u"children", [](ElementObject& self) { return self.collection(CollectionKind::Children); }},
     {u"all", [](ElementObject& self) { return self.collection(CollectionKind::All); }},
@@ -98,41 +79,107 @@ constexpr MemberOf<ElementObject> rows[] = {
     {.name = u"getAttribute", .call = get_attribute},
     {.name = u"setAttribute", .call = set_attribute},
     {.name = u"removeAttribute", .call = remove_attribute},
+    {.name = u"getElementsByTagName", .call = elements_by_tag},
     {.name = u"contains", .call = contains},
 };
 
-/// Properties that are an attribute's text and nothing else.
-constexpr std::u16string_view reflected_attributes[] = {
-    u"id",     u"className",   u"title",       u"name",        u"value",     u"type",  u"alt",    u"width",
-    u"height", u"align",       u"vAlign",      u"bgColor",     u"border",    u"color", u"face",   u"size",
-    u"target", u"borderColor", u"cellPadding", u"cellSpacing", u"lang",      u"dir",   u"hspace", u"vspace",
-    u"method", u"content",     u"media",       u"rel",         u"background"};
-/// Those whose text is an address: read as it is meant, written as given.
-constexpr std::u16string_view address_attributes[] = {u"href", u"src", u"action"};
+/// What setting an attribute's property to nothing leaves.
+enum class Emptied : std::uint8_t { Text, NoAttribute };
 
-bool is_among(std::u16string_view name, std::span<const std::u16string_view> names) {
-  for (const std::u16string_view candidate : names)
-    if (equals_ignoring_ascii_case(candidate, name)) return true;
-  return false;
+/// A property that is an attribute's text and nothing else, of elements of any kind.
+struct Reflected {
+  std::u16string_view name;
+  Emptied emptied = Emptied::Text;
+  bool address = false;  // reads as it is meant, is written as given
+};
+
+constexpr Reflected reflected[] = {
+    {u"id"},
+    {u"className"},
+    {u"title"},
+    {u"name"},
+    {u"value"},
+    {u"type"},
+    {u"alt"},
+    {u"lang"},
+    {u"dir"},
+    {u"method"},
+    {u"content"},
+    {u"httpEquiv"},
+    {u"media"},
+    {u"rel"},
+    {u"start"},
+    {u"target", Emptied::NoAttribute},
+    {u"width", Emptied::NoAttribute},
+    {u"height", Emptied::NoAttribute},
+    {u"align", Emptied::NoAttribute},
+    {u"vAlign", Emptied::NoAttribute},
+    {u"bgColor", Emptied::NoAttribute},
+    {u"border", Emptied::NoAttribute},
+    {u"borderColor", Emptied::NoAttribute},
+    {u"cellPadding", Emptied::NoAttribute},
+    {u"cellSpacing", Emptied::NoAttribute},
+    {u"color", Emptied::NoAttribute},
+    {u"face", Emptied::NoAttribute},
+    {u"size", Emptied::NoAttribute},
+    {u"text", Emptied::NoAttribute},
+    {u"link", Emptied::NoAttribute},
+    {u"vLink", Emptied::NoAttribute},
+    {u"aLink", Emptied::NoAttribute},
+    {u"hspace", Emptied::NoAttribute},
+    {u"vspace", Emptied::NoAttribute},
+    {u"background", Emptied::NoAttribute},
+    {.name = u"href", .address = true},
+    {.name = u"src", .address = true},
+    {.name = u"action", .address = true},
+};
+
+const Reflected* find_reflected(std::u16string_view name) {
+  for (const Reflected& row : reflected)
+    if (equals_ignoring_ascii_case(row.name, name)) return &row;
+  return nullptr;
+}
+
+const MemberOf<ElementObject>* find_row(const Element& element, std::u16string_view name) {
+  const auto* own = find_kind_member(element, name);
+  return own ? own : find_member<ElementObject>(rows, name);
+}
+
+}  // namespace
+
+std::vector<std::pair<std::string, Value>> ElementObject::description() const {
+  return {{"tag", element_->display_name()},
+          {"sourceIndex", source_index()},
+          {"id", element_->attribute_or_empty(dom::names::id)}};
+}
+
+std::u16string ElementObject::document_address() const { return document_ ? document_->url() : u""; }
+
+std::int32_t ElementObject::source_index() const {
+  if (!element_->document() || !dom::is_connected(*element_)) return -1;
+  return static_cast<std::int32_t>(element_->document()->source_index(*element_));
 }
 
 Value ElementObject::invoke(std::u16string_view name, Values& arguments) {
-  if (const auto* row = find_member<ElementObject>(rows, name)) return invoke_member(*row, *this, arguments);
-  const bool address = is_among(name, address_attributes);
-  if (!address && !is_among(name, reflected_attributes)) unknown_member(name);
+  if (const auto* row = find_row(*element_, name)) return invoke_member(*row, *this, arguments);
+  const Reflected* row = find_reflected(name);
+  if (!row) unknown_member(name);
   expect_arguments(arguments, 0, 0);
-  const std::u16string_view written = element_->attribute_or_empty(attribute_name(name));
-  if (address && document_ && !written.empty()) return document_->absolute_url(written);
+  const std::u16string_view written = element_->attribute_or_empty(dom::attribute_named(name));
+  if (row->address && document_ && !written.empty()) return document_->absolute_url(written);
   return written;
 }
 
 void ElementObject::set(std::u16string_view name, const Value& value) {
-  if (const auto* row = find_member<ElementObject>(rows, name)) return set_member(*row, *this, value);
-  if (!is_among(name, address_attributes) && !is_among(name, reflected_attributes)) unknown_member(name);
-  dom::set_attribute(*element_, attribute_name(name), value.to_text());
+  if (const auto* row = find_row(*element_, name)) return set_member(*row, *this, value);
+  const Reflected* row = find_reflected(name);
+  if (!row) unknown_member(name);
+  const dom::Name attribute = dom::attribute_named(name);
+  if (row->emptied == Emptied::NoAttribute)
+    dom::set_or_remove(*element_, attribute, text_or_nothing(value));
+  else
+    dom::set_reflected_text(*element_, attribute, text_or_nothing(value));
 }
-
-}  // namespace
 
 Value element_object(Element* element, const DocumentHandle& document) {
   if (!element) return {};

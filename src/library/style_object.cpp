@@ -1,6 +1,7 @@
 #include "base/error.h"
 #include "browser/html_document.h"
 #include "dom/style/inline_style.h"
+#include "dom/style/property_values.h"
 #include "dom/style/style_engine.h"
 #include "library/document_object.h"
 #include "library/members_of.h"
@@ -38,6 +39,24 @@ class InlineStyleObject final : public Object {
 
  private:
   style::InlineStyle style_;
+};
+
+/// The computed values that the document knows, by the names of their properties.
+class CurrentStyleObject final : public Object {
+ public:
+  explicit CurrentStyleObject(dom::Element& element) : element_(element) {}
+  std::u16string_view kind() const override { return u"currentStyle"; }
+
+  Value invoke(std::u16string_view name, Values& arguments) override {
+    expect_arguments(arguments, 0, 0);
+    const std::optional<style::Property> property = style::property_of(style::css_name_of(name));
+    if (!property) unknown_member(name);
+    return style::computed_value(*element_, *property);
+  }
+  void set(std::u16string_view, const Value&) override { read_only_member(); }
+
+ private:
+  dom::Ref<dom::Element> element_;
 };
 
 /// Things of one kind in a row, counted from 0: `length`, `item(n)`.
@@ -127,6 +146,10 @@ void StyleSheetObject::set(std::u16string_view name, const Value& value) {
 }
 
 }  // namespace
+
+Value current_style_object(dom::Element& element) {
+  return ObjectHandle(std::make_shared<CurrentStyleObject>(element));
+}
 
 Value inline_style_object(dom::Element& element) {
   return ObjectHandle(std::make_shared<InlineStyleObject>(element));

@@ -244,5 +244,33 @@ TEST(TreeDepth, DeepTreesAreDestroyedClonedAndWrittenWithoutRecursion) {
   root = nullptr;
 }
 
+/// A selection right in the document.
+class DocumentSelected final : public SelectionKeeper {
+ public:
+  explicit DocumentSelected(Document& document) : document_(document) {}
+  SelectionRecord capture() const override { return {document_, 0, document_, 1}; }
+  void restore(const SelectionRecord& record) override { restored = record; }
+  SelectionRecord restored;
+
+ private:
+  Document& document_;
+};
+
+TEST_F(JournalTest, RecordsDoNotKeepTheirDocumentAlive) {
+  DocumentSelected keeper(*document_);
+  journal().set_selection_keeper(&keeper);
+  remove(*html_);
+  EXPECT_TRUE(journal().undo());
+  EXPECT_EQ(html_->parent(), document_.get());
+  EXPECT_EQ(keeper.restored.anchor_node, document_.get());
+  EXPECT_EQ(keeper.restored.focus_offset, 1u);
+  keeper.restored = {};
+  EXPECT_TRUE(journal().redo());
+  EXPECT_EQ(html_->parent(), nullptr);
+  keeper.restored = {};
+  document_ = nullptr;
+  EXPECT_EQ(body_->document(), nullptr) << "the document is gone";
+}
+
 }  // namespace
 }  // namespace tvx::dom

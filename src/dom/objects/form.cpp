@@ -2,9 +2,9 @@
 
 #include "base/error.h"
 #include "base/strings.h"
-#include "dom/inner_text.h"
 #include "dom/journal.h"
 #include "dom/mutation.h"
+#include "dom/objects/option.h"
 #include "dom/objects/reflection.h"
 #include "dom/tree.h"
 
@@ -14,7 +14,7 @@ namespace {
 
 namespace attributes {
 const Name method(u"method"), enctype(u"enctype"), disabled(u"disabled"), read_only(u"readonly"),
-    selected(u"selected"), multiple(u"multiple");
+    multiple(u"multiple");
 }
 
 constexpr auto input_types = {
@@ -41,23 +41,11 @@ void expect(bool fits) {
 }
 
 template <class Fits>
-std::vector<Element*> all_below(const Element& root, Fits fits) {
+std::vector<Element*> all_below(const Node& root, Fits fits) {
   std::vector<Element*> found;
   for (Node* node = root.first_child(); node; node = next_in_order(*node, &root))
     if (fits(*node)) found.push_back(static_cast<Element*>(node));
   return found;
-}
-
-std::u16string option_value(const Element& option) {
-  if (const std::u16string* value = option.attribute(names::value)) return *value;
-  // HTML standard, "text" of an option: white space at its ends and in runs is stripped.
-  const std::u16string content = text_content(option);
-  std::u16string text;
-  for (const std::u16string_view word : split_on_space(content)) {
-    if (!text.empty()) text += u' ';
-    text += word;
-  }
-  return text;
 }
 
 }  // namespace
@@ -110,25 +98,11 @@ void FieldObject::set_type(std::u16string_view value) {
   throw RuntimeError(errors::set_not_permitted_here, u"The type of this element can't be set");
 }
 
-std::vector<Element*> FieldObject::options() const {
-  return all_below(*element_, [](const Node& node) { return node.is(Tag::Option); });
-}
-
-// HTML standard, section 4.10.7: the last option that says so, else the first of a list that shows one.
-Element* FieldObject::selected_option() const {
-  Element* chosen = nullptr;
-  const std::vector<Element*> all = options();
-  for (Element* option : all)
-    if (option->has_attribute(attributes::selected)) chosen = option;
-  const bool shows_one = !element_->has_attribute(attributes::multiple) && size() <= 1;
-  return chosen || !shows_one || all.empty() ? chosen : all.front();
-}
-
 std::u16string FieldObject::value() const {
   if (element_->is(Tag::Textarea)) return text_content(*element_);
   if (element_->is(Tag::Select)) {
-    const Element* option = selected_option();
-    return option ? option_value(*option) : std::u16string();
+    Element* option = SelectObject(*element_).selected();
+    return option ? OptionObject(*option).value() : std::u16string();
   }
   const std::u16string* written = element_->attribute(names::value);
   if (written) return *written;
@@ -143,16 +117,32 @@ void FieldObject::set_value(std::u16string_view value) {
     return replace_children(*element_, document_of(*element_).create_text(std::u16string(value)));
   }
   if (!element_->is(Tag::Select)) return set_reflected_text(*element_, names::value, value);
-  const std::vector<Element*> all = options();
-  Element* chosen = nullptr;
-  for (Element* option : all)
-    if (!chosen && option_value(*option) == value) chosen = option;
-  if (!chosen || chosen == selected_option()) return;
-  for (Element* option : all) set_reflected_flag(*option, attributes::selected, option == chosen);
+  SelectObject list(*element_);
+  for (Element* option : list.options())
+    if (OptionObject(*option).value() == value) return list.choose(option);
 }
 
 bool FieldObject::checked() const { return reflected_flag(*element_, names::checked); }
-void FieldObject::set_checked(bool on) { set_reflected_flag(*element_, names::checked, on); }
+void FieldObject::set_checked(bool on) {
+  const UndoStep step(document_of(*element_).journal(), u"Check");
+  if (on && element_->is(Tag::Input) && type() == u"radio") uncheck_group();
+  set_reflected_flag(*element_, names::checked, on);
+}
+
+void FieldObject::uncheck_group() {
+  const std::u16string group = name();
+  if (group.empty()) return;
+  const Element* own_form = form();
+  const Node& root = own_form ? static_cast<const Node&>(*own_form) : root_of(*element_);
+  const std::vector<Element*> inputs = all_below(root, [](const Node& node) { return node.is(Tag::Input); });
+  for (Element* input : inputs) {
+    const FieldObject other(*input);
+    if (input != element_.get() && other.type() == u"radio" && other.name() == group &&
+        other.form() == own_form)
+      set_reflected_flag(*input, names::checked, false);
+  }
+}
+
 bool FieldObject::disabled() const { return reflected_flag(*element_, attributes::disabled); }
 void FieldObject::set_disabled(bool on) { set_reflected_flag(*element_, attributes::disabled, on); }
 bool FieldObject::readOnly() const { return reflected_flag(*element_, attributes::read_only); }

@@ -56,6 +56,7 @@ class FieldObject {
   /// a radio button without one has "on". A SELECT ignores a text that is no option.
   std::u16string value() const;
   void set_value(std::u16string_view value);
+  /// Checking a radio button takes the check from the others of its name in its form.
   bool checked() const;
   void set_checked(bool on);
   bool disabled() const;
@@ -67,8 +68,7 @@ class FieldObject {
   void set_size(int value);
 
  private:
-  std::vector<Element*> options() const;
-  Element* selected_option() const;
+  void uncheck_group();
   Ref<Element> element_;
 };
 

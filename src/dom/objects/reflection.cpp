@@ -27,16 +27,25 @@ const std::u16string_view* find_word(std::initializer_list<std::u16string_view> 
 Name attribute_named(std::u16string_view name) {
   if (equals_ignoring_ascii_case(name, u"className")) return names::class_;
   if (equals_ignoring_ascii_case(name, u"htmlFor")) return names::for_;
+  if (equals_ignoring_ascii_case(name, u"httpEquiv")) return names::http_equiv;
   return Name(ascii_lower(name));
 }
 
+Name attribute_named(const Element& element, std::u16string_view name) {
+  const Name usual = attribute_named(name);
+  if (element.is_html() || element.has_attribute(usual)) return usual;
+  for (const Attribute& attribute : element.attributes())
+    if (equals_ignoring_ascii_case(attribute.name.text(), usual.text())) return attribute.name;
+  return usual;
+}
+
 std::optional<std::u16string> get_attribute(const Element& element, std::u16string_view name) {
-  const std::u16string* value = element.attribute(attribute_named(name));
+  const std::u16string* value = element.attribute(attribute_named(element, name));
   return value ? std::optional(*value) : std::nullopt;
 }
 
 bool remove_attribute_named(Element& element, std::u16string_view name) {
-  const Name attribute = attribute_named(name);
+  const Name attribute = attribute_named(element, name);
   const bool had = element.has_attribute(attribute);
   remove_attribute(element, attribute);
   return had;
@@ -47,6 +56,7 @@ std::u16string reflected_text(const Element& element, Name name) {
 }
 
 void set_reflected_text(Element& element, Name name, std::u16string_view value) {
+  if (value.empty() && !element.has_attribute(name)) return;
   set_attribute(element, name, value);
 }
 

@@ -13,10 +13,11 @@
 namespace tvx::dom {
 
 // --- attributes by their names in the object model: "className" is `class`, "htmlFor" is `for`; letters
-// count
-//     for nothing ---
+//     count for nothing ---
 
 Name attribute_named(std::u16string_view name);
+/// The same, with the letters that the element has it in: foreign elements have attributes like `viewBox`.
+Name attribute_named(const Element& element, std::u16string_view name);
 /// The text as written, nothing when absent.
 std::optional<std::u16string> get_attribute(const Element& element, std::u16string_view name);
 /// Whether it was there.
@@ -26,6 +27,7 @@ bool remove_attribute_named(Element& element, std::u16string_view name);
 
 /// The attribute's text, "" when absent.
 std::u16string reflected_text(const Element& element, Name name);
+/// "" where there is no attribute makes none.
 void set_reflected_text(Element& element, Name name, std::u16string_view value);
 /// Of colours and sizes: "" (or null) removes the attribute.
 void set_or_remove(Element& element, Name name, std::u16string_view value);

@@ -226,7 +226,7 @@ bool Declarations::set(std::u16string_view name, std::u16string_view value, Impo
   const std::u16string key = property_name(name);
   value = trimmed(value);
   if (key.empty()) return false;
-  if (value.empty()) return remove(key);
+  if (value.empty()) return !get(key).empty() && remove(key);
   const std::u16string written = normalised_value(key, value);
   if (!is_valid_value(key, written)) return false;
   const std::u16string now = get(key);

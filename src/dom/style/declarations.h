@@ -46,7 +46,9 @@ class Declarations {
   bool is_important(std::u16string_view name) const;
 
   /// Sets a property; "" removes it. Returns whether the declarations changed. A value that can't be one (a
-  /// stray ";" or bracket, a border style that is none) is ignored; so is the value that get() gives now.
+  /// stray ";" or bracket, a border style that is none) is ignored; so is the value that get() gives now,
+  /// also
+  /// "" where the parts of a shorthand say different things.
   bool set(std::u16string_view name, std::u16string_view value, Important important = Important::No);
   /// Removes a property, also out of the shorthands that hold it. Returns whether there was anything.
   bool remove(std::u16string_view name);
