@@ -1,9 +1,10 @@
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <map>
 
 #include "base/strings.h"
+#include "dom/generated_html.h"
+#include "dom/inexpressible.h"
 #include "dom/parse.h"
 #include "dom/parse_vectors.h"
 #include "dom/print_tree.h"
@@ -16,39 +17,18 @@ namespace {
 // What one case gives: the tree, its text, and the tree of that text.
 struct RoundTrip {
   std::u16string tree, html, tree_again;
+  std::string kind;  // of what HTML text cannot express
 };
 
 RoundTrip round_trip(const ParseCase& test) {
   RoundTrip result;
   Ref<Node> root = parse_case(test);
   result.tree = print_tree(*root);
+  result.kind = test::inexpressible_kind(*root);
   ParseCase again = test;
   again.data = result.html = serialise_children(*root);
   result.tree_again = parse_and_print(again);
   return result;
-}
-
-// The kinds of tree that HTML text cannot express. Looked for in the printed tree, which shows nesting by
-// its indentation.
-std::string kind_of(const std::u16string& tree) {
-  if (contains(tree, u"<plaintext>")) return "plaintext has no end";
-  if (contains(tree, u"<script>") && contains(tree, u"<!--") && contains(tree, u"<script "))
-    return "a script that opens a script and doesn't close it";
-  if (contains(tree, u"\r")) return "a carriage return";
-  std::vector<std::u16string_view> open;  // names of the elements around, by level
-  for (const std::u16string_view line : split(tree, u'\n')) {
-    const std::size_t indent = line.find_first_not_of(u' ', 1);
-    if (!line.starts_with(u"| ") || indent == line.npos || line[indent] != u'<') continue;
-    open.resize(std::min(open.size(), indent / 2));
-    open.resize(indent / 2);
-    const std::u16string_view name = line.substr(indent);
-    for (const std::u16string_view forbidden : {u"<a>", u"<form>", u"<p>"}) {
-      if (name == forbidden && std::find(open.begin(), open.end(), name) != open.end())
-        return "an element in its like";
-    }
-    open.push_back(name);
-  }
-  return "";
 }
 
 // parse(serialise(tree)) == tree. The exceptions are counted, so that none comes or goes unseen.
@@ -59,18 +39,52 @@ TEST(ParseRoundTrip, EveryVectorTreeIsReadBack) {
   for (const ParseCase& test : cases) {
     const RoundTrip result = round_trip(test);
     if (result.tree == result.tree_again) continue;
-    const std::string kind = kind_of(result.tree);
-    EXPECT_NE(kind, "") << test.file << ':' << test.line << "\nwritten:\n"
-                        << to_utf8(result.html) << "\ntree:\n"
-                        << to_utf8(result.tree) << "\nread back:\n"
-                        << to_utf8(result.tree_again);
-    ++exceptions[kind];
+    EXPECT_NE(result.kind, "") << test.file << ':' << test.line << "\nwritten:\n"
+                               << to_utf8(result.html) << "\ntree:\n"
+                               << to_utf8(result.tree) << "\nread back:\n"
+                               << to_utf8(result.tree_again);
+    ++exceptions[result.kind];
   }
   const std::map<std::string, int> expected = {{"a carriage return", 1},
+                                               {"a form in a form", 1},
+                                               {"a link in a link", 1},
+                                               {"a paragraph around what ends it", 1},
                                                {"a script that opens a script and doesn't close it", 24},
-                                               {"an element in its like", 3},
                                                {"plaintext has no end", 26}};
   EXPECT_EQ(exceptions, expected);
+}
+
+// The same of documents made up at random, with as many of each kind as the seeds give.
+TEST(ParseRoundTrip, EveryGeneratedTreeIsReadBack) {
+  constexpr int documents = 10'000;
+  std::map<std::string, int> exceptions;
+  int of_a_kind = 0;
+  for (int seed = 0; seed < documents; ++seed) {
+    const std::u16string html = test::generated_html(static_cast<std::uint64_t>(seed), 5 + seed % 120);
+    const Ref<Document> document = parse_document(html);
+    const std::u16string written = serialise_children(*document);
+    const bool same = print_tree(*parse_document(written)) == print_tree(*document);
+    const std::string kind = test::inexpressible_kind(*document);
+    of_a_kind += kind.empty() ? 0 : 1;
+    if (same) continue;
+    EXPECT_NE(kind, "") << "seed " << seed << "\ntext:\n"
+                        << to_utf8(html) << "\nwritten:\n"
+                        << to_utf8(written);
+    ++exceptions[kind];
+  }
+  const std::map<std::string, int> expected = {{"a button in a button", 26},
+                                               {"a field in a list", 4},
+                                               {"a form in a form", 50},
+                                               {"a heading in a heading", 20},
+                                               {"a link in a link", 58},
+                                               {"a paragraph around what ends it", 41},
+                                               {"a part of a ruby or a list in what it ends", 9},
+                                               {"an item in an item", 40},
+                                               {"an unbroken line in its like", 32},
+                                               {"plaintext has no end", 54}};
+  EXPECT_EQ(exceptions, expected);
+  // Not every tree of a kind is misread; every tree of none is read back.
+  EXPECT_EQ(of_a_kind, 370);
 }
 
 TEST(ParseRoundTrip, DocumentTypesKeepTheirIdentifiersAndSoTheirMode) {
