@@ -5,7 +5,6 @@
 #include "base/error.h"
 #include "base/fault.h"
 #include "browser/loader.h"
-#include "browser/page_source.h"
 
 namespace tvx::browser {
 namespace {
@@ -16,11 +15,15 @@ constexpr std::int32_t without_asking = 2;
 
 }  // namespace
 
-Browser::Browser(platform::MessageLoop& loop) : loader_(std::make_shared<Loader>(loop)) {}
+Browser::Browser(platform::MessageLoop& loop, HttpOptions options)
+    : loader_(std::make_shared<Loader>(loop, std::move(options))) {
+  loader_->prepare();
+}
 
 Browser::~Browser() {
   loader_->events_ = nullptr;
   loader_->observers_.clear();
+  loader_->stop();
 }
 
 void Browser::Navigate(std::u16string_view url) {
@@ -30,8 +33,9 @@ void Browser::Navigate(std::u16string_view url) {
 }
 
 void Browser::follow_link(const Navigation& navigation) { loader_->follow(navigation); }
+void Browser::Stop() { loader_->stop(); }
 
-ReadyState Browser::ReadyState() const { return loader_->state_; }
+ReadyState Browser::ReadyState() const { return loader_->ready_state(); }
 bool Browser::Silent() const { return loader_->silent_; }
 void Browser::set_Silent(bool silent) { loader_->silent_ = silent; }
 const std::shared_ptr<HTMLDocument>& Browser::Document() const { return loader_->document_; }
@@ -66,11 +70,8 @@ std::shared_ptr<HTMLDocument> Browser::placeholder() {
   return HTMLDocument::create(dom::Document::create(), u"");
 }
 
-std::shared_ptr<HTMLDocument> Browser::load_beside(std::u16string_view url) {
-  auto document = load_page(url);
-  if (!document) throw RuntimeError(errors::file_not_found, u"File not found");
-  document->finish_loading();
-  return document;
+std::shared_ptr<HTMLDocument> Browser::createDocumentFromUrl(std::u16string_view url) {
+  return loader_->load_beside(std::u16string(url));
 }
 
 }  // namespace tvx::browser

@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "browser/html_document.h"
+#include "browser/http_client.h"
 
 namespace tvx::platform {
 class MessageLoop;
@@ -26,8 +27,10 @@ struct Navigation {
 };
 
 /// What the browser tells its control. Every call comes from a turn of the message loop, in this order:
-/// BeforeNavigate2, DownloadBegin, NavigateComplete2, DownloadComplete, DocumentComplete; a failed load
-/// has NavigateError in place of NavigateComplete2 and no DocumentComplete.
+/// BeforeNavigate2, DownloadBegin, NavigateComplete2 (the document is there), DownloadComplete (its sheets
+/// too), then the same of its frames, and DocumentComplete at last. A failed load has NavigateError in place
+/// of NavigateComplete2 and no DocumentComplete. Each DownloadBegin has its DownloadComplete, also where a
+/// load is given up for another.
 class BrowserEvents {
  public:
   virtual ~BrowserEvents() = default;
@@ -37,6 +40,7 @@ class BrowserEvents {
   virtual void DocumentComplete(bool /*top*/, const std::u16string& /*url*/) {}
   virtual void DownloadBegin() {}
   virtual void DownloadComplete() {}
+  /// `status` is what the server answered (404), or a LoadFailure.
   virtual void NavigateError(const Navigation&, std::int32_t /*status*/) {}
 };
 
@@ -72,15 +76,20 @@ enum class ReadyState : std::uint8_t {
 /// load; everything behind Navigate happens in later turns of the message loop.
 class Browser {
  public:
-  explicit Browser(platform::MessageLoop& loop);
+  explicit Browser(platform::MessageLoop& loop, HttpOptions options = {});
   ~Browser();
   Browser(const Browser&) = delete;
   Browser& operator=(const Browser&) = delete;
 
-  /// Begins to load "about:blank", a "file:" address or a plain path. `ReadyState` is 1 when this returns.
+  /// Begins to load "about:blank", an address of "file:", "http:" or "https:", or a plain path. `ReadyState`
+  /// is 1 when this returns. A load that is on its way goes on until BeforeNavigate2 has let this one pass,
+  /// and is given up then.
   void Navigate(std::u16string_view url);
-  /// The user asked for it, by a link: `ReadyState` changes only once BeforeNavigate2 has let it pass.
+  /// The user asked for it, by a link: `ReadyState` changes only once BeforeNavigate2 has let it pass. If
+  /// the target is a frame of the document, that frame goes there and the document stays.
   void follow_link(const Navigation& navigation);
+  /// Gives up what is on its way. The document stays as far as it has come.
+  void Stop();
   browser::ReadyState ReadyState() const;
   bool Silent() const;
   void set_Silent(bool silent);
@@ -105,9 +114,8 @@ class Browser {
 
   /// A document that shows nothing, is not this browser's, and reads "loading".
   static std::shared_ptr<HTMLDocument> placeholder();
-  /// The document of a file, as Navigate would make it, beside the one that is shown. Throws
-  /// RuntimeError(53) if the file can't be read.
-  static std::shared_ptr<HTMLDocument> load_beside(std::u16string_view url);
+  /// As HTMLDocument::createDocumentFromUrl, with no document to begin with.
+  std::shared_ptr<HTMLDocument> createDocumentFromUrl(std::u16string_view url);
 
  private:
   class Loader;

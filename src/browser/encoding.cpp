@@ -180,16 +180,77 @@ bool is_utf8(std::string_view bytes) {
   return true;
 }
 
-DecodedPage decode_page(std::string_view bytes) {
-  if (bytes.starts_with("\xEF\xBB\xBF")) return {from_utf8(bytes.substr(3)), {"utf-8", true}};
+namespace {
+
+std::optional<DecodedPage> decode_marked(std::string_view bytes) {
+  if (bytes.starts_with("\xEF\xBB\xBF")) return DecodedPage{from_utf8(bytes.substr(3)), {"utf-8", true}};
   if (bytes.starts_with("\xFE\xFF")) return decode_utf16(bytes.substr(2), true);
   if (bytes.starts_with("\xFF\xFE")) return decode_utf16(bytes.substr(2), false);
+  return {};
+}
 
-  std::optional<CodePage> page = CodePage::by_name(declared_encoding(bytes));
-  // A declaration that could be read is no UTF-16, whatever it says.
-  if (page && page->name().starts_with("utf-16")) page = CodePage::utf8();
+/// A declaration that could be read in the bytes themselves is no UTF-16, whatever it says.
+std::optional<CodePage> page_declared(std::string_view label) {
+  const auto page = CodePage::by_name(label);
+  return page && page->name().starts_with("utf-16") ? CodePage::utf8() : page;
+}
+
+/// CSS Syntax, section 3.2: these very bytes, and nothing before them.
+std::string_view sheet_charset(std::string_view bytes) {
+  constexpr std::string_view opening = "@charset \"";
+  if (!bytes.starts_with(opening)) return {};
+  const std::string_view rest = bytes.substr(opening.size(), 100);
+  const std::size_t end = rest.find('"');
+  return end == std::string_view::npos || rest.substr(end, 2) != "\";" ? std::string_view()
+                                                                       : rest.substr(0, end);
+}
+
+}  // namespace
+
+DecodedPage decode_page(std::string_view bytes, std::string_view told) {
+  if (auto page = decode_marked(bytes)) return *std::move(page);
+  std::optional<CodePage> page = CodePage::by_name(told);
+  if (!page) page = page_declared(declared_encoding(bytes));
   if (!page) page = is_utf8(bytes) ? CodePage::utf8() : CodePage::windows_1252();
   return {page->decode(bytes), {page->name(), false}};
+}
+
+std::u16string decode_sheet(std::string_view bytes, std::string_view told, std::string_view environment) {
+  if (auto page = decode_marked(bytes)) return std::move(page->text);
+  std::optional<CodePage> page = CodePage::by_name(told);
+  if (!page) page = page_declared(sheet_charset(bytes));
+  if (page) return page->decode(bytes);
+  if (is_utf8(bytes)) return from_utf8(bytes);
+  page = CodePage::by_name(environment);
+  return (page && *page != CodePage::utf8() ? *page : CodePage::windows_1252()).decode(bytes);
+}
+
+std::string media_type(std::string_view content_type) {
+  content_type = content_type.substr(0, content_type.find(';'));
+  while (!content_type.empty() && is_space(content_type.front())) content_type.remove_prefix(1);
+  while (!content_type.empty() && is_space(content_type.back())) content_type.remove_suffix(1);
+  std::string type(content_type);
+  for (char& c : type) c = lower(c);
+  return type;
+}
+
+std::string charset_of_type(std::string_view content_type) {
+  for (std::size_t at = content_type.find(';'); at != std::string_view::npos;
+       at = content_type.find(';', at)) {
+    ++at;
+    while (at < content_type.size() && is_space(content_type[at])) ++at;
+    constexpr std::string_view name = "charset=";
+    const std::string_view rest = content_type.substr(at);
+    if (rest.size() < name.size() ||
+        !std::ranges::equal(name, rest.substr(0, name.size()), [](char a, char b) { return a == lower(b); }))
+      continue;
+    std::string_view value = rest.substr(name.size());
+    if (value.starts_with('"')) return std::string(value.substr(1, value.find('"', 1) - 1));
+    value = value.substr(0, value.find(';'));
+    while (!value.empty() && is_space(value.back())) value.remove_suffix(1);
+    return std::string(value);
+  }
+  return {};
 }
 
 }  // namespace tvx::browser

@@ -66,6 +66,27 @@ bool needs_text(std::u16string_view command) {
 
 }  // namespace
 
+void HTMLDocument::fill(dom::Ref<dom::Document> tree, std::u16string url) {
+  watch_.reset();
+  editor_.reset();
+  tree_ = std::move(tree);
+  editor_ = std::make_unique<editing::Editor>(*tree_);
+  watch_ = std::make_unique<SelectionWatch>(*this);
+  url_ = std::move(url);
+}
+
+void HTMLDocument::fail_loading() {
+  load_failed_ = true;
+  finish_loading();
+}
+
+std::shared_ptr<HTMLDocument> HTMLDocument::createDocumentFromUrl(std::u16string_view url,
+                                                                  std::u16string_view /*options*/) {
+  if (!source_) throw RuntimeError(errors::not_supported, u"Nobody loads documents for this one");
+  const DocumentSource source = source_;
+  return source(std::u16string(url));
+}
+
 std::u16string HTMLDocument::readyState() const { return ready_state_; }
 
 std::u16string HTMLDocument::designMode() const { return editor_->design_mode() ? u"On" : u"Off"; }

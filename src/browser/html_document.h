@@ -140,6 +140,18 @@ class HTMLDocument : public std::enable_shared_from_this<HTMLDocument> {
   /// The tree stands; style sheets may still be on their way.
   void begin_interactive() { ready_state_ = u"interactive"; }
   void finish_loading() { ready_state_ = u"complete"; }
+  /// The content of a document that was made to wait for it; whatever was asked of it before is forgotten.
+  void fill(dom::Ref<dom::Document> tree, std::u16string url);
+  /// The content couldn't be had: the document is complete, and empty.
+  void fail_loading();
+  bool load_failed() const { return load_failed_; }
+
+  /// A document of that address (a whole one, or a path) beside this one, as it loads: `readyState` tells how
+  /// far it has come. A local file is there at once. Throws RuntimeError(53) if it can't be read, 445 if
+  /// nobody loads for this document. No `options` are known.
+  std::shared_ptr<HTMLDocument> createDocumentFromUrl(std::u16string_view url, std::u16string_view options);
+  using DocumentSource = std::function<std::shared_ptr<HTMLDocument>(const std::u16string& url)>;
+  void set_document_source(DocumentSource source) { source_ = std::move(source); }
 
  private:
   class SelectionWatch;
@@ -164,6 +176,8 @@ class HTMLDocument : public std::enable_shared_from_this<HTMLDocument> {
   const Geometry* geometry_ = nullptr;
   Encoding encoding_;
   LinkFollower follow_link_;
+  DocumentSource source_;
+  bool load_failed_ = false;
   std::vector<Living> events_;  // being handled, the innermost last
   std::size_t gestures_ = 0;
   bool selection_moved_ = false;  // within a gesture, or while a change is being told

@@ -1,113 +1,153 @@
 #include "browser/loader.h"
 
-#include <algorithm>
 #include <utility>
 
-#include "base/code_page.h"
-#include "browser/encoding.h"
+#include "base/error.h"
 #include "browser/page_source.h"
-#include "dom/tree.h"
 #include "platform/message_loop.h"
 
 namespace tvx::browser {
-namespace {
 
-/// "The resource was not found", as hosts know it.
-constexpr std::int32_t resource_not_found = std::int32_t(0x800C0005);
+using dom::style::style_of;
 
-/// CSS Syntax, section 3.2 "the input byte stream", as far as local files need it.
-std::u16string decode_sheet(std::string_view bytes) {
-  if (bytes.starts_with("\xEF\xBB\xBF")) return from_utf8(bytes.substr(3));
-  return is_utf8(bytes) ? from_utf8(bytes) : CodePage::windows_1252().decode(bytes);
-}
+Browser::Loader::Loader(platform::MessageLoop& loop, HttpOptions options)
+    : loop_(loop),
+      resources_(loop, std::move(options)),
+      sheets_(resources_),
+      frames_(resources_, [this](const auto& call) { tell(call); }) {}
 
-bool is_frame(const dom::Node& node) { return node.is(dom::Tag::Iframe) || node.is(dom::Tag::Frame); }
+Browser::Loader::~Loader() { leave_document(); }
 
-}  // namespace
-
-Browser::Loader::~Loader() {
-  if (!document_) return;
-  document_->set_link_follower({});
-  dom::style::style_of(document_->tree()).set_link_observer(nullptr);
-}
-
-template <class Call>
-void Browser::Loader::tell(Call&& call) {
-  if (events_) call(*events_);
-}
-
-void Browser::Loader::post(void (Loader::*stage)(std::uint64_t, const Navigation&),
-                           const Navigation& navigation) {
+void Browser::Loader::post(void (Loader::*stage)(const Navigation&), const Navigation& navigation) {
   loop_.post([weak = weak_from_this(), stage, number = number_, navigation] {
     const auto self = weak.lock();
-    if (self && self->is_current(number)) ((*self).*stage)(number, navigation);
+    if (self && self->is_current(number)) ((*self).*stage)(navigation);
   });
 }
 
+// --- asking ---
+
 void Browser::Loader::navigate(Navigation navigation) {
-  ++number_;
-  if (state_ == ReadyState::Complete || state_ == ReadyState::Uninitialized) before_ = state_;
-  state_ = ReadyState::Loading;
-  post(&Loader::ask, navigation);
+  asking_ = true;
+  loop_.post([weak = weak_from_this(), asked = ++asked_, navigation = std::move(navigation)] {
+    const auto self = weak.lock();
+    if (self && asked == self->asked_) self->ask(asked, navigation);
+  });
+}
+
+void Browser::Loader::ask(std::uint64_t asked, const Navigation& navigation) {
+  // While it is being asked whether to go, the page that is there is as whole as it is: who waits for it in
+  // the handler would wait for the handler.
+  asking_ = false;
+  if (let_through(navigation) && asked == asked_) begin(navigation);
 }
 
 void Browser::Loader::follow(Navigation navigation) {
-  loop_.post([weak = weak_from_this(), navigation = std::move(navigation)] {
+  loop_.post([weak = weak_from_this(), navigation = std::move(navigation)]() mutable {
     const auto self = weak.lock();
     if (!self) return;
-    bool cancel = false;
-    self->tell([&](BrowserEvents& events) { events.BeforeNavigate2(navigation, cancel); });
-    if (cancel) return;
-    ++self->number_;
-    if (self->state_ == ReadyState::Complete) self->before_ = self->state_;
-    self->begin(navigation);
+    if (!navigation.top || self->frames_.frame_named(navigation.target_frame))
+      self->frames_.navigate(navigation);
+    else if (self->let_through(navigation))
+      self->begin(navigation);
   });
 }
 
-void Browser::Loader::ask(std::uint64_t number, const Navigation& navigation) {
-  // While it is being asked whether to go, the page that is there is whole: who waits for it in the handler
-  // would wait for the handler.
-  state_ = before_;
+bool Browser::Loader::let_through(const Navigation& navigation) {
   bool cancel = false;
   tell([&](BrowserEvents& events) { events.BeforeNavigate2(navigation, cancel); });
-  if (is_current(number) && !cancel) begin(navigation);
+  return !cancel;
 }
+
+// --- loading ---
 
 void Browser::Loader::begin(const Navigation& navigation) {
-  const std::uint64_t number = number_;
+  const std::uint64_t number = ++number_;
+  end_running();
+  if (!is_current(number)) return;
   state_ = ReadyState::Loading;
+  page_download_ = true;
   tell([](BrowserEvents& events) { events.DownloadBegin(); });
-  if (is_current(number)) post(&Loader::load, navigation);
+  if (is_current(number)) post(&Loader::fetch, navigation);
 }
 
-void Browser::Loader::load(std::uint64_t number, const Navigation& navigation) {
-  auto document = load_page(navigation.url);
-  if (!document) return fail(navigation);
+// A document that is already shown is complete with what it has: should the next load fail, it stays.
+void Browser::Loader::end_running() {
+  resources_.cancel(std::exchange(page_, 0));
+  const bool adopted = state_ == ReadyState::Interactive;
+  if (page_download_) end_download();
+  if (!adopted) return;
+  state_ = ReadyState::Complete;
+  document_->finish_loading();
+  tell([url = shown_address_](BrowserEvents& events) { events.DocumentComplete(true, url); });
+}
+
+void Browser::Loader::stop() {
+  ++number_;
+  ++asked_;
+  asking_ = false;
+  end_running();
+  state_ = document_ ? ReadyState::Complete : ReadyState::Uninitialized;
+  drop_running_parts();
+}
+
+void Browser::Loader::fetch(const Navigation& navigation) {
+  page_ = resources_.load_page(navigation.url, [this, number = number_, navigation](HttpAnswer answer) {
+    if (is_current(number)) take(navigation, std::move(answer));
+  });
+}
+
+void Browser::Loader::take(Navigation navigation, HttpAnswer answer) {
+  const std::uint64_t number = number_;
+  page_ = 0;
+  if (is_remote(navigation.url)) {
+    // What was asked for within the page survives a redirect.
+    const std::size_t hash = navigation.url.find(u'#');
+    if (hash != std::u16string::npos && !contains(answer.address, u"#"))
+      answer.address += navigation.url.substr(hash);
+  }
+  if (!answer.has_content()) return fail(navigation, answer.status);
+  auto document = make_page(answer);
+  if (!document) return fail(navigation, static_cast<std::int32_t>(LoadFailure::NoContent));
+  if (is_remote(navigation.url)) navigation.url = answer.address;
   state_ = ReadyState::Interactive;
+  shown_address_ = navigation.url;
   adopt(std::move(document));
+  if (!is_current(number)) return;
   tell([&](BrowserEvents& events) { events.NavigateComplete2(true, navigation.url); });
   if (!is_current(number)) return;
-  load_sheets(dom::style::style_of(document_->tree()).take_changed_links());
-  tell([](BrowserEvents& events) { events.DownloadComplete(); });
-  if (is_current(number)) load_frames(number);
-  if (is_current(number)) finish(number, navigation);
+  sheets_.load(style_of(document_->tree()).take_sheets_to_load(), SheetLoader::LocalFiles::OfLocalPages,
+               [this, number] {
+                 if (is_current(number)) load_frames();
+               });
 }
 
-void Browser::Loader::finish(std::uint64_t number, const Navigation& navigation) {
+void Browser::Loader::load_frames() {
+  const std::uint64_t number = number_;
+  end_download();
+  if (!is_current(number)) return;
+  frames_.load_all([this, number] {
+    if (is_current(number)) finish();
+  });
+}
+
+void Browser::Loader::finish() {
+  const std::uint64_t number = number_;
   document_->finish_loading();
-  tell([&](BrowserEvents& events) { events.DocumentComplete(true, navigation.url); });
+  tell([url = shown_address_](BrowserEvents& events) { events.DocumentComplete(true, url); });
   if (is_current(number)) state_ = ReadyState::Complete;
 }
 
 // The end has a turn of its own, which is on its way before the error is told: a handler that waits for the
 // browser to be ready gets it.
-void Browser::Loader::fail(const Navigation& navigation) {
+void Browser::Loader::fail(const Navigation& navigation, std::int32_t status) {
   post(&Loader::end_failed, navigation);
-  tell([&](BrowserEvents& events) { events.NavigateError(navigation, resource_not_found); });
+  tell([&](BrowserEvents& events) { events.NavigateError(navigation, status); });
 }
 
-void Browser::Loader::end_failed(std::uint64_t number, const Navigation&) {
-  tell([](BrowserEvents& events) { events.DownloadComplete(); });
+void Browser::Loader::end_failed(const Navigation&) {
+  const std::uint64_t number = number_;
+  end_download();
   if (!is_current(number)) return;
   if (!document_) {
     adopt(blank_page(u"about:blank"));
@@ -116,11 +156,15 @@ void Browser::Loader::end_failed(std::uint64_t number, const Navigation&) {
   if (is_current(number)) state_ = ReadyState::Complete;
 }
 
+void Browser::Loader::end_download() {
+  page_download_ = false;
+  tell([](BrowserEvents& events) { events.DownloadComplete(); });
+}
+
+// --- the document ---
+
 void Browser::Loader::adopt(std::shared_ptr<HTMLDocument> document) {
-  if (document_) {
-    document_->set_link_follower({});
-    dom::style::style_of(document_->tree()).set_link_observer(nullptr);
-  }
+  leave_document();
   document_ = std::move(document);
   document_->set_geometry(geometry_);
   document_->set_link_follower(
@@ -130,59 +174,52 @@ void Browser::Loader::adopt(std::shared_ptr<HTMLDocument> document) {
         navigation.target_frame = target;
         if (const auto self = weak.lock()) self->follow(std::move(navigation));
       });
-  dom::style::style_of(document_->tree()).set_link_observer(this);
+  connect_source(*document_);
+  style_of(document_->tree()).set_link_observer(this);
   const auto shown = document_;
+  drop_running_parts();
   for (std::size_t i = 0; i < observers_.size(); ++i) observers_[i]->document_replaced(shown);
 }
 
-// --- frames: shown as a box with a label, so nobody needs their documents; but hosts hear of them ---
-
-void Browser::Loader::load_frames(std::uint64_t number) {
-  std::vector<Navigation> frames;
-  const auto document = document_;
-  for (dom::Node* node = &document->tree(); node; node = dom::next_in_order(*node)) {
-    if (!is_frame(*node)) continue;
-    const auto& element = static_cast<const dom::Element&>(*node);
-    const auto address = element.attribute_or_empty(dom::Name(u"src"));
-    if (trimmed(address).empty()) continue;
-    Navigation frame;
-    frame.url = document->absolute_url(address);
-    frame.target_frame = element.attribute_or_empty(dom::Name(u"name"));
-    frame.top = false;
-    frames.push_back(std::move(frame));
-  }
-  for (const Navigation& frame : frames)
-    if (is_current(number)) load_frame(frame);
+void Browser::Loader::leave_document() {
+  if (!document_) return;
+  document_->set_link_follower({});
+  style_of(document_->tree()).set_link_observer(nullptr);
 }
 
-void Browser::Loader::load_frame(const Navigation& navigation) {
-  bool cancel = false;
-  tell([&](BrowserEvents& events) { events.BeforeNavigate2(navigation, cancel); });
-  if (cancel) return;
-  tell([](BrowserEvents& events) { events.DownloadBegin(); });
-  const bool found = load_page(navigation.url) != nullptr;
-  tell([&](BrowserEvents& events) {
-    if (found)
-      events.NavigateComplete2(false, navigation.url);
-    else
-      events.NavigateError(navigation, resource_not_found);
+/// Sheets and frames that are still on their way are given up, and their downloads are over.
+void Browser::Loader::drop_running_parts() {
+  sheets_.set_document(document_);
+  for (int open = std::exchange(sheet_downloads_, 0); open > 0; --open)
+    tell([](BrowserEvents& events) { events.DownloadComplete(); });
+  frames_.set_document(document_);
+}
+
+void Browser::Loader::connect_source(HTMLDocument& document) {
+  document.set_document_source([weak = weak_from_this()](const std::u16string& url) {
+    const auto self = weak.lock();
+    if (!self) throw RuntimeError(errors::not_supported, u"Nobody loads documents for this one");
+    return self->load_beside(url);
   });
-  tell([](BrowserEvents& events) { events.DownloadComplete(); });
-  if (found) tell([&](BrowserEvents& events) { events.DocumentComplete(false, navigation.url); });
 }
 
-// --- style sheets ---
-
-void Browser::Loader::load_sheets(const std::vector<dom::Ref<dom::Element>>& links) {
-  const auto document = document_;
-  for (const auto& link : links) {
-    const auto address = link->attribute_or_empty(dom::names::href);
-    std::optional<std::u16string> text;
-    if (!trimmed(address).empty())
-      if (const auto bytes = read_address(document->absolute_url(address))) text = decode_sheet(*bytes);
-    dom::style::style_of(document->tree()).set_link_text(*link, std::move(text));
-  }
+std::shared_ptr<HTMLDocument> Browser::Loader::load_beside(const std::u16string& url) {
+  auto document = HTMLDocument::create(dom::Document::create(), url);
+  connect_source(*document);
+  const bool remote = is_remote(url);
+  resources_.load_page(url, [weak = std::weak_ptr(document)](const HttpAnswer& answer) {
+    const auto waiting = weak.lock();
+    if (!waiting) return;
+    if (answer.has_content() && fill_page(*waiting, answer))
+      waiting->finish_loading();
+    else
+      waiting->fail_loading();
+  });
+  if (!remote && document->load_failed()) throw RuntimeError(errors::file_not_found, u"File not found");
+  return document;
 }
+
+// --- style sheets that come later ---
 
 // Called inside a mutation: the loading itself waits for a turn of its own.
 void Browser::Loader::links_changed() {
@@ -195,11 +232,18 @@ void Browser::Loader::links_changed() {
 void Browser::Loader::load_changed_sheets() {
   sheets_awaited_ = false;
   if (!document_) return;
-  const auto links = dom::style::style_of(document_->tree()).take_changed_links();
-  if (links.empty()) return;
+  const auto changed = document_;
+  const auto owners = style_of(changed->tree()).take_sheets_to_load();
+  if (owners.empty()) return;
+  ++sheet_downloads_;
   tell([](BrowserEvents& events) { events.DownloadBegin(); });
-  load_sheets(links);
-  tell([](BrowserEvents& events) { events.DownloadComplete(); });
+  if (document_ != changed) return;
+  // What a link was changed to is the host's or the user's own wish, not the page's.
+  sheets_.load(owners, SheetLoader::LocalFiles::Allowed, [this] {
+    if (sheet_downloads_ == 0) return;
+    --sheet_downloads_;
+    tell([](BrowserEvents& events) { events.DownloadComplete(); });
+  });
 }
 
 }  // namespace tvx::browser

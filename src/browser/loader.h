@@ -5,21 +5,30 @@
 #include <vector>
 
 #include "browser/browser.h"
+#include "browser/frame_loader.h"
+#include "browser/resources.h"
+#include "browser/sheet_loader.h"
 #include "dom/style/style_engine.h"
 
 namespace tvx::browser {
 
-/// The road of a navigation, one turn of the message loop a stage. A stage that finds that another
-/// navigation has begun meanwhile does nothing; so does one whose browser is gone.
+/// The road of a navigation: asked for, let through, fetched, adopted, its sheets, its frames, complete. Each
+/// stage runs in a turn of the message loop; one that finds that another navigation has begun meanwhile does
+/// nothing; so does one whose browser is gone.
 class Browser::Loader final : public std::enable_shared_from_this<Loader>, private dom::style::LinkObserver {
  public:
-  explicit Loader(platform::MessageLoop& loop) : loop_(loop) {}
+  Loader(platform::MessageLoop& loop, HttpOptions options);
   ~Loader() override;
+  /// Behind the constructor, since it names itself.
+  void prepare() { resources_.set_owner(weak_from_this()); }
 
+  /// Until BeforeNavigate2 lets it pass, a load that is on its way goes on.
   void navigate(Navigation navigation);
-  /// A link: until BeforeNavigate2 lets it pass, a load that is on its way goes on.
   void follow(Navigation navigation);
-  void adopt(std::shared_ptr<HTMLDocument> document);
+  /// Ends what is on its way; the document stays as far as it has come, and is complete.
+  void stop();
+  browser::ReadyState ready_state() const { return asking_ ? browser::ReadyState::Loading : state_; }
+  std::shared_ptr<HTMLDocument> load_beside(const std::u16string& url);
 
   platform::MessageLoop& loop_;
   BrowserEvents* events_ = nullptr;
@@ -27,28 +36,45 @@ class Browser::Loader final : public std::enable_shared_from_this<Loader>, priva
   std::shared_ptr<HTMLDocument> document_;
   const HTMLDocument::Geometry* geometry_ = nullptr;
   BrowserWindow* window_ = nullptr;
-  browser::ReadyState state_ = browser::ReadyState::Uninitialized;
   bool silent_ = false;
 
  private:
-  void post(void (Loader::*stage)(std::uint64_t, const Navigation&), const Navigation& navigation);
+  /// Posts a stage of the present load.
+  void post(void (Loader::*stage)(const Navigation&), const Navigation& navigation);
   bool is_current(std::uint64_t number) const { return number == number_; }
-  void ask(std::uint64_t number, const Navigation& navigation);
+  void ask(std::uint64_t asked, const Navigation& navigation);
+  bool let_through(const Navigation& navigation);
   void begin(const Navigation& navigation);
-  void load(std::uint64_t number, const Navigation& navigation);
-  void fail(const Navigation& navigation);
-  void end_failed(std::uint64_t number, const Navigation& navigation);
-  void finish(std::uint64_t number, const Navigation& navigation);
-  void load_frames(std::uint64_t number);
-  void load_frame(const Navigation& navigation);
-  void load_sheets(const std::vector<dom::Ref<dom::Element>>& links);
+  void end_running();
+  void fetch(const Navigation& navigation);
+  void take(Navigation navigation, HttpAnswer answer);
+  void load_frames();
+  void finish();
+  void fail(const Navigation& navigation, std::int32_t status);
+  void end_failed(const Navigation& navigation);
+  void adopt(std::shared_ptr<HTMLDocument> document);
+  void connect_source(HTMLDocument& document);
+  void leave_document();
+  void drop_running_parts();
+  void end_download();
   void links_changed() override;
   void load_changed_sheets();
   template <class Call>
-  void tell(Call&& call);
+  void tell(Call&& call) {
+    if (events_) call(*events_);
+  }
 
-  std::uint64_t number_ = 0;                                         // of the latest navigation
-  browser::ReadyState before_ = browser::ReadyState::Uninitialized;  // restored if it is refused
+  Resources resources_;
+  SheetLoader sheets_;
+  FrameLoader frames_;
+  std::uint64_t number_ = 0;  // of the latest load that has begun
+  std::uint64_t asked_ = 0;   // of the latest navigation that was asked for
+  bool asking_ = false;       // it has still to be let through
+  browser::ReadyState state_ = browser::ReadyState::Uninitialized;
+  Resources::Ticket page_ = 0;
+  bool page_download_ = false;  // DownloadBegin was told, DownloadComplete not yet
+  int sheet_downloads_ = 0;     // the same of sheets that came later
+  std::u16string shown_address_;
   bool sheets_awaited_ = false;
 };
 

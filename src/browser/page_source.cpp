@@ -2,7 +2,6 @@
 
 #include <filesystem>
 
-#include "base/fault.h"
 #include "base/text_file.h"
 #include "base/url.h"
 #include "browser/encoding.h"
@@ -10,8 +9,6 @@
 
 namespace tvx::browser {
 namespace {
-
-bool is_blank(std::u16string_view address) { return equals_ignoring_ascii_case(address, u"about:blank"); }
 
 /// One letter before the colon is a drive, not a scheme.
 bool has_scheme(std::u16string_view address) {
@@ -23,6 +20,15 @@ bool has_scheme(std::u16string_view address) {
 }
 
 }  // namespace
+
+bool is_blank_address(std::u16string_view address) {
+  return equals_ignoring_ascii_case(address, u"about:blank");
+}
+
+bool is_remote(std::u16string_view address) {
+  const std::u16string scheme = ascii_lower(trimmed(address).substr(0, 8));
+  return scheme.starts_with(u"http:") || scheme.starts_with(u"https:");
+}
 
 std::optional<std::u16string> local_file(std::u16string_view address) {
   if (!has_scheme(address)) return std::u16string(address);
@@ -36,14 +42,22 @@ std::u16string document_address(std::u16string_view address) {
   return file_url(from_utf8(path.string()));
 }
 
-std::optional<std::string> read_address(std::u16string_view address) {
+HttpAnswer read_local(std::u16string_view address) {
+  HttpAnswer answer;
+  answer.address = document_address(address);
+  answer.status = static_cast<std::int32_t>(LoadFailure::NotFound);
+  if (is_blank_address(address)) {
+    answer.status = 200;
+    return answer;
+  }
   const auto path = local_file(address);
-  if (!path || path->empty()) return {};
-  std::optional<std::string> bytes;
-  attempt([&] {
-    if (!fault_point(u"ReadPage")) bytes = read_bytes(*path);
-  });
-  return bytes;
+  if (!path) answer.status = static_cast<std::int32_t>(LoadFailure::UnknownProtocol);
+  if (!path || path->empty()) return answer;
+  if (auto bytes = read_bytes(*path)) {
+    answer.body = *std::move(bytes);
+    answer.status = 200;
+  }
+  return answer;
 }
 
 std::shared_ptr<HTMLDocument> blank_page(std::u16string url) {
@@ -52,15 +66,47 @@ std::shared_ptr<HTMLDocument> blank_page(std::u16string url) {
   return document;
 }
 
-std::shared_ptr<HTMLDocument> load_page(std::u16string_view address) {
-  if (is_blank(address)) return blank_page(u"about:blank");
-  const auto bytes = read_address(address);
-  if (!bytes) return nullptr;
-  DecodedPage page = decode_page(*bytes);
-  auto document = HTMLDocument::create(dom::parse_document(page.text), document_address(address));
-  document->set_encoding(std::move(page.encoding));
-  document->begin_interactive();
-  return document;
+namespace {
+
+enum class PageKind : std::uint8_t { Html, Text, None };
+
+/// A server that tells no type means HTML; files are what the host says they are.
+PageKind kind_of(const std::string& type) {
+  if (type.empty() || type == "text/html" || type == "application/xhtml+xml") return PageKind::Html;
+  if (type == "application/xml" || type == "text/xml") return PageKind::Html;
+  return type.starts_with("text/") ? PageKind::Text : PageKind::None;
+}
+
+/// HTML standard, section 7.5.4 "loading text documents". The line end behind the tag belongs to it.
+std::u16string page_of_text(std::u16string_view text) {
+  std::u16string page = u"<!DOCTYPE html><pre>\n";
+  page.reserve(text.size() + text.size() / 16 + page.size());
+  for (const char16_t c : text) {
+    switch (c) {
+      case u'<': page += u"&lt;"; break;
+      case u'&': page += u"&amp;"; break;
+      default: page += c;
+    }
+  }
+  return page;
+}
+
+}  // namespace
+
+bool fill_page(HTMLDocument& document, const HttpAnswer& found) {
+  const PageKind kind = kind_of(media_type(found.content_type));
+  if (kind == PageKind::None) return false;
+  DecodedPage page = decode_page(found.body, charset_of_type(found.content_type));
+  if (kind == PageKind::Text) page.text = page_of_text(page.text);
+  document.fill(dom::parse_document(page.text), found.address);
+  document.set_encoding(std::move(page.encoding));
+  document.begin_interactive();
+  return true;
+}
+
+std::shared_ptr<HTMLDocument> make_page(const HttpAnswer& found) {
+  auto document = HTMLDocument::create(dom::Document::create(), found.address);
+  return fill_page(*document, found) ? document : nullptr;
 }
 
 }  // namespace tvx::browser

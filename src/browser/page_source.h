@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "browser/html_document.h"
+#include "browser/http_client.h"
 
 /// From an address, as hosts and links give it, to a page.
 namespace tvx::browser {
@@ -13,14 +14,22 @@ namespace tvx::browser {
 /// The path of a local file, given as "file:" address or as a plain path; nothing for any other address.
 std::optional<std::u16string> local_file(std::u16string_view address);
 
+/// "http:" and "https:".
+bool is_remote(std::u16string_view address);
+bool is_blank_address(std::u16string_view address);
+
 /// The address that a document from there bears: absolute, "file:" for a plain path.
 std::u16string document_address(std::u16string_view address);
 
-/// The bytes behind an address; nothing where they can't be had. Only local files can, for now.
-std::optional<std::string> read_address(std::u16string_view address);
+/// What an address that isn't remote leads to, in the form of a server's answer: 200 and the bytes, or why
+/// there are none. "about:blank" is empty.
+HttpAnswer read_local(std::u16string_view address);
 
-/// The document of an address, "interactive"; null where it can't be had. "about:blank" is an empty one.
-std::shared_ptr<HTMLDocument> load_page(std::u16string_view address);
+/// The document of what was found there, "interactive"; null where that is no page but a picture or the like.
+/// A plain text becomes a page with one PRE.
+std::shared_ptr<HTMLDocument> make_page(const HttpAnswer& found);
+/// The same within a document that was made to wait for it.
+bool fill_page(HTMLDocument& document, const HttpAnswer& found);
 
 /// A complete document with an empty body.
 std::shared_ptr<HTMLDocument> blank_page(std::u16string url);

@@ -75,7 +75,9 @@ void HTMLed::adopt_style_settings() {
 }
 
 void HTMLed::open_body(const std::u16string& url) {
-  const auto opened = browser::Browser::load_beside(url);
+  const auto opened = browser_->createDocumentFromUrl(url);
+  while (!is_usable(*opened)) Wait();
+  if (opened->load_failed()) throw RuntimeError(errors::file_not_found, u"File not found");
   const SharedText html = share(dom::inner_html(body_of(*opened)));
   write_body(*html);
   properties_.DocumentHTML = html;

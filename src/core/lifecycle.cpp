@@ -86,6 +86,7 @@ void HTMLed::UserControl_Terminate() {
 
 void HTMLed::drop_references() {
   style_classes_.clear();
+  browser_->Stop();
   active_style_sheet_.reset();
   set_docHTML(nullptr);
   last_event_.reset();

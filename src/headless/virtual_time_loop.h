@@ -1,18 +1,20 @@
 #pragma once
 
+#include <mutex>
+
 #include "platform/message_loop.h"
 #include "platform/task_queue.h"
 
 namespace tvx::headless {
 
 /// A message loop whose clock moves only where a pump waits: it jumps to the next timer, or to the end of
-/// the wait. An hour of waiting takes no time, and every run is the same. For one thread.
+/// the wait. An hour of waiting takes no time, and every run is the same, but for what other threads post.
 class VirtualTimeLoop : public platform::MessageLoop {
  public:
   std::int64_t now() const override { return now_; }
-  void post(Task task) override { queue_.post(std::move(task)); }
+  void post(Task task) override;
   platform::TimerId post_delayed(std::int64_t milliseconds, Task task) override;
-  void cancel(platform::TimerId timer) override { queue_.cancel(timer); }
+  void cancel(platform::TimerId timer) override;
   void pump(std::int64_t max_wait_milliseconds) override;
   bool non_modal_allowed() const override { return non_modal_allowed_; }
 
@@ -25,6 +27,10 @@ class VirtualTimeLoop : public platform::MessageLoop {
   bool settle(int most = 1'000);
 
  private:
+  void run_pending();
+
+  /// Guards the queue alone: other threads post.
+  std::mutex mutex_;
   platform::TaskQueue queue_;
   std::int64_t now_ = 0;
   bool non_modal_allowed_ = true;

@@ -115,7 +115,7 @@ TEST_F(Navigating, AFailedLaterLoadKeepsTheDocument) {
   loop.settle();
   const auto document = browser->Document();
   told.clear();
-  browser->Navigate(u"http://example.invalid/");
+  browser->Navigate(from_utf8((folder / "missing.html").string()));
   loop.settle();
   EXPECT_THAT(told,
               ElementsAre("BeforeNavigate2 4", "DownloadBegin 1", "NavigateError 1", "DownloadComplete 1"));
@@ -241,11 +241,12 @@ TEST_F(Navigating, ScriptsOfAPageStayTextAndDoNothing) {
 }
 
 TEST_F(Navigating, LoadingBesideTouchesNothing) {
-  const auto document = Browser::load_beside(file("a.html", "<p>beside</p>"));
+  const auto document = browser->createDocumentFromUrl(file("a.html", "<p>beside</p>"));
   EXPECT_EQ(dom::inner_html(*document->body()), u"<P>beside</P>");
   EXPECT_EQ(browser->Document(), nullptr);
   EXPECT_THAT(told, ElementsAre());
-  EXPECT_THROW(Browser::load_beside(from_utf8((folder / "missing.html").string())), RuntimeError);
+  EXPECT_EQ(document->readyState(), u"complete");
+  EXPECT_THROW(browser->createDocumentFromUrl(from_utf8((folder / "missing.html").string())), RuntimeError);
 }
 
 TEST_F(Navigating, PrintingNeedsAWindow) {

@@ -2,6 +2,7 @@
 
 #include "base/strings.h"
 #include "dom/style/css_tokens.h"
+#include "dom/style/media.h"
 #include "dom/style/selectors.h"
 #include "dom/style/style_sheet.h"
 
@@ -100,6 +101,44 @@ class RuleParser {
 };
 
 }  // namespace
+
+// CSS Cascading, section 2 "importing style sheets": the address, layer and supports, then the media.
+std::optional<Import> parse_import(std::u16string_view prelude) {
+  const std::vector<Token> tokens = tokenize(prelude);
+  const auto behind_gaps = [&](std::size_t from) { return skip_gaps(tokens, from); };
+  Import import;
+  std::size_t at = behind_gaps(0);
+  if (tokens[at].type == TokenType::Url || tokens[at].type == TokenType::String) {
+    import.url = tokens[at].value;
+    ++at;
+  } else if (tokens[at].type == TokenType::Function && equals_ignoring_ascii_case(tokens[at].value, u"url")) {
+    const std::size_t inside = behind_gaps(at + 1);
+    if (tokens[inside].type != TokenType::String) return {};
+    import.url = tokens[inside].value;
+    at = skip_component(tokens, at);
+  } else {
+    return {};
+  }
+  if (trimmed(import.url).empty()) return {};
+  at = behind_gaps(at);
+  for (const std::u16string_view name : {u"layer", u"supports"}) {
+    const bool named = tokens[at].type == TokenType::Function || tokens[at].type == TokenType::Ident;
+    if (named && equals_ignoring_ascii_case(tokens[at].value, name))
+      at = behind_gaps(skip_component(tokens, at));
+  }
+  import.media = trimmed(prelude.substr(tokens[at].begin));
+  return import;
+}
+
+std::vector<Import> imports_of(const std::vector<Rule>& rules) {
+  std::vector<Import> imports;
+  for (const Rule& rule : rules) {
+    if (rule.kind != RuleKind::Import) continue;
+    auto import = parse_import(rule.prelude);
+    if (import && matches_screen(import->media)) imports.push_back(*std::move(import));
+  }
+  return imports;
+}
 
 std::vector<Rule> parse_rules(std::u16string_view text) { return RuleParser(text).run(); }
 

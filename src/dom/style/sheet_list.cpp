@@ -50,11 +50,11 @@ void SheetList::note(const Mutation& mutation) {
   const Element* parent = as<Element>(mutation.parent);
   switch (mutation.type) {
     case Mutation::Type::ReplaceData:
-      if (mutation.node->parent() && mutation.node->parent()->is(Tag::Style)) rules_changed_ = true;
+      if (mutation.node->parent() && mutation.node->parent()->is(Tag::Style)) note_text();
       break;
     case Mutation::Type::Insert:
     case Mutation::Type::Remove:
-      if (parent && parent->is(Tag::Style)) rules_changed_ = true;
+      if (parent && parent->is(Tag::Style)) note_text();
       note_subtree(*mutation.node);
       break;
     case Mutation::Type::SetAttribute: note_attribute(mutation, *as<Element>(mutation.node)); break;
@@ -63,11 +63,16 @@ void SheetList::note(const Mutation& mutation) {
 
 void SheetList::note_subtree(const Node& node) {
   for (const Node* current = &node; current; current = next_in_order(*current, &node)) {
-    const bool link = current->is(Tag::Link);
-    if (!link && !current->is(Tag::Style)) continue;
+    if (!current->is(Tag::Link) && !current->is(Tag::Style)) continue;
     list_changed_ = rules_changed_ = true;
-    if (link) return links_changed();
+    return links_changed();
   }
+}
+
+/// The text of a `style` element is another: it may import something else.
+void SheetList::note_text() {
+  rules_changed_ = true;
+  links_changed();
 }
 
 void SheetList::note_attribute(const Mutation& mutation, const Element& element) {
@@ -123,7 +128,9 @@ const RuleIndex& SheetList::rules() {
   index_ = RuleIndex();
   for (const std::vector<Rule>& sheet : extra_sheets_) index_.add_sheet(sheet);
   for (const StyleSheetHandle& sheet : sheets_) {
-    if (applies(*sheet)) index_.add_sheet(sheet->rules());
+    if (!applies(*sheet)) continue;
+    for (const std::vector<Rule>& imported : sheet->imported_) index_.add_sheet(imported);
+    index_.add_sheet(sheet->rules());
   }
   return index_;
 }
@@ -132,6 +139,15 @@ void SheetList::set_link_text(Element& link, std::optional<std::u16string> text)
   const StyleSheetHandle sheet = sheet_of(link);
   if (!sheet) return;
   sheet->loaded_text_ = std::move(text);
+  sheet->imported_.clear();
+  rules_changed_ = true;
+}
+
+void SheetList::set_imports(Element& owner, const std::vector<std::u16string>& texts) {
+  const StyleSheetHandle sheet = sheet_of(owner);
+  if (!sheet) return;
+  sheet->imported_.clear();
+  for (const std::u16string& text : texts) sheet->imported_.push_back(parse_rules(text));
   rules_changed_ = true;
 }
 
@@ -146,20 +162,29 @@ void SheetList::reload(const Element& link) {
   links_changed();
 }
 
-std::vector<Ref<Element>> SheetList::take_changed_links() {
+std::vector<Ref<Element>> SheetList::take_sheets_to_load() {
   refresh();
   std::vector<Ref<Element>> changed;
-  for (const StyleSheetHandle& sheet : sheets_) {
-    if (!sheet->is_link()) continue;
-    const std::uint32_t key = key_of(sheet->owner());
-    const std::u16string address = sheet->href();
-    const auto known = known_addresses_.find(key);
-    const bool again = reloads_.erase(key) > 0;
-    if (known != known_addresses_.end() && known->second == address && !again) continue;
-    known_addresses_[key] = address;
-    changed.push_back(sheet->owner());
-  }
+  for (const StyleSheetHandle& sheet : sheets_)
+    if (wants_loading(*sheet)) changed.push_back(sheet->owner());
   return changed;
+}
+
+bool SheetList::wants_loading(StyleSheet& sheet) {
+  const std::uint32_t key = key_of(sheet.owner());
+  std::u16string wanted = sheet.href();
+  if (!sheet.is_link())
+    for (const Import& import : imports_of(sheet.rules())) wanted += import.url + u'\n';
+  const auto known = known_addresses_.find(key);
+  const bool again = reloads_.erase(key) > 0;
+  const bool is_known =
+      known == known_addresses_.end() ? !sheet.is_link() && wanted.empty() : known->second == wanted;
+  if (is_known && !again) return false;
+  known_addresses_[key] = wanted;
+  if (sheet.is_link()) return true;
+  rules_changed_ |= !sheet.imported_.empty();
+  sheet.imported_.clear();
+  return !wanted.empty();
 }
 
 }  // namespace tvx::dom::style

@@ -36,13 +36,16 @@ class SheetList {
   void text_changed() { rules_changed_ = true; }
   /// A link is to be loaded again though its address is the same.
   void reload(const Element& link);
-  std::vector<Ref<Element>> take_changed_links();
+  void set_imports(Element& owner, const std::vector<std::u16string>& texts);
+  std::vector<Ref<Element>> take_sheets_to_load();
   void set_observer(LinkObserver* observer) { observer_ = observer; }
 
  private:
   void note_subtree(const Node& node);
+  void note_text();
   void note_attribute(const Mutation& mutation, const Element& element);
   void links_changed();
+  bool wants_loading(StyleSheet& sheet);
   void refresh();
 
   Document& document_;
@@ -52,7 +55,8 @@ class SheetList {
   std::vector<StyleSheetHandle> sheets_;
   std::vector<std::weak_ptr<StyleSheet>> dropped_;  // may still be held by somebody
   std::vector<std::vector<Rule>> extra_sheets_;
-  std::unordered_map<std::uint32_t, std::u16string> known_addresses_;  // by NodeId
+  /// By NodeId: of a link its address, of a `style` element what it imports.
+  std::unordered_map<std::uint32_t, std::u16string> known_addresses_;
   std::unordered_set<std::uint32_t> reloads_;
   RuleIndex index_;
 };

@@ -212,7 +212,11 @@ void StyleEngine::set_link_text(Element& link, std::optional<std::u16string> tex
   impl_->sheets.set_link_text(link, std::move(text));
 }
 
-std::vector<Ref<Element>> StyleEngine::take_changed_links() { return impl_->sheets.take_changed_links(); }
+void StyleEngine::set_imports(Element& owner, const std::vector<std::u16string>& texts) {
+  impl_->sheets.set_imports(owner, texts);
+}
+
+std::vector<Ref<Element>> StyleEngine::take_sheets_to_load() { return impl_->sheets.take_sheets_to_load(); }
 
 void StyleEngine::set_link_observer(LinkObserver* observer) { impl_->sheets.set_observer(observer); }
 

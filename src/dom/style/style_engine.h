@@ -17,7 +17,8 @@
 /// default sheet, presentational attributes, the document's sheets and inline style. No view is asked.
 namespace tvx::dom::style {
 
-/// Hears that a link asks for (another) sheet. Called inside a mutation: must not change the tree.
+/// Hears that a link or an import may ask for (another) sheet. Called inside a mutation: must not change the
+/// tree.
 class LinkObserver {
  public:
   virtual ~LinkObserver() = default;
@@ -48,8 +49,12 @@ class StyleEngine final : public DocumentExtension, private MutationObserver {
   StyleSheetHandle sheet_of(const Element& element);
   /// The text of a link's sheet, from whoever loads it. None: it could not be loaded.
   void set_link_text(Element& link, std::optional<std::u16string> text);
-  /// The links that are new or have another address since the last call, and those asked for again.
-  std::vector<Ref<Element>> take_changed_links();
+  /// The texts that a sheet imports, those that the imported ones import among them, in the order of the
+  /// cascade.
+  void set_imports(Element& owner, const std::vector<std::u16string>& texts);
+  /// The links that are new or have another address since the last call, those asked for again, and the
+  /// `style` elements that import something else.
+  std::vector<Ref<Element>> take_sheets_to_load();
   /// Null: nobody.
   void set_link_observer(LinkObserver* observer);
   /// Sheets of the author kept outside the tree, before those in it.

@@ -28,6 +28,16 @@ struct Rule {
 /// The rules of a sheet (CSS Syntax, "parse a stylesheet"). A faulty rule costs itself and nothing else.
 std::vector<Rule> parse_rules(std::u16string_view text);
 
+/// What an @import asks for.
+struct Import {
+  std::u16string url;    // as written
+  std::u16string media;  // may be empty
+};
+/// Of the prelude of an import rule; nothing if it names no address. A condition by `supports` counts as met.
+std::optional<Import> parse_import(std::u16string_view prelude);
+/// What a sheet imports for a screen, in its order.
+std::vector<Import> imports_of(const std::vector<Rule>& rules);
+
 /// A sheet of a document: that of one `style` or stylesheet `link` element, for as long as that element
 /// stands in the tree with that meaning. A handle stays safe to use afterwards.
 class StyleSheet {
@@ -56,6 +66,7 @@ class StyleSheet {
   Ref<Element> owner_;
   StyleEngine* engine_;  // null when the document is gone
   std::optional<std::u16string> loaded_text_;
+  std::vector<std::vector<Rule>> imported_;  // all that the sheet imports, in the order of the cascade
   mutable bool parsed_ = false;
   mutable std::u16string parsed_text_;
   mutable std::vector<Rule> rules_;
