@@ -61,6 +61,7 @@ constexpr MemberOf<ControlObject> rows[] = {
      [](ControlObject& self) -> Value { return box_object(u"Picture2", (*self).layout().Picture2); }},
     {u"Picture3",
      [](ControlObject& self) -> Value { return box_object(u"Picture3", (*self).layout().Picture3); }},
+    {u"clip", [](ControlObject& self) -> Value { return clip_object(Inside::clip(*self)); }},
     {u"highlightElement", [](ControlObject& self) { return element(self, (*self).highlightElement()); },
      [](ControlObject& self, const Value& value) {
        Inside::highlight(*self).set_element(library::element_of(value));

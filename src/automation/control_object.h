@@ -7,6 +7,10 @@ namespace tvx::core {
 class HTMLed;
 }
 
+namespace tvx::clipboard {
+class clsClip;
+}
+
 namespace tvx::platform {
 class MessageLoop;
 class Toolbar;
@@ -41,6 +45,7 @@ library::ObjectHandle control_object(Instance& instance, platform::MessageLoop& 
 library::ObjectHandle toolbar_object(platform::Toolbar& toolbar);                  // toolbar_object.cpp
 library::ObjectHandle box_object(std::u16string_view name, const core::Box& box);  // box_object.cpp
 library::ObjectHandle code_view_object(Instance& instance);                        // code_view_object.cpp
+library::ObjectHandle clip_object(const clipboard::clsClip& clip);                 // clip_object.cpp
 library::ObjectHandle browser_object(Instance& instance);                          // browser_object.cpp
 
 }  // namespace tvx::automation

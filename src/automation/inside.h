@@ -25,6 +25,8 @@ struct Inside {
     return control.properties_.SelectionBorderStyle;
   }
 
+  static const clipboard::clsClip& clip(const HTMLed& control) { return control.clip_; }
+
   // --- routines ---
   static void StartEditor(HTMLed& control) { control.StartEditor(); }
   static void BootstrapDocument(HTMLed& control) { control.BootstrapDocument(); }

@@ -6,6 +6,7 @@
 #include "base/colour.h"
 #include "base/text.h"
 #include "base/url.h"
+#include "clipboard/html_format.h"
 #include "library/document_object.h"
 #include "platform/special_folders.h"
 #include "services/wait.h"
@@ -113,6 +114,26 @@ Value lost_focus(ControlObject& self, Values& arguments) {
   return {};
 }
 
+Value html_format_id(ControlObject&, Values& arguments) {
+  expect_arguments(arguments, 0, 0);
+  return platform::number_of(clipboard::GetHTMLFormatId());
+}
+
+/// The prefix and the suffix go back with the marks.
+Value put_html(ControlObject& self, Values& arguments) {
+  expect_arguments(arguments, 3, 3);
+  std::u16string prefix = arguments[1].to_text(), suffix = arguments[2].to_text();
+  clipboard::PutHTMLOnClipboard((*self).clipboard(), arguments[0].to_text(), prefix, suffix);
+  arguments[1] = prefix;
+  arguments[2] = suffix;
+  return {};
+}
+
+Value get_html(ControlObject& self, Values& arguments) {
+  expect_arguments(arguments, 0, 0);
+  return clipboard::GetHTMLFromClipboard((*self).clipboard());
+}
+
 using Handler = browser::DocumentHandler;
 
 constexpr MemberOf<ControlObject> rows[] = {
@@ -142,6 +163,9 @@ constexpr MemberOf<ControlObject> rows[] = {
     {.name = u"docHTML_oncontrolselect", .call = handler<&Handler::oncontrolselect>},
     {.name = u"docHTML_onselectstart", .call = handler<&Handler::onselectstart>},
     {.name = u"docHTML_onselectionchange", .call = handler<&Handler::onselectionchange>},
+    {.name = u"GetHTMLFormatId", .call = html_format_id},
+    {.name = u"PutHTMLOnClipboard", .call = put_html},
+    {.name = u"GetHTMLFromClipboard", .call = get_html},
     {.name = u"ReplaceAll", .call = replace_all},
     {.name = u"ColourToRGB", .call = colour_to_rgb},
     {.name = u"RGBToHex", .call = rgb_to_hex},

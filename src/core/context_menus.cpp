@@ -126,9 +126,15 @@ struct HTMLed::MenuActions {
     void (*act)(HTMLed& control, const platform::Menu& item);
   };
 
-  static void cut(HTMLed& control, const platform::Menu&) { control.mark_changed(); }
-  static void copy(HTMLed&, const platform::Menu&) {}
-  static void paste(HTMLed& control, const platform::Menu&) { control.mark_changed(); }
+  static void cut(HTMLed& control, const platform::Menu&) {
+    control.cut_document();
+    control.mark_changed();
+  }
+  static void copy(HTMLed& control, const platform::Menu&) { control.copy_document(); }
+  static void paste(HTMLed& control, const platform::Menu&) {
+    control.paste_document();
+    control.mark_changed();
+  }
   /// Leaves a text for what runs when the popup has closed.
   template <const char16_t* command>
   static void pend(HTMLed& control, const platform::Menu&) {

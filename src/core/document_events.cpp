@@ -11,7 +11,7 @@
 namespace tvx::core {
 namespace {
 
-constexpr int key_enter = 13, key_space = 32;
+constexpr int key_enter = 13, key_space = 32, key_c = 67, key_v = 86, key_x = 88;
 
 }  // namespace
 
@@ -37,13 +37,21 @@ void HTMLed::onkeydown() {
 }
 
 // Setting the key code to 0 is how a key is taken away from the document.
-void HTMLed::act_on_key(int key_code, bool shift, bool /*control*/) {
+void HTMLed::act_on_key(int key_code, bool shift, bool control) {
   if (key_code == key_enter && (properties_.isAccessContained || properties_.useEnterAsBR)) {
     document().set_event_key_code(0);
     sendCR(properties_.useEnterAsBR);
   } else if (key_code == key_space && shift) {
     document().set_event_key_code(0);
     InsertAtCursor(u"&nbsp;", ed_InsertType::ed_InsertReplaceSelection);
+  } else if (control && (key_code == key_v || key_code == key_c || key_code == key_x)) {
+    if (key_code == key_v)
+      paste_document();
+    else if (key_code == key_c)
+      copy_document();
+    else
+      cut_document();
+    document().set_event_key_code(0);
   }
 }
 

@@ -24,6 +24,7 @@ HTMLed::HTMLed(const Surroundings& surroundings)
       container_(surroundings.container),
       dialogs_(surroundings.dialogs),
       clipboard_(surroundings.clipboard),
+      clip_(clipboard_),
       popups_(surroundings.popups),
       hwnd_(surroundings.hwnd == platform::WindowHandle::none ? platform::next_window_handle()
                                                               : surroundings.hwnd),

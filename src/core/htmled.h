@@ -10,6 +10,7 @@
 
 #include "browser/browser.h"
 #include "browser/events.h"
+#include "clipboard/clip.h"
 #include "commands/style_classes.h"
 #include "core/enumerations.h"
 #include "core/events.h"
@@ -231,6 +232,9 @@ class HTMLed final : public std::enable_shared_from_this<HTMLed>,
   void unnumbered_list();
   void undo_document();
   void redo_document();
+  void cut_document();
+  void copy_document();
+  void paste_document();
   void insert_HR();
   /// Asks for an address and makes the selection a link.
   void insert_Link();
@@ -389,6 +393,11 @@ class HTMLed final : public std::enable_shared_from_this<HTMLed>,
   void prepare_tag_dialog();
   void prepare_properties_dialog();
 
+  // --- the clipboard (clipboard_commands.cpp) ---
+  std::u16string_view selection_type() const;
+  void copy_by_hand(std::u16string_view type);
+  void paste_by_hand();
+
   // --- views and layout (view_switch.cpp, layout.cpp) ---
   void enter_code_view();
   void leave_code_view();
@@ -405,6 +414,7 @@ class HTMLed final : public std::enable_shared_from_this<HTMLed>,
   platform::Container& container_;
   platform::CommonDialogs& dialogs_;
   platform::Clipboard* const clipboard_;
+  const clipboard::clsClip clip_;
   platform::PopupMenus* popups_;
   const platform::WindowHandle hwnd_;
   const browser::HTMLDocument::Geometry* geometry_;

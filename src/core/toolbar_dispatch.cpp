@@ -18,6 +18,9 @@ struct Action {
 constexpr Action actions[] = {
     {u"toggle", [](HTMLed& control) { control.show_Code(); }},
     {u"Print", [](HTMLed& control) { control.print_Document(false); }},
+    {u"Copy", [](HTMLed& control) { control.copy_document(); }},
+    {u"Cut", [](HTMLed& control) { control.cut_document(); }},
+    {u"Paste", [](HTMLed& control) { control.paste_document(); }},
     {u"Align Left", [](HTMLed& control) { control.Left_Justify(); }},
     {u"Center", [](HTMLed& control) { control.Center_justify(); }},
     {u"Align Right", [](HTMLed& control) { control.Right_justify(); }},

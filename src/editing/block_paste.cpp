@@ -174,7 +174,7 @@ bool BlockPaste::merge_left(Element& side, Element& piece) {
       remove_with_empty_holders(side, *side.parent());
       left_line_ = {};
     } else {
-      move_all(piece, slot_at(gap_.start()));
+      append_line(side, gap_.start(), piece);
     }
   } else if (!kin) {
     return false;
@@ -183,11 +183,19 @@ bool BlockPaste::merge_left(Element& side, Element& piece) {
       if (!first || filling == first || !is_filling(*filling)) break;
       dom::remove(*filling);
     }
-    if (inner && first)
+    const bool side_is_line = is_text_block(side) || side.is(Tag::Td) || side.is(Tag::Th);
+    const Ref<Node> first_held(first);
+    if (inner && first) {
       merge_left(*inner, *first);
-    else if (first && is_text_block(*first) && !left_empty_)
-      move_all(*first, slot_at(gap_.start())), dom::remove(*first);
-    move_all(piece, {Ref<Node>(side), {}});
+    } else if (first && side_is_line && is_text_block(*first) && !left_empty_) {
+      append_line(side, gap_.start(), *first);
+      dom::remove(*first);
+    }
+    if (inner || first)
+      move_all(piece, {Ref<Node>(side), {}});
+    else
+      append_line(side, gap_.start(), piece);
+    if (&side == left_line_.get()) left_line_ = {};
   }
   if (!lines || !left_empty_) dom::remove(*held);
   return true;
@@ -205,7 +213,7 @@ bool BlockPaste::merge_right(Element& side, Element& piece) {
       dom::remove(side);
       right_line_ = {};
     } else {
-      move_all(piece, slot_at(gap_.end()));
+      prepend_line(side, gap_.end(), piece);
       dom::remove(*held);
     }
     return true;
@@ -219,7 +227,11 @@ bool BlockPaste::merge_right(Element& side, Element& piece) {
     const Ref<Node> last_held(last);
     merge_right(*inner, *last);
   }
-  move_all(piece, {Ref<Node>(side), side.first_child()});
+  if (inner || last)
+    move_all(piece, {Ref<Node>(side), side.first_child()});
+  else
+    prepend_line(side, gap_.end(), piece);
+  if (&side == right_line_.get()) right_line_ = {};
   dom::remove(*held);
   return true;
 }

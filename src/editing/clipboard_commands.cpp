@@ -31,11 +31,10 @@ bool paste(Editor& editor, std::u16string_view) {
 
 const CommandDefinition rows[] = {
     {.name = u"copy",
-     .label = u"",
+     .label = u"Copy",  // a step in which nothing happens, seen without the selection border
      .action = copy,
      .applies = has_selected,
-     .always_enabled = true,
-     .is_mode = true},
+     .always_enabled = true},
     {.name = u"cut", .label = u"Cut", .action = cut, .applies = has_selected, .in_plain_text = true},
     {.name = u"paste", .label = u"Paste", .action = paste, .in_plain_text = true},
 };

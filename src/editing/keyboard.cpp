@@ -66,8 +66,16 @@ std::optional<KeyResult> press_editing_key(Editor& editor, const KeyPress& key) 
   if (key.key == u"Backspace") {
     return done_if(key.control ? delete_word_backward(editor) : delete_backward(editor));
   }
-  // With Shift this key cuts, which is the clipboard's.
-  if (key.key == u"Delete" && !key.shift) {
+  // The clipboard's keys of old.
+  if (key.key == u"Insert" && key.shift != key.control) {
+    editor.execute(key.shift ? u"paste" : u"copy");
+    return KeyResult::Done;
+  }
+  if (key.key == u"Delete" && key.shift) {
+    editor.execute(u"cut");
+    return KeyResult::Done;
+  }
+  if (key.key == u"Delete") {
     return done_if(key.control ? delete_word_forward(editor) : delete_forward(editor));
   }
   // From what is selected as a whole back to a caret beside it.
@@ -87,7 +95,8 @@ std::optional<KeyResult> press_shortcut(Editor& editor, const KeyPress& key) {
   static constexpr Shortcut shortcuts[] = {
       {u"b", false, u"bold"},      {u"i", false, u"italic"}, {u"u", false, u"underline"},
       {u"a", false, u"selectAll"}, {u"z", false, u"undo"},   {u"z", true, u"redo"},
-      {u"y", false, u"redo"},
+      {u"y", false, u"redo"},      {u"c", false, u"copy"},   {u"x", false, u"cut"},
+      {u"v", false, u"paste"},
   };
   if (!key.control || key.alt) return std::nullopt;
   for (const Shortcut& shortcut : shortcuts) {

@@ -215,22 +215,9 @@ class Pasting {
       unwrap_look(static_cast<Element&>(*node));
     const std::vector<Element*> left = looks_between(*both, gap_.start().node),
                                 right = looks_between(*both, gap_.end().node);
-    if (!right.empty()) zip_right(right, 0, *content_);
-    if (!left.empty()) zip_left(left, 0, *content_);
+    if (!right.empty()) right_end_ = zip_right(right, *content_);
+    if (!left.empty()) left_end_ = zip_left(left, *content_);
     return slot_at(right.empty() ? gap_.end() : dom::before(*right.front()));
-  }
-
-  /// From the outermost to the innermost.
-  static std::vector<Element*> looks_between(const Node& outside, Node* inside) {
-    std::vector<Element*> looks;
-    for (Node* node = inside; node && node != &outside; node = node->parent())
-      if (is_look(*node)) looks.insert(looks.begin(), static_cast<Element*>(node));
-    return looks;
-  }
-
-  static bool same_look(const Node* node, const Element& look) {
-    const auto* element = dom::as<Element>(node);
-    return element && is_look(*element) && element->name() == look.name() && same_attributes(*element, look);
   }
 
   void unwrap_look(const Element& look) {
@@ -243,25 +230,6 @@ class Pasting {
       }
       child = next;
     }
-  }
-
-  void zip_left(const std::vector<Element*>& looks, std::size_t at, Node& from) {
-    const Ref<Node> first(from.first_child());
-    if (at == looks.size() || !same_look(first.get(), *looks[at])) return;
-    zip_left(looks, at + 1, *first);
-    const NodeList nodes = children_of(*first);
-    insert_all({Ref<Node>(looks[at]), {}}, nodes);
-    if (!nodes.empty()) left_end_ = end_of_lines(*nodes.back());
-    dom::remove(*first);
-  }
-
-  void zip_right(const std::vector<Element*>& looks, std::size_t at, Node& from) {
-    const Ref<Node> last(from.last_child());
-    if (at == looks.size() || !same_look(last.get(), *looks[at])) return;
-    if (at == 0 && last->has_children()) right_end_ = end_of_lines(*last->last_child());
-    zip_right(looks, at + 1, *last);
-    insert_all({Ref<Node>(looks[at]), looks[at]->first_child()}, children_of(*last));
-    dom::remove(*last);
   }
 
   // --- blocks ---

@@ -1,6 +1,7 @@
 #include "editing/paste_lines.h"
 
 #include <algorithm>
+#include <vector>
 
 #include "dom/builder.h"
 #include "dom/tree.h"
@@ -197,6 +198,73 @@ bool same_attributes(const Element& a, const Element& b) {
     const std::u16string* other = b.attribute(attribute.name);
     return other && *other == attribute.value;
   });
+}
+
+bool same_look(const Node* node, const Element& look) {
+  const auto* element = dom::as<Element>(node);
+  return element && is_look(*element) && element->name() == look.name() && same_attributes(*element, look);
+}
+
+std::vector<Element*> looks_between(const Node& outside, Node* inside) {
+  std::vector<Element*> looks;
+  for (Node* node = inside; node && node != &outside; node = node->parent())
+    if (is_look(*node)) looks.push_back(static_cast<Element*>(node));
+  std::ranges::reverse(looks);
+  return looks;
+}
+
+namespace {
+
+/// How many of the looks the content at that edge of `from` is in, one in the other; these, the outermost
+/// first.
+NodeList shared_looks(const std::vector<Element*>& looks, const Node& from, Node* (Node::*edge)() const) {
+  NodeList shared;
+  const Node* at = &from;
+  for (const Element* look : looks) {
+    Node* next = (at->*edge)();
+    if (!same_look(next, *look)) break;
+    shared.emplace_back(next);
+    at = next;
+  }
+  return shared;
+}
+
+}  // namespace
+
+Pin zip_left(const std::vector<Element*>& looks, Node& from) {
+  const NodeList shared = shared_looks(looks, from, &Node::first_child);
+  Pin end;
+  for (std::size_t i = shared.size(); i-- > 0;) {
+    const NodeList nodes = children_of(*shared[i]);
+    if (!nodes.empty()) end = end_of_lines(*nodes.back());
+    insert_all({Ref<Node>(looks[i]), {}}, nodes);
+    dom::remove(*shared[i]);
+  }
+  return end;
+}
+
+Pin zip_right(const std::vector<Element*>& looks, Node& from) {
+  const NodeList shared = shared_looks(looks, from, &Node::last_child);
+  Pin end;
+  for (std::size_t i = shared.size(); i-- > 0;) {
+    const NodeList nodes = children_of(*shared[i]);
+    if (!nodes.empty() && !end) end = end_of_lines(*nodes.back());
+    insert_all({Ref<Node>(looks[i]), looks[i]->first_child()}, nodes);
+    dom::remove(*shared[i]);
+  }
+  return end;
+}
+
+void append_line(Node& line, Boundary end, Node& from) {
+  const std::vector<Element*> looks = looks_between(line, end.node);
+  zip_left(looks, from);
+  insert_all(slot_at(looks.empty() ? end : dom::after(*looks.front())), children_of(from));
+}
+
+void prepend_line(Node& line, Boundary begin, Node& from) {
+  const std::vector<Element*> looks = looks_between(line, begin.node);
+  zip_right(looks, from);
+  insert_all(slot_at(looks.empty() ? begin : dom::before(*looks.front())), children_of(from));
 }
 
 }  // namespace tvx::editing

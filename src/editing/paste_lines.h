@@ -50,6 +50,18 @@ struct Pin {
 /// The end of the last line in a node; behind it if it has none. Into a table only if `in_cells`.
 Pin end_of_lines(dom::Node& node, bool in_cells = false);
 
+/// The looks around a place within `outside`, from the outermost to the innermost.
+std::vector<dom::Element*> looks_between(const dom::Node& outside, dom::Node* inside);
+/// Moves what `from` begins with into these looks, where it has the same; the end of what was moved.
+Pin zip_left(const std::vector<dom::Element*>& looks, dom::Node& from);
+/// Moves what `from` ends with to the front of these looks, where it has the same.
+Pin zip_right(const std::vector<dom::Element*>& looks, dom::Node& from);
+/// Moves the children of `from` behind a line's end, or before its begin: looks that both sides have go on,
+/// others don't spread.
+void append_line(dom::Node& line, dom::Boundary end, dom::Node& from);
+void prepend_line(dom::Node& line, dom::Boundary begin, dom::Node& from);
+
+bool same_look(const dom::Node* node, const dom::Element& look);
 bool same_attributes(const dom::Element& a, const dom::Element& b);
 
 }  // namespace tvx::editing

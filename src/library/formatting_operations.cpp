@@ -36,9 +36,9 @@ constexpr Member rows[] = {
     operation(137, u"change_Font", Type::None, {}, u"Asks for font, size and colours of the selection."),
     operation(138, u"Table_Document", Type::None, {}, u"Asks for a table's measures and inserts it."),
     operation(139, u"insert_Form", Type::None, {}, u"Asks for a form's settings and inserts it."),
-    operation(140, u"cut_document", Type::None, {}, u"Moves the selection to the clipboard."),
-    operation(141, u"copy_document", Type::None, {}, u"Copies the selection to the clipboard."),
-    operation(142, u"paste_document", Type::None, {}, u"Inserts what is on the clipboard."),
+    operation<&HTMLed::cut_document>(140, u"cut_document", u"Moves the selection to the clipboard."),
+    operation<&HTMLed::copy_document>(141, u"copy_document", u"Copies the selection to the clipboard."),
+    operation<&HTMLed::paste_document>(142, u"paste_document", u"Inserts what is on the clipboard."),
 };
 
 }  // namespace

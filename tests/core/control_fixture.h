@@ -19,6 +19,7 @@
 #include "dom/inner_html.h"
 #include "dom/tree.h"
 #include "editing/marks.h"
+#include "headless/clipboard.h"
 #include "headless/container.h"
 #include "headless/dialogs.h"
 #include "headless/menus.h"
@@ -121,6 +122,7 @@ class Control : public testing::Test {
                                 .hwnd = hwnd,
                                 .geometry = &geometry,
                                 .window = &window,
+                                .clipboard = &clipboard,
                                 .popups = &menus});
     made->set_events(&host);
     made->UserControl_Initialize();
@@ -216,6 +218,7 @@ class Control : public testing::Test {
   headless::VirtualTimeLoop loop;
   headless::Container container{true}, designer{false};
   headless::Dialogs dialogs;
+  headless::Clipboard clipboard;
   headless::Menus menus;
   headless::FixedGeometry geometry;
   Window window;

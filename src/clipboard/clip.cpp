@@ -1,0 +1,36 @@
+#include "clipboard/clip.h"
+
+#include "platform/clipboard.h"
+
+namespace tvx::clipboard {
+
+using platform::ClipboardFormat;
+using platform::SendMessage;
+using platform::WindowHandle;
+
+void clsClip::Cut(WindowHandle hwnd) const { SendMessage(hwnd, platform::WM_CUT); }
+void clsClip::Copy(WindowHandle hwnd) const { SendMessage(hwnd, platform::WM_COPY); }
+void clsClip::Paste(WindowHandle hwnd) const { SendMessage(hwnd, platform::WM_PASTE); }
+
+void clsClip::Undo(WindowHandle hwnd) const {
+  if (CanUndo(hwnd)) SendMessage(hwnd, EM_UNDO);
+}
+
+void clsClip::Redo(WindowHandle hwnd) const { SendMessage(hwnd, EM_REDO); }
+
+bool clsClip::CanUndo(WindowHandle hwnd) const { return SendMessage(hwnd, EM_CANUNDO) != 0; }
+
+bool clsClip::CanPaste() const {
+  if (!clipboard_) return false;
+  for (ClipboardFormat format :
+       {ClipboardFormat::text, ClipboardFormat::unicode_text, ClipboardFormat::oem_text})
+    if (clipboard_->IsClipboardFormatAvailable(format)) return true;
+  return false;
+}
+
+void clsClip::Delete(WindowHandle hwnd) const {
+  static constexpr char16_t nothing[] = u"";
+  SendMessage(hwnd, EM_REPLACESEL, 1, reinterpret_cast<platform::Parameter>(nothing));
+}
+
+}  // namespace tvx::clipboard

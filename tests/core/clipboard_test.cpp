@@ -1,0 +1,263 @@
+#include "clipboard/html_format.h"
+#include "control_fixture.h"
+#include "platform/html_block.h"
+
+namespace tvx::core {
+namespace {
+
+using testing::Contains;
+using testing::ElementsAre;
+using testing::Not;
+
+class ClipboardCommands : public Control {
+ protected:
+  void start_marked(std::u16string_view html) {
+    start_with(u"<P>x</P>");
+    load(html);
+    container.clear_changed();
+  }
+  void fail(std::u16string_view command, int times = 1) {
+    set_fault(u"execCommand " + std::u16string(command), {.result = 0}, times);
+  }
+  std::string block() const { return clipboard.read("HTML Format"); }
+  bool marked_changed() const {
+    return control->IsDirty() && std::ranges::count(container.changed(), u"DocumentHTML") > 0;
+  }
+  void select_control(dom::Tag tag) {
+    dom::Element* target = element(tag);
+    control->DOM()->select([&](editing::Selection& selection) { selection.select_control(*target); });
+  }
+};
+
+// --- copying ---
+
+TEST_F(ClipboardCommands, CopyGoesTheDocumentsWay) {
+  start_marked(u"<p>a[<b>b</b>]c</p>");
+  control->copy_document();
+  EXPECT_EQ(clipboard.GetText(), u"b");
+  EXPECT_EQ(block(), platform::html_block(u"<B>b</B>"));
+  EXPECT_FALSE(control->IsDirty());
+}
+
+TEST_F(ClipboardCommands, CopyWithNothingSelectedLeavesTheClipboard) {
+  start_marked(u"<p>a[]b</p>");
+  clipboard.SetText(u"kept");
+  control->copy_document();
+  EXPECT_EQ(clipboard.GetText(), u"kept");
+}
+
+TEST_F(ClipboardCommands, WhereTheDocumentsCopyFailsTheTextIsPutByHand) {
+  start_marked(u"<p>a[<b>\u00E9\U0001F600</b>]c</p>");
+  clipboard.SetText(u"old");
+  fail(u"Copy");
+  control->copy_document();
+  EXPECT_EQ(block(),
+            "Version:1.0\r\nStartHTML:0000000105\r\nEndHTML:0000000200\r\nStartFragment:0000000138\r\n"
+            "EndFragment:0000000167\r\n<HTML><BODY><!--StartFragment --><B>&#233;&#55357;&#56832;</B>"
+            "<!--EndFragment --></BODY></HTML>");
+  EXPECT_FALSE(clipboard.GetFormat(platform::ClipboardFormat::text));
+  EXPECT_EQ(clipboard::GetHTMLFromClipboard(clipboard), u"<B>&#233;&#55357;&#56832;</B>");
+}
+
+TEST_F(ClipboardCommands, WhereTheDocumentsCopyFailsAnElementIsPutByHand) {
+  start_marked(u"<p>a<img src=\"x.png\" alt=\"y\">c</p>");
+  select_control(dom::Tag::Img);
+  set_fault(u"execCommand Copy", {.error = RuntimeError(5, u"no")});
+  control->copy_document();
+  EXPECT_EQ(clipboard::GetHTMLFromClipboard(clipboard), u"<IMG src=\"x.png\" alt=\"y\">");
+}
+
+TEST_F(ClipboardCommands, WhatIsCopiedHasNoSelectionBorder) {
+  start_with(u"<P>abc</P>");
+  control->set_HighlightDOMSelectionOnClick(true);
+  control->DOM()->mouse_press(at(element(dom::Tag::P)));
+  ASSERT_NE(body().find(u"border"), std::u16string::npos);
+  control->DOM()->execCommand(u"selectAll", false, u"");
+  control->copy_document();
+  EXPECT_EQ(block(), platform::html_block(u"<P>abc</P>"));
+}
+
+// --- cutting ---
+
+TEST_F(ClipboardCommands, CutGoesTheDocumentsWay) {
+  start_marked(u"<p>a[b]c</p>");
+  control->cut_document();
+  EXPECT_EQ(marked(), u"<P>a[]c</P>");
+  EXPECT_EQ(clipboard.GetText(), u"b");
+  EXPECT_TRUE(marked_changed());
+  control->undo_document();
+  EXPECT_EQ(marked(), u"<P>a[b]c</P>");
+}
+
+TEST_F(ClipboardCommands, CutWithNothingSelectedDoesNotMarkTheDocument) {
+  start_marked(u"<p>a[]b</p>");
+  clipboard.SetText(u"kept");
+  control->cut_document();
+  EXPECT_FALSE(control->IsDirty());
+  EXPECT_THAT(container.changed(), Not(Contains(u"DocumentHTML")));
+  EXPECT_EQ(clipboard.GetText(), u"kept");
+}
+
+TEST_F(ClipboardCommands, WhereTheDocumentsCutFailsCopyAndDeleteDoIt) {
+  start_marked(u"<p>a[b]c</p>");
+  fail(u"Cut");
+  control->cut_document();
+  EXPECT_EQ(marked(), u"<P>a[]c</P>");
+  EXPECT_EQ(clipboard.GetText(), u"b");
+  EXPECT_TRUE(marked_changed());
+}
+
+TEST_F(ClipboardCommands, WhereBothFailTheBlockIsPutByHandAndTheTextGoes) {
+  start_marked(u"<p>a[b]c</p>");
+  fail(u"Cut");
+  fail(u"Copy");
+  control->cut_document();
+  EXPECT_EQ(marked(), u"<P>a[]c</P>");
+  EXPECT_EQ(clipboard::GetHTMLFromClipboard(clipboard), u"b");
+}
+
+TEST_F(ClipboardCommands, CutTakesAnElementAsAWhole) {
+  start_marked(u"<p>a<img src=\"x.png\">c</p>");
+  select_control(dom::Tag::Img);
+  control->cut_document();
+  EXPECT_EQ(body(), u"<P>ac</P>");
+  EXPECT_EQ(block(), platform::html_block(u"<IMG src=\"x.png\">"));
+}
+
+// --- pasting ---
+
+TEST_F(ClipboardCommands, PasteGoesTheDocumentsWay) {
+  start_marked(u"<p>a[b]c</p>");
+  clipboard.put({{"text/html", "<i>x</i>"}, {"text/plain", "plain"}});
+  control->paste_document();
+  EXPECT_EQ(marked(), u"<P>a<I>x[]</I>c</P>");
+  EXPECT_TRUE(marked_changed());
+  control->undo_document();
+  EXPECT_EQ(marked(), u"<P>a[b]c</P>");
+}
+
+TEST_F(ClipboardCommands, PasteMarksTheDocumentAlsoWhenNothingComes) {
+  start_marked(u"<p>a[b]c</p>");
+  control->paste_document();
+  EXPECT_EQ(marked(), u"<P>a[b]c</P>");
+  EXPECT_TRUE(marked_changed());
+}
+
+TEST_F(ClipboardCommands, WhereTheDocumentsPasteFailsTextIsMarkup) {
+  start_marked(u"<p>a[b]c</p>");
+  clipboard.put({{"text/plain", "<B>x</B>"}, {"HTML Format", platform::html_block(u"<I>y</I>")}});
+  fail(u"Paste");
+  control->paste_document();
+  EXPECT_EQ(body(), u"<P>a<B>x</B>c</P>");
+}
+
+TEST_F(ClipboardCommands, WhereThereIsNoTextTheBlockIsPasted) {
+  start_marked(u"<p>a[]c</p>");
+  std::u16string prefix, suffix;
+  clipboard::PutHTMLOnClipboard(clipboard, u"<I onclick=\"z()\">y</I>", prefix, suffix);
+  fail(u"Paste");
+  control->paste_document();
+  EXPECT_EQ(body(), u"<P>a<I onclick=\"z()\">y</I>c</P>");
+}
+
+TEST_F(ClipboardCommands, ASelectedElementIsReplacedByTheText) {
+  start_marked(u"<p>a<img src=\"x.png\">c</p>");
+  select_control(dom::Tag::Img);
+  clipboard.SetText(u"some <B>text</B>");
+  fail(u"Paste");
+  control->paste_document();
+  EXPECT_EQ(body(), u"<P>asome <B>text</B>c</P>");
+  EXPECT_TRUE(marked_changed());
+}
+
+TEST_F(ClipboardCommands, AFailingPasteIsSilent) {
+  start_marked(u"<p>a[b]c</p>");
+  clipboard.SetText(u"x");
+  set_fault(u"OpenClipboard", {.error = RuntimeError(521, u"Can't open Clipboard")}, 5);
+  set_fault(u"execCommand Paste", {.error = RuntimeError(5, u"no")});
+  control->paste_document();
+  EXPECT_TRUE(marked_changed());
+  EXPECT_EQ(host.count("Error"), 0U);
+}
+
+TEST_F(ClipboardCommands, APictureGoesIntoTheImageStore) {
+  start_marked(u"<p>a[]c</p>");
+  control->set_LocalImageStore(path(""));
+  clipboard.put({{"image/png", "PNG"}});
+  control->paste_document();
+  EXPECT_EQ(bytes_of(folder / "pasted-1.png"), "PNG");
+  EXPECT_EQ(body(), u"<P>a<IMG src=\"file://" + path("pasted-1.png") + u"\">c</P>");
+}
+
+TEST_F(ClipboardCommands, WithoutAClipboardNothingHappens) {
+  start_marked(u"<p>a[b]c</p>");
+  headless::Container other;
+  auto lonely = HTMLed::create({.loop = loop, .container = other, .dialogs = dialogs, .geometry = &geometry});
+  lonely->UserControl_Initialize();
+  lonely->UserControl_InitProperties();
+  lonely->UserControl_Show();
+  lonely->set_DocumentHTML(u"<P>x</P>");
+  lonely->DOM()->execCommand(u"selectAll", false, u"");
+  lonely->copy_document();
+  lonely->paste_document();
+  EXPECT_EQ(dom::inner_html(*lonely->DOM()->body()), u"<P>x</P>");
+  EXPECT_EQ(error_of([&] { lonely->clipboard(); }), errors::object_not_set);
+}
+
+TEST_F(ClipboardCommands, BeforeTheStartNothingHappens) {
+  create();
+  control->copy_document();
+  control->cut_document();
+  control->paste_document();
+  EXPECT_TRUE(clipboard.targets().empty());
+}
+
+// --- the ways there ---
+
+TEST_F(ClipboardCommands, TheKeysAreTakenAwayFromTheDocument) {
+  start_marked(u"<p>a[b]c</p>");
+  EXPECT_TRUE(key(u"c", 67, true).taken);
+  EXPECT_EQ(clipboard.GetText(), u"b");
+  EXPECT_TRUE(marked_changed());  // every key marks it
+  key(u"x", 88, true);
+  EXPECT_EQ(marked(), u"<P>a[]c</P>");
+  key(u"v", 86, true);
+  EXPECT_EQ(marked(), u"<P>ab[]c</P>");
+  // Shift makes no difference, and the document's own Paste doesn't run a second time.
+  key(u"V", 86, true, true);
+  EXPECT_EQ(marked(), u"<P>abb[]c</P>");
+  EXPECT_EQ(host.count("ASCIIKeyPress"), 4U);
+}
+
+TEST_F(ClipboardCommands, TheKeysNeedControl) {
+  start_marked(u"<p>a[b]c</p>");
+  key(u"v", 86);
+  EXPECT_EQ(marked(), u"<P>av[]c</P>");
+}
+
+TEST_F(ClipboardCommands, TheKeysOfOldWork) {
+  start_marked(u"<p>a[b]c</p>");
+  EXPECT_TRUE(key(u"Insert", 45, true).taken);
+  EXPECT_EQ(clipboard.GetText(), u"b");
+  EXPECT_TRUE(key(u"Delete", 46, false, true).taken);
+  EXPECT_EQ(marked(), u"<P>a[]c</P>");
+  EXPECT_TRUE(key(u"Insert", 45, false, true).taken);
+  EXPECT_EQ(marked(), u"<P>ab[]c</P>");
+}
+
+TEST_F(ClipboardCommands, TheButtonsAskTheHostFirst) {
+  start_marked(u"<p>a[b]c</p>");
+  host.on_button = [](std::u16string&, bool& cancel) { cancel = true; };
+  control->press(control->Toolbar1(), u"Cut");
+  EXPECT_EQ(marked(), u"<P>a[b]c</P>");
+  host.on_button = nullptr;
+  control->press(control->Toolbar1(), u"Copy");
+  EXPECT_EQ(clipboard.GetText(), u"b");
+  control->press(control->Toolbar1(), u"Cut");
+  EXPECT_EQ(marked(), u"<P>a[]c</P>");
+  control->press(control->Toolbar1(), u"Paste");
+  EXPECT_EQ(marked(), u"<P>ab[]c</P>");
+}
+
+}  // namespace
+}  // namespace tvx::core

@@ -1,0 +1,27 @@
+#include <gtest/gtest.h>
+
+#include <QGuiApplication>
+#include <QProcess>
+#include <QStandardPaths>
+
+#include "x11/x_display.h"
+
+/// The tests bring a screen of their own, which no other test sees. The server picks a number that is free.
+int main(int argc, char** argv) {
+  testing::InitGoogleTest(&argc, argv);
+  if (GTEST_FLAG_GET(list_tests)) return RUN_ALL_TESTS();
+  tvx::x11::XDisplay display;
+  if (!display.problem().isEmpty()) {
+    tvx::x11::XDisplay::skip_reason = display.problem();
+    return RUN_ALL_TESTS();
+  }
+  qputenv("DISPLAY", display.name());
+  qputenv("QT_QPA_PLATFORM", "xcb");
+  qunsetenv("WAYLAND_DISPLAY");
+  int result = 0;
+  {
+    QGuiApplication application(argc, argv);
+    result = RUN_ALL_TESTS();
+  }
+  return result;
+}

@@ -1,0 +1,77 @@
+#include "x11/x_display.h"
+
+#include <gtest/gtest.h>
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QEventLoop>
+#include <QFile>
+#include <QStandardPaths>
+#include <QTemporaryFile>
+
+namespace tvx::x11 {
+namespace {
+
+constexpr int patience = 30'000;  // milliseconds
+
+}  // namespace
+
+XDisplay::XDisplay() {
+  for (const char* program : {"Xvfb", "xclip"}) {
+    if (!QStandardPaths::findExecutable(QLatin1String(program)).isEmpty()) continue;
+    problem_ = QStringLiteral("needs %1: scripts/setup installs it").arg(QLatin1String(program));
+    return;
+  }
+  server_.setStandardErrorFile(QProcess::nullDevice());
+  server_.start(QStringLiteral("Xvfb"),
+                {QStringLiteral("-displayfd"), QStringLiteral("1"), QStringLiteral("-screen"),
+                 QStringLiteral("0"), QStringLiteral("640x480x24"), QStringLiteral("-nolisten"),
+                 QStringLiteral("tcp"), QStringLiteral("-noreset")});
+  QByteArray told;
+  while (!told.endsWith('\n') && server_.waitForReadyRead(patience)) told += server_.readAllStandardOutput();
+  name_ = ":" + told.trimmed();
+  if (!told.endsWith('\n')) qFatal("Xvfb doesn't start");
+}
+
+XDisplay::~XDisplay() {
+  if (server_.state() == QProcess::NotRunning) return;
+  server_.terminate();
+  if (!server_.waitForFinished(5000)) server_.kill();
+}
+
+QByteArray output_of(const QString& program, const QStringList& arguments) {
+  QProcess process;
+  QByteArray output;
+  process.setStandardErrorFile(QProcess::nullDevice());
+  QObject::connect(&process, &QProcess::readyReadStandardOutput,
+                   [&] { output += process.readAllStandardOutput(); });
+  process.start(program, arguments);
+  QElapsedTimer clock;
+  clock.start();
+  while (process.state() != QProcess::NotRunning && clock.elapsed() < patience)
+    QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 50);
+  EXPECT_EQ(process.state(), QProcess::NotRunning) << program.toStdString() << " gets no answer";
+  if (process.state() != QProcess::NotRunning) process.kill();
+  process.waitForFinished(1000);
+  return output + process.readAllStandardOutput();
+}
+
+void offer(const QByteArray& bytes, const QString& target, const QString& selection) {
+  QTemporaryFile file;
+  ASSERT_TRUE(file.open());
+  file.write(bytes);
+  file.close();
+  QProcess process;
+  // It goes on in the background and would hold our pipes open.
+  process.setStandardOutputFile(QProcess::nullDevice());
+  process.setStandardErrorFile(QProcess::nullDevice());
+  process.start(QStringLiteral("xclip"), {QStringLiteral("-i"), QStringLiteral("-selection"), selection,
+                                          QStringLiteral("-t"), target, file.fileName()});
+  ASSERT_TRUE(process.waitForFinished(patience));
+  // Our side hears of the new owner from the server.
+  QElapsedTimer clock;
+  clock.start();
+  while (clock.elapsed() < 100) QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+}
+
+}  // namespace tvx::x11
