@@ -51,7 +51,7 @@ bool exists(std::u16string_view path) {
 std::u16string file_address(std::u16string_view path) {
   std::error_code ignored;
   const fs::path absolute = fs::absolute(file_system_path(path), ignored);
-  return file_url(from_utf8(absolute.string()));
+  return file_url(from_utf8(absolute.lexically_normal().string()));
 }
 
 /// A name in the folder that no file has yet.

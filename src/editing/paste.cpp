@@ -58,12 +58,13 @@ bool has_blocks(const Node& content) {
   return false;
 }
 
-/// The rows and cells of content, to be compared: nothing else of it.
+/// The rows and cells of content and what they stand beside, to be compared.
 std::u16string shape_of_tables(const Node& content) {
   static const TagSet tags{Tag::Table, Tag::Tr, Tag::Td, Tag::Th};
   std::u16string shape;
   for (const Node* node = content.first_child(); node; node = dom::next_in_order(*node, &content)) {
-    if (!tags.has(*node)) continue;
+    const bool outermost = node->parent() == &content && node->is_element();
+    if (!tags.has(*node) && !outermost) continue;
     const auto& element = static_cast<const Element&>(*node);
     shape += element.name().text();
     shape += element.attribute_or_empty(dom::Name(u"colspan"));
@@ -177,7 +178,8 @@ class Pasting {
   void take_out_as_typing_does(const dom::Range& range, bool join_blocks) {
     editor_.selection().set(range);
     delete_selection(editor_, {.block_merging = join_blocks});
-    gap_.set(editor_.selection().range());
+    const Boundary start = editor_.selection().range().start;
+    gap_.set({start, start});
   }
 
   // --- a line ---
@@ -211,13 +213,28 @@ class Pasting {
   Slot zip_looks() {
     Node* both = dom::common_ancestor(*gap_.start().node, *gap_.end().node);
     if (gap_.collapsed() && both->is_text()) both = both->parent();
+    std::vector<const Element*> around;
     for (Node* node = both; node && is_look(*node); node = node->parent())
-      unwrap_look(static_cast<Element&>(*node));
+      around.push_back(static_cast<Element*>(node));
+    for (std::size_t i = around.size(); i-- > 0;)
+      unwrap_look(*around[i]);  // the outermost first, as it is written
+    if (dom::enclosing(*both, Tag::A)) unwrap_links();
     const std::vector<Element*> left = looks_between(*both, gap_.start().node),
                                 right = looks_between(*both, gap_.end().node);
     if (!right.empty()) right_end_ = zip_right(right, *content_);
     if (!left.empty()) left_end_ = zip_left(left, *content_);
     return slot_at(right.empty() ? gap_.end() : dom::before(*right.front()));
+  }
+
+  /// A link holds no links.
+  void unwrap_links() {
+    NodeList links;
+    for (Node* node = content_->first_child(); node; node = dom::next_in_order(*node, content_.get()))
+      if (node->is(Tag::A)) links.emplace_back(node);
+    for (const Ref<Node>& link : links) {
+      insert_all({Ref<Node>(link->parent()), link}, children_of(*link));
+      dom::remove(*link);
+    }
   }
 
   void unwrap_look(const Element& look) {

@@ -89,7 +89,7 @@ Ref<Element> split_block(Element& block, Boundary place) {
   dom::Document& document = dom::document_of(block);
   Slot slot = slot_at(place);
   Ref<Node> tail;  // of the level below, on its way up
-  for (Ref<Node> level = slot.parent;; level = level->parent()) {
+  for (Ref<Node> level = slot.parent;; level = slot.parent) {
     const Ref<Node> copy = dom::clone(*level, document, dom::Deep::No);
     dom::remove_attribute(*dom::as<Element>(copy), dom::names::id);
     if (tail && tail->has_children()) dom::insert(*copy, tail);
@@ -97,6 +97,7 @@ Ref<Element> split_block(Element& block, Boundary place) {
     tail = copy;
     slot = {level->parent(), level->next_sibling()};
     if (level.get() == &block) break;
+    if (!level->has_children() && is_look(*level)) dom::remove(*level);
   }
   const Ref<Element> result(dom::as<Element>(tail));
   dom::insert(*block.parent(), result, block.next_sibling());

@@ -48,6 +48,7 @@ TEST_F(ClipboardCommands, CopyWithNothingSelectedLeavesTheClipboard) {
 
 TEST_F(ClipboardCommands, WhereTheDocumentsCopyFailsTheTextIsPutByHand) {
   start_marked(u"<p>a[<b>\u00E9\U0001F600</b>]c</p>");
+  control->set_AlwaysConvertUnicodeCharacters(true);
   clipboard.SetText(u"old");
   fail(u"Copy");
   control->copy_document();
@@ -137,10 +138,20 @@ TEST_F(ClipboardCommands, PasteGoesTheDocumentsWay) {
 }
 
 TEST_F(ClipboardCommands, PasteMarksTheDocumentAlsoWhenNothingComes) {
+  start_marked(u"<p>a[]c</p>");
+  control->paste_document();
+  EXPECT_EQ(body(), u"<P>ac</P>");
+  EXPECT_TRUE(marked_changed());
+}
+
+// The document's own command has nothing to paste and fails, and by hand nothing is put in the selection's
+// place.
+TEST_F(ClipboardCommands, AnEmptyClipboardTakesTheSelectionsPlace) {
   start_marked(u"<p>a[b]c</p>");
   control->paste_document();
+  EXPECT_EQ(body(), u"<P>ac</P>");
+  control->undo_document();
   EXPECT_EQ(marked(), u"<P>a[b]c</P>");
-  EXPECT_TRUE(marked_changed());
 }
 
 TEST_F(ClipboardCommands, WhereTheDocumentsPasteFailsTextIsMarkup) {

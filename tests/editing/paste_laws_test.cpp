@@ -108,6 +108,12 @@ class PasteLaws : public test::EditingFixture {
     const dom::Boundary a = place(writer), b = place(writer);
     editor.selection().set(a, b);
   }
+  /// Without the layout of the source, which may go with the last line of what is replaced.
+  std::string content() const {
+    std::string text = html();
+    std::erase(text, '\n');
+    return text;
+  }
   std::string dump() const { return html(); }
   /// The text alone, to see that nothing of it is lost or doubled.
   std::u16string letters() const {
@@ -128,10 +134,10 @@ TEST_F(PasteLaws, PastedOverItsOwnPlaceNothingChanges) {
     Writer writer(seed);
     load(writer.document());
     select_somewhere(writer);
-    const std::string before = dump(), first = marked();
+    const std::string before = dump(), wanted = content(), first = marked();
     if (!run({"copy"})) continue;
     ASSERT_TRUE(run({"paste"})) << seed;
-    if (dump() != before && ++different <= 10)
+    if (content() != wanted && ++different <= 10)
       ADD_FAILURE() << "seed " << seed << "\nfrom   " << first << "\ncopied " << to_utf8(door.html)
                     << "\ngave   " << dump();
     while (document->journal().can_undo()) document->journal().undo();
