@@ -176,10 +176,13 @@ bool raise_browser_event(core::HTMLed& control, std::u16string_view name, const 
   return cancel;
 }
 
-/// Stands between the browser and its control while a navigation runs, to see what becomes of it.
+/// Stands between the browser and its control while a navigation runs, to see what becomes of it: of the
+/// page, or of one frame in it.
 class NavigationWatch final : public browser::BrowserEvents {
  public:
-  explicit NavigationWatch(core::HTMLed& control) : control_(control) { control.WBrowser().set_events(this); }
+  NavigationWatch(core::HTMLed& control, bool top) : control_(control), top_(top) {
+    control.WBrowser().set_events(this);
+  }
   ~NavigationWatch() override { control_.WBrowser().set_events(&next()); }
 
   bool cancelled = false, ended = false;
@@ -188,22 +191,22 @@ class NavigationWatch final : public browser::BrowserEvents {
   browser::BrowserEvents& next() { return core::Inside::browser_events(control_); }
   void BeforeNavigate2(const browser::Navigation& to, bool& cancel) override {
     next().BeforeNavigate2(to, cancel);
-    cancelled = cancel;
-    ended = ended || cancel;
+    if (to.top == top_ && cancel) cancelled = ended = true;
   }
   void NavigateComplete2(bool top, const std::u16string& url) override { next().NavigateComplete2(top, url); }
   void DocumentComplete(bool top, const std::u16string& url) override {
     next().DocumentComplete(top, url);
-    ended = true;
+    ended = ended || top == top_;
   }
   void DownloadBegin() override { next().DownloadBegin(); }
   void DownloadComplete() override { next().DownloadComplete(); }
   void NavigateError(const browser::Navigation& to, std::int32_t status) override {
     next().NavigateError(to, status);
-    ended = true;
+    ended = ended || to.top == top_;
   }
 
   core::HTMLed& control_;
+  const bool top_;
 };
 
 Json navigate(Session& session, const Params& params) {
@@ -216,11 +219,13 @@ Json navigate(Session& session, const Params& params) {
   if (params.given("event")) {
     cancelled = raise_browser_event(instance.control(), params.text("event"), to);
   } else {
-    constexpr std::int64_t longest_load = 5000;
-    NavigationWatch watch(instance.control());
+    NavigationWatch watch(instance.control(), to.top);
     instance.control().WBrowser().follow_link(to);
+    // The browser's own limits come before: this ends what is given up without a word.
+    constexpr std::int64_t longest_load = 310'000;
     const std::int64_t end = session.loop().now() + longest_load;
-    while (!watch.ended && session.loop().now() < end) session.loop().pump(5);
+    while (!watch.ended && !core::Inside::terminated(instance.control()) && session.loop().now() < end)
+      session.loop().pump(5);
     session.settle();
     cancelled = watch.cancelled;
   }

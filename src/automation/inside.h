@@ -13,6 +13,7 @@ struct Inside {
   static const std::shared_ptr<dom::style::StyleSheet>& activeStyleSheet(const HTMLed& control) {
     return control.active_style_sheet_;
   }
+  static bool terminated(const HTMLed& control) { return control.terminated_; }
   static bool downloadDone(const HTMLed& control) { return control.download_done_; }
   static bool watchDownload(const HTMLed& control) { return control.watch_download_; }
   static bool baseHrefSet(const HTMLed& control) { return control.base_href_set_; }

@@ -128,8 +128,7 @@ void FrameLoader::load_within(const std::shared_ptr<Frame>& parent, const HTMLDo
 
 void FrameLoader::start(const std::shared_ptr<Frame>& frame) {
   const auto run = frame->run;
-  if (!frame->is_wanted() || run->frames == most_frames) return close(frame);
-  ++run->frames;
+  if (!frame->is_wanted() || (frame->parent && ++run->frames > most_frames)) return close(frame);
   bool cancel = false;
   tell_([&](BrowserEvents& events) { events.BeforeNavigate2(frame->navigation, cancel); });
   if (cancel || !frame->is_wanted()) return close(frame);

@@ -78,6 +78,13 @@ Value elements_by_tag(DocumentObject& self, Values& arguments) {
   return self.collection(CollectionKind::Tag, arguments[0].to_text());
 }
 
+Value create_from_url(DocumentObject& self, Values& arguments) {
+  expect_arguments(arguments, 1, 2);
+  const std::u16string options =
+      arguments.size() > 1 && !arguments[1].is_null() ? arguments[1].to_text() : std::u16string();
+  return document_object((*self).createDocumentFromUrl(arguments[0].to_text(), options));
+}
+
 Value compatibility(DocumentObject& self) {
   return (*self).tree().compatibility_mode() == dom::CompatibilityMode::Quirks ? u"BackCompat"
                                                                                : u"CSS1Compat";
@@ -106,6 +113,7 @@ constexpr MemberOf<DocumentObject> rows[] = {
     {.name = u"getElementById", .call = element_by_id},
     {.name = u"getElementsByTagName", .call = elements_by_tag},
     {.name = u"elementFromPoint", .call = element_from_point},
+    {.name = u"createDocumentFromUrl", .call = create_from_url},
     {.name = u"execCommand", .call = exec_command},
     {.name = u"queryCommandValue", .call = query_value},
     {.name = u"queryCommandEnabled",

@@ -9,6 +9,8 @@
 #include <nlohmann/json.hpp>
 #include <vector>
 
+#include "support/http_server.h"
+
 /// The program itself, with pipes.
 namespace tvx::automation::test {
 namespace {
@@ -83,6 +85,43 @@ TEST(Program, SaysItsVersionAndRefusesTheRest) {
   ASSERT_EQ(version.lines.size(), 1u);
   EXPECT_TRUE(version.lines[0].starts_with("htmled-cli "));
   EXPECT_EQ(run("--nonsense 2>/dev/null", "").exit_code, 2);
+}
+
+// In the program itself, since its clock is the real one.
+TEST(Program, NavigatesToServersAndIntoFrames) {
+  setenv("no_proxy", "*", 1);
+  HttpServer server;
+  server.redirect("/old", "/page");
+  server.serve("/page", "<p>there</p><iframe name=side src=''></iframe>");
+  server.serve("/inner", "<p>inner");
+  const auto navigate = [&](const std::string& path, const std::string& more = "") {
+    return "{\"id\":1,\"method\":\"navigate\",\"params\":{\"url\":\"" + server.url(path) + "\"" + more +
+           "}}\n";
+  };
+  const Outcome outcome =
+      run("", navigate("/old") +
+                  "{\"id\":2,\"method\":\"answer\",\"params\":{\"event\":\"BeforeNavigate\","
+                  "\"set\":{\"CancelNavigate\":false}}}\n" +
+                  navigate("/old") + navigate("/inner", ",\"frame\":\"side\"") + navigate("/missing") +
+                  "{\"id\":3,\"method\":\"document.dump\"}\n");
+  std::vector<nlohmann::json> answers, events;
+  for (const std::string& line : outcome.lines) {
+    const auto message = nlohmann::json::parse(line);
+    if (message.contains("id"))
+      answers.push_back(message["result"]);
+    else if (message["method"] == "event")
+      events.push_back(message["params"]);
+  }
+  ASSERT_EQ(answers.size(), 6u);
+  EXPECT_EQ(answers[0]["cancelled"], true);
+  EXPECT_EQ(answers[2], (nlohmann::json{{"cancelled", false}, {"url", server.url("/page")}}));
+  EXPECT_EQ(answers[3], (nlohmann::json{{"cancelled", false}, {"url", server.url("/page")}}));
+  EXPECT_EQ(server.count("/inner"), 1u);
+  EXPECT_EQ(answers[4]["url"], server.url("/page"));
+  EXPECT_EQ(answers[5]["html"], "<P>there</P><IFRAME name=\"side\" src=\"\"></IFRAME>");
+  ASSERT_FALSE(events.empty());
+  EXPECT_EQ(events.back()["name"], "Error");
+  EXPECT_EQ(events.back()["args"]["errNo"], 20000);
 }
 
 }  // namespace
