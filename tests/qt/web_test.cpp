@@ -1,0 +1,92 @@
+#include "browser/browser.h"
+#include "dom/style/style_engine.h"
+#include "qt/message_loop.h"
+#include "real_view.h"
+#include "support/http_server.h"
+
+namespace tvx::qt {
+namespace {
+
+/// A page, a sheet and a picture from a web server, in a real view.
+class WebInView : public RealView {
+ protected:
+  WebInView() {
+    setenv("no_proxy", "*", 1);
+    browser_.add_observer(shower_);
+  }
+  ~WebInView() override { browser_.remove_observer(shower_); }
+
+  bool ready() const { return browser_.ReadyState() == browser::ReadyState::Complete; }
+  bool go(const std::string& path) {
+    browser_.Navigate(from_utf8(server_.url(path)));
+    return wait_for([this] { return ready(); });
+  }
+  std::string style(const char* selector, const char* property) {
+    return in_page(std::string("getComputedStyle(document.querySelector('") + selector + "'))." + property);
+  }
+
+  struct Shower : browser::BrowserObserver {
+    explicit Shower(WebInView& test) : test(test) {}
+    void document_replaced(const std::shared_ptr<browser::HTMLDocument>& document) override {
+      test.document_ = document;
+      test.document_view_->show(document);
+    }
+    WebInView& test;
+  };
+
+  HttpServer server_;
+  browser::Browser browser_{loop_};
+  Shower shower_{*this};
+};
+
+constexpr char page[] =
+    "<!DOCTYPE html><link rel=stylesheet href=/a.css><p>text</p><img src=/i.svg width=10>";
+constexpr char picture[] =
+    "<svg xmlns='http://www.w3.org/2000/svg' width='30' height='30'><rect width='30' height='30'/></svg>";
+
+TEST_F(WebInView, ShowsAPageWithItsSheetAndItsPicture) {
+  server_.serve("/page", page);
+  server_.serve("/a.css", "p { color: rgb(1, 2, 3) }", "text/css");
+  server_.serve("/i.svg", picture, "image/svg+xml");
+  ASSERT_TRUE(go("/page"));
+  ASSERT_TRUE(settle());
+  EXPECT_TRUE(wait_for([this] { return style("p", "color") == "rgb(1, 2, 3)"; })) << style("p", "color");
+  EXPECT_TRUE(
+      wait_for([this] { return in_page("document.querySelector('img').naturalWidth + ''") == "30"; }));
+  EXPECT_EQ(dom::style::computed_value(*document_->first(dom::Tag::P), dom::style::Property::Color),
+            u"rgb(1, 2, 3)")
+      << "the document's own answer";
+  EXPECT_EQ(shown(), expected());
+}
+
+TEST_F(WebInView, ALateSheetIsFollowed) {
+  server_.serve("/page", "<!DOCTYPE html><link rel=stylesheet href=''><p>text</p>");
+  server_.serve("/late.css", "p { color: rgb(4, 5, 6) }", "text/css");
+  ASSERT_TRUE(go("/page"));
+  ASSERT_TRUE(settle());
+  dom::style::style_of(document_->tree()).sheets().at(0)->set_href(u"/late.css");
+  EXPECT_TRUE(wait_for([this] { return style("p", "color") == "rgb(4, 5, 6)"; })) << style("p", "color");
+}
+
+TEST_F(WebInView, TypingGoesOnWhileAServerTakesItsTime) {
+  server_.serve("/page", "<!DOCTYPE html><p>abc</p>");
+  server_.hold("/slow", "<p>slow</p>");
+  ASSERT_TRUE(go("/page"));
+  document_->set_designMode(u"On");
+  document_view_->set_editable(true);
+  ASSERT_TRUE(settle());
+  browser_.Navigate(from_utf8(server_.url("/slow")));
+  ASSERT_TRUE(wait_for([this] { return server_.count("/slow") == 1; }));
+  document_->editor().selection().collapse({document_->body()->first_child()->first_child(), 3});
+  post_text("def");
+  EXPECT_TRUE(wait_for([this] { return html() == "<P>abcdef</P>"; }, 5000)) << html();
+  EXPECT_EQ(browser_.ReadyState(), browser::ReadyState::Loading);
+  ASSERT_TRUE(settle());
+  EXPECT_EQ(shown(), expected());
+  server_.release();
+  ASSERT_TRUE(wait_for([this] { return ready(); }));
+  EXPECT_EQ(html(), "<P>slow</P>");
+}
+
+}  // namespace
+}  // namespace tvx::qt
