@@ -4,9 +4,13 @@
 #include <QDir>
 #include <QKeyEvent>
 #include <QPixmap>
+#include <QWebEnginePage>
+#include <QWebEngineScript>
 #include <algorithm>
 #include <functional>
 #include <iostream>
+#include <memory>
+#include <optional>
 
 #include "browser/document_view.h"
 #include "core/htmled.h"
@@ -167,6 +171,20 @@ int run_demo(Window& window, platform::MessageLoop& loop, const QString& folder)
   return 0;
 }
 
+namespace {
+
+/// How long the page was busy with one message at most, as it counts itself.
+double page_stall(Window& window, platform::MessageLoop& loop) {
+  auto answer = std::make_shared<std::optional<double>>();
+  window.editor().view().page()->runJavaScript(
+      QStringLiteral("tvxView.longestStall"), QWebEngineScript::ApplicationWorld,
+      [answer](const QVariant& value) { *answer = value.toDouble(); });
+  wait_for(loop, [&] { return answer->has_value(); });
+  return answer->value_or(0);
+}
+
+}  // namespace
+
 int run_measures(Window& window, platform::MessageLoop& loop, const QString& file,
                  std::int64_t program_start) {
   browser::DocumentView& view = window.editor().document_view();
@@ -185,7 +203,8 @@ int run_measures(Window& window, platform::MessageLoop& loop, const QString& fil
   });
   std::cout << "open, to the window filled: " << filled - begin << " ms\n"
             << "open, to the whole document: " << loop.now() - begin << " ms\n"
-            << "longest stall of the loop meanwhile: " << stall << " ms\n";
+            << "longest stall of the loop meanwhile: " << stall << " ms\n"
+            << "longest stall of the page meanwhile: " << page_stall(window, loop) << " ms\n";
   place_caret(*window.editor().control().DOM());
   if (QWidget* input = window.editor().view().input_widget()) input->setFocus();
   settle(window, loop);

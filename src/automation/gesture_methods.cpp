@@ -1,7 +1,9 @@
 #include "automation/inside.h"
 #include "automation/methods.h"
+#include "automation/mouse_drag.h"
 #include "automation/session.h"
 #include "base/error.h"
+#include "browser/drags.h"
 #include "dom/range.h"
 #include "editing/caret.h"
 #include "library/document_object.h"
@@ -55,7 +57,22 @@ browser::MouseButton button_of(const Params& params) {
   bad_params("\"button\" must be left, right or middle");
 }
 
-/// A point, or an element at whose line the mouse is; the fixed geometry tells the other.
+/// [child path, offset]: the path leads from the body by child places to the node.
+dom::Boundary boundary_of(HTMLDocument& document, const Json& json) {
+  if (!json.is_array() || json.size() != 2 || !json[0].is_array() || !json[1].is_number_unsigned())
+    bad_params("a place must be [[child, ...], offset]");
+  dom::Node* node = document.body();
+  for (const Json& place : json[0]) {
+    if (!place.is_number_unsigned()) bad_params("a place must be [[child, ...], offset]");
+    if (node) node = dom::child_at(*node, place.get<std::size_t>());
+  }
+  const auto offset = json[1].get<std::size_t>();
+  if (!node || offset > dom::length_of(*node)) throw RuntimeError(errors::invalid_call, u"No such place");
+  return {node, offset};
+}
+
+/// A point, or an element at whose line the mouse is; the fixed geometry tells the other. The place for
+/// a caret there can be given as well.
 browser::MouseInput mouse_input(Instance& instance, const Params& params) {
   HTMLDocument& document = instance.document();
   browser::MouseInput mouse;
@@ -72,7 +89,35 @@ browser::MouseInput mouse_input(Instance& instance, const Params& params) {
     mouse.element = instance.geometry().element_at(document, mouse.x, mouse.y);
   }
   if (mouse.element) mouse.place = editing::normalized_caret_place({mouse.element.get(), 0});
+  if (params.given("place")) mouse.place = boundary_of(document, params.raw("place"));
   return mouse;
+}
+
+bool drag(Instance& instance, const browser::MouseInput& from, const Params& params) {
+  if (!params.given("to")) return instance.document().drag_start(from);
+  MouseDrag drag{from, mouse_input(instance, params.part("to")), params.text_or("handle", u"")};
+  drag.to.control = from.control;
+  if (!drag.handle.empty() && drag.handle != u"e" && drag.handle != u"s" && drag.handle != u"se")
+    bad_params("\"handle\" must be e, s or se");
+  return run_drag(instance.document(), drag);
+}
+
+platform::TransferData dropped_data(const Params& params) {
+  platform::TransferData data;
+  data.text = params.text_or("text", u"");
+  data.html = params.text_or("html", u"");
+  if (!params.given("files")) return data;
+  if (!params.raw("files").is_array()) bad_params("\"files\" must be a list of addresses");
+  for (const Json& address : params.raw("files")) data.uris.push_back(text_of(address));
+  return data;
+}
+
+/// What is selected is let go, or with "data" what another program brings.
+void drop(HTMLDocument& document, const browser::MouseInput& at, const Params& params) {
+  if (!at.place) return;
+  if (params.given("data")) return browser::drop_data(document, *at.place, dropped_data(params.part("data")));
+  browser::drop_selection(document, *at.place,
+                          at.control ? browser::DropEffect::Copy : browser::DropEffect::Move);
 }
 
 Json mouse(Session& session, const Params& params) {
@@ -91,7 +136,9 @@ Json mouse(Session& session, const Params& params) {
     document.click(input);
     allowed = document.double_click(input);
   } else if (kind == u"drag") {
-    allowed = document.drag_start(input);
+    allowed = drag(instance, input, params);
+  } else if (kind == u"drop") {
+    drop(document, input, params);
   } else if (kind != u"release") {
     throw RuntimeError(errors::not_supported, u"No such mouse event: " + kind);
   }
@@ -100,20 +147,6 @@ Json mouse(Session& session, const Params& params) {
 }
 
 // --- the selection ---
-
-/// [child path, offset]: the path leads from the body by child places to the node.
-dom::Boundary boundary_of(HTMLDocument& document, const Json& json) {
-  if (!json.is_array() || json.size() != 2 || !json[0].is_array() || !json[1].is_number_unsigned())
-    bad_params("a place must be [[child, ...], offset]");
-  dom::Node* node = document.body();
-  for (const Json& place : json[0]) {
-    if (!place.is_number_unsigned()) bad_params("a place must be [[child, ...], offset]");
-    if (node) node = dom::child_at(*node, place.get<std::size_t>());
-  }
-  const auto offset = json[1].get<std::size_t>();
-  if (!node || offset > dom::length_of(*node)) throw RuntimeError(errors::invalid_call, u"No such place");
-  return {node, offset};
-}
 
 std::u16string_view type_of(const editing::Selection& selection) {
   if (selection.type() == editing::SelectionType::Control) return u"Control";

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <utility>
 
 #include "browser/gesture.h"
@@ -19,6 +20,11 @@ namespace {
 
 bool types_text(const KeyInput& key) {
   return (!key.text.empty() && !key.control && !key.alt) || key.key == u"Enter";
+}
+
+bool is_modifier(const KeyInput& key) {
+  constexpr std::u16string_view names[] = {u"Shift", u"Control", u"Alt", u"AltGraph", u"Meta", u"CapsLock"};
+  return std::find(std::begin(names), std::end(names), key.key) != std::end(names);
 }
 
 std::optional<ViewMove> view_move(const KeyInput& key) {
@@ -109,6 +115,7 @@ void HTMLDocument::deliver_selection_change(Event event) {
 
 void HTMLDocument::select(const std::function<void(editing::Selection&)>& set) {
   Gesture gesture(*this);
+  composition_->accept();
   set(editor_->selection());
 }
 
@@ -180,8 +187,9 @@ KeyOutcome HTMLDocument::key_down(const KeyInput& key) {
 }
 
 void HTMLDocument::default_action(const KeyInput& key, KeyOutcome& outcome) {
+  if (!is_modifier(key)) composition_->accept();
   const dom::Boundary focus = editor_->selection().focus();
-  if (!focus || !editing::is_editable(*focus.node)) return;
+  if (!focus || !editing::editing_host_of(*focus.node)) return;
   const editing::KeyPress press{key.key, key.text, key.control, key.shift, key.alt};
   switch (editing::press_key(*editor_, press)) {
     case editing::KeyResult::Done: outcome.taken = true; break;
@@ -199,16 +207,40 @@ void HTMLDocument::key_up(const KeyInput& key) {
   deliver(up, [](DocumentHandler& handler) { handler.onkeyup(); });
 }
 
-void HTMLDocument::input_text(std::u16string_view text) {
-  const auto self = shared_from_this();
-  Gesture gesture(*this);
+/// Tells of the key that stands for an input method's text. False: a handler takes it away, or there is no
+/// place for text.
+bool HTMLDocument::may_input() {
   KeyInput key;
   key.key = u"Process";
   key.key_code = 229;
   Event down = event_of(key, u"keydown");
   deliver(down, [](DocumentHandler& handler) { handler.onkeydown(); });
   const dom::Boundary focus = editor_->selection().focus();
-  if (down.key_code != 0 && focus && editing::is_editable(*focus.node)) editing::type_text(*editor_, text);
+  return down.key_code != 0 && focus && editing::editing_host_of(*focus.node);
+}
+
+void HTMLDocument::input_text(std::u16string_view text) {
+  const auto self = shared_from_this();
+  Gesture gesture(*this);
+  if (std::exchange(composition_refused_, false)) return;
+  if (composition_->active()) {
+    composition_->cancel();
+  } else if (!may_input()) {
+    return;
+  }
+  editing::type_text(*editor_, text);
+}
+
+void HTMLDocument::compose(std::u16string_view text, Offset cursor) {
+  const auto self = shared_from_this();
+  Gesture gesture(*this);
+  if (text.empty()) composition_refused_ = false;
+  if (composition_refused_) return;
+  if (!composition_->active() && !text.empty() && !may_input()) {
+    composition_refused_ = true;
+    return;
+  }
+  composition_->update(text, cursor);
 }
 
 void HTMLDocument::move_caret_to(dom::Boundary place, bool extend) {
@@ -228,6 +260,7 @@ void HTMLDocument::mouse_press(const MouseInput& mouse) {
   const Event event = event_of(mouse, u"mousedown");
   {
     Gesture gesture(*this);
+    composition_->accept();
     tree_->journal().end_typing_run();
     Event start = event;
     start.type = u"selectstart";
@@ -269,6 +302,7 @@ void HTMLDocument::set_selection_by_press(const MouseInput& mouse) {
 void HTMLDocument::mouse_select(const MouseInput& mouse) {
   if (!mouse.place || !editor_->design_mode()) return;
   Gesture gesture(*this);
+  composition_->accept();
   editor_->selection().set(mouse.anchor.value_or(*mouse.place), *mouse.place);
   gesture.finish_with(event_of(mouse, u"selectionchange"));
 }

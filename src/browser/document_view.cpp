@@ -189,6 +189,11 @@ ViewSelection DocumentView::wanted_selection() const {
     wanted.anchor = *anchor;
     wanted.focus = *focus;
   }
+  const auto composed = document_->composed();
+  if (composed && mirror_->knows(*composed->text)) {
+    wanted.composing = {composed->text->id(), static_cast<std::uint32_t>(composed->start)};
+    wanted.composing_length = static_cast<std::uint32_t>(composed->length);
+  }
   return wanted;
 }
 
@@ -202,14 +207,22 @@ std::optional<ViewPlace> DocumentView::view_place(Boundary boundary) const {
   return ViewPlace{boundary.node->id(), static_cast<std::uint32_t>(boundary.offset)};
 }
 
+/// What stands around the caret. An input method counts without the text that it is composing.
 void DocumentView::send_input_context() {
   InputContext context;
   context.enabled = mode_.editable && document_->editor().design_mode();
+  context.interruptions = context_.interruptions;
+  if (std::exchange(input_composes_, document_->is_composing()) && !document_->is_composing())
+    ++context.interruptions;
   const editing::Selection& selection = document_->editor().selection();
-  const Boundary focus = selection.focus(), anchor = selection.anchor();
+  Boundary focus = selection.focus(), anchor = selection.anchor();
   if (const auto* text = dom::as<dom::Text>(focus.node)) {
+    const auto composed = document_->composed();
+    const Offset left_out = composed && composed->text == text ? composed->length : 0;
+    if (left_out > 0) focus.offset = anchor.offset = composed->start;
     const Offset begin = focus.offset > context_length ? focus.offset - context_length : 0;
-    context.text = text->data().substr(begin, 2 * context_length);
+    context.text = text->data().substr(begin, 2 * context_length + left_out);
+    context.text.erase(focus.offset - begin, left_out);
     context.cursor = static_cast<std::uint32_t>(focus.offset - begin);
     context.anchor = context.cursor;
     if (anchor.node == text && anchor.offset >= begin && anchor.offset - begin <= context.text.size()) {

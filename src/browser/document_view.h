@@ -87,6 +87,7 @@ class DocumentView final : public HTMLDocument::Geometry,
   std::optional<QuestionId> deliver_mouse();
   void deliver_release(HTMLDocument& document, const MouseInput& input);
   void deliver_drop(const ViewDrop& drop, const std::optional<ViewPlace>& at);
+  void select_around_caret(HTMLDocument& document, std::int32_t from, std::uint32_t length);
   void begin_drag(const ViewDrag& drag);
   void end_drag(const ViewDrag& drag);
   void cancel_drag();
@@ -133,6 +134,7 @@ class DocumentView final : public HTMLDocument::Geometry,
     bool active = false;  // the mouse is carrying something
     dom::Ref<dom::Element> element;
   } drag_;
+  bool input_composes_ = false;    // the input method holds text that isn't committed
   bool held_ = false;              // the last press was on what is selected
   bool selection_unsure_ = false;  // what the page shows of it is to be told again
 

@@ -88,13 +88,32 @@ std::optional<QuestionId> DocumentView::handle_key(const ViewKey& key) {
   if (!from) return {};
   open_ = {};
   open_.extend = outcome.extend;
-  return ask({.type = ViewQuestion::Type::Move, .move = *outcome.ask, .from = *from, .extend = outcome.extend});
+  return ask(
+      {.type = ViewQuestion::Type::Move, .move = *outcome.ask, .from = *from, .extend = outcome.extend});
 }
 
 void DocumentView::handle_text(const ViewText& input) {
   const auto document = document_;
+  if (!document) return;
   reveal_ = true;
-  if (document) document->input_text(input.text);
+  input_composes_ = !input.composing.empty();
+  if (input.replaced_length > 0) select_around_caret(*document, input.replaced_from, input.replaced_length);
+  if (!input.text.empty()) document->input_text(input.text);
+  if (document == document_) document->compose(input.composing, input.cursor);
+  schedule_flush();
+}
+
+/// Units that an input method means to replace, counted from the caret or from what it composes.
+void DocumentView::select_around_caret(HTMLDocument& document, std::int32_t from, std::uint32_t length) {
+  document.compose({}, 0);
+  const Boundary caret = document.editor().selection().focus();
+  const auto* text = dom::as<dom::Text>(caret.node);
+  const std::int64_t start = static_cast<std::int64_t>(caret.offset) + from;
+  if (!text || start < 0 || static_cast<Offset>(start) + length > text->length()) return;
+  const auto at = static_cast<Offset>(start);
+  document.select([&](editing::Selection& selection) {
+    selection.set({caret.node, at}, {caret.node, at + length});
+  });
 }
 
 std::optional<QuestionId> DocumentView::handle_mouse(const ViewTicket&, const std::vector<ViewMouse>& told) {
@@ -145,7 +164,8 @@ void DocumentView::deliver_release(HTMLDocument& document, const MouseInput& inp
   const bool held = std::exchange(held_, false);
   const editing::Selection& selection = document.editor().selection();
   if (selection.type() != editing::SelectionType::Text || !input.place) return;
-  const bool drawn = input.anchor && (selection.anchor() != *input.anchor || selection.focus() != *input.place);
+  const bool drawn =
+      input.anchor && (selection.anchor() != *input.anchor || selection.focus() != *input.place);
   if (drawn || (held && !input.anchor)) document.mouse_select(input);
 }
 

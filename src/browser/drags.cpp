@@ -29,7 +29,7 @@ void drop_selection(HTMLDocument& document, const Boundary& place, DropEffect ef
                           effect == DropEffect::Copy ? editing::KeepSource::Yes : editing::KeepSource::No);
 }
 
-void drop_data(HTMLDocument& document, const Boundary& place, const DroppedData& data) {
+void drop_data(HTMLDocument& document, const Boundary& place, const platform::TransferData& data) {
   if (!document.editor().design_mode()) return;
   const HTMLDocument::Gesture gesture(document);
   editing::insert_selected(document.editor(), place, u"Drop", [&](editing::Editor& editor) {

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "browser/dropped_data.h"
 #include "browser/html_document.h"
 #include "editing/control_box.h"
+#include "platform/transfer_data.h"
 
-/// What a drag has come to when the mouse is let go. Each is one gesture and one undo step; where the document
-/// can't be edited, nothing happens.
+/// What a drag has come to when the mouse is let go. Each is one gesture and one undo step; where the
+/// document can't be edited, nothing happens.
 namespace tvx::browser {
 
 enum class DropEffect : std::uint8_t { Move, Copy };
@@ -16,7 +16,7 @@ void size_control(HTMLDocument& document, dom::Element& element, const editing::
 void place_control(HTMLDocument& document, dom::Element& element, int left, int top);
 /// What is selected, to another place; within itself it stays.
 void drop_selection(HTMLDocument& document, const dom::Boundary& place, DropEffect effect);
-/// What another program gave. Images come in as files, other files as the text that they hold.
-void drop_data(HTMLDocument& document, const dom::Boundary& place, const DroppedData& data);
+/// What another program gave; it is selected there.
+void drop_data(HTMLDocument& document, const dom::Boundary& place, const platform::TransferData& data);
 
 }  // namespace tvx::browser

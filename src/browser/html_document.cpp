@@ -39,6 +39,7 @@ std::shared_ptr<HTMLDocument> HTMLDocument::create(dom::Ref<dom::Document> tree,
 HTMLDocument::HTMLDocument(dom::Ref<dom::Document> tree, std::u16string url)
     : tree_(std::move(tree)),
       editor_(std::make_unique<editing::Editor>(*tree_)),
+      composition_(std::make_unique<editing::Composition>(*editor_)),
       url_(std::move(url)),
       watch_(std::make_unique<SelectionWatch>(*this)) {}
 
@@ -136,6 +137,7 @@ void HTMLDocument::load_body(std::u16string_view html) {
   const auto self = shared_from_this();
   const dom::Ref<Element> element = body();
   if (!element) throw RuntimeError(errors::object_not_set, u"The document has no body");
+  composition_->accept();
   {
     dom::MutationScope scope(*tree_, dom::MutationKind::Load);
     dom::set_inner_html(*element, html);
@@ -151,6 +153,7 @@ bool HTMLDocument::execCommand(std::u16string_view command, bool /*show_ui*/, st
   if (const auto result = fault_point(u"execCommand " + std::u16string(command))) return *result != 0;
   const auto self = shared_from_this();
   Gesture gesture(*this);
+  composition_->accept();
   if (needs_text(command) && editor_->selection().control()) return false;
   return editor_->execute(command, value);
 }

@@ -11,6 +11,7 @@
 
 #include "browser/events.h"
 #include "dom/document.h"
+#include "editing/composition.h"
 #include "editing/editor.h"
 #include "editing/keyboard.h"
 
@@ -112,6 +113,13 @@ class HTMLDocument : public std::enable_shared_from_this<HTMLDocument> {
   void key_up(const KeyInput& key);
   /// Text of an input method, or pasted by the platform: one onkeydown with 229, then typed.
   void input_text(std::u16string_view text);
+  /// What an input method is composing, with the caret within it: it stands in the document until it is
+  /// committed by input_text(), or emptied. One onkeydown with 229 at its beginning. Whatever else the user
+  /// or a command does ends it, as the text that it is.
+  void compose(std::u16string_view text, Offset cursor);
+  /// Where it stands; none while nothing is composed.
+  std::optional<editing::ComposedStretch> composed() const { return composition_->stretch(); }
+  bool is_composing() const { return composition_->active(); }
   /// A press sets the selection, then: oncontrolselect if an element was taken as a whole,
   /// onselectionchange always, onmousedown. A right press inside the selection keeps it.
   void mouse_press(const MouseInput& mouse);
@@ -167,9 +175,12 @@ class HTMLDocument : public std::enable_shared_from_this<HTMLDocument> {
   dom::Ref<dom::Element> focus_element() const;
   void set_selection_by_press(const MouseInput& mouse);
   void default_action(const KeyInput& key, KeyOutcome& outcome);
+  bool may_input();
 
   dom::Ref<dom::Document> tree_;
   std::unique_ptr<editing::Editor> editor_;
+  std::unique_ptr<editing::Composition> composition_;
+  bool composition_refused_ = false;  // a handler has taken its key away
   std::u16string url_;
   std::u16string ready_state_ = u"loading";
   DocumentHandler* handler_ = nullptr;

@@ -8,10 +8,10 @@
 #include <variant>
 #include <vector>
 
-#include "browser/dropped_data.h"
 #include "browser/events.h"
 #include "browser/html_document.h"
 #include "dom/document.h"
+#include "platform/transfer_data.h"
 
 /// The interface between the document and what shows it. The document is the truth; the view is a mirror:
 /// numbered patches go down, what the user did and where things are comes up. Values only, no pointers.
@@ -89,6 +89,8 @@ struct InputContext {
   bool enabled = true;
   std::u16string text;  // of the caret's block
   std::uint32_t cursor = 0, anchor = 0;
+  /// Counts how often the document has ended a composition by itself: the input method is to forget it.
+  std::uint32_t interruptions = 0;
   friend bool operator==(const InputContext&, const InputContext&) = default;
 };
 
@@ -163,7 +165,7 @@ struct ViewDrag {
 /// Something came from another program, and was let go at a point of the window.
 struct ViewDrop {
   int x = 0, y = 0;
-  DroppedData data;
+  platform::TransferData data;
 };
 /// A key, as the window system gave it; the page never sees one.
 struct ViewKey {

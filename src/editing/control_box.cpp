@@ -16,8 +16,8 @@ namespace {
 
 /// Their sizes stand in attributes, where nobody has put them into the style.
 bool takes_size_attributes(const Element& element) {
-  static const TagSet tags{Tag::Img,   Tag::Table, Tag::Object, Tag::Embed,  Tag::Applet, Tag::Iframe,
-                           Tag::Video, Tag::Hr,    Tag::Canvas, Tag::Marquee};
+  static const TagSet tags{Tag::Img,    Tag::Table, Tag::Object, Tag::Embed,  Tag::Applet,
+                           Tag::Iframe, Tag::Video, Tag::Hr,     Tag::Canvas, Tag::Marquee};
   return tags.has(element) || !element.is_html();
 }
 

@@ -16,12 +16,15 @@ namespace {
 
 KeyResult done_if(bool done) { return done ? KeyResult::Done : KeyResult::NotMine; }
 
-// Where text runs from right to left, what lies to the left is a question of the layout.
-bool runs_right_to_left(const dom::Boundary& place) {
+bool stands_right_to_left(const dom::Boundary& place) {
   const auto* element = dom::as<dom::Element>(place.node);
   if (!element) element = place.node->parent_element();
-  if (element && dom::style::computed_values(*element).direction == dom::style::Direction::RightToLeft)
-    return true;
+  return element && dom::style::computed_values(*element).direction == dom::style::Direction::RightToLeft;
+}
+
+// Where text runs from right to left, what lies to the left is a question of the layout.
+bool runs_right_to_left(const dom::Boundary& place) {
+  if (stands_right_to_left(place)) return true;
   const auto* text = dom::as<dom::Text>(place.node);
   if (!text) return false;
   constexpr Offset reach = 200;
@@ -44,8 +47,12 @@ std::optional<KeyResult> press_move_key(Editor& editor, const KeyPress& key) {
   const bool left = key.key == u"ArrowLeft";
   if (left || key.key == u"ArrowRight") {
     if (editor.selection().type() == SelectionType::None) return KeyResult::NotMine;
-    if (runs_right_to_left(editor.selection().focus())) return KeyResult::AskView;
-    move_caret(editor, left ? Direction::Backward : Direction::Forward,
+    const dom::Boundary focus = editor.selection().focus();
+    if (!key.control && editor.selection().type() == SelectionType::Text && runs_right_to_left(focus))
+      return KeyResult::AskView;
+    // Words follow the paragraph: to the left is on, where it is read from the right.
+    const bool backward = left != stands_right_to_left(focus);
+    move_caret(editor, backward ? Direction::Backward : Direction::Forward,
                key.control ? Granularity::Word : Granularity::Character, extend);
     return KeyResult::Done;
   }

@@ -42,8 +42,8 @@ class Gesture {
 
 /// Their children can't stand without them.
 bool holds_parts(const Node& node) {
-  static const TagSet tags{Tag::Ul,    Tag::Ol,    Tag::Dl,    Tag::Table, Tag::Tbody,
-                           Tag::Thead, Tag::Tfoot, Tag::Tr,    Tag::Dir,   Tag::Menu};
+  static const TagSet tags{Tag::Ul,    Tag::Ol,    Tag::Dl, Tag::Table, Tag::Tbody,
+                           Tag::Thead, Tag::Tfoot, Tag::Tr, Tag::Dir,   Tag::Menu};
   return tags.has(node);
 }
 
@@ -77,11 +77,18 @@ Element* find_between(const dom::Range& range, dom::Name name) {
   return nullptr;
 }
 
+/// A place between nodes where a text begins or ends: what is inserted there is inserted beside the text.
+Boundary out_of_text_edge(const Boundary& place) {
+  if (!place.node->is_text()) return place;
+  if (place.offset == 0) return dom::before(*place.node);
+  return place.offset == dom::length_of(*place.node) ? dom::after(*place.node) : place;
+}
+
 /// Inserts markup at a place and gives what it has become.
 dom::Range insert_markup(Editor& editor, const Boundary& at, std::u16string_view html) {
   MarkupPointer start(editor.document());
   start.SetGravity(PointerGravity::Left);
-  start.MoveTo(at);
+  start.MoveTo(out_of_text_edge(at));
   TextRange range(editor, {at, at});
   range.paste_html(html);
   return {start.place(), range.range().end};
@@ -132,7 +139,7 @@ bool insert_selected(Editor& editor, Boundary at, std::u16string_view label,
   editor.selection().collapse(at);
   MarkupPointer start(editor.document());
   start.SetGravity(PointerGravity::Left);
-  start.MoveTo(at);
+  start.MoveTo(out_of_text_edge(at));
   insert(editor);
   if (editor.selection().type() == SelectionType::Text)
     editor.selection().set(start.place(), editor.selection().range().end);

@@ -212,6 +212,8 @@ void View::key(browser::KeyInput key) { tell({.seen = {}, .what = browser::ViewK
 
 void View::text(std::u16string text) { tell({.seen = {}, .what = browser::ViewText{std::move(text)}}); }
 
+void View::input(browser::ViewText text) { tell({.seen = {}, .what = std::move(text)}); }
+
 void View::press(dom::NodeId element, ViewPlace place) {
   tell({.seen = {}, .what = browser::ViewTicket{}});
   if (silent_) return;

@@ -61,6 +61,7 @@ class View final : public browser::View {
   // --- what a user does ---
   void key(browser::KeyInput key);
   void text(std::u16string text);
+  void input(browser::ViewText text);
   /// A press and its release with the click; the page tells of them in later turns.
   void click(dom::NodeId element, browser::ViewPlace place);
   void press(dom::NodeId element, browser::ViewPlace place);

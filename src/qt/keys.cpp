@@ -52,13 +52,22 @@ struct ScanRow {
 constexpr ScanRow scan_rows[] = {
     {10, u"1234567890"}, {24, u"QWERTYUIOP"}, {38, u"ASDFGHJKL"}, {52, u"ZXCVBNM"}};
 
+constexpr std::pair<int, int> scan_punctuation[] = {{20, 189}, {21, 187}, {34, 219}, {35, 221},
+                                                    {47, 186}, {48, 222}, {49, 192}, {51, 220},
+                                                    {59, 188}, {60, 190}, {61, 191}, {94, 226}};
+// A key that has no number of its own. It must not be 0, which means a key that was taken away.
+constexpr int unnumbered_key = 255;
+
 int code_of_scan(int scan) {
   for (const ScanRow& row : scan_rows) {
     const int at = scan - row.first;
     if (at >= 0 && at < static_cast<int>(row.letters.size()))
       return row.letters[static_cast<std::size_t>(at)];
   }
-  return 0;
+  for (const auto& [place, code] : scan_punctuation) {
+    if (place == scan) return code;
+  }
+  return unnumbered_key;
 }
 
 int virtual_key(const QKeyEvent& event) {

@@ -5,10 +5,12 @@
 
 #include <QApplication>
 #include <QChildEvent>
+#include <QDropEvent>
 #include <QFile>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QMimeData>
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QPushButton>
@@ -18,6 +20,7 @@
 #include <cassert>
 #include <iostream>
 
+#include "qt/clipboard.h"
 #include "qt/keys.h"
 #include "qt/view_codec.h"
 #include "qt/web_view_private.h"
@@ -50,6 +53,10 @@ browser::MouseButton button_of(Qt::MouseButton button) {
   return button == Qt::MiddleButton ? browser::MouseButton::Middle : browser::MouseButton::Left;
 }
 
+bool is_readable(const QMimeData& data) {
+  return data.hasText() || data.hasHtml() || data.hasUrls() || data.hasImage();
+}
+
 }  // namespace
 
 void prepare_web_engine() {
@@ -72,6 +79,7 @@ WebView::Private::Private(platform::MessageLoop& loop, QWidget* parent) : loop_(
   load_view_resources();
   stack_ = new QStackedWidget(parent);
   view_ = new QWebEngineView(stack_);
+  view_->setObjectName(QStringLiteral("page"));
   page_ = new WebPage(view_profile(), view_);
   guard_ = new ResourceGuard(page_);
   page_->setUrlRequestInterceptor(guard_);
@@ -81,7 +89,7 @@ WebView::Private::Private(platform::MessageLoop& loop, QWidget* parent) : loop_(
   page_->setWebChannel(channel_, QWebEngineScript::ApplicationWorld);
   view_->setPage(page_);
   view_->setContextMenuPolicy(Qt::NoContextMenu);
-  view_->setAcceptDrops(false);
+  view_->setAcceptDrops(true);
   stack_->addWidget(view_);
   stack_->setFocusProxy(view_);
   make_notice();
@@ -256,6 +264,10 @@ bool WebView::Private::eventFilter(QObject* watched, QEvent* event) {
         if (view_) watch_input_widget();
       });
     }
+    if (type == QEvent::DragEnter || type == QEvent::DragMove || type == QEvent::DragLeave ||
+        type == QEvent::Drop) {
+      return filter_drop(event);
+    }
     return filter_input(event);
   }
   return watched == input_widget_ && filter_input(event);
@@ -291,7 +303,17 @@ bool WebView::Private::filter_input_method(QEvent* event) {
     return true;
   }
   const auto* input = static_cast<QInputMethodEvent*>(event);
-  if (!input->commitString().isEmpty()) put(browser::ViewText{input->commitString().toStdU16String()});
+  browser::ViewText text;
+  text.text = input->commitString().toStdU16String();
+  text.composing = input->preeditString().toStdU16String();
+  text.cursor = static_cast<std::uint32_t>(text.composing.size());
+  for (const QInputMethodEvent::Attribute& attribute : input->attributes()) {
+    if (attribute.type == QInputMethodEvent::Cursor)
+      text.cursor = static_cast<std::uint32_t>(attribute.start);
+  }
+  text.replaced_from = input->replacementStart();
+  text.replaced_length = static_cast<std::uint32_t>(std::max<qsizetype>(input->replacementLength(), 0));
+  put(text);
   event->accept();
   return true;
 }
@@ -311,6 +333,29 @@ void WebView::Private::answer_query(QInputMethodQueryEvent& query) const {
              last = std::max(context_.cursor, context_.anchor);
   set(Qt::ImCurrentSelection, QString::fromStdU16String(context_.text.substr(first, last - first)));
   set(Qt::ImHints, static_cast<int>(Qt::ImhMultiLine));
+}
+
+/// What comes from other programs: the page shows where it would land, and never gets it.
+bool WebView::Private::filter_drop(QEvent* event) {
+  if (event->type() == QEvent::DragLeave) {
+    send(CommandWriter(page_number_, "leave").finish());
+    return true;
+  }
+  auto* drop = static_cast<QDropEvent*>(event);
+  if (!page_stands_ || !context_.enabled || !is_readable(*drop->mimeData())) {
+    drop->ignore();
+    return true;
+  }
+  const QPoint at = drop->position().toPoint();
+  drop->setDropAction(Qt::CopyAction);
+  drop->accept();
+  if (event->type() == QEvent::Drop) {
+    send(CommandWriter(page_number_, "leave").finish());
+    put(browser::ViewDrop{at.x(), at.y(), platform::fetch(MimeSource(drop->mimeData()))});
+  } else {
+    send(CommandWriter(page_number_, "hover").add(std::int64_t(at.x())).add(std::int64_t(at.y())).finish());
+  }
+  return true;
 }
 
 void WebView::Private::put_ticket(QEvent* event) {
@@ -369,7 +414,9 @@ void WebView::set_mode(const browser::ViewMode& mode) {
 void WebView::cancel_drag() { d_->send(CommandWriter(d_->page_number_, "endDrag").finish()); }
 
 void WebView::set_input_context(const browser::InputContext& context) {
+  const bool interrupted = context.interruptions != d_->context_.interruptions;
   d_->context_ = context;
+  if (interrupted) QGuiApplication::inputMethod()->reset();
   if (QWidget* input = input_widget(); input && input->hasFocus()) {
     QGuiApplication::inputMethod()->update(Qt::ImQueryInput);
   }

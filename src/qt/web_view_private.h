@@ -66,6 +66,7 @@ class WebView::Private final : public QObject {
   void watch_input_widget();
   bool filter_input(QEvent* event);
   bool filter_input_method(QEvent* event);
+  bool filter_drop(QEvent* event);
   void answer_query(QInputMethodQueryEvent& query) const;
   void put_ticket(QEvent* event);
   void focus_changed(bool focused);

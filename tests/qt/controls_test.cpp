@@ -20,9 +20,8 @@ class Controls : public RealView {
     for (const std::u16string_view part : {body}) text += part;
     for (std::size_t at; (at = text.find(u"PICTURE")) != text.npos;) text.replace(at, 7, picture);
     open(text);
-    ASSERT_TRUE(wait_for([&] {
-      return in_page("String(Array.from(document.images).every(i => i.complete))") == "true";
-    }));
+    ASSERT_TRUE(wait_for(
+        [&] { return in_page("String(Array.from(document.images).every(i => i.complete))") == "true"; }));
   }
 
   void click(QPoint point) {
@@ -54,7 +53,8 @@ TEST_F(Controls, AClickOnAnImageSelectsIt) {
 
 TEST_F(Controls, AClickOnATablesEdgeSelectsItAndOneInACellSetsTheCaret) {
   open_body(
-      u"<table border=1 style=\"border-collapse: collapse\"><tr><td>one cell<td>two cells</table><p>text</p>");
+      u"<table border=1 style=\"border-collapse: collapse\"><tr><td>one cell<td>two "
+      u"cells</table><p>text</p>");
   const QRect box = box_of("table");
   click(QPoint(box.left() + 60, box.top()));
   EXPECT_EQ(selected(), element(dom::Tag::Table));
@@ -74,8 +74,9 @@ TEST_F(Controls, AClickOnAFormFieldSelectsItAndGivesItNothing) {
   for (const std::string field : {"#t", "input[type=checkbox]", "select", "textarea", "button"}) {
     click(box_of(field).center());
     ASSERT_NE(selected(), nullptr) << field;
-    EXPECT_EQ(in_page("document.activeElement === document.querySelector('" + field + "') ? 'focus' : 'none'"),
-              "none")
+    EXPECT_EQ(
+        in_page("document.activeElement === document.querySelector('" + field + "') ? 'focus' : 'none'"),
+        "none")
         << field;
     if (field == "select") take_picture(QStringLiteral("field.png"));
   }
@@ -92,7 +93,8 @@ TEST_F(Controls, AClickOnALabelledBoxOrARuleSelectsIt) {
 }
 
 TEST_F(Controls, AClickOnThePlaceOfAPositionedElement) {
-  open_body(u"<p>text</p><div style=\"position: absolute; left: 100px; top: 100px; width: 150px\">inside</div>");
+  open_body(
+      u"<p>text</p><div style=\"position: absolute; left: 100px; top: 100px; width: 150px\">inside</div>");
   click(place_of("div", 3));
   EXPECT_EQ(selected(), nullptr);
   const QRect box = box_of("div");
@@ -172,7 +174,8 @@ TEST_F(Controls, ACornerKeepsAnImagesProportion) {
 }
 
 TEST_F(Controls, ShiftKeepsTheProportionOfAField) {
-  open_body(u"<p><textarea style=\"width: 100px; height: 50px; padding: 2px; border: 1px solid\"></textarea></p>");
+  open_body(
+      u"<p><textarea style=\"width: 100px; height: 50px; padding: 2px; border: 1px solid\"></textarea></p>");
   const QRect box = box_of("textarea");
   click(box.center());
   const QPoint corner(box.right() + 1, box.bottom() + 1);

@@ -49,8 +49,13 @@
   new QWebChannel(qt.webChannelTransport, (channel) => {
     bridge = channel.objects.bridge;
     bridge.down.connect((text) => {
+      const begin = performance.now();
       const [forPage, command, ...rest] = JSON.parse(text);
       if (forPage === page) commands[command](...rest);
+      // Until the page gets to its next task nothing else is answered, no key and no click.
+      later(() => {
+        view.longestStall = Math.max(view.longestStall || 0, performance.now() - begin);
+      });
     });
     begin(TVX_SHEET);
     tell('ready');

@@ -76,9 +76,12 @@
     } else {
       anchorOffset = Math.min(anchorOffset, lengthOf(anchorNode));
       focusOffset = Math.min(focusOffset, lengthOf(focusNode));
-      // Setting what is there would lose the column that Up and Down aim at.
-      if (selection.anchorNode !== anchorNode || selection.anchorOffset !== anchorOffset ||
-          selection.focusNode !== focusNode || selection.focusOffset !== focusOffset) {
+      // Setting what is there would lose the column that Up and Down aim at. And the caret that a press has
+      // set comes back here when the mouse may have drawn on from it already.
+      const drawnFromThere = pressed && dragged && anchorNode === focusNode && anchorOffset === focusOffset &&
+        selection.anchorNode === anchorNode && selection.anchorOffset === anchorOffset;
+      if (!drawnFromThere && (selection.anchorNode !== anchorNode || selection.anchorOffset !== anchorOffset ||
+          selection.focusNode !== focusNode || selection.focusOffset !== focusOffset)) {
         selection.setBaseAndExtent(anchorNode, anchorOffset, focusNode, focusOffset);
       }
     }

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "browser/html_document.h"
+
+namespace tvx::automation {
+
+/// A drag of the mouse without a screen: a press, the way, and the release.
+struct MouseDrag {
+  browser::MouseInput from, to;
+  std::u16string handle;  // "e", "s" or "se": of the selected element; empty: the element itself
+};
+
+/// Does what such a drag does in a window. With a handle the element's corner goes to `to`; an absolutely
+/// positioned element moves by the way while "2D-Position" is on; all else that is selected goes to the place
+/// at `to`, as a copy with the control key. False: the document's handler forbids it.
+bool run_drag(browser::HTMLDocument& document, const MouseDrag& drag);
+
+}  // namespace tvx::automation
