@@ -23,7 +23,8 @@ bool is_selected(HTMLDocument& document, const MouseInput& at) {
 
 /// In the fixed geometry an element begins at the left edge, at the top of its row.
 void size_by_handle(HTMLDocument& document, Element& element, const MouseDrag& drag) {
-  const int top = static_cast<int>(document.tree().source_index(element)) * headless::FixedGeometry::row_height;
+  const int top =
+      static_cast<int>(document.tree().source_index(element)) * headless::FixedGeometry::row_height;
   editing::ControlBox box;
   if (contains(drag.handle, u"e")) box.width = drag.to.x;
   if (contains(drag.handle, u"s")) box.height = drag.to.y - top;

@@ -144,6 +144,7 @@ std::optional<QuestionId> DocumentView::deliver_mouse() {
     switch (mouse.type) {
       case ViewMouse::Type::Press:
         held_ = mouse.held;
+        drag_ = {};
         selection_unsure_ = true;  // the page has let go of what it showed
         document->mouse_press(input);
         break;
@@ -161,6 +162,7 @@ std::optional<QuestionId> DocumentView::deliver_mouse() {
 /// caret now.
 void DocumentView::deliver_release(HTMLDocument& document, const MouseInput& input) {
   drag_ = {};
+  selection_unsure_ = true;  // the caret that the press has set may reach the page only now
   const bool held = std::exchange(held_, false);
   const editing::Selection& selection = document.editor().selection();
   if (selection.type() != editing::SelectionType::Text || !input.place) return;

@@ -1,9 +1,8 @@
 #include "browser/drags.h"
 
-#include "base/url.h"
 #include "browser/gesture.h"
+#include "browser/paste.h"
 #include "editing/move_content.h"
-#include "editing/typing.h"
 
 namespace tvx::browser {
 
@@ -32,13 +31,8 @@ void drop_selection(HTMLDocument& document, const Boundary& place, DropEffect ef
 void drop_data(HTMLDocument& document, const Boundary& place, const platform::TransferData& data) {
   if (!document.editor().design_mode()) return;
   const HTMLDocument::Gesture gesture(document);
-  editing::insert_selected(document.editor(), place, u"Drop", [&](editing::Editor& editor) {
-    if (!data.html.empty()) {
-      editor.execute(u"insertHTML", data.html);
-    } else {
-      editing::type_text(editor, data.text);
-    }
-  });
+  editing::insert_selected(document.editor(), place, u"Drop",
+                           [&](editing::Editor&) { paste_into(document, data, u"Drop"); });
 }
 
 }  // namespace tvx::browser

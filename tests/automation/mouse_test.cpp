@@ -36,11 +36,13 @@ TEST_F(MouseMethod, AClickOnAnImageSelectsItAndTellsInOrder) {
 TEST_F(MouseMethod, ADragOfAHandleSizes) {
   set("DocumentHTML", "<P>a<IMG id=\"i\">b</P><P><INPUT id=\"f\"></P>");
   const int image = number_of("i");
-  mouse({{"kind", "drag"}, {"element", image}, {"handle", "se"}, {"to", {{"x", 120}, {"y", 20 * image + 60}}}});
+  mouse(
+      {{"kind", "drag"}, {"element", image}, {"handle", "se"}, {"to", {{"x", 120}, {"y", 20 * image + 60}}}});
   EXPECT_EQ(html(), "<P>a<IMG id=\"i\" width=\"120\" height=\"60\">b</P><P><INPUT id=\"f\"></P>");
   mouse({{"kind", "drag"}, {"element", number_of("f")}, {"handle", "e"}, {"to", {{"x", 300}, {"y", 0}}}});
-  EXPECT_EQ(html(),
-            "<P>a<IMG id=\"i\" width=\"120\" height=\"60\">b</P><P><INPUT id=\"f\" style=\"width: 300px\"></P>");
+  EXPECT_EQ(
+      html(),
+      "<P>a<IMG id=\"i\" width=\"120\" height=\"60\">b</P><P><INPUT id=\"f\" style=\"width: 300px\"></P>");
   EXPECT_EQ(get("IsDirty"), true);
   undo();
   undo();
@@ -49,8 +51,9 @@ TEST_F(MouseMethod, ADragOfAHandleSizes) {
 
 TEST_F(MouseMethod, AnotherHandleIsNone) {
   set("DocumentHTML", "<IMG id=\"i\">");
-  EXPECT_EQ(failure("mouse", {{"kind", "drag"}, {"element", number_of("i")}, {"handle", "up"}, {"to", {{"x", 1}}}}),
-            -32602);
+  EXPECT_EQ(
+      failure("mouse", {{"kind", "drag"}, {"element", number_of("i")}, {"handle", "up"}, {"to", {{"x", 1}}}}),
+      -32602);
 }
 
 TEST_F(MouseMethod, ADragMovesSelectedTextAndWithControlCopiesIt) {
@@ -80,9 +83,7 @@ TEST_F(MouseMethod, ADragMovesAnImage) {
 TEST_F(MouseMethod, APositionedElementMovesByTheWay) {
   set("DocumentHTML", "<P>text</P><IMG id=\"i\" style=\"position: absolute; left: 10px; top: 20px\">");
   const int image = number_of("i");
-  const Json drag{{"kind", "drag"},
-                  {"element", image},
-                  {"to", {{"x", 35}, {"y", 20 * image + 4}}}};
+  const Json drag{{"kind", "drag"}, {"element", image}, {"to", {{"x", 35}, {"y", 20 * image + 4}}}};
   mouse(drag);
   EXPECT_EQ(html(), "<P>text</P><IMG id=\"i\" style=\"position: absolute; left: 45px; top: 24px\">");
 }
@@ -91,7 +92,8 @@ TEST_F(MouseMethod, ADropBringsWhatAnotherProgramGives) {
   set("DocumentHTML", "<P id=\"p\">one</P>");
   mouse({{"kind", "drop"}, {"element", number_of("p")}, {"data", {{"text", "new "}}}});
   EXPECT_EQ(html(), "<P id=\"p\">new one</P>");
-  mouse({{"kind", "drop"}, {"element", number_of("p")}, {"data", {{"html", "<B>bold</B>"}, {"text", "bold"}}}});
+  mouse(
+      {{"kind", "drop"}, {"element", number_of("p")}, {"data", {{"html", "<B>bold</B>"}, {"text", "bold"}}}});
   EXPECT_EQ(html(), "<P id=\"p\"><B>bold</B>new one</P>");
 }
 

@@ -42,8 +42,8 @@ TEST_F(ControlBoxes, AnImagesSizeStandsInItsAttributes) {
 }
 
 TEST_F(ControlBoxes, ASizeInTheStyleStaysThere) {
-  expect_size("<P>{}a<IMG style=\"width: 10px\" height=\"5\"></P>", dom::Tag::Img, {.width = 40, .height = 30},
-              "<P>a<IMG style=\"width: 40px\" height=\"30\"></P>");
+  expect_size("<P>{}a<IMG style=\"width: 10px\" height=\"5\"></P>", dom::Tag::Img,
+              {.width = 40, .height = 30}, "<P>a<IMG style=\"width: 40px\" height=\"30\"></P>");
 }
 
 TEST_F(ControlBoxes, AFieldsSizeStandsInItsStyle) {
@@ -88,8 +88,7 @@ TEST_F(ControlBoxes, WhatIsInTheFlowDoesNotMove) {
 }
 
 TEST_F(ControlBoxes, WhatAClickTakesAsAWhole) {
-  load(
-      "<P>{}a<IMG></P><TABLE><TBODY><TR><TD><SELECT><OPTION>x</OPTION></SELECT></TD></TR></TBODY></TABLE>");
+  load("<P>{}a<IMG></P><TABLE><TBODY><TR><TD><SELECT><OPTION>x</OPTION></SELECT></TD></TR></TBODY></TABLE>");
   EXPECT_EQ(control_at(first(dom::Tag::P)), nullptr);
   EXPECT_EQ(control_at(first(dom::Tag::Td)), nullptr);
   EXPECT_EQ(control_at(first(dom::Tag::Img)), &first(dom::Tag::Img));

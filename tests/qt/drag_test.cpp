@@ -1,6 +1,10 @@
 #include <QCoreApplication>
 #include <QDropEvent>
+#include <QFile>
+#include <QImage>
 #include <QMimeData>
+#include <QTemporaryDir>
+#include <QUrl>
 
 #include "base/strings.h"
 #include "dom/journal.h"
@@ -106,12 +110,14 @@ TEST_F(Drags, EscapeEndsADrag) {
 
 TEST_F(Drags, AnImageIsDraggedInOneGo) {
   open(
-      u"<!DOCTYPE html><body><p>ab<img alt=x style=\"width: 60px; height: 40px; display: inline-block\">cd</p>"
+      u"<!DOCTYPE html><body><p>ab<img alt=x style=\"width: 60px; height: 40px; display: "
+      u"inline-block\">cd</p>"
       u"<p>other</p>");
   post_drag(box_of("img").center(), place_of("p + p", 2));
   finish();
-  EXPECT_EQ(html(),
-            "<P>abcd</P><P>ot<IMG alt=\"x\" style=\"width: 60px; height: 40px; display: inline-block\">her</P>");
+  EXPECT_EQ(
+      html(),
+      "<P>abcd</P><P>ot<IMG alt=\"x\" style=\"width: 60px; height: 40px; display: inline-block\">her</P>");
   EXPECT_EQ(document_->editor().selection().control(), element(dom::Tag::Img));
 }
 
@@ -148,10 +154,37 @@ TEST_F(Drags, MarkupFromAnotherProgram) {
   EXPECT_EQ(html(), "<P>one <B>new</B>two</P>");
 }
 
+TEST_F(Drags, FilesFromAnotherProgram) {
+  QTemporaryDir folder;
+  const auto write = [&](const QString& name, const QByteArray& content) {
+    QFile file(folder.filePath(name));
+    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(content);
+    return QUrl::fromLocalFile(file.fileName());
+  };
+  QImage picture(3, 2, QImage::Format_RGB32);
+  picture.fill(Qt::red);
+  ASSERT_TRUE(picture.save(folder.filePath(QStringLiteral("red.png"))));
+  open(u"<!DOCTYPE html><body><p>one two</p><p>other</p>");
+  QMimeData text;
+  text.setUrls({write(QStringLiteral("notes.txt"), "first < line\nsecond line\n")});
+  drop(&text, place_of("p", 3));
+  EXPECT_NE(html().find("first &lt; line"), std::string::npos) << html();
+  EXPECT_NE(html().find("second line"), std::string::npos) << html();
+  QMimeData image;
+  image.setUrls({QUrl::fromLocalFile(folder.filePath(QStringLiteral("red.png")))});
+  drop(&image, box_of("body").center());
+  ASSERT_NE(element(dom::Tag::Img), nullptr) << html();
+  const std::u16string source(element(dom::Tag::Img)->attribute_or_empty(dom::names::src));
+  EXPECT_TRUE(source.starts_with(u"file:///") && source.ends_with(u"red.png")) << to_utf8(source);
+  EXPECT_EQ(shown(), expected());
+}
+
 TEST_F(Drags, ALinkIsAskedForAtAClickAndNotAfterADrag) {
   open(u"<!DOCTYPE html><body><p><a href=\"page.html\">some link text</a> behind</p>");
   std::vector<std::u16string> asked;
-  document_->set_link_follower([&](const std::u16string& url, const std::u16string&) { asked.push_back(url); });
+  document_->set_link_follower(
+      [&](const std::u16string& url, const std::u16string&) { asked.push_back(url); });
   post_drag(place_of("a", 2), place_of("a", 8));
   ASSERT_TRUE(settle());
   EXPECT_TRUE(asked.empty());
