@@ -41,6 +41,9 @@ class Walk {
       if (step % 8 == 0) look();
     }
     while (open_ > 0) close();
+    // What the last decisions took back comes first.
+    while (journal().redo()) {
+    }
     look();
     const std::u16string last = tree();
     while (journal().undo()) fuzz::require_sound_links(*document_);
@@ -173,15 +176,18 @@ class Walk {
     set_attribute(element, names::style, u"border: 1px solid red");
     before ? set_attribute(element, names::style, *before) : remove_attribute(element, names::style);
   }
+  // A copy of what holds a copy doubles: a few deep ones are enough.
   void copy() {
-    if (nodes_.size() < 500) kept(clone(any(), *document_, choices_.below(2) ? Deep::Yes : Deep::No));
+    const bool deep = deep_copies_ < 4 && choices_.below(2);
+    if (deep) ++deep_copies_;
+    kept(clone(any(), *document_, deep ? Deep::Yes : Deep::No));
   }
 
   fuzz::Choices choices_;
   Ref<Document> document_;
   std::vector<Ref<Node>> nodes_;
   std::vector<std::unique_ptr<LiveRange>> ranges_;
-  int open_ = 0;
+  int open_ = 0, deep_copies_ = 0;
 };
 
 }  // namespace

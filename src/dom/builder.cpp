@@ -86,6 +86,8 @@ Ref<Node> clone(const Node& node, Document& document, Deep deep) {
       Builder::set_template_content(static_cast<Element&>(*copy), std::move(content));
     }
     for (const Node* child = original->first_child(); child; child = child->next_sibling()) {
+      if (child->type() == NodeType::DocumentType)
+        continue;  // a document's copy is a fragment, which has none
       Ref<Node> twin = clone_shallow(*child, document);
       if (child->has_children() || child->is(Tag::Template)) open.emplace_back(child, twin.get());
       Builder::insert(*copy, std::move(twin));

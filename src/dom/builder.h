@@ -31,7 +31,8 @@ class Builder {
   static std::vector<Attribute>& attributes(Element& element) { return element.attributes_; }
 };
 
-/// A copy of a node as a fresh node of `document`; with everything below it if `deep`.
+/// A copy of a node as a fresh node of `document`; with everything below it if `deep`. Of a document: a
+/// fragment with what may stand in one, so without the document type.
 enum class Deep : bool { No, Yes };
 Ref<Node> clone(const Node& node, Document& document, Deep deep);
 

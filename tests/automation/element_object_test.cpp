@@ -215,5 +215,51 @@ TEST_F(ElementObjects, ContentIsRefusedWhereItCannotStand) {
   EXPECT_EQ(body(), "<TABLE><TBODY><TR><TD>a</TD></TR></TBODY></TABLE><IMG>");
 }
 
+TEST_F(ElementObjects, EveryMemberThatHostsCountOnIsThere) {
+  content(
+      "<style>p { color: red }</style><table><tr><td>a</table><img "
+      "src=x><form><input><select><option>x</select>"
+      "</form><a href=x>l</a>");
+  const std::vector<std::pair<std::string, std::vector<std::string>>> objects = {
+      {"docHTML",
+       {"readyState", "designMode", "title", "all", "links", "images", "scripts", "forms", "styleSheets",
+        "body", "documentElement", "selection", "parentWindow", "getElementsByTagName", "elementFromPoint",
+        "execCommand", "queryCommandEnabled", "queryCommandValue"}},
+      {"docHTML.parentWindow", {"event", "document"}},
+      {"docHTML.body",
+       {"tagName", "innerHTML", "outerHTML", "innerText", "parentElement", "children", "all", "sourceIndex",
+        "className", "getAttribute", "setAttribute", "removeAttribute", "style", "document", "currentStyle"}},
+      {"docHTML.body.style", {"cssText", "borderStyle", "borderWidth", "borderColor"}},
+      {"docHTML.body.all", {"length", "item", "tags"}},
+      {"docHTML.selection", {"type", "createRange", "empty", "clear"}},
+      {"docHTML.selection.createRange()",
+       {"htmlText", "text", "parentElement", "collapse", "expand", "pasteHTML", "select", "duplicate", "move",
+        "moveStart", "moveEnd", "setEndPoint", "compareEndPoints", "inRange", "isEqual"}},
+      {"docHTML.styleSheets(0)", {"href", "cssText", "rules"}},
+      {"docHTML.all.tags('style')(0).styleSheet.rules(0)", {"selectorText"}},
+      {"docHTML.all.tags('table')(0)",
+       {"rows", "insertRow", "deleteRow", "bgColor", "borderColor", "borderColorLight", "borderColorDark",
+        "border", "width", "cellSpacing", "cellPadding"}},
+      {"docHTML.all.tags('tbody')(0)", {"rows", "insertRow", "deleteRow"}},
+      {"docHTML.all.tags('tr')(0)",
+       {"rowIndex", "sectionRowIndex", "cells", "insertCell", "deleteCell", "align", "vAlign", "bgColor",
+        "borderColor", "borderColorDark", "borderColorLight"}},
+      {"docHTML.all.tags('td')(0)",
+       {"cellIndex", "colSpan", "rowSpan", "align", "vAlign", "bgColor", "borderColor", "borderColorDark",
+        "borderColorLight", "background", "height", "width"}},
+      {"docHTML.images(0)", {"width", "height", "alt", "border", "src", "align", "protocol"}},
+      {"docHTML.forms(0)", {"name", "method", "action", "encoding", "target", "elements"}},
+      {"docHTML.links(0)", {"href", "protocol", "hash", "target"}},
+      {"docHTML.all.tags('base')(0)", {"href", "target"}},
+      {"docHTML.all.tags('input')(0)", {"type", "name", "value", "checked", "form", "src"}},
+      {"docHTML.all.tags('select')(0)", {"options", "selectedIndex", "value", "type"}},
+  };
+  for (const auto& [path, members] : objects)
+    for (const std::string& member : members)
+      // Without its arguments a call is refused for their number, never for its name.
+      EXPECT_NE(failed(path + "." + member), 438) << path << "." << member;
+  EXPECT_EQ(failed("docHTML.body.nothing"), 438);
+}
+
 }  // namespace
 }  // namespace tvx::automation::test

@@ -272,5 +272,14 @@ TEST_F(JournalTest, RecordsDoNotKeepTheirDocumentAlive) {
   EXPECT_EQ(body_->document(), nullptr) << "the document is gone";
 }
 
+TEST_F(JournalTest, WhatWasTakenOutOfACopyOfADocumentComesBack) {
+  Builder::insert(*document_, document_->create_document_type(u"html", u"", u""), html_.get());
+  const Ref<Node> copy = clone(*document_, *document_, Deep::Yes);
+  ASSERT_EQ(copy->child_count(), 1u) << "a fragment holds no document type";
+  remove(*copy->first_child());
+  EXPECT_TRUE(journal().undo());
+  EXPECT_EQ(serialise_children(*copy), serialise_children(*html_->parent()).substr(15));
+}
+
 }  // namespace
 }  // namespace tvx::dom
