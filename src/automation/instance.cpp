@@ -71,8 +71,13 @@ headless::PropertyBag Instance::stored() const {
 }
 
 void Instance::key(browser::KeyInput key, bool down) {
-  if (control_->InCodeView())
-    throw RuntimeError(errors::not_supported, u"The source box takes no keys without a screen");
+  if (control_->InCodeView()) {
+    const auto shift =
+        static_cast<std::int16_t>((key.shift ? 1 : 0) | (key.control ? 2 : 0) | (key.alt ? 4 : 0));
+    control_->txtCode().TextBox1();
+    control_->txtCode().plain_box().key(static_cast<std::int16_t>(key.key_code), shift, key.text, down);
+    return;
+  }
   document();
   view_.tell({.seen = {}, .what = browser::ViewKey{std::move(key), down}});
 }

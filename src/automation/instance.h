@@ -61,7 +61,7 @@ class Instance final : public ObjectResolver, private core::HTMLedObserver {
   /// Ends the control's life. The instance itself must stay until none of the control's routines is open.
   void terminate();
 
-  /// A key of the user's, on its way through the view in front. Throws RuntimeError(445) for the source box.
+  /// A key of the user's: to the code view where that is in front, else on its way through the view.
   void key(browser::KeyInput key, bool down);
   /// Whether the document's input has all been dealt with.
   bool settled() const { return document_view_.settled(); }

@@ -52,6 +52,7 @@ class BrowserWindow {
   virtual void show_caret() {}
   /// In CSS pixels; places behind the end mean the end.
   virtual void scroll_to(int /*x*/, int /*y*/) {}
+  virtual void scroll_into_view(dom::Element& /*element*/) {}
   /// Whether printing is possible; throws RuntimeError if nobody can say.
   virtual bool can_print() { return false; }
   virtual void print(bool /*with_dialog*/) {}

@@ -51,7 +51,10 @@ void HTMLed::set_DocumentHTML(std::u16string_view given) {
     if (!base_href_set_) base_href_set_ = attempt([&] { apply_base_url(document()); });
     if (docHTML_ && browser_->Document()) set_docHTML(browser_->Document());
     write_body(*html);
-    txtCode_.set_Text(html);
+    if (inCodeView_)
+      show_as_entered(html, html);
+    else
+      txtCode_.set_Text(html);
     original_html_ = html;
     attempt([&] { set_design_mode_of_browser(); });
   }

@@ -7,6 +7,7 @@
 #include "dom/inner_html.h"
 #include "dom/style/style_sheet.h"
 #include "platform/common_dialogs.h"
+#include "source/preparation.h"
 
 /// Documents from files and into files, and onto paper.
 namespace tvx::core {
@@ -43,7 +44,8 @@ void HTMLed::Open_document(std::u16string& strURL, bool openEntireDoc) {
       open_body(strURL);
     attempt([&] { set_design_mode_of_browser(); });
     while (!is_usable(document())) Wait();
-    if (inCodeView_) txtCode_.set_Text(properties_.DocumentHTML);
+    const SharedText opened = properties_.DocumentHTML;
+    if (inCodeView_) show_as_entered(opened, share(source::code_of(*opened)));
   });
   opening_document_ = false;
   PropertyChanged(u"DocumentHTML");

@@ -41,6 +41,7 @@ HTMLed::HTMLed(const Surroundings& surroundings)
   toolbars_->Toolbar2.set_handler(this);
   toolbars_->tlbDOM.set_handler(this);
   menus_->set_handler(this);
+  connect_code_view();
 }
 
 HTMLed::~HTMLed() {

@@ -399,8 +399,13 @@ class HTMLed final : public std::enable_shared_from_this<HTMLed>,
   void paste_by_hand();
 
   // --- views and layout (view_switch.cpp, layout.cpp) ---
+  void connect_code_view();
+  void capture_selected_html();
   void enter_code_view();
   void leave_code_view();
+  void write_code_to_body();
+  /// What the code view shows of a text of the document, as if it had been entered with it.
+  void show_as_entered(SharedText original, SharedText code);
   void lay_out_at_design_time();
   void tell_layout(const Layout& before);
 
@@ -428,6 +433,8 @@ class HTMLed final : public std::enable_shared_from_this<HTMLed>,
 
   std::unique_ptr<browser::Browser> browser_;
   std::shared_ptr<browser::HTMLDocument> docHTML_;
+  struct CodeViewHandler;
+  std::unique_ptr<source::CodeViewEvents> code_view_handler_;
   source::OrvelCV txtCode_;
   std::unique_ptr<commands::Toolbars> toolbars_;
   std::unique_ptr<commands::ContextMenus> menus_;
@@ -437,13 +444,18 @@ class HTMLed final : public std::enable_shared_from_this<HTMLed>,
   std::u16string app_path_, style_sheet_path_;
   SharedText original_html_ = share(u"");
   std::u16string selected_html_;
-  SharedText entered_code_;  // what the code view was entered with; null in the design view
+  std::int32_t selected_source_index_ = -1;
+  std::int32_t code_selection_start_ = 0;
+  // The document's text and the code made of it, as the code view was entered with them; null in the design
+  // view.
+  SharedText entered_text_, entered_code_;
   dom::Ref<dom::Element> base_element_;
   std::shared_ptr<dom::style::StyleSheet> active_style_sheet_;
   std::vector<commands::StyleClass> style_classes_;
   std::unique_ptr<browser::Event> last_event_;
   bool edit_window_found_ = false;
   bool inCodeView_ = false;
+  bool browser_tab_stop_ = true;
   bool download_done_ = false, watch_download_ = false;
   bool base_href_set_ = false;
   bool opening_document_ = false;

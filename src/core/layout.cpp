@@ -104,6 +104,7 @@ void HTMLed::UserControl_Resize() {
     input.in_code_view = inCodeView_;
     attempt([&] { lay_out(layout_, input, Toolbar1(), Toolbar2(), tlbDOM()); });
     txtCode_.set_Visible(inCodeView_);
+    txtCode_.resize(layout_.txtCode.Width, layout_.txtCode.Height);
     tlbDOM().Refresh();
   }
   tell_layout(before);

@@ -1,9 +1,6 @@
 #include "qt/htmled_widget.h"
 
-#include <QFontDatabase>
-#include <QPlainTextEdit>
 #include <QResizeEvent>
-#include <QSignalBlocker>
 
 #include "browser/document_view.h"
 #include "core/htmled.h"
@@ -11,6 +8,7 @@
 #include "platform/message_loop.h"
 #include "platform/property_bag.h"
 #include "qt/clipboard.h"
+#include "qt/code_view_face.h"
 #include "qt/dialogs.h"
 #include "qt/toolbar_face.h"
 #include "qt/twips.h"
@@ -39,8 +37,7 @@ QRect pixels(const core::Box& box) {
 /// What stands around the control and hears of it.
 class HTMLedWidget::Parts final : public platform::Container,
                                   public browser::BrowserWindow,
-                                  public core::HTMLedObserver,
-                                  public source::CodeViewObserver {
+                                  public core::HTMLedObserver {
  public:
   Parts(HTMLedWidget& widget, platform::MessageLoop& loop)
       : widget_(widget), dialogs_(widget), view_(loop, &widget), document_view_(view_, loop) {
@@ -50,7 +47,6 @@ class HTMLedWidget::Parts final : public platform::Container,
     surroundings.clipboard = &clipboard_;
     control_ = core::HTMLed::create(surroundings);
     control_->add_observer(*this);
-    control_->txtCode().add_observer(*this);
     make_faces();
     document_view_.set_on_focus([this](bool focused) {
       if (focused) control_->WBrowser_GotFocus();
@@ -59,7 +55,7 @@ class HTMLedWidget::Parts final : public platform::Container,
 
   ~Parts() override {
     document_view_.show(nullptr);
-    control_->txtCode().remove_observer(*this);
+    delete code_;  // while its control still lives
     control_->remove_observer(*this);
     control_->UserControl_Terminate();
   }
@@ -85,22 +81,7 @@ class HTMLedWidget::Parts final : public platform::Container,
   }
   void layout_changed(const core::Layout& layout) override { apply(layout); }
   void editor_enabled_changed(bool enabled) override { document_view_.set_editable(enabled); }
-  void view_switched(bool in_code_view) override {
-    if (in_code_view) code_->setFocus();
-    apply(control_->layout());
-  }
-
-  // source::CodeViewObserver
-  void code_view_changed() override {
-    source::OrvelCV& box = control_->txtCode();
-    code_->setEnabled(box.Enabled());
-    if (!box.Visible()) return;
-    QString text = QString::fromStdU16String(box.Text());
-    text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
-    if (text == code_->toPlainText()) return;
-    const QSignalBlocker quiet(code_);
-    code_->setPlainText(text);
-  }
+  void view_switched(bool) override { apply(control_->layout()); }
 
   void resize(QSize size) {
     toolbar1_->measure(size.width());
@@ -117,7 +98,7 @@ class HTMLedWidget::Parts final : public platform::Container,
     show(branch_, layout.Picture3);
     view_.widget()->setGeometry(pixels(layout.WBrowser));
     show(code_, layout.txtCode);
-    if (layout.txtCode.Visible) code_->raise();
+    control_->txtCode().in_front() ? code_->raise() : code_->lower();
   }
 
   HTMLedWidget& widget_;
@@ -134,14 +115,8 @@ class HTMLedWidget::Parts final : public platform::Container,
     toolbar2_ = new ToolbarFace(control_->Toolbar2(), &widget_);
     branch_ = new ToolbarFace(control_->tlbDOM(), &widget_);
     for (ToolbarFace* bar : {toolbar1_, toolbar2_, branch_}) bar->set_on_leave([this] { focus(); });
-    code_ = new QPlainTextEdit(&widget_);
-    code_->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
-    code_->setLineWrapMode(QPlainTextEdit::WidgetWidth);
-    code_->setFrameShape(QFrame::NoFrame);
-    code_->hide();
+    code_ = new CodeViewFace(control_->txtCode(), &widget_);
     toolbar2_->hide();
-    QObject::connect(code_, &QPlainTextEdit::textChanged, &widget_,
-                     [this] { control_->txtCode().edit(code_->toPlainText().toStdU16String()); });
   }
 
   static void show(QWidget* widget, const core::Box& box) {
@@ -152,7 +127,7 @@ class HTMLedWidget::Parts final : public platform::Container,
   ToolbarFace* toolbar1_ = nullptr;
   ToolbarFace* toolbar2_ = nullptr;
   ToolbarFace* branch_ = nullptr;
-  QPlainTextEdit* code_ = nullptr;
+  CodeViewFace* code_ = nullptr;
 };
 
 HTMLedWidget::HTMLedWidget(platform::MessageLoop& loop, QWidget* parent)

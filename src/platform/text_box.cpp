@@ -1,0 +1,49 @@
+#include "platform/text_box.h"
+
+#include "platform/clipboard.h"
+
+namespace tvx::platform {
+namespace {
+
+constexpr std::int16_t control_bit = 2;
+
+}  // namespace
+
+void TextBox::send_key_down(std::int16_t key_code, std::int16_t shift) {
+  shift_ = shift;
+  control_down_ = (shift & control_bit) != 0;
+  SendMessage(handle(), WM_KEYDOWN, key_code);
+  control_down_ = false;
+  shift_ = 0;
+}
+
+void TextBox::copy() {
+  if (clipboard_ && SelLength() > 0) clipboard_->SetText(SelText());
+}
+
+MessageResult TextBox::handle_message(Message message, Parameter wParam, Parameter) {
+  switch (message) {
+    case EM_GETLINECOUNT: return static_cast<MessageResult>(line_count());
+    case EM_LINEFROMCHAR: return static_cast<MessageResult>(line_of(static_cast<std::size_t>(wParam)));
+    case EM_GETFIRSTVISIBLELINE: return static_cast<MessageResult>(first_visible_line());
+    case WM_COPY: copy(); return 0;
+    case WM_CUT:
+      copy();
+      if (SelLength() > 0 && !Locked()) set_SelText({});
+      return 0;
+    case WM_PASTE:
+      if (clipboard_ && !Locked() && clipboard_->GetFormat(ClipboardFormat::text))
+        set_SelText(clipboard_->GetText());
+      return 0;
+    case WM_KEYDOWN: {
+      auto key_code = static_cast<std::int16_t>(wParam);
+      const std::int16_t shift = shift_;
+      if (handler_) handler_->KeyDown(key_code, shift);
+      if (key_code != 0) on_key(key_code, shift);
+      return 0;
+    }
+    default: return 0;
+  }
+}
+
+}  // namespace tvx::platform
