@@ -148,7 +148,9 @@ constexpr MemberOf<CodeViewObject> rows[] = {
     {u"Text", [](CodeViewObject& self) -> Value { return (*self).Text(); },
      [](CodeViewObject& self, const Value& value) { (*self).set_Text(value.to_text()); }},
     {u"TextBox1",
-     [](CodeViewObject& self) -> Value { return std::make_shared<TextBoxObject>(self.instance()); }},
+     [](CodeViewObject& self) -> Value {
+       return library::ObjectHandle(std::make_shared<TextBoxObject>(self.instance()));
+     }},
     {u"Enabled", flag<&OrvelCV::Enabled>, set_flag<&OrvelCV::set_Enabled>},
     {u"Locked", flag<&OrvelCV::Locked>, set_flag<&OrvelCV::set_Locked>},
     {u"Visible", flag<&OrvelCV::Visible>, set_flag<&OrvelCV::set_Visible>},

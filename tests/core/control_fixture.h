@@ -212,6 +212,9 @@ class Control : public testing::Test {
     }
     bool can_print() override { return printable; }
     void print(bool with_dialog) override { told.push_back(with_dialog ? "print asking" : "print"); }
+    void scroll_into_view(dom::Element& element) override {
+      told.push_back("into view " + to_utf8(element.display_name()));
+    }
   };
 
   std::filesystem::path folder;
