@@ -7,6 +7,8 @@
 #include <QKeyEvent>
 #include <QMenu>
 #include <QMimeData>
+#include <QPlainTextDocumentLayout>
+#include <QPointer>
 #include <QScopedValueRollback>
 #include <QScrollBar>
 #include <QTextBlock>
@@ -84,6 +86,20 @@ class CodeBox::Edit final : public QPlainTextEdit {
   }
   int top_of(const QTextBlock& block) const {
     return qRound(blockBoundingGeometry(block).translated(contentOffset()).top());
+  }
+  // A document filled before anybody listens: lines by the hundred thousand are put in, not told of one by
+  // one.
+  void put(const QString& text) {
+    auto* fresh = new QTextDocument(this);
+    fresh->setUndoRedoEnabled(false);
+    fresh->setDefaultFont(font());
+    fresh->setDefaultTextOption(document()->defaultTextOption());
+    fresh->setPlainText(text);
+    fresh->setDocumentLayout(new QPlainTextDocumentLayout(fresh));
+    const QPointer<QTextDocument> old = document();  // the first one goes with its successor
+    setDocument(fresh);
+    delete old;
+    fresh->setUndoRedoEnabled(true);
   }
   void native_key(QKeyEvent* event) { QPlainTextEdit::keyPressEvent(event); }
 
@@ -196,7 +212,7 @@ std::u16string CodeBox::Text() const { return with_crlf(edit_->document()->toRaw
 
 void CodeBox::set_Text(std::u16string_view text) {
   const QScopedValueRollback quiet(quiet_, true);
-  edit_->setPlainText(with_lf(text));
+  edit_->put(with_lf(text));
 }
 
 std::size_t CodeBox::length() const {

@@ -111,7 +111,8 @@ void CodeViewFace::paint_numbers(QPaintEvent& event) {
   const QFontMetrics metrics(pane_->font());
   const int left = mirrored ? number_gap : number_margin;
   const int right = pane_->width() - (mirrored ? number_margin : number_gap);
-  for (const source::LineNumber& row : code_.line_numbers()) {
+  const source::LinePane lines{box_.widget()->viewport()->height(), code_.pane().line_height};
+  for (const source::LineNumber& row : source::line_numbers(code_.line_marks(), lines)) {
     const int top = box_.top_of_line(static_cast<std::size_t>(row.number - 1));
     if (top >= pane_->height()) break;
     painter.setPen(colour_of(row.colour, colours));
