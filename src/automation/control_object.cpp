@@ -76,6 +76,8 @@ constexpr MemberOf<ControlObject> rows[] = {
     {u"openingDocument", getter<&HTMLed::openingDocument>},
     {u"inCodeView", getter<&HTMLed::InCodeView>},
     {u"selectedHTML", member<&Inside::selectedHTML>},
+    {u"selectedSourceIndex", member<&Inside::selectedSourceIndex>},
+    {u"codeSelectionStart", member<&Inside::codeSelectionStart>},
     {u"storedDocumentHTML", member<&Inside::storedDocumentHTML>},
     {u"selectionBorderText", member<&Inside::selectionBorderText>},
     {u"baseElement", [](ControlObject& self) { return element(self, Inside::baseElement(*self)); }},

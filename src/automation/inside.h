@@ -9,6 +9,8 @@ namespace tvx::core {
 struct Inside {
   // --- members ---
   static const std::u16string& selectedHTML(const HTMLed& control) { return control.selected_html_; }
+  static std::int32_t selectedSourceIndex(const HTMLed& control) { return control.selected_source_index_; }
+  static std::int32_t codeSelectionStart(const HTMLed& control) { return control.code_selection_start_; }
   static dom::Element* baseElement(const HTMLed& control) { return control.base_element_.get(); }
   static const std::shared_ptr<dom::style::StyleSheet>& activeStyleSheet(const HTMLed& control) {
     return control.active_style_sheet_;

@@ -10,6 +10,7 @@
 #include "library/document_object.h"
 #include "platform/special_folders.h"
 #include "services/wait.h"
+#include "source/formatter.h"
 
 namespace tvx::automation {
 
@@ -56,6 +57,12 @@ Value replace_all(ControlObject&, Values& arguments) {
   expect_arguments(arguments, 4, 4);
   return ReplaceAll(arguments[0].to_text(), arguments[1].to_text(), arguments[2].to_text(),
                     arguments[3].to_boolean());
+}
+
+Value format_source(ControlObject&, Values& arguments) {
+  expect_arguments(arguments, 4, 4);
+  return source::FormatHTMLSource(arguments[0].to_text(), arguments[1].to_integer16(),
+                                  arguments[2].to_boolean(), arguments[3].to_boolean());
 }
 
 Value colour_to_rgb(ControlObject&, Values& arguments) {
@@ -167,6 +174,7 @@ constexpr MemberOf<ControlObject> rows[] = {
     {.name = u"PutHTMLOnClipboard", .call = put_html},
     {.name = u"GetHTMLFromClipboard", .call = get_html},
     {.name = u"ReplaceAll", .call = replace_all},
+    {.name = u"FormatHTMLSource", .call = format_source},
     {.name = u"ColourToRGB", .call = colour_to_rgb},
     {.name = u"RGBToHex", .call = rgb_to_hex},
     {.name = u"FileNameFromPath", .call = one_text<file_name>},

@@ -71,6 +71,7 @@ class HTMLedWidget::Parts final : public platform::Container,
     if (QWidget* input = view_.input_widget()) input->setFocus();
   }
   void scroll_to(int x, int y) override { view_.scroll_to(x, y); }
+  void scroll_into_view(dom::Element& element) override { view_.scroll_into_view(element.id()); }
   bool can_print() override { return true; }
   void print(bool with_dialog) override { view_.print(with_dialog, nullptr); }
 

@@ -23,6 +23,10 @@
     },
     leave: () => hide(dropCaret),
     scroll: (x, y) => window.scrollTo(x, y),
+    reveal: (id) => {
+      const node = nodes.get(id);
+      if (node instanceof Element) node.scrollIntoView();
+    },
     beat: () => tell('beat'),
   };
 
