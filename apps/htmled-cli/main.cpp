@@ -7,10 +7,11 @@
 
 #include "automation/server.h"
 #include "headless/message_loop.h"
+#include "library/reference.h"
 
 namespace {
 
-constexpr const char* help = R"(usage: htmled-cli [--help | --version]
+constexpr const char* help = R"(usage: htmled-cli [--help | --version | --reference]
 
 Drives HTMLed, a visual HTML editor, with no screen: JSON-RPC 2.0 on standard input and output,
 one message a line, UTF-8. Instance 1 exists from the start. Ends with 0 at the end of the input.
@@ -27,7 +28,8 @@ prints an answer a line, the last of them
 
   {"jsonrpc":"2.0","id":3,"result":{"html":"<P>Hello <B>[world]</B></P>"}}
 
-docs/automation.md describes every method, and what failures look like.
+docs/automation.md describes every method, and what failures look like. --reference prints all properties,
+operations and events of the control, as they stand in docs/reference.md.
 )";
 
 void write_line(std::string_view line) {
@@ -64,6 +66,7 @@ int main(int argc, char** argv) {
   const std::string_view option = argv[1];
   if (argc == 2 && option == "--help") return std::fputs(help, stdout) < 0;
   if (argc == 2 && option == "--version") return std::puts("htmled-cli " TVX_VERSION) < 0;
+  if (argc == 2 && option == "--reference") return std::fputs(tvx::library::reference().c_str(), stdout) < 0;
   std::fprintf(stderr, "htmled-cli: unknown argument '%s'; try --help\n", argv[1]);
   return 2;
 }

@@ -2,6 +2,7 @@
 #include "base/fault.h"
 #include "base/text_file.h"
 #include "browser/html_document.h"
+#include "commands/selection_highlight.h"
 #include "core/htmled.h"
 #include "core/keep_alive.h"
 #include "dom/inner_html.h"
@@ -107,12 +108,19 @@ std::u16string HTMLed::text_to_save(bool entire) {
   return root ? dom::outer_html(*root) : u"";
 }
 
+// The border of the current element is for the screen. Printing from the code view prints the document too:
+// that is what the browser has.
 void HTMLed::print_Document(bool DontShowDialog) {
+  const KeepAlive alive(*this);
+  constexpr std::u16string_view failed = u"An error occured whilst attempting to print";
   std::int32_t status = 0;
   if (!attempt([&] { status = browser_->QueryStatusWB(command_print); }))
-    return raise_error(16385, u"An error occured whilst attempting to print");
+    return raise_error(16385, std::u16string(failed));
   if (!(status & status_enabled)) return raise_error(16384, u"Printing is disabled by the control");
-  attempt([&] { browser_->ExecWB(command_print, DontShowDialog ? print_at_once : print_asking); });
+  attempt([&] { highlight_->restore(); });
+  const std::int32_t option = DontShowDialog ? print_at_once : print_asking;
+  if (!attempt([&] { browser_->ExecWB(command_print, option); }))
+    raise_error(16385, std::u16string(failed));
 }
 
 }  // namespace tvx::core

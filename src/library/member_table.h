@@ -94,6 +94,17 @@ struct EventMember {
   std::span<const Parameter> parameters = {};
 };
 
+/// A named number that arguments and properties take.
+struct EnumerationMember {
+  std::u16string_view name;
+  std::int32_t number;
+};
+struct Enumeration {
+  std::u16string_view name;
+  std::span<const EnumerationMember> members;
+};
+std::span<const Enumeration> enumerations();
+
 /// Properties first, each group in the order of its numbers.
 std::span<const Member> members();
 std::span<const EventMember> events();

@@ -1,7 +1,14 @@
 #include "qt/htmled_widget.h"
 
+#include <QApplication>
+#include <QPointer>
+#include <QPrinterInfo>
 #include <QResizeEvent>
+#include <QTimer>
+#include <QWebEnginePage>
+#include <utility>
 
+#include "base/error.h"
 #include "browser/document_view.h"
 #include "core/htmled.h"
 #include "platform/container.h"
@@ -10,9 +17,12 @@
 #include "qt/clipboard.h"
 #include "qt/code_view_face.h"
 #include "qt/dialogs.h"
+#include "qt/message_loop.h"
+#include "qt/strings.h"
 #include "qt/toolbar_face.h"
 #include "qt/twips.h"
 #include "qt/web_view.h"
+#include "qt/widget_events.h"
 
 namespace tvx::qt {
 namespace {
@@ -28,6 +38,20 @@ class EmptyStore final : public platform::PropertyBag {
                      const platform::PropertyValue&) override {}
 };
 
+/// One loop serves all widgets that bring none of their own.
+std::shared_ptr<MessageLoop> common_loop() {
+  static std::weak_ptr<MessageLoop> common;
+  std::shared_ptr<MessageLoop> loop = common.lock();
+  if (!loop) common = loop = std::make_shared<MessageLoop>();
+  return loop;
+}
+
+static_assert(int(HTMLedWidget::Solid) == int(core::EdBorderStyle::Solid));
+static_assert(int(HTMLedWidget::edOutset) == int(core::EdHighLightStyle::edOutset));
+static_assert(int(HTMLedWidget::ov_Binary) == int(core::ed_FTPTransferType::ov_Binary));
+static_assert(int(HTMLedWidget::ed_InsertAfterSelection) ==
+              int(core::ed_InsertType::ed_InsertAfterSelection));
+
 QRect pixels(const core::Box& box) {
   return {to_pixels(box.Left), to_pixels(box.Top), to_pixels(box.Width), to_pixels(box.Height)};
 }
@@ -39,13 +63,20 @@ class HTMLedWidget::Parts final : public platform::Container,
                                   public browser::BrowserWindow,
                                   public core::HTMLedObserver {
  public:
-  Parts(HTMLedWidget& widget, platform::MessageLoop& loop)
-      : widget_(widget), dialogs_(widget), view_(loop, &widget), document_view_(view_, loop) {
+  Parts(HTMLedWidget& widget, platform::MessageLoop& loop, std::shared_ptr<MessageLoop> own_loop)
+      : widget_(&widget),
+        loop_(loop),
+        own_loop_(std::move(own_loop)),
+        events_(widget),
+        dialogs_(widget),
+        view_(loop, &widget),
+        document_view_(view_, loop) {
     core::Surroundings surroundings{loop, *this, dialogs_};
     surroundings.geometry = &document_view_;
     surroundings.window = this;
     surroundings.clipboard = &clipboard_;
     control_ = core::HTMLed::create(surroundings);
+    control_->set_events(&events_);
     control_->add_observer(*this);
     make_faces();
     document_view_.set_on_focus([this](bool focused) {
@@ -61,9 +92,10 @@ class HTMLedWidget::Parts final : public platform::Container,
   }
 
   // platform::Container
-  bool user_mode() const override { return true; }
+  // Until the start, properties are what a designer sets: kept, and used then.
+  bool user_mode() const override { return started_; }
   void property_changed(std::u16string_view key) override {
-    emit widget_.property_changed(QString::fromUtf16(key.data(), static_cast<qsizetype>(key.size())));
+    if (widget_) emit widget_->property_changed(to_qt(key));
   }
 
   // browser::BrowserWindow
@@ -72,19 +104,24 @@ class HTMLedWidget::Parts final : public platform::Container,
   }
   void scroll_to(int x, int y) override { view_.scroll_to(x, y); }
   void scroll_into_view(dom::Element& element) override { view_.scroll_into_view(element.id()); }
-  bool can_print() override { return true; }
-  void print(bool with_dialog) override { view_.print(with_dialog, nullptr); }
+  // A dialog can print into a file; who asks for none wants a printer, or has named the file.
+  bool can_print() override {
+    return !print_file_.isEmpty() || !QPrinterInfo::availablePrinterNames().isEmpty() ||
+           QGuiApplication::platformName() != QStringLiteral("offscreen");
+  }
+  void print(bool with_dialog) override;
 
   // core::HTMLedObserver
   void document_replaced(const std::shared_ptr<browser::HTMLDocument>& document) override {
     document_view_.show(document);
-    emit widget_.document_replaced();
+    if (widget_) emit widget_->document_replaced();
   }
   void layout_changed(const core::Layout& layout) override { apply(layout); }
   void editor_enabled_changed(bool enabled) override { document_view_.set_editable(enabled); }
   void view_switched(bool) override { apply(control_->layout()); }
 
   void resize(QSize size) {
+    if (!started_ && !design_mode_) return control_->set_size(to_twips(size.width()), to_twips(size.height()));
     toolbar1_->measure(size.width());
     toolbar2_->measure(size.width());
     branch_->measure(size.width());
@@ -102,21 +139,27 @@ class HTMLedWidget::Parts final : public platform::Container,
     control_->txtCode().in_front() ? code_->raise() : code_->lower();
   }
 
-  HTMLedWidget& widget_;
+  QPointer<HTMLedWidget> widget_;
+  platform::MessageLoop& loop_;
+  std::shared_ptr<MessageLoop> own_loop_;
+  WidgetEvents events_;
   Dialogs dialogs_;
   Clipboard clipboard_;
   WebView view_;
   browser::DocumentView document_view_;
   std::shared_ptr<core::HTMLed> control_;
   bool started_ = false;
+  bool design_mode_ = false;
+  bool has_focus_ = false;
+  QString print_file_;
 
  private:
   void make_faces() {
-    toolbar1_ = new ToolbarFace(control_->Toolbar1(), &widget_);
-    toolbar2_ = new ToolbarFace(control_->Toolbar2(), &widget_);
-    branch_ = new ToolbarFace(control_->tlbDOM(), &widget_);
+    toolbar1_ = new ToolbarFace(control_->Toolbar1(), widget_);
+    toolbar2_ = new ToolbarFace(control_->Toolbar2(), widget_);
+    branch_ = new ToolbarFace(control_->tlbDOM(), widget_);
     for (ToolbarFace* bar : {toolbar1_, toolbar2_, branch_}) bar->set_on_leave([this] { focus(); });
-    code_ = new CodeViewFace(control_->txtCode(), &widget_);
+    code_ = new CodeViewFace(control_->txtCode(), widget_);
     toolbar2_->hide();
   }
 
@@ -131,29 +174,114 @@ class HTMLedWidget::Parts final : public platform::Container,
   CodeViewFace* code_ = nullptr;
 };
 
-HTMLedWidget::HTMLedWidget(platform::MessageLoop& loop, QWidget* parent)
-    : QWidget(parent), parts_(std::make_unique<Parts>(*this, loop)) {
-  parts_->control_->UserControl_Initialize();
+// What is printed is what the view shows, so it must have been told of everything: the border of the current
+// element came off just now.
+void HTMLedWidget::Parts::print(bool with_dialog) {
+  constexpr std::int64_t longest_wait = 5000;
+  const auto alive = control_;
+  const std::int64_t end = loop_.now() + longest_wait;
+  while (!document_view_.settled() && loop_.now() < end) loop_.pump(5);
+  if (!widget_) return;
+  if (with_dialog || print_file_.isEmpty()) {
+    if (!with_dialog && QPrinterInfo::defaultPrinter().isNull())
+      throw RuntimeError(errors::invalid_call, u"There is no printer");
+    return view_.print(with_dialog, [this](bool done) {
+      if (widget_) emit widget_->print_finished(done);
+    });
+  }
+  QWebEnginePage* page = view_.page();
+  connect(page, &QWebEnginePage::pdfPrintingFinished, widget_, [page, widget = widget_](const QString&, bool done) {
+    disconnect(page, &QWebEnginePage::pdfPrintingFinished, widget, nullptr);
+    emit widget->print_finished(done);
+  });
+  page->printToPdf(print_file_);
 }
 
-HTMLedWidget::~HTMLedWidget() = default;
+HTMLedWidget::HTMLedWidget(QWidget* parent) : QWidget(parent) {
+  const std::shared_ptr<MessageLoop> loop = common_loop();
+  begin(std::make_shared<Parts>(*this, *loop, loop));
+}
 
-core::HTMLed& HTMLedWidget::control() { return *parts_->control_; }
+HTMLedWidget::HTMLedWidget(platform::MessageLoop& loop, QWidget* parent) : QWidget(parent) {
+  begin(std::make_shared<Parts>(*this, loop, nullptr));
+}
+
+// Reading an empty store gives a control more than the defaults: the captions of its own.
+void HTMLedWidget::begin(std::shared_ptr<Parts> parts) {
+  parts_ = std::move(parts);
+  parts_->control_->UserControl_Initialize();
+  parts_->control_->UserControl_ReadProperties(EmptyStore());
+  connect(qApp, &QApplication::focusChanged, this, &HTMLedWidget::focus_moved);
+}
+
+// A host may delete the widget within an event, with routines of the control still open around it. What they
+// stand on then goes when they have returned: the parts first, and the widgets that those use after them.
+HTMLedWidget::~HTMLedWidget() {
+  disconnect(qApp, nullptr, this, nullptr);
+  if (parts_->control_.use_count() == 1) return;
+  auto* remains = new QWidget;
+  for (QWidget* child : findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly))
+    child->setParent(remains);
+  parts_->control_->UserControl_Terminate();
+  bury(std::exchange(parts_, nullptr), remains);
+}
+
+void HTMLedWidget::bury(std::shared_ptr<Parts> parts, QWidget* remains) {
+  constexpr int milliseconds = 20;
+  QTimer::singleShot(milliseconds, qApp, [parts = std::move(parts), remains]() mutable {
+    if (parts->control_.use_count() > 1) return bury(std::move(parts), remains);
+    parts.reset();
+    delete remains;
+  });
+}
+
+core::HTMLed& HTMLedWidget::control() const { return *parts_->control_; }
 browser::DocumentView& HTMLedWidget::document_view() { return parts_->document_view_; }
 WebView& HTMLedWidget::view() { return parts_->view_; }
 
+void HTMLedWidget::set_design_mode(bool on) { parts_->design_mode_ = on; }
+void HTMLedWidget::set_print_file(const QString& path) { parts_->print_file_ = path; }
+bool HTMLedWidget::started() const { return parts_->started_; }
+
+void HTMLedWidget::read_properties(const platform::PropertyBag& store) {
+  control().UserControl_ReadProperties(store);
+}
+void HTMLedWidget::write_properties(platform::PropertyBag& store) const {
+  control().UserControl_WriteProperties(store);
+}
+
 void HTMLedWidget::start() {
-  if (std::exchange(parts_->started_, true)) return;
-  parts_->resize(size());
-  parts_->control_->UserControl_ReadProperties(EmptyStore());
-  parts_->resize(size());
-  parts_->control_->UserControl_Show();
+  if (parts_->design_mode_ || std::exchange(parts_->started_, true)) return;
+  const auto parts = parts_;
+  parts->resize(size());
+  parts->control_->UserControl_Show();
+  parts->resize(size());
 }
 
 void HTMLedWidget::resizeEvent(QResizeEvent* event) { parts_->resize(event->size()); }
 
 void HTMLedWidget::showEvent(QShowEvent*) {
-  if (parts_->started_) parts_->control_->UserControl_Show();
+  if (parts_->started_ || parts_->design_mode_)
+    parts_->control_->UserControl_Show();
+  else
+    start();
+}
+
+// --- focus ---
+
+/// Whether a widget is within this one, or within a dialog or popup that belongs to it.
+bool HTMLedWidget::holds(const QWidget* widget) const {
+  while (widget && widget != this) widget = widget->parentWidget();
+  return widget == this;
+}
+
+void HTMLedWidget::focus_moved(QWidget*, QWidget* to) {
+  // The application in the background, a menu in front: the focus comes back to where it was.
+  if (!to || !parts_->started_) return;
+  const bool inside = holds(to);
+  if (inside == parts_->has_focus_) return;
+  parts_->has_focus_ = inside;
+  inside ? control().UserControl_EnterFocus() : control().UserControl_ExitFocus();
 }
 
 }  // namespace tvx::qt

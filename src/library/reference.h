@@ -1,0 +1,11 @@
+#pragma once
+
+#include <string>
+
+namespace tvx::library {
+
+/// The reference of all members of the control, from the member table, in Markdown and UTF-8:
+/// docs/reference.md.
+std::string reference();
+
+}  // namespace tvx::library

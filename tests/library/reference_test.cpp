@@ -1,0 +1,39 @@
+#include "library/reference.h"
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <sstream>
+
+#include "base/strings.h"
+#include "library/member_table.h"
+
+namespace tvx::library {
+namespace {
+
+TEST(Reference, IsThePageAmongTheDocuments) {
+  std::ifstream file(TVX_SOURCE_DIR "/docs/reference.md", std::ios::binary);
+  std::ostringstream page;
+  page << file.rdbuf();
+  EXPECT_TRUE(page.str() == reference()) << "write it anew: htmled-cli --reference > docs/reference.md";
+}
+
+TEST(Reference, NamesEveryMemberWithItsKeyAndEveryArgument) {
+  const std::string page = reference();
+  const auto has = [&](std::u16string_view name) { return page.find("`" + to_utf8(name)) != page.npos; };
+  for (const Member& member : members()) {
+    EXPECT_TRUE(has(member.name)) << to_utf8(member.name);
+    EXPECT_TRUE(member.key.empty() || has(member.key)) << to_utf8(member.name);
+    EXPECT_NE(page.find(to_utf8(member.description)), page.npos) << to_utf8(member.name);
+    for (const Parameter& parameter : member.parameters)
+      EXPECT_NE(page.find(to_utf8(parameter.name)), page.npos) << to_utf8(parameter.name);
+  }
+  for (const EventMember& event : events()) {
+    EXPECT_TRUE(has(event.name)) << to_utf8(event.name);
+    for (const Parameter& parameter : event.parameters)
+      EXPECT_TRUE(has(parameter.name)) << to_utf8(parameter.name);
+  }
+}
+
+}  // namespace
+}  // namespace tvx::library
