@@ -8,13 +8,16 @@
 #include <QMessageBox>
 #include <QScopedValueRollback>
 #include <QStatusBar>
+#include <QTimer>
 #include <iostream>
+#include <utility>
 
 #include "base/error.h"
 #include "base/text_file.h"
 #include "browser/html_document.h"
 #include "browser/page_source.h"
 #include "core/htmled.h"
+#include "dom/journal.h"
 #include "qt/htmled_widget.h"
 #include "qt/strings.h"
 
@@ -35,7 +38,9 @@ Window::Window(platform::MessageLoop& loop) : editor_(new qt::HTMLedWidget(loop,
   resize(1000, 720);
   make_menus();
   connect(editor_, &qt::HTMLedWidget::property_changed, this, [this](const QString& key) {
-    if (key == QStringLiteral("DocumentHTML") && !loading_) set_modified(true);
+    // A key is told of before it types: what became of it is seen when the turn is over.
+    if (key != QStringLiteral("DocumentHTML") || loading_ || std::exchange(look_awaited_, true)) return;
+    QTimer::singleShot(0, this, &Window::look_whether_modified);
   });
   editor_->control().set_events(this);
   show_title();
@@ -115,7 +120,7 @@ bool Window::load(DocumentFile file) {
   }
   file.keep_head(document->tree());
   file_ = std::move(file);
-  set_modified(false);
+  set_unmodified();
   if (!file_.faithful())
     statusBar()->showMessage(
         tr("Some bytes of this file mean nothing in %1. An edited page is saved without them.")
@@ -158,7 +163,7 @@ bool Window::save_as() {
 bool Window::save_to(const QString& path) {
   const std::u16string target = from_qt(QFileInfo(path).absoluteFilePath());
   if (!with_document([&](const dom::Document& document) { file_.save(document, target); })) return false;
-  set_modified(false);
+  set_unmodified();
   statusBar()->showMessage(tr("Saved %1").arg(to_qt(target)), message_milliseconds);
   return true;
 }
@@ -172,6 +177,7 @@ bool Window::save_copy(const QString& path) {
 // --- asking ---
 
 bool Window::may_leave_document() {
+  if (look_awaited_) look_whether_modified();
   if (!modified_) return true;
   const auto answer = QMessageBox::question(
       this, QStringLiteral("HTMLed"), tr("The document has been changed. Save the changes?"),
@@ -198,6 +204,39 @@ void Window::Error(std::int32_t&, std::u16string& text) { tell(to_qt(text)); }
 void Window::BeforeNavigate(std::u16string& url, std::u16string&, bool& cancel) {
   cancel = true;
   statusBar()->showMessage(to_qt(url), message_milliseconds);
+}
+
+void Window::set_unmodified() {
+  look_awaited_ = false;
+  looked_at_depth_.reset();
+  if (const auto document = editor_->control().DOM()) {
+    dom::Journal& journal = document->tree().journal();
+    journal.end_typing_run();  // what is typed from here on is a step of its own
+    unmodified_depth_ = journal.depth();
+    looked_at_depth_ = unmodified_depth_;
+    unmodified_bytes_.clear();
+    attempt([&] { unmodified_bytes_ = file_.bytes_of(document->tree()); });
+  }
+  set_modified(false);
+}
+
+// As many steps as then may still be others: where the count has come back to that, the documents are
+// compared. An edit always changes the count, so nobody compares while typing.
+void Window::look_whether_modified() {
+  look_awaited_ = false;
+  core::HTMLed& control = editor_->control();
+  const auto document = control.DOM();
+  if (!document || control.InCodeView()) {
+    looked_at_depth_.reset();
+    return set_modified(true);
+  }
+  const std::size_t depth = document->tree().journal().depth();
+  const bool moved = std::exchange(looked_at_depth_, depth) != depth;
+  bool same = false;
+  if (depth != unmodified_depth_)
+    set_modified(true);
+  else if (moved)
+    set_modified(!attempt([&] { same = file_.bytes_of(document->tree()) == unmodified_bytes_; }) || !same);
 }
 
 void Window::set_modified(bool modified) {

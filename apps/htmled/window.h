@@ -2,6 +2,8 @@
 
 #include <QMainWindow>
 #include <QTemporaryDir>
+#include <optional>
+#include <string>
 
 #include "core/events.h"
 #include "htmled/document_file.h"
@@ -54,6 +56,10 @@ class Window final : public QMainWindow, private core::HTMLedEvents {
   /// Calls `act` with the document as it is to be saved; false, with the user told, if that fails.
   bool with_document(const std::function<void(const dom::Document&)>& act);
 
+  /// The document is now what its file holds.
+  void set_unmodified();
+  /// Whether it still is: after undoing everything it is again.
+  void look_whether_modified();
   void set_modified(bool modified);
   void show_title();
   void tell(const QString& text);
@@ -63,6 +69,10 @@ class Window final : public QMainWindow, private core::HTMLedEvents {
   DocumentFile file_;
   bool modified_ = false;
   bool loading_ = false;
+  bool look_awaited_ = false;
+  std::string unmodified_bytes_;      // what saving would have written then
+  std::size_t unmodified_depth_ = 0;  // of the undo journal
+  std::optional<std::size_t> looked_at_depth_;
 };
 
 }  // namespace tvx::htmled

@@ -141,6 +141,8 @@ int Expectations::add(const Params& params) {
     add_dialog(id, DialogKind::color, params);
   else if (on == u"msgbox")
     add_dialog(id, DialogKind::msgbox, params);
+  else if (on == u"print")
+    prints_.push_back({id, params.list("do"), params.number_or("times", 1)});
   else
     throw RuntimeError(errors::not_supported, u"Nothing to expect: " + on);
   return last_id_ = id;
@@ -171,6 +173,15 @@ void Expectations::use(const EventMember& event, library::Values& arguments) {
   const Json did = run_all(expected.requests);
   for (const auto& [place, value] : expected.set) arguments[place] = value;
   notify_("seen", {{"id", expected.id}, {"seen", {{"args", seen}}}, {"did", did}});
+}
+
+void Expectations::print(bool with_dialog) {
+  if (with_dialog) notify_("modal", {{"kind", "print"}, {"name", ""}});
+  if (prints_.empty()) return;
+  const ExpectedPrint expected = prints_.front();
+  if (--prints_.front().times <= 0) prints_.pop_front();
+  const Json did = run_all(expected.requests);
+  notify_("seen", {{"id", expected.id}, {"seen", {{"dialog", with_dialog}}}, {"did", did}});
 }
 
 Json Expectations::run_all(const std::vector<Json>& requests) const {

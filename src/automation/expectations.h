@@ -48,8 +48,16 @@ class Expectations {
   int add(const Params& params);
   /// An event is being raised: what is expected of it happens.
   void use(const library::EventMember& event, library::Values& arguments);
+  /// The document is to be printed: what is expected of that happens.
+  void print(bool with_dialog);
 
  private:
+  struct ExpectedPrint {
+    int id;
+    std::vector<Json> requests;
+    int times;
+  };
+
   struct ExpectedEvent {
     int id;
     const library::EventMember* event;
@@ -69,6 +77,7 @@ class Expectations {
   Run run_;
   int last_id_ = 0;
   std::list<ExpectedEvent> events_;
+  std::list<ExpectedPrint> prints_;
   std::map<int, Json> did_;  // by dialogs that are open, or have just been closed
 };
 

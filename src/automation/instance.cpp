@@ -28,6 +28,7 @@ Instance::Instance(int number, const InstanceOptions& options, platform::Message
                                    .dialogs = dialogs_,
                                    .hwnd = options.hwnd,
                                    .geometry = &geometry_,
+                                   .window = this,
                                    .clipboard = options.clipboard});
   control_->add_observer(*this);
   control_->set_events(&relay_);

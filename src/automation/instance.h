@@ -36,7 +36,7 @@ struct InstanceOptions {
 
 /// One control with all that surrounds it: a container, dialogs and a view that nobody sees, and a host that
 /// tells what it hears.
-class Instance final : public ObjectResolver, private core::HTMLedObserver {
+class Instance final : public ObjectResolver, private core::HTMLedObserver, private browser::BrowserWindow {
  public:
   using Notify = std::function<void(std::string_view method, Json params)>;
   /// Carries out the requests that an expectation holds.
@@ -76,6 +76,9 @@ class Instance final : public ObjectResolver, private core::HTMLedObserver {
  private:
   void document_replaced(const std::shared_ptr<browser::HTMLDocument>& document) override;
   void editor_enabled_changed(bool enabled) override;
+  bool can_print() override { return true; }
+  void print(bool with_dialog) override { expectations_.print(with_dialog); }
+  void scroll_to(int x, int y) override { view_.scroll_to(x, y); }
   void on_event(const library::EventMember& event, library::Values& arguments);
 
   const int number_;

@@ -119,8 +119,7 @@ void HTMLed::print_Document(bool DontShowDialog) {
   if (!(status & status_enabled)) return raise_error(16384, u"Printing is disabled by the control");
   attempt([&] { highlight_->restore(); });
   const std::int32_t option = DontShowDialog ? print_at_once : print_asking;
-  if (!attempt([&] { browser_->ExecWB(command_print, option); }))
-    raise_error(16385, std::u16string(failed));
+  if (!attempt([&] { browser_->ExecWB(command_print, option); })) raise_error(16385, std::u16string(failed));
 }
 
 }  // namespace tvx::core

@@ -16,7 +16,8 @@ using Transfer = core::ed_FTPTransferType;
 using Insert = core::ed_InsertType;
 using Bar = core::EdToolbar;
 
-constexpr EnumerationMember border_styles[] = {member(u"None", Border::None), member(u"Solid", Border::Solid)};
+constexpr EnumerationMember border_styles[] = {member(u"None", Border::None),
+                                               member(u"Solid", Border::Solid)};
 constexpr EnumerationMember highlight_styles[] = {
     member(u"edNone", Highlight::edNone),     member(u"edSolid", Highlight::edSolid),
     member(u"edDashed", Highlight::edDashed), member(u"edDotted", Highlight::edDotted),

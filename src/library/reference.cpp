@@ -119,10 +119,9 @@ std::string operations() {
   for (const Member& member : members()) {
     if (member.kind != MemberKind::Method) continue;
     const std::string arguments = parameters_of(member.parameters, true);
-    rows += row({std::to_string(member.number),
-                 code(member.name) + (arguments.empty() ? "" : " (" + arguments + ")"),
-                 member.type == Type::None ? "" : to_utf8(name_of(member.type)),
-                 to_utf8(member.description)});
+    rows += row(
+        {std::to_string(member.number), code(member.name) + (arguments.empty() ? "" : " (" + arguments + ")"),
+         member.type == Type::None ? "" : to_utf8(name_of(member.type)), to_utf8(member.description)});
   }
   return rows;
 }

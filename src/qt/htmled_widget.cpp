@@ -121,7 +121,8 @@ class HTMLedWidget::Parts final : public platform::Container,
   void view_switched(bool) override { apply(control_->layout()); }
 
   void resize(QSize size) {
-    if (!started_ && !design_mode_) return control_->set_size(to_twips(size.width()), to_twips(size.height()));
+    if (!started_ && !design_mode_)
+      return control_->set_size(to_twips(size.width()), to_twips(size.height()));
     toolbar1_->measure(size.width());
     toolbar2_->measure(size.width());
     branch_->measure(size.width());
@@ -190,10 +191,11 @@ void HTMLedWidget::Parts::print(bool with_dialog) {
     });
   }
   QWebEnginePage* page = view_.page();
-  connect(page, &QWebEnginePage::pdfPrintingFinished, widget_, [page, widget = widget_](const QString&, bool done) {
-    disconnect(page, &QWebEnginePage::pdfPrintingFinished, widget, nullptr);
-    emit widget->print_finished(done);
-  });
+  connect(page, &QWebEnginePage::pdfPrintingFinished, widget_,
+          [page, widget = widget_](const QString&, bool done) {
+            disconnect(page, &QWebEnginePage::pdfPrintingFinished, widget, nullptr);
+            emit widget->print_finished(done);
+          });
   page->printToPdf(print_file_);
 }
 
@@ -223,13 +225,13 @@ HTMLedWidget::~HTMLedWidget() {
   for (QWidget* child : findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly))
     child->setParent(remains);
   parts_->control_->UserControl_Terminate();
-  bury(std::exchange(parts_, nullptr), remains);
+  bury(std::exchange(parts_, nullptr), remains, 0);
 }
 
-void HTMLedWidget::bury(std::shared_ptr<Parts> parts, QWidget* remains) {
-  constexpr int milliseconds = 20;
+void HTMLedWidget::bury(std::shared_ptr<Parts> parts, QWidget* remains, int milliseconds) {
+  constexpr int later = 20;
   QTimer::singleShot(milliseconds, qApp, [parts = std::move(parts), remains]() mutable {
-    if (parts->control_.use_count() > 1) return bury(std::move(parts), remains);
+    if (parts->control_.use_count() > 1) return bury(std::move(parts), remains, later);
     parts.reset();
     delete remains;
   });

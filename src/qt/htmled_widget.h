@@ -35,10 +35,10 @@ class WebView;
 ///
 /// Properties, operations and events have the names that docs/reference.md lists. Properties that are set
 /// before the first show are what the editor starts with. What can't be done (a property that is read-only by
-/// then, an operation that this build doesn't have) leaves a warning in Qt's log; who wants it as an exception
-/// with its number asks control(). Events are signals whose references the host may write to: `cancel = true`
-/// in ToolButtonClick stops the button. They must be connected directly, which is what connect() does within
-/// a thread.
+/// then, an operation that this build doesn't have) leaves a warning in Qt's log; who wants it as an
+/// exception with its number asks control(). Events are signals whose references the host may write to:
+/// `cancel = true` in ToolButtonClick stops the button. They must be connected directly, which is what
+/// connect() does within a thread.
 class HTMLedWidget final : public QWidget {
   Q_OBJECT
   Q_PROPERTY(QString DocumentHTML READ DocumentHTML WRITE set_DocumentHTML USER true)
@@ -48,10 +48,12 @@ class HTMLedWidget final : public QWidget {
   Q_PROPERTY(bool IsDirty READ IsDirty STORED false)
   Q_PROPERTY(QString BaseURL READ BaseURL WRITE set_BaseURL)
   Q_PROPERTY(bool relativeURLs READ relativeURLs WRITE set_relativeURLs)
-  Q_PROPERTY(bool AlwaysConvertUnicodeCharacters READ AlwaysConvertUnicodeCharacters WRITE set_AlwaysConvertUnicodeCharacters)
+  Q_PROPERTY(bool AlwaysConvertUnicodeCharacters READ AlwaysConvertUnicodeCharacters WRITE
+                 set_AlwaysConvertUnicodeCharacters)
   Q_PROPERTY(QString CSSText READ CSSText WRITE set_CSSText)
   Q_PROPERTY(bool CSShttp READ CSShttp WRITE set_CSShttp)
-  Q_PROPERTY(bool showDocumentBackgroundImage READ showDocumentBackgroundImage WRITE set_showDocumentBackgroundImage)
+  Q_PROPERTY(
+      bool showDocumentBackgroundImage READ showDocumentBackgroundImage WRITE set_showDocumentBackgroundImage)
   Q_PROPERTY(bool EditorEnabled READ EditorEnabled WRITE set_EditorEnabled)
   Q_PROPERTY(bool useEnterAsBR READ useEnterAsBR WRITE set_useEnterAsBR)
   Q_PROPERTY(bool isAccessContained READ isAccessContained WRITE set_isAccessContained)
@@ -68,10 +70,12 @@ class HTMLedWidget final : public QWidget {
   Q_PROPERTY(QString SelectionBorderColor READ SelectionBorderColor WRITE set_SelectionBorderColor)
   Q_PROPERTY(QString SelectionBorderWidth READ SelectionBorderWidth WRITE set_SelectionBorderWidth)
   Q_PROPERTY(bool HighlightDOMSelection READ HighlightDOMSelection WRITE set_HighlightDOMSelection)
-  Q_PROPERTY(bool HighlightDOMSelectionOnClick READ HighlightDOMSelectionOnClick WRITE set_HighlightDOMSelectionOnClick)
+  Q_PROPERTY(bool HighlightDOMSelectionOnClick READ HighlightDOMSelectionOnClick WRITE
+                 set_HighlightDOMSelectionOnClick)
   Q_PROPERTY(bool UploadImages READ UploadImages WRITE set_UploadImages)
   Q_PROPERTY(QString LocalImageStore READ LocalImageStore WRITE set_LocalImageStore)
-  Q_PROPERTY(QString CustomDictionaryFilename READ CustomDictionaryFilename WRITE set_CustomDictionaryFilename)
+  Q_PROPERTY(
+      QString CustomDictionaryFilename READ CustomDictionaryFilename WRITE set_CustomDictionaryFilename)
   Q_PROPERTY(QString FTPHost READ FTPHost WRITE set_FTPHost)
   Q_PROPERTY(QString FTPUser READ FTPUser WRITE set_FTPUser)
   Q_PROPERTY(QString FTPPassword READ FTPPassword WRITE set_FTPPassword)
@@ -111,7 +115,8 @@ class HTMLedWidget final : public QWidget {
   Q_ENUM(ed_InsertType)
 
   explicit HTMLedWidget(QWidget* parent = nullptr);
-  /// With a message loop of the host's own, which outlives the widget.
+  /// With a message loop of the host's own, which outlives the widget; a widget that is deleted within an event
+  /// of its own is over with the next turn of Qt's loop.
   explicit HTMLedWidget(platform::MessageLoop& loop, QWidget* parent = nullptr);
   /// Also within an event of its own.
   ~HTMLedWidget() override;
@@ -309,7 +314,7 @@ class HTMLedWidget final : public QWidget {
  private:
   class Parts;
   void begin(std::shared_ptr<Parts> parts);
-  static void bury(std::shared_ptr<Parts> parts, QWidget* remains);
+  static void bury(std::shared_ptr<Parts> parts, QWidget* remains, int milliseconds);
   void focus_moved(QWidget* from, QWidget* to);
   bool holds(const QWidget* widget) const;
 

@@ -71,7 +71,9 @@ void HTMLedWidget::set_BaseURL(const QString& value) { put(u"BaseURL", from_qt(v
 bool HTMLedWidget::relativeURLs() const { return flag(u"relativeURLs"); }
 void HTMLedWidget::set_relativeURLs(bool value) { put(u"relativeURLs", value); }
 bool HTMLedWidget::AlwaysConvertUnicodeCharacters() const { return flag(u"AlwaysConvertUnicodeCharacters"); }
-void HTMLedWidget::set_AlwaysConvertUnicodeCharacters(bool value) { put(u"AlwaysConvertUnicodeCharacters", value); }
+void HTMLedWidget::set_AlwaysConvertUnicodeCharacters(bool value) {
+  put(u"AlwaysConvertUnicodeCharacters", value);
+}
 QString HTMLedWidget::CSSText() const { return text(u"CSSText"); }
 void HTMLedWidget::set_CSSText(const QString& value) { put(u"CSSText", from_qt(value)); }
 bool HTMLedWidget::CSShttp() const { return flag(u"CSShttp"); }
@@ -84,7 +86,9 @@ bool HTMLedWidget::useEnterAsBR() const { return flag(u"useEnterAsBR"); }
 void HTMLedWidget::set_useEnterAsBR(bool value) { put(u"useEnterAsBR", value); }
 bool HTMLedWidget::isAccessContained() const { return flag(u"isAccessContained"); }
 void HTMLedWidget::set_isAccessContained(bool value) { put(u"isAccessContained", value); }
-HTMLedWidget::EdBorderStyle HTMLedWidget::BorderStyle() const { return EdBorderStyle(number(u"BorderStyle")); }
+HTMLedWidget::EdBorderStyle HTMLedWidget::BorderStyle() const {
+  return EdBorderStyle(number(u"BorderStyle"));
+}
 void HTMLedWidget::set_BorderStyle(EdBorderStyle value) { put(u"BorderStyle", int(value)); }
 bool HTMLedWidget::showFormToolbar() const { return flag(u"showFormToolbar"); }
 void HTMLedWidget::set_showFormToolbar(bool value) { put(u"showFormToolbar", value); }
@@ -99,25 +103,39 @@ void HTMLedWidget::set_showCSSDropDown(bool value) { put(u"showCSSDropDown", val
 QString HTMLedWidget::HiddenButtons() const { return text(u"HiddenButtons"); }
 void HTMLedWidget::set_HiddenButtons(const QString& value) { put(u"HiddenButtons", from_qt(value)); }
 QString HTMLedWidget::HiddenContextMenus() const { return text(u"HiddenContextMenus"); }
-void HTMLedWidget::set_HiddenContextMenus(const QString& value) { put(u"HiddenContextMenus", from_qt(value)); }
+void HTMLedWidget::set_HiddenContextMenus(const QString& value) {
+  put(u"HiddenContextMenus", from_qt(value));
+}
 QString HTMLedWidget::LocalizationFile() const { return text(u"LocalizationFile"); }
 void HTMLedWidget::set_LocalizationFile(const QString& value) { put(u"LocalizationFile", from_qt(value)); }
-HTMLedWidget::EdHighLightStyle HTMLedWidget::SelectionBorderStyle() const { return EdHighLightStyle(number(u"SelectionBorderStyle")); }
-void HTMLedWidget::set_SelectionBorderStyle(EdHighLightStyle value) { put(u"SelectionBorderStyle", int(value)); }
+HTMLedWidget::EdHighLightStyle HTMLedWidget::SelectionBorderStyle() const {
+  return EdHighLightStyle(number(u"SelectionBorderStyle"));
+}
+void HTMLedWidget::set_SelectionBorderStyle(EdHighLightStyle value) {
+  put(u"SelectionBorderStyle", int(value));
+}
 QString HTMLedWidget::SelectionBorderColor() const { return text(u"SelectionBorderColor"); }
-void HTMLedWidget::set_SelectionBorderColor(const QString& value) { put(u"SelectionBorderColor", from_qt(value)); }
+void HTMLedWidget::set_SelectionBorderColor(const QString& value) {
+  put(u"SelectionBorderColor", from_qt(value));
+}
 QString HTMLedWidget::SelectionBorderWidth() const { return text(u"SelectionBorderWidth"); }
-void HTMLedWidget::set_SelectionBorderWidth(const QString& value) { put(u"SelectionBorderWidth", from_qt(value)); }
+void HTMLedWidget::set_SelectionBorderWidth(const QString& value) {
+  put(u"SelectionBorderWidth", from_qt(value));
+}
 bool HTMLedWidget::HighlightDOMSelection() const { return flag(u"HighlightDOMSelection"); }
 void HTMLedWidget::set_HighlightDOMSelection(bool value) { put(u"HighlightDOMSelection", value); }
 bool HTMLedWidget::HighlightDOMSelectionOnClick() const { return flag(u"HighlightDOMSelectionOnClick"); }
-void HTMLedWidget::set_HighlightDOMSelectionOnClick(bool value) { put(u"HighlightDOMSelectionOnClick", value); }
+void HTMLedWidget::set_HighlightDOMSelectionOnClick(bool value) {
+  put(u"HighlightDOMSelectionOnClick", value);
+}
 bool HTMLedWidget::UploadImages() const { return flag(u"UploadImages"); }
 void HTMLedWidget::set_UploadImages(bool value) { put(u"UploadImages", value); }
 QString HTMLedWidget::LocalImageStore() const { return text(u"LocalImageStore"); }
 void HTMLedWidget::set_LocalImageStore(const QString& value) { put(u"LocalImageStore", from_qt(value)); }
 QString HTMLedWidget::CustomDictionaryFilename() const { return text(u"CustomDictionaryFilename"); }
-void HTMLedWidget::set_CustomDictionaryFilename(const QString& value) { put(u"CustomDictionaryFilename", from_qt(value)); }
+void HTMLedWidget::set_CustomDictionaryFilename(const QString& value) {
+  put(u"CustomDictionaryFilename", from_qt(value));
+}
 QString HTMLedWidget::FTPHost() const { return text(u"FTPHost"); }
 void HTMLedWidget::set_FTPHost(const QString& value) { put(u"FTPHost", from_qt(value)); }
 QString HTMLedWidget::FTPUser() const { return text(u"FTPUser"); }
@@ -132,12 +150,16 @@ bool HTMLedWidget::FTPPassive() const { return flag(u"FTPPassive"); }
 void HTMLedWidget::set_FTPPassive(bool value) { put(u"FTPPassive", value); }
 int HTMLedWidget::FTPPort() const { return number(u"FTPPort"); }
 void HTMLedWidget::set_FTPPort(int value) { put(u"FTPPort", value); }
-HTMLedWidget::ed_FTPTransferType HTMLedWidget::FTPTransferType() const { return ed_FTPTransferType(number(u"FTPTransferType")); }
+HTMLedWidget::ed_FTPTransferType HTMLedWidget::FTPTransferType() const {
+  return ed_FTPTransferType(number(u"FTPTransferType"));
+}
 void HTMLedWidget::set_FTPTransferType(ed_FTPTransferType value) { put(u"FTPTransferType", int(value)); }
 QString HTMLedWidget::FTPProxyServer() const { return text(u"FTPProxyServer"); }
 void HTMLedWidget::set_FTPProxyServer(const QString& value) { put(u"FTPProxyServer", from_qt(value)); }
 QString HTMLedWidget::FTPProxyBypassList() const { return text(u"FTPProxyBypassList"); }
-void HTMLedWidget::set_FTPProxyBypassList(const QString& value) { put(u"FTPProxyBypassList", from_qt(value)); }
+void HTMLedWidget::set_FTPProxyBypassList(const QString& value) {
+  put(u"FTPProxyBypassList", from_qt(value));
+}
 bool HTMLedWidget::FTPActionInProgress() const { return flag(u"FTPActionInProgress"); }
 bool HTMLedWidget::ShowFTPDialog() const { return flag(u"ShowFTPDialog"); }
 void HTMLedWidget::set_ShowFTPDialog(bool value) { put(u"ShowFTPDialog", value); }

@@ -26,7 +26,8 @@ void WidgetEvents::SpellCheckComplete(bool& Cancelled) {
 }
 void WidgetEvents::ToolButtonClick(std::u16string& Toolbar, std::int16_t& index, std::u16string& buttonName,
                                    bool& cancel) {
-  tell([&](Widget& widget) { emit widget.ToolButtonClick(to_qt(Toolbar), index, to_qt(buttonName), cancel); });
+  tell(
+      [&](Widget& widget) { emit widget.ToolButtonClick(to_qt(Toolbar), index, to_qt(buttonName), cancel); });
 }
 void WidgetEvents::MenuClick(std::u16string& MenuItem, bool& cancel) {
   tell([&](Widget& widget) { emit widget.MenuClick(to_qt(MenuItem), cancel); });

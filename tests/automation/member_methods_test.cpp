@@ -100,6 +100,40 @@ TEST_F(MemberMethods, AnExpectedDialogIsAnsweredAndTold) {
   EXPECT_EQ(failure("expect", {{"on", "weather"}}), 445);
 }
 
+TEST_F(MemberMethods, APrintingIsExpectedAndTold) {
+  const Json expected = result("expect", {{"on", "print"}, {"times", 2}});
+  result("call", {{"name", "print_Document"}, {"args", {false}}});
+  ASSERT_EQ(told_of("seen").size(), 1u);
+  EXPECT_EQ(told_of("seen")[0]["id"], expected["id"]);
+  EXPECT_EQ(told_of("seen")[0]["seen"], (Json{{"dialog", true}}));
+  EXPECT_EQ(told_of("modal").size(), 1u);
+  result("call", {{"name", "print_Document"}, {"args", {true}}});
+  EXPECT_EQ(told_of("seen")[0]["seen"], (Json{{"dialog", false}}));
+  EXPECT_EQ(told_of("event").size(), 0u);
+}
+
+TEST_F(MemberMethods, AFailingPrinterIsToldByItsNumber) {
+  result("fault", {{"operation", "QueryStatusWB"}, {"result", 0}, {"times", 1}});
+  result("call", {{"name", "print_Document"}, {"args", {true}}});
+  ASSERT_EQ(told_of("event").size(), 1u);
+  EXPECT_EQ(told_of("event")[0]["args"]["errNo"], 16384);
+  result("fault", {{"operation", "QueryStatusWB"}, {"error", {5, "no printer"}}, {"times", 1}});
+  result("call", {{"name", "print_Document"}, {"args", {true}}});
+  EXPECT_EQ(told_of("event")[0]["args"],
+            (Json{{"errNo", 16385}, {"errDesc", "An error occured whilst attempting to print"}}));
+}
+
+TEST_F(MemberMethods, TheSelectionIsReadSetAndInsertedAtByName) {
+  set("DocumentHTML", "<p>one two three</p>");
+  EXPECT_EQ(result("call", {{"name", "selectText"}, {"args", {4, 3}}})["result"], "two");
+  EXPECT_EQ(result("call", {{"name", "GetCurrentSelection"}, {"args", {false}}})["result"], "two");
+  result("call", {{"name", "FormatSelection"}, {"args", {"<i>", "</i>"}}});
+  EXPECT_EQ(get("DocumentHTML"), "<P>one <I>two</I> three</P>");
+  result("call", {{"name", "InsertAtCursor"}, {"args", {"<b>x</b>", 0}}});
+  EXPECT_EQ(get("IsDirty"), true);
+  EXPECT_EQ(failure("call", {{"name", "InsertAtCursor"}, {"args", {"<b>x</b>"}}}), 450);
+}
+
 TEST_F(MemberMethods, FaultsAreOrderedByName) {
   EXPECT_EQ(result("fault", {{"operation", "WriteTextFile"}, {"error", {70, "Permission denied"}}}),
             Json::object());

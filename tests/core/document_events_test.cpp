@@ -52,6 +52,48 @@ TEST_F(Control, ContainedAccessSendsEnterWithoutASecondKeyDown) {
   EXPECT_EQ(host.count("ASCIIKeyPress"), 1u);
 }
 
+TEST_F(Control, TheFirstRowThatFitsTakesTheKey) {
+  start();
+  control->set_useEnterAsBR(true);
+  for (const bool shift : {false, true}) {
+    load(u"<P>one[]two</P>");
+    EXPECT_TRUE(key(u"Enter", 13, true, shift).taken);
+    EXPECT_EQ(body(), u"<P>one<BR>two</P>") << "Enter is looked for before any other key is asked for";
+  }
+  load(u"<P>one[two]three</P>");
+  EXPECT_TRUE(key(u" ", 32, true, true).taken);
+  EXPECT_EQ(body(), u"<P>one&nbsp;three</P>") << "with Ctrl as well";
+  load(u"<P>one[]two</P>");
+  key(u" ", 32);
+  EXPECT_EQ(body(), u"<P>one two</P>") << "a blank alone is the document's";
+}
+
+TEST_F(Control, ContainedAccessWithLineBreaksMakesALineBreak) {
+  start();
+  control->set_isAccessContained(true);
+  control->set_useEnterAsBR(true);
+  load(u"<P>one[]two</P>");
+  EXPECT_TRUE(key(u"Enter", 13).taken);
+  EXPECT_EQ(body(), u"<P>one<BR>two</P>");
+  EXPECT_EQ(host.count("ASCIIKeyPress"), 1u);
+}
+
+TEST_F(Control, KeysWithoutARowAreTheDocuments) {
+  start();
+  load(u"<P>ab[]cd</P>");
+  key(u"Backspace", 8);
+  key(u"Delete", 46);
+  EXPECT_EQ(body(), u"<P>ad</P>");
+  EXPECT_EQ(host.count("ASCIIKeyPress"), 2u);
+}
+
+TEST_F(Control, AKeyGoingUpMarksTheDocument) {
+  start_with(u"<P>x</P>");
+  control->DOM()->key_up({u"Shift", u"", 16});
+  EXPECT_TRUE(control->IsDirty());
+  EXPECT_THAT(host.heard, ElementsAre());
+}
+
 TEST_F(Control, ShiftSpaceReplacesTheSelectionByANoBreakSpace) {
   start();
   load(u"<P>one[two]three</P>");
@@ -120,6 +162,16 @@ TEST_F(Control, ADoubleClickMovesTheCurrentElementToTheLastEventsPlace) {
   EXPECT_EQ(control->highlightElement(), element(dom::Tag::P))
       << "the press's coordinates, not the double click's";
   EXPECT_FALSE(control->IsDirty());
+}
+
+TEST_F(Control, ADoubleClickOnAnImageWhosePropertiesAreHiddenChangesNothing) {
+  start_with(u"<P>x<IMG src=\"a.gif\"></P>");
+  control->set_HiddenContextMenus(u"mnuImgProperties");
+  control->DOM()->mouse_press(at(element(dom::Tag::Img)));
+  EXPECT_FALSE(control->DOM()->double_click(at(element(dom::Tag::Img)))) << "always cancelled";
+  EXPECT_EQ(body(), u"<P>x<IMG src=\"a.gif\"></P>");
+  EXPECT_FALSE(control->IsDirty());
+  EXPECT_EQ(control->highlightElement(), element(dom::Tag::Img));
 }
 
 TEST_F(Control, DraggingMarksTheDocumentChangedAsItBegins) {

@@ -158,6 +158,96 @@ TEST_F(Control, ACancelledSaveDialogClearsTheFlagAndWritesNothing) {
             u"*.htm;*.HTM;*.HTML;*.html|All Files|*.*");
 }
 
+constexpr std::u16string_view odd_document =
+    u"<H1 align=\"center\"><!-- a comment -->T\u00EFtle &amp; more</H1>\n<P>One <b>two</b>&nbsp;&lt;three&gt;"
+    u"<IMG src=\"a b.gif\" alt='\"quoted\"'><custom-tag data-x=1>\u4E2D</custom-tag></P>"
+    u"<PRE>\n\n  kept\n</PRE><TABLE><TR><TD>cell</TABLE><SCRIPT>if (a < b && c) go();</SCRIPT>";
+
+TEST_F(Control, ADocumentSavedOpenedAndSavedAgainIsTheSameFile) {
+  const SystemCodePageScope scope(CodePage::utf8());
+  for (const bool entire : {true, false}) {
+    start_with(odd_document);
+    auto first = path("first.html"), second = path("second.html");
+    control->Save_document(first, entire);
+    ASSERT_GT(bytes_of(folder / "first.html").size(), 200u);
+    control->Open_document(first, entire);
+    control->Save_document(second, entire);
+    EXPECT_EQ(bytes_of(folder / "second.html"), bytes_of(folder / "first.html")) << entire;
+    EXPECT_FALSE(control->IsDirty());
+    control->Open_document(second, entire);
+    EXPECT_TRUE(contains(body(), u"T\u00EFtle &amp; more")) << to_utf8(body());
+  }
+}
+
+TEST_F(Control, InAnotherCodePageReferencesComeThrough) {
+  const SystemCodePageScope scope(CodePage::windows_1252());
+  start_with(odd_document);
+  control->set_AlwaysConvertUnicodeCharacters(true);
+  auto first = path("first.html");
+  control->Save_document(first, false);
+  control->Open_document(first, false);
+  control->Save_document(path("second.html"), false);
+  EXPECT_EQ(bytes_of(folder / "second.html"), bytes_of(folder / "first.html"));
+  EXPECT_TRUE(contains(body(), u"\u4E2D"));
+}
+
+TEST_F(Control, ATargetThatCantBeWrittenTellsNothingAndClearsTheFlag) {
+  start_with(u"<P>x</P>");
+  key(u"Shift", 16);
+  host.heard.clear();
+  control->Save_document(path("no/such/folder/out.html"), true);
+  EXPECT_FALSE(control->IsDirty());
+  EXPECT_EQ(host.heard.size(), 0u);
+  EXPECT_FALSE(std::filesystem::exists(folder / "no"));
+  EXPECT_EQ(body(), u"<P>x</P>");
+}
+
+TEST_F(Control, AnErrorInTheSaveDialogLeavesTheFlag) {
+  struct Broken : headless::Dialogs {
+    std::u16string ShowSave(const platform::FileDialog&) override { throw RuntimeError(5, u"no dialog"); }
+  } broken;
+  auto other = HTMLed::create({.loop = loop, .container = container, .dialogs = broken});
+  other->UserControl_Show();
+  other->insert_HR();
+  ASSERT_TRUE(other->IsDirty());
+  other->Save_document(u"", false);
+  EXPECT_TRUE(other->IsDirty());
+}
+
+TEST_F(Control, SavingLeavesTheBorderInTheTextAndRaisesNothing) {
+  start_with(u"<P>one</P>");
+  control->set_HighlightDOMSelectionOnClick(true);
+  control->DOM()->mouse_press(at(element(dom::Tag::P)));
+  host.heard.clear();
+  control->Save_document(path("out.html"), false);
+  EXPECT_THAT(bytes_of(folder / "out.html"), testing::HasSubstr("<P style=\"border"));
+  EXPECT_EQ(host.heard.size(), 0u);
+}
+
+TEST_F(Control, OpeningInTheCodeViewShowsTheNewSource) {
+  start_with(u"<P>x</P>");
+  control->show_Code();
+  auto file = write_file("page.html", "<p>opened</p>");
+  control->Open_document(file, false);
+  EXPECT_TRUE(contains(control->txtCode().Text(), u"opened"));
+  EXPECT_TRUE(control->InCodeView());
+}
+
+TEST_F(Control, PrintingTakesTheBorderOff) {
+  start_with(u"<P>one</P>");
+  control->set_HighlightDOMSelectionOnClick(true);
+  control->DOM()->mouse_press(at(element(dom::Tag::P)));
+  ASSERT_TRUE(contains(body(), u"border"));
+  window.told.clear();
+  control->print_Document(true);
+  EXPECT_THAT(window.told, ElementsAre("print"));
+  EXPECT_EQ(body(), u"<P>one</P>");
+  control->show_Code();
+  window.told.clear();
+  control->print_Document(true);
+  EXPECT_EQ(window.told.back(), "print") << "the document, also from the code view";
+}
+
 TEST_F(Control, PrintingAsksWhetherItCan) {
   start();
   control->print_Document(false);

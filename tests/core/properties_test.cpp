@@ -120,19 +120,105 @@ TEST_F(Control, ADefaultControlStoresTheSevenBooleansWhoseDefaultIsOne) {
   EXPECT_EQ(again->FTPPort(), 21);
 }
 
+constexpr std::u16string_view writing_order[] = {u"DocumentHTML",
+                                                 u"FullToolBar",
+                                                 u"FTPHost",
+                                                 u"FTPUser",
+                                                 u"FTPPassword",
+                                                 u"FTPInitDir",
+                                                 u"FTPSaveToURL",
+                                                 u"FTPPassive",
+                                                 u"BaseURL",
+                                                 u"showFormToolbar",
+                                                 u"showFormattingToolbar1",
+                                                 u"showFormattingToolbar2",
+                                                 u"CSSText",
+                                                 u"showCSSDropDown",
+                                                 u"isAccessContained",
+                                                 u"showDocumentBackgroundImage",
+                                                 u"FTPActionInProgress",
+                                                 u"EditorEnabled",
+                                                 u"CSShttp",
+                                                 u"BorderStyle",
+                                                 u"showDOMToolbar",
+                                                 u"useEnterAsBR",
+                                                 u"SelectionBorderStyle",
+                                                 u"SelectionBorderColor",
+                                                 u"SelectionBorderWidth",
+                                                 u"HighlightDOMSelection",
+                                                 u"HighlightDOMSelectionOnClick",
+                                                 u"UploadImages",
+                                                 u"LocalizationFile",
+                                                 u"HiddenButtons",
+                                                 u"HiddenContextMenus",
+                                                 u"LocalImageStore",
+                                                 u"DocumentText",
+                                                 u"DocumentTitle",
+                                                 u"ShowFTPDialog",
+                                                 u"FTPPort",
+                                                 u"FTPTransferType",
+                                                 u"FTPProxyServer",
+                                                 u"FTPProxyBypassList",
+                                                 u"allHTML",
+                                                 u"FTPDirectoryItem",
+                                                 u"IsDirty",
+                                                 u"relativeURLs",
+                                                 u"CustomDictionaryFilename",
+                                                 u"AlwaysConvertUnicodeCharacters"};
+
 TEST_F(Control, KeysAreWrittenInTheOrderThatContainersKnow) {
   create();
   headless::PropertyBag bag;
   control->UserControl_WriteProperties(bag);
   const auto& written = bag.written();
-  ASSERT_EQ(written.size(), 45u);
-  EXPECT_EQ(written.front(), u"DocumentHTML");
-  EXPECT_EQ(written[8], u"BaseURL");
-  EXPECT_EQ(written[18], u"CSShttp");
-  EXPECT_EQ(written[40], u"FTPDirectoryItem");
-  EXPECT_EQ(written[43], u"CustomDictionaryFilename");
-  EXPECT_EQ(written.back(), u"AlwaysConvertUnicodeCharacters");
+  EXPECT_THAT(written, testing::ElementsAreArray(writing_order));
 }
+
+constexpr std::u16string_view reading_order[] = {u"DocumentHTML",
+                                                 u"FullToolBar",
+                                                 u"FTPHost",
+                                                 u"FTPUser",
+                                                 u"FTPPassword",
+                                                 u"FTPInitDir",
+                                                 u"FTPSaveToURL",
+                                                 u"FTPPassive",
+                                                 u"CustomDictionaryFilename",
+                                                 u"BaseURL",
+                                                 u"CSSText",
+                                                 u"CSShttp",
+                                                 u"showFormToolbar",
+                                                 u"showFormattingToolbar1",
+                                                 u"showFormattingToolbar2",
+                                                 u"showCSSDropDown",
+                                                 u"isAccessContained",
+                                                 u"showDocumentBackgroundImage",
+                                                 u"FTPActionInProgress",
+                                                 u"EditorEnabled",
+                                                 u"showDOMToolbar",
+                                                 u"BorderStyle",
+                                                 u"useEnterAsBR",
+                                                 u"SelectionBorderStyle",
+                                                 u"SelectionBorderColor",
+                                                 u"SelectionBorderWidth",
+                                                 u"HighlightDOMSelection",
+                                                 u"HighlightDOMSelectionOnClick",
+                                                 u"UploadImages",
+                                                 u"LocalizationFile",
+                                                 u"HiddenButtons",
+                                                 u"HiddenContextMenus",
+                                                 u"LocalImageStore",
+                                                 u"DocumentText",
+                                                 u"DocumentTitle",
+                                                 u"ShowFTPDialog",
+                                                 u"FTPPort",
+                                                 u"FTPTransferType",
+                                                 u"FTPProxyServer",
+                                                 u"FTPProxyBypassList",
+                                                 u"allHTML",
+                                                 u"FTPDirectoryItem",
+                                                 u"IsDirty",
+                                                 u"relativeURLs",
+                                                 u"AlwaysConvertUnicodeCharacters"};
 
 struct OrderBag : platform::PropertyBag {
   mutable std::vector<std::u16string> read;
@@ -156,12 +242,7 @@ TEST_F(Control, KeysAreReadInTheirOrderAndAKeyThatFailsKeepsItsValue) {
   properties.FTPUser = u"kept";
   TableLabels labels;
   read_properties(properties, labels, bag);
-  ASSERT_EQ(bag.read.size(), 45u);
-  EXPECT_EQ(bag.read[1], u"FullToolBar");
-  EXPECT_EQ(bag.read[8], u"CustomDictionaryFilename");
-  EXPECT_EQ(bag.read[11], u"CSShttp");
-  EXPECT_EQ(bag.read[31], u"HiddenContextMenus");
-  EXPECT_EQ(bag.read[41], u"FTPDirectoryItem");
+  EXPECT_THAT(bag.read, testing::ElementsAreArray(reading_order));
   EXPECT_EQ(properties.FTPUser, u"kept");
   EXPECT_EQ(properties.FTPHost, u"host");
   EXPECT_EQ(properties.FTPPort, 21);

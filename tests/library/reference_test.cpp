@@ -11,11 +11,16 @@
 namespace tvx::library {
 namespace {
 
+std::string text_of(const char* path) {
+  std::ifstream file(std::string(TVX_SOURCE_DIR) + path, std::ios::binary);
+  std::ostringstream text;
+  text << file.rdbuf();
+  return text.str();
+}
+
 TEST(Reference, IsThePageAmongTheDocuments) {
-  std::ifstream file(TVX_SOURCE_DIR "/docs/reference.md", std::ios::binary);
-  std::ostringstream page;
-  page << file.rdbuf();
-  EXPECT_TRUE(page.str() == reference()) << "write it anew: htmled-cli --reference > docs/reference.md";
+  EXPECT_TRUE(text_of("/docs/reference.md") == reference())
+      << "write it anew: htmled-cli --reference > docs/reference.md";
 }
 
 TEST(Reference, NamesEveryMemberWithItsKeyAndEveryArgument) {
@@ -33,6 +38,12 @@ TEST(Reference, NamesEveryMemberWithItsKeyAndEveryArgument) {
     for (const Parameter& parameter : event.parameters)
       EXPECT_TRUE(has(parameter.name)) << to_utf8(parameter.name);
   }
+}
+
+TEST(Readme, ShowsTheProgramThatIsBuilt) {
+  const std::string program = text_of("/examples/embed/main.cpp");
+  const std::string without_question = program.substr(program.find('\n') + 1);
+  EXPECT_NE(text_of("/README.md").find("```cpp\n" + without_question + "```"), std::string::npos);
 }
 
 }  // namespace
