@@ -5,9 +5,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QFile>
-#include <QFileDialog>
 #include <QKeyEvent>
-#include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTemporaryDir>
@@ -243,33 +241,6 @@ TEST_F(WindowTest, AsManyStepsAsThenMayStillBeOthers) {
   post_text(QStringLiteral("z"));
   ASSERT_TRUE(settle());
   EXPECT_TRUE(window_.isWindowModified());
-}
-
-TEST_F(WindowTest, SaveAsWritesTheChosenFileAndGoesOnWithIt) {
-  const QString path = edited_page();
-  const QString other = folder_.filePath(QStringLiteral("other.html"));
-  const auto answer = [&](QWidget& dialog) {
-    auto* chooser = qobject_cast<QFileDialog*>(&dialog);
-    ASSERT_NE(chooser, nullptr);
-    EXPECT_EQ(chooser->windowTitle(), QStringLiteral("Save As"));
-    auto* name = chooser->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
-    ASSERT_NE(name, nullptr);
-    name->setText(folder_.filePath(QStringLiteral("other")));
-    ASSERT_TRUE(QMetaObject::invokeMethod(chooser, "accept"));
-    if (chooser->isVisible()) chooser->reject();  // a failing test shall not wait for ever
-  };
-  EXPECT_TRUE(choose(QStringLiteral("Save As"), answer));
-  EXPECT_EQ(bytes_of(other), small_page_edited) << "the name gets its ending";
-  EXPECT_EQ(bytes_of(path), small_page);
-  EXPECT_FALSE(window_.isWindowModified());
-  EXPECT_TRUE(window_.windowTitle().startsWith(QStringLiteral("other.html")));
-}
-
-TEST_F(WindowTest, ASaveAsThatIsCancelledChangesNothing) {
-  const QString path = edited_page();
-  EXPECT_TRUE(choose(QStringLiteral("Save As")));
-  EXPECT_TRUE(window_.isWindowModified());
-  EXPECT_EQ(bytes_of(path), small_page);
 }
 
 TEST_F(WindowTest, AFileThatAnotherProgramHasWrittenIsNotOverwrittenUnasked) {
