@@ -74,8 +74,8 @@ TEST(Sheets, LinksAreLoadedFromOutside) {
     void links_changed() override { ++count; }
   } observer;
   engine.set_link_observer(&observer);
-  ASSERT_EQ(engine.take_changed_links().size(), 1u);
-  EXPECT_TRUE(engine.take_changed_links().empty());
+  ASSERT_EQ(engine.take_sheets_to_load().size(), 1u);
+  EXPECT_TRUE(engine.take_sheets_to_load().empty());
   const StyleSheetHandle sheet = engine.sheets()[0];
   Element& p = *document->all().back();
   EXPECT_EQ(utf8(computed_value(p, Property::Color)), "rgb(0, 0, 0)");
@@ -85,11 +85,11 @@ TEST(Sheets, LinksAreLoadedFromOutside) {
 
   sheet->set_href(u"b.css");
   EXPECT_GE(observer.count, 1);
-  ASSERT_EQ(engine.take_changed_links().size(), 1u);
+  ASSERT_EQ(engine.take_sheets_to_load().size(), 1u);
   const std::uint64_t version = document->version();
   sheet->set_href(u"b.css");
   EXPECT_EQ(document->version(), version);
-  EXPECT_EQ(engine.take_changed_links().size(), 1u);
+  EXPECT_EQ(engine.take_sheets_to_load().size(), 1u);
   engine.set_link_text(sheet->owner(), std::nullopt);
   EXPECT_EQ(utf8(computed_value(p, Property::Color)), "rgb(0, 0, 0)");
   EXPECT_TRUE(sheet->rules().empty());
