@@ -27,6 +27,10 @@ bool is_modifier(const KeyInput& key) {
   return std::find(std::begin(names), std::end(names), key.key) != std::end(names);
 }
 
+bool asks_for_menu(const KeyInput& key) {
+  return key.key == u"ContextMenu" || (key.key == u"F10" && key.shift && !key.control && !key.alt);
+}
+
 std::optional<ViewMove> view_move(const KeyInput& key) {
   constexpr std::pair<std::u16string_view, ViewMove> moves[] = {
       {u"ArrowUp", ViewMove::LineUp}, {u"ArrowDown", ViewMove::LineDown}, {u"Home", ViewMove::LineStart},
@@ -187,6 +191,15 @@ KeyOutcome HTMLDocument::key_down(const KeyInput& key) {
 }
 
 void HTMLDocument::default_action(const KeyInput& key, KeyOutcome& outcome) {
+  if (asks_for_menu(key)) {
+    // As a right press at the caret, which leaves the selection alone.
+    outcome.taken = true;
+    Event event = event_at_caret();
+    event.button = MouseButton::Right;
+    deliver_selection_change(event);
+    event.type = u"mousedown";
+    return deliver(event, [](DocumentHandler& handler) { handler.onmousedown(); });
+  }
   if (!is_modifier(key)) composition_->accept();
   const dom::Boundary focus = editor_->selection().focus();
   if (!focus || !editing::editing_host_of(*focus.node)) return;

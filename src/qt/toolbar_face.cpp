@@ -123,10 +123,12 @@ ToolbarFace::ToolbarFace(platform::Toolbar& model, QWidget* parent) : QWidget(pa
   setSizePolicy(policy);
   model_.add_observer(*this);
   model_.set_measure([this](float width) { return to_twips(heightForWidth(to_pixels(width))); });
+  model_.set_places([this](const platform::Button& button) { return place_of(button); });
   schedule();
 }
 
 ToolbarFace::~ToolbarFace() {
+  model_.set_places(nullptr);
   model_.set_measure(nullptr);
   model_.remove_observer(*this);
 }
@@ -236,7 +238,8 @@ void ToolbarFace::resizeEvent(QResizeEvent*) { bring_up_to_date(); }
 void ToolbarFace::bring_up_to_date() {
   stale_ = false;
   const Placement placement = place(width());
-  if (isHidden() == model_.Visible()) setVisible(model_.Visible());
+  const bool wanted = holder_visible_ && model_.Visible();
+  if (isHidden() == wanted) setVisible(wanted);
   separators_.clear();
   for (int i = 1; i <= model_.Count(); ++i) show_button(model_.Item(i), placement.boxes[std::size_t(i - 1)]);
   for (std::size_t i = std::size_t(model_.Count()); i < buttons_.size(); ++i)
@@ -272,6 +275,18 @@ void ToolbarFace::paintEvent(QPaintEvent*) {
     painter.fillRect(QRect(box.center().x(), box.y() + 4, 1, box.height() - 8), line);
 }
 
+void ToolbarFace::show_in(const QRect& box, bool visible) {
+  setGeometry(box);
+  holder_visible_ = visible;
+  setVisible(visible && model_.Visible());
+}
+
+platform::ButtonPlace ToolbarFace::place_of(const platform::Button& button) const {
+  const QWidget* widget = button_widget(button.Index());
+  return widget ? platform::ButtonPlace{to_twips(widget->x()), to_twips(widget->y())}
+                : platform::ButtonPlace{};
+}
+
 // --- pressing and walking ---
 
 QWidget* ToolbarFace::button_widget(int index) const {
@@ -297,6 +312,12 @@ void ToolbarFace::set_tab_stop(int index) {
   if (QWidget* before = button_widget(tab_stop_)) before->setFocusPolicy(Qt::NoFocus);
   tab_stop_ = index;
   if (QWidget* now = button_widget(tab_stop_)) now->setFocusPolicy(Qt::TabFocus);
+}
+
+bool ToolbarFace::take_focus() {
+  if (isHidden() || !can_take_focus(tab_stop_)) return false;
+  button_widget(tab_stop_)->setFocus(Qt::TabFocusReason);
+  return true;
 }
 
 void ToolbarFace::walk(int from, Step step) {

@@ -27,6 +27,11 @@ class ToolbarFace final : public QWidget, private platform::ToolbarObserver {
   /// Where the focus goes on Escape: most likely the document.
   void set_on_leave(std::function<void()> leave) { leave_ = std::move(leave); }
 
+  /// Where the bar stands, and whether its holder shows.
+  void show_in(const QRect& box, bool visible);
+  /// Gives the focus to the button that has it by Tab. False: no button can take it.
+  bool take_focus();
+
   /// The widget of the button at that place, which counts from 1; null for a separator or none.
   QWidget* button_widget(int index) const;
 
@@ -65,13 +70,14 @@ class ToolbarFace final : public QWidget, private platform::ToolbarObserver {
   bool can_take_focus(int index) const;
   void press(int index);
   void walk(int from, Step step);
+  platform::ButtonPlace place_of(const platform::Button& button) const;
   int nearest_in_other_row(int from, bool below) const;
 
   platform::Toolbar& model_;
   std::vector<ToolbarButton*> buttons_;  // by place; those behind the model's last one wait for their return
   std::vector<QRect> separators_;
   int tab_stop_ = 0;
-  bool stale_ = false;
+  bool stale_ = false, holder_visible_ = true;
   mutable int measured_width_ = -1, measured_height_ = 0;
   std::function<void()> leave_;
 };

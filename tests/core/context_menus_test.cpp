@@ -76,6 +76,17 @@ TEST_F(ContextMenu, ARightPressInTheSelectionKeepsIt) {
   EXPECT_EQ(marked(), u"<P>[text]</P>");
 }
 
+TEST_F(ContextMenu, TheMenuKeyOpensItAtTheCaretAndLeavesTheSelection) {
+  start_with(u"<P>a<A href=\"x\">link</A></P>");
+  load(u"<P>a<A href=\"x\">l[in]k</A></P>");
+  key(u"ContextMenu", 93);
+  key(u"F10", 121, false, true);
+  EXPECT_THAT(menus.shown(), ElementsAre(u"mnuLinks", u"mnuLinks"));
+  EXPECT_EQ(marked(), u"<P>a<A href=\"x\">l[in]k</A></P>");
+  key(u"F10", 121);
+  EXPECT_EQ(menus.shown().size(), 2u);
+}
+
 // --- images and their links ---
 
 TEST_F(ContextMenu, AnImageWithoutALinkOffersToInsertOne) {
