@@ -24,16 +24,17 @@ namespace {
 
 [[noreturn]] void out_of_range() { throw RuntimeError(errors::invalid_call, u"The index is out of range"); }
 
-void remove_control(Element& element) {
+}  // namespace
+
+Boundary remove_control(Element& element) {
   const Ref<Node> parent(element.parent());
-  if (!parent) return;
+  const Boundary place = dom::before(element);
   dom::remove(element);
   if (is_block_node(*parent) && is_allowed_child_name(dom::Name(Tag::Br), *parent) &&
       !has_visible_child(*parent))
     append_line_break(*parent);
+  return normalized_caret_place(place);
 }
-
-}  // namespace
 
 bool is_control(const Element& element) {
   static const TagSet tags{Tag::Img,      Tag::Table,  Tag::Input,  Tag::Button, Tag::Select,
@@ -86,14 +87,13 @@ bool ControlRange::remove_elements() {
   selection.hold_notifications();
   {
     const dom::UndoStep step(editor_.document().journal(), u"Delete");
-    dom::LiveRange place(editor_.document(), {});
+    Boundary place;
     for (const Ref<Element>& element : elements_) {
       if (!element->parent()) continue;
-      place.set({dom::before(*element), dom::before(*element)});
-      remove_control(*element);
+      place = remove_control(*element);
       removed = true;
     }
-    if (removed && was_selected) selection.collapse(normalized_caret_place(place.start()));
+    if (removed && was_selected) selection.collapse(place);
   }
   selection.release_notifications();
   elements_.clear();

@@ -3,6 +3,7 @@
 #include "dom/mutation.h"
 #include "dom/tree.h"
 #include "editing/block_range.h"
+#include "editing/control_range.h"
 #include "editing/editor.h"
 #include "editing/predicates.h"
 #include "editing/recorded_values.h"
@@ -261,7 +262,12 @@ void Deletion::run() {
 }  // namespace
 
 void delete_selection(Editor& editor, DeleteOptions options) {
-  if (editor.active_range()) Deletion(editor, options).run();
+  // OURS: what is selected as a whole goes as a whole; the standard would walk into a table's cells.
+  if (dom::Element* control = editor.selection().control(); control && is_editable(*control)) {
+    editor.selection().collapse(remove_control(*control));
+  } else if (editor.active_range()) {
+    Deletion(editor, options).run();
+  }
 }
 
 }  // namespace tvx::editing

@@ -87,6 +87,11 @@ bool Editor::is_enabled(const CommandDefinition& command) const {
   if (command.always_enabled) return true;
   const std::optional<dom::Range> range = active_range();
   if (!range || !editing_host_of(*range->start.node) || !editing_host_of(*range->end.node)) return false;
+  // What is selected as a whole has no text to format; a link can be put around it.
+  if (selection_.control() && command.inline_command != InlineCommand::None &&
+      command.inline_command != InlineCommand::CreateLink) {
+    return false;
+  }
   const Node* host = common_host(*range);
   return host && (command.in_plain_text || !is_plain_text_host(*host));
 }
