@@ -267,6 +267,7 @@ void delete_selection(Editor& editor, DeleteOptions options) {
     editor.selection().collapse(remove_control(*control));
   } else if (editor.active_range()) {
     Deletion(editor, options).run();
+    leave_comments(editor);
   }
 }
 

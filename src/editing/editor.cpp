@@ -130,7 +130,21 @@ bool Editor::execute(std::u16string_view command, std::u16string_view value) {
   const HeldSelection held(selection_);
   if (row->is_mode) return row->action(*this, value);
   const dom::UndoStep step(document_->journal(), row->label);
+  leave_comments(*this);
   return act(*row, value);
+}
+
+void leave_comments(Editor& editor) {
+  Selection& selection = editor.selection();
+  const auto is_in_comment = [](const dom::Boundary& place) {
+    return place && place.node->parent() && dom::as<dom::CharacterData>(place.node) && !place.node->is_text();
+  };
+  const dom::Boundary anchor = selection.anchor(), focus = selection.focus();
+  if (!is_in_comment(anchor) && !is_in_comment(focus)) return;
+  const auto outside = [&](const dom::Boundary& place) {
+    return is_in_comment(place) ? dom::before(*place.node) : place;
+  };
+  selection.set(outside(anchor), outside(focus));
 }
 
 // Editing commands standard, "preserves overrides".

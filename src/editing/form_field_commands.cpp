@@ -49,7 +49,8 @@ Ref<Element> make_field(const FormField& field, std::u16string_view id, dom::Doc
   return element;
 }
 
-/// In these there is text and nothing else, or (a button) no further field: HTML has no way to write one there.
+/// In these there is text and nothing else, or (a button) no further field: HTML has no way to write one
+/// there.
 bool takes_no_field(const Node& node) {
   static const TagSet tags{Tag::Textarea, Tag::Select, Tag::Option, Tag::Optgroup,
                            Tag::Button,   Tag::Title,  Tag::Script, Tag::Style};

@@ -21,6 +21,7 @@ using dom::Ref;
 using dom::Tag;
 
 void insert_at_selection(Editor& editor, const Ref<Node>& node) {
+  leave_comments(editor);
   Selection& selection = editor.selection();
   const dom::Range range = selection.range();
   Boundary place = range.start;

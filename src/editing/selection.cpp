@@ -9,8 +9,20 @@ using dom::Boundary;
 Selection::Selection(dom::Document& document) : document_(document), range_(document, {}) {}
 Selection::~Selection() = default;
 
-Boundary Selection::anchor() const { return type_ == SelectionType::None ? Boundary{} : range_.start(); }
-Boundary Selection::focus() const { return type_ == SelectionType::None ? Boundary{} : range_.end(); }
+SelectionType Selection::type() const {
+  return type_ == SelectionType::Control && !control() ? SelectionType::Text : type_;
+}
+
+// The range's ends can't tell where a control stands: what is inserted before it stands between them too.
+Boundary Selection::anchor() const {
+  if (const dom::Element* selected = control()) return before(*selected);
+  return type_ == SelectionType::None ? Boundary{} : range_.start();
+}
+
+Boundary Selection::focus() const {
+  if (const dom::Element* selected = control()) return after(*selected);
+  return type_ == SelectionType::None ? Boundary{} : range_.end();
+}
 
 dom::Range Selection::range() const {
   const Boundary a = anchor(), b = focus();
@@ -20,18 +32,19 @@ dom::Range Selection::range() const {
 
 dom::Element* Selection::control() const {
   if (type_ != SelectionType::Control) return nullptr;
-  const Boundary start = range_.start();
-  return dom::as<dom::Element>(dom::child_at(*start.node, start.offset));
+  return control_->parent() == range_.start().node ? control_.get() : nullptr;
 }
 
 void Selection::set(Boundary anchor, Boundary focus) {
   type_ = SelectionType::Text;
+  control_ = {};
   range_.set_unordered(anchor, focus);
   notify();
 }
 
 void Selection::select_control(dom::Element& element) {
   type_ = SelectionType::Control;
+  control_ = &element;
   range_.set_unordered(before(element), after(element));
   notify();
 }
@@ -39,6 +52,7 @@ void Selection::select_control(dom::Element& element) {
 void Selection::clear() {
   if (type_ == SelectionType::None) return;
   type_ = SelectionType::None;
+  control_ = {};
   range_.set_unordered({}, {});
   notify();
 }
@@ -60,15 +74,16 @@ void Selection::notify() {
 
 dom::SelectionRecord Selection::capture() const {
   const Boundary a = anchor(), f = focus();
-  return {a.node, a.offset, f.node, f.offset, type_ == SelectionType::Control};
+  return {a.node, a.offset, f.node, f.offset, control() != nullptr};
 }
 
 void Selection::restore(const dom::SelectionRecord& record) {
   if (!record.anchor_node) return clear();
-  type_ = record.control ? SelectionType::Control : SelectionType::Text;
-  range_.set_unordered({record.anchor_node.get(), record.anchor_offset},
-                       {record.focus_node.get(), record.focus_offset});
-  notify();
+  const Boundary anchor{record.anchor_node.get(), record.anchor_offset};
+  if (auto* element =
+          record.control ? dom::as<dom::Element>(dom::child_at(*anchor.node, anchor.offset)) : nullptr)
+    return select_control(*element);
+  set(anchor, {record.focus_node.get(), record.focus_offset});
 }
 
 }  // namespace tvx::editing

@@ -28,8 +28,9 @@ class Selection final : public dom::SelectionKeeper {
   explicit Selection(dom::Document& document);
   ~Selection() override;
 
-  SelectionType type() const { return type_; }
-  bool collapsed() const { return type_ == SelectionType::Text && anchor() == focus(); }
+  /// A control that has left its place leaves a caret behind.
+  SelectionType type() const;
+  bool collapsed() const { return type() == SelectionType::Text && anchor() == focus(); }
   dom::Boundary anchor() const;
   dom::Boundary focus() const;
   /// In document order; both null without a selection. Of a control: the place before and behind it.
@@ -57,6 +58,7 @@ class Selection final : public dom::SelectionKeeper {
   dom::Document& document_;
   dom::LiveRange range_;  // start is the anchor, end the focus, in whatever order
   SelectionType type_ = SelectionType::None;
+  dom::Ref<dom::Element> control_;
   std::vector<SelectionObserver*> observers_;
   std::size_t holds_ = 0;
   bool missed_ = false;

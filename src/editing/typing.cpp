@@ -39,7 +39,11 @@ class Gesture {
   dom::UndoStep step_;
 };
 
-bool can_type(Editor& editor) { return editor.enabled(u"insertText"); }
+bool can_type(Editor& editor) {
+  if (!editor.enabled(u"insertText")) return false;
+  leave_comments(editor);
+  return true;
+}
 
 // A host that has lost all it held gets a paragraph, so that the next text is not a bare line in it.
 void keep_paragraph(Editor& editor) {

@@ -40,7 +40,8 @@ TEST_F(FormFieldCommands, AnEmptyLineNeedsNoBreakBesideAField) {
 }
 
 TEST_F(FormFieldCommands, TakeThePlaceOfASelectionAcrossBlocks) {
-  expect_edit("<p>a[b</p><p>c]d</p>", {"InsertInputRadio", "r"}, "<P>a<INPUT type=\"radio\" id=\"r\">{}d</P>");
+  expect_edit("<p>a[b</p><p>c]d</p>", {"InsertInputRadio", "r"},
+              "<P>a<INPUT type=\"radio\" id=\"r\">{}d</P>");
 }
 
 TEST_F(FormFieldCommands, TakeThePlaceOfAControl) {
