@@ -33,7 +33,11 @@ class ForwardDelete {
     find_target();
     if (delete_behind() || is_inline_node(spot_.node()) || delete_leaf()) return;
     find_end();
-    if (stop_at_table() || !in_same_editing_host(end_.node(), spot_.node())) return;
+    if (stop_at_table()) return;
+    // Nothing to join within the host. The standard deletes up to what stands behind the host, where there is
+    // nothing to delete either, and leaves the caret where it began to look.
+    if (!in_same_editing_host(end_.node(), spot_.node()))
+      return editor_.selection().collapse(spot_.boundary());
     if (!delete_line_behind()) merge_blocks();
   }
 

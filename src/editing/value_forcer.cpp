@@ -192,10 +192,18 @@ Ref<Element> ValueForcer::make_link(Node& node) const {
   return link;
 }
 
+// COMPAT: engines write a colour resolved, "rgb(255, 248, 220)", into the style that a command makes.
+std::u16string inline_value(std::u16string_view property, const std::u16string& value) {
+  if (!property.ends_with(u"color")) return value;
+  const auto colour = dom::style::parse_color(value);
+  return colour ? dom::style::to_text(*colour) : value;
+}
+
 void ValueForcer::style(Element& wrapper) const {
   const std::u16string_view property = css_property_of(command_);
   if (!property.empty()) {
-    if (!looks(wrapper, command_, value_)) dom::style::set_inline_value(wrapper, property, *value_);
+    if (!looks(wrapper, command_, value_))
+      dom::style::set_inline_value(wrapper, property, inline_value(property, *value_));
   } else if (command_ == InlineCommand::Strikethrough || command_ == InlineCommand::Underline) {
     if (!looks(wrapper, command_, value_)) dom::style::set_inline_value(wrapper, u"text-decoration", *value_);
   }

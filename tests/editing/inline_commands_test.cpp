@@ -61,7 +61,8 @@ TEST_F(InlineCommands, ColoursAreFontElementsOrStyles) {
   expect_edit("[one]", {"foreColor", "00f"}, "<FONT color=\"#0000ff\">[one]</FONT>");
   expect_edit("[one]", {"foreColor", "rgba(0, 0, 255, 0.5)"},
               "<SPAN style=\"color: rgba(0, 0, 255, 0.5)\">[one]</SPAN>");
-  expect_edit("[one]", {"hiliteColor", "yellow"}, "<SPAN style=\"background-color: yellow\">[one]</SPAN>");
+  expect_edit("[one]", {"hiliteColor", "yellow"},
+              "<SPAN style=\"background-color: rgb(255, 255, 0)\">[one]</SPAN>");
 }
 
 TEST_F(InlineCommands, WhatIsNoColourIsRefused) {

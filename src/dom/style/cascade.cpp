@@ -31,6 +31,16 @@ void inherit(ComputedValues& values, const ComputedValues& from, Property proper
   }
 }
 
+/// CSS Fonts 4, section 2.5 "<relative-size>": the neighbour among the sizes that have names; between them a
+/// factor.
+double relative_font_size(double inherited, bool larger) {
+  static constexpr double named[] = {9, 10, 13, 16, 18, 24, 32, 48};
+  const auto* const found = std::find(std::begin(named), std::end(named), inherited);
+  if (found != std::end(named) && (larger ? found + 1 != std::end(named) : found != std::begin(named)))
+    return larger ? found[1] : found[-1];
+  return larger ? inherited * 1.2 : inherited / 1.2;
+}
+
 /// CSS Fonts 4, section 2.2.1 "Relative Weights".
 std::uint16_t relative_weight(std::uint16_t weight, bool bolder) {
   if (bolder) return weight < 350 ? 400 : weight < 550 ? 700 : std::max<std::uint16_t>(weight, 900);
@@ -124,9 +134,7 @@ class Computation {
       case ValueKind::Em: values_.font_size = value.number * inherited; break;
       case ValueKind::RootEm: values_.font_size = value.number * surroundings_.root_font_size; break;
       case ValueKind::Percentage: values_.font_size = value.number * inherited / 100; break;
-      case ValueKind::Relative:
-        values_.font_size = value.number > 0 ? inherited * 1.2 : inherited / 1.2;
-        break;
+      case ValueKind::Relative: values_.font_size = relative_font_size(inherited, value.number > 0); break;
       default: break;
     }
   }
