@@ -78,6 +78,9 @@ struct Seen {
       items.push_back({{"name", json_text(filter.name)}, {"pattern", json_text(filter.pattern)}});
     return {{"captions", {json_text(dialog.title)}}, {"items", items}, {"texts", {json_text(dialog.preset)}}};
   }
+  Json operator()(const platform::LinkDialog& dialog) const {
+    return {{"texts", {json_text(dialog.address)}}};
+  }
   Json operator()(const platform::MessageBox& box) const {
     Json items = Json::array();
     for (const MessageAnswer answer : platform::answers_of(box.buttons))
@@ -141,6 +144,8 @@ int Expectations::add(const Params& params) {
     add_dialog(id, DialogKind::color, params);
   else if (on == u"msgbox")
     add_dialog(id, DialogKind::msgbox, params);
+  else if (on == u"link")
+    add_dialog(id, DialogKind::link, params);
   else if (on == u"print")
     prints_.push_back({id, params.list("do"), params.number_or("times", 1)});
   else

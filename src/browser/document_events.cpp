@@ -168,6 +168,12 @@ Event HTMLDocument::event_of(const KeyInput& key, std::u16string_view type) cons
 
 KeyOutcome HTMLDocument::key_down(const KeyInput& key) {
   const auto self = shared_from_this();
+  const KeyOutcome outcome = deliver_key(key);
+  if (outcome.link) ask_for_link();
+  return outcome;
+}
+
+KeyOutcome HTMLDocument::deliver_key(const KeyInput& key) {
   Gesture gesture(*this);
   KeyOutcome outcome;
   Event down = event_of(key, u"keydown");
@@ -207,6 +213,7 @@ void HTMLDocument::default_action(const KeyInput& key, KeyOutcome& outcome) {
   switch (editing::press_key(*editor_, press)) {
     case editing::KeyResult::Done: outcome.taken = true; break;
     case editing::KeyResult::NotMine: break;
+    case editing::KeyResult::AskLink: outcome.taken = outcome.link = true; break;
     case editing::KeyResult::AskView:
       outcome.taken = true;
       outcome.ask = view_move(key);

@@ -1,7 +1,5 @@
 #include "browser/html_document.h"
 
-#include <algorithm>
-
 #include "base/error.h"
 #include "base/fault.h"
 #include "base/url.h"
@@ -12,6 +10,7 @@
 #include "dom/mutation.h"
 #include "dom/objects/address.h"
 #include "dom/tree.h"
+#include "editing/links.h"
 #include "editing/platform_values.h"
 #include "editing/predicates.h"
 
@@ -52,20 +51,6 @@ void HTMLDocument::set_clipboard(platform::Clipboard* clipboard) {
   clipboard_ = clipboard ? std::make_unique<DocumentClipboard>(*this, *clipboard) : nullptr;
   editor_->set_clipboard(clipboard_.get());
 }
-
-namespace {
-
-/// OURS: what shapes letters has nothing to work on while an element is selected as a whole. (The commands
-/// as such would take an image for a letter.)
-bool needs_text(std::u16string_view command) {
-  constexpr std::u16string_view names[] = {u"backColor",   u"bold",     u"fontName",      u"fontSize",
-                                           u"foreColor",   u"italic",   u"strikethrough", u"subscript",
-                                           u"superscript", u"underline"};
-  return std::ranges::any_of(
-      names, [&](std::u16string_view name) { return equals_ignoring_ascii_case(name, command); });
-}
-
-}  // namespace
 
 void HTMLDocument::fill(dom::Ref<dom::Document> tree, std::u16string url) {
   watch_.reset();
@@ -149,18 +134,27 @@ std::u16string HTMLDocument::absolute_url(std::u16string_view written) const {
   return resolve_url(trimmed(written), dom::base_address(*tree_, url_)).value_or(std::u16string(written));
 }
 
-bool HTMLDocument::execCommand(std::u16string_view command, bool /*show_ui*/, std::u16string_view value) {
+bool HTMLDocument::execCommand(std::u16string_view command, bool show_ui, std::u16string_view value) {
   if (const auto result = fault_point(u"execCommand " + std::u16string(command))) return *result != 0;
   const auto self = shared_from_this();
+  if (show_ui && equals_ignoring_ascii_case(command, u"CreateLink")) return ask_for_link();
   Gesture gesture(*this);
   composition_->accept();
-  if (needs_text(command) && editor_->selection().control()) return false;
   return editor_->execute(command, value);
 }
 
-bool HTMLDocument::queryCommandEnabled(std::u16string_view command) {
-  return !(needs_text(command) && editor_->selection().control()) && editor_->enabled(command);
+// The dialog runs a loop of its own: no gesture is open meanwhile, and afterwards everything may have
+// changed.
+bool HTMLDocument::ask_for_link() {
+  if (!link_dialog_ || !editor_->enabled(u"createLink")) return false;
+  const auto dialog = link_dialog_;
+  const std::optional<std::u16string> address = dialog(editing::link_address(*editor_));
+  if (!address) return false;
+  Gesture gesture(*this);
+  return editing::link_selection(*editor_, *address);
 }
+
+bool HTMLDocument::queryCommandEnabled(std::u16string_view command) { return editor_->enabled(command); }
 
 CommandValue HTMLDocument::queryCommandValue(std::u16string_view command) {
   return editing::platform_value(*editor_, command);

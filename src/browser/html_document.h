@@ -41,6 +41,7 @@ struct KeyOutcome {
   bool taken = false;           // a handler took it away, or the document acted on it
   std::optional<ViewMove> ask;  // the view must tell where the caret goes
   bool extend = false;          // the move extends the selection
+  bool link = false;            // the user wants a link, and is asked for its address
 };
 
 /// A document as its control sees it: the tree, its editor, and the events between them. What a hosted
@@ -66,7 +67,8 @@ class HTMLDocument : public std::enable_shared_from_this<HTMLDocument> {
   dom::Element* documentElement() const { return tree_->document_element(); }
   /// The first element of that name in tree order; null if there is none.
   dom::Element* first(dom::Tag tag) const;
-  /// False where the command failed or is unknown.
+  /// False where the command failed or is unknown. "CreateLink" with `show_ui` asks for the address, and for
+  /// nothing else is there anything to show; false as well where the user cancelled.
   bool execCommand(std::u16string_view command, bool show_ui, std::u16string_view value);
   bool queryCommandEnabled(std::u16string_view command);
   /// Throws RuntimeError(5) for an unknown command. Of Copy, Cut and Paste: false.
@@ -141,6 +143,10 @@ class HTMLDocument : public std::enable_shared_from_this<HTMLDocument> {
   using LinkFollower = std::function<void(const std::u16string& url, const std::u16string& target)>;
   void set_link_follower(LinkFollower follow) { follow_link_ = std::move(follow); }
 
+  /// Asks the user for an address, the present one given; nothing: cancelled.
+  using LinkDialog = std::function<std::optional<std::u16string>(const std::u16string& address)>;
+  void set_link_dialog(LinkDialog dialog) { link_dialog_ = std::move(dialog); }
+
   /// Holds the selection's news back while it lives; then tells of them once.
   class Gesture;
 
@@ -174,8 +180,10 @@ class HTMLDocument : public std::enable_shared_from_this<HTMLDocument> {
   Event event_at_caret() const;
   dom::Ref<dom::Element> focus_element() const;
   void set_selection_by_press(const MouseInput& mouse);
+  KeyOutcome deliver_key(const KeyInput& key);
   void default_action(const KeyInput& key, KeyOutcome& outcome);
   bool may_input();
+  bool ask_for_link();
 
   dom::Ref<dom::Document> tree_;
   std::unique_ptr<editing::Editor> editor_;
@@ -189,6 +197,7 @@ class HTMLDocument : public std::enable_shared_from_this<HTMLDocument> {
   LinkFollower follow_link_;
   DocumentSource source_;
   bool load_failed_ = false;
+  LinkDialog link_dialog_;
   std::vector<Living> events_;  // being handled, the innermost last
   std::size_t gestures_ = 0;
   bool selection_moved_ = false;  // within a gesture, or while a change is being told

@@ -10,6 +10,7 @@
 #include "core/keep_alive.h"
 #include "dom/style/style_sheet.h"
 #include "dom/tree.h"
+#include "platform/common_dialogs.h"
 #include "platform/container.h"
 #include "services/wait.h"
 
@@ -135,8 +136,19 @@ void HTMLed::connect_clipboard(browser::HTMLDocument& document) {
 
 void HTMLed::document_replaced(const std::shared_ptr<browser::HTMLDocument>& document) {
   const KeepAlive alive(*this);
-  if (document) connect_clipboard(*document);
+  if (document) {
+    connect_clipboard(*document);
+    document->set_link_dialog([weak = weak_from_this()](const std::u16string& address) {
+      const auto control = weak.lock();
+      return control ? control->ask_link(address) : std::nullopt;
+    });
+  }
   for (std::size_t i = 0; i < observers_.size(); ++i) observers_[i]->document_replaced(document);
+}
+
+std::optional<std::u16string> HTMLed::ask_link(const std::u16string& address) {
+  const KeepAlive alive(*this);
+  return dialogs_.ask_link({.address = address, .owner = hwnd_});
 }
 
 // --- waiting ---

@@ -345,6 +345,7 @@ class HTMLed final : public std::enable_shared_from_this<HTMLed>,
   void DownloadComplete() override;
   void NavigateError(const browser::Navigation& navigation, std::int32_t status) override;
   void document_replaced(const std::shared_ptr<browser::HTMLDocument>& document) override;
+  std::optional<std::u16string> ask_link(const std::u16string& address);
   void FindEditWindow();
   void ShowEditCaret();
 

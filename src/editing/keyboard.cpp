@@ -106,6 +106,7 @@ std::optional<KeyResult> press_shortcut(Editor& editor, const KeyPress& key) {
       {u"v", false, u"paste"},
   };
   if (!key.control || key.alt) return std::nullopt;
+  if (!key.shift && equals_ignoring_ascii_case(key.key, u"k")) return KeyResult::AskLink;
   for (const Shortcut& shortcut : shortcuts) {
     if (shortcut.shift != key.shift || !equals_ignoring_ascii_case(shortcut.key, key.key)) continue;
     editor.execute(shortcut.command);

@@ -17,11 +17,12 @@ struct KeyPress {
 enum class KeyResult : std::uint8_t {
   Done,     // handled here
   AskView,  // a caret move that needs the layout: Up, Down, Home, End, page keys
+  AskLink,  // the user wants a link: somebody must ask for its address
   NotMine   // a key with no meaning in a document
 };
 
 /// What a key does in an editable document when nobody has taken it away: typing, deletion, caret moves
-/// without layout, and the shortcuts Ctrl+B, I, U, A, Z, Y, Shift+Ctrl+Z.
+/// without layout, and the shortcuts Ctrl+B, I, U, K, A, Z, Y, Shift+Ctrl+Z.
 KeyResult press_key(Editor& editor, const KeyPress& key);
 
 }  // namespace tvx::editing

@@ -1,9 +1,13 @@
 #include <unordered_set>
 
+#include "dom/journal.h"
+#include "dom/mutation.h"
 #include "dom/tree.h"
 #include "editing/command_table.h"
 #include "editing/effectively_contained.h"
 #include "editing/inline_values.h"
+#include "editing/insertion_commands.h"
+#include "editing/links.h"
 #include "editing/predicates.h"
 
 /// The rows of the commands for links: editing commands standard, sections "The createLink command" and "The
@@ -72,6 +76,21 @@ bool unlink(Editor& editor, std::u16string_view) {
   return true;
 }
 
+// The link as its own text, behind which typing goes on.
+bool insert_link(Editor& editor, std::u16string_view address) {
+  const Node& place = *editor.selection().focus().node;
+  const Node& parent = place.is_text() ? *place.parent() : place;
+  if (!is_editable(place) && !is_editing_host(place)) return false;
+  if (!is_allowed_child_name(dom::Name(Tag::A), parent)) return false;
+  step_out_of_text_edge(editor);
+  const Ref<Element> link = editor.document().create_element(Tag::A);
+  dom::set_attribute(*link, dom::names::href, address);
+  dom::insert(*link, editor.document().create_text(std::u16string(address)));
+  insert_at_selection(editor, link);
+  editor.selection().collapse(dom::after(*link));
+  return true;
+}
+
 const CommandDefinition rows[] = {
     {.name = u"createLink",
      .label = u"Link",
@@ -86,5 +105,25 @@ const CommandDefinition rows[] = {
 }  // namespace
 
 std::span<const CommandDefinition> link_commands() { return rows; }
+
+std::u16string link_address(Editor& editor) {
+  const auto range = editor.active_range();
+  if (!range) return {};
+  const auto links = links_touched(*range);
+  return links.empty() ? std::u16string()
+                       : std::u16string(links.front()->attribute_or_empty(dom::names::href));
+}
+
+bool link_selection(Editor& editor, std::u16string_view address) {
+  if (!editor.selection().collapsed()) return editor.execute(u"createLink", address);
+  if (address.empty() || !editor.enabled(u"createLink")) return false;
+  const dom::UndoStep step(editor.document().journal(), u"Link");
+  leave_comments(editor);
+  const auto links = links_touched(*editor.active_range());
+  if (links.empty()) return insert_link(editor, address);
+  if (!is_editable(*links.front())) return false;
+  dom::set_attribute(*links.front(), dom::names::href, address);
+  return true;
+}
 
 }  // namespace tvx::editing

@@ -10,6 +10,7 @@
 #include "editing/predicates.h"
 #include "editing/recorded_values.h"
 #include "editing/surgery.h"
+#include "editing/table_rows.h"
 #include "editing/text_units.h"
 
 namespace tvx::editing {
@@ -217,29 +218,6 @@ Node* neighbour_cell(const Element& cell, const Element& table, bool backward) {
   return nullptr;
 }
 
-Ref<Node> copy_without_id(const Node& node, dom::Document& document) {
-  Ref<Node> copy = dom::clone(node, document, dom::Deep::No);
-  if (auto* element = dom::as<Element>(copy)) dom::remove_attribute(*element, dom::names::id);
-  return copy;
-}
-
-// A row like the last one, with empty cells. Gives its first cell.
-Ref<Node> add_row(Element& last_cell, Editor& editor) {
-  Node& last_row = *last_cell.parent();
-  const Ref<Node> row = copy_without_id(last_row, editor.document());
-  Ref<Node> first;
-  for (const Node* cell = last_row.first_child(); cell; cell = cell->next_sibling()) {
-    if (!cell->is(Tag::Td) && !cell->is(Tag::Th)) continue;
-    const Ref<Node> copy = copy_without_id(*cell, editor.document());
-    dom::remove_attribute(static_cast<Element&>(*copy), dom::names::rowspan);
-    dom::insert(*row, copy);
-    append_line_break(*copy);
-    if (!first) first = copy;
-  }
-  dom::insert(*last_row.parent(), row, last_row.next_sibling());
-  return first;
-}
-
 }  // namespace
 
 bool press_tab(Editor& editor, bool backward) {
@@ -254,7 +232,8 @@ bool press_tab(Editor& editor, bool backward) {
   }
   if (backward || !cell->parent()->is(Tag::Tr) || !is_editable(*cell->parent())) return true;
   const Gesture gesture(editor, u"Insert row");
-  editor.selection().collapse({add_row(*cell, editor).get(), 0});
+  if (const auto first = add_row_like(static_cast<Element&>(*cell->parent())))
+    editor.selection().collapse({first.get(), 0});
   return true;
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "base/strings.h"
 #include "base/text.h"
 
 namespace tvx::headless {
@@ -16,6 +17,7 @@ DialogKind kind_of(const ShownDialog& dialog) {
     DialogKind operator()(const OpenDialog&) const { return DialogKind::open; }
     DialogKind operator()(const SaveDialog&) const { return DialogKind::save; }
     DialogKind operator()(const MessageBox&) const { return DialogKind::msgbox; }
+    DialogKind operator()(const platform::LinkDialog&) const { return DialogKind::link; }
   };
   return std::visit(Kind{}, dialog);
 }
@@ -25,6 +27,7 @@ std::u16string_view name_of(DialogKind kind) {
     case DialogKind::color: return u"color";
     case DialogKind::open: return u"open";
     case DialogKind::save: return u"save";
+    case DialogKind::link: return u"link";
     case DialogKind::msgbox: break;
   }
   return u"msgbox";
@@ -72,6 +75,14 @@ MessageAnswer Dialogs::show_message(const MessageBox& box) {
   const MessageAnswer answer = show<MessageAnswer>(box).value_or(closed);
   const auto offered = platform::answers_of(box.buttons);
   return std::find(offered.begin(), offered.end(), answer) == offered.end() ? closed : answer;
+}
+
+// An address of nothing but white space can't be agreed to.
+std::optional<std::u16string> Dialogs::ask_link(const platform::LinkDialog& dialog) {
+  const auto answer = show<std::u16string>(dialog);
+  if (!answer) return std::nullopt;
+  std::u16string address(trimmed(*answer));
+  return address.empty() ? std::nullopt : std::optional(std::move(address));
 }
 
 }  // namespace tvx::headless

@@ -18,18 +18,19 @@ struct ColorDialog {
 };
 struct OpenDialog : platform::FileDialog {};
 struct SaveDialog : platform::FileDialog {};
-using ShownDialog = std::variant<ColorDialog, OpenDialog, SaveDialog, platform::MessageBox>;
+using ShownDialog =
+    std::variant<ColorDialog, OpenDialog, SaveDialog, platform::MessageBox, platform::LinkDialog>;
 
 /// The kinds, by the names that scripts use.
-enum class DialogKind { color, open, save, msgbox };
+enum class DialogKind { color, open, save, msgbox, link };
 DialogKind kind_of(const ShownDialog& dialog);
 std::u16string_view name_of(DialogKind kind);
 
 /// What the user who isn't there will do with one dialog.
 struct ExpectedDialog {
   DialogKind kind;
-  /// The colour, the path or the button; nothing: the dialog is cancelled. An answer of another kind than the
-  /// dialog's, or a button that the box doesn't have, cancels as well.
+  /// The colour, the path, the address or the button; nothing: the dialog is cancelled. An answer of another
+  /// kind than the dialog's, or a button that the box doesn't have, cancels as well.
   std::variant<std::monostate, Colour, std::u16string, platform::MessageAnswer> answer = {};
   /// Runs while the dialog is open; it may pump, and it may open further dialogs.
   std::function<void(const ShownDialog&)> while_open = {};
@@ -57,6 +58,7 @@ class Dialogs : public platform::CommonDialogs {
   std::u16string ShowOpen(const platform::FileDialog& dialog) override;
   std::u16string ShowSave(const platform::FileDialog& dialog) override;
   platform::MessageAnswer show_message(const platform::MessageBox& box) override;
+  std::optional<std::u16string> ask_link(const platform::LinkDialog& dialog) override;
 
  private:
   /// The answer of the type asked for, if one was expected.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -37,6 +38,12 @@ struct MessageBox {
   WindowHandle owner = WindowHandle::none;
 };
 
+/// Asks for the address of a link.
+struct LinkDialog {
+  std::u16string address;  // what stands in the field at first
+  WindowHandle owner = WindowHandle::none;
+};
+
 /// What closing the box without a choice means: No where there is no Cancel, OK where there is nothing else.
 MessageAnswer answer_when_closed(MessageButtons buttons);
 /// The answers a box offers, from the first button on.
@@ -58,6 +65,9 @@ class CommonDialogs {
   virtual std::u16string ShowSave(const FileDialog& dialog) = 0;
 
   virtual MessageAnswer show_message(const MessageBox& box) = 0;
+
+  /// The address without white space around it, never an empty one; nothing on cancel.
+  virtual std::optional<std::u16string> ask_link(const LinkDialog& dialog) = 0;
 };
 
 }  // namespace tvx::platform

@@ -6,6 +6,7 @@
 #include <QMessageBox>
 #include <QPushButton>
 
+#include "qt/link_dialog.h"
 #include "qt/strings.h"
 
 namespace tvx::qt {
@@ -145,6 +146,12 @@ MessageAnswer Dialogs::show_message(const platform::MessageBox& box) {
   for (const MessageAnswer answer : platform::answers_of(box.buttons))
     if (dialog->standardButton(dialog->clickedButton()) == button_of(answer)) return answer;
   return when_closed;
+}
+
+std::optional<std::u16string> Dialogs::ask_link(const platform::LinkDialog& asked) {
+  Modal<LinkDialog> dialog(to_qt(asked.address), window_.data());
+  if (!dialog.run()) return std::nullopt;
+  return from_qt(dialog->address());
 }
 
 }  // namespace tvx::qt

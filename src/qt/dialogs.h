@@ -18,6 +18,7 @@ class Dialogs final : public platform::CommonDialogs {
   std::u16string ShowOpen(const platform::FileDialog& dialog) override;
   std::u16string ShowSave(const platform::FileDialog& dialog) override;
   platform::MessageAnswer show_message(const platform::MessageBox& box) override;
+  std::optional<std::u16string> ask_link(const platform::LinkDialog& dialog) override;
 
   /// Where file dialogs open: at first the working folder, later where the user last chose a file.
   void set_folder(const QString& folder) { folder_ = folder; }

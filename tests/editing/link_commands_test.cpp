@@ -1,3 +1,4 @@
+#include "editing/links.h"
 #include "editing_fixture.h"
 
 namespace tvx::editing::test {
@@ -31,6 +32,56 @@ TEST_F(LinkCommands, UnlinkTakesTheWholeLinkAroundACaret) {
 TEST_F(LinkCommands, UnlinkTakesAllLinksOfASelection) {
   expect_edit("<P>[a<A href=\"x\">b</A>c</P><P><A href=\"y\">d</A>e]</P>", {"unlink"},
               "<P>[abc</P><P>de]</P>");
+}
+
+TEST_F(LinkCommands, ThePresentAddressIsThatOfTheFirstLinkTouched) {
+  const std::vector<std::pair<std::string, std::u16string>> cases{
+      {"a<A href=\"x\">b[]c</A>d", u"x"},
+      {"[a<A href=\"x\">b</A><A href=\"y\">c</A>]", u"x"},
+      {"<A href=\"x\">b</A>[c]<A href=\"y\">d</A>", u""},
+      {"a[]b", u""},
+  };
+  for (const auto& [html, address] : cases) {
+    load(html);
+    EXPECT_EQ(link_address(editor), address) << html;
+  }
+  editor.selection().clear();
+  EXPECT_EQ(link_address(editor), u"");
+}
+
+TEST_F(LinkCommands, AnAddressGivenByHandMakesALinkOfWhatThereIs) {
+  const std::vector<std::array<std::string_view, 2>> cases{
+      {"<P>o[n]e</P>", "<P>o<A href=\"n\">[n]</A>e</P>"},
+      {"<P>a<A href=\"x\">b[]c</A>d</P>", "<P>a<A href=\"n\">b[]c</A>d</P>"},
+      {"<P>a[]b</P>", "<P>a<A href=\"n\">n</A>{}b</P>"},
+      {"<P>{}<BR></P>", "<P><A href=\"n\">n</A>{}<BR></P>"},
+      {"<P>a[]</P>", "<P>a<A href=\"n\">n</A>{}</P>"},
+  };
+  for (const auto& [before, after] : cases) {
+    load(before);
+    const std::string first = marked();
+    EXPECT_TRUE(link_selection(editor, u"n")) << before;
+    EXPECT_EQ(marked(), after);
+    EXPECT_EQ(document->journal().depth(), 1u);
+    expect_laws(first);
+  }
+}
+
+TEST_F(LinkCommands, AnImageSelectedAsAWholeCanBeLinked) {
+  load("<P>a<IMG src=\"i\">b</P>");
+  editor.selection().select_control(*dom::first_child_element(*dom::first_child_element(host)));
+  EXPECT_TRUE(link_selection(editor, u"n"));
+  EXPECT_EQ(html(), "<P>a<A href=\"n\"><IMG src=\"i\"></A>b</P>");
+}
+
+TEST_F(LinkCommands, NothingIsLinkedWithoutAnAddressOrOutsideTheHost) {
+  load("<P>a[]b</P>");
+  EXPECT_FALSE(link_selection(editor, u""));
+  editor.selection().collapse({host.next_sibling()->first_child(), 1});
+  EXPECT_FALSE(link_selection(editor, u"n"));
+  editor.selection().clear();
+  EXPECT_FALSE(link_selection(editor, u"n"));
+  EXPECT_EQ(html(), "<P>ab</P>");
 }
 
 }  // namespace tvx::editing::test

@@ -2,6 +2,7 @@
 
 #include <functional>
 
+#include "dom/mutation.h"
 #include "editing/editing_fixture.h"
 #include "editing/keyboard.h"
 
@@ -193,6 +194,225 @@ TEST_F(Typing, KeysFindTheirGestures) {
   EXPECT_EQ(press_key(editor, {.key = u"ArrowLeft", .shift = true}), KeyResult::Done);
   EXPECT_EQ(press_key(editor, {.key = u"b", .control = true}), KeyResult::Done);
   EXPECT_EQ(html(), "<P>ab<B>c</B></P>");
+}
+
+// --- tables ---
+
+TEST_F(Typing, TheRowAddedHasACellUnderEachColumn) {
+  const auto tab = [&] { press_tab(editor, false); };
+  expect_gesture(
+      "<table><tbody><tr><td>a</td><td>b</td><td>c</td></tr><tr><td colspan=\"2\">d</td><td>[]e</td></tr>"
+      "</tbody></table>",
+      tab,
+      "<TABLE><TBODY><TR><TD>a</TD><TD>b</TD><TD>c</TD></TR><TR><TD colspan=\"2\">d</TD><TD>e</TD></TR>"
+      "<TR><TD colspan=\"2\">{}<BR></TD><TD><BR></TD></TR></TBODY></TABLE>");
+  // A cell of two rows ends with the table: a cell of its own continues it.
+  expect_gesture(
+      "<table><tbody><tr><td rowspan=\"2\">a</td><td>b</td></tr><tr><td>[]c</td></tr></tbody></table>", tab,
+      "<TABLE><TBODY><TR><TD rowspan=\"2\">a</TD><TD>b</TD></TR><TR><TD>c</TD></TR>"
+      "<TR><TD>{}<BR></TD><TD><BR></TD></TR></TBODY></TABLE>");
+  // A cell that reaches below the table's end stands in the new row as well.
+  expect_gesture(
+      "<table><tbody><tr><td rowspan=\"3\">a</td><td>b</td></tr><tr><td>[]c</td></tr></tbody></table>", tab,
+      "<TABLE><TBODY><TR><TD rowspan=\"3\">a</TD><TD>b</TD></TR><TR><TD>c</TD></TR>"
+      "<TR><TD>{}<BR></TD></TR></TBODY></TABLE>");
+}
+
+TEST_F(Typing, TheRowAddedBehindAHeadIsABody) {
+  expect_gesture(
+      "<table><thead><tr><th>a</th><th>[]b</th></tr></thead></table>", [&] { press_tab(editor, false); },
+      "<TABLE><THEAD><TR><TH>a</TH><TH>b</TH></TR></THEAD><TBODY><TR><TD>{}<BR></TD><TD><BR></TD></TR>"
+      "</TBODY></TABLE>");
+  expect_gesture(
+      "<table><tbody><tr><td>a</td></tr></tbody><tfoot><tr><td>[]f</td></tr></tfoot></table>",
+      [&] { press_tab(editor, false); },
+      "<TABLE><TBODY><TR><TD>a</TD></TR></TBODY><TFOOT><TR><TD>f</TD></TR><TR><TD>{}<BR></TD></TR></TFOOT>"
+      "</TABLE>");
+}
+
+TEST_F(Typing, TabGoesFromAHeadIntoTheBodyAndPassesTablesWithin) {
+  load(
+      "<table><thead><tr><th>[]h</th></tr></thead><tbody><tr><td>x<table><tbody><tr><td>in</td></tr></"
+      "tbody></"
+      "table>"
+      "</td><td>out</td></tr></tbody></table>");
+  press_tab(editor, false);
+  press_tab(editor, false);
+  EXPECT_NE(marked().find("[]out"), std::string::npos) << marked();
+  press_tab(editor, true);
+  press_tab(editor, true);
+  EXPECT_NE(marked().find("[]h"), std::string::npos) << marked();
+  press_tab(editor, true);
+  EXPECT_NE(marked().find("[]h"), std::string::npos) << "there is nothing before the first cell";
+  EXPECT_EQ(steps(), 0u);
+}
+
+TEST_F(Typing, DeletionStopsAtATablesEdges) {
+  const std::string table = "<TABLE><TBODY><TR><TD>a</TD><TD>b</TD></TR></TBODY></TABLE>";
+  expect_backspace("<TABLE><TBODY><TR><TD>[]a</TD><TD>b</TD></TR></TBODY></TABLE>",
+                   "<TABLE><TBODY><TR><TD>[]a</TD><TD>b</TD></TR></TBODY></TABLE>");
+  expect_delete("<TABLE><TBODY><TR><TD>a[]</TD><TD>b</TD></TR></TBODY></TABLE>",
+                "<TABLE><TBODY><TR><TD>a[]</TD><TD>b</TD></TR></TBODY></TABLE>");
+  // The first stroke selects the table and is no step; the second takes it.
+  load(table + "<P>[]x</P>");
+  delete_backward(editor);
+  EXPECT_EQ(marked(), "{" + table + "}<P>x</P>");
+  EXPECT_EQ(steps(), 0u);
+  delete_backward(editor);
+  EXPECT_EQ(html(), "<P>x</P>");
+  expect_laws("{" + table + "}<P>x</P>");
+  load("<P>x[]</P>" + table);
+  delete_forward(editor);
+  EXPECT_EQ(marked(), "<P>x</P>{" + table + "}");
+}
+
+TEST_F(Typing, ASelectionAcrossCellsLeavesTheCells) {
+  expect_backspace("<TABLE><TBODY><TR><TD>a[b</TD><TD>c</TD><TD>d]e</TD></TR></TBODY></TABLE>",
+                   "<TABLE><TBODY><TR><TD>a[]</TD><TD><BR></TD><TD>e</TD></TR></TBODY></TABLE>");
+}
+
+TEST_F(Typing, ASelectedTableGoesWithOneStroke) {
+  for (const auto& stroke :
+       std::vector<std::function<void()>>{[&] { delete_backward(editor); }, [&] { delete_forward(editor); },
+                                          [&] { run({"delete"}); }, [&] { run({"forwardDelete"}); }}) {
+    load("<P>a</P><TABLE><TBODY><TR><TD>1</TD></TR></TBODY></TABLE><P>b</P>");
+    editor.selection().select_control(*dom::as<dom::Element>(dom::child_at(host, 1)));
+    const std::string first = html();
+    stroke();
+    EXPECT_EQ(html(), "<P>a</P><P>b</P>");
+    EXPECT_TRUE(document->journal().undo());
+    EXPECT_EQ(html(), first);
+    EXPECT_EQ(editor.selection().control(), dom::child_at(host, 1));
+  }
+}
+
+TEST_F(Typing, TextTakesThePlaceOfASelectedImage) {
+  load("<P>a<IMG src=\"i\">b</P>");
+  editor.selection().select_control(*dom::as<dom::Element>(dom::child_at(*host.first_child(), 1)));
+  const std::string first = marked();
+  type_text(editor, u"x");
+  EXPECT_EQ(marked(), "<P>ax[]b</P>");
+  expect_laws(first);
+}
+
+// --- lists, headings, quotes ---
+
+TEST_F(Typing, AnEmptyItemLeavesItsListLevelByLevel) {
+  const std::string list = "<UL><LI>a<UL><LI>b</LI><LI>{}<BR></LI></UL></LI></UL>";
+  expect_enter(list, "<UL><LI>a<UL><LI>b</LI></UL></LI><LI>{}<BR></LI></UL>");
+  expect_gesture(
+      list,
+      [&] {
+        press_enter(editor);
+        press_enter(editor);
+      },
+      "<UL><LI>a<UL><LI>b</LI></UL></LI></UL><P>{}<BR></P>");
+}
+
+TEST_F(Typing, BackspaceAndDeleteJoinItems) {
+  expect_backspace("<UL><LI>a</LI><LI>[]b</LI></UL>", "<UL><LI>a<BR>[]b</LI></UL>");
+  expect_delete("<UL><LI>a[]</LI><LI>b</LI></UL>", "<UL><LI>a[]b</LI></UL>");
+  expect_backspace("<P>x</P><UL><LI>[]a</LI><LI>b</LI></UL>", "<P>x</P><P>[]a</P><UL><LI>b</LI></UL>");
+}
+
+TEST_F(Typing, JoiningKeepsTheFirstBlockAndTheLookOfTheText) {
+  expect_backspace("<H1>a</H1><P>[]b</P>", "<H1>a[]b</H1>");
+  expect_delete("<P>a[]</P><H1>b</H1>", "<P>a[]b</P>");
+  expect_backspace("<P>a</P><BLOCKQUOTE><P>[]b</P></BLOCKQUOTE>", "<P>a</P><P>[]b</P>");
+}
+
+TEST_F(Typing, EnterOverASelectionReplacesIt) {
+  expect_enter("<P>a[b</P><P>c]d</P>", "<P>a</P><P>[]d</P>");
+  expect_enter("<UL><LI>a[b]c</LI></UL>", "<UL><LI>a</LI><LI>[]c</LI></UL>");
+}
+
+TEST_F(Typing, ShiftEnterBreaksTheLine) {
+  const auto shift_enter = [&] { press_shift_enter(editor); };
+  expect_gesture("<P>a[]b</P>", shift_enter, "<P>a<BR>[]b</P>");
+  expect_gesture("<P>a[]</P>", shift_enter, "<P>a<BR>{}<BR></P>");
+  expect_gesture("<UL><LI>a[]b</LI></UL>", shift_enter, "<UL><LI>a<BR>[]b</LI></UL>");
+  expect_gesture("<P>a[bc]d</P>", shift_enter, "<P>a<BR>[]d</P>");
+}
+
+TEST_F(Typing, ThePendingLookOutlivesEnter) {
+  load("<P>a[]</P>");
+  run({"bold"});
+  press_enter(editor);
+  type_text(editor, u"b");
+  EXPECT_EQ(marked(), "<P>a</P><P><B>b[]</B></P>");
+}
+
+// --- Overwrite ---
+
+TEST_F(Typing, OverwriteEndsAtTheLineAndTakesWholeCharacters) {
+  const auto over = [&](std::string_view before, std::u16string_view text, std::string_view after) {
+    load(before);
+    const std::string first = marked();
+    editor.set_overwrite(true);
+    type_text(editor, text);
+    editor.set_overwrite(false);
+    EXPECT_EQ(marked(), after) << before;
+    expect_laws(first);
+  };
+  over("<P>a[]\xF0\x9F\x98\x80z</P>", u"x", "<P>ax[]z</P>");
+  over("<P>a[]e\xCC\x81z</P>", u"x", "<P>ax[]z</P>");
+  over("<P>ab[]</P><P>c</P>", u"x", "<P>abx[]</P><P>c</P>");
+  over("<P>a[b]c</P>", u"x", "<P>ax[]c</P>");
+  over("<P>a[]b</P>", u"\U0001F600", "<P>a\xF0\x9F\x98\x80[]</P>");
+}
+
+// --- shortcuts, as keys ---
+
+TEST_F(Typing, ShortcutsRunTheirCommands) {
+  const auto press = [&](std::u16string key, bool shift = false) {
+    return press_key(editor, {.key = std::move(key), .control = true, .shift = shift});
+  };
+  load("<P>[a]</P>");
+  press(u"b");
+  press(u"I");
+  press(u"u");
+  EXPECT_EQ(html(), "<P><U><I><B>a</B></I></U></P>");
+  for (int i = 0; i < 3; ++i) press(u"z");
+  EXPECT_EQ(marked(), "<P>[a]</P>");
+  press(u"y");
+  press(u"z", true);
+  EXPECT_EQ(html(), "<P><I><B>a</B></I></P>");
+  press(u"a");
+  EXPECT_EQ(marked(), "{<P><I><B>a</B></I></P>}");
+  EXPECT_EQ(press(u"k"), KeyResult::AskLink);
+  EXPECT_EQ(press(u"b", true), KeyResult::NotMine);
+}
+
+TEST_F(Typing, WordDeletionStopsAtBlocks) {
+  expect_gesture(
+      "<P>one</P><P>two[]</P>", [&] { delete_word_backward(editor); }, "<P>one</P><P>{}<BR></P>");
+  expect_gesture(
+      "<P>one[]</P><P>two</P>", [&] { delete_word_forward(editor); }, "<P>one[]two</P>");
+  expect_gesture(
+      "<P>a [bc d]e</P>", [&] { delete_word_forward(editor); }, "<P>a []e</P>");
+}
+
+// --- undo and the host's own changes ---
+
+TEST_F(Typing, UndoGoesThroughWhatTheHostDidInBetween) {
+  load("<P>a[]</P>");
+  const std::string first = marked();
+  type_text(editor, u"b");
+  dom::insert(host, document->create_text(u"host"));
+  type_text(editor, u"c");
+  dom::set_attribute(*dom::as<dom::Element>(host.first_child()), dom::names::align, u"center");
+  EXPECT_EQ(marked(), "<P align=\"center\">abc[]</P>host");
+  EXPECT_EQ(steps(), 4u);
+  expect_laws(first);
+}
+
+TEST_F(Typing, WhatTheHostTookAwayDoesNotHinderTyping) {
+  load("<P>a</P><P>b[]</P>");
+  type_text(editor, u"c");
+  dom::remove(*host.last_child());
+  type_text(editor, u"d");
+  press_enter(editor);
+  expect_laws("<P>a</P><P>b[]</P>");
 }
 
 }  // namespace tvx::editing::test

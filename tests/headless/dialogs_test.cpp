@@ -38,6 +38,21 @@ TEST(Dialogs, AreAnsweredByTheOldestExpectationOfTheirKind) {
   EXPECT_EQ(dialogs.expectations(), 0u);
 }
 
+TEST(Dialogs, ALinkIsAnsweredWithItsAddress) {
+  Dialogs dialogs;
+  std::u16string seen;
+  dialogs.expect({.kind = DialogKind::link,
+                  .answer = std::u16string(u" http://a.b/ "),
+                  .while_open = [&](const ShownDialog& shown) {
+                    seen = std::get<platform::LinkDialog>(shown).address;
+                  }});
+  dialogs.expect({.kind = DialogKind::link, .answer = std::u16string(u"  ")});
+  EXPECT_EQ(dialogs.ask_link({u"old"}), u"http://a.b/");
+  EXPECT_EQ(seen, u"old");
+  EXPECT_EQ(dialogs.ask_link({u"old"}), std::nullopt);
+  EXPECT_EQ(dialogs.ask_link({u"old"}), std::nullopt);
+}
+
 TEST(Dialogs, AnExpectationLastsAsOftenAsTold) {
   Dialogs dialogs;
   dialogs.expect({.kind = DialogKind::color, .answer = Colour(255), .times = 2});

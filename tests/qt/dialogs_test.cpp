@@ -5,9 +5,15 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QColorDialog>
+#include <QDialogButtonBox>
 #include <QFileDialog>
+#include <QLineEdit>
 #include <QMessageBox>
+#include <QPushButton>
+#include <QTest>
 #include <QTimer>
+
+#include "qt/link_dialog.h"
 
 namespace tvx::qt {
 namespace {
@@ -89,6 +95,34 @@ TEST_F(DialogsTest, ACancelledFileDialogGivesNoPath) {
     shown->reject();
   });
   EXPECT_EQ(dialogs_.ShowSave(asked), u"");
+}
+
+TEST_F(DialogsTest, ALinkIsAskedForWithTheAddressItHas) {
+  when_open<LinkDialog>([](LinkDialog* shown) {
+    EXPECT_EQ(shown->windowTitle(), QStringLiteral("Hyperlink"));
+    auto* field = shown->findChild<QLineEdit*>();
+    EXPECT_EQ(field->text(), QStringLiteral("http://old.org/"));
+    EXPECT_TRUE(field->hasSelectedText());
+    QTest::keyClicks(field, QStringLiteral(" http://new.org/ "));
+    QTest::keyClick(field, Qt::Key_Return);
+  });
+  EXPECT_EQ(dialogs_.ask_link({u"http://old.org/"}), u"http://new.org/");
+}
+
+TEST_F(DialogsTest, ALinkWithoutAnAddressCanNotBeAgreedTo) {
+  when_open<LinkDialog>([](LinkDialog* shown) {
+    auto* field = shown->findChild<QLineEdit*>();
+    const auto* ok = shown->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok);
+    EXPECT_FALSE(ok->isEnabled());
+    QTest::keyClicks(field, QStringLiteral("  "));
+    EXPECT_FALSE(ok->isEnabled());
+    QTest::keyClick(field, Qt::Key_Return);
+    EXPECT_TRUE(shown->isVisible());
+    QTest::keyClicks(field, QStringLiteral("a"));
+    EXPECT_TRUE(ok->isEnabled());
+    QTest::keyClick(field, Qt::Key_Escape);
+  });
+  EXPECT_EQ(dialogs_.ask_link({}), std::nullopt);
 }
 
 }  // namespace

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QDialog>
+#include <QString>
+
+class QLineEdit;
+
+namespace tvx::qt {
+
+/// Asks for the address of a link. It can be agreed to once there is one.
+class LinkDialog final : public QDialog {
+ public:
+  explicit LinkDialog(const QString& address, QWidget* parent = nullptr);
+
+  /// Without white space around it.
+  QString address() const;
+
+ private:
+  QLineEdit* address_;
+};
+
+}  // namespace tvx::qt
