@@ -1,44 +1,14 @@
 #include <benchmark/benchmark.h>
 
-#include "documents.h"
-#include "dom/journal.h"
-#include "dom/parse.h"
-#include "dom/tree.h"
-#include "editing/editor.h"
 #include "editing/typing.h"
+#include "editing_article.h"
 
-/// Commands and typing in articles of 10 KB to 10 MB, in the document alone: no view, no observers.
+/// Commands on everything, and typing, in articles of 10 KB to 10 MB.
 namespace {
 
 using namespace tvx;
-
-struct Article {
-  explicit Article(std::size_t units)
-      : document(dom::parse_document(bench::article(units))), editor(*document) {
-    editor.set_design_mode(true);
-    select_all();
-  }
-  void select_all() { editor.execute(u"selectAll"); }
-
-  /// A caret within the text nearest to the middle of the document.
-  void caret_in_the_middle() {
-    const auto& all = document->all();
-    for (const dom::Node* node = all[all.size() / 2]; node; node = dom::next_in_order(*node)) {
-      const auto* text = dom::as<dom::Text>(node);
-      if (!text || text->length() < 10) continue;
-      editor.selection().collapse({const_cast<dom::Node*>(node), text->length() / 2});
-      return;
-    }
-  }
-
-  dom::Ref<dom::Document> document;
-  editing::Editor editor;
-};
-
-void sizes(benchmark::internal::Benchmark* bench) {
-  for (const int size : {10'000, 100'000, 1'000'000, 10'000'000}) bench->Arg(size);
-  bench->Unit(benchmark::kMillisecond);
-}
+using bench::Article;
+using bench::sizes;
 
 /// Bold on everything, and off again by undo outside the clock.
 void bold_on(benchmark::State& state) {
