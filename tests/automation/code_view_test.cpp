@@ -29,7 +29,7 @@ TEST_F(CodeViewDoor, TheCodeViewTellsItsLinesAndItsUsersSelection) {
   EXPECT_EQ(rows[0], Json({1, 2147483664u}));
   EXPECT_EQ(rows[1], Json({2, 2147483656u}));
   EXPECT_EQ(rows[2], Json({3, 2147483656u}));
-  EXPECT_EQ(result("object", {{"path", "txtCode.TextBox1.SelText"}})["value"], " <TBODY>\r\n    <TR>\r\n ");
+  EXPECT_EQ(result("object", {{"path", "txtCode.TextBox1.SelText"}})["value"], " <TBODY>\r\n    <TR>\r\n  ");
   EXPECT_EQ(result("object", {{"path", "codeSelectionStart"}})["value"], 1);
 }
 
