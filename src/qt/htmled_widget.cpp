@@ -1,11 +1,14 @@
 #include "qt/htmled_widget.h"
 
 #include <QApplication>
+#include <QCursor>
 #include <QPointer>
 #include <QPrinterInfo>
 #include <QResizeEvent>
+#include <QShortcut>
 #include <QTimer>
 #include <QWebEnginePage>
+#include <algorithm>
 #include <utility>
 
 #include "base/error.h"
@@ -14,9 +17,11 @@
 #include "platform/container.h"
 #include "platform/message_loop.h"
 #include "platform/property_bag.h"
+#include "qt/branch_face.h"
 #include "qt/clipboard.h"
 #include "qt/code_view_face.h"
 #include "qt/dialogs.h"
+#include "qt/menu_face.h"
 #include "qt/message_loop.h"
 #include "qt/strings.h"
 #include "qt/toolbar_face.h"
@@ -69,10 +74,13 @@ class HTMLedWidget::Parts final : public platform::Container,
         own_loop_(std::move(own_loop)),
         events_(widget),
         dialogs_(widget),
+        popups_(widget),
         view_(loop, &widget),
         document_view_(view_, loop) {
     core::Surroundings surroundings{loop, *this, dialogs_};
     surroundings.geometry = &document_view_;
+    surroundings.popups = &popups_;
+    popups_.set_default_place([this] { return place_of_last_event(); });
     surroundings.window = this;
     surroundings.clipboard = &clipboard_;
     control_ = core::HTMLed::create(surroundings);
@@ -125,16 +133,15 @@ class HTMLedWidget::Parts final : public platform::Container,
       return control_->set_size(to_twips(size.width()), to_twips(size.height()));
     toolbar1_->measure(size.width());
     toolbar2_->measure(size.width());
-    branch_->measure(size.width());
     control_->set_size(to_twips(size.width()), to_twips(size.height()));
     control_->UserControl_Resize();
     apply(control_->layout());
   }
 
   void apply(const core::Layout& layout) {
-    show(toolbar1_, layout.Picture1);
-    show(toolbar2_, layout.Picture2);
-    show(branch_, layout.Picture3);
+    toolbar1_->show_in(pixels(layout.Picture1), layout.Picture1.Visible);
+    toolbar2_->show_in(pixels(layout.Picture2), layout.Picture2.Visible);
+    branch_->show_in(within(pixels(layout.Picture3)), layout.Picture3.Visible);
     view_.widget()->setGeometry(pixels(layout.WBrowser));
     show(code_, layout.txtCode);
     control_->txtCode().in_front() ? code_->raise() : code_->lower();
@@ -145,6 +152,7 @@ class HTMLedWidget::Parts final : public platform::Container,
   std::shared_ptr<MessageLoop> own_loop_;
   WidgetEvents events_;
   Dialogs dialogs_;
+  PopupMenus popups_;
   Clipboard clipboard_;
   WebView view_;
   browser::DocumentView document_view_;
@@ -158,10 +166,51 @@ class HTMLedWidget::Parts final : public platform::Container,
   void make_faces() {
     toolbar1_ = new ToolbarFace(control_->Toolbar1(), widget_);
     toolbar2_ = new ToolbarFace(control_->Toolbar2(), widget_);
-    branch_ = new ToolbarFace(control_->tlbDOM(), widget_);
-    for (ToolbarFace* bar : {toolbar1_, toolbar2_, branch_}) bar->set_on_leave([this] { focus(); });
+    branch_ = new BranchFace(control_->tlbDOM(), widget_);
+    for (ToolbarFace* bar : {toolbar1_, toolbar2_}) bar->set_on_leave([this] { focus(); });
+    branch_->set_on_leave([this] { focus(); });
+    add_shortcut(Qt::Key_F6, 1);
+    add_shortcut(Qt::SHIFT | Qt::Key_F6, -1);
     code_ = new CodeViewFace(control_->txtCode(), widget_);
-    toolbar2_->hide();
+    toolbar2_->show_in({}, false);
+  }
+
+  // The layout makes the holder of the element path wider than the control; what is beyond can't be seen.
+  QRect within(QRect box) const {
+    if (widget_) box.setRight(std::min(box.right(), widget_->width() - 1));
+    return box;
+  }
+
+  /// Where a context menu appears: at the press that asked for it, or at the caret.
+  QPoint place_of_last_event() {
+    const browser::Event* event = control_->lastEvent();
+    return event ? view_.widget()->mapToGlobal(QPoint(event->client_x, event->client_y)) : QCursor::pos();
+  }
+
+  void add_shortcut(const QKeySequence& keys, int direction) {
+    auto* shortcut = new QShortcut(keys, widget_, nullptr, nullptr, Qt::WidgetWithChildrenShortcut);
+    QObject::connect(shortcut, &QShortcut::activated, widget_, [this, direction] { walk_panes(direction); });
+  }
+
+  /// From the document to the bars and back: each is one stop.
+  void walk_panes(int direction) {
+    constexpr int count = 4;
+    const QWidget* const bars[count] = {nullptr, toolbar1_, toolbar2_, branch_};
+    int at = 0;
+    for (int i = 1; i < count; ++i)
+      if (bars[i]->isAncestorOf(QApplication::focusWidget())) at = i;
+    for (int step = 1; step <= count; ++step)
+      if (enter_pane((at + direction * step + count * step) % count)) return;
+  }
+  bool enter_pane(int pane) {
+    switch (pane) {
+      case 1: return toolbar1_->take_focus();
+      case 2: return toolbar2_->take_focus();
+      case 3: return branch_->take_focus();
+      default: break;
+    }
+    control_->InCodeView() ? code_->setFocus() : focus();
+    return true;
   }
 
   static void show(QWidget* widget, const core::Box& box) {
@@ -171,7 +220,7 @@ class HTMLedWidget::Parts final : public platform::Container,
 
   ToolbarFace* toolbar1_ = nullptr;
   ToolbarFace* toolbar2_ = nullptr;
-  ToolbarFace* branch_ = nullptr;
+  BranchFace* branch_ = nullptr;
   CodeViewFace* code_ = nullptr;
 };
 

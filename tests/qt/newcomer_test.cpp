@@ -1,0 +1,292 @@
+#include <gtest/gtest.h>
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QDialog>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QMouseEvent>
+#include <QTimer>
+#include <QWebEnginePage>
+#include <QWebEngineScript>
+#include <functional>
+#include <optional>
+
+#include "base/strings.h"
+#include "browser/document_view.h"
+#include "browser/html_document.h"
+#include "core/htmled.h"
+#include "dom/inner_html.h"
+#include "dom/parse.h"
+#include "dom/print_tree.h"
+#include "htmled/window.h"
+#include "qt/branch_face.h"
+#include "qt/htmled_widget.h"
+#include "qt/message_loop.h"
+#include "qt/strings.h"
+#include "qt/toolbar_face.h"
+#include "qt/web_view.h"
+
+namespace tvx::htmled {
+namespace {
+
+using qt::to_qt;
+
+/// Somebody who sees the editor for the first time: all by events as a mouse and a keyboard give them.
+class Newcomer : public testing::Test {
+ protected:
+  Newcomer() {
+    window_.resize(1000, 720);
+    window_.show();
+    // Whatever dialog comes is left by Escape, as one does who doesn't know it.
+    QObject::connect(&dismiss_, &QTimer::timeout, [this] {
+      QWidget* dialog = QApplication::activeModalWidget();
+      if (!dialog || QApplication::activePopupWidget()) return;
+      ++dialogs_;
+      if (answer_) {
+        std::exchange(answer_, {})(*dialog);
+      } else {
+        static_cast<QDialog*>(dialog)->reject();
+      }
+    });
+    dismiss_.start(20);
+  }
+
+  core::HTMLed& control() { return window_.editor().control(); }
+  browser::HTMLDocument& document() { return *control().DOM(); }
+
+  bool wait_for(const std::function<bool()>& condition, int milliseconds = 10'000) {
+    const std::int64_t end = loop_.now() + milliseconds;
+    while (!condition()) {
+      if (loop_.now() > end) return false;
+      loop_.pump(5);
+    }
+    return true;
+  }
+  void settle() {
+    for (int i = 0; i < 3; ++i) loop_.pump(0);
+    ASSERT_TRUE(wait_for([&] { return window_.editor().document_view().settled(); }));
+  }
+  void open(std::u16string_view html) {
+    control().set_DocumentHTML(html);
+    settle();
+    ask_page("window.getSelection().removeAllRanges()");
+  }
+
+  std::string ask_page(const QString& script) {
+    auto answer = std::make_shared<std::optional<std::string>>();
+    window_.editor().view().page()->runJavaScript(
+        script, QWebEngineScript::ApplicationWorld,
+        [answer](const QVariant& value) { *answer = value.toString().toStdString(); });
+    wait_for([&] { return answer->has_value(); });
+    return answer->value_or("");
+  }
+  /// The middle of an element, or of a character in its first text.
+  QPoint place_of(const QString& selector, int character = -1) {
+    const QString box =
+        character < 0 ? QStringLiteral("document.querySelector('%1').getBoundingClientRect()").arg(selector)
+                      : QStringLiteral(
+                            "(() => { const r = document.createRange(); const t = "
+                            "document.createTreeWalker(document.querySelector('%1'), 4).nextNode(); "
+                            "r.setStart(t, %2); r.collapse(true); return r.getClientRects()[0]; })()")
+                            .arg(selector)
+                            .arg(character);
+    const std::string at = ask_page(
+        QStringLiteral("(() => { const r = %1; return Math.round(r.left + Math.min(r.width, 40) / 2) + ' ' + "
+                       "Math.round(r.top + r.height / 2); })()")
+            .arg(box));
+    int x = 0, y = 0;
+    EXPECT_EQ(std::sscanf(at.c_str(), "%d %d", &x, &y), 2) << selector.toStdString() << ": " << at;
+    return {x, y};
+  }
+
+  void mouse(QEvent::Type type, QPoint place, Qt::MouseButton button, Qt::MouseButtons buttons) {
+    QWidget* target = window_.editor().view().input_widget();
+    ASSERT_NE(target, nullptr);
+    QCoreApplication::postEvent(target, new QMouseEvent(type, place, target->mapToGlobal(QPointF(place)),
+                                                        button, buttons, Qt::NoModifier));
+  }
+  void press(QPoint place, Qt::MouseButton button = Qt::LeftButton) {
+    mouse(QEvent::MouseButtonPress, place, button, button);
+    mouse(QEvent::MouseButtonRelease, place, button, Qt::NoButton);
+    settle();
+  }
+  void drag(QPoint from, QPoint to) {
+    mouse(QEvent::MouseButtonPress, from, Qt::LeftButton, Qt::LeftButton);
+    settle();
+    for (int step = 1; step <= 4; ++step)
+      mouse(QEvent::MouseMove, from + (to - from) * step / 4, Qt::NoButton, Qt::LeftButton);
+    mouse(QEvent::MouseButtonRelease, to, Qt::LeftButton, Qt::NoButton);
+    settle();
+  }
+  void type(const QString& text) {
+    QWidget* target = window_.editor().view().input_widget();
+    for (const QChar c : text)
+      for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease})
+        QCoreApplication::postEvent(
+            target, new QKeyEvent(type, c == u'\n' ? int(Qt::Key_Return) : c.toUpper().unicode(),
+                                  Qt::NoModifier, c == u'\n' ? QString(u'\r') : QString(c)));
+    settle();
+  }
+  void select_all() {
+    document().select([&](editing::Selection& selection) {
+      selection.set({document().body(), 0}, {document().body(), dom::length_of(*document().body())});
+    });
+    settle();
+  }
+
+  static void click(QWidget* target) {
+    ASSERT_NE(target, nullptr);
+    const QPointF place = QRectF(target->rect()).center(), global = target->mapToGlobal(place);
+    QMouseEvent down(QEvent::MouseButtonPress, place, global, Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(target, &down);
+    QMouseEvent up(QEvent::MouseButtonRelease, place, global, Qt::LeftButton, Qt::NoButton, Qt::NoModifier);
+    QApplication::sendEvent(target, &up);
+  }
+  void click_button(int index) {
+    auto* bar = window_.editor().findChild<qt::ToolbarFace*>(QStringLiteral("Toolbar1"));
+    ASSERT_NE(bar, nullptr);
+    click(bar->button_widget(index));
+    settle();
+  }
+
+  /// What the user does with the next popup: null leaves it by Escape, else the item of that name is chosen.
+  void in_popup(const QString& item) {
+    popup_.clear();
+    auto* timer = new QTimer(&window_);
+    QObject::connect(timer, &QTimer::timeout, [this, timer, item] {
+      auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+      if (!menu) return;
+      timer->deleteLater();
+      timer->stop();
+      popup_ = menu->objectName();
+      choose(*menu, item);
+    });
+    timer->start(5);
+  }
+  static void choose(QMenu& menu, const QString& item) {
+    for (QAction* action : menu.actions()) {
+      if (item.isEmpty() || action->objectName() != item) continue;
+      menu.setActiveAction(action);
+      QKeyEvent enter(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
+      QApplication::sendEvent(&menu, &enter);
+      return;
+    }
+    QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
+    QApplication::sendEvent(&menu, &escape);
+    if (QApplication::activePopupWidget()) menu.close();
+  }
+  /// A right press in the page, and what comes of it.
+  void right_press(const QString& selector, const QString& item) {
+    in_popup(item);
+    press(place_of(selector), Qt::RightButton);
+    ASSERT_TRUE(wait_for([&] { return !popup_.isEmpty() && !QApplication::activePopupWidget(); }, 3000))
+        << selector.toStdString() << " " << item.toStdString();
+    settle();
+  }
+
+  std::string html() { return to_utf8(dom::inner_html(*document().body())); }
+  /// What is written reads back as the same tree.
+  void expect_well_formed() {
+    const std::u16string written = dom::inner_html(*document().body());
+    const auto again = dom::parse_document(u"<!DOCTYPE html><body>" + written);
+    EXPECT_EQ(dom::inner_html(*again->body()), written);
+  }
+
+  qt::MessageLoop loop_;
+  QTimer dismiss_;
+  int dialogs_ = 0;
+  std::function<void(QWidget&)> answer_;
+  QString popup_;
+  Window window_{loop_};
+};
+
+TEST_F(Newcomer, TypesSelectsByMouseAndFormats) {
+  ASSERT_TRUE(window_.start({}));
+  settle();
+  open(u"<P>x</P>");
+  press(place_of(QStringLiteral("p"), 0));
+  type(QStringLiteral("Hello wonderful world "));
+  EXPECT_EQ(html(), "<P>Hello wonderful world x</P>");
+  drag(place_of(QStringLiteral("p"), 6), place_of(QStringLiteral("p"), 15));
+  click_button(10);
+  EXPECT_EQ(html(), "<P>Hello <B>wonderful</B> world x</P>");
+  EXPECT_EQ(control().Toolbar1().Item(10).Value(), 1);
+  click_button(21);
+  EXPECT_EQ(html(), "<P>Hello wonderful world x</P>");
+  click_button(22);
+  EXPECT_EQ(html(), "<P>Hello <B>wonderful</B> world x</P>");
+  EXPECT_TRUE(window_.isWindowModified());
+  expect_well_formed();
+}
+
+TEST_F(Newcomer, PressesEachButtonOnce) {
+  ASSERT_TRUE(window_.start({}));
+  settle();
+  for (int index = 1; index <= 29; ++index) {
+    const platform::Button& button = control().Toolbar1().Item(index);
+    if (button.Style() == platform::ButtonStyle::Separator) continue;
+    open(u"<P>some words</P><P>more</P>");
+    select_all();
+    if (index == 18) {
+      EXPECT_FALSE(button.Visible()) << "Find is never to be seen";
+      continue;
+    }
+    SCOPED_TRACE(to_utf8(button.Key()));
+    click_button(index);
+    if (control().InCodeView()) click_button(1);
+    EXPECT_FALSE(control().InCodeView());
+    settle();
+    expect_well_formed();
+    if (index >= 10 && index <= 13) {
+      EXPECT_EQ(button.Value(), 1);
+    }
+    if (button.Key() == u"orderedlist") {
+      EXPECT_EQ(html(), "<OL><LI>some words</LI><LI>more</LI></OL>");
+    } else if (button.Key() == u"Center") {
+      EXPECT_NE(html().find("center"), std::string::npos) << html();
+    } else if (button.Key() == u"Bold") {
+      EXPECT_EQ(html(), "<P><B>some words</B></P><P><B>more</B></P>");
+    }
+  }
+}
+
+TEST_F(Newcomer, FollowsTheElementPath) {
+  ASSERT_TRUE(window_.start({}));
+  settle();
+  open(u"<BLOCKQUOTE><P>one <B>two</B></P></BLOCKQUOTE>");
+  press(place_of(QStringLiteral("b"), 1));
+  auto* bar = window_.editor().findChild<qt::BranchFace*>(QStringLiteral("tlbDOM"));
+  ASSERT_NE(bar, nullptr);
+  ASSERT_NE(bar->button_widget(3), nullptr);
+  in_popup({});
+  click(bar->button_widget(1));
+  EXPECT_EQ(popup_, QStringLiteral("mnuToolProp"));
+  EXPECT_TRUE(control().highlightElement()->is(dom::Tag::Blockquote));
+  settle();
+  EXPECT_EQ(ask_page(QStringLiteral("document.querySelector('blockquote').style.borderStyle")), "dashed");
+  press(place_of(QStringLiteral("b"), 1));
+  EXPECT_EQ(html(), "<BLOCKQUOTE><P>one <B>two</B></P></BLOCKQUOTE>");
+  EXPECT_EQ(ask_page(QStringLiteral("document.querySelector('blockquote').style.borderStyle")), "");
+}
+
+TEST_F(Newcomer, RevertsAndConfirms) {
+  ASSERT_TRUE(window_.start({}));
+  settle();
+  open(u"<P>original</P>");
+  press(place_of(QStringLiteral("p"), 3));
+  type(QStringLiteral("XYZ"));
+  ASSERT_EQ(html(), "<P>oriXYZginal</P>");
+  answer_ = [](QWidget& dialog) {
+    QKeyEvent enter(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
+    for (auto* button : dialog.findChildren<QAbstractButton*>())
+      if (button->text().contains(QStringLiteral("OK"))) return button->click();
+    QApplication::sendEvent(&dialog, &enter);
+  };
+  right_press(QStringLiteral("p"), QStringLiteral("mnuMiscRevert"));
+  ASSERT_TRUE(wait_for([&] { return html() == "<P>original</P>"; }, 3000)) << html();
+  EXPECT_EQ(dialogs_, 1);
+}
+
+}  // namespace
+}  // namespace tvx::htmled
