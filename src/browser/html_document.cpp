@@ -147,6 +147,7 @@ bool HTMLDocument::execCommand(std::u16string_view command, bool show_ui, std::u
 // changed.
 bool HTMLDocument::ask_for_link() {
   if (!link_dialog_ || !editor_->enabled(u"createLink")) return false;
+  composition_->accept();
   const auto dialog = link_dialog_;
   const std::optional<std::u16string> address = dialog(editing::link_address(*editor_));
   if (!address) return false;
