@@ -18,8 +18,8 @@ void list_on(benchmark::State& state) {
 }
 BENCHMARK(list_on)->Apply(sizes);
 
-/// What can't be a list (a table's cells, say) keeps the command from taking it off: it only looks at
-/// everything.
+/// The command once more. From 100 KB on the state then still says that not all is a list, so it changes
+/// nothing and only looks at everything.
 void list_again(benchmark::State& state) {
   Article article(state.range(0));
   article.editor.execute(u"insertUnorderedList");
