@@ -8,6 +8,7 @@
 #include "dom/builder.h"
 #include "dom/journal.h"
 #include "dom/range.h"
+#include "dom/set_attribute_again.h"
 #include "dom/tree.h"
 
 namespace tvx::dom {
@@ -92,6 +93,14 @@ class MutationDoor {
     }
   }
 
+  /// Nothing has changed: neither a version nor the journal knows of it.
+  static void tell_again(Document& document, Element& element, Name name, const std::u16string& value) {
+    Mutation mutation = record_of(Mutation::Type::SetAttribute, document, element);
+    mutation.attribute = name;
+    mutation.old_value = mutation.new_value = value;
+    tell(document, mutation);
+  }
+
  private:
   static void begin(Document& document) { document.journal().before_mutation(); }
 
@@ -103,9 +112,13 @@ class MutationDoor {
     return mutation;
   }
 
+  static void tell(Document& document, const Mutation& mutation) {
+    for (std::size_t i = 0; i < document.observers_.size(); ++i) document.observers_[i]->mutated(mutation);
+  }
+
   static void finish(Document& document, Mutation mutation) {
     ++document.version_;
-    for (std::size_t i = 0; i < document.observers_.size(); ++i) document.observers_[i]->mutated(mutation);
+    tell(document, mutation);
     document.journal().record(std::move(mutation));
   }
 
@@ -173,14 +186,14 @@ void insert(Node& parent, Ref<Node> child, Node* before) {
   Document& document = document_of(parent);
   if (child->document() != &document) refuse(u"The node belongs to another document");
   if (before && before->parent() != &parent) refuse(u"The place is not in this element");
+  if (child == &parent || (child->has_children() && is_ancestor(*child, parent))) {
+    refuse(u"A node can't be put into itself");
+  }
   if (child->type() == NodeType::DocumentFragment) {
     while (Node* first = child->first_child()) insert(parent, first, before);
     return;
   }
   if (!may_hold(parent, *child)) refuse(u"The node can't stand here");
-  if (child == &parent || (child->has_children() && is_ancestor(*child, parent))) {
-    refuse(u"An element can't be put into itself");
-  }
   if (before == child.get()) before = child->next_sibling();
   if (child->parent()) remove(*child);
   MutationDoor::insert(document, parent, std::move(child), before);
@@ -204,6 +217,14 @@ void set_attribute(Element& element, Name name, std::u16string_view value, Attri
   Document& document = document_of(element);
   if (const std::u16string* present = element.attribute(name); present && *present == value) return;
   MutationDoor::set_attribute(document, element, name, name_space, std::u16string(value));
+}
+
+void set_attribute_again(Element& element, Name name) {
+  const std::u16string* present = element.attribute(name);
+  if (!present) return;
+  Document& document = document_of(element);
+  const MutationScope scope(document, MutationKind::Load);
+  MutationDoor::tell_again(document, element, name, *present);
 }
 
 void remove_attribute(Element& element, Name name) {

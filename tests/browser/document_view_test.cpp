@@ -9,6 +9,7 @@
 #include "dom/journal.h"
 #include "dom/mutation.h"
 #include "dom/parse.h"
+#include "dom/style/style_engine.h"
 #include "headless/view.h"
 #include "headless/virtual_time_loop.h"
 
@@ -122,6 +123,17 @@ TEST_F(DocumentViewTest, ASelectionThatTheViewShowsAlreadyIsNotSentAgain) {
   pump();
   EXPECT_EQ(view_.selection().type, ViewSelection::Type::None);
   EXPECT_EQ(before.type, ViewSelection::Type::Text);
+}
+
+TEST_F(DocumentViewTest, ASheetsAddressSaidAgainIsSentAgain) {
+  open(u"<link rel=stylesheet href=a.css><p>x");
+  const std::size_t patches = view_.patches(), depth = steps();
+  const auto sheet = dom::style::style_of(document_->tree()).sheets().at(0);
+  sheet->set_href(u"a.css");
+  pump();
+  EXPECT_EQ(view_.patches(), patches + 1);
+  EXPECT_EQ(to_utf8(view_.tree().print()), to_utf8(print_mirrored(document_->tree())));
+  EXPECT_EQ(steps(), depth) << "no edit";
 }
 
 TEST_F(DocumentViewTest, TheModeFollowsTheCommand) {

@@ -9,6 +9,7 @@
 #include "dom/journal.h"
 #include "dom/range.h"
 #include "dom/serialise.h"
+#include "dom/set_attribute_again.h"
 #include "dom/tree.h"
 
 namespace tvx::dom {
@@ -44,6 +45,34 @@ TEST_F(MutationTest, MovingANodeIsARemovalAndAnInsertion) {
 TEST_F(MutationTest, ANodeInsertedBeforeItselfStaysWhereItIs) {
   insert(body(), paragraph(1), &paragraph(1));
   EXPECT_EQ(html(), u"<P>one</P><P>two</P><P>three</P>");
+}
+
+TEST_F(MutationTest, AFragmentCannotBePutIntoItself) {
+  Ref<DocumentFragment> fragment = document_->create_fragment();
+  insert(*fragment, document_->create_text(u"1"), nullptr);
+  insert(*fragment, document_->create_element(Tag::B), nullptr);
+  Node& inner = *fragment->last_child();
+  const std::size_t depth = document_->journal().depth();
+  EXPECT_THROW(insert(*fragment, fragment, nullptr), RuntimeError);
+  EXPECT_THROW(insert(inner, fragment, nullptr), RuntimeError);
+  EXPECT_EQ(fragment->child_count(), 2u);
+  EXPECT_FALSE(inner.has_children()) << "nothing has gone before the refusal";
+  EXPECT_EQ(document_->journal().depth(), depth);
+}
+
+/// The tree stays as it is; who follows it hears of the attribute.
+TEST_F(MutationTest, AnAttributeSaidAgainIsNoEdit) {
+  auto& link = static_cast<Element&>(paragraph(1));
+  set_attribute(link, names::href, u"a.css");
+  const std::size_t depth = document_->journal().depth();
+  Recorder recorder;
+  document_->add_observer(recorder);
+  set_attribute_again(link, names::href);
+  set_attribute_again(link, names::src);
+  document_->remove_observer(recorder);
+  EXPECT_EQ(recorder.types, (std::vector{Mutation::Type::SetAttribute}));
+  EXPECT_EQ(link.attribute_or_empty(names::href), u"a.css");
+  EXPECT_EQ(document_->journal().depth(), depth);
 }
 
 TEST_F(MutationTest, AFragmentGivesItsChildrenInOrder) {

@@ -1,4 +1,11 @@
+#include <unistd.h>
+
+#include <filesystem>
+#include <fstream>
+
 #include "browser/browser.h"
+#include "dom/mutation.h"
+#include "dom/objects/reflection.h"
 #include "dom/style/style_engine.h"
 #include "qt/message_loop.h"
 #include "real_view.h"
@@ -66,6 +73,37 @@ TEST_F(WebInView, ALateSheetIsFollowed) {
   ASSERT_TRUE(settle());
   dom::style::style_of(document_->tree()).sheets().at(0)->set_href(u"/late.css");
   EXPECT_TRUE(wait_for([this] { return style("p", "color") == "rgb(4, 5, 6)"; })) << style("p", "color");
+}
+
+/// A sheet that is written anew in its own file.
+TEST_F(WebInView, ASheetFileWrittenAnewIsShownAnew) {
+  const auto folder = std::filesystem::temp_directory_path() / ("htmled-sheet-" + std::to_string(getpid()));
+  std::filesystem::create_directory(folder);
+  const auto write = [&folder](const char* name, const std::string& text) {
+    std::ofstream(folder / name, std::ios::binary) << text;
+  };
+  write("page.html", "<!DOCTYPE html><link rel=stylesheet href=a.css><p>text</p>");
+  write("a.css", "p { color: rgb(1, 2, 3) }");
+  browser_.Navigate(from_utf8((folder / "page.html").string()));
+  ASSERT_TRUE(wait_for([this] { return ready(); }));
+  ASSERT_TRUE(settle());
+  ASSERT_TRUE(wait_for([this] { return style("p", "color") == "rgb(1, 2, 3)"; })) << style("p", "color");
+  const auto sheet = dom::style::style_of(document_->tree()).sheets().at(0);
+  for (const char* colour : {"rgb(4, 5, 6)", "rgb(7, 8, 9)"}) {
+    write("a.css", std::string("p { color: ") + colour + " }");
+    sheet->set_href(u"a.css");
+    EXPECT_TRUE(wait_for([&] { return style("p", "color") == colour; }, 5000)) << style("p", "color");
+    EXPECT_EQ(
+        to_utf8(dom::style::computed_value(*document_->first(dom::Tag::P), dom::style::Property::Color)),
+        colour);
+  }
+  // What is written to the link later keeps the newest sheet.
+  dom::set_attribute(*document_->first(dom::Tag::Link),
+                     dom::attribute_named(*document_->first(dom::Tag::Link), u"title"), u"t");
+  ASSERT_TRUE(settle());
+  EXPECT_TRUE(wait_for([&] { return style("p", "color") == "rgb(7, 8, 9)"; }, 5000)) << style("p", "color");
+  EXPECT_EQ(shown(), expected());
+  std::filesystem::remove_all(folder);
 }
 
 TEST_F(WebInView, TypingGoesOnWhileAServerTakesItsTime) {

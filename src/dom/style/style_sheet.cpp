@@ -1,6 +1,7 @@
 #include "dom/style/style_sheet.h"
 
 #include "dom/mutation.h"
+#include "dom/set_attribute_again.h"
 #include "dom/style/style_engine.h"
 #include "dom/tree.h"
 
@@ -14,7 +15,12 @@ std::u16string StyleSheet::href() const {
 
 void StyleSheet::set_href(std::u16string_view address) {
   if (!is_link()) return;
-  set_attribute(*owner_, names::href, address);
+  // The same address again means that another sheet is there now: who shows it must look again as well.
+  if (owner_->attribute_or_empty(names::href) == address) {
+    set_attribute_again(*owner_, names::href);
+  } else {
+    set_attribute(*owner_, names::href, address);
+  }
   if (engine_) engine_->reload(*owner_);
 }
 
