@@ -40,7 +40,7 @@ TEST_F(CodeViewWindow, TheToolbarsButtonLeadsThereAndBack) {
   EXPECT_TRUE(box()->isVisible());
   EXPECT_EQ(box()->toPlainText(), QStringLiteral("<P>one</P>\n<P>two</P>\n"));
   EXPECT_EQ(control().txtCode().SelStart(), 0) << "the focus has come, and the place is recorded";
-  EXPECT_FALSE(control().IsDirty());
+  EXPECT_TRUE(control().IsDirty()) << "any press of a toolbar's button marks the document";
 
   press(Qt::Key_X, {}, QStringLiteral("x"));
   EXPECT_TRUE(control().IsDirty());
