@@ -73,9 +73,10 @@ Json resize(Session& session, const Params& params) {
   Instance& instance = session.instance_of(params);
   if (params.given("size")) {
     const auto [width, height] = size_of(params);
-    instance.control().set_size(width, height);
+    instance.stage().resize(width, height);
+  } else {
+    instance.control().UserControl_Resize();
   }
-  instance.control().UserControl_Resize();
   return told(instance);
 }
 

@@ -7,6 +7,8 @@
 #include "dom/style/style_sheet.h"
 #include "library/dispatch.h"
 #include "library/document_object.h"
+#include "library/members_of.h"
+#include "library/parts.h"
 
 namespace tvx::automation {
 
@@ -52,15 +54,6 @@ constexpr MemberOf<ControlObject> rows[] = {
     {u"docHTML", [](ControlObject& self) { return library::document_object((*self).DOM()); }},
     {u"WBrowser", [](ControlObject& self) -> Value { return browser_object(self.instance()); }},
     {u"txtCode", [](ControlObject& self) -> Value { return code_view_object(self.instance()); }},
-    {u"Toolbar1", [](ControlObject& self) -> Value { return toolbar_object((*self).Toolbar1()); }},
-    {u"Toolbar2", [](ControlObject& self) -> Value { return toolbar_object((*self).Toolbar2()); }},
-    {u"tlbDOM", [](ControlObject& self) -> Value { return toolbar_object((*self).tlbDOM()); }},
-    {u"Picture1",
-     [](ControlObject& self) -> Value { return box_object(u"Picture1", (*self).layout().Picture1); }},
-    {u"Picture2",
-     [](ControlObject& self) -> Value { return box_object(u"Picture2", (*self).layout().Picture2); }},
-    {u"Picture3",
-     [](ControlObject& self) -> Value { return box_object(u"Picture3", (*self).layout().Picture3); }},
     {u"clip", [](ControlObject& self) -> Value { return clip_object(Inside::clip(*self)); }},
     {u"highlightElement", [](ControlObject& self) { return element(self, (*self).highlightElement()); },
      [](ControlObject& self, const Value& value) {
@@ -82,6 +75,7 @@ constexpr MemberOf<ControlObject> rows[] = {
     {u"selectionBorderText", member<&Inside::selectionBorderText>},
     {u"baseElement", [](ControlObject& self) { return element(self, Inside::baseElement(*self)); }},
     {u"baseHrefSet", member<&Inside::baseHrefSet>},
+    {u"pendingContextCommand", member<&Inside::pendingContextCommand>},
     {u"downloadDone", member<&Inside::downloadDone>},
     {u"watchDownload", member<&Inside::watchDownload>},
     {u"activeStyleSheet", active_style_sheet},
@@ -100,6 +94,8 @@ Value ControlObject::invoke(std::u16string_view name, Values& arguments) {
        {std::span<const MemberOf<ControlObject>>(rows), internal_routines()})
     if (const auto* row = library::find_member(subject, name))
       return library::invoke_member(*row, *this, arguments);
+  if (const library::ObjectHandle part = library::part_named(**this, name))
+    return arguments.empty() ? Value(part) : part->item(arguments);
   const library::Member* shared = library::find_member(name);
   if (shared && shared->kind == library::MemberKind::Property) {
     library::expect_arguments(arguments, 0, 0);

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "core/layout.h"
 #include "library/object.h"
 
 namespace tvx::core {
@@ -13,7 +12,6 @@ class clsClip;
 
 namespace tvx::platform {
 class MessageLoop;
-class Toolbar;
 }  // namespace tvx::platform
 
 namespace tvx::automation {
@@ -41,11 +39,9 @@ class ControlObject final : public library::Object {
 /// members, its internal routines by their names, and the members that every host sees.
 library::ObjectHandle control_object(Instance& instance, platform::MessageLoop& loop);
 
-// The parts. Handles are for one request: they don't keep the control.
-library::ObjectHandle toolbar_object(platform::Toolbar& toolbar);                  // toolbar_object.cpp
-library::ObjectHandle box_object(std::u16string_view name, const core::Box& box);  // box_object.cpp
-library::ObjectHandle code_view_object(Instance& instance);                        // code_view_object.cpp
+// Parts that are no part of its face. Handles are for one request: they don't keep the control.
+library::ObjectHandle code_view_object(Instance& instance);  // code_view_object.cpp
+library::ObjectHandle browser_object(Instance& instance);    // browser_object.cpp
 library::ObjectHandle clip_object(const clipboard::clsClip& clip);                 // clip_object.cpp
-library::ObjectHandle browser_object(Instance& instance);                          // browser_object.cpp
 
 }  // namespace tvx::automation

@@ -96,6 +96,18 @@ std::u16string title_of(const headless::ShownDialog& dialog) {
   return {};
 }
 
+/// All items in order, submenus' behind their head: what they are called, what they say, how they look.
+Json seen_in(platform::Menu& menu) {
+  Json items = Json::array(), captions = Json::array(), enabled = Json::array(), visible = Json::array();
+  for (const platform::Menu* item : platform::all_items(menu)) {
+    items.push_back(json_text(platform::name_with_index(*item)));
+    captions.push_back(json_text(item->Caption()));
+    enabled.push_back(item->Enabled());
+    visible.push_back(item->Visible());
+  }
+  return {{"items", items}, {"captions", captions}, {"enabled", enabled}, {"visible", visible}};
+}
+
 }  // namespace
 
 ArgumentValues argument_values(const EventMember& event, const Params& set) {
@@ -123,12 +135,15 @@ void EventAnswers::apply(const EventMember& event, library::Values& arguments) c
   for (const auto& [place, value] : found->second) arguments[place] = value;
 }
 
-Expectations::Expectations(headless::Dialogs& dialogs, Notify notify, Run run)
-    : dialogs_(dialogs), notify_(std::move(notify)), run_(std::move(run)) {
+Expectations::Expectations(headless::Dialogs& dialogs, headless::Menus& menus, Notify notify, Run run)
+    : dialogs_(dialogs), menus_(menus), notify_(std::move(notify)), run_(std::move(run)) {
   dialogs_.on_opened([this](const headless::ShownDialog& dialog) { opened(dialog); });
   dialogs_.on_closed([this](const headless::ShownDialog& dialog, const headless::ExpectedDialog* expected) {
     closed(dialog, expected);
   });
+  menus_.on_opened([this](platform::Menu& menu) { popup_opened(menu); });
+  menus_.on_closed([this](platform::Menu&, const headless::ExpectedPopup* expected,
+                          const platform::Menu* chosen) { popup_closed(expected, chosen); });
 }
 
 int Expectations::add(const Params& params) {
@@ -136,6 +151,8 @@ int Expectations::add(const Params& params) {
   const int id = last_id_ + 1;
   if (on.starts_with(u"event:"))
     add_event(id, std::u16string_view(on).substr(6), params);
+  else if (on.starts_with(u"popup:"))
+    add_popup(id, std::u16string_view(on).substr(6), params);
   else if (on == u"open")
     add_dialog(id, DialogKind::open, params);
   else if (on == u"save")
@@ -167,6 +184,16 @@ void Expectations::add_dialog(int id, DialogKind kind, const Params& params) {
   expected.times = params.number_or("times", 1);
   expected.id = id;
   dialogs_.expect(std::move(expected));
+}
+
+void Expectations::add_popup(int id, std::u16string_view menu, const Params& params) {
+  headless::ExpectedPopup expected{.menu = std::u16string(menu), .choose = params.text_or("choose", u"")};
+  expected.while_open = [this, id, requests = params.list("do")](platform::Menu&) {
+    did_[id] = run_all(requests);
+  };
+  expected.times = params.number_or("times", 1);
+  expected.id = id;
+  menus_.expect(std::move(expected));
 }
 
 void Expectations::use(const EventMember& event, library::Values& arguments) {
@@ -202,10 +229,31 @@ void Expectations::opened(const headless::ShownDialog& dialog) const {
 
 void Expectations::closed(const headless::ShownDialog& dialog, const headless::ExpectedDialog* expected) {
   if (!expected) return;
-  const auto did = did_.find(expected->id);
-  Json answers = did == did_.end() ? Json::array() : std::move(did->second);
-  if (did != did_.end()) did_.erase(did);
-  notify_("seen", {{"id", expected->id}, {"seen", std::visit(Seen{}, dialog)}, {"did", std::move(answers)}});
+  const Json did = taken(did_, expected->id);
+  notify_("seen", {{"id", expected->id}, {"seen", std::visit(Seen{}, dialog)}, {"did", did}});
+}
+
+Json Expectations::taken(std::map<int, Json>& from, int id) const {
+  const auto place = from.find(id);
+  if (place == from.end()) return Json::array();
+  Json answers = std::move(place->second);
+  from.erase(place);
+  return answers;
+}
+
+// --- popups ---
+
+void Expectations::popup_opened(platform::Menu& menu) {
+  seen_.push_back(seen_in(menu));
+  notify_("modal", {{"kind", "popup"}, {"name", json_text(menu.Name())}});
+}
+
+void Expectations::popup_closed(const headless::ExpectedPopup* expected, const platform::Menu* chosen) {
+  Json seen = std::move(seen_.back());
+  seen_.pop_back();
+  if (!expected) return;
+  seen["chosen"] = chosen ? json_text(platform::name_with_index(*chosen)) : Json();
+  notify_("seen", {{"id", expected->id}, {"seen", std::move(seen)}, {"did", taken(did_, expected->id)}});
 }
 
 }  // namespace tvx::automation

@@ -1,3 +1,5 @@
+#include <tuple>
+
 #include "automation/inside.h"
 #include "automation/methods.h"
 #include "automation/mouse_drag.h"
@@ -82,11 +84,11 @@ browser::MouseInput mouse_input(Instance& instance, const Params& params) {
   if (params.given("element")) {
     const int index = params.number("element");
     mouse.element = element_numbered(document, index);
-    mouse.y = index * headless::FixedGeometry::row_height;
+    std::tie(mouse.x, mouse.y) = instance.stage().place_of(index);
   } else {
     mouse.x = params.number_or("x", 0);
     mouse.y = params.number_or("y", 0);
-    mouse.element = instance.geometry().element_at(document, mouse.x, mouse.y);
+    mouse.element = instance.stage().element_at(mouse.x, mouse.y);
   }
   if (mouse.element) mouse.place = editing::normalized_caret_place({mouse.element.get(), 0});
   if (params.given("place")) mouse.place = boundary_of(document, params.raw("place"));
@@ -126,6 +128,7 @@ Json mouse(Session& session, const Params& params) {
   const browser::MouseInput input = mouse_input(instance, params);
   const std::u16string kind = params.text("kind");
   bool allowed = true;
+  instance.menus().clear_shown();
   if (kind == u"press") {
     document.mouse_press(input);
   } else if (kind == u"click") {
@@ -143,7 +146,10 @@ Json mouse(Session& session, const Params& params) {
     throw RuntimeError(errors::not_supported, u"No such mouse event: " + kind);
   }
   session.settle();
-  return {{"allowed", allowed}, {"element", element_json(instance, input.element.get())}, {"popup", nullptr}};
+  const std::vector<std::u16string>& popups = instance.menus().shown();
+  return {{"allowed", allowed},
+          {"element", element_json(instance, input.element.get())},
+          {"popup", popups.empty() ? Json() : json_text(popups.front())}};
 }
 
 // --- the selection ---

@@ -16,6 +16,9 @@ struct Inside {
     return control.active_style_sheet_;
   }
   static bool terminated(const HTMLed& control) { return control.terminated_; }
+  static const std::u16string& pendingContextCommand(const HTMLed& control) {
+    return control.pending_context_command_;
+  }
   static bool downloadDone(const HTMLed& control) { return control.download_done_; }
   static bool watchDownload(const HTMLed& control) { return control.watch_download_; }
   static bool baseHrefSet(const HTMLed& control) { return control.base_href_set_; }
@@ -38,6 +41,8 @@ struct Inside {
     return control.WriteTemplateDocument(path, resource);
   }
   static void ApplyToolbarState(HTMLed& control, bool enabled) { control.ApplyToolbarState(enabled); }
+  static void ApplyContextMenuState(HTMLed& control) { control.ApplyContextMenuState(); }
+  static void BuildBranchToolbar(HTMLed& control) { control.BuildBranchToolbar(); }
   static std::u16string ConvertUnicodeCharacters(HTMLed& control, std::u16string_view text) {
     return control.ConvertUnicodeCharacters(text);
   }

@@ -6,45 +6,29 @@
 
 namespace tvx::automation {
 
-Instance::Instance(int number, const InstanceOptions& options, platform::MessageLoop& loop, Notify notify,
-                   Run run)
+Instance::Instance(int number, const InstanceOptions& options, platform::MessageLoop& loop,
+                   const StageFactory& make_stage, Notify notify, Run run)
     : number_(number),
       code_page_(options.code_page),
       folder_(options.folder),
       notify_(std::move(notify)),
-      container_(!options.design_mode),
-      expectations_(dialogs_, notify_, std::move(run)),
+      expectations_(dialogs_, menus_, notify_, std::move(run)),
       relay_([this](const library::EventMember& event,
                     library::Values& arguments) { on_event(event, arguments); },
-             [this] { return control_->DOM(); }),
-      view_(loop),
-      document_view_(view_, loop) {
+             [this] { return control_->DOM(); }) {
   take_turn();
-  container_.on_property_changed([this](std::u16string_view key) {
+  const auto property_changed = [this](std::u16string_view key) {
     notify_("propertyChanged", {{"instance", number_}, {"key", json_text(key)}});
-  });
-  control_ = core::HTMLed::create({.loop = loop,
-                                   .container = container_,
-                                   .dialogs = dialogs_,
-                                   .hwnd = options.hwnd,
-                                   .geometry = &geometry_,
-                                   .window = this,
-                                   .clipboard = options.clipboard});
-  control_->add_observer(*this);
+  };
+  stage_ = make_stage({loop, dialogs_, menus_, property_changed,
+                       [this](bool with_dialog) { expectations_.print(with_dialog); }},
+                      options);
+  control_ = stage_->control();
   control_->set_events(&relay_);
-  control_->UserControl_Initialize();
-  control_->set_size(options.width, options.height);
-  if (options.store)
-    control_->UserControl_ReadProperties(*options.store);
-  else
-    control_->UserControl_InitProperties();
-  control_->UserControl_Resize();
+  stage_->begin(options);
 }
 
-Instance::~Instance() {
-  terminate();
-  control_->remove_observer(*this);
-}
+Instance::~Instance() { terminate(); }
 
 void Instance::terminate() {
   if (terminated_) return;
@@ -52,7 +36,7 @@ void Instance::terminate() {
   take_turn();
   control_->UserControl_Terminate();
   control_->set_events(nullptr);
-  document_view_.show(nullptr);
+  stage_->end();
 }
 
 void Instance::take_turn() const {
@@ -72,15 +56,7 @@ headless::PropertyBag Instance::stored() const {
 }
 
 void Instance::key(browser::KeyInput key, bool down) {
-  if (control_->InCodeView()) {
-    const auto shift =
-        static_cast<std::int16_t>((key.shift ? 1 : 0) | (key.control ? 2 : 0) | (key.alt ? 4 : 0));
-    control_->txtCode().TextBox1();
-    control_->txtCode().plain_box().key(static_cast<std::int16_t>(key.key_code), shift, key.text, down);
-    return;
-  }
-  document();
-  view_.tell({.seen = {}, .what = browser::ViewKey{std::move(key), down}});
+  stage_->key(std::move(key), down);
 }
 
 library::Value Instance::resolve(const Json& object) const {
@@ -94,12 +70,6 @@ library::Value Instance::resolve(const Json& object) const {
   if (index >= all.size()) throw RuntimeError(errors::invalid_call, u"No such element");
   return library::element_object(all[index], control_->DOM());
 }
-
-void Instance::document_replaced(const std::shared_ptr<browser::HTMLDocument>& document) {
-  document_view_.show(document);
-}
-
-void Instance::editor_enabled_changed(bool enabled) { document_view_.set_editable(enabled); }
 
 void Instance::on_event(const library::EventMember& event, library::Values& arguments) {
   notify_(

@@ -7,13 +7,9 @@
 
 #include "automation/event_relay.h"
 #include "automation/expectations.h"
-#include "base/code_page.h"
-#include "browser/document_view.h"
-#include "core/htmled.h"
-#include "headless/container.h"
+#include "automation/stage.h"
 #include "headless/dialogs.h"
-#include "headless/property_bag.h"
-#include "headless/view.h"
+#include "headless/menus.h"
 
 namespace tvx::platform {
 class Clipboard;
@@ -22,27 +18,16 @@ class MessageLoop;
 
 namespace tvx::automation {
 
-/// How a control begins.
-struct InstanceOptions {
-  bool design_mode = false;
-  /// What it reads its properties from; none: it begins as a new control.
-  std::optional<headless::PropertyBag> store = headless::PropertyBag();
-  std::optional<CodePage> code_page;     // none: the process's
-  std::optional<std::u16string> folder;  // of its temporary files; none: the system's
-  platform::WindowHandle hwnd = platform::WindowHandle::none;
-  float width = 12000, height = 9000;        // twips
-  platform::Clipboard* clipboard = nullptr;  // all controls of a session share one
-};
-
-/// One control with all that surrounds it: a container, dialogs and a view that nobody sees, and a host that
-/// tells what it hears.
-class Instance final : public ObjectResolver, private core::HTMLedObserver, private browser::BrowserWindow {
+/// One control on its stage, with dialogs and menus that expectations answer and a host that tells what it
+/// hears.
+class Instance final : public ObjectResolver {
  public:
   using Notify = std::function<void(std::string_view method, Json params)>;
   /// Carries out the requests that an expectation holds.
   using Run = std::function<Json(const Json& request)>;
 
-  Instance(int number, const InstanceOptions& options, platform::MessageLoop& loop, Notify notify, Run run);
+  Instance(int number, const InstanceOptions& options, platform::MessageLoop& loop,
+           const StageFactory& make_stage, Notify notify, Run run);
   ~Instance() override;
   Instance(const Instance&) = delete;
   Instance& operator=(const Instance&) = delete;
@@ -61,11 +46,12 @@ class Instance final : public ObjectResolver, private core::HTMLedObserver, priv
   /// Ends the control's life. The instance itself must stay until none of the control's routines is open.
   void terminate();
 
+  Stage& stage() { return *stage_; }
+  headless::Menus& menus() { return menus_; }
   /// A key of the user's: to the code view where that is in front, else on its way through the view.
   void key(browser::KeyInput key, bool down);
   /// Whether the document's input has all been dealt with.
-  bool settled() const { return document_view_.settled(); }
-  const headless::FixedGeometry& geometry() const { return geometry_; }
+  bool settled() const { return stage_->settled(); }
 
   /// An element that a client names by its place.
   library::Value resolve(const Json& object) const override;
@@ -74,25 +60,18 @@ class Instance final : public ObjectResolver, private core::HTMLedObserver, priv
   dom::Ref<dom::Element> host;
 
  private:
-  void document_replaced(const std::shared_ptr<browser::HTMLDocument>& document) override;
-  void editor_enabled_changed(bool enabled) override;
-  bool can_print() override { return true; }
-  void print(bool with_dialog) override { expectations_.print(with_dialog); }
-  void scroll_to(int x, int y) override { view_.scroll_to(x, y); }
   void on_event(const library::EventMember& event, library::Values& arguments);
 
   const int number_;
   std::optional<CodePage> code_page_;
   std::optional<std::u16string> folder_;
   Notify notify_;
-  headless::Container container_;
   headless::Dialogs dialogs_;
+  headless::Menus menus_;
   Expectations expectations_;
   EventAnswers answers_;
   EventRelay relay_;
-  headless::View view_;
-  browser::DocumentView document_view_;
-  headless::FixedGeometry geometry_;
+  std::unique_ptr<Stage> stage_;
   std::shared_ptr<core::HTMLed> control_;
   bool terminated_ = false;
 };

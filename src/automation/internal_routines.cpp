@@ -8,6 +8,7 @@
 #include "base/url.h"
 #include "clipboard/html_format.h"
 #include "library/document_object.h"
+#include "platform/loaded_dialogs.h"
 #include "platform/special_folders.h"
 #include "services/wait.h"
 #include "source/formatter.h"
@@ -51,6 +52,12 @@ template <auto Routine>
 Value one_text(ControlObject&, Values& arguments) {
   expect_arguments(arguments, 1, 1);
   return std::u16string(Routine(arguments[0].to_text()));
+}
+
+template <auto Question>
+Value one_text_flag(ControlObject&, Values& arguments) {
+  expect_arguments(arguments, 1, 1);
+  return Question(arguments[0].to_text());
 }
 
 Value replace_all(ControlObject&, Values& arguments) {
@@ -155,6 +162,9 @@ constexpr MemberOf<ControlObject> rows[] = {
     {.name = u"LoadStoredDocumentHTML", .call = run<&Inside::LoadStoredDocumentHTML>},
     {.name = u"WriteTemplateDocument", .call = write_template},
     {.name = u"ApplyToolbarState", .call = apply_toolbar_state},
+    {.name = u"ApplyContextMenuState", .call = run<&Inside::ApplyContextMenuState>},
+    {.name = u"BuildBranchToolbar", .call = run<&Inside::BuildBranchToolbar>},
+    {.name = u"IsDialogLoaded", .call = one_text_flag<platform::IsDialogLoaded>},
     {.name = u"ApplyStyleSheet", .call = run<&Inside::ApplyStyleSheet>},
     {.name = u"LoadStyleClasses", .call = run<&Inside::LoadStyleClasses>},
     {.name = u"FindEditWindow", .call = run<&Inside::FindEditWindow>},
@@ -164,6 +174,8 @@ constexpr MemberOf<ControlObject> rows[] = {
     {.name = u"docHTML_onkeydown", .call = handler<&Handler::onkeydown>},
     {.name = u"docHTML_onkeypress", .call = handler<&Handler::onkeypress>},
     {.name = u"docHTML_onkeyup", .call = handler<&Handler::onkeyup>},
+    {.name = u"docHTML_onmousedown", .call = handler<&Handler::onmousedown>},
+    {.name = u"docHTML_oncontextmenu", .call = handler<&Handler::oncontextmenu>},
     {.name = u"docHTML_onclick", .call = handler<&Handler::onclick>},
     {.name = u"docHTML_ondblclick", .call = handler<&Handler::ondblclick>},
     {.name = u"docHTML_ondragstart", .call = handler<&Handler::ondragstart>},

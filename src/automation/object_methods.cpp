@@ -1,7 +1,7 @@
 #include "automation/control_object.h"
 #include "automation/methods.h"
-#include "automation/object_path.h"
 #include "automation/session.h"
+#include "library/object_path.h"
 
 namespace tvx::automation {
 
@@ -9,16 +9,16 @@ namespace {
 
 Json object(Session& session, const Params& params) {
   Instance& instance = session.instance_of(params);
-  std::vector<PathStep> steps = parse_path(params.text("path"));
+  std::vector<library::PathStep> steps = library::parse_path(params.text("path"));
   const library::ObjectHandle root = control_object(instance, session.loop());
   if (params.has("set")) {
     const library::Value value = from_json(params.raw("set"), &instance);
-    write_path(*root, steps, value);
+    library::write_path(*root, steps, value);
     return {{"value", to_json(value)}};
   }
   for (const Json& argument : params.list("args"))
     steps.back().arguments.push_back(from_json(argument, &instance));
-  const library::Value value = read_path(*root, steps);
+  const library::Value value = library::read_path(*root, steps);
   Json answer{{"value", to_json(value)}};
   if (params.given("args")) answer["args"] = to_json(library::Value(steps.back().arguments));
   return answer;

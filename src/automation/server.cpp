@@ -46,11 +46,14 @@ Json answer_request(Session& session, const Json& request) {
   return request.contains("id") ? answer : Json();
 }
 
-Server::Server(platform::MessageLoop& loop, Write write)
+Server::Server(platform::MessageLoop& loop, Write write, StageFactory make_stage)
     : write_(std::move(write)),
-      session_(std::make_unique<Session>(loop, [this](std::string_view method, Json params) {
-        this->write({{"jsonrpc", "2.0"}, {"method", method}, {"params", std::move(params)}});
-      })) {}
+      session_(std::make_unique<Session>(
+          loop,
+          [this](std::string_view method, Json params) {
+            this->write({{"jsonrpc", "2.0"}, {"method", method}, {"params", std::move(params)}});
+          },
+          std::move(make_stage))) {}
 
 Server::~Server() = default;
 

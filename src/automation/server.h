@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "automation/json.h"
+#include "automation/stage.h"
 
 namespace tvx::platform {
 class MessageLoop;
@@ -26,7 +27,7 @@ class Server {
   /// Takes a line without its end.
   using Write = std::function<void(std::string_view line)>;
 
-  Server(platform::MessageLoop& loop, Write write);
+  Server(platform::MessageLoop& loop, Write write, StageFactory make_stage = headless_stage);
   ~Server();
   Server(const Server&) = delete;
   Server& operator=(const Server&) = delete;

@@ -5,7 +5,8 @@
 
 namespace tvx::automation {
 
-Session::Session(platform::MessageLoop& loop, Notify notify) : loop_(loop), notify_(std::move(notify)) {
+Session::Session(platform::MessageLoop& loop, Notify notify, StageFactory make_stage)
+    : loop_(loop), notify_(std::move(notify)), make_stage_(std::move(make_stage)) {
   add_instance({}).control().UserControl_Show();
   settle();
 }
@@ -23,9 +24,9 @@ Instance& Session::add_instance(const InstanceOptions& options) {
   const int number = ++last_instance_;
   InstanceOptions complete = options;
   if (!complete.clipboard) complete.clipboard = &clipboard_;
-  auto instance = std::make_unique<Instance>(number, complete, loop_, notify_, [this](const Json& request) {
-    return answer_request(*this, request);
-  });
+  auto instance =
+      std::make_unique<Instance>(number, complete, loop_, make_stage_, notify_,
+                                 [this](const Json& request) { return answer_request(*this, request); });
   return *(instances_[number] = std::move(instance));
 }
 

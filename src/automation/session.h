@@ -18,7 +18,8 @@ class Session {
   using Notify = std::function<void(std::string_view method, Json params)>;
 
   /// `loop` outlives the session. Instance 1 exists at once: at run time, with nothing stored, and shown.
-  Session(platform::MessageLoop& loop, Notify notify);
+  /// `make_stage` gives each control the place where it lives.
+  Session(platform::MessageLoop& loop, Notify notify, StageFactory make_stage = headless_stage);
   ~Session();
   Session(const Session&) = delete;
   Session& operator=(const Session&) = delete;
@@ -43,6 +44,7 @@ class Session {
  private:
   platform::MessageLoop& loop_;
   Notify notify_;
+  StageFactory make_stage_;
   headless::Clipboard clipboard_;
   std::map<int, std::unique_ptr<Instance>> instances_;
   std::vector<std::unique_ptr<Instance>> removed_;

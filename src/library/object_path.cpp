@@ -1,12 +1,9 @@
-#include "automation/object_path.h"
+#include "library/object_path.h"
 
 #include "base/error.h"
 #include "base/strings.h"
 
-namespace tvx::automation {
-
-using library::ObjectHandle;
-using library::Value;
+namespace tvx::library {
 
 namespace {
 
@@ -103,7 +100,7 @@ Value taken(library::Object& object, PathStep& step) {
 }
 
 /// The object on which the last step works. Empty: on the root itself.
-ObjectHandle holder_of(library::Object& root, std::vector<PathStep>& steps) {
+ObjectHandle holder_of(Object& root, std::vector<PathStep>& steps) {
   ObjectHandle holder;
   for (std::size_t i = 0; i + 1 < steps.size(); ++i) {
     const Value value = taken(holder ? *holder : root, steps[i]);
@@ -119,15 +116,15 @@ ObjectHandle holder_of(library::Object& root, std::vector<PathStep>& steps) {
 
 std::vector<PathStep> parse_path(std::u16string_view path) { return PathReader(path).read(); }
 
-Value read_path(library::Object& root, std::vector<PathStep>& steps) {
+Value read_path(Object& root, std::vector<PathStep>& steps) {
   const ObjectHandle holder = holder_of(root, steps);
   return taken(holder ? *holder : root, steps.back());
 }
 
-void write_path(library::Object& root, std::vector<PathStep>& steps, const Value& value) {
+void write_path(Object& root, std::vector<PathStep>& steps, const Value& value) {
   const ObjectHandle holder = holder_of(root, steps);
-  if (!steps.back().arguments.empty()) library::read_only_member();
+  if (!steps.back().arguments.empty()) read_only_member();
   (holder ? *holder : root).set(steps.back().name, value);
 }
 
-}  // namespace tvx::automation
+}  // namespace tvx::library

@@ -6,12 +6,12 @@
 
 #include "library/object.h"
 
-namespace tvx::automation {
+namespace tvx::library {
 
 /// One name of a path, with what stands in the brackets behind it.
 struct PathStep {
   std::u16string name;
-  library::Values arguments;  // numbers, quoted texts, True, False, Nothing
+  Values arguments;  // numbers, quoted texts, True, False, Nothing
 };
 
 /// Reads `Toolbar1.Buttons(10).Value`, `docHTML.all.tags("P").item(0).innerHTML`. A quote in a text is
@@ -20,7 +20,7 @@ std::vector<PathStep> parse_path(std::u16string_view path);
 
 /// Walks from `root`; the last step's arguments come back as the callee left them. Throws RuntimeError(91)
 /// where a step before the last gives nothing and RuntimeError(424) where it gives no object.
-library::Value read_path(library::Object& root, std::vector<PathStep>& steps);
-void write_path(library::Object& root, std::vector<PathStep>& steps, const library::Value& value);
+Value read_path(Object& root, std::vector<PathStep>& steps);
+void write_path(Object& root, std::vector<PathStep>& steps, const Value& value);
 
-}  // namespace tvx::automation
+}  // namespace tvx::library

@@ -1,16 +1,12 @@
-#include "automation/control_object.h"
 #include "library/members_of.h"
+#include "library/parts.h"
 
-namespace tvx::automation {
-
-using library::MemberOf;
-using library::Value;
-using library::Values;
+namespace tvx::library {
 
 namespace {
 
 /// Where a part stands in the control, in twips.
-class BoxObject final : public library::Object {
+class BoxObject final : public Object {
  public:
   BoxObject(std::u16string_view name, const core::Box& box) : name_(name), box_(box) {}
   std::u16string_view kind() const override { return u"box"; }
@@ -32,13 +28,13 @@ constexpr MemberOf<BoxObject> rows[] = {
 };
 
 Value BoxObject::invoke(std::u16string_view name, Values& arguments) {
-  return library::invoke_named<BoxObject>(rows, name, *this, arguments);
+  return invoke_named<BoxObject>(rows, name, *this, arguments);
 }
 
 }  // namespace
 
-library::ObjectHandle box_object(std::u16string_view name, const core::Box& box) {
+ObjectHandle box_object(std::u16string_view name, const core::Box& box) {
   return std::make_shared<BoxObject>(name, box);
 }
 
-}  // namespace tvx::automation
+}  // namespace tvx::library

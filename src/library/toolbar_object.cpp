@@ -1,19 +1,15 @@
-#include "automation/control_object.h"
 #include "library/members_of.h"
+#include "library/parts.h"
 #include "platform/toolbar.h"
 
-namespace tvx::automation {
+namespace tvx::library {
 
-using library::MemberOf;
-using library::ObjectHandle;
-using library::Value;
-using library::Values;
 using platform::Button;
 using platform::Toolbar;
 
 namespace {
 
-class ButtonObject final : public library::Object {
+class ButtonObject final : public Object {
  public:
   explicit ButtonObject(Button& button) : button_(button) {}
   std::u16string_view kind() const override { return u"button"; }
@@ -43,18 +39,20 @@ constexpr MemberOf<ButtonObject> button_rows[] = {
      [](ButtonObject& self, const Value& value) { (*self).set_Enabled(value.to_boolean()); }},
     {u"Visible", [](ButtonObject& self) -> Value { return (*self).Visible(); },
      [](ButtonObject& self, const Value& value) { (*self).set_Visible(value.to_boolean()); }},
+    {u"Left", [](ButtonObject& self) -> Value { return double{(*self).Left()}; }},
+    {u"Top", [](ButtonObject& self) -> Value { return double{(*self).Top()}; }},
     {u"Value", [](ButtonObject& self) -> Value { return std::int32_t{(*self).Value()}; },
      [](ButtonObject& self, const Value& value) { (*self).set_Value(value.to_integer32()); }},
 };
 
 Value ButtonObject::invoke(std::u16string_view name, Values& arguments) {
-  return library::invoke_named<ButtonObject>(button_rows, name, *this, arguments);
+  return invoke_named<ButtonObject>(button_rows, name, *this, arguments);
 }
 void ButtonObject::set(std::u16string_view name, const Value& value) {
-  library::set_named<ButtonObject>(button_rows, name, *this, value);
+  set_named<ButtonObject>(button_rows, name, *this, value);
 }
 
-class ButtonsObject final : public library::Object {
+class ButtonsObject final : public Object {
  public:
   explicit ButtonsObject(Toolbar& toolbar) : toolbar_(toolbar) {}
   std::u16string_view kind() const override { return u"buttons"; }
@@ -63,12 +61,12 @@ class ButtonsObject final : public library::Object {
   }
   Value invoke(std::u16string_view name, Values& arguments) override {
     if (equals_ignoring_ascii_case(name, u"Item")) return item(arguments);
-    if (!equals_ignoring_ascii_case(name, u"Count")) library::unknown_member(name);
-    library::expect_arguments(arguments, 0, 0);
+    if (!equals_ignoring_ascii_case(name, u"Count")) unknown_member(name);
+    expect_arguments(arguments, 0, 0);
     return std::int32_t{toolbar_.Count()};
   }
   Value item(Values& arguments) override {
-    library::expect_arguments(arguments, 1, 1);
+    expect_arguments(arguments, 1, 1);
     Button& button = arguments[0].is_text() ? toolbar_.Item(arguments[0].to_text())
                                             : toolbar_.Item(arguments[0].to_integer32());
     return ObjectHandle(std::make_shared<ButtonObject>(button));
@@ -78,7 +76,7 @@ class ButtonsObject final : public library::Object {
   Toolbar& toolbar_;
 };
 
-class ToolbarObject final : public library::Object {
+class ToolbarObject final : public Object {
  public:
   explicit ToolbarObject(Toolbar& toolbar) : toolbar_(toolbar) {}
   std::u16string_view kind() const override { return u"toolbar"; }
@@ -111,14 +109,14 @@ constexpr MemberOf<ToolbarObject> toolbar_rows[] = {
 };
 
 Value ToolbarObject::invoke(std::u16string_view name, Values& arguments) {
-  return library::invoke_named<ToolbarObject>(toolbar_rows, name, *this, arguments);
+  return invoke_named<ToolbarObject>(toolbar_rows, name, *this, arguments);
 }
 void ToolbarObject::set(std::u16string_view name, const Value& value) {
-  library::set_named<ToolbarObject>(toolbar_rows, name, *this, value);
+  set_named<ToolbarObject>(toolbar_rows, name, *this, value);
 }
 
 }  // namespace
 
 ObjectHandle toolbar_object(Toolbar& toolbar) { return std::make_shared<ToolbarObject>(toolbar); }
 
-}  // namespace tvx::automation
+}  // namespace tvx::library
