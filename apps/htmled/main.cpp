@@ -5,7 +5,9 @@
 #include <initializer_list>
 #include <string_view>
 
+#include "htmled/automation.h"
 #include "htmled/demo.h"
+#include "htmled/screenshots.h"
 #include "htmled/window.h"
 #include "qt/message_loop.h"
 #include "qt/web_view.h"
@@ -39,6 +41,23 @@ const QCommandLineOption& measure_option() {
   return option;
 }
 
+const QCommandLineOption& screenshots_option() {
+  static const QCommandLineOption option(
+      QStringLiteral("screenshots"),
+      QStringLiteral("Takes the pictures of docs/appearance.md into OUTDIR, and ends."),
+      QStringLiteral("OUTDIR"));
+  return option;
+}
+
+const QCommandLineOption& automation_option() {
+  static const QCommandLineOption option(
+      QStringLiteral("automation"),
+      QStringLiteral(
+          "Takes requests from a program on standard input and answers on standard output: JSON-RPC, "
+          "one message a line (docs/automation.md)."));
+  return option;
+}
+
 void set_up(QCommandLineParser& parser) {
   QCoreApplication::setApplicationName(QStringLiteral("htmled"));
   QCoreApplication::setApplicationVersion(QStringLiteral(TVX_VERSION));
@@ -47,7 +66,7 @@ void set_up(QCommandLineParser& parser) {
   parser.addVersionOption();
   parser.addPositionalArgument(QStringLiteral("FILE"), QStringLiteral("The document to open."),
                                QStringLiteral("[FILE]"));
-  parser.addOptions({demo_option(), measure_option()});
+  parser.addOptions({demo_option(), measure_option(), automation_option(), screenshots_option()});
 }
 
 }  // namespace
@@ -68,14 +87,17 @@ int main(int argc, char** argv) {
   parser.process(application);
 
   tvx::qt::MessageLoop loop;
+  const QString file = parser.positionalArguments().value(0);
+  if (parser.isSet(automation_option())) return tvx::htmled::run_automation(loop, file);
   tvx::htmled::Window window(loop);
   window.show();
-  const QString file = parser.positionalArguments().value(0);
   if (parser.isSet(measure_option())) {
     window.start({});
     return tvx::htmled::run_measures(window, loop, file, start);
   }
   const bool opened = window.start(file);
+  if (parser.isSet(screenshots_option()))
+    return tvx::htmled::run_screenshots(window, loop, parser.value(screenshots_option()));
   if (parser.isSet(demo_option()))
     return opened ? tvx::htmled::run_demo(window, loop, parser.value(demo_option())) : 1;
   return QApplication::exec();

@@ -33,7 +33,8 @@ QString filters() { return Window::tr("HTML documents (*.html *.htm *.xhtml);;Al
 
 }  // namespace
 
-Window::Window(platform::MessageLoop& loop) : editor_(new qt::HTMLedWidget(loop, this)) {
+Window::Window(platform::MessageLoop& loop, const qt::Substitutes& substitutes)
+    : editor_(new qt::HTMLedWidget(loop, this, substitutes)) {
   setCentralWidget(editor_);
   resize(1000, 720);
   make_menus();

@@ -7,12 +7,10 @@
 
 #include "core/events.h"
 #include "htmled/document_file.h"
+#include "qt/htmled_widget.h"
 
 namespace tvx::platform {
 class MessageLoop;
-}
-namespace tvx::qt {
-class HTMLedWidget;
 }
 
 namespace tvx::htmled {
@@ -22,7 +20,7 @@ class Window final : public QMainWindow, private core::HTMLedEvents {
   Q_OBJECT
  public:
   /// The loop outlives the window.
-  explicit Window(platform::MessageLoop& loop);
+  explicit Window(platform::MessageLoop& loop, const qt::Substitutes& substitutes = {});
   ~Window() override;
 
   /// Starts the editor and opens the file, or a new page if the name is empty. False, with the user told, if

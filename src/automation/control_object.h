@@ -40,8 +40,8 @@ class ControlObject final : public library::Object {
 library::ObjectHandle control_object(Instance& instance, platform::MessageLoop& loop);
 
 // Parts that are no part of its face. Handles are for one request: they don't keep the control.
-library::ObjectHandle code_view_object(Instance& instance);  // code_view_object.cpp
-library::ObjectHandle browser_object(Instance& instance);    // browser_object.cpp
-library::ObjectHandle clip_object(const clipboard::clsClip& clip);                 // clip_object.cpp
+library::ObjectHandle code_view_object(Instance& instance);         // code_view_object.cpp
+library::ObjectHandle browser_object(Instance& instance);           // browser_object.cpp
+library::ObjectHandle clip_object(const clipboard::clsClip& clip);  // clip_object.cpp
 
 }  // namespace tvx::automation

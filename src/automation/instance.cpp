@@ -55,9 +55,7 @@ headless::PropertyBag Instance::stored() const {
   return bag;
 }
 
-void Instance::key(browser::KeyInput key, bool down) {
-  stage_->key(std::move(key), down);
-}
+void Instance::key(browser::KeyInput key, bool down) { stage_->key(std::move(key), down); }
 
 library::Value Instance::resolve(const Json& object) const {
   const auto kind = object.find("object");

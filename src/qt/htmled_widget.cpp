@@ -68,7 +68,8 @@ class HTMLedWidget::Parts final : public platform::Container,
                                   public browser::BrowserWindow,
                                   public core::HTMLedObserver {
  public:
-  Parts(HTMLedWidget& widget, platform::MessageLoop& loop, std::shared_ptr<MessageLoop> own_loop)
+  Parts(HTMLedWidget& widget, platform::MessageLoop& loop, std::shared_ptr<MessageLoop> own_loop,
+        const Substitutes& substitutes = {})
       : widget_(&widget),
         loop_(loop),
         own_loop_(std::move(own_loop)),
@@ -77,12 +78,13 @@ class HTMLedWidget::Parts final : public platform::Container,
         popups_(widget),
         view_(loop, &widget),
         document_view_(view_, loop) {
-    core::Surroundings surroundings{loop, *this, dialogs_};
+    platform::CommonDialogs& dialogs = substitutes.dialogs ? *substitutes.dialogs : dialogs_;
+    core::Surroundings surroundings{loop, *this, dialogs};
     surroundings.geometry = &document_view_;
-    surroundings.popups = &popups_;
+    surroundings.popups = substitutes.popups ? substitutes.popups : &popups_;
     popups_.set_default_place([this] { return place_of_last_event(); });
     surroundings.window = this;
-    surroundings.clipboard = &clipboard_;
+    surroundings.clipboard = substitutes.clipboard ? substitutes.clipboard : &clipboard_;
     control_ = core::HTMLed::create(surroundings);
     control_->set_events(&events_);
     control_->add_observer(*this);
@@ -253,8 +255,9 @@ HTMLedWidget::HTMLedWidget(QWidget* parent) : QWidget(parent) {
   begin(std::make_shared<Parts>(*this, *loop, loop));
 }
 
-HTMLedWidget::HTMLedWidget(platform::MessageLoop& loop, QWidget* parent) : QWidget(parent) {
-  begin(std::make_shared<Parts>(*this, loop, nullptr));
+HTMLedWidget::HTMLedWidget(platform::MessageLoop& loop, QWidget* parent, const Substitutes& substitutes)
+    : QWidget(parent) {
+  begin(std::make_shared<Parts>(*this, loop, nullptr, substitutes));
 }
 
 // Reading an empty store gives a control more than the defaults: the captions of its own.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QVariant>
 #include <QWidget>
 #include <memory>
 #include <string_view>
@@ -20,7 +21,10 @@ namespace tvx::library {
 class Value;
 }
 namespace tvx::platform {
+class Clipboard;
+class CommonDialogs;
 class MessageLoop;
+class PopupMenus;
 class PropertyBag;
 }  // namespace tvx::platform
 
@@ -29,6 +33,14 @@ Q_DECLARE_OPAQUE_POINTER(tvx::dom::Element*)
 namespace tvx::qt {
 
 class WebView;
+
+/// Who takes the desktop's place, for programs that drive the editor: null is the desktop's own. All outlive
+/// the widget.
+struct Substitutes {
+  platform::CommonDialogs* dialogs = nullptr;
+  platform::PopupMenus* popups = nullptr;
+  platform::Clipboard* clipboard = nullptr;
+};
 
 /// The visual HTML editor as one widget: toolbars, the view, the source. Put it into a window, show it, and
 /// give it HTML.
@@ -117,7 +129,8 @@ class HTMLedWidget final : public QWidget {
   explicit HTMLedWidget(QWidget* parent = nullptr);
   /// With a message loop of the host's own, which outlives the widget; a widget that is deleted within an event
   /// of its own is over with the next turn of Qt's loop.
-  explicit HTMLedWidget(platform::MessageLoop& loop, QWidget* parent = nullptr);
+  explicit HTMLedWidget(platform::MessageLoop& loop, QWidget* parent = nullptr,
+                        const Substitutes& substitutes = {});
   /// Also within an event of its own.
   ~HTMLedWidget() override;
 
@@ -137,6 +150,11 @@ class HTMLedWidget final : public QWidget {
 
   core::HTMLed& control() const;
   browser::DocumentView& document_view();
+  /// A part of the face by its path: "Toolbar1.Buttons(18).Visible", "mnuMiscSource.Enabled",
+  /// "mnuMiscClass(0).Caption". Invalid for what is an object or nothing. Throws RuntimeError(438) for a name
+  /// that is none.
+  QVariant part(const QString& path) const;
+  void set_part(const QString& path, const QVariant& value);
   WebView& view();
   QSize sizeHint() const override { return {900, 640}; }
 

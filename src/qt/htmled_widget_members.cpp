@@ -3,6 +3,8 @@
 #include "base/error.h"
 #include "core/htmled.h"
 #include "library/dispatch.h"
+#include "library/object_path.h"
+#include "library/parts.h"
 #include "qt/htmled_widget.h"
 #include "qt/strings.h"
 
@@ -36,6 +38,43 @@ int number_of(const Value& value) { return value.is_null() ? 0 : value.to_intege
 QString text_of(const Value& value) { return value.is_null() ? QString() : to_qt(value.to_text()); }
 
 }  // namespace
+
+// --- parts of the face ---
+
+namespace {
+
+struct ToVariant {
+  QVariant operator()(bool flag) const { return flag; }
+  QVariant operator()(std::int32_t number) const { return number; }
+  QVariant operator()(std::int64_t number) const { return qlonglong(number); }
+  QVariant operator()(double number) const { return number; }
+  QVariant operator()(const std::u16string& text) const { return to_qt(text); }
+  template <class Other>
+  QVariant operator()(const Other&) const {
+    return {};
+  }
+};
+
+Value value_of_variant(const QVariant& value) {
+  switch (value.typeId()) {
+    case QMetaType::Bool: return value.toBool();
+    case QMetaType::Int: return std::int32_t{value.toInt()};
+    case QMetaType::Double: return value.toDouble();
+    default: return from_qt(value.toString());
+  }
+}
+
+}  // namespace
+
+QVariant HTMLedWidget::part(const QString& path) const {
+  std::vector<library::PathStep> steps = library::parse_path(from_qt(path));
+  return std::visit(ToVariant{}, library::read_path(*library::face_of(control()), steps).data());
+}
+
+void HTMLedWidget::set_part(const QString& path, const QVariant& value) {
+  std::vector<library::PathStep> steps = library::parse_path(from_qt(path));
+  library::write_path(*library::face_of(control()), steps, value_of_variant(value));
+}
 
 QString HTMLedWidget::text(std::u16string_view name) const {
   return to_qt(library::get_property(control(), name).to_text());

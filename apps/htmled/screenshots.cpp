@@ -1,0 +1,165 @@
+#include "htmled/screenshots.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QMenu>
+#include <QPainter>
+#include <QPalette>
+#include <QPixmap>
+#include <QTimer>
+#include <functional>
+#include <iostream>
+
+#include "browser/document_view.h"
+#include "core/htmled.h"
+#include "dom/tree.h"
+#include "htmled/window.h"
+#include "platform/message_loop.h"
+#include "qt/htmled_widget.h"
+
+namespace tvx::htmled {
+namespace {
+
+constexpr std::u16string_view left_to_right =
+    u"<H1>A page of your own</H1><P>Write as in a letter: <B>bold</B>, <I>italic</I>, <U>underlined</U>, "
+    u"with "
+    u"<A href=\"https://example.org/\">links</A> where you want them. The line at the foot of the window "
+    u"shows "
+    u"where the caret stands.</P><TABLE border=\"1\" cellpadding=\"6\" "
+    u"width=\"80%\"><TBODY><TR><TD>Apples</TD>"
+    u"<TD>12</TD></TR><TR><TD>Pears</TD><TD>7</TD></TR></TBODY></TABLE><UL><LI>one thing</LI><LI>and another"
+    u"</LI></UL>";
+constexpr std::u16string_view right_to_left =
+    u"<DIV dir=\"rtl\"><H1>דף משלך</H1><P>כותבים כמו במכתב: <B>מודגש</B>, <I>נטוי</I>, "
+    u"<U>קו תחתון</U>, עם <A href=\"https://example.org/\">קישורים</A>.</P><UL><LI>דבר אחד</LI><LI>ודבר "
+    u"נוסף</LI></UL><P>اكتب كما في رسالة، بخط <B>عريض</B> أو <I>مائل</I>.</P></DIV>";
+
+QPalette dark_palette() {
+  const QColor window(0x2b, 0x2d, 0x30), text(0xdf, 0xe1, 0xe5), base(0x1e, 0x1f, 0x22);
+  QPalette palette(window, window);
+  palette.setColor(QPalette::Base, base);
+  for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText})
+    palette.setColor(role, text);
+  for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+    palette.setColor(QPalette::Disabled, role, QColor(0x6f, 0x73, 0x7a));
+  palette.setColor(QPalette::Highlight, QColor(0x35, 0x74, 0xf0));
+  palette.setColor(QPalette::HighlightedText, Qt::white);
+  return palette;
+}
+
+class Photographer {
+ public:
+  Photographer(Window& window, platform::MessageLoop& loop, const QString& folder)
+      : window_(window), loop_(loop), folder_(folder) {}
+
+  bool run() {
+    window_.resize(940, 600);
+    show(left_to_right);
+    in_text(dom::Tag::Td);
+    bool done = take("light");
+    done = take_menu("context-menu", [this] { right_press(dom::Tag::P); }) && done;
+    done = take_menu("element-menu", [this] { press_path(); }) && done;
+    const QPalette light = QApplication::palette();
+    QApplication::setPalette(dark_palette());
+    in_text(dom::Tag::B);
+    done = take("dark") && done;
+    QApplication::setPalette(light);
+    window_.resize(430, 600);
+    window_.editor().control().set_showFormToolbar(true);
+    in_text(dom::Tag::Td);
+    done = take("narrow") && done;
+    window_.editor().control().set_showFormToolbar(false);
+    window_.resize(940, 600);
+    show(right_to_left);
+    in_text(dom::Tag::B);
+    return take("right-to-left") && done;
+  }
+
+ private:
+  void wait(
+      std::int64_t milliseconds, const std::function<bool()>& until = [] { return false; }) {
+    const std::int64_t end = loop_.now() + milliseconds;
+    while (loop_.now() < end && !until()) loop_.pump(10);
+  }
+  void settle() {
+    for (int i = 0; i < 3; ++i) loop_.pump(0);
+    wait(20'000, [this] { return window_.editor().document_view().settled(); });
+    wait(400);  // the engine paints a frame behind the layout
+  }
+  void show(std::u16string_view html) {
+    window_.editor().control().set_DocumentHTML(html);
+    settle();
+  }
+  void in_text(dom::Tag tag) {
+    const auto document = window_.editor().control().DOM();
+    dom::Element* element = document->first(tag);
+    if (!element || !element->first_child()) return;
+    document->select([&](editing::Selection& selection) { selection.collapse({element->first_child(), 1}); });
+    settle();
+  }
+  void right_press(dom::Tag tag) {
+    const auto document = window_.editor().control().DOM();
+    browser::MouseInput mouse;
+    mouse.button = browser::MouseButton::Right;
+    mouse.element = document->first(tag);
+    mouse.x = 200;
+    mouse.y = 120;
+    document->mouse_press(mouse);
+  }
+  void press_path() {
+    platform::Toolbar& path = window_.editor().control().tlbDOM();
+    if (path.Count() > 0) path.press(path.Item(path.Count()));
+  }
+
+  QString file(const char* name) const {
+    const qreal scale = window_.devicePixelRatioF();
+    const QString suffix = scale == 1 ? QString() : QStringLiteral("@%1x").arg(scale);
+    return QDir(folder_).filePath(QLatin1String(name) + suffix + QStringLiteral(".png"));
+  }
+  bool save(const QPixmap& picture, const char* name) const {
+    if (picture.save(file(name))) {
+      std::cout << file(name).toStdString() << '\n';
+      return true;
+    }
+    std::cerr << "htmled: can't write " << file(name).toStdString() << '\n';
+    return false;
+  }
+  bool take(const char* name) {
+    settle();
+    return save(window_.grab(), name);
+  }
+
+  /// The window with a popup open over it: off screen each window has a picture of its own.
+  bool take_menu(const char* name, const std::function<void()>& open) {
+    bool done = false;
+    QTimer::singleShot(500, &window_, [&] {
+      auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+      if (!menu) return;
+      QPixmap picture = window_.grab();
+      QPainter painter(&picture);
+      painter.drawPixmap(window_.mapFromGlobal(menu->pos()), menu->grab());
+      painter.end();
+      done = save(picture, name);
+      menu->close();
+    });
+    open();
+    if (!done) std::cerr << "htmled: no menu for " << name << '\n';
+    return done;
+  }
+
+  Window& window_;
+  platform::MessageLoop& loop_;
+  QString folder_;
+};
+
+}  // namespace
+
+int run_screenshots(Window& window, platform::MessageLoop& loop, const QString& folder) {
+  if (!QDir().mkpath(folder)) {
+    std::cerr << "htmled: can't make the folder " << folder.toStdString() << '\n';
+    return 1;
+  }
+  return Photographer(window, loop, folder).run() ? 0 : 1;
+}
+
+}  // namespace tvx::htmled
