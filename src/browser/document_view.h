@@ -87,6 +87,7 @@ class DocumentView final : public HTMLDocument::Geometry,
   std::optional<QuestionId> deliver_mouse();
   void deliver_release(HTMLDocument& document, const MouseInput& input);
   void deliver_drop(const ViewDrop& drop, const std::optional<ViewPlace>& at);
+  bool may_drop(const ViewDrop& drop);
   void select_around_caret(HTMLDocument& document, std::int32_t from, std::uint32_t length);
   void begin_drag(const ViewDrag& drag);
   void end_drag(const ViewDrag& drag);

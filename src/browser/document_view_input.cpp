@@ -246,14 +246,24 @@ void DocumentView::handle_select(const ViewSelect& select) {
   reveal_ = false;
 }
 
+/// Where the view doesn't say in time what is under the mouse, the last known caret takes it.
 void DocumentView::deliver_drop(const ViewDrop& drop, const std::optional<ViewPlace>& at) {
   const auto document = document_;
+  if (!may_drop(drop) || document != document_) return;
+  const Boundary place = nearest_boundary(at).value_or(document->editor().selection().focus());
+  if (drop.way == ViewDrop::Way::MiddlePress)
+    paste_at(*document, place, drop.data);
+  else
+    drop_data(*document, place, drop.data);
+  schedule_flush();
+}
+
+bool DocumentView::may_drop(const ViewDrop& drop) {
+  if (drop.way == ViewDrop::Way::MiddlePress) return true;
   MouseInput input;
   input.x = drop.x;
   input.y = drop.y;
-  if (!document->drag_start(input) || document != document_) return;
-  if (const auto place = nearest_boundary(at)) drop_data(*document, *place, drop.data);
-  schedule_flush();
+  return document_->drag_start(input);
 }
 
 std::optional<QuestionId> DocumentView::handle_answer(const ViewAnswer* answer) {
@@ -270,13 +280,12 @@ std::optional<QuestionId> DocumentView::handle_answer(const ViewAnswer* answer) 
     }
     return deliver_mouse();
   }
-  const auto drop = std::exchange(open_.drop, {});
-  if (!answer) return {};
-  seen_ = answer->seen;
-  if (drop) {
-    deliver_drop(*drop, answer->place);
+  if (answer) seen_ = answer->seen;
+  if (const auto drop = std::exchange(open_.drop, {})) {
+    deliver_drop(*drop, answer ? answer->place : std::nullopt);
     return {};
   }
+  if (!answer) return {};
   const auto place = boundary(answer->place);
   if (place) document->move_caret_to(*place, open_.extend);
   reveal_ = true;

@@ -28,6 +28,13 @@ void drop_selection(HTMLDocument& document, const Boundary& place, DropEffect ef
                           effect == DropEffect::Copy ? editing::KeepSource::Yes : editing::KeepSource::No);
 }
 
+void paste_at(HTMLDocument& document, const Boundary& place, const platform::TransferData& data) {
+  if (!document.editor().design_mode()) return;
+  const HTMLDocument::Gesture gesture(document);
+  document.editor().selection().collapse(place);
+  paste_into(document, data);
+}
+
 void drop_data(HTMLDocument& document, const Boundary& place, const platform::TransferData& data) {
   if (!document.editor().design_mode()) return;
   const HTMLDocument::Gesture gesture(document);

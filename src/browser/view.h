@@ -162,10 +162,13 @@ struct ViewDrag {
   std::optional<ViewPlace> place;    // Content
   PatchNumber seen{};                // as in the message
 };
-/// Something came from another program, and was let go at a point of the window.
+/// Something came from another program, and was let go at a point of the window; or a middle press brought
+/// what is selected with the mouse somewhere.
 struct ViewDrop {
+  enum class Way : std::uint8_t { Drag, MiddlePress };
   int x = 0, y = 0;
   platform::TransferData data;
+  Way way = Way::Drag;
 };
 /// A key, as the window system gave it; the page never sees one.
 struct ViewKey {

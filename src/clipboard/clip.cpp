@@ -1,6 +1,7 @@
 #include "clipboard/clip.h"
 
 #include "platform/clipboard.h"
+#include "platform/text_box.h"
 
 namespace tvx::clipboard {
 
@@ -13,12 +14,12 @@ void clsClip::Copy(WindowHandle hwnd) const { SendMessage(hwnd, platform::WM_COP
 void clsClip::Paste(WindowHandle hwnd) const { SendMessage(hwnd, platform::WM_PASTE); }
 
 void clsClip::Undo(WindowHandle hwnd) const {
-  if (CanUndo(hwnd)) SendMessage(hwnd, EM_UNDO);
+  if (CanUndo(hwnd)) SendMessage(hwnd, platform::EM_UNDO);
 }
 
-void clsClip::Redo(WindowHandle hwnd) const { SendMessage(hwnd, EM_REDO); }
+void clsClip::Redo(WindowHandle hwnd) const { SendMessage(hwnd, platform::EM_REDO); }
 
-bool clsClip::CanUndo(WindowHandle hwnd) const { return SendMessage(hwnd, EM_CANUNDO) != 0; }
+bool clsClip::CanUndo(WindowHandle hwnd) const { return SendMessage(hwnd, platform::EM_CANUNDO) != 0; }
 
 bool clsClip::CanPaste() const {
   if (!clipboard_) return false;
@@ -30,7 +31,7 @@ bool clsClip::CanPaste() const {
 
 void clsClip::Delete(WindowHandle hwnd) const {
   static constexpr char16_t nothing[] = u"";
-  SendMessage(hwnd, EM_REPLACESEL, 1, reinterpret_cast<platform::Parameter>(nothing));
+  SendMessage(hwnd, platform::EM_REPLACESEL, 1, reinterpret_cast<platform::Parameter>(nothing));
 }
 
 }  // namespace tvx::clipboard

@@ -8,10 +8,6 @@ class Clipboard;
 
 namespace tvx::clipboard {
 
-// The messages of a text box that edit it.
-inline constexpr platform::Message EM_REPLACESEL = 0x00C2, EM_CANUNDO = 0x00C6, EM_UNDO = 0x00C7,
-                                   EM_REDO = 1108;
-
 /// The clipboard's and the edit commands of a text box, sent to its window as messages. Whoever watches that
 /// window's messages has a word in it.
 class clsClip {

@@ -8,7 +8,8 @@
 #include "dom/objects/element_content.h"
 #include "editing/control_range.h"
 
-/// Cut, copy and paste: the document's own commands first, and where they report failure by hand.
+/// Cut, copy and paste: the document's own commands first, and where they report failure by hand. In the
+/// code view they are messages to its box.
 namespace tvx::core {
 namespace {
 
@@ -19,15 +20,6 @@ bool succeeds(browser::HTMLDocument& document, std::u16string_view command) {
   bool done = false;
   attempt([&] { done = document.execCommand(command, false, u""); });
   return done;
-}
-
-/// The source box's window, once it has one that takes messages.
-template <class Box>
-platform::WindowHandle window_of(Box& box) {
-  if constexpr (requires { box.hwnd(); })
-    return box.hwnd();
-  else
-    return platform::WindowHandle::none;
 }
 
 }  // namespace
@@ -43,7 +35,7 @@ void HTMLed::copy_document() {
   const std::u16string_view type = selection_type();
   if (type == u"None") return;
   attempt([&] { clipboard().Clear(); });
-  if (inCodeView_) return clip_.Copy(window_of(txtCode_));
+  if (inCodeView_) return clip_.Copy(txtCode_.hwnd());
   if (succeeds(document(), u"Copy")) return;
   attempt([&] { copy_by_hand(type); });
 }
@@ -61,7 +53,7 @@ void HTMLed::copy_by_hand(std::u16string_view type) {
 void HTMLed::cut_document() {
   const KeepAlive alive(*this);
   if (inCodeView_) {
-    clip_.Cut(window_of(txtCode_));
+    clip_.Cut(txtCode_.hwnd());
   } else {
     if (selection_type() == u"None") return;
     if (!succeeds(document(), u"Cut")) {
@@ -75,7 +67,7 @@ void HTMLed::cut_document() {
 void HTMLed::paste_document() {
   const KeepAlive alive(*this);
   if (inCodeView_)
-    clip_.Paste(window_of(txtCode_));
+    clip_.Paste(txtCode_.hwnd());
   else
     attempt([&] {
       const auto kept = docHTML_;

@@ -21,7 +21,7 @@ void TextBox::copy() {
   if (clipboard_ && SelLength() > 0) clipboard_->SetText(SelText());
 }
 
-MessageResult TextBox::handle_message(Message message, Parameter wParam, Parameter) {
+MessageResult TextBox::handle_message(Message message, Parameter wParam, Parameter lParam) {
   switch (message) {
     case EM_GETLINECOUNT: return static_cast<MessageResult>(line_count());
     case EM_LINEFROMCHAR: return static_cast<MessageResult>(line_of(static_cast<std::size_t>(wParam)));
@@ -34,6 +34,17 @@ MessageResult TextBox::handle_message(Message message, Parameter wParam, Paramet
     case WM_PASTE:
       if (clipboard_ && !Locked() && clipboard_->GetFormat(ClipboardFormat::text))
         set_SelText(clipboard_->GetText());
+      return 0;
+    case EM_CANUNDO: return can_undo();
+    case EM_UNDO:
+      if (!can_undo()) return 0;
+      if (!Locked()) Undo();
+      return 1;
+    case EM_REDO:
+      if (!Locked()) Redo();
+      return 1;
+    case EM_REPLACESEL:
+      if (const auto* by = reinterpret_cast<const char16_t*>(lParam); by && !Locked()) set_SelText(by);
       return 0;
     case WM_KEYDOWN: {
       auto key_code = static_cast<std::int16_t>(wParam);

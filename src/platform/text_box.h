@@ -10,6 +10,9 @@ namespace tvx::platform {
 
 class Clipboard;
 
+// The messages that edit a box.
+inline constexpr Message EM_REPLACESEL = 0x00C2, EM_CANUNDO = 0x00C6, EM_UNDO = 0x00C7, EM_REDO = 1108;
+
 /// A press or a move of the mouse in a box: buttons and keys as hosts number them, places in twips.
 struct BoxMouse {
   std::int16_t Button = 0, Shift = 0;  // 1 left, 2 right, 4 middle; 1 Shift, 2 Control, 4 Alt
@@ -55,6 +58,9 @@ class TextBox : public MessageWindow {
   virtual std::u16string SelText() const = 0;
   /// Replaces the selection, as the user's edit; the caret stands behind it.
   virtual void set_SelText(std::u16string_view text) = 0;
+  virtual bool can_undo() const = 0;
+  virtual void Undo() = 0;
+  virtual void Redo() = 0;
 
   virtual std::size_t line_count() const = 0;
   virtual std::size_t line_of(std::size_t place) const = 0;

@@ -247,6 +247,10 @@ void CodeBox::set_SelText(std::u16string_view text) {
   edit_->setTextCursor(cursor);
 }
 
+bool CodeBox::can_undo() const { return edit_->document()->isUndoAvailable(); }
+void CodeBox::Undo() { edit_->undo(); }
+void CodeBox::Redo() { edit_->redo(); }
+
 // --- lines ---
 
 std::size_t CodeBox::line_count() const { return static_cast<std::size_t>(edit_->blockCount()); }

@@ -36,6 +36,9 @@ class CodeBox final : public platform::TextBox {
   void select(std::size_t start, std::size_t length) override;
   std::u16string SelText() const override;
   void set_SelText(std::u16string_view text) override;
+  bool can_undo() const override;
+  void Undo() override;
+  void Redo() override;
   std::size_t line_count() const override;
   std::size_t line_of(std::size_t place) const override;
   std::size_t first_visible_line() const override;

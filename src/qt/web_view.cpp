@@ -289,7 +289,10 @@ bool WebView::Private::filter_input(QEvent* event) {
     case QEvent::InputMethodQuery: return filter_input_method(event);
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonDblClick:
-    case QEvent::MouseButtonRelease: put_ticket(event); return false;
+    case QEvent::MouseButtonRelease:
+      put_ticket(*static_cast<QMouseEvent*>(event));
+      put_middle_press(*static_cast<QMouseEvent*>(event));
+      return false;
     case QEvent::FocusIn: focus_changed(true); return false;
     case QEvent::FocusOut: focus_changed(false); return false;
     default: return false;
@@ -351,24 +354,34 @@ bool WebView::Private::filter_drop(QEvent* event) {
   drop->accept();
   if (event->type() == QEvent::Drop) {
     send(CommandWriter(page_number_, "leave").finish());
-    put(browser::ViewDrop{at.x(), at.y(), platform::fetch(MimeSource(drop->mimeData()))});
+    put(browser::ViewDrop{at.x(), at.y(), platform::fetch(MimeSource(drop->mimeData())), {}});
   } else {
     send(CommandWriter(page_number_, "hover").add(std::int64_t(at.x())).add(std::int64_t(at.y())).finish());
   }
   return true;
 }
 
-void WebView::Private::put_ticket(QEvent* event) {
+void WebView::Private::put_ticket(const QMouseEvent& mouse) {
   // While no page stands there is nobody to tell of it.
   if (!page_stands_) return;
-  const auto* mouse = static_cast<QMouseEvent*>(event);
   browser::ViewTicket ticket;
-  ticket.type = event->type() == QEvent::MouseButtonRelease ? browser::ViewTicket::Type::Release
-                                                            : browser::ViewTicket::Type::Press;
-  ticket.button = button_of(mouse->button());
-  ticket.x = qRound(mouse->position().x());
-  ticket.y = qRound(mouse->position().y());
+  ticket.type = mouse.type() == QEvent::MouseButtonRelease ? browser::ViewTicket::Type::Release
+                                                           : browser::ViewTicket::Type::Press;
+  ticket.button = button_of(mouse.button());
+  ticket.x = qRound(mouse.position().x());
+  ticket.y = qRound(mouse.position().y());
   put(ticket);
+}
+
+/// What is selected with the mouse, here or in another program, goes where the middle button is pressed. It
+/// is fetched now, as the press may take that selection away.
+void WebView::Private::put_middle_press(const QMouseEvent& mouse) {
+  if (mouse.type() == QEvent::MouseButtonRelease || mouse.button() != Qt::MiddleButton) return;
+  if (!page_stands_ || !context_.enabled) return;
+  platform::TransferData data = platform::fetch(*mouse_selection_);
+  if (data.empty()) return;
+  const QPoint at = mouse.position().toPoint();
+  put(browser::ViewDrop{at.x(), at.y(), std::move(data), browser::ViewDrop::Way::MiddlePress});
 }
 
 void WebView::Private::focus_changed(bool focused) {
@@ -388,6 +401,7 @@ WebView::~WebView() = default;
 QWidget* WebView::widget() const { return d_->stack_; }
 QWebEnginePage* WebView::page() const { return d_->page_; }
 QWidget* WebView::input_widget() const { return d_->view_->focusProxy(); }
+void WebView::set_mouse_selection(const platform::TransferSource& source) { d_->mouse_selection_ = &source; }
 void WebView::set_policy(const ResourcePolicy& policy) { d_->guard_->set_policy(policy); }
 
 void WebView::set_receiver(std::function<void(browser::ViewMessage)> receive) {

@@ -27,6 +27,8 @@ class WebView final : public browser::View {
 
   QWidget* widget() const;
   QWebEnginePage* page() const;
+  /// What a middle press pastes in place of the desktop's own selection. It outlives this.
+  void set_mouse_selection(const platform::TransferSource& source);
   void set_policy(const ResourcePolicy& policy);
   /// The widget that takes keys and mouse events; null while the engine has none.
   QWidget* input_widget() const;

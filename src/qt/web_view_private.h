@@ -7,6 +7,7 @@
 #include <QWebEngineView>
 #include <deque>
 
+#include "qt/clipboard.h"
 #include "qt/web_page.h"
 #include "qt/web_view.h"
 
@@ -55,6 +56,8 @@ class WebView::Private final : public QObject {
   std::function<void(browser::ViewMessage)> receive_;
   int page_number_ = 0;
   browser::InputContext context_;
+  Clipboard desktop_selection_{QClipboard::Selection};
+  const platform::TransferSource* mouse_selection_ = &desktop_selection_;
 
  private:
   void load_page();
@@ -68,7 +71,8 @@ class WebView::Private final : public QObject {
   bool filter_input_method(QEvent* event);
   bool filter_drop(QEvent* event);
   void answer_query(QInputMethodQueryEvent& query) const;
-  void put_ticket(QEvent* event);
+  void put_ticket(const QMouseEvent& mouse);
+  void put_middle_press(const QMouseEvent& mouse);
   void focus_changed(bool focused);
   void beat();
 

@@ -21,6 +21,9 @@ class PlainTextBox final : public platform::TextBox {
   void select(std::size_t start, std::size_t length) override;
   std::u16string SelText() const override;
   void set_SelText(std::u16string_view text) override;
+  bool can_undo() const override { return !done_.empty(); }
+  void Undo() override { replay(done_, undone_); }
+  void Redo() override { replay(undone_, done_); }
   std::size_t line_count() const override;
   std::size_t line_of(std::size_t place) const override;
   std::size_t first_visible_line() const override { return first_visible_; }
@@ -39,7 +42,6 @@ class PlainTextBox final : public platform::TextBox {
   void scroll_to(std::size_t line);
   /// A key of the user's goes down, or up.
   void key(std::int16_t key_code, std::int16_t shift, std::u16string_view text, bool down);
-  bool can_undo() const { return !done_.empty(); }
   bool can_redo() const { return !undone_.empty(); }
 
  private:

@@ -4,10 +4,14 @@
 #include <gtest/gtest.h>
 
 #include "headless/clipboard.h"
+#include "platform/text_box.h"
 
 namespace tvx::clipboard {
 namespace {
 
+using platform::EM_CANUNDO;
+using platform::EM_REPLACESEL;
+using platform::EM_UNDO;
 using platform::Message;
 using platform::Parameter;
 using testing::ElementsAre;

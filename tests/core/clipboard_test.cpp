@@ -270,5 +270,166 @@ TEST_F(ClipboardCommands, TheButtonsAskTheHostFirst) {
   EXPECT_EQ(marked(), u"<P>ab[]c</P>");
 }
 
+// --- in the code view ---
+
+class CodeClipboard : public ClipboardCommands {
+ protected:
+  /// The code view over a document in which something is selected, or nothing.
+  void enter(std::u16string_view html = u"<p>[one]</p>") {
+    start_marked(html);
+    control->show_Code();
+    ASSERT_TRUE(control->InCodeView());
+    std::u16string none;
+    control->Open_document(none, false);  // cancelled, which clears the flag
+    container.clear_changed();
+  }
+  platform::TextBox& box() { return control->txtCode().TextBox1(); }
+  std::u16string code() { return control->txtCode().Text(); }
+  void code_key(char16_t key) { control->txtCode().plain_box().key(std::int16_t(key), 2, {}, true); }
+  void offer_rich_text() {
+    clipboard.put({{"text/rtf", "{\\rtf1 rich}"}, {"text/html", "<b>rich</b>"}, {"text/plain", "plain"}});
+  }
+};
+
+TEST_F(CodeClipboard, CopyPutsTheBoxsSelectionAsPlainTextAlone) {
+  enter();
+  clipboard.put({{"text/rtf", "{rich}"}, {"text/html", "<i>old</i>"}});
+  box().select(0, 3);
+  control->copy_document();
+  EXPECT_EQ(clipboard.GetText(), u"<P>");
+  EXPECT_EQ(clipboard.targets(), std::vector<std::string>{"text/plain"});
+  EXPECT_EQ(code(), u"<P>one</P>\r\n");
+  EXPECT_FALSE(control->IsDirty());
+}
+
+// It is the document's selection that is asked, not the box's.
+TEST_F(CodeClipboard, CopyWithNothingSelectedInTheDocumentLeavesTheClipboard) {
+  enter(u"<p>one[]</p>");
+  clipboard.SetText(u"kept");
+  box().select(0, 3);
+  control->copy_document();
+  EXPECT_EQ(clipboard.GetText(), u"kept");
+}
+
+TEST_F(CodeClipboard, CopyNeverAsksTheDocumentsCommand) {
+  enter();
+  box().select(3, 3);
+  fail(u"Copy", 5);
+  control->copy_document();
+  EXPECT_EQ(clipboard.GetText(), u"one");
+  EXPECT_EQ(block(), "");
+}
+
+TEST_F(CodeClipboard, CutTakesTheBoxsSelectionAndMarksTheDocument) {
+  enter(u"<p>one[]</p>");
+  box().select(3, 3);
+  control->cut_document();
+  EXPECT_EQ(clipboard.GetText(), u"one");
+  EXPECT_EQ(code(), u"<P></P>\r\n");
+  EXPECT_EQ(body(), u"<P>one</P>") << "the document waits for the switch back";
+  EXPECT_TRUE(marked_changed());
+  code_key(u'Z');
+  EXPECT_EQ(code(), u"<P>one</P>\r\n");
+}
+
+TEST_F(CodeClipboard, CutWithNothingSelectedInTheBoxStillMarks) {
+  enter();
+  clipboard.SetText(u"old");
+  control->cut_document();
+  EXPECT_EQ(code(), u"<P>one</P>\r\n");
+  EXPECT_EQ(clipboard.GetText(), u"") << "what is selected is nothing, and so the clipboard holds nothing";
+  EXPECT_TRUE(marked_changed());
+}
+
+TEST_F(CodeClipboard, PasteTakesThePlainTextAsOneStep) {
+  enter();
+  clipboard.put({{"text/html", "<b>bold</b>"}, {"text/plain", "<I>\xE4\xB8\x96\xF0\x9F\x98\x80</I>\nx"}});
+  box().select(3, 3);
+  control->paste_document();
+  EXPECT_EQ(code(), u"<P><I>\u4E16\U0001F600</I>\r\nx</P>\r\n");
+  EXPECT_TRUE(marked_changed());
+  code_key(u'Z');
+  EXPECT_EQ(code(), u"<P>one</P>\r\n");
+}
+
+TEST_F(CodeClipboard, PasteMarksTheDocumentAlsoWhenNothingComes) {
+  enter();
+  control->paste_document();
+  EXPECT_EQ(code(), u"<P>one</P>\r\n");
+  EXPECT_TRUE(marked_changed());
+}
+
+TEST_F(CodeClipboard, PasteOfHtmlAloneBringsNothing) {
+  enter();
+  clipboard.put({{"text/html", "<b>bold</b>"}});
+  control->paste_document();
+  EXPECT_EQ(code(), u"<P>one</P>\r\n");
+}
+
+TEST_F(CodeClipboard, RichTextIsNotPastedByTheCommandButByTheKeyAsPlainText) {
+  enter();
+  offer_rich_text();
+  control->paste_document();
+  EXPECT_EQ(code(), u"<P>one</P>\r\n");
+  EXPECT_TRUE(marked_changed());
+  code_key(u'V');
+  EXPECT_EQ(code(), u"plain<P>one</P>\r\n");
+}
+
+TEST_F(CodeClipboard, TheKeysGoTheSameWay) {
+  enter();
+  code_key(u'A');
+  EXPECT_EQ(box().SelText(), u"<P>one</P>\r\n");
+  box().select(3, 3);
+  code_key(u'C');
+  EXPECT_EQ(clipboard.GetText(), u"one");
+  code_key(u'X');
+  code_key(u'V');
+  code_key(u'V');
+  EXPECT_EQ(code(), u"<P>oneone</P>\r\n");
+}
+
+TEST_F(CodeClipboard, TheToolbarsButtonsRestThere) {
+  enter();
+  clipboard.SetText(u"kept");
+  box().select(3, 3);
+  EXPECT_FALSE(control->press(control->Toolbar1(), u"Copy"));
+  EXPECT_EQ(clipboard.GetText(), u"kept");
+}
+
+TEST_F(CodeClipboard, WhatWasPastedReachesTheDocumentAtTheSwitchBack) {
+  enter();
+  box().select(3, 3);
+  clipboard.SetText(u"<B>new</B>");
+  control->paste_document();
+  control->show_Code();
+  EXPECT_NE(body().find(u"<B>new</B>"), std::u16string::npos) << to_utf8(body());
+  control->undo_document();
+  EXPECT_EQ(body(), u"<P>one</P>");
+}
+
+TEST_F(CodeClipboard, AClipboardThatCannotBeOpenedIsSilent) {
+  enter();
+  clipboard.SetText(u"kept");
+  box().select(3, 3);
+  set_fault(u"OpenClipboard", {.error = RuntimeError(521, u"Can't open Clipboard")}, 9);
+  control->copy_document();
+  control->paste_document();
+  clear_faults();
+  EXPECT_EQ(clipboard.GetText(), u"kept");
+  EXPECT_EQ(host.count("Error"), 0U);
+  EXPECT_TRUE(marked_changed());
+}
+
+TEST_F(CodeClipboard, BackInTheDesignViewTheDocumentIsMeantAgain) {
+  enter();
+  box().select(0, 3);
+  control->show_Code();
+  control->DOM()->execCommand(u"selectAll", false, u"");
+  control->copy_document();
+  EXPECT_EQ(clipboard.GetText(), u"one");
+  EXPECT_NE(block(), "");
+}
+
 }  // namespace
 }  // namespace tvx::core

@@ -57,6 +57,31 @@ TEST_F(CodeViewWindow, TheToolbarsButtonLeadsThereAndBack) {
   EXPECT_EQ(control().DocumentHTML(), u"<P>one</P><P>two</P>");
 }
 
+TEST_F(CodeViewWindow, KeysAndCommandsCutCopyAndPasteInTheCode) {
+  control().show_Code();
+  ASSERT_TRUE(control().InCodeView());
+  control().txtCode().TextBox1().select(3, 3);
+  press(Qt::Key_C, Qt::ControlModifier, {});
+  EXPECT_EQ(control().clipboard().GetText(), u"one");
+  press(Qt::Key_X, Qt::ControlModifier, {});
+  EXPECT_EQ(box()->toPlainText(), QStringLiteral("<P></P>\n<P>two</P>\n"));
+  press(Qt::Key_V, Qt::ControlModifier, {});
+  control().paste_document();
+  EXPECT_EQ(box()->toPlainText(), QStringLiteral("<P>oneone</P>\n<P>two</P>\n"));
+  control().txtCode().TextBox1().select(3, 6);
+  control().cut_document();
+  EXPECT_EQ(control().clipboard().GetText(), u"oneone");
+  EXPECT_EQ(box()->toPlainText(), QStringLiteral("<P></P>\n<P>two</P>\n"));
+
+  const platform::WindowHandle hwnd = control().txtCode().hwnd();
+  EXPECT_NE(platform::SendMessage(hwnd, platform::EM_CANUNDO), 0);
+  platform::SendMessage(hwnd, platform::EM_UNDO);
+  EXPECT_EQ(box()->toPlainText(), QStringLiteral("<P>oneone</P>\n<P>two</P>\n"));
+  platform::SendMessage(hwnd, platform::EM_REDO);
+  platform::SendMessage(hwnd, platform::EM_REPLACESEL, 1, reinterpret_cast<platform::Parameter>(u"x"));
+  EXPECT_EQ(box()->toPlainText(), QStringLiteral("<P>x</P>\n<P>two</P>\n"));
+}
+
 TEST_F(CodeViewWindow, TheCodeStandsWhereTheDocumentStood) {
   control().show_Code();
   QApplication::processEvents();

@@ -292,6 +292,42 @@ TEST_F(CodeView, UndoGoesByTheBoxsOwnKeys) {
   EXPECT_EQ(code.Text(), u"one");
 }
 
+TEST_F(CodeView, TheMessagesOfUndoAreAnswered) {
+  show(u"");
+  const auto answer = [&](platform::Message message) { return platform::SendMessage(code.hwnd(), message); };
+  EXPECT_EQ(answer(platform::EM_CANUNDO), 0);
+  EXPECT_EQ(answer(platform::EM_UNDO), 0);
+  type(u"one");
+  EXPECT_NE(answer(platform::EM_CANUNDO), 0);
+  EXPECT_NE(answer(platform::EM_UNDO), 0);
+  EXPECT_EQ(code.Text(), u"");
+  EXPECT_EQ(answer(platform::EM_CANUNDO), 0);
+  answer(platform::EM_REDO);
+  EXPECT_EQ(code.Text(), u"one");
+  code.set_Locked(true);
+  answer(platform::EM_UNDO);
+  EXPECT_EQ(code.Text(), u"one") << "a locked box takes no edits";
+}
+
+TEST_F(CodeView, TheMessageThatReplacesTheSelectionIsAnEdit) {
+  show(u"abc");
+  code.TextBox1().select(1, 1);
+  const auto replace_by = [&](const char16_t* text) {
+    platform::SendMessage(code.hwnd(), platform::EM_REPLACESEL, 1,
+                          reinterpret_cast<platform::Parameter>(text));
+  };
+  replace_by(u"");
+  EXPECT_EQ(code.Text(), u"ac");
+  EXPECT_THAT(heard, ElementsAre("Change"));
+  replace_by(u"x\r\ny");
+  EXPECT_EQ(code.Text(), u"ax\r\nyc");
+  replace_by(nullptr);
+  EXPECT_EQ(code.Text(), u"ax\r\nyc");
+  platform::SendMessage(code.hwnd(), platform::EM_UNDO);
+  platform::SendMessage(code.hwnd(), platform::EM_UNDO);
+  EXPECT_EQ(code.Text(), u"abc");
+}
+
 TEST_F(CodeView, TheOperationsForTheClipboardAndUndoAreEmpty) {
   show(u"");
   type(u"one");
