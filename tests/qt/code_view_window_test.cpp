@@ -6,6 +6,7 @@
 
 #include "base/strings.h"
 #include "core/htmled.h"
+#include "platform/clipboard.h"
 #include "qt/htmled_widget.h"
 #include "qt/message_loop.h"
 

@@ -9,7 +9,7 @@
 #include "base/strings.h"
 #include "dom/journal.h"
 #include "editing/text_range.h"
-#include "headless/clipboard.h"
+#include "qt/clipboard.h"
 #include "real_view.h"
 
 namespace tvx::qt {
@@ -54,7 +54,8 @@ class Drags : public RealView {
 };
 
 TEST_F(Drags, AMiddlePressPastesTheMousesSelectionAtItsPlace) {
-  headless::Clipboard selected_elsewhere;
+  QMimeData selected;
+  const MimeSource selected_elsewhere(&selected);
   view_->set_mouse_selection(selected_elsewhere);
   open(u"<!DOCTYPE html><body><p>one two</p><p>other</p>");
   document_->editor().selection().collapse({text_of(1), 5});
@@ -64,10 +65,11 @@ TEST_F(Drags, AMiddlePressPastesTheMousesSelectionAtItsPlace) {
   ASSERT_TRUE(settle());
   EXPECT_EQ(html(), "<P>one two</P><P>other</P>") << "nothing is selected anywhere";
 
-  selected_elsewhere.put({{"text/html", "<b>new</b> "}, {"text/plain", "new"}});
+  selected.setHtml(QStringLiteral("<b>new</b>"));
+  selected.setText(QStringLiteral("new"));
   post_press(place_of("p", 4), Qt::MiddleButton);
   ASSERT_TRUE(settle());
-  EXPECT_EQ(html(), "<P>one <B>new</B> two</P><P>other</P>");
+  EXPECT_EQ(html(), "<P>one <B>new</B>two</P><P>other</P>");
   EXPECT_TRUE(document_->editor().selection().collapsed());
   EXPECT_EQ(document_->tree().journal().depth(), steps + 1);
   document_->tree().journal().undo();
