@@ -114,9 +114,15 @@ class Newcomer : public testing::Test {
   void drag(QPoint from, QPoint to) {
     mouse(QEvent::MouseButtonPress, from, Qt::LeftButton, Qt::LeftButton);
     settle();
-    for (int step = 1; step <= 4; ++step)
-      mouse(QEvent::MouseMove, from + (to - from) * step / 4, Qt::NoButton, Qt::LeftButton);
+    // A hand moves a pixel at a time; the page wants a frame between.
+    for (int step = 1; step <= 8; ++step) {
+      mouse(QEvent::MouseMove, from + (to - from) * step / 8, Qt::NoButton, Qt::LeftButton);
+      const std::int64_t next = loop_.now() + 20;
+      wait_for([&] { return loop_.now() >= next; });
+    }
     mouse(QEvent::MouseButtonRelease, to, Qt::LeftButton, Qt::NoButton);
+    // The page tells of its selection once it has painted it.
+    ASSERT_TRUE(wait_for([this] { return !document().editor().selection().collapsed(); }, 3000));
     settle();
   }
   void type(const QString& text) {
@@ -164,17 +170,23 @@ class Newcomer : public testing::Test {
     });
     timer->start(5);
   }
+  static void key(QWidget& target, Qt::Key key) {
+    QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier);
+    QApplication::sendEvent(&target, &event);
+  }
   static void choose(QMenu& menu, const QString& item) {
     for (QAction* action : menu.actions()) {
-      if (item.isEmpty() || action->objectName() != item) continue;
+      if (item.isEmpty() || !action->isEnabled()) continue;
+      if (action->objectName() == item) {
+        menu.setActiveAction(action);
+        return key(menu, Qt::Key_Return);
+      }
+      if (!action->menu() || !action->menu()->findChild<QAction*>(item, Qt::FindDirectChildrenOnly)) continue;
       menu.setActiveAction(action);
-      QKeyEvent enter(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
-      QApplication::sendEvent(&menu, &enter);
-      return;
+      key(menu, Qt::Key_Right);
+      return choose(*action->menu(), item);
     }
-    QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
-    QApplication::sendEvent(&menu, &escape);
-    if (QApplication::activePopupWidget()) menu.close();
+    while (auto* open = qobject_cast<QMenu*>(QApplication::activePopupWidget())) key(*open, Qt::Key_Escape);
   }
   /// A right press in the page, and what comes of it.
   void right_press(const QString& selector, const QString& item) {
@@ -247,6 +259,40 @@ TEST_F(Newcomer, PressesEachButtonOnce) {
       EXPECT_NE(html().find("center"), std::string::npos) << html();
     } else if (button.Key() == u"Bold") {
       EXPECT_EQ(html(), "<P><B>some words</B></P><P><B>more</B></P>");
+    }
+  }
+}
+
+TEST_F(Newcomer, OpensEachMenuAndChoosesEachItem) {
+  ASSERT_TRUE(window_.start({}));
+  settle();
+  const std::u16string page =
+      u"<P>some <A href=\"a.html\">linked</A> words</P><TABLE border=\"9\" "
+      u"cellspacing=\"9\"><TBODY><TR><TD>cell"
+      u"</TD></TR></TBODY></TABLE><P><IMG src=\"data:,\" width=\"60\" height=\"60\"></P>";
+  const struct {
+    const char* selector;
+    const char* menu;
+  } places[] = {{"p", "mnuMisc"}, {"a", "mnuLinks"}, {"img", "mnuImg"}, {"td", "mnuMisc"}};
+  for (const auto& [selector, name] : places) {
+    open(page);
+    right_press(QString::fromLatin1(selector), {});
+    EXPECT_EQ(popup_, QString::fromLatin1(name)) << selector;
+    std::vector<QString> items;
+    for (platform::Menu* item : platform::all_items(*control().menu(popup_.toStdU16String())))
+      if (!item->is_separator() && item->Visible() && item->items().empty())
+        items.push_back(to_qt(platform::name_with_index(*item)));
+    for (const QString& item : items) {
+      SCOPED_TRACE(item.toStdString());
+      open(page);
+      right_press(QString::fromLatin1(selector), item);
+      if (control().InCodeView()) click_button(1);
+      settle();
+      expect_well_formed();
+      if (item == QStringLiteral("mnuLinkRemove")) {
+        EXPECT_EQ(html().find("<A "), std::string::npos);
+        EXPECT_NE(html().find("some linked words"), std::string::npos);
+      }
     }
   }
 }
