@@ -54,6 +54,7 @@ DocumentView::~DocumentView() {
 void DocumentView::show(std::shared_ptr<HTMLDocument> document) {
   if (document_) {
     document_->set_geometry(nullptr);
+    document_->set_viewport(nullptr);
     document_->tree().remove_observer(*this);
     document_->editor().selection().remove_observer(*this);
   }
@@ -63,12 +64,14 @@ void DocumentView::show(std::shared_ptr<HTMLDocument> document) {
   notice_ = false;
   last_hit_ = {};
   drag_ = {};
+  scroll_.reset();
   document_ = std::move(document);
   if (!document_) return;
   mirror_ = std::make_unique<Mirror>(document_->tree());
   document_->tree().add_observer(*this);
   document_->editor().selection().add_observer(*this);
   document_->set_geometry(this);
+  document_->set_viewport(this);
   begin_anew();
 }
 
@@ -91,7 +94,7 @@ void DocumentView::send_mode() {
 bool DocumentView::settled() const {
   if (!document_ || notice_) return queue_.idle();
   return last_done_ == last_sent_ && !reset_ && !flush_scheduled_ && !mirror_->dirty() &&
-         !mirror_->loading() && queue_.idle();
+         !mirror_->loading() && !scroll_ && queue_.idle();
 }
 
 // --- down: what the view is to show ---
@@ -123,6 +126,7 @@ void DocumentView::mutated(const dom::Mutation& mutation) {
 
 void DocumentView::selection_changed() {
   reveal_ = true;
+  scroll_.reset();
   schedule_flush();
 }
 
@@ -151,6 +155,7 @@ void DocumentView::flush() {
   }
   send_mode();
   send_selection(again);
+  send_scroll();
   send_input_context();
 }
 
@@ -195,6 +200,35 @@ ViewSelection DocumentView::wanted_selection() const {
     wanted.composing_length = static_cast<std::uint32_t>(composed->length);
   }
   return wanted;
+}
+
+void DocumentView::scroll_to(int x, int y) {
+  scroll_ = Scroll{.x = x, .y = y, .element = {}};
+  reveal_ = false;
+  schedule_flush();
+}
+
+void DocumentView::scroll_into_view(Element& element, bool at_top) {
+  scroll_ = Scroll{.element = element, .at_top = at_top};
+  reveal_ = false;
+  schedule_flush();
+}
+
+/// A page that is still coming is too short for the point, and may lack the element: both wait. What isn't
+/// shown itself stands where that stands which holds it.
+void DocumentView::send_scroll() {
+  if (!scroll_) return;
+  const bool whole = !mirror_->loading();
+  if (!scroll_->element) {
+    if (!whole) return;
+    view_.scroll_to(scroll_->x, scroll_->y);
+  } else {
+    const Node* shown = scroll_->element.get();
+    if (!whole && dom::is_connected(*shown) && !mirror_->knows(*shown)) return;
+    while (shown && !(shown->is_element() && mirror_->knows(*shown))) shown = shown->parent();
+    if (shown) view_.scroll_into_view(shown->id(), scroll_->at_top);
+  }
+  scroll_.reset();
 }
 
 /// None where the view has nothing yet. A place inside what isn't shown is the place before that.

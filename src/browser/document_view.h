@@ -21,6 +21,7 @@ namespace tvx::browser {
 /// document goes in slices: the next one is sent when the view has laid out the one before, so that it is
 /// never busy for long. What the view says of places is read against the tree that it was showing then.
 class DocumentView final : public HTMLDocument::Geometry,
+                           public HTMLDocument::Viewport,
                            private InputHandler,
                            private dom::MutationObserver,
                            private editing::SelectionObserver {
@@ -50,6 +51,11 @@ class DocumentView final : public HTMLDocument::Geometry,
   dom::Element* element_at(const HTMLDocument& document, int x, int y) const override;
   std::pair<int, int> caret_place(const HTMLDocument& document) const override;
 
+  // HTMLDocument::Viewport: what was asked for last counts, the selection's place included. It is done when
+  // the view has what it means.
+  void scroll_to(int x, int y) override;
+  void scroll_into_view(dom::Element& element, bool at_top) override;
+
  private:
   // InputHandler
   std::optional<QuestionId> handle_key(const ViewKey& key) override;
@@ -76,6 +82,7 @@ class DocumentView final : public HTMLDocument::Geometry,
   void send_selection(bool again);
   void send_input_context();
   void send_mode();
+  void send_scroll();
   std::u16string base() const;
 
   ViewSelection wanted_selection() const;
@@ -114,6 +121,13 @@ class DocumentView final : public HTMLDocument::Geometry,
   std::optional<PatchNumber> slice_;  // on its way
   std::int64_t slice_sent_ = 0;
   std::size_t slice_budget_ = 0;
+
+  struct Scroll {
+    int x = 0, y = 0;
+    dom::Ref<dom::Element> element;  // or none: the point
+    bool at_top = true;
+  };
+  std::optional<Scroll> scroll_;  // asked for, and not sent
 
   ViewSelection shown_selection_;
   InputContext context_;

@@ -108,6 +108,19 @@ class HTMLDocument : public std::enable_shared_from_this<HTMLDocument> {
     virtual std::pair<int, int> caret_place(const HTMLDocument& document) const = 0;
   };
   void set_geometry(const Geometry* geometry) { geometry_ = geometry; }
+  /// The window that shows the document, as far as a script may move it. Both return at once; the page is
+  /// there in a later turn.
+  class Viewport {
+   public:
+    virtual ~Viewport() = default;
+    /// In CSS pixels; places behind the end mean the end.
+    virtual void scroll_to(int x, int y) = 0;
+    /// Its upper edge at the window's, or its lower one.
+    virtual void scroll_into_view(dom::Element& element, bool at_top) = 0;
+  };
+  /// Null: nothing shows it, and there is nothing to scroll.
+  void set_viewport(Viewport* viewport) { viewport_ = viewport; }
+  Viewport* viewport() const { return viewport_; }
 
   // --- input, in the order that the user gave it ---
   /// onkeydown, then (unless taken away) onkeypress for keys that type, then what the key does.
@@ -193,6 +206,7 @@ class HTMLDocument : public std::enable_shared_from_this<HTMLDocument> {
   std::u16string ready_state_ = u"loading";
   DocumentHandler* handler_ = nullptr;
   const Geometry* geometry_ = nullptr;
+  Viewport* viewport_ = nullptr;
   Encoding encoding_;
   LinkFollower follow_link_;
   DocumentSource source_;

@@ -222,6 +222,8 @@ class View {
   /// with it. The button's press comes up as ViewReady.
   virtual void show_notice(std::u16string_view text) = 0;
   virtual void scroll_to(int x, int y) = 0;
+  /// The element's upper edge at the window's, or its lower one.
+  virtual void scroll_into_view(dom::NodeId element, bool at_top) = 0;
   virtual void print(bool with_dialog, std::function<void(bool)> done) = 0;
 };
 

@@ -83,10 +83,15 @@ void View::ask(const browser::ViewQuestion& question) {
 }
 
 void View::scroll_to(int x, int y) {
+  scrolls_.push_back({.x = x, .y = y});
   browser::ViewFacts facts;
   facts.scroll_x = x;
   facts.scroll_y = y;
   tell({.seen = {}, .what = facts});
+}
+
+void View::scroll_into_view(dom::NodeId element, bool at_top) {
+  scrolls_.push_back({.element = element, .at_top = at_top});
 }
 
 void View::print(bool, std::function<void(bool)> done) {

@@ -40,10 +40,20 @@ class View final : public browser::View {
   void set_input_context(const browser::InputContext& context) override { context_ = context; }
   void show_notice(std::u16string_view text) override { notice_ = text; }
   void scroll_to(int x, int y) override;
+  void scroll_into_view(dom::NodeId element, bool at_top) override;
   /// There is nothing to print on.
   void print(bool with_dialog, std::function<void(bool)> done) override;
 
+  /// What it was asked to bring into sight: a point, or an element.
+  struct Scroll {
+    int x = 0, y = 0;
+    dom::NodeId element{};
+    bool at_top = false;
+    friend bool operator==(const Scroll&, const Scroll&) = default;
+  };
+
   // --- what it was told ---
+  const std::vector<Scroll>& scrolls() const { return scrolls_; }
   const ShadowTree& tree() const { return tree_; }
   const browser::ViewSelection& selection() const { return selection_; }
   const browser::ViewMode& mode() const { return mode_; }
@@ -90,6 +100,7 @@ class View final : public browser::View {
   dom::CompatibilityMode compatibility_mode_{};
   browser::PatchNumber last_patch_{};
   std::vector<std::u16string> failures_;
+  std::vector<Scroll> scrolls_;
   std::size_t patches_ = 0, pages_ = 0, cancelled_drags_ = 0;
   bool silent_ = false;
   std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);

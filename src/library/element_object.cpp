@@ -54,6 +54,13 @@ Value contains(ElementObject& self, Values& arguments) {
   return other && dom::is_inclusive_ancestor(*self, *other);
 }
 
+Value scroll_into_view(ElementObject& self, Values& arguments) {
+  expect_arguments(arguments, 0, 1);
+  const bool at_top = arguments.empty() || arguments[0].to_boolean();
+  if (auto* viewport = self.document()->viewport()) viewport->scroll_into_view(*self, at_top);
+  return {};
+}
+
 /// Assigning to `style` itself is assigning its text.
 void set_style(ElementObject& self, const Value& value) {
   dom::style::InlineStyle(*self).set_css_text(text_or_nothing(value));
@@ -81,6 +88,7 @@ constexpr MemberOf<ElementObject> rows[] = {
     {.name = u"removeAttribute", .call = remove_attribute},
     {.name = u"getElementsByTagName", .call = elements_by_tag},
     {.name = u"contains", .call = contains},
+    {.name = u"scrollIntoView", .call = scroll_into_view},
 };
 
 /// What setting an attribute's property to nothing leaves.

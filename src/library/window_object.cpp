@@ -7,13 +7,14 @@ namespace tvx::library {
 
 namespace {
 
-/// The document's window; all that is left of it here is the event being handled.
+/// The document's window: the event being handled, and what of the document is in sight.
 class WindowObject final : public Object {
  public:
   explicit WindowObject(DocumentHandle document) : document_(std::move(document)) {}
   std::u16string_view kind() const override { return u"window"; }
 
   Value invoke(std::u16string_view name, Values& arguments) override {
+    if (equals_ignoring_ascii_case(name, u"scrollTo")) return scroll_to(arguments);
     expect_arguments(arguments, 0, 0);
     if (equals_ignoring_ascii_case(name, u"document")) return document_object(document_);
     if (!equals_ignoring_ascii_case(name, u"event")) unknown_member(name);
@@ -22,6 +23,13 @@ class WindowObject final : public Object {
   }
 
  private:
+  Value scroll_to(Values& arguments) {
+    expect_arguments(arguments, 2, 2);
+    const std::int32_t x = arguments[0].to_integer32(), y = arguments[1].to_integer32();
+    if (auto* viewport = document_->viewport()) viewport->scroll_to(x, y);
+    return {};
+  }
+
   DocumentHandle document_;
 };
 

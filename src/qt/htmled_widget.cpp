@@ -113,7 +113,7 @@ class HTMLedWidget::Parts final : public platform::Container,
     if (QWidget* input = view_.input_widget()) input->setFocus();
   }
   void scroll_to(int x, int y) override { view_.scroll_to(x, y); }
-  void scroll_into_view(dom::Element& element) override { view_.scroll_into_view(element.id()); }
+  void scroll_into_view(dom::Element& element) override { document_view_.scroll_into_view(element, true); }
   // A dialog can print into a file; who asks for none wants a printer, or has named the file.
   bool can_print() override {
     return !print_file_.isEmpty() || !QPrinterInfo::availablePrinterNames().isEmpty() ||

@@ -445,8 +445,9 @@ void WebView::scroll_to(int x, int y) {
   d_->send(CommandWriter(d_->page_number_, "scroll").add(std::int64_t(x)).add(std::int64_t(y)).finish());
 }
 
-void WebView::scroll_into_view(dom::NodeId element) {
-  d_->send(CommandWriter(d_->page_number_, "reveal").add(static_cast<std::int64_t>(element)).finish());
+void WebView::scroll_into_view(dom::NodeId element, bool at_top) {
+  CommandWriter out(d_->page_number_, "reveal");
+  d_->send(out.add(static_cast<std::int64_t>(element)).add(at_top).finish());
 }
 
 void WebView::print(bool with_dialog, std::function<void(bool)> done) {

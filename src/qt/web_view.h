@@ -43,7 +43,7 @@ class WebView final : public browser::View {
   void show_notice(std::u16string_view text) override;
   void scroll_to(int x, int y) override;
   /// Brings an element to the window's top. Nothing happens to one that the page doesn't know.
-  void scroll_into_view(dom::NodeId element);
+  void scroll_into_view(dom::NodeId element, bool at_top) override;
   void print(bool with_dialog, std::function<void(bool)> done) override;
 
  private:

@@ -125,6 +125,67 @@ TEST_F(DocumentViewTest, ASelectionThatTheViewShowsAlreadyIsNotSentAgain) {
   EXPECT_EQ(before.type, ViewSelection::Type::Text);
 }
 
+TEST_F(DocumentViewTest, AScriptScrollsToAPointAndToAnElement) {
+  open(u"<p>one<p>two");
+  document_->viewport()->scroll_to(3, 400);
+  EXPECT_TRUE(view_.scrolls().empty()) << "nothing goes down within the call";
+  EXPECT_FALSE(shown_.settled());
+  pump();
+  EXPECT_TRUE(shown_.settled());
+  EXPECT_THAT(view_.scrolls(), testing::ElementsAre(headless::View::Scroll{.x = 3, .y = 400}));
+  EXPECT_EQ(shown_.facts().scroll_y, 400);
+  Element& second = *dom::as<Element>(text(1)->parent());
+  document_->viewport()->scroll_into_view(second, false);
+  pump();
+  ASSERT_EQ(view_.scrolls().size(), 2u);
+  EXPECT_EQ(view_.scrolls()[1], (headless::View::Scroll{.element = second.id(), .at_top = false}));
+}
+
+TEST_F(DocumentViewTest, AnElementMadeInTheSameTurnIsThereBeforeItScrolls) {
+  open(u"<p>one");
+  const auto made = document_->tree().create_element(u"p");
+  dom::append(*document_->body(), made);
+  document_->viewport()->scroll_into_view(*made, true);
+  pump();
+  EXPECT_NE(view_.tree().find(made->id()), nullptr);
+  EXPECT_THAT(view_.scrolls(),
+              testing::ElementsAre(headless::View::Scroll{.element = made->id(), .at_top = true}));
+  const auto loose = document_->tree().create_element(u"p");
+  document_->viewport()->scroll_into_view(*loose, true);
+  pump();
+  EXPECT_EQ(view_.scrolls().size(), 1u) << "what stands nowhere is nowhere to be scrolled to";
+  EXPECT_TRUE(shown_.settled());
+}
+
+TEST_F(DocumentViewTest, WhatIsAskedForLastIsInSight) {
+  open(u"<p>one<p>two");
+  selection().collapse({text(), 1});
+  document_->viewport()->scroll_to(0, 400);
+  pump();
+  EXPECT_FALSE(view_.selection().reveal);
+  EXPECT_EQ(view_.scrolls().size(), 1u);
+  document_->viewport()->scroll_to(0, 500);
+  selection().collapse({text(1), 1});
+  pump();
+  EXPECT_TRUE(view_.selection().reveal);
+  EXPECT_EQ(view_.scrolls().size(), 1u);
+}
+
+TEST_F(DocumentViewTest, APageThatIsStillComingScrollsWhenItIsThere) {
+  std::u16string body;
+  for (int i = 0; i < 3000; ++i) body += u"<p>x";
+  document_ =
+      HTMLDocument::create(dom::parse_document(u"<!DOCTYPE html><body>" + body), u"file:///tmp/t.html");
+  shown_.show(document_);
+  Element& last = *dom::as<Element>(document_->body()->last_child());
+  document_->viewport()->scroll_into_view(last, true);
+  loop_.pump(0);
+  EXPECT_TRUE(view_.scrolls().empty());
+  for (int i = 0; i < 100; ++i) loop_.pump(0);
+  EXPECT_THAT(view_.scrolls(),
+              testing::ElementsAre(headless::View::Scroll{.element = last.id(), .at_top = true}));
+}
+
 TEST_F(DocumentViewTest, ASheetsAddressSaidAgainIsSentAgain) {
   open(u"<link rel=stylesheet href=a.css><p>x");
   const std::size_t patches = view_.patches(), depth = steps();

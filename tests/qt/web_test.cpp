@@ -106,6 +106,21 @@ TEST_F(WebInView, ASheetFileWrittenAnewIsShownAnew) {
   std::filesystem::remove_all(folder);
 }
 
+TEST_F(WebInView, AScriptScrolls) {
+  server_.serve("/page",
+                "<!DOCTYPE html><p style='height:3000px'>a</p><div>b</div><p style='height:3000px'>c</p>");
+  ASSERT_TRUE(go("/page"));
+  document_->viewport()->scroll_to(0, 700);
+  EXPECT_TRUE(wait_for([this] { return document_view_->facts().scroll_y == 700; }, 5000));
+  document_->viewport()->scroll_into_view(*document_->first(dom::Tag::Div), true);
+  const std::string top = "Math.round(document.querySelector('div').getBoundingClientRect().top) + ''";
+  EXPECT_TRUE(wait_for([&] { return in_page(top) == "0"; }, 5000)) << in_page(top);
+  document_->viewport()->scroll_into_view(*document_->first(dom::Tag::Div), false);
+  const std::string below =
+      "Math.round(document.querySelector('div').getBoundingClientRect().bottom - innerHeight) + ''";
+  EXPECT_TRUE(wait_for([&] { return in_page(below) == "0"; }, 5000)) << in_page(below);
+}
+
 TEST_F(WebInView, TypingGoesOnWhileAServerTakesItsTime) {
   server_.serve("/page", "<!DOCTYPE html><p>abc</p>");
   server_.hold("/slow", "<p>slow</p>");

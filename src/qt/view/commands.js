@@ -23,9 +23,9 @@
     },
     leave: () => hide(dropCaret),
     scroll: (x, y) => window.scrollTo(x, y),
-    reveal: (id) => {
+    reveal: (id, atTop) => {
       const node = nodes.get(id);
-      if (node instanceof Element) node.scrollIntoView();
+      if (node instanceof Element) node.scrollIntoView(atTop);
     },
     beat: () => tell('beat'),
   };
