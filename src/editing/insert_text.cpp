@@ -38,6 +38,7 @@ void insert_as_new_text(Editor& editor, Node& parent, std::u16string_view unit) 
 // One code unit. The numbers of the steps are those of the standard's "insertText" command.
 void insert_unit(Editor& editor, std::u16string_view unit) {
   const Boundary start = text_beside(editor.selection().range().start);
+  const bool look_is_pending = !editor.overrides().empty();
   const RecordedLook look = record_current_overrides(editor);  // 9
   editor.selection().collapse(start);
   canonicalize_whitespace(start);  // 11
@@ -48,6 +49,9 @@ void insert_unit(Editor& editor, std::u16string_view unit) {
   } else {
     insert_as_new_text(editor, *place.node, unit);
   }
+  // What can't be seen takes no look, and a space at the end of a line isn't once it stands apart.
+  if (look_is_pending && is_ascii_space(unit.front()))
+    canonicalize_whitespace(editor.selection().range().end, false);
   restore_look(look, editor);  // 15
   canonicalize_whitespace(editor.selection().range().start, false);
   canonicalize_whitespace(editor.selection().range().end, false);

@@ -80,6 +80,14 @@ TEST_F(Typing, TakesThePendingLook) {
   EXPECT_EQ(marked(), "<P>foo<B>abc</B>d[]</P>");
 }
 
+TEST_F(Typing, ASpaceTakesAllOfThePendingLook) {
+  load("<p><i><b>red[]</b></i></p>");
+  editor.execute(u"italic");
+  editor.execute(u"bold");
+  type_text(editor, u" house");
+  EXPECT_EQ(marked(), "<P><I><B>red</B></I> house[]</P>");
+}
+
 TEST_F(Typing, ARunIsOneStep) {
   load("<p>foo[]</p>");
   for (const char16_t c : std::u16string_view(u"some words")) type_text(editor, std::u16string_view(&c, 1));

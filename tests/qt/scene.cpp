@@ -1,0 +1,255 @@
+#include "scene.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QInputMethodEvent>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QWebEnginePage>
+#include <QWebEngineScript>
+#include <optional>
+
+#include "base/strings.h"
+#include "browser/document_view.h"
+#include "browser/mirror_rules.h"
+#include "core/htmled.h"
+#include "dom/journal.h"
+#include "page_tree.h"
+#include "platform/toolbar.h"
+#include "qt/htmled_widget.h"
+#include "qt/toolbar_face.h"
+#include "qt/web_view.h"
+
+namespace tvx::htmled {
+
+struct Scene::Stage {
+  qt::MessageLoop loop;
+  Window window{loop};
+};
+
+std::unique_ptr<Scene::Stage> Scene::stage_;
+
+void Scene::SetUpTestSuite() {
+  stage_ = std::make_unique<Stage>();
+  stage_->window.resize(900, 640);
+  stage_->window.show();
+  stage_->window.activateWindow();
+  ASSERT_TRUE(stage_->window.start({}));
+}
+
+void Scene::TearDownTestSuite() { stage_.reset(); }
+
+browser::HTMLDocument& Scene::document() { return *stage_->window.editor().control().DOM(); }
+
+QWidget* Scene::input() { return stage_->window.editor().view().input_widget(); }
+
+bool Scene::wait_for(const std::function<bool()>& condition) {
+  const std::int64_t end = stage_->loop.now() + 20'000;
+  while (!condition()) {
+    if (stage_->loop.now() > end) return false;
+    stage_->loop.pump(10);
+  }
+  return true;
+}
+
+bool Scene::settle() {
+  // What was posted arrives first.
+  for (int i = 0; i < 3; ++i) stage_->loop.pump(0);
+  return wait_for([] { return stage_->window.editor().document_view().settled(); });
+}
+
+std::string Scene::html() {
+  EXPECT_TRUE(settle());
+  return stage_->window.editor().DocumentHTML().toStdString();
+}
+
+std::string Scene::in_page(const std::string& script) {
+  auto answer = std::make_shared<std::optional<std::string>>();
+  stage_->window.editor().view().page()->runJavaScript(
+      QString::fromStdString(script), QWebEngineScript::ApplicationWorld,
+      [answer](const QVariant& value) { *answer = value.toString().toStdString(); });
+  wait_for([&] { return answer->has_value(); });
+  return answer->value_or("no answer");
+}
+
+void Scene::begin(const std::string& html_text) {
+  qt::HTMLedWidget& editor = stage_->window.editor();
+  editor.set_DocumentHTML(QString::fromStdString(html_text));
+  ASSERT_TRUE(settle());
+  ASSERT_NE(input(), nullptr);
+  input()->setFocus();
+  first_ = html();
+  // Each at another place: two clicks at one place soon after another are a double click.
+  static int turn = 0;
+  turn = (turn + 1) % 8;
+  click({input()->width() / 2 + 20 * turn, input()->height() - 30});
+}
+
+void Scene::shows(const std::string& expected) { EXPECT_EQ(html(), expected); }
+
+void Scene::ends_with(const std::string& expected) {
+  ASSERT_EQ(html(), expected);
+  agree();
+  take_picture();
+  const dom::Journal& journal = document().tree().journal();
+  const int steps = int(journal.depth());
+  ASSERT_GT(steps, 0);
+  press("Ctrl+Z", steps);
+  EXPECT_EQ(html(), first_) << "everything undone";
+  EXPECT_FALSE(journal.can_undo());
+  agree();
+  press("Ctrl+Y", steps);
+  EXPECT_EQ(html(), expected) << "everything redone";
+  EXPECT_FALSE(journal.can_redo());
+  agree();
+}
+
+// The page has the tree that the document has.
+void Scene::agree() {
+  ASSERT_TRUE(settle());
+  EXPECT_EQ(in_page(qt::page_tree_script), to_utf8(browser::print_mirrored(document().tree())));
+}
+
+void Scene::take_picture() {
+  const QString folder = qEnvironmentVariable("TVX_PICTURES");
+  if (folder.isEmpty()) return;
+  // For the engine to paint.
+  const std::int64_t end = stage_->loop.now() + 400;
+  wait_for([end] { return stage_->loop.now() > end; });
+  const char* name = testing::UnitTest::GetInstance()->current_test_info()->name();
+  stage_->window.grab().save(folder + u'/' + QString::fromLatin1(name) + QStringLiteral(".png"));
+}
+
+// --- the keyboard ---
+
+void Scene::type(const std::string& text) {
+  ASSERT_NE(input(), nullptr);
+  for (const char32_t c : QString::fromStdString(text).toStdU32String()) {
+    const QString typed = QString::fromUcs4(&c, 1);
+    const int key = c < 0x80 ? int(QChar(char16_t(c)).toUpper().unicode()) : int(Qt::Key_unknown);
+    const auto held = c >= U'A' && c <= U'Z' ? Qt::ShiftModifier : Qt::NoModifier;
+    for (const auto kind : {QEvent::KeyPress, QEvent::KeyRelease})
+      QCoreApplication::postEvent(input(), new QKeyEvent(kind, key, held, typed));
+  }
+}
+
+void Scene::press(const char* keys, int times) {
+  const QKeySequence sequence = QKeySequence::fromString(QString::fromLatin1(keys));
+  ASSERT_EQ(sequence.count(), 1) << keys;
+  const QKeyCombination combination = sequence[0];
+  ASSERT_NE(combination.key(), Qt::Key_unknown) << keys;
+  ASSERT_NE(input(), nullptr);
+  for (int i = 0; i < times; ++i)
+    for (const auto kind : {QEvent::KeyPress, QEvent::KeyRelease})
+      QCoreApplication::postEvent(
+          input(), new QKeyEvent(kind, combination.key(), combination.keyboardModifiers(), QString()));
+}
+
+void Scene::post_composition(const QString& composed, const QString& committed) {
+  QList<QInputMethodEvent::Attribute> attributes;
+  if (!composed.isEmpty())
+    attributes.append({QInputMethodEvent::Cursor, int(composed.size()), 1, QVariant()});
+  auto* event = new QInputMethodEvent(composed, attributes);
+  event->setCommitString(committed);
+  QCoreApplication::postEvent(input(), event);
+  ASSERT_TRUE(settle());
+}
+
+void Scene::compose(const std::string& text) { post_composition(QString::fromStdString(text), {}); }
+void Scene::commit(const std::string& text) { post_composition({}, QString::fromStdString(text)); }
+
+// --- the mouse ---
+
+void Scene::post_mouse(QEvent::Type type, QPoint point, Qt::MouseButton button, Qt::MouseButtons held) {
+  ASSERT_NE(input(), nullptr);
+  const QPointF at(point);
+  auto* event = new QMouseEvent(type, at, input()->mapToGlobal(at), button, held, Qt::NoModifier);
+  // The engine counts clicks by the time between them.
+  event->setTimestamp(quint64(stage_->loop.now()));
+  QCoreApplication::postEvent(input(), event);
+}
+
+void Scene::post_click(QPoint point, QEvent::Type pressed) {
+  post_mouse(pressed, point, Qt::LeftButton, Qt::LeftButton);
+  post_mouse(QEvent::MouseButtonRelease, point, Qt::LeftButton, Qt::NoButton);
+}
+
+void Scene::click(QPoint point) {
+  post_click(point, QEvent::MouseButtonPress);
+  ASSERT_TRUE(settle());
+}
+
+void Scene::double_click(const std::string& words) {
+  const QPoint point = (before(words) + after(words)) / 2;
+  click(point);
+  in_page("''");  // the caret of the first click is back in the page
+  post_click(point, QEvent::MouseButtonDblClick);
+  ASSERT_TRUE(settle());
+}
+
+void Scene::drag_over(const std::string& first_words, const std::string& last_words) {
+  const QPoint from = before(first_words), to = after(last_words);
+  post_mouse(QEvent::MouseButtonPress, from, Qt::LeftButton, Qt::LeftButton);
+  for (int step = 1; step <= 4; ++step)
+    post_mouse(QEvent::MouseMove, from + (to - from) * step / 4, Qt::NoButton, Qt::LeftButton);
+  post_mouse(QEvent::MouseButtonRelease, to, Qt::LeftButton, Qt::NoButton);
+  ASSERT_TRUE(settle());
+}
+
+void Scene::click_button(std::u16string_view key) {
+  ASSERT_TRUE(settle());
+  const platform::Button& model = stage_->window.editor().control().Toolbar1().Item(key);
+  const auto* bar = stage_->window.editor().findChild<qt::ToolbarFace*>();
+  ASSERT_NE(bar, nullptr);
+  QWidget* button = bar->button_widget(model.Index());
+  ASSERT_NE(button, nullptr) << to_utf8(key);
+  const QPoint middle = button->mapTo(&stage_->window, button->rect().center());
+  ASSERT_EQ(stage_->window.childAt(middle), button) << to_utf8(key) << " can't be reached";
+  const QPointF at = button->rect().center();
+  for (const auto kind : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease})
+    QCoreApplication::postEvent(
+        button,
+        new QMouseEvent(kind, at, button->mapToGlobal(at), Qt::LeftButton,
+                        kind == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton, Qt::NoModifier));
+  ASSERT_TRUE(settle());
+}
+
+QPoint Scene::place(const std::string& words, bool behind) {
+  EXPECT_TRUE(settle());
+  const std::string at = in_page(
+      "(function () { const words = '" + words +
+      "', walker = document.createTreeWalker(document.body, "
+      "NodeFilter.SHOW_TEXT); for (let n; (n = walker.nextNode());) { const at = n.data.indexOf(words); "
+      "if (at < 0) continue; const range = document.createRange(); range.setStart(n, at + (" +
+      (behind ? "true" : "false") +
+      " ? words.length : 0)); range.collapse(true); const r = "
+      "range.getClientRects()[0]; return Math.round(r.left) + ' ' + Math.round(r.top + r.height / 2); } "
+      "})()");
+  int x = 0, y = 0;
+  EXPECT_EQ(std::sscanf(at.c_str(), "%d %d", &x, &y), 2) << words << ": " << at;
+  return {x, y};
+}
+
+QRect Scene::box_of(const std::string& selector) {
+  EXPECT_TRUE(settle());
+  const std::string at = in_page("(function () { const r = document.querySelector('" + selector +
+                                 "').getBoundingClientRect(); return [r.left, r.top, r.width, "
+                                 "r.height].map(Math.round).join(' '); })()");
+  int x = 0, y = 0, width = 0, height = 0;
+  EXPECT_EQ(std::sscanf(at.c_str(), "%d %d %d %d", &x, &y, &width, &height), 4) << selector << ": " << at;
+  return {x, y, width, height};
+}
+
+// --- the host ---
+
+void Scene::command(std::u16string_view name, std::u16string_view value) {
+  ASSERT_TRUE(settle());
+  EXPECT_TRUE(document().execCommand(name, false, value)) << to_utf8(name);
+}
+
+void Scene::insert_html(const QString& html_text) {
+  ASSERT_TRUE(settle());
+  stage_->window.editor().InsertAtCursor(html_text);
+}
+
+}  // namespace tvx::htmled
