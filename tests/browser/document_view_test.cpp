@@ -143,14 +143,14 @@ TEST_F(DocumentViewTest, AScriptScrollsToAPointAndToAnElement) {
 
 TEST_F(DocumentViewTest, AnElementMadeInTheSameTurnIsThereBeforeItScrolls) {
   open(u"<p>one");
-  const auto made = document_->tree().create_element(u"p");
-  dom::append(*document_->body(), made);
+  const auto made = document_->tree().create_element(dom::Tag::P);
+  dom::insert(*document_->body(), made);
   document_->viewport()->scroll_into_view(*made, true);
   pump();
   EXPECT_NE(view_.tree().find(made->id()), nullptr);
   EXPECT_THAT(view_.scrolls(),
               testing::ElementsAre(headless::View::Scroll{.element = made->id(), .at_top = true}));
-  const auto loose = document_->tree().create_element(u"p");
+  const auto loose = document_->tree().create_element(dom::Tag::P);
   document_->viewport()->scroll_into_view(*loose, true);
   pump();
   EXPECT_EQ(view_.scrolls().size(), 1u) << "what stands nowhere is nowhere to be scrolled to";
