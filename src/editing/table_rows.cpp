@@ -26,7 +26,8 @@ int span(const Element& cell, dom::Name name, int least, int most) {
   return int(std::min<std::int64_t>(*number, most));
 }
 
-/// A column as the rows above leave it: the cell that stands in it, and how many rows further down that reaches.
+/// A column as the rows above leave it: the cell that stands in it, and how many rows further down that
+/// reaches.
 struct Column {
   const Element* cell = nullptr;
   int rows_left = 0;
@@ -44,7 +45,8 @@ std::vector<Column> columns_of(const Element& last_row) {
       if (!is_cell(*node)) continue;
       const auto& cell = static_cast<const Element&>(*node);
       while (at < columns.size() && columns[at].rows_left > 0) ++at;
-      const int rows = span(cell, dom::names::rowspan, 0, 65534), width = span(cell, dom::names::colspan, 1, 1000);
+      const int rows = span(cell, dom::names::rowspan, 0, 65534),
+                width = span(cell, dom::names::colspan, 1, 1000);
       columns.resize(std::max(columns.size(), at + std::size_t(width)));
       for (int i = 0; i < width; ++i) columns[at++] = {&cell, rows == 0 ? to_the_end : rows};
     }
@@ -80,7 +82,8 @@ Ref<Element> add_row_like(Element& last_row) {
   Ref<Element> first;
   const Element* before = nullptr;
   for (const Column& column : columns_of(last_row)) {
-    // What reaches below its section is cut there for a body of its own, and covers a further row of the same.
+    // What reaches below its section is cut there for a body of its own, and covers a further row of the
+    // same.
     const bool is_covered = column.rows_left > 1 && !in_head;
     if (!column.cell || is_covered || column.cell == before) continue;
     before = column.cell;

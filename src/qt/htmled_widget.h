@@ -127,8 +127,8 @@ class HTMLedWidget final : public QWidget {
   Q_ENUM(ed_InsertType)
 
   explicit HTMLedWidget(QWidget* parent = nullptr);
-  /// With a message loop of the host's own, which outlives the widget; a widget that is deleted within an event
-  /// of its own is over with the next turn of Qt's loop.
+  /// With a message loop of the host's own, which outlives the widget; a widget that is deleted within an
+  /// event of its own is over with the next turn of Qt's loop.
   explicit HTMLedWidget(platform::MessageLoop& loop, QWidget* parent = nullptr,
                         const Substitutes& substitutes = {});
   /// Also within an event of its own.

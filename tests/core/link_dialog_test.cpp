@@ -72,11 +72,10 @@ TEST_F(LinkDialog, IsNotShownWhereNothingCanBeLinked) {
 
 // While the dialog is open its loop runs, and a host may do anything.
 TEST_F(LinkDialog, TheSelectionMayGoWhileItIsOpen) {
-  dialogs.expect({.kind = headless::DialogKind::link,
-                  .answer = std::u16string(u"http://a.b/"),
-                  .while_open = [this](const headless::ShownDialog&) {
-                    control->set_DocumentHTML(u"<P>new</P>");
-                  }});
+  dialogs.expect(
+      {.kind = headless::DialogKind::link,
+       .answer = std::u16string(u"http://a.b/"),
+       .while_open = [this](const headless::ShownDialog&) { control->set_DocumentHTML(u"<P>new</P>"); }});
   control->insert_Link();
   EXPECT_EQ(control->DOM()->first(dom::Tag::P)->first_child()->is_text(), true);
 }
