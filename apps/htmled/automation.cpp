@@ -62,8 +62,8 @@ Qt::KeyboardModifiers held(const browser::KeyInput& input) {
 class WindowStage final : public automation::Stage {
  public:
   WindowStage(automation::StageParts parts, const automation::InstanceOptions& options, QString file)
-      : window_(std::make_unique<Window>(parts.loop,
-                                         qt::Substitutes{&parts.dialogs, &parts.popups, options.clipboard})),
+      : window_(std::make_unique<Window>(
+            parts.loop, qt::Substitutes{&parts.dialogs, &parts.popups, &parts.forms, options.clipboard})),
         control_(window_->editor().control().shared_from_this()),
         file_(std::move(file)) {
     QObject::connect(

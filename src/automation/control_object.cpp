@@ -9,6 +9,7 @@
 #include "library/document_object.h"
 #include "library/members_of.h"
 #include "library/parts.h"
+#include "platform/form.h"
 
 namespace tvx::automation {
 
@@ -48,6 +49,14 @@ Value getter(ControlObject& self) {
 template <auto Field>
 Value border(ControlObject& self) {
   return Inside::highlight(*self).saved().*Field;
+}
+
+/// The dialog in front by its name, or one of its controls.
+Value open_dialog_part(platform::Form* dialog, std::u16string_view name) {
+  if (!dialog) return {};
+  if (equals_ignoring_ascii_case(dialog->Name(), name)) return library::form_object(*dialog);
+  platform::FormControl* control = dialog->find(name);
+  return control ? Value(library::form_control_object(*control)) : Value();
 }
 
 constexpr MemberOf<ControlObject> rows[] = {
@@ -96,6 +105,10 @@ Value ControlObject::invoke(std::u16string_view name, Values& arguments) {
       return library::invoke_member(*row, *this, arguments);
   if (const library::ObjectHandle part = library::part_named(**this, name))
     return arguments.empty() ? Value(part) : part->item(arguments);
+  if (const Value dialog = open_dialog_part(instance().forms().open(), name); !dialog.is_null()) {
+    library::expect_arguments(arguments, 0, 0);
+    return dialog;
+  }
   const library::Member* shared = library::find_member(name);
   if (shared && shared->kind == library::MemberKind::Property) {
     library::expect_arguments(arguments, 0, 0);

@@ -9,6 +9,8 @@ namespace tvx::automation {
 
 using headless::DialogKind;
 using library::EventMember;
+using platform::ControlKind;
+using platform::Form;
 using platform::MessageAnswer;
 
 namespace {
@@ -108,6 +110,43 @@ Json seen_in(platform::Menu& menu) {
   return {{"items", items}, {"captions", captions}, {"enabled", enabled}, {"visible", visible}};
 }
 
+/// What a dialog shows, by its controls' names; its own caption under its own name.
+Json seen_in(const Form& form) {
+  Json captions = {{to_utf8(form.Name()), json_text(form.Caption())}};
+  Json texts = Json::object(), values = Json::object(), items = Json::object();
+  Json enabled = Json::object(), visible = Json::object();
+  for (const auto& control : form.controls()) {
+    const std::string name = to_utf8(control->Name());
+    enabled[name] = control->Enabled();
+    visible[name] = control->Visible();
+    if (control->has_caption()) captions[name] = json_text(control->Caption());
+    if (control->has_text()) texts[name] = json_text(control->Text());
+    if (control->kind() == ControlKind::CheckBox) values[name] = control->Value();
+    if (control->kind() != ControlKind::ComboBox) continue;
+    Json list = Json::array();
+    for (int index = 0; index < control->ListCount(); ++index)
+      list.push_back(json_text(control->List(index)));
+    items[name] = std::move(list);
+  }
+  return {{"captions", captions}, {"texts", texts},     {"values", values},
+          {"items", items},       {"enabled", enabled}, {"visible", visible}};
+}
+
+/// As the user fills it: texts into boxes, choices into lists, ticks. What the user couldn't reach can't be
+/// filled.
+void fill(Form& form, const Params& set) {
+  for (const auto& [name, json] : set.object().items()) {
+    platform::FormControl& control = form.Controls(from_utf8(name));
+    if (!control.reachable())
+      throw RuntimeError(errors::invalid_call, u"The control can't be changed: " + control.Name());
+    const library::Value value = from_json(json);
+    if (control.kind() == ControlKind::CheckBox)
+      control.set_Value(value.to_boolean());
+    else
+      control.set_Text(value.to_text());
+  }
+}
+
 }  // namespace
 
 ArgumentValues argument_values(const EventMember& event, const Params& set) {
@@ -135,8 +174,9 @@ void EventAnswers::apply(const EventMember& event, library::Values& arguments) c
   for (const auto& [place, value] : found->second) arguments[place] = value;
 }
 
-Expectations::Expectations(headless::Dialogs& dialogs, headless::Menus& menus, Notify notify, Run run)
-    : dialogs_(dialogs), menus_(menus), notify_(std::move(notify)), run_(std::move(run)) {
+Expectations::Expectations(headless::Dialogs& dialogs, headless::Menus& menus, headless::Forms& forms,
+                           Notify notify, Run run)
+    : dialogs_(dialogs), menus_(menus), forms_(forms), notify_(std::move(notify)), run_(std::move(run)) {
   dialogs_.on_opened([this](const headless::ShownDialog& dialog) { opened(dialog); });
   dialogs_.on_closed([this](const headless::ShownDialog& dialog, const headless::ExpectedDialog* expected) {
     closed(dialog, expected);
@@ -144,6 +184,9 @@ Expectations::Expectations(headless::Dialogs& dialogs, headless::Menus& menus, N
   menus_.on_opened([this](platform::Menu& menu) { popup_opened(menu); });
   menus_.on_closed([this](platform::Menu&, const headless::ExpectedPopup* expected,
                           const platform::Menu* chosen) { popup_closed(expected, chosen); });
+  forms_.on_opened([this](platform::Form& form) { form_opened(form); });
+  forms_.on_closed([this](platform::Form&, const headless::ExpectedForm* expected,
+                          const std::optional<RuntimeError>& failure) { form_closed(expected, failure); });
 }
 
 int Expectations::add(const Params& params) {
@@ -153,6 +196,8 @@ int Expectations::add(const Params& params) {
     add_event(id, std::u16string_view(on).substr(6), params);
   else if (on.starts_with(u"popup:"))
     add_popup(id, std::u16string_view(on).substr(6), params);
+  else if (on.starts_with(u"dialog:"))
+    add_form(id, std::u16string_view(on).substr(7), params);
   else if (on == u"open")
     add_dialog(id, DialogKind::open, params);
   else if (on == u"save")
@@ -254,6 +299,34 @@ void Expectations::popup_closed(const headless::ExpectedPopup* expected, const p
   if (!expected) return;
   seen["chosen"] = chosen ? json_text(platform::name_with_index(*chosen)) : Json();
   notify_("seen", {{"id", expected->id}, {"seen", std::move(seen)}, {"did", taken(did_, expected->id)}});
+}
+
+// --- the control's dialogs ---
+
+void Expectations::add_form(int id, std::u16string_view form, const Params& params) {
+  headless::ExpectedForm expected{.form = std::u16string(form), .press = params.text_or("press", u"")};
+  expected.while_open = [this, id, set = params.part("set"), requests = params.list("do")](Form& open) {
+    fill(open, set);
+    did_[id] = run_all(requests);
+  };
+  expected.times = params.number_or("times", 1);
+  expected.id = id;
+  forms_.expect(std::move(expected));
+}
+
+void Expectations::form_opened(Form& form) {
+  seen_.push_back(seen_in(form));
+  notify_("modal", {{"kind", "dialog"}, {"name", json_text(form.Name())}});
+}
+
+void Expectations::form_closed(const headless::ExpectedForm* expected,
+                               const std::optional<RuntimeError>& failure) {
+  Json seen = std::move(seen_.back());
+  seen_.pop_back();
+  if (!expected) return;
+  Json told = {{"id", expected->id}, {"seen", std::move(seen)}, {"did", taken(did_, expected->id)}};
+  if (failure) told["error"] = {{"code", failure->number()}, {"message", json_text(failure->text())}};
+  notify_("seen", std::move(told));
 }
 
 }  // namespace tvx::automation

@@ -9,6 +9,7 @@
 
 #include "automation/json.h"
 #include "headless/dialogs.h"
+#include "headless/forms.h"
 #include "headless/menus.h"
 #include "library/member_table.h"
 
@@ -37,14 +38,15 @@ class EventAnswers {
 };
 
 /// What is to happen when something is raised or opened: events of the control, dialogs of the
-/// desktop, popup menus. Each expectation is used as often as it says, the oldest first, and every use is
-/// told.
+/// desktop and of the control, popup menus. Each expectation is used as often as it says, the oldest first,
+/// and every use is told.
 class Expectations {
  public:
   using Notify = std::function<void(std::string_view method, Json params)>;
   using Run = std::function<Json(const Json& request)>;
 
-  Expectations(headless::Dialogs& dialogs, headless::Menus& menus, Notify notify, Run run);
+  Expectations(headless::Dialogs& dialogs, headless::Menus& menus, headless::Forms& forms, Notify notify,
+               Run run);
 
   /// Reads the parameters of `expect`. Returns the number by which its uses are told.
   int add(const Params& params);
@@ -70,6 +72,7 @@ class Expectations {
 
   void add_event(int id, std::u16string_view name, const Params& params);
   void add_dialog(int id, headless::DialogKind kind, const Params& params);
+  void add_form(int id, std::u16string_view form, const Params& params);
   void add_popup(int id, std::u16string_view menu, const Params& params);
   Json run_all(const std::vector<Json>& requests) const;
   void opened(const headless::ShownDialog& dialog) const;
@@ -77,17 +80,20 @@ class Expectations {
 
   void popup_opened(platform::Menu& menu);
   void popup_closed(const headless::ExpectedPopup* expected, const platform::Menu* chosen);
+  void form_opened(platform::Form& form);
+  void form_closed(const headless::ExpectedForm* expected, const std::optional<RuntimeError>& failure);
   Json taken(std::map<int, Json>& from, int id) const;
 
   headless::Dialogs& dialogs_;
   headless::Menus& menus_;
+  headless::Forms& forms_;
   Notify notify_;
   Run run_;
   int last_id_ = 0;
   std::list<ExpectedEvent> events_;
   std::list<ExpectedPrint> prints_;
   std::map<int, Json> did_;  // by dialogs and popups that are open, or have just been closed
-  std::vector<Json> seen_;   // what stands in the popups that are open, the innermost last
+  std::vector<Json> seen_;   // what stood in the popups and forms that are open, the innermost last
 };
 
 }  // namespace tvx::automation

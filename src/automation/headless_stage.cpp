@@ -23,7 +23,8 @@ class HeadlessStage final : public Stage, private core::HTMLedObserver, private 
                                      .geometry = &geometry_,
                                      .window = this,
                                      .clipboard = options.clipboard,
-                                     .popups = &parts.popups});
+                                     .popups = &parts.popups,
+                                     .forms = &parts.forms});
     control_->add_observer(*this);
   }
   ~HeadlessStage() override { control_->remove_observer(*this); }

@@ -12,7 +12,7 @@ Instance::Instance(int number, const InstanceOptions& options, platform::Message
       code_page_(options.code_page),
       folder_(options.folder),
       notify_(std::move(notify)),
-      expectations_(dialogs_, menus_, notify_, std::move(run)),
+      expectations_(dialogs_, menus_, forms_, notify_, std::move(run)),
       relay_([this](const library::EventMember& event,
                     library::Values& arguments) { on_event(event, arguments); },
              [this] { return control_->DOM(); }) {
@@ -20,7 +20,7 @@ Instance::Instance(int number, const InstanceOptions& options, platform::Message
   const auto property_changed = [this](std::u16string_view key) {
     notify_("propertyChanged", {{"instance", number_}, {"key", json_text(key)}});
   };
-  stage_ = make_stage({loop, dialogs_, menus_, property_changed,
+  stage_ = make_stage({loop, dialogs_, menus_, forms_, property_changed,
                        [this](bool with_dialog) { expectations_.print(with_dialog); }},
                       options);
   control_ = stage_->control();

@@ -9,6 +9,7 @@
 #include "automation/expectations.h"
 #include "automation/stage.h"
 #include "headless/dialogs.h"
+#include "headless/forms.h"
 #include "headless/menus.h"
 
 namespace tvx::platform {
@@ -48,6 +49,7 @@ class Instance final : public ObjectResolver {
 
   Stage& stage() { return *stage_; }
   headless::Menus& menus() { return menus_; }
+  headless::Forms& forms() { return forms_; }
   /// A key of the user's: to the code view where that is in front, else on its way through the view.
   void key(browser::KeyInput key, bool down);
   /// Whether the document's input has all been dealt with.
@@ -68,6 +70,7 @@ class Instance final : public ObjectResolver {
   Notify notify_;
   headless::Dialogs dialogs_;
   headless::Menus menus_;
+  headless::Forms forms_;
   Expectations expectations_;
   EventAnswers answers_;
   EventRelay relay_;

@@ -52,6 +52,7 @@ struct StageParts {
   platform::MessageLoop& loop;
   platform::CommonDialogs& dialogs;
   platform::PopupMenus& popups;
+  platform::Forms& forms;
   std::function<void(std::u16string_view key)> property_changed;
   std::function<void(bool with_dialog)> print;
 };

@@ -27,6 +27,7 @@ HTMLed::HTMLed(const Surroundings& surroundings)
       clipboard_(surroundings.clipboard),
       clip_(clipboard_),
       popups_(surroundings.popups),
+      forms_(surroundings.forms),
       hwnd_(surroundings.hwnd == platform::WindowHandle::none ? platform::next_window_handle()
                                                               : surroundings.hwnd),
       geometry_(surroundings.geometry),

@@ -25,6 +25,8 @@ namespace tvx::platform {
 class Clipboard;
 class CommonDialogs;
 class Container;
+class Form;
+class Forms;
 class MessageLoop;
 class PropertyBag;
 }  // namespace tvx::platform
@@ -51,6 +53,7 @@ struct Surroundings {
   browser::BrowserWindow* window = nullptr;
   platform::Clipboard* clipboard = nullptr;  // null: there is none to copy to
   platform::PopupMenus* popups = nullptr;    // null: every popup counts as dismissed
+  platform::Forms* forms = nullptr;          // null: every dialog of the control counts as cancelled
 };
 
 /// Who shows the control: told when there is something else to show.
@@ -394,6 +397,12 @@ class HTMLed final : public std::enable_shared_from_this<HTMLed>,
   void prepare_tag_dialog();
   void prepare_properties_dialog();
 
+  // --- dialogs (dialogs.cpp) ---
+  /// Shows a dialog of the control, modal over it, and returns when it is hidden. Where nobody shows
+  /// dialogs, or the control ends meanwhile, it counts as cancelled.
+  void show_dialog(platform::Form& dialog);
+  void cancel_open_dialogs();
+
   // --- the clipboard (clipboard_commands.cpp) ---
   std::u16string_view selection_type() const;
   void copy_by_hand(std::u16string_view type);
@@ -422,6 +431,8 @@ class HTMLed final : public std::enable_shared_from_this<HTMLed>,
   platform::Clipboard* const clipboard_;
   const clipboard::clsClip clip_;
   platform::PopupMenus* popups_;
+  platform::Forms* forms_;
+  std::vector<platform::Form*> open_dialogs_;  // the one in front last
   const platform::WindowHandle hwnd_;
   const browser::HTMLDocument::Geometry* geometry_;
   HTMLedEvents* host_ = nullptr;

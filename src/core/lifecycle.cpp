@@ -76,6 +76,7 @@ void HTMLed::UserControl_ExitFocus() {
 void HTMLed::UserControl_Terminate() {
   if (terminated_) return;
   terminated_ = true;
+  cancel_open_dialogs();
   for (std::u16string_view name : {style_sheet_file, document_file}) {
     std::error_code ignored;  // a file that is gone already is none of our business
     attempt([&] { std::filesystem::remove(file_system_path(temporary_file(name)), ignored); });

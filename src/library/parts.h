@@ -9,6 +9,8 @@ namespace tvx::core {
 class HTMLed;
 }
 namespace tvx::platform {
+class Form;
+class FormControl;
 class Menu;
 class Toolbar;
 }  // namespace tvx::platform
@@ -27,6 +29,9 @@ ObjectHandle face_of(core::HTMLed& control);
 
 ObjectHandle toolbar_object(platform::Toolbar& toolbar);                  // toolbar_object.cpp
 ObjectHandle box_object(std::u16string_view name, const core::Box& box);  // box_object.cpp
+/// A dialog; its controls are members by their names.
+ObjectHandle form_object(platform::Form& form);                    // dialog_object.cpp
+ObjectHandle form_control_object(platform::FormControl& control);  // dialog_object.cpp
 /// An item or a menu; one in a menu array stands for itself alone.
 ObjectHandle menu_object(platform::Menu& menu);  // menu_object.cpp
 /// The array that the item is in: `UBound`, `Item(index)`.

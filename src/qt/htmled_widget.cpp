@@ -83,6 +83,7 @@ class HTMLedWidget::Parts final : public platform::Container,
     surroundings.geometry = &document_view_;
     surroundings.popups = substitutes.popups ? substitutes.popups : &popups_;
     popups_.set_default_place([this] { return place_of_last_event(); });
+    surroundings.forms = substitutes.forms;
     surroundings.window = this;
     surroundings.clipboard = substitutes.clipboard ? substitutes.clipboard : &clipboard_;
     control_ = core::HTMLed::create(surroundings);

@@ -24,6 +24,7 @@ namespace tvx::platform {
 class Clipboard;
 class CommonDialogs;
 class MessageLoop;
+class Forms;
 class PopupMenus;
 class PropertyBag;
 }  // namespace tvx::platform
@@ -39,6 +40,7 @@ class WebView;
 struct Substitutes {
   platform::CommonDialogs* dialogs = nullptr;
   platform::PopupMenus* popups = nullptr;
+  platform::Forms* forms = nullptr;
   platform::Clipboard* clipboard = nullptr;
 };
 

@@ -22,6 +22,7 @@
 #include "headless/clipboard.h"
 #include "headless/container.h"
 #include "headless/dialogs.h"
+#include "headless/forms.h"
 #include "headless/menus.h"
 #include "headless/property_bag.h"
 #include "headless/view.h"
@@ -123,7 +124,8 @@ class Control : public testing::Test {
                                 .geometry = &geometry,
                                 .window = &window,
                                 .clipboard = &clipboard,
-                                .popups = &menus});
+                                .popups = &menus,
+                                .forms = &forms});
     made->set_events(&host);
     made->UserControl_Initialize();
     return made;
@@ -223,6 +225,7 @@ class Control : public testing::Test {
   headless::Dialogs dialogs;
   headless::Clipboard clipboard;
   headless::Menus menus;
+  headless::Forms forms;
   headless::FixedGeometry geometry;
   Window window;
   RecordingHost host;

@@ -1,0 +1,30 @@
+#include <algorithm>
+
+#include "core/htmled.h"
+#include "core/keep_alive.h"
+#include "platform/form.h"
+
+/// The control's own dialogs: loaded, filled, shown, read and unloaded by the operation that needs them.
+namespace tvx::core {
+
+void HTMLed::show_dialog(platform::Form& dialog) {
+  if (!forms_) return dialog.cancel();
+  const KeepAlive alive(*this);
+  open_dialogs_.push_back(&dialog);
+  const auto close = [&] { std::erase(open_dialogs_, &dialog); };
+  try {
+    forms_->Show(dialog, hwnd_);
+  } catch (...) {
+    close();
+    throw;
+  }
+  close();
+}
+
+// The innermost first: each lets the operation behind it come to its end.
+void HTMLed::cancel_open_dialogs() {
+  const std::vector<platform::Form*> open(open_dialogs_.rbegin(), open_dialogs_.rend());
+  for (platform::Form* dialog : open) dialog->cancel();
+}
+
+}  // namespace tvx::core

@@ -1,0 +1,128 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/form_control.h"
+#include "platform/loaded_dialogs.h"
+#include "platform/message_window.h"
+
+/// Dialogs as models: named controls that a desktop draws, a script sets and a user fills. What a dialog does
+/// is written once, in its subsystem; how it looks is a face's business. No widget in sight.
+namespace tvx::platform {
+
+/// Who acts on what happens in a form.
+class FormHandler {
+ public:
+  virtual ~FormHandler() = default;
+  /// The user pressed a button, or turned a check box. What it throws ends the press; the form stays open.
+  virtual void Click(FormControl&) {}
+  /// The text, the choice or the tick is another one, by whomever.
+  virtual void Change(FormControl&) {}
+};
+
+/// Who draws a form.
+class FormObserver {
+ public:
+  virtual ~FormObserver() = default;
+  /// Some member of the control is another one.
+  virtual void control_changed(FormControl& control) = 0;
+  /// The form's caption is another one.
+  virtual void caption_changed(Form& form) = 0;
+  virtual void form_hidden(Form& form) = 0;
+};
+
+/// A row of controls, side by side: labels stand before what they name, buttons behind the box that they
+/// serve. Rows stand below each other in their frame.
+struct FormRow {
+  FormControl* frame;  // null: on the form itself
+  std::vector<FormControl*> controls;
+};
+
+/// A dialog. It is loaded from its making to its end, and is shown in between (`Forms`). Controls are made
+/// in the order in which the Tab key goes through them, and stay as long as the form.
+class Form final : public MessageWindow {
+ public:
+  Form(std::u16string name, std::u16string caption);
+  ~Form() override;
+
+  const std::u16string& Name() const { return loaded_.Name(); }
+  const std::u16string& Caption() const { return caption_; }
+  void set_Caption(std::u16string_view caption);
+
+  // --- its making ---
+  /// A group with a title; rows go into it. Frames may stand in frames.
+  FormControl& add_frame(std::u16string name, std::u16string caption, FormControl* container = nullptr);
+  /// Begins a new row; what is added from now on stands in it.
+  void begin_row(FormControl* frame = nullptr);
+  FormControl& add_label(std::u16string name, std::u16string caption);
+  FormControl& add_text_box(std::u16string name, std::u16string_view text = {});
+  /// A list that opens, from which the user picks; it takes no typed text.
+  FormControl& add_list(std::u16string name, std::initializer_list<std::u16string_view> items = {});
+  FormControl& add_check_box(std::u16string name, std::u16string caption);
+  FormControl& add_button(std::u16string name, std::u16string caption);
+  FormControl& add_picture(std::u16string name);
+  /// A button of the form as a whole, below everything. The face brings them into the desktop's order.
+  FormControl& add_closing_button(std::u16string name, std::u16string caption);
+  /// What the Return key presses, and what the Escape key and the window's own closing press.
+  void set_default_button(FormControl& button) { default_button_ = &button; }
+  void set_cancel_button(FormControl& button) { cancel_button_ = &button; }
+  void set_handler(FormHandler* handler) { handler_ = handler; }
+
+  // --- its controls ---
+  const std::vector<std::unique_ptr<FormControl>>& controls() const { return controls_; }
+  /// Null if there is none of that name; names compare without regard to case.
+  FormControl* find(std::u16string_view name) const;
+  /// Throws RuntimeError(730) if there is none.
+  FormControl& Controls(std::u16string_view name) const;
+  const std::vector<FormRow>& rows() const { return rows_; }
+  const std::vector<FormControl*>& closing_buttons() const { return closing_buttons_; }
+  FormControl* default_button() const { return default_button_; }
+  FormControl* cancel_button() const { return cancel_button_; }
+
+  // --- showing ---
+  /// Whether it is on the screen; a script's screen counts.
+  bool Visible() const { return visible_; }
+  /// Takes it off the screen: showing it returns. It stays loaded.
+  void Hide();
+  /// The user gives up: presses the cancel button, and where there is none, or it can't be reached or
+  /// fails, hides the form.
+  void cancel();
+
+  void add_observer(FormObserver& observer);
+  void remove_observer(FormObserver& observer);
+
+ private:
+  friend class FormControl;
+  friend class Forms;
+  MessageResult handle_message(Message, Parameter, Parameter) override { return 0; }
+  FormControl& add(ControlKind kind, std::u16string name, std::u16string caption);
+
+  LoadedDialog loaded_;
+  std::u16string caption_;
+  std::vector<std::unique_ptr<FormControl>> controls_;
+  std::vector<FormRow> rows_;
+  std::vector<FormControl*> closing_buttons_;
+  FormControl* default_button_ = nullptr;
+  FormControl* cancel_button_ = nullptr;
+  FormHandler* handler_ = nullptr;
+  std::vector<FormObserver*> observers_;
+  bool visible_ = false;
+};
+
+/// Who shows forms.
+class Forms {
+ public:
+  virtual ~Forms() = default;
+  /// Shows the form, modal over its owner, a control or another form, and returns when it is hidden. The
+  /// message loop runs meanwhile. A form that is shown already isn't shown once more: RuntimeError(400).
+  void Show(Form& form, WindowHandle owner);
+
+ private:
+  /// Returns when the form is hidden; a face that is left in another way hides it.
+  virtual void run(Form& form, WindowHandle owner) = 0;
+};
+
+}  // namespace tvx::platform
