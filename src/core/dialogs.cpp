@@ -7,7 +7,11 @@
 /// The control's own dialogs: loaded, filled, shown, read and unloaded by the operation that needs them.
 namespace tvx::core {
 
-void HTMLed::show_dialog(platform::Form& dialog) {
+// No language file is read yet: the words stay the English ones.
+void HTMLed::localise(platform::Form&, std::u16string_view) const {}
+
+void HTMLed::show_dialog(platform::Form& dialog, std::u16string_view section) {
+  localise(dialog, section);
   if (!forms_) return dialog.cancel();
   const KeepAlive alive(*this);
   open_dialogs_.push_back(&dialog);

@@ -398,9 +398,11 @@ class HTMLed final : public std::enable_shared_from_this<HTMLed>,
   void prepare_properties_dialog();
 
   // --- dialogs (dialogs.cpp) ---
-  /// Shows a dialog of the control, modal over it, and returns when it is hidden. Where nobody shows
-  /// dialogs, or the control ends meanwhile, it counts as cancelled.
-  void show_dialog(platform::Form& dialog);
+  /// Shows a dialog of the control, modal over it, and returns when it is hidden. `section` is that of its
+  /// words in the language file. Where nobody shows dialogs, or the control ends meanwhile, it counts as
+  /// cancelled.
+  void show_dialog(platform::Form& dialog, std::u16string_view section);
+  void localise(platform::Form& dialog, std::u16string_view section) const;
   void cancel_open_dialogs();
 
   // --- the clipboard (clipboard_commands.cpp) ---
