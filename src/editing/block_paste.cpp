@@ -60,8 +60,8 @@ void move_all(Node& from, const Slot& slot) { insert_all(slot, children_of(from)
 
 }  // namespace
 
-BlockPaste::BlockPaste(Editor& editor, dom::Range gap, bool tables)
-    : editor_(editor), gap_(editor.document(), gap), tables_(tables) {}
+BlockPaste::BlockPaste(Editor& editor, dom::Range gap, Options options)
+    : editor_(editor), gap_(editor.document(), gap), options_(options) {}
 
 // The container in which both places stand, and on each side what new blocks may merge with.
 void BlockPaste::find_sides() {
@@ -106,7 +106,7 @@ void BlockPaste::fit_to_container(NodeList& pieces) {
     list.erase(list.begin() + static_cast<std::ptrdiff_t>(at));
     list.insert(list.begin() + static_cast<std::ptrdiff_t>(at), children.begin(), children.end());
   };
-  if (tables_ && is_table_part(*container_)) {
+  if (options_.tables && is_table_part(*container_)) {
     while (pieces.size() == 1 && is_table_part(*pieces[0]) && !is_allowed_child(*pieces[0], *container_))
       replace_by_children(pieces, 0);
     return;
@@ -159,7 +159,7 @@ bool BlockPaste::lay_trailing_line(NodeList& pieces) {
 
 bool BlockPaste::same_kind(const Element& a, const Element& b) const {
   if (a.name() != b.name() || a.name_space() != b.name_space()) return false;
-  if (is_table_part(a)) return tables_;
+  if (is_table_part(a)) return options_.tables;
   return lists().has(a) || a.is(Tag::Li) || a.is(Tag::Dl) || same_attributes(a, b);
 }
 
@@ -280,20 +280,28 @@ void BlockPaste::drop_empty_sides() {
   }
 }
 
+// The line behind is the next one, and the caret begins it.
+void BlockPaste::keep_right_line() {
+  if (!right_line_) return;
+  if (!has_visible_child(*right_line_)) append_line_break(*right_line_);
+  right_empty_ = false;
+  caret_ = {Pin::At::Inside, right_line_};
+}
+
 Boundary BlockPaste::run(const Ref<dom::DocumentFragment>& content) {
   find_sides();
   NodeList pieces = children_of(*content);
   fit_to_container(pieces);
   bool has_trailing_line = false, has_leading_line = false;
   if (!lists().has(*container_) && !is_table_part(*container_)) {
-    has_trailing_line = lay_trailing_line(pieces);
+    has_trailing_line = !options_.ends_line && lay_trailing_line(pieces);
     has_leading_line = lay_leading_line(pieces);
   }
   insert_all({container_, before_}, pieces);
   while (!pieces.empty() && is_filling(*pieces.back())) pieces.pop_back();
   if (!pieces.empty()) {
     const Ref<Node> first = pieces.front(), last = pieces.back();
-    if (!caret_) caret_ = end_of_lines(*last, tables_ && right_);
+    if (!caret_) caret_ = end_of_lines(*last, options_.tables && right_);
     Element* first_element = as_block(first.get());
     if (first_element && !has_leading_line) {
       if (left_)
@@ -302,13 +310,15 @@ Boundary BlockPaste::run(const Ref<dom::DocumentFragment>& content) {
         join_line_before(*first_element);
     }
     Element* last_element = as_block(last.get());
-    if (last_element && !has_trailing_line && last_element->parent() == container_.get()) {
+    const bool joins = last_element && !has_trailing_line && !options_.ends_line;
+    if (joins && last_element->parent() == container_.get()) {
       if (right_)
         merge_right(*right_, *last_element);
       else
         join_line_behind(*last_element);
     }
   }
+  if (options_.ends_line) keep_right_line();
   drop_empty_sides();
   const Boundary caret = caret_.place();
   return caret ? caret : gap_.start();

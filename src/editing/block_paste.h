@@ -13,10 +13,15 @@ class Editor;
 /// sides.
 class BlockPaste {
  public:
-  /// `tables`: the content has the rows and cells that were taken out here.
-  BlockPaste(Editor& editor, dom::Range gap, bool tables);
+  struct Options {
+    bool tables = false;     // the content has the rows and cells that were taken out here
+    bool ends_line = false;  // what stands behind the right place doesn't join the content's last line
+  };
+  BlockPaste(Editor& editor, dom::Range gap, Options options);
   /// Where the caret then stands.
   dom::Boundary run(const dom::Ref<dom::DocumentFragment>& content);
+  /// Whether the two places were in one line, which is two lines now.
+  bool breaks_line() const { return split_; }
 
  private:
   void find_sides();
@@ -28,11 +33,12 @@ class BlockPaste {
   bool same_kind(const dom::Element& a, const dom::Element& b) const;
   void join_line_before(dom::Element& piece);
   void join_line_behind(dom::Element& piece);
+  void keep_right_line();
   void drop_empty_sides();
 
   Editor& editor_;
   dom::LiveRange gap_;
-  bool tables_;
+  Options options_;
   dom::Ref<dom::Node> container_;
   dom::Ref<dom::Element> left_, right_;            // children of the container that hold the places
   dom::Ref<dom::Element> left_line_, right_line_;  // the text blocks that end and begin there

@@ -16,13 +16,6 @@ using dom::Tag;
 
 namespace {
 
-bool is_object(const dom::Element& element) {
-  static const TagSet tags{Tag::Img,    Tag::Input,  Tag::Button, Tag::Select,  Tag::Textarea,
-                           Tag::Object, Tag::Iframe, Tag::Video,  Tag::Audio,   Tag::Canvas,
-                           Tag::Embed,  Tag::Applet, Tag::Meter,  Tag::Marquee, Tag::Progress};
-  return tags.has(element) || !element.is_html();
-}
-
 const Node* content_root(const Node& node) {
   const dom::Document* document = node.document();
   const Node* body = document ? document->body() : nullptr;
@@ -47,6 +40,14 @@ bool is_space_only(const Content& piece) {
 }
 
 }  // namespace
+
+bool is_object(const Node& node) {
+  static const TagSet tags{Tag::Img,    Tag::Input,  Tag::Button, Tag::Select,  Tag::Textarea,
+                           Tag::Object, Tag::Iframe, Tag::Video,  Tag::Audio,   Tag::Canvas,
+                           Tag::Embed,  Tag::Applet, Tag::Meter,  Tag::Marquee, Tag::Progress};
+  const auto* element = dom::as<dom::Element>(&node);
+  return element && (tags.has(*element) || !element->is_html());
+}
 
 ContentWalk::ContentWalk(Boundary from, Direction direction, const Node* root)
     : spot_(from), forward_(direction == Direction::Forward), root_(root ? root : content_root(*from.node)) {}

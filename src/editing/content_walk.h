@@ -50,6 +50,8 @@ class ContentWalk {
   const dom::Node* root_;
 };
 
+/// One thing for a reader, whatever is in it: an image, a form field, a drawing.
+bool is_object(const dom::Node& node);
 /// Whether white space collapses in this text (CSS Text, section 3).
 bool collapses(const dom::Text& text);
 /// Whether a run of collapsing white space is seen: neither at a line's edge nor behind other white space.

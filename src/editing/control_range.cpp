@@ -11,6 +11,7 @@
 #include "editing/predicates.h"
 #include "editing/surgery.h"
 #include "editing/tag_set.h"
+#include "editing/whitespace.h"
 
 namespace tvx::editing {
 
@@ -33,6 +34,7 @@ Boundary remove_control(Element& element) {
   if (is_block_node(*parent) && is_allowed_child_name(dom::Name(Tag::Br), *parent) &&
       !has_visible_child(*parent))
     append_line_break(*parent);
+  canonicalize_whitespace(place, false);  // the blanks on both sides have met
   return normalized_caret_place(place);
 }
 

@@ -3,11 +3,13 @@
 #include "dom/builder.h"
 #include "dom/inner_html.h"
 #include "dom/inner_text.h"
+#include "dom/mutation.h"
 #include "dom/serialise.h"
 #include "dom/tree.h"
 #include "editing/clone_contents.h"
 #include "editing/content_walk.h"
 #include "editing/editor.h"
+#include "editing/paste_lines.h"
 #include "editing/predicates.h"
 #include "editing/tag_set.h"
 
@@ -27,10 +29,12 @@ bool is_structure(const Node& node) {
   return tags.has(node);
 }
 
-/// A block that stands for its content when all of it is taken: not an item or a cell, which are places.
-bool comes_along(const Node& node) {
+/// A block that stands for its content when all of it is taken. A cell is a place, and so is an item whose
+/// end is not taken along.
+bool comes_along(const Node& node, LineEnd end) {
   static const TagSet places{Tag::Li, Tag::Dd, Tag::Dt};
-  return is_text_block(node) && !places.has(node) && !is_editing_host(node);
+  const bool is_place = end == LineEnd::Without && places.has(node);
+  return is_text_block(node) && !is_place && !is_editing_host(node);
 }
 
 /// Puts a copy of `around` around everything.
@@ -42,6 +46,37 @@ void wrap_in(Ref<dom::DocumentFragment>& content, const Element& around) {
 }
 
 }  // namespace
+
+namespace {
+
+const Node* enclosing_cell(const Node* node) {
+  while (node && !node->is(Tag::Td) && !node->is(Tag::Th)) node = node->parent();
+  return node;
+}
+
+}  // namespace
+
+bool takes_line_end(const dom::Range& range, const dom::Range& seen) {
+  const ContentKind behind = content_beside(range.end, Direction::Backward).kind;
+  if (behind != ContentKind::EnterBlock && behind != ContentKind::LeaveBlock) return false;
+  const auto next = next_caret_place(seen.end, Direction::Forward, Granularity::Character);
+  return next && enclosing_cell(seen.end.node) == enclosing_cell(next->node);
+}
+
+void append_line_end(dom::DocumentFragment& content) {
+  dom::Builder::insert(content, dom::document_of(content).create_element(Tag::P));
+}
+
+bool remove_line_end(dom::DocumentFragment& content) {
+  Node* last = content.last_child();
+  while (last && is_filling(*last)) last = last->previous_sibling();
+  if (!last || !last->is(Tag::P) || last->has_children()) return false;
+  const Node* before = last->previous_sibling();
+  while (before && is_filling(*before)) before = before->previous_sibling();
+  if (!before) return false;
+  dom::remove(*last);
+  return true;
+}
 
 bool is_text_block(const Node& node) {
   static const TagSet tags{Tag::P,       Tag::H1,      Tag::H2,         Tag::H3,  Tag::H4,    Tag::H5,
@@ -68,7 +103,7 @@ bool is_look(const Node& node) {
          !is_prohibited_paragraph_child_name(element->name()) && !is_editing_host(node);
 }
 
-Ref<dom::DocumentFragment> copied_nodes(const dom::Range& range) {
+Ref<dom::DocumentFragment> copied_nodes(const dom::Range& range, LineEnd end) {
   Ref<dom::DocumentFragment> content = clone_contents(range);
   Node* node = dom::common_ancestor(*range.start.node, *range.end.node);
   bool in_line = true;
@@ -81,8 +116,10 @@ Ref<dom::DocumentFragment> copied_nodes(const dom::Range& range) {
     } else if (in_line && is_look(*element)) {
       wrap_in(content, *element);
     } else {
-      if (in_line && comes_along(*element) && covers_content_of(range, *element)) wrap_in(content, *element);
-      break;
+      const bool whole = in_line && comes_along(*element, end) && covers_content_of(range, *element);
+      if (whole) wrap_in(content, *element);
+      if (!whole || !element->is(Tag::Li)) break;
+      in_line = false;
     }
   }
   return content;
@@ -100,8 +137,14 @@ std::optional<CopiedContent> copied_content(Editor& editor) {
   if (selection.type() == SelectionType::None) return {};
   const dom::Range seen = shrunk_to_characters(selection.range());
   if (!seen.start || seen.collapsed()) return {};
-  copied.html = dom::serialise_children(*copied_nodes(seen));
+  const LineEnd end = takes_line_end(selection.range(), seen) ? LineEnd::With : LineEnd::Without;
+  const Ref<dom::DocumentFragment> nodes = copied_nodes(seen, end);
   copied.text = dom::inner_text(seen);
+  if (end == LineEnd::With) {
+    append_line_end(*nodes);
+    copied.text += u'\n';
+  }
+  copied.html = dom::serialise_children(*nodes);
   return copied;
 }
 

@@ -19,11 +19,22 @@ struct CopiedContent {
 
 /// Nothing while there is only a caret, or no selection. The markup of a text selection goes from its first
 /// to its last character. It brings along what gives it its meaning: the list of its items, the table of its
-/// cells, the look of its text; and its block if all of the block's content is in it.
+/// cells, the look of its text; and its block if all of the block's content is in it. A selection that goes
+/// on to the next line took the line's end along, and so does the copy.
 std::optional<CopiedContent> copied_content(Editor& editor);
 
-/// The same as nodes in no tree.
-dom::Ref<dom::DocumentFragment> copied_nodes(const dom::Range& range);
+/// The same as nodes in no tree. With its line's end a list's item is an item and not its text alone.
+enum class LineEnd : bool { Without, With };
+dom::Ref<dom::DocumentFragment> copied_nodes(const dom::Range& range, LineEnd end = LineEnd::Without);
+
+/// Whether a range reaches from its last character, where `seen` ends, to the line behind. The way from cell
+/// to cell is no line's end.
+bool takes_line_end(const dom::Range& range, const dom::Range& seen);
+/// Content that ends with a line's end has an empty paragraph behind all else. Where others read it, nothing
+/// is seen of that.
+void append_line_end(dom::DocumentFragment& content);
+/// Takes that paragraph off; false if there is none.
+bool remove_line_end(dom::DocumentFragment& content);
 
 /// Whether a node is a line of text that merges with another: a paragraph, a heading, a list item.
 bool is_text_block(const dom::Node& node);

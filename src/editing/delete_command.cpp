@@ -1,6 +1,7 @@
 #include "dom/mutation.h"
 #include "dom/tree.h"
 #include "editing/block_range.h"
+#include "editing/content_walk.h"
 #include "editing/deletion.h"
 #include "editing/editor.h"
 #include "editing/indentation.h"
@@ -8,6 +9,7 @@
 #include "editing/predicates.h"
 #include "editing/recorded_values.h"
 #include "editing/surgery.h"
+#include "editing/whitespace.h"
 
 namespace tvx::editing {
 
@@ -77,7 +79,7 @@ bool BackwardDelete::find_target() {
     } else if (before && before->is(Tag::A) && is_editable(*before)) {
       remove_preserving_descendants(before);  // first the link goes, then its text
       return false;
-    } else if (before && !is_block_node(*before) && !before->is(Tag::Br) && !before->is(Tag::Img)) {
+    } else if (before && !is_block_node(*before) && !before->is(Tag::Br) && !is_object(*before)) {
       spot_.enter_end(*before);
     } else {
       return true;
@@ -89,8 +91,10 @@ bool BackwardDelete::find_target() {
 bool BackwardDelete::delete_before() {
   const Node* before = spot_.previous();
   const bool in_text = spot_.is_text() && !spot_.at_start();
-  const bool behind_leaf = is_block_node(spot_.node()) && before &&
-                           (before->is(Tag::Br) || before->is(Tag::Hr) || before->is(Tag::Img));
+  // OURS: a field goes as an image does, and an image goes wherever it stands, also at the end of a link.
+  const bool behind_leaf =
+      before &&
+      (is_object(*before) || (is_block_node(spot_.node()) && (before->is(Tag::Br) || before->is(Tag::Hr))));
   if (!in_text && !behind_leaf) return false;
   const Boundary end = spot_.boundary();
   const Offset from = in_text ? unit_start_(spot_.data->data(), end.offset) : end.offset - 1;

@@ -8,6 +8,7 @@
 #include "editing/predicates.h"
 #include "editing/recorded_values.h"
 #include "editing/surgery.h"
+#include "editing/whitespace.h"
 
 namespace tvx::editing {
 
@@ -231,6 +232,8 @@ void Deletion::finish_merge() {
   restore_values(values_, editor_);
   if (!start_block_->has_children()) append_line_break(*start_block_);
   remove_extraneous_line_breaks_at_end_of(start_block_);
+  // OURS: what was at a line's edge a moment ago is in a line now, where a blank is seen as it is.
+  canonicalize_whitespace(range().start, false);
   restore_look(look_, editor_);
 }
 

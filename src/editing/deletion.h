@@ -1,9 +1,5 @@
 #pragma once
 
-#include <string>
-
-#include "dom/range.h"
-
 namespace tvx::editing {
 
 class Editor;
@@ -15,10 +11,5 @@ struct DeleteOptions {
   bool backward = false;  // to which end of what is left the selection collapses
 };
 void delete_selection(Editor& editor, DeleteOptions options = {});
-
-/// Editing commands standard, section "Canonical space sequences".
-void canonicalize_whitespace(dom::Boundary place, bool fix_collapsed_space = true);
-/// Blanks and no-break spaces that show `length` spaces; the flags tell where a blank would collapse.
-std::u16string canonical_spaces(Offset length, bool no_break_start, bool no_break_end);
 
 }  // namespace tvx::editing

@@ -1,10 +1,12 @@
 #include "dom/mutation.h"
 #include "dom/tree.h"
+#include "editing/content_walk.h"
 #include "editing/deletion.h"
 #include "editing/editor.h"
 #include "editing/gap.h"
 #include "editing/insertion_commands.h"
 #include "editing/predicates.h"
+#include "editing/whitespace.h"
 
 namespace tvx::editing {
 
@@ -31,7 +33,7 @@ class ForwardDelete {
 
   void run() {
     find_target();
-    if (delete_behind() || is_inline_node(spot_.node()) || delete_leaf()) return;
+    if (delete_behind() || delete_object() || is_inline_node(spot_.node()) || delete_leaf()) return;
     find_end();
     if (stop_at_table()) return;
     // Nothing to join within the host. The standard deletes up to what stands behind the host, where there is
@@ -53,6 +55,7 @@ class ForwardDelete {
 
   void find_target();
   bool delete_behind();
+  bool delete_object();
   bool delete_leaf();
   void find_end();
   bool stop_at_table();
@@ -76,7 +79,7 @@ void ForwardDelete::find_target() {
       remove_next(spot_);
     } else if (!is_editing_host(node) && ((spot_.at_end() && is_inline_node(node)) || is_invisible(node))) {
       spot_.leave_forward();
-    } else if (next && !is_block_node(*next) && !next->is(Tag::Br) && !next->is(Tag::Img) &&
+    } else if (next && !is_block_node(*next) && !next->is(Tag::Br) && !is_object(*next) &&
                !is_collapsed_block_prop(*next)) {
       spot_.enter_start(*next);
     } else {
@@ -93,13 +96,18 @@ bool ForwardDelete::delete_behind() {
   return true;
 }
 
+// OURS: an image or a field goes wherever it stands, also at the beginning of a link.
+bool ForwardDelete::delete_object() {
+  const Node* next = spot_.next();
+  if (!next || !is_object(*next)) return false;
+  delete_range(dom::before(*next), dom::after(*next));
+  return true;
+}
+
 // Step 7.
 bool ForwardDelete::delete_leaf() {
   const Node* next = spot_.next();
-  if (!next || !(next->is(Tag::Br) || next->is(Tag::Hr) || next->is(Tag::Img)) ||
-      is_collapsed_block_prop(*next)) {
-    return false;
-  }
+  if (!next || !(next->is(Tag::Br) || next->is(Tag::Hr)) || is_collapsed_block_prop(*next)) return false;
   delete_range(dom::before(*next), dom::after(*next));
   return true;
 }

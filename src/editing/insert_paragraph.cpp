@@ -9,6 +9,7 @@
 #include "editing/recorded_values.h"
 #include "editing/surgery.h"
 #include "editing/tag_set.h"
+#include "editing/whitespace.h"
 
 namespace tvx::editing {
 
@@ -212,6 +213,8 @@ void ParagraphInsertion::run() {
   delete_selection(editor_);
   const Node* start = editor_.selection().range().start.node;
   if (!is_editable(*start) && !is_editing_host(*start)) return;
+  // OURS: the standard leaves blanks at the edges of the two lines, where they collapse.
+  canonicalize_for_break(editor_.selection().range().start);
   leave_text();
   find_container();
   if (!is_usable(*container_) && !wrap_line()) return;

@@ -7,6 +7,7 @@
 #include "editing/insertion_commands.h"
 #include "editing/predicates.h"
 #include "editing/recorded_values.h"
+#include "editing/whitespace.h"
 
 namespace tvx::editing {
 

@@ -12,6 +12,7 @@
 #include "editing/predicates.h"
 #include "editing/surgery.h"
 #include "editing/text_units.h"
+#include "editing/whitespace.h"
 
 namespace tvx::editing {
 
@@ -74,6 +75,7 @@ bool insert_horizontal_rule(Editor& editor, std::u16string_view) {
   editor.selection().set(from, to);
   delete_selection(editor, {.block_merging = false});
   if (!is_in_editable_place(editor)) return true;
+  canonicalize_for_break(editor.selection().range().start);
   step_out_of_text_edge(editor);
   const Ref<Node> rule(editor.document().create_element(Tag::Hr));
   insert_at_selection(editor, rule);
@@ -154,6 +156,7 @@ bool insert_line_break(Editor& editor, std::u16string_view) {
   const Node* start = editor.selection().range().start.node;
   if (!is_allowed_child_name(dom::Name(Tag::Br), start->is_element() ? *start : *start->parent()))
     return true;
+  canonicalize_for_break(editor.selection().range().start);  // OURS, as for a paragraph
   step_out_of_text_edge(editor);
   const Ref<Node> line_break(editor.document().create_element(Tag::Br));
   insert_at_selection(editor, line_break);

@@ -15,6 +15,7 @@
 #include "editing/pasted_content.h"
 #include "editing/predicates.h"
 #include "editing/tag_set.h"
+#include "editing/whitespace.h"
 
 namespace tvx::editing {
 
@@ -117,6 +118,16 @@ dom::Range with_covered_blocks(const dom::Range& seen, bool lists_too) {
   return range;
 }
 
+/// Where the next text begins, if nothing that is seen comes before it.
+std::optional<Boundary> text_behind(Boundary place) {
+  ContentWalk walk(place, Direction::Forward);
+  for (;;) {
+    const Content met = walk.next();
+    if (met.kind == ContentKind::Text) return Boundary{met.node, met.from};
+    if (met.kind == ContentKind::End || met.is_substance()) return std::nullopt;
+  }
+}
+
 /// One paste, from the selection to the caret behind the content.
 class Pasting {
  public:
@@ -124,16 +135,21 @@ class Pasting {
       : editor_(editor), content_(content), gap_(editor.document(), {}) {}
 
   void run() {
+    ends_line_ = remove_line_end(*content_);
     Element* block = block_around(editor_.selection().range().start);
     if (Element* control = editor_.selection().control()) {
       gap_.set({dom::before(*control), dom::before(*control)});
       dom::remove(*control);
       block = block_around(gap_.start());
     } else {
-      seen_ = shrunk_to_characters(editor_.selection().range());
-      if (!seen_.start) seen_ = editor_.selection().range();
+      const dom::Range range = editor_.selection().range();
+      seen_ = shrunk_to_characters(range);
+      if (!seen_.start) seen_ = range;
+      // One line's end in the place of another.
+      if (ends_line_ && !seen_.collapsed() && takes_line_end(range, seen_)) ends_line_ = false;
       block = block_around(seen_.start);
     }
+    note_spaces();
     if (goes_into_line(block))
       paste_line();
     else
@@ -141,8 +157,16 @@ class Pasting {
   }
 
  private:
+  /// How the white space stands on both sides of what goes, while it is still there.
+  void note_spaces() {
+    const dom::Range range = seen_.start ? seen_ : gap_.range();
+    spaces_before_ = spaces_beside(range.start);
+    spaces_behind_ = spaces_beside(range.end);
+  }
+
   /// Content of a single line goes into the line where it is pasted, and keeps its block where that is empty.
   bool goes_into_line(Element* block) {
+    if (ends_line_) return false;
     if (!has_blocks(*content_)) return true;
     const bool in_list = block && block->is(Tag::Li);
     Element* line = only_line(*content_, in_list);
@@ -267,7 +291,10 @@ class Pasting {
     } else if (seen_.start) {
       gap_.set(seen_);
     }
-    finish(BlockPaste(editor_, gap_.range(), same_tables).run(content_));
+    BlockPaste paste(editor_, gap_.range(), {.tables = same_tables, .ends_line = ends_line_});
+    const Boundary caret = paste.run(content_);
+    breaks_line_ = paste.breaks_line();
+    finish(caret);
   }
 
   bool is_list_only() const {
@@ -278,16 +305,21 @@ class Pasting {
 
   void finish(Boundary caret) {
     dom::LiveRange kept(editor_.document(), {caret, caret});
-    const Boundary start = join_texts_at(gap_.start());
-    (void)start;
-    caret = join_texts_at(kept.start());
-    editor_.selection().collapse(normalized_caret_place(caret));
+    settle_spaces(join_texts_at(gap_.start()), spaces_before_);
+    kept.set({join_texts_at(kept.start()), kept.end()});
+    settle_spaces(kept.start(), spaces_behind_);
+    if (const auto rest = breaks_line_ ? text_behind(kept.start()) : std::nullopt)
+      settle_spaces(*rest, spaces_behind_);
+    editor_.selection().collapse(normalized_caret_place(kept.start()));
   }
 
   Editor& editor_;
   Ref<dom::DocumentFragment> content_;
   dom::Range seen_{};
   dom::LiveRange gap_;
+  SpacesBeside spaces_before_, spaces_behind_;
+  bool ends_line_ = false;    // the content's last line ends with it
+  bool breaks_line_ = false;  // the rest of the line stands behind the content, in a block of its own
   Pin left_end_, right_end_;  // of what went on in looks
 };
 

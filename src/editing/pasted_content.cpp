@@ -6,6 +6,7 @@
 #include "dom/builder.h"
 #include "dom/parse.h"
 #include "dom/tree.h"
+#include "editing/copied_content.h"
 #include "editing/foreign_attributes.h"
 #include "editing/tag_set.h"
 
@@ -37,14 +38,16 @@ Fate fate_of_foreign(const Element& element) {
   return name == u"set" || name.starts_with(u"animate") ? Fate::Drop : Fate::Keep;
 }
 
+/// With this browsers mark that a line's end was copied along.
+bool is_line_end(const Element& element) {
+  return element.is(Tag::Br) &&
+         element.attribute_or_empty(dom::Name(u"class")) == u"Apple-interchange-newline";
+}
+
 Fate fate_of(const Element& element) {
   if (!element.is_html()) return fate_of_foreign(element);
   if (acts_or_belongs_to_its_page(element)) return Fate::Drop;
-  if (element.tag() != Tag::Unknown) {
-    const bool newline = element.is(Tag::Br) &&
-                         element.attribute_or_empty(dom::Name(u"class")) == u"Apple-interchange-newline";
-    return newline ? Fate::Drop : Fate::Keep;
-  }
+  if (element.tag() != Tag::Unknown) return is_line_end(element) ? Fate::Drop : Fate::Keep;
   const std::u16string& name = element.name().text();
   if (name == u"xml" || name.starts_with(u"v:")) return Fate::Drop;
   return contains(name, u":") ? Fate::Unwrap : Fate::Keep;
@@ -109,6 +112,7 @@ class Cleaning {
       node = node->next_sibling();
     }
     if (!start_) trim_edges();
+    if (ends_line_ && result_->has_children()) append_line_end(*result_);
     return result_;
   }
 
@@ -132,6 +136,7 @@ class Cleaning {
   bool take(Element& element, Node*& holder) {
     outer_holder_ = holder;
     const Fate fate = fate_of(element);
+    if (fate != Fate::Unwrap) ends_line_ = is_line_end(element);
     if (fate == Fate::Drop) return false;
     if (fate == Fate::Keep) {
       if (const Ref<Element> copy = copy_of(element)) {
@@ -169,6 +174,7 @@ class Cleaning {
 
   void copy_data(const Node& node, Node& holder) {
     if (const auto* text = dom::as<dom::Text>(&node)) {
+      if (!is_layout_of_source(text->data())) ends_line_ = false;
       // Where an element was taken away its neighbours meet.
       auto* before = dom::as<dom::Text>(holder.last_child());
       if (before)
@@ -195,6 +201,7 @@ class Cleaning {
   Node* start_ = nullptr;
   Node* end_ = nullptr;
   std::unordered_set<const Node*> around_start_;
+  bool ends_line_ = false;  // nothing was taken behind a line's end
   Node* outer_holder_ = nullptr;
 };
 

@@ -11,6 +11,7 @@
 #include "editing/predicates.h"
 #include "editing/surgery.h"
 #include "editing/text_range.h"
+#include "editing/whitespace.h"
 
 namespace tvx::editing {
 

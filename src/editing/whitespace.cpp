@@ -1,7 +1,9 @@
+#include "editing/whitespace.h"
+
 #include "dom/mutation.h"
 #include "dom/tree.h"
 #include "editing/block_range.h"
-#include "editing/deletion.h"
+#include "editing/content_walk.h"
 #include "editing/predicates.h"
 #include "editing/rendering.h"
 
@@ -45,9 +47,29 @@ class SpaceRun {
     }
   }
 
-  void rewrite() {
-    if (length_ == 0) return;
-    std::u16string spaces = canonical();
+  void rewrite() { write(canonical()); }
+
+  /// As the end of one line and the begin of the next.
+  void rewrite_for_break_at(Boundary place) {
+    Offset before = 0;
+    for_each_unit([&](Boundary unit) { before += dom::compare(unit, place) < 0; });
+    write(canonical_spaces(before, breaking_start(), true) +
+          canonical_spaces(length_ - before, true, breaking_end()));
+  }
+
+  SpacesBeside facts() const {
+    const bool start = breaking_start(), end = breaking_end();
+    std::u16string spaces;
+    for_each_unit(
+        [&](Boundary unit) { spaces += static_cast<const dom::Text*>(unit.node)->data()[unit.offset]; });
+    if (spaces.empty()) return {};
+    return {spaces == canonical() && spaces.find(no_break) != std::u16string::npos,
+            (start && spaces.front() == blank) || (end && spaces.back() == blank) ||
+                spaces.find(u"  ") != std::u16string::npos};
+  }
+
+ private:
+  void write(const std::u16string& spaces) {
     for (std::size_t used = 0; used < spaces.size() && start_before_end();) {
       Node* child = start_.next();
       if (child) {
@@ -60,16 +82,35 @@ class SpaceRun {
     }
   }
 
- private:
+  // Calls `visitor` with the place before each unit.
+  template <class Visitor>
+  void for_each_unit(Visitor&& visitor) const {
+    Spot spot = start_;
+    for (Offset found = 0; found < length_;) {
+      if (Node* child = spot.next()) {
+        spot.enter_start(*child);
+      } else if (!spot.node().is_text() || spot.at_end()) {
+        spot.leave_forward();
+      } else {
+        visitor(spot.boundary());
+        ++spot.offset;
+        ++found;
+      }
+    }
+  }
+
   bool start_before_end() const {
     if (start_.data && start_.data == end_.data) return start_.offset < end_.offset;
     return dom::compare(start_.boundary(), end_.boundary()) < 0;
   }
+  // OURS: an image or a field is seen; the standard counts the blanks on both its sides as one run.
+  static Node* enterable(Node* child, const Spot& from) {
+    return child && in_same_editing_host(*child, from.node()) && !is_object(*child) ? child : nullptr;
+  }
 
   // Step 3.
   bool step_back() {
-    Node* child = start_.previous();
-    if (child && in_same_editing_host(*child, start_.node())) {
+    if (Node* child = enterable(start_.previous(), start_)) {
       start_.enter_end(*child);
     } else if (start_.at_start()) {
       if (!has_parent_in_host(start_.node()) || follows_line_break(start_.node())) return false;
@@ -84,8 +125,7 @@ class SpaceRun {
 
   // Step 7.
   bool step_on() {
-    Node* child = end_.next();
-    if (child && in_same_editing_host(*child, end_.node())) {
+    if (Node* child = enterable(end_.next(), end_)) {
       end_.enter_start(*child);
       return true;
     }
@@ -109,8 +149,7 @@ class SpaceRun {
 
   // Step 8: blanks at the end of a line take no room.
   bool strip_trailing() {
-    Node* child = end_.previous();
-    if (child && in_same_editing_host(*child, end_.node())) {
+    if (Node* child = enterable(end_.previous(), end_)) {
       end_.enter_end(*child);
       return true;
     }
@@ -128,11 +167,9 @@ class SpaceRun {
   }
 
   // Step 9.
-  std::u16string canonical() const {
-    const bool breaking_start = start_.at_start() && follows_line_break(start_.node());
-    const bool breaking_end = end_.at_end() && precedes_line_break(end_.node());
-    return canonical_spaces(length_, breaking_start, breaking_end);
-  }
+  std::u16string canonical() const { return canonical_spaces(length_, breaking_start(), breaking_end()); }
+  bool breaking_start() const { return start_.at_start() && follows_line_break(start_.node()); }
+  bool breaking_end() const { return end_.at_end() && precedes_line_break(end_.node()); }
 
   // Written behind what it replaces and only then taken out, so that boundaries before it stay.
   void replace_unit(char16_t unit) {
@@ -164,9 +201,31 @@ std::u16string canonical_spaces(Offset length, bool no_break_start, bool no_brea
   return spaces + (no_break_end ? u" \u00A0" : u"\u00A0 ");
 }
 
+namespace {
+
+bool is_in_editable(const Boundary& place) {
+  return is_editable(*place.node) || is_editing_host(*place.node);
+}
+
+}  // namespace
+
 void canonicalize_whitespace(Boundary place, bool fix_collapsed_space) {
-  if (!is_editable(*place.node) && !is_editing_host(*place.node)) return;
-  SpaceRun(place, fix_collapsed_space).rewrite();
+  if (is_in_editable(place)) SpaceRun(place, fix_collapsed_space).rewrite();
+}
+
+void canonicalize_for_break(Boundary place) {
+  if (!is_in_editable(place)) return;
+  const dom::LiveRange kept(dom::document_of(*place.node), {place, place});
+  SpaceRun(place, true).rewrite_for_break_at(kept.start());
+}
+
+SpacesBeside spaces_beside(Boundary place) {
+  return is_in_editable(place) ? SpaceRun(place, false).facts() : SpacesBeside{};
+}
+
+void settle_spaces(Boundary place, SpacesBeside before) {
+  if (before.hidden || !is_in_editable(place)) return;
+  if (before.canonical || spaces_beside(place).hidden) SpaceRun(place, false).rewrite();
 }
 
 }  // namespace tvx::editing

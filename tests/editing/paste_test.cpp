@@ -248,5 +248,54 @@ TEST_F(Paste, ATableThatDoesNotFitLeavesTheGridWhole) {
   EXPECT_EQ(marked(), "<TABLE><TBODY><TR><TD>ax<P>y[]</P></TD><TD>d</TD></TR></TBODY></TABLE>");
 }
 
+// --- a line's end, copied along ---
+
+TEST_F(Paste, TheEndOfALineIsCopiedAlong) {
+  EXPECT_EQ(copied("<P>one</P><P>[two</P><P>]three</P>"), "<P>two</P><P></P>");
+  EXPECT_EQ(copied("<P>one</P>{<P>two</P>}<P>three</P>"), "<P>two</P><P></P>");
+  EXPECT_EQ(copied("<P>t[wo</P><P>]three</P>"), "wo<P></P>");
+  EXPECT_EQ(copied("<UL><LI>[one</LI><LI>]two</LI></UL>"), "<UL><LI>one</LI></UL><P></P>");
+  EXPECT_EQ(copied("<UL><LI>o[ne</LI><LI>]two</LI></UL>"), "ne<P></P>");
+  EXPECT_EQ(copied("<P>[two]</P><P>three</P>"), "<P>two</P>") << "the line's end is not in it";
+  EXPECT_EQ(copied("{<P>one</P><P>two</P>}"), "<P>one</P><P>two</P>") << "there is no line behind";
+  EXPECT_EQ(copied("<TABLE><TBODY><TR><TD>[a</TD><TD>]b</TD></TR></TBODY></TABLE>").find("<P>"),
+            std::string::npos)
+      << "from cell to cell";
+  copied("<P>[two</P><P>]three</P>");
+  EXPECT_EQ(door.text, u"two\n");
+}
+
+TEST_F(Paste, AWholeLineStandsAsALineWhereItIsPasted) {
+  const std::string_view line = "<P>two</P><P></P>";
+  expect_paste(line, "<P>one</P><P>[]three</P>", "<P>one</P><P>two</P><P>[]three</P>");
+  expect_paste(line, "<P>one[]</P>", "<P>onetwo</P><P>{}<BR></P>");
+  expect_paste(line, "<P>o[]ne</P>", "<P>otwo</P><P>[]ne</P>");
+  expect_paste(line, "<P>{}<BR></P>", "<P>two</P><P>{}<BR></P>");
+  expect_paste("wo<P></P>", "<P>a[]b</P>", "<P>awo</P><P>[]b</P>");
+  expect_paste(line, "<UL><LI>[]a</LI></UL>", "<UL><LI>two</LI><LI>[]a</LI></UL>");
+  expect_paste("<UL><LI>one</LI></UL><P></P>", "<UL><LI>a</LI><LI>[]b</LI></UL>",
+               "<UL><LI>a</LI><LI>one</LI><LI>[]b</LI></UL>");
+  expect_paste("<UL><LI>one</LI></UL><P></P>", "<P>[]b</P>", "<UL><LI>one</LI></UL><P>[]b</P>");
+  expect_paste("<P>x</P><BR class=\"Apple-interchange-newline\">", "<P>[]b</P>", "<P>x</P><P>[]b</P>");
+}
+
+TEST_F(Paste, ACutLineGoesElsewhereAsALine) {
+  load("<P>two</P><P>one</P><P>three</P>");
+  const auto text = [&](int line) { return dom::child_at(host, line)->first_child(); };
+  editor.selection().set({text(0), 0}, {text(1), 0});
+  const std::string first = marked();
+  run({"cut"});
+  EXPECT_EQ(html(), "<P>one</P><P>three</P>");
+  editor.selection().collapse({text(1), 0});
+  run({"paste"});
+  EXPECT_EQ(marked(), "<P>one</P><P>two</P><P>[]three</P>");
+  expect_laws(first);
+}
+
+TEST_F(Paste, OneLinesEndTakesThePlaceOfAnother) {
+  expect_same("<P>one</P><P>[two</P><P>]three</P>");
+  expect_same("<UL><LI>[one</LI><LI>]two</LI></UL>");
+}
+
 }  // namespace
 }  // namespace tvx::editing
