@@ -2,13 +2,18 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QKeyEvent>
 #include <QMenu>
+#include <QMouseEvent>
 #include <QPainter>
 #include <QPalette>
 #include <QPixmap>
 #include <QTimer>
+#include <QWebEnginePage>
+#include <QWebEngineScript>
 #include <functional>
 #include <iostream>
+#include <optional>
 
 #include "browser/document_view.h"
 #include "core/htmled.h"
@@ -16,6 +21,7 @@
 #include "htmled/window.h"
 #include "platform/message_loop.h"
 #include "qt/htmled_widget.h"
+#include "qt/web_view.h"
 
 namespace tvx::htmled {
 namespace {
@@ -55,8 +61,11 @@ class Photographer {
   bool run() {
     window_.resize(940, 600);
     show(left_to_right);
+    window_.activateWindow();
+    if (QWidget* page = window_.editor().view().input_widget()) page->setFocus();  // for the caret
     in_text(dom::Tag::Td);
     bool done = take("light");
+    done = take_drag_of_a_column() && done;
     done = take_menu("context-menu", [this] { right_press(dom::Tag::P); }) && done;
     done = take_menu("element-menu", [this] { press_path(); }) && done;
     const QPalette light = QApplication::palette();
@@ -127,6 +136,40 @@ class Photographer {
   bool take(const char* name) {
     settle();
     return save(window_.grab(), name);
+  }
+
+  /// Where the first cell ends, in the page.
+  QPoint end_of_first_cell() {
+    std::optional<QPoint> place;
+    window_.editor().view().page()->runJavaScript(
+        QStringLiteral("(() => { const box = document.querySelector('td').getBoundingClientRect(); return "
+                       "[box.right, box.top + box.height / 2]; })()"),
+        QWebEngineScript::ApplicationWorld, [&place](const QVariant& answer) {
+          const QVariantList numbers = answer.toList();
+          place = numbers.size() == 2 ? QPoint(numbers[0].toInt(), numbers[1].toInt()) : QPoint();
+        });
+    wait(5000, [&place] { return place.has_value(); });
+    return place.value_or(QPoint());
+  }
+  void mouse(QEvent::Type type, QPoint at, bool held) {
+    QWidget* page = window_.editor().view().input_widget();
+    const bool moves = type == QEvent::MouseMove;
+    QMouseEvent event(type, at, page->mapToGlobal(at), moves ? Qt::NoButton : Qt::LeftButton,
+                      held ? Qt::LeftButton : Qt::NoButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(page, &event);
+  }
+  bool take_drag_of_a_column() {
+    const QPoint edge = end_of_first_cell(), to = edge - QPoint(90, 0);
+    mouse(QEvent::MouseButtonPress, edge, true);
+    mouse(QEvent::MouseMove, edge - QPoint(20, 0), true);
+    mouse(QEvent::MouseMove, to, true);
+    const bool done = take("column");
+    QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
+    QCoreApplication::sendEvent(window_.editor().view().input_widget(), &escape);
+    settle();
+    mouse(QEvent::MouseButtonRelease, to, false);
+    settle();
+    return done;
   }
 
   /// The window with a popup open over it: off screen each window has a picture of its own.

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <tuple>
 
 #include "automation/inside.h"
@@ -99,8 +100,9 @@ bool drag(Instance& instance, const browser::MouseInput& from, const Params& par
   if (!params.given("to")) return instance.document().drag_start(from);
   MouseDrag drag{from, mouse_input(instance, params.part("to")), params.text_or("handle", u"")};
   drag.to.control = from.control;
-  if (!drag.handle.empty() && drag.handle != u"e" && drag.handle != u"s" && drag.handle != u"se")
-    bad_params("\"handle\" must be e, s or se");
+  constexpr std::u16string_view handles[] = {u"", u"e", u"s", u"se", u"column"};
+  if (std::find(std::begin(handles), std::end(handles), drag.handle) == std::end(handles))
+    bad_params("\"handle\" must be e, s, se or column");
   return run_drag(instance.document(), drag);
 }
 

@@ -1,8 +1,11 @@
 #include "automation/mouse_drag.h"
 
 #include "automation/json.h"
+#include "base/error.h"
 #include "browser/drags.h"
 #include "dom/style/inline_style.h"
+#include "editing/table_columns.h"
+#include "editing/written_width.h"
 #include "headless/view.h"
 
 namespace tvx::automation {
@@ -31,6 +34,35 @@ void size_by_handle(HTMLDocument& document, Element& element, const MouseDrag& d
   browser::size_control(document, element, box);
 }
 
+std::optional<int> known_pixels(Element& cell) {
+  const auto width = editing::WrittenWidth(cell).now();
+  if (!width || !width->in_pixels()) return {};
+  return static_cast<int>(width->number);
+}
+
+/// In the fixed geometry a cell begins at the left edge. What it gains its neighbour loses, as far as both
+/// have told how wide they are.
+editing::ColumnEdge column_edge(Element& cell, Element& behind, int width) {
+  editing::ColumnEdge edge{.before = &cell, .after = &behind, .before_width = width, .after_width = {}};
+  const auto before = known_pixels(cell), after = known_pixels(behind);
+  if (before) edge.shift = width - *before;
+  if (before && after) edge.after_width = *after - edge.shift;
+  return edge;
+}
+
+bool drag_column(HTMLDocument& document, MouseDrag drag) {
+  Element* cell = drag.from.element.get();
+  while (cell && !editing::is_cell(*cell)) cell = cell->parent_element();
+  Element* behind = cell ? editing::cell_behind(*cell) : nullptr;
+  if (!behind) throw RuntimeError(errors::invalid_call, u"No column stands behind that cell");
+  drag.from.element = cell;
+  drag.from.held = true;
+  document.mouse_press(drag.from);
+  if (!document.drag_start(drag.from)) return false;
+  browser::size_columns(document, column_edge(*cell, *behind, drag.to.x));
+  return true;
+}
+
 /// A length in the inline style; 0 where it has none in pixels.
 int pixels(const Element& element, std::u16string_view property) {
   const std::u16string value = dom::style::inline_value(element, property);
@@ -42,6 +74,7 @@ int pixels(const Element& element, std::u16string_view property) {
 }  // namespace
 
 bool run_drag(HTMLDocument& document, const MouseDrag& drag) {
+  if (drag.handle == u"column") return drag_column(document, drag);
   MouseInput press = drag.from;
   press.held = is_selected(document, press);
   document.mouse_press(press);

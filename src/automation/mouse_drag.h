@@ -10,12 +10,15 @@ namespace tvx::automation {
 /// A drag of the mouse without a screen: a press, the way, and the release.
 struct MouseDrag {
   browser::MouseInput from, to;
-  std::u16string handle;  // "e", "s" or "se": of the selected element; empty: the element itself
+  /// "e", "s" or "se": of the selected element; "column": the edge behind the cell where the drag begins;
+  /// empty: the element itself.
+  std::u16string handle;
 };
 
-/// Does what such a drag does in a window. With a handle the element's corner goes to `to`; an absolutely
-/// positioned element moves by the way while "2D-Position" is on; all else that is selected goes to the place
-/// at `to`, as a copy with the control key. False: the document's handler forbids it.
+/// Does what such a drag does in a window. With a handle the element's corner or the edge of the column goes
+/// to `to`; an absolutely positioned element moves by the way while "2D-Position" is on; all else that is
+/// selected goes to the place at `to`, as a copy with the control key. False: the document's handler forbids
+/// it. Throws RuntimeError(5) where no column stands behind the cell.
 bool run_drag(browser::HTMLDocument& document, const MouseDrag& drag);
 
 }  // namespace tvx::automation

@@ -12,6 +12,7 @@
 #include "browser/view.h"
 #include "dom/mutation.h"
 #include "editing/selection.h"
+#include "editing/table_sizes.h"
 
 namespace tvx::browser {
 
@@ -99,6 +100,7 @@ class DocumentView final : public HTMLDocument::Geometry,
   void begin_drag(const ViewDrag& drag);
   void end_drag(const ViewDrag& drag);
   void cancel_drag();
+  editing::ColumnEdge column_edge(dom::Element& before, const ViewDrag::Edge& edge) const;
   QuestionId ask(ViewQuestion question);
 
   View& view_;

@@ -4,6 +4,7 @@
 #include "browser/document_view.h"
 #include "browser/drags.h"
 #include "dom/tree.h"
+#include "editing/predicates.h"
 
 /// What comes up from the view, and what it does to the document.
 namespace tvx::browser {
@@ -158,16 +159,16 @@ std::optional<QuestionId> DocumentView::deliver_mouse() {
   return {};
 }
 
-/// A drag in plain text has drawn a selection; a press on what is selected, with no drag behind it, sets the
-/// caret now.
+/// A drag in plain text has drawn a selection; a press on what is selected or on the edge of a column, with
+/// no drag behind it, sets the caret now.
 void DocumentView::deliver_release(HTMLDocument& document, const MouseInput& input) {
   drag_ = {};
   selection_unsure_ = true;  // the caret that the press has set may reach the page only now
   const bool held = std::exchange(held_, false);
   const editing::Selection& selection = document.editor().selection();
-  if (selection.type() != editing::SelectionType::Text || !input.place) return;
-  const bool drawn =
-      input.anchor && (selection.anchor() != *input.anchor || selection.focus() != *input.place);
+  if (!input.place) return;
+  const bool drawn = input.anchor && selection.type() == editing::SelectionType::Text &&
+                     (selection.anchor() != *input.anchor || selection.focus() != *input.place);
   if (drawn || (held && !input.anchor)) document.mouse_select(input);
 }
 
@@ -191,8 +192,9 @@ void DocumentView::begin_drag(const ViewDrag& drag) {
   const editing::Selection& selection = document->editor().selection();
   Element* const element = dom::as<Element>(mirror_->node(drag.node));
   // The document has the last word on what is selected.
-  const bool fits = element ? selection.control() == element
-                            : selection.type() == editing::SelectionType::Text && !selection.collapsed();
+  const bool fits = drag.type == ViewDrag::Type::Column ? element && editing::is_editable(*element)
+                    : element                           ? selection.control() == element
+                              : selection.type() == editing::SelectionType::Text && !selection.collapsed();
   MouseInput input;
   input.x = drag.x;
   input.y = drag.y;
@@ -211,7 +213,11 @@ void DocumentView::end_drag(const ViewDrag& drag) {
   const bool stands = element && dom::is_connected(*element);
   switch (drag.type) {
     case ViewDrag::Type::Size:
-      if (stands) size_control(*document, *element, {drag.width, drag.height, drag.left, drag.top});
+      if (stands)
+        size_control(*document, *element, {drag.width, drag.height, drag.left, drag.top, drag.width_was});
+      break;
+    case ViewDrag::Type::Column:
+      if (stands && drag.edge) size_columns(*document, column_edge(*element, *drag.edge));
       break;
     case ViewDrag::Type::Move:
       if (stands && drag.left && drag.top) place_control(*document, *element, *drag.left, *drag.top);
@@ -223,6 +229,15 @@ void DocumentView::end_drag(const ViewDrag& drag) {
   }
   reveal_ = false;
   schedule_flush();
+}
+
+editing::ColumnEdge DocumentView::column_edge(Element& before, const ViewDrag::Edge& edge) const {
+  return {.before = &before,
+          .after = dom::as<Element>(mirror_->node(edge.after)),
+          .before_width = edge.width,
+          .after_width = edge.after_width,
+          .shift = edge.shift,
+          .table_width = edge.table_width};
 }
 
 std::optional<QuestionId> DocumentView::handle_drop(const ViewDrop& drop) {

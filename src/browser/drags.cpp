@@ -15,6 +15,12 @@ void size_control(HTMLDocument& document, Element& element, const editing::Contr
   editing::set_control_box(document.editor(), element, box);
 }
 
+void size_columns(HTMLDocument& document, const editing::ColumnEdge& edge) {
+  if (!document.editor().design_mode()) return;
+  const HTMLDocument::Gesture gesture(document);
+  editing::size_columns(document.editor(), edge);
+}
+
 void place_control(HTMLDocument& document, Element& element, int left, int top) {
   if (!document.editor().design_mode()) return;
   const HTMLDocument::Gesture gesture(document);

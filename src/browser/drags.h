@@ -2,6 +2,7 @@
 
 #include "browser/html_document.h"
 #include "editing/control_box.h"
+#include "editing/table_sizes.h"
 #include "platform/transfer_data.h"
 
 /// What a drag has come to when the mouse is let go. Each is one gesture and one undo step; where the
@@ -12,6 +13,8 @@ enum class DropEffect : std::uint8_t { Move, Copy };
 
 /// The handle of a selected control.
 void size_control(HTMLDocument& document, dom::Element& element, const editing::ControlBox& box);
+/// The edge between two columns of a table.
+void size_columns(HTMLDocument& document, const editing::ColumnEdge& edge);
 /// A positioned element, to where it shall stand.
 void place_control(HTMLDocument& document, dom::Element& element, int left, int top);
 /// What is selected, to another place; within itself it stays.

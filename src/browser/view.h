@@ -145,22 +145,31 @@ struct ViewMouse {
   bool held = false;   // a press on selected text, which stays selected until it is known what follows
   PatchNumber seen{};  // as in the message
 };
-/// The user drags a handle of the selected control, an element to another place, or what is selected: told
-/// when the mouse has gone far enough to mean it, and at its release. Both come before the release's
-/// ViewMouse.
+/// The user drags a handle of the selected control, an element to another place, the edge between two columns
+/// of a table, or what is selected: told when the mouse has gone far enough to mean it, and at its release.
+/// Both come before the release's ViewMouse.
 struct ViewDrag {
   enum class Phase : std::uint8_t { Begin, Drop };
-  enum class Type : std::uint8_t { Size, Move, Content };
+  enum class Type : std::uint8_t { Size, Move, Content, Column };
   Phase phase = Phase::Begin;
   Type type = Type::Content;
-  dom::NodeId node{};  // what is sized or moved; of Content the control, or none: the selected text
+  /// What is sized or moved; of Content the control, or none: the selected text; of Column the cell that ends
+  /// at the edge.
+  dom::NodeId node{};
   int x = 0, y = 0;
   bool shift = false, control = false, alt = false;
   // At the drop:
   std::optional<int> width, height;  // Size: CSS pixels, as `width` and `height` count for the element
+  std::optional<int> width_was;      // Size: before
   std::optional<int> left, top;      // Move, and Size of a positioned element
   std::optional<ViewPlace> place;    // Content
-  PatchNumber seen{};                // as in the message
+  struct Edge {
+    dom::NodeId after{};             // the cell that begins at the edge
+    int width = 0, after_width = 0;  // of both cells, as `width` counts for them
+    int shift = 0, table_width = 0;  // how far the edge goes forward, and what percent count of
+  };
+  std::optional<Edge> edge;  // Column
+  PatchNumber seen{};        // as in the message
 };
 /// Something came from another program, and was let go at a point of the window; or a middle press brought
 /// what is selected with the mouse somewhere.

@@ -6,6 +6,7 @@
 #include "editing/editor.h"
 #include "editing/predicates.h"
 #include "editing/tag_set.h"
+#include "editing/written_width.h"
 
 namespace tvx::editing {
 
@@ -38,6 +39,16 @@ void write_size(Element& element, std::u16string_view property, std::optional<in
   }
 }
 
+/// A width in percent grows and shrinks with the box. False where there is none.
+bool scale_width(Element& element, const ControlBox& box) {
+  if (!box.width || !box.width_was || *box.width_was < 1) return false;
+  WrittenWidth width(element);
+  if (!width.now() || !width.now()->in_percent()) return false;
+  if (!width.in_style() && !takes_size_attributes(element)) return false;
+  width.set_percent(width.now()->number * *box.width / *box.width_was);
+  return true;
+}
+
 void write_place(Element& element, std::u16string_view property, std::u16string_view opposite,
                  std::optional<int> length) {
   if (!length) return;
@@ -51,7 +62,7 @@ void write_place(Element& element, std::u16string_view property, std::u16string_
 bool set_control_box(Editor& editor, Element& element, const ControlBox& box) {
   if (!is_editable(element)) return false;
   const dom::UndoStep step(editor.document().journal(), u"Size");
-  write_size(element, u"width", box.width);
+  if (!scale_width(element, box)) write_size(element, u"width", box.width);
   write_size(element, u"height", box.height);
   if (is_absolutely_positioned(element)) {
     write_place(element, u"left", u"right", box.left);

@@ -12,11 +12,14 @@ class Editor;
 /// What is absent stays as it is.
 struct ControlBox {
   std::optional<int> width, height, left, top;
+  /// The width that it had, for one that is written in percent.
+  std::optional<int> width_was = {};
 };
 
 /// Gives an element a size, as one undo step. Each measure is written where the element has it: in the inline
 /// style if that names it, else images, tables, objects, frames and rules take attributes, form fields and
-/// all others the style. False where the element stands in a place that can't be edited.
+/// all others the style. A width in percent stays in percent where it is told what it was. False where the
+/// element stands in a place that can't be edited.
 bool set_control_box(Editor& editor, dom::Element& element, const ControlBox& box);
 
 /// Whether its own style takes an element out of the flow, so that it has a place of its own.

@@ -1,12 +1,11 @@
 #include "editing/table_rows.h"
 
-#include <algorithm>
 #include <vector>
 
-#include "base/strings.h"
 #include "dom/mutation.h"
 #include "dom/tree.h"
 #include "editing/surgery.h"
+#include "editing/table_columns.h"
 
 namespace tvx::editing {
 
@@ -17,42 +16,17 @@ using dom::Tag;
 
 namespace {
 
-bool is_cell(const Node& node) { return node.is(Tag::Td) || node.is(Tag::Th); }
-
-/// A cell's span, with the standard's bounds; none written or no number: 1.
-int span(const Element& cell, dom::Name name, int least, int most) {
-  const auto number = parse_integer(cell.attribute_or_empty(name));
-  if (!number || *number < least) return 1;
-  return int(std::min<std::int64_t>(*number, most));
-}
-
-/// A column as the rows above leave it: the cell that stands in it, and how many rows further down that
-/// reaches.
-struct Column {
-  const Element* cell = nullptr;
-  int rows_left = 0;
-};
-
-/// HTML standard, section 4.9.12 "forming a table", for one section: whose cells stand in its last row.
-std::vector<Column> columns_of(const Element& last_row) {
-  constexpr int to_the_end = 1 << 20;
-  std::vector<Column> columns;
+/// Whose cells stand in the last row of a section.
+std::vector<ColumnWalk::Column> columns_of(const Element& last_row) {
+  ColumnWalk walk;
   for (const Node* row = last_row.parent()->first_child(); row; row = row->next_sibling()) {
     if (!row->is(Tag::Tr)) continue;
-    for (Column& column : columns) column.rows_left = std::max(column.rows_left - 1, 0);
-    std::size_t at = 0;
-    for (const Node* node = row->first_child(); node; node = node->next_sibling()) {
-      if (!is_cell(*node)) continue;
-      const auto& cell = static_cast<const Element&>(*node);
-      while (at < columns.size() && columns[at].rows_left > 0) ++at;
-      const int rows = span(cell, dom::names::rowspan, 0, 65534),
-                width = span(cell, dom::names::colspan, 1, 1000);
-      columns.resize(std::max(columns.size(), at + std::size_t(width)));
-      for (int i = 0; i < width; ++i) columns[at++] = {&cell, rows == 0 ? to_the_end : rows};
-    }
+    walk.begin_row();
+    for (const Node* node = row->first_child(); node; node = node->next_sibling())
+      if (is_cell(*node)) walk.place(static_cast<const Element&>(*node));
     if (row == &last_row) break;
   }
-  return columns;
+  return walk.columns();
 }
 
 Ref<Element> copy_of(const Element& element, Tag tag) {
@@ -81,7 +55,7 @@ Ref<Element> add_row_like(Element& last_row) {
   const Ref<Element> row = copy_of(last_row, Tag::Tr);
   Ref<Element> first;
   const Element* before = nullptr;
-  for (const Column& column : columns_of(last_row)) {
+  for (const ColumnWalk::Column& column : columns_of(last_row)) {
     // What reaches below its section is cut there for a body of its own, and covers a further row of the
     // same.
     const bool is_covered = column.rows_left > 1 && !in_head;

@@ -134,6 +134,18 @@ browser::ViewMouse read_mouse(const QJsonArray& part) {
   return mouse;
 }
 
+std::optional<browser::ViewDrag::Edge> read_edge(const QJsonValue& value) {
+  if (!value.isArray()) return {};
+  const QJsonArray part = value.toArray();
+  browser::ViewDrag::Edge edge;
+  edge.after = dom::NodeId(part[0].toInt());
+  edge.width = part[1].toInt();
+  edge.after_width = part[2].toInt();
+  edge.shift = part[3].toInt();
+  edge.table_width = part[4].toInt();
+  return edge;
+}
+
 browser::ViewDrag read_drag(const QJsonArray& part) {
   const auto pixels = [&part](int index) -> std::optional<int> {
     if (!part[index].isDouble()) return {};
@@ -153,6 +165,8 @@ browser::ViewDrag read_drag(const QJsonArray& part) {
   drag.left = pixels(9);
   drag.top = pixels(10);
   drag.place = read_place(part[11]);
+  drag.width_was = pixels(12);
+  drag.edge = read_edge(part[13]);
   return drag;
 }
 

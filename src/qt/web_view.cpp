@@ -120,8 +120,8 @@ WebView::Private::~Private() {
 void WebView::Private::start_script() {
   static const QString source = [] {
     QString view;
-    for (const char* part :
-         {"page", "overlay", "geometry", "patches", "selection", "questions", "drag", "mouse", "commands"}) {
+    for (const char* part : {"page", "overlay", "tables", "geometry", "patches", "selection", "questions",
+                             "drag", "table_edges", "mouse", "commands"}) {
       view += resource(QByteArray(":/tvx/view/") + part + ".js");
     }
     view.replace(QStringLiteral("TVX_SHEET"), quoted(resource(":/tvx/view/editing.css")));

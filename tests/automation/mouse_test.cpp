@@ -49,6 +49,24 @@ TEST_F(MouseMethod, ADragOfAHandleSizes) {
   EXPECT_EQ(html(), "<P>a<IMG id=\"i\">b</P><P><INPUT id=\"f\"></P>");
 }
 
+TEST_F(MouseMethod, ADragOfAColumnsEdgeSizesBothColumns) {
+  const std::string before =
+      "<TABLE><TBODY><TR><TD id=\"a\" width=\"100\">1</TD><TD width=\"80\">2</TD></TR><TR><TD>3</TD><TD "
+      "id=\"z\">4</TD></TR></TBODY></TABLE>";
+  set("DocumentHTML", before);
+  mouse({{"kind", "drag"}, {"element", number_of("a")}, {"handle", "column"}, {"to", {{"x", 130}}}});
+  EXPECT_EQ(html(),
+            "<TABLE><TBODY><TR><TD id=\"a\" width=\"130\">1</TD><TD width=\"50\">2</TD></TR><TR><TD "
+            "width=\"130\">3</TD><TD id=\"z\" width=\"50\">4</TD></TR></TBODY></TABLE>");
+  EXPECT_EQ(get("IsDirty"), true);
+  undo();
+  EXPECT_EQ(html(), before);
+  EXPECT_EQ(
+      failure("mouse",
+              {{"kind", "drag"}, {"element", number_of("z")}, {"handle", "column"}, {"to", {{"x", 9}}}}),
+      5);
+}
+
 TEST_F(MouseMethod, AnotherHandleIsNone) {
   set("DocumentHTML", "<IMG id=\"i\">");
   EXPECT_EQ(

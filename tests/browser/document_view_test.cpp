@@ -390,6 +390,70 @@ TEST_F(DocumentViewTest, AHandleSizesInOneStep) {
   EXPECT_EQ(selection().control(), &image);
 }
 
+TEST_F(DocumentViewTest, TheEdgeOfAColumnIsDraggedWithoutTheSelection) {
+  open(u"<p>text</p><table><tr><td>a<td>b</table>");
+  Element& cell = first(dom::Tag::Td);
+  Element& behind = *dom::as<Element>(cell.next_sibling());
+  selection().collapse({text(), 2});
+  pump();
+  ViewMouse mouse = press_at(*cell.first_child(), 1);
+  mouse.held = true;
+  press(mouse);
+  EXPECT_EQ(selection().focus(), (Boundary{text(), 2}));
+  tell(drag(ViewDrag::Phase::Begin, ViewDrag::Type::Column, &cell));
+  ViewDrag drop = drag(ViewDrag::Phase::Drop, ViewDrag::Type::Column, &cell);
+  drop.edge =
+      ViewDrag::Edge{.after = behind.id(), .width = 90, .after_width = 30, .shift = 20, .table_width = 200};
+  tell(drop);
+  release(mouse);
+  EXPECT_EQ(html(),
+            "<P>text</P><TABLE><TBODY><TR><TD width=\"90\">a</TD><TD "
+            "width=\"30\">b</TD></TR></TBODY></TABLE>");
+  EXPECT_EQ(steps(), 1u);
+  EXPECT_EQ(selection().focus(), (Boundary{text(), 2}));
+}
+
+TEST_F(DocumentViewTest, APressOnAColumnsEdgeWithoutADragSetsTheCaret) {
+  open(u"<p>text</p><table><tr><td>a<td>b</table>");
+  const Element& cell = first(dom::Tag::Td);
+  selection().select_control(first(dom::Tag::Table));
+  pump();
+  ViewMouse mouse = press_at(*cell.first_child(), 1);
+  mouse.held = true;
+  press(mouse);
+  EXPECT_EQ(selection().control(), &first(dom::Tag::Table));
+  release(mouse);
+  EXPECT_EQ(selection().focus(), (Boundary{cell.first_child(), 1}));
+}
+
+TEST_F(DocumentViewTest, AnEdgeWhoseCellsAreGoneIsNotDragged) {
+  open(u"<table><tr><td>a<td>b</table>");
+  Element& cell = first(dom::Tag::Td);
+  tell(drag(ViewDrag::Phase::Begin, ViewDrag::Type::Column, &cell));
+  ViewDrag drop = drag(ViewDrag::Phase::Drop, ViewDrag::Type::Column, &cell);
+  drop.edge = ViewDrag::Edge{.after = cell.next_sibling()->id(), .width = 90, .after_width = 30, .shift = 20};
+  dom::remove(*cell.next_sibling());
+  pump();
+  const std::string before = html();
+  tell(drop);
+  EXPECT_EQ(html(), before);
+  EXPECT_TRUE(shown_.settled());
+}
+
+TEST_F(DocumentViewTest, AWidthInPercentIsSizedInPercent) {
+  open(u"<p>a</p><table width=\"80%\"><tr><td>a</table>");
+  Element& table = first(dom::Tag::Table);
+  ViewMouse mouse = press_at(first(dom::Tag::Td), 0);
+  mouse.edge = table.id();
+  press(mouse);
+  tell(drag(ViewDrag::Phase::Begin, ViewDrag::Type::Size, &table));
+  ViewDrag drop = drag(ViewDrag::Phase::Drop, ViewDrag::Type::Size, &table);
+  drop.width = 300;
+  drop.width_was = 400;
+  tell(drop);
+  EXPECT_EQ(table.attribute_or_empty(dom::names::width), u"60%");
+}
+
 TEST_F(DocumentViewTest, EscapeEndsADragAndNothingElse) {
   open(u"<p>a<img>b</p>");
   Element& image = first(dom::Tag::Img);

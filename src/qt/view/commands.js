@@ -34,7 +34,7 @@
   /// window by their names, and whether the frame's element can be moved.
   view.drawn = () => {
     const shown = {};
-    for (const [name, box] of Object.entries({ caret, frame, outline, drop: dropCaret })) {
+    for (const [name, box] of Object.entries({ caret, frame, outline, guide, drop: dropCaret, cell: cellFrame })) {
       if (box.style.display !== 'block') continue;
       const rect = box.getBoundingClientRect();
       shown[name] = [rect.left, rect.top, rect.width, rect.height].map(Math.round);

@@ -2,7 +2,7 @@
 
   const WHOLE = 'img,input,select,textarea,button,video,audio,canvas,hr,meter,progress,marquee,tvx-box,svg';
   const REPLACED = 'img,video,canvas,svg';  // their height follows their width: both are set
-  const DRAG_SIZE = 0, DRAG_MOVE = 1, DRAG_CONTENT = 2;
+  const DRAG_SIZE = 0, DRAG_MOVE = 1, DRAG_CONTENT = 2, DRAG_COLUMN = 3;
   const DRAG_BEGIN = 0, DRAG_DROP = 1;
   const FAR_ENOUGH = 4;  // before that a press with a trembling hand is a click
 
@@ -34,7 +34,7 @@
       candidates.push(element);
     }
     // Right outside of its edge an element isn't the target yet.
-    for (const [dx, dy] of [[4, 0], [-4, 0], [0, 4], [0, -4]]) {
+    for (const [dx, dy] of [[4, 0], [-4, 0], [0, 4], [0, -4], [4, -4], [-4, -4]]) {
       const near = beneath(() => document.elementFromPoint(x + dx, y + dy));
       const whole = near && near.closest('table');
       if (whole) candidates.push(whole);
@@ -56,12 +56,14 @@
   }
 
   // From the press that may begin a drag to its release.
-  let drag = null;  // { type, element, handle, x, y, box, begun, rtl ... }
+  let drag = null;  // { type, element, handle, column, x, y, box, begun }
 
-  /// What the press of the left button on `whole`, a handle of it, or the selected text may become.
-  function armDrag(event, whole, handle) {
+  /// What the press of the left button on `whole`, a handle of it, the edge of a column, or the selected text
+  /// may become.
+  function armDrag(event, whole, handle, column) {
     drag = {
-      type: handle ? DRAG_SIZE : DRAG_CONTENT, element: whole, handle, begun: false,
+      type: column ? DRAG_COLUMN : handle ? DRAG_SIZE : DRAG_CONTENT,
+      element: column ? column.before : whole, handle, column, begun: false,
       x: event.clientX + window.scrollX, y: event.clientY + window.scrollY,
     };
   }
@@ -86,7 +88,7 @@
       const box = drag.element.getBoundingClientRect();
       drag.box = { left: box.left + window.scrollX, top: box.top + window.scrollY, width: box.width, height: box.height };
     }
-    shield.style.cursor = drag.type === DRAG_SIZE ? drag.handle.box.style.cursor
+    shield.style.cursor = drag.type === DRAG_SIZE ? drag.handle.cursor : drag.column ? 'col-resize'
       : drag.type === DRAG_MOVE ? 'move' : event.ctrlKey ? 'copy' : 'default';
     shield.style.display = 'block';
     caret.classList.remove('blink');
@@ -94,9 +96,9 @@
   }
 
   function tellDrag(phase, event, result) {
-    const { width = null, height = null, left = null, top = null, at = null } = result;
+    const { width = null, height = null, left = null, top = null, at = null, was = null, edge = null } = result;
     tell('drag', phase, drag.type, drag.element ? ids.get(drag.element) || 0 : 0, Math.round(event.clientX),
-      Math.round(event.clientY), MODIFIERS(event), width, height, left, top, at);
+      Math.round(event.clientY), MODIFIERS(event), width, height, left, top, at, was, edge);
   }
 
   /// The box that a handle dragged so far would give. At the corner of an image, and with Shift everywhere,
@@ -169,6 +171,8 @@
     if (drag.type === DRAG_CONTENT) {
       shield.style.cursor = event.ctrlKey ? 'copy' : 'default';
       showDropCaret(event.clientX, event.clientY);
+    } else if (drag.type === DRAG_COLUMN) {
+      showGuide(event);
     } else if (drag.type === DRAG_MOVE) {
       showOutline(movedBox(event), '');
     } else {
@@ -184,7 +188,7 @@
     if (!drag.begun && far < FAR_ENOUGH) return;
     if (!drag.begun) beginDrag(event);
     showDrag(event);
-    if (drag.type === DRAG_SIZE) return;
+    if (drag.type === DRAG_SIZE || drag.column) return;
     const rests = scrolling;
     scrolling = event;
     if (!rests) requestAnimationFrame(keepScrolling);
@@ -198,6 +202,7 @@
 
   function resultOf(event) {
     if (drag.type === DRAG_CONTENT) return { at: placeAt(event.clientX, event.clientY) };
+    if (drag.column) return { edge: columnResult(event) };
     const at = isPositioned(drag.element) ? offsetOf(drag.element) : null;
     if (drag.type === DRAG_MOVE) {
       const box = movedBox(event);
@@ -206,7 +211,7 @@
     const box = sizedBox(event);
     const extra = extraOf(getComputedStyle(drag.element));
     const both = isMediaLike(drag.element) || event.shiftKey;
-    const result = {};
+    const result = { was: Math.round(drag.box.width - extra.width) };
     if (drag.handle.x || both) result.width = Math.max(1, Math.round(box.width - extra.width));
     if (drag.handle.y || both) result.height = Math.max(1, Math.round(box.height - extra.height));
     if (at && drag.handle.x < 0) result.left = Math.round(at.left + box.left - drag.box.left);
@@ -229,6 +234,6 @@
   function endDrag() {
     drag = null;
     scrolling = null;
-    for (const box of [outline, dropCaret, shield]) hide(box);
+    for (const box of [outline, guide, dropCaret, shield]) hide(box);
     restartBlink();
   }

@@ -13,8 +13,8 @@
     if (pressed && Math.hypot(event.clientX - pressX, event.clientY - pressY) > 3) dragged = true;
   }
 
-  /// `edge`: the element that is meant as a whole. `held`: the press was on selected text, which stays
-  /// selected until the release, as it may be dragged away.
+  /// `edge`: the element that is meant as a whole. `held`: the press was on selected text or on the edge of a
+  /// column: what is selected stays until the release, as a drag may follow.
   function mouseMessage(type, event, target, prevented, edge, held) {
     const [anchor, focus] = prevented ? [null, null] : nativeSelection();
     return ['mouse', type, BUTTONS[event.button] || 1, Math.round(event.clientX), Math.round(event.clientY),
@@ -47,11 +47,17 @@
   listen('mousedown', (event) => {
     const target = targetOf(event);
     const isLeft = event.button === 0;
-    const handle = editable && isLeft ? handleAt(event.clientX, event.clientY) : null;
+    const takes = editable && isLeft;
+    let handle = takes ? handleAt(event.clientX, event.clientY) : null;
     const edge = handle ? nodes.get(control)
       : editable && target ? edgeAt(target, event.clientX, event.clientY) : null;
-    const whole = edge || (target && target.closest(WHOLE));
-    const held = !whole && isLeft && event.detail < 2 && !event.shiftKey && insideSelection(event);
+    if (takes && !handle && edge && edge.nodeName === 'TABLE') {
+      handle = tableHandleAt(edge, event.clientX, event.clientY);
+    }
+    const single = isLeft && event.detail < 2 && !event.shiftKey;
+    const column = editable && single && !edge ? takeColumnEdge(event.clientX, event.clientY) : null;
+    const whole = edge || (!column && target && target.closest(WHOLE));
+    const held = column || (!whole && single && insideSelection(event));
     const prevented = !editable || whole || !isLeft || held || (target && target.closest('summary'));
     // The scroll bars stay the page's.
     const onScrollBar = target === document.documentElement &&
@@ -63,7 +69,8 @@
     pressX = event.clientX;
     pressY = event.clientY;
     endDrag();
-    if (editable && isLeft && !onScrollBar && (whole || held)) armDrag(event, whole, handle);
+    if (takes && !onScrollBar && (whole || held)) armDrag(event, whole, handle, column);
+    hide(grip);
     if (!whole || ids.get(whole) !== control) {
       control = 0;
       hide(frame);
@@ -72,7 +79,7 @@
     // The native selection moves behind the listeners.
     later(() => {
       ownSelection = selectionText();
-      tell(...mouseMessage(0, event, target, !selects, edge, held));
+      tell(...mouseMessage(0, event, column ? column.cell : target, !selects, edge, held));
       reportFacts();
     });
   });
@@ -96,6 +103,7 @@
   listen('mousemove', (event) => {
     noteDrag(event);
     followDrag(event);
+    showGrip(event);
   });
 
   listen('click', (event) => {

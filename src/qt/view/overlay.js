@@ -17,12 +17,17 @@
 
   // Takes the mouse while something is dragged, so that the cursor is the drag's own.
   const shield = drawn('shield');
+  // Shows over an edge that the mouse can take hold of it.
+  const grip = drawn('grip');
   const underlines = drawn('underlines');
+  const cellFrame = drawn('cell');
   const caret = drawn('caret blink');
   const dropCaret = drawn('drop');
   const frame = drawn('frame');
   const outline = drawn('outline');
   const outlineSize = drawn('size', outline);
+  const guide = drawn('guide');
+  const guideSize = drawn('size', guide);
 
   // The handles of the frame: which edges each one moves, and the mouse's look over it.
   const HANDLES = [[-1, -1, 'nwse'], [0, -1, 'ns'], [1, -1, 'nesw'], [-1, 0, 'ew'], [1, 0, 'ew'],
@@ -31,7 +36,7 @@
     box.style.left = (x + 1) * 50 + '%';
     box.style.top = (y + 1) * 50 + '%';
     box.style.cursor = cursor + '-resize';
-    return { x, y, box, shown: true };
+    return { x, y, box, cursor: box.style.cursor, shown: true };
   });
   const EDGES = ['top', 'right', 'bottom', 'left'].map((side) => drawn('edge ' + side, frame));
 
@@ -67,6 +72,14 @@
     if (!at) return hide(box);
     place(box, at.left, at.top, 0, at.height);
     box.style.width = '';
+  }
+
+  /// The caret has the colour of the text around it: what is read there is seen there.
+  function drawCaret(at) {
+    placeCaret(caret, at);
+    if (!at) return;
+    const node = getSelection().focusNode;
+    caret.style.borderColor = getComputedStyle(node.nodeType === 1 ? node : node.parentElement || host).color;
   }
 
   /// The frame of what is selected as a whole. Small elements get room between the handles, and no handles
@@ -106,8 +119,9 @@
     const selection = getSelection();
     const box = editable && selection.rangeCount && selection.isCollapsed && !control
       ? caretBox(selection.focusNode, selection.focusOffset) : null;
-    placeCaret(caret, focused ? box : null);
+    drawCaret(focused ? box : null);
     drawFrame();
+    drawCell();
     drawUnderlines();
     return box;
   }

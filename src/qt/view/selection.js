@@ -19,13 +19,15 @@
     return node ? ids.get(node) : 0;
   }
 
+  let questionsBeneath = 0;
+
   /// Asks the page as if nothing were drawn over it.
   function beneath(question) {
-    host.classList.add('through');
+    if (questionsBeneath++ === 0) host.classList.add('through');
     try {
       return question();
     } finally {
-      host.classList.remove('through');
+      if (--questionsBeneath === 0) host.classList.remove('through');
     }
   }
 
