@@ -278,7 +278,7 @@ TEST_F(Tables, TextRightAtAnEdgeIsStillSelectedWithTheMouse) {
   open_body(u"<table border=1 cellspacing=2 cellpadding=4><tr><td id=a>one two<td id=b>three four</table>");
   const std::string before = html();
   drag(place_of("#b", 0), place_of("#b", 5));
-  EXPECT_EQ(in_page("String(getSelection())"), "three");
+  EXPECT_TRUE(wait_for([&] { return in_page("String(getSelection())") == "three"; }, 3000));
   EXPECT_EQ(html(), before);
 }
 
