@@ -7,9 +7,6 @@
 /// The control's own dialogs: loaded, filled, shown, read and unloaded by the operation that needs them.
 namespace tvx::core {
 
-// No language file is read yet: the words stay the English ones.
-void HTMLed::localise(platform::Form&, std::u16string_view) const {}
-
 void HTMLed::show_dialog(platform::Form& dialog, std::u16string_view section) {
   localise(dialog, section);
   if (!forms_) return dialog.cancel();

@@ -41,6 +41,10 @@ namespace tvx::dom::style {
 class StyleSheet;
 }
 
+namespace tvx::localise {
+class XmlElement;
+}
+
 namespace tvx::core {
 
 /// What surrounds a control. All of it outlives the control.
@@ -402,8 +406,14 @@ class HTMLed final : public std::enable_shared_from_this<HTMLed>,
   /// words in the language file. Where nobody shows dialogs, or the control ends meanwhile, it counts as
   /// cancelled.
   void show_dialog(platform::Form& dialog, std::u16string_view section);
-  void localise(platform::Form& dialog, std::u16string_view section) const;
   void cancel_open_dialogs();
+
+  // --- the words of the language file (localisation.cpp) ---
+  /// Of toolbars and menus; does nothing where no file is set. The host hears of a file that can't be read.
+  void apply_language_file();
+  void translate_chrome(const localise::XmlElement& root);
+  void translate_menu_item(std::u16string_view name, const std::u16string& text);
+  void localise(platform::Form& dialog, std::u16string_view section) const;
 
   // --- the clipboard (clipboard_commands.cpp) ---
   std::u16string_view selection_type() const;

@@ -37,6 +37,8 @@ void HTMLed::UserControl_Show() {
 
 void HTMLed::StartEditor() {
   if (terminated_) return;
+  apply_language_file();
+  if (terminated_) return;  // by a host that hears of a missing file
   ApplyToolbarState(properties_.EditorEnabled);
   ApplyContextMenuState();
   BootstrapDocument();

@@ -143,7 +143,9 @@ void HTMLed::set_HiddenContextMenus(std::u16string_view keys) {
 }
 
 void HTMLed::set_LocalizationFile(std::u16string_view path) {
-  store(&Properties::LocalizationFile, path, u"LocalizationFile");
+  properties_.LocalizationFile = path;
+  if (run_time()) apply_language_file();
+  PropertyChanged(u"LocalizationFile");
 }
 
 void HTMLed::set_DocumentTitle(std::u16string_view title) {
