@@ -1,5 +1,6 @@
 #include "editing/pasted_content.h"
 
+#include <algorithm>
 #include <unordered_set>
 #include <vector>
 
@@ -205,6 +206,42 @@ class Cleaning {
   Node* outer_holder_ = nullptr;
 };
 
+/// The name of the tag that begins at that place, in small letters; empty if none does.
+std::u16string tag_name_at(std::u16string_view html, std::size_t at) {
+  if (at >= html.size() || html[at] != u'<') return {};
+  std::size_t end = ++at;
+  while (end < html.size() && is_ascii_alpha(html[end])) ++end;
+  return ascii_lower(html.substr(at, end - at));
+}
+
+std::size_t skip_space(std::u16string_view html, std::size_t at) {
+  while (at < html.size() && is_ascii_space(html[at])) ++at;
+  return at;
+}
+
+bool is_part_of_table(std::u16string_view name) {
+  static constexpr std::u16string_view names[] = {u"tr",    u"td",       u"th",  u"tbody",  u"thead",
+                                                  u"tfoot", u"colgroup", u"col", u"caption"};
+  return std::find(std::begin(names), std::end(names), name) != std::end(names);
+}
+
+/// Rows and cells that come without their table would run together into their text: they get one.
+std::u16string with_table(std::u16string_view html) {
+  constexpr std::u16string_view mark = u"<!--StartFragment-->";
+  const std::size_t marked = html.find(mark);
+  std::size_t at = skip_space(html, marked == html.npos ? 0 : marked + mark.size());
+  for (std::u16string name = tag_name_at(html, at);
+       name == u"html" || name == u"head" || name == u"meta" || name == u"body";
+       name = tag_name_at(html, at)) {
+    const std::size_t end = html.find(u'>', at);
+    at = skip_space(html, end == html.npos ? html.size() : end + 1);
+  }
+  std::u16string whole(html);
+  const bool stands_in_one = contains(ascii_lower(html.substr(0, at)), u"<table");
+  if (!stands_in_one && is_part_of_table(tag_name_at(html, at))) whole.insert(at, u"<table>");
+  return whole;
+}
+
 }  // namespace
 
 Ref<dom::DocumentFragment> pasted_content(dom::Document& document, std::u16string_view html) {
@@ -212,7 +249,7 @@ Ref<dom::DocumentFragment> pasted_content(dom::Document& document, std::u16strin
   workshop->set_compatibility_mode(document.compatibility_mode());
   dom::FragmentContext context;
   context.compatibility_mode = document.compatibility_mode();
-  const Ref<dom::DocumentFragment> source = dom::parse_fragment(*workshop, context, html);
+  const Ref<dom::DocumentFragment> source = dom::parse_fragment(*workshop, context, with_table(html));
   return Cleaning(document, *source).run();
 }
 

@@ -12,6 +12,7 @@ namespace tvx::editing {
 /// text's
 ///   own tree they are, with the lists and tables around them. Without marks all of it but the white space
 ///   with line breaks at its edges, which is its program's layout of the source.
+/// - Rows and cells that come without a table get one.
 /// - Nothing that acts: no scripts, event attributes, script addresses, embedded documents.
 /// - Nothing that belongs to the page it comes from: META, LINK, BASE, TITLE, STYLE, conditional comments.
 /// - Nothing that means something to one program only: XML islands, `mso-` declarations, `Mso` classes, and
