@@ -7,6 +7,7 @@
 #include <QPushButton>
 
 #include "qt/link_dialog.h"
+#include "qt/modal.h"
 #include "qt/strings.h"
 
 namespace tvx::qt {
@@ -14,29 +15,6 @@ namespace {
 
 using platform::MessageAnswer;
 using platform::MessageIcon;
-
-/// A dialog on the heap that may be gone with its window while it is open: the window can be closed by what
-/// runs in the loop meanwhile.
-template <class Dialog>
-class Modal {
- public:
-  template <class... Arguments>
-  explicit Modal(Arguments&&... arguments) : dialog_(new Dialog(std::forward<Arguments>(arguments)...)) {}
-  ~Modal() { delete dialog_; }
-  Modal(const Modal&) = delete;
-  Modal& operator=(const Modal&) = delete;
-
-  Dialog* operator->() const { return dialog_; }
-  /// True if the user agreed and the dialog is still there to be asked.
-  bool run() {
-    const bool agreed = dialog_->exec() == QDialog::Accepted;
-    return dialog_ && agreed;
-  }
-  bool is_gone() const { return !dialog_; }
-
- private:
-  QPointer<Dialog> dialog_;
-};
 
 QColor to_qt_colour(Colour colour) {
   if (colour < 0) colour = white;
@@ -94,6 +72,9 @@ QStringList name_filters(const std::vector<platform::FileFilter>& filters) {
   return result;
 }
 
+// One that a dialog of the control has opened stands over that one.
+QWidget* Dialogs::owner() const { return owner_for_dialog(window_); }
+
 std::u16string Dialogs::choose(FileChooser& chooser) {
   if (!folder_.isEmpty()) chooser->setDirectory(folder_);
   if (!chooser.run() || chooser->selectedFiles().isEmpty()) return {};
@@ -103,14 +84,14 @@ std::u16string Dialogs::choose(FileChooser& chooser) {
 }
 
 std::u16string Dialogs::ShowOpen(const platform::FileDialog& dialog) {
-  FileChooser chooser(window_, dialog);
+  FileChooser chooser(owner(), dialog);
   chooser->setAcceptMode(QFileDialog::AcceptOpen);
   chooser->setFileMode(QFileDialog::ExistingFile);
   return choose(chooser);
 }
 
 std::u16string Dialogs::ShowSave(const platform::FileDialog& dialog) {
-  FileChooser chooser(window_, dialog);
+  FileChooser chooser(owner(), dialog);
   chooser->setAcceptMode(QFileDialog::AcceptSave);
   chooser->setFileMode(QFileDialog::AnyFile);
   const QString preset = to_qt(dialog.preset);
@@ -124,13 +105,13 @@ std::u16string Dialogs::ShowSave(const platform::FileDialog& dialog) {
 
 // Qt's own dialog shows everything at once, and keeps the user's sixteen colours for all that follow.
 Colour Dialogs::ShowColor(Colour colour, platform::WindowHandle) {
-  Modal<QColorDialog> dialog(to_qt_colour(colour), window_.data());
+  Modal<QColorDialog> dialog(to_qt_colour(colour), owner());
   dialog->setOption(QColorDialog::DontUseNativeDialog);
   return dialog.run() ? from_qt_colour(dialog->currentColor()) : no_colour;
 }
 
 MessageAnswer Dialogs::show_message(const platform::MessageBox& box) {
-  Modal<QMessageBox> dialog(window_.data());
+  Modal<QMessageBox> dialog(owner());
   dialog->setWindowTitle(to_qt(box.title));
   // What is shown may come from a document; markup in it is text.
   dialog->setTextFormat(Qt::PlainText);
@@ -149,7 +130,7 @@ MessageAnswer Dialogs::show_message(const platform::MessageBox& box) {
 }
 
 std::optional<std::u16string> Dialogs::ask_link(const platform::LinkDialog& asked) {
-  Modal<LinkDialog> dialog(to_qt(asked.address), window_.data());
+  Modal<LinkDialog> dialog(to_qt(asked.address), owner());
   if (!dialog.run()) return std::nullopt;
   return from_qt(dialog->address());
 }

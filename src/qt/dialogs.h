@@ -27,6 +27,7 @@ class Dialogs final : public platform::CommonDialogs {
  private:
   class FileChooser;
   std::u16string choose(FileChooser& chooser);
+  QWidget* owner() const;
 
   QPointer<QWidget> window_;
   QString folder_;

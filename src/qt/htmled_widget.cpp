@@ -21,6 +21,7 @@
 #include "qt/clipboard.h"
 #include "qt/code_view_face.h"
 #include "qt/dialogs.h"
+#include "qt/form_face.h"
 #include "qt/menu_face.h"
 #include "qt/message_loop.h"
 #include "qt/strings.h"
@@ -76,6 +77,7 @@ class HTMLedWidget::Parts final : public platform::Container,
         events_(widget),
         dialogs_(widget),
         popups_(widget),
+        forms_(widget),
         view_(loop, &widget),
         document_view_(view_, loop) {
     platform::CommonDialogs& dialogs = substitutes.dialogs ? *substitutes.dialogs : dialogs_;
@@ -83,7 +85,7 @@ class HTMLedWidget::Parts final : public platform::Container,
     surroundings.geometry = &document_view_;
     surroundings.popups = substitutes.popups ? substitutes.popups : &popups_;
     popups_.set_default_place([this] { return place_of_last_event(); });
-    surroundings.forms = substitutes.forms;
+    surroundings.forms = substitutes.forms ? substitutes.forms : &forms_;
     surroundings.window = this;
     surroundings.clipboard = substitutes.clipboard ? substitutes.clipboard : &clipboard_;
     control_ = core::HTMLed::create(surroundings);
@@ -156,6 +158,7 @@ class HTMLedWidget::Parts final : public platform::Container,
   WidgetEvents events_;
   Dialogs dialogs_;
   PopupMenus popups_;
+  Forms forms_;
   Clipboard clipboard_;
   WebView view_;
   browser::DocumentView document_view_;

@@ -1,0 +1,13 @@
+#include "qt/form_face.h"
+
+#include "qt/form_dialog.h"
+#include "qt/modal.h"
+
+namespace tvx::qt {
+
+void Forms::run(platform::Form& form, platform::WindowHandle) {
+  Modal<FormDialog> dialog(form, owner_for_dialog(control_));
+  dialog.run();
+}
+
+}  // namespace tvx::qt
