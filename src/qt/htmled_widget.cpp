@@ -99,7 +99,11 @@ class HTMLedWidget::Parts final : public platform::Container,
 
   ~Parts() override {
     document_view_.show(nullptr);
-    delete code_;  // while its control still lives
+    // While the control still lives, whose models they draw.
+    delete toolbar1_;
+    delete toolbar2_;
+    delete branch_;
+    delete code_;
     control_->remove_observer(*this);
     control_->UserControl_Terminate();
   }
