@@ -6,9 +6,11 @@
 #include <QApplication>
 #include <QFile>
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTemporaryDir>
+#include <QTest>
 #include <QTimer>
 #include <functional>
 
@@ -99,7 +101,8 @@ class WindowTest : public testing::Test {
     QTimer watch;
     QObject::connect(&watch, &QTimer::timeout, [&] {
       QWidget* dialog = QApplication::activeModalWidget();
-      if (!dialog || asked) return;
+      // A file dialog takes a typed name from the field that has the keyboard, else the file that is marked.
+      if (!dialog || !dialog->isActiveWindow() || asked) return;
       asked = true;
       if (answer) {
         answer(*dialog);
@@ -252,6 +255,55 @@ TEST_F(WindowTest, AFileThatAnotherProgramHasWrittenIsNotOverwrittenUnasked) {
   EXPECT_EQ(bytes_of(path), "<p>Theirs</p>");
   EXPECT_TRUE(choose(QStringLiteral("Save"), [](QWidget& box) { press(box, QMessageBox::Yes); }));
   EXPECT_NE(bytes_of(path).indexOf("paragraphnew"), -1);
+}
+
+/// Types a name over the one that a file dialog proposes, if any, and agrees.
+void type_name(QWidget& dialog, const QString& name) {
+  auto* field = dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+  ASSERT_NE(field, nullptr);
+  EXPECT_TRUE(field->hasFocus());
+  field->selectAll();
+  QTest::keyClicks(field, name);
+  QTest::keyClick(field, Qt::Key_Return);
+}
+
+TEST_F(WindowTest, SaveAsWritesAnotherFileAndGoesOnWithThat) {
+  const QString path = edited_page();
+  EXPECT_TRUE(choose(QStringLiteral("Save As"),
+                     [&](QWidget& dialog) { type_name(dialog, QStringLiteral("other")); }));
+  EXPECT_EQ(bytes_of(folder_.filePath(QStringLiteral("other.html"))), small_page_edited);
+  EXPECT_EQ(bytes_of(path), small_page);
+  EXPECT_FALSE(window_.isWindowModified());
+  EXPECT_EQ(window_.windowTitle(), QStringLiteral("other.html[*] – HTMLed"));
+}
+
+TEST_F(WindowTest, SaveAsAsksBeforeItWritesOverAFile) {
+  const QString path = edited_page();
+  QFile other(folder_.filePath(QStringLiteral("other.html")));
+  ASSERT_TRUE(other.open(QIODevice::WriteOnly) && other.write("theirs") > 0);
+  other.close();
+  EXPECT_TRUE(choose(QStringLiteral("Save As"), [&](QWidget& dialog) {
+    QTimer::singleShot(200, &dialog, [&dialog] {
+      auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+      ASSERT_NE(box, nullptr);
+      box->button(QMessageBox::No)->click();
+      dialog.close();
+    });
+    type_name(dialog, QStringLiteral("other.html"));
+  }));
+  EXPECT_EQ(bytes_of(other.fileName()), "theirs");
+  EXPECT_TRUE(window_.isWindowModified());
+}
+
+TEST_F(WindowTest, OpenShowsTheFileThatIsChosen) {
+  ASSERT_TRUE(window_.start({}));
+  ASSERT_TRUE(settle());
+  QFile file(folder_.filePath(QStringLiteral("page.html")));
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write(small_page) > 0);
+  file.close();
+  EXPECT_TRUE(choose(QStringLiteral("Open"), [&](QWidget& dialog) { type_name(dialog, file.fileName()); }));
+  ASSERT_TRUE(settle());
+  EXPECT_NE(text_shown().find("A paragraph of some"), std::string::npos);
 }
 
 }  // namespace
