@@ -66,24 +66,4 @@ void HTMLed::tlbDOM_ButtonClick(const platform::Button& button) {
   popup(menus_->mnuToolProp, platform::PopupPlace{button.Left(), line - allowance, line});
 }
 
-// Neither dialog is there: what happens around one that the user leaves by Cancel happens all the same.
-
-void HTMLed::prepare_tag_dialog() {
-  attempt([&] { highlight_->restore(); });
-  std::size_t place = 0;
-  attempt([&] {
-    const dom::Element* element = highlight_->element();
-    if (element && dom::is_connected(*element)) place = document().tree().source_index(*element);
-  });
-  attempt([&] {
-    const std::vector<dom::Element*>& all = document().tree().all();
-    highlight_->set_element(place < all.size() ? all[place] : nullptr);
-  });
-}
-
-void HTMLed::prepare_properties_dialog() {
-  attempt([&] { highlight_->restore(); });
-  highlight_->set_element(highlight_->element());
-}
-
 }  // namespace tvx::core

@@ -8,6 +8,7 @@
 #include "commands/toolbars.h"
 #include "core/htmled.h"
 #include "core/keep_alive.h"
+#include "core/table_tools.h"
 #include "dom/inner_html.h"
 #include "dom/inner_text.h"
 #include "dom/journal.h"
@@ -115,8 +116,7 @@ void HTMLed::act_after_other_menus() {
   mark_changed();
 }
 
-// Nothing acts on tables yet: that is a failing step, and those end the handling without a mark.
-void HTMLed::act_after_table_menu() {}
+void HTMLed::act_after_table_menu() { TableTools(*this).act_after_menu(); }
 
 // --- the items ---
 
@@ -144,10 +144,11 @@ struct HTMLed::MenuActions {
     if (control.Toolbar1().Item(commands::button_toggle).Visible()) control.show_Code();
   }
   static void revert(HTMLed& control, const platform::Menu&) { control.ask_and_revert(); }
-  /// Its step can't be done, the frame around it can: the document counts as changed.
-  static void cell_or_row(HTMLed& control, const platform::Menu&) { control.mark_changed(); }
-  static void edit_tag(HTMLed& control, const platform::Menu&) { control.prepare_tag_dialog(); }
-  static void properties(HTMLed& control, const platform::Menu&) { control.prepare_properties_dialog(); }
+  static void cell_or_row(HTMLed& control, const platform::Menu& item) {
+    TableTools(control).act_on_cell_or_row(item);
+  }
+  static void edit_tag(HTMLed& control, const platform::Menu&) { control.edit_tag(); }
+  static void properties(HTMLed& control, const platform::Menu&) { control.edit_properties(); }
 
   static constexpr char16_t link[] = u"Link", remove_image_link[] = u"RemoveLink", image[] = u"IMGPROP",
                             edit_link[] = u"Edit Link", remove_link[] = u"Remove Link",

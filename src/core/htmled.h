@@ -245,6 +245,8 @@ class HTMLed final : public std::enable_shared_from_this<HTMLed>,
   void insert_HR();
   /// Asks for an address and makes the selection a link.
   void insert_Link();
+  /// Asks for a table's measures and puts it in the place of the selection.
+  void Table_Document();
   /// Puts the selection, or the word at the caret, between two pieces of HTML.
   void FormatSelection(std::u16string_view OpeningTag, std::u16string_view ClosingTag);
   void InsertAtCursor(std::u16string_view HTMLText, ed_InsertType insertWhere);
@@ -398,8 +400,9 @@ class HTMLed final : public std::enable_shared_from_this<HTMLed>,
   void BuildBranchToolbar();
   void tlbDOM_ButtonClick(const platform::Button& button);
   void draw_selection_border();
-  void prepare_tag_dialog();
-  void prepare_properties_dialog();
+  void edit_tag();
+  void edit_properties();
+  class TableTools;
 
   // --- dialogs (dialogs.cpp) ---
   /// Shows a dialog of the control, modal over it, and returns when it is hidden. `section` is that of its

@@ -34,6 +34,7 @@ constexpr Action actions[] = {
     {u"Redo", [](HTMLed& control) { control.redo_document(); }},
     {u"orderedlist", [](HTMLed& control) { control.numbered_list(); }},
     {u"unorderedlist", [](HTMLed& control) { control.unnumbered_list(); }},
+    {u"table", [](HTMLed& control) { control.Table_Document(); }},
 };
 
 }  // namespace

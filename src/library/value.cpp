@@ -1,10 +1,10 @@
 #include "library/value.h"
 
 #include <cmath>
-#include <limits>
 #include <optional>
 
 #include "base/error.h"
+#include "base/numbers.h"
 #include "base/strings.h"
 
 namespace tvx::library {
@@ -13,38 +13,12 @@ void type_mismatch() { throw RuntimeError(errors::type_mismatch, u"Type mismatch
 
 namespace {
 
-/// A decimal number with an optional sign, fraction and exponent, blanks around it allowed.
-std::optional<double> parse_number(std::u16string_view text) {
-  const std::u16string_view body = trimmed(text);
-  if (body.empty()) return {};
-  for (const char16_t c : body)
-    if (!is_ascii_digit(c) && c != u'.' && c != u'-' && c != u'+' && c != u'e' && c != u'E') return {};
-  const std::string digits = to_utf8(body);
-  std::size_t used = 0;
-  try {
-    const double number = std::stod(digits, &used);
-    if (used == digits.size()) return number;
-  } catch (const std::exception&) {
-    // No number, or one beyond all bounds: no number to us.
-  }
-  return {};
-}
-
 std::u16string print_number(double number) {
   if (number == std::floor(number) && std::abs(number) < 1e15)
     return to_text(static_cast<std::int64_t>(number));
   char buffer[32];
   std::snprintf(buffer, sizeof buffer, "%.15g", number);
   return from_utf8(buffer);
-}
-
-/// Halves go to the even neighbour, as late-bound hosts round.
-template <class Integer>
-Integer rounded(double number) {
-  const double whole = std::nearbyint(number);
-  if (!(whole >= std::numeric_limits<Integer>::min() && whole <= std::numeric_limits<Integer>::max()))
-    throw RuntimeError(errors::overflow, u"Overflow");
-  return static_cast<Integer>(whole);
 }
 
 }  // namespace
@@ -62,8 +36,8 @@ bool Value::to_boolean() const {
   return to_number() != 0;
 }
 
-std::int16_t Value::to_integer16() const { return rounded<std::int16_t>(to_number()); }
-std::int32_t Value::to_integer32() const { return rounded<std::int32_t>(to_number()); }
+std::int16_t Value::to_integer16() const { return rounded_to_16_bits(to_number()); }
+std::int32_t Value::to_integer32() const { return rounded_to_32_bits(to_number()); }
 
 double Value::to_number() const {
   if (const bool* flag = std::get_if<bool>(&data_)) return *flag ? -1 : 0;

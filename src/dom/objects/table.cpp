@@ -26,6 +26,13 @@ bool is_section(const Node& node) {
   return node.is(Tag::Tbody) || node.is(Tag::Thead) || node.is(Tag::Tfoot);
 }
 bool is_cell(const Node& node) { return node.is(Tag::Td) || node.is(Tag::Th); }
+bool is_row(const Node& node) { return node.is(Tag::Tr); }
+
+Element* last_child(const Node& parent, bool (*fits)(const Node&)) {
+  Node* child = parent.last_child();
+  while (child && !fits(*child)) child = child->previous_sibling();
+  return static_cast<Element*>(child);
+}
 
 template <class Fits>
 void add_children(const Node& parent, Fits fits, std::vector<Element*>& list) {
@@ -33,10 +40,7 @@ void add_children(const Node& parent, Fits fits, std::vector<Element*>& list) {
     if (fits(*child)) list.push_back(child);
 }
 
-void add_rows(const Node& section, std::vector<Element*>& rows) {
-  add_children(
-      section, [](const Element& child) { return child.is(Tag::Tr); }, rows);
-}
+void add_rows(const Node& section, std::vector<Element*>& rows) { add_children(section, is_row, rows); }
 
 /// The child that an index means, null for "at the end". An index of `list.size()` is allowed for insertions
 /// only.
@@ -211,11 +215,12 @@ std::vector<Element*> TableSectionObject::rows() const {
 }
 
 Ref<Element> TableSectionObject::insertRow(std::int32_t index) {
-  return put(*element_, Tag::Tr, child_for(rows(), index, true));
+  return put(*element_, Tag::Tr, index == -1 ? nullptr : child_for(rows(), index, true));
 }
 
 void TableSectionObject::deleteRow(std::int32_t index) {
-  if (Element* row = child_for(rows(), index, false)) dom::remove(*row);
+  Element* row = index == -1 ? last_child(*element_, is_row) : child_for(rows(), index, false);
+  if (row) dom::remove(*row);
 }
 
 // --- rows ---
@@ -224,8 +229,7 @@ TableRowObject::TableRowObject(Element& row) : TablePart(row) { expect_tag(row, 
 
 std::vector<Element*> TableRowObject::cells() const {
   std::vector<Element*> cells;
-  add_children(
-      *element_, [](const Element& child) { return is_cell(child); }, cells);
+  add_children(*element_, is_cell, cells);
   return cells;
 }
 
@@ -243,12 +247,14 @@ std::int32_t TableRowObject::sectionRowIndex() const {
   return place_in(rows, *element_);
 }
 
+// At the end of a row nothing is counted: cells that are appended one by one cost the same each.
 Ref<Element> TableRowObject::insertCell(std::int32_t index) {
-  return put(*element_, Tag::Td, child_for(cells(), index, true));
+  return put(*element_, Tag::Td, index == -1 ? nullptr : child_for(cells(), index, true));
 }
 
 void TableRowObject::deleteCell(std::int32_t index) {
-  if (Element* cell = child_for(cells(), index, false)) dom::remove(*cell);
+  Element* cell = index == -1 ? last_child(*element_, is_cell) : child_for(cells(), index, false);
+  if (cell) dom::remove(*cell);
 }
 
 // --- cells ---

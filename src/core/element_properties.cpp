@@ -1,0 +1,71 @@
+#include "base/error.h"
+#include "base/strings.h"
+#include "browser/html_document.h"
+#include "commands/element_code_dialog.h"
+#include "commands/selection_highlight.h"
+#include "core/htmled.h"
+#include "core/table_tools.h"
+#include "dom/inner_html.h"
+#include "dom/journal.h"
+#include "dom/objects/element_content.h"
+#include "dom/tree.h"
+
+/// The two items of the element path's menu that open a dialog for the current element.
+namespace tvx::core {
+namespace {
+
+/// Fills the dialog. The base, if any, is taken off the element's address in the document itself, and that
+/// stands whatever the user does: it is a tidying read, which belongs to the last step.
+void show_tag(const dom::Ref<dom::Element>& element, const std::u16string& base,
+              commands::ElementCodeDialog& dialog) {
+  if (!element) throw RuntimeError(errors::object_not_set, u"There is no current element");
+  attempt([&] {
+    const dom::UndoStep step(dom::document_of(*element).journal(), u"", dom::StepJoin::LastStep);
+    commands::make_address_relative(*element, base);
+  });
+  dialog.set_outerHTML(dom::outer_html(*element));
+}
+
+}  // namespace
+
+// The user edits the opening tag as text. By its number the element is found again when the dialog is closed:
+// what stands there then is replaced, and the current element may be one that has left the document.
+void HTMLed::edit_tag() {
+  attempt([&] { highlight_->restore(); });
+  std::size_t place = 0;
+  const auto element_there = [&] {
+    const std::vector<dom::Element*>& all = document().tree().all();
+    return dom::Ref<dom::Element>(place < all.size() ? all[place] : nullptr);
+  };
+  attempt([&] {
+    const dom::Element* element = highlight_->element();
+    if (element && dom::is_connected(*element)) place = document().tree().source_index(*element);
+  });
+  attempt([&] { highlight_->set_element(element_there()); });
+  const dom::Ref<dom::Element> element = highlight_->element();
+  commands::ElementCodeDialog dialog;
+  attempt(
+      [&] { show_tag(element, properties_.relativeURLs ? properties_.BaseURL : std::u16string(), dialog); });
+  const bool refused = element && commands::refuses_new_tag(ascii_lower(element->display_name()));
+  if (!attempt([&] { show_dialog(dialog.form(), u"ElementTagEdit"); }) || dialog.booCancel()) return;
+  if (!refused)
+    attempt([&] {
+      const auto kept = docHTML_;
+      const dom::UndoStep step(document().tree().journal(), u"Edit Tag");
+      if (const dom::Ref<dom::Element> there = element_there())
+        dom::assign_outer_html(*there, dialog.outerHTML());
+    });
+  mark_changed();
+}
+
+void HTMLed::edit_properties() {
+  attempt([&] { highlight_->restore(); });
+  bool changed = false;
+  if (const dom::Ref<dom::Element> element = highlight_->element())
+    changed = TableTools(*this).edit_properties_of(element);
+  // The dialog may have changed the style: its border is what is saved now.
+  highlight_->set_element(highlight_->element());
+  if (changed) mark_changed();
+}
+
+}  // namespace tvx::core

@@ -1,0 +1,161 @@
+#include "core/table_tools.h"
+
+#include <algorithm>
+
+#include "base/error.h"
+#include "browser/html_document.h"
+#include "commands/context_menus.h"
+#include "commands/selection_highlight.h"
+#include "core/keep_alive.h"
+#include "dom/journal.h"
+#include "dom/style/inline_style.h"
+#include "dom/tree.h"
+#include "editing/control_range.h"
+#include "tables/cell_dialog.h"
+#include "tables/structure.h"
+#include "tables/table_dialog.h"
+
+namespace tvx::core {
+namespace {
+
+/// The sections of the language file.
+constexpr std::u16string_view table_section = u"TableSettings", cell_section = u"TableCellSettings",
+                              row_section = u"TableRowSettings";
+
+struct Operation {
+  std::u16string_view name;
+  void (*act)(dom::Element& part);
+};
+
+constexpr Operation part_operations[] = {
+    {u"MnuCellRowActionsInsertRowAbove", tables::insert_row_above},
+    {u"MnuCellRowActionsInsertRowBelow", tables::insert_row_below},
+    {u"MnuCellRowActionsMergeCellLeft", tables::merge_cell_left},
+    {u"MnuCellRowActionsMergeCellRight", tables::merge_cell_right},
+    {u"MnuCellRowActionsInsertCellBefore", tables::insert_cell_before},
+    {u"MnuCellRowActionsInsertCellAfter", tables::insert_cell_after},
+};
+
+constexpr Operation table_operations[] = {
+    {u"Insert Row", tables::append_row},
+    {u"Delete Row", tables::delete_last_row},
+    {u"Insert Column", tables::append_column},
+    {u"Delete Column", tables::delete_last_column},
+};
+
+const Operation* find_operation(std::span<const Operation> operations, std::u16string_view name) {
+  const auto found = std::ranges::find(operations, name, &Operation::name);
+  return found == operations.end() ? nullptr : &*found;
+}
+
+}  // namespace
+
+void HTMLed::Table_Document() {
+  const KeepAlive alive(*this);
+  TableTools(*this).insert_table();
+}
+
+dom::Ref<dom::Element> HTMLed::TableTools::current_element() const {
+  if (dom::Element* element = control_.highlight_->element()) return element;
+  throw RuntimeError(errors::object_not_set, u"There is no current element");
+}
+
+void HTMLed::TableTools::insert_table() {
+  tables::TableDialog dialog(control_.dialogs_);
+  attempt([&] { control_.show_dialog(dialog.form(), table_section); });
+  if (dialog.table_html().empty()) return;
+  // An element that is selected as a whole refuses the text; the document counts as changed all the same.
+  attempt([&] {
+    const auto kept = control_.browser_->Document();
+    editing::Editor& editor = control_.browser_document().editor();
+    editing::create_text_range(editor).paste_html(dialog.table_html());
+  });
+  control_.mark_changed();
+}
+
+// One item deletes cells and rows. Which of them, tells its caption, whatever language that is in.
+void HTMLed::TableTools::act_on_cell_or_row(const platform::Menu& item) {
+  attempt([&] {
+    const dom::Ref<dom::Element> part = current_element();
+    if (const Operation* operation = find_operation(part_operations, item.Name()))
+      operation->act(*part);
+    else if (item.Caption() == control_.labels_.delete_cell)
+      tables::delete_cell(*part);
+    else
+      tables::delete_row(*part);
+  });
+  control_.mark_changed();
+}
+
+void HTMLed::TableTools::act_after_menu() {
+  const std::u16string command = control_.pending_context_command_;
+  if (command.empty()) return;
+  const dom::Ref<dom::Element> table = current_element();
+  if (const Operation* operation = find_operation(table_operations, command))
+    operation->act(*table);
+  else
+    edit_settings(*table);
+  control_.mark_changed();
+}
+
+// The mark follows also where the user cancelled: the menu's road doesn't ask.
+void HTMLed::TableTools::edit_settings(dom::Element& element) {
+  dom::TableObject table(element);
+  tables::TableDialog dialog(control_.dialogs_);
+  dialog.show_settings_of(table);
+  control_.show_dialog(dialog.form(), table_section);
+  if (!dialog.cancelled()) dialog.write_settings_to(table);
+}
+
+bool HTMLed::TableTools::edit_properties_of(const dom::Ref<dom::Element>& element) {
+  if (element->is(dom::Tag::Td) || element->is(dom::Tag::Tr)) return edit_cell_or_row(element);
+  return element->is(dom::Tag::Table) && edit_settings_and_style(element);
+}
+
+bool HTMLed::TableTools::edit_settings_and_style(const dom::Ref<dom::Element>& element) {
+  dom::TableObject table(*element);
+  dom::style::InlineStyle style(*element);
+  tables::TableDialog dialog(control_.dialogs_);
+  platform::FormControl& style_text = dialog.form().Controls(u"txtStyle");
+  dialog.show_settings_of(table);
+  style_text.set_Text(style.css_text());
+  if (!attempt([&] { control_.show_dialog(dialog.form(), table_section); }) || dialog.cancelled())
+    return false;
+  attempt([&] {
+    const dom::UndoStep step(dom::document_of(*element).journal(), u"Table Properties");
+    dialog.write_settings_to(table);
+    style.set_css_text(style_text.Text());
+  });
+  return true;
+}
+
+bool HTMLed::TableTools::edit_cell_or_row(const dom::Ref<dom::Element>& element) {
+  const bool is_row = element->is(dom::Tag::Tr);
+  dom::style::InlineStyle style(*element);
+  tables::CellDialog dialog(control_.dialogs_);
+  platform::FormControl& style_text = dialog.form().Controls(u"txtStyle");
+  is_row ? dialog.set_oRow(element) : dialog.set_oCell(element);
+  style_text.set_Text(style.css_text());
+  const std::u16string_view section = is_row ? row_section : cell_section;
+  if (!attempt([&] { control_.show_dialog(dialog.form(), section); }) || dialog.booCancel()) return false;
+  attempt([&] {
+    const dom::UndoStep step(dom::document_of(*element).journal(),
+                             is_row ? u"Row Properties" : u"Cell Properties");
+    is_row ? dialog.oRow() : dialog.oCell();
+    style.set_css_text(style_text.Text());
+  });
+  make_current(element);
+  return true;
+}
+
+// Meanwhile the selection may have made another element the current one, or other content have come, and of
+// older content nothing is kept.
+void HTMLed::TableTools::make_current(const dom::Ref<dom::Element>& element) {
+  commands::SelectionHighlight& highlight = *control_.highlight_;
+  if (element == highlight.element() || !control_.docHTML_) return;
+  if (element->document() != &control_.docHTML_->tree() || !dom::is_connected(*element)) return;
+  attempt([&] { highlight.restore(); });
+  highlight.set_element(element);
+}
+
+}  // namespace tvx::core

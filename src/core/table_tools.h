@@ -1,0 +1,42 @@
+#pragma once
+
+#include "core/htmled.h"
+#include "dom/ref.h"
+
+namespace tvx::dom {
+class TableObject;
+}
+namespace tvx::tables {
+class TableDialog;
+}
+
+namespace tvx::core {
+
+/// What the control does with tables: from a menu's item, a button or a host's call to the work in tables/,
+/// with the dialogs in between. Made for one action.
+class HTMLed::TableTools {
+ public:
+  explicit TableTools(HTMLed& control) : control_(control) {}
+
+  /// Asks for a table and puts it in the place of the selection.
+  void insert_table();
+  /// An item of the cell and row submenu; the current element is the cell or row. Marks the document,
+  /// whatever could be done.
+  void act_on_cell_or_row(const platform::Menu& item);
+  /// What an item of the table's menu has left pending. Throws at the first failing step, and then there is
+  /// no mark.
+  void act_after_menu();
+  /// The dialog for a cell, a row or a table; nothing for any other element. Whether the user confirmed.
+  bool edit_properties_of(const dom::Ref<dom::Element>& element);
+
+ private:
+  dom::Ref<dom::Element> current_element() const;
+  void edit_settings(dom::Element& table);
+  bool edit_settings_and_style(const dom::Ref<dom::Element>& table);
+  bool edit_cell_or_row(const dom::Ref<dom::Element>& element);
+  void make_current(const dom::Ref<dom::Element>& element);
+
+  HTMLed& control_;
+};
+
+}  // namespace tvx::core

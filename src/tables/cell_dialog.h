@@ -1,0 +1,45 @@
+#pragma once
+
+#include "dom/node.h"
+#include "dom/ref.h"
+#include "platform/form.h"
+
+namespace tvx::platform {
+class CommonDialogs;
+}
+
+namespace tvx::tables {
+
+/// `frmCellProp`: the properties of one cell or one row; which of them, decides what it is given. A step that
+/// fails is skipped, and the next one is done.
+class CellDialog final : private platform::FormHandler {
+ public:
+  explicit CellDialog(platform::CommonDialogs& dialogs);
+
+  platform::Form& form() { return form_; }
+  /// The user left it by Cancel.
+  bool booCancel() const { return booCancel_; }
+
+  /// Takes a cell and fills the fields.
+  void set_oCell(dom::Ref<dom::Element> cell);
+  /// Writes the fields to the cell, and gives it back. Reading is what applies the dialog, so callers read
+  /// only what the user has confirmed. Spans are left alone where no number stands.
+  dom::Ref<dom::Element> oCell();
+  /// As the two for cells; what only cells have can't be reached then.
+  void set_oRow(dom::Ref<dom::Element> row);
+  dom::Ref<dom::Element> oRow();
+
+ private:
+  void add_pair(std::u16string label, std::u16string caption, std::u16string box);
+  void add_colour(std::u16string label, std::u16string caption, std::u16string box, std::u16string button);
+  void add_list(std::u16string label, std::u16string caption, std::u16string list,
+                std::initializer_list<std::u16string_view> items);
+  void Click(platform::FormControl& button) override;
+
+  platform::CommonDialogs& dialogs_;
+  platform::Form form_{u"frmCellProp", u"Cell Properties"};
+  dom::Ref<dom::Element> cell_, row_;
+  bool booCancel_ = false;
+};
+
+}  // namespace tvx::tables

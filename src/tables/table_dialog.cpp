@@ -1,0 +1,138 @@
+#include "tables/table_dialog.h"
+
+#include "dom/journal.h"
+#include "tables/colour_choice.h"
+#include "tables/table_html.h"
+
+namespace tvx::tables {
+
+using platform::FormControl;
+
+namespace {
+
+constexpr int number_columns = 5, colour_columns = 10;
+
+}  // namespace
+
+// --- how it looks ---
+
+TableDialog::TableDialog(platform::CommonDialogs& dialogs) : dialogs_(dialogs) {
+  add_table_frame();
+  add_cell_frame();
+  form_.set_default_button(form_.add_closing_button(u"cmdApply", u"OK"));
+  form_.set_cancel_button(form_.add_closing_button(u"cmdCancel", u"Cancel"));
+  form_.set_handler(this);
+}
+
+// Numbers are short: two of them stand side by side.
+void TableDialog::add_table_frame() {
+  FormControl& frame = form_.add_frame(u"lblTableAttributes", u"Table Settings");
+  form_.begin_row(&frame);
+  add_number(u"lblrows", u"Number of Rows", u"txttablerow", u"1");
+  add_number(u"lblcolumns", u"Number of Columns", u"txttablecolumns", u"4");
+  form_.begin_row(&frame);
+  add_number(u"lblWidth", u"Width (%)", u"txtWidth", u"");
+  add_number(u"lblBorderWidth", u"Border Width", u"txtBorderwidth", u"1");
+  form_.begin_row(&frame);
+  add_number(u"lblCellSpacing", u"Cell spacing", u"txtCellSpacing", u"0");
+  add_number(u"lblCellPadding", u"Cell padding", u"txtCellPadding", u"0");
+  add_colour(frame, u"lblBorderColor", u"Border Colour", u"txtBorderColour", u"cmdBorderColour");
+  add_colour(frame, u"lblBackgroundColor", u"Background Color", u"txtBackColour", u"cmdBackColour");
+  form_.begin_row(&frame);
+  form_.add_label(u"lblStyle", u"Style");
+  form_.add_text_box(u"txtStyle").set_ToolTipText(u"Enter a vaild CSS string");
+}
+
+void TableDialog::add_cell_frame() {
+  FormControl& frame = form_.add_frame(u"lblCellAttributes", u"Cell Settings");
+  add_colour(frame, u"lblCellBorderColor", u"Border Color", u"txtBorderColourCell", u"cmdBorderColourCell");
+  add_colour(frame, u"lblCellBackgroundColor", u"Background Color", u"txtBackgroundColourCell",
+             u"cmdBackgroundColourCell");
+}
+
+void TableDialog::add_number(std::u16string label, std::u16string caption, std::u16string box,
+                             std::u16string_view text) {
+  form_.add_label(std::move(label), std::move(caption));
+  form_.add_text_box(std::move(box), text).set_columns(number_columns);
+}
+
+void TableDialog::add_colour(FormControl& frame, std::u16string label, std::u16string caption,
+                             std::u16string box, std::u16string button) {
+  form_.begin_row(&frame);
+  form_.add_label(std::move(label), std::move(caption));
+  FormControl& field = form_.add_text_box(std::move(box));
+  field.set_columns(colour_columns);
+  form_.add_button(std::move(button), u"...").set_colour_field(field);
+}
+
+// --- what it does ---
+
+const std::u16string& TableDialog::text(std::u16string_view box) const { return form_.Controls(box).Text(); }
+
+void TableDialog::Click(FormControl& button) {
+  if (FormControl* field = button.colour_field()) {
+    const ChosenColour chosen = colour_choose2(dialogs_, form_);
+    if (chosen.text.empty()) return;
+    field->set_Text(chosen.text);
+    field->set_BackColor(static_cast<platform::FormColour>(chosen.colour));
+  } else if (&button == form_.default_button()) {
+    apply();
+  } else if (&button == form_.cancel_button()) {
+    cancelled_ = true;
+    form_.Hide();
+  }
+}
+
+// A number that is too large ends the press here, and the dialog stays open.
+void TableDialog::apply() {
+  table_html_ = html_of({.rows = text(u"txttablerow"),
+                         .columns = text(u"txttablecolumns"),
+                         .width = text(u"txtWidth"),
+                         .cell_spacing = text(u"txtCellSpacing"),
+                         .border = text(u"txtBorderwidth"),
+                         .border_colour = text(u"txtBorderColour"),
+                         .background = text(u"txtBackColour"),
+                         .cell_border_colour = text(u"txtBorderColourCell"),
+                         .cell_background = text(u"txtBackgroundColourCell")});
+  form_.Hide();
+}
+
+// --- a table that is there ---
+
+void TableDialog::show_settings_of(const dom::TableObject& table) {
+  const auto fill = [&](std::u16string_view box, const std::u16string& text) {
+    form_.Controls(box).set_Text(text);
+  };
+  fill(u"txtBackColour", table.bgColor());
+  fill(u"txtBorderColour", table.borderColor());
+  fill(u"txtBorderwidth", table.border());
+  fill(u"txtWidth", table.width());
+  fill(u"txtCellSpacing", table.cellSpacing());
+  fill(u"txtCellPadding", table.cellPadding());
+  for (const std::u16string_view name :
+       {u"txttablecolumns", u"txttablerow", u"txtBackgroundColourCell", u"txtBorderColourCell",
+        u"lblCellAttributes", u"lblCellBackgroundColor", u"lblCellBorderColor", u"lblrows", u"lblcolumns",
+        u"cmdBackgroundColourCell", u"cmdBorderColourCell"})
+    form_.Controls(name).set_Enabled(false);
+}
+
+void TableDialog::write_settings_to(dom::TableObject& table) const {
+  const std::u16string &background = text(u"txtBackColour"), &border_colour = text(u"txtBorderColour");
+  const dom::UndoStep step(dom::document_of(table.element()).journal(), u"Table Properties");
+  table.set_bgColor(background);
+  table.set_borderColor(border_colour);
+  table.set_border(text(u"txtBorderwidth"));
+  table.set_width(text(u"txtWidth"));
+  table.set_borderColorDark(border_colour);
+  table.set_borderColorLight(border_colour);
+  table.set_cellSpacing(text(u"txtCellSpacing"));
+  table.set_cellPadding(text(u"txtCellPadding"));
+  for (dom::Element* row : table.rows())
+    for (dom::Element* element : dom::TableRowObject(*row).cells()) {
+      dom::TableCellObject cell(*element);
+      cell.set_borderColor(border_colour);
+      cell.set_bgColor(background);
+    }
+}
+
+}  // namespace tvx::tables
