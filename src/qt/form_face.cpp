@@ -8,6 +8,8 @@ namespace tvx::qt {
 void Forms::run(platform::Form& form, platform::WindowHandle) {
   Modal<FormDialog> dialog(form, owner_for_dialog(control_));
   dialog.run();
+  // It went with its window: nobody has agreed to anything.
+  if (form.Visible()) form.cancel();
 }
 
 }  // namespace tvx::qt

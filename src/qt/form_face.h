@@ -12,7 +12,7 @@ namespace tvx::qt {
 class Forms final : public platform::Forms {
  public:
   /// `control` is the control's widget. It may be gone, with its dialogs, while one of them is open: the form
-  /// is hidden then.
+  /// is cancelled then.
   explicit Forms(QWidget& control) : control_(&control) {}
 
  private:

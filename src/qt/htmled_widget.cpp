@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QCursor>
+#include <QDialog>
 #include <QPointer>
 #include <QPrinterInfo>
 #include <QResizeEvent>
@@ -281,6 +282,9 @@ void HTMLedWidget::begin(std::shared_ptr<Parts> parts) {
 HTMLedWidget::~HTMLedWidget() {
   disconnect(qApp, nullptr, this, nullptr);
   if (parts_->control_.use_count() == 1) return;
+  // Routines that wait for a dialog wait for nothing now, the innermost first.
+  const QList<QDialog*> open = findChildren<QDialog*>();
+  std::for_each(open.rbegin(), open.rend(), [](QDialog* dialog) { dialog->done(QDialog::Rejected); });
   auto* remains = new QWidget;
   for (QWidget* child : findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly))
     child->setParent(remains);

@@ -22,6 +22,7 @@
 
 #include "qt/clipboard.h"
 #include "qt/keys.h"
+#include "qt/modal.h"
 #include "qt/view_codec.h"
 #include "qt/web_view_private.h"
 
@@ -452,11 +453,8 @@ void WebView::scroll_into_view(dom::NodeId element, bool at_top) {
 
 void WebView::print(bool with_dialog, std::function<void(bool)> done) {
   auto printer = std::make_shared<QPrinter>(QPrinter::HighResolution);
-  if (with_dialog && QPrintDialog(printer.get(), d_->stack_).exec() != QDialog::Accepted) {
-    if (done) done(false);
-    return;
-  }
-  if (!printer->isValid()) {
+  const bool agreed = !with_dialog || Modal<QPrintDialog>(printer.get(), d_->stack_).run();
+  if (!agreed || !printer->isValid()) {
     if (done) done(false);
     return;
   }

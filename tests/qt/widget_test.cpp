@@ -8,6 +8,7 @@
 #include <QSettings>
 #include <QSignalSpy>
 #include <QTemporaryDir>
+#include <QTest>
 #include <QVBoxLayout>
 
 #include "base/strings.h"
@@ -16,6 +17,7 @@
 #include "core/htmled.h"
 #include "dom/tree.h"
 #include "library/member_table.h"
+#include "modal_user.h"
 #include "qt/htmled_widget.h"
 #include "qt/message_loop.h"
 #include "qt/settings_store.h"
@@ -400,6 +402,46 @@ TEST_F(Widget, PrintsIntoAPdfOfSeveralPagesWithoutTheBorder) {
   EXPECT_TRUE(pdf.trimmed().endsWith("%%EOF"));
   const int pages = int(pdf.count("/Type /Page\n") + pdf.count("/Type /Page/") + pdf.count("/Type /Page "));
   EXPECT_GE(pages, 3) << "200 paragraphs fill more than two sheets";
+}
+
+// A print dialog off screen has one printer: a file.
+TEST_F(Widget, ThePrintDialogPrintsIntoAFile) {
+  const QTemporaryDir folder;
+  const QString path = folder.filePath(QStringLiteral("chosen.pdf"));
+  show(QStringLiteral("<P>words</P>"));
+  widget_->set_print_file(folder.filePath(QStringLiteral("not asked for")));
+  QSignalSpy printed(widget_.get(), &HTMLedWidget::print_finished);
+  when_dialog_opens(nullptr, [&](QWidget& dialog) {
+    auto* field = dialog.findChild<QLineEdit*>(QStringLiteral("filename"));
+    ASSERT_NE(field, nullptr);
+    field->setText(path);
+    QTest::keyClick(field, Qt::Key_Return);
+  });
+  widget_->print_Document(false);
+  ASSERT_TRUE(wait_for([&] { return printed.count() > 0; }));
+  EXPECT_TRUE(printed.at(0).at(0).toBool());
+  QFile file(path);
+  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+  EXPECT_TRUE(file.readAll().startsWith("%PDF-"));
+}
+
+TEST_F(Widget, ACancelledPrintDialogPrintsNothing) {
+  show(QStringLiteral("<P>words</P>"));
+  widget_->set_print_file(QStringLiteral("/nowhere.pdf"));
+  QSignalSpy printed(widget_.get(), &HTMLedWidget::print_finished);
+  when_dialog_opens(nullptr, [](QWidget& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });
+  widget_->print_Document(false);
+  ASSERT_EQ(printed.count(), 1);
+  EXPECT_FALSE(printed.at(0).at(0).toBool());
+}
+
+TEST_F(WidgetDeletedWithin, ThePrintDialog) {
+  show(QStringLiteral("<P>words</P>"));
+  widget_->set_print_file(QStringLiteral("/nowhere.pdf"));
+  when_dialog_opens(nullptr, [&](QWidget&) { end(); });
+  widget_->control().print_Document(false);
+  EXPECT_EQ(widget_, nullptr);
+  rest();
 }
 
 TEST_F(Widget, WithoutAPrinterPrintingIsRefusedByItsNumber) {
