@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <chrono>
 #include <initializer_list>
+#include <iostream>
 #include <string_view>
 
 #include "htmled/automation.h"
@@ -58,6 +59,16 @@ const QCommandLineOption& automation_option() {
   return option;
 }
 
+const QCommandLineOption& language_option() {
+  static const QCommandLineOption option(
+      QStringLiteral("language"),
+      QStringLiteral(
+          "The language of menus, tool tips and dialogs: de, en, fr, ... Without it, the one chosen "
+          "last, or the system's."),
+      QStringLiteral("CODE"));
+  return option;
+}
+
 void set_up(QCommandLineParser& parser) {
   QCoreApplication::setApplicationName(QStringLiteral("htmled"));
   QCoreApplication::setApplicationVersion(QStringLiteral(TVX_VERSION));
@@ -66,7 +77,24 @@ void set_up(QCommandLineParser& parser) {
   parser.addVersionOption();
   parser.addPositionalArgument(QStringLiteral("FILE"), QStringLiteral("The document to open."),
                                QStringLiteral("[FILE]"));
-  parser.addOptions({demo_option(), measure_option(), automation_option(), screenshots_option()});
+  parser.addOptions(
+      {language_option(), demo_option(), measure_option(), automation_option(), screenshots_option()});
+}
+
+/// False, with the user told, if there is no such language.
+bool choose_language(tvx::htmled::Window& window, const QCommandLineParser& parser) {
+  using tvx::htmled::Language;
+  const bool told = parser.isSet(language_option());
+  // What runs by itself says the same on every machine.
+  const bool by_itself =
+      parser.isSet(demo_option()) || parser.isSet(measure_option()) || parser.isSet(screenshots_option());
+  if (!told && by_itself) return true;
+  const QString code = parser.value(language_option());
+  const Language* language = told ? window.languages().find(code) : window.languages().preferred();
+  if (language) window.speak(*language);
+  if (language || !told) return true;
+  std::cerr << "htmled: there is no language file for " << code.toStdString() << '\n';
+  return false;
 }
 
 }  // namespace
@@ -90,6 +118,7 @@ int main(int argc, char** argv) {
   const QString file = parser.positionalArguments().value(0);
   if (parser.isSet(automation_option())) return tvx::htmled::run_automation(loop, file);
   tvx::htmled::Window window(loop);
+  if (!choose_language(window, parser)) return 2;
   window.show();
   if (parser.isSet(measure_option())) {
     window.start({});

@@ -1,9 +1,11 @@
 #include "htmled/window.h"
 
 #include <QAction>
+#include <QActionGroup>
 #include <QCloseEvent>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QMenu>
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QScopedValueRollback>
@@ -29,7 +31,20 @@ using qt::to_qt;
 
 constexpr int message_milliseconds = 10'000;
 
-QString filters() { return Window::tr("HTML documents (*.html *.htm *.xhtml);;All files (*)"); }
+QString filters() {
+  return Window::tr("HTML documents") + QStringLiteral(" (*.html *.htm *.xhtml);;") +
+         Window::tr("All files") + QStringLiteral(" (*)");
+}
+
+/// A failure as the user reads it. Which file it was, and why, stands behind the words.
+QString words_of(const RuntimeError& error) {
+  const QString text = to_qt(error.text());
+  for (const char* words :
+       {QT_TRANSLATE_NOOP("Window", "Can't read %1"), QT_TRANSLATE_NOOP("Window", "Can't save %1")})
+    if (const QString start = QString::fromUtf8(words).remove(QStringLiteral("%1")); text.startsWith(start))
+      return Window::tr(words).arg(text.mid(start.size()));
+  return text;
+}
 
 }  // namespace
 
@@ -44,28 +59,72 @@ Window::Window(platform::MessageLoop& loop, const qt::Substitutes& substitutes)
     QTimer::singleShot(0, this, &Window::look_whether_modified);
   });
   editor_->control().set_events(this);
-  show_title();
+  show_words();
 }
 
 Window::~Window() { editor_->control().set_events(nullptr); }
 
+// --- menus and their words ---
+
+// Words are looked up when they are shown, and again when the language changes: here they are only marked.
 void Window::make_menus() {
-  const auto add = [this](QMenu* menu, const QString& text, const QKeySequence& keys, auto act) {
-    QAction* action = menu->addAction(text);
-    action->setShortcut(keys);
-    connect(action, &QAction::triggered, this, act);
-  };
-  QMenu* file = menuBar()->addMenu(tr("&File"));
-  add(file, tr("&New"), QKeySequence::New, [this] { new_document(); });
-  add(file, tr("&Open…"), QKeySequence::Open, [this] { ask_and_open(); });
+  QMenu* file = add_menu(nullptr, QT_TR_NOOP("&File"));
+  add_item(file, QT_TR_NOOP("&New"), QKeySequence::New, [this] { new_document(); });
+  add_item(file, QT_TR_NOOP("&Open…"), QKeySequence::Open, [this] { ask_and_open(); });
   file->addSeparator();
-  add(file, tr("&Save"), QKeySequence::Save, [this] { save(); });
-  add(file, tr("Save &As…"), QKeySequence(tr("Ctrl+Shift+S")), [this] { save_as(); });
+  add_item(file, QT_TR_NOOP("&Save"), QKeySequence::Save, [this] { save(); });
+  add_item(file, QT_TR_NOOP("Save &As…"), QKeySequence(QStringLiteral("Ctrl+Shift+S")),
+           [this] { save_as(); });
   file->addSeparator();
-  add(file, tr("&Quit"), QKeySequence(tr("Ctrl+Q")), [this] { close(); });
-  QMenu* edit = menuBar()->addMenu(tr("&Edit"));
-  add(edit, tr("&Undo"), QKeySequence::Undo, [this] { editor_->control().undo_document(); });
-  add(edit, tr("&Redo"), QKeySequence::Redo, [this] { editor_->control().redo_document(); });
+  add_item(file, QT_TR_NOOP("&Quit"), QKeySequence(QStringLiteral("Ctrl+Q")), [this] { close(); });
+  QMenu* edit = add_menu(nullptr, QT_TR_NOOP("&Edit"));
+  add_item(edit, QT_TR_NOOP("&Undo"), QKeySequence::Undo, [this] { editor_->control().undo_document(); });
+  add_item(edit, QT_TR_NOOP("&Redo"), QKeySequence::Redo, [this] { editor_->control().redo_document(); });
+  add_language_menu(add_menu(nullptr, QT_TR_NOOP("&View")));
+}
+
+QMenu* Window::add_menu(QMenu* above, const char* text) {
+  QMenu* menu = above ? above->addMenu(QString()) : menuBar()->addMenu(QString());
+  actions_.emplace_back(menu->menuAction(), text);
+  return menu;
+}
+
+void Window::add_item(QMenu* menu, const char* text, const QKeySequence& keys, std::function<void()> act) {
+  QAction* action = menu->addAction(QString());
+  action->setShortcut(keys);
+  connect(action, &QAction::triggered, this, std::move(act));
+  actions_.emplace_back(action, text);
+}
+
+// Each language under its own name, so that everybody finds the way home.
+void Window::add_language_menu(QMenu* view) {
+  QMenu* menu = add_menu(view, QT_TR_NOOP("&Language"));
+  auto* group = new QActionGroup(menu);
+  for (const Language& language : languages_.all()) {
+    QAction* action = menu->addAction(language.name);
+    action->setObjectName(language.code);
+    action->setCheckable(true);
+    group->addAction(action);
+    connect(action, &QAction::triggered, this, [this, &language] {
+      Languages::remember(language);
+      speak(language);
+    });
+  }
+  connect(menu, &QMenu::aboutToShow, this, [this, group] {
+    for (QAction* action : group->actions()) action->setChecked(action->objectName() == languages_.spoken());
+  });
+}
+
+void Window::speak(const Language& language) {
+  languages_.speak(language);
+  editor_->set_LocalizationFile(language.file);
+  statusBar()->clearMessage();
+  show_words();
+}
+
+void Window::show_words() {
+  for (const auto& [action, text] : actions_) action->setText(tr(text));
+  show_title();
 }
 
 // --- opening ---
@@ -85,7 +144,7 @@ void Window::new_document() {
   try {
     load(DocumentFile::untitled(from_qt(drafts_.filePath(QStringLiteral("untitled.html")))));
   } catch (const RuntimeError& error) {
-    tell(to_qt(error.text()));
+    tell(words_of(error));
   }
 }
 
@@ -99,7 +158,7 @@ bool Window::open(const QString& path) {
   try {
     return load(DocumentFile::open(from_qt(QFileInfo(path).absoluteFilePath())));
   } catch (const RuntimeError& error) {
-    tell(to_qt(error.text()));
+    tell(words_of(error));
     return false;
   }
 }
@@ -143,7 +202,7 @@ bool Window::with_document(const std::function<void(const dom::Document&)>& act)
       done = true;
     }
   } catch (const RuntimeError& error) {
-    tell(to_qt(error.text()));
+    tell(words_of(error));
   }
   if (in_code_view) control.show_Code();
   return done;

@@ -1,13 +1,20 @@
 #pragma once
 
+#include <QKeySequence>
 #include <QMainWindow>
 #include <QTemporaryDir>
+#include <functional>
 #include <optional>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "core/events.h"
 #include "htmled/document_file.h"
+#include "htmled/languages.h"
 #include "qt/htmled_widget.h"
+
+class QMenu;
 
 namespace tvx::platform {
 class MessageLoop;
@@ -33,6 +40,10 @@ class Window final : public QMainWindow, private core::HTMLedEvents {
 
   qt::HTMLedWidget& editor() { return *editor_; }
 
+  const Languages& languages() const { return languages_; }
+  /// All words of the window, of its dialogs and of the editor are those of that language from now on.
+  void speak(const Language& language);
+
  private:
   // core::HTMLedEvents
   void Error(std::int32_t& number, std::u16string& text) override;
@@ -41,6 +52,10 @@ class Window final : public QMainWindow, private core::HTMLedEvents {
   void closeEvent(QCloseEvent* event) override;
 
   void make_menus();
+  QMenu* add_menu(QMenu* above, const char* text);
+  void add_item(QMenu* menu, const char* text, const QKeySequence& keys, std::function<void()> act);
+  void add_language_menu(QMenu* view);
+  void show_words();
   void new_document();
   void ask_and_open();
   bool save();
@@ -62,8 +77,10 @@ class Window final : public QMainWindow, private core::HTMLedEvents {
   void show_title();
   void tell(const QString& text);
 
+  Languages languages_;
   QTemporaryDir drafts_;
   qt::HTMLedWidget* editor_;
+  std::vector<std::pair<QAction*, const char*>> actions_;  // with their English words
   DocumentFile file_;
   bool modified_ = false;
   bool loading_ = false;

@@ -130,6 +130,7 @@ bool BranchFace::event(QEvent* event) {
       if (stale_) bring_up_to_date();
       break;
     case QEvent::FontChange:
+    case QEvent::LanguageChange:
     case QEvent::StyleChange:
     case QEvent::LayoutDirectionChange:
       captions_.clear();

@@ -9,6 +9,7 @@
 #include "qt/link_dialog.h"
 #include "qt/modal.h"
 #include "qt/strings.h"
+#include "qt/words.h"
 
 namespace tvx::qt {
 namespace {
@@ -55,7 +56,7 @@ QMessageBox::StandardButton button_of(MessageAnswer answer) {
 
 class Dialogs::FileChooser : public Modal<QFileDialog> {
  public:
-  FileChooser(QWidget* window, const platform::FileDialog& dialog) : Modal(window, to_qt(dialog.title)) {
+  FileChooser(QWidget* window, const platform::FileDialog& dialog) : Modal(window, translated(dialog.title)) {
     (*this)->setNameFilters(name_filters(dialog.filters));
     (*this)->setOption(QFileDialog::HideNameFilterDetails);
   }
@@ -112,10 +113,10 @@ Colour Dialogs::ShowColor(Colour colour, platform::WindowHandle) {
 
 MessageAnswer Dialogs::show_message(const platform::MessageBox& box) {
   Modal<QMessageBox> dialog(owner());
-  dialog->setWindowTitle(to_qt(box.title));
+  dialog->setWindowTitle(translated(box.title));
   // What is shown may come from a document; markup in it is text.
   dialog->setTextFormat(Qt::PlainText);
-  dialog->setText(to_qt(box.text));
+  dialog->setText(translated(box.text));
   dialog->setIcon(icon_of(box.icon));
   const MessageAnswer when_closed = platform::answer_when_closed(box.buttons);
   for (const MessageAnswer answer : platform::answers_of(box.buttons)) {

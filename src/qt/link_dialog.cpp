@@ -9,7 +9,7 @@ namespace tvx::qt {
 
 LinkDialog::LinkDialog(const QString& address, QWidget* parent)
     : QDialog(parent), address_(new QLineEdit(address, this)) {
-  setWindowTitle(QStringLiteral("Hyperlink"));
+  setWindowTitle(tr("Hyperlink"));
   // Wide enough for most addresses; the dialog's height is what it needs.
   address_->setMinimumWidth(fontMetrics().averageCharWidth() * 60);
   address_->setPlaceholderText(QStringLiteral("https://"));
@@ -24,7 +24,7 @@ LinkDialog::LinkDialog(const QString& address, QWidget* parent)
   validate();
 
   auto* form = new QFormLayout(this);
-  form->addRow(QStringLiteral("&Address:"), address_);
+  form->addRow(tr("&Address:"), address_);
   form->addRow(buttons);
   form->setSizeConstraint(QLayout::SetFixedSize);
 }

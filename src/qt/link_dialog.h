@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QCoreApplication>
 #include <QDialog>
 #include <QString>
 
@@ -9,6 +10,8 @@ namespace tvx::qt {
 
 /// Asks for the address of a link. It can be agreed to once there is one.
 class LinkDialog final : public QDialog {
+  Q_DECLARE_TR_FUNCTIONS(tvx::qt::LinkDialog)
+
  public:
   explicit LinkDialog(const QString& address, QWidget* parent = nullptr);
 

@@ -25,6 +25,7 @@
 #include "qt/modal.h"
 #include "qt/view_codec.h"
 #include "qt/web_view_private.h"
+#include "qt/words.h"
 
 // Outside the namespace, as the macro wants it.
 static void load_view_resources() { Q_INIT_RESOURCE(view); }
@@ -140,13 +141,13 @@ void WebView::Private::make_notice() {
   notice_ = new QLabel(panel);
   notice_->setWordWrap(true);
   notice_->setAlignment(Qt::AlignCenter);
-  auto* again = new QPushButton(QStringLiteral("Try again"), panel);
+  again_ = new QPushButton(panel);
   layout->addStretch();
   layout->addWidget(notice_);
-  layout->addWidget(again, 0, Qt::AlignHCenter);
+  layout->addWidget(again_, 0, Qt::AlignHCenter);
   layout->addStretch();
   stack_->addWidget(panel);
-  connect(again, &QPushButton::clicked, this, [this] { put(browser::ViewReady{}); });
+  connect(again_, &QPushButton::clicked, this, [this] { put(browser::ViewReady{}); });
 }
 
 // --- down ---
@@ -438,7 +439,8 @@ void WebView::set_input_context(const browser::InputContext& context) {
 }
 
 void WebView::show_notice(std::u16string_view text) {
-  d_->notice_->setText(QString::fromUtf16(text.data(), static_cast<qsizetype>(text.size())));
+  d_->notice_->setText(translated(text));
+  d_->again_->setText(translated(u"Try again"));
   d_->stack_->setCurrentIndex(text.empty() ? 0 : 1);
 }
 

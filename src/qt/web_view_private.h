@@ -13,6 +13,7 @@
 
 class QInputMethodQueryEvent;
 class QLabel;
+class QPushButton;
 class QWebChannel;
 
 namespace tvx::qt {
@@ -49,6 +50,7 @@ class WebView::Private final : public QObject {
   QPointer<QStackedWidget> stack_;
   QPointer<QWebEngineView> view_;
   QLabel* notice_ = nullptr;
+  QPushButton* again_ = nullptr;
   WebPage* page_ = nullptr;
   ResourceGuard* guard_ = nullptr;
   QWebChannel* channel_ = nullptr;

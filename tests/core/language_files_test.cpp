@@ -117,7 +117,9 @@ TEST_F(EnglishFile, IsWhatTheControlSaysByItself) {
   const Words defaults = shown();
   EXPECT_EQ(names_of(words), names_of(defaults));
   for (const auto& [name, text] : defaults) {
-    if (!text.empty()) EXPECT_EQ(words.at(name), text) << name;
+    if (!text.empty()) {
+      EXPECT_EQ(words.at(name), text) << name;
+    }
   }
 }
 
@@ -126,7 +128,9 @@ TEST_F(EnglishFile, BringsEnglishBack) {
   apply("ar");
   apply("en");
   for (const auto& [name, text] : shown()) {
-    if (!before.at(name).empty()) EXPECT_EQ(text, before.at(name)) << name;
+    if (!before.at(name).empty()) {
+      EXPECT_EQ(text, before.at(name)) << name;
+    }
   }
 }
 
