@@ -111,7 +111,9 @@ void Window::add_language_menu(QMenu* view) {
     });
   }
   connect(menu, &QMenu::aboutToShow, this, [this, group] {
-    for (QAction* action : group->actions()) action->setChecked(action->objectName() == languages_.spoken());
+    // By itself the program speaks English.
+    const QString spoken = languages_.spoken().isEmpty() ? QStringLiteral("en") : languages_.spoken();
+    for (QAction* action : group->actions()) action->setChecked(action->objectName() == spoken);
   });
 }
 

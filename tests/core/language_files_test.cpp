@@ -1,9 +1,12 @@
+#include <functional>
 #include <map>
+#include <regex>
 #include <set>
 
 #include "commands/context_menus.h"
 #include "control_fixture.h"
 #include "localise/language_file.h"
+#include "platform/form.h"
 
 /// The language files that come with the editor: each has a word for all that the running control shows, for
 /// nothing else, and none of the English ones is left over. Whoever adds a button adds its words.
@@ -63,6 +66,68 @@ class LanguageFile : public Control, public testing::WithParamInterface<std::str
     return words;
   }
 
+  // --- dialogs ---
+
+  /// The dialogs of the control, by the names of their sections, each opened as the user opens it.
+  void open_dialogs(const std::function<void(const std::string& section, platform::Form&)>& opened) {
+    std::string section;
+    forms.on_opened([&](platform::Form& form) { opened(section, form); });
+    const auto open = [&](const char* name, const auto& road) {
+      section = name;
+      const std::size_t before = forms.shown().size();
+      road();
+      EXPECT_EQ(forms.shown().size(), before + 1) << name;
+    };
+    control->set_DocumentHTML(u"<TABLE><TBODY><TR><TD>cell</TD></TR></TBODY></TABLE><P>text</P>");
+    open("TableSettings", [&] { control->Table_Document(); });
+    open("TableCellSettings", [&] { choose_in_path(dom::Tag::Td, u"mnuToolProperties"); });
+    open("TableRowSettings", [&] { choose_in_path(dom::Tag::Tr, u"mnuToolProperties"); });
+    open("ElementTagEdit", [&] { choose_in_path(dom::Tag::P, u"mnuToolEditTag"); });
+    forms.on_opened({});
+  }
+  void choose_in_path(dom::Tag tag, std::u16string item) {
+    control->DOM()->mouse_press(at(element(tag)));
+    menus.expect({.menu = u"mnuToolProp", .choose = std::move(item)});
+    const auto place = std::int64_t(control->DOM()->tree().source_index(*element(tag)));
+    EXPECT_TRUE(control->press(control->tlbDOM(), u"KEY" + to_text(place)));
+  }
+
+  /// The captions of all dialogs, as they open now. "..." on a button is the same in every language.
+  Words shown_in_dialogs() {
+    Words words;
+    open_dialogs([&](const std::string& section, const platform::Form& form) {
+      add(words, section, u"form", form.Caption());
+      for (const auto& each : form.controls())
+        if (each->has_caption() && each->Caption() != u"...")
+          add(words, section, each->Name(), each->Caption());
+    });
+    return words;
+  }
+
+  static Words written_for_dialogs(const std::string& language) {
+    const localise::XmlDocument document =
+        localise::read_language_file(from_utf8((languages / (language + ".xml")).string()));
+    Words words;
+    for (const XmlElement* section : document.documentElement()->children())
+      if (section->attributes().empty() && section->name() != u"Application")
+        for (const XmlElement* entry : section->children()) {
+          const XmlElement& first = *entry->child(0);
+          const bool own = !first.attributes().empty();
+          add(words, to_utf8(section->name()), own ? u"form" : first.text(),
+              (own ? first : *entry->child(1)).text());
+        }
+    return words;
+  }
+
+  static std::vector<std::string> english_left(const Words& before, const Words& after,
+                                               const std::string& language) {
+    std::vector<std::string> left;
+    for (const auto& [name, text] : after)
+      if (text.empty() || (text == before.at(name) && !equal_words.at(language).contains(text)))
+        left.push_back(name + ": " + text);
+    return left;
+  }
+
   static void add(Words& words, const std::string& group, std::u16string_view name,
                   std::u16string_view text) {
     EXPECT_TRUE(words.emplace(group + " " + to_utf8(name), to_utf8(text)).second) << group << to_utf8(name);
@@ -77,6 +142,8 @@ class LanguageFile : public Control, public testing::WithParamInterface<std::str
     // As a host with a saved control has it: the four captions stand in English.
     control = make(container);
     control->UserControl_ReadProperties(headless::PropertyBag());
+    control->set_size(9000, 6000);
+    control->UserControl_Show();
     host.heard.clear();
   }
 };
@@ -88,16 +155,24 @@ TEST_P(LanguageFile, NamesAllThatTheControlShowsAndNothingElse) {
 TEST_P(LanguageFile, LeavesNoEnglishWord) {
   const Words before = shown();
   apply(GetParam());
-  std::vector<std::string> left;
-  for (const auto& [name, text] : shown())
-    if (text.empty() || (text == before.at(name) && !equal_words.at(GetParam()).contains(text)))
-      left.push_back(name + ": " + text);
-  EXPECT_THAT(left, IsEmpty());
+  EXPECT_THAT(english_left(before, shown(), GetParam()), IsEmpty());
+}
+
+TEST_P(LanguageFile, NamesAllOfTheDialogsAndNothingElse) {
+  EXPECT_EQ(names_of(written_for_dialogs(GetParam())), names_of(shown_in_dialogs()));
+}
+
+TEST_P(LanguageFile, LeavesNoEnglishWordInDialogs) {
+  const Words before = shown_in_dialogs();
+  apply(GetParam());
+  EXPECT_THAT(english_left(before, shown_in_dialogs(), GetParam()), IsEmpty());
 }
 
 TEST_P(LanguageFile, HasNoStrayCharacters) {
   std::vector<std::string> odd;
-  for (const auto& [name, text] : written(GetParam())) {
+  Words words = written(GetParam());
+  words.merge(written_for_dialogs(GetParam()));
+  for (const auto& [name, text] : words) {
     // No access keys, no typewriter's quotation marks; Japanese has no blanks between words.
     if (text.find_first_of(GetParam() == "ja" ? "&'\" \t\n" : "&'\"\t\n") != std::string::npos ||
         text.find("  ") != std::string::npos)
@@ -123,6 +198,10 @@ TEST_F(EnglishFile, IsWhatTheControlSaysByItself) {
   }
 }
 
+TEST_F(EnglishFile, IsWhatTheDialogsSayByThemselves) {
+  EXPECT_EQ(written_for_dialogs("en"), shown_in_dialogs());
+}
+
 TEST_F(EnglishFile, BringsEnglishBack) {
   const Words before = shown();
   apply("ar");
@@ -132,6 +211,21 @@ TEST_F(EnglishFile, BringsEnglishBack) {
       EXPECT_EQ(text, before.at(name)) << name;
     }
   }
+}
+
+// A new dialog has no words before it is opened here.
+TEST_F(EnglishFile, AllDialogsAreOpenedHere) {
+  std::set<std::string> opened, declared;
+  open_dialogs([&](const std::string&, const platform::Form& form) { opened.insert(to_utf8(form.Name())); });
+  const std::regex declaration("Form\\s+\\w+\\s*[({]u\"(\\w+)\"");
+  for (const auto& file :
+       std::filesystem::recursive_directory_iterator(std::filesystem::path(TVX_SOURCE_DIR) / "src"))
+    if (file.is_regular_file()) {
+      const std::string text = bytes_of(file.path());
+      for (std::sregex_iterator found(text.begin(), text.end(), declaration), end; found != end; ++found)
+        declared.insert((*found)[1]);
+    }
+  EXPECT_EQ(opened, declared);
 }
 
 // A folder that a program offers its user the languages of has no others than those that are looked at here.
