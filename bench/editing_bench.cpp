@@ -1,9 +1,11 @@
 #include <benchmark/benchmark.h>
 
+#include "editing/caret.h"
 #include "editing/typing.h"
 #include "editing_article.h"
 
-/// Commands on everything, and typing, in articles of 10 KB to 10 MB.
+/// Commands on everything, typing, and moves of the caret, in articles of 10 KB to 10 MB and among many
+/// images.
 namespace {
 
 using namespace tvx;
@@ -85,5 +87,28 @@ void undo_typing(benchmark::State& state) {
   }
 }
 BENCHMARK(undo_typing)->Apply(sizes)->Unit(benchmark::kMicrosecond);
+
+/// From the first of many images in one parent to behind the last, one by one.
+void walk_over_images(benchmark::State& state) {
+  std::u16string html = u"<p>";
+  for (int i = 0; i < state.range(0); ++i) html += u"<img>";
+  const dom::Ref<dom::Document> document = dom::parse_document(html);
+  editing::Editor editor(*document);
+  editor.set_design_mode(true);
+  dom::Node* paragraph = document->body()->first_child();
+  for (auto _ : state) {
+    editor.selection().collapse({paragraph, 0});
+    while (editing::move_caret(editor, editing::Direction::Forward, editing::Granularity::Character,
+                               editing::Extend::No)) {
+    }
+  }
+  if (editor.selection().focus().offset != paragraph->child_count()) state.SkipWithError("not at the end");
+  state.SetComplexityN(state.range(0));
+}
+BENCHMARK(walk_over_images)
+    ->RangeMultiplier(10)
+    ->Range(200, 20'000)
+    ->Unit(benchmark::kMillisecond)
+    ->Complexity();
 
 }  // namespace

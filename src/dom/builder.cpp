@@ -2,6 +2,7 @@
 
 #include <cassert>
 
+#include "dom/sibling_places.h"
 #include "dom/tree.h"
 
 namespace tvx::dom {
@@ -16,10 +17,12 @@ void Builder::insert(Node& parent, Ref<Node> child, Node* before) {
   (node->previous_ ? node->previous_->next_ : parent.first_child_) = node;
   (before ? before->previous_ : parent.last_child_) = node;
   ++parent.child_count_;
+  SiblingPlaces::inserted(parent, *node, before);
 }
 
 void Builder::remove(Node& child) {
   Node& parent = *child.parent_;
+  SiblingPlaces::removing(child);
   (child.previous_ ? child.previous_->next_ : parent.first_child_) = child.next_;
   (child.next_ ? child.next_->previous_ : parent.last_child_) = child.previous_;
   --parent.child_count_;

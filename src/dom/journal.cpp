@@ -1,6 +1,7 @@
 #include "dom/journal.h"
 
 #include <cassert>
+#include <memory>
 
 #include "dom/tree.h"
 
@@ -10,10 +11,28 @@ namespace detail {
 void restore_attribute_place(Element& element, std::size_t index);
 }
 
+namespace {
+
+/// A mutation as it is kept. A command on a whole document moves a hundred thousand nodes: what a move
+/// doesn't need stands apart.
+struct Record {
+  explicit Record(Mutation&& mutation)
+      : type(mutation.type), node(mutation.node), parent(mutation.parent), before(mutation.before) {
+    if (type == Mutation::Type::ReplaceData || type == Mutation::Type::SetAttribute)
+      content = std::make_unique<Mutation>(std::move(mutation));
+  }
+
+  Mutation::Type type;
+  Ref<Node> node, parent, before;
+  std::unique_ptr<Mutation> content;  // of what is neither put in nor taken out
+};
+
+}  // namespace
+
 struct Journal::Step {
   std::u16string label;
   bool typing = false;
-  std::vector<Mutation> mutations;
+  std::vector<Record> mutations;
   SelectionRecord before, after;
 };
 
@@ -28,11 +47,11 @@ bool unfit() {
 }
 
 // A record that held its own document would keep it alive for ever: no parent is the document.
-Node& parent_of(const Mutation& mutation, Document& document) {
+Node& parent_of(const Record& mutation, Document& document) {
   return mutation.parent ? *mutation.parent : document;
 }
 
-bool put_in(const Mutation& mutation, Document& document) {
+bool put_in(const Record& mutation, Document& document) {
   Node& parent = parent_of(mutation, document);
   Node* before = mutation.before.get();
   if (mutation.node->parent() || (before && before->parent() != &parent)) return unfit();
@@ -40,7 +59,7 @@ bool put_in(const Mutation& mutation, Document& document) {
   return true;
 }
 
-bool take_out(const Mutation& mutation, Document& document) {
+bool take_out(const Record& mutation, Document& document) {
   if (mutation.node->parent() != &parent_of(mutation, document)) return unfit();
   remove(*mutation.node);
   return true;
@@ -66,30 +85,34 @@ bool write_attribute(const Mutation& mutation, const std::optional<std::u16strin
   return true;
 }
 
-bool take_back(const Mutation& mutation, Document& document) {
+bool take_back(const Record& mutation, Document& document) {
   switch (mutation.type) {
     case Mutation::Type::Insert: return take_out(mutation, document);
     case Mutation::Type::Remove: return put_in(mutation, document);
-    case Mutation::Type::ReplaceData: return exchange_data(mutation, mutation.inserted, mutation.removed);
-    case Mutation::Type::SetAttribute: return write_attribute(mutation, mutation.old_value);
+    case Mutation::Type::ReplaceData:
+      return exchange_data(*mutation.content, mutation.content->inserted, mutation.content->removed);
+    case Mutation::Type::SetAttribute: return write_attribute(*mutation.content, mutation.content->old_value);
   }
   return false;
 }
 
-bool make_again(const Mutation& mutation, Document& document) {
+bool make_again(const Record& mutation, Document& document) {
   switch (mutation.type) {
     case Mutation::Type::Insert: return put_in(mutation, document);
     case Mutation::Type::Remove: return take_out(mutation, document);
-    case Mutation::Type::ReplaceData: return exchange_data(mutation, mutation.removed, mutation.inserted);
-    case Mutation::Type::SetAttribute: return write_attribute(mutation, mutation.new_value);
+    case Mutation::Type::ReplaceData:
+      return exchange_data(*mutation.content, mutation.content->removed, mutation.content->inserted);
+    case Mutation::Type::SetAttribute: return write_attribute(*mutation.content, mutation.content->new_value);
   }
   return false;
 }
 
 // Typing makes one small record a key; a run of keys in one text is one record.
-bool merge_typing(Mutation& last, const Mutation& next) {
-  if (last.type != Mutation::Type::ReplaceData || next.type != last.type || next.node != last.node.get())
+bool merge_typing(Record& record, const Mutation& next) {
+  if (record.type != Mutation::Type::ReplaceData || next.type != record.type ||
+      next.node != record.node.get())
     return false;
+  Mutation& last = *record.content;
   if (!next.removed.empty() || next.offset != last.offset + last.inserted.size()) return false;
   last.inserted += next.inserted;
   return true;
@@ -184,13 +207,13 @@ void Journal::before_mutation() {
   single_ = true;
 }
 
-void Journal::record(Mutation mutation) {
+void Journal::record(Mutation&& mutation) {
   if (replaying_ || mutation.kind != MutationKind::Step || !open_step_) return;
   if (mutation.parent == &document_) mutation.parent = nullptr;
   if (!keeps_redo_) undone_.clear();
   auto& mutations = open_step_->mutations;
   if (!open_step_->typing || mutations.empty() || !merge_typing(mutations.back(), mutation)) {
-    mutations.push_back(std::move(mutation));
+    mutations.emplace_back(std::move(mutation));
   }
   if (single_) {
     single_ = false;
@@ -237,7 +260,7 @@ bool Journal::replay(std::vector<std::unique_ptr<Step>>& from, std::vector<std::
       for (auto mutation = step->mutations.rbegin(); mutation != step->mutations.rend(); ++mutation)
         take_back(*mutation, document_);
     } else {
-      for (const Mutation& mutation : step->mutations) make_again(mutation, document_);
+      for (const Record& mutation : step->mutations) make_again(mutation, document_);
     }
     replaying_ = false;
   }

@@ -81,7 +81,7 @@ class Journal {
   void before_mutation();
   void uncover();
   void cover();
-  void record(Mutation mutation);
+  void record(Mutation&& mutation);
   void begin_step(std::u16string_view label, StepJoin join);
   void finish_step();
   SelectionRecord capture() const;

@@ -10,6 +10,7 @@ Node::Node(NodeType type, DocumentAnchor& anchor) : id_(++anchor.last_id), type_
 }
 
 Node::~Node() {
+  if (anchor_->known_place.parent == this) anchor_->known_place = {};
   if (--anchor_->users == 0) delete anchor_;
 }
 

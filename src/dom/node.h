@@ -13,17 +13,27 @@ namespace tvx::dom {
 
 class Document;
 class Element;
+class Node;
 
 enum class NodeType : std::uint8_t { Element, Text, Comment, DocumentType, Document, DocumentFragment };
 
 /// Numbers a node within its document, from 1, in order of creation; never used again.
 enum class NodeId : std::uint32_t {};
 
+/// A child and its place among its siblings, kept of the last question in a long list: the next one mostly
+/// asks nearby (dom/sibling_places.h).
+struct KnownPlace {
+  const Node* parent = nullptr;  // null: none is known
+  const Node* child = nullptr;
+  std::uint32_t index = 0;
+};
+
 /// What nodes know of their document: outlives it, so that a node can tell that the document is gone.
 struct DocumentAnchor {
   Document* document = nullptr;
   std::uint32_t users = 0;
   std::uint32_t last_id = 0;
+  KnownPlace known_place;
 };
 
 /// A node of the tree. Reading is open to all; only the functions of dom/mutation.h change a tree that
@@ -68,6 +78,7 @@ class Node {
  private:
   friend class Builder;
   friend class Document;
+  friend class SiblingPlaces;
   static void destroy(Node* node);
   static void delete_node(Node* node);
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cassert>
 
+#include "dom/sibling_places.h"
 #include "dom/tree.h"
 
 namespace tvx::dom {
@@ -12,16 +13,7 @@ Offset length_of(const Node& node) {
   return node.child_count();
 }
 
-Offset index_of(const Node& node) {
-  Offset steps = 0;
-  const Node *backward = node.previous_sibling(), *forward = node.next_sibling();
-  for (; backward && forward; ++steps) {
-    backward = backward->previous_sibling();
-    forward = forward->next_sibling();
-  }
-  if (!backward) return steps;
-  return node.parent()->child_count() - 1 - steps;
-}
+Offset index_of(const Node& node) { return SiblingPlaces::index_of(node); }
 
 bool stands_before(const Node& child, Offset offset) {
   if (offset == 0) return false;
@@ -29,18 +21,7 @@ bool stands_before(const Node& child, Offset offset) {
   return child.next_sibling() && index_of(child) < offset;
 }
 
-Node* child_at(const Node& parent, Offset index) {
-  if (index >= parent.child_count()) return nullptr;
-  Offset behind = parent.child_count() - 1 - index;
-  if (behind < index) {
-    Node* child = parent.last_child();
-    for (; behind > 0; --behind) child = child->previous_sibling();
-    return child;
-  }
-  Node* child = parent.first_child();
-  for (; index > 0; --index) child = child->next_sibling();
-  return child;
-}
+Node* child_at(const Node& parent, Offset index) { return SiblingPlaces::child_at(parent, index); }
 
 Boundary before(const Node& node) { return {node.parent(), index_of(node)}; }
 Boundary after(const Node& node) { return {node.parent(), index_of(node) + 1}; }

@@ -26,7 +26,7 @@ struct Range {
 
 /// Units of a text, children of anything else (DOM standard, section 4.2 "length").
 Offset length_of(const Node& node);
-/// The number of earlier siblings. Counted from the nearer end of the siblings.
+/// The number of earlier siblings (dom/sibling_places.h tells the cost).
 Offset index_of(const Node& node);
 /// Whether a child comes before that offset of its parent: at either end of the siblings that is known at
 /// once, however many they are.

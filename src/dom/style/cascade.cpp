@@ -198,6 +198,7 @@ ComputedValues Cascade::compute(const Surroundings& surroundings) const {
       blockifies_children(parent.display)) {
     values.display = blockified(values.display);
   }
+  values.rendered = parent.rendered && values.display != Display::None;
   return values;
 }
 

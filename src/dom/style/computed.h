@@ -111,6 +111,7 @@ struct ComputedValues {
   ListStyleType list_style_type = ListStyleType::Disc;
   Float float_side = Float::None;
   Position position = Position::Static;
+  bool rendered = true;  // neither it nor what it stands in is "display: none"
   std::uint8_t text_decoration_line = text_decoration::none;
   std::uint16_t font_weight = 400;
   std::uint32_t font_family = 0;   // an entry of the engine's table

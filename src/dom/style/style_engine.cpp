@@ -192,7 +192,7 @@ StyleEngine::StyleEngine(Document& document)
 
 StyleEngine::~StyleEngine() { document_.remove_observer(*this); }
 
-ComputedValues StyleEngine::values(const Element& element) { return impl_->values(element); }
+const ComputedValues& StyleEngine::values(const Element& element) { return impl_->values(element); }
 
 std::u16string_view StyleEngine::font_family(const ComputedValues& values) const {
   return impl_->families[values.font_family];
@@ -240,7 +240,7 @@ std::u16string computed_value(const Element& element, Property property) {
   return style_of(document_of(element)).computed(element, property);
 }
 
-ComputedValues computed_values(const Element& element) {
+const ComputedValues& computed_values(const Element& element) {
   return style_of(document_of(element)).values(element);
 }
 

@@ -33,9 +33,9 @@ class StyleEngine final : public DocumentExtension, private MutationObserver {
   ~StyleEngine() override;
 
   // --- computed values ---
-  /// All at once. An element outside the tree has values by the chain it
-  /// stands in.
-  ComputedValues values(const Element& element);
+  /// All at once, good until the next question or change. An element outside the tree has values by the chain
+  /// it stands in.
+  const ComputedValues& values(const Element& element);
   /// The resolved value as a text: "700", "16px", "rgb(0, 0, 0)", "underline line-through", "none".
   std::u16string computed(const Element& element, Property property);
   /// The families of these values, one after the other: "Arial, sans-serif".
@@ -75,7 +75,7 @@ StyleEngine& style_of(Document& document);
 
 /// Of a lone element: style_of() its document. Throws RuntimeError(91) when the document is gone.
 std::u16string computed_value(const Element& element, Property property);
-ComputedValues computed_values(const Element& element);
+const ComputedValues& computed_values(const Element& element);
 Display display_of(const Element& element);
 /// Outside block and inline stand "none" and "contents"; a table's parts count as blocks, as the editing
 /// commands have it: anything but inline, inline-block, inline-table, inline-flex, inline-grid, none,
