@@ -2,6 +2,7 @@
 #include "editing/command_table.h"
 #include "editing/control_range.h"
 #include "editing/editor.h"
+#include "editing/line_deletion.h"
 
 /// Copy, Cut and Paste. Where the content goes and comes from is the door's; without one they do nothing.
 namespace tvx::editing {
@@ -21,7 +22,7 @@ bool copy(Editor& editor, std::u16string_view) {
 
 bool cut(Editor& editor, std::u16string_view value) {
   if (!copy(editor, value)) return false;
-  clear_selection(editor);
+  if (!delete_selected_lines(editor)) clear_selection(editor);
   return true;
 }
 

@@ -102,6 +102,36 @@ InlineValue effective_command_value(const Node& node, InlineCommand command) {
 
 namespace {
 
+std::optional<std::uint16_t> font_weight_of(std::u16string_view value) {
+  if (value == u"bold") return 700;
+  if (value == u"normal") return 400;
+  if (value.size() != 3 || value.substr(1) != u"00" || !is_ascii_digit(value[0])) return std::nullopt;
+  return std::uint16_t((value[0] - u'0') * 100);
+}
+
+std::optional<style::FontStyle> font_style_of(std::u16string_view value) {
+  if (value == u"italic") return style::FontStyle::Italic;
+  if (value == u"normal") return style::FontStyle::Normal;
+  return std::nullopt;
+}
+
+}  // namespace
+
+bool has_effective_value(const Node& node, InlineCommand command, const InlineValue& value) {
+  const Element* element = element_at_or_above(node);
+  if (element && value && command == InlineCommand::Bold) {
+    if (const auto weight = font_weight_of(*value))
+      return style::computed_values(*element).font_weight == *weight;
+  }
+  if (element && value && command == InlineCommand::Italic) {
+    if (const auto slope = font_style_of(*value))
+      return style::computed_values(*element).font_style == *slope;
+  }
+  return loosely_equivalent_values(command, effective_command_value(node, command), value);
+}
+
+namespace {
+
 InlineValue specified_decoration(const Element& element, std::u16string_view line, bool by_name) {
   if (const auto decoration = own_style(element, u"text-decoration")) {
     return contains(*decoration, line) ? InlineValue(line) : std::nullopt;
@@ -128,7 +158,9 @@ InlineValue font_attribute(const Element& element, InlineCommand command) {
 
 InlineValue specified_property(const Element& element, InlineCommand command) {
   if (element.attributes().empty() && element.tag() == Tag::Span) return std::nullopt;
-  if (auto own = own_style(element, css_property_of(command))) return own;
+  if (!element.attributes().empty()) {
+    if (auto own = own_style(element, css_property_of(command))) return own;
+  }
   const Tag tag = element.tag();
   if (tag == Tag::Font && (command == InlineCommand::ForeColor || command == InlineCommand::FontName ||
                            command == InlineCommand::FontSize)) {

@@ -18,6 +18,8 @@ using InlineValue = std::optional<std::u16string>;
 
 /// What a node looks like, whatever the reason: rules, ancestors, elements, its own style.
 InlineValue effective_command_value(const dom::Node& node, InlineCommand command);
+/// Whether it is loosely equivalent to a value: the same answer, for the commonest commands without a text.
+bool has_effective_value(const dom::Node& node, InlineCommand command, const InlineValue& value);
 /// What the element itself says: by its name, its attributes or its inline style.
 InlineValue specified_command_value(const dom::Element& element, InlineCommand command);
 bool equivalent_values(InlineCommand command, const InlineValue& a, const InlineValue& b);

@@ -84,11 +84,14 @@ bool insert_horizontal_rule(Editor& editor, std::u16string_view) {
   return true;
 }
 
-// The empty lines behind the caret, which what is inserted makes needless.
+// The empty line behind the caret, which what is inserted makes needless.
+// OURS: the standard removes all there are in the block; behind something seen they are lines of their own.
 void remove_block_props_behind(Boundary place) {
   for (Node* child = dom::child_at(*place.node, place.offset); child;) {
     Node* next = child->next_sibling();
-    if (is_editable(*child) && is_collapsed_block_prop(*child)) dom::remove(*child);
+    const bool is_prop = is_collapsed_block_prop(*child);
+    if (!is_prop && is_visible(*child)) return;
+    if (is_prop && is_editable(*child)) dom::remove(*child);
     child = next;
   }
 }

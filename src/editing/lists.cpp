@@ -46,6 +46,12 @@ bool is_list_material(const Node& node) {
   return is_list(node) || (node.parent() && is_list(*node.parent())) || is_allowed_child(node, Name(Tag::Li));
 }
 
+// OURS: white space between blocks, the layout of the source, is no line that could be in a list or not. The
+// standard asks it as well, and then the lists of a page that was written by hand never go off again.
+void drop_unseen(NodeList& nodes) {
+  std::erase_if(nodes, [](const Ref<Node>& node) { return !node->is_element() && is_invisible(*node); });
+}
+
 bool holds(const Node& node, Tag tag) {
   for (const Node* below = &node; below; below = dom::next_in_order(*below, &node)) {
     if (below->is(tag)) return true;
@@ -76,7 +82,8 @@ struct KindCount {
 ListState list_state(Editor& editor) {
   const std::optional<dom::Range> range = editor.active_range();
   if (!range) return ListState::None;
-  const NodeList nodes = topmost_contained(block_extend(*range), is_list_material);
+  NodeList nodes = topmost_contained(block_extend(*range), is_list_material);
+  drop_unseen(nodes);
   if (nodes.empty()) return ListState::None;
   KindCount ordered, unordered;
   for (const Ref<Node>& node : nodes) {
@@ -229,7 +236,10 @@ void ListToggle::run() {
   range_.set(block_extend(editor_.selection().range()));
   if (!disables) convert_lists();
   nodes_ = topmost_contained(range_.range(), is_list_material);
-  if (disables) return disable();
+  if (disables) {
+    drop_unseen(nodes_);
+    return disable();
+  }
   // Lists between the lines stay as they are (step 9).
   std::erase_if(nodes_, [](const Ref<Node>& node) {
     return is_list(*node) && !(node->parent() && is_list(*node->parent()));

@@ -118,6 +118,14 @@ dom::Range with_covered_blocks(const dom::Range& seen, bool lists_too) {
   return range;
 }
 
+/// A host may put the selection into what can't hold a text: a line break, an image, a field.
+Boundary out_of_things(Boundary place) {
+  while (place.node->parent() &&
+         (place.node->is(Tag::Br) || place.node->is(Tag::Hr) || is_object(*place.node)))
+    place = dom::before(*place.node);
+  return place;
+}
+
 /// Where the next text begins, if nothing that is seen comes before it.
 std::optional<Boundary> text_behind(Boundary place) {
   ContentWalk walk(place, Direction::Forward);
@@ -136,13 +144,14 @@ class Pasting {
 
   void run() {
     ends_line_ = remove_line_end(*content_);
-    Element* block = block_around(editor_.selection().range().start);
+    Element* block = nullptr;
     if (Element* control = editor_.selection().control()) {
       gap_.set({dom::before(*control), dom::before(*control)});
       dom::remove(*control);
       block = block_around(gap_.start());
     } else {
-      const dom::Range range = editor_.selection().range();
+      const dom::Range selected = editor_.selection().range();
+      const dom::Range range{out_of_things(selected.start), out_of_things(selected.end)};
       seen_ = shrunk_to_characters(range);
       if (!seen_.start) seen_ = range;
       // One line's end in the place of another.

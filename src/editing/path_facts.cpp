@@ -1,7 +1,6 @@
 #include "editing/path_facts.h"
 
 #include "editing/predicates.h"
-#include "editing/rendering.h"
 
 namespace tvx::editing {
 
@@ -9,14 +8,12 @@ using dom::Node;
 using dom::Tag;
 
 PathFacts::Facts PathFacts::within(const Node& node, const Facts& around) {
-  const auto* element = dom::as<dom::Element>(&node);
-  const bool hidden = element && display_of(*element) == Display::None;
-  return {&node, editing_host_within(node, around.host), around.rendered && !hidden};
+  return {&node, editing_host_within(node, around.host)};
 }
 
 // In tree order the parent is the last one asked about, a child of it, or one further up.
 const PathFacts::Facts& PathFacts::around(const Node& node) {
-  static const Facts outside{nullptr, nullptr, true};
+  static const Facts outside{nullptr, nullptr};
   const Node* parent = node.parent();
   if (!parent) return outside;
   while (!path_.empty() && path_.back().node != parent && path_.back().node != parent->parent()) {
@@ -40,7 +37,7 @@ bool PathFacts::is_editable(const Node& node) {
 
 bool PathFacts::is_formattable(const Node& node) {
   if (!node.is_text() && !node.is(Tag::Img) && !node.is(Tag::Br)) return false;
-  return is_editable(node) && around(node).rendered && is_visible_where_rendered(node);
+  return is_editable(node) && is_visible(node);
 }
 
 }  // namespace tvx::editing

@@ -19,7 +19,6 @@ class PathFacts {
   struct Facts {
     const dom::Node* node;
     dom::Node* host;  // that the children of the node belong to, null: they can't be edited
-    bool rendered;
   };
   const Facts& around(const dom::Node& node);
   static Facts within(const dom::Node& node, const Facts& around);

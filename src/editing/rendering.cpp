@@ -29,11 +29,9 @@ style::WhiteSpace white_space_of(const Element& element) {
 }
 
 bool is_rendered(const Node& node) {
-  for (const Node* current = &node; current; current = current->parent()) {
-    const auto* element = dom::as<Element>(current);
-    if (element && display_of(*element) == Display::None) return false;
-  }
-  return true;
+  const auto* element = dom::as<Element>(&node);
+  if (!element) element = node.parent_element();
+  return !element || style::computed_values(*element).rendered;
 }
 
 std::optional<std::u16string> own_style(const Element& element, std::u16string_view property) {

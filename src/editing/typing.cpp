@@ -7,6 +7,7 @@
 #include "editing/caret.h"
 #include "editing/deletion.h"
 #include "editing/insertion_commands.h"
+#include "editing/line_deletion.h"
 #include "editing/predicates.h"
 #include "editing/recorded_values.h"
 #include "editing/surgery.h"
@@ -151,7 +152,7 @@ bool press_delete(Editor& editor, Deletion&& deletion) {
   if (!can_type(editor)) return false;
   const Gesture gesture(editor, u"Delete");
   const RecordedLook look = record_current_overrides(editor);
-  deletion();
+  if (!delete_selected_lines(editor)) deletion();
   if (editor.selection().collapsed()) restore_look(look, editor);
   settle_caret(editor);
   return true;

@@ -22,7 +22,7 @@ namespace names = dom::names;
 namespace {
 
 bool looks(const Node& node, InlineCommand command, const InlineValue& value) {
-  return loosely_equivalent_values(command, effective_command_value(node, command), value);
+  return has_effective_value(node, command, value);
 }
 
 }  // namespace

@@ -18,6 +18,17 @@ TEST_F(BlockCommands, ListsOnAndOff) {
   expect_edit("<ol><li>a</li></ol><p>[b]</p>", {"insertOrderedList"}, "<OL><LI>a</LI><LI>[b]</LI></OL>");
 }
 
+// The layout of a source that was written by hand is no line that could be in a list or not.
+TEST_F(BlockCommands, ListsGoOffThoughWhiteSpaceStandsBetweenThem) {
+  load("<ul>\n<li>[a</li>\n</ul>\n<!-- x -->\n<ul><li>b]</li></ul>\n");
+  EXPECT_TRUE(editor.state(u"insertUnorderedList"));
+  EXPECT_FALSE(editor.indeterminate(u"insertUnorderedList"));
+  expect_edit("<ul><li>[a</li></ul>\n<ul><li>b]</li></ul>", {"insertUnorderedList"}, "<P>[a</P>\n<P>b]</P>");
+  load("<ul><li>[a</li></ul>\nline\n<ul><li>b]</li></ul>");
+  EXPECT_FALSE(editor.state(u"insertUnorderedList")) << "a line that is seen counts";
+  EXPECT_TRUE(editor.indeterminate(u"insertUnorderedList"));
+}
+
 TEST_F(BlockCommands, IndentAndOutdent) {
   expect_edit("<p>[a]</p>", {"indent"}, "<BLOCKQUOTE><P>[a]</P></BLOCKQUOTE>");
   expect_edit("<blockquote><p>[a]</p></blockquote>", {"outdent"}, "<P>[a]</P>");

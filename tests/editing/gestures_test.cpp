@@ -4,8 +4,14 @@
 #include "browser/mirror.h"
 #include "browser/mirror_rules.h"
 #include "editing/caret.h"
+#include "editing/clipboard_door.h"
+#include "editing/composition.h"
+#include "editing/control_box.h"
 #include "editing/control_range.h"
+#include "editing/copied_content.h"
 #include "editing/editing_fixture.h"
+#include "editing/move_content.h"
+#include "editing/paste.h"
 #include "editing/typing.h"
 #include "headless/shadow_tree.h"
 
@@ -79,6 +85,32 @@ const std::vector<Command> commands{{"bold"},
                                     {"stylewithcss", "true"},
                                     {"stylewithcss", "false"}};
 
+const std::vector<std::u16string_view> pasted{u"word",
+                                              u" two words ",
+                                              u"<b>bold</b> and <i>slanted</i>",
+                                              u"<p>one</p><p>two</p>",
+                                              u"<p>whole line</p><p></p>",
+                                              u"<ul><li>i</li><li>j<ol><li>k</li></ol></li></ul>",
+                                              u"<table><tbody><tr><td>1</td><td>2</td></tr></tbody></table>",
+                                              u"<h2>head</h2>text behind",
+                                              u"<blockquote><p>q</p></blockquote>",
+                                              u"<img src=\"p.png\">",
+                                              u"<a href=\"#\">link</a> ",
+                                              u"<div style=\"position: absolute\">box</div>",
+                                              u"<td>stray</td><li>item",
+                                              u"<form><input><textarea>t</textarea></form>"};
+
+/// A clipboard of its own.
+class Door final : public ClipboardDoor {
+ public:
+  std::u16string html;
+  bool put(const CopiedContent& content) override {
+    html = content.html;
+    return true;
+  }
+  bool paste(Editor& editor) override { return !html.empty() && paste_html(editor, html); }
+};
+
 }  // namespace
 
 /// A border around one element, as the control draws it: in the tree, and no change of the document.
@@ -118,14 +150,20 @@ class Overlay final : public dom::OverlayKeeper {
   dom::Ref<dom::Element> element_;
 };
 
-/// Everything that a person, a command or the host's own code may do, at random. The parameter is the number
-/// of a shard: ten documents each, one after the other.
+/// Everything that a person, a command or the host's own code may do, at random: keys, commands, the
+/// clipboard, an input method, the mouse, changes of the tree, the border around an element. The parameter is
+/// the number of a shard: ten documents each, one after the other.
 class Gestures : public EditingFixture, public ::testing::WithParamInterface<unsigned> {
  protected:
   std::mt19937 random;
   browser::Mirror mirror{*document};
   headless::ShadowTree view;
   Overlay overlay{*document};
+  Door door;
+  Composition composition{editor};
+
+  Gestures() { editor.set_clipboard(&door); }
+  ~Gestures() override { editor.set_clipboard(nullptr); }
 
   std::size_t pick(std::size_t count) { return random() % count; }
 
@@ -199,6 +237,51 @@ class Gestures : public EditingFixture, public ::testing::WithParamInterface<uns
     }
   }
 
+  std::string use_clipboard() {
+    switch (pick(5)) {
+      case 0: run({"copy"}); return "copy";
+      case 1: run({"cut"}); return "cut";
+      case 2: run({"paste"}); return "paste " + to_utf8(door.html);
+      case 3: {
+        const dom::UndoStep step(document->journal(), u"Paste");
+        const std::u16string_view text = texts[pick(texts.size())];
+        if (editor.enabled(u"paste")) paste_plain_text(editor, text);
+        return "paste text " + to_utf8(text);
+      }
+      default:
+        door.html = pasted[pick(pasted.size())];
+        run({"paste"});
+        return "paste " + to_utf8(door.html);
+    }
+  }
+
+  // An input method; now and then the host or another gesture comes in between.
+  std::string compose() {
+    if (!editor.enabled(u"insertText")) return "nothing to compose in";
+    static constexpr std::u16string_view steps[] = {u"n", u"ni", u"\u306B", u"\u306B h", u"\U0001F600"};
+    for (std::size_t i = pick(4) + 1; i > 0; --i) {
+      const std::u16string_view text = steps[pick(std::size(steps))];
+      composition.update(text, pick(text.size() + 1));
+      if (pick(12) == 0) change_from_outside();
+    }
+    if (pick(3) == 0)
+      composition.cancel();
+    else
+      composition.accept();
+    return "compose";
+  }
+
+  std::string drag() {
+    const Boundary to = random_place();
+    if (pick(4) == 0) {
+      if (dom::Element* element = random_element(); element && is_control(*element))
+        set_control_box(editor, *element, {.width = int(pick(300)), .height = int(pick(300))});
+      return "size";
+    }
+    move_selection(editor, to, KeepSource(pick(2)));
+    return "drag";
+  }
+
   std::string switch_overlay() {
     if (dom::Element* element = pick(3) ? random_element() : nullptr) {
       overlay.show_on(element);
@@ -209,7 +292,10 @@ class Gestures : public EditingFixture, public ::testing::WithParamInterface<uns
   }
 
   std::string gesture() {
-    switch (pick(16)) {
+    switch (pick(19)) {
+      case 16: return use_clipboard();
+      case 17: return pick(2) ? use_clipboard() : compose();
+      case 18: return pick(2) ? drag() : select_somewhere();
       case 0:
       case 1:
       case 2: return type();
@@ -274,7 +360,8 @@ class Gestures : public EditingFixture, public ::testing::WithParamInterface<uns
       const std::string before = std::getenv("TVX_SHOW_GESTURES") ? marked() : "";
       const std::string name = gesture_that_never_fails();
       ASSERT_FALSE(HasFailure()) << where << ", gesture " << i << ": " << name << "\nbefore: " << before;
-      ASSERT_TRUE(sound()) << where << ", gesture " << i << ": " << name << "\nafter: " << html();
+      ASSERT_TRUE(sound()) << where << ", gesture " << i << ": " << name << "\nbefore: " << before
+                           << "\nafter: " << html();
       if (i % 100 == 99) expect_view_agrees(where + ", gesture " + std::to_string(i));
     }
     overlay.hide();

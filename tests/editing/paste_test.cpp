@@ -297,5 +297,13 @@ TEST_F(Paste, OneLinesEndTakesThePlaceOfAnother) {
   expect_same("<UL><LI>[one</LI><LI>]two</LI></UL>");
 }
 
+TEST_F(Paste, IntoALineBreakGoesBesideIt) {
+  load("<P><BR></P><P>x</P>");
+  editor.selection().collapse({host.first_child()->first_child(), 0});
+  door.html = u"one";
+  run({"paste"});
+  EXPECT_EQ(marked(), "<P>one[]</P><P>x</P>");
+}
+
 }  // namespace
 }  // namespace tvx::editing

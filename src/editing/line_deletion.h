@@ -1,0 +1,14 @@
+#pragma once
+
+namespace tvx::editing {
+
+class Editor;
+
+/// Deletes the selection if it is made of whole lines: from the begin of one to the begin of a later one.
+/// They go with their blocks, and the line behind stays in its own. False, and nothing happens, if it is not.
+///
+/// OURS: the standard joins that line to the block of the first, so that a paragraph behind a heading that
+/// was taken out whole would become the heading.
+bool delete_selected_lines(Editor& editor);
+
+}  // namespace tvx::editing

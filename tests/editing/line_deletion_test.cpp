@@ -1,0 +1,58 @@
+#include "editing/line_deletion.h"
+
+#include "editing/editing_fixture.h"
+#include "editing/typing.h"
+
+namespace tvx::editing::test {
+
+/// Lines that are selected whole, as a triple press or Shift+Down selects them.
+class LineDeletion : public EditingFixture {
+ protected:
+  void expect_deleted(std::string_view before, std::string_view after) {
+    for (const bool forward : {false, true}) {
+      load(before);
+      const std::string first = marked();
+      forward ? delete_forward(editor) : delete_backward(editor);
+      EXPECT_EQ(marked(), after) << "from " << before;
+      expect_laws(first);
+    }
+  }
+};
+
+TEST_F(LineDeletion, TheLineBehindKeepsItsBlock) {
+  expect_deleted("<H1>[one</H1><P>]two</P>", "<P>[]two</P>");
+  expect_deleted("<P>zero</P><P align=\"center\">[one</P><H2>two</H2><P>]three</P>",
+                 "<P>zero</P><P>[]three</P>");
+  expect_deleted("<P>zero</P>{<H1>one</H1>}<P>two</P>", "<P>zero</P><P>[]two</P>");
+}
+
+TEST_F(LineDeletion, ItemsGoWholeAndAListThatIsLeftEmptyGoesWithThem) {
+  expect_deleted("<UL><LI>[one</LI><LI>]two</LI></UL>", "<UL><LI>[]two</LI></UL>");
+  expect_deleted("<UL><LI>zero</LI><LI>[one</LI></UL><P>]two</P>", "<UL><LI>zero</LI></UL><P>[]two</P>");
+  expect_deleted("<UL><LI>[one</LI></UL><P>]two</P>", "<P>[]two</P>");
+  expect_deleted("<P>[one</P><UL><LI>]two</LI></UL>", "<UL><LI>[]two</LI></UL>");
+  expect_deleted("<BLOCKQUOTE><P>[one</P></BLOCKQUOTE><P>]two</P>", "<P>[]two</P>");
+}
+
+TEST_F(LineDeletion, LinesOfACellStayInTheCell) {
+  expect_deleted("<TABLE><TBODY><TR><TD><P>[one</P><P>]two</P></TD></TR></TBODY></TABLE>",
+                 "<TABLE><TBODY><TR><TD><P>[]two</P></TD></TR></TBODY></TABLE>");
+}
+
+TEST_F(LineDeletion, WhatIsNoWholeLineIsJoined) {
+  expect_deleted("<H1>o[ne</H1><P>]two</P>", "<H1>o[]two</H1>");
+  expect_deleted("<H1>[one</H1><P>t]wo</P>", "<H1>[]wo</H1>");
+  expect_deleted("<H1>[one]</H1><P>two</P>", "<H1>{}<BR></H1><P>two</P>");
+  expect_deleted("<UL><LI>[one<UL><LI>]two</LI></UL></LI></UL>", "<UL><LI>[]two</LI></UL>");
+}
+
+TEST_F(LineDeletion, FromCellToCellTheTableKeepsItsShape) {
+  expect_deleted("<TABLE><TBODY><TR><TD>[one</TD><TD>]two</TD></TR></TBODY></TABLE>",
+                 "<TABLE><TBODY><TR><TD>{}<BR></TD><TD>two</TD></TR></TBODY></TABLE>");
+}
+
+TEST_F(LineDeletion, TheCommandFollowsTheStandard) {
+  expect_edit("<H1>[one</H1><P>]two</P>", {"delete"}, "<H1>{}two</H1>");
+}
+
+}  // namespace tvx::editing::test
