@@ -6,6 +6,7 @@
 #include "editing/font_sizes.h"
 #include "editing/predicates.h"
 #include "editing/recorded_values.h"
+#include "editing/tag_set.h"
 
 namespace tvx::editing {
 
@@ -134,17 +135,29 @@ bool Editor::execute(std::u16string_view command, std::u16string_view value) {
   return act(*row, value);
 }
 
+namespace {
+
+// A comment, or an element that is written without content: what is put there is lost.
+bool takes_nothing(const Node& node) {
+  static const TagSet voids{dom::Tag::Br,    dom::Tag::Hr,  dom::Tag::Img,  dom::Tag::Input, dom::Tag::Wbr,
+                            dom::Tag::Embed, dom::Tag::Col, dom::Tag::Area, dom::Tag::Param};
+  return node.parent() && (node.type() == dom::NodeType::Comment || voids.has(node));
+}
+
+dom::Boundary outside_of_void(const dom::Boundary& place) {
+  if (!place) return place;
+  if (takes_nothing(*place.node)) return dom::before(*place.node);
+  const Node* parent = place.node->is_text() ? place.node->parent() : nullptr;
+  return parent && takes_nothing(*parent) ? dom::before(*parent) : place;
+}
+
+}  // namespace
+
 void leave_comments(Editor& editor) {
   Selection& selection = editor.selection();
-  const auto is_in_comment = [](const dom::Boundary& place) {
-    return place && place.node->parent() && dom::as<dom::CharacterData>(place.node) && !place.node->is_text();
-  };
   const dom::Boundary anchor = selection.anchor(), focus = selection.focus();
-  if (!is_in_comment(anchor) && !is_in_comment(focus)) return;
-  const auto outside = [&](const dom::Boundary& place) {
-    return is_in_comment(place) ? dom::before(*place.node) : place;
-  };
-  selection.set(outside(anchor), outside(focus));
+  const dom::Boundary new_anchor = outside_of_void(anchor), new_focus = outside_of_void(focus);
+  if (new_anchor != anchor || new_focus != focus) selection.set(new_anchor, new_focus);
 }
 
 // Editing commands standard, "preserves overrides".

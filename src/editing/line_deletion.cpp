@@ -1,5 +1,6 @@
 #include "editing/line_deletion.h"
 
+#include "dom/mutation.h"
 #include "dom/tree.h"
 #include "editing/caret.h"
 #include "editing/content_walk.h"
@@ -16,6 +17,7 @@ using dom::Boundary;
 using dom::Element;
 using dom::Node;
 using dom::Ref;
+using dom::Tag;
 
 namespace {
 
@@ -24,16 +26,32 @@ bool begins_line(const Boundary& place) {
   return before != ContentKind::Text && before != ContentKind::Object && before != ContentKind::LineBreak;
 }
 
-bool has_visible_before(const Node& node) {
-  for (const Node* before = node.previous_sibling(); before; before = before->previous_sibling())
-    if (is_visible(*before)) return true;
-  return false;
+/// Whether nothing that is seen stands in the block before the place.
+bool begins(const Boundary& place, const Element& block) {
+  const Content before = content_beside(place, Direction::Backward);
+  return before.kind == ContentKind::LeaveBlock && before.node == &block;
+}
+
+Node* visible_before(const Node& node) {
+  Node* before = node.previous_sibling();
+  while (before && !is_visible(*before)) before = before->previous_sibling();
+  return before;
+}
+
+Node* visible_behind(const Node& node) {
+  Node* behind = node.next_sibling();
+  while (behind && !is_visible(*behind)) behind = behind->next_sibling();
+  return behind;
+}
+
+bool is_empty_text_block(const Node* node) {
+  return node && is_text_block(*node) && is_editable(*node) && is_empty_line(*node);
 }
 
 /// The outermost block that begins with this one and doesn't hold the line behind.
 Node* outermost_beginning_with(Node* block, const Node& behind) {
   const Node* common = dom::common_ancestor(*block, behind);
-  while (block->parent() != common && !has_visible_before(*block)) block = block->parent();
+  while (block->parent() != common && !visible_before(*block)) block = block->parent();
   return block;
 }
 
@@ -54,6 +72,37 @@ bool delete_selected_lines(Editor& editor) {
   selection.set(dom::before(*outermost_beginning_with(first, *behind)), {behind.get(), 0});
   delete_selection(editor, {.block_merging = false});
   if (behind->parent()) selection.collapse(normalized_caret_place({behind.get(), 0}));
+  return true;
+}
+
+bool delete_empty_line_backward(Editor& editor) {
+  const Boundary caret = editor.selection().range().start;
+  const Ref<Element> block(block_around(caret));
+  if (!editor.selection().collapsed() || !block || !begins(caret, *block)) return false;
+  Node* before = visible_before(*block);
+  if (is_empty_text_block(before) && is_text_block(*block)) {
+    dom::remove(*before);
+    return true;
+  }
+  if (!is_empty_text_block(block.get()) || !block->is(Tag::Li) || !before || !before->is(Tag::Li))
+    return false;
+  dom::remove(*block);
+  editor.selection().collapse(end_of_lines(*before).place());
+  return true;
+}
+
+bool delete_empty_line_forward(Editor& editor) {
+  const Boundary caret = editor.selection().range().start;
+  const Ref<Element> block(block_around(caret));
+  if (!editor.selection().collapsed() || !is_empty_text_block(block.get())) return false;
+  const Node* behind = visible_behind(*block);
+  const auto next =
+      next_caret_place({block.get(), dom::length_of(*block)}, Direction::Forward, Granularity::Character);
+  if (!behind || behind->is(Tag::Table) || !next || !dom::is_inclusive_ancestor(*behind, *next->node))
+    return false;
+  const dom::LiveRange place(editor.document(), {*next, *next});
+  dom::remove(*block);
+  editor.selection().collapse(place.start());
   return true;
 }
 

@@ -11,4 +11,10 @@ class Editor;
 /// was taken out whole would become the heading.
 bool delete_selected_lines(Editor& editor);
 
+/// Backspace and Delete beside an empty line, which goes with its block, so that the line on its other side
+/// stays what it is: a heading behind an empty paragraph stays a heading. An empty item goes without leaving
+/// a line break in the one before. False where the caret isn't beside one.
+bool delete_empty_line_backward(Editor& editor);
+bool delete_empty_line_forward(Editor& editor);
+
 }  // namespace tvx::editing

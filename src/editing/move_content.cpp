@@ -1,18 +1,19 @@
 #include "editing/move_content.h"
 
-#include "dom/builder.h"
 #include "dom/journal.h"
 #include "dom/mutation.h"
 #include "dom/serialise.h"
 #include "dom/tree.h"
 #include "editing/caret.h"
-#include "editing/clone_contents.h"
+#include "editing/content_walk.h"
 #include "editing/control_range.h"
+#include "editing/copied_content.h"
 #include "editing/deletion.h"
 #include "editing/editor.h"
+#include "editing/line_deletion.h"
 #include "editing/markup_pointer.h"
+#include "editing/paste.h"
 #include "editing/predicates.h"
-#include "editing/tag_set.h"
 
 namespace tvx::editing {
 
@@ -20,7 +21,6 @@ using dom::Boundary;
 using dom::Element;
 using dom::Node;
 using dom::Ref;
-using dom::Tag;
 
 namespace {
 
@@ -39,28 +39,6 @@ class Gesture {
   Selection& selection_;
   dom::UndoStep step_;
 };
-
-/// Their children can't stand without them.
-bool holds_parts(const Node& node) {
-  static const TagSet tags{Tag::Ul,    Tag::Ol,    Tag::Dl, Tag::Table, Tag::Tbody,
-                           Tag::Thead, Tag::Tfoot, Tag::Tr, Tag::Dir,   Tag::Menu};
-  return tags.has(node);
-}
-
-/// The markup of a stretch of content, in the look and in the lists and tables that it stands in.
-std::u16string markup_of(const dom::Range& range) {
-  Ref<Node> content(clone_contents(range));
-  Node* ancestor = common_ancestor(*range.start.node, *range.end.node);
-  if (ancestor && ancestor->is_text()) ancestor = ancestor->parent();
-  for (; ancestor && !is_editing_host(*ancestor); ancestor = ancestor->parent()) {
-    if (!holds_parts(*ancestor) && !is_inline_node(*ancestor)) break;
-    const Ref<Node> wrapper = dom::clone(*ancestor, dom::document_of(*ancestor), dom::Deep::No);
-    dom::insert(*wrapper, content);
-    content = dom::document_of(*ancestor).create_fragment();
-    dom::insert(*content, wrapper);
-  }
-  return dom::serialise_children(*content);
-}
 
 bool is_within(const Boundary& place, const dom::Range& range) {
   return compare(range.start, place) <= 0 && compare(place, range.end) <= 0;
@@ -104,15 +82,27 @@ bool move_control(Editor& editor, Element& control, const Boundary& to, KeepSour
   return true;
 }
 
+/// What was taken goes in as what is pasted does: lines as lines, items among items.
+void put_in(Editor& editor, const Ref<dom::DocumentFragment>& content, const Boundary& at) {
+  // Within or behind a text the place stays where the text ends, also if what follows becomes part of it.
+  const Boundary before = at.node->is_text() && at.offset > 0 ? at : out_of_text_edge(at);
+  const dom::LiveRange start(editor.document(), {before, before});
+  editor.selection().collapse(at);
+  paste_nodes(editor, content);
+  const Boundary end = editor.selection().range().end;
+  if (dom::compare(start.start(), end) < 0) editor.selection().set(start.start(), end);
+}
+
 bool move_text(Editor& editor, const dom::Range& range, const Boundary& to, KeepSource keep) {
+  const dom::Range seen = shrunk_to_characters(range);
+  if (seen.collapsed()) return false;
   const Gesture gesture(editor, keep == KeepSource::Yes ? u"Copy" : u"Move");
-  const dom::LiveRange source(editor.document(), range);
-  const dom::LiveRange arrived(editor.document(), insert_markup(editor, to, markup_of(range)));
-  if (keep == KeepSource::No) {
-    editor.selection().set(source.range());
-    delete_selection(editor);
-  }
-  editor.selection().set(arrived.range());
+  const LineEnd end = takes_line_end(range, seen) ? LineEnd::With : LineEnd::Without;
+  const Ref<dom::DocumentFragment> content = copied_nodes(seen, end);
+  if (end == LineEnd::With) append_line_end(*content);
+  const dom::LiveRange target(editor.document(), {to, to});
+  if (keep == KeepSource::No && !delete_selected_lines(editor)) delete_selection(editor);
+  put_in(editor, content, target.start());
   return true;
 }
 

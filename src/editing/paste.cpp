@@ -118,11 +118,9 @@ dom::Range with_covered_blocks(const dom::Range& seen, bool lists_too) {
   return range;
 }
 
-/// A host may put the selection into what can't hold a text: a line break, an image, a field.
+/// A host may put the selection into what can't hold a text: an image, a field.
 Boundary out_of_things(Boundary place) {
-  while (place.node->parent() &&
-         (place.node->is(Tag::Br) || place.node->is(Tag::Hr) || is_object(*place.node)))
-    place = dom::before(*place.node);
+  while (place.node->parent() && is_object(*place.node)) place = dom::before(*place.node);
   return place;
 }
 
@@ -150,6 +148,7 @@ class Pasting {
       dom::remove(*control);
       block = block_around(gap_.start());
     } else {
+      leave_comments(editor_);
       const dom::Range selected = editor_.selection().range();
       const dom::Range range{out_of_things(selected.start), out_of_things(selected.end)};
       seen_ = shrunk_to_characters(range);

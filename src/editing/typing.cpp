@@ -5,6 +5,7 @@
 #include "dom/mutation.h"
 #include "dom/tree.h"
 #include "editing/caret.h"
+#include "editing/copied_content.h"
 #include "editing/deletion.h"
 #include "editing/insertion_commands.h"
 #include "editing/line_deletion.h"
@@ -66,16 +67,31 @@ void keep_paragraph(Editor& editor) {
   editor.selection().collapse({paragraph.get(), 0});
 }
 
+void collapse_keeping_look(Editor& editor, Boundary place) {
+  const RecordedLook look = record_current_overrides(editor);
+  editor.selection().collapse(place);
+  restore_look(look, editor);
+}
+
 // After a deletion the caret may stand between the cells of a table, or in an empty host.
 void settle_caret(Editor& editor) {
   if (!editor.selection().collapsed()) return;
   keep_paragraph(editor);
   const Boundary caret = editor.selection().range().start;
   const Boundary place = normalized_caret_place(caret);
-  if (place == caret) return;
-  const RecordedLook look = record_current_overrides(editor);
-  editor.selection().collapse(place);
-  restore_look(look, editor);
+  if (place != caret) collapse_keeping_look(editor, place);
+}
+
+// Between two blocks, behind a rule for instance, there is no line: what is typed there begins the one
+// behind.
+void enter_line_behind(Editor& editor) {
+  const Boundary caret = editor.selection().focus();
+  if (!editor.selection().collapsed() || caret.node->is_text()) return;
+  Node* behind = dom::child_at(*caret.node, caret.offset);
+  const Node* before = behind ? behind->previous_sibling() : nullptr;
+  if (!behind || !is_text_block(*behind) || !is_editable(*behind) || (before && is_inline_node(*before)))
+    return;
+  collapse_keeping_look(editor, normalized_caret_place({behind, 0}));
 }
 
 bool is_space(char16_t c) { return is_ascii_space(c) || c == u'\u00A0'; }
@@ -129,6 +145,7 @@ std::size_t type_some(Editor& editor, std::u16string_view text) {
 bool type_text(Editor& editor, std::u16string_view text) {
   if (text.empty() || !can_type(editor)) return false;
   const Gesture gesture(editor, u"Typing", StepJoin::TypingRun);
+  enter_line_behind(editor);
   make_room(editor, text.size());
   while (!text.empty()) text.remove_prefix(type_some(editor, text));
   return true;
@@ -191,10 +208,14 @@ bool press_enter(Editor& editor) { return press_return(editor, u"Paragraph", ins
 bool press_shift_enter(Editor& editor) { return press_return(editor, u"Line break", insert_line_break); }
 
 bool delete_backward(Editor& editor) {
-  return press_delete(editor, [&] { delete_backward_by(editor, previous_grapheme); });
+  return press_delete(editor, [&] {
+    if (!delete_empty_line_backward(editor)) delete_backward_by(editor, previous_grapheme);
+  });
 }
 bool delete_forward(Editor& editor) {
-  return press_delete(editor, [&] { delete_forward_by(editor, next_grapheme); });
+  return press_delete(editor, [&] {
+    if (!delete_empty_line_forward(editor)) delete_forward_by(editor, next_grapheme);
+  });
 }
 bool delete_word_backward(Editor& editor) { return delete_word(editor, Direction::Backward); }
 bool delete_word_forward(Editor& editor) { return delete_word(editor, Direction::Forward); }

@@ -100,13 +100,13 @@ TEST_F(ControlBoxes, TextMovesWithItsLook) {
   load("<P>a<B>b[cd]e</B></P><P>x</P>");
   dom::Node* target = host.last_child()->first_child();
   expect_move("<P>a<B>b[cd]e</B></P><P>x</P>", {target, 1}, KeepSource::No,
-              "<P>a<B>be</B></P><P>x{<B>cd</B>}</P>");
+              "<P>a<B>be</B></P><P>x[<B>cd]</B></P>");
 }
 
 TEST_F(ControlBoxes, ACopyLeavesTheSource) {
   load("<P>a[bc]d</P><P>x</P>");
   expect_move("<P>a[bc]d</P><P>x</P>", {host.last_child()->first_child(), 0}, KeepSource::Yes,
-              "<P>abcd</P><P>{bc}x</P>");
+              "<P>abcd</P><P>{bc]x</P>");
 }
 
 TEST_F(ControlBoxes, ItemsMoveAsAList) {
@@ -114,6 +114,28 @@ TEST_F(ControlBoxes, ItemsMoveAsAList) {
   EXPECT_TRUE(move_selection(editor, {host.last_child()->first_child(), 1}, KeepSource::Yes));
   EXPECT_EQ(html(),
             "<UL><LI>one</LI><LI>two</LI><LI>three</LI></UL><P>x</P><UL><LI>one</LI><LI>two</LI></UL>");
+}
+
+TEST_F(ControlBoxes, LinesMoveAsLines) {
+  const auto text = [&](int line) { return dom::child_at(host, line)->first_child(); };
+  load("<P>one</P><P>[two</P><P>]three</P>");
+  expect_move("<P>one</P><P>[two</P><P>]three</P>", {text(0), 0}, KeepSource::No,
+              "{<P>two</P><P>]one</P><P>three</P>");
+  load("<P>o</P><H2>[two</H2><P>three]</P><P>four</P>");
+  expect_move("<P>o</P><H2>[two</H2><P>three]</P><P>four</P>", {text(0), 1}, KeepSource::Yes,
+              "<P>o[two</P><P>three]</P><H2>two</H2><P>three</P><P>four</P>");
+  load("<UL><LI>one</LI><LI>[two</LI><LI>]three</LI></UL>");
+  EXPECT_TRUE(move_selection(editor, {text(0)->first_child(), 0}, KeepSource::No));
+  EXPECT_EQ(html(), "<UL><LI>two</LI><LI>one</LI><LI>three</LI></UL>");
+}
+
+TEST_F(ControlBoxes, AWordMovesWithoutJoiningItsNeighbours) {
+  load("<P>one two[ three]</P><P>x</P>");
+  expect_move("<P>one two[ three]</P><P>x</P>", {host.last_child()->first_child(), 1}, KeepSource::No,
+              "<P>one two</P><P>x[ three]</P>");
+  load("<P>one [two ]three</P>");
+  expect_move("<P>one [two ]three</P>", {host.first_child()->first_child(), 0}, KeepSource::No,
+              "<P>{two ]one three</P>");
 }
 
 TEST_F(ControlBoxes, WithinItselfNothingMoves) {

@@ -17,6 +17,19 @@ class LineDeletion : public EditingFixture {
       expect_laws(first);
     }
   }
+  void expect_key(std::string_view before, bool (*key)(Editor&), std::string_view after) {
+    load(before);
+    const std::string first = marked();
+    key(editor);
+    EXPECT_EQ(marked(), after) << "from " << before;
+    expect_laws(first);
+  }
+  void expect_backspace(std::string_view before, std::string_view after) {
+    expect_key(before, delete_backward, after);
+  }
+  void expect_delete(std::string_view before, std::string_view after) {
+    expect_key(before, delete_forward, after);
+  }
 };
 
 TEST_F(LineDeletion, TheLineBehindKeepsItsBlock) {
@@ -49,6 +62,35 @@ TEST_F(LineDeletion, WhatIsNoWholeLineIsJoined) {
 TEST_F(LineDeletion, FromCellToCellTheTableKeepsItsShape) {
   expect_deleted("<TABLE><TBODY><TR><TD>[one</TD><TD>]two</TD></TR></TBODY></TABLE>",
                  "<TABLE><TBODY><TR><TD>{}<BR></TD><TD>two</TD></TR></TBODY></TABLE>");
+}
+
+// --- empty lines beside a caret ---
+
+TEST_F(LineDeletion, AnEmptyLineGoesAndTheOneBehindStaysWhatItIs) {
+  expect_backspace("<P><BR></P><H1>[]b</H1>", "<H1>[]b</H1>");
+  expect_delete("<P>{}<BR></P><H1>b</H1>", "<H1>[]b</H1>");
+  expect_delete("<P>{}<BR></P>\n<UL><LI>a</LI></UL>", "\n<UL><LI>[]a</LI></UL>");
+  expect_backspace("<H1>a</H1><P>{}<BR></P><P>b</P>", "<H1>a[]</H1><P>b</P>");
+  expect_backspace("<P><BR></P><P>{}<BR></P>", "<P>{}<BR></P>");
+  expect_backspace("<P><BR></P><DIV><P>a</P>[]b</DIV>", "<P><BR></P><DIV><P>a[]b</P></DIV>");
+  expect_delete("<UL><LI>{}<BR></LI><LI>b</LI></UL>", "<UL><LI>[]b</LI></UL>");
+}
+
+TEST_F(LineDeletion, AnEmptyItemLeavesNoLineBehind) {
+  expect_backspace("<UL><LI>a</LI><LI>{}<BR></LI></UL>", "<UL><LI>a[]</LI></UL>");
+  expect_backspace("<UL><LI>a<UL><LI>b</LI></UL></LI><LI>{}<BR></LI></UL>",
+                   "<UL><LI>a<UL><LI>b[]</LI></UL></LI></UL>");
+  expect_backspace("<UL><LI>{}<BR></LI><LI>b</LI></UL>", "<P>{}<BR></P><UL><LI>b</LI></UL>");
+}
+
+TEST_F(LineDeletion, ARuleATableAndACellAreNoLinesToJoin) {
+  expect_delete("<P>{}<BR></P><HR><P>b</P>", "<P>{}<BR></P><P>b</P>");
+  load("<P>{}<BR></P><TABLE><TBODY><TR><TD>x</TD></TR></TBODY></TABLE>");
+  delete_forward(editor);
+  EXPECT_EQ(marked(), "<P><BR></P>{<TABLE><TBODY><TR><TD>x</TD></TR></TBODY></TABLE>}")
+      << "taken, not deleted";
+  expect_backspace("<TABLE><TBODY><TR><TD><BR></TD><TD>[]x</TD></TR></TBODY></TABLE>",
+                   "<TABLE><TBODY><TR><TD><BR></TD><TD>[]x</TD></TR></TBODY></TABLE>");
 }
 
 TEST_F(LineDeletion, TheCommandFollowsTheStandard) {

@@ -43,6 +43,29 @@ TEST_F(Typing, WritesIntoTheText) {
   expect_typed("<p>{}<br></p>", u"a", "<P>a[]</P>");
 }
 
+TEST_F(Typing, BetweenBlocksBeginsTheLineBehind) {
+  load("<P>Really[] here</P>");
+  const std::string first = marked();
+  run({"insertHorizontalRule"});
+  type_text(editor, u"x");
+  EXPECT_EQ(marked(), "<P>Really</P><HR><P>x[] here</P>");
+  expect_laws(first);
+  expect_typed("<P>a</P>{}<UL><LI>b</LI></UL>", u"x", "<P>a</P>x[]<UL><LI>b</LI></UL>");
+  expect_typed("a{}<P>b</P>", u"x", "ax[]<P>b</P>");
+}
+
+// A host can put the caret there; what is written in it is in no page.
+TEST_F(Typing, WithinALineBreakGoesBesideIt) {
+  load("<P><BR></P><P>x</P>");
+  editor.selection().collapse({host.first_child()->first_child(), 0});
+  type_text(editor, u"one");
+  EXPECT_EQ(marked(), "<P>one[]</P><P>x</P>");
+  load("<P>a<IMG>b</P>");
+  editor.selection().collapse({dom::child_at(*host.first_child(), 1), 0});
+  run({"insertText", "c"});
+  EXPECT_EQ(html(), "<P>ac<IMG>b</P>");
+}
+
 TEST_F(Typing, ReplacesWhatIsSelected) {
   expect_typed("<p>f[o]o</p>", u"xy", "<P>fxy[]o</P>");
   expect_typed("<p>fo[o</p><p>b]ar</p>", u"x", "<P>fox[]ar</P>");
