@@ -49,7 +49,7 @@ struct Stage {
     browser::MouseInput mouse;
     mouse.button = browser::MouseButton::Right;
     mouse.element = control->DOM()->first(dom::Tag::Table);
-    mouse.place = dom::Boundary{mouse.element, 0};
+    mouse.place = dom::Boundary{mouse.element.get(), 0};
     control->DOM()->mouse_press(mouse);
     settle();
   }
@@ -72,9 +72,11 @@ struct Stage {
 /// Repeats an item, taking it back in between; the undo doesn't count.
 void repeat(benchmark::State& state, Stage& stage, std::u16string_view item) {
   for ([[maybe_unused]] auto turn : state) {
+    const std::size_t patches = stage.view.patches();
     stage.choose(std::u16string(item));
     state.PauseTiming();
     if (stage.control->DOM()->tree().journal().depth() != 1) state.SkipWithError("it wasn't one step");
+    if (stage.view.patches() == patches) state.SkipWithError("the view wasn't told");
     stage.undo();
     state.ResumeTiming();
   }

@@ -26,6 +26,23 @@ void show_tag(const dom::Ref<dom::Element>& element, const std::u16string& base,
   dialog.set_outerHTML(dom::outer_html(*element));
 }
 
+/// The number of an element among all; what has left the document counts as the first.
+std::size_t place_in(browser::HTMLDocument& document, const dom::Element* element) {
+  return element && dom::is_connected(*element) ? document.tree().source_index(*element) : 0;
+}
+
+dom::Ref<dom::Element> element_at(browser::HTMLDocument& document, std::size_t place) {
+  const std::vector<dom::Element*>& all = document.tree().all();
+  return place < all.size() ? all[place] : nullptr;
+}
+
+void replace_element(browser::HTMLDocument& document, std::size_t place, std::u16string_view html) {
+  const dom::Ref<dom::Element> element = element_at(document, place);
+  if (!element) throw RuntimeError(errors::object_not_set, u"There is no such element");
+  const dom::UndoStep step(document.tree().journal(), u"Edit Tag");
+  dom::assign_outer_html(*element, html);
+}
+
 }  // namespace
 
 // The user edits the opening tag as text. By its number the element is found again when the dialog is closed:
@@ -33,28 +50,15 @@ void show_tag(const dom::Ref<dom::Element>& element, const std::u16string& base,
 void HTMLed::edit_tag() {
   attempt([&] { highlight_->restore(); });
   std::size_t place = 0;
-  const auto element_there = [&] {
-    const std::vector<dom::Element*>& all = document().tree().all();
-    return dom::Ref<dom::Element>(place < all.size() ? all[place] : nullptr);
-  };
-  attempt([&] {
-    const dom::Element* element = highlight_->element();
-    if (element && dom::is_connected(*element)) place = document().tree().source_index(*element);
-  });
-  attempt([&] { highlight_->set_element(element_there()); });
+  attempt([&] { place = place_in(document(), highlight_->element()); });
+  attempt([&] { highlight_->set_element(element_at(document(), place)); });
   const dom::Ref<dom::Element> element = highlight_->element();
+  const std::u16string base = properties_.relativeURLs ? properties_.BaseURL : std::u16string();
   commands::ElementCodeDialog dialog;
-  attempt(
-      [&] { show_tag(element, properties_.relativeURLs ? properties_.BaseURL : std::u16string(), dialog); });
+  attempt([&] { show_tag(element, base, dialog); });
   const bool refused = element && commands::refuses_new_tag(ascii_lower(element->display_name()));
   if (!attempt([&] { show_dialog(dialog.form(), u"ElementTagEdit"); }) || dialog.booCancel()) return;
-  if (!refused)
-    attempt([&] {
-      const auto kept = docHTML_;
-      const dom::UndoStep step(document().tree().journal(), u"Edit Tag");
-      if (const dom::Ref<dom::Element> there = element_there())
-        dom::assign_outer_html(*there, dialog.outerHTML());
-    });
+  if (!refused) attempt([&] { replace_element(document(), place, dialog.outerHTML()); });
   mark_changed();
 }
 

@@ -165,6 +165,17 @@ TEST_F(TableTools, DeletingTellsCellsFromRowsInAnyLanguage) {
   EXPECT_TRUE(control->IsDirty());
 }
 
+TEST_F(TableTools, InTheWordsOfALanguageFileToo) {
+  start_with(two_by_two);
+  control->set_LocalizationFile(from_utf8(TVX_SOURCE_DIR "/languages/de.xml"));
+  choose_in_path(the(Tag::Tr, 1), u"MnuCellRowActionsDelete");
+  EXPECT_EQ(control->menu(u"MnuCellRowActionsDelete")->Caption(), control->table_labels().delete_row);
+  EXPECT_NE(control->table_labels().delete_row, u"Delete Row");
+  EXPECT_EQ(content(), u"<TABLE><TBODY><TR><TD>1</TD><TD>2</TD></TR></TBODY></TABLE>");
+  choose_in_path(the(Tag::Td, 1), u"MnuCellRowActionsDelete");
+  EXPECT_EQ(content(), u"<TABLE><TBODY><TR><TD>1</TD></TR></TBODY></TABLE>");
+}
+
 TEST_F(TableTools, AfterADeletionTheCurrentElementIsTheOneThatLeft) {
   start_with(two_by_two);
   const dom::Ref<dom::Element> cell = the(Tag::Td);
@@ -205,6 +216,18 @@ TEST_F(TableTools, ItemsOfTheTablesMenu) {
     expect_one_step(
         two_by_two, [&] { choose_in_table_menu(item); },
         u"<TABLE><TBODY>" + std::u16string(rows) + u"</TBODY></TABLE>");
+}
+
+TEST_F(TableTools, TheBorderOfAClickedTableIsInNoStep) {
+  start_with(u"<P>x</P>");
+  control->set_HighlightDOMSelectionOnClick(true);
+  expect_one_step(
+      two_by_two,
+      [&] {
+        choose_in_table_menu(u"mnuTDelCol");
+        EXPECT_NE(body().find(u"style"), std::u16string::npos) << "it is drawn";
+      },
+      u"<TABLE><TBODY><TR><TD>1</TD></TR><TR><TD>3</TD></TR></TBODY></TABLE>");
 }
 
 TEST_F(TableTools, ATableWithoutRowsKeepsAnEmptyOneAndNoMark) {
@@ -523,6 +546,20 @@ TEST_F(TableTools, TheControlMayEndWhileTheDialogIsOpen) {
       u"frmCellProp", [&](platform::Form&) { control->UserControl_Terminate(); }, u"OKButton");
   choose_in_path(the(Tag::Td), u"mnuToolProperties");
   EXPECT_EQ(control->DOM(), nullptr);
+}
+
+TEST_F(TableTools, EachDialogHasASectionOfTheLanguageFile) {
+  start_with(two_by_two);
+  control->set_LocalizationFile(from_utf8(TVX_SOURCE_DIR "/languages/de.xml"));
+  std::vector<std::u16string> captions;
+  const auto read = [&](platform::Form& form) { captions.push_back(form.Caption()); };
+  for (int i = 0; i < 4; ++i) expect_dialog(u"", read, u"");
+  control->Table_Document();
+  choose_in_table_menu(u"mnuTProp");
+  choose_in_path(the(Tag::Td), u"mnuToolProperties");
+  choose_in_path(the(Tag::Tr), u"mnuToolProperties");
+  EXPECT_THAT(captions, ElementsAre(u"Tabelleneigenschaften", u"Tabelleneigenschaften",
+                                    u"Zelleneigenschaften", u"Zeileneigenschaften"));
 }
 
 TEST_F(TableTools, NoDialogStaysLoaded) {
