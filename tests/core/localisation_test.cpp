@@ -21,10 +21,17 @@ class Localisation : public Control {
   std::u16string tip(std::u16string_view key) { return control->Toolbar1().Item(key).ToolTipText(); }
   std::u16string form_tip(std::u16string_view key) { return control->Toolbar2().Item(key).ToolTipText(); }
   std::u16string caption(std::u16string_view name) { return control->menu(name)->Caption(); }
-  /// Shows a dialog as an operation of the control does; what its controls are called then.
-  struct Shown {
-    std::u16string form, label, button;
-  };
+  /// Opens the table dialog; the captions that are asked for as it shows them, the form's own first.
+  std::vector<std::u16string> table_dialog(std::initializer_list<std::u16string_view> controls) {
+    std::vector<std::u16string> captions;
+    forms.expect({.form = u"Frminserttable", .while_open = [&](platform::Form& form) {
+                    captions.push_back(form.Caption());
+                    for (const std::u16string_view name : controls)
+                      captions.push_back(form.Controls(name).Caption());
+                  }});
+    control->Table_Document();
+    return captions;
+  }
 };
 
 TEST_F(Localisation, ToolTipsAndMenuItemsTakeTheFilesWords) {
@@ -233,6 +240,51 @@ TEST_F(Localisation, ASecondFileLeavesWhatItDoesNotName) {
   apply(file(group("Toolbar1", entry("Bold", "Gras"))));
   EXPECT_EQ(tip(u"Bold"), u"Gras");
   EXPECT_EQ(tip(u"Italic"), u"Kursiv");
+}
+
+// --- dialogs ---
+
+TEST_F(Localisation, ADialogOpensWithTheWordsOfItsSection) {
+  start();
+  apply(file("<TableSettings><e><t special='form'>Tabelle</t></e>" + entry("lblrows", "Zeilen") +
+             "</TableSettings>"));
+  EXPECT_THAT(table_dialog({u"lblrows", u"lblcolumns"}),
+              ElementsAre(u"Tabelle", u"Zeilen", u"Number of Columns"));
+}
+
+TEST_F(Localisation, AnUnknownControlEndsTheSectionAndTheHostHearsNothing) {
+  start();
+  apply(file("<TableSettings>" + entry("lblrows", "Zeilen") + entry("lblNone", "x") +
+             entry("lblcolumns", "Spalten") + "</TableSettings>"));
+  EXPECT_THAT(table_dialog({u"lblrows", u"lblcolumns"}),
+              ElementsAre(u"Table Properties", u"Zeilen", u"Number of Columns"));
+  EXPECT_THAT(host.heard, IsEmpty());
+}
+
+TEST_F(Localisation, ADialogWhoseFileHasGoneOpensInItsOwnWordsAndTheHostHearsNothing) {
+  start();
+  apply(file("<TableSettings>" + entry("lblrows", "Zeilen") + "</TableSettings>"));
+  std::filesystem::remove(folder / "language.xml");
+  EXPECT_THAT(table_dialog({u"lblrows"}), ElementsAre(u"Table Properties", u"Number of Rows"));
+  write_file("language.xml", "<languageUI");
+  EXPECT_THAT(table_dialog({u"lblrows"}), ElementsAre(u"Table Properties", u"Number of Rows"));
+  EXPECT_THAT(host.heard, IsEmpty());
+}
+
+// The caption that the item shows tells cell from row, and both come from the file.
+TEST_F(Localisation, DeletingStillTellsCellFromRow) {
+  start_with(u"<TABLE><TBODY><TR><TD>a</TD><TD>b</TD></TR></TBODY></TABLE>");
+  apply(
+      file(group("ContextMenus", entry("mnuCellActionDelete", "Weg") + entry("mnuRowActionDelete", "Fort"))));
+  const auto remove = [&](dom::Tag tag) {
+    control->DOM()->mouse_press(at(element(tag)));
+    menus.expect({.menu = u"mnuToolProp", .choose = u"MnuCellRowActionsDelete"});
+    const auto place = std::int64_t(control->DOM()->tree().source_index(*element(tag)));
+    control->press(control->tlbDOM(), u"KEY" + to_text(place));
+    return control->DocumentHTML();
+  };
+  EXPECT_EQ(remove(dom::Tag::Td), u"<TABLE><TBODY><TR><TD>b</TD></TR></TBODY></TABLE>");
+  EXPECT_EQ(remove(dom::Tag::Tr), u"<TABLE><TBODY></TBODY></TABLE>");
 }
 
 }  // namespace
