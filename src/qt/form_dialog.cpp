@@ -109,10 +109,15 @@ void FormDialog::control_changed(FormControl& control) {
   if (QWidget* widget = widgets_.value(&control)) show_state(control, *widget);
   for (const auto& other : form_.controls())
     if (other->colour_field() == &control) show_state(*other, *widgets_.value(other.get()));
-  if (control.has_caption()) layout_->captions_changed();
+  if (control.has_caption()) captions_changed();
 }
 
-void FormDialog::caption_changed(Form&) { show_caption(); }
+void FormDialog::caption_changed(Form&) { captions_changed(); }
+
+void FormDialog::captions_changed() {
+  show_caption();
+  layout_->captions_changed();
+}
 
 void FormDialog::form_hidden(Form&) { done(QDialog::Accepted); }
 
@@ -120,8 +125,11 @@ void FormDialog::form_hidden(Form&) { done(QDialog::Accepted); }
 void FormDialog::show_caption() {
   const QString caption = to_qt(form_.Caption());
   setWindowTitle(QString(caption).replace(QStringLiteral("[*]"), QStringLiteral("[*][*]")));
-  const bool leftwards =
-      caption.isRightToLeft() || (parentWidget() && parentWidget()->layoutDirection() == Qt::RightToLeft);
+  const bool leftwards = (parentWidget() && parentWidget()->layoutDirection() == Qt::RightToLeft) ||
+                         caption.isRightToLeft() ||
+                         std::ranges::any_of(form_.controls(), [](const auto& control) {
+                           return control->has_caption() && to_qt(control->Caption()).isRightToLeft();
+                         });
   setLayoutDirection(leftwards ? Qt::RightToLeft : Qt::LeftToRight);
 }
 

@@ -43,6 +43,7 @@ class FormDialog final : public QDialog, private platform::FormObserver {
   void make_widgets(QWidget& content);
   void make_closing_buttons();
   void set_tab_order();
+  void captions_changed();
   void show_caption();
   void act(const std::function<void()>& deed);
   void tell(const RuntimeError& failure);

@@ -27,6 +27,11 @@ bool is_pressed(const FormControl* control) {
   return control->kind() == ControlKind::CheckBox || control->kind() == ControlKind::CommandButton;
 }
 
+/// A box that nothing stands beside is for long texts.
+bool is_wide_box(const FormControl* control) {
+  return control->kind() == ControlKind::TextBox && !control->columns();
+}
+
 bool fills_its_row(const QWidget& widget) {
   return widget.sizePolicy().expandingDirections() & Qt::Horizontal;
 }
@@ -40,7 +45,7 @@ bool has_words(const FormControl* control) {
 }  // namespace
 
 FormLayout::FormLayout(const platform::Form& form, const Widgets& widgets, QWidget& form_widget)
-    : widgets_(widgets), form_widget_(form_widget) {
+    : form_(form), widgets_(widgets), form_widget_(form_widget) {
   grid_of(nullptr).layout->setContentsMargins({});
   for (const platform::FormRow& row : form.rows()) {
     if (row.controls.empty()) continue;
@@ -111,6 +116,8 @@ void FormLayout::add_controls(const Field& field, Grid& grid, int row, int colum
   const bool alone = field.controls.size() == 1;
   if (alone && is_label(field.controls.front()))
     static_cast<CaptionLabel*>(first)->set_line(letters_of_a_paragraph);
+  if (alone && !field.label && is_wide_box(field.controls.front()))
+    first->setMinimumWidth(letters_of_a_paragraph * first->fontMetrics().averageCharWidth());
   const bool fills = std::ranges::any_of(
       field.controls, [this](const FormControl* control) { return fills_its_row(*widget_of(control)); });
   if (alone && (fills || !is_pressed(field.controls.front())) && !field.controls.front()->columns())
@@ -129,8 +136,7 @@ void FormLayout::captions_changed() {
       grid.layout->setColumnMinimumWidth(grid_columns * int(place),
                                          grid.has_labels ? widest_label(place) : 0);
     for (const std::vector<Field>& row : grid.rows)
-      for (const Field& field : row)
-        if (field.label) name_controls(field);
+      for (const Field& field : row) name_controls(field);
   }
 }
 
@@ -144,8 +150,13 @@ int FormLayout::widest_label(std::size_t place) const {
   return widest;
 }
 
-// The first is named by its label, to which it is the buddy.
+// A box is named by the label to which it is the buddy; without one it is what the dialog is about.
 void FormLayout::name_controls(const Field& field) const {
+  if (!field.label) {
+    if (field.controls.front()->has_text())
+      widget_of(field.controls.front())->setAccessibleName(to_qt(form_.Caption()));
+    return;
+  }
   const QString name = without_marks(to_qt(field.label->Caption()));
   for (const FormControl* control : field.controls)
     if (control->kind() == ControlKind::CommandButton && (control->colour_field() || !has_words(control)))

@@ -18,7 +18,7 @@ class FormLayout {
  public:
   using Widgets = QHash<const platform::FormControl*, QWidget*>;
 
-  /// Lays the widgets out on `form_widget`, and those of frames on the frame's widget. Both outlive this.
+  /// Lays the widgets out on `form_widget`, and those of frames on the frame's widget. All outlive this.
   FormLayout(const platform::Form& form, const Widgets& widgets, QWidget& form_widget);
 
   /// For when captions, the font or the style have changed: the columns of labels become as wide in every
@@ -49,6 +49,7 @@ class FormLayout {
   int widest_label(std::size_t place) const;
   QWidget* widget_of(const platform::FormControl* control) const { return widgets_.value(control); }
 
+  const platform::Form& form_;
   const Widgets& widgets_;
   QWidget& form_widget_;
   std::deque<Grid> grids_;  // references to them stay

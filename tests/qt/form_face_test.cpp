@@ -437,26 +437,6 @@ TEST_F(FormFace, TheFocusComesBackToWhereItWas) {
 
 // --- looks ---
 
-/// Nothing that has words may be smaller than they are.
-void expect_nothing_clipped(const QWidget& dialog) {
-  int seen = 0;
-  for (const QWidget* widget : dialog.findChildren<QWidget*>()) {
-    const bool has_words = qobject_cast<const QLabel*>(widget) ||
-                           qobject_cast<const QAbstractButton*>(widget) ||
-                           qobject_cast<const QGroupBox*>(widget) || qobject_cast<const QComboBox*>(widget);
-    if (!has_words || !widget->isVisible()) continue;
-    ++seen;
-    const QSize wanted =
-        qobject_cast<const QGroupBox*>(widget) ? widget->minimumSizeHint() : widget->sizeHint();
-    EXPECT_GE(widget->width(), wanted.width()) << widget->objectName().toStdString();
-    EXPECT_GE(widget->height(), wanted.height()) << widget->objectName().toStdString();
-    const QRect within = dialog.rect();
-    EXPECT_TRUE(within.contains(QRect(widget->mapTo(&dialog, QPoint()), widget->size())))
-        << widget->objectName().toStdString();
-  }
-  EXPECT_GT(seen, 5);
-}
-
 TEST_F(FormFace, LongCaptionsAreNotClipped) {
   Form& form = sample_.form;
   for (const auto& control : form.controls())

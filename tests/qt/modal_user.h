@@ -2,7 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <QAbstractButton>
 #include <QApplication>
+#include <QComboBox>
+#include <QGroupBox>
+#include <QLabel>
 #include <QTimer>
 #include <functional>
 
@@ -22,6 +26,26 @@ inline void when_dialog_opens(QWidget* behind, const std::function<void(QWidget&
     if (ready) user(*front);
   });
   watch->start(5);
+}
+
+/// Nothing that has words may be smaller than they are.
+inline void expect_nothing_clipped(const QWidget& dialog) {
+  int seen = 0;
+  for (const QWidget* widget : dialog.findChildren<QWidget*>()) {
+    const bool has_words = qobject_cast<const QLabel*>(widget) ||
+                           qobject_cast<const QAbstractButton*>(widget) ||
+                           qobject_cast<const QGroupBox*>(widget) || qobject_cast<const QComboBox*>(widget);
+    if (!has_words || !widget->isVisible()) continue;
+    ++seen;
+    const QSize wanted =
+        qobject_cast<const QGroupBox*>(widget) ? widget->minimumSizeHint() : widget->sizeHint();
+    EXPECT_GE(widget->width(), wanted.width()) << widget->objectName().toStdString();
+    EXPECT_GE(widget->height(), wanted.height()) << widget->objectName().toStdString();
+    const QRect within = dialog.rect();
+    EXPECT_TRUE(within.contains(QRect(widget->mapTo(&dialog, QPoint()), widget->size())))
+        << widget->objectName().toStdString();
+  }
+  EXPECT_GE(seen, 2);
 }
 
 }  // namespace tvx::qt

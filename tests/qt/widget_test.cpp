@@ -444,6 +444,23 @@ TEST_F(WidgetDeletedWithin, ThePrintDialog) {
   rest();
 }
 
+TEST_F(WidgetDeletedWithin, AColourDialogOverATablesDialog) {
+  show(QStringLiteral("<P>words</P>"));
+  bool over_it = false;
+  when_dialog_opens(nullptr, [&](QWidget& dialog) {
+    when_dialog_opens(&dialog, [&](QWidget&) {
+      over_it = true;
+      end();
+    });
+    QTest::mouseClick(dialog.findChild<QWidget*>(QStringLiteral("cmdBackColour")), Qt::LeftButton);
+  });
+  widget_->control().Table_Document();
+  EXPECT_TRUE(over_it);
+  EXPECT_EQ(widget_, nullptr);
+  EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+  rest();
+}
+
 TEST_F(Widget, WithoutAPrinterPrintingIsRefusedByItsNumber) {
   show(QStringLiteral("<P>x</P>"));
   QSignalSpy failed(widget_.get(), &HTMLedWidget::Error);
