@@ -45,7 +45,7 @@ const QCommandLineOption& measure_option() {
 const QCommandLineOption& screenshots_option() {
   static const QCommandLineOption option(
       QStringLiteral("screenshots"),
-      QStringLiteral("Takes the pictures of docs/appearance.md into OUTDIR, and ends."),
+      QStringLiteral("Takes the pictures of docs/appearance.md and docs/dialogs.md into OUTDIR, and ends."),
       QStringLiteral("OUTDIR"));
   return option;
 }

@@ -18,6 +18,7 @@
 #include "browser/document_view.h"
 #include "core/htmled.h"
 #include "dom/tree.h"
+#include "htmled/dialog_pictures.h"
 #include "htmled/window.h"
 #include "platform/message_loop.h"
 #include "qt/htmled_widget.h"
@@ -68,10 +69,12 @@ class Photographer {
     done = take_drag_of_a_column() && done;
     done = take_menu("context-menu", [this] { right_press(dom::Tag::P); }) && done;
     done = take_menu("element-menu", [this] { press_path(); }) && done;
+    done = take_dialogs(QString()) && done;
     const QPalette light = QApplication::palette();
     QApplication::setPalette(dark_palette());
     in_text(dom::Tag::B);
     done = take("dark") && done;
+    done = take_dialogs(QStringLiteral("-dark")) && done;
     QApplication::setPalette(light);
     window_.resize(430, 600);
     window_.editor().control().set_showFormToolbar(true);
@@ -118,6 +121,14 @@ class Photographer {
   void press_path() {
     platform::Toolbar& path = window_.editor().control().tlbDOM();
     if (path.Count() > 0) path.press(path.Item(path.Count()));
+  }
+
+  // The words of each language make as much of a dialog as its colours; scales don't.
+  bool take_dialogs(const QString& suffix) {
+    if (window_.devicePixelRatioF() != 1) return true;
+    const bool done = htmled::take_dialogs(window_, loop_, QStringLiteral("languages"), folder_, suffix);
+    show(left_to_right);
+    return done;
   }
 
   QString file(const char* name) const {

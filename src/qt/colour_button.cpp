@@ -11,7 +11,7 @@
 namespace tvx::qt {
 namespace {
 
-constexpr int smallest_line = 14, swatch_margin = 4, check = 4;
+constexpr int smallest_line = 14, swatch_margin = 4, check = 3;
 
 bool is_hexadecimal(const QString& text) {
   return std::ranges::all_of(text, [](QChar letter) {
@@ -70,7 +70,7 @@ void ColourButton::paintEvent(QPaintEvent*) {
   painter.drawControl(QStyle::CE_PushButton, option);
   if (!isEnabled()) painter.setOpacity(0.35);
   const QRect box = rect().adjusted(swatch_margin, swatch_margin, -swatch_margin, -swatch_margin);
-  colour_.isValid() ? painter.fillRect(box, colour_) : paint_checkered(painter, box);
+  colour_.isValid() ? painter.fillRect(box, colour_) : paint_checkered(painter, box.adjusted(1, 1, -1, -1));
   // A line around it, so that a colour like the button's own is seen to be one.
   QColor line = palette().color(QPalette::WindowText);
   line.setAlphaF(0.45F);

@@ -30,6 +30,7 @@ class FormDialog::Area final : public QScrollArea {
     setFrameShape(QFrame::NoFrame);
     setFocusPolicy(Qt::NoFocus);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred);
     setWidgetResizable(true);
   }
 
@@ -84,7 +85,10 @@ void FormDialog::make_closing_buttons() {
     const auto role = control == form_.default_button()  ? QDialogButtonBox::AcceptRole
                       : control == form_.cancel_button() ? QDialogButtonBox::RejectRole
                                                          : QDialogButtonBox::ActionRole;
-    closing_->addButton(static_cast<QPushButton*>(widgets_.value(control)), role);
+    auto* button = static_cast<QPushButton*>(widgets_.value(control));
+    // Fonts of several scripts differ in height; buttons side by side don't.
+    button->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Minimum);
+    closing_->addButton(button, role);
   }
   for (const auto& control : form_.controls())
     if (control->kind() == ControlKind::CommandButton)

@@ -16,7 +16,7 @@ namespace {
 using platform::ControlKind;
 using platform::FormControl;
 
-constexpr int letters_of_a_paragraph = 60;
+constexpr int letters_of_a_paragraph = 60, letters_of_a_long_box = 80;
 /// A label, its field, and what keeps the next one apart.
 constexpr int grid_columns = 3, gap = 10;
 
@@ -117,7 +117,7 @@ void FormLayout::add_controls(const Field& field, Grid& grid, int row, int colum
   if (alone && is_label(field.controls.front()))
     static_cast<CaptionLabel*>(first)->set_line(letters_of_a_paragraph);
   if (alone && !field.label && is_wide_box(field.controls.front()))
-    first->setMinimumWidth(letters_of_a_paragraph * first->fontMetrics().averageCharWidth());
+    first->setMinimumWidth(letters_of_a_long_box * first->fontMetrics().averageCharWidth());
   const bool fills = std::ranges::any_of(
       field.controls, [this](const FormControl* control) { return fills_its_row(*widget_of(control)); });
   if (alone && (fills || !is_pressed(field.controls.front())) && !field.controls.front()->columns())
