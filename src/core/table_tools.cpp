@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "base/error.h"
+#include "base/failure_of.h"
 #include "browser/html_document.h"
 #include "commands/context_menus.h"
 #include "commands/selection_highlight.h"
@@ -11,6 +12,7 @@
 #include "dom/style/inline_style.h"
 #include "dom/tree.h"
 #include "editing/control_range.h"
+#include "editing/table_caret.h"
 #include "tables/cell_dialog.h"
 #include "tables/structure.h"
 #include "tables/table_dialog.h"
@@ -18,29 +20,28 @@
 namespace tvx::core {
 namespace {
 
+using Operation = TableOperation;
+
 /// The sections of the language file.
 constexpr std::u16string_view table_section = u"TableSettings", cell_section = u"TableCellSettings",
                               row_section = u"TableRowSettings";
 
-struct Operation {
-  std::u16string_view name;
-  void (*act)(dom::Element& part);
-};
-
 constexpr Operation part_operations[] = {
-    {u"MnuCellRowActionsInsertRowAbove", tables::insert_row_above},
-    {u"MnuCellRowActionsInsertRowBelow", tables::insert_row_below},
-    {u"MnuCellRowActionsMergeCellLeft", tables::merge_cell_left},
-    {u"MnuCellRowActionsMergeCellRight", tables::merge_cell_right},
-    {u"MnuCellRowActionsInsertCellBefore", tables::insert_cell_before},
-    {u"MnuCellRowActionsInsertCellAfter", tables::insert_cell_after},
+    {u"MnuCellRowActionsInsertRowAbove", u"Insert Row", tables::insert_row_above},
+    {u"MnuCellRowActionsInsertRowBelow", u"Insert Row", tables::insert_row_below},
+    {u"MnuCellRowActionsMergeCellLeft", u"Merge Cells", tables::merge_cell_left},
+    {u"MnuCellRowActionsMergeCellRight", u"Merge Cells", tables::merge_cell_right},
+    {u"MnuCellRowActionsInsertCellBefore", u"Insert Cell", tables::insert_cell_before},
+    {u"MnuCellRowActionsInsertCellAfter", u"Insert Cell", tables::insert_cell_after},
 };
+constexpr Operation delete_cell{u"", u"Delete Cell", tables::delete_cell},
+    delete_row{u"", u"Delete Row", tables::delete_row};
 
 constexpr Operation table_operations[] = {
-    {u"Insert Row", tables::append_row},
-    {u"Delete Row", tables::delete_last_row},
-    {u"Insert Column", tables::append_column},
-    {u"Delete Column", tables::delete_last_column},
+    {u"Insert Row", u"Insert Row", tables::append_row},
+    {u"Delete Row", u"Delete Row", tables::delete_last_row},
+    {u"Insert Column", u"Insert Column", tables::append_column},
+    {u"Delete Column", u"Delete Column", tables::delete_last_column},
 };
 
 const Operation* find_operation(std::span<const Operation> operations, std::u16string_view name) {
@@ -76,13 +77,9 @@ void HTMLed::TableTools::insert_table() {
 // One item deletes cells and rows. Which of them, tells its caption, whatever language that is in.
 void HTMLed::TableTools::act_on_cell_or_row(const platform::Menu& item) {
   attempt([&] {
-    const dom::Ref<dom::Element> part = current_element();
-    if (const Operation* operation = find_operation(part_operations, item.Name()))
-      operation->act(*part);
-    else if (item.Caption() == control_.labels_.delete_cell)
-      tables::delete_cell(*part);
-    else
-      tables::delete_row(*part);
+    const Operation* operation = find_operation(part_operations, item.Name());
+    if (!operation) operation = item.Caption() == control_.labels_.delete_cell ? &delete_cell : &delete_row;
+    operate(*operation, current_element());
   });
   control_.mark_changed();
 }
@@ -92,10 +89,25 @@ void HTMLed::TableTools::act_after_menu() {
   if (command.empty()) return;
   const dom::Ref<dom::Element> table = current_element();
   if (const Operation* operation = find_operation(table_operations, command))
-    operation->act(*table);
+    operate(*operation, table);
   else
     edit_settings(*table);
   control_.mark_changed();
+}
+
+// A caret that stood in what went is brought into a cell that is left, in the same step. That is news of the
+// selection, but the current element stays the one that was cut at, even if it has left the document.
+void HTMLed::TableTools::operate(const Operation& operation, const dom::Ref<dom::Element>& part) {
+  const auto document = control_.docHTML_;
+  if (!document) throw RuntimeError(errors::object_not_set, u"There is no document");
+  std::optional<RuntimeError> failure;
+  document->select([&](editing::Selection&) {
+    const dom::UndoStep step(document->tree().journal(), operation.label);
+    failure = failure_of([&] { operation.act(*part); });
+    editing::leave_table_parts(document->editor());
+  });
+  make_current(part);
+  if (failure) throw *failure;
 }
 
 // The mark follows also where the user cancelled: the menu's road doesn't ask.
@@ -144,16 +156,16 @@ bool HTMLed::TableTools::edit_cell_or_row(const dom::Ref<dom::Element>& element)
     is_row ? dialog.oRow() : dialog.oCell();
     style.set_css_text(style_text.Text());
   });
-  make_current(element);
+  if (dom::is_connected(*element)) make_current(element);
   return true;
 }
 
-// Meanwhile the selection may have made another element the current one, or other content have come, and of
-// older content nothing is kept.
+// Meanwhile the selection may have made another element the current one. Of another document's nothing is
+// kept.
 void HTMLed::TableTools::make_current(const dom::Ref<dom::Element>& element) {
   commands::SelectionHighlight& highlight = *control_.highlight_;
   if (element == highlight.element() || !control_.docHTML_) return;
-  if (element->document() != &control_.docHTML_->tree() || !dom::is_connected(*element)) return;
+  if (element->document() != &control_.docHTML_->tree()) return;
   attempt([&] { highlight.restore(); });
   highlight.set_element(element);
 }

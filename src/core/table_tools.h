@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string_view>
+
 #include "core/htmled.h"
 #include "dom/ref.h"
 
@@ -11,6 +13,13 @@ class TableDialog;
 }
 
 namespace tvx::core {
+
+/// One item's work on a table.
+struct TableOperation {
+  std::u16string_view name;   // of the item, or what it leaves pending
+  std::u16string_view label;  // of the undo step
+  void (*act)(dom::Element& part);
+};
 
 /// What the control does with tables: from a menu's item, a button or a host's call to the work in tables/,
 /// with the dialogs in between. Made for one action.
@@ -31,6 +40,7 @@ class HTMLed::TableTools {
 
  private:
   dom::Ref<dom::Element> current_element() const;
+  void operate(const TableOperation& operation, const dom::Ref<dom::Element>& part);
   void edit_settings(dom::Element& table);
   bool edit_settings_and_style(const dom::Ref<dom::Element>& table);
   bool edit_cell_or_row(const dom::Ref<dom::Element>& element);

@@ -12,6 +12,7 @@
 #include "editing/predicates.h"
 #include "editing/recorded_values.h"
 #include "editing/surgery.h"
+#include "editing/table_caret.h"
 #include "editing/table_rows.h"
 #include "editing/text_units.h"
 
@@ -145,6 +146,7 @@ std::size_t type_some(Editor& editor, std::u16string_view text) {
 bool type_text(Editor& editor, std::u16string_view text) {
   if (text.empty() || !can_type(editor)) return false;
   const Gesture gesture(editor, u"Typing", StepJoin::TypingRun);
+  leave_table_parts(editor);
   enter_line_behind(editor);
   make_room(editor, text.size());
   while (!text.empty()) text.remove_prefix(type_some(editor, text));
@@ -157,6 +159,7 @@ bool press_return(Editor& editor, std::u16string_view label,
                   bool (*insertion)(Editor&, std::u16string_view)) {
   if (!can_type(editor)) return false;
   const Gesture gesture(editor, label);
+  leave_table_parts(editor);
   const RecordedLook look = record_current_overrides(editor);
   insertion(editor, {});
   if (editor.selection().collapsed()) restore_look(look, editor);

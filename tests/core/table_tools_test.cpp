@@ -187,6 +187,40 @@ TEST_F(TableTools, AfterADeletionTheCurrentElementIsTheOneThatLeft) {
   EXPECT_EQ(content(), after);
 }
 
+TEST_F(TableTools, WhatIsTypedAfterADeletionStaysInTheTable) {
+  start_with(two_by_two);
+  for (const auto& [tag, after] :
+       {std::pair{Tag::Td,
+                  u"<TABLE><TBODY><TR><TD>x2</TD></TR><TR><TD>3</TD><TD>4</TD></TR></TBODY></TABLE>"},
+        {Tag::Tr, u"<TABLE><TBODY><TR><TD>x3</TD><TD>4</TD></TR></TBODY></TABLE>"}}) {
+    show(two_by_two);
+    choose_in_path(the(tag), u"MnuCellRowActionsDelete");
+    key(u"x", 88);
+    EXPECT_EQ(content(), after);
+  }
+}
+
+TEST_F(TableTools, TheCaretGoesFromWhatWentIntoACellThatIsLeft) {
+  start_with(two_by_two);
+  choose_in_path(the(Tag::Td), u"MnuCellRowActionsDelete");
+  EXPECT_EQ(marked(), u"<TABLE><TBODY><TR><TD>[]2</TD></TR><TR><TD>3</TD><TD>4</TD></TR></TBODY></TABLE>");
+  control->InsertAtCursor(u"<B>x</B>", ed_InsertType::ed_InsertReplaceSelection);
+  EXPECT_EQ(content(),
+            u"<TABLE><TBODY><TR><TD><B>x</B>2</TD></TR><TR><TD>3</TD><TD>4</TD></TR></TBODY></TABLE>");
+  control->undo_document();
+  control->undo_document();
+  EXPECT_EQ(content(), two_by_two);
+  control->redo_document();
+  EXPECT_EQ(marked(), u"<TABLE><TBODY><TR><TD>[]2</TD></TR><TR><TD>3</TD><TD>4</TD></TR></TBODY></TABLE>");
+}
+
+TEST_F(TableTools, WithoutACellLeftTheCaretGoesBehindTheTable) {
+  start_with(u"<TABLE><TBODY><TR><TD>1</TD></TR></TBODY></TABLE>");
+  choose_in_path(the(Tag::Tr), u"MnuCellRowActionsDelete");
+  key(u"x", 88);
+  EXPECT_EQ(content(), u"<TABLE><TBODY></TBODY></TABLE>x");
+}
+
 TEST_F(TableTools, TheBorderOfThePressedElementIsInNoStep) {
   start_with(two_by_two);
   choose_in_path(the(Tag::Td), u"MnuCellRowActionsMergeCellRight");
