@@ -55,16 +55,27 @@ Node* outermost_beginning_with(Node* block, const Node& behind) {
   return block;
 }
 
+/// What is seen of a selection that begins with a line and ends where a later one begins.
+std::optional<dom::Range> whole_lines(const Selection& selection) {
+  const dom::Range range = selection.range();
+  if (selection.type() != SelectionType::Text || range.collapsed()) return std::nullopt;
+  const dom::Range seen = shrunk_to_characters(range);
+  if (seen.collapsed() || !begins_line(seen.start) || !takes_line_end(range, seen)) return std::nullopt;
+  return seen;
+}
+
 }  // namespace
+
+void leave_line_end(Editor& editor) {
+  if (const auto lines = whole_lines(editor.selection())) editor.selection().set(*lines);
+}
 
 bool delete_selected_lines(Editor& editor) {
   Selection& selection = editor.selection();
-  const dom::Range range = selection.range();
-  if (selection.type() != SelectionType::Text || range.collapsed()) return false;
-  const dom::Range seen = shrunk_to_characters(range);
-  if (seen.collapsed() || !begins_line(seen.start) || !takes_line_end(range, seen)) return false;
-  const auto next = next_caret_place(seen.end, Direction::Forward, Granularity::Character);
-  Element* first = block_around(seen.start);
+  const auto lines = whole_lines(selection);
+  if (!lines) return false;
+  const auto next = next_caret_place(lines->end, Direction::Forward, Granularity::Character);
+  Element* first = block_around(lines->start);
   const Ref<Element> behind(block_around(*next));
   if (!first || !behind || dom::is_inclusive_ancestor(*first, *behind) || dom::is_ancestor(*behind, *first) ||
       !is_editable(*first) || !is_editable(*behind))

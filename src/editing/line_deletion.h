@@ -11,6 +11,10 @@ class Editor;
 /// was taken out whole would become the heading.
 bool delete_selected_lines(Editor& editor);
 
+/// What is typed over whole lines takes their place and leaves the end of the last one: a triple press on a
+/// heading selects to the begin of the next line, which is not meant to become a part of the heading.
+void leave_line_end(Editor& editor);
+
 /// Backspace and Delete beside an empty line, which goes with its block, so that the line on its other side
 /// stays what it is: a heading behind an empty paragraph stays a heading. An empty item goes without leaving
 /// a line break in the one before. False where the caret isn't beside one.

@@ -148,6 +148,7 @@ bool type_text(Editor& editor, std::u16string_view text) {
   const Gesture gesture(editor, u"Typing", StepJoin::TypingRun);
   leave_table_parts(editor);
   enter_line_behind(editor);
+  leave_line_end(editor);
   make_room(editor, text.size());
   while (!text.empty()) text.remove_prefix(type_some(editor, text));
   return true;
@@ -160,6 +161,7 @@ bool press_return(Editor& editor, std::u16string_view label,
   if (!can_type(editor)) return false;
   const Gesture gesture(editor, label);
   leave_table_parts(editor);
+  leave_line_end(editor);
   const RecordedLook look = record_current_overrides(editor);
   insertion(editor, {});
   if (editor.selection().collapsed()) restore_look(look, editor);

@@ -16,6 +16,8 @@ class ValueForcer {
  private:
   NodeList force_one(const dom::Ref<dom::Node>& node);
   void join_neighbour(const dom::Ref<dom::Node>& node);
+  bool joins(const dom::Node* node) const;
+  bool join_plainly(const dom::Ref<dom::Node>& node);
   bool has_bearer_beside(const dom::Node& node);
   bool is_bearer(const dom::Node& node) const;
   bool is_seen(const dom::Node& node);

@@ -64,6 +64,23 @@ TEST_F(LineDeletion, FromCellToCellTheTableKeepsItsShape) {
                  "<TABLE><TBODY><TR><TD>{}<BR></TD><TD>two</TD></TR></TBODY></TABLE>");
 }
 
+TEST_F(LineDeletion, WhatIsTypedOverThemTakesTheirPlace) {
+  const auto expect_typed = [&](std::string_view before, std::string_view after) {
+    load(before);
+    const std::string first = marked();
+    type_text(editor, u"x");
+    EXPECT_EQ(marked(), after) << "from " << before;
+    expect_laws(first);
+  };
+  expect_typed("<H1>[one</H1><P>]two</P>", "<H1>x[]</H1><P>two</P>");
+  expect_typed("<H1>[one</H1><P>two</P><P>]three</P>", "<H1>x[]</H1><P>three</P>");
+  expect_typed("<UL><LI>[one</LI><LI>]two</LI></UL>", "<UL><LI>x[]</LI><LI>two</LI></UL>");
+  expect_typed("<H1>o[ne</H1><P>]two</P>", "<H1>ox[]two</H1>");
+  load("<P>[one</P><P>]two</P>");
+  press_enter(editor);
+  EXPECT_EQ(marked(), "<P><BR></P><P>{}<BR></P><P>two</P>");
+}
+
 // --- empty lines beside a caret ---
 
 TEST_F(LineDeletion, AnEmptyLineGoesAndTheOneBehindStaysWhatItIs) {
