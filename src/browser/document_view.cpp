@@ -100,6 +100,8 @@ bool DocumentView::settled() const {
 // --- down: what the view is to show ---
 
 void DocumentView::begin_anew() {
+  queue_.end_waiting();  // the page that would have told is no more
+  mouse_seen_ = 0;
   mirror_->reset();
   reset_ = true;
   slice_.reset();
@@ -177,6 +179,7 @@ void DocumentView::send_selection(bool again) {
   again = std::exchange(selection_unsure_, false) || again;
   if (!again && same(wanted, shown_selection_)) return;
   shown_selection_ = wanted;
+  wanted.mouse = mouse_seen_;
   view_.select(wanted);
 }
 
@@ -286,7 +289,7 @@ void DocumentView::receive(const ViewMessage& message) {
   } else if (const auto* mouse = std::get_if<ViewMouse>(&message.what)) {
     ViewMouse seen = *mouse;
     seen.seen = message.seen;
-    queue_.told(seen);
+    if (!queue_.told(seen)) forget_mouse(seen);
   } else if (const auto* select = std::get_if<ViewSelect>(&message.what)) {
     queue_.push(ViewSelect{select->anchor, select->focus, message.seen});
   } else if (const auto* drag = std::get_if<ViewDrag>(&message.what)) {

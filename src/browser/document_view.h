@@ -67,6 +67,7 @@ class DocumentView final : public HTMLDocument::Geometry,
   void handle_drag(const ViewDrag& drag) override;
   std::optional<QuestionId> handle_drop(const ViewDrop& drop) override;
   std::optional<QuestionId> handle_answer(const ViewAnswer* answer) override;
+  QuestionId ask_for_sign() override;
 
   void mutated(const dom::Mutation& mutation) override;
   void selection_changed() override;
@@ -93,6 +94,7 @@ class DocumentView final : public HTMLDocument::Geometry,
   std::optional<dom::Boundary> nearest_boundary(const std::optional<ViewPlace>& place) const;
   MouseInput mouse_input(const ViewMouse& mouse) const;
   std::optional<QuestionId> deliver_mouse();
+  void forget_mouse(const ViewMouse& mouse);
   void deliver_release(HTMLDocument& document, const MouseInput& input);
   void deliver_drop(const ViewDrop& drop, const std::optional<ViewPlace>& at);
   bool may_drop(const ViewDrop& drop);
@@ -154,6 +156,7 @@ class DocumentView final : public HTMLDocument::Geometry,
   bool input_composes_ = false;    // the input method holds text that isn't committed
   bool held_ = false;              // the last press was on what is selected
   bool selection_unsure_ = false;  // what the page shows of it is to be told again
+  std::uint32_t mouse_seen_ = 0;   // the last press or release that is dealt with
 
   std::vector<std::int64_t> deaths_;
   bool notice_ = false;

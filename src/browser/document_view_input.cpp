@@ -68,6 +68,8 @@ QuestionId DocumentView::ask(ViewQuestion question) {
   return question.id;
 }
 
+QuestionId DocumentView::ask_for_sign() { return ask({.type = ViewQuestion::Type::Sign}); }
+
 // --- input, in its order ---
 
 std::optional<QuestionId> DocumentView::handle_key(const ViewKey& key) {
@@ -137,6 +139,7 @@ std::optional<QuestionId> DocumentView::deliver_mouse() {
   const auto document = document_;
   for (const ViewMouse& mouse : std::exchange(open_.mouse, {})) {
     if (document != document_) break;
+    mouse_seen_ = std::max(mouse_seen_, mouse.number);
     const MouseInput input = mouse_input(mouse);
     last_hit_ = {mouse.x, mouse.y, input.element};
     if (mouse.anchor && mouse.focus) {
@@ -157,6 +160,13 @@ std::optional<QuestionId> DocumentView::deliver_mouse() {
   reveal_ = false;
   schedule_flush();
   return {};
+}
+
+/// What came too late changes nothing here; what it has drawn in the page goes.
+void DocumentView::forget_mouse(const ViewMouse& mouse) {
+  mouse_seen_ = std::max(mouse_seen_, mouse.number);
+  selection_unsure_ = true;
+  schedule_flush();
 }
 
 /// A drag in plain text has drawn a selection; a press on what is selected or on the edge of a column, with

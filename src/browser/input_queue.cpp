@@ -28,8 +28,14 @@ void InputQueue::push(ViewKey key) { push_item({std::move(key)}); }
 void InputQueue::push(ViewText text) { push_item({std::move(text)}); }
 void InputQueue::push(ViewTicket ticket) { push_item({ticket, true, loop_.now() + deadline}); }
 
-void InputQueue::push(ViewSelect selection) { push_before_release({selection}); }
-void InputQueue::push(ViewDrag drag) { push_before_release({drag}); }
+void InputQueue::push(ViewSelect selection) {
+  heard();
+  push_before_release({selection});
+}
+void InputQueue::push(ViewDrag drag) {
+  heard();
+  push_before_release({drag});
+}
 void InputQueue::push(ViewDrop drop) { push_item({std::move(drop)}); }
 
 /// What a drag made belongs before the release that ended the drag, also if that was heard of first.
@@ -47,7 +53,8 @@ void InputQueue::push_item(Item item) {
   schedule();
 }
 
-void InputQueue::told(const ViewMouse& mouse) {
+bool InputQueue::told(const ViewMouse& mouse) {
+  heard();
   const bool follows = mouse.type == ViewMouse::Type::Click || mouse.type == ViewMouse::Type::DoubleClick;
   const auto fits = [&](const Item& item) {
     const auto* ticket = std::get_if<ViewTicket>(&item.input);
@@ -57,18 +64,27 @@ void InputQueue::told(const ViewMouse& mouse) {
   };
   const auto found = std::find_if(items_.begin(), items_.end(), fits);
   // Too late, or of a press that never came through here: the caret has moved on.
-  if (found == items_.end()) return;
+  if (found == items_.end()) return false;
   found->waits = false;
   found->told.push_back(mouse);
   schedule();
+  return true;
 }
 
 void InputQueue::answer(const ViewAnswer& answer) {
+  heard();
+  if (sign_ == answer.id && !items_.empty()) {
+    // What it had to tell it has told by now.
+    sign_.reset();
+    items_.front().waits = false;
+    schedule();
+  }
   if (question_ != answer.id) return;
   finish_question(&answer);
 }
 
 void InputQueue::end_waiting() {
+  sign_.reset();
   for (Item& item : items_) item.waits = false;
   if (question_) finish_question(nullptr);
   schedule();
@@ -76,6 +92,8 @@ void InputQueue::end_waiting() {
 
 void InputQueue::clear() {
   items_.clear();
+  sign_.reset();
+  silent_ = false;
   question_.reset();
 }
 
@@ -92,6 +110,7 @@ void InputQueue::run() {
   while (!running_ && !waiting() && !items_.empty()) {
     const Item item = std::move(items_.front());
     items_.pop_front();
+    sign_.reset();
     running_ = true;
     const auto alive = alive_;
     struct Done {
@@ -118,13 +137,29 @@ bool InputQueue::waiting() {
       wait_until(question_until_);
       return true;
     }
+    silent_ = true;
     finish_question(nullptr);
     return true;  // what the handler asked anew, or the next turn
   }
   if (items_.empty() || !items_.front().waits) return false;
   const Item& first = items_.front();
-  if (now >= first.until) return false;
+  if (now >= first.until) return may_still_be_told();
   wait_until(first.until);
+  return true;
+}
+
+/// The first item's deadline is over.
+bool InputQueue::may_still_be_told() {
+  if (silent_) return false;
+  if (!sign_) {
+    sign_ = handler_.ask_for_sign();
+    sign_until_ = loop_.now() + patience - deadline;
+  }
+  if (loop_.now() >= sign_until_) {
+    silent_ = true;
+    return false;
+  }
+  wait_until(sign_until_);
   return true;
 }
 
@@ -153,7 +188,7 @@ std::optional<QuestionId> InputQueue::handle(const Item& item) {
 
 void InputQueue::begin_question(std::optional<QuestionId> question) {
   question_ = question;
-  question_until_ = loop_.now() + deadline;
+  question_until_ = loop_.now() + (silent_ ? deadline : patience);
   if (question_) wait_until(question_until_);
 }
 

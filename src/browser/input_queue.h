@@ -27,19 +27,27 @@ class InputHandler {
   virtual std::optional<QuestionId> handle_drop(const ViewDrop& drop) = 0;
   /// The answer to the question; null: there is none. May ask again.
   virtual std::optional<QuestionId> handle_answer(const ViewAnswer* answer) = 0;
+  /// Asks the view for a sign of life, which it gives behind all that it has to tell by then.
+  virtual QuestionId ask_for_sign() = 0;
 };
 
 /// All input of a document, in the order that the user gave it.
 ///
 /// A mouse press goes to the page at once, and the page tells only later where it landed; a caret move by
-/// lines is asked of the page. Input that comes meanwhile waits, for the answer or until the deadline. The
-/// wait is a timer, never a loop, and what comes too late is dropped: the last known caret holds then. No
-/// item is lost and none overtakes another. While a handler runs a loop of its own (a dialog, a wait),
-/// later items wait for it to return.
+/// lines is asked of the page. Input that comes meanwhile waits for that. The wait is a timer, never a loop.
+///
+/// How long it waits depends on the page. A press of which nothing is heard for the `deadline` may have been
+/// swallowed on its way: the page is asked for a sign of life, and if that comes before the tale, there is no
+/// tale. While neither comes the page is busy, with a large change or because the machine is, and what the
+/// user typed is meant for the place that was pressed: it waits on, up to the `patience`. A page that has let
+/// that pass is given no more than the deadline until something is heard of it.
+///
+/// What comes too late is dropped: the last known caret holds then. No item is lost and none overtakes
+/// another. While a handler runs a loop of its own (a dialog, a wait), later items wait for it to return.
 class InputQueue {
  public:
-  /// How long input waits for the view.
-  static constexpr std::int64_t deadline = 250;
+  /// How long input waits for a view of which nothing is known, and for one that is busy. Milliseconds.
+  static constexpr std::int64_t deadline = 250, patience = 2000;
 
   InputQueue(platform::MessageLoop& loop, InputHandler& handler);
   ~InputQueue();
@@ -55,7 +63,8 @@ class InputQueue {
   void push(ViewDrop drop);
 
   // --- what the view says ---
-  void told(const ViewMouse& mouse);
+  /// False: it comes too late, or nobody waits for it; it is dropped.
+  bool told(const ViewMouse& mouse);
   void answer(const ViewAnswer& answer);
   /// The view died: nobody will answer.
   void end_waiting();
@@ -76,6 +85,8 @@ class InputQueue {
   void schedule();
   void run();
   bool waiting();
+  bool may_still_be_told();
+  void heard() { silent_ = false; }
   void wait_until(std::int64_t time);
   std::optional<QuestionId> handle(const Item& item);
   void begin_question(std::optional<QuestionId> question);
@@ -86,6 +97,9 @@ class InputQueue {
   std::deque<Item> items_;
   std::optional<QuestionId> question_;
   std::int64_t question_until_ = 0;
+  std::optional<QuestionId> sign_;  // asked for, while the first item waits
+  std::int64_t sign_until_ = 0;
+  bool silent_ = false;  // nothing was heard since the patience was at its end
   platform::TimerId timer_ = platform::TimerId::none;
   bool scheduled_ = false, running_ = false;
   std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);

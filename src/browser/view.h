@@ -75,6 +75,9 @@ struct ViewSelection {
   ViewPlace composing;
   std::uint32_t composing_length = 0;
   bool reveal = true;  // scroll it into sight
+  /// The last press or release that this knows of. A page that has had a later one keeps what that has drawn:
+  /// when it has been dealt with, the selection is told again.
+  std::uint32_t mouse = 0;
 };
 
 /// What the view may let the user do; told beforehand, never asked.
@@ -96,7 +99,8 @@ struct InputContext {
 
 /// A question with an identity. The answer comes through the inbox, or never: the asker has a deadline.
 struct ViewQuestion {
-  enum class Type : std::uint8_t { Move, Hit };
+  /// Sign: of life, with nothing in its answer. It is given when all that came before has been dealt with.
+  enum class Type : std::uint8_t { Move, Hit, Sign };
   QuestionId id{};
   Type type = Type::Move;
   ViewMove move = ViewMove::LineDown;
@@ -123,7 +127,7 @@ struct ViewAnswer {
   PatchNumber seen{};  // as in the message
 };
 /// A native mouse event is on its way to the page, which will tell of it (ViewMouse). Input that comes
-/// later waits for the tale, or for a deadline.
+/// later waits for the tale, as long as the page may still tell it.
 struct ViewTicket {
   enum class Type : std::uint8_t { Press, Release };
   Type type = Type::Press;
@@ -141,9 +145,10 @@ struct ViewMouse {
   dom::NodeId element{};
   std::optional<ViewPlace> place;          // the caret place nearest to the point
   std::optional<ViewPlace> anchor, focus;  // the native selection after the event
-  dom::NodeId edge{};  // the element whose edge or handle is there: it is meant as a whole
-  bool held = false;   // a press on selected text, which stays selected until it is known what follows
-  PatchNumber seen{};  // as in the message
+  dom::NodeId edge{};        // the element whose edge or handle is there: it is meant as a whole
+  bool held = false;         // a press on selected text, which stays selected until it is known what follows
+  std::uint32_t number = 0;  // counts presses and releases of the page; a click has its release's
+  PatchNumber seen{};        // as in the message
 };
 /// The user drags a handle of the selected control, an element to another place, the edge between two columns
 /// of a table, or what is selected: told when the mouse has gone far enough to mean it, and at its release.

@@ -9,6 +9,7 @@
 #include "editing/deletion.h"
 #include "editing/insertion_commands.h"
 #include "editing/line_deletion.h"
+#include "editing/lists.h"
 #include "editing/predicates.h"
 #include "editing/recorded_values.h"
 #include "editing/surgery.h"
@@ -245,13 +246,29 @@ Node* neighbour_cell(const Element& cell, const Element& table, bool backward) {
   return nullptr;
 }
 
+/// A list that the element stands in; items of the tag mode stand right in the outer list, and so may a list.
+bool stands_in_list(const Node& node) {
+  for (const Node* outer = node.parent(); outer && is_editable(*outer); outer = outer->parent())
+    if (is_list(*outer)) return true;
+  return false;
+}
+
+/// Deeper into the list, or out by one level; at the outermost one an item stays.
+bool press_tab_in_list(Editor& editor, bool backward) {
+  const Element* item = dom::enclosing(*editor.selection().focus().node, Tag::Li);
+  if (!item || !is_editable(*item) || !item->parent() || !is_list(*item->parent())) return false;
+  if (backward && !stands_in_list(*item->parent())) return true;
+  editor.execute(backward ? u"outdent" : u"indent");
+  return true;
+}
+
 }  // namespace
 
 bool press_tab(Editor& editor, bool backward) {
   if (!can_type(editor)) return false;
   Element* cell = enclosing_cell(*editor.selection().focus().node);
   const Element* table = cell ? dom::enclosing(*cell, Tag::Table) : nullptr;
-  if (!table) return false;
+  if (!table) return press_tab_in_list(editor, backward);
   if (Node* next = neighbour_cell(*cell, *table, backward)) {
     editor.document().journal().end_typing_run();
     editor.selection().collapse(normalized_caret_place({next, 0}));

@@ -17,6 +17,8 @@ bool delete_backward(Editor& editor);    // one character as the user sees it, o
 bool delete_forward(Editor& editor);
 bool delete_word_backward(Editor& editor);
 bool delete_word_forward(Editor& editor);
-bool press_tab(Editor& editor, bool backward);  // in a table: the next cell, a row more at the end
+/// In a table: the next cell, a row more at the end. Else in a list: the items that are selected go one level
+/// deeper, or backward one level out. Elsewhere it isn't the editor's.
+bool press_tab(Editor& editor, bool backward);
 
 }  // namespace tvx::editing

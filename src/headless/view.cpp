@@ -76,7 +76,7 @@ void View::ask(const browser::ViewQuestion& question) {
   answer.id = question.id;
   if (question.type == browser::ViewQuestion::Type::Hit) {
     answer.place = answer_hit(question.y, answer.element);
-  } else {
+  } else if (question.type == browser::ViewQuestion::Type::Move) {
     answer.place = answer_move(question);
   }
   tell({.seen = {}, .what = answer});

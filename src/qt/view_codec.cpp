@@ -131,6 +131,7 @@ browser::ViewMouse read_mouse(const QJsonArray& part) {
   mouse.focus = read_place(part[9]);
   mouse.edge = dom::NodeId(part[10].toInt());
   mouse.held = part[11].toBool();
+  mouse.number = static_cast<std::uint32_t>(part[12].toInt());
   return mouse;
 }
 
@@ -229,7 +230,7 @@ QString select_command(int page, const browser::ViewSelection& selection) {
     const std::int64_t start = selection.composing.offset;
     out.add(number(selection.composing.node)).add(start).add(start + selection.composing_length);
   }
-  out.close();
+  out.close().add(std::int64_t(selection.mouse));
   return out.finish();
 }
 

@@ -14,6 +14,7 @@
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QPushButton>
+#include <QStyleHints>
 #include <QVBoxLayout>
 #include <QWebChannel>
 #include <QWebEngineScript>
@@ -101,6 +102,9 @@ WebView::Private::Private(platform::MessageLoop& loop, QWidget* parent) : loop_(
     if (loaded) start_script();
   });
   connect(page_, &QWebEnginePage::renderProcessTerminated, this, [this] { process_ended(); });
+  connect(QGuiApplication::styleHints(), &QStyleHints::cursorFlashTimeChanged, this, [this] {
+    if (page_stands_) send_focus();
+  });
   view_->installEventFilter(this);
   watch_input_widget();
   heartbeat_.setInterval(heartbeat_milliseconds);
@@ -122,8 +126,8 @@ WebView::Private::~Private() {
 void WebView::Private::start_script() {
   static const QString source = [] {
     QString view;
-    for (const char* part : {"page", "overlay", "tables", "geometry", "patches", "selection", "questions",
-                             "drag", "table_edges", "mouse", "commands"}) {
+    for (const char* part : {"page", "overlay", "tables", "geometry", "patches", "selection", "table_moves",
+                             "questions", "drag", "table_edges", "mouse", "commands"}) {
       view += resource(QByteArray(":/tvx/view/") + part + ".js");
     }
     view.replace(QStringLiteral("TVX_SHEET"), quoted(resource(":/tvx/view/editing.css")));
@@ -202,7 +206,7 @@ void WebView::Private::came_up(const QString& text) {
     if (report->ready && !page_stands_) {
       page_stands_ = true;
       for (const QString& command : std::exchange(waiting_, {})) emit bridge_->down(command);
-      send(CommandWriter(page_number_, "focus").add(focused_).finish());
+      send_focus();
     }
   }
   --in_callback_;
@@ -386,10 +390,16 @@ void WebView::Private::put_middle_press(const QMouseEvent& mouse) {
   put(browser::ViewDrop{at.x(), at.y(), std::move(data), browser::ViewDrop::Way::MiddlePress});
 }
 
+/// With the time that the desktop's carets take to go and come; none where they stay.
+void WebView::Private::send_focus() {
+  const std::int64_t flash = std::max(QGuiApplication::styleHints()->cursorFlashTime(), 0);
+  send(CommandWriter(page_number_, "focus").add(focused_).add(flash).finish());
+}
+
 void WebView::Private::focus_changed(bool focused) {
   if (focused_ == focused) return;
   focused_ = focused;
-  if (page_stands_) send(CommandWriter(page_number_, "focus").add(focused).finish());
+  if (page_stands_) send_focus();
   put(browser::ViewFocus{focused});
 }
 

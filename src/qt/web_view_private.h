@@ -76,6 +76,7 @@ class WebView::Private final : public QObject {
   void put_ticket(const QMouseEvent& mouse);
   void put_middle_press(const QMouseEvent& mouse);
   void focus_changed(bool focused);
+  void send_focus();
   void beat();
 
   std::vector<QString> waiting_;  // for the page to stand

@@ -243,6 +243,38 @@ TEST_F(DocumentViewTest, AfterADeadlineTheLastCaretHolds) {
   EXPECT_EQ(html(), "<P>xfirst</P><P>second</P>");
 }
 
+TEST_F(DocumentViewTest, ASelectionNamesTheLastPressThatItKnowsOf) {
+  open(u"<p>first</p><p>second</p>");
+  ViewMouse mouse = press_at(*text(1), 3);
+  mouse.number = 1;
+  press(mouse);
+  EXPECT_EQ(view_.selection().mouse, 1u);
+  mouse.number = 2;
+  release(mouse);
+  EXPECT_EQ(view_.selection().mouse, 2u);
+  // A tale that comes too late draws nothing here, but the page is told what holds.
+  view_.select({});
+  mouse.number = 3;
+  mouse.x = 90;
+  tell(mouse);
+  pump();
+  EXPECT_EQ(view_.selection().mouse, 3u);
+  EXPECT_EQ(view_.selection().focus, place(*text(1), 3));
+}
+
+TEST_F(DocumentViewTest, WhileTheViewIsBusyKeysWaitForIt) {
+  open(u"<p>first</p><p>second</p>");
+  selection().collapse({text(), 0});
+  view_.withhold_answers(true);
+  ticket();
+  type(u"x");
+  pump(InputQueue::deadline * 4);
+  EXPECT_EQ(html(), "<P>first</P><P>second</P>");
+  tell(press_at(*text(1), 3));
+  pump();
+  EXPECT_EQ(html(), "<P>first</P><P>secxond</P>");
+}
+
 TEST_F(DocumentViewTest, ATaleThatComesTooLateIsDropped) {
   open(u"<p>first</p><p>second</p>");
   selection().collapse({text(), 0});
@@ -268,7 +300,7 @@ TEST_F(DocumentViewTest, AnAnswerThatComesTooLateIsDropped) {
   view_.withhold_answers(true);
   key(u"ArrowDown");
   type(u"x");
-  pump(InputQueue::deadline + 10);
+  pump(InputQueue::patience + 10);
   EXPECT_EQ(html(), "<P>fixrst</P><P>second</P>");
   view_.tell({.seen = {}, .what = ViewAnswer{QuestionId(1), place(*text(1), 2), {}, {}}});
   pump();
@@ -557,7 +589,7 @@ TEST_F(DocumentViewTest, ADropThatTheViewDoesNotPlaceGoesToTheCaret) {
   type(u"x");
   pump();
   EXPECT_EQ(html(), "<P>one</P><P>two</P>") << "the view still has time";
-  pump(InputQueue::deadline + 10);
+  pump(InputQueue::patience + 10);
   EXPECT_EQ(html(), "<P>one</P><P>txwo</P>") << "what was dropped is selected, and typing replaces it";
   EXPECT_EQ(steps(), 2u);
   document_->tree().journal().undo();
@@ -587,7 +619,7 @@ TEST_F(DocumentViewTest, ADropWithNoCaretAtAllIsNoHarm) {
   ViewDrop drop;
   drop.data.text = u"new";
   view_.tell({.seen = {}, .what = drop});
-  pump(InputQueue::deadline + 10);
+  pump(InputQueue::patience + 10);
   EXPECT_EQ(html(), "<P>one</P>");
   EXPECT_TRUE(shown_.settled());
 }
@@ -641,7 +673,7 @@ TEST_F(MiddlePress, WithoutTheViewsWordItGoesWhereThePressWent) {
   selection().collapse({text(1), 1});
   view_.withhold_answers(true);
   press_middle(brings({}, u"new"), *text(), 2);
-  pump(InputQueue::deadline + 10);
+  pump(InputQueue::patience + 10);
   EXPECT_EQ(html(), "<P>onnewe</P><P>two</P>");
 }
 

@@ -42,6 +42,12 @@ class InputQueueTest : public testing::Test, public InputHandler {
     return {};
   }
 
+  QuestionId ask_for_sign() override {
+    log_ += "sign? ";
+    return sign_ = QuestionId(1000 + ++signs_);
+  }
+  void give_sign() { queue_.answer({.id = sign_}); }
+
   void key(std::u16string name) { queue_.push(ViewKey{{.key = std::move(name)}}); }
   void press(int x) { queue_.push(ViewTicket{.x = x}); }
   void release(int x) { queue_.push(ViewTicket{.type = ViewTicket::Type::Release, .x = x}); }
@@ -56,7 +62,8 @@ class InputQueueTest : public testing::Test, public InputHandler {
   headless::VirtualTimeLoop loop_;
   InputQueue queue_{loop_, *this};
   std::string log_;
-  unsigned asked_ = 0;
+  unsigned asked_ = 0, signs_ = 0;
+  QuestionId sign_{};
   std::function<void()> during_;
 };
 
@@ -76,16 +83,77 @@ TEST_F(InputQueueTest, KeysWaitForThePressBeforeThem) {
   EXPECT_TRUE(queue_.idle());
 }
 
-TEST_F(InputQueueTest, AfterTheDeadlineTheLastCaretHoldsAndTheLateAnswerIsDropped) {
+TEST_F(InputQueueTest, AViewThatLivesAndTellsNothingHasNothingToTell) {
   press(5);
   key(u"b");
   EXPECT_EQ(take(), "");
   loop_.pass(249);
   EXPECT_EQ(take(), "");
   loop_.pass(1);
+  EXPECT_EQ(take(), "sign? ");
+  give_sign();
   EXPECT_EQ(take(), "press: b ");
   tell(ViewMouse::Type::Press, 5, 7);
+  EXPECT_EQ(take(), "") << "the last caret holds, and the late answer is dropped";
+}
+
+TEST_F(InputQueueTest, ABusyViewIsWaitedFor) {
+  press(5);
+  key(u"b");
+  take();
+  loop_.pass(900);
+  EXPECT_EQ(take(), "sign? ");
+  tell(ViewMouse::Type::Press, 5, 7);
+  give_sign();
+  EXPECT_EQ(take(), "press:7, b ");
+}
+
+TEST_F(InputQueueTest, ASignThatComesLateMeansNoOtherPress) {
+  press(5);
+  take();
+  loop_.pass(300);
+  EXPECT_EQ(take(), "sign? ");
+  tell(ViewMouse::Type::Press, 5, 7);
+  EXPECT_EQ(take(), "press:7, ");
+  press(60);
+  key(u"b");
+  give_sign();
   EXPECT_EQ(take(), "");
+  tell(ViewMouse::Type::Press, 60, 8);
+  EXPECT_EQ(take(), "press:8, b ");
+}
+
+TEST_F(InputQueueTest, TheTimeThatTheEditorIsBusyItselfIsNotTheViewsFault) {
+  press(5);
+  key(u"b");
+  take();
+  loop_.pass(5000);  // within one turn
+  EXPECT_EQ(take(), "sign? ");
+  tell(ViewMouse::Type::Press, 5, 7);
+  EXPECT_EQ(take(), "press:7, b ");
+}
+
+TEST_F(InputQueueTest, PatienceHasAnEndAndComesBackWithTheView) {
+  press(5);
+  key(u"b");
+  take();
+  loop_.pass(250);
+  EXPECT_EQ(take(), "sign? ");
+  loop_.pass(1749);
+  EXPECT_EQ(take(), "");
+  loop_.pass(1);
+  EXPECT_EQ(take(), "press: b ");
+  press(60);
+  key(u"c");
+  loop_.pass(250);
+  EXPECT_EQ(take(), "press: c ") << "nothing was heard since";
+  tell(ViewMouse::Type::Press, 60, 8);
+  EXPECT_EQ(take(), "");
+  press(90);
+  loop_.pass(250);
+  EXPECT_EQ(take(), "sign? ");
+  give_sign();
+  EXPECT_EQ(take(), "press: ");
 }
 
 TEST_F(InputQueueTest, AQuestionHoldsBackWhatComesLater) {
@@ -103,8 +171,14 @@ TEST_F(InputQueueTest, AQuestionHasADeadline) {
   key(u"ArrowDown");
   key(u"a");
   take();
-  loop_.pass(250);
+  loop_.pass(1999);
+  EXPECT_EQ(take(), "");
+  loop_.pass(1);
   EXPECT_EQ(take(), "none a ");
+  key(u"ArrowDown");
+  EXPECT_EQ(take(), "ArrowDown ");
+  loop_.pass(250);
+  EXPECT_EQ(take(), "none ") << "nothing was heard since";
   queue_.answer({.id = QuestionId(1)});
   EXPECT_EQ(take(), "");
 }
@@ -136,6 +210,8 @@ TEST_F(InputQueueTest, ASwallowedPressDoesNotShiftTheOnesBehindIt) {
   tell(ViewMouse::Type::Press, 50, 8);
   EXPECT_EQ(take(), "");
   loop_.pass(250);
+  EXPECT_EQ(take(), "sign? ");
+  give_sign();
   EXPECT_EQ(take(), "press: press:8, ");
 }
 
@@ -195,8 +271,9 @@ TEST_F(InputQueueTest, NoInputIsLostOrReordered) {
       }
       if (random() % 3 == 0) tell(ViewMouse::Type::Press, x, 1);
       if (random() % 2 == 0) queue_.answer({.id = QuestionId(asked_)});
+      if (random() % 2 == 0) give_sign();
     }
-    for (int i = 0; i < 400 && !queue_.idle(); ++i) {
+    for (int i = 0; i < 4000 && !queue_.idle(); ++i) {
       loop_.pass(300);
       loop_.settle();
     }
@@ -207,7 +284,7 @@ TEST_F(InputQueueTest, NoInputIsLostOrReordered) {
       std::string word = log_.substr(at, end - at);
       at = end + 1;
       if (word.starts_with("press:")) word = "press";
-      if (word != "answer" && word != "none") got += word + " ";
+      if (word != "answer" && word != "none" && word != "sign?") got += word + " ";
     }
     EXPECT_EQ(got, expected) << "seed " << seed;
     log_.clear();

@@ -211,6 +211,25 @@ TEST_F(Typing, TabGoesThroughATableAndAddsARow) {
   EXPECT_FALSE(press_tab(editor, false));
 }
 
+TEST_F(Typing, TabTakesAListItemDeeperAndBack) {
+  expect_gesture(
+      "<ul><li>a</li><li>b[]c</li></ul>", [&] { press_tab(editor, false); },
+      "<UL><LI>a</LI><UL><LI>b[]c</LI></UL></UL>");
+  expect_gesture(
+      "<ul><li>a</li><ul><li>b[]c</li></ul></ul>", [&] { press_tab(editor, true); },
+      "<UL><LI>a</LI><LI>b[]c</LI></UL>");
+  expect_gesture(
+      "<ol><li>a</li><li>[b</li><li>c]</li></ol>", [&] { press_tab(editor, false); },
+      "<OL><LI>a</LI><OL><LI>[b</LI><LI>c]</LI></OL></OL>");
+  load("<ul><li>a[]</li></ul>");
+  EXPECT_TRUE(press_tab(editor, true));
+  EXPECT_EQ(marked(), "<UL><LI>a[]</LI></UL>") << "the outermost list is left by Enter";
+  load("<table><tbody><tr><td><ul><li>a[]</li></ul></td><td>b</td></tr></tbody></table>");
+  EXPECT_TRUE(press_tab(editor, false));
+  EXPECT_EQ(marked(), "<TABLE><TBODY><TR><TD><UL><LI>a</LI></UL></TD><TD>[]b</TD></TR></TBODY></TABLE>")
+      << "in a table Tab walks its cells";
+}
+
 TEST_F(Typing, KeysFindTheirGestures) {
   load("<p>ab[]</p>");
   EXPECT_EQ(press_key(editor, {.key = u"c", .text = u"c"}), KeyResult::Done);

@@ -5,6 +5,7 @@
 #include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QTimer>
 #include <QWebEnginePage>
 #include <QWebEngineScript>
 #include <optional>
@@ -31,6 +32,7 @@ std::unique_ptr<Scene::Stage> Scene::stage_;
 
 void Scene::SetUpTestSuite() {
   stage_ = std::make_unique<Stage>();
+  QApplication::setCursorFlashTime(0);  // so that the caret is in each picture
   stage_->window.resize(900, 640);
   stage_->window.show();
   stage_->window.activateWindow();
@@ -124,12 +126,16 @@ void Scene::take_picture() {
 
 void Scene::type(const std::string& text) {
   ASSERT_NE(input(), nullptr);
+  type_into(input(), text);
+}
+
+void Scene::type_into(QWidget* widget, const std::string& text) {
   for (const char32_t c : QString::fromStdString(text).toStdU32String()) {
     const QString typed = QString::fromUcs4(&c, 1);
     const int key = c < 0x80 ? int(QChar(char16_t(c)).toUpper().unicode()) : int(Qt::Key_unknown);
     const auto held = c >= U'A' && c <= U'Z' ? Qt::ShiftModifier : Qt::NoModifier;
     for (const auto kind : {QEvent::KeyPress, QEvent::KeyRelease})
-      QCoreApplication::postEvent(input(), new QKeyEvent(kind, key, held, typed));
+      QCoreApplication::postEvent(widget, new QKeyEvent(kind, key, held, typed));
   }
 }
 
@@ -160,39 +166,64 @@ void Scene::commit(const std::string& text) { post_composition({}, QString::from
 
 // --- the mouse ---
 
-void Scene::post_mouse(QEvent::Type type, QPoint point, Qt::MouseButton button, Qt::MouseButtons held) {
+quint64 Scene::now() const { return quint64(stage_->loop.now()); }
+
+/// The engine counts clicks by the time between them, so it is told when each was.
+void Scene::post_mouse(QEvent::Type type, QPoint point, Qt::MouseButton button, Qt::MouseButtons held,
+                       quint64 when) {
   ASSERT_NE(input(), nullptr);
   const QPointF at(point);
   auto* event = new QMouseEvent(type, at, input()->mapToGlobal(at), button, held, Qt::NoModifier);
-  // The engine counts clicks by the time between them.
-  event->setTimestamp(quint64(stage_->loop.now()));
+  event->setTimestamp(when);
   QCoreApplication::postEvent(input(), event);
 }
 
-void Scene::post_click(QPoint point, QEvent::Type pressed) {
-  post_mouse(pressed, point, Qt::LeftButton, Qt::LeftButton);
-  post_mouse(QEvent::MouseButtonRelease, point, Qt::LeftButton, Qt::NoButton);
+void Scene::post_click(QPoint point, QEvent::Type pressed, quint64 at) {
+  post_mouse(pressed, point, Qt::LeftButton, Qt::LeftButton, at);
+  post_mouse(QEvent::MouseButtonRelease, point, Qt::LeftButton, Qt::NoButton, at + 1);
 }
 
 void Scene::click(QPoint point) {
-  post_click(point, QEvent::MouseButtonPress);
+  post_click(point, QEvent::MouseButtonPress, now());
   ASSERT_TRUE(settle());
 }
 
-void Scene::double_click(const std::string& words) {
+/// As fast as it is told, however long the machine takes over it.
+void Scene::click_often(const std::string& words, int times) {
   const QPoint point = (before(words) + after(words)) / 2;
-  click(point);
-  in_page("''");  // the caret of the first click is back in the page
-  post_click(point, QEvent::MouseButtonDblClick);
+  const quint64 first = now();
+  for (int i = 0; i < times; ++i)
+    post_click(point, i == 1 ? QEvent::MouseButtonDblClick : QEvent::MouseButtonPress,
+               first + quint64(i) * 60);
   ASSERT_TRUE(settle());
 }
 
 void Scene::drag_over(const std::string& first_words, const std::string& last_words) {
   const QPoint from = before(first_words), to = after(last_words);
-  post_mouse(QEvent::MouseButtonPress, from, Qt::LeftButton, Qt::LeftButton);
+  post_mouse(QEvent::MouseButtonPress, from, Qt::LeftButton, Qt::LeftButton, now());
   for (int step = 1; step <= 4; ++step)
-    post_mouse(QEvent::MouseMove, from + (to - from) * step / 4, Qt::NoButton, Qt::LeftButton);
-  post_mouse(QEvent::MouseButtonRelease, to, Qt::LeftButton, Qt::NoButton);
+    post_mouse(QEvent::MouseMove, from + (to - from) * step / 4, Qt::NoButton, Qt::LeftButton, now());
+  post_mouse(QEvent::MouseButtonRelease, to, Qt::LeftButton, Qt::NoButton, now());
+}
+
+void Scene::make_link(const std::string& address) {
+  ASSERT_TRUE(settle());
+  // The dialog has a loop of its own: who answers it must stand ready before it opens.
+  bool answered = false;
+  QTimer ready;
+  QObject::connect(&ready, &QTimer::timeout, [&] {
+    QWidget* dialog = QApplication::activeModalWidget();
+    if (!dialog || answered) return;
+    answered = true;
+    QWidget* field = dialog->focusWidget();
+    ASSERT_NE(field, nullptr) << "the address isn't where the keys go";
+    type_into(field, address);
+    for (const auto kind : {QEvent::KeyPress, QEvent::KeyRelease})
+      QCoreApplication::postEvent(field, new QKeyEvent(kind, Qt::Key_Return, Qt::NoModifier, QString()));
+  });
+  ready.start(10);
+  press("Ctrl+K");
+  ASSERT_TRUE(wait_for([&] { return answered && !QApplication::activeModalWidget(); }));
   ASSERT_TRUE(settle());
 }
 

@@ -46,10 +46,13 @@ class Scene : public testing::Test {
   void click_before(const std::string& words) { click(before(words)); }
   void click_after(const std::string& words) { click(after(words)); }
   void click_on(const std::string& selector) { click(box_of(selector).center()); }
-  void double_click(const std::string& words);
+  void double_click(const std::string& words) { click_often(words, 2); }
+  void triple_click(const std::string& words) { click_often(words, 3); }
   void drag_over(const std::string& first_words, const std::string& last_words);
   /// A press on the button with that key, where it stands in the window.
   void click_button(std::u16string_view key);
+  /// Ctrl+K, and in the dialog that comes the address, by its keys, and Return.
+  void make_link(const std::string& address);
 
   // --- what the host does for the user, for lack of a button ---
   void command(std::u16string_view name, std::u16string_view value = {});
@@ -65,8 +68,11 @@ class Scene : public testing::Test {
   QPoint place(const std::string& words, bool behind);
   QRect box_of(const std::string& selector);
   void click(QPoint point);
-  void post_click(QPoint point, QEvent::Type pressed);
-  void post_mouse(QEvent::Type type, QPoint point, Qt::MouseButton button, Qt::MouseButtons held);
+  void click_often(const std::string& words, int times);
+  void post_click(QPoint point, QEvent::Type pressed, quint64 at);
+  void post_mouse(QEvent::Type type, QPoint point, Qt::MouseButton button, Qt::MouseButtons held, quint64 at);
+  void type_into(QWidget* widget, const std::string& text);
+  quint64 now() const;
   void post_composition(const QString& composed, const QString& committed);
   QWidget* input();
   std::string in_page(const std::string& script);

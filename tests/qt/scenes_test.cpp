@@ -41,7 +41,7 @@ TEST_F(Writing, ALetterWithHeadingsAListALinkAndATable) {
   press("Tab");
   type("Music");
   double_click("page");
-  command(u"CreateLink", u"http://fair.example/");
+  make_link("http://fair.example/");
   ends_with(
       "<H1>Summer fair</H1><P>Dear Ann,</P><P>thank you for your <B>kind</B> letter. We need:</P>"
       "<UL><LI>lamps</LI><LI>chairs</LI></UL><H2>The programme</H2>"
@@ -94,6 +94,22 @@ TEST_F(Writing, ANumberedListWithAListInIt) {
   ends_with("<P>Plan</P><OL><LI>tea</LI><OL><LI>green</LI><LI>black</LI></OL><LI>cake</LI></OL>");
 }
 
+TEST_F(Writing, TabNestsAListAndShiftTabLeavesIt) {
+  begin("<P>Plan</P>");
+  press("Return");
+  click_button(u"unorderedlist");
+  type("tea");
+  press("Return");
+  press("Tab");
+  type("green");
+  press("Return");
+  type("black");
+  press("Return");
+  press("Shift+Tab");
+  type("cake");
+  ends_with("<P>Plan</P><UL><LI>tea</LI><UL><LI>green</LI><LI>black</LI></UL><LI>cake</LI></UL>");
+}
+
 TEST_F(Writing, TabWalksThroughATableAndAddsARow) {
   begin("<P>Prices</P>");
   press("Return");
@@ -120,7 +136,7 @@ TEST_F(Writing, EnterWithinAQuote) {
   begin("<P>She wrote:</P><BLOCKQUOTE><P>All is well here.</P></BLOCKQUOTE><P>Good.</P>");
   click_after("is well");
   press("Return");
-  type("Really ");
+  type("Really");
   ends_with("<P>She wrote:</P><BLOCKQUOTE><P>All is well</P><P>Really here.</P></BLOCKQUOTE><P>Good.</P>");
 }
 
@@ -182,6 +198,24 @@ TEST_F(Formatting, ADoubleClickedWordBecomesBold) {
   ends_with("<P>a <B>very</B> old house</P>");
 }
 
+TEST_F(Formatting, ATripleClickTakesTheParagraph) {
+  begin("<P>one line</P><P>a second line here</P><P>the third</P>");
+  triple_click("second");
+  click_button(u"Italic");
+  triple_click("third");
+  type("the end");
+  ends_with("<P>one line</P><P><I>a second line here</I></P><P>the end</P>");
+}
+
+TEST_F(Formatting, ADoubleClickedWordIsTypedOver) {
+  begin("<P>salt and pepper</P>");
+  double_click("pepper");
+  type("sugar");
+  drag_over("salt", "and");
+  type("only");
+  ends_with("<P>only sugar</P>");
+}
+
 TEST_F(Formatting, EverythingCentredThenMoreTyped) {
   begin("<H1>Menu</H1><P>Soup</P>");
   press("Ctrl+A");
@@ -196,9 +230,9 @@ TEST_F(Formatting, EverythingCentredThenMoreTyped) {
 TEST_F(Formatting, ALinkOverAWordAndTakenAway) {
   begin("<P>See our page and our shop.</P>");
   double_click("page");
-  command(u"CreateLink", u"http://a.example/");
+  make_link("http://a.example/");
   double_click("shop");
-  command(u"CreateLink", u"http://b.example/");
+  make_link("http://b.example/");
   double_click("page");
   command(u"Unlink");
   ends_with("<P>See our page and our <A href=\"http://b.example/\">shop</A>.</P>");
@@ -260,7 +294,7 @@ TEST_F(Correcting, AnImageClickedAndDeleted) {
       "width=80 height=60> after</P>");
   click_on("img");
   press("Del");
-  type("nothing ");
+  type("nothing");
   ends_with("<P>before nothing after</P>");
 }
 

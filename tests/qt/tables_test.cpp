@@ -157,6 +157,51 @@ TEST_F(Tables, TabWalksTheCellsAndTheFrameWithIt) {
   EXPECT_EQ(in_page("document.querySelector('tr:nth-child(3) > td').textContent"), "new");
 }
 
+TEST_F(Tables, UpAndDownStayInTheColumn) {
+  open_body(
+      u"<p id=p style=\"margin-left: 60px\">some text<table border=1 width=300><tr><td id=a>one<td "
+      u"id=b>two<br>2</tr><tr><td id=c>three<td id=d>four</tr><tr><td id=e colspan=2>five and six and "
+      u"seven and eight</tr><tr><td id=f>nine<td id=g></table><p id=q>text and much more text in one line");
+  const auto goes = [&](Qt::Key key, const char* to) {
+    post_key(key);
+    EXPECT_TRUE(settle());
+    EXPECT_TRUE(frames(to)) << to << ", but " << in_page("getSelection().focusNode.textContent");
+  };
+  click(place_of("#b", 2));
+  ASSERT_TRUE(frames("#b"));
+  goes(Qt::Key_Down, "#b");
+  for (const char* to : {"#d", "#e", "#g"}) goes(Qt::Key_Down, to);
+  post_key(Qt::Key_Down);
+  ASSERT_TRUE(settle());
+  EXPECT_TRUE(frames_nothing());
+  EXPECT_EQ(in_page("getSelection().focusNode.parentNode.id"), "q");
+  for (const char* to : {"#g", "#e", "#d", "#b", "#b"}) goes(Qt::Key_Up, to);
+  post_key(Qt::Key_Up);
+  ASSERT_TRUE(settle());
+  EXPECT_TRUE(frames_nothing());
+  EXPECT_EQ(in_page("getSelection().focusNode.parentNode.id"), "p");
+  click(place_of("#p", 1));
+  for (const char* to : {"#a", "#c", "#e", "#f"}) goes(Qt::Key_Down, to);
+}
+
+TEST_F(Tables, UpAndDownPassCellsOfSeveralRowsAndLeaveTablesWithin) {
+  open_body(
+      u"<table border=1 width=300><tr><td id=a rowspan=2>one<td id=b>two</tr><tr><td id=d>four</tr><tr><td "
+      u"id=e><table border=1><tr><td id=x>in<td id=y>inner</table><td id=f>last</table>");
+  const auto goes = [&](Qt::Key key, const char* to) {
+    post_key(key);
+    EXPECT_TRUE(settle());
+    EXPECT_TRUE(frames(to)) << to << ", but " << in_page("getSelection().focusNode.textContent");
+  };
+  click(place_of("#a", 1));
+  ASSERT_TRUE(frames("#a"));
+  goes(Qt::Key_Down, "#x");
+  goes(Qt::Key_Up, "#a");
+  click(place_of("#b", 1));
+  for (const char* to : {"#d", "#f", "#f"}) goes(Qt::Key_Down, to);
+  for (const char* to : {"#d", "#b"}) goes(Qt::Key_Up, to);
+}
+
 TEST_F(Tables, TheFrameIsSeenOnADarkPage) {
   open_body(two_by_two, u"margin: 20px; background: #202124; color: #e8eaed");
   click(place_of("#b", 2));

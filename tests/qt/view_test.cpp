@@ -1,4 +1,5 @@
-#include <QCoreApplication>
+#include <QApplication>
+#include <QImage>
 #include <QMouseEvent>
 
 #include "base/strings.h"
@@ -35,6 +36,30 @@ TEST_F(RealView, APressFollowedAtOnceByAKeyWritesAtTheNewCaret) {
   ASSERT_TRUE(settle());
   EXPECT_EQ(html(), "<P>aafirst words</P><P>secondbbb words</P>");
   EXPECT_EQ(shown(), expected());
+}
+
+TEST_F(RealView, TheCaretIsSeenOnLightAndOnDarkGround) {
+  const int flash_time = QApplication::cursorFlashTime();
+  QApplication::setCursorFlashTime(0);  // nor does it blink for who doesn't want that
+  for (const std::u16string style :
+       {u"", u"background: #000; color: #eee", u"background: #777; color: #fff"}) {
+    open(u"<!DOCTYPE html><body style=\"" + style + u"\"><p>one two</p>");
+    document_->editor().selection().collapse({document_->body()->first_child()->first_child(), 3});
+    ASSERT_TRUE(settle());
+    ASSERT_TRUE(wait_for_drawn("caret"));
+    int x = 0, y = 0, width = 0, height = 0;
+    ASSERT_EQ(std::sscanf(in_page("tvxView.drawn().caret.join(' ')").c_str(), "%d %d %d %d", &x, &y, &width,
+                          &height),
+              4);
+    const auto differs = [&] {
+      const QImage picture = window_->grab().toImage();
+      const int row = y + height - 2;
+      const QRgb at = picture.pixel(x, row), beside = picture.pixel(x + 4, row);
+      return std::abs(qGray(at) - qGray(beside)) > 90;
+    };
+    EXPECT_TRUE(wait_for(differs, 3000)) << to_utf8(style);
+  }
+  QApplication::setCursorFlashTime(flash_time);
 }
 
 TEST_F(RealView, ShowsWhatABrowserRefusesToMake) {

@@ -10,8 +10,9 @@
       factsLater();
       drawOverlay();
     },
-    focus: (isFocused) => {
+    focus: (isFocused, flashTime) => {
       focused = isFocused;
+      caret.style.animationDuration = flashTime + 'ms';
       drawOverlay();
       restartBlink();
     },

@@ -6,20 +6,22 @@
   let dragged = false;
   let pressX = 0, pressY = 0;
   let clicks = [];
+  let mouseNumber = 0;  // of the last press or release
 
   /// Only what the mouse really drew is told as a selection: between a press and its tale the document may
   /// have set another.
   function noteDrag(event) {
+    if (pressed && !(event.buttons & 1) && event.type === 'mousemove') pressed = false;  // its end was elsewhere
     if (pressed && Math.hypot(event.clientX - pressX, event.clientY - pressY) > 3) dragged = true;
   }
 
   /// `edge`: the element that is meant as a whole. `held`: the press was on selected text or on the edge of a
   /// column: what is selected stays until the release, as a drag may follow.
-  function mouseMessage(type, event, target, prevented, edge, held) {
+  function mouseMessage(type, number, event, target, prevented, edge, held) {
     const [anchor, focus] = prevented ? [null, null] : nativeSelection();
     return ['mouse', type, BUTTONS[event.button] || 1, Math.round(event.clientX), Math.round(event.clientY),
       MODIFIERS(event), elementAt(target), placeAt(event.clientX, event.clientY), anchor, focus,
-      edge ? ids.get(edge) || 0 : 0, Boolean(held)];
+      edge ? ids.get(edge) || 0 : 0, Boolean(held), number];
   }
 
   function insideSelection(event) {
@@ -45,6 +47,7 @@
   }
 
   listen('mousedown', (event) => {
+    const number = ++mouseNumber;
     const target = targetOf(event);
     const isLeft = event.button === 0;
     const takes = editable && isLeft;
@@ -79,12 +82,13 @@
     // The native selection moves behind the listeners.
     later(() => {
       ownSelection = selectionText();
-      tell(...mouseMessage(0, event, column ? column.cell : target, !selects, edge, held));
+      tell(...mouseMessage(0, number, event, column ? column.cell : target, !selects, edge, held));
       reportFacts();
     });
   });
 
   listen('mouseup', (event) => {
+    const number = ++mouseNumber;
     noteDrag(event);
     const target = targetOf(event);
     const drawn = pressed && dragged;
@@ -92,9 +96,9 @@
     const dropped = event.button === 0 && dropDrag(event);
     later(() => {
       ownSelection = selectionText();
-      tell(...mouseMessage(1, event, target, !drawn));
+      tell(...mouseMessage(1, number, event, target, !drawn));
       // What ends a drag is no click.
-      if (!dropped) for (const [type, click, on] of clicks) tell(...mouseMessage(type, click, on, !drawn));
+      if (!dropped) for (const [type, click, on] of clicks) tell(...mouseMessage(type, number, click, on, !drawn));
       clicks = [];
       reportFacts();
     });

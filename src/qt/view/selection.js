@@ -68,7 +68,9 @@
       key(selection.focusNode, selection.focusOffset);
   }
 
-  function select(type, anchor, anchorOffset, focus, focusOffset, selected, reveal, composing) {
+  function select(type, anchor, anchorOffset, focus, focusOffset, selected, reveal, composing, mouse) {
+    // What the mouse has drawn since is still to be heard of; then the selection comes again.
+    if (mouse < mouseNumber || (pressed && dragged)) return;
     const selection = getSelection();
     control = type === 2 ? selected : 0;
     composed = composing.length ? { node: composing[0], start: composing[1], end: composing[2] } : null;
@@ -78,12 +80,9 @@
     } else {
       anchorOffset = Math.min(anchorOffset, lengthOf(anchorNode));
       focusOffset = Math.min(focusOffset, lengthOf(focusNode));
-      // Setting what is there would lose the column that Up and Down aim at. And the caret that a press has
-      // set comes back here when the mouse may have drawn on from it already.
-      const drawnFromThere = pressed && dragged && anchorNode === focusNode && anchorOffset === focusOffset &&
-        selection.anchorNode === anchorNode && selection.anchorOffset === anchorOffset;
-      if (!drawnFromThere && (selection.anchorNode !== anchorNode || selection.anchorOffset !== anchorOffset ||
-          selection.focusNode !== focusNode || selection.focusOffset !== focusOffset)) {
+      // Setting what is there would lose the column that Up and Down aim at.
+      if (selection.anchorNode !== anchorNode || selection.anchorOffset !== anchorOffset ||
+          selection.focusNode !== focusNode || selection.focusOffset !== focusOffset) {
         selection.setBaseAndExtent(anchorNode, anchorOffset, focusNode, focusOffset);
       }
     }
