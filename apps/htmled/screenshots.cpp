@@ -61,6 +61,7 @@ class Photographer {
 
   bool run() {
     window_.resize(940, 600);
+    QApplication::setCursorFlashTime(0);
     show(left_to_right);
     window_.activateWindow();
     if (QWidget* page = window_.editor().view().input_widget()) page->setFocus();  // for the caret

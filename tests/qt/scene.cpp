@@ -79,6 +79,7 @@ void Scene::begin(const std::string& html_text) {
   editor.set_DocumentHTML(QString::fromStdString(html_text));
   ASSERT_TRUE(settle());
   ASSERT_NE(input(), nullptr);
+  come_to_front();
   input()->setFocus();
   first_ = html();
   // Each at another place: two clicks at one place soon after another are a double click.
@@ -87,11 +88,18 @@ void Scene::begin(const std::string& html_text) {
   click({input()->width() / 2 + 20 * turn, input()->height() - 30});
 }
 
+/// What a desktop does by itself when a window is new, or a dialog over it has gone.
+void Scene::come_to_front() {
+  stage_->window.activateWindow();
+  ASSERT_TRUE(wait_for([] { return stage_->window.isActiveWindow(); }));
+}
+
 void Scene::shows(const std::string& expected) { EXPECT_EQ(html(), expected); }
 
 void Scene::ends_with(const std::string& expected) {
   ASSERT_EQ(html(), expected);
   agree();
+  EXPECT_TRUE(input()->hasFocus()) << "the keys go elsewhere, and no caret is shown";
   take_picture();
   const dom::Journal& journal = document().tree().journal();
   const int steps = int(journal.depth());
@@ -224,6 +232,7 @@ void Scene::make_link(const std::string& address) {
   ready.start(10);
   press("Ctrl+K");
   ASSERT_TRUE(wait_for([&] { return answered && !QApplication::activeModalWidget(); }));
+  come_to_front();
   ASSERT_TRUE(settle());
 }
 

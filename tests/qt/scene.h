@@ -78,6 +78,7 @@ class Scene : public testing::Test {
   std::string in_page(const std::string& script);
   bool wait_for(const std::function<bool()>& condition);
   void agree();
+  void come_to_front();
   void take_picture();
 
   struct Stage;
