@@ -81,7 +81,7 @@ TEST_F(Drags, MovesSelectedText) {
   select(4, 8);
   post_drag(place_of("p", 6), place_of("p + p", 5));
   finish();
-  EXPECT_EQ(html(), "<P>one three</P><P>othertwo </P>");
+  EXPECT_EQ(html(), "<P>one three</P><P>othertwo&nbsp;</P>");
   EXPECT_EQ(document_->tree().journal().depth(), 1u);
   EXPECT_EQ(shown(), expected());
   document_->tree().journal().undo();

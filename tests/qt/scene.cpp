@@ -214,26 +214,52 @@ void Scene::drag_over(const std::string& first_words, const std::string& last_wo
   post_mouse(QEvent::MouseButtonRelease, to, Qt::LeftButton, Qt::NoButton, now());
 }
 
-void Scene::make_link(const std::string& address) {
+void Scene::press_in(QWidget* widget, Qt::Key key) {
+  for (const auto kind : {QEvent::KeyPress, QEvent::KeyRelease})
+    QCoreApplication::postEvent(widget, new QKeyEvent(kind, key, Qt::NoModifier, QString()));
+}
+
+void Scene::in_dialog(const std::function<void()>& open, const std::function<void(QWidget&)>& answer) {
   ASSERT_TRUE(settle());
-  // The dialog has a loop of its own: who answers it must stand ready before it opens.
+  // Who answers it must stand ready before it opens.
   bool answered = false;
   QTimer ready;
   QObject::connect(&ready, &QTimer::timeout, [&] {
     QWidget* dialog = QApplication::activeModalWidget();
-    if (!dialog || answered) return;
-    answered = true;
-    QWidget* field = dialog->focusWidget();
-    ASSERT_NE(field, nullptr) << "the address isn't where the keys go";
-    type_into(field, address);
-    for (const auto kind : {QEvent::KeyPress, QEvent::KeyRelease})
-      QCoreApplication::postEvent(field, new QKeyEvent(kind, Qt::Key_Return, Qt::NoModifier, QString()));
+    if (!dialog || !dialog->focusWidget() || std::exchange(answered, true)) return;
+    answer(*dialog);
   });
   ready.start(10);
-  press("Ctrl+K");
+  open();
   ASSERT_TRUE(wait_for([&] { return answered && !QApplication::activeModalWidget(); }));
   come_to_front();
   ASSERT_TRUE(settle());
+}
+
+void Scene::make_link(const std::string& address) {
+  in_dialog([&] { press("Ctrl+K"); },
+            [&](QWidget& dialog) {
+              type_into(dialog.focusWidget(), address);
+              press_in(dialog.focusWidget(), Qt::Key_Return);
+            });
+}
+
+void Scene::make_table(const std::string& rows, const std::string& columns) {
+  const auto fill = [](QWidget& dialog, const char* name) {
+    auto* field = dialog.findChild<QWidget*>(QString::fromLatin1(name));
+    EXPECT_NE(field, nullptr) << name;
+    return field;
+  };
+  in_dialog([&] { click_button(u"table"); },
+            [&](QWidget& dialog) {
+              QWidget *first = fill(dialog, "txttablerow"), *second = fill(dialog, "txttablecolumns");
+              ASSERT_TRUE(first && second);
+              EXPECT_EQ(dialog.focusWidget(), first) << "the first field has the keys";
+              type_into(first, rows);
+              press_in(first, Qt::Key_Tab);
+              type_into(second, columns);
+              press_in(second, Qt::Key_Return);
+            });
 }
 
 void Scene::click_button(std::u16string_view key) {

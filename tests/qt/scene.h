@@ -53,6 +53,8 @@ class Scene : public testing::Test {
   void click_button(std::u16string_view key);
   /// Ctrl+K, and in the dialog that comes the address, by its keys, and Return.
   void make_link(const std::string& address);
+  /// The table's button, and in the dialog that comes both numbers, by its keys, and Return.
+  void make_table(const std::string& rows, const std::string& columns);
 
   // --- what the host does for the user, for lack of a button ---
   void command(std::u16string_view name, std::u16string_view value = {});
@@ -72,6 +74,9 @@ class Scene : public testing::Test {
   void post_click(QPoint point, QEvent::Type pressed, quint64 at);
   void post_mouse(QEvent::Type type, QPoint point, Qt::MouseButton button, Qt::MouseButtons held, quint64 at);
   void type_into(QWidget* widget, const std::string& text);
+  void press_in(QWidget* widget, Qt::Key key);
+  /// Opens a dialog, which has a loop of its own, and gives it to who answers it.
+  void in_dialog(const std::function<void()>& open, const std::function<void(QWidget&)>& answer);
   quint64 now() const;
   void post_composition(const QString& composed, const QString& committed);
   QWidget* input();

@@ -94,6 +94,24 @@ TEST_F(Writing, ANumberedListWithAListInIt) {
   ends_with("<P>Plan</P><OL><LI>tea</LI><OL><LI>green</LI><LI>black</LI></OL><LI>cake</LI></OL>");
 }
 
+TEST_F(Writing, ATableByItsButtonFilledWithTab) {
+  begin("<P>Prices</P>");
+  press("Return");
+  make_table("2", "2");
+  click_on("td");
+  type("Tea");
+  press("Tab");
+  type("2");
+  press("Tab");
+  type("Cake");
+  press("Tab");
+  type("3");
+  ends_with(
+      "<P>Prices</P><TABLE cellspacing=\"0%\" "
+      "border=\"1%\"><TBODY><TR><TD>Tea</TD><TD>2</TD></TR><TR><TD>Cake</"
+      "TD><TD>3</TD></TR></TBODY></TABLE>");
+}
+
 TEST_F(Writing, TabNestsAListAndShiftTabLeavesIt) {
   begin("<P>Plan</P>");
   press("Return");
