@@ -13,6 +13,7 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 #include <memory>
@@ -486,6 +487,61 @@ TEST_F(FormFace, ArabicWordsMakeItReadFromTheRight) {
   sample_.form.set_Caption(u"Table Properties");
   window_->setLayoutDirection(Qt::RightToLeft);
   show([](FormDialog& dialog) { EXPECT_EQ(dialog.layoutDirection(), Qt::RightToLeft); });
+}
+
+TEST_F(FormFace, ABoxWithoutALabelHasRoomAndIsNamedByItsDialog) {
+  Form form(u"frmText", u"Edit Text");
+  form.add_text_box(u"txt");
+  form.set_default_button(form.add_closing_button(u"cmdOK", u"OK"));
+  form.set_cancel_button(form.add_closing_button(u"cmdCancel", u"\u30AD\u30E3\u30F3\u30BB\u30EB"));
+  show(form, [this, &form](FormDialog& dialog) {
+    const QWidget* box = widget(dialog, "txt");
+    EXPECT_GE(box->width(), 80 * box->fontMetrics().averageCharWidth());
+    EXPECT_EQ(box->accessibleName(), QStringLiteral("Edit Text"));
+    EXPECT_EQ(widget(dialog, "cmdOK")->height(), widget(dialog, "cmdCancel")->height());
+    form.set_Caption(u"Text");
+    EXPECT_EQ(box->accessibleName(), QStringLiteral("Text"));
+  });
+}
+
+TEST_F(FormFace, APictureIsShownAtASizeThatFits) {
+  const QTemporaryDir folder;
+  const QString file = folder.filePath(QStringLiteral("large.png"));
+  QImage image(800, 400, QImage::Format_RGB32);
+  image.fill(Qt::green);
+  ASSERT_TRUE(image.save(file));
+  show([&](FormDialog& dialog) {
+    auto* picture = widget<QLabel>(dialog, "picSample");
+    EXPECT_TRUE(picture->pixmap().isNull());
+    sample_.form.Controls(u"picSample").set_Picture(from_qt(file));
+    EXPECT_EQ(picture->pixmap().deviceIndependentSize(), QSizeF(320, 160));
+    sample_.form.Controls(u"picSample").set_Picture(u"/no/such/file.png");
+    EXPECT_TRUE(picture->pixmap().isNull());
+  });
+}
+
+TEST_F(FormFace, WhatBelongsTogetherStandsInOneField) {
+  Form form(u"frmRows", u"Rows");
+  form.add_label(u"lblWidth", u"Width");
+  form.add_text_box(u"txtWidth").set_columns(4);
+  form.add_label(u"lblUnit", u"pixels");
+  form.begin_row();
+  form.add_label(u"lblSource", u"Source");
+  form.add_text_box(u"txtSource");
+  form.add_button(u"cmdBrowse", u"…");
+  form.begin_row();
+  form.add_label(u"lblNote", u"Both are kept in the document, && nowhere else.");
+  show(form, [this](FormDialog& dialog) {
+    const QWidget *width = widget(dialog, "txtWidth"), *unit = widget(dialog, "lblUnit");
+    EXPECT_GT(unit->x(), width->geometry().right());
+    EXPECT_LT(unit->x(), width->geometry().right() + 20) << "beside the number that it counts";
+    EXPECT_EQ(width->x(), widget(dialog, "txtSource")->x());
+    EXPECT_EQ(widget(dialog, "cmdBrowse")->accessibleName(), QStringLiteral("Source"));
+    EXPECT_EQ(widget(dialog, "lblNote")->x(), widget(dialog, "lblSource")->x());
+    EXPECT_EQ(widget<QLabel>(dialog, "lblNote")->text(),
+              QStringLiteral("Both are kept in the document, & nowhere else."));
+    expect_nothing_clipped(dialog);
+  });
 }
 
 TEST_F(FormFace, AFormTallerThanTheScreenScrollsAndKeepsItsButtonsInReach) {

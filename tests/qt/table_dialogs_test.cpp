@@ -263,14 +263,12 @@ TEST_P(TableDialogsIn, NoWordIsClipped) {
   const QString language = QString::fromLatin1(GetParam());
   window_.editor().set_LocalizationFile(QStringLiteral(TVX_SOURCE_DIR "/languages/%1.xml").arg(language));
   open_table();
-  int seen = 0, mirrored = 0;
+  int seen = 0;
   const auto look = [&](QWidget& dialog) {
     ++seen;
     SCOPED_TRACE(dialog.objectName().toStdString());
     qt::expect_nothing_clipped(dialog);
-    const bool leftwards = dialog.windowTitle().isRightToLeft();
-    mirrored += leftwards;
-    EXPECT_EQ(dialog.layoutDirection(), leftwards ? Qt::RightToLeft : Qt::LeftToRight);
+    EXPECT_EQ(dialog.layoutDirection(), language == QStringLiteral("ar") ? Qt::RightToLeft : Qt::LeftToRight);
     EXPECT_LT(dialog.width(), 800);
     key(Qt::Key_Escape);
   };
@@ -285,7 +283,6 @@ TEST_P(TableDialogsIn, NoWordIsClipped) {
   when_dialog_opens(nullptr, look);
   window_.editor().Table_Document();
   EXPECT_EQ(seen, 5);
-  EXPECT_EQ(mirrored > 0, language == QStringLiteral("ar"));
 }
 
 INSTANTIATE_TEST_SUITE_P(Languages, TableDialogsIn, testing::Values("en", "de", "fr", "es", "ja", "ar"),
