@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <QAccessible>
 #include <QApplication>
 #include <QCheckBox>
 #include <QColorDialog>
@@ -501,6 +502,38 @@ TEST_F(FormFace, ABoxWithoutALabelHasRoomAndIsNamedByItsDialog) {
     EXPECT_EQ(widget(dialog, "cmdOK")->height(), widget(dialog, "cmdCancel")->height());
     form.set_Caption(u"Text");
     EXPECT_EQ(box->accessibleName(), QStringLiteral("Text"));
+  });
+}
+
+TEST_F(FormFace, ReadingProgramsHearWhatEachFieldIs) {
+  sample_.form.Controls(u"txtRows").set_ToolTipText(u"A whole number");
+  show([this](FormDialog& dialog) {
+    const auto heard = [&](const char* name, QAccessible::Text what) {
+      return QAccessible::queryAccessibleInterface(widget(dialog, name))->text(what);
+    };
+    EXPECT_EQ(heard("txtName", QAccessible::Name), QStringLiteral("Name"));
+    EXPECT_EQ(heard("txtRows", QAccessible::Name), QStringLiteral("Rows"));
+    EXPECT_EQ(heard("txtRows", QAccessible::Description), QStringLiteral("A whole number"));
+    EXPECT_EQ(heard("cboAlign", QAccessible::Name), QStringLiteral("Align"));
+    EXPECT_EQ(heard("cmdColour", QAccessible::Name), QStringLiteral("Background Color"));
+    EXPECT_EQ(heard("chkKeep", QAccessible::Name), QStringLiteral("Keep proportions"));
+    EXPECT_EQ(heard("fraLook", QAccessible::Name), QStringLiteral("Look"));
+    sample_.form.Controls(u"lblColour").set_Caption(u"Hintergrundfarbe");
+    EXPECT_EQ(heard("cmdColour", QAccessible::Name), QStringLiteral("Hintergrundfarbe"));
+  });
+}
+
+TEST_F(FormFace, TheDesktopMayTurnDarkWhileItIsOpen) {
+  sample_.form.Controls(u"txtColour").set_BackColor(platform::button_face);
+  const QPalette light = QApplication::palette();
+  show([&](FormDialog& dialog) {
+    const QWidget* box = widget(dialog, "txtColour");
+    EXPECT_EQ(box->palette().color(QPalette::Text), QColor(Qt::black));
+    QApplication::setPalette(QPalette(QColor(0x2b, 0x2d, 0x30)));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(box->palette().color(QPalette::Base), QColor(0x2b, 0x2d, 0x30));
+    EXPECT_EQ(box->palette().color(QPalette::Text), QColor(Qt::white));
+    QApplication::setPalette(light);
   });
 }
 
