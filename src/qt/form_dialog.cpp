@@ -38,14 +38,21 @@ class FormDialog::Area final : public QScrollArea {
   QSize minimumSizeHint() const override { return fitting(widget()->minimumSizeHint()); }
 
  private:
-  QSize fitting(const QSize& wanted) const {
+  static constexpr int gap_to_bar = 6;
+
+  int most() const {
     constexpr int room_for_the_rest = 150;  // the closing buttons, the window's frame, the desktop's bars
-    const int most = std::max(room_for_the_rest, screen()->availableGeometry().height() - room_for_the_rest);
-    if (wanted.height() <= most) return wanted;
-    return {wanted.width() + verticalScrollBar()->sizeHint().width(), most};
+    return std::max(room_for_the_rest, screen()->availableGeometry().height() - room_for_the_rest);
+  }
+  QSize fitting(const QSize& wanted) const {
+    if (wanted.height() <= most()) return wanted;
+    return {wanted.width() + gap_to_bar + verticalScrollBar()->sizeHint().width(), most()};
   }
   bool eventFilter(QObject* watched, QEvent* event) override {
-    if (watched == widget() && event->type() == QEvent::LayoutRequest) updateGeometry();
+    if (watched == widget() && event->type() == QEvent::LayoutRequest) {
+      setViewportMargins(0, 0, widget()->sizeHint().height() > most() ? gap_to_bar : 0, 0);
+      updateGeometry();
+    }
     return QScrollArea::eventFilter(watched, event);
   }
 };
