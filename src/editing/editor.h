@@ -107,7 +107,7 @@ class Editor final : private SelectionObserver {
   Place overrides_anchor_, overrides_focus_;  // where the selection stood when they were last asked for
 };
 
-/// A selection set by a host may end in a comment, where nothing can be put: its ends step out of it.
+/// A host may set the selection into a comment or a BR, where nothing can be put: its ends step out of it.
 void leave_comments(Editor& editor);
 
 }  // namespace tvx::editing
