@@ -15,10 +15,6 @@ using dom::Element;
 using dom::Node;
 using dom::Tag;
 
-// What fills a window, as nodes; and what a later slice may cost the view.
-constexpr std::size_t first_slice = 700;
-constexpr std::size_t smallest_slice = 400, largest_slice = 20'000;
-constexpr std::int64_t slice_milliseconds = 35;
 constexpr std::int64_t deaths_count_within = 10'000;
 constexpr Offset context_length = 400;
 
@@ -105,7 +101,7 @@ void DocumentView::begin_anew() {
   mirror_->reset();
   reset_ = true;
   slice_.reset();
-  slice_budget_ = first_slice;
+  slice_size_ = {};
   shown_selection_ = {};
   compatibility_mode_ = document_->tree().compatibility_mode();
   base_ = base();
@@ -145,7 +141,7 @@ void DocumentView::flush() {
   if (std::exchange(base_may_differ_, false) && base() != base_) begin_anew();
   if (document_->tree().compatibility_mode() != compatibility_mode_) begin_anew();
   const bool load = !slice_;
-  std::vector<PatchOperation> operations = mirror_->flush(load ? slice_budget_ : 0);
+  std::vector<PatchOperation> operations = mirror_->flush(load ? slice_size_.nodes() : 0);
   const bool again = reset_ || std::any_of(operations.begin(), operations.end(), moves_selection);
   if (reset_ || !operations.empty()) {
     // Any patch that is on its way counts as the slice: the next one waits until the view has caught up.
@@ -315,12 +311,7 @@ void DocumentView::receive(const ViewMessage& message) {
 void DocumentView::patch_done(PatchNumber number) {
   last_done_ = std::max(last_done_, number);
   if (!slice_ || number < *slice_) return;
-  const std::int64_t cost = std::max<std::int64_t>(loop_.now() - slice_sent_, 1);
-  // The first slice brought the page up: it says nothing about the ones to come.
-  const bool first = slice_budget_ == first_slice;
-  const std::size_t fitting = slice_budget_ * slice_milliseconds / static_cast<std::size_t>(cost);
-  slice_budget_ = std::clamp(first ? first_slice / 2 : std::min(fitting, slice_budget_ * 2), smallest_slice,
-                             largest_slice);
+  slice_size_.took(loop_.now() - slice_sent_);
   slice_.reset();
   if (mirror_ && mirror_->loading()) schedule_flush();
 }

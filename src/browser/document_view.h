@@ -9,6 +9,7 @@
 #include "browser/html_document.h"
 #include "browser/input_queue.h"
 #include "browser/mirror.h"
+#include "browser/slice_size.h"
 #include "browser/view.h"
 #include "dom/mutation.h"
 #include "editing/selection.h"
@@ -124,7 +125,7 @@ class DocumentView final : public HTMLDocument::Geometry,
   PatchNumber first_patch_{};         // the one that began the page
   std::optional<PatchNumber> slice_;  // on its way
   std::int64_t slice_sent_ = 0;
-  std::size_t slice_budget_ = 0;
+  SliceSize slice_size_;
 
   struct Scroll {
     int x = 0, y = 0;
