@@ -12,14 +12,12 @@ void HTMLed::show_dialog(platform::Form& dialog, std::u16string_view section) {
   if (!forms_) return dialog.cancel();
   const KeepAlive alive(*this);
   open_dialogs_.push_back(&dialog);
-  const auto close = [&] { std::erase(open_dialogs_, &dialog); };
-  try {
-    forms_->Show(dialog, hwnd_);
-  } catch (...) {
-    close();
-    throw;
-  }
-  close();
+  const struct Closed {
+    std::vector<platform::Form*>& open;
+    platform::Form* dialog;
+    ~Closed() { std::erase(open, dialog); }
+  } closed{open_dialogs_, &dialog};
+  forms_->Show(dialog, hwnd_);
 }
 
 // The innermost first: each lets the operation behind it come to its end.

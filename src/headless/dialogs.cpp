@@ -4,6 +4,7 @@
 
 #include "base/strings.h"
 #include "base/text.h"
+#include "headless/expected.h"
 
 namespace tvx::headless {
 
@@ -33,18 +34,10 @@ std::u16string_view name_of(DialogKind kind) {
   return u"msgbox";
 }
 
-void Dialogs::forget(int id) {
-  std::erase_if(expected_, [id](const ExpectedDialog& expected) { return expected.id == id; });
-}
+void Dialogs::forget(int id) { forget_expected(expected_, id); }
 
-/// The oldest expectation of the kind; it stays in its place while it has uses left.
 std::optional<ExpectedDialog> Dialogs::take(DialogKind kind) {
-  const auto place = std::find_if(expected_.begin(), expected_.end(),
-                                  [kind](const ExpectedDialog& expected) { return expected.kind == kind; });
-  if (place == expected_.end()) return std::nullopt;
-  ExpectedDialog expected = *place;
-  if (--place->times <= 0) expected_.erase(place);
-  return expected;
+  return take_expected(expected_, [kind](const ExpectedDialog& expected) { return expected.kind == kind; });
 }
 
 template <class Answer>

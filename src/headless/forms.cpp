@@ -1,8 +1,8 @@
 #include "headless/forms.h"
 
-#include <algorithm>
-
+#include "base/failure_of.h"
 #include "base/strings.h"
+#include "headless/expected.h"
 
 namespace tvx::headless {
 
@@ -21,18 +21,12 @@ FormControl& button_called(Form& form, std::u16string_view name) {
 
 }  // namespace
 
-void Forms::forget(int id) {
-  std::erase_if(expected_, [id](const ExpectedForm& expected) { return expected.id == id; });
-}
+void Forms::forget(int id) { forget_expected(expected_, id); }
 
 std::optional<ExpectedForm> Forms::take(const Form& form) {
-  const auto place = std::ranges::find_if(expected_, [&](const ExpectedForm& expected) {
+  return take_expected(expected_, [&](const ExpectedForm& expected) {
     return expected.form.empty() || equals_ignoring_ascii_case(expected.form, form.Name());
   });
-  if (place == expected_.end()) return std::nullopt;
-  ExpectedForm expected = *place;
-  if (--place->times <= 0) expected_.erase(place);
-  return expected;
 }
 
 void Forms::act(Form& form, const ExpectedForm& expected) {
@@ -50,12 +44,9 @@ void Forms::run(Form& form, platform::WindowHandle owner) {
   shown_.push_back(form.Name());
   last_owner_ = owner;
   if (opened_) opened_(form);
-  std::optional<RuntimeError> failure;
-  try {
+  const std::optional<RuntimeError> failure = failure_of([&] {
     if (expected) act(form, *expected);
-  } catch (const RuntimeError& error) {
-    failure = error;
-  }
+  });
   if (form.Visible()) form.cancel();
   form.Hide();
   std::erase(open_, &form);

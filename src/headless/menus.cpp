@@ -1,8 +1,7 @@
 #include "headless/menus.h"
 
-#include <algorithm>
-
 #include "base/strings.h"
+#include "headless/expected.h"
 
 namespace tvx::headless {
 namespace {
@@ -28,18 +27,12 @@ Menu* item_called(Menu& menu, std::u16string_view wanted) {
 
 }  // namespace
 
-void Menus::forget(int id) {
-  std::erase_if(expected_, [id](const ExpectedPopup& expected) { return expected.id == id; });
-}
+void Menus::forget(int id) { forget_expected(expected_, id); }
 
 std::optional<ExpectedPopup> Menus::take(const Menu& menu) {
-  const auto place = std::ranges::find_if(expected_, [&](const ExpectedPopup& expected) {
+  return take_expected(expected_, [&](const ExpectedPopup& expected) {
     return expected.menu.empty() || equals_ignoring_ascii_case(expected.menu, menu.Name());
   });
-  if (place == expected_.end()) return std::nullopt;
-  ExpectedPopup expected = *place;
-  if (--place->times <= 0) expected_.erase(place);
-  return expected;
 }
 
 Menu* Menus::show(Menu& menu, platform::WindowHandle, const std::optional<platform::PopupPlace>& place) {

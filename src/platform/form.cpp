@@ -115,13 +115,11 @@ void Form::remove_observer(FormObserver& observer) { std::erase(observers_, &obs
 void Forms::Show(Form& form, WindowHandle owner) {
   if (std::exchange(form.visible_, true))
     throw RuntimeError(shown_already, u"Form already displayed; can't show modally");
-  try {
-    run(form, owner);
-  } catch (...) {
-    form.Hide();
-    throw;
-  }
-  form.Hide();
+  const struct Hidden {
+    Form& form;
+    ~Hidden() { form.Hide(); }
+  } hidden{form};
+  run(form, owner);
 }
 
 }  // namespace tvx::platform

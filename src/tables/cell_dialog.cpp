@@ -15,7 +15,7 @@ using Row = dom::TableRowObject;
 
 namespace {
 
-constexpr int number_columns = 6, colour_columns = 10;
+constexpr int number_columns = 6;
 
 // --- fields and the members behind them ---
 
@@ -149,10 +149,12 @@ CellDialog::CellDialog(platform::CommonDialogs& dialogs) : dialogs_(dialogs) {
   form_.begin_row();
   form_.add_label(u"lblStyle", u"Style");
   form_.add_text_box(u"txtStyle");
-  add_colour(u"lblBGColor", u"bgColor", u"txtBgcolor", u"Command1");
-  add_colour(u"lblBorderColor", u"border Color", u"txtborderColor", u"Command2");
-  add_colour(u"lblBorderColorDark", u"border Color dark", u"txtBorderColorDark", u"Command3");
-  add_colour(u"lblBorderColorLight", u"border Color light", u"txtBorderColorLight", u"Command4");
+  add_colour_row(form_, nullptr, u"lblBGColor", u"bgColor", u"txtBgcolor", u"Command1");
+  add_colour_row(form_, nullptr, u"lblBorderColor", u"border Color", u"txtborderColor", u"Command2");
+  add_colour_row(form_, nullptr, u"lblBorderColorDark", u"border Color dark", u"txtBorderColorDark",
+                 u"Command3");
+  add_colour_row(form_, nullptr, u"lblBorderColorLight", u"border Color light", u"txtBorderColorLight",
+                 u"Command4");
   form_.set_default_button(form_.add_closing_button(u"OKButton", u"OK"));
   form_.set_cancel_button(form_.add_closing_button(u"CancelButton", u"Cancel"));
   form_.set_handler(this);
@@ -167,15 +169,6 @@ void CellDialog::add_list(std::u16string label, std::u16string caption, std::u16
 void CellDialog::add_pair(std::u16string label, std::u16string caption, std::u16string box) {
   form_.add_label(std::move(label), std::move(caption));
   form_.add_text_box(std::move(box)).set_columns(number_columns);
-}
-
-void CellDialog::add_colour(std::u16string label, std::u16string caption, std::u16string box,
-                            std::u16string button) {
-  form_.begin_row();
-  form_.add_label(std::move(label), std::move(caption));
-  FormControl& field = form_.add_text_box(std::move(box));
-  field.set_columns(colour_columns);
-  form_.add_button(std::move(button), u"...").set_colour_field(field);
 }
 
 // --- what it does ---

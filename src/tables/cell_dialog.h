@@ -31,7 +31,6 @@ class CellDialog final : private platform::FormHandler {
 
  private:
   void add_pair(std::u16string label, std::u16string caption, std::u16string box);
-  void add_colour(std::u16string label, std::u16string caption, std::u16string box, std::u16string button);
   void add_list(std::u16string label, std::u16string caption, std::u16string list,
                 std::initializer_list<std::u16string_view> items);
   void Click(platform::FormControl& button) override;

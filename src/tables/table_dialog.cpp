@@ -10,7 +10,7 @@ using platform::FormControl;
 
 namespace {
 
-constexpr int number_columns = 5, colour_columns = 10;
+constexpr int number_columns = 5;
 
 }  // namespace
 
@@ -36,8 +36,9 @@ void TableDialog::add_table_frame() {
   form_.begin_row(&frame);
   add_number(u"lblCellSpacing", u"Cell spacing", u"txtCellSpacing", u"0");
   add_number(u"lblCellPadding", u"Cell padding", u"txtCellPadding", u"0");
-  add_colour(frame, u"lblBorderColor", u"Border Colour", u"txtBorderColour", u"cmdBorderColour");
-  add_colour(frame, u"lblBackgroundColor", u"Background Color", u"txtBackColour", u"cmdBackColour");
+  add_colour_row(form_, &frame, u"lblBorderColor", u"Border Colour", u"txtBorderColour", u"cmdBorderColour");
+  add_colour_row(form_, &frame, u"lblBackgroundColor", u"Background Color", u"txtBackColour",
+                 u"cmdBackColour");
   form_.begin_row(&frame);
   form_.add_label(u"lblStyle", u"Style");
   form_.add_text_box(u"txtStyle").set_ToolTipText(u"Enter a vaild CSS string");
@@ -45,24 +46,16 @@ void TableDialog::add_table_frame() {
 
 void TableDialog::add_cell_frame() {
   FormControl& frame = form_.add_frame(u"lblCellAttributes", u"Cell Settings");
-  add_colour(frame, u"lblCellBorderColor", u"Border Color", u"txtBorderColourCell", u"cmdBorderColourCell");
-  add_colour(frame, u"lblCellBackgroundColor", u"Background Color", u"txtBackgroundColourCell",
-             u"cmdBackgroundColourCell");
+  add_colour_row(form_, &frame, u"lblCellBorderColor", u"Border Color", u"txtBorderColourCell",
+                 u"cmdBorderColourCell");
+  add_colour_row(form_, &frame, u"lblCellBackgroundColor", u"Background Color", u"txtBackgroundColourCell",
+                 u"cmdBackgroundColourCell");
 }
 
 void TableDialog::add_number(std::u16string label, std::u16string caption, std::u16string box,
                              std::u16string_view text) {
   form_.add_label(std::move(label), std::move(caption));
   form_.add_text_box(std::move(box), text).set_columns(number_columns);
-}
-
-void TableDialog::add_colour(FormControl& frame, std::u16string label, std::u16string caption,
-                             std::u16string box, std::u16string button) {
-  form_.begin_row(&frame);
-  form_.add_label(std::move(label), std::move(caption));
-  FormControl& field = form_.add_text_box(std::move(box));
-  field.set_columns(colour_columns);
-  form_.add_button(std::move(button), u"...").set_colour_field(field);
 }
 
 // --- what it does ---

@@ -32,8 +32,6 @@ class TableDialog final : private platform::FormHandler {
   void add_table_frame();
   void add_cell_frame();
   void add_number(std::u16string label, std::u16string caption, std::u16string box, std::u16string_view text);
-  void add_colour(platform::FormControl& frame, std::u16string label, std::u16string caption,
-                  std::u16string box, std::u16string button);
   void Click(platform::FormControl& button) override;
   void apply();
   const std::u16string& text(std::u16string_view box) const;

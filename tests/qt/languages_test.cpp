@@ -6,6 +6,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QDir>
+#include <QLibraryInfo>
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QPushButton>
@@ -215,14 +216,17 @@ TEST_F(LanguageChoice, BrokenFilesAndNoFolderAreNoLanguages) {
   EXPECT_EQ(Languages(QString()).preferred(), nullptr);
 }
 
+// The words are Qt's, from a package of their own: without its file there is nothing to follow.
 TEST_F(LanguageChoice, QtsOwnWordsFollow) {
+  const QDir translations(QLibraryInfo::path(QLibraryInfo::TranslationsPath));
+  if (!translations.exists(QStringLiteral("qtbase_de.qm")))
+    GTEST_SKIP() << "SKIPPED: no qtbase_de.qm, Qt's own translations are not installed";
   Languages languages(language_folder);
   const auto cancel = [] {
     return QMessageBox(QMessageBox::NoIcon, {}, {}, QMessageBox::Cancel).button(QMessageBox::Cancel)->text();
   };
   const QString english = cancel();
   languages.speak(*languages.find(QStringLiteral("de")));
-  if (cancel() == english) GTEST_SKIP() << "SKIPPED: Qt's translations are not installed";
   EXPECT_EQ(cancel().remove(u'&'), QStringLiteral("Abbrechen"));
   languages.speak(*languages.find(QStringLiteral("en")));
   EXPECT_EQ(cancel(), english);
