@@ -2,15 +2,15 @@
 
 #include <filesystem>
 
-#include "core/htmled.h"
 #include "documents.h"
-#include "dom/tree.h"
-#include "headless/container.h"
-#include "headless/dialogs.h"
-#include "headless/property_bag.h"
-#include "headless/view.h"
-#include "headless/virtual_time_loop.h"
-#include "platform/special_folders.h"
+#include "tvx/core/htmled.h"
+#include "tvx/dom/tree.h"
+#include "tvx/headless/container.h"
+#include "tvx/headless/dialogs.h"
+#include "tvx/headless/property_bag.h"
+#include "tvx/headless/view.h"
+#include "tvx/headless/virtual_time_loop.h"
+#include "tvx/platform/special_folders.h"
 
 /// What a move of the caret costs in the control: the key's events, the element under the caret, the path to
 /// it, its border, and the state of the buttons. Articles of 10 KB to 10 MB; no view.

@@ -1,13 +1,13 @@
 #include <benchmark/benchmark.h>
 
-#include "browser/paste.h"
 #include "documents.h"
-#include "dom/journal.h"
-#include "dom/parse.h"
-#include "dom/serialise.h"
-#include "dom/tree.h"
-#include "editing/copied_content.h"
-#include "headless/clipboard.h"
+#include "tvx/browser/input/paste.h"
+#include "tvx/dom/journal.h"
+#include "tvx/dom/parse.h"
+#include "tvx/dom/serialise.h"
+#include "tvx/dom/tree.h"
+#include "tvx/editing/clipboard/copied_content.h"
+#include "tvx/headless/clipboard.h"
 
 /// Copying and pasting articles of 10 KB to 5 MB, by a clipboard in memory: the whole way from the selection
 /// to the bytes of three formats, and from those to a caret behind the new content.

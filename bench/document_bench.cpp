@@ -7,16 +7,16 @@
 #include <iterator>
 #include <string>
 
-#include "base/strings.h"
 #include "documents.h"
-#include "dom/collections.h"
-#include "dom/inner_text.h"
-#include "dom/mutation.h"
-#include "dom/parse.h"
-#include "dom/serialise.h"
-#include "dom/style/inline_style.h"
-#include "dom/tree.h"
-#include "editing/editor.h"
+#include "tvx/base/strings.h"
+#include "tvx/dom/collections.h"
+#include "tvx/dom/inner_text.h"
+#include "tvx/dom/mutation.h"
+#include "tvx/dom/parse.h"
+#include "tvx/dom/serialise.h"
+#include "tvx/dom/style/inline_style.h"
+#include "tvx/dom/tree.h"
+#include "tvx/editing/editor.h"
 
 /// One document, an article of 1 MB or `--document FILE` (UTF-8), through what a control asks of it; and
 /// documents past all measure.

@@ -4,7 +4,7 @@
 #include <iterator>
 #include <string_view>
 
-#include "base/strings.h"
+#include "tvx/base/strings.h"
 
 namespace tvx::bench {
 namespace {

@@ -3,10 +3,10 @@
 #include <benchmark/benchmark.h>
 
 #include "documents.h"
-#include "dom/journal.h"
-#include "dom/parse.h"
-#include "dom/tree.h"
-#include "editing/editor.h"
+#include "tvx/dom/journal.h"
+#include "tvx/dom/parse.h"
+#include "tvx/dom/tree.h"
+#include "tvx/editing/editor.h"
 
 namespace tvx::bench {
 

@@ -1,8 +1,8 @@
 #include <benchmark/benchmark.h>
 
-#include "editing/caret.h"
-#include "editing/typing.h"
 #include "editing_article.h"
+#include "tvx/editing/gestures/typing.h"
+#include "tvx/editing/walk/caret.h"
 
 /// Commands on everything, typing, and moves of the caret, in articles of 10 KB to 10 MB and among many
 /// images.

@@ -1,8 +1,8 @@
 #include <benchmark/benchmark.h>
 
 #include "documents.h"
-#include "source/formatter.h"
-#include "source/preparation.h"
+#include "tvx/source/formatter.h"
+#include "tvx/source/preparation.h"
 
 namespace {
 

@@ -1,5 +1,5 @@
-#include "editing/typing.h"
 #include "editing_article.h"
+#include "tvx/editing/gestures/typing.h"
 
 /// What is put into articles of 10 KB to 10 MB: lists, fragments, tables, ten thousand characters; and
 /// undone.

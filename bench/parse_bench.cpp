@@ -2,8 +2,8 @@
 #include <malloc.h>
 
 #include "documents.h"
-#include "dom/parse.h"
-#include "dom/serialise.h"
+#include "tvx/dom/parse.h"
+#include "tvx/dom/serialise.h"
 
 namespace {
 

@@ -1,9 +1,9 @@
 #include <benchmark/benchmark.h>
 
-#include "commands/selection_operations.h"
 #include "documents.h"
-#include "dom/parse.h"
-#include "editing/editor.h"
+#include "tvx/commands/selection_operations.h"
+#include "tvx/dom/parse.h"
+#include "tvx/editing/editor.h"
 
 /// Selecting by characters: the walk is linear in the place, in many paragraphs as in a single one.
 namespace {

@@ -1,12 +1,12 @@
 #include <benchmark/benchmark.h>
 
-#include "base/strings.h"
 #include "documents.h"
-#include "dom/collections.h"
-#include "dom/inner_text.h"
-#include "dom/mutation.h"
-#include "dom/parse.h"
-#include "dom/style/style_engine.h"
+#include "tvx/base/strings.h"
+#include "tvx/dom/collections.h"
+#include "tvx/dom/inner_text.h"
+#include "tvx/dom/mutation.h"
+#include "tvx/dom/parse.h"
+#include "tvx/dom/style/style_engine.h"
 
 namespace {
 

@@ -1,14 +1,14 @@
 #include <benchmark/benchmark.h>
 
-#include "browser/document_view.h"
-#include "core/htmled.h"
-#include "dom/journal.h"
-#include "headless/container.h"
-#include "headless/dialogs.h"
-#include "headless/forms.h"
-#include "headless/menus.h"
-#include "headless/view.h"
-#include "headless/virtual_time_loop.h"
+#include "tvx/browser/view/document_view.h"
+#include "tvx/core/htmled.h"
+#include "tvx/dom/journal.h"
+#include "tvx/headless/container.h"
+#include "tvx/headless/dialogs.h"
+#include "tvx/headless/forms.h"
+#include "tvx/headless/menus.h"
+#include "tvx/headless/view.h"
+#include "tvx/headless/virtual_time_loop.h"
 
 /// Items of a large table's menu, from the right press to the view that has it all: the menu, the work, the
 /// undo step, the patches, and the tree that a view makes of them.

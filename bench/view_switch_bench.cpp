@@ -1,10 +1,10 @@
 #include <benchmark/benchmark.h>
 
-#include "core/htmled.h"
 #include "documents.h"
-#include "headless/container.h"
-#include "headless/dialogs.h"
-#include "headless/virtual_time_loop.h"
+#include "tvx/core/htmled.h"
+#include "tvx/headless/container.h"
+#include "tvx/headless/dialogs.h"
+#include "tvx/headless/virtual_time_loop.h"
 
 namespace {
 

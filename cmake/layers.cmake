@@ -12,13 +12,14 @@ endif()
 # tvx_layer(<name> [DEPENDS <layer>...] [LIBRARIES <target>...])
 function(tvx_layer name)
   cmake_parse_arguments(LAYER "" "" "DEPENDS;LIBRARIES" ${ARGN})
-  set(folder ${CMAKE_SOURCE_DIR}/src/${name})
+  set(folder ${PROJECT_SOURCE_DIR}/src/${name})
   file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${folder}/*.cpp ${folder}/*.h)
 
-  # The include root of the layer: a folder with a single link to the sources.
-  set(root ${CMAKE_BINARY_DIR}/layers/${name})
-  file(MAKE_DIRECTORY ${root})
-  file(CREATE_LINK ${folder} ${root}/${name} SYMBOLIC)
+  # The include root of the layer: a folder with a single link to the sources. Everything is included as
+  # "tvx/<layer>/...", which can't collide with a header of the host's program.
+  set(root ${PROJECT_BINARY_DIR}/layers/${name})
+  file(MAKE_DIRECTORY ${root}/tvx)
+  file(CREATE_LINK ${folder} ${root}/tvx/${name} SYMBOLIC)
 
   set(units ${sources})
   list(FILTER units INCLUDE REGEX "\\.cpp$")

@@ -1,14 +1,14 @@
 // Markup put into a document: into elements of all kinds, in their places, and over ranges. The tree stays
 // sound, and one undo takes each of them back.
 
-#include "base/error.h"
-#include "dom/journal.h"
-#include "dom/objects/element_content.h"
-#include "dom/parse.h"
-#include "editing/control_range.h"
-#include "editing/editor.h"
 #include "fuzz_choices.h"
 #include "tree_laws.h"
+#include "tvx/base/error.h"
+#include "tvx/dom/journal.h"
+#include "tvx/dom/objects/element_content.h"
+#include "tvx/dom/parse.h"
+#include "tvx/editing/editor.h"
+#include "tvx/editing/ranges/control_range.h"
 
 namespace {
 

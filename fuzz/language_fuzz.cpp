@@ -1,7 +1,7 @@
 // Language files: reading ends, and what is read is sound.
 
 #include "fuzz_input.h"
-#include "localise/xml_document.h"
+#include "tvx/localise/xml_document.h"
 
 using namespace tvx;
 

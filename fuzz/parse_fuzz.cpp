@@ -1,8 +1,8 @@
 #include <cstdint>
 
-#include "base/strings.h"
-#include "dom/parse.h"
-#include "dom/serialise.h"
+#include "tvx/base/strings.h"
+#include "tvx/dom/parse.h"
+#include "tvx/dom/serialise.h"
 
 // Parses, writes, parses what was written, and destroys: as a document, and as a fragment in a context
 // that the first byte chooses.

@@ -1,10 +1,10 @@
 #include <cstdint>
 #include <cstdlib>
 
-#include "base/strings.h"
-#include "dom/mutation.h"
-#include "dom/parse.h"
-#include "dom/style/style_engine.h"
+#include "tvx/base/strings.h"
+#include "tvx/dom/mutation.h"
+#include "tvx/dom/parse.h"
+#include "tvx/dom/style/style_engine.h"
 
 using namespace tvx::dom;
 

@@ -1,8 +1,8 @@
 // Texts: replacing against the plain way of doing it; code pages that hold all they decode.
 
-#include "base/code_page.h"
-#include "base/text.h"
 #include "fuzz_input.h"
+#include "tvx/base/code_page.h"
+#include "tvx/base/text.h"
 
 using namespace tvx;
 

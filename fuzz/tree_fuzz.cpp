@@ -4,15 +4,15 @@
 #include <memory>
 #include <vector>
 
-#include "base/error.h"
-#include "dom/builder.h"
-#include "dom/journal.h"
-#include "dom/objects/element_content.h"
-#include "dom/objects/table.h"
-#include "dom/parse.h"
-#include "dom/style/inline_style.h"
 #include "fuzz_choices.h"
 #include "tree_laws.h"
+#include "tvx/base/error.h"
+#include "tvx/dom/builder.h"
+#include "tvx/dom/journal.h"
+#include "tvx/dom/objects/element_content.h"
+#include "tvx/dom/objects/table.h"
+#include "tvx/dom/parse.h"
+#include "tvx/dom/style/inline_style.h"
 
 namespace {
 

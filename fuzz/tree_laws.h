@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <string>
 
-#include "dom/collections.h"
-#include "dom/print_tree.h"
-#include "dom/range.h"
-#include "dom/tree.h"
 #include "fuzz_input.h"
+#include "tvx/dom/collections.h"
+#include "tvx/dom/print_tree.h"
+#include "tvx/dom/range.h"
+#include "tvx/dom/tree.h"
 
 /// What holds of every tree, whatever was done to it.
 namespace tvx::fuzz {

@@ -1,8 +1,8 @@
 // Addresses: taking one apart, writing it and taking it apart again changes nothing; what a reference
 // resolves to is absolute; a local path comes back from its address.
 
-#include "base/url.h"
 #include "fuzz_input.h"
+#include "tvx/base/url.h"
 
 using namespace tvx;
 

@@ -5,9 +5,9 @@
 #include <cstring>
 #include <string_view>
 
-#include "automation/server.h"
-#include "headless/message_loop.h"
-#include "library/reference.h"
+#include "tvx/automation/server.h"
+#include "tvx/headless/message_loop.h"
+#include "tvx/library/members/reference.h"
 
 namespace {
 

@@ -10,15 +10,15 @@
 #include <cerrno>
 #include <cstdio>
 
-#include "automation/server.h"
-#include "automation/stage.h"
-#include "base/error.h"
-#include "browser/document_view.h"
 #include "htmled/window.h"
-#include "qt/htmled_widget.h"
-#include "qt/strings.h"
-#include "qt/twips.h"
-#include "qt/web_view.h"
+#include "tvx/automation/server.h"
+#include "tvx/automation/stage.h"
+#include "tvx/base/error.h"
+#include "tvx/browser/view/document_view.h"
+#include "tvx/qt/support/strings.h"
+#include "tvx/qt/support/twips.h"
+#include "tvx/qt/web/web_view.h"
+#include "tvx/qt/widget/htmled_widget.h"
 
 namespace tvx::htmled {
 namespace {

@@ -12,14 +12,14 @@
 #include <memory>
 #include <optional>
 
-#include "browser/document_view.h"
-#include "core/htmled.h"
-#include "dom/tree.h"
 #include "htmled/window.h"
-#include "platform/message_loop.h"
-#include "qt/htmled_widget.h"
-#include "qt/web_view.h"
-#include "tables/structure.h"
+#include "tvx/browser/view/document_view.h"
+#include "tvx/core/htmled.h"
+#include "tvx/dom/tree.h"
+#include "tvx/platform/message_loop.h"
+#include "tvx/qt/web/web_view.h"
+#include "tvx/qt/widget/htmled_widget.h"
+#include "tvx/tables/structure.h"
 
 namespace tvx::htmled {
 namespace {

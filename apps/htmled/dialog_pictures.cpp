@@ -15,12 +15,12 @@
 #include <iostream>
 #include <vector>
 
-#include "browser/html_document.h"
-#include "core/htmled.h"
-#include "dom/tree.h"
 #include "htmled/window.h"
-#include "platform/message_loop.h"
-#include "qt/htmled_widget.h"
+#include "tvx/browser/html_document.h"
+#include "tvx/core/htmled.h"
+#include "tvx/dom/tree.h"
+#include "tvx/platform/message_loop.h"
+#include "tvx/qt/widget/htmled_widget.h"
 
 namespace tvx::htmled {
 namespace {

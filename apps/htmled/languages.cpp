@@ -7,8 +7,8 @@
 #include <QSettings>
 #include <algorithm>
 
-#include "localise/xml_document.h"
-#include "qt/strings.h"
+#include "tvx/localise/xml_document.h"
+#include "tvx/qt/support/strings.h"
 
 namespace tvx::htmled {
 namespace {

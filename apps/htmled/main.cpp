@@ -10,8 +10,8 @@
 #include "htmled/demo.h"
 #include "htmled/screenshots.h"
 #include "htmled/window.h"
-#include "qt/message_loop.h"
-#include "qt/web_view.h"
+#include "tvx/qt/support/message_loop.h"
+#include "tvx/qt/web/web_view.h"
 
 namespace {
 

@@ -14,14 +14,14 @@
 #include <iostream>
 #include <utility>
 
-#include "base/error.h"
-#include "base/text_file.h"
-#include "browser/html_document.h"
-#include "browser/page_source.h"
-#include "core/htmled.h"
-#include "dom/journal.h"
-#include "qt/htmled_widget.h"
-#include "qt/strings.h"
+#include "tvx/base/error.h"
+#include "tvx/base/text_file.h"
+#include "tvx/browser/html_document.h"
+#include "tvx/browser/loading/page_source.h"
+#include "tvx/core/htmled.h"
+#include "tvx/dom/journal.h"
+#include "tvx/qt/support/strings.h"
+#include "tvx/qt/widget/htmled_widget.h"
 
 namespace tvx::htmled {
 namespace {
@@ -144,7 +144,7 @@ bool Window::start(const QString& path) {
 void Window::new_document() {
   if (!may_leave_document()) return;
   try {
-    load(DocumentFile::untitled(from_qt(drafts_.filePath(QStringLiteral("untitled.html")))));
+    load(files::DocumentFile::untitled(from_qt(drafts_.filePath(QStringLiteral("untitled.html")))));
   } catch (const RuntimeError& error) {
     tell(words_of(error));
   }
@@ -158,14 +158,14 @@ void Window::ask_and_open() {
 
 bool Window::open(const QString& path) {
   try {
-    return load(DocumentFile::open(from_qt(QFileInfo(path).absoluteFilePath())));
+    return load(files::DocumentFile::open(from_qt(QFileInfo(path).absoluteFilePath())));
   } catch (const RuntimeError& error) {
     tell(words_of(error));
     return false;
   }
 }
 
-bool Window::load(DocumentFile file) {
+bool Window::load(files::DocumentFile file) {
   const QScopedValueRollback<bool> loading(loading_, true);
   core::HTMLed& control = editor_->control();
   if (control.InCodeView()) control.show_Code();

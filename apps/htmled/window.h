@@ -9,10 +9,10 @@
 #include <utility>
 #include <vector>
 
-#include "core/events.h"
-#include "htmled/document_file.h"
 #include "htmled/languages.h"
-#include "qt/htmled_widget.h"
+#include "tvx/core/events.h"
+#include "tvx/files/document_file.h"
+#include "tvx/qt/widget/htmled_widget.h"
 
 class QMenu;
 
@@ -65,7 +65,7 @@ class Window final : public QMainWindow, private core::HTMLedEvents {
   bool may_leave_document();
   /// Whether to write over what another program has put in the file meanwhile.
   bool may_overwrite();
-  bool load(DocumentFile file);
+  bool load(files::DocumentFile file);
   /// Calls `act` with the document as it is to be saved; false, with the user told, if that fails.
   bool with_document(const std::function<void(const dom::Document&)>& act);
 
@@ -81,7 +81,7 @@ class Window final : public QMainWindow, private core::HTMLedEvents {
   QTemporaryDir drafts_;
   qt::HTMLedWidget* editor_;
   std::vector<std::pair<QAction*, const char*>> actions_;  // with their English words
-  DocumentFile file_;
+  files::DocumentFile file_;
   bool modified_ = false;
   bool loading_ = false;
   bool look_awaited_ = false;

@@ -5,9 +5,9 @@
 #include <QSplitter>
 #include <QTimer>
 
-#include "qt/htmled_widget.h"
-#include "qt/web_view.h"
 #include "self_check.h"
+#include "tvx/qt/web/web_view.h"
+#include "tvx/qt/widget/htmled_widget.h"
 
 using tvx::qt::HTMLedWidget;
 

@@ -1,8 +1,8 @@
 // How does a program get the editor? By putting one widget into its window.
 #include <QApplication>
 
-#include "qt/htmled_widget.h"
-#include "qt/web_view.h"
+#include "tvx/qt/web/web_view.h"
+#include "tvx/qt/widget/htmled_widget.h"
 
 int main(int argc, char** argv) {
   tvx::qt::prepare_web_engine();

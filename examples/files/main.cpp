@@ -6,9 +6,9 @@
 #include <QTemporaryDir>
 #include <QToolBar>
 
-#include "qt/htmled_widget.h"
-#include "qt/web_view.h"
 #include "self_check.h"
+#include "tvx/qt/web/web_view.h"
+#include "tvx/qt/widget/htmled_widget.h"
 
 using tvx::qt::HTMLedWidget;
 

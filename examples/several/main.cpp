@@ -4,10 +4,10 @@
 #include <QTabWidget>
 #include <QTemporaryDir>
 
-#include "qt/htmled_widget.h"
-#include "qt/settings_store.h"
-#include "qt/web_view.h"
 #include "self_check.h"
+#include "tvx/qt/web/web_view.h"
+#include "tvx/qt/widget/htmled_widget.h"
+#include "tvx/qt/widget/settings_store.h"
 
 using tvx::qt::HTMLedWidget;
 

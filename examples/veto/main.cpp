@@ -1,10 +1,10 @@
 // How does a program stop what a toolbar button would do? By setting `cancel` while the editor asks.
 #include <QApplication>
 
-#include "core/htmled.h"
-#include "qt/htmled_widget.h"
-#include "qt/web_view.h"
 #include "self_check.h"
+#include "tvx/core/htmled.h"
+#include "tvx/qt/web/web_view.h"
+#include "tvx/qt/widget/htmled_widget.h"
 
 using tvx::qt::HTMLedWidget;
 

@@ -1,11 +1,11 @@
-#include "automation/bench.h"
+#include "tvx/automation/bench.h"
 
-#include "base/error.h"
-#include "dom/journal.h"
-#include "dom/mutation.h"
-#include "dom/style/style_engine.h"
-#include "dom/tree.h"
-#include "editing/marks.h"
+#include "tvx/base/error.h"
+#include "tvx/dom/journal.h"
+#include "tvx/dom/mutation.h"
+#include "tvx/dom/style/style_engine.h"
+#include "tvx/dom/tree.h"
+#include "tvx/editing/walk/marks.h"
 
 namespace tvx::automation {
 

@@ -2,8 +2,8 @@
 
 #include <string_view>
 
-#include "dom/document.h"
-#include "editing/editor.h"
+#include "tvx/dom/document.h"
+#include "tvx/editing/editor.h"
 
 namespace tvx::automation {
 

@@ -1,7 +1,7 @@
-#include "automation/control_object.h"
-#include "automation/instance.h"
-#include "library/document_object.h"
-#include "library/members_of.h"
+#include "tvx/automation/control_object.h"
+#include "tvx/automation/instance.h"
+#include "tvx/library/objects/document_object.h"
+#include "tvx/library/objects/members_of.h"
 
 namespace tvx::automation {
 

@@ -1,7 +1,7 @@
-#include "automation/control_object.h"
-#include "automation/inside.h"
-#include "clipboard/clip.h"
-#include "library/members_of.h"
+#include "tvx/automation/control_object.h"
+#include "tvx/automation/inside.h"
+#include "tvx/clipboard/clip.h"
+#include "tvx/library/objects/members_of.h"
 
 namespace tvx::automation {
 

@@ -1,8 +1,8 @@
-#include "automation/methods.h"
-#include "automation/session.h"
-#include "base/base64.h"
-#include "base/error.h"
-#include "platform/clipboard.h"
+#include "tvx/automation/methods.h"
+#include "tvx/automation/session.h"
+#include "tvx/base/base64.h"
+#include "tvx/base/error.h"
+#include "tvx/platform/clipboard.h"
 
 namespace tvx::automation {
 

@@ -1,8 +1,8 @@
 #include <algorithm>
 
-#include "automation/control_object.h"
-#include "automation/instance.h"
-#include "library/members_of.h"
+#include "tvx/automation/control_object.h"
+#include "tvx/automation/instance.h"
+#include "tvx/library/objects/members_of.h"
 
 namespace tvx::automation {
 

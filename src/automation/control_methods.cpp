@@ -1,8 +1,8 @@
 #include <tuple>
 
-#include "automation/methods.h"
-#include "automation/session.h"
-#include "base/error.h"
+#include "tvx/automation/methods.h"
+#include "tvx/automation/session.h"
+#include "tvx/base/error.h"
 
 namespace tvx::automation {
 

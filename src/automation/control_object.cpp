@@ -1,15 +1,15 @@
-#include "automation/control_object.h"
+#include "tvx/automation/control_object.h"
 
-#include "automation/inside.h"
-#include "automation/instance.h"
-#include "automation/internal_routines.h"
-#include "commands/selection_highlight.h"
-#include "dom/style/style_sheet.h"
-#include "library/dispatch.h"
-#include "library/document_object.h"
-#include "library/members_of.h"
-#include "library/parts.h"
-#include "platform/form.h"
+#include "tvx/automation/inside.h"
+#include "tvx/automation/instance.h"
+#include "tvx/automation/internal_routines.h"
+#include "tvx/commands/selection_highlight.h"
+#include "tvx/dom/style/style_sheet.h"
+#include "tvx/library/members/dispatch.h"
+#include "tvx/library/objects/document_object.h"
+#include "tvx/library/objects/members_of.h"
+#include "tvx/library/objects/parts.h"
+#include "tvx/platform/form.h"
 
 namespace tvx::automation {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "library/object.h"
+#include "tvx/library/objects/object.h"
 
 namespace tvx::core {
 class HTMLed;

@@ -1,12 +1,12 @@
-#include "automation/bench.h"
-#include "automation/methods.h"
-#include "automation/session.h"
-#include "base/error.h"
-#include "dom/parse.h"
-#include "dom/print_tree.h"
-#include "dom/serialise.h"
-#include "editing/command_table.h"
-#include "editing/marks.h"
+#include "tvx/automation/bench.h"
+#include "tvx/automation/methods.h"
+#include "tvx/automation/session.h"
+#include "tvx/base/error.h"
+#include "tvx/dom/parse.h"
+#include "tvx/dom/print_tree.h"
+#include "tvx/dom/serialise.h"
+#include "tvx/editing/command_table.h"
+#include "tvx/editing/walk/marks.h"
 
 namespace tvx::automation {
 

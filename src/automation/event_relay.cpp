@@ -1,6 +1,6 @@
-#include "automation/event_relay.h"
+#include "tvx/automation/event_relay.h"
 
-#include "library/document_object.h"
+#include "tvx/library/objects/document_object.h"
 
 namespace tvx::automation {
 

@@ -3,8 +3,8 @@
 #include <functional>
 #include <memory>
 
-#include "core/events.h"
-#include "library/member_table.h"
+#include "tvx/core/events.h"
+#include "tvx/library/members/member_table.h"
 
 namespace tvx::browser {
 class HTMLDocument;

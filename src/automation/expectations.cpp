@@ -1,9 +1,9 @@
-#include "automation/expectations.h"
+#include "tvx/automation/expectations.h"
 
-#include "base/error.h"
-#include "base/strings.h"
-#include "library/dispatch.h"
-#include "library/object.h"
+#include "tvx/base/error.h"
+#include "tvx/base/strings.h"
+#include "tvx/library/members/dispatch.h"
+#include "tvx/library/objects/object.h"
 
 namespace tvx::automation {
 

@@ -7,11 +7,11 @@
 #include <string_view>
 #include <vector>
 
-#include "automation/json.h"
-#include "headless/dialogs.h"
-#include "headless/forms.h"
-#include "headless/menus.h"
-#include "library/member_table.h"
+#include "tvx/automation/json.h"
+#include "tvx/headless/dialogs.h"
+#include "tvx/headless/forms.h"
+#include "tvx/headless/menus.h"
+#include "tvx/library/members/member_table.h"
 
 namespace tvx::automation {
 

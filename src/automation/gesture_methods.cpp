@@ -1,16 +1,16 @@
 #include <algorithm>
 #include <tuple>
 
-#include "automation/inside.h"
-#include "automation/methods.h"
-#include "automation/mouse_drag.h"
-#include "automation/session.h"
-#include "base/error.h"
-#include "browser/drags.h"
-#include "dom/range.h"
-#include "editing/caret.h"
-#include "library/document_object.h"
-#include "platform/message_loop.h"
+#include "tvx/automation/inside.h"
+#include "tvx/automation/methods.h"
+#include "tvx/automation/mouse_drag.h"
+#include "tvx/automation/session.h"
+#include "tvx/base/error.h"
+#include "tvx/browser/input/drags.h"
+#include "tvx/dom/range.h"
+#include "tvx/editing/walk/caret.h"
+#include "tvx/library/objects/document_object.h"
+#include "tvx/platform/message_loop.h"
 
 namespace tvx::automation {
 

@@ -1,8 +1,8 @@
-#include "automation/stage.h"
-#include "base/error.h"
-#include "browser/document_view.h"
-#include "headless/container.h"
-#include "headless/view.h"
+#include "tvx/automation/stage.h"
+#include "tvx/base/error.h"
+#include "tvx/browser/view/document_view.h"
+#include "tvx/headless/container.h"
+#include "tvx/headless/view.h"
 
 namespace tvx::automation {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/htmled.h"
+#include "tvx/core/htmled.h"
 
 namespace tvx::core {
 

@@ -1,8 +1,8 @@
-#include "automation/instance.h"
+#include "tvx/automation/instance.h"
 
-#include "base/error.h"
-#include "library/document_object.h"
-#include "platform/special_folders.h"
+#include "tvx/base/error.h"
+#include "tvx/library/objects/document_object.h"
+#include "tvx/platform/special_folders.h"
 
 namespace tvx::automation {
 

@@ -5,12 +5,12 @@
 #include <optional>
 #include <string>
 
-#include "automation/event_relay.h"
-#include "automation/expectations.h"
-#include "automation/stage.h"
-#include "headless/dialogs.h"
-#include "headless/forms.h"
-#include "headless/menus.h"
+#include "tvx/automation/event_relay.h"
+#include "tvx/automation/expectations.h"
+#include "tvx/automation/stage.h"
+#include "tvx/headless/dialogs.h"
+#include "tvx/headless/forms.h"
+#include "tvx/headless/menus.h"
 
 namespace tvx::platform {
 class Clipboard;

@@ -2,7 +2,7 @@
 
 #include <span>
 
-#include "library/members_of.h"
+#include "tvx/library/objects/members_of.h"
 
 namespace tvx::automation {
 

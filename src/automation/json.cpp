@@ -1,10 +1,10 @@
-#include "automation/json.h"
+#include "tvx/automation/json.h"
 
 #include <cmath>
 
-#include "base/error.h"
-#include "base/strings.h"
-#include "library/object.h"
+#include "tvx/base/error.h"
+#include "tvx/base/strings.h"
+#include "tvx/library/objects/object.h"
 
 namespace tvx::automation {
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "library/value.h"
+#include "tvx/library/members/value.h"
 
 namespace tvx::automation {
 

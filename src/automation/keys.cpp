@@ -1,9 +1,9 @@
-#include "automation/keys.h"
+#include "tvx/automation/keys.h"
 
 #include <iterator>
 
-#include "base/error.h"
-#include "base/strings.h"
+#include "tvx/base/error.h"
+#include "tvx/base/strings.h"
 
 namespace tvx::automation {
 

@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-#include "browser/events.h"
+#include "tvx/browser/events.h"
 
 namespace tvx::automation {
 

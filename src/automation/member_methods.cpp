@@ -1,9 +1,9 @@
-#include "automation/methods.h"
-#include "automation/session.h"
-#include "base/error.h"
-#include "base/fault.h"
-#include "library/dispatch.h"
-#include "library/object.h"
+#include "tvx/automation/methods.h"
+#include "tvx/automation/session.h"
+#include "tvx/base/error.h"
+#include "tvx/base/fault.h"
+#include "tvx/library/members/dispatch.h"
+#include "tvx/library/objects/object.h"
 
 namespace tvx::automation {
 

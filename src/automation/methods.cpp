@@ -1,4 +1,4 @@
-#include "automation/methods.h"
+#include "tvx/automation/methods.h"
 
 namespace tvx::automation {
 

@@ -3,7 +3,7 @@
 #include <span>
 #include <string_view>
 
-#include "automation/json.h"
+#include "tvx/automation/json.h"
 
 namespace tvx::automation {
 

@@ -1,12 +1,12 @@
-#include "automation/mouse_drag.h"
+#include "tvx/automation/mouse_drag.h"
 
-#include "automation/json.h"
-#include "base/error.h"
-#include "browser/drags.h"
-#include "dom/style/inline_style.h"
-#include "editing/table_columns.h"
-#include "editing/written_width.h"
-#include "headless/view.h"
+#include "tvx/automation/json.h"
+#include "tvx/base/error.h"
+#include "tvx/browser/input/drags.h"
+#include "tvx/dom/style/inline_style.h"
+#include "tvx/editing/tables/table_columns.h"
+#include "tvx/editing/tables/written_width.h"
+#include "tvx/headless/view.h"
 
 namespace tvx::automation {
 

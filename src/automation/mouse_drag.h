@@ -3,7 +3,7 @@
 #include <optional>
 #include <string>
 
-#include "browser/html_document.h"
+#include "tvx/browser/html_document.h"
 
 namespace tvx::automation {
 

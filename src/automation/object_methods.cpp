@@ -1,7 +1,7 @@
-#include "automation/control_object.h"
-#include "automation/methods.h"
-#include "automation/session.h"
-#include "library/object_path.h"
+#include "tvx/automation/control_object.h"
+#include "tvx/automation/methods.h"
+#include "tvx/automation/session.h"
+#include "tvx/library/objects/object_path.h"
 
 namespace tvx::automation {
 

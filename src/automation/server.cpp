@@ -1,9 +1,9 @@
-#include "automation/server.h"
+#include "tvx/automation/server.h"
 
-#include "automation/methods.h"
-#include "automation/session.h"
-#include "base/error.h"
-#include "base/strings.h"
+#include "tvx/automation/methods.h"
+#include "tvx/automation/session.h"
+#include "tvx/base/error.h"
+#include "tvx/base/strings.h"
 
 namespace tvx::automation {
 

@@ -6,8 +6,8 @@
 #include <string>
 #include <string_view>
 
-#include "automation/json.h"
-#include "automation/stage.h"
+#include "tvx/automation/json.h"
+#include "tvx/automation/stage.h"
 
 namespace tvx::platform {
 class MessageLoop;

@@ -1,7 +1,7 @@
-#include "automation/session.h"
+#include "tvx/automation/session.h"
 
-#include "automation/server.h"
-#include "platform/message_loop.h"
+#include "tvx/automation/server.h"
+#include "tvx/platform/message_loop.h"
 
 namespace tvx::automation {
 

@@ -6,9 +6,9 @@
 #include <string_view>
 #include <vector>
 
-#include "automation/instance.h"
-#include "automation/json.h"
-#include "headless/clipboard.h"
+#include "tvx/automation/instance.h"
+#include "tvx/automation/json.h"
+#include "tvx/headless/clipboard.h"
 
 namespace tvx::automation {
 

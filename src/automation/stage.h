@@ -6,10 +6,10 @@
 #include <string_view>
 #include <utility>
 
-#include "base/code_page.h"
-#include "browser/html_document.h"
-#include "core/htmled.h"
-#include "headless/property_bag.h"
+#include "tvx/base/code_page.h"
+#include "tvx/browser/html_document.h"
+#include "tvx/core/htmled.h"
+#include "tvx/headless/property_bag.h"
 
 namespace tvx::automation {
 

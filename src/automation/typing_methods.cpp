@@ -1,7 +1,7 @@
-#include "automation/keys.h"
-#include "automation/methods.h"
-#include "automation/session.h"
-#include "platform/message_loop.h"
+#include "tvx/automation/keys.h"
+#include "tvx/automation/methods.h"
+#include "tvx/automation/session.h"
+#include "tvx/platform/message_loop.h"
 
 namespace tvx::automation {
 

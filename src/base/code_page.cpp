@@ -1,4 +1,4 @@
-#include "base/code_page.h"
+#include "tvx/base/code_page.h"
 
 #include <langinfo.h>
 #include <locale.h>
@@ -9,7 +9,7 @@
 #include <array>
 #include <memory>
 
-#include "base/strings.h"
+#include "tvx/base/strings.h"
 
 namespace tvx {
 namespace {

@@ -1,7 +1,7 @@
-#include "base/colour.h"
+#include "tvx/base/colour.h"
 
-#include "base/error.h"
-#include "base/strings.h"
+#include "tvx/base/error.h"
+#include "tvx/base/strings.h"
 
 namespace tvx {
 namespace {

@@ -1,6 +1,6 @@
-#include "base/error.h"
+#include "tvx/base/error.h"
 
-#include "base/strings.h"
+#include "tvx/base/strings.h"
 
 namespace tvx {
 

@@ -3,7 +3,7 @@
 #include <optional>
 #include <utility>
 
-#include "base/error.h"
+#include "tvx/base/error.h"
 
 namespace tvx {
 

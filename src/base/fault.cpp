@@ -1,4 +1,4 @@
-#include "base/fault.h"
+#include "tvx/base/fault.h"
 
 #include <string>
 #include <vector>

@@ -4,7 +4,7 @@
 #include <optional>
 #include <string_view>
 
-#include "base/error.h"
+#include "tvx/base/error.h"
 
 /// Failures made on purpose, for tests and scripts: what a clipboard that another program holds, a full disk
 /// or a missing printer does, on request. An operation that can fail so names itself ("WriteTextFile").

@@ -1,4 +1,4 @@
-#include "base/numbers.h"
+#include "tvx/base/numbers.h"
 
 #include <charconv>
 #include <cmath>
@@ -6,8 +6,8 @@
 #include <string>
 #include <system_error>
 
-#include "base/error.h"
-#include "base/strings.h"
+#include "tvx/base/error.h"
+#include "tvx/base/strings.h"
 
 namespace tvx {
 

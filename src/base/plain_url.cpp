@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <vector>
 
-#include "base/strings.h"
-#include "base/text.h"
-#include "base/url.h"
-#include "base/url_escape.h"
+#include "tvx/base/strings.h"
+#include "tvx/base/text.h"
+#include "tvx/base/url.h"
+#include "tvx/base/url_escape.h"
 
 namespace tvx {
 namespace {

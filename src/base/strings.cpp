@@ -1,4 +1,4 @@
-#include "base/strings.h"
+#include "tvx/base/strings.h"
 
 #include <unicode/utf16.h>
 #include <unicode/utf8.h>

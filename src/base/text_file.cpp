@@ -1,4 +1,4 @@
-#include "base/text_file.h"
+#include "tvx/base/text_file.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -10,10 +10,10 @@
 #include <cstring>
 #include <utility>
 
-#include "base/code_page.h"
-#include "base/error.h"
-#include "base/fault.h"
-#include "base/strings.h"
+#include "tvx/base/code_page.h"
+#include "tvx/base/error.h"
+#include "tvx/base/fault.h"
+#include "tvx/base/strings.h"
 
 namespace tvx {
 namespace {

@@ -1,11 +1,11 @@
-#include "base/url.h"
+#include "tvx/base/url.h"
 
 #include <unicode/uidna.h>
 
 #include <algorithm>
 
-#include "base/strings.h"
-#include "base/url_escape.h"
+#include "tvx/base/strings.h"
+#include "tvx/base/url_escape.h"
 
 namespace tvx {
 namespace {

@@ -1,9 +1,9 @@
-#include "base/url_escape.h"
+#include "tvx/base/url_escape.h"
 
 #include <unicode/utf8.h>
 
-#include "base/code_page.h"
-#include "base/strings.h"
+#include "tvx/base/code_page.h"
+#include "tvx/base/strings.h"
 
 namespace tvx {
 namespace {

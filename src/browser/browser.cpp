@@ -1,10 +1,10 @@
-#include "browser/browser.h"
+#include "tvx/browser/browser.h"
 
 #include <algorithm>
 
-#include "base/error.h"
-#include "base/fault.h"
-#include "browser/loader.h"
+#include "tvx/base/error.h"
+#include "tvx/base/fault.h"
+#include "tvx/browser/loading/loader.h"
 
 namespace tvx::browser {
 namespace {

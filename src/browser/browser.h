@@ -6,8 +6,8 @@
 #include <string>
 #include <string_view>
 
-#include "browser/html_document.h"
-#include "browser/http_client.h"
+#include "tvx/browser/html_document.h"
+#include "tvx/browser/loading/http_client.h"
 
 namespace tvx::platform {
 class MessageLoop;

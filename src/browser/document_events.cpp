@@ -1,14 +1,14 @@
 #include <algorithm>
 #include <utility>
 
-#include "browser/gesture.h"
-#include "browser/html_document.h"
-#include "dom/journal.h"
-#include "dom/tree.h"
-#include "editing/control_range.h"
-#include "editing/keyboard.h"
-#include "editing/predicates.h"
-#include "editing/typing.h"
+#include "tvx/browser/html_document.h"
+#include "tvx/browser/input/gesture.h"
+#include "tvx/dom/journal.h"
+#include "tvx/dom/tree.h"
+#include "tvx/editing/facts/predicates.h"
+#include "tvx/editing/gestures/keyboard.h"
+#include "tvx/editing/gestures/typing.h"
+#include "tvx/editing/ranges/control_range.h"
 
 /// The order of events: what a key, a press or a change of the selection sets off.
 namespace tvx::browser {

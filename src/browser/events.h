@@ -4,8 +4,8 @@
 #include <optional>
 #include <string>
 
-#include "dom/node.h"
-#include "dom/range.h"
+#include "tvx/dom/node.h"
+#include "tvx/dom/range.h"
 
 /// What reaches the document from its user, and what the document tells its control of it.
 namespace tvx::browser {

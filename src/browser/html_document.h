@@ -9,11 +9,11 @@
 #include <variant>
 #include <vector>
 
-#include "browser/events.h"
-#include "dom/document.h"
-#include "editing/composition.h"
-#include "editing/editor.h"
-#include "editing/keyboard.h"
+#include "tvx/browser/events.h"
+#include "tvx/dom/document.h"
+#include "tvx/editing/editor.h"
+#include "tvx/editing/gestures/composition.h"
+#include "tvx/editing/gestures/keyboard.h"
 
 namespace tvx::platform {
 class Clipboard;

@@ -1,7 +1,7 @@
-#include "clipboard/clip.h"
+#include "tvx/clipboard/clip.h"
 
-#include "platform/clipboard.h"
-#include "platform/text_box.h"
+#include "tvx/platform/clipboard.h"
+#include "tvx/platform/text_box.h"
 
 namespace tvx::clipboard {
 

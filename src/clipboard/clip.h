@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/message_window.h"
+#include "tvx/platform/message_window.h"
 
 namespace tvx::platform {
 class Clipboard;

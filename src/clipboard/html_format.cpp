@@ -1,9 +1,9 @@
-#include "clipboard/html_format.h"
+#include "tvx/clipboard/html_format.h"
 
-#include "base/code_page.h"
-#include "base/fault.h"
-#include "base/strings.h"
-#include "base/text.h"
+#include "tvx/base/code_page.h"
+#include "tvx/base/fault.h"
+#include "tvx/base/strings.h"
+#include "tvx/base/text.h"
 
 namespace tvx::clipboard {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "platform/clipboard.h"
+#include "tvx/platform/clipboard.h"
 
 /// An HTML fragment on the clipboard, in the registered format "HTML Format": a header of 105 characters with
 /// four places in it, a prefix, the fragment between two marks, and a suffix. Places count characters of the

@@ -1,12 +1,12 @@
-#include "commands/branch_toolbar.h"
+#include "tvx/commands/branch_toolbar.h"
 
 #include <algorithm>
 #include <array>
 #include <charconv>
 
-#include "base/error.h"
-#include "base/strings.h"
-#include "dom/tree.h"
+#include "tvx/base/error.h"
+#include "tvx/base/strings.h"
+#include "tvx/dom/tree.h"
 
 namespace tvx::commands::branch {
 namespace {

@@ -3,8 +3,8 @@
 #include <string_view>
 #include <vector>
 
-#include "dom/document.h"
-#include "platform/toolbar.h"
+#include "tvx/dom/document.h"
+#include "tvx/platform/toolbar.h"
 
 namespace tvx::commands {
 

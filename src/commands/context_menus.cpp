@@ -1,9 +1,9 @@
-#include "commands/context_menus.h"
+#include "tvx/commands/context_menus.h"
 
 #include <algorithm>
 
-#include "base/error.h"
-#include "base/strings.h"
+#include "tvx/base/error.h"
+#include "tvx/base/strings.h"
 
 namespace tvx::commands {
 namespace {

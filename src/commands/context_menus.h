@@ -5,9 +5,9 @@
 #include <span>
 #include <string_view>
 
-#include "commands/style_classes.h"
-#include "platform/clipboard.h"
-#include "platform/menu.h"
+#include "tvx/commands/style_classes.h"
+#include "tvx/platform/clipboard.h"
+#include "tvx/platform/menu.h"
 
 namespace tvx::commands {
 

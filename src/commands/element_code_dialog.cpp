@@ -1,10 +1,10 @@
-#include "commands/element_code_dialog.h"
+#include "tvx/commands/element_code_dialog.h"
 
 #include <algorithm>
 
-#include "base/strings.h"
-#include "base/text.h"
-#include "dom/mutation.h"
+#include "tvx/base/strings.h"
+#include "tvx/base/text.h"
+#include "tvx/dom/mutation.h"
 
 namespace tvx::commands {
 

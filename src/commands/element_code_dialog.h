@@ -3,8 +3,8 @@
 #include <string>
 #include <string_view>
 
-#include "dom/node.h"
-#include "platform/form.h"
+#include "tvx/dom/node.h"
+#include "tvx/platform/form.h"
 
 namespace tvx::commands {
 

@@ -1,10 +1,10 @@
-#include "commands/selection_highlight.h"
+#include "tvx/commands/selection_highlight.h"
 
 #include <utility>
 
-#include "base/error.h"
-#include "dom/mutation.h"
-#include "dom/style/inline_style.h"
+#include "tvx/base/error.h"
+#include "tvx/dom/mutation.h"
+#include "tvx/dom/style/inline_style.h"
 
 namespace tvx::commands {
 namespace {

@@ -3,8 +3,8 @@
 #include <optional>
 #include <string>
 
-#include "dom/document.h"
-#include "dom/journal.h"
+#include "tvx/dom/document.h"
+#include "tvx/dom/journal.h"
 
 namespace tvx::commands {
 

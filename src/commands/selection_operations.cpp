@@ -1,11 +1,11 @@
-#include "commands/selection_operations.h"
+#include "tvx/commands/selection_operations.h"
 
-#include "base/error.h"
-#include "dom/document.h"
-#include "dom/inner_text.h"
-#include "editing/control_range.h"
-#include "editing/editor.h"
-#include "editing/markup_pointer.h"
+#include "tvx/base/error.h"
+#include "tvx/dom/document.h"
+#include "tvx/dom/inner_text.h"
+#include "tvx/editing/editor.h"
+#include "tvx/editing/ranges/control_range.h"
+#include "tvx/editing/ranges/markup_pointer.h"
 
 namespace tvx::commands {
 

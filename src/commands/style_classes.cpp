@@ -1,14 +1,14 @@
-#include "commands/style_classes.h"
+#include "tvx/commands/style_classes.h"
 
-#include "base/error.h"
-#include "base/text.h"
-#include "dom/inner_html.h"
-#include "dom/inner_text.h"
-#include "dom/journal.h"
-#include "dom/mutation.h"
-#include "dom/serialise.h"
-#include "dom/style/style_sheet.h"
-#include "editing/control_range.h"
+#include "tvx/base/error.h"
+#include "tvx/base/text.h"
+#include "tvx/dom/inner_html.h"
+#include "tvx/dom/inner_text.h"
+#include "tvx/dom/journal.h"
+#include "tvx/dom/mutation.h"
+#include "tvx/dom/serialise.h"
+#include "tvx/dom/style/style_sheet.h"
+#include "tvx/editing/ranges/control_range.h"
 
 namespace tvx::commands {
 

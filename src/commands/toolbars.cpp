@@ -1,9 +1,9 @@
-#include "commands/toolbars.h"
+#include "tvx/commands/toolbars.h"
 
 #include <algorithm>
 
-#include "base/strings.h"
-#include "commands/branch_toolbar.h"
+#include "tvx/base/strings.h"
+#include "tvx/commands/branch_toolbar.h"
 
 namespace tvx::commands {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-#include "platform/toolbar.h"
+#include "tvx/platform/toolbar.h"
 
 namespace tvx::commands {
 

@@ -1,12 +1,12 @@
 #include <filesystem>
 
-#include "base/error.h"
-#include "base/text_file.h"
-#include "browser/html_document.h"
-#include "core/htmled.h"
-#include "core/templates.h"
-#include "dom/mutation.h"
-#include "platform/special_folders.h"
+#include "tvx/base/error.h"
+#include "tvx/base/text_file.h"
+#include "tvx/browser/html_document.h"
+#include "tvx/core/htmled.h"
+#include "tvx/core/templates.h"
+#include "tvx/dom/mutation.h"
+#include "tvx/platform/special_folders.h"
 
 /// How the first document comes about: a template, expanded into a file that the browser loads.
 namespace tvx::core {

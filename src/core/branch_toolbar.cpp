@@ -1,15 +1,15 @@
-#include "commands/branch_toolbar.h"
+#include "tvx/commands/branch_toolbar.h"
 
 #include <cmath>
 
-#include "base/error.h"
-#include "base/strings.h"
-#include "browser/html_document.h"
-#include "commands/context_menus.h"
-#include "commands/selection_highlight.h"
-#include "commands/toolbars.h"
-#include "core/htmled.h"
-#include "dom/tree.h"
+#include "tvx/base/error.h"
+#include "tvx/base/strings.h"
+#include "tvx/browser/html_document.h"
+#include "tvx/commands/context_menus.h"
+#include "tvx/commands/selection_highlight.h"
+#include "tvx/commands/toolbars.h"
+#include "tvx/core/htmled.h"
+#include "tvx/dom/tree.h"
 
 /// The way to the current element at the foot of the control, and the border around that element.
 namespace tvx::core {

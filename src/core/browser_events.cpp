@@ -1,12 +1,12 @@
-#include "base/error.h"
-#include "browser/html_document.h"
-#include "core/htmled.h"
-#include "core/keep_alive.h"
-#include "dom/journal.h"
-#include "dom/mutation.h"
-#include "dom/style/style_sheet.h"
-#include "editing/editor.h"
-#include "editing/typing.h"
+#include "tvx/base/error.h"
+#include "tvx/browser/html_document.h"
+#include "tvx/core/htmled.h"
+#include "tvx/core/keep_alive.h"
+#include "tvx/dom/journal.h"
+#include "tvx/dom/mutation.h"
+#include "tvx/dom/style/style_sheet.h"
+#include "tvx/editing/editor.h"
+#include "tvx/editing/gestures/typing.h"
 
 /// What the browser tells, and what goes to its inner window.
 namespace tvx::core {

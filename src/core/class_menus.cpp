@@ -1,11 +1,11 @@
 #include <algorithm>
 
-#include "base/error.h"
-#include "base/failure_of.h"
-#include "browser/html_document.h"
-#include "commands/selection_highlight.h"
-#include "core/htmled.h"
-#include "core/keep_alive.h"
+#include "tvx/base/error.h"
+#include "tvx/base/failure_of.h"
+#include "tvx/browser/html_document.h"
+#include "tvx/commands/selection_highlight.h"
+#include "tvx/core/htmled.h"
+#include "tvx/core/keep_alive.h"
 
 /// The two roads by which text gets a class of the style sheet.
 namespace tvx::core {

@@ -1,12 +1,12 @@
-#include "base/error.h"
-#include "browser/html_document.h"
-#include "clipboard/clip.h"
-#include "clipboard/html_format.h"
-#include "core/htmled.h"
-#include "core/keep_alive.h"
-#include "dom/inner_html.h"
-#include "dom/objects/element_content.h"
-#include "editing/control_range.h"
+#include "tvx/base/error.h"
+#include "tvx/browser/html_document.h"
+#include "tvx/clipboard/clip.h"
+#include "tvx/clipboard/html_format.h"
+#include "tvx/core/htmled.h"
+#include "tvx/core/keep_alive.h"
+#include "tvx/dom/inner_html.h"
+#include "tvx/dom/objects/element_content.h"
+#include "tvx/editing/ranges/control_range.h"
 
 /// Cut, copy and paste: the document's own commands first, and where they report failure by hand. In the
 /// code view they are messages to its box.

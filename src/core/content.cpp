@@ -1,15 +1,15 @@
 #include <utility>
 
-#include "base/error.h"
-#include "base/text.h"
-#include "base/url.h"
-#include "browser/html_document.h"
-#include "commands/selection_highlight.h"
-#include "core/htmled.h"
-#include "core/output_filters.h"
-#include "dom/inner_html.h"
-#include "dom/inner_text.h"
-#include "dom/journal.h"
+#include "tvx/base/error.h"
+#include "tvx/base/text.h"
+#include "tvx/base/url.h"
+#include "tvx/browser/html_document.h"
+#include "tvx/commands/selection_highlight.h"
+#include "tvx/core/htmled.h"
+#include "tvx/core/output_filters.h"
+#include "tvx/dom/inner_html.h"
+#include "tvx/dom/inner_text.h"
+#include "tvx/dom/journal.h"
 
 /// The road of HTML into the document and out of it.
 namespace tvx::core {

@@ -1,19 +1,19 @@
-#include "commands/context_menus.h"
+#include "tvx/commands/context_menus.h"
 
 #include <algorithm>
 
-#include "base/error.h"
-#include "browser/html_document.h"
-#include "commands/selection_highlight.h"
-#include "commands/toolbars.h"
-#include "core/htmled.h"
-#include "core/keep_alive.h"
-#include "core/table_tools.h"
-#include "dom/inner_html.h"
-#include "dom/inner_text.h"
-#include "dom/journal.h"
-#include "dom/objects/element_content.h"
-#include "platform/common_dialogs.h"
+#include "tvx/base/error.h"
+#include "tvx/browser/html_document.h"
+#include "tvx/commands/selection_highlight.h"
+#include "tvx/commands/toolbars.h"
+#include "tvx/core/htmled.h"
+#include "tvx/core/keep_alive.h"
+#include "tvx/core/table_tools.h"
+#include "tvx/dom/inner_html.h"
+#include "tvx/dom/inner_text.h"
+#include "tvx/dom/journal.h"
+#include "tvx/dom/objects/element_content.h"
+#include "tvx/platform/common_dialogs.h"
 
 /// The right mouse press: which menu opens, and what its items lead to.
 namespace tvx::core {

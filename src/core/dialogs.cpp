@@ -1,8 +1,8 @@
 #include <algorithm>
 
-#include "core/htmled.h"
-#include "core/keep_alive.h"
-#include "platform/form.h"
+#include "tvx/core/htmled.h"
+#include "tvx/core/keep_alive.h"
+#include "tvx/platform/form.h"
 
 /// The control's own dialogs: loaded, filled, shown, read and unloaded by the operation that needs them.
 namespace tvx::core {

@@ -1,11 +1,11 @@
-#include "base/error.h"
-#include "browser/html_document.h"
-#include "commands/selection_highlight.h"
-#include "commands/toolbars.h"
-#include "core/htmled.h"
-#include "core/keep_alive.h"
-#include "editing/editor.h"
-#include "platform/loaded_dialogs.h"
+#include "tvx/base/error.h"
+#include "tvx/browser/html_document.h"
+#include "tvx/commands/selection_highlight.h"
+#include "tvx/commands/toolbars.h"
+#include "tvx/core/htmled.h"
+#include "tvx/core/keep_alive.h"
+#include "tvx/editing/editor.h"
+#include "tvx/platform/loaded_dialogs.h"
 
 /// What the document tells: keys, clicks, and where the selection went.
 namespace tvx::core {

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string>
 
-#include "dom/node.h"
+#include "tvx/dom/node.h"
 
 namespace tvx::core {
 

@@ -1,15 +1,15 @@
 #include <variant>
 
-#include "base/error.h"
-#include "base/failure_of.h"
-#include "base/text.h"
-#include "browser/html_document.h"
-#include "commands/selection_operations.h"
-#include "commands/toolbars.h"
-#include "core/htmled.h"
-#include "core/keep_alive.h"
-#include "dom/journal.h"
-#include "dom/mutation.h"
+#include "tvx/base/error.h"
+#include "tvx/base/failure_of.h"
+#include "tvx/base/text.h"
+#include "tvx/browser/html_document.h"
+#include "tvx/commands/selection_operations.h"
+#include "tvx/commands/toolbars.h"
+#include "tvx/core/htmled.h"
+#include "tvx/core/keep_alive.h"
+#include "tvx/dom/journal.h"
+#include "tvx/dom/mutation.h"
 
 /// The public formatting operations: each names its command to the document and marks it changed.
 namespace tvx::core {

@@ -1,18 +1,18 @@
-#include "core/htmled.h"
+#include "tvx/core/htmled.h"
 
 #include <algorithm>
 #include <utility>
 
-#include "base/error.h"
-#include "commands/context_menus.h"
-#include "commands/selection_highlight.h"
-#include "commands/toolbars.h"
-#include "core/keep_alive.h"
-#include "dom/style/style_sheet.h"
-#include "dom/tree.h"
-#include "platform/common_dialogs.h"
-#include "platform/container.h"
-#include "services/wait.h"
+#include "tvx/base/error.h"
+#include "tvx/commands/context_menus.h"
+#include "tvx/commands/selection_highlight.h"
+#include "tvx/commands/toolbars.h"
+#include "tvx/core/keep_alive.h"
+#include "tvx/dom/style/style_sheet.h"
+#include "tvx/dom/tree.h"
+#include "tvx/platform/common_dialogs.h"
+#include "tvx/platform/container.h"
+#include "tvx/services/wait.h"
 
 namespace tvx::core {
 

@@ -8,18 +8,18 @@
 #include <string_view>
 #include <vector>
 
-#include "browser/browser.h"
-#include "browser/events.h"
-#include "clipboard/clip.h"
-#include "commands/style_classes.h"
-#include "core/enumerations.h"
-#include "core/events.h"
-#include "core/layout.h"
-#include "core/properties.h"
-#include "platform/menu.h"
-#include "platform/toolbar.h"
-#include "platform/window.h"
-#include "source/code_view.h"
+#include "tvx/browser/browser.h"
+#include "tvx/browser/events.h"
+#include "tvx/clipboard/clip.h"
+#include "tvx/commands/style_classes.h"
+#include "tvx/core/enumerations.h"
+#include "tvx/core/events.h"
+#include "tvx/core/layout.h"
+#include "tvx/core/properties.h"
+#include "tvx/platform/menu.h"
+#include "tvx/platform/toolbar.h"
+#include "tvx/platform/window.h"
+#include "tvx/source/code_view.h"
 
 namespace tvx::platform {
 class Clipboard;

@@ -2,8 +2,8 @@
 
 #include <memory>
 
-#include "core/htmled.h"
-#include "platform/message_loop.h"
+#include "tvx/core/htmled.h"
+#include "tvx/platform/message_loop.h"
 
 namespace tvx::core {
 

@@ -1,9 +1,9 @@
-#include "core/layout.h"
+#include "tvx/core/layout.h"
 
-#include "base/error.h"
-#include "commands/toolbars.h"
-#include "core/htmled.h"
-#include "platform/toolbar.h"
+#include "tvx/base/error.h"
+#include "tvx/commands/toolbars.h"
+#include "tvx/core/htmled.h"
+#include "tvx/platform/toolbar.h"
 
 namespace tvx::core {
 namespace {

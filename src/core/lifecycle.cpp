@@ -1,13 +1,13 @@
 #include <filesystem>
 
-#include "base/error.h"
-#include "base/text_file.h"
-#include "browser/html_document.h"
-#include "commands/selection_highlight.h"
-#include "commands/toolbars.h"
-#include "core/htmled.h"
-#include "dom/style/style_sheet.h"
-#include "dom/tree.h"
+#include "tvx/base/error.h"
+#include "tvx/base/text_file.h"
+#include "tvx/browser/html_document.h"
+#include "tvx/commands/selection_highlight.h"
+#include "tvx/commands/toolbars.h"
+#include "tvx/core/htmled.h"
+#include "tvx/dom/style/style_sheet.h"
+#include "tvx/dom/tree.h"
 
 /// The container's calls, in the order in which a control lives.
 namespace tvx::core {

@@ -1,12 +1,12 @@
 #include <optional>
 
-#include "base/error.h"
-#include "base/failure_of.h"
-#include "base/strings.h"
-#include "commands/context_menus.h"
-#include "core/htmled.h"
-#include "localise/language_file.h"
-#include "localise/localizer.h"
+#include "tvx/base/error.h"
+#include "tvx/base/failure_of.h"
+#include "tvx/base/strings.h"
+#include "tvx/commands/context_menus.h"
+#include "tvx/core/htmled.h"
+#include "tvx/localise/language_file.h"
+#include "tvx/localise/localizer.h"
 
 /// The words of toolbars and menus, and those of dialogs, from the language file.
 namespace tvx::core {

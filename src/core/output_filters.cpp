@@ -1,11 +1,11 @@
-#include "core/output_filters.h"
+#include "tvx/core/output_filters.h"
 
 #include <vector>
 
-#include "base/strings.h"
-#include "base/text.h"
-#include "dom/collections.h"
-#include "dom/mutation.h"
+#include "tvx/base/strings.h"
+#include "tvx/base/text.h"
+#include "tvx/dom/collections.h"
+#include "tvx/dom/mutation.h"
 
 namespace tvx::core {
 namespace {

@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "browser/html_document.h"
+#include "tvx/browser/html_document.h"
 
 namespace tvx::core {
 

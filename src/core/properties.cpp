@@ -1,4 +1,4 @@
-#include "core/properties.h"
+#include "tvx/core/properties.h"
 
 #include <algorithm>
 #include <iterator>
@@ -6,8 +6,8 @@
 #include <variant>
 #include <vector>
 
-#include "base/error.h"
-#include "platform/property_bag.h"
+#include "tvx/base/error.h"
+#include "tvx/platform/property_bag.h"
 
 namespace tvx::core {
 namespace {

@@ -4,7 +4,7 @@
 #include <memory>
 #include <string>
 
-#include "core/enumerations.h"
+#include "tvx/core/enumerations.h"
 
 namespace tvx::platform {
 class PropertyBag;

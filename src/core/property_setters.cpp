@@ -1,8 +1,8 @@
 #include <utility>
 
-#include "base/error.h"
-#include "core/htmled.h"
-#include "dom/journal.h"
+#include "tvx/base/error.h"
+#include "tvx/core/htmled.h"
+#include "tvx/dom/journal.h"
 
 /// What setting a property does, where that is little. Those that move content are in content.cpp.
 namespace tvx::core {

@@ -1,9 +1,9 @@
-#include "base/error.h"
-#include "base/failure_of.h"
-#include "browser/html_document.h"
-#include "commands/selection_operations.h"
-#include "core/htmled.h"
-#include "core/keep_alive.h"
+#include "tvx/base/error.h"
+#include "tvx/base/failure_of.h"
+#include "tvx/browser/html_document.h"
+#include "tvx/commands/selection_operations.h"
+#include "tvx/core/htmled.h"
+#include "tvx/core/keep_alive.h"
 
 /// The selection as a host works with it: inserting at it, reading it, setting it by characters.
 namespace tvx::core {

@@ -1,13 +1,13 @@
-#include "dom/style/style_sheet.h"
+#include "tvx/dom/style/style_sheet.h"
 
-#include "base/error.h"
-#include "base/text.h"
-#include "base/text_file.h"
-#include "base/url.h"
-#include "commands/context_menus.h"
-#include "core/htmled.h"
-#include "dom/mutation.h"
-#include "dom/style/style_engine.h"
+#include "tvx/base/error.h"
+#include "tvx/base/text.h"
+#include "tvx/base/text_file.h"
+#include "tvx/base/url.h"
+#include "tvx/commands/context_menus.h"
+#include "tvx/core/htmled.h"
+#include "tvx/dom/mutation.h"
+#include "tvx/dom/style/style_engine.h"
 
 /// CSSText and its three roads: an address elsewhere, a local file, or the text itself. All end in the
 /// document's first style sheet, which is the template's link.

@@ -1,21 +1,21 @@
-#include "core/table_tools.h"
+#include "tvx/core/table_tools.h"
 
 #include <algorithm>
 
-#include "base/error.h"
-#include "base/failure_of.h"
-#include "browser/html_document.h"
-#include "commands/context_menus.h"
-#include "commands/selection_highlight.h"
-#include "core/keep_alive.h"
-#include "dom/journal.h"
-#include "dom/style/inline_style.h"
-#include "dom/tree.h"
-#include "editing/control_range.h"
-#include "editing/table_caret.h"
-#include "tables/cell_dialog.h"
-#include "tables/structure.h"
-#include "tables/table_dialog.h"
+#include "tvx/base/error.h"
+#include "tvx/base/failure_of.h"
+#include "tvx/browser/html_document.h"
+#include "tvx/commands/context_menus.h"
+#include "tvx/commands/selection_highlight.h"
+#include "tvx/core/keep_alive.h"
+#include "tvx/dom/journal.h"
+#include "tvx/dom/style/inline_style.h"
+#include "tvx/dom/tree.h"
+#include "tvx/editing/ranges/control_range.h"
+#include "tvx/editing/tables/table_caret.h"
+#include "tvx/tables/cell_dialog.h"
+#include "tvx/tables/structure.h"
+#include "tvx/tables/table_dialog.h"
 
 namespace tvx::core {
 namespace {

@@ -2,8 +2,8 @@
 
 #include <string_view>
 
-#include "core/htmled.h"
-#include "dom/ref.h"
+#include "tvx/core/htmled.h"
+#include "tvx/dom/ref.h"
 
 namespace tvx::dom {
 class TableObject;

@@ -1,8 +1,8 @@
-#include "core/templates.h"
+#include "tvx/core/templates.h"
 
-#include "base/code_page.h"
-#include "base/error.h"
-#include "base/text.h"
+#include "tvx/base/code_page.h"
+#include "tvx/base/error.h"
+#include "tvx/base/text.h"
 
 namespace tvx::core {
 namespace {

@@ -1,10 +1,10 @@
 #include <algorithm>
 
-#include "base/error.h"
-#include "commands/toolbars.h"
-#include "core/htmled.h"
-#include "core/keep_alive.h"
-#include "platform/common_dialogs.h"
+#include "tvx/base/error.h"
+#include "tvx/commands/toolbars.h"
+#include "tvx/core/htmled.h"
+#include "tvx/core/keep_alive.h"
+#include "tvx/platform/common_dialogs.h"
 
 /// From a pressed button to the operation behind it.
 namespace tvx::core {

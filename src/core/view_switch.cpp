@@ -1,19 +1,19 @@
 #include <algorithm>
 #include <functional>
 
-#include "base/error.h"
-#include "base/fault.h"
-#include "browser/html_document.h"
-#include "commands/selection_highlight.h"
-#include "core/htmled.h"
-#include "core/keep_alive.h"
-#include "dom/collections.h"
-#include "dom/inner_html.h"
-#include "dom/journal.h"
-#include "dom/tree.h"
-#include "editing/control_range.h"
-#include "source/preparation.h"
-#include "source/untouched.h"
+#include "tvx/base/error.h"
+#include "tvx/base/fault.h"
+#include "tvx/browser/html_document.h"
+#include "tvx/commands/selection_highlight.h"
+#include "tvx/core/htmled.h"
+#include "tvx/core/keep_alive.h"
+#include "tvx/dom/collections.h"
+#include "tvx/dom/inner_html.h"
+#include "tvx/dom/journal.h"
+#include "tvx/dom/tree.h"
+#include "tvx/editing/ranges/control_range.h"
+#include "tvx/source/preparation.h"
+#include "tvx/source/untouched.h"
 
 /// The switch between the design view and the code view, and what is done in the code view. The text moves at
 /// the switch; while the code shows, the document isn't touched.

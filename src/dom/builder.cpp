@@ -1,9 +1,9 @@
-#include "dom/builder.h"
+#include "tvx/dom/builder.h"
 
 #include <cassert>
 
-#include "dom/sibling_places.h"
-#include "dom/tree.h"
+#include "tvx/dom/sibling_places.h"
+#include "tvx/dom/tree.h"
 
 namespace tvx::dom {
 

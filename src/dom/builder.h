@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "dom/document.h"
+#include "tvx/dom/document.h"
 
 namespace tvx::dom {
 

@@ -1,10 +1,10 @@
-#include "dom/collections.h"
+#include "tvx/dom/collections.h"
 
 #include <map>
 
-#include "base/strings.h"
-#include "dom/mutation.h"
-#include "dom/tree.h"
+#include "tvx/base/strings.h"
+#include "tvx/dom/mutation.h"
+#include "tvx/dom/tree.h"
 
 namespace tvx::dom {
 namespace {

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "dom/document.h"
+#include "tvx/dom/document.h"
 
 namespace tvx::dom {
 

@@ -1,11 +1,11 @@
-#include "dom/document.h"
+#include "tvx/dom/document.h"
 
 #include <algorithm>
 #include <cassert>
 
-#include "dom/journal.h"
-#include "dom/range.h"
-#include "dom/tree.h"
+#include "tvx/dom/journal.h"
+#include "tvx/dom/range.h"
+#include "tvx/dom/tree.h"
 
 namespace tvx::dom {
 

@@ -4,7 +4,7 @@
 #include <memory>
 #include <vector>
 
-#include "dom/node.h"
+#include "tvx/dom/node.h"
 
 namespace tvx::dom {
 

@@ -1,8 +1,8 @@
-#include "dom/inner_html.h"
+#include "tvx/dom/inner_html.h"
 
-#include "dom/mutation.h"
-#include "dom/parse.h"
-#include "dom/serialise.h"
+#include "tvx/dom/mutation.h"
+#include "tvx/dom/parse.h"
+#include "tvx/dom/serialise.h"
 
 namespace tvx::dom {
 

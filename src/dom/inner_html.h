@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "dom/node.h"
+#include "tvx/dom/node.h"
 
 /// HTML standard, section "DOM parsing and serialization APIs".
 namespace tvx::dom {

@@ -1,4 +1,4 @@
-#include "dom/inner_text.h"
+#include "tvx/dom/inner_text.h"
 
 #include <unicode/uchar.h>
 
@@ -6,12 +6,12 @@
 #include <optional>
 #include <vector>
 
-#include "base/strings.h"
-#include "base/text.h"
-#include "dom/builder.h"
-#include "dom/mutation.h"
-#include "dom/style/style_engine.h"
-#include "dom/tree.h"
+#include "tvx/base/strings.h"
+#include "tvx/base/text.h"
+#include "tvx/dom/builder.h"
+#include "tvx/dom/mutation.h"
+#include "tvx/dom/style/style_engine.h"
+#include "tvx/dom/tree.h"
 
 namespace tvx::dom {
 namespace {

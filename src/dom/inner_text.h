@@ -3,8 +3,8 @@
 #include <string>
 #include <string_view>
 
-#include "dom/node.h"
-#include "dom/range.h"
+#include "tvx/dom/node.h"
+#include "tvx/dom/range.h"
 
 namespace tvx::dom {
 

@@ -1,9 +1,9 @@
-#include "dom/journal.h"
+#include "tvx/dom/journal.h"
 
 #include <cassert>
 #include <memory>
 
-#include "dom/tree.h"
+#include "tvx/dom/tree.h"
 
 namespace tvx::dom {
 

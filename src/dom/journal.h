@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "dom/mutation.h"
+#include "tvx/dom/mutation.h"
 
 namespace tvx::dom {
 

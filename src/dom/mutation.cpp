@@ -1,15 +1,15 @@
-#include "dom/mutation.h"
+#include "tvx/dom/mutation.h"
 
 #include <algorithm>
 
 #include <cassert>
 
-#include "base/error.h"
-#include "dom/builder.h"
-#include "dom/journal.h"
-#include "dom/range.h"
-#include "dom/set_attribute_again.h"
-#include "dom/tree.h"
+#include "tvx/base/error.h"
+#include "tvx/dom/builder.h"
+#include "tvx/dom/journal.h"
+#include "tvx/dom/range.h"
+#include "tvx/dom/set_attribute_again.h"
+#include "tvx/dom/tree.h"
 
 namespace tvx::dom {
 

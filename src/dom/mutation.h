@@ -4,8 +4,8 @@
 #include <string>
 #include <string_view>
 
-#include "dom/document.h"
-#include "dom/node.h"
+#include "tvx/dom/document.h"
+#include "tvx/dom/node.h"
 
 /// The one door of change. Every change of a tree is one of these five primitives, and undo, the view's
 /// patches, live ranges, collections and change marks all listen here. Nothing else touches a tree.

@@ -1,10 +1,10 @@
-#include "dom/name.h"
+#include "tvx/dom/name.h"
 
 #include <array>
 #include <memory>
 #include <unordered_map>
 
-#include "base/strings.h"
+#include "tvx/base/strings.h"
 
 namespace tvx::dom {
 namespace {
@@ -13,7 +13,7 @@ class NameTable {
  public:
   NameTable() {
 #define TVX_TAG(enumerator, name) add(name, Tag::enumerator);
-#include "dom/tags.inc"
+#include "tvx/dom/tags.inc"
 #undef TVX_TAG
     by_tag_[0] = add(u"", Tag::Unknown);
   }

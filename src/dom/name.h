@@ -17,7 +17,7 @@ enum class AttributeNamespace : std::uint8_t { None, XLink, Xml, Xmlns };
 enum class Tag : std::uint16_t {
   Unknown,
 #define TVX_TAG(enumerator, name) enumerator,
-#include "dom/tags.inc"
+#include "tvx/dom/tags.inc"
 #undef TVX_TAG
   Count
 };
@@ -53,7 +53,7 @@ class Name {
 /// Attribute names that the code asks for.
 namespace names {
 #define TVX_ATTRIBUTE(identifier, name) inline const Name identifier{std::u16string_view(name)};
-#include "dom/attributes.inc"
+#include "tvx/dom/attributes.inc"
 #undef TVX_ATTRIBUTE
 }  // namespace names
 

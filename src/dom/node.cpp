@@ -1,7 +1,7 @@
-#include "dom/node.h"
+#include "tvx/dom/node.h"
 
-#include "base/error.h"
-#include "dom/document.h"
+#include "tvx/base/error.h"
+#include "tvx/dom/document.h"
 
 namespace tvx::dom {
 

@@ -5,9 +5,9 @@
 #include <string_view>
 #include <vector>
 
-#include "base/strings.h"
-#include "dom/name.h"
-#include "dom/ref.h"
+#include "tvx/base/strings.h"
+#include "tvx/dom/name.h"
+#include "tvx/dom/ref.h"
 
 namespace tvx::dom {
 

@@ -1,8 +1,8 @@
-#include "dom/parse.h"
+#include "tvx/dom/parse.h"
 
-#include "dom/builder.h"
-#include "dom/parser/tree_builder.h"
-#include "dom/tree.h"
+#include "tvx/dom/builder.h"
+#include "tvx/dom/parser/tree_builder.h"
+#include "tvx/dom/tree.h"
 
 namespace tvx::dom {
 

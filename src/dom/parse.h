@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-#include "dom/document.h"
+#include "tvx/dom/document.h"
 
 namespace tvx::dom {
 

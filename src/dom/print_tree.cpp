@@ -1,8 +1,8 @@
-#include "dom/print_tree.h"
+#include "tvx/dom/print_tree.h"
 
 #include <algorithm>
 
-#include "dom/document.h"
+#include "tvx/dom/document.h"
 
 namespace tvx::dom {
 namespace {

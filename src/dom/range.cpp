@@ -1,10 +1,10 @@
-#include "dom/range.h"
+#include "tvx/dom/range.h"
 
 #include <algorithm>
 #include <cassert>
 
-#include "dom/sibling_places.h"
-#include "dom/tree.h"
+#include "tvx/dom/sibling_places.h"
+#include "tvx/dom/tree.h"
 
 namespace tvx::dom {
 

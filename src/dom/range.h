@@ -2,8 +2,8 @@
 
 #include <compare>
 
-#include "base/strings.h"
-#include "dom/document.h"
+#include "tvx/base/strings.h"
+#include "tvx/dom/document.h"
 
 namespace tvx::dom {
 

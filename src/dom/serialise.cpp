@@ -1,9 +1,9 @@
-#include "dom/serialise.h"
+#include "tvx/dom/serialise.h"
 
 #include <algorithm>
 #include <array>
 
-#include "dom/tree.h"
+#include "tvx/dom/tree.h"
 
 namespace tvx::dom {
 namespace {

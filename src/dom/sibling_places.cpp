@@ -1,4 +1,4 @@
-#include "dom/sibling_places.h"
+#include "tvx/dom/sibling_places.h"
 
 namespace tvx::dom {
 namespace {

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "base/strings.h"
-#include "dom/node.h"
+#include "tvx/base/strings.h"
+#include "tvx/dom/node.h"
 
 namespace tvx::dom {
 

@@ -1,7 +1,7 @@
-#include "dom/tree.h"
+#include "tvx/dom/tree.h"
 
-#include "dom/document.h"
-#include "dom/range.h"
+#include "tvx/dom/document.h"
+#include "tvx/dom/range.h"
 
 namespace tvx::dom {
 

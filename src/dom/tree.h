@@ -1,6 +1,6 @@
 #pragma once
 
-#include "dom/node.h"
+#include "tvx/dom/node.h"
 
 /// Walks that need no stack, whatever the depth.
 namespace tvx::dom {

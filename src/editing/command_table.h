@@ -4,8 +4,8 @@
 #include <string>
 #include <string_view>
 
-#include "editing/editor.h"
-#include "editing/inline_command.h"
+#include "tvx/editing/editor.h"
+#include "tvx/editing/inline/inline_command.h"
 
 namespace tvx::editing {
 

@@ -1,12 +1,12 @@
-#include "editing/editor.h"
+#include "tvx/editing/editor.h"
 
-#include "dom/journal.h"
-#include "dom/tree.h"
-#include "editing/command_table.h"
-#include "editing/font_sizes.h"
-#include "editing/predicates.h"
-#include "editing/recorded_values.h"
-#include "editing/tag_set.h"
+#include "tvx/dom/journal.h"
+#include "tvx/dom/tree.h"
+#include "tvx/editing/command_table.h"
+#include "tvx/editing/facts/font_sizes.h"
+#include "tvx/editing/facts/predicates.h"
+#include "tvx/editing/facts/tag_set.h"
+#include "tvx/editing/inline/recorded_values.h"
 
 namespace tvx::editing {
 

@@ -5,8 +5,8 @@
 #include <string>
 #include <string_view>
 
-#include "dom/document.h"
-#include "editing/selection.h"
+#include "tvx/dom/document.h"
+#include "tvx/editing/selection.h"
 
 namespace tvx::editing {
 

@@ -1,6 +1,6 @@
-#include "dom/journal.h"
-#include "editing/command_table.h"
-#include "editing/predicates.h"
+#include "tvx/dom/journal.h"
+#include "tvx/editing/command_table.h"
+#include "tvx/editing/facts/predicates.h"
 
 /// Modes, selectAll, undo and redo: editing commands standard, section "Miscellaneous commands", and the
 /// platform's own modes.

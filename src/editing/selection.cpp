@@ -1,4 +1,4 @@
-#include "editing/selection.h"
+#include "tvx/editing/selection.h"
 
 #include <algorithm>
 

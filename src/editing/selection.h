@@ -3,8 +3,8 @@
 #include <memory>
 #include <vector>
 
-#include "dom/journal.h"
-#include "dom/range.h"
+#include "tvx/dom/journal.h"
+#include "tvx/dom/range.h"
 
 namespace tvx::editing {
 

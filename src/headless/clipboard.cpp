@@ -1,4 +1,4 @@
-#include "headless/clipboard.h"
+#include "tvx/headless/clipboard.h"
 
 namespace tvx::headless {
 

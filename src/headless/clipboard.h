@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/clipboard.h"
+#include "tvx/platform/clipboard.h"
 
 namespace tvx::headless {
 

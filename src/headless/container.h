@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/container.h"
+#include "tvx/platform/container.h"
 
 namespace tvx::headless {
 

@@ -1,10 +1,10 @@
-#include "headless/dialogs.h"
+#include "tvx/headless/dialogs.h"
 
 #include <algorithm>
 
-#include "base/strings.h"
-#include "base/text.h"
-#include "headless/expected.h"
+#include "tvx/base/strings.h"
+#include "tvx/base/text.h"
+#include "tvx/headless/expected.h"
 
 namespace tvx::headless {
 

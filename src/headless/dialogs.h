@@ -7,7 +7,7 @@
 #include <string_view>
 #include <variant>
 
-#include "platform/common_dialogs.h"
+#include "tvx/platform/common_dialogs.h"
 
 namespace tvx::headless {
 

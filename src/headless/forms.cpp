@@ -1,8 +1,8 @@
-#include "headless/forms.h"
+#include "tvx/headless/forms.h"
 
-#include "base/failure_of.h"
-#include "base/strings.h"
-#include "headless/expected.h"
+#include "tvx/base/failure_of.h"
+#include "tvx/base/strings.h"
+#include "tvx/headless/expected.h"
 
 namespace tvx::headless {
 

@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "base/error.h"
-#include "platform/form.h"
+#include "tvx/base/error.h"
+#include "tvx/platform/form.h"
 
 namespace tvx::headless {
 

@@ -1,7 +1,7 @@
-#include "headless/menus.h"
+#include "tvx/headless/menus.h"
 
-#include "base/strings.h"
-#include "headless/expected.h"
+#include "tvx/base/strings.h"
+#include "tvx/headless/expected.h"
 
 namespace tvx::headless {
 namespace {

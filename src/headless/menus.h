@@ -4,7 +4,7 @@
 #include <functional>
 #include <string>
 
-#include "platform/menu.h"
+#include "tvx/platform/menu.h"
 
 namespace tvx::headless {
 

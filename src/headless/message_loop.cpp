@@ -1,4 +1,4 @@
-#include "headless/message_loop.h"
+#include "tvx/headless/message_loop.h"
 
 #include <poll.h>
 #include <sys/eventfd.h>

@@ -3,8 +3,8 @@
 #include <map>
 #include <mutex>
 
-#include "platform/message_loop.h"
-#include "platform/task_queue.h"
+#include "tvx/platform/message_loop.h"
+#include "tvx/platform/task_queue.h"
 
 namespace tvx::headless {
 

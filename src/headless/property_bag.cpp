@@ -1,12 +1,12 @@
-#include "headless/property_bag.h"
+#include "tvx/headless/property_bag.h"
 
 #include <algorithm>
 #include <limits>
 #include <nlohmann/json.hpp>
 
-#include "base/error.h"
-#include "base/strings.h"
-#include "base/text_file.h"
+#include "tvx/base/error.h"
+#include "tvx/base/strings.h"
+#include "tvx/base/text_file.h"
 
 namespace tvx::headless {
 

@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/property_bag.h"
+#include "tvx/platform/property_bag.h"
 
 namespace tvx::headless {
 

@@ -1,8 +1,8 @@
-#include "headless/shadow_tree.h"
+#include "tvx/headless/shadow_tree.h"
 
 #include <algorithm>
 
-#include "browser/mirror_rules.h"
+#include "tvx/browser/view/mirror_rules.h"
 
 namespace tvx::headless {
 

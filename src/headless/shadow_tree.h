@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "browser/view.h"
+#include "tvx/browser/view/view.h"
 
 namespace tvx::headless {
 

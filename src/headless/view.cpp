@@ -1,11 +1,11 @@
-#include "headless/view.h"
+#include "tvx/headless/view.h"
 
 #include <algorithm>
 #include <string_view>
 #include <utility>
 
-#include "dom/tree.h"
-#include "editing/selection.h"
+#include "tvx/dom/tree.h"
+#include "tvx/editing/selection.h"
 
 namespace tvx::headless {
 

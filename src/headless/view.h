@@ -6,9 +6,9 @@
 #include <string>
 #include <vector>
 
-#include "browser/view.h"
-#include "headless/shadow_tree.h"
-#include "platform/message_loop.h"
+#include "tvx/browser/view/view.h"
+#include "tvx/headless/shadow_tree.h"
+#include "tvx/platform/message_loop.h"
 
 namespace tvx::headless {
 

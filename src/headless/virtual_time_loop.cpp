@@ -1,4 +1,4 @@
-#include "headless/virtual_time_loop.h"
+#include "tvx/headless/virtual_time_loop.h"
 
 #include <algorithm>
 #include <utility>

@@ -2,8 +2,8 @@
 
 #include <mutex>
 
-#include "platform/message_loop.h"
-#include "platform/task_queue.h"
+#include "tvx/platform/message_loop.h"
+#include "tvx/platform/task_queue.h"
 
 namespace tvx::headless {
 

@@ -1,10 +1,10 @@
-#include "localise/language_file.h"
+#include "tvx/localise/language_file.h"
 
 #include <filesystem>
 
-#include "base/error.h"
-#include "base/strings.h"
-#include "base/text_file.h"
+#include "tvx/base/error.h"
+#include "tvx/base/strings.h"
+#include "tvx/base/text_file.h"
 
 namespace tvx::localise {
 

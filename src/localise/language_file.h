@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "localise/xml_document.h"
+#include "tvx/localise/xml_document.h"
 
 namespace tvx::localise {
 

@@ -1,13 +1,13 @@
-#include "localise/localizer.h"
+#include "tvx/localise/localizer.h"
 
 #include <optional>
 #include <utility>
 
-#include "base/error.h"
-#include "base/failure_of.h"
-#include "base/strings.h"
-#include "localise/language_file.h"
-#include "platform/form.h"
+#include "tvx/base/error.h"
+#include "tvx/base/failure_of.h"
+#include "tvx/base/strings.h"
+#include "tvx/localise/language_file.h"
+#include "tvx/platform/form.h"
 
 namespace tvx::localise {
 namespace {

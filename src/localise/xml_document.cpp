@@ -1,4 +1,4 @@
-#include "localise/xml_document.h"
+#include "tvx/localise/xml_document.h"
 
 #include <expat.h>
 
@@ -7,9 +7,9 @@
 #include <optional>
 #include <utility>
 
-#include "base/code_page.h"
-#include "base/strings.h"
-#include "base/text_file.h"
+#include "tvx/base/code_page.h"
+#include "tvx/base/strings.h"
+#include "tvx/base/text_file.h"
 
 namespace tvx::localise {
 namespace {

@@ -1,10 +1,10 @@
-#include "platform/clipboard.h"
+#include "tvx/platform/clipboard.h"
 
 #include <algorithm>
 #include <vector>
 
-#include "base/fault.h"
-#include "base/strings.h"
+#include "tvx/base/fault.h"
+#include "tvx/base/strings.h"
 
 namespace tvx::platform {
 namespace {

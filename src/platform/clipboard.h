@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/transfer_data.h"
+#include "tvx/platform/transfer_data.h"
 
 namespace tvx::platform {
 

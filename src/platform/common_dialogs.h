@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "base/colour.h"
-#include "platform/window.h"
+#include "tvx/base/colour.h"
+#include "tvx/platform/window.h"
 
 namespace tvx::platform {
 

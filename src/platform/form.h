@@ -5,9 +5,9 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/form_control.h"
-#include "platform/loaded_dialogs.h"
-#include "platform/message_window.h"
+#include "tvx/platform/form_control.h"
+#include "tvx/platform/loaded_dialogs.h"
+#include "tvx/platform/message_window.h"
 
 /// Dialogs as models: named controls that a desktop draws, a script sets and a user fills. What a dialog does
 /// is written once, in its subsystem; how it looks is a face's business. No widget in sight.

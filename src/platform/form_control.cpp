@@ -1,10 +1,10 @@
-#include "platform/form_control.h"
+#include "tvx/platform/form_control.h"
 
 #include <algorithm>
 #include <utility>
 
-#include "base/error.h"
-#include "platform/form.h"
+#include "tvx/base/error.h"
+#include "tvx/platform/form.h"
 
 namespace tvx::platform {
 namespace {

@@ -1,10 +1,10 @@
-#include "platform/html_block.h"
+#include "tvx/platform/html_block.h"
 
 #include <array>
 #include <cstdio>
 
-#include "base/code_page.h"
-#include "base/strings.h"
+#include "tvx/base/code_page.h"
+#include "tvx/base/strings.h"
 
 namespace tvx::platform {
 namespace {

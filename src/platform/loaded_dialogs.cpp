@@ -1,10 +1,10 @@
-#include "platform/loaded_dialogs.h"
+#include "tvx/platform/loaded_dialogs.h"
 
 #include <algorithm>
 #include <utility>
 #include <vector>
 
-#include "base/strings.h"
+#include "tvx/base/strings.h"
 
 namespace tvx::platform {
 namespace {

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/window.h"
+#include "tvx/platform/window.h"
 
 /// Menus as models: what a desktop draws, a script reads and a user chooses from. No widget in sight.
 namespace tvx::platform {

@@ -1,11 +1,11 @@
-#include "platform/message_window.h"
+#include "tvx/platform/message_window.h"
 
 #include <unistd.h>
 
 #include <unordered_map>
 #include <utility>
 
-#include "base/fault.h"
+#include "tvx/base/fault.h"
 
 namespace tvx::platform {
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/window.h"
+#include "tvx/platform/window.h"
 
 /// Windows that take messages. Each has a handle, named properties, and a procedure that may be replaced: who
 /// replaces it calls the one before, and so a chain of them stands in front of what the window itself does.

@@ -1,10 +1,10 @@
-#include "platform/property_bag.h"
+#include "tvx/platform/property_bag.h"
 
 #include <limits>
 #include <optional>
 
-#include "base/error.h"
-#include "base/strings.h"
+#include "tvx/base/error.h"
+#include "tvx/base/strings.h"
 
 namespace tvx::platform {
 namespace {

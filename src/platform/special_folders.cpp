@@ -1,4 +1,4 @@
-#include "platform/special_folders.h"
+#include "tvx/platform/special_folders.h"
 
 #include <sys/stat.h>
 #include <unistd.h>
@@ -6,7 +6,7 @@
 #include <cstdlib>
 #include <map>
 
-#include "base/strings.h"
+#include "tvx/base/strings.h"
 
 namespace tvx::platform {
 namespace {

@@ -3,7 +3,7 @@
 #include <optional>
 #include <string>
 
-#include "platform/window.h"
+#include "tvx/platform/window.h"
 
 namespace tvx::platform {
 

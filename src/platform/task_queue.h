@@ -7,7 +7,7 @@
 #include <optional>
 #include <unordered_map>
 
-#include "platform/message_loop.h"
+#include "tvx/platform/message_loop.h"
 
 namespace tvx::platform {
 

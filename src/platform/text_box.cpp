@@ -1,6 +1,6 @@
-#include "platform/text_box.h"
+#include "tvx/platform/text_box.h"
 
-#include "platform/clipboard.h"
+#include "tvx/platform/clipboard.h"
 
 namespace tvx::platform {
 namespace {

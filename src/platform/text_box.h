@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/message_window.h"
+#include "tvx/platform/message_window.h"
 
 namespace tvx::platform {
 

@@ -1,10 +1,10 @@
-#include "platform/toolbar.h"
+#include "tvx/platform/toolbar.h"
 
 #include <algorithm>
 #include <utility>
 
-#include "base/error.h"
-#include "base/strings.h"
+#include "tvx/base/error.h"
+#include "tvx/base/strings.h"
 
 namespace tvx::platform {
 namespace {

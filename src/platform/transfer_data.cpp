@@ -1,8 +1,8 @@
-#include "platform/transfer_data.h"
+#include "tvx/platform/transfer_data.h"
 
 #include <algorithm>
 
-#include "base/strings.h"
+#include "tvx/base/strings.h"
 
 namespace tvx::platform {
 namespace {

@@ -1,4 +1,4 @@
-#include "platform/window.h"
+#include "tvx/platform/window.h"
 
 #include <unistd.h>
 

@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "base/error.h"
+#include "tvx/base/error.h"
 
 namespace tvx::services {
 

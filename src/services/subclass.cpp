@@ -1,9 +1,9 @@
-#include "services/subclass.h"
+#include "tvx/services/subclass.h"
 
 #include <utility>
 
-#include "base/strings.h"
-#include "services/kit_error.h"
+#include "tvx/base/strings.h"
+#include "tvx/services/kit_error.h"
 
 namespace tvx::services {
 

@@ -4,7 +4,7 @@
 #include <functional>
 #include <string>
 
-#include "platform/message_window.h"
+#include "tvx/platform/message_window.h"
 
 /// Watching chosen messages of any window of the process, without owning its procedure.
 namespace tvx::services {

@@ -1,12 +1,12 @@
-#include "services/timer.h"
+#include "tvx/services/timer.h"
 
 #include <algorithm>
 #include <array>
 #include <unordered_map>
 
-#include "base/fault.h"
-#include "platform/message_loop.h"
-#include "services/kit_error.h"
+#include "tvx/base/fault.h"
+#include "tvx/platform/message_loop.h"
+#include "tvx/services/kit_error.h"
 
 namespace tvx::services {
 namespace {

@@ -1,6 +1,6 @@
-#include "services/wait.h"
+#include "tvx/services/wait.h"
 
-#include "platform/message_loop.h"
+#include "tvx/platform/message_loop.h"
 
 namespace tvx::services {
 

@@ -1,12 +1,12 @@
-#include "source/code_view.h"
+#include "tvx/source/code_view.h"
 
 #include <algorithm>
 #include <utility>
 
-#include "base/error.h"
-#include "base/fault.h"
-#include "platform/property_bag.h"
-#include "source/preparation.h"
+#include "tvx/base/error.h"
+#include "tvx/base/fault.h"
+#include "tvx/platform/property_bag.h"
+#include "tvx/source/preparation.h"
 
 namespace tvx::source {
 

@@ -5,10 +5,10 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/text_box.h"
-#include "services/subclass.h"
-#include "source/line_numbers.h"
-#include "source/plain_text_box.h"
+#include "tvx/platform/text_box.h"
+#include "tvx/services/subclass.h"
+#include "tvx/source/line_numbers.h"
+#include "tvx/source/plain_text_box.h"
 
 namespace tvx::platform {
 class PropertyBag;

@@ -1,8 +1,8 @@
 #include <array>
 
-#include "base/error.h"
-#include "platform/clipboard.h"
-#include "source/code_view.h"
+#include "tvx/base/error.h"
+#include "tvx/platform/clipboard.h"
+#include "tvx/source/code_view.h"
 
 /// What the code view makes of its box's messages and events.
 namespace tvx::source {

@@ -1,12 +1,12 @@
-#include "source/formatter.h"
+#include "tvx/source/formatter.h"
 
 #include <algorithm>
 #include <array>
 #include <limits>
 #include <optional>
 
-#include "base/error.h"
-#include "base/strings.h"
+#include "tvx/base/error.h"
+#include "tvx/base/strings.h"
 
 namespace tvx::source {
 namespace {

@@ -1,4 +1,4 @@
-#include "source/line_numbers.h"
+#include "tvx/source/line_numbers.h"
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-#include "source/markup_scanner.h"
+#include "tvx/source/markup_scanner.h"
 
 #include <algorithm>
 

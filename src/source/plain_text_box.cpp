@@ -1,10 +1,10 @@
-#include "source/plain_text_box.h"
+#include "tvx/source/plain_text_box.h"
 
 #include <algorithm>
 #include <utility>
 
-#include "base/strings.h"
-#include "source/preparation.h"
+#include "tvx/base/strings.h"
+#include "tvx/source/preparation.h"
 
 namespace tvx::source {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "platform/text_box.h"
+#include "tvx/platform/text_box.h"
 
 namespace tvx::source {
 

@@ -1,10 +1,10 @@
-#include "source/preparation.h"
+#include "tvx/source/preparation.h"
 
 #include <algorithm>
 #include <utility>
 
-#include "source/formatter.h"
-#include "source/markup_scanner.h"
+#include "tvx/source/formatter.h"
+#include "tvx/source/markup_scanner.h"
 
 namespace tvx::source {
 namespace {

@@ -1,9 +1,9 @@
-#include "source/untouched.h"
+#include "tvx/source/untouched.h"
 
 #include <algorithm>
 
-#include "base/strings.h"
-#include "source/markup_scanner.h"
+#include "tvx/base/strings.h"
+#include "tvx/source/markup_scanner.h"
 
 namespace tvx::source {
 namespace {

@@ -1,11 +1,11 @@
-#include "tables/cell_dialog.h"
+#include "tvx/tables/cell_dialog.h"
 
-#include "base/error.h"
-#include "base/numbers.h"
-#include "base/strings.h"
-#include "dom/journal.h"
-#include "dom/objects/table.h"
-#include "tables/colour_choice.h"
+#include "tvx/base/error.h"
+#include "tvx/base/numbers.h"
+#include "tvx/base/strings.h"
+#include "tvx/dom/journal.h"
+#include "tvx/dom/objects/table.h"
+#include "tvx/tables/colour_choice.h"
 
 namespace tvx::tables {
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "dom/node.h"
-#include "dom/ref.h"
-#include "platform/form.h"
+#include "tvx/dom/node.h"
+#include "tvx/dom/ref.h"
+#include "tvx/platform/form.h"
 
 namespace tvx::platform {
 class CommonDialogs;

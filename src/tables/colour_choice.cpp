@@ -1,9 +1,9 @@
-#include "tables/colour_choice.h"
+#include "tvx/tables/colour_choice.h"
 
 #include <utility>
 
-#include "platform/common_dialogs.h"
-#include "platform/form.h"
+#include "tvx/platform/common_dialogs.h"
+#include "tvx/platform/form.h"
 
 namespace tvx::tables {
 

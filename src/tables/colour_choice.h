@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "base/colour.h"
+#include "tvx/base/colour.h"
 
 namespace tvx::platform {
 class CommonDialogs;

@@ -1,10 +1,10 @@
-#include "tables/structure.h"
+#include "tvx/tables/structure.h"
 
-#include "base/error.h"
-#include "dom/inner_html.h"
-#include "dom/journal.h"
-#include "dom/objects/table.h"
-#include "dom/tree.h"
+#include "tvx/base/error.h"
+#include "tvx/dom/inner_html.h"
+#include "tvx/dom/journal.h"
+#include "tvx/dom/objects/table.h"
+#include "tvx/dom/tree.h"
 
 namespace tvx::tables {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "dom/node.h"
+#include "tvx/dom/node.h"
 
 /// Surgery on tables: what the items of the cell and row submenu and of the table's own menu do. Each call is
 /// one undo step. The width of a row is the number of its cells: spans don't count, and a new cell or row

@@ -1,8 +1,8 @@
-#include "tables/table_dialog.h"
+#include "tvx/tables/table_dialog.h"
 
-#include "dom/journal.h"
-#include "tables/colour_choice.h"
-#include "tables/table_html.h"
+#include "tvx/dom/journal.h"
+#include "tvx/tables/colour_choice.h"
+#include "tvx/tables/table_html.h"
 
 namespace tvx::tables {
 

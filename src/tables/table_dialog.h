@@ -2,8 +2,8 @@
 
 #include <string>
 
-#include "dom/objects/table.h"
-#include "platform/form.h"
+#include "tvx/dom/objects/table.h"
+#include "tvx/platform/form.h"
 
 namespace tvx::platform {
 class CommonDialogs;

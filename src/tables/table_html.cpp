@@ -1,9 +1,9 @@
-#include "tables/table_html.h"
+#include "tvx/tables/table_html.h"
 
 #include <cstdint>
 
-#include "base/error.h"
-#include "base/numbers.h"
+#include "tvx/base/error.h"
+#include "tvx/base/numbers.h"
 
 namespace tvx::tables {
 

@@ -6,8 +6,8 @@
 #include <string_view>
 #include <vector>
 
-#include "automation/server.h"
-#include "headless/virtual_time_loop.h"
+#include "tvx/automation/server.h"
+#include "tvx/headless/virtual_time_loop.h"
 
 namespace tvx::automation::test {
 

@@ -1,4 +1,4 @@
-#include "base/base64.h"
+#include "tvx/base/base64.h"
 
 #include <gtest/gtest.h>
 

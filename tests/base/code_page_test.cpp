@@ -1,4 +1,4 @@
-#include "base/code_page.h"
+#include "tvx/base/code_page.h"
 
 #include <gtest/gtest.h>
 

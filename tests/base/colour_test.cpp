@@ -1,8 +1,8 @@
-#include "base/colour.h"
+#include "tvx/base/colour.h"
 
 #include <gtest/gtest.h>
 
-#include "base/error.h"
+#include "tvx/base/error.h"
 
 namespace tvx {
 namespace {

@@ -1,8 +1,8 @@
-#include "base/numbers.h"
+#include "tvx/base/numbers.h"
 
 #include <gtest/gtest.h>
 
-#include "base/error.h"
+#include "tvx/base/error.h"
 
 namespace tvx {
 namespace {

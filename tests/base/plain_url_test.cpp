@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "base/url.h"
+#include "tvx/base/url.h"
 
 namespace tvx {
 namespace {

@@ -1,8 +1,8 @@
-#include "base/strings.h"
+#include "tvx/base/strings.h"
 
 #include <gtest/gtest.h>
 
-#include "base/error.h"
+#include "tvx/base/error.h"
 
 namespace tvx {
 namespace {

@@ -1,4 +1,4 @@
-#include "base/text_file.h"
+#include "tvx/base/text_file.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -8,9 +8,9 @@
 #include <filesystem>
 #include <fstream>
 
-#include "base/code_page.h"
-#include "base/error.h"
-#include "base/strings.h"
+#include "tvx/base/code_page.h"
+#include "tvx/base/error.h"
+#include "tvx/base/strings.h"
 
 namespace tvx {
 namespace {

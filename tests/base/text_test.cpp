@@ -1,4 +1,4 @@
-#include "base/text.h"
+#include "tvx/base/text.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "base/url.h"
+#include "tvx/base/url.h"
 
 #include <gtest/gtest.h>
 

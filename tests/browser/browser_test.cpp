@@ -1,4 +1,4 @@
-#include "browser/browser.h"
+#include "tvx/browser/browser.h"
 
 #include <gmock/gmock.h>
 #include <unistd.h>
@@ -6,12 +6,12 @@
 #include <filesystem>
 #include <fstream>
 
-#include "base/error.h"
-#include "base/fault.h"
-#include "dom/inner_html.h"
-#include "dom/mutation.h"
-#include "dom/style/style_engine.h"
-#include "headless/virtual_time_loop.h"
+#include "tvx/base/error.h"
+#include "tvx/base/fault.h"
+#include "tvx/dom/inner_html.h"
+#include "tvx/dom/mutation.h"
+#include "tvx/dom/style/style_engine.h"
+#include "tvx/headless/virtual_time_loop.h"
 
 namespace tvx::browser {
 namespace {

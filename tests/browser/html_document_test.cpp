@@ -1,14 +1,14 @@
-#include "browser/html_document.h"
+#include "tvx/browser/html_document.h"
 
 #include <gmock/gmock.h>
 
-#include "base/error.h"
-#include "dom/inner_html.h"
-#include "dom/journal.h"
-#include "dom/mutation.h"
-#include "dom/parse.h"
-#include "editing/marks.h"
-#include "headless/view.h"
+#include "tvx/base/error.h"
+#include "tvx/dom/inner_html.h"
+#include "tvx/dom/journal.h"
+#include "tvx/dom/mutation.h"
+#include "tvx/dom/parse.h"
+#include "tvx/editing/walk/marks.h"
+#include "tvx/headless/view.h"
 
 namespace tvx::browser {
 namespace {

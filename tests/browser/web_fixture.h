@@ -11,12 +11,12 @@
 #include <string>
 #include <vector>
 
-#include "base/fault.h"
-#include "base/strings.h"
-#include "browser/browser.h"
-#include "dom/inner_html.h"
-#include "headless/message_loop.h"
 #include "support/http_server.h"
+#include "tvx/base/fault.h"
+#include "tvx/base/strings.h"
+#include "tvx/browser/browser.h"
+#include "tvx/dom/inner_html.h"
+#include "tvx/headless/message_loop.h"
 
 namespace tvx::browser {
 

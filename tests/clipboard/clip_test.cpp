@@ -1,10 +1,10 @@
-#include "clipboard/clip.h"
+#include "tvx/clipboard/clip.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "headless/clipboard.h"
-#include "platform/text_box.h"
+#include "tvx/headless/clipboard.h"
+#include "tvx/platform/text_box.h"
 
 namespace tvx::clipboard {
 namespace {

@@ -1,10 +1,10 @@
-#include "clipboard/html_format.h"
+#include "tvx/clipboard/html_format.h"
 
 #include <gtest/gtest.h>
 
-#include "base/code_page.h"
-#include "base/fault.h"
-#include "headless/clipboard.h"
+#include "tvx/base/code_page.h"
+#include "tvx/base/fault.h"
+#include "tvx/headless/clipboard.h"
 
 namespace tvx::clipboard {
 namespace {

@@ -1,12 +1,12 @@
-#include "commands/branch_toolbar.h"
+#include "tvx/commands/branch_toolbar.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "base/error.h"
-#include "dom/mutation.h"
-#include "dom/parse.h"
-#include "dom/tree.h"
+#include "tvx/base/error.h"
+#include "tvx/dom/mutation.h"
+#include "tvx/dom/parse.h"
+#include "tvx/dom/tree.h"
 
 namespace tvx::commands {
 namespace {

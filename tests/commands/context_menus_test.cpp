@@ -1,12 +1,12 @@
-#include "commands/context_menus.h"
+#include "tvx/commands/context_menus.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <set>
 
-#include "base/error.h"
-#include "base/strings.h"
+#include "tvx/base/error.h"
+#include "tvx/base/strings.h"
 
 namespace tvx::commands {
 namespace {

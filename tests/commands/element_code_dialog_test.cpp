@@ -1,11 +1,11 @@
-#include "commands/element_code_dialog.h"
+#include "tvx/commands/element_code_dialog.h"
 
 #include <gtest/gtest.h>
 
-#include "base/strings.h"
-#include "dom/inner_html.h"
-#include "dom/parse.h"
-#include "dom/tree.h"
+#include "tvx/base/strings.h"
+#include "tvx/dom/inner_html.h"
+#include "tvx/dom/parse.h"
+#include "tvx/dom/tree.h"
 
 namespace tvx::commands {
 namespace {

@@ -1,12 +1,12 @@
-#include "commands/selection_highlight.h"
+#include "tvx/commands/selection_highlight.h"
 
 #include <gtest/gtest.h>
 
-#include "dom/inner_html.h"
-#include "dom/mutation.h"
-#include "dom/parse.h"
-#include "dom/style/inline_style.h"
-#include "dom/tree.h"
+#include "tvx/dom/inner_html.h"
+#include "tvx/dom/mutation.h"
+#include "tvx/dom/parse.h"
+#include "tvx/dom/style/inline_style.h"
+#include "tvx/dom/tree.h"
 
 namespace tvx::commands {
 namespace {

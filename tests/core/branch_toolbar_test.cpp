@@ -1,6 +1,6 @@
-#include "commands/context_menus.h"
 #include "control_fixture.h"
-#include "dom/style/inline_style.h"
+#include "tvx/commands/context_menus.h"
+#include "tvx/dom/style/inline_style.h"
 
 namespace tvx::core {
 namespace {

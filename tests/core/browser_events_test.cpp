@@ -1,5 +1,5 @@
 #include "control_fixture.h"
-#include "dom/journal.h"
+#include "tvx/dom/journal.h"
 
 namespace tvx::core {
 namespace {

@@ -1,6 +1,6 @@
-#include "clipboard/html_format.h"
 #include "control_fixture.h"
-#include "platform/html_block.h"
+#include "tvx/clipboard/html_format.h"
+#include "tvx/platform/html_block.h"
 
 namespace tvx::core {
 namespace {

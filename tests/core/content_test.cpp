@@ -1,6 +1,6 @@
 #include "control_fixture.h"
-#include "core/output_filters.h"
-#include "dom/journal.h"
+#include "tvx/core/output_filters.h"
+#include "tvx/dom/journal.h"
 
 namespace tvx::core {
 namespace {

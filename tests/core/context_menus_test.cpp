@@ -1,4 +1,4 @@
-#include "commands/context_menus.h"
+#include "tvx/commands/context_menus.h"
 
 #include "control_fixture.h"
 

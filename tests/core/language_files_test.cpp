@@ -3,10 +3,10 @@
 #include <regex>
 #include <set>
 
-#include "commands/context_menus.h"
 #include "control_fixture.h"
-#include "localise/language_file.h"
-#include "platform/form.h"
+#include "tvx/commands/context_menus.h"
+#include "tvx/localise/language_file.h"
+#include "tvx/platform/form.h"
 
 /// The language files that come with the editor: each has a word for all that the running control shows, for
 /// nothing else, and none of the English ones is left over. Whoever adds a button adds its words.

@@ -1,5 +1,5 @@
 #include "control_fixture.h"
-#include "platform/form.h"
+#include "tvx/platform/form.h"
 
 namespace tvx::core {
 namespace {

@@ -1,6 +1,6 @@
 #include "control_fixture.h"
-#include "dom/style/inline_style.h"
-#include "platform/loaded_dialogs.h"
+#include "tvx/dom/style/inline_style.h"
+#include "tvx/platform/loaded_dialogs.h"
 
 namespace tvx::core {
 namespace {

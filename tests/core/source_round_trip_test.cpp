@@ -1,10 +1,10 @@
 #include <algorithm>
 #include <set>
 
-#include "base/text.h"
 #include "control_fixture.h"
-#include "dom/parse.h"
-#include "dom/print_tree.h"
+#include "tvx/base/text.h"
+#include "tvx/dom/parse.h"
+#include "tvx/dom/print_tree.h"
 
 namespace tvx::core {
 namespace {

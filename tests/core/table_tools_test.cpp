@@ -1,7 +1,7 @@
-#include "commands/context_menus.h"
 #include "control_fixture.h"
-#include "dom/journal.h"
-#include "platform/loaded_dialogs.h"
+#include "tvx/commands/context_menus.h"
+#include "tvx/dom/journal.h"
+#include "tvx/platform/loaded_dialogs.h"
 
 /// Tables by menu, button and host's call: what the control does around the work itself.
 namespace tvx::core {

@@ -1,6 +1,6 @@
 #include "control_fixture.h"
-#include "dom/journal.h"
-#include "source/preparation.h"
+#include "tvx/dom/journal.h"
+#include "tvx/source/preparation.h"
 
 namespace tvx::core {
 namespace {

@@ -1,8 +1,8 @@
 #include <unistd.h>
 
 #include "control_fixture.h"
-#include "dom/style/style_engine.h"
 #include "support/http_server.h"
+#include "tvx/dom/style/style_engine.h"
 
 namespace tvx::core {
 namespace {

@@ -3,7 +3,7 @@
 #include <initializer_list>
 #include <variant>
 
-#include "dom/builder.h"
+#include "tvx/dom/builder.h"
 
 /// Trees for tests, written as nested values: element(Tag::P, {text(u"one"), element(Tag::B, {...})}).
 namespace tvx::dom::test {

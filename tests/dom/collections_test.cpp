@@ -1,10 +1,10 @@
-#include "dom/collections.h"
+#include "tvx/dom/collections.h"
 
 #include <gtest/gtest.h>
 
-#include "base/strings.h"
-#include "dom/mutation.h"
-#include "dom/parse.h"
+#include "tvx/base/strings.h"
+#include "tvx/dom/mutation.h"
+#include "tvx/dom/parse.h"
 
 namespace tvx::dom {
 namespace {

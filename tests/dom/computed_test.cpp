@@ -1,12 +1,12 @@
 #include <gtest/gtest.h>
 
-#include "base/strings.h"
-#include "dom/builder.h"
-#include "dom/mutation.h"
-#include "dom/parse.h"
-#include "dom/style/presentational_hints.h"
-#include "dom/style/style_engine.h"
-#include "dom/tree.h"
+#include "tvx/base/strings.h"
+#include "tvx/dom/builder.h"
+#include "tvx/dom/mutation.h"
+#include "tvx/dom/parse.h"
+#include "tvx/dom/style/presentational_hints.h"
+#include "tvx/dom/style/style_engine.h"
+#include "tvx/dom/tree.h"
 
 namespace tvx::dom::style {
 namespace {

@@ -1,11 +1,11 @@
-#include "dom/style/declarations.h"
+#include "tvx/dom/style/declarations.h"
 
 #include <gtest/gtest.h>
 
-#include "base/strings.h"
 #include "dom/build_tree.h"
-#include "dom/style/inline_style.h"
-#include "dom/tree.h"
+#include "tvx/base/strings.h"
+#include "tvx/dom/style/inline_style.h"
+#include "tvx/dom/tree.h"
 
 namespace tvx::dom::style {
 namespace {

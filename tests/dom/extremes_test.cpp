@@ -1,16 +1,16 @@
 #include <gtest/gtest.h>
 
-#include "base/strings.h"
-#include "dom/builder.h"
-#include "dom/collections.h"
-#include "dom/inner_html.h"
-#include "dom/inner_text.h"
-#include "dom/journal.h"
-#include "dom/parse.h"
-#include "dom/range.h"
-#include "dom/serialise.h"
-#include "dom/style/style_engine.h"
-#include "dom/tree.h"
+#include "tvx/base/strings.h"
+#include "tvx/dom/builder.h"
+#include "tvx/dom/collections.h"
+#include "tvx/dom/inner_html.h"
+#include "tvx/dom/inner_text.h"
+#include "tvx/dom/journal.h"
+#include "tvx/dom/parse.h"
+#include "tvx/dom/range.h"
+#include "tvx/dom/serialise.h"
+#include "tvx/dom/style/style_engine.h"
+#include "tvx/dom/tree.h"
 
 // Trees deeper, wider and longer than anybody writes. Each question is answered once for each part of them;
 // one that costs their square, or that recurses, runs into the test's time limit or off the stack.

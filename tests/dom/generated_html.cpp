@@ -4,7 +4,7 @@
 #include <string_view>
 #include <vector>
 
-#include "base/strings.h"
+#include "tvx/base/strings.h"
 
 namespace tvx::dom::test {
 

@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <initializer_list>
 
-#include "base/strings.h"
-#include "dom/document.h"
-#include "dom/parser/tag_sets.h"
-#include "dom/tree.h"
+#include "tvx/base/strings.h"
+#include "tvx/dom/document.h"
+#include "tvx/dom/parser/tag_sets.h"
+#include "tvx/dom/tree.h"
 
 namespace tvx::dom::test {
 

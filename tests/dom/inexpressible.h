@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "dom/node.h"
+#include "tvx/dom/node.h"
 
 namespace tvx::dom::test {
 

@@ -1,13 +1,13 @@
-#include "dom/inner_text.h"
+#include "tvx/dom/inner_text.h"
 
 #include <gtest/gtest.h>
 
-#include "base/strings.h"
-#include "dom/builder.h"
-#include "dom/document.h"
-#include "dom/mutation.h"
-#include "dom/parse.h"
-#include "dom/serialise.h"
+#include "tvx/base/strings.h"
+#include "tvx/dom/builder.h"
+#include "tvx/dom/document.h"
+#include "tvx/dom/mutation.h"
+#include "tvx/dom/parse.h"
+#include "tvx/dom/serialise.h"
 
 namespace tvx::dom {
 namespace {

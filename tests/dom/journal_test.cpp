@@ -1,11 +1,11 @@
-#include "dom/journal.h"
+#include "tvx/dom/journal.h"
 
 #include <gtest/gtest.h>
 
-#include "dom/builder.h"
-#include "dom/range.h"
-#include "dom/serialise.h"
-#include "dom/tree.h"
+#include "tvx/dom/builder.h"
+#include "tvx/dom/range.h"
+#include "tvx/dom/serialise.h"
+#include "tvx/dom/tree.h"
 
 namespace tvx::dom {
 namespace {

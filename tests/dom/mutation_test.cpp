@@ -1,16 +1,16 @@
-#include "dom/mutation.h"
+#include "tvx/dom/mutation.h"
 
 #include <gtest/gtest.h>
 
 #include <random>
 
-#include "base/error.h"
 #include "build_tree.h"
-#include "dom/journal.h"
-#include "dom/range.h"
-#include "dom/serialise.h"
-#include "dom/set_attribute_again.h"
-#include "dom/tree.h"
+#include "tvx/base/error.h"
+#include "tvx/dom/journal.h"
+#include "tvx/dom/range.h"
+#include "tvx/dom/serialise.h"
+#include "tvx/dom/set_attribute_again.h"
+#include "tvx/dom/tree.h"
 
 namespace tvx::dom {
 namespace {

@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <chrono>
 
-#include "dom/parse.h"
-#include "dom/parser/tree_builder.h"
-#include "dom/serialise.h"
-#include "dom/tree.h"
+#include "tvx/dom/parse.h"
+#include "tvx/dom/parser/tree_builder.h"
+#include "tvx/dom/serialise.h"
+#include "tvx/dom/tree.h"
 
 // Hostile texts: deep, wide, and made to grow. Each must cost about as much as it is long; a parser that
 // is quadratic in any of them runs into the time limit of the test program.

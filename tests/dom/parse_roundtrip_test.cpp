@@ -2,14 +2,14 @@
 
 #include <map>
 
-#include "base/strings.h"
 #include "dom/generated_html.h"
 #include "dom/inexpressible.h"
-#include "dom/parse.h"
 #include "dom/parse_vectors.h"
-#include "dom/print_tree.h"
-#include "dom/serialise.h"
-#include "dom/tree.h"
+#include "tvx/base/strings.h"
+#include "tvx/dom/parse.h"
+#include "tvx/dom/print_tree.h"
+#include "tvx/dom/serialise.h"
+#include "tvx/dom/tree.h"
 
 namespace tvx::dom {
 namespace {

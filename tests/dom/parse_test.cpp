@@ -1,12 +1,12 @@
-#include "dom/parse.h"
+#include "tvx/dom/parse.h"
 
 #include <gtest/gtest.h>
 
-#include "base/strings.h"
-#include "dom/builder.h"
-#include "dom/mutation.h"
-#include "dom/serialise.h"
-#include "dom/tree.h"
+#include "tvx/base/strings.h"
+#include "tvx/dom/builder.h"
+#include "tvx/dom/mutation.h"
+#include "tvx/dom/serialise.h"
+#include "tvx/dom/tree.h"
 
 namespace tvx::dom {
 namespace {

@@ -4,9 +4,9 @@
 #include <fstream>
 #include <sstream>
 
-#include "base/strings.h"
-#include "dom/parse.h"
-#include "dom/print_tree.h"
+#include "tvx/base/strings.h"
+#include "tvx/dom/parse.h"
+#include "tvx/dom/print_tree.h"
 
 namespace tvx::dom {
 namespace {

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "dom/document.h"
+#include "tvx/dom/document.h"
 
 namespace tvx::dom {
 

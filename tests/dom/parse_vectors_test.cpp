@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "base/strings.h"
+#include "tvx/base/strings.h"
 
 namespace tvx::dom {
 namespace {

@@ -1,9 +1,9 @@
-#include "dom/style/selectors.h"
+#include "tvx/dom/style/selectors.h"
 
 #include <gtest/gtest.h>
 
-#include "dom/document.h"
-#include "dom/parse.h"
+#include "tvx/dom/document.h"
+#include "tvx/dom/parse.h"
 
 namespace tvx::dom::style {
 namespace {

@@ -1,9 +1,9 @@
-#include "dom/serialise.h"
+#include "tvx/dom/serialise.h"
 
 #include <gtest/gtest.h>
 
 #include "build_tree.h"
-#include "dom/mutation.h"
+#include "tvx/dom/mutation.h"
 
 namespace tvx::dom {
 namespace {

@@ -2,10 +2,10 @@
 
 #include <random>
 
-#include "dom/builder.h"
-#include "dom/journal.h"
-#include "dom/mutation.h"
-#include "dom/range.h"
+#include "tvx/dom/builder.h"
+#include "tvx/dom/journal.h"
+#include "tvx/dom/mutation.h"
+#include "tvx/dom/range.h"
 
 namespace tvx::dom {
 namespace {

@@ -4,9 +4,9 @@
 #include <fstream>
 #include <nlohmann/json.hpp>
 
-#include "base/strings.h"
 #include "dom/parse_vectors.h"
-#include "dom/parser/tokenizer.h"
+#include "tvx/base/strings.h"
+#include "tvx/dom/parser/tokenizer.h"
 
 // The public tokenizer cases (html5lib-tests). Error codes are not compared: the tokenizer reports none.
 // "xmlViolationTests" describe parsers that make XML trees, which this one doesn't.

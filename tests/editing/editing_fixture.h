@@ -6,12 +6,12 @@
 #include <string>
 #include <vector>
 
-#include "dom/journal.h"
-#include "dom/parse.h"
-#include "dom/serialise.h"
-#include "dom/tree.h"
-#include "editing/editor.h"
-#include "editing/marks.h"
+#include "tvx/dom/journal.h"
+#include "tvx/dom/parse.h"
+#include "tvx/dom/serialise.h"
+#include "tvx/dom/tree.h"
+#include "tvx/editing/editor.h"
+#include "tvx/editing/walk/marks.h"
 
 namespace tvx::editing::test {
 

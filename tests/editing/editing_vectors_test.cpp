@@ -6,12 +6,12 @@
 #include <nlohmann/json.hpp>
 #include <set>
 
-#include "browser/mirror.h"
-#include "browser/mirror_rules.h"
-#include "dom/style/color.h"
-#include "dom/style/style_engine.h"
 #include "editing_fixture.h"
-#include "headless/shadow_tree.h"
+#include "tvx/browser/view/mirror.h"
+#include "tvx/browser/view/mirror_rules.h"
+#include "tvx/dom/style/color.h"
+#include "tvx/dom/style/style_engine.h"
+#include "tvx/headless/shadow_tree.h"
 
 /// The public cases of the editing commands, run in this process. One line of the score for each command:
 /// markup right, selection right as well, all query values right, return values right.

@@ -1,8 +1,8 @@
-#include "editing/editor.h"
+#include "tvx/editing/editor.h"
 
-#include "dom/mutation.h"
-#include "editing/command_table.h"
 #include "editing_fixture.h"
+#include "tvx/dom/mutation.h"
+#include "tvx/editing/command_table.h"
 
 namespace tvx::editing::test {
 

@@ -1,8 +1,8 @@
-#include "base/error.h"
-#include "dom/inner_html.h"
-#include "editing/control_range.h"
-#include "editing/markup_pointer.h"
 #include "editing_fixture.h"
+#include "tvx/base/error.h"
+#include "tvx/dom/inner_html.h"
+#include "tvx/editing/ranges/control_range.h"
+#include "tvx/editing/ranges/markup_pointer.h"
 
 namespace tvx::editing::test {
 

@@ -1,9 +1,9 @@
-#include "headless/clipboard.h"
+#include "tvx/headless/clipboard.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "base/fault.h"
+#include "tvx/base/fault.h"
 
 namespace tvx::headless {
 namespace {

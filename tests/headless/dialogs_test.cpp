@@ -1,4 +1,4 @@
-#include "headless/dialogs.h"
+#include "tvx/headless/dialogs.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "headless/forms.h"
+#include "tvx/headless/forms.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "headless/menus.h"
+#include "tvx/headless/menus.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "headless/message_loop.h"
+#include "tvx/headless/message_loop.h"
 
 #include <gtest/gtest.h>
 #include <unistd.h>

@@ -1,12 +1,12 @@
-#include "headless/property_bag.h"
+#include "tvx/headless/property_bag.h"
 
 #include <gtest/gtest.h>
 
 #include <filesystem>
 
-#include "base/error.h"
-#include "base/strings.h"
-#include "headless/container.h"
+#include "tvx/base/error.h"
+#include "tvx/base/strings.h"
+#include "tvx/headless/container.h"
 
 namespace tvx::headless {
 namespace {

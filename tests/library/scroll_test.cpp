@@ -4,11 +4,11 @@
 #include <string>
 #include <vector>
 
-#include "base/error.h"
-#include "base/text.h"
-#include "browser/html_document.h"
-#include "dom/parse.h"
-#include "library/document_object.h"
+#include "tvx/base/error.h"
+#include "tvx/base/text.h"
+#include "tvx/browser/html_document.h"
+#include "tvx/dom/parse.h"
+#include "tvx/library/objects/document_object.h"
 
 namespace tvx::library {
 namespace {

@@ -1,4 +1,4 @@
-#include "localise/localizer.h"
+#include "tvx/localise/localizer.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -6,8 +6,8 @@
 #include <filesystem>
 #include <fstream>
 
-#include "base/strings.h"
-#include "platform/form.h"
+#include "tvx/base/strings.h"
+#include "tvx/platform/form.h"
 
 namespace tvx::localise {
 namespace {

@@ -1,4 +1,4 @@
-#include "localise/xml_document.h"
+#include "tvx/localise/xml_document.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -6,7 +6,7 @@
 #include <filesystem>
 #include <fstream>
 
-#include "base/strings.h"
+#include "tvx/base/strings.h"
 
 namespace tvx::localise {
 namespace {

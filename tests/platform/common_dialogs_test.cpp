@@ -1,4 +1,4 @@
-#include "platform/common_dialogs.h"
+#include "tvx/platform/common_dialogs.h"
 
 #include <gtest/gtest.h>
 

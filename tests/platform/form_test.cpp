@@ -1,9 +1,9 @@
-#include "platform/form.h"
+#include "tvx/platform/form.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "base/error.h"
+#include "tvx/base/error.h"
 
 namespace tvx::platform {
 namespace {

@@ -1,4 +1,4 @@
-#include "platform/loaded_dialogs.h"
+#include "tvx/platform/loaded_dialogs.h"
 
 #include <gtest/gtest.h>
 

@@ -1,9 +1,9 @@
-#include "platform/menu.h"
+#include "tvx/platform/menu.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "base/error.h"
+#include "tvx/base/error.h"
 
 namespace tvx::platform {
 namespace {

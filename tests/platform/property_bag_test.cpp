@@ -1,8 +1,8 @@
-#include "platform/property_bag.h"
+#include "tvx/platform/property_bag.h"
 
 #include <gtest/gtest.h>
 
-#include "base/error.h"
+#include "tvx/base/error.h"
 
 namespace tvx::platform {
 namespace {

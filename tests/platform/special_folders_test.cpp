@@ -1,4 +1,4 @@
-#include "platform/special_folders.h"
+#include "tvx/platform/special_folders.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -9,7 +9,7 @@
 #include <map>
 #include <optional>
 
-#include "base/strings.h"
+#include "tvx/base/strings.h"
 
 namespace tvx::platform {
 namespace {

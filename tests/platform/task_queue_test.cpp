@@ -1,4 +1,4 @@
-#include "platform/task_queue.h"
+#include "tvx/platform/task_queue.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "platform/transfer_data.h"
+#include "tvx/platform/transfer_data.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -2,7 +2,7 @@
 
 #include <QApplication>
 
-#include "qt/web_view.h"
+#include "tvx/qt/web/web_view.h"
 
 /// The tests see the real engine, with no display.
 int main(int argc, char** argv) {

@@ -15,20 +15,20 @@
 #include <functional>
 #include <optional>
 
-#include "base/strings.h"
-#include "browser/document_view.h"
-#include "browser/html_document.h"
-#include "core/htmled.h"
-#include "dom/inner_html.h"
-#include "dom/parse.h"
-#include "dom/print_tree.h"
 #include "htmled/window.h"
-#include "qt/branch_face.h"
-#include "qt/htmled_widget.h"
-#include "qt/message_loop.h"
-#include "qt/strings.h"
-#include "qt/toolbar_face.h"
-#include "qt/web_view.h"
+#include "tvx/base/strings.h"
+#include "tvx/browser/html_document.h"
+#include "tvx/browser/view/document_view.h"
+#include "tvx/core/htmled.h"
+#include "tvx/dom/inner_html.h"
+#include "tvx/dom/parse.h"
+#include "tvx/dom/print_tree.h"
+#include "tvx/qt/bars/branch_face.h"
+#include "tvx/qt/bars/toolbar_face.h"
+#include "tvx/qt/support/message_loop.h"
+#include "tvx/qt/support/strings.h"
+#include "tvx/qt/web/web_view.h"
+#include "tvx/qt/widget/htmled_widget.h"
 
 namespace tvx::htmled {
 

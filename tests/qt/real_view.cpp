@@ -6,11 +6,11 @@
 #include <QWebEnginePage>
 #include <QWebEngineScript>
 
-#include "base/strings.h"
-#include "browser/mirror_rules.h"
-#include "dom/inner_html.h"
-#include "dom/parse.h"
 #include "page_tree.h"
+#include "tvx/base/strings.h"
+#include "tvx/browser/view/mirror_rules.h"
+#include "tvx/dom/inner_html.h"
+#include "tvx/dom/parse.h"
 
 namespace tvx::qt {
 RealView::RealView() : window_(std::make_unique<QWidget>()) {

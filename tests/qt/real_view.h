@@ -7,10 +7,10 @@
 #include <memory>
 #include <string>
 
-#include "browser/document_view.h"
-#include "browser/html_document.h"
-#include "qt/message_loop.h"
-#include "qt/web_view.h"
+#include "tvx/browser/html_document.h"
+#include "tvx/browser/view/document_view.h"
+#include "tvx/qt/support/message_loop.h"
+#include "tvx/qt/web/web_view.h"
 
 namespace tvx::qt {
 

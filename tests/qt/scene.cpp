@@ -10,16 +10,16 @@
 #include <QWebEngineScript>
 #include <optional>
 
-#include "base/strings.h"
-#include "browser/document_view.h"
-#include "browser/mirror_rules.h"
-#include "core/htmled.h"
-#include "dom/journal.h"
 #include "page_tree.h"
-#include "platform/toolbar.h"
-#include "qt/htmled_widget.h"
-#include "qt/toolbar_face.h"
-#include "qt/web_view.h"
+#include "tvx/base/strings.h"
+#include "tvx/browser/view/document_view.h"
+#include "tvx/browser/view/mirror_rules.h"
+#include "tvx/core/htmled.h"
+#include "tvx/dom/journal.h"
+#include "tvx/platform/toolbar.h"
+#include "tvx/qt/bars/toolbar_face.h"
+#include "tvx/qt/web/web_view.h"
+#include "tvx/qt/widget/htmled_widget.h"
 
 namespace tvx::htmled {
 

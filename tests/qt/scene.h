@@ -10,9 +10,9 @@
 #include <memory>
 #include <string>
 
-#include "browser/html_document.h"
 #include "htmled/window.h"
-#include "qt/message_loop.h"
+#include "tvx/browser/html_document.h"
+#include "tvx/qt/support/message_loop.h"
 
 namespace tvx::htmled {
 

@@ -1,4 +1,4 @@
-#include "services/subclass.h"
+#include "tvx/services/subclass.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -6,9 +6,9 @@
 #include <string>
 #include <vector>
 
-#include "base/fault.h"
-#include "base/strings.h"
-#include "services/kit_error.h"
+#include "tvx/base/fault.h"
+#include "tvx/base/strings.h"
+#include "tvx/services/kit_error.h"
 
 namespace tvx::services {
 namespace {

@@ -1,14 +1,14 @@
-#include "services/timer.h"
+#include "tvx/services/timer.h"
 
 #include <gtest/gtest.h>
 
 #include <string>
 #include <vector>
 
-#include "base/fault.h"
-#include "base/strings.h"
-#include "headless/virtual_time_loop.h"
-#include "services/kit_error.h"
+#include "tvx/base/fault.h"
+#include "tvx/base/strings.h"
+#include "tvx/headless/virtual_time_loop.h"
+#include "tvx/services/kit_error.h"
 
 namespace tvx::services {
 namespace {

@@ -1,11 +1,11 @@
-#include "services/wait.h"
+#include "tvx/services/wait.h"
 
 #include <gtest/gtest.h>
 
 #include <deque>
 #include <vector>
 
-#include "platform/message_loop.h"
+#include "tvx/platform/message_loop.h"
 
 namespace tvx::services {
 namespace {

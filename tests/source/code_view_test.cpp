@@ -1,4 +1,4 @@
-#include "source/code_view.h"
+#include "tvx/source/code_view.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -7,10 +7,10 @@
 #include <string>
 #include <vector>
 
-#include "base/fault.h"
-#include "base/strings.h"
-#include "headless/property_bag.h"
-#include "platform/clipboard.h"
+#include "tvx/base/fault.h"
+#include "tvx/base/strings.h"
+#include "tvx/headless/property_bag.h"
+#include "tvx/platform/clipboard.h"
 
 namespace tvx::source {
 namespace {

@@ -1,12 +1,12 @@
-#include "source/formatter.h"
+#include "tvx/source/formatter.h"
 
 #include <gtest/gtest.h>
 
 #include <cstdint>
 #include <string>
 
-#include "base/error.h"
-#include "base/strings.h"
+#include "tvx/base/error.h"
+#include "tvx/base/strings.h"
 
 namespace tvx::source {
 namespace {

@@ -1,8 +1,8 @@
-#include "source/preparation.h"
+#include "tvx/source/preparation.h"
 
 #include <gtest/gtest.h>
 
-#include "base/strings.h"
+#include "tvx/base/strings.h"
 
 namespace tvx::source {
 namespace {

@@ -1,10 +1,10 @@
-#include "source/untouched.h"
+#include "tvx/source/untouched.h"
 
 #include <gtest/gtest.h>
 
-#include "base/strings.h"
-#include "base/text.h"
-#include "source/preparation.h"
+#include "tvx/base/strings.h"
+#include "tvx/base/text.h"
+#include "tvx/source/preparation.h"
 
 namespace tvx::source {
 namespace {

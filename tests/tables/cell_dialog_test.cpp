@@ -1,7 +1,7 @@
-#include "tables/cell_dialog.h"
+#include "tvx/tables/cell_dialog.h"
 
-#include "headless/dialogs.h"
 #include "tables/table_fixture.h"
+#include "tvx/headless/dialogs.h"
 
 namespace tvx::tables::test {
 

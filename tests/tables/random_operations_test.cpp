@@ -2,11 +2,11 @@
 #include <random>
 #include <vector>
 
-#include "headless/dialogs.h"
-#include "tables/cell_dialog.h"
-#include "tables/structure.h"
-#include "tables/table_dialog.h"
 #include "tables/table_fixture.h"
+#include "tvx/headless/dialogs.h"
+#include "tvx/tables/cell_dialog.h"
+#include "tvx/tables/structure.h"
+#include "tvx/tables/table_dialog.h"
 
 namespace tvx::tables::test {
 

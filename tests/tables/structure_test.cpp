@@ -1,4 +1,4 @@
-#include "tables/structure.h"
+#include "tvx/tables/structure.h"
 
 #include "tables/table_fixture.h"
 

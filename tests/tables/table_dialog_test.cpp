@@ -1,8 +1,8 @@
-#include "tables/table_dialog.h"
+#include "tvx/tables/table_dialog.h"
 
-#include "headless/dialogs.h"
-#include "headless/forms.h"
 #include "tables/table_fixture.h"
+#include "tvx/headless/dialogs.h"
+#include "tvx/headless/forms.h"
 
 namespace tvx::tables::test {
 

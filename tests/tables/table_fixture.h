@@ -6,17 +6,17 @@
 #include <stdexcept>
 #include <string>
 
-#include "base/error.h"
-#include "base/strings.h"
-#include "browser/mirror.h"
-#include "browser/mirror_rules.h"
-#include "dom/inner_html.h"
-#include "dom/journal.h"
-#include "dom/mutation.h"
-#include "dom/parse.h"
-#include "dom/print_tree.h"
-#include "dom/tree.h"
-#include "headless/shadow_tree.h"
+#include "tvx/base/error.h"
+#include "tvx/base/strings.h"
+#include "tvx/browser/view/mirror.h"
+#include "tvx/browser/view/mirror_rules.h"
+#include "tvx/dom/inner_html.h"
+#include "tvx/dom/journal.h"
+#include "tvx/dom/mutation.h"
+#include "tvx/dom/parse.h"
+#include "tvx/dom/print_tree.h"
+#include "tvx/dom/tree.h"
+#include "tvx/headless/shadow_tree.h"
 
 namespace tvx::tables::test {
 

@@ -1,8 +1,8 @@
-#include "tables/table_html.h"
+#include "tvx/tables/table_html.h"
 
 #include <gtest/gtest.h>
 
-#include "base/error.h"
+#include "tvx/base/error.h"
 
 namespace tvx::tables {
 namespace {

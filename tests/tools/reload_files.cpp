@@ -2,11 +2,11 @@
 #include <iostream>
 #include <string>
 
-#include "base/strings.h"
-#include "browser/page_source.h"
 #include "dom/inexpressible.h"
-#include "dom/print_tree.h"
-#include "dom/serialise.h"
+#include "tvx/base/strings.h"
+#include "tvx/browser/loading/page_source.h"
+#include "tvx/dom/print_tree.h"
+#include "tvx/dom/serialise.h"
 
 /// Loads each file that standard input names, reads it back, loads what was read, and says whether both trees
 /// are the same: a line a file, "same", "other", "inexpressible" or "unreadable" before its name. Ends with 1

@@ -1,12 +1,12 @@
-#include "qt/clipboard.h"
+#include "tvx/qt/support/clipboard.h"
 
 #include <gtest/gtest.h>
 
-#include "browser/paste.h"
-#include "dom/parse.h"
-#include "dom/serialise.h"
-#include "editing/marks.h"
-#include "platform/html_block.h"
+#include "tvx/browser/input/paste.h"
+#include "tvx/dom/parse.h"
+#include "tvx/dom/serialise.h"
+#include "tvx/editing/walk/marks.h"
+#include "tvx/platform/html_block.h"
 #include "x11/x_display.h"
 
 /// The clipboard of a real X server, with another program at its other end.

@@ -1,8 +1,8 @@
-#include "dom/objects/address.h"
+#include "tvx/dom/objects/address.h"
 
-#include "base/strings.h"
-#include "base/url.h"
-#include "dom/collections.h"
+#include "tvx/base/strings.h"
+#include "tvx/base/url.h"
+#include "tvx/dom/collections.h"
 
 namespace tvx::dom {
 

@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "dom/document.h"
+#include "tvx/dom/document.h"
 
 /// Addresses in attributes: written as given, read as they are meant.
 namespace tvx::dom {

@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-#include "dom/node.h"
+#include "tvx/dom/node.h"
 
 /// What hosts assign to `innerHTML`, `outerHTML` and `innerText`: each is one undo step. Where content can't
 /// be written in this way (the rows of a table, the inside of an image, the body itself) it throws

@@ -1,12 +1,12 @@
-#include "dom/objects/form.h"
+#include "tvx/dom/objects/form.h"
 
-#include "base/error.h"
-#include "base/strings.h"
-#include "dom/journal.h"
-#include "dom/mutation.h"
-#include "dom/objects/option.h"
-#include "dom/objects/reflection.h"
-#include "dom/tree.h"
+#include "tvx/base/error.h"
+#include "tvx/base/strings.h"
+#include "tvx/dom/journal.h"
+#include "tvx/dom/mutation.h"
+#include "tvx/dom/objects/option.h"
+#include "tvx/dom/objects/reflection.h"
+#include "tvx/dom/tree.h"
 
 namespace tvx::dom {
 

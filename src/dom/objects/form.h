@@ -4,8 +4,8 @@
 #include <string_view>
 #include <vector>
 
-#include "dom/node.h"
-#include "dom/ref.h"
+#include "tvx/dom/node.h"
+#include "tvx/dom/ref.h"
 
 /// Forms and their fields as objects (HTML standard, section 4.10), as a document that is edited has them:
 /// values are those written in attributes and content, nobody types into a field here. Members have the names

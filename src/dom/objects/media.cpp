@@ -1,13 +1,13 @@
-#include "dom/objects/media.h"
+#include "tvx/dom/objects/media.h"
 
 #include <algorithm>
 
-#include "base/error.h"
-#include "base/strings.h"
-#include "base/url.h"
-#include "dom/mutation.h"
-#include "dom/objects/address.h"
-#include "dom/objects/reflection.h"
+#include "tvx/base/error.h"
+#include "tvx/base/strings.h"
+#include "tvx/base/url.h"
+#include "tvx/dom/mutation.h"
+#include "tvx/dom/objects/address.h"
+#include "tvx/dom/objects/reflection.h"
 
 namespace tvx::dom {
 

@@ -5,8 +5,8 @@
 #include <string>
 #include <string_view>
 
-#include "dom/node.h"
-#include "dom/ref.h"
+#include "tvx/dom/node.h"
+#include "tvx/dom/ref.h"
 
 /// Images, links and the base as objects, with the members' names of that object model. `document_address` is
 /// where the document was loaded from: addresses read as absolute ones (dom/objects/address.h) and are

@@ -5,8 +5,8 @@
 #include <string_view>
 #include <vector>
 
-#include "dom/node.h"
-#include "dom/ref.h"
+#include "tvx/dom/node.h"
+#include "tvx/dom/ref.h"
 
 /// Lists and what can be chosen in them (HTML standard, sections 4.10.7 and 4.10.10), with the members' names
 /// of that object model.

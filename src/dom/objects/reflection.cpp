@@ -1,10 +1,10 @@
-#include "dom/objects/reflection.h"
+#include "tvx/dom/objects/reflection.h"
 
 #include <algorithm>
 
-#include "base/error.h"
-#include "base/strings.h"
-#include "dom/mutation.h"
+#include "tvx/base/error.h"
+#include "tvx/base/strings.h"
+#include "tvx/dom/mutation.h"
 
 namespace tvx::dom {
 

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "dom/node.h"
+#include "tvx/dom/node.h"
 
 /// How properties of elements read and write attributes (HTML standard, section 2.6 "reflecting content
 /// attributes in IDL attributes"), with this system's refusals. Writing an equal value is no mutation.

@@ -1,10 +1,10 @@
-#include "dom/objects/table.h"
+#include "tvx/dom/objects/table.h"
 
-#include "base/error.h"
-#include "dom/journal.h"
-#include "dom/mutation.h"
-#include "dom/objects/reflection.h"
-#include "dom/tree.h"
+#include "tvx/base/error.h"
+#include "tvx/dom/journal.h"
+#include "tvx/dom/mutation.h"
+#include "tvx/dom/objects/reflection.h"
+#include "tvx/dom/tree.h"
 
 namespace tvx::dom {
 

@@ -5,8 +5,8 @@
 #include <string_view>
 #include <vector>
 
-#include "dom/node.h"
-#include "dom/ref.h"
+#include "tvx/dom/node.h"
+#include "tvx/dom/ref.h"
 
 /// Tables as objects: HTML standard, section 4.9, with the attributes that hosts of this control know. The
 /// members have the names of that object model. Sizes and `border` read as the attribute's text; a colour or

@@ -1,4 +1,4 @@
-#include "dom/parser/active_formatting.h"
+#include "tvx/dom/parser/active_formatting.h"
 
 #include <algorithm>
 #include <functional>

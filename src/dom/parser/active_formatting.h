@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <vector>
 
-#include "dom/node.h"
+#include "tvx/dom/node.h"
 
 namespace tvx::dom::parser {
 

@@ -1,10 +1,10 @@
-#include "dom/parser/character_reference.h"
+#include "tvx/dom/parser/character_reference.h"
 
 #include <algorithm>
 #include <iterator>
 #include <string_view>
 
-#include "base/strings.h"
+#include "tvx/base/strings.h"
 
 namespace tvx::dom::parser {
 namespace {
@@ -16,7 +16,7 @@ struct NamedReference {
 
 constexpr NamedReference named_references[] = {
 #define TVX_REFERENCE(name, first, second) {name, first, second},
-#include "dom/parser/named_references.inc"
+#include "tvx/dom/parser/named_references.inc"
 #undef TVX_REFERENCE
 };
 

@@ -1,9 +1,9 @@
 #include <algorithm>
 #include <unordered_set>
 
-#include "dom/builder.h"
-#include "dom/parser/foreign_names.h"
-#include "dom/parser/tree_builder.h"
+#include "tvx/dom/builder.h"
+#include "tvx/dom/parser/foreign_names.h"
+#include "tvx/dom/parser/tree_builder.h"
 
 // Nodes, their places, and the stack: HTML standard, sections 13.2.6.1, 13.2.6.3 and 13.2.4.1.
 namespace tvx::dom::parser {

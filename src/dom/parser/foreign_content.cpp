@@ -1,6 +1,6 @@
-#include "dom/builder.h"
-#include "dom/parser/foreign_names.h"
-#include "dom/parser/tree_builder.h"
+#include "tvx/dom/builder.h"
+#include "tvx/dom/parser/foreign_names.h"
+#include "tvx/dom/parser/tree_builder.h"
 
 // HTML standard, section 13.2.6.5 "the rules for parsing tokens in foreign content".
 namespace tvx::dom::parser {

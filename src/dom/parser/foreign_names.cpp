@@ -1,4 +1,4 @@
-#include "dom/parser/foreign_names.h"
+#include "tvx/dom/parser/foreign_names.h"
 
 #include <unordered_map>
 

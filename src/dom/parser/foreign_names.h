@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "dom/node.h"
+#include "tvx/dom/node.h"
 
 /// Names of SVG and MathML in HTML: HTML standard, section 13.2.6.1 "adjust SVG attributes" and its
 /// neighbours, and section 13.2.6.5.

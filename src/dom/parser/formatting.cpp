@@ -1,7 +1,7 @@
 #include <algorithm>
 
-#include "dom/builder.h"
-#include "dom/parser/tree_builder.h"
+#include "tvx/dom/builder.h"
+#include "tvx/dom/parser/tree_builder.h"
 
 // Formatting elements that don't nest as their tags do: HTML standard, section 13.2.4.3 "reconstruct the
 // active formatting elements" and section 13.2.6.4.7 "adoption agency algorithm".

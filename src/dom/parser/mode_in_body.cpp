@@ -1,5 +1,5 @@
-#include "dom/builder.h"
-#include "dom/parser/tree_builder.h"
+#include "tvx/dom/builder.h"
+#include "tvx/dom/parser/tree_builder.h"
 
 // "in body": HTML standard, section 13.2.6.4.7. Its tags have files of their own.
 namespace tvx::dom::parser {

@@ -1,6 +1,6 @@
 #include <algorithm>
 
-#include "dom/parser/tree_builder.h"
+#include "tvx/dom/parser/tree_builder.h"
 
 // End tags "in body": HTML standard, section 13.2.6.4.7.
 namespace tvx::dom::parser {

@@ -1,4 +1,4 @@
-#include "dom/parser/tree_builder.h"
+#include "tvx/dom/parser/tree_builder.h"
 
 // Start tags "in body": HTML standard, section 13.2.6.4.7. Fields of forms stand in mode_in_body.cpp.
 namespace tvx::dom::parser {

@@ -1,4 +1,4 @@
-#include "dom/parser/tree_builder.h"
+#include "tvx/dom/parser/tree_builder.h"
 
 // "in head" and "in head noscript": HTML standard, sections 13.2.6.4.4 and 13.2.6.4.5. Scripting is off.
 namespace tvx::dom::parser {

@@ -1,4 +1,4 @@
-#include "dom/parser/tree_builder.h"
+#include "tvx/dom/parser/tree_builder.h"
 
 // "in table" and "in table text": HTML standard, sections 13.2.6.4.9 and 13.2.6.4.10.
 namespace tvx::dom::parser {

@@ -1,6 +1,6 @@
-#include "dom/builder.h"
-#include "dom/parser/quirks.h"
-#include "dom/parser/tree_builder.h"
+#include "tvx/dom/builder.h"
+#include "tvx/dom/parser/quirks.h"
+#include "tvx/dom/parser/tree_builder.h"
 
 // "initial", "before html", "before head" and "after head": HTML standard, sections 13.2.6.4.1 to
 // 13.2.6.4.3 and 13.2.6.4.6.

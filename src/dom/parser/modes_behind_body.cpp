@@ -1,4 +1,4 @@
-#include "dom/parser/tree_builder.h"
+#include "tvx/dom/parser/tree_builder.h"
 
 // What follows the body: "after body", "after after body", and the modes of framesets. HTML standard,
 // sections 13.2.6.4.17 to 13.2.6.4.21.

@@ -1,4 +1,4 @@
-#include "dom/parser/tree_builder.h"
+#include "tvx/dom/parser/tree_builder.h"
 
 // "in caption", "in column group", "in table body", "in row", "in cell": HTML standard, sections
 // 13.2.6.4.11 to 13.2.6.4.15.

@@ -1,4 +1,4 @@
-#include "dom/parser/tree_builder.h"
+#include "tvx/dom/parser/tree_builder.h"
 
 // "in template": HTML standard, section 13.2.6.4.16.
 namespace tvx::dom::parser {

@@ -1,9 +1,9 @@
-#include "dom/parser/open_elements.h"
+#include "tvx/dom/parser/open_elements.h"
 
 #include <cassert>
 
-#include "dom/builder.h"
-#include "dom/tree.h"
+#include "tvx/dom/builder.h"
+#include "tvx/dom/tree.h"
 
 namespace tvx::dom::parser {
 

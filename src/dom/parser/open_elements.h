@@ -4,7 +4,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "dom/parser/tag_sets.h"
+#include "tvx/dom/parser/tag_sets.h"
 
 namespace tvx::dom::parser {
 

@@ -1,9 +1,9 @@
-#include "dom/parser/quirks.h"
+#include "tvx/dom/parser/quirks.h"
 
 #include <algorithm>
 #include <iterator>
 
-#include "base/strings.h"
+#include "tvx/base/strings.h"
 
 namespace tvx::dom::parser {
 namespace {

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "dom/document.h"
-#include "dom/parser/token.h"
+#include "tvx/dom/document.h"
+#include "tvx/dom/parser/token.h"
 
 namespace tvx::dom::parser {
 

@@ -1,7 +1,7 @@
-#include "dom/parser/selected_content.h"
+#include "tvx/dom/parser/selected_content.h"
 
-#include "dom/builder.h"
-#include "dom/tree.h"
+#include "tvx/dom/builder.h"
+#include "tvx/dom/tree.h"
 
 namespace tvx::dom::parser {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <unordered_map>
 
-#include "dom/document.h"
+#include "tvx/dom/document.h"
 
 namespace tvx::dom::parser {
 

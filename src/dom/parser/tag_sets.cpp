@@ -1,4 +1,4 @@
-#include "dom/parser/tag_sets.h"
+#include "tvx/dom/parser/tag_sets.h"
 
 #include <array>
 #include <initializer_list>

@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-#include "dom/node.h"
+#include "tvx/dom/node.h"
 
 namespace tvx::dom::parser {
 

@@ -1,9 +1,9 @@
-#include "dom/parser/tokenizer.h"
+#include "tvx/dom/parser/tokenizer.h"
 
 #include <algorithm>
 #include <cstring>
 
-#include "dom/parser/character_reference.h"
+#include "tvx/dom/parser/character_reference.h"
 
 namespace tvx::dom::parser {
 namespace {

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <unordered_set>
 
-#include "dom/parser/token.h"
+#include "tvx/dom/parser/token.h"
 
 namespace tvx::dom::parser {
 

@@ -1,6 +1,6 @@
 #include <algorithm>
 
-#include "dom/parser/tokenizer.h"
+#include "tvx/dom/parser/tokenizer.h"
 
 // What begins with "<!" or "<?": HTML standard, sections 13.2.5.41 to 13.2.5.68.
 namespace tvx::dom::parser {

@@ -1,7 +1,7 @@
 #include <algorithm>
 
-#include "dom/parser/character_reference.h"
-#include "dom/parser/tokenizer.h"
+#include "tvx/dom/parser/character_reference.h"
+#include "tvx/dom/parser/tokenizer.h"
 
 // Texts that only one end tag can end: HTML standard, sections 13.2.5.2 to 13.2.5.5 with the states that
 // belong to them, and CDATA sections.

@@ -1,5 +1,5 @@
-#include "dom/parser/character_reference.h"
-#include "dom/parser/tokenizer.h"
+#include "tvx/dom/parser/character_reference.h"
+#include "tvx/dom/parser/tokenizer.h"
 
 // Tags and their attributes: HTML standard, sections 13.2.5.8 and 13.2.5.32 to 13.2.5.40.
 namespace tvx::dom::parser {

@@ -1,7 +1,7 @@
-#include "dom/parser/tree_builder.h"
+#include "tvx/dom/parser/tree_builder.h"
 
-#include "dom/builder.h"
-#include "dom/parser/foreign_names.h"
+#include "tvx/dom/builder.h"
+#include "tvx/dom/parser/foreign_names.h"
 
 namespace tvx::dom::parser {
 

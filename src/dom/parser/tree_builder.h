@@ -6,11 +6,11 @@
 #include <unordered_set>
 #include <vector>
 
-#include "dom/parse.h"
-#include "dom/parser/active_formatting.h"
-#include "dom/parser/open_elements.h"
-#include "dom/parser/selected_content.h"
-#include "dom/parser/tokenizer.h"
+#include "tvx/dom/parse.h"
+#include "tvx/dom/parser/active_formatting.h"
+#include "tvx/dom/parser/open_elements.h"
+#include "tvx/dom/parser/selected_content.h"
+#include "tvx/dom/parser/tokenizer.h"
 
 namespace tvx::dom::parser {
 

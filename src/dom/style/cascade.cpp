@@ -1,4 +1,4 @@
-#include "dom/style/cascade.h"
+#include "tvx/dom/style/cascade.h"
 
 #include <algorithm>
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "dom/style/property_values.h"
+#include "tvx/dom/style/property_values.h"
 
 namespace tvx::dom::style {
 

@@ -1,12 +1,12 @@
-#include "dom/style/color.h"
+#include "tvx/dom/style/color.h"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdio>
 
-#include "base/strings.h"
-#include "dom/style/css_tokens.h"
+#include "tvx/base/strings.h"
+#include "tvx/dom/style/css_tokens.h"
 
 namespace tvx::dom::style {
 namespace {
@@ -19,7 +19,7 @@ struct NamedColor {
 // CSS Color Module Level 4, section 6.1 "Named Colors", by name.
 constexpr NamedColor named_colors[] = {
 #define TVX_COLOR(name, rgb) {name, rgb},
-#include "dom/style/color_names.inc"
+#include "tvx/dom/style/color_names.inc"
 #undef TVX_COLOR
 };
 

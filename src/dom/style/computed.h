@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string>
 
-#include "dom/style/color.h"
+#include "tvx/dom/style/color.h"
 
 namespace tvx::dom::style {
 

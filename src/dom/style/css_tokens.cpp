@@ -1,4 +1,4 @@
-#include "dom/style/css_tokens.h"
+#include "tvx/dom/style/css_tokens.h"
 
 #include <cmath>
 

@@ -1,10 +1,10 @@
-#include "dom/style/declarations.h"
+#include "tvx/dom/style/declarations.h"
 
 #include <algorithm>
 #include <cassert>
 
-#include "dom/style/css_tokens.h"
-#include "dom/style/shorthands.h"
+#include "tvx/dom/style/css_tokens.h"
+#include "tvx/dom/style/shorthands.h"
 
 namespace tvx::dom::style {
 namespace {

@@ -1,4 +1,4 @@
-#include "dom/style/default_sheet.h"
+#include "tvx/dom/style/default_sheet.h"
 
 namespace tvx::dom::style {
 

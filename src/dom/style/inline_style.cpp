@@ -1,11 +1,11 @@
-#include "dom/style/inline_style.h"
+#include "tvx/dom/style/inline_style.h"
 
 #include <optional>
 
-#include "base/strings.h"
-#include "dom/document.h"
-#include "dom/journal.h"
-#include "dom/mutation.h"
+#include "tvx/base/strings.h"
+#include "tvx/dom/document.h"
+#include "tvx/dom/journal.h"
+#include "tvx/dom/mutation.h"
 
 namespace tvx::dom::style {
 namespace {

@@ -3,8 +3,8 @@
 #include <string>
 #include <string_view>
 
-#include "dom/node.h"
-#include "dom/style/declarations.h"
+#include "tvx/dom/node.h"
+#include "tvx/dom/style/declarations.h"
 
 namespace tvx::dom::style {
 

@@ -3,8 +3,8 @@
 #include <deque>
 #include <vector>
 
-#include "dom/node.h"
-#include "dom/style/computed.h"
+#include "tvx/dom/node.h"
+#include "tvx/dom/style/computed.h"
 
 namespace tvx::dom::style {
 

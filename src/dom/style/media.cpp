@@ -1,7 +1,7 @@
-#include "dom/style/media.h"
+#include "tvx/dom/style/media.h"
 
-#include "base/strings.h"
-#include "dom/style/shorthands.h"
+#include "tvx/base/strings.h"
+#include "tvx/dom/style/shorthands.h"
 
 namespace tvx::dom::style {
 namespace {

@@ -1,13 +1,13 @@
-#include "dom/style/presentational_hints.h"
+#include "tvx/dom/style/presentational_hints.h"
 
 #include <unicode/uchar.h>
 #include <unicode/utf16.h>
 
 #include <algorithm>
 
-#include "base/strings.h"
-#include "dom/document.h"
-#include "dom/tree.h"
+#include "tvx/base/strings.h"
+#include "tvx/dom/document.h"
+#include "tvx/dom/tree.h"
 
 namespace tvx::dom::style {
 namespace {

@@ -2,8 +2,8 @@
 
 #include <vector>
 
-#include "dom/node.h"
-#include "dom/style/property_values.h"
+#include "tvx/dom/node.h"
+#include "tvx/dom/style/property_values.h"
 
 namespace tvx::dom::style {
 

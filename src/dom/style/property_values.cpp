@@ -1,12 +1,12 @@
-#include "dom/style/property_values.h"
+#include "tvx/dom/style/property_values.h"
 
 #include <algorithm>
 #include <array>
 #include <cstdio>
 #include <span>
 
-#include "base/strings.h"
-#include "dom/style/shorthands.h"
+#include "tvx/base/strings.h"
+#include "tvx/dom/style/shorthands.h"
 
 namespace tvx::dom::style {
 namespace {

@@ -5,8 +5,8 @@
 #include <string_view>
 #include <vector>
 
-#include "dom/style/computed.h"
-#include "dom/style/declarations.h"
+#include "tvx/dom/style/computed.h"
+#include "tvx/dom/style/declarations.h"
 
 /// Specified values of the properties that are computed here, in the form that the cascade works with.
 namespace tvx::dom::style {

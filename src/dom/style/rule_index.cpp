@@ -1,9 +1,9 @@
-#include "dom/style/rule_index.h"
+#include "tvx/dom/style/rule_index.h"
 
 #include <algorithm>
 
-#include "base/strings.h"
-#include "dom/style/media.h"
+#include "tvx/base/strings.h"
+#include "tvx/dom/style/media.h"
 
 namespace tvx::dom::style {
 

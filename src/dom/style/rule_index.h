@@ -6,10 +6,10 @@
 #include <unordered_set>
 #include <vector>
 
-#include "dom/node.h"
-#include "dom/style/property_values.h"
-#include "dom/style/selectors.h"
-#include "dom/style/style_sheet.h"
+#include "tvx/dom/node.h"
+#include "tvx/dom/style/property_values.h"
+#include "tvx/dom/style/selectors.h"
+#include "tvx/dom/style/style_sheet.h"
 
 namespace tvx::dom::style {
 

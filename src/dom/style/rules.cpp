@@ -1,10 +1,10 @@
 #include <algorithm>
 
-#include "base/strings.h"
-#include "dom/style/css_tokens.h"
-#include "dom/style/media.h"
-#include "dom/style/selectors.h"
-#include "dom/style/style_sheet.h"
+#include "tvx/base/strings.h"
+#include "tvx/dom/style/css_tokens.h"
+#include "tvx/dom/style/media.h"
+#include "tvx/dom/style/selectors.h"
+#include "tvx/dom/style/style_sheet.h"
 
 namespace tvx::dom::style {
 namespace {

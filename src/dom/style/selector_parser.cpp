@@ -1,6 +1,6 @@
 #include <algorithm>
 
-#include "dom/style/selectors.h"
+#include "tvx/dom/style/selectors.h"
 
 namespace tvx::dom::style {
 namespace {

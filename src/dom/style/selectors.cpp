@@ -1,9 +1,9 @@
-#include "dom/style/selectors.h"
+#include "tvx/dom/style/selectors.h"
 
 #include <algorithm>
 
-#include "dom/document.h"
-#include "dom/tree.h"
+#include "tvx/dom/document.h"
+#include "tvx/dom/tree.h"
 
 namespace tvx::dom::style {
 namespace {

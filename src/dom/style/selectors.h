@@ -7,8 +7,8 @@
 #include <string_view>
 #include <vector>
 
-#include "dom/node.h"
-#include "dom/style/css_tokens.h"
+#include "tvx/dom/node.h"
+#include "tvx/dom/style/css_tokens.h"
 
 /// Selectors Level 4, as far as a document without a user can answer them: what needs a pointer, a focus or a
 /// history is understood and matches nothing.

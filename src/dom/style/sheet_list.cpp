@@ -1,11 +1,11 @@
-#include "dom/style/sheet_list.h"
+#include "tvx/dom/style/sheet_list.h"
 
 #include <algorithm>
 
-#include "base/strings.h"
-#include "dom/style/media.h"
-#include "dom/style/style_engine.h"
-#include "dom/tree.h"
+#include "tvx/base/strings.h"
+#include "tvx/dom/style/media.h"
+#include "tvx/dom/style/style_engine.h"
+#include "tvx/dom/tree.h"
 
 namespace tvx::dom::style {
 namespace {

@@ -6,10 +6,10 @@
 #include <unordered_set>
 #include <vector>
 
-#include "dom/document.h"
-#include "dom/mutation.h"
-#include "dom/style/rule_index.h"
-#include "dom/style/style_sheet.h"
+#include "tvx/dom/document.h"
+#include "tvx/dom/mutation.h"
+#include "tvx/dom/style/rule_index.h"
+#include "tvx/dom/style/style_sheet.h"
 
 namespace tvx::dom::style {
 

@@ -1,8 +1,8 @@
 #include <algorithm>
 #include <array>
 
-#include "dom/style/declarations.h"
-#include "dom/style/shorthands.h"
+#include "tvx/dom/style/declarations.h"
+#include "tvx/dom/style/shorthands.h"
 
 namespace tvx::dom::style {
 namespace {

@@ -1,8 +1,8 @@
-#include "dom/style/shorthands.h"
+#include "tvx/dom/style/shorthands.h"
 
 #include <algorithm>
 
-#include "dom/style/color.h"
+#include "tvx/dom/style/color.h"
 
 namespace tvx::dom::style {
 namespace {

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "dom/style/css_tokens.h"
+#include "tvx/dom/style/css_tokens.h"
 
 /// Which properties are written together, and how: the grammar of the shorthands that are known here.
 namespace tvx::dom::style {

@@ -1,14 +1,14 @@
-#include "dom/style/style_engine.h"
+#include "tvx/dom/style/style_engine.h"
 
 #include <unordered_map>
 
-#include "dom/style/cascade.h"
-#include "dom/style/default_sheet.h"
-#include "dom/style/known_values.h"
-#include "dom/style/presentational_hints.h"
-#include "dom/style/rule_index.h"
-#include "dom/style/sheet_list.h"
-#include "dom/tree.h"
+#include "tvx/dom/style/cascade.h"
+#include "tvx/dom/style/default_sheet.h"
+#include "tvx/dom/style/known_values.h"
+#include "tvx/dom/style/presentational_hints.h"
+#include "tvx/dom/style/rule_index.h"
+#include "tvx/dom/style/sheet_list.h"
+#include "tvx/dom/tree.h"
 
 namespace tvx::dom::style {
 namespace {

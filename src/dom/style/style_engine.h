@@ -6,12 +6,12 @@
 #include <string_view>
 #include <vector>
 
-#include "dom/document.h"
-#include "dom/mutation.h"
-#include "dom/style/color.h"
-#include "dom/style/computed.h"
-#include "dom/style/inline_style.h"
-#include "dom/style/style_sheet.h"
+#include "tvx/dom/document.h"
+#include "tvx/dom/mutation.h"
+#include "tvx/dom/style/color.h"
+#include "tvx/dom/style/computed.h"
+#include "tvx/dom/style/inline_style.h"
+#include "tvx/dom/style/style_sheet.h"
 
 /// What elements of a document look like, as far as commands and texts need to know: the cascade of the
 /// default sheet, presentational attributes, the document's sheets and inline style. No view is asked.

@@ -1,9 +1,9 @@
-#include "dom/style/style_sheet.h"
+#include "tvx/dom/style/style_sheet.h"
 
-#include "dom/mutation.h"
-#include "dom/set_attribute_again.h"
-#include "dom/style/style_engine.h"
-#include "dom/tree.h"
+#include "tvx/dom/mutation.h"
+#include "tvx/dom/set_attribute_again.h"
+#include "tvx/dom/style/style_engine.h"
+#include "tvx/dom/tree.h"
 
 namespace tvx::dom::style {
 

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "dom/node.h"
+#include "tvx/dom/node.h"
 
 namespace tvx::dom::style {
 

@@ -4,12 +4,12 @@
 
 #include <string>
 
-#include "base/error.h"
-#include "dom/inner_html.h"
-#include "dom/journal.h"
-#include "dom/mutation.h"
-#include "dom/parse.h"
-#include "dom/tree.h"
+#include "tvx/base/error.h"
+#include "tvx/dom/inner_html.h"
+#include "tvx/dom/journal.h"
+#include "tvx/dom/mutation.h"
+#include "tvx/dom/parse.h"
+#include "tvx/dom/tree.h"
 
 namespace tvx::dom::test {
 

@@ -1,9 +1,9 @@
 #include "document_with_html.h"
-#include "dom/objects/address.h"
-#include "dom/objects/element_content.h"
-#include "dom/objects/form.h"
-#include "dom/objects/media.h"
-#include "dom/objects/reflection.h"
+#include "tvx/dom/objects/address.h"
+#include "tvx/dom/objects/element_content.h"
+#include "tvx/dom/objects/form.h"
+#include "tvx/dom/objects/media.h"
+#include "tvx/dom/objects/reflection.h"
 
 namespace tvx::dom::test {
 

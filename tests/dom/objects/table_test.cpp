@@ -1,4 +1,4 @@
-#include "dom/objects/table.h"
+#include "tvx/dom/objects/table.h"
 
 #include "document_with_html.h"
 

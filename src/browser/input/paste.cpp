@@ -1,0 +1,76 @@
+#include "tvx/browser/input/paste.h"
+
+#include "tvx/browser/input/gesture.h"
+#include "tvx/browser/input/pasted_files.h"
+#include "tvx/dom/journal.h"
+#include "tvx/editing/clipboard/paste.h"
+#include "tvx/editing/facts/predicates.h"
+#include "tvx/platform/clipboard.h"
+#include "tvx/platform/html_block.h"
+
+namespace tvx::browser {
+namespace {
+
+// Other programs take a page without a declared character set for whatever they think best.
+constexpr std::u16string_view declaration =
+    u"<meta http-equiv=\"content-type\" content=\"text/html; charset=utf-8\">";
+constexpr std::string_view block_target = "HTML Format";
+
+bool takes_only_text(editing::Editor& editor) {
+  const dom::Node* host = editing::editing_host_of(*editor.selection().range().start.node);
+  return host && editing::is_plain_text_host(*host);
+}
+
+bool paste_as_html(HTMLDocument& document, const platform::TransferData& data) {
+  editing::Editor& editor = document.editor();
+  if (!data.html.empty() && editing::paste_html(editor, data.html)) return true;
+  const std::u16string folder = document.image_folder();
+  if (!data.image.empty()) {
+    const std::u16string address = address_of_picture(data, folder);
+    return editing::paste_html(editor,
+                               u"<!--StartFragment--><IMG src=\"" + address + u"\"><!--EndFragment-->");
+  }
+  return !data.uris.empty() && editing::paste_html(editor, html_of_addresses(data.uris, folder));
+}
+
+bool paste_data(HTMLDocument& document, const platform::TransferData& data) {
+  if (!takes_only_text(document.editor()) && paste_as_html(document, data)) return true;
+  return !data.text.empty() && editing::paste_plain_text(document.editor(), data.text);
+}
+
+/// Everything that the clipboard has, the block's exact fragment before the page.
+platform::TransferData fetch_from(const platform::TransferSource& source) {
+  platform::TransferData data = platform::fetch(source);
+  if (!platform::offers(source, block_target)) return data;
+  if (auto page = platform::page_of_html_block(source.read(block_target))) data.html = std::move(*page);
+  return data;
+}
+
+}  // namespace
+
+bool can_paste(const platform::TransferData& data) { return !data.empty(); }
+
+bool paste_into(HTMLDocument& document, const platform::TransferData& data, std::u16string_view step) {
+  const auto self = document.shared_from_this();
+  const dom::Boundary place = document.editor().selection().range().start;
+  if (data.empty() || !place || !editing::editing_host_of(*place.node)) return false;
+  const HTMLDocument::Gesture gesture(document);
+  const dom::UndoStep undo(document.tree().journal(), step);
+  return paste_data(document, data);
+}
+
+platform::TransferItems transfer_items(const editing::CopiedContent& content) {
+  platform::TransferItems items;
+  items.emplace_back(block_target, platform::html_block(content.html));
+  items.emplace_back(platform::targets::html, to_utf8(std::u16string(declaration) + content.html));
+  if (!content.text.empty()) items.emplace_back(platform::targets::text, to_utf8(content.text));
+  return items;
+}
+
+bool DocumentClipboard::put(const editing::CopiedContent& content) {
+  return clipboard_.put(transfer_items(content));
+}
+
+bool DocumentClipboard::paste(editing::Editor&) { return paste_into(document_, fetch_from(clipboard_)); }
+
+}  // namespace tvx::browser

@@ -1,0 +1,160 @@
+#include "tvx/browser/input/pasted_files.h"
+
+#include <filesystem>
+
+#include "tvx/base/base64.h"
+#include "tvx/base/error.h"
+#include "tvx/base/strings.h"
+#include "tvx/base/text.h"
+#include "tvx/base/text_file.h"
+#include "tvx/base/url.h"
+#include "tvx/browser/loading/encoding.h"
+
+namespace tvx::browser {
+namespace {
+
+namespace fs = std::filesystem;
+
+struct PictureType {
+  std::string_view type;
+  std::u16string_view extension;
+};
+constexpr PictureType picture_types[] = {
+    {"image/png", u"png"},   {"image/jpeg", u"jpg"}, {"image/jpeg", u"jpeg"},  {"image/gif", u"gif"},
+    {"image/webp", u"webp"}, {"image/bmp", u"bmp"},  {"image/svg+xml", u"svg"}};
+
+std::u16string extension_of(std::u16string_view path) {
+  path = path.substr(0, path.find_first_of(u"?#"));
+  const std::u16string_view name = FileNameFromPath(path);
+  const std::size_t dot = name.rfind(u'.');
+  return dot == name.npos ? std::u16string() : ascii_lower(name.substr(dot + 1));
+}
+
+bool is_picture_name(std::u16string_view path) {
+  const std::u16string extension = extension_of(path);
+  for (const PictureType& row : picture_types)
+    if (row.extension == extension) return true;
+  return false;
+}
+
+std::u16string with_slash(std::u16string_view folder) {
+  std::u16string path(folder);
+  if (!path.ends_with(u'/') && !path.ends_with(u'\\')) path += u'/';
+  return path;
+}
+
+bool exists(std::u16string_view path) {
+  std::error_code ignored;
+  return fs::exists(file_system_path(path), ignored);
+}
+
+std::u16string file_address(std::u16string_view path) {
+  std::error_code ignored;
+  const fs::path absolute = fs::absolute(file_system_path(path), ignored);
+  return file_url(from_utf8(absolute.lexically_normal().string()));
+}
+
+/// A name in the folder that no file has yet.
+std::u16string free_name(std::u16string_view folder, std::u16string_view extension) {
+  for (int number = 1;; ++number) {
+    std::u16string path = with_slash(folder);
+    path += u"pasted-" + to_text(number) + u'.' + std::u16string(extension);
+    if (!exists(path)) return path;
+  }
+}
+
+/// As an image that a user picks: a file of that name which is there already stays.
+std::u16string stored_picture(const std::u16string& path, std::u16string_view folder) {
+  if (folder.empty()) return file_address(path);
+  const std::u16string stored = with_slash(folder) + std::u16string(FileNameFromPath(path));
+  if (!exists(stored)) {
+    const auto bytes = read_bytes(path);
+    if (!bytes || !attempt([&] { save_atomically(stored, *bytes); })) return file_address(path);
+  }
+  return file_address(stored);
+}
+
+std::u16string escaped(std::u16string_view text) {
+  std::u16string html;
+  html.reserve(text.size());
+  for (char16_t c : text) {
+    switch (c) {
+      case u'&': html += u"&amp;"; break;
+      case u'<': html += u"&lt;"; break;
+      case u'>': html += u"&gt;"; break;
+      case u'"': html += u"&quot;"; break;
+      default: html += c;
+    }
+  }
+  return html;
+}
+
+std::u16string picture(std::u16string_view address) { return u"<IMG src=\"" + escaped(address) + u"\">"; }
+
+std::u16string link(std::u16string_view address, std::u16string_view text) {
+  return u"<A href=\"" + escaped(address) + u"\">" + escaped(text) + u"</A>";
+}
+
+bool is_page_name(std::u16string_view path) {
+  const std::u16string extension = extension_of(path);
+  return extension == u"html" || extension == u"htm" || extension == u"xhtml";
+}
+
+/// A file of text has no NUL, and isn't so long that nobody can mean to see it.
+bool is_text(std::string_view bytes) { return bytes.size() < (64U << 20) && bytes.find('\0') == bytes.npos; }
+
+std::u16string html_of_file(const std::u16string& path, const std::u16string& address,
+                            std::u16string_view folder) {
+  if (is_picture_name(path)) return picture(stored_picture(path, folder));
+  std::error_code ignored;
+  const bool file = fs::is_regular_file(file_system_path(path), ignored);
+  const auto bytes = file ? read_bytes(path) : std::nullopt;
+  if (!bytes || !is_text(*bytes)) return link(address, FileNameFromPath(path));
+  const std::u16string text = decode_page(*bytes).text;
+  return is_page_name(path) ? text : html_of_text(text);
+}
+
+}  // namespace
+
+std::u16string html_of_text(std::u16string_view text) {
+  std::u16string html;
+  for (std::size_t at = 0; at <= text.size();) {
+    const std::size_t end = std::min(text.find_first_of(u"\r\n", at), text.size());
+    if (end == text.size() && at == end && at > 0) break;  // the end of the last line
+    if (at > 0) html += u"<BR>";
+    html += escaped(text.substr(at, end - at));
+    at = end + (text.substr(end).starts_with(u"\r\n") ? 2 : 1);
+  }
+  return html;
+}
+
+std::u16string address_of_picture(const platform::TransferData& data, std::u16string_view folder) {
+  std::u16string_view extension = u"png";
+  for (const PictureType& row : picture_types)
+    if (row.type == data.image_type) {
+      extension = row.extension;
+      break;
+    }
+  if (!folder.empty()) {
+    const std::u16string path = free_name(folder, extension);
+    if (attempt([&] { save_atomically(path, data.image); })) return file_address(path);
+  }
+  return from_utf8("data:" + (data.image_type.empty() ? "image/png" : data.image_type) + ";base64," +
+                   to_base64(data.image));
+}
+
+std::u16string html_of_addresses(const std::vector<std::u16string>& addresses, std::u16string_view folder) {
+  std::u16string html;
+  for (const std::u16string& address : addresses) {
+    std::u16string one;
+    if (const auto path = local_path(address))
+      one = html_of_file(*path, address, folder);
+    else
+      one = is_picture_name(address) ? picture(address) : link(address, address);
+    if (!html.empty() && !one.empty()) html += u"<BR>";
+    html += one;
+  }
+  return html;
+}
+
+}  // namespace tvx::browser

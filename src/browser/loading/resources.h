@@ -1,0 +1,45 @@
+#pragma once
+
+#include <memory>
+#include <string_view>
+#include <utility>
+
+#include "tvx/browser/loading/http_client.h"
+
+namespace tvx::browser {
+
+/// What the browser loads, wherever it lies.
+class Resources {
+ public:
+  Resources(platform::MessageLoop& loop, HttpOptions options) : http_(loop, std::move(options)) {}
+  /// Who stays alive while an answer from elsewhere is being dealt with, whatever a handler of it does.
+  void set_owner(std::weak_ptr<void> owner) { owner_ = std::move(owner); }
+
+  /// 0: the answer is already given.
+  using Ticket = HttpClient::Number;
+  using Done = HttpClient::Done;
+
+  /// A local file is read at once: `done` is called before this returns. For anything else it is called from
+  /// the message loop, and not at all once the load is cancelled.
+  Ticket load_page(std::u16string_view address, Done done) {
+    return load(address, "text/html,application/xhtml+xml,text/*;q=0.9,*/*;q=0.5", std::move(done));
+  }
+  Ticket load_sheet(std::u16string_view address, Done done) {
+    return load(address, "text/css,*/*;q=0.1", std::move(done));
+  }
+  void cancel(Ticket ticket) {
+    if (ticket != 0) http_.cancel(ticket);
+  }
+
+ private:
+  Ticket load(std::u16string_view address, std::string_view accept, Done done);
+
+  HttpClient http_;
+  std::weak_ptr<void> owner_;
+};
+
+/// Whether a page or a sheet of one address may bring in another by itself: one from elsewhere doesn't reach
+/// into the user's files.
+bool may_bring_in(std::u16string_view from, std::u16string_view address);
+
+}  // namespace tvx::browser

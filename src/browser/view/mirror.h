@@ -1,0 +1,121 @@
+#pragma once
+
+#include <cstddef>
+#include <unordered_map>
+#include <vector>
+
+#include "tvx/browser/view/view.h"
+#include "tvx/dom/mutation.h"
+
+namespace tvx::browser {
+
+/// Keeps a view's tree equal to a document's, under mirror_rules.
+///
+/// It hears of every mutation and only marks nodes. What to send is worked out at the flush, from the tree
+/// as it is then: what was made and removed in between is never sent, and a thousand edits of a text are
+/// one operation.
+///
+/// A node is *known* when the view has it. A new document is sent in slices in tree order: an element whose
+/// children aren't all known is *incomplete* and has a frame that remembers the last child sent; behind that
+/// child nothing is known, and what changes there costs nothing. New parts that are too large for one flush
+/// become frames too, or wait as *carried* nodes.
+class Mirror final : public dom::MutationObserver {
+ public:
+  explicit Mirror(dom::Document& document);
+  ~Mirror() override;
+  Mirror(const Mirror&) = delete;
+  Mirror& operator=(const Mirror&) = delete;
+
+  /// The view knows nothing: everything is to be sent anew.
+  void reset();
+
+  /// Edits wait to be sent.
+  bool dirty() const;
+  /// Parts of the tree, new ones or the whole, are still to be sent.
+  bool loading() const { return !frames_.empty() || !carried_.empty(); }
+  /// What brings the view up to date: all edits, and up to `budget` of what is to be loaded. A node counts
+  /// one, and one more for each 64 units of text.
+  std::vector<PatchOperation> flush(std::size_t budget);
+
+  /// Where in the stream of patches a node was last changed; for messages about older trees.
+  PatchNumber last_change(dom::NodeId id) const;
+  /// The number that the next flush is sent under.
+  void set_patch(PatchNumber number) { patch_ = number; }
+
+  /// The node that the view knows by this id; null if none.
+  dom::Node* node(dom::NodeId id) const;
+  bool knows(const dom::Node& node) const { return this->node(node.id()) == &node; }
+
+  /// The view could not make this node: it is sent once more, and left out after a second failure. Returns
+  /// false when it is left out.
+  bool failed(dom::NodeId id);
+
+  void mutated(const dom::Mutation& mutation) override;
+
+ private:
+  enum Flag : std::uint8_t {
+    Touched = 1,     // was inserted, moved or removed: its place is to be sent
+    Detached = 2,    // the view knows it, out of its tree
+    Incomplete = 4,  // has a frame
+    DirtyData = 8,
+    LeftOut = 16
+  };
+  struct Entry {
+    dom::Node* node = nullptr;  // known: alive, since only a removal could end it, and that is noted
+    PatchNumber changed{};
+    std::uint8_t flags = 0;
+    std::uint8_t failures = 0;
+  };
+  struct Frame {
+    dom::Ref<dom::Node> element;
+    dom::Ref<dom::Node> last;  // the last child sent, empty: none yet
+  };
+  struct DirtyText {
+    dom::Ref<dom::CharacterData> node;
+    Offset prefix, suffix;  // units at both ends that are as the view has them
+    Offset old_length;
+  };
+  struct DirtyAttribute {
+    dom::Ref<dom::Element> element;
+    dom::Name name;
+  };
+
+  Entry& entry(const dom::Node& node);
+  bool has(const dom::Node& node, Flag flag) const;
+  bool in_place(const dom::Node& node) const;
+  bool is_shown(const dom::Node& node) const;
+  void touch(dom::Node& node);
+  void note_data(const dom::Mutation& mutation);
+  void step_back(const dom::Mutation& removal);
+
+  void detach_touched();
+  void forget_hidden(std::vector<dom::Ref<dom::Node>>& nodes);
+  void forget(dom::Node& root);
+  void drop_frame(const dom::Node& element);
+  void send_data();
+  void send_attributes();
+  void send_attributes_of(dom::Element& element, std::vector<std::u16string> names, bool all);
+  void place_nodes(std::vector<dom::Ref<dom::Node>>& nodes, std::size_t frames);
+  void place_run(dom::Node& first, std::size_t frames);
+  void leave_to_the_cursor(dom::Node& first, const dom::Node* end);
+  void place(dom::Node& node, const dom::Node* before);
+  void make(dom::Node& node, const dom::Node* before);
+  void fill_frames(std::size_t down_to);
+  bool spent() const { return spent_ >= limit_; }
+
+  PatchOperation& add(PatchOperation::Type type, dom::Node& node);
+  dom::NodeId parent_id(const dom::Node& node) const;
+
+  dom::Ref<dom::Document> document_;
+  std::vector<Entry> entries_;  // by NodeId
+  std::vector<dom::Ref<dom::Node>> fresh_, carried_, pending_forgets_;
+  std::vector<Frame> frames_;
+  std::unordered_map<dom::Node*, DirtyText> dirty_texts_;
+  std::vector<DirtyAttribute> dirty_attributes_;
+  std::vector<PatchOperation> operations_;
+  std::size_t spent_ = 0, limit_ = 0;
+  bool removals_ = false;
+  PatchNumber patch_{};
+};
+
+}  // namespace tvx::browser

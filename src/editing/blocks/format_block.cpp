@@ -1,0 +1,150 @@
+#include "tvx/editing/blocks/format_block.h"
+
+#include "tvx/dom/tree.h"
+#include "tvx/editing/blocks/lists.h"
+#include "tvx/editing/editor.h"
+#include "tvx/editing/facts/block_range.h"
+#include "tvx/editing/facts/predicates.h"
+#include "tvx/editing/inline/recorded_values.h"
+#include "tvx/editing/tree/surgery.h"
+
+namespace tvx::editing {
+
+using dom::Element;
+using dom::Name;
+using dom::Node;
+using dom::Ref;
+using dom::Tag;
+
+namespace {
+
+bool is_formattable_block(const Node& node) {
+  const auto* element = dom::as<Element>(&node);
+  return element && element->is_html() && is_name_of_formattable_block(element->name());
+}
+
+bool holds_blocks(const Node& node) {
+  for (const Node* below = node.first_child(); below; below = dom::next_in_order(*below, &node)) {
+    if (is_prohibited_paragraph_child(*below)) return true;
+  }
+  return false;
+}
+
+bool is_line(const Node& node) {
+  return is_editable(node) &&
+         (is_non_list_single_line_container(node) || is_allowed_child(node, Name(Tag::P)) ||
+          node.is(Tag::Dd) || node.is(Tag::Dt)) &&
+         !holds_blocks(node);
+}
+
+// Step 8: out of blocks that hold but a part of what is formatted.
+void leave_blocks(const Ref<Node>& node) {
+  const auto stands_in_block = [&] {
+    for (Node* ancestor = node->parent(); ancestor && is_editable(*ancestor); ancestor = ancestor->parent()) {
+      if (is_formattable_block(*ancestor) && in_same_editing_host(*ancestor, *node) &&
+          !holds_blocks(*ancestor)) {
+        return true;
+      }
+    }
+    return false;
+  };
+  while (stands_in_block()) split_parent({node});
+}
+
+/// Steps 10: takes lines from the list and gives them their new block.
+class BlockFormatter {
+ public:
+  BlockFormatter(Editor& editor, Name name, NodeList lines)
+      : editor_(editor), name_(name), lines_(std::move(lines)) {}
+
+  void run() {
+    while (at_ < lines_.size()) {
+      const NodeList content =
+          is_single_line_container(*lines_[at_]) ? unwrapped(lines_[at_++]) : next_lines();
+      if (content.empty()) continue;
+      const Ref<Node> block =
+          wrap(content, criteria(), [this] { return Ref<Node>(editor_.document().create_element(name_)); });
+      if (block) fix_disallowed_ancestors(block, editor_);
+    }
+  }
+
+ private:
+  NodeList unwrapped(const Ref<Node>& container) {
+    NodeList children = children_of(*container);
+    const RecordedValues values = record_values(children);
+    remove_preserving_descendants(container);
+    restore_values(values, editor_);
+    return children;
+  }
+
+  NodeList next_lines() {
+    NodeList nodes{lines_[at_++]};
+    while (at_ < lines_.size() && lines_[at_].get() == nodes.back()->next_sibling() &&
+           !is_single_line_container(*lines_[at_]) && !nodes.back()->is(Tag::Br)) {
+      nodes.push_back(lines_[at_++]);
+    }
+    return nodes;
+  }
+
+  // Paragraphs hold one line each, headings and the like as many as are formatted at once.
+  NodeCriteria criteria() const {
+    if (name_ == Name(Tag::Div) || name_ == Name(Tag::P)) return {};
+    return [this](const Node& node) {
+      return is_html_element_of(node, name_) && static_cast<const Element&>(node).attributes().empty();
+    };
+  }
+
+  Editor& editor_;
+  Name name_;
+  NodeList lines_;
+  std::size_t at_ = 0;
+};
+
+}  // namespace
+
+bool format_block(Editor& editor, std::u16string_view value) {
+  if (value.size() >= 2 && value.front() == u'<' && value.back() == u'>')
+    value = value.substr(1, value.size() - 2);
+  const Name name{std::u16string_view(ascii_lower(value))};
+  if (!is_name_of_formattable_block(name)) return false;
+  NodeList lines = topmost_contained(block_extend(editor.selection().range()), is_line);
+  const RecordedValues values = record_values(lines);
+  for (const Ref<Node>& line : lines) leave_blocks(line);
+  restore_values(values, editor);
+  BlockFormatter(editor, name, std::move(lines)).run();
+  return true;
+}
+
+namespace {
+
+// The name of the block around a leaf; empty where there is none.
+std::u16string_view format_of(const Node* node) {
+  const Node& leaf = *node;
+  while (node->parent() && is_editable(*node->parent()) && in_same_editing_host(*node->parent(), leaf) &&
+         !is_formattable_block(*node)) {
+    node = node->parent();
+  }
+  if (!is_formattable_block(*node) || !is_editable(*node) || holds_blocks(*node)) return {};
+  return static_cast<const Element*>(node)->name().text();
+}
+
+}  // namespace
+
+bool is_block_format_mixed(Editor& editor) {
+  const std::optional<dom::Range> range = editor.active_range();
+  if (!range) return false;
+  const NodeList leaves = visible_leaves(block_extend(*range));
+  for (const Ref<Node>& leaf : leaves) {
+    if (format_of(leaf.get()) != format_of(leaves.front().get())) return true;
+  }
+  return false;
+}
+
+std::u16string block_format(Editor& editor) {
+  const std::optional<dom::Range> range = editor.active_range();
+  if (!range) return {};
+  const Ref<Node> leaf = first_visible_leaf(block_extend(*range));
+  return std::u16string(leaf ? format_of(leaf.get()) : std::u16string_view());
+}
+
+}  // namespace tvx::editing

@@ -1,0 +1,17 @@
+#pragma once
+
+#include "tvx/editing/clipboard/copied_content.h"
+
+namespace tvx::editing {
+
+/// What the commands Copy, Cut and Paste need of the world: a way out for content, and a way in.
+class ClipboardDoor {
+ public:
+  virtual ~ClipboardDoor() = default;
+  /// False: it could not be put anywhere.
+  virtual bool put(const CopiedContent& content) = 0;
+  /// Pastes what there is in the place of the selection. False: there is no format that can be read.
+  virtual bool paste(Editor& editor) = 0;
+};
+
+}  // namespace tvx::editing

@@ -1,0 +1,151 @@
+#include "tvx/editing/clipboard/copied_content.h"
+
+#include "tvx/dom/builder.h"
+#include "tvx/dom/inner_html.h"
+#include "tvx/dom/inner_text.h"
+#include "tvx/dom/mutation.h"
+#include "tvx/dom/serialise.h"
+#include "tvx/dom/tree.h"
+#include "tvx/editing/clipboard/paste_lines.h"
+#include "tvx/editing/editor.h"
+#include "tvx/editing/facts/predicates.h"
+#include "tvx/editing/facts/tag_set.h"
+#include "tvx/editing/tree/clone_contents.h"
+#include "tvx/editing/walk/content_walk.h"
+
+namespace tvx::editing {
+
+using dom::Element;
+using dom::Node;
+using dom::Ref;
+using dom::Tag;
+
+namespace {
+
+/// What its parts mean nothing without.
+bool is_structure(const Node& node) {
+  static const TagSet tags{Tag::Ul,    Tag::Ol,    Tag::Dl,    Tag::Dir,      Tag::Menu, Tag::Table,
+                           Tag::Tbody, Tag::Thead, Tag::Tfoot, Tag::Colgroup, Tag::Tr,   Tag::Select};
+  return tags.has(node);
+}
+
+/// A block that stands for its content when all of it is taken. A cell is a place, and so is an item whose
+/// end is not taken along.
+bool comes_along(const Node& node, LineEnd end) {
+  static const TagSet places{Tag::Li, Tag::Dd, Tag::Dt};
+  const bool is_place = end == LineEnd::Without && places.has(node);
+  return is_text_block(node) && !is_place && !is_editing_host(node);
+}
+
+/// Puts a copy of `around` around everything.
+void wrap_in(Ref<dom::DocumentFragment>& content, const Element& around) {
+  dom::Document& document = dom::document_of(around);
+  const Ref<Node> holder = dom::clone(around, document, dom::Deep::No);
+  dom::Builder::move_children(*content, *holder);
+  dom::Builder::insert(*content, holder);
+}
+
+}  // namespace
+
+namespace {
+
+const Node* enclosing_cell(const Node* node) {
+  while (node && !node->is(Tag::Td) && !node->is(Tag::Th)) node = node->parent();
+  return node;
+}
+
+}  // namespace
+
+bool takes_line_end(const dom::Range& range, const dom::Range& seen) {
+  const ContentKind behind = content_beside(range.end, Direction::Backward).kind;
+  if (behind != ContentKind::EnterBlock && behind != ContentKind::LeaveBlock) return false;
+  const auto next = next_caret_place(seen.end, Direction::Forward, Granularity::Character);
+  return next && enclosing_cell(seen.end.node) == enclosing_cell(next->node);
+}
+
+void append_line_end(dom::DocumentFragment& content) {
+  dom::Builder::insert(content, dom::document_of(content).create_element(Tag::P));
+}
+
+bool remove_line_end(dom::DocumentFragment& content) {
+  Node* last = content.last_child();
+  while (last && is_filling(*last)) last = last->previous_sibling();
+  if (!last || !last->is(Tag::P) || last->has_children()) return false;
+  const Node* before = last->previous_sibling();
+  while (before && is_filling(*before)) before = before->previous_sibling();
+  if (!before) return false;
+  dom::remove(*last);
+  return true;
+}
+
+bool is_text_block(const Node& node) {
+  static const TagSet tags{Tag::P,       Tag::H1,      Tag::H2,         Tag::H3,  Tag::H4,    Tag::H5,
+                           Tag::H6,      Tag::Pre,     Tag::Li,         Tag::Dd,  Tag::Dt,    Tag::Address,
+                           Tag::Listing, Tag::Summary, Tag::Figcaption, Tag::Div, Tag::Center};
+  if (!tags.has(node)) return false;
+  static const TagSet perhaps{Tag::Div, Tag::Center, Tag::Figcaption, Tag::Summary, Tag::Address};
+  if (!perhaps.has(node)) return true;
+  // A division of lines, or a line itself.
+  for (const Node* child = node.first_child(); child; child = child->next_sibling()) {
+    const auto* element = dom::as<Element>(child);
+    if (element && is_prohibited_paragraph_child_name(element->name())) return false;
+  }
+  return true;
+}
+
+bool is_look(const Node& node) {
+  const auto* element = dom::as<Element>(&node);
+  static const TagSet things{Tag::Img,    Tag::Br,    Tag::Input, Tag::Button, Tag::Select,  Tag::Textarea,
+                             Tag::Object, Tag::Embed, Tag::Video, Tag::Audio,  Tag::Canvas,  Tag::Iframe,
+                             Tag::Map,    Tag::Hr,    Tag::Wbr,   Tag::Label,  Tag::Meter,   Tag::Progress,
+                             Tag::Body,   Tag::Html,  Tag::Main,  Tag::Option, Tag::Optgroup};
+  return element && element->is_html() && !things.has(node) && !is_text_block(node) &&
+         !is_prohibited_paragraph_child_name(element->name()) && !is_editing_host(node);
+}
+
+Ref<dom::DocumentFragment> copied_nodes(const dom::Range& range, LineEnd end) {
+  Ref<dom::DocumentFragment> content = clone_contents(range);
+  Node* node = dom::common_ancestor(*range.start.node, *range.end.node);
+  bool in_line = true;
+  for (; node; node = node->parent()) {
+    auto* element = dom::as<Element>(node);
+    if (!element) continue;
+    if (is_structure(*element)) {
+      wrap_in(content, *element);
+      in_line = false;
+    } else if (in_line && is_look(*element)) {
+      wrap_in(content, *element);
+    } else {
+      const bool whole = in_line && comes_along(*element, end) && covers_content_of(range, *element);
+      if (whole) wrap_in(content, *element);
+      if (!whole || !element->is(Tag::Li)) break;
+      in_line = false;
+    }
+  }
+  return content;
+}
+
+std::optional<CopiedContent> copied_content(Editor& editor) {
+  const Selection& selection = editor.selection();
+  CopiedContent copied;
+  if (Element* control = selection.control()) {
+    copied.control = *control;
+    copied.html = dom::outer_html(*control);
+    copied.text = dom::inner_text(dom::Range{dom::before(*control), dom::after(*control)});
+    return copied;
+  }
+  if (selection.type() == SelectionType::None) return {};
+  const dom::Range seen = shrunk_to_characters(selection.range());
+  if (!seen.start || seen.collapsed()) return {};
+  const LineEnd end = takes_line_end(selection.range(), seen) ? LineEnd::With : LineEnd::Without;
+  const Ref<dom::DocumentFragment> nodes = copied_nodes(seen, end);
+  copied.text = dom::inner_text(seen);
+  if (end == LineEnd::With) {
+    append_line_end(*nodes);
+    copied.text += u'\n';
+  }
+  copied.html = dom::serialise_children(*nodes);
+  return copied;
+}
+
+}  // namespace tvx::editing

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "tvx/dom/range.h"
+
+namespace tvx::editing {
+
+class Editor;
+
+/// What is selected, as it goes to other programs.
+struct CopiedContent {
+  std::u16string html;  // well-formed by itself
+  std::u16string text;  // as a reader sees it, with LF
+  /// The element selected as a whole, if one is.
+  dom::Ref<dom::Element> control;
+};
+
+/// Nothing while there is only a caret, or no selection. The markup of a text selection goes from its first
+/// to its last character. It brings along what gives it its meaning: the list of its items, the table of its
+/// cells, the look of its text; and its block if all of the block's content is in it. A selection that goes
+/// on to the next line took the line's end along, and so does the copy.
+std::optional<CopiedContent> copied_content(Editor& editor);
+
+/// The same as nodes in no tree. With its line's end a list's item is an item and not its text alone.
+enum class LineEnd : bool { Without, With };
+dom::Ref<dom::DocumentFragment> copied_nodes(const dom::Range& range, LineEnd end = LineEnd::Without);
+
+/// Whether a range reaches from its last character, where `seen` ends, to the line behind. The way from cell
+/// to cell is no line's end.
+bool takes_line_end(const dom::Range& range, const dom::Range& seen);
+/// Content that ends with a line's end has an empty paragraph behind all else. Where others read it, nothing
+/// is seen of that.
+void append_line_end(dom::DocumentFragment& content);
+/// Takes that paragraph off; false if there is none.
+bool remove_line_end(dom::DocumentFragment& content);
+
+/// Whether a node is a line of text that merges with another: a paragraph, a heading, a list item.
+bool is_text_block(const dom::Node& node);
+/// An element of a line that gives its text a look: all that is neither a block nor a thing by itself.
+bool is_look(const dom::Node& node);
+
+}  // namespace tvx::editing

@@ -1,0 +1,401 @@
+#include "tvx/editing/clipboard/paste.h"
+
+#include <string>
+
+#include "tvx/dom/inner_text.h"
+#include "tvx/dom/mutation.h"
+#include "tvx/dom/tree.h"
+#include "tvx/editing/clipboard/block_paste.h"
+#include "tvx/editing/clipboard/copied_content.h"
+#include "tvx/editing/clipboard/paste_lines.h"
+#include "tvx/editing/clipboard/pasted_content.h"
+#include "tvx/editing/deletion/deletion.h"
+#include "tvx/editing/editor.h"
+#include "tvx/editing/facts/predicates.h"
+#include "tvx/editing/facts/tag_set.h"
+#include "tvx/editing/tree/clone_contents.h"
+#include "tvx/editing/walk/content_walk.h"
+#include "tvx/editing/walk/whitespace.h"
+
+namespace tvx::editing {
+
+using dom::Boundary;
+using dom::Element;
+using dom::Node;
+using dom::Ref;
+using dom::Tag;
+
+namespace {
+
+bool is_cell_or_above(const Node& node) {
+  static const TagSet tags{Tag::Td, Tag::Th, Tag::Caption, Tag::Body, Tag::Html};
+  return tags.has(node) || is_editing_host(node);
+}
+
+bool is_list(const Node& node) {
+  static const TagSet tags{Tag::Ul, Tag::Ol, Tag::Dir, Tag::Menu};
+  return tags.has(node);
+}
+
+/// The one line that the content is, if it is one: what of it goes into a line.
+Element* only_line(const Node& content, bool in_list) {
+  Element* only = nullptr;
+  for (Node* node = content.first_child(); node; node = node->next_sibling()) {
+    if (is_filling(*node)) continue;
+    if (only || !is_block_piece(*node)) return nullptr;
+    only = dom::as<Element>(node);
+  }
+  if (!only) return nullptr;
+  if (is_list(*only)) return in_list ? only_line(*only, false) : nullptr;
+  if (!is_text_block(*only)) return nullptr;
+  for (const Node* child = only->first_child(); child; child = child->next_sibling())
+    if (is_block_piece(*child)) return nullptr;
+  return only;
+}
+
+bool has_blocks(const Node& content) {
+  for (const Node* node = content.first_child(); node; node = node->next_sibling())
+    if (is_block_piece(*node)) return true;
+  return false;
+}
+
+/// The rows and cells of content and what they stand beside, to be compared.
+std::u16string shape_of_tables(const Node& content) {
+  static const TagSet tags{Tag::Table, Tag::Tr, Tag::Td, Tag::Th};
+  std::u16string shape;
+  for (const Node* node = content.first_child(); node; node = dom::next_in_order(*node, &content)) {
+    const bool outermost = node->parent() == &content && node->is_element();
+    if (!tags.has(*node) && !outermost) continue;
+    const auto& element = static_cast<const Element&>(*node);
+    shape += element.name().text();
+    shape += element.attribute_or_empty(dom::Name(u"colspan"));
+    shape += u'/';
+    shape += element.attribute_or_empty(dom::Name(u"rowspan"));
+    shape += u' ';
+  }
+  return shape;
+}
+
+/// Whether an end of a range is in a table that the range goes beyond.
+bool cuts_table(const dom::Range& range) {
+  static const TagSet parts{Tag::Table, Tag::Tbody, Tag::Thead, Tag::Tfoot,
+                            Tag::Tr,    Tag::Td,    Tag::Th,    Tag::Caption};
+  const Node* ancestor = dom::common_ancestor(*range.start.node, *range.end.node);
+  if (ancestor->is_element() && parts.has(*ancestor) && !is_cell_or_above(*ancestor)) return true;
+  for (const Node* end : {range.start.node, range.end.node})
+    for (const Node* node = end; node != ancestor; node = node->parent())
+      if (parts.has(*node)) return true;
+  return false;
+}
+
+/// The range as it is taken out: with the blocks whose content is all in it.
+dom::Range with_covered_blocks(const dom::Range& seen, bool lists_too) {
+  dom::Range range = seen;
+  const Node* ancestor = dom::common_ancestor(*seen.start.node, *seen.end.node);
+  const auto covered = [&](Node* node) {
+    auto* element = dom::as<Element>(node);
+    return element && covers_content_of(seen, *element);
+  };
+  for (Node* node = seen.start.node; node && node != ancestor; node = node->parent())
+    if (covered(node)) range.start = dom::before(*node);
+  for (Node* node = seen.end.node; node && node != ancestor; node = node->parent())
+    if (covered(node)) range.end = dom::after(*node);
+  // What holds both ends as well, up to a block of lines or a whole table.
+  bool structure = false;
+  for (Node* node = const_cast<Node*>(ancestor); node && !is_cell_or_above(*node); node = node->parent()) {
+    if (node->is_text()) continue;
+    if (!covered(node)) break;
+    static const TagSet parts{Tag::Table, Tag::Tbody, Tag::Thead, Tag::Tfoot, Tag::Tr};
+    if (parts.has(*node)) {
+      structure = true;
+      if (!node->is(Tag::Table)) continue;
+    } else if (structure || !(is_look(*node) || is_text_block(*node) || (lists_too && is_list(*node)))) {
+      break;
+    }
+    range = {dom::before(*node), dom::after(*node)};
+    if (is_text_block(*node) && !node->is(Tag::Li)) break;
+  }
+  return range;
+}
+
+/// A host may put the selection into what can't hold a text: an image, a field.
+Boundary out_of_things(Boundary place) {
+  while (place.node->parent() && is_object(*place.node)) place = dom::before(*place.node);
+  return place;
+}
+
+/// Where the next text begins, if nothing that is seen comes before it.
+std::optional<Boundary> text_behind(Boundary place) {
+  ContentWalk walk(place, Direction::Forward);
+  for (;;) {
+    const Content met = walk.next();
+    if (met.kind == ContentKind::Text) return Boundary{met.node, met.from};
+    if (met.kind == ContentKind::End || met.is_substance()) return std::nullopt;
+  }
+}
+
+/// One paste, from the selection to the caret behind the content.
+class Pasting {
+ public:
+  Pasting(Editor& editor, const Ref<dom::DocumentFragment>& content)
+      : editor_(editor), content_(content), gap_(editor.document(), {}) {}
+
+  void run() {
+    ends_line_ = remove_line_end(*content_);
+    Element* block = nullptr;
+    if (Element* control = editor_.selection().control()) {
+      gap_.set({dom::before(*control), dom::before(*control)});
+      dom::remove(*control);
+      block = block_around(gap_.start());
+    } else {
+      leave_comments(editor_);
+      const dom::Range selected = editor_.selection().range();
+      const dom::Range range{out_of_things(selected.start), out_of_things(selected.end)};
+      seen_ = shrunk_to_characters(range);
+      if (!seen_.start) seen_ = range;
+      // One line's end in the place of another.
+      if (ends_line_ && !seen_.collapsed() && takes_line_end(range, seen_)) ends_line_ = false;
+      block = block_around(seen_.start);
+    }
+    note_spaces();
+    if (goes_into_line(block))
+      paste_line();
+    else
+      paste_blocks();
+  }
+
+ private:
+  /// How the white space stands on both sides of what goes, while it is still there.
+  void note_spaces() {
+    const dom::Range range = seen_.start ? seen_ : gap_.range();
+    spaces_before_ = spaces_beside(range.start);
+    spaces_behind_ = spaces_beside(range.end);
+  }
+
+  /// Content of a single line goes into the line where it is pasted, and keeps its block where that is empty.
+  bool goes_into_line(Element* block) {
+    if (ends_line_) return false;
+    if (!has_blocks(*content_)) return true;
+    const bool in_list = block && block->is(Tag::Li);
+    Element* line = only_line(*content_, in_list);
+    if (!line) return false;
+    if (block && is_text_block(*block) && (is_empty_line(*block) || replaces_all_of(*block))) {
+      if (!in_list) return false;
+    } else if (block && !is_text_block(*block) && is_empty_line(*block)) {
+      return false;
+    }
+    NodeList inside = children_of(*line);
+    dom::clear(*content_);
+    insert_all({Ref<Node>(content_), {}}, inside);
+    return true;
+  }
+
+  bool replaces_all_of(Element& block) const {
+    return seen_.start && !seen_.collapsed() && dom::is_inclusive_ancestor(block, *seen_.end.node) &&
+           covers_content_of(seen_, block);
+  }
+
+  // --- taking out what was selected ---
+
+  void take_out(const dom::Range& range) {
+    gap_.set(range);
+    if (range.collapsed()) return;
+    delete_contents(range);
+    const Boundary end = without_empty_looks(gap_.end());
+    if (end != gap_.end()) gap_.set_end(end);
+    const Boundary start = without_empty_looks(gap_.start());
+    if (start != gap_.start()) gap_.set_start(start);
+  }
+
+  void take_out_as_typing_does(const dom::Range& range, bool join_blocks) {
+    editor_.selection().set(range);
+    delete_selection(editor_, {.block_merging = join_blocks});
+    const Boundary start = editor_.selection().range().start;
+    gap_.set({start, start});
+  }
+
+  // --- a line ---
+
+  void paste_line() {
+    if (seen_.start) {
+      if (block_around(seen_.start) == block_around(seen_.end))
+        take_out(seen_);
+      else
+        take_out_as_typing_does(seen_, true);
+    }
+    Element* block = block_around(gap_.start());
+    const Ref<Node> holder(block && is_empty_line(*block) ? line_break_in(*block) : nullptr);
+    const Slot slot = zip_looks();
+    const NodeList nodes = children_of(*content_);
+    insert_all(slot, nodes);
+    Pin caret = right_end_;
+    if (!caret) caret = nodes.empty() ? left_end_ : end_of_lines(*nodes.back());
+    if (holder && holder->parent()) dom::remove(*holder);
+    finish(caret ? caret.place() : gap_.start());
+  }
+
+  static Node* line_break_in(const Node& block) {
+    for (Node* node = block.first_child(); node; node = dom::next_in_order(*node, &block))
+      if (node->is(Tag::Br)) return node;
+    return nullptr;
+  }
+
+  /// Looks that both sides of the gap are in are taken off the content; where only one side is in a look, the
+  /// first or the last node goes on in it if it has the same. Gives the slot for all else.
+  Slot zip_looks() {
+    Node* both = dom::common_ancestor(*gap_.start().node, *gap_.end().node);
+    if (gap_.collapsed() && both->is_text()) both = both->parent();
+    std::vector<const Element*> around;
+    for (Node* node = both; node && is_look(*node); node = node->parent())
+      around.push_back(static_cast<Element*>(node));
+    for (std::size_t i = around.size(); i-- > 0;)
+      unwrap_look(*around[i]);  // the outermost first, as it is written
+    if (dom::enclosing(*both, Tag::A)) unwrap_links();
+    const std::vector<Element*> left = looks_between(*both, gap_.start().node),
+                                right = looks_between(*both, gap_.end().node);
+    if (!right.empty()) right_end_ = zip_right(right, *content_);
+    if (!left.empty()) left_end_ = zip_left(left, *content_);
+    return slot_at(right.empty() ? gap_.end() : dom::before(*right.front()));
+  }
+
+  /// A link holds no links.
+  void unwrap_links() {
+    NodeList links;
+    for (Node* node = content_->first_child(); node; node = dom::next_in_order(*node, content_.get()))
+      if (node->is(Tag::A)) links.emplace_back(node);
+    for (const Ref<Node>& link : links) {
+      insert_all({Ref<Node>(link->parent()), link}, children_of(*link));
+      dom::remove(*link);
+    }
+  }
+
+  void unwrap_look(const Element& look) {
+    for (Node* child = content_->first_child(); child;) {
+      Node* next = child->next_sibling();
+      if (same_look(child, look)) {
+        const Ref<Node> gone(child);
+        insert_all({Ref<Node>(content_), gone}, children_of(*child));
+        dom::remove(*gone);
+      }
+      child = next;
+    }
+  }
+
+  // --- blocks ---
+
+  void paste_blocks() {
+    bool same_tables = false;
+    if (seen_.start && !seen_.collapsed()) {
+      dom::Range range = with_covered_blocks(seen_, !is_list_only());
+      if (cuts_table(range)) {
+        same_tables = shape_of_tables(*copied_nodes(seen_)) == shape_of_tables(*content_);
+        if (same_tables)
+          take_out(range);
+        else
+          take_out_as_typing_does(range, false);
+      } else {
+        take_out(range);
+      }
+    } else if (seen_.start) {
+      gap_.set(seen_);
+    }
+    BlockPaste paste(editor_, gap_.range(), {.tables = same_tables, .ends_line = ends_line_});
+    const Boundary caret = paste.run(content_);
+    breaks_line_ = paste.breaks_line();
+    finish(caret);
+  }
+
+  bool is_list_only() const {
+    for (const Node* node = content_->first_child(); node; node = node->next_sibling())
+      if (!is_filling(*node) && !is_list(*node)) return false;
+    return true;
+  }
+
+  void finish(Boundary caret) {
+    dom::LiveRange kept(editor_.document(), {caret, caret});
+    settle_spaces(join_texts_at(gap_.start()), spaces_before_);
+    kept.set({join_texts_at(kept.start()), kept.end()});
+    settle_spaces(kept.start(), spaces_behind_);
+    if (const auto rest = breaks_line_ ? text_behind(kept.start()) : std::nullopt)
+      settle_spaces(*rest, spaces_behind_);
+    editor_.selection().collapse(normalized_caret_place(kept.start()));
+  }
+
+  Editor& editor_;
+  Ref<dom::DocumentFragment> content_;
+  dom::Range seen_{};
+  dom::LiveRange gap_;
+  SpacesBeside spaces_before_, spaces_behind_;
+  bool ends_line_ = false;    // the content's last line ends with it
+  bool breaks_line_ = false;  // the rest of the line stands behind the content, in a block of its own
+  Pin left_end_, right_end_;  // of what went on in looks
+};
+
+/// Blanks that would show as one become blanks and no-break spaces; a tab is four.
+std::u16string with_all_blanks(std::u16string_view text) {
+  std::u16string result;
+  for (std::size_t at = 0; at < text.size();) {
+    const std::size_t space = std::min(text.find_first_of(u" \t", at), text.size());
+    result += text.substr(at, space - at);
+    Offset length = 0;
+    std::size_t end = space;
+    for (; end < text.size() && (text[end] == u' ' || text[end] == u'\t'); ++end)
+      length += text[end] == u'\t' ? 4 : 1;
+    const bool at_begin = space == 0 || text[space - 1] == u'\n' || text[space - 1] == u'\r';
+    const bool at_end = end == text.size() || text[end] == u'\n' || text[end] == u'\r';
+    if (length > 1)
+      result += canonical_spaces(length, at_begin, at_end);
+    else if (length == 1)
+      result += (at_begin || at_end) && space != 0 && end != text.size() ? u'\u00A0' : u' ';
+    at = end;
+  }
+  return result;
+}
+
+bool keeps_lines(Editor& editor) {
+  const Boundary place = editor.selection().range().start;
+  const auto* text = dom::as<dom::Text>(place.node);
+  if (text) return !collapses(*text);
+  for (const Node* node = place.node; node; node = node->parent())
+    if (node->is(Tag::Pre) || node->is(Tag::Listing)) return true;
+  return false;
+}
+
+}  // namespace
+
+void paste_nodes(Editor& editor, const Ref<dom::DocumentFragment>& content) {
+  Pasting(editor, content).run();
+}
+
+bool paste_html(Editor& editor, std::u16string_view html) {
+  const Ref<dom::DocumentFragment> content = pasted_content(editor.document(), html);
+  if (!content->has_children()) return false;
+  paste_nodes(editor, content);
+  return true;
+}
+
+bool paste_plain_text(Editor& editor, std::u16string_view text) {
+  for (std::u16string_view end : {u"\r\n", u"\n", u"\r"})
+    if (text.ends_with(end)) {
+      text.remove_suffix(end.size());
+      break;
+    }
+  if (text.empty()) return false;
+  dom::Document& document = editor.document();
+  Ref<dom::DocumentFragment> content;
+  if (keeps_lines(editor)) {
+    content = document.create_fragment();
+    std::u16string lines;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+      if (text[i] == u'\r' && i + 1 < text.size() && text[i + 1] == u'\n') continue;
+      lines += text[i] == u'\r' ? u'\n' : text[i];
+    }
+    dom::insert(*content, document.create_text(std::move(lines)));
+  } else {
+    content = dom::lines_of(document, with_all_blanks(text));
+  }
+  paste_nodes(editor, content);
+  return true;
+}
+
+}  // namespace tvx::editing

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <string_view>
+
+#include "tvx/dom/document.h"
+
+namespace tvx::editing {
+
+/// HTML from elsewhere as nodes of `document` that stand in no tree, made fit for it:
+///
+/// - Only what stands between the marks `<!--StartFragment-->` and `<!--EndFragment-->`, wherever in the
+/// text's
+///   own tree they are, with the lists and tables around them. Without marks all of it but the white space
+///   with line breaks at its edges, which is its program's layout of the source.
+/// - Rows and cells that come without a table get one.
+/// - Nothing that acts: no scripts, event attributes, script addresses, embedded documents.
+/// - Nothing that belongs to the page it comes from: META, LINK, BASE, TITLE, STYLE, conditional comments.
+/// - Nothing that means something to one program only: XML islands, `mso-` declarations, `Mso` classes, and
+/// the
+///   elements that are left with nothing to say.
+///
+/// All else stays as it came. Costs one walk over the content.
+dom::Ref<dom::DocumentFragment> pasted_content(dom::Document& document, std::u16string_view html);
+
+}  // namespace tvx::editing

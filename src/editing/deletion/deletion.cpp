@@ -1,0 +1,277 @@
+#include "tvx/editing/deletion/deletion.h"
+
+#include "tvx/dom/mutation.h"
+#include "tvx/dom/tree.h"
+#include "tvx/editing/editor.h"
+#include "tvx/editing/facts/block_range.h"
+#include "tvx/editing/facts/predicates.h"
+#include "tvx/editing/inline/recorded_values.h"
+#include "tvx/editing/ranges/control_range.h"
+#include "tvx/editing/tree/surgery.h"
+#include "tvx/editing/walk/whitespace.h"
+
+namespace tvx::editing {
+
+using dom::Boundary;
+using dom::Node;
+using dom::Ref;
+using dom::Tag;
+
+namespace {
+
+/// One deletion. The steps are those of the standard's "delete the selection"; the numbers name them.
+class Deletion {
+ public:
+  Deletion(Editor& editor, DeleteOptions options) : editor_(editor), options_(options) {}
+  void run();
+
+ private:
+  bool narrow();
+  void find_blocks();
+  bool delete_within_text();
+  void remove_contents();
+  void remove_node(const Ref<Node>& node);
+  bool merging_applies() const;
+  bool merge_inner_block();
+  void remove_empty_inner_block(const Node& reference);
+  void merge_into_inner_block();
+  void merge_following_block();
+  void join_lists();
+  void finish_merge();
+
+  dom::Range range() const { return editor_.selection().range(); }
+  void collapse() {
+    const dom::Range present = range();
+    editor_.selection().collapse(options_.backward ? present.end : present.start);
+  }
+
+  Editor& editor_;
+  DeleteOptions options_;
+  Boundary start_, end_;
+  Ref<Node> start_block_, end_block_;
+  RecordedLook look_;
+  RecordedValues values_;
+};
+
+bool same_host(const Node* a, const Node* b) { return a && b && in_same_editing_host(*a, *b); }
+
+// Steps 1 to 10: as little as possible is deleted, so the ends move towards each other.
+bool Deletion::narrow() {
+  canonicalize_whitespace(range().start);
+  canonicalize_whitespace(range().end);
+  start_ = last_equivalent_point(range().start);
+  end_ = first_equivalent_point(range().end);
+  if (dom::compare(end_, start_) <= 0) {
+    collapse();
+    return false;
+  }
+  if (start_.node->is_text() && start_.offset == 0) start_ = dom::before(*start_.node);
+  if (end_.node->is_text() && end_.offset == dom::length_of(*end_.node)) end_ = dom::after(*end_.node);
+  editor_.selection().set(start_, end_);
+  return true;
+}
+
+Node* block_around(Node* node) {
+  while (same_host(node->parent(), node) && is_inline_node(*node)) node = node->parent();
+  const bool fits = (is_block_node(*node) || is_editing_host(*node)) &&
+                    is_allowed_child_name(dom::Name(Tag::Span), *node) && !node->is(Tag::Td) &&
+                    !node->is(Tag::Th);
+  return fits ? node : nullptr;
+}
+
+// Steps 12 to 17.
+void Deletion::find_blocks() {
+  start_block_ = block_around(start_.node);
+  end_block_ = block_around(end_.node);
+}
+
+// Step 21.
+bool Deletion::delete_within_text() {
+  auto* text = dom::as<dom::Text>(start_.node);
+  if (start_.node != end_.node || !text || !is_editable(*text)) return false;
+  dom::replace_data(*text, start_.offset, end_.offset - start_.offset, u"");
+  canonicalize_whitespace(start_, false);
+  collapse();
+  restore_look(look_, editor_);
+  return true;
+}
+
+bool is_table_part(const Node& node) {
+  return node.is(Tag::Thead) || node.is(Tag::Tbody) || node.is(Tag::Tfoot) || node.is(Tag::Tr) ||
+         node.is(Tag::Th) || node.is(Tag::Td);
+}
+
+// Steps 22 to 28.
+void Deletion::remove_contents() {
+  const NodeList nodes = topmost_contained(
+      {start_, end_}, [](const Node& node) { return is_editable(node) && !is_table_part(node); });
+  auto* first = dom::as<dom::Text>(start_.node);
+  if (first && is_editable(*first)) dom::replace_data(*first, start_.offset, Offset(-1), u"");
+  for (const Ref<Node>& node : nodes) remove_node(node);
+  auto* last = dom::as<dom::Text>(end_.node);
+  if (last && is_editable(*last)) dom::replace_data(*last, 0, end_.offset, u"");
+  canonicalize_whitespace(range().start, false);
+  canonicalize_whitespace(range().end, false);
+}
+
+// Step 25: a block that is left without content keeps a line for the caret, wrappers go.
+void Deletion::remove_node(const Ref<Node>& node) {
+  Ref<Node> parent(node->parent());
+  dom::remove(*node);
+  const Node* block = parent.get();
+  while (block && is_inline_node(*block)) block = block->parent();
+  if (block && !has_visible_child(*block) && (is_editable(*parent) || is_editing_host(*parent))) {
+    append_line_break(*parent);
+  }
+  if (!options_.strip_wrappers && dom::is_inclusive_ancestor(*parent, *start_.node)) return;
+  while (!parent->has_children() && parent->is_element() && is_inline_node(*parent) && is_editable(*parent)) {
+    Ref<Node> grandparent(parent->parent());
+    dom::remove(*parent);
+    parent = grandparent;
+  }
+}
+
+// Step 30.
+bool Deletion::merging_applies() const {
+  return options_.block_merging && start_block_ && end_block_ && start_block_ != end_block_ &&
+         in_same_editing_host(*start_block_, *end_block_);
+}
+
+// Step 32: the end block stands inside the start block; its first line moves out.
+bool Deletion::merge_inner_block() {
+  const Node* reference = end_block_.get();
+  while (reference->parent() != start_block_.get()) reference = reference->parent();
+  editor_.selection().collapse(dom::before(*reference));
+  if (!end_block_->has_children()) {
+    remove_empty_inner_block(*reference);
+    return false;
+  }
+  if (!is_inline_node(*end_block_->first_child())) return false;
+  NodeList children{end_block_->first_child()};
+  for (Node* next = children.back()->next_sibling();
+       next && !children.back()->is(Tag::Br) && is_inline_node(*next); next = next->next_sibling()) {
+    children.emplace_back(next);
+  }
+  values_ = record_values(children);
+  while (children.front()->parent() != start_block_.get() && is_editable(*children.front()->parent())) {
+    split_parent(children);
+  }
+  Node* before = children.front()->previous_sibling();
+  if (before && before->is(Tag::Br) && is_editable(*before)) dom::remove(*before);
+  return true;
+}
+
+void Deletion::remove_empty_inner_block(const Node&) {
+  while (is_editable(*end_block_) && !end_block_->previous_sibling() && !end_block_->next_sibling() &&
+         end_block_->parent() != start_block_.get()) {
+    Ref<Node> parent(end_block_->parent());
+    dom::remove(*end_block_);
+    end_block_ = parent;
+  }
+  if (!is_editable(*end_block_)) return;
+  const Node *before = end_block_->previous_sibling(), *behind = end_block_->next_sibling();
+  if (!is_inline_node(*end_block_) && before && is_inline_node(*before) && behind &&
+      is_inline_node(*behind)) {
+    dom::insert(*end_block_->parent(), editor_.document().create_element(Tag::Br),
+                end_block_->next_sibling());
+  }
+  dom::remove(*end_block_);
+}
+
+// Step 33: the start block stands inside the end block; the line behind it moves in.
+void Deletion::merge_into_inner_block() {
+  editor_.selection().collapse({start_block_.get(), dom::length_of(*start_block_)});
+  const Node* reference = start_block_.get();
+  while (reference->parent() != end_block_.get()) reference = reference->parent();
+  Node* next = reference->next_sibling();
+  Node* last = start_block_->last_child();
+  if (next && is_inline_node(*next) && last && last->is(Tag::Br)) dom::remove(*last);
+  NodeList nodes;
+  for (; next && !is_block_node(*next); next = next->next_sibling()) {
+    nodes.emplace_back(next);
+    if (next->is(Tag::Br)) break;
+  }
+  values_ = record_values(nodes);
+  for (const Ref<Node>& node : nodes) move_preserving_ranges(node, *start_block_, nullptr);
+}
+
+// Step 34.
+void Deletion::merge_following_block() {
+  editor_.selection().collapse({start_block_.get(), dom::length_of(*start_block_)});
+  const Node* first = end_block_->first_child();
+  Node* last = start_block_->last_child();
+  if (first && is_inline_node(*first) && last && last->is(Tag::Br)) dom::remove(*last);
+  values_ = record_values(children_of(*end_block_));
+  move_children_preserving_ranges(*end_block_, *start_block_);
+  while (!end_block_->has_children()) {
+    Ref<Node> parent(end_block_->parent());
+    dom::remove(*end_block_);
+    if (!parent) break;
+    end_block_ = parent;
+  }
+}
+
+// Steps 35 to 37: what stood between two lists may be gone.
+void Deletion::join_lists() {
+  for (Ref<Node> ancestor = start_block_; ancestor;) {
+    const Ref<Node> next(ancestor->next_sibling());
+    const bool joins = next && ((ancestor->is(Tag::Ol) && next->is(Tag::Ol)) ||
+                                (ancestor->is(Tag::Ul) && next->is(Tag::Ul)));
+    if (joins && same_host(ancestor.get(), start_block_.get()) && same_host(ancestor.get(), next.get())) {
+      move_children_preserving_ranges(*next, *ancestor);
+      dom::remove(*next);
+    } else {
+      ancestor = ancestor->parent();
+    }
+  }
+}
+
+// Steps 38 to 41.
+void Deletion::finish_merge() {
+  join_lists();
+  restore_values(values_, editor_);
+  if (!start_block_->has_children()) append_line_break(*start_block_);
+  remove_extraneous_line_breaks_at_end_of(start_block_);
+  // OURS: what was at a line's edge a moment ago is in a line now, where a blank is seen as it is.
+  canonicalize_whitespace(range().start, false);
+  restore_look(look_, editor_);
+}
+
+void Deletion::run() {
+  if (!narrow()) return;
+  find_blocks();
+  look_ = record_current_look(editor_);
+  if (delete_within_text()) return;
+  const Ref<Node> start_held(start_.node), end_held(end_.node);
+  remove_contents();
+  if (!merging_applies()) {
+    collapse();
+    return restore_look(look_, editor_);
+  }
+  // A line that was kept for the caret is in the way now; the end block goes, and an empty start block
+  // gets one again at the end.
+  Node* only = start_block_->first_child();
+  if (only && only == start_block_->last_child() && is_collapsed_block_prop(*only)) dom::remove(*only);
+  if (dom::is_ancestor(*start_block_, *end_block_)) {
+    if (!merge_inner_block()) return restore_look(look_, editor_);
+  } else if (dom::is_ancestor(*end_block_, *start_block_)) {
+    merge_into_inner_block();
+  } else {
+    merge_following_block();
+  }
+  finish_merge();
+}
+
+}  // namespace
+
+void delete_selection(Editor& editor, DeleteOptions options) {
+  // OURS: what is selected as a whole goes as a whole; the standard would walk into a table's cells.
+  if (dom::Element* control = editor.selection().control(); control && is_editable(*control)) {
+    editor.selection().collapse(remove_control(*control));
+  } else if (editor.active_range()) {
+    Deletion(editor, options).run();
+    leave_comments(editor);
+  }
+}
+
+}  // namespace tvx::editing

@@ -1,0 +1,120 @@
+#include "tvx/editing/deletion/line_deletion.h"
+
+#include "tvx/dom/mutation.h"
+#include "tvx/dom/tree.h"
+#include "tvx/editing/clipboard/copied_content.h"
+#include "tvx/editing/clipboard/paste_lines.h"
+#include "tvx/editing/deletion/deletion.h"
+#include "tvx/editing/editor.h"
+#include "tvx/editing/facts/predicates.h"
+#include "tvx/editing/tree/surgery.h"
+#include "tvx/editing/walk/caret.h"
+#include "tvx/editing/walk/content_walk.h"
+
+namespace tvx::editing {
+
+using dom::Boundary;
+using dom::Element;
+using dom::Node;
+using dom::Ref;
+using dom::Tag;
+
+namespace {
+
+bool begins_line(const Boundary& place) {
+  const ContentKind before = content_beside(place, Direction::Backward).kind;
+  return before != ContentKind::Text && before != ContentKind::Object && before != ContentKind::LineBreak;
+}
+
+/// Whether nothing that is seen stands in the block before the place.
+bool begins(const Boundary& place, const Element& block) {
+  const Content before = content_beside(place, Direction::Backward);
+  return before.kind == ContentKind::LeaveBlock && before.node == &block;
+}
+
+Node* visible_before(const Node& node) {
+  Node* before = node.previous_sibling();
+  while (before && !is_visible(*before)) before = before->previous_sibling();
+  return before;
+}
+
+Node* visible_behind(const Node& node) {
+  Node* behind = node.next_sibling();
+  while (behind && !is_visible(*behind)) behind = behind->next_sibling();
+  return behind;
+}
+
+bool is_empty_text_block(const Node* node) {
+  return node && is_text_block(*node) && is_editable(*node) && is_empty_line(*node);
+}
+
+/// The outermost block that begins with this one and doesn't hold the line behind.
+Node* outermost_beginning_with(Node* block, const Node& behind) {
+  const Node* common = dom::common_ancestor(*block, behind);
+  while (block->parent() != common && !visible_before(*block)) block = block->parent();
+  return block;
+}
+
+/// What is seen of a selection that begins with a line and ends where a later one begins.
+std::optional<dom::Range> whole_lines(const Selection& selection) {
+  const dom::Range range = selection.range();
+  if (selection.type() != SelectionType::Text || range.collapsed()) return std::nullopt;
+  const dom::Range seen = shrunk_to_characters(range);
+  if (seen.collapsed() || !begins_line(seen.start) || !takes_line_end(range, seen)) return std::nullopt;
+  return seen;
+}
+
+}  // namespace
+
+void leave_line_end(Editor& editor) {
+  if (const auto lines = whole_lines(editor.selection())) editor.selection().set(*lines);
+}
+
+bool delete_selected_lines(Editor& editor) {
+  Selection& selection = editor.selection();
+  const auto lines = whole_lines(selection);
+  if (!lines) return false;
+  const auto next = next_caret_place(lines->end, Direction::Forward, Granularity::Character);
+  Element* first = block_around(lines->start);
+  const Ref<Element> behind(block_around(*next));
+  if (!first || !behind || dom::is_inclusive_ancestor(*first, *behind) || dom::is_ancestor(*behind, *first) ||
+      !is_editable(*first) || !is_editable(*behind))
+    return false;
+  selection.set(dom::before(*outermost_beginning_with(first, *behind)), {behind.get(), 0});
+  delete_selection(editor, {.block_merging = false});
+  if (behind->parent()) selection.collapse(normalized_caret_place({behind.get(), 0}));
+  return true;
+}
+
+bool delete_empty_line_backward(Editor& editor) {
+  const Boundary caret = editor.selection().range().start;
+  const Ref<Element> block(block_around(caret));
+  if (!editor.selection().collapsed() || !block || !begins(caret, *block)) return false;
+  Node* before = visible_before(*block);
+  if (is_empty_text_block(before) && is_text_block(*block)) {
+    dom::remove(*before);
+    return true;
+  }
+  if (!is_empty_text_block(block.get()) || !block->is(Tag::Li) || !before || !before->is(Tag::Li))
+    return false;
+  dom::remove(*block);
+  editor.selection().collapse(end_of_lines(*before).place());
+  return true;
+}
+
+bool delete_empty_line_forward(Editor& editor) {
+  const Boundary caret = editor.selection().range().start;
+  const Ref<Element> block(block_around(caret));
+  if (!editor.selection().collapsed() || !is_empty_text_block(block.get())) return false;
+  const Node* behind = visible_behind(*block);
+  const auto next =
+      next_caret_place({block.get(), dom::length_of(*block)}, Direction::Forward, Granularity::Character);
+  if (!behind || behind->is(Tag::Table) || !next || !dom::is_inclusive_ancestor(*behind, *next->node))
+    return false;
+  const dom::LiveRange place(editor.document(), {*next, *next});
+  dom::remove(*block);
+  editor.selection().collapse(place.start());
+  return true;
+}
+
+}  // namespace tvx::editing

@@ -1,0 +1,126 @@
+#include "tvx/editing/facts/block_range.h"
+
+#include "tvx/dom/tree.h"
+#include "tvx/editing/facts/predicates.h"
+
+namespace tvx::editing {
+
+using dom::Boundary;
+using dom::Node;
+using dom::Tag;
+
+bool is_block_start(const Gap& gap) {
+  const Node* child = gap.previous();
+  if (!child) return !gap.node->parent();
+  return (is_block_node(*child) || child->is(Tag::Br)) && is_visible(*child);
+}
+
+bool is_block_end(const Gap& gap) {
+  if (!gap.next) return !gap.node->parent();
+  return is_block_node(*gap.next) && is_visible(*gap.next);
+}
+
+namespace {
+
+bool is_block_boundary(const Gap& gap) { return is_block_start(gap) || is_block_end(gap); }
+
+// Inside a text no place is a block's edge, so the walk begins at the edge of the text.
+Gap walk_start(Boundary place, bool backward) {
+  if (dom::Element* item = dom::enclosing(*place.node, Tag::Li); item && item->parent()) {
+    return backward ? Gap::before(*item) : Gap::after(*item);
+  }
+  if (dom::as<dom::CharacterData>(place.node) && place.node->parent()) {
+    return backward ? Gap::before(*place.node) : Gap::after(*place.node);
+  }
+  return Gap::at(place);
+}
+
+Boundary extended_start(Boundary place) {
+  Gap gap = walk_start(place, true);
+  if (!is_block_start(gap)) {
+    do {
+      gap = gap.at_start() ? Gap::before(*gap.node) : Gap{gap.node, gap.previous()};
+    } while (!is_block_boundary(gap));
+  }
+  while (gap.at_start() && gap.node->parent()) gap = Gap::before(*gap.node);
+  return gap.boundary();
+}
+
+Boundary extended_end(Boundary place) {
+  Gap gap = walk_start(place, false);
+  if (!is_block_end(gap)) {
+    do {
+      gap = gap.at_end() ? Gap::after(*gap.node) : Gap::after(*gap.next);
+    } while (!is_block_boundary(gap));
+  }
+  while (gap.at_end() && gap.node->parent()) gap = Gap::after(*gap.node);
+  return gap.boundary();
+}
+
+}  // namespace
+
+dom::Range block_extend(dom::Range range) { return {extended_start(range.start), extended_end(range.end)}; }
+
+bool follows_line_break(Node& node) {
+  Gap gap = Gap::start_of(node);
+  while (!is_block_boundary(gap)) {
+    Node* child = gap.previous();
+    if (child && is_visible(*child)) return false;
+    gap = child ? Gap::end_of(*child) : Gap::before(*gap.node);
+  }
+  return true;
+}
+
+bool precedes_line_break(Node& node) {
+  Gap gap = Gap::end_of(node);
+  while (!is_block_boundary(gap)) {
+    if (gap.next && is_visible(*gap.next)) return false;
+    gap = gap.next ? Gap::start_of(*gap.next) : Gap::after(*gap.node);
+  }
+  return true;
+}
+
+namespace {
+
+bool is_empty(const Node& node) {
+  const auto* data = dom::as<dom::CharacterData>(&node);
+  return data ? data->length() == 0 : !node.has_children();
+}
+
+// The child before or behind a boundary into which a caret can step without a visible move.
+Node* enterable(Node* child) {
+  return child && !is_empty(*child) && is_inline_node(*child) ? child : nullptr;
+}
+
+}  // namespace
+
+// Nodes without content are never entered or left: `{}<br>` and `<br>{}` are not the same place.
+Boundary next_equivalent_point(Boundary place) {
+  Node& node = *place.node;
+  if (is_empty(node)) return {};
+  if (place.offset == dom::length_of(node)) {
+    return node.parent() && is_inline_node(node) ? dom::after(node) : Boundary{};
+  }
+  Node* child = enterable(dom::child_at(node, place.offset));
+  return child ? Boundary{child, 0} : Boundary{};
+}
+
+Boundary previous_equivalent_point(Boundary place) {
+  Node& node = *place.node;
+  if (is_empty(node)) return {};
+  if (place.offset == 0) return node.parent() && is_inline_node(node) ? dom::before(node) : Boundary{};
+  Node* child = enterable(dom::child_at(node, place.offset - 1));
+  return child ? Boundary{child, dom::length_of(*child)} : Boundary{};
+}
+
+Boundary first_equivalent_point(Boundary place) {
+  while (const Boundary previous = previous_equivalent_point(place)) place = previous;
+  return place;
+}
+
+Boundary last_equivalent_point(Boundary place) {
+  while (const Boundary next = next_equivalent_point(place)) place = next;
+  return place;
+}
+
+}  // namespace tvx::editing

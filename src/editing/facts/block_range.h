@@ -1,0 +1,24 @@
+#pragma once
+
+#include "tvx/dom/range.h"
+#include "tvx/editing/facts/gap.h"
+
+/// Editing commands standard, section "Block-extending a range".
+namespace tvx::editing {
+
+/// The range stretched to whole blocks and lines. A `br` ends a line and belongs to it.
+dom::Range block_extend(dom::Range range);
+
+bool is_block_start(const Gap& gap);
+bool is_block_end(const Gap& gap);
+bool follows_line_break(dom::Node& node);
+bool precedes_line_break(dom::Node& node);
+
+/// Section "Assorted block formatting command algorithms": other boundaries that look the same to a person.
+dom::Boundary first_equivalent_point(dom::Boundary place);
+dom::Boundary last_equivalent_point(dom::Boundary place);
+/// Nothing where there is none (a boundary without a node).
+dom::Boundary previous_equivalent_point(dom::Boundary place);
+dom::Boundary next_equivalent_point(dom::Boundary place);
+
+}  // namespace tvx::editing

@@ -1,0 +1,129 @@
+#include "tvx/editing/gestures/keyboard.h"
+
+#include <unicode/uchar.h>
+
+#include <algorithm>
+#include <optional>
+
+#include "tvx/dom/style/style_engine.h"
+#include "tvx/editing/editor.h"
+#include "tvx/editing/gestures/typing.h"
+#include "tvx/editing/walk/caret.h"
+
+namespace tvx::editing {
+
+namespace {
+
+KeyResult done_if(bool done) { return done ? KeyResult::Done : KeyResult::NotMine; }
+
+bool stands_right_to_left(const dom::Boundary& place) {
+  const auto* element = dom::as<dom::Element>(place.node);
+  if (!element) element = place.node->parent_element();
+  return element && dom::style::computed_values(*element).direction == dom::style::Direction::RightToLeft;
+}
+
+// Where text runs from right to left, what lies to the left is a question of the layout.
+bool runs_right_to_left(const dom::Boundary& place) {
+  if (stands_right_to_left(place)) return true;
+  const auto* text = dom::as<dom::Text>(place.node);
+  if (!text) return false;
+  constexpr Offset reach = 200;
+  const Offset from = place.offset > reach ? place.offset - reach : 0;
+  const std::u16string_view near = std::u16string_view(text->data()).substr(from, 2 * reach);
+  return std::any_of(near.begin(), near.end(), [](char16_t c) {
+    const auto direction = u_charDirection(c);
+    return direction == U_RIGHT_TO_LEFT || direction == U_RIGHT_TO_LEFT_ARABIC;
+  });
+}
+
+bool is_view_move(std::u16string_view key) {
+  return key == u"ArrowUp" || key == u"ArrowDown" || key == u"Home" || key == u"End" || key == u"PageUp" ||
+         key == u"PageDown";
+}
+
+std::optional<KeyResult> press_move_key(Editor& editor, const KeyPress& key) {
+  if (key.alt) return std::nullopt;
+  const Extend extend = key.shift ? Extend::Yes : Extend::No;
+  const bool left = key.key == u"ArrowLeft";
+  if (left || key.key == u"ArrowRight") {
+    if (editor.selection().type() == SelectionType::None) return KeyResult::NotMine;
+    const dom::Boundary focus = editor.selection().focus();
+    if (!key.control && editor.selection().type() == SelectionType::Text && runs_right_to_left(focus))
+      return KeyResult::AskView;
+    // Words follow the paragraph: to the left is on, where it is read from the right.
+    const bool backward = left != stands_right_to_left(focus);
+    move_caret(editor, backward ? Direction::Backward : Direction::Forward,
+               key.control ? Granularity::Word : Granularity::Character, extend);
+    return KeyResult::Done;
+  }
+  if (key.control && (key.key == u"Home" || key.key == u"End")) {
+    move_caret(editor, key.key == u"Home" ? Direction::Backward : Direction::Forward, Granularity::Document,
+               extend);
+    return KeyResult::Done;
+  }
+  if (is_view_move(key.key)) return KeyResult::AskView;
+  return std::nullopt;
+}
+
+std::optional<KeyResult> press_editing_key(Editor& editor, const KeyPress& key) {
+  if (key.alt) return std::nullopt;
+  if (key.key == u"Enter" && !key.control) {
+    return done_if(key.shift ? press_shift_enter(editor) : press_enter(editor));
+  }
+  if (key.key == u"Backspace") {
+    return done_if(key.control ? delete_word_backward(editor) : delete_backward(editor));
+  }
+  // The clipboard's keys of old.
+  if (key.key == u"Insert" && key.shift != key.control) {
+    editor.execute(key.shift ? u"paste" : u"copy");
+    return KeyResult::Done;
+  }
+  if (key.key == u"Delete" && key.shift) {
+    editor.execute(u"cut");
+    return KeyResult::Done;
+  }
+  if (key.key == u"Delete") {
+    return done_if(key.control ? delete_word_forward(editor) : delete_forward(editor));
+  }
+  // From what is selected as a whole back to a caret beside it.
+  if (key.key == u"Escape" && editor.selection().type() == SelectionType::Control) {
+    return done_if(move_caret(editor, Direction::Forward, Granularity::Character, Extend::No));
+  }
+  if (key.key == u"Tab" && !key.control) return done_if(press_tab(editor, key.shift));
+  return std::nullopt;
+}
+
+std::optional<KeyResult> press_shortcut(Editor& editor, const KeyPress& key) {
+  struct Shortcut {
+    std::u16string_view key;
+    bool shift;
+    std::u16string_view command;
+  };
+  static constexpr Shortcut shortcuts[] = {
+      {u"b", false, u"bold"},      {u"i", false, u"italic"}, {u"u", false, u"underline"},
+      {u"a", false, u"selectAll"}, {u"z", false, u"undo"},   {u"z", true, u"redo"},
+      {u"y", false, u"redo"},      {u"c", false, u"copy"},   {u"x", false, u"cut"},
+      {u"v", false, u"paste"},
+  };
+  if (!key.control || key.alt) return std::nullopt;
+  if (!key.shift && equals_ignoring_ascii_case(key.key, u"k")) return KeyResult::AskLink;
+  for (const Shortcut& shortcut : shortcuts) {
+    if (shortcut.shift != key.shift || !equals_ignoring_ascii_case(shortcut.key, key.key)) continue;
+    editor.execute(shortcut.command);
+    return KeyResult::Done;
+  }
+  return std::nullopt;
+}
+
+}  // namespace
+
+KeyResult press_key(Editor& editor, const KeyPress& key) {
+  if (const auto result = press_move_key(editor, key)) return *result;
+  if (const auto result = press_editing_key(editor, key)) return *result;
+  if (const auto result = press_shortcut(editor, key)) return *result;
+  // Control and Alt together are the third level of many keyboards, which types.
+  if (key.text.empty() || key.control != key.alt) return KeyResult::NotMine;
+  return done_if(type_text(editor, key.text));
+}
+
+}  // namespace tvx::editing

@@ -1,0 +1,284 @@
+#include "tvx/editing/gestures/typing.h"
+
+#include "tvx/dom/builder.h"
+#include "tvx/dom/journal.h"
+#include "tvx/dom/mutation.h"
+#include "tvx/dom/tree.h"
+#include "tvx/editing/blocks/lists.h"
+#include "tvx/editing/clipboard/copied_content.h"
+#include "tvx/editing/deletion/deletion.h"
+#include "tvx/editing/deletion/line_deletion.h"
+#include "tvx/editing/facts/predicates.h"
+#include "tvx/editing/facts/text_units.h"
+#include "tvx/editing/inline/recorded_values.h"
+#include "tvx/editing/insertion/insertion_commands.h"
+#include "tvx/editing/tables/table_caret.h"
+#include "tvx/editing/tables/table_rows.h"
+#include "tvx/editing/tree/surgery.h"
+#include "tvx/editing/walk/caret.h"
+
+namespace tvx::editing {
+
+using dom::Boundary;
+using dom::Element;
+using dom::Node;
+using dom::Ref;
+using dom::StepJoin;
+using dom::Tag;
+
+namespace {
+
+/// One gesture: one undo step, and observers hear of the selection once, at its end.
+class Gesture {
+ public:
+  Gesture(Editor& editor, std::u16string_view label, StepJoin join = StepJoin::Never)
+      : selection_(editor.selection()), step_(editor.document().journal(), label, join) {
+    selection_.hold_notifications();
+  }
+  ~Gesture() { selection_.release_notifications(); }
+  Gesture(const Gesture&) = delete;
+  Gesture& operator=(const Gesture&) = delete;
+
+ private:
+  Selection& selection_;
+  dom::UndoStep step_;
+};
+
+bool can_type(Editor& editor) {
+  if (!editor.enabled(u"insertText")) return false;
+  leave_comments(editor);
+  return true;
+}
+
+// A host that has lost all it held gets a paragraph, so that the next text is not a bare line in it.
+void keep_paragraph(Editor& editor) {
+  const Boundary caret = editor.selection().range().start;
+  Node* host = editing_host_of(*caret.node);
+  if (!host || caret.node != host) return;
+  for (const Node* child = host->first_child(); child; child = child->next_sibling()) {
+    if (!child->is(Tag::Br) && is_visible(*child)) return;
+    if (child->is(Tag::Br) && child->next_sibling()) return;
+  }
+  const dom::Name name{std::u16string_view(editor.paragraph_separator())};
+  if (!is_allowed_child_name(name, *host)) return;
+  Node* last = host->last_child();
+  if (last && last->is(Tag::Br)) dom::remove(*last);
+  const Ref<Node> paragraph(editor.document().create_element(name));
+  dom::insert(*host, paragraph);
+  append_line_break(*paragraph);
+  editor.selection().collapse({paragraph.get(), 0});
+}
+
+void collapse_keeping_look(Editor& editor, Boundary place) {
+  const RecordedLook look = record_current_overrides(editor);
+  editor.selection().collapse(place);
+  restore_look(look, editor);
+}
+
+// After a deletion the caret may stand between the cells of a table, or in an empty host.
+void settle_caret(Editor& editor) {
+  if (!editor.selection().collapsed()) return;
+  keep_paragraph(editor);
+  const Boundary caret = editor.selection().range().start;
+  const Boundary place = normalized_caret_place(caret);
+  if (place != caret) collapse_keeping_look(editor, place);
+}
+
+// Between two blocks, behind a rule for instance, there is no line: what is typed there begins the one
+// behind.
+void enter_line_behind(Editor& editor) {
+  const Boundary caret = editor.selection().focus();
+  if (!editor.selection().collapsed() || caret.node->is_text()) return;
+  Node* behind = dom::child_at(*caret.node, caret.offset);
+  const Node* before = behind ? behind->previous_sibling() : nullptr;
+  if (!behind || !is_text_block(*behind) || !is_editable(*behind) || (before && is_inline_node(*before)))
+    return;
+  collapse_keeping_look(editor, normalized_caret_place({behind, 0}));
+}
+
+bool is_space(char16_t c) { return is_ascii_space(c) || c == u'\u00A0'; }
+
+// In the middle of a text with no white space near, typing is writing into that text and nothing else.
+bool type_into_text(Editor& editor, std::u16string_view word) {
+  if (!editor.selection().collapsed() || !editor.overrides().empty()) return false;
+  const Boundary caret = editor.selection().focus();
+  auto* text = dom::as<dom::Text>(caret.node);
+  if (!text || caret.offset == 0 || is_space(text->data()[caret.offset - 1])) return false;
+  if (caret.offset < text->length() && is_space(text->data()[caret.offset])) return false;
+  dom::replace_data(*text, caret.offset, 0, word);
+  editor.selection().collapse({text, caret.offset + word.size()});
+  return true;
+}
+
+// The text up to the next white space.
+std::u16string_view first_word(std::u16string_view text) {
+  std::size_t length = 0;
+  while (length < text.size() && !is_space(text[length])) ++length;
+  return text.substr(0, length);
+}
+
+// In overwrite mode a typed character takes the place of the one behind the caret, but never of a line's end.
+void make_room(Editor& editor, std::size_t count) {
+  const Boundary caret = editor.selection().focus();
+  auto* text = dom::as<dom::Text>(caret.node);
+  if (!editor.overwrite() || !editor.selection().collapsed() || !text) return;
+  Offset end = caret.offset;
+  for (; count > 0 && end < text->length(); --count) end = next_grapheme(text->data(), end);
+  // What is left empty would be a text without content.
+  if (caret.offset > 0 || end < text->length())
+    dom::replace_data(*text, caret.offset, end - caret.offset, u"");
+}
+
+// Types the beginning of the text and gives its length.
+std::size_t type_some(Editor& editor, std::u16string_view text) {
+  if (text[0] == u'\n' || text[0] == u'\r') {
+    insert_paragraph(editor);
+    return text.substr(0, 2) == u"\r\n" ? 2 : 1;
+  }
+  const std::u16string_view word = first_word(text);
+  if (!word.empty() && type_into_text(editor, word)) return word.size();
+  const std::size_t unit = is_high_surrogate(text[0]) && text.size() > 1 ? 2 : 1;
+  insert_text(editor, text.substr(0, unit));
+  return unit;
+}
+
+}  // namespace
+
+bool type_text(Editor& editor, std::u16string_view text) {
+  if (text.empty() || !can_type(editor)) return false;
+  const Gesture gesture(editor, u"Typing", StepJoin::TypingRun);
+  leave_table_parts(editor);
+  enter_line_behind(editor);
+  leave_line_end(editor);
+  make_room(editor, text.size());
+  while (!text.empty()) text.remove_prefix(type_some(editor, text));
+  return true;
+}
+
+namespace {
+
+bool press_return(Editor& editor, std::u16string_view label,
+                  bool (*insertion)(Editor&, std::u16string_view)) {
+  if (!can_type(editor)) return false;
+  const Gesture gesture(editor, label);
+  leave_table_parts(editor);
+  leave_line_end(editor);
+  const RecordedLook look = record_current_overrides(editor);
+  insertion(editor, {});
+  if (editor.selection().collapsed()) restore_look(look, editor);
+  settle_caret(editor);
+  return true;
+}
+
+template <class Deletion>
+bool press_delete(Editor& editor, Deletion&& deletion) {
+  if (!can_type(editor)) return false;
+  const Gesture gesture(editor, u"Delete");
+  const RecordedLook look = record_current_overrides(editor);
+  if (!delete_selected_lines(editor)) deletion();
+  if (editor.selection().collapsed()) restore_look(look, editor);
+  settle_caret(editor);
+  return true;
+}
+
+// Whether two places stand in one block. Across blocks a word is a character: the lines join.
+bool is_same_line(Boundary a, Boundary b) {
+  const auto block_of = [](const Node* node) {
+    while (node && is_inline_node(*node)) node = node->parent();
+    return node;
+  };
+  return block_of(a.node) == block_of(b.node);
+}
+
+bool delete_word(Editor& editor, Direction direction) {
+  return press_delete(editor, [&] {
+    const bool forward = direction == Direction::Forward;
+    const Boundary caret = editor.selection().focus();
+    const auto place = next_caret_place(caret, direction, Granularity::Word);
+    if (editor.selection().collapsed() && place && is_same_line(caret, *place)) {
+      editor.selection().set(forward ? caret : *place, forward ? *place : caret);
+    }
+    if (!editor.selection().collapsed()) {
+      delete_selection(editor);
+    } else if (forward) {
+      delete_forward_by(editor, next_grapheme);
+    } else {
+      delete_backward_by(editor, previous_grapheme);
+    }
+  });
+}
+
+}  // namespace
+
+bool press_enter(Editor& editor) { return press_return(editor, u"Paragraph", insert_paragraph); }
+bool press_shift_enter(Editor& editor) { return press_return(editor, u"Line break", insert_line_break); }
+
+bool delete_backward(Editor& editor) {
+  return press_delete(editor, [&] {
+    if (!delete_empty_line_backward(editor)) delete_backward_by(editor, previous_grapheme);
+  });
+}
+bool delete_forward(Editor& editor) {
+  return press_delete(editor, [&] {
+    if (!delete_empty_line_forward(editor)) delete_forward_by(editor, next_grapheme);
+  });
+}
+bool delete_word_backward(Editor& editor) { return delete_word(editor, Direction::Backward); }
+bool delete_word_forward(Editor& editor) { return delete_word(editor, Direction::Forward); }
+
+namespace {
+
+Element* enclosing_cell(Node& node) {
+  for (Node* ancestor = &node; ancestor && is_editable(*ancestor); ancestor = ancestor->parent()) {
+    if (ancestor->is(Tag::Td) || ancestor->is(Tag::Th)) return static_cast<Element*>(ancestor);
+  }
+  return nullptr;
+}
+
+// The next cell of the same table; tables within cells are passed.
+Node* neighbour_cell(const Element& cell, const Element& table, bool backward) {
+  const auto step = [&](const Node& node) {
+    return backward ? dom::previous_in_order(node, &table) : dom::next_in_order(node, &table);
+  };
+  for (Node* node = step(cell); node; node = step(*node)) {
+    if ((node->is(Tag::Td) || node->is(Tag::Th)) && dom::enclosing(*node, Tag::Table) == &table) return node;
+  }
+  return nullptr;
+}
+
+/// A list that the element stands in; items of the tag mode stand right in the outer list, and so may a list.
+bool stands_in_list(const Node& node) {
+  for (const Node* outer = node.parent(); outer && is_editable(*outer); outer = outer->parent())
+    if (is_list(*outer)) return true;
+  return false;
+}
+
+/// Deeper into the list, or out by one level; at the outermost one an item stays.
+bool press_tab_in_list(Editor& editor, bool backward) {
+  const Element* item = dom::enclosing(*editor.selection().focus().node, Tag::Li);
+  if (!item || !is_editable(*item) || !item->parent() || !is_list(*item->parent())) return false;
+  if (backward && !stands_in_list(*item->parent())) return true;
+  editor.execute(backward ? u"outdent" : u"indent");
+  return true;
+}
+
+}  // namespace
+
+bool press_tab(Editor& editor, bool backward) {
+  if (!can_type(editor)) return false;
+  Element* cell = enclosing_cell(*editor.selection().focus().node);
+  const Element* table = cell ? dom::enclosing(*cell, Tag::Table) : nullptr;
+  if (!table) return press_tab_in_list(editor, backward);
+  if (Node* next = neighbour_cell(*cell, *table, backward)) {
+    editor.document().journal().end_typing_run();
+    editor.selection().collapse(normalized_caret_place({next, 0}));
+    return true;
+  }
+  if (backward || !cell->parent()->is(Tag::Tr) || !is_editable(*cell->parent())) return true;
+  const Gesture gesture(editor, u"Insert row");
+  if (const auto first = add_row_like(static_cast<Element&>(*cell->parent())))
+    editor.selection().collapse({first.get(), 0});
+  return true;
+}
+
+}  // namespace tvx::editing

@@ -1,0 +1,53 @@
+#include "tvx/editing/inline/remove_format.h"
+
+#include <array>
+
+#include "tvx/editing/editor.h"
+#include "tvx/editing/facts/predicates.h"
+#include "tvx/editing/facts/tag_set.h"
+#include "tvx/editing/inline/effectively_contained.h"
+#include "tvx/editing/inline/inline_values.h"
+#include "tvx/editing/ranges/active_range.h"
+
+namespace tvx::editing {
+
+using dom::Node;
+using dom::Ref;
+using dom::Tag;
+
+namespace {
+
+// "removeFormat candidate": elements that are there for the look.
+bool is_candidate(const Node& node) {
+  static const TagSet tags{Tag::Abbr,  Tag::Acronym, Tag::B,     Tag::Bdi,  Tag::Bdo,    Tag::Big,
+                           Tag::Blink, Tag::Cite,    Tag::Code,  Tag::Dfn,  Tag::Em,     Tag::Font,
+                           Tag::I,     Tag::Ins,     Tag::Kbd,   Tag::Mark, Tag::Nobr,   Tag::Q,
+                           Tag::S,     Tag::Samp,    Tag::Small, Tag::Span, Tag::Strike, Tag::Strong,
+                           Tag::Sub,   Tag::Sup,     Tag::Tt,    Tag::U,    Tag::Var};
+  return tags.has(node) && is_editable(node);
+}
+
+// Subscript first: it changes the size. Superscript is taken away with it.
+constexpr std::array commands{
+    InlineCommand::Subscript, InlineCommand::Bold,          InlineCommand::FontName,
+    InlineCommand::FontSize,  InlineCommand::ForeColor,     InlineCommand::BackColor,
+    InlineCommand::Italic,    InlineCommand::Strikethrough, InlineCommand::Underline};
+
+}  // namespace
+
+bool remove_format(Editor& editor, std::u16string_view) {
+  for (const Ref<Node>& element : effectively_contained_nodes(*editor.active_range(), is_candidate)) {
+    for (const Ref<Node>& child : children_of(*element)) {
+      move_preserving_ranges(child, *element->parent(), element.get());
+    }
+    dom::remove(*element);
+  }
+  split_text_at_active_range(editor);
+  for (const Ref<Node>& node : effectively_contained_nodes(*editor.active_range(), is_editable)) {
+    while (node->parent() && is_candidate(*node->parent())) split_parent({node});
+  }
+  for (const InlineCommand command : commands) set_selection_value(editor, command, std::nullopt);
+  return true;
+}
+
+}  // namespace tvx::editing

@@ -1,0 +1,123 @@
+#include "tvx/files/document_file.h"
+
+#include "tvx/base/error.h"
+#include "tvx/base/strings.h"
+#include "tvx/base/text_file.h"
+#include "tvx/dom/mutation.h"
+#include "tvx/dom/parse.h"
+#include "tvx/dom/tree.h"
+#include "tvx/files/merge_lines.h"
+
+namespace tvx::files {
+namespace {
+
+constexpr std::string_view empty_page =
+    "<!DOCTYPE html>\n<html>\n<head>\n<meta charset=\"utf-8\">\n</head>\n<body>\n<p></p>\n</body>\n</html>\n";
+
+dom::Element* first(const dom::Document& document, dom::Tag tag) {
+  for (const dom::Node* node = &document; node; node = dom::next_in_order(*node))
+    if (node->is(tag)) return const_cast<dom::Element*>(static_cast<const dom::Element*>(node));
+  return nullptr;
+}
+
+std::u16string collapsed(std::u16string_view text) {
+  std::u16string result;
+  for (const std::u16string_view word : split_on_space(text)) {
+    if (!result.empty()) result += u' ';
+    result += word;
+  }
+  return result;
+}
+
+}  // namespace
+
+DocumentFile DocumentFile::open(std::u16string_view path) {
+  std::optional<std::string> bytes = read_bytes(path);
+  if (!bytes) throw RuntimeError(errors::path_access, u"Can't read " + std::u16string(path));
+  DocumentFile file;
+  file.path_ = file.source_ = path;
+  file.take(std::move(*bytes));
+  return file;
+}
+
+DocumentFile DocumentFile::untitled(std::u16string_view draft) {
+  save_atomically(draft, empty_page);
+  DocumentFile file;
+  file.source_ = draft;
+  file.take(std::string(empty_page));
+  return file;
+}
+
+void DocumentFile::take(std::string bytes) {
+  FileContent content = read_form(bytes);
+  const dom::Ref<dom::Document> tree = dom::parse_document(content.text);
+  form_ = std::move(content.form);
+  faithful_ = content.faithful;
+  shape_ = shape_of(content.text, *tree);
+  unedited_ = page_text(*tree, shape_);
+  source_text_ = std::move(content.text);
+  bytes_ = std::move(bytes);
+  title_as_written_.reset();
+  base_as_written_.reset();
+  if (const dom::Element* title = first(*tree, dom::Tag::Title))
+    title_as_written_ = dom::text_content(*title);
+  if (const dom::Element* base = first(*tree, dom::Tag::Base))
+    if (const std::u16string* href = base->attribute(dom::names::href)) base_as_written_ = *href;
+  title_ = collapsed(title_as_written_.value_or(u""));
+  base_url_ = base_as_written_.value_or(u"");
+}
+
+void DocumentFile::keep_head(dom::Document& document) const {
+  const dom::MutationScope scope(document, dom::MutationKind::Load);
+  if (dom::Element* title = first(document, dom::Tag::Title)) {
+    const std::u16string text = title_as_written_.value_or(u"");
+    if (!title_as_written_)
+      dom::remove(*title);
+    else if (text.empty())
+      dom::clear(*title);
+    else if (dom::text_content(*title) != text)
+      dom::replace_children(*title, document.create_text(text));
+  }
+  if (dom::Element* base = first(document, dom::Tag::Base)) {
+    if (base_as_written_)
+      dom::set_attribute(*base, dom::names::href, *base_as_written_);
+    else
+      dom::remove_attribute(*base, dom::names::href);
+  }
+}
+
+bool DocumentFile::changed_on_disk() const {
+  if (path_.empty()) return false;
+  const std::optional<std::string> now = read_bytes(path_);
+  return now && *now != bytes_;
+}
+
+// An edited page is written anew as a whole, in this program's way. So that a file under version control
+// shows what was edited and nothing else, untouched lines are then taken from the file: where that gives the
+// same page.
+DocumentFile::Written DocumentFile::written(const dom::Document& document) const {
+  std::u16string text = page_text(document, shape_);
+  if (text == unedited_) return {bytes_, source_text_, std::move(text)};
+  std::u16string merged = merge_lines(unedited_, source_text_, text);
+  if (page_text(*dom::parse_document(merged), shape_) == text) {
+    std::string bytes = write_form(merged, form_);
+    // Where characters must become references, only text in this program's own way will do.
+    if (read_form(bytes).text == merged) return {std::move(bytes), std::move(merged), std::move(text)};
+  }
+  std::string bytes = write_form(text, form_);
+  std::u16string source = read_form(bytes).text;
+  return {std::move(bytes), std::move(source), std::move(text)};
+}
+
+std::string DocumentFile::bytes_of(const dom::Document& document) const { return written(document).bytes; }
+
+void DocumentFile::save(const dom::Document& document, std::u16string_view path) {
+  Written now = written(document);
+  save_atomically(path, now.bytes);
+  path_ = source_ = path;
+  bytes_ = std::move(now.bytes);
+  source_text_ = std::move(now.source_text);
+  unedited_ = std::move(now.page_text);
+}
+
+}  // namespace tvx::files

@@ -1,0 +1,72 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "tvx/files/file_form.h"
+#include "tvx/files/page_text.h"
+
+namespace tvx::dom {
+class Document;
+}
+
+namespace tvx::files {
+
+/// A page in a file, kept whole: what the user doesn't edit comes back as it was, head, document type and
+/// comments included, in the same character set and with the same line ends. Saved without an edit, the file
+/// has the same bytes; saved with one, the lines that the edit didn't touch are written as they were.
+class DocumentFile {
+ public:
+  /// No page at all yet.
+  DocumentFile() = default;
+  /// Reads a file. Throws RuntimeError path_access if it can't be read.
+  static DocumentFile open(std::u16string_view path);
+  /// A page with nothing in it, in no file of the user's yet. Its text is written to `draft`, so that there
+  /// is something to open.
+  static DocumentFile untitled(std::u16string_view draft);
+
+  /// Empty: the page is in no file yet.
+  const std::u16string& path() const { return path_; }
+  /// What the control opens: the file, or the draft.
+  const std::u16string& source() const { return source_; }
+  /// The text of the page's title, white space collapsed, and the address of its base element; empty where
+  /// there is none. A control must know both before it opens the page, since it writes them into it.
+  const std::u16string& title() const { return title_; }
+  const std::u16string& base_url() const { return base_url_; }
+  const FileForm& form() const { return form_; }
+  /// False if some bytes of the file mean nothing in its character set; an edited page loses them.
+  bool faithful() const { return faithful_; }
+
+  /// Puts title and base into the opened document again as the file has them, letter by letter. This is no
+  /// edit: there is nothing to undo.
+  void keep_head(dom::Document& document) const;
+
+  /// Whether another program has written the file since it was opened or saved.
+  bool changed_on_disk() const;
+  /// The bytes that a save would write.
+  std::string bytes_of(const dom::Document& document) const;
+  /// Saves under `path`, which is the page's file from now on. Fails with RuntimeError path_access; whatever
+  /// stood there is then untouched.
+  void save(const dom::Document& document, std::u16string_view path);
+
+ private:
+  struct Written {
+    std::string bytes;
+    std::u16string source_text, page_text;
+  };
+  Written written(const dom::Document& document) const;
+  void take(std::string bytes);
+
+  std::u16string path_, source_;
+  std::string bytes_;           // as they stand in the file
+  std::u16string source_text_;  // what these bytes say, lines ending in LF
+  std::u16string unedited_;     // the same as this program would write it
+  FileForm form_;
+  PageShape shape_;
+  bool faithful_ = true;
+  std::u16string title_, base_url_;
+  std::optional<std::u16string> title_as_written_, base_as_written_;
+};
+
+}  // namespace tvx::files

@@ -1,0 +1,37 @@
+#include "tvx/library/members/bindings.h"
+
+namespace tvx::library {
+
+namespace {
+
+constexpr Parameter transfer_parameters[] = {{u"LocalFile", Type::String}, {u"RemoteFile", Type::String}};
+constexpr Parameter remote_parameters[] = {{u"RemoteFile", Type::String}};
+constexpr Parameter list_parameters[] = {{u"RemoteDirectory", Type::String}, {u"Filter", Type::String}};
+constexpr Parameter image_parameters[] = {{u"localImagePath", Type::Variant, ByReference::No, Optional::Yes}};
+constexpr Parameter address_parameters[] = {{u"ImageURL", Type::String}};
+
+constexpr Member rows[] = {
+    operation(151, u"PutFileFTP", Type::Boolean, transfer_parameters, u"Sends a file to the server."),
+    operation(152, u"GetFileFTP", Type::Boolean, transfer_parameters, u"Fetches a file from the server."),
+    operation(153, u"DeleteFileFTP", Type::Boolean, remote_parameters, u"Deletes a file on the server."),
+    operation(154, u"ListFilesFTP", Type::Object, list_parameters, u"Lists a folder of the server."),
+    operation(155, u"FTPCancelTransfer", Type::None, {}, u"Ends the running transfer."),
+    operation(156, u"Insert_Image", Type::None, image_parameters,
+              u"Uploads an image, or the one that the user chooses, and inserts it."),
+    operation(157, u"Insert_Image_NoFTP", Type::None, image_parameters,
+              u"Inserts a local image, or the one that the user chooses."),
+    operation(158, u"insertImageFromURL", Type::None, address_parameters,
+              u"Inserts the image at an address."),
+    operation(159, u"UploadAllImages", Type::Integer32, {},
+              u"Uploads the document's local images and gives their number."),
+    operation(160, u"CountLocalImages", Type::Integer32, {}, u"The number of local images in the document."),
+    operation(161, u"SpellCheck", Type::None, {},
+              u"Checks the document's words, from the first to the last."),
+    operation(162, u"SpellingCancel", Type::None, {}, u"Ends the spelling run after the word in hand."),
+};
+
+}  // namespace
+
+std::span<const Member> transfer_operations() { return rows; }
+
+}  // namespace tvx::library

@@ -1,0 +1,126 @@
+#include "tvx/library/objects/members_of.h"
+#include "tvx/library/objects/parts.h"
+#include "tvx/platform/form.h"
+
+namespace tvx::library {
+
+using platform::Form;
+using platform::FormColour;
+using platform::FormControl;
+
+namespace {
+
+class FormControlObject final : public Object {
+ public:
+  explicit FormControlObject(FormControl& control) : control_(control) {}
+  std::u16string_view kind() const override { return u"control"; }
+  std::vector<std::pair<std::string, Value>> description() const override {
+    return {{"name", control_.Name()}};
+  }
+  Value invoke(std::u16string_view name, Values& arguments) override;
+  void set(std::u16string_view name, const Value& value) override;
+  FormControl& operator*() const { return control_; }
+
+ private:
+  FormControl& control_;
+};
+
+constexpr MemberOf<FormControlObject> control_rows[] = {
+    {u"Name", [](FormControlObject& self) -> Value { return (*self).Name(); }},
+    {u"Caption", [](FormControlObject& self) -> Value { return (*self).Caption(); },
+     [](FormControlObject& self, const Value& value) { (*self).set_Caption(value.to_text()); }},
+    {u"Text", [](FormControlObject& self) -> Value { return (*self).Text(); },
+     [](FormControlObject& self, const Value& value) { (*self).set_Text(value.to_text()); }},
+    {u"Value", [](FormControlObject& self) -> Value { return (*self).Value(); },
+     [](FormControlObject& self, const Value& value) { (*self).set_Value(value.to_boolean()); }},
+    {u"Enabled", [](FormControlObject& self) -> Value { return (*self).Enabled(); },
+     [](FormControlObject& self, const Value& value) { (*self).set_Enabled(value.to_boolean()); }},
+    {u"Visible", [](FormControlObject& self) -> Value { return (*self).Visible(); },
+     [](FormControlObject& self, const Value& value) { (*self).set_Visible(value.to_boolean()); }},
+    {u"ToolTipText", [](FormControlObject& self) -> Value { return (*self).ToolTipText(); },
+     [](FormControlObject& self, const Value& value) { (*self).set_ToolTipText(value.to_text()); }},
+    {u"BackColor", [](FormControlObject& self) -> Value { return static_cast<double>((*self).BackColor()); },
+     [](FormControlObject& self, const Value& value) {
+       (*self).set_BackColor(static_cast<FormColour>(static_cast<std::int64_t>(value.to_number())));
+     }},
+    {u"Picture", [](FormControlObject& self) -> Value { return (*self).Picture(); },
+     [](FormControlObject& self, const Value& value) { (*self).set_Picture(value.to_text()); }},
+    {u"ListCount", [](FormControlObject& self) -> Value { return std::int32_t{(*self).ListCount()}; }},
+    {u"ListIndex", [](FormControlObject& self) -> Value { return std::int32_t{(*self).ListIndex()}; },
+     [](FormControlObject& self, const Value& value) { (*self).set_ListIndex(value.to_integer32()); }},
+    {.name = u"List",
+     .call = [](FormControlObject& self, Values& arguments) -> Value {
+       expect_arguments(arguments, 1, 1);
+       return (*self).List(arguments[0].to_integer32());
+     }},
+    {.name = u"Click",
+     .call = [](FormControlObject& self, Values& arguments) -> Value {
+       expect_arguments(arguments, 0, 0);
+       return (*self).click();
+     }},
+};
+
+Value FormControlObject::invoke(std::u16string_view name, Values& arguments) {
+  return invoke_named<FormControlObject>(control_rows, name, *this, arguments);
+}
+void FormControlObject::set(std::u16string_view name, const Value& value) {
+  set_named<FormControlObject>(control_rows, name, *this, value);
+}
+
+class FormObject final : public Object {
+ public:
+  explicit FormObject(Form& form) : form_(form) {}
+  std::u16string_view kind() const override { return u"form"; }
+  std::vector<std::pair<std::string, Value>> description() const override { return {{"name", form_.Name()}}; }
+  Value invoke(std::u16string_view name, Values& arguments) override;
+  void set(std::u16string_view name, const Value& value) override;
+  Form& operator*() const { return form_; }
+
+ private:
+  Form& form_;
+};
+
+constexpr MemberOf<FormObject> form_rows[] = {
+    {u"Name", [](FormObject& self) -> Value { return (*self).Name(); }},
+    {u"Caption", [](FormObject& self) -> Value { return (*self).Caption(); },
+     [](FormObject& self, const Value& value) { (*self).set_Caption(value.to_text()); }},
+    {u"Visible", [](FormObject& self) -> Value { return (*self).Visible(); }},
+    {u"Names",
+     [](FormObject& self) -> Value {
+       Values names;
+       for (const auto& control : (*self).controls()) names.emplace_back(control->Name());
+       return names;
+     }},
+    {.name = u"Controls",
+     .call = [](FormObject& self, Values& arguments) -> Value {
+       expect_arguments(arguments, 1, 1);
+       return form_control_object((*self).Controls(arguments[0].to_text()));
+     }},
+    {.name = u"Hide",
+     .call = [](FormObject& self, Values& arguments) -> Value {
+       expect_arguments(arguments, 0, 0);
+       (*self).Hide();
+       return {};
+     }},
+};
+
+Value FormObject::invoke(std::u16string_view name, Values& arguments) {
+  const std::span<const MemberOf<FormObject>> rows(form_rows);
+  if (const auto* row = find_member(rows, name)) return invoke_member(*row, *this, arguments);
+  FormControl* control = form_.find(name);
+  if (!control) unknown_member(name);
+  expect_arguments(arguments, 0, 0);
+  return form_control_object(*control);
+}
+void FormObject::set(std::u16string_view name, const Value& value) {
+  set_named<FormObject>(form_rows, name, *this, value);
+}
+
+}  // namespace
+
+ObjectHandle form_control_object(FormControl& control) {
+  return std::make_shared<FormControlObject>(control);
+}
+ObjectHandle form_object(Form& form) { return std::make_shared<FormObject>(form); }
+
+}  // namespace tvx::library

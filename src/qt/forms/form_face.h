@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QPointer>
+#include <QWidget>
+
+#include "tvx/platform/form.h"
+
+namespace tvx::qt {
+
+/// The control's dialogs as the desktop's: each form is a window with real layouts, modal over the control,
+/// or over the form that opened it. Both sides follow each other while it is open.
+class Forms final : public platform::Forms {
+ public:
+  /// `control` is the control's widget. It may be gone, with its dialogs, while one of them is open: the form
+  /// is cancelled then.
+  explicit Forms(QWidget& control) : control_(&control) {}
+
+ private:
+  void run(platform::Form& form, platform::WindowHandle owner) override;
+
+  QPointer<QWidget> control_;
+};
+
+}  // namespace tvx::qt

@@ -1,0 +1,309 @@
+#include "tvx/qt/source/code_box.h"
+
+#include <QAction>
+#include <QContextMenuEvent>
+#include <QFontDatabase>
+#include <QFontMetricsF>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QMimeData>
+#include <QPlainTextDocumentLayout>
+#include <QPointer>
+#include <QScopedValueRollback>
+#include <QScrollBar>
+#include <QTextBlock>
+#include <functional>
+#include <memory>
+
+#include "tvx/qt/support/keys.h"
+#include "tvx/qt/support/strings.h"
+#include "tvx/qt/support/twips.h"
+
+namespace tvx::qt {
+namespace {
+
+using platform::SendMessage;
+
+QFont code_font() {
+  QFont font(QStringLiteral("Courier New"));
+  font.setPointSizeF(9.75);
+  font.setStyleHint(QFont::Monospace);
+  font.setFixedPitch(true);
+  return font;
+}
+
+// Qt ends lines in its own way within a document.
+std::u16string with_crlf(const QString& raw) {
+  std::u16string text;
+  text.reserve(static_cast<std::size_t>(raw.size()) + static_cast<std::size_t>(raw.size()) / 32);
+  qsizetype copied = 0;
+  for (qsizetype at = raw.indexOf(QChar::ParagraphSeparator); at >= 0;
+       at = raw.indexOf(QChar::ParagraphSeparator, copied)) {
+    text.append(reinterpret_cast<const char16_t*>(raw.utf16()) + copied,
+                static_cast<std::size_t>(at - copied));
+    text += u"\r\n";
+    copied = at + 1;
+  }
+  text.append(reinterpret_cast<const char16_t*>(raw.utf16()) + copied,
+              static_cast<std::size_t>(raw.size() - copied));
+  return text;
+}
+
+QString with_lf(std::u16string_view text) {
+  QString result = to_qt(text);
+  if (result.contains(u'\r')) result.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+  return result;
+}
+
+std::int16_t shift_of(Qt::KeyboardModifiers modifiers) {
+  return static_cast<std::int16_t>((modifiers & Qt::ShiftModifier ? 1 : 0) |
+                                   (modifiers & Qt::ControlModifier ? 2 : 0) |
+                                   (modifiers & Qt::AltModifier ? 4 : 0));
+}
+
+std::int16_t button_of(Qt::MouseButtons buttons) {
+  return static_cast<std::int16_t>((buttons & Qt::LeftButton ? 1 : 0) | (buttons & Qt::RightButton ? 2 : 0) |
+                                   (buttons & Qt::MiddleButton ? 4 : 0));
+}
+
+}  // namespace
+
+class CodeBox::Edit final : public QPlainTextEdit {
+ public:
+  Edit(CodeBox& box, QWidget* parent) : QPlainTextEdit(parent), box_(box) {
+    setLineWrapMode(NoWrap);
+    setWordWrapMode(QTextOption::NoWrap);
+    setFrameShape(NoFrame);
+    setFont(code_font());
+    setTabStopDistance(4 * QFontMetricsF(font()).horizontalAdvance(u' '));
+    setLayoutDirection(Qt::LeftToRight);  // a source reads from left to right in every interface
+    setCursorWidth(2);
+  }
+
+  std::size_t first_visible_line() const {
+    const QTextBlock block = firstVisibleBlock();
+    return block.isValid() ? static_cast<std::size_t>(block.blockNumber()) : 0;
+  }
+  int top_of(const QTextBlock& block) const {
+    return qRound(blockBoundingGeometry(block).translated(contentOffset()).top());
+  }
+  // A document filled before anybody listens: lines by the hundred thousand are put in, not told of one by
+  // one.
+  void put(const QString& text) {
+    auto* fresh = new QTextDocument(this);
+    fresh->setUndoRedoEnabled(false);
+    fresh->setDefaultFont(font());
+    fresh->setDefaultTextOption(document()->defaultTextOption());
+    fresh->setPlainText(text);
+    fresh->setDocumentLayout(new QPlainTextDocumentLayout(fresh));
+    const QPointer<QTextDocument> old = document();  // the first one goes with its successor
+    setDocument(fresh);
+    delete old;
+    fresh->setUndoRedoEnabled(true);
+  }
+  void native_key(QKeyEvent* event) { QPlainTextEdit::keyPressEvent(event); }
+
+  std::function<void()> on_lines_moved;
+
+ protected:
+  // Keys that the box knows are not for the window's shortcuts.
+  bool event(QEvent* event) override {
+    if (event->type() == QEvent::ShortcutOverride) {
+      auto* key = static_cast<QKeyEvent*>(event);
+      if (key->modifiers() == Qt::ControlModifier && key->key() == Qt::Key_Y) key->accept();
+    }
+    return QPlainTextEdit::event(event);
+  }
+  void keyPressEvent(QKeyEvent* event) override { box_.key_pressed(*event); }
+  void keyReleaseEvent(QKeyEvent* event) override {
+    QPlainTextEdit::keyReleaseEvent(event);
+    box_.key_released(*event);
+  }
+  void mousePressEvent(QMouseEvent* event) override {
+    QPlainTextEdit::mousePressEvent(event);
+    if (box_.handler()) box_.handler()->MouseDown(mouse(*event, event->button()));
+  }
+  void mouseMoveEvent(QMouseEvent* event) override {
+    QPlainTextEdit::mouseMoveEvent(event);
+    if (box_.handler()) box_.handler()->MouseMove(mouse(*event, event->buttons()));
+  }
+  void mouseReleaseEvent(QMouseEvent* event) override {
+    QPlainTextEdit::mouseReleaseEvent(event);
+    if (!box_.handler()) return;
+    box_.handler()->MouseUp(mouse(*event, event->button()));
+    if (event->button() == Qt::LeftButton) box_.handler()->Click();
+  }
+  void mouseDoubleClickEvent(QMouseEvent* event) override {
+    QPlainTextEdit::mouseDoubleClickEvent(event);
+    if (box_.handler()) box_.handler()->DblClick();
+  }
+  void focusInEvent(QFocusEvent* event) override {
+    QPlainTextEdit::focusInEvent(event);
+    if (box_.handler()) box_.handler()->GotFocus();
+  }
+  void scrollContentsBy(int dx, int dy) override {
+    QPlainTextEdit::scrollContentsBy(dx, dy);
+    if (dy == 0) return;
+    SendMessage(box_.TextBox::handle(), platform::WM_VSCROLL);
+    if (on_lines_moved) on_lines_moved();
+  }
+  void contextMenuEvent(QContextMenuEvent* event) override {
+    const std::unique_ptr<QMenu> menu(createStandardContextMenu());
+    lead(*menu, "edit-cut", platform::WM_CUT);
+    lead(*menu, "edit-copy", platform::WM_COPY);
+    lead(*menu, "edit-paste", platform::WM_PASTE);
+    menu->exec(event->globalPos());
+  }
+  // What is dragged, dropped or pasted by the middle button is plain text, too.
+  QMimeData* createMimeDataFromSelection() const override {
+    auto* copy = new QMimeData;
+    copy->setText(textCursor().selectedText().replace(QChar::ParagraphSeparator, u'\n'));
+    return copy;
+  }
+  bool canInsertFromMimeData(const QMimeData* source) const override { return source->hasText(); }
+  void insertFromMimeData(const QMimeData* source) override { insertPlainText(source->text()); }
+
+ private:
+  // The clipboard's items go the way of its keys.
+  void lead(QMenu& menu, const char* name, platform::Message message) {
+    auto* action = menu.findChild<QAction*>(QString::fromLatin1(name));
+    if (!action) return;
+    action->disconnect(SIGNAL(triggered(bool)));
+    connect(action, &QAction::triggered, this,
+            [this, message] { SendMessage(box_.TextBox::handle(), message); });
+  }
+  static platform::BoxMouse mouse(const QMouseEvent& event, Qt::MouseButtons buttons) {
+    return {button_of(buttons), shift_of(event.modifiers()), to_twips(qRound(event.position().x())),
+            to_twips(qRound(event.position().y()))};
+  }
+
+  friend class CodeBox;
+  CodeBox& box_;
+};
+
+CodeBox::CodeBox(QWidget* parent) : edit_(new Edit(*this, parent)) {
+  QObject::connect(edit_, &QPlainTextEdit::textChanged, edit_, [this] {
+    if (!quiet_ && handler()) handler()->Change();
+  });
+  const auto moved = [this] {
+    if (!quiet_ && handler()) handler()->SelChange();
+  };
+  QObject::connect(edit_, &QPlainTextEdit::selectionChanged, edit_, moved);
+  QObject::connect(edit_, &QPlainTextEdit::cursorPositionChanged, edit_, moved);
+}
+
+CodeBox::~CodeBox() {
+  set_handler(nullptr);
+  destroy();
+  delete edit_;
+}
+
+QPlainTextEdit* CodeBox::widget() const { return edit_; }
+
+int CodeBox::top_of_line(std::size_t line) const {
+  return edit_->top_of(edit_->document()->findBlockByNumber(static_cast<int>(line)));
+}
+
+void CodeBox::set_on_lines_moved(std::function<void()> moved) { edit_->on_lines_moved = std::move(moved); }
+
+// --- text and selection ---
+
+std::u16string CodeBox::Text() const { return with_crlf(edit_->document()->toRawText()); }
+
+void CodeBox::set_Text(std::u16string_view text) {
+  const QScopedValueRollback quiet(quiet_, true);
+  edit_->put(with_lf(text));
+}
+
+std::size_t CodeBox::length() const {
+  return static_cast<std::size_t>(edit_->document()->characterCount()) - 1;
+}
+
+std::size_t CodeBox::SelStart() const {
+  return static_cast<std::size_t>(edit_->textCursor().selectionStart());
+}
+
+std::size_t CodeBox::SelLength() const {
+  const QTextCursor cursor = edit_->textCursor();
+  return static_cast<std::size_t>(cursor.selectionEnd() - cursor.selectionStart());
+}
+
+void CodeBox::select(std::size_t start, std::size_t count) {
+  const std::size_t all = length();
+  start = std::min(start, all);
+  const std::size_t end = start + std::min(count, all - start);
+  if (start == 0 && end == all) return edit_->selectAll();  // which leaves the view where it is
+  QTextCursor cursor = edit_->textCursor();
+  cursor.setPosition(static_cast<int>(start));
+  cursor.setPosition(static_cast<int>(end), QTextCursor::KeepAnchor);
+  edit_->setTextCursor(cursor);
+}
+
+std::u16string CodeBox::SelText() const { return with_crlf(edit_->textCursor().selectedText()); }
+
+void CodeBox::set_SelText(std::u16string_view text) {
+  QTextCursor cursor = edit_->textCursor();
+  cursor.insertText(with_lf(text));
+  edit_->setTextCursor(cursor);
+}
+
+bool CodeBox::can_undo() const { return edit_->document()->isUndoAvailable(); }
+void CodeBox::Undo() { edit_->undo(); }
+void CodeBox::Redo() { edit_->redo(); }
+
+// --- lines ---
+
+std::size_t CodeBox::line_count() const { return static_cast<std::size_t>(edit_->blockCount()); }
+
+std::size_t CodeBox::line_of(std::size_t place) const {
+  const QTextBlock block = edit_->document()->findBlock(static_cast<int>(std::min(place, length())));
+  return static_cast<std::size_t>(block.blockNumber());
+}
+
+std::size_t CodeBox::first_visible_line() const { return edit_->first_visible_line(); }
+
+// --- state ---
+
+bool CodeBox::Enabled() const { return edit_->isEnabledTo(edit_->parentWidget()); }
+void CodeBox::set_Enabled(bool enabled) { edit_->setEnabled(enabled); }
+bool CodeBox::Locked() const { return edit_->isReadOnly(); }
+void CodeBox::set_Locked(bool locked) { edit_->setReadOnly(locked); }
+bool CodeBox::has_focus() const { return edit_->hasFocus(); }
+void CodeBox::SetFocus() { edit_->setFocus(Qt::OtherFocusReason); }
+void CodeBox::Refresh() { edit_->viewport()->update(); }
+
+// --- keys ---
+
+void CodeBox::key_pressed(QKeyEvent& event) {
+  event.accept();
+  const QScopedValueRollback key(key_, &event);
+  send_key_down(static_cast<std::int16_t>(key_input(event).key_code), shift_of(event.modifiers()));
+}
+
+void CodeBox::key_released(QKeyEvent& event) {
+  auto code = static_cast<std::int16_t>(key_input(event).key_code);
+  if (handler()) handler()->KeyUp(code, shift_of(event.modifiers()));
+}
+
+void CodeBox::on_key(std::int16_t, std::int16_t) {
+  if (!key_ || edit_key(*key_)) return;
+  const QString text = key_->text();
+  if (!text.isEmpty() && !(key_->modifiers() & (Qt::ControlModifier | Qt::AltModifier)) && handler()) {
+    auto character = static_cast<std::int16_t>(text.at(0).unicode());
+    handler()->KeyPress(character);
+    if (character == 0) return;
+  }
+  edit_->native_key(key_);
+}
+
+bool CodeBox::edit_key(const QKeyEvent& event) {
+  const auto tell = [this](platform::Message message) { SendMessage(handle(), message); };
+  if (event.matches(QKeySequence::Copy)) return tell(platform::WM_COPY), true;
+  if (event.matches(QKeySequence::Cut)) return tell(platform::WM_CUT), true;
+  if (event.matches(QKeySequence::Paste)) return tell(platform::WM_PASTE), true;
+  if (event.key() != Qt::Key_Y || event.modifiers() != Qt::ControlModifier) return false;
+  if (!Locked()) edit_->redo();
+  return true;
+}
+
+}  // namespace tvx::qt

@@ -1,0 +1,96 @@
+#include "tvx/qt/support/message_loop.h"
+
+#include <QAbstractEventDispatcher>
+#include <QCoreApplication>
+#include <QEvent>
+#include <QThread>
+#include <QTimer>
+#include <algorithm>
+#include <chrono>
+
+namespace tvx::qt {
+namespace {
+
+QEvent::Type wake_event() {
+  static const int type = QEvent::registerEventType();
+  return static_cast<QEvent::Type>(type);
+}
+
+}  // namespace
+
+MessageLoop::MessageLoop() : timer_(new QTimer(this)) {
+  timer_->setSingleShot(true);
+  timer_->setTimerType(Qt::PreciseTimer);
+  connect(timer_, &QTimer::timeout, this, [this] { run_pending(); });
+}
+
+MessageLoop::~MessageLoop() = default;
+
+std::int64_t MessageLoop::now() const {
+  using namespace std::chrono;
+  return duration_cast<milliseconds>(steady_clock::now().time_since_epoch()).count();
+}
+
+void MessageLoop::post(Task task) {
+  if (QThread::currentThread() != thread()) {
+    // An event carries the task over; the queue belongs to this loop's thread alone.
+    QMetaObject::invokeMethod(
+        this, [this, task = std::move(task)]() mutable { post(std::move(task)); }, Qt::QueuedConnection);
+    return;
+  }
+  tasks_.post(std::move(task));
+  wake();
+}
+
+platform::TimerId MessageLoop::post_delayed(std::int64_t milliseconds, Task task) {
+  const auto id = tasks_.post_at(now() + std::max<std::int64_t>(milliseconds, 0), std::move(task));
+  set_timer();
+  return id;
+}
+
+void MessageLoop::cancel(platform::TimerId timer) { tasks_.cancel(timer); }
+
+void MessageLoop::pump(std::int64_t max_wait_milliseconds) {
+  QCoreApplication::sendPostedEvents();
+  QEventLoop::ProcessEventsFlags flags = QEventLoop::AllEvents;
+  if (max_wait_milliseconds > 0 && !tasks_.has_pending()) {
+    QTimer end;
+    end.setSingleShot(true);
+    end.start(static_cast<int>(std::min<std::int64_t>(max_wait_milliseconds, 1 << 30)));
+    QCoreApplication::processEvents(flags | QEventLoop::WaitForMoreEvents);
+  } else {
+    QCoreApplication::processEvents(flags);
+  }
+}
+
+void MessageLoop::wake() {
+  if (std::exchange(woken_, true)) return;
+  QCoreApplication::postEvent(this, new QEvent(wake_event()));
+}
+
+bool MessageLoop::event(QEvent* event) {
+  if (event->type() != wake_event()) return QObject::event(event);
+  run_pending();
+  return true;
+}
+
+/// Runs what is pending now. A task that spins a loop of its own finds the tasks behind it runnable: the
+/// wake mark is taken off first, and put back while any are left.
+void MessageLoop::run_pending() {
+  woken_ = false;
+  tasks_.bring_due(now());
+  const std::uint64_t end = tasks_.end();
+  while (auto task = tasks_.take_before(end)) {
+    if (tasks_.has_pending()) wake();
+    (*task)();
+  }
+  set_timer();
+}
+
+void MessageLoop::set_timer() {
+  if (const auto next = tasks_.next_time()) {
+    timer_->start(static_cast<int>(std::clamp<std::int64_t>(*next - now(), 0, 1 << 30)));
+  }
+}
+
+}  // namespace tvx::qt

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QObject>
+
+#include "tvx/platform/message_loop.h"
+#include "tvx/platform/task_queue.h"
+
+class QTimer;
+
+namespace tvx::qt {
+
+/// The platform's loop over Qt's. Tasks run from Qt's own event loop, wherever that is spun: in the
+/// application's exec(), under a modal dialog, in a menu, or in pump().
+class MessageLoop final : public QObject, public platform::MessageLoop {
+ public:
+  MessageLoop();
+  ~MessageLoop() override;
+
+  std::int64_t now() const override;
+  void post(Task task) override;
+  platform::TimerId post_delayed(std::int64_t milliseconds, Task task) override;
+  void cancel(platform::TimerId timer) override;
+  void pump(std::int64_t max_wait_milliseconds) override;
+
+ private:
+  bool event(QEvent* event) override;
+  void wake();
+  void run_pending();
+  void set_timer();
+
+  platform::TaskQueue tasks_;
+  QTimer* timer_;
+  bool woken_ = false;
+};
+
+}  // namespace tvx::qt

@@ -1,0 +1,484 @@
+#include "tvx/qt/web/web_view.h"
+
+#include <signal.h>
+#include <unistd.h>
+
+#include <QApplication>
+#include <QChildEvent>
+#include <QDropEvent>
+#include <QFile>
+#include <QInputMethodEvent>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QMimeData>
+#include <QPrintDialog>
+#include <QPrinter>
+#include <QPushButton>
+#include <QStyleHints>
+#include <QVBoxLayout>
+#include <QWebChannel>
+#include <QWebEngineScript>
+#include <cassert>
+#include <iostream>
+
+#include "tvx/qt/support/clipboard.h"
+#include "tvx/qt/support/keys.h"
+#include "tvx/qt/support/modal.h"
+#include "tvx/qt/support/words.h"
+#include "tvx/qt/web/view_codec.h"
+#include "tvx/qt/web/web_view_private.h"
+
+// Outside the namespace, as the macro wants it.
+static void load_view_resources() { Q_INIT_RESOURCE(view); }
+
+namespace tvx::qt {
+namespace {
+
+// The engine is asked now and then whether it lives; one that says nothing for so long is ended, and the
+// document sent to a new one.
+constexpr int heartbeat_milliseconds = 4000;
+constexpr int silence_milliseconds = 20'000;
+
+QString resource(const QByteArray& path) {
+  QFile file(QString::fromLatin1(path));
+  if (!file.open(QIODevice::ReadOnly)) return {};
+  return QString::fromUtf8(file.readAll());
+}
+
+QString quoted(const QString& text) {
+  CommandWriter writer(0, "");
+  writer.add(std::u16string_view(text.toStdU16String()));
+  return writer.finish().section(QStringLiteral("[0,\"\","), 1).chopped(1);
+}
+
+browser::MouseButton button_of(Qt::MouseButton button) {
+  if (button == Qt::RightButton) return browser::MouseButton::Right;
+  return button == Qt::MiddleButton ? browser::MouseButton::Middle : browser::MouseButton::Left;
+}
+
+bool is_readable(const QMimeData& data) {
+  return data.hasText() || data.hasHtml() || data.hasUrls() || data.hasImage();
+}
+
+}  // namespace
+
+void prepare_web_engine() {
+  QByteArray flags = qgetenv("QTWEBENGINE_CHROMIUM_FLAGS");
+  const auto add = [&flags](const char* flag) {
+    if (!flags.contains(flag)) flags.append(' ').append(flag);
+  };
+  if (::getuid() == 0 && !flags.contains("--no-sandbox")) {
+    add("--no-sandbox");
+    std::clog << "htmled: running as root: the view's sandbox is off\n";
+  }
+  if (qgetenv("QT_QPA_PLATFORM") == "offscreen") add("--disable-gpu");
+  qputenv("QTWEBENGINE_CHROMIUM_FLAGS", flags.trimmed());
+  QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
+}
+
+// --- the parts ---
+
+WebView::Private::Private(platform::MessageLoop& loop, QWidget* parent) : loop_(loop) {
+  load_view_resources();
+  stack_ = new QStackedWidget(parent);
+  view_ = new QWebEngineView(stack_);
+  view_->setObjectName(QStringLiteral("page"));
+  page_ = new WebPage(view_profile(), view_);
+  guard_ = new ResourceGuard(page_);
+  page_->setUrlRequestInterceptor(guard_);
+  bridge_ = new ViewBridge(this);
+  channel_ = new QWebChannel(this);
+  channel_->registerObject(QStringLiteral("bridge"), bridge_);
+  page_->setWebChannel(channel_, QWebEngineScript::ApplicationWorld);
+  view_->setPage(page_);
+  view_->setContextMenuPolicy(Qt::NoContextMenu);
+  view_->setAcceptDrops(true);
+  stack_->addWidget(view_);
+  stack_->setFocusProxy(view_);
+  make_notice();
+
+  connect(bridge_, &ViewBridge::came_up, this, [this](const QString& text) { came_up(text); });
+  connect(page_, &QWebEnginePage::loadFinished, this, [this](bool loaded) {
+    if (loaded) start_script();
+  });
+  connect(page_, &QWebEnginePage::renderProcessTerminated, this, [this] { process_ended(); });
+  connect(QGuiApplication::styleHints(), &QStyleHints::cursorFlashTimeChanged, this, [this] {
+    if (page_stands_) send_focus();
+  });
+  view_->installEventFilter(this);
+  watch_input_widget();
+  heartbeat_.setInterval(heartbeat_milliseconds);
+  connect(&heartbeat_, &QTimer::timeout, this, [this] { beat(); });
+  heartbeat_.start();
+}
+
+WebView::Private::~Private() {
+  *alive_ = false;
+  if (view_) view_->removeEventFilter(this);
+  if (input_widget_) input_widget_->removeEventFilter(this);
+  // The page goes before the profile, whatever becomes of the widgets.
+  delete page_;
+  delete stack_;
+}
+
+// The engine's own injection of scripts now and then misses a process that follows a dead one; a page that
+// has loaded is there to be spoken to.
+void WebView::Private::start_script() {
+  static const QString source = [] {
+    QString view;
+    for (const char* part : {"page", "overlay", "tables", "geometry", "patches", "selection", "table_moves",
+                             "questions", "drag", "table_edges", "mouse", "commands"}) {
+      view += resource(QByteArray(":/tvx/view/") + part + ".js");
+    }
+    view.replace(QStringLiteral("TVX_SHEET"), quoted(resource(":/tvx/view/editing.css")));
+    view.replace(QStringLiteral("TVX_OVERLAY_SHEET"), quoted(resource(":/tvx/view/overlay.css")));
+    // Both in one function: the isolated world's global object shows the page's ids as names.
+    return QStringLiteral("(function(){") + resource(":/qtwebchannel/qwebchannel.js") + QStringLiteral("\n") +
+           view + QStringLiteral("})();");
+  }();
+  page_->runJavaScript(source, QWebEngineScript::ApplicationWorld);
+}
+
+void WebView::Private::make_notice() {
+  auto* panel = new QWidget(stack_);
+  auto* layout = new QVBoxLayout(panel);
+  notice_ = new QLabel(panel);
+  notice_->setWordWrap(true);
+  notice_->setAlignment(Qt::AlignCenter);
+  again_ = new QPushButton(panel);
+  layout->addStretch();
+  layout->addWidget(notice_);
+  layout->addWidget(again_, 0, Qt::AlignHCenter);
+  layout->addStretch();
+  stack_->addWidget(panel);
+  connect(again_, &QPushButton::clicked, this, [this] { put(browser::ViewReady{}); });
+}
+
+// --- down ---
+
+void WebView::Private::send(const QString& command) {
+  if (page_stands_) {
+    emit bridge_->down(command);
+  } else {
+    waiting_.push_back(command);
+  }
+}
+
+void WebView::Private::begin_page(const browser::Patch& patch) {
+  ++page_number_;
+  page_stands_ = false;
+  waiting_.clear();
+  heard_.invalidate();
+  mode_ = patch.compatibility_mode;
+  base_ = QString::fromStdU16String(patch.base);
+  load_page();
+}
+
+void WebView::Private::load_page() {
+  page_wanted_ = true;
+  wanted_since_.start();
+  page_->load_skeleton(page_number_, mode_, base_);
+}
+
+void WebView::Private::beat() {
+  // Seldom, a page that is asked for while the engine ends a process never comes: it is asked for again.
+  if (!page_stands_ && page_wanted_ && wanted_since_.elapsed() > heartbeat_milliseconds) load_page();
+  if (!page_stands_) return;
+  if (heard_.isValid() && heard_.elapsed() > silence_milliseconds && page_->renderProcessPid() > 0) {
+    std::clog << "htmled: the view says nothing any more and is started anew\n";
+    ::kill(static_cast<pid_t>(page_->renderProcessPid()), SIGKILL);
+    return;
+  }
+  send(CommandWriter(page_number_, "beat").finish());
+}
+
+// --- up ---
+
+void WebView::Private::came_up(const QString& text) {
+  ++in_callback_;
+  heard_.start();
+  if (const auto report = read_report(text); report && report->page == page_number_) {
+    for (const browser::ViewMessage& message : report->messages) {
+      seen_ = message.seen;
+      if (const auto* facts = std::get_if<browser::ViewFacts>(&message.what)) facts_ = *facts;
+      put(message);
+    }
+    if (report->ready && !page_stands_) {
+      page_stands_ = true;
+      for (const QString& command : std::exchange(waiting_, {})) emit bridge_->down(command);
+      send_focus();
+    }
+  }
+  --in_callback_;
+}
+
+void WebView::Private::process_ended() {
+  ++in_callback_;
+  page_stands_ = page_wanted_ = false;
+  waiting_.clear();
+  ++page_number_;  // what it may still have said is of the past
+  put(browser::ViewDied{});
+  --in_callback_;
+}
+
+void WebView::Private::put(browser::ViewMessage message) {
+  inbox_.push_back(std::move(message));
+  if (std::exchange(drain_posted_, true)) return;
+  loop_.post([this, alive = alive_] {
+    if (*alive) drain();
+  });
+}
+
+/// A receiver may spin a loop of its own: each message is taken out first, and a further task is posted for
+/// those behind it.
+void WebView::Private::drain() {
+  assert(in_callback_ == 0);
+  drain_posted_ = false;
+  const auto alive = alive_;
+  for (std::size_t count = inbox_.size(); count > 0 && !inbox_.empty(); --count) {
+    const browser::ViewMessage message = std::move(inbox_.front());
+    inbox_.pop_front();
+    if (!inbox_.empty() && !std::exchange(drain_posted_, true)) {
+      loop_.post([this, alive] {
+        if (*alive) drain();
+      });
+    }
+    if (receive_) receive_(message);
+    if (!*alive) return;
+  }
+}
+
+// --- input: the engine's own widget takes it, and this filter before it ---
+
+void WebView::Private::watch_input_widget() {
+  QWidget* now = view_->focusProxy();
+  if (now == input_widget_) return;
+  if (input_widget_) input_widget_->removeEventFilter(this);
+  input_widget_ = now;
+  if (!now) return;
+  now->installEventFilter(this);
+  now->setAttribute(Qt::WA_InputMethodEnabled);
+}
+
+bool WebView::Private::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == view_) {
+    const auto type = event->type();
+    // The engine makes another widget for each process: it comes as a child.
+    if (type == QEvent::ChildAdded || type == QEvent::ChildPolished || type == QEvent::ChildRemoved ||
+        type == QEvent::Show || type == QEvent::FocusIn) {
+      QTimer::singleShot(0, this, [this] {
+        if (view_) watch_input_widget();
+      });
+    }
+    if (type == QEvent::DragEnter || type == QEvent::DragMove || type == QEvent::DragLeave ||
+        type == QEvent::Drop) {
+      return filter_drop(event);
+    }
+    return filter_input(event);
+  }
+  return watched == input_widget_ && filter_input(event);
+}
+
+bool WebView::Private::filter_input(QEvent* event) {
+  switch (event->type()) {
+    case QEvent::ShortcutOverride: {
+      auto* key = static_cast<QKeyEvent*>(event);
+      if (belongs_to_the_editor(*key)) key->accept();
+      return true;
+    }
+    case QEvent::KeyPress:
+    case QEvent::KeyRelease:
+      put(browser::ViewKey{key_input(*static_cast<QKeyEvent*>(event)), event->type() == QEvent::KeyPress});
+      event->accept();
+      return true;
+    case QEvent::InputMethod:
+    case QEvent::InputMethodQuery: return filter_input_method(event);
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::MouseButtonRelease:
+      put_ticket(*static_cast<QMouseEvent*>(event));
+      put_middle_press(*static_cast<QMouseEvent*>(event));
+      return false;
+    case QEvent::FocusIn: focus_changed(true); return false;
+    case QEvent::FocusOut: focus_changed(false); return false;
+    default: return false;
+  }
+}
+
+bool WebView::Private::filter_input_method(QEvent* event) {
+  if (event->type() == QEvent::InputMethodQuery) {
+    answer_query(*static_cast<QInputMethodQueryEvent*>(event));
+    event->accept();
+    return true;
+  }
+  const auto* input = static_cast<QInputMethodEvent*>(event);
+  browser::ViewText text;
+  text.text = input->commitString().toStdU16String();
+  text.composing = input->preeditString().toStdU16String();
+  text.cursor = static_cast<std::uint32_t>(text.composing.size());
+  for (const QInputMethodEvent::Attribute& attribute : input->attributes()) {
+    if (attribute.type == QInputMethodEvent::Cursor)
+      text.cursor = static_cast<std::uint32_t>(attribute.start);
+  }
+  text.replaced_from = input->replacementStart();
+  text.replaced_length = static_cast<std::uint32_t>(std::max<qsizetype>(input->replacementLength(), 0));
+  put(text);
+  event->accept();
+  return true;
+}
+
+/// Input methods are answered from what the document told, never from the page.
+void WebView::Private::answer_query(QInputMethodQueryEvent& query) const {
+  const auto asked = query.queries();
+  const auto set = [&](Qt::InputMethodQuery what, const QVariant& value) {
+    if (asked & what) query.setValue(what, value);
+  };
+  set(Qt::ImEnabled, context_.enabled);
+  set(Qt::ImCursorRectangle, QRect(facts_.caret_left, facts_.caret_top, 1, facts_.caret_height));
+  set(Qt::ImSurroundingText, QString::fromStdU16String(context_.text));
+  set(Qt::ImCursorPosition, context_.cursor);
+  set(Qt::ImAnchorPosition, context_.anchor);
+  const auto first = std::min(context_.cursor, context_.anchor),
+             last = std::max(context_.cursor, context_.anchor);
+  set(Qt::ImCurrentSelection, QString::fromStdU16String(context_.text.substr(first, last - first)));
+  set(Qt::ImHints, static_cast<int>(Qt::ImhMultiLine));
+}
+
+/// What comes from other programs: the page shows where it would land, and never gets it.
+bool WebView::Private::filter_drop(QEvent* event) {
+  if (event->type() == QEvent::DragLeave) {
+    send(CommandWriter(page_number_, "leave").finish());
+    return true;
+  }
+  auto* drop = static_cast<QDropEvent*>(event);
+  if (!page_stands_ || !context_.enabled || !is_readable(*drop->mimeData())) {
+    drop->ignore();
+    return true;
+  }
+  const QPoint at = drop->position().toPoint();
+  drop->setDropAction(Qt::CopyAction);
+  drop->accept();
+  if (event->type() == QEvent::Drop) {
+    send(CommandWriter(page_number_, "leave").finish());
+    put(browser::ViewDrop{at.x(), at.y(), platform::fetch(MimeSource(drop->mimeData())), {}});
+  } else {
+    send(CommandWriter(page_number_, "hover").add(std::int64_t(at.x())).add(std::int64_t(at.y())).finish());
+  }
+  return true;
+}
+
+void WebView::Private::put_ticket(const QMouseEvent& mouse) {
+  // While no page stands there is nobody to tell of it.
+  if (!page_stands_) return;
+  browser::ViewTicket ticket;
+  ticket.type = mouse.type() == QEvent::MouseButtonRelease ? browser::ViewTicket::Type::Release
+                                                           : browser::ViewTicket::Type::Press;
+  ticket.button = button_of(mouse.button());
+  ticket.x = qRound(mouse.position().x());
+  ticket.y = qRound(mouse.position().y());
+  put(ticket);
+}
+
+/// What is selected with the mouse, here or in another program, goes where the middle button is pressed. It
+/// is fetched now, as the press may take that selection away.
+void WebView::Private::put_middle_press(const QMouseEvent& mouse) {
+  if (mouse.type() == QEvent::MouseButtonRelease || mouse.button() != Qt::MiddleButton) return;
+  if (!page_stands_ || !context_.enabled) return;
+  platform::TransferData data = platform::fetch(*mouse_selection_);
+  if (data.empty()) return;
+  const QPoint at = mouse.position().toPoint();
+  put(browser::ViewDrop{at.x(), at.y(), std::move(data), browser::ViewDrop::Way::MiddlePress});
+}
+
+/// With the time that the desktop's carets take to go and come; none where they stay.
+void WebView::Private::send_focus() {
+  const std::int64_t flash = std::max(QGuiApplication::styleHints()->cursorFlashTime(), 0);
+  send(CommandWriter(page_number_, "focus").add(focused_).add(flash).finish());
+}
+
+void WebView::Private::focus_changed(bool focused) {
+  if (focused_ == focused) return;
+  focused_ = focused;
+  if (page_stands_) send_focus();
+  put(browser::ViewFocus{focused});
+}
+
+// --- the interface ---
+
+WebView::WebView(platform::MessageLoop& loop, QWidget* parent)
+    : d_(std::make_unique<Private>(loop, parent)) {}
+
+WebView::~WebView() = default;
+
+QWidget* WebView::widget() const { return d_->stack_; }
+QWebEnginePage* WebView::page() const { return d_->page_; }
+QWidget* WebView::input_widget() const { return d_->view_->focusProxy(); }
+void WebView::set_mouse_selection(const platform::TransferSource& source) { d_->mouse_selection_ = &source; }
+void WebView::set_policy(const ResourcePolicy& policy) { d_->guard_->set_policy(policy); }
+
+void WebView::set_receiver(std::function<void(browser::ViewMessage)> receive) {
+  d_->receive_ = std::move(receive);
+}
+
+void WebView::apply(const browser::Patch& patch) {
+  if (patch.reset) d_->begin_page(patch);
+  d_->send(patch_command(d_->page_number_, patch));
+}
+
+void WebView::select(const browser::ViewSelection& selection) {
+  d_->send(select_command(d_->page_number_, selection));
+}
+
+void WebView::ask(const browser::ViewQuestion& question) {
+  d_->send(ask_command(d_->page_number_, question));
+}
+
+void WebView::set_mode(const browser::ViewMode& mode) {
+  d_->send(CommandWriter(d_->page_number_, "mode").add(mode.editable).add(mode.free_placement).finish());
+}
+
+void WebView::cancel_drag() { d_->send(CommandWriter(d_->page_number_, "endDrag").finish()); }
+
+void WebView::set_input_context(const browser::InputContext& context) {
+  const bool interrupted = context.interruptions != d_->context_.interruptions;
+  d_->context_ = context;
+  if (interrupted) QGuiApplication::inputMethod()->reset();
+  if (QWidget* input = input_widget(); input && input->hasFocus()) {
+    QGuiApplication::inputMethod()->update(Qt::ImQueryInput);
+  }
+}
+
+void WebView::show_notice(std::u16string_view text) {
+  d_->notice_->setText(translated(text));
+  d_->again_->setText(translated(u"Try again"));
+  d_->stack_->setCurrentIndex(text.empty() ? 0 : 1);
+}
+
+void WebView::scroll_to(int x, int y) {
+  d_->send(CommandWriter(d_->page_number_, "scroll").add(std::int64_t(x)).add(std::int64_t(y)).finish());
+}
+
+void WebView::scroll_into_view(dom::NodeId element, bool at_top) {
+  CommandWriter out(d_->page_number_, "reveal");
+  d_->send(out.add(static_cast<std::int64_t>(element)).add(at_top).finish());
+}
+
+void WebView::print(bool with_dialog, std::function<void(bool)> done) {
+  auto printer = std::make_shared<QPrinter>(QPrinter::HighResolution);
+  const bool agreed = !with_dialog || Modal<QPrintDialog>(printer.get(), d_->stack_).run();
+  if (!agreed || !printer->isValid()) {
+    if (done) done(false);
+    return;
+  }
+  auto* connection = new QMetaObject::Connection;
+  *connection =
+      QObject::connect(d_->view_, &QWebEngineView::printFinished, d_.get(),
+                       [printer, connection, done = std::move(done), loop = &d_->loop_](bool printed) {
+                         QObject::disconnect(*connection);
+                         delete connection;
+                         if (done) loop->post([done, printed] { done(printed); });
+                       });
+  d_->view_->print(printer.get());
+}
+
+}  // namespace tvx::qt

@@ -1,0 +1,54 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+
+#include "tvx/browser/view/view.h"
+#include "tvx/platform/message_loop.h"
+
+class QWidget;
+class QWebEnginePage;
+
+namespace tvx::qt {
+
+struct ResourcePolicy;
+
+/// To be called first of all in main, before the application object: what the browser engine wants to know
+/// before it starts. As root it can't use its sandbox; that is said in one line on standard error.
+void prepare_web_engine();
+
+/// The view in Chromium, in a process of its own. Keys and input methods never reach it; mouse events do,
+/// and the page tells what it made of them. Every message to the receiver comes from a task of the loop.
+class WebView final : public browser::View {
+ public:
+  /// `parent` owns the widget; the loop outlives this.
+  WebView(platform::MessageLoop& loop, QWidget* parent);
+  ~WebView() override;
+
+  QWidget* widget() const;
+  QWebEnginePage* page() const;
+  /// What a middle press pastes in place of the desktop's own selection. It outlives this.
+  void set_mouse_selection(const platform::TransferSource& source);
+  void set_policy(const ResourcePolicy& policy);
+  /// The widget that takes keys and mouse events; null while the engine has none.
+  QWidget* input_widget() const;
+
+  void set_receiver(std::function<void(browser::ViewMessage)> receive) override;
+  void apply(const browser::Patch& patch) override;
+  void select(const browser::ViewSelection& selection) override;
+  void ask(const browser::ViewQuestion& question) override;
+  void set_mode(const browser::ViewMode& mode) override;
+  void cancel_drag() override;
+  void set_input_context(const browser::InputContext& context) override;
+  void show_notice(std::u16string_view text) override;
+  void scroll_to(int x, int y) override;
+  /// Brings an element to the window's top. Nothing happens to one that the page doesn't know.
+  void scroll_into_view(dom::NodeId element, bool at_top) override;
+  void print(bool with_dialog, std::function<void(bool)> done) override;
+
+ private:
+  class Private;
+  std::unique_ptr<Private> d_;
+};
+
+}  // namespace tvx::qt

@@ -1,0 +1,353 @@
+#include "tvx/qt/widget/htmled_widget.h"
+
+#include <QApplication>
+#include <QCursor>
+#include <QDialog>
+#include <QPointer>
+#include <QPrinterInfo>
+#include <QResizeEvent>
+#include <QShortcut>
+#include <QTimer>
+#include <QWebEnginePage>
+#include <algorithm>
+#include <utility>
+
+#include "tvx/base/error.h"
+#include "tvx/browser/view/document_view.h"
+#include "tvx/core/htmled.h"
+#include "tvx/platform/container.h"
+#include "tvx/platform/message_loop.h"
+#include "tvx/platform/property_bag.h"
+#include "tvx/qt/bars/branch_face.h"
+#include "tvx/qt/bars/menu_face.h"
+#include "tvx/qt/bars/toolbar_face.h"
+#include "tvx/qt/dialogs/dialogs.h"
+#include "tvx/qt/forms/form_face.h"
+#include "tvx/qt/source/code_view_face.h"
+#include "tvx/qt/support/clipboard.h"
+#include "tvx/qt/support/message_loop.h"
+#include "tvx/qt/support/strings.h"
+#include "tvx/qt/support/twips.h"
+#include "tvx/qt/web/web_view.h"
+#include "tvx/qt/widget/widget_events.h"
+
+namespace tvx::qt {
+namespace {
+
+/// A store with nothing in it: every property has its default.
+class EmptyStore final : public platform::PropertyBag {
+ public:
+  platform::PropertyValue ReadProperty(std::u16string_view,
+                                       const platform::PropertyValue& otherwise) const override {
+    return otherwise;
+  }
+  void WriteProperty(std::u16string_view, const platform::PropertyValue&,
+                     const platform::PropertyValue&) override {}
+};
+
+/// One loop serves all widgets that bring none of their own.
+std::shared_ptr<MessageLoop> common_loop() {
+  static std::weak_ptr<MessageLoop> common;
+  std::shared_ptr<MessageLoop> loop = common.lock();
+  if (!loop) common = loop = std::make_shared<MessageLoop>();
+  return loop;
+}
+
+static_assert(int(HTMLedWidget::Solid) == int(core::EdBorderStyle::Solid));
+static_assert(int(HTMLedWidget::edOutset) == int(core::EdHighLightStyle::edOutset));
+static_assert(int(HTMLedWidget::ov_Binary) == int(core::ed_FTPTransferType::ov_Binary));
+static_assert(int(HTMLedWidget::ed_InsertAfterSelection) ==
+              int(core::ed_InsertType::ed_InsertAfterSelection));
+
+QRect pixels(const core::Box& box) {
+  return {to_pixels(box.Left), to_pixels(box.Top), to_pixels(box.Width), to_pixels(box.Height)};
+}
+
+}  // namespace
+
+/// What stands around the control and hears of it.
+class HTMLedWidget::Parts final : public platform::Container,
+                                  public browser::BrowserWindow,
+                                  public core::HTMLedObserver {
+ public:
+  Parts(HTMLedWidget& widget, platform::MessageLoop& loop, std::shared_ptr<MessageLoop> own_loop,
+        const Substitutes& substitutes = {})
+      : widget_(&widget),
+        loop_(loop),
+        own_loop_(std::move(own_loop)),
+        events_(widget),
+        dialogs_(widget),
+        popups_(widget),
+        forms_(widget),
+        view_(loop, &widget),
+        document_view_(view_, loop) {
+    platform::CommonDialogs& dialogs = substitutes.dialogs ? *substitutes.dialogs : dialogs_;
+    core::Surroundings surroundings{loop, *this, dialogs};
+    surroundings.geometry = &document_view_;
+    surroundings.popups = substitutes.popups ? substitutes.popups : &popups_;
+    popups_.set_default_place([this] { return place_of_last_event(); });
+    surroundings.forms = substitutes.forms ? substitutes.forms : &forms_;
+    surroundings.window = this;
+    surroundings.clipboard = substitutes.clipboard ? substitutes.clipboard : &clipboard_;
+    control_ = core::HTMLed::create(surroundings);
+    control_->set_events(&events_);
+    control_->add_observer(*this);
+    make_faces();
+    document_view_.set_on_focus([this](bool focused) {
+      if (focused) control_->WBrowser_GotFocus();
+    });
+  }
+
+  ~Parts() override {
+    document_view_.show(nullptr);
+    // While the control still lives, whose models they draw.
+    delete toolbar1_;
+    delete toolbar2_;
+    delete branch_;
+    delete code_;
+    control_->remove_observer(*this);
+    control_->UserControl_Terminate();
+  }
+
+  // platform::Container
+  // Until the start, properties are what a designer sets: kept, and used then.
+  bool user_mode() const override { return started_; }
+  void property_changed(std::u16string_view key) override {
+    if (widget_) emit widget_->property_changed(to_qt(key));
+  }
+
+  // browser::BrowserWindow
+  void focus() override {
+    if (QWidget* input = view_.input_widget()) input->setFocus();
+  }
+  void scroll_to(int x, int y) override { view_.scroll_to(x, y); }
+  void scroll_into_view(dom::Element& element) override { document_view_.scroll_into_view(element, true); }
+  // A dialog can print into a file; who asks for none wants a printer, or has named the file.
+  bool can_print() override {
+    return !print_file_.isEmpty() || !QPrinterInfo::availablePrinterNames().isEmpty() ||
+           QGuiApplication::platformName() != QStringLiteral("offscreen");
+  }
+  void print(bool with_dialog) override;
+
+  // core::HTMLedObserver
+  void document_replaced(const std::shared_ptr<browser::HTMLDocument>& document) override {
+    document_view_.show(document);
+    if (widget_) emit widget_->document_replaced();
+  }
+  void layout_changed(const core::Layout& layout) override { apply(layout); }
+  void editor_enabled_changed(bool enabled) override { document_view_.set_editable(enabled); }
+  void view_switched(bool) override { apply(control_->layout()); }
+
+  void resize(QSize size) {
+    if (!started_ && !design_mode_)
+      return control_->set_size(to_twips(size.width()), to_twips(size.height()));
+    toolbar1_->measure(size.width());
+    toolbar2_->measure(size.width());
+    control_->set_size(to_twips(size.width()), to_twips(size.height()));
+    control_->UserControl_Resize();
+    apply(control_->layout());
+  }
+
+  void apply(const core::Layout& layout) {
+    toolbar1_->show_in(pixels(layout.Picture1), layout.Picture1.Visible);
+    toolbar2_->show_in(pixels(layout.Picture2), layout.Picture2.Visible);
+    branch_->show_in(within(pixels(layout.Picture3)), layout.Picture3.Visible);
+    view_.widget()->setGeometry(pixels(layout.WBrowser));
+    show(code_, layout.txtCode);
+    control_->txtCode().in_front() ? code_->raise() : code_->lower();
+  }
+
+  QPointer<HTMLedWidget> widget_;
+  platform::MessageLoop& loop_;
+  std::shared_ptr<MessageLoop> own_loop_;
+  WidgetEvents events_;
+  Dialogs dialogs_;
+  PopupMenus popups_;
+  Forms forms_;
+  Clipboard clipboard_;
+  WebView view_;
+  browser::DocumentView document_view_;
+  std::shared_ptr<core::HTMLed> control_;
+  bool started_ = false;
+  bool design_mode_ = false;
+  bool has_focus_ = false;
+  QString print_file_;
+
+ private:
+  void make_faces() {
+    toolbar1_ = new ToolbarFace(control_->Toolbar1(), widget_);
+    toolbar2_ = new ToolbarFace(control_->Toolbar2(), widget_);
+    branch_ = new BranchFace(control_->tlbDOM(), widget_);
+    for (ToolbarFace* bar : {toolbar1_, toolbar2_}) bar->set_on_leave([this] { focus(); });
+    branch_->set_on_leave([this] { focus(); });
+    add_shortcut(Qt::Key_F6, 1);
+    add_shortcut(Qt::SHIFT | Qt::Key_F6, -1);
+    code_ = new CodeViewFace(control_->txtCode(), widget_);
+    toolbar2_->show_in({}, false);
+  }
+
+  // The layout makes the holder of the element path wider than the control; what is beyond can't be seen.
+  QRect within(QRect box) const {
+    if (widget_) box.setRight(std::min(box.right(), widget_->width() - 1));
+    return box;
+  }
+
+  /// Where a context menu appears: at the press that asked for it, or at the caret.
+  QPoint place_of_last_event() {
+    const browser::Event* event = control_->lastEvent();
+    return event ? view_.widget()->mapToGlobal(QPoint(event->client_x, event->client_y)) : QCursor::pos();
+  }
+
+  void add_shortcut(const QKeySequence& keys, int direction) {
+    auto* shortcut = new QShortcut(keys, widget_, nullptr, nullptr, Qt::WidgetWithChildrenShortcut);
+    QObject::connect(shortcut, &QShortcut::activated, widget_, [this, direction] { walk_panes(direction); });
+  }
+
+  /// From the document to the bars and back: each is one stop.
+  void walk_panes(int direction) {
+    constexpr int count = 4;
+    const QWidget* const bars[count] = {nullptr, toolbar1_, toolbar2_, branch_};
+    int at = 0;
+    for (int i = 1; i < count; ++i)
+      if (bars[i]->isAncestorOf(QApplication::focusWidget())) at = i;
+    for (int step = 1; step <= count; ++step)
+      if (enter_pane((at + direction * step + count * step) % count)) return;
+  }
+  bool enter_pane(int pane) {
+    switch (pane) {
+      case 1: return toolbar1_->take_focus();
+      case 2: return toolbar2_->take_focus();
+      case 3: return branch_->take_focus();
+      default: break;
+    }
+    control_->InCodeView() ? code_->setFocus() : focus();
+    return true;
+  }
+
+  static void show(QWidget* widget, const core::Box& box) {
+    widget->setGeometry(pixels(box));
+    widget->setVisible(box.Visible);
+  }
+
+  ToolbarFace* toolbar1_ = nullptr;
+  ToolbarFace* toolbar2_ = nullptr;
+  BranchFace* branch_ = nullptr;
+  CodeViewFace* code_ = nullptr;
+};
+
+// What is printed is what the view shows, so it must have been told of everything: the border of the current
+// element came off just now.
+void HTMLedWidget::Parts::print(bool with_dialog) {
+  constexpr std::int64_t longest_wait = 5000;
+  const auto alive = control_;
+  const std::int64_t end = loop_.now() + longest_wait;
+  while (!document_view_.settled() && loop_.now() < end) loop_.pump(5);
+  if (!widget_) return;
+  if (with_dialog || print_file_.isEmpty()) {
+    if (!with_dialog && QPrinterInfo::defaultPrinter().isNull())
+      throw RuntimeError(errors::invalid_call, u"There is no printer");
+    return view_.print(with_dialog, [this](bool done) {
+      if (widget_) emit widget_->print_finished(done);
+    });
+  }
+  QWebEnginePage* page = view_.page();
+  connect(page, &QWebEnginePage::pdfPrintingFinished, widget_,
+          [page, widget = widget_](const QString&, bool done) {
+            disconnect(page, &QWebEnginePage::pdfPrintingFinished, widget, nullptr);
+            emit widget->print_finished(done);
+          });
+  page->printToPdf(print_file_);
+}
+
+HTMLedWidget::HTMLedWidget(QWidget* parent) : QWidget(parent) {
+  const std::shared_ptr<MessageLoop> loop = common_loop();
+  begin(std::make_shared<Parts>(*this, *loop, loop));
+}
+
+HTMLedWidget::HTMLedWidget(platform::MessageLoop& loop, QWidget* parent, const Substitutes& substitutes)
+    : QWidget(parent) {
+  begin(std::make_shared<Parts>(*this, loop, nullptr, substitutes));
+}
+
+// Reading an empty store gives a control more than the defaults: the captions of its own.
+void HTMLedWidget::begin(std::shared_ptr<Parts> parts) {
+  parts_ = std::move(parts);
+  parts_->control_->UserControl_Initialize();
+  parts_->control_->UserControl_ReadProperties(EmptyStore());
+  connect(qApp, &QApplication::focusChanged, this, &HTMLedWidget::focus_moved);
+}
+
+// A host may delete the widget within an event, with routines of the control still open around it. What they
+// stand on then goes when they have returned: the parts first, and the widgets that those use after them.
+HTMLedWidget::~HTMLedWidget() {
+  disconnect(qApp, nullptr, this, nullptr);
+  if (parts_->control_.use_count() == 1) return;
+  // Routines that wait for a dialog wait for nothing now, the innermost first.
+  const QList<QDialog*> open = findChildren<QDialog*>();
+  std::for_each(open.rbegin(), open.rend(), [](QDialog* dialog) { dialog->done(QDialog::Rejected); });
+  auto* remains = new QWidget;
+  for (QWidget* child : findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly))
+    child->setParent(remains);
+  parts_->control_->UserControl_Terminate();
+  bury(std::exchange(parts_, nullptr), remains, 0);
+}
+
+void HTMLedWidget::bury(std::shared_ptr<Parts> parts, QWidget* remains, int milliseconds) {
+  constexpr int later = 20;
+  QTimer::singleShot(milliseconds, qApp, [parts = std::move(parts), remains]() mutable {
+    if (parts->control_.use_count() > 1) return bury(std::move(parts), remains, later);
+    parts.reset();
+    delete remains;
+  });
+}
+
+core::HTMLed& HTMLedWidget::control() const { return *parts_->control_; }
+browser::DocumentView& HTMLedWidget::document_view() { return parts_->document_view_; }
+WebView& HTMLedWidget::view() { return parts_->view_; }
+
+void HTMLedWidget::set_design_mode(bool on) { parts_->design_mode_ = on; }
+void HTMLedWidget::set_print_file(const QString& path) { parts_->print_file_ = path; }
+bool HTMLedWidget::started() const { return parts_->started_; }
+
+void HTMLedWidget::read_properties(const platform::PropertyBag& store) {
+  control().UserControl_ReadProperties(store);
+}
+void HTMLedWidget::write_properties(platform::PropertyBag& store) const {
+  control().UserControl_WriteProperties(store);
+}
+
+void HTMLedWidget::start() {
+  if (parts_->design_mode_ || std::exchange(parts_->started_, true)) return;
+  const auto parts = parts_;
+  parts->resize(size());
+  parts->control_->UserControl_Show();
+  parts->resize(size());
+}
+
+void HTMLedWidget::resizeEvent(QResizeEvent* event) { parts_->resize(event->size()); }
+
+void HTMLedWidget::showEvent(QShowEvent*) {
+  if (parts_->started_ || parts_->design_mode_)
+    parts_->control_->UserControl_Show();
+  else
+    start();
+}
+
+// --- focus ---
+
+/// Whether a widget is within this one, or within a dialog or popup that belongs to it.
+bool HTMLedWidget::holds(const QWidget* widget) const {
+  while (widget && widget != this) widget = widget->parentWidget();
+  return widget == this;
+}
+
+void HTMLedWidget::focus_moved(QWidget*, QWidget* to) {
+  // The application in the background, a menu in front: the focus comes back to where it was.
+  if (!to || !parts_->started_) return;
+  const bool inside = holds(to);
+  if (inside == parts_->has_focus_) return;
+  parts_->has_focus_ = inside;
+  inside ? control().UserControl_EnterFocus() : control().UserControl_ExitFocus();
+}
+
+}  // namespace tvx::qt

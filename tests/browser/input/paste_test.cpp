@@ -1,0 +1,259 @@
+#include "tvx/browser/input/paste.h"
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <fstream>
+
+#include "tvx/base/fault.h"
+#include "tvx/dom/journal.h"
+#include "tvx/dom/parse.h"
+#include "tvx/editing/walk/marks.h"
+#include "tvx/headless/clipboard.h"
+#include "tvx/platform/html_block.h"
+
+namespace tvx::browser {
+namespace {
+
+using platform::ClipboardFormat;
+using platform::TransferData;
+
+class PasteInto : public testing::Test {
+ protected:
+  PasteInto() {
+    document->set_designMode(u"On");
+    document->set_clipboard(&clipboard);
+    folder = std::filesystem::temp_directory_path() / ("tvx-paste-" + std::to_string(getpid()));
+    std::filesystem::create_directories(folder);
+  }
+  ~PasteInto() override {
+    clear_faults();
+    std::filesystem::remove_all(folder);
+  }
+
+  void load(std::string_view marked) {
+    editing::load_marked(document->editor(), *document->body(), from_utf8(marked));
+  }
+  std::string marked() const {
+    return to_utf8(editing::dump_marked(document->editor(), *document->body(), dom::Letters::Upper));
+  }
+  std::string html() const { return to_utf8(dom::serialise_children(*document->body())); }
+  bool command(std::u16string_view name) { return document->execCommand(name, false, u""); }
+  std::string pasted(std::u16string_view html_text) {
+    load("<p>[]<br></p>");
+    TransferData data;
+    data.html = html_text;
+    EXPECT_TRUE(paste_into(*document, data));
+    return html();
+  }
+  std::u16string write(const std::string& name, const std::string& bytes) const {
+    std::ofstream(folder / name, std::ios::binary) << bytes;
+    return u"file://" + from_utf8((folder / name).string());
+  }
+
+  headless::Clipboard clipboard;
+  std::shared_ptr<HTMLDocument> document =
+      HTMLDocument::create(dom::parse_document(u"<!DOCTYPE html><body></body>"), u"");
+  std::filesystem::path folder;
+};
+
+// --- copying ---
+
+TEST_F(PasteInto, CopyPutsThreeForms) {
+  load("<p>a <b>[é \U0001F600]</b></p>");
+  EXPECT_TRUE(document->queryCommandEnabled(u"Copy"));
+  EXPECT_TRUE(command(u"Copy"));
+  EXPECT_EQ(clipboard.GetText(), u"é \U0001F600");
+  EXPECT_EQ(clipboard.read("text/html"),
+            "<meta http-equiv=\"content-type\" content=\"text/html; charset=utf-8\"><B>é \U0001F600</B>");
+  const std::string block = clipboard.read("HTML Format");
+  EXPECT_EQ(block, platform::html_block(u"<B>é \U0001F600</B>"));
+  const std::size_t start = std::stoul(block.substr(block.find("StartFragment:") + 14, 10)),
+                    end = std::stoul(block.substr(block.find("EndFragment:") + 12, 10));
+  EXPECT_EQ(block.substr(start, end - start), "<B>é \U0001F600</B>");
+  EXPECT_EQ(std::stoul(block.substr(block.find("EndHTML:") + 8, 10)), block.size());
+}
+
+TEST_F(PasteInto, CopyOfACaretLeavesTheClipboard) {
+  clipboard.SetText(u"kept");
+  load("<p>a[]b</p>");
+  EXPECT_FALSE(command(u"Copy"));
+  EXPECT_FALSE(command(u"Cut"));
+  EXPECT_EQ(clipboard.GetText(), u"kept");
+}
+
+TEST_F(PasteInto, AClipboardThatCantBeOpenedFailsTheCommand) {
+  load("<p>a[b]c</p>");
+  set_fault(u"OpenClipboard", {.result = 0}, 2);
+  EXPECT_FALSE(command(u"Copy"));
+  EXPECT_FALSE(command(u"Cut"));
+  EXPECT_EQ(marked(), "<P>a[b]c</P>");
+}
+
+TEST_F(PasteInto, ACommandFailsOnRequest) {
+  load("<p>a[b]c</p>");
+  for (std::u16string_view name : {u"Copy", u"Cut", u"Paste"}) {
+    set_fault(u"execCommand " + std::u16string(name), {.result = 0});
+    EXPECT_FALSE(command(name));
+    set_fault(u"execCommand " + std::u16string(name), {.error = RuntimeError(5, u"no")});
+    EXPECT_THROW(command(name), RuntimeError);
+  }
+  EXPECT_EQ(marked(), "<P>a[b]c</P>");
+  EXPECT_TRUE(clipboard.targets().empty());
+}
+
+TEST_F(PasteInto, CopiesAndPastesItsOwnBlock) {
+  load("<p>a[<b>b</b></p><p>c]d</p>");
+  EXPECT_TRUE(command(u"Copy"));
+  load("<p>x[]y</p>");
+  EXPECT_TRUE(command(u"Paste"));
+  EXPECT_EQ(marked(), "<P>x<B>b</B></P><P>c[]y</P>");
+  document->tree().journal().undo();
+  EXPECT_EQ(marked(), "<P>x[]y</P>");
+  EXPECT_FALSE(document->tree().journal().can_undo());
+}
+
+// --- what is preferred ---
+
+TEST_F(PasteInto, HtmlComesBeforePicturesAndText) {
+  clipboard.put({{"text/plain", "plain"}, {"image/png", "PNG"}, {"text/html", "<i>rich</i>"}});
+  load("<p>[]<br></p>");
+  EXPECT_TRUE(command(u"Paste"));
+  EXPECT_EQ(html(), "<P><I>rich</I></P>");
+}
+
+TEST_F(PasteInto, TheBlocksFragmentComesBeforeThePage) {
+  clipboard.put({{"text/html", "<p>page"}, {"HTML Format", platform::html_block(u" x ")}});
+  load("<p>a[]b</p>");
+  EXPECT_TRUE(command(u"Paste"));
+  EXPECT_EQ(html(), "<P>a x b</P>");
+}
+
+TEST_F(PasteInto, APictureStandsInThePageItself) {
+  clipboard.put({{"text/plain", "plain"}, {"image/png", "PNG"}});
+  load("<p>a[]b</p>");
+  EXPECT_TRUE(command(u"Paste"));
+  EXPECT_EQ(html(), "<P>a<IMG src=\"data:image/png;base64,UE5H\">b</P>");
+}
+
+TEST_F(PasteInto, APictureIsStoredInTheFolder) {
+  document->set_image_folder([this] { return from_utf8(folder.string()) + u"\\"; });
+  clipboard.put({{"image/jpeg", "JPEG"}});
+  load("<p>[]<br></p>");
+  EXPECT_TRUE(command(u"Paste"));
+  EXPECT_TRUE(command(u"Paste"));
+  EXPECT_EQ(html(), "<P><IMG src=\"file://" + (folder / "pasted-1.jpg").string() + "\"><IMG src=\"file://" +
+                        (folder / "pasted-2.jpg").string() + "\"></P>");
+  std::ifstream file(folder / "pasted-1.jpg", std::ios::binary);
+  EXPECT_EQ(std::string(std::istreambuf_iterator<char>(file), {}), "JPEG");
+}
+
+TEST_F(PasteInto, AFolderThatCantBeWrittenToLeavesThePictureInThePage) {
+  document->set_image_folder([] { return u"/no/such/folder/"; });
+  clipboard.put({{"image/png", "PNG"}});
+  load("<p>[]<br></p>");
+  EXPECT_TRUE(command(u"Paste"));
+  EXPECT_EQ(html(), "<P><IMG src=\"data:image/png;base64,UE5H\"></P>");
+}
+
+TEST_F(PasteInto, TextIsEscapedAndKeepsItsLines) {
+  clipboard.SetText(u"1 < 2\r\n<script>");
+  load("<p>[]<br></p>");
+  EXPECT_TRUE(command(u"Paste"));
+  EXPECT_EQ(html(), "<P>1 &lt; 2<BR>&lt;script&gt;</P>");
+}
+
+TEST_F(PasteInto, NothingToReadIsAFailure) {
+  load("<p>a[b]c</p>");
+  EXPECT_FALSE(command(u"Paste"));
+  clipboard.put({{"application/x-own", "bytes"}});
+  EXPECT_FALSE(command(u"Paste"));
+  EXPECT_EQ(marked(), "<P>a[b]c</P>");
+}
+
+TEST_F(PasteInto, ADocumentThatMayNotBeEditedTakesNothing) {
+  clipboard.SetText(u"x");
+  load("<p>a[b]c</p>");
+  document->set_designMode(u"Off");
+  EXPECT_FALSE(command(u"Paste"));
+  EXPECT_FALSE(paste_into(*document, platform::fetch(clipboard)));
+  EXPECT_EQ(marked(), "<P>a[b]c</P>");
+}
+
+// --- files ---
+
+TEST_F(PasteInto, FilesBecomeWhatTheyHold) {
+  TransferData data;
+  data.text = u"the paths";
+  data.uris = {write("a.txt", "x < y\nz"),
+               write("b.html", "<html><head><title>T</title></head><body><i>b</i></body>"),
+               write("c.png", "PNG"), write("d.bin", std::string("\0", 1)), u"http://e.org/?a&b"};
+  load("<p>[]<br></p>");
+  EXPECT_TRUE(paste_into(*document, data));
+  EXPECT_EQ(html(), "<P>x &lt; y<BR>z<BR><I>b</I><BR><IMG src=\"" + to_utf8(data.uris[2]) +
+                        "\"><BR><A href=\"" + to_utf8(data.uris[3]) +
+                        "\">d.bin</A><BR><A href=\"http://e.org/?a&amp;b\">http://e.org/?a&amp;b</A></P>");
+}
+
+TEST_F(PasteInto, PictureFilesGoIntoTheFolder) {
+  const std::filesystem::path store = folder / "store";
+  std::filesystem::create_directories(store);
+  document->set_image_folder([&] { return from_utf8(store.string()) + u"/"; });
+  TransferData data;
+  data.uris = {write("c.png", "PNG")};
+  load("<p>[]<br></p>");
+  EXPECT_TRUE(paste_into(*document, data));
+  EXPECT_EQ(html(), "<P><IMG src=\"file://" + (store / "c.png").string() + "\"></P>");
+}
+
+// --- what other programs write ---
+
+TEST_F(PasteInto, OnlyTheFragmentComesIn) {
+  EXPECT_EQ(
+      pasted(
+          u"<html><head><meta charset=utf-8><title>T</title></head>\r\n<body>\r\n<!--StartFragment--><b>x</b>"
+          u"<!--EndFragment-->\r\n</body>\r\n</html>"),
+      "<P><B>x</B></P>");
+  EXPECT_EQ(pasted(u"<meta http-equiv=\"content-type\" content=\"text/html; charset=utf-8\">x"), "<P>x</P>");
+  EXPECT_EQ(pasted(u"\n<p>x</p>\n"), "<P>x</P>");
+}
+
+TEST_F(PasteInto, AFragmentWithinATableBringsItsTable) {
+  EXPECT_EQ(
+      pasted(
+          u"<html><body><table width=72>\r\n<!--StartFragment-->\r\n <col width=64><tr height=20><td>1</td>"
+          u"<td>2</td></tr>\r\n<!--EndFragment-->\r\n</table></body></html>"),
+      "<TABLE width=\"72\">\n <COLGROUP><COL width=\"64\"></COLGROUP><TBODY><TR "
+      "height=\"20\"><TD>1</TD><TD>2</TD>"
+      "</TR>\n</TBODY></TABLE><P><BR></P>");
+}
+
+TEST_F(PasteInto, AWordProcessorsOwnIsLeftOut) {
+  EXPECT_EQ(pasted(u"<html xmlns:o=\"urn:o\"><head><meta name=Generator content=\"W\"><link rel=File-List "
+                   u"href=\"f.xml\">"
+                   u"<style>p.MsoNormal {margin:0}</style><!--[if gte mso "
+                   u"9]><xml><w:X>1</w:X></xml><![endif]--></head>"
+                   u"<body lang=EN><!--StartFragment--><p class=MsoNormal style='mso-list:l0;color:red'>"
+                   u"<span lang=EN style='mso-ansi-language:EN'>one<o:p></o:p></span></p><xml>2</xml>"
+                   u"<p class=\"MsoNormal keep\" style='mso-x:y'><![if "
+                   u"!vml]>two<![endif]></p><!--EndFragment--></body></html>"),
+            "<P style=\"color:red\"><SPAN lang=\"EN\">one</SPAN></P><P class=\"keep\">two</P>");
+}
+
+TEST_F(PasteInto, NothingOfItCanAct) {
+  EXPECT_EQ(
+      pasted(u"<p onclick=\"a()\">x<script>alert(1)</script><img src=x onerror=b()></p>"
+             u"<a href=\" java\tscript:c()\">y</a><iframe srcdoc=\"<script>\" "
+             u"src=\"data:text/html,<b>\"></iframe>"
+             u"<svg><script>d()</script><a xlink:href=\"javascript:e()\"><text>z</text></a>"
+             u"<animate attributeName=href to=javascript:f()></animate></svg>"
+             u"<form action=\"javascript:g()\"><input formaction=javascript:h()></form>"
+             u"<div style=\"color:red;behavior:url(x);width:expression(i())\">w</div><embed src=j><base "
+             u"href=k>"),
+      "<P>x<IMG src=\"x\"></P><A>y</A><IFRAME></IFRAME><svg><a><text>z</text></a></svg><FORM><INPUT></FORM>"
+      "<DIV style=\"color:red\">w</DIV>");
+}
+
+}  // namespace
+}  // namespace tvx::browser

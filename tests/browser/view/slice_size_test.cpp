@@ -1,0 +1,65 @@
+#include "tvx/browser/view/slice_size.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+namespace tvx::browser {
+namespace {
+
+/// What showing takes, in milliseconds: for each slice, for each node, and for each node that is there
+/// already when a slice comes.
+struct Costs {
+  double slice, node, node_there;
+};
+
+/// Shows `nodes` in slices. What it took in all.
+double show(SliceSize& size, std::size_t nodes, Costs costs) {
+  double all = 0;
+  for (std::size_t shown = 0; shown < nodes;) {
+    const std::size_t now = std::min(size.nodes(), nodes - shown);
+    const double time =
+        costs.slice + costs.node * static_cast<double>(now) + costs.node_there * static_cast<double>(shown);
+    all += time;
+    shown += now;
+    if (shown < nodes) size.took(static_cast<std::int64_t>(time));
+  }
+  return all;
+}
+
+TEST(SliceSizes, FillTheTimeThatASliceMayTake) {
+  SliceSize size;
+  EXPECT_EQ(size.nodes(), SliceSize::first);
+  show(size, 50'000, {4, 0.02, 0});
+  const double time = 4 + 0.02 * static_cast<double>(size.nodes());
+  EXPECT_GT(time, 30);
+  EXPECT_LE(time, 36);
+}
+
+TEST(SliceSizes, StayWithinTheirBounds) {
+  SliceSize fast, slow;
+  show(fast, 500'000, {0, 0.0001, 0});
+  EXPECT_EQ(fast.nodes(), SliceSize::largest);
+  show(slow, 50'000, {0, 1, 0});
+  EXPECT_EQ(slow.nodes(), SliceSize::smallest);
+}
+
+TEST(SliceSizes, GrowWhereAllThatIsThereIsLaidOutAnew) {
+  const auto cost = [](std::size_t nodes) {
+    SliceSize size;
+    return show(size, nodes, {4, 0.02, 0.004});
+  };
+  EXPECT_LT(cost(200'000), 13 * cost(20'000)) << "ten times the nodes";
+}
+
+TEST(SliceSizes, OneSlowSliceIsForgotten) {
+  SliceSize size;
+  show(size, 50'000, {4, 0.02, 0});
+  const std::size_t before = size.nodes();
+  size.took(400);
+  show(size, 50'000, {4, 0.02, 0});
+  EXPECT_NEAR(double(size.nodes()), double(before), double(before) / 10);
+}
+
+}  // namespace
+}  // namespace tvx::browser

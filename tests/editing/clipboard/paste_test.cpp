@@ -1,0 +1,309 @@
+#include "tvx/editing/clipboard/paste.h"
+
+#include "editing/editing_fixture.h"
+#include "tvx/editing/clipboard/clipboard_door.h"
+#include "tvx/editing/ranges/control_range.h"
+
+namespace tvx::editing {
+namespace {
+
+/// A clipboard of one editor.
+class Door final : public ClipboardDoor {
+ public:
+  std::u16string html, text;
+  bool put(const CopiedContent& content) override {
+    html = content.html;
+    text = content.text;
+    return true;
+  }
+  bool paste(Editor& editor) override {
+    if (!html.empty()) return paste_html(editor, u"<!--StartFragment-->" + html + u"<!--EndFragment-->");
+    return paste_plain_text(editor, text);
+  }
+};
+
+class Paste : public test::EditingFixture {
+ protected:
+  Paste() { editor.set_clipboard(&door); }
+  ~Paste() override { editor.set_clipboard(nullptr); }
+
+  std::string copied(std::string_view marked_html) {
+    load(marked_html);
+    door.html.clear();
+    run({"copy"});
+    return to_utf8(door.html);
+  }
+  void expect_paste(std::string_view html, std::string_view before, std::string_view after) {
+    door.html = from_utf8(html);
+    expect_edits(before, {{"paste"}}, after);
+  }
+  void expect_text(std::string_view text, std::string_view before, std::string_view after) {
+    door.html.clear();
+    door.text = from_utf8(text);
+    expect_edits(before, {{"paste"}}, after);
+  }
+  /// What is copied is pasted over the same selection: nothing changes.
+  void expect_same(std::string_view marked_html) {
+    load(marked_html);
+    const std::string before = html();
+    const std::string first = this->marked();
+    ASSERT_TRUE(run({"copy"})) << marked_html;
+    ASSERT_TRUE(run({"paste"})) << marked_html;
+    EXPECT_EQ(html(), before) << "from " << marked_html << "\ncopied " << to_utf8(door.html);
+    while (document->journal().can_undo()) document->journal().undo();
+    EXPECT_EQ(html(), before) << "undone";
+    EXPECT_EQ(this->marked(), first) << "undone";
+  }
+
+  Door door;
+};
+
+// --- what is copied ---
+
+TEST_F(Paste, NothingIsCopiedOfACaret) {
+  load("<p>a[]b</p>");
+  EXPECT_FALSE(editor.enabled(u"copy"));
+  EXPECT_FALSE(run({"copy"}));
+  EXPECT_FALSE(run({"cut"}));
+  EXPECT_EQ(door.html, u"");
+}
+
+TEST_F(Paste, CopiesTextWithItsLook) {
+  EXPECT_EQ(copied("<p>a <b>b[c <i>d]e</i></b></p>"), "<B>c <I>d</I></B>");
+  EXPECT_EQ(copied("<p>x<a href=\"#\">one [two]</a></p>"), "<A href=\"#\">two</A>");
+  EXPECT_EQ(door.text, u"two");
+}
+
+TEST_F(Paste, CopiesABlockThatIsWhollySelected) {
+  EXPECT_EQ(copied("<h1><b>[Title]</b></h1><p>x</p>"), "<H1><B>Title</B></H1>");
+  EXPECT_EQ(copied("<h1>[Tit]le</h1>"), "Tit");
+  EXPECT_EQ(copied("<h1>[A</h1><p>b]c</p>"), "<H1>A</H1><P>b</P>");
+}
+
+TEST_F(Paste, CopiesItemsWithTheirList) {
+  EXPECT_EQ(copied("<ul class=\"c\"><li>o[ne</li><li>t]wo</li></ul>"),
+            "<UL class=\"c\"><LI>ne</LI><LI>t</LI></UL>");
+  EXPECT_EQ(copied("<ul><li>[one]</li></ul>"), "one");
+}
+
+TEST_F(Paste, CopiesCellsWithTheirTable) {
+  EXPECT_EQ(copied("<table><tbody><tr><td>[a</td><td>b]</td><td>c</td></tr></tbody></table>"),
+            "<TABLE><TBODY><TR><TD>a</TD><TD>b</TD></TR></TBODY></TABLE>");
+}
+
+TEST_F(Paste, CopiesFromACellIntoAListElsewhere) {
+  EXPECT_EQ(
+      copied("<table><tbody><tr><td>a</td><td>b[c</td></tr></tbody></table><p>d</p><ul><li>e]f</li></ul>"),
+      "<TABLE><TBODY><TR><TD>c</TD></TR></TBODY></TABLE><P>d</P><UL><LI>e</LI></UL>");
+}
+
+TEST_F(Paste, CopiesAnElementSelectedAsAWhole) {
+  load("<p>a<img src=\"x.png\">b</p>");
+  editor.selection().select_control(*dom::first_child_element(*dom::first_child_element(host)));
+  EXPECT_TRUE(run({"copy"}));
+  EXPECT_EQ(door.html, u"<IMG src=\"x.png\">");
+  EXPECT_EQ(door.text, u"");
+}
+
+TEST_F(Paste, CutIsOneStep) {
+  expect_edit("<p>a[b]c</p>", {"cut"}, "<P>a[]c</P>");
+  EXPECT_EQ(door.html, u"b");
+}
+
+// --- lines into lines ---
+
+TEST_F(Paste, ALineGoesIntoTheLine) {
+  expect_paste("x", "<p>a[]b</p>", "<P>ax[]b</P>");
+  expect_paste("<b>x</b>", "<p>a[]b</p>", "<P>a<B>x[]</B>b</P>");
+  expect_paste("x", "<p>a[b]c</p>", "<P>ax[]c</P>");
+  expect_paste("x", "<p>a[b</p><p>c]d</p>", "<P>ax[]d</P>");
+}
+
+TEST_F(Paste, ASingleBlockGoesIntoTheLineToo) {
+  expect_paste("<h1>x</h1>", "<p>a[]b</p>", "<P>ax[]b</P>");
+  expect_paste("<p>x</p>", "<ul><li>a[]b</li></ul>", "<UL><LI>ax[]b</LI></UL>");
+}
+
+TEST_F(Paste, ABlockTakesTheEmptyLine) {
+  expect_paste("<h1>x</h1>", "<p>[]<br></p>", "<H1>x[]</H1>");
+  expect_paste("<h1>x</h1>", "<p>[abc]</p><p>d</p>", "<H1>x[]</H1><P>d</P>");
+  expect_paste("x", "<p>[]<br></p>", "<P>x[]</P>");
+}
+
+TEST_F(Paste, ALookThatTheLineHasIsNotDoubled) {
+  expect_paste("<b>x</b>", "<p><b>a[]b</b></p>", "<P><B>ax[]b</B></P>");
+  expect_paste("<b>x</b><i>y</i>", "<p><b>a[]b</b></p>", "<P><B>ax<I>y[]</I>b</B></P>");
+}
+
+// --- blocks ---
+
+TEST_F(Paste, LinesMergeAtBothEnds) {
+  expect_paste("<p>x</p><p>y</p>", "<p>a[]b</p>", "<P>ax</P><P>y[]b</P>");
+  expect_paste("<p>x</p><h2>y</h2><p>z</p>", "<p>a[]b</p>", "<P>ax</P><H2>y</H2><P>z[]b</P>");
+  expect_paste("x<p>y</p>", "<p>a[]b</p>", "<P>ax</P><P>y[]b</P>");
+  expect_paste("<p>x</p>y", "<p>a[]b</p>", "<P>ax</P><P>y[]b</P>");
+}
+
+TEST_F(Paste, BlocksLeaveNoEmptyLines) {
+  expect_paste("<p>x</p><p>y</p>", "<p>[]b</p>", "<P>x</P><P>y[]b</P>");
+  expect_paste("<p>x</p><p>y</p>", "<p>a[]</p>", "<P>ax</P><P>y[]</P>");
+  expect_paste("<p>x</p><p>y</p>", "<p>[]<br></p>", "<P>x</P><P>y[]</P>");
+  expect_paste("<ul><li>x</li></ul>", "<p>[]<br></p>", "<UL><LI>x[]</LI></UL>");
+  expect_paste("<p>x</p><p>y</p>", "<p>[a</p><p>b</p><p>c]</p><p>d</p>", "<P>x</P><P>y[]</P><P>d</P>");
+}
+
+TEST_F(Paste, AListBreaksAParagraph) {
+  expect_paste("<ul><li>x</li><li>y</li></ul>", "<p>a[]b</p>",
+               "<P>a</P><UL><LI>x</LI><LI>y[]</LI></UL><P>b</P>");
+}
+
+TEST_F(Paste, ItemsGoAmongItems) {
+  expect_paste("<ul><li>x</li><li>y</li></ul>", "<ul><li>a[]b</li></ul>",
+               "<UL><LI>ax</LI><LI>y[]b</LI></UL>");
+  expect_paste("<ol><li>x</li><li>y</li></ol>", "<ul><li>a</li><li>[]<br></li></ul>",
+               "<UL><LI>a</LI><LI>x</LI><LI>y[]</LI></UL>");
+  expect_paste("<p>x</p><p>y</p>", "<ul><li>a[]b</li></ul>", "<UL><LI>ax</LI><LI>y[]b</LI></UL>");
+  expect_paste("<ul><li>x</li></ul>", "<ul><li>a[]b</li></ul>", "<UL><LI>ax[]b</LI></UL>");
+}
+
+TEST_F(Paste, BlocksInACellStayInIt) {
+  expect_paste("<p>x</p><p>y</p>", "<table><tbody><tr><td>a[]b</td><td>c</td></tr></tbody></table>",
+               "<TABLE><TBODY><TR><TD>ax<P>y[]b</P></TD><TD>c</TD></TR></TBODY></TABLE>");
+  expect_paste("<p>x</p>", "<table><tbody><tr><td>{}</td><td>c</td></tr></tbody></table>",
+               "<TABLE><TBODY><TR><TD><P>x[]</P></TD><TD>c</TD></TR></TBODY></TABLE>");
+}
+
+TEST_F(Paste, ATableBreaksAParagraph) {
+  expect_paste("<table><tbody><tr><td>x</td></tr></tbody></table>", "<p>a[]b</p>",
+               "<P>a</P><TABLE><TBODY><TR><TD>x</TD></TR></TBODY></TABLE><P>[]b</P>");
+}
+
+TEST_F(Paste, AnElementSelectedAsAWholeIsReplaced) {
+  load("<p>a<img src=\"x.png\">b</p>");
+  editor.selection().select_control(*dom::first_child_element(*dom::first_child_element(host)));
+  door.html = u"<b>x</b>";
+  EXPECT_TRUE(run({"paste"}));
+  EXPECT_EQ(marked(), "<P>a<B>x[]</B>b</P>");
+}
+
+// --- plain text ---
+
+TEST_F(Paste, TextKeepsItsLinesAndIsNoMarkup) {
+  expect_text("<b>1\r\n2\n3\r4\n", "<p>a[]b</p>", "<P>a&lt;b&gt;1<BR>2<BR>3<BR>4[]b</P>");
+  expect_text("x\ny", "<p>[]<br></p>", "<P>x<BR>y[]</P>");
+}
+
+TEST_F(Paste, TextKeepsItsBlanks) {
+  expect_text("a  b", "<p>[]<br></p>", "<P>a&nbsp; b[]</P>");
+  expect_text("x\n y", "<p>-[]-</p>", "<P>-x<BR>&nbsp;y[]-</P>");
+}
+
+TEST_F(Paste, TextInPreformattedLinesStaysAsItIs) {
+  expect_text("a\r\n  b", "<pre>-[]-</pre>", "<PRE>-a\n  b[]-</PRE>");
+}
+
+TEST_F(Paste, NothingIsNothing) {
+  load("<p>a[b]c</p>");
+  door.html.clear();
+  EXPECT_FALSE(run({"paste"}));
+  EXPECT_EQ(marked(), "<P>a[b]c</P>");
+  EXPECT_FALSE(document->journal().can_undo());
+}
+
+// --- back to where it came from ---
+
+TEST_F(Paste, OverItsOwnPlaceNothingChanges) {
+  expect_same("<p>a[b]c</p>");
+  expect_same("<p>[abc]</p><p>d</p>");
+  expect_same("<p>a<b>b[c</b>d]e</p>");
+  expect_same("<p>a<b>b[c</b>d<b>e]f</b></p>");
+  expect_same("<p>a<b>b[cd]e</b>f</p>");
+  expect_same("<p>a[b</p><p>c]d</p>");
+  expect_same("<h1>a[b</h1><p>x</p><h2>c]d</h2>");
+  expect_same("<ul><li>a[b</li><li>c]d</li></ul>");
+  expect_same("<ul><li>[ab</li><li>cd]</li></ul><p>x</p>");
+  expect_same("<p>a[b</p><ul><li>c</li><li>d]e</li></ul>");
+  expect_same("<ul><li>a[b</li></ul><p>c]d</p>");
+  expect_same("<blockquote><p>a[b</p></blockquote><p>c]d</p>");
+  expect_same("<p>a[b<br>c]d</p>");
+  expect_same("<div>a[b<p>c]d</p></div>");
+  expect_same("<p>a</p><p>[b<img src=\"x\">]</p>");
+  expect_same("<p>a </p>\n<p>b [c</p>\n<p>d] e</p>\n");
+}
+
+TEST_F(Paste, FromACellIntoAListAndBackNothingChanges) {
+  expect_same(
+      "<table><tbody><tr><td>a</td><td>b[c</td></tr><tr><td>d</td><td>e</td></tr></tbody></table><p>f</p>"
+      "<ul><li>g</li><li>h]i</li></ul>");
+  expect_same("<p>a[b</p><table><tbody><tr><td>c]d</td><td>e</td></tr></tbody></table>");
+  expect_same("<table><tbody><tr><td>a[b</td><td>c]d</td></tr></tbody></table>");
+  expect_same("<table><tbody><tr><td>a[b</td></tr><tr><td>c]d</td></tr></tbody></table>");
+  expect_same("<p>x</p><table><tbody><tr><td>[ab</td><td>cd]</td></tr></tbody></table><p>y</p>");
+}
+
+TEST_F(Paste, ATableThatDoesNotFitLeavesTheGridWhole) {
+  door.html = u"<p>x</p><p>y</p>";
+  load("<table><tbody><tr><td>a[b</td><td>c]d</td></tr></tbody></table>");
+  ASSERT_TRUE(run({"paste"}));
+  EXPECT_EQ(marked(), "<TABLE><TBODY><TR><TD>ax<P>y[]</P></TD><TD>d</TD></TR></TBODY></TABLE>");
+}
+
+// --- a line's end, copied along ---
+
+TEST_F(Paste, TheEndOfALineIsCopiedAlong) {
+  EXPECT_EQ(copied("<P>one</P><P>[two</P><P>]three</P>"), "<P>two</P><P></P>");
+  EXPECT_EQ(copied("<P>one</P>{<P>two</P>}<P>three</P>"), "<P>two</P><P></P>");
+  EXPECT_EQ(copied("<P>t[wo</P><P>]three</P>"), "wo<P></P>");
+  EXPECT_EQ(copied("<UL><LI>[one</LI><LI>]two</LI></UL>"), "<UL><LI>one</LI></UL><P></P>");
+  EXPECT_EQ(copied("<UL><LI>o[ne</LI><LI>]two</LI></UL>"), "ne<P></P>");
+  EXPECT_EQ(copied("<P>[two]</P><P>three</P>"), "<P>two</P>") << "the line's end is not in it";
+  EXPECT_EQ(copied("{<P>one</P><P>two</P>}"), "<P>one</P><P>two</P>") << "there is no line behind";
+  EXPECT_EQ(copied("<TABLE><TBODY><TR><TD>[a</TD><TD>]b</TD></TR></TBODY></TABLE>").find("<P>"),
+            std::string::npos)
+      << "from cell to cell";
+  copied("<P>[two</P><P>]three</P>");
+  EXPECT_EQ(door.text, u"two\n");
+}
+
+TEST_F(Paste, AWholeLineStandsAsALineWhereItIsPasted) {
+  const std::string_view line = "<P>two</P><P></P>";
+  expect_paste(line, "<P>one</P><P>[]three</P>", "<P>one</P><P>two</P><P>[]three</P>");
+  expect_paste(line, "<P>one[]</P>", "<P>onetwo</P><P>{}<BR></P>");
+  expect_paste(line, "<P>o[]ne</P>", "<P>otwo</P><P>[]ne</P>");
+  expect_paste(line, "<P>{}<BR></P>", "<P>two</P><P>{}<BR></P>");
+  expect_paste("wo<P></P>", "<P>a[]b</P>", "<P>awo</P><P>[]b</P>");
+  expect_paste(line, "<UL><LI>[]a</LI></UL>", "<UL><LI>two</LI><LI>[]a</LI></UL>");
+  expect_paste("<UL><LI>one</LI></UL><P></P>", "<UL><LI>a</LI><LI>[]b</LI></UL>",
+               "<UL><LI>a</LI><LI>one</LI><LI>[]b</LI></UL>");
+  expect_paste("<UL><LI>one</LI></UL><P></P>", "<P>[]b</P>", "<UL><LI>one</LI></UL><P>[]b</P>");
+  expect_paste("<P>x</P><BR class=\"Apple-interchange-newline\">", "<P>[]b</P>", "<P>x</P><P>[]b</P>");
+}
+
+TEST_F(Paste, ACutLineGoesElsewhereAsALine) {
+  load("<P>two</P><P>one</P><P>three</P>");
+  const auto text = [&](int line) { return dom::child_at(host, line)->first_child(); };
+  editor.selection().set({text(0), 0}, {text(1), 0});
+  const std::string first = marked();
+  run({"cut"});
+  EXPECT_EQ(html(), "<P>one</P><P>three</P>");
+  editor.selection().collapse({text(1), 0});
+  run({"paste"});
+  EXPECT_EQ(marked(), "<P>one</P><P>two</P><P>[]three</P>");
+  expect_laws(first);
+}
+
+TEST_F(Paste, OneLinesEndTakesThePlaceOfAnother) {
+  expect_same("<P>one</P><P>[two</P><P>]three</P>");
+  expect_same("<UL><LI>[one</LI><LI>]two</LI></UL>");
+}
+
+TEST_F(Paste, IntoALineBreakGoesBesideIt) {
+  load("<P><BR></P><P>x</P>");
+  editor.selection().collapse({host.first_child()->first_child(), 0});
+  door.html = u"one";
+  run({"paste"});
+  EXPECT_EQ(marked(), "<P>one[]</P><P>x</P>");
+}
+
+}  // namespace
+}  // namespace tvx::editing

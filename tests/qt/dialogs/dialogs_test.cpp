@@ -1,0 +1,139 @@
+#include "tvx/qt/dialogs/dialogs.h"
+
+#include <gtest/gtest.h>
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QColorDialog>
+#include <QDialog>
+#include <QDialogButtonBox>
+#include <QFileDialog>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTimer>
+
+namespace tvx::qt {
+namespace {
+
+/// Acts on the dialog of that kind once it is open.
+template <class Dialog, class Act>
+void when_open(Act act) {
+  QTimer::singleShot(0, qApp, [act] {
+    auto* dialog = qobject_cast<Dialog*>(QApplication::activeModalWidget());
+    ASSERT_NE(dialog, nullptr);
+    act(dialog);
+  });
+}
+
+void press(QWidget* widget, int key, const QString& text = {}) {
+  for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+    QKeyEvent event(type, key, Qt::NoModifier, text);
+    QApplication::sendEvent(widget, &event);
+  }
+}
+
+void type_into(QWidget* widget, const QString& text) {
+  for (const QChar c : text) press(widget, 0, c);
+}
+
+class DialogsTest : public testing::Test {
+ protected:
+  QWidget* window_ = new QWidget;
+  Dialogs dialogs_{*window_};
+  ~DialogsTest() override { delete window_; }
+};
+
+TEST_F(DialogsTest, FiltersMayBringFurtherOnesBehindBars) {
+  EXPECT_EQ(name_filters({{u"HTML Documents (*.htm)", u"*.htm;*.html|All Files|*.*"}, {u"Images", u"*.gif"}}),
+            (QStringList{QStringLiteral("HTML Documents (*.htm) (*.htm *.html)"),
+                         QStringLiteral("All Files (*)"), QStringLiteral("Images (*.gif)")}));
+}
+
+TEST_F(DialogsTest, AMessageAnswersWithItsButton) {
+  platform::MessageBox box{u"<b>Text</b>", u"Title", platform::MessageButtons::yes_no_cancel,
+                           platform::MessageIcon::critical};
+  when_open<QMessageBox>([](QMessageBox* shown) {
+    EXPECT_EQ(shown->windowTitle(), QStringLiteral("Title"));
+    EXPECT_EQ(shown->textFormat(), Qt::PlainText);
+    EXPECT_EQ(shown->icon(), QMessageBox::Critical);
+    shown->button(QMessageBox::No)->click();
+  });
+  EXPECT_EQ(dialogs_.show_message(box), platform::MessageAnswer::no);
+}
+
+TEST_F(DialogsTest, AClosedMessageAnswersAsTold) {
+  using platform::MessageAnswer;
+  using platform::MessageButtons;
+  for (const auto& [buttons, answer] : {std::pair(MessageButtons::ok, MessageAnswer::ok),
+                                        std::pair(MessageButtons::ok_cancel, MessageAnswer::cancel),
+                                        std::pair(MessageButtons::yes_no, MessageAnswer::no),
+                                        std::pair(MessageButtons::yes_no_cancel, MessageAnswer::cancel)}) {
+    when_open<QMessageBox>([](QMessageBox* shown) { shown->close(); });
+    EXPECT_EQ(dialogs_.show_message({u"?", u"HTMLed", buttons}), answer);
+  }
+}
+
+// What runs in the dialog's loop may close the window that it stands over.
+TEST_F(DialogsTest, AMessageWhoseWindowGoesIsClosed) {
+  when_open<QMessageBox>([this](QMessageBox*) {
+    delete window_;
+    window_ = nullptr;
+  });
+  EXPECT_EQ(dialogs_.show_message({u"?", u"HTMLed", platform::MessageButtons::yes_no}),
+            platform::MessageAnswer::no);
+}
+
+TEST_F(DialogsTest, ColoursGoBothWays) {
+  when_open<QColorDialog>([](QColorDialog* shown) {
+    EXPECT_EQ(shown->currentColor(), QColor(0x12, 0x34, 0x56));
+    shown->setCurrentColor(QColor(1, 2, 3));
+    shown->accept();
+  });
+  EXPECT_EQ(dialogs_.ShowColor(0x563412, platform::WindowHandle::none), 0x030201);
+  when_open<QColorDialog>([](QColorDialog* shown) { shown->reject(); });
+  EXPECT_EQ(dialogs_.ShowColor(0, platform::WindowHandle::none), no_colour);
+}
+
+TEST_F(DialogsTest, ACancelledFileDialogGivesNoPath) {
+  platform::FileDialog asked{{{u"HTML", u"*.html"}}, u"Save HTML File", u"*.html"};
+  when_open<QFileDialog>([](QFileDialog* shown) {
+    EXPECT_EQ(shown->windowTitle(), QStringLiteral("Save HTML File"));
+    EXPECT_EQ(shown->acceptMode(), QFileDialog::AcceptSave);
+    EXPECT_EQ(shown->defaultSuffix(), QStringLiteral("html"));
+    shown->reject();
+  });
+  EXPECT_EQ(dialogs_.ShowSave(asked), u"");
+}
+
+TEST_F(DialogsTest, ALinkIsAskedForWithTheAddressItHas) {
+  when_open<QDialog>([](QDialog* shown) {
+    EXPECT_EQ(shown->windowTitle(), QStringLiteral("Hyperlink"));
+    auto* field = shown->findChild<QLineEdit*>();
+    EXPECT_EQ(field->text(), QStringLiteral("http://old.org/"));
+    EXPECT_TRUE(field->hasSelectedText());
+    type_into(field, QStringLiteral(" http://new.org/ "));
+    press(field, Qt::Key_Return);
+  });
+  EXPECT_EQ(dialogs_.ask_link({u"http://old.org/"}), u"http://new.org/");
+}
+
+TEST_F(DialogsTest, ALinkWithoutAnAddressCanNotBeAgreedTo) {
+  when_open<QDialog>([](QDialog* shown) {
+    auto* field = shown->findChild<QLineEdit*>();
+    const auto* ok = shown->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok);
+    EXPECT_FALSE(ok->isEnabled());
+    type_into(field, QStringLiteral("  "));
+    EXPECT_FALSE(ok->isEnabled());
+    press(field, Qt::Key_Return);
+    EXPECT_TRUE(shown->isVisible());
+    type_into(field, QStringLiteral("a"));
+    EXPECT_TRUE(ok->isEnabled());
+    press(field, Qt::Key_Escape);
+  });
+  EXPECT_EQ(dialogs_.ask_link({}), std::nullopt);
+}
+
+}  // namespace
+}  // namespace tvx::qt

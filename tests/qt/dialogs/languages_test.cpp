@@ -1,0 +1,357 @@
+#include "htmled/languages.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QAction>
+#include <QApplication>
+#include <QDir>
+#include <QDirIterator>
+#include <QLibraryInfo>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QRegularExpression>
+#include <QSettings>
+#include <QStatusBar>
+#include <QTemporaryDir>
+#include <QToolButton>
+#include <algorithm>
+#include <map>
+#include <set>
+
+#include "htmled/window.h"
+#include "tvx/core/htmled.h"
+#include "tvx/localise/xml_document.h"
+#include "tvx/qt/dialogs/link_dialog.h"
+#include "tvx/qt/support/message_loop.h"
+#include "tvx/qt/support/strings.h"
+#include "tvx/qt/support/words.h"
+
+namespace tvx::htmled {
+namespace {
+
+using qt::from_qt;
+using qt::to_qt;
+using testing::IsEmpty;
+
+const QString language_folder = QStringLiteral(TVX_SOURCE_DIR "/languages");
+
+// --- the words ---
+
+/// The English words that the program and the widget have, read from their sources: they are marked there.
+std::set<QString> words_in_sources() {
+  static const QRegularExpression marked(QStringLiteral(
+      R"re((?:\btr|QT_TR_NOOP|translated)\(\s*u?((?:"(?:[^"\\]|\\.)*"\s*)+)\)|QT_TRANSLATE_NOOP\(\s*"\w+",\s*((?:"(?:[^"\\]|\\.)*"\s*)+)\))re"));
+  std::set<QString> words;
+  for (const char* folder : {"/apps/htmled", "/src/qt"}) {
+    QDirIterator sources(QStringLiteral(TVX_SOURCE_DIR) + QString::fromLatin1(folder),
+                         {QStringLiteral("*.cpp"), QStringLiteral("*.h")}, QDir::Files,
+                         QDirIterator::Subdirectories);
+    while (sources.hasNext()) {
+      QFile file(sources.next());
+      EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+      const QString text = QString::fromUtf8(file.readAll());
+      for (auto found = marked.globalMatch(text); found.hasNext();) {
+        const QRegularExpressionMatch match = found.next();
+        QString literal = (match.captured(1) + match.captured(2)).trimmed();
+        static const QRegularExpression seam(QStringLiteral(R"("\s*")"));
+        words.insert(literal.replace(seam, QString()).chopped(1).mid(1));
+      }
+    }
+  }
+  return words;
+}
+
+/// What the layers below say through a message box, a file dialog or a notice.
+const std::pair<const char*, const char*> words_from_below[] = {
+    {"src/core/context_menus.cpp", "Discard Changes?"},
+    {"src/core/context_menus.cpp", "HTML Editor"},
+    {"src/core/document_files.cpp", "Open HTML File"},
+    {"src/core/document_files.cpp", "Save HTML File"},
+    {"src/browser/view/document_view.cpp",
+     "This document can't be shown at the moment: the view has ended twice while showing it. Nothing is "
+     "lost; "
+     "the document can be edited as code and saved."},
+};
+
+std::set<QString> all_words() {
+  std::set<QString> words = words_in_sources();
+  for (const auto& [file, word] : words_from_below) words.insert(QString::fromUtf8(word));
+  return words;
+}
+
+std::map<QString, QString> written(const QString& language) {
+  localise::XmlDocument document;
+  EXPECT_TRUE(document.load(from_qt(language_folder + u'/' + language + QStringLiteral(".xml"))));
+  std::map<QString, QString> words;
+  for (const localise::XmlElement* entry :
+       document.documentElement()->child_named(u"Application")->children()) {
+    const QString english = to_qt(entry->child(0)->text());
+    EXPECT_TRUE(words.emplace(english, to_qt(entry->child(1)->text())).second) << english.toStdString();
+  }
+  return words;
+}
+
+std::string text(const QString& words) { return words.toStdString(); }
+
+TEST(ProgramWords, AreFoundInTheSources) {
+  const std::set<QString> words = words_in_sources();
+  EXPECT_GT(words.size(), 20u);
+  for (const char* word : {"&File", "Untitled", "Can't read %1", "&Address:", "Outer elements", "Try again",
+                           "The document has been changed. Save the changes?"})
+    EXPECT_TRUE(words.contains(QString::fromUtf8(word))) << word;
+}
+
+TEST(ProgramWords, OfLowerLayersStandThere) {
+  for (const auto& [name, word] : words_from_below) {
+    QFile file(QStringLiteral(TVX_SOURCE_DIR "/") + QString::fromLatin1(name));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const QString source =
+        QString::fromUtf8(file.readAll()).replace(QRegularExpression(QStringLiteral(R"("\s*u")")), QString());
+    EXPECT_TRUE(source.contains(u'"' + QString::fromUtf8(word) + u'"')) << word;
+  }
+}
+
+class ProgramLanguage : public testing::TestWithParam<const char*> {
+ protected:
+  const QString code = QString::fromLatin1(GetParam());
+};
+
+TEST_P(ProgramLanguage, HasAllWordsAndNoOthers) {
+  std::set<QString> words;
+  for (const auto& [english, word] : written(code)) {
+    words.insert(english);
+    EXPECT_FALSE(word.isEmpty()) << text(english);
+    EXPECT_EQ(word.count(QStringLiteral("%1")), english.count(QStringLiteral("%1"))) << text(english);
+  }
+  std::vector<std::string> missing, surplus;
+  const std::set<QString> wanted = all_words();
+  for (const QString& word : wanted)
+    if (!words.contains(word)) missing.push_back(text(word));
+  for (const QString& word : words)
+    if (!wanted.contains(word)) surplus.push_back(text(word));
+  EXPECT_THAT(missing, IsEmpty());
+  EXPECT_THAT(surplus, IsEmpty());
+}
+
+TEST_P(ProgramLanguage, LeavesNothingInEnglish) {
+  static const std::set<std::string> same_in_german = {"Hyperlink", "Element %1"};
+  for (const auto& [english, word] : written(code)) {
+    const bool same = code == QStringLiteral("en") ||
+                      (code == QStringLiteral("de") && same_in_german.contains(text(english)));
+    EXPECT_EQ(word == english, same) << text(english);
+  }
+}
+
+/// Every item of a menu is reached by a letter of its own.
+TEST_P(ProgramLanguage, AccessKeysOfAMenuDiffer) {
+  const auto words = written(code);
+  for (const std::vector<const char*>& menu : {std::vector<const char*>{"&File", "&Edit", "&View"},
+                                               {"&New", "&Open…", "&Save", "Save &As…", "&Quit"},
+                                               {"&Undo", "&Redo"},
+                                               {"&Language"}}) {
+    std::set<QChar> keys;
+    for (const char* english : menu) {
+      const QString word = words.at(QString::fromUtf8(english));
+      ASSERT_EQ(word.count(u'&'), 1) << text(word);
+      EXPECT_TRUE(keys.insert(word.at(word.indexOf(u'&') + 1).toLower()).second) << text(word);
+    }
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Of, ProgramLanguage, testing::Values("en", "de", "fr", "es", "ja", "ar"),
+                         [](const auto& language) { return std::string(language.param); });
+
+// --- the choice ---
+
+class LanguageChoice : public testing::Test {
+ protected:
+  LanguageChoice() { QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, settings_.path()); }
+  QTemporaryDir settings_;
+};
+
+TEST_F(LanguageChoice, TheFilesStandBesideTheProgram) {
+  const Languages languages;
+  std::vector<std::string> names;
+  for (const Language& language : languages.all())
+    names.push_back(text(language.code + u' ' + language.name));
+  EXPECT_THAT(names, testing::UnorderedElementsAre("de Deutsch", "en English", "es Español", "fr Français",
+                                                   "ja 日本語", "ar العربية"));
+}
+
+TEST_F(LanguageChoice, CodesOfCountriesMeanTheirLanguage) {
+  const Languages languages(language_folder);
+  for (const char* code : {"de", "DE", "de_AT", "de-AT", "de-Latn-AT"}) {
+    ASSERT_NE(languages.find(QString::fromLatin1(code)), nullptr) << code;
+    EXPECT_EQ(languages.find(QString::fromLatin1(code))->code, QStringLiteral("de"));
+  }
+  for (const char* code : {"", "d", "den", "xx", "-", "C"})
+    EXPECT_EQ(languages.find(QString::fromLatin1(code)), nullptr) << code;
+}
+
+TEST_F(LanguageChoice, TheChosenOneIsPreferredAtTheNextStart) {
+  const Languages languages(language_folder);
+  Languages::remember(*languages.find(QStringLiteral("ja")));
+  EXPECT_EQ(Languages(language_folder).preferred()->code, QStringLiteral("ja"));
+}
+
+TEST_F(LanguageChoice, WithoutAChoiceItIsTheFirstOfTheSystemsThatThereIs) {
+  const Languages languages(language_folder);
+  const auto preferred = [&](const char* system) {
+    const Language* language = languages.preferred(QString::fromLatin1(system).split(u' '));
+    return language ? text(language->code) : "none";
+  };
+  EXPECT_EQ(preferred("fr-CA fr en-US"), "fr");
+  EXPECT_EQ(preferred("nb-NO nb de-CH en"), "de");
+  EXPECT_EQ(preferred("nb-NO"), "none");
+  Languages::remember(*languages.find(QStringLiteral("ar")));
+  EXPECT_EQ(preferred("fr-CA"), "ar");
+}
+
+TEST_F(LanguageChoice, BrokenFilesAndNoFolderAreNoLanguages) {
+  const QTemporaryDir folder;
+  QFile file(folder.filePath(QStringLiteral("xx.xml")));
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write("<languageUI>") > 0);
+  file.close();
+  EXPECT_TRUE(Languages(folder.path()).all().empty());
+  EXPECT_TRUE(Languages(QStringLiteral("/no/such/folder")).all().empty());
+  EXPECT_EQ(Languages(QString()).preferred(), nullptr);
+}
+
+// The words are Qt's, from a package of their own: without its file there is nothing to follow.
+TEST_F(LanguageChoice, QtsOwnWordsFollow) {
+  const QDir translations(QLibraryInfo::path(QLibraryInfo::TranslationsPath));
+  if (!translations.exists(QStringLiteral("qtbase_de.qm")))
+    GTEST_SKIP() << "SKIPPED: no qtbase_de.qm, Qt's own translations are not installed";
+  Languages languages(language_folder);
+  const auto cancel = [] {
+    return QMessageBox(QMessageBox::NoIcon, {}, {}, QMessageBox::Cancel).button(QMessageBox::Cancel)->text();
+  };
+  const QString english = cancel();
+  languages.speak(*languages.find(QStringLiteral("de")));
+  EXPECT_EQ(cancel().remove(u'&'), QStringLiteral("Abbrechen"));
+  languages.speak(*languages.find(QStringLiteral("en")));
+  EXPECT_EQ(cancel(), english);
+}
+
+// --- the window ---
+
+class SpokenWindow : public LanguageChoice {
+ protected:
+  SpokenWindow() { window_.show(); }
+
+  void speak(const char* code) { window_.speak(*window_.languages().find(QString::fromLatin1(code))); }
+  /// The texts of the menu bar.
+  std::string menus() const {
+    QStringList texts;
+    for (const QAction* action : window_.menuBar()->actions()) texts << action->text().remove(u'&');
+    return text(texts.join(u' '));
+  }
+  std::string bold_tip() { return text(to_qt(control().Toolbar1().Item(u"Bold").ToolTipText())); }
+  /// The tool tip that the widget itself shows.
+  bool shows_tip(const char* tip) {
+    const auto buttons = window_.editor().findChildren<QWidget*>();
+    return std::ranges::any_of(
+        buttons, [&](const QWidget* each) { return each->toolTip() == QString::fromUtf8(tip); });
+  }
+  QAction* language_item(const char* code) { return window_.findChild<QAction*>(QString::fromLatin1(code)); }
+  core::HTMLed& control() { return window_.editor().control(); }
+
+  qt::MessageLoop loop_;
+  Window window_{loop_};
+};
+
+TEST_F(SpokenWindow, ChoosingALanguageChangesAllWordsAtOnce) {
+  EXPECT_EQ(menus(), "File Edit View");
+  EXPECT_EQ(bold_tip(), "Bold");
+  ASSERT_NE(language_item("de"), nullptr);
+  language_item("de")->trigger();
+  EXPECT_EQ(menus(), "Datei Bearbeiten Ansicht");
+  EXPECT_EQ(text(window_.windowTitle()), "Unbenannt[*] – HTMLed");
+  EXPECT_EQ(bold_tip(), "Fett");
+  EXPECT_TRUE(shows_tip("Fett"));
+  EXPECT_EQ(control().menu(u"mnuMiscCut")->Caption(), u"Ausschneiden");
+  EXPECT_EQ(control().table_labels().cell, u"Zelle");
+  EXPECT_EQ(text(qt::translated(u"Discard Changes?")), "Änderungen verwerfen?");
+  EXPECT_EQ(text(qt::LinkDialog(QString()).windowTitle()), "Hyperlink");
+
+  language_item("fr")->trigger();
+  EXPECT_EQ(menus(), "Fichier Édition Affichage");
+  EXPECT_TRUE(shows_tip("Gras"));
+  EXPECT_EQ(text(qt::LinkDialog(QString()).windowTitle()), "Lien hypertexte");
+
+  language_item("en")->trigger();
+  EXPECT_EQ(menus(), "File Edit View");
+  EXPECT_EQ(bold_tip(), "Bold");
+  EXPECT_EQ(control().table_labels().cell, u"Cell");
+}
+
+TEST_F(SpokenWindow, TheChoiceIsKept) {
+  language_item("es")->trigger();
+  EXPECT_EQ(Languages(language_folder).preferred()->code, QStringLiteral("es"));
+  speak("ja");  // as the command line does: for this time
+  EXPECT_EQ(Languages(language_folder).preferred()->code, QStringLiteral("es"));
+}
+
+TEST_F(SpokenWindow, TheLanguageOutlivesTheEditorsStart) {
+  speak("ja");
+  ASSERT_TRUE(window_.start({}));
+  EXPECT_EQ(bold_tip(), "太字");
+  EXPECT_EQ(menus(), "ファイル(F) 編集(E) 表示(V)");
+  EXPECT_FALSE(window_.isWindowModified());
+}
+
+TEST_F(SpokenWindow, ArabicMirrorsTheWindowAndLeavesTheDocumentAlone) {
+  ASSERT_TRUE(window_.start({}));
+  control().set_DocumentHTML(u"<P>text</P>");
+  const auto is_at_the_right = [&] {
+    QCoreApplication::processEvents();
+    for (const QToolButton* button : window_.editor().findChildren<QToolButton*>())
+      if (button->toolTip() == to_qt(control().Toolbar1().Item(1).ToolTipText()))
+        return button->mapTo(&window_, QPoint()).x() > window_.width() / 2;
+    ADD_FAILURE() << "the first button isn't there";
+    return false;
+  };
+  EXPECT_FALSE(is_at_the_right());
+  speak("ar");
+  EXPECT_TRUE(is_at_the_right());
+  EXPECT_EQ(window_.menuBar()->layoutDirection(), Qt::RightToLeft);
+  EXPECT_EQ(qt::LinkDialog(QString()).layoutDirection(), Qt::RightToLeft);
+  EXPECT_EQ(control().DocumentHTML(), u"<P>text</P>");
+  EXPECT_FALSE(window_.isWindowModified());
+  speak("en");
+  EXPECT_FALSE(is_at_the_right());
+}
+
+TEST_F(SpokenWindow, TheMenuMarksTheLanguageSpoken) {
+  const auto open = [&] {
+    for (QMenu* menu : window_.findChildren<QMenu*>()) emit menu->aboutToShow();
+  };
+  open();
+  EXPECT_TRUE(language_item("en")->isChecked());
+  speak("ar");
+  open();
+  EXPECT_TRUE(language_item("ar")->isChecked());
+  EXPECT_FALSE(language_item("en")->isChecked());
+}
+
+TEST_F(SpokenWindow, FailuresAreToldInTheLanguageToo) {
+  speak("de");
+  EXPECT_FALSE(window_.open(QStringLiteral("/no/such/page.html")));
+  EXPECT_EQ(text(window_.statusBar()->currentMessage()), "/no/such/page.html lässt sich nicht lesen");
+}
+
+TEST_F(SpokenWindow, AtItsEndTheProgramIsAsBefore) {
+  {
+    Languages other(language_folder);
+    other.speak(*other.find(QStringLiteral("ar")));
+    EXPECT_EQ(QGuiApplication::layoutDirection(), Qt::RightToLeft);
+    EXPECT_EQ(text(qt::translated(u"Untitled")), "بلا عنوان");
+  }
+  EXPECT_EQ(QGuiApplication::layoutDirection(), Qt::LeftToRight);
+  EXPECT_EQ(text(qt::translated(u"Untitled")), "Untitled");
+}
+
+}  // namespace
+}  // namespace tvx::htmled

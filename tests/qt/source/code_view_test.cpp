@@ -1,0 +1,262 @@
+#include <gtest/gtest.h>
+
+#include <QAction>
+#include <QApplication>
+#include <QClipboard>
+#include <QElapsedTimer>
+#include <QImage>
+#include <QMimeData>
+#include <QPlainTextEdit>
+#include <QScrollBar>
+#include <QTextBlock>
+#include <ctime>
+#include <iostream>
+
+#include "tvx/base/strings.h"
+#include "tvx/qt/source/code_view_face.h"
+#include "tvx/qt/support/clipboard.h"
+#include "tvx/source/code_view.h"
+#include "tvx/source/formatter.h"
+
+namespace tvx::qt {
+namespace {
+
+void press(QWidget* widget, int key, Qt::KeyboardModifiers modifiers = {}, const QString& text = {}) {
+  QKeyEvent down(QEvent::KeyPress, key, modifiers, text);
+  QApplication::sendEvent(widget, &down);
+  QKeyEvent up(QEvent::KeyRelease, key, modifiers, text);
+  QApplication::sendEvent(widget, &up);
+}
+
+class CodeViewFaceTest : public testing::Test, protected source::CodeViewEvents {
+ protected:
+  CodeViewFaceTest() {
+    code.set_clipboard(&clipboard);
+    code.set_events(this);
+    window.resize(640, 400);
+    face = new CodeViewFace(code, &window);
+    face->setGeometry(0, 0, 640, 400);
+    window.show();
+  }
+  ~CodeViewFaceTest() override {
+    delete face;
+    code.set_events(nullptr);
+  }
+  void Change() override { ++changes; }
+  void KeyDown(std::int16_t& key, std::int16_t) override { keys.push_back(key); }
+  void GotFocus() override { ++focused; }
+
+  void show(std::u16string_view text) {
+    code.set_Text(text);
+    code.attachMessages();
+    code.set_Visible(true);
+    code.ZOrder(true);
+    code.SetFocus();
+    QApplication::processEvents();
+  }
+  QPlainTextEdit* box() { return face->text_box(); }
+  void type(const QString& text) {
+    for (const QChar c : text) press(box(), c.toUpper().unicode(), {}, c);
+  }
+  /// Numbers that stand dark, by looking at the pane's own pixels would be guessing: by the model's rows.
+  std::vector<int> dark_lines() {
+    std::vector<int> lines;
+    for (const source::LineNumber& row : code.line_numbers())
+      if (row.colour == source::colour_window_text) lines.push_back(int(row.number));
+    return lines;
+  }
+
+  Clipboard clipboard;
+  source::OrvelCV code;
+  QWidget window;
+  CodeViewFace* face;
+  int changes = 0, focused = 0;
+  std::vector<int> keys;
+};
+
+TEST_F(CodeViewFaceTest, ATextShowsInLinesThatDontWrap) {
+  show(u"one\r\n" + std::u16string(5000, u'x') + u"\r\nthree");
+  EXPECT_EQ(box()->blockCount(), 3);
+  EXPECT_EQ(code.LineCount(), 3);
+  EXPECT_EQ(box()->lineWrapMode(), QPlainTextEdit::NoWrap);
+  EXPECT_TRUE(box()->isVisible());
+  EXPECT_EQ(changes, 0);
+  EXPECT_EQ(code.Text().size(), 5012u);
+}
+
+TEST_F(CodeViewFaceTest, TypingTellsOfChangesAndUndoIsTheBoxs) {
+  show(u"");
+  type(u"ab"_qs);
+  EXPECT_EQ(code.Text(), u"ab");
+  EXPECT_EQ(changes, 2);
+  EXPECT_EQ(keys, (std::vector<int>{'A', 'B'}));
+  press(box(), Qt::Key_Z, Qt::ControlModifier);
+  EXPECT_EQ(code.Text(), u"");
+  press(box(), Qt::Key_Y, Qt::ControlModifier);
+  EXPECT_EQ(code.Text(), u"ab");
+}
+
+TEST_F(CodeViewFaceTest, TabTypesATabAndKeepsTheFocus) {
+  show(u"");
+  press(box(), Qt::Key_Tab, {}, u"\t"_qs);
+  EXPECT_EQ(code.Text(), u"\t");
+}
+
+TEST_F(CodeViewFaceTest, TheClipboardHoldsPlainTextOnly) {
+  show(u"<B>bold</B>\r\nx");
+  press(box(), Qt::Key_A, Qt::ControlModifier);
+  EXPECT_TRUE(keys.empty()) << "consumed";
+  press(box(), Qt::Key_C, Qt::ControlModifier);
+  EXPECT_EQ(QApplication::clipboard()->mimeData()->formats(), QStringList{u"text/plain"_qs});
+  EXPECT_EQ(clipboard.GetText(), u"<B>bold</B>\r\nx");
+  press(box(), Qt::Key_X, Qt::ControlModifier);
+  EXPECT_EQ(code.Text(), u"");
+}
+
+TEST_F(CodeViewFaceTest, RichTextComesInByTheKeyAloneAsPlainText) {
+  show(u"");
+  auto* data = new QMimeData;
+  data->setText(u"plain"_qs);
+  data->setData(u"text/rtf"_qs, "{\\rtf1 rich}");
+  QApplication::clipboard()->setMimeData(data);
+  press(box(), Qt::Key_Insert, Qt::ShiftModifier);
+  EXPECT_EQ(code.Text(), u"");
+  press(box(), Qt::Key_V, Qt::ControlModifier);
+  EXPECT_EQ(code.Text(), u"plain");
+}
+
+TEST_F(CodeViewFaceTest, SelectedLinesStandDark) {
+  show(u"1\n2\n3\n4\n5\n6\n7");
+  EXPECT_EQ(dark_lines(), std::vector<int>{1});
+  code.TextBox1().select(4, 5);
+  EXPECT_EQ(dark_lines(), (std::vector<int>{3, 4, 5}));
+  const QImage picture = face->pane()->grab().toImage();
+  EXPECT_GT(picture.width(), 30);
+}
+
+TEST_F(CodeViewFaceTest, NumbersStandBesideTheirLines) {
+  std::u16string text;
+  for (int i = 0; i < 300; ++i) text += u"line\n";
+  show(text);
+  box()->verticalScrollBar()->setValue(120);
+  QApplication::processEvents();
+  EXPECT_EQ(code.FirstVisibleLine(), 120);
+  EXPECT_EQ(code.line_numbers().front().number, 121);
+  EXPECT_GE(code.line_numbers().size(), 20u);
+}
+
+TEST_F(CodeViewFaceTest, ThePaneGrowsWithTheNumbersAndStandsAtTheLeadingSide) {
+  show(u"x");
+  const int narrow = face->pane()->width();
+  EXPECT_EQ(narrow, 32);
+  EXPECT_EQ(face->pane()->x(), 0);
+  show(std::u16string(200'000, u'\n'));
+  EXPECT_GT(face->pane()->width(), narrow);
+  face->setLayoutDirection(Qt::RightToLeft);
+  QApplication::processEvents();
+  EXPECT_EQ(face->pane()->geometry().right(), face->width() - 1);
+  EXPECT_EQ(box()->x(), 0);
+}
+
+TEST_F(CodeViewFaceTest, TheFaceMayGoAndTheTextStays) {
+  show(u"kept");
+  type(u"x"_qs);
+  delete face;
+  EXPECT_EQ(code.Text(), u"xkept");
+  EXPECT_TRUE(code.attached());
+  face = new CodeViewFace(code, &window);
+  EXPECT_EQ(code.Text(), u"xkept");
+}
+
+TEST_F(CodeViewFaceTest, NoBreakSpacesAndPairsComeBackAsTheyAre) {
+  show(u"a\u00A0b\U0001F600");
+  type(u"x"_qs);
+  EXPECT_EQ(code.Text(), u"xa\u00A0b\U0001F600");
+}
+
+TEST_F(CodeViewFaceTest, ADisabledBoxTakesNoKeys) {
+  show(u"x");
+  code.set_Enabled(false);
+  EXPECT_FALSE(box()->isEnabled());
+  code.set_Enabled(true);
+  code.set_Locked(true);
+  type(u"y"_qs);
+  EXPECT_EQ(code.Text(), u"x");
+}
+
+// What happens to one very long line: it is one layout, which each key makes again.
+TEST_F(CodeViewFaceTest, ALargeSourceInOneLineOpens) {
+  QElapsedTimer clock;
+  clock.start();
+  std::u16string text;
+  while (text.size() < 1'000'000) text += u"<TD class=\"cell\">some words</TD>";
+  show(text);
+  box()->viewport()->repaint();
+  const auto opened = clock.restart();
+  type(u"x"_qs);
+  box()->viewport()->repaint();
+  std::cout << "1 MB in one line: open " << opened << " ms, key " << clock.elapsed() << " ms\n";
+  EXPECT_EQ(code.Text().size(), text.size() + 1);
+}
+
+// Says what it measured; how fast is fast is not for a test to say.
+TEST_F(CodeViewFaceTest, ALargeSourceOpensScrollsAndTakesKeys) {
+  std::u16string text;
+  for (int i = 0; text.size() < 10'000'000; ++i)
+    text += u"    <TD class=\"cell\">number " + to_text(i) + u" and some words of text</TD>\r\n";
+  QElapsedTimer clock;
+  clock.start();
+  const std::clock_t processor = std::clock();
+  show(text);
+  box()->viewport()->repaint();
+  const auto opened_processor = 1000 * (std::clock() - processor) / CLOCKS_PER_SEC;
+  const auto opened = clock.restart();
+  for (int i = 0; i < 100; ++i) {
+    box()->verticalScrollBar()->setValue(i * 1000);
+    box()->viewport()->repaint();
+    face->pane()->repaint();
+  }
+  const auto scrolled = clock.nsecsElapsed() / 100;
+  code.TextBox1().select(text.size() / 2, 0);
+  clock.restart();
+  for (int i = 0; i < 100; ++i) {
+    type(u"x"_qs);
+    box()->viewport()->repaint();
+    face->pane()->repaint();
+  }
+  const auto typed = clock.nsecsElapsed() / 100;
+  clock.restart();
+  const std::size_t length = code.Text().size();
+  std::cout << "10 MB: open " << opened << " ms (processor " << opened_processor << "), scroll "
+            << scrolled / 1e6 << " ms, key " << typed / 1e6 << " ms, read " << clock.elapsed() << " ms\n";
+  EXPECT_EQ(length, text.size() + 100);
+}
+
+TEST_F(CodeViewFaceTest, PicturesOfASelectionOverLines) {
+  const QByteArray folder = qgetenv("TVX_PICTURES");
+  if (folder.isEmpty()) GTEST_SKIP() << "set TVX_PICTURES to a folder";
+  const std::u16string source = source::FormatHTMLSource(
+      u"<H1>Spring catalogue</H1><P>Our <B>new</B> arrivals, <A href=\"arrivals.html\">all on one "
+      u"page</A>.</P>"
+      u"<TABLE "
+      u"border=\"1\"><TBODY><TR><TD>Tulip</TD><TD>3.50</TD></TR><TR><TD>Daffodil</TD><TD>2.20</TD></TR>"
+      u"</TBODY></TABLE><UL><LI>Delivery in a week</LI><LI>Two years of guarantee</LI></UL>",
+      2, false, false);
+  for (const bool dark : {false, true}) {
+    QPalette palette;
+    if (dark) {
+      palette = QPalette(QColor(0x35, 0x35, 0x38));
+      palette.setColor(QPalette::Base, QColor(0x24, 0x24, 0x27));
+      palette.setColor(QPalette::Text, QColor(0xE6, 0xE6, 0xE6));
+    }
+    window.setPalette(palette);
+    show(source);
+    code.TextBox1().select(source.find(u"<TR>"), 60);
+    QApplication::processEvents();
+    window.grab().save(QString::fromLocal8Bit(folder) +
+                       (dark ? u"/code-dark.png"_qs : u"/code-light.png"_qs));
+  }
+}
+
+}  // namespace
+}  // namespace tvx::qt

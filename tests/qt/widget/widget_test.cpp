@@ -1,0 +1,474 @@
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QFile>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QMetaProperty>
+#include <QSettings>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QVBoxLayout>
+
+#include "qt/modal_user.h"
+#include "tvx/base/strings.h"
+#include "tvx/browser/html_document.h"
+#include "tvx/browser/view/document_view.h"
+#include "tvx/core/htmled.h"
+#include "tvx/dom/tree.h"
+#include "tvx/library/members/member_table.h"
+#include "tvx/qt/support/message_loop.h"
+#include "tvx/qt/support/strings.h"
+#include "tvx/qt/web/web_view.h"
+#include "tvx/qt/widget/htmled_widget.h"
+#include "tvx/qt/widget/settings_store.h"
+
+namespace tvx::qt {
+namespace {
+
+using library::MemberKind;
+using library::Type;
+
+QByteArray latin(std::u16string_view name) { return to_qt(name).toLatin1(); }
+
+/// What Qt must know a type as.
+QByteArray qt_name_of(Type type) {
+  switch (type) {
+    case Type::Boolean: return "bool";
+    case Type::Integer16:
+    case Type::Integer32: return "int";
+    case Type::EdBorderStyle:
+    case Type::EdHighLightStyle:
+    case Type::ed_FTPTransferType:
+    case Type::ed_InsertType: return "tvx::qt::HTMLedWidget::" + latin(library::name_of(type));
+    default: return "QString";
+  }
+}
+
+const QMetaObject& meta() { return HTMLedWidget::staticMetaObject; }
+
+/// The method of that name with the most parameters.
+QMetaMethod method_named(const QByteArray& name, QMetaMethod::MethodType type) {
+  QMetaMethod found;
+  for (int i = meta().methodOffset(); i < meta().methodCount(); ++i) {
+    const QMetaMethod method = meta().method(i);
+    if (method.name() == name && method.methodType() == type &&
+        (!found.isValid() || method.parameterCount() > found.parameterCount()))
+      found = method;
+  }
+  return found;
+}
+
+QList<QByteArray> names_of(std::span<const library::Parameter> parameters) {
+  QList<QByteArray> names;
+  for (const library::Parameter& parameter : parameters) names << latin(parameter.name);
+  return names;
+}
+
+// --- against the table ---
+
+TEST(WidgetMembers, PropertiesAreThoseOfTheTable) {
+  int properties = 0;
+  for (const library::Member& member : library::members()) {
+    if (member.kind != MemberKind::Property || member.type == Type::Object) continue;
+    const QByteArray name = latin(member.name);
+    const int index = meta().indexOfProperty(name);
+    ASSERT_GE(index, 0) << name.constData();
+    const QMetaProperty property = meta().property(index);
+    const QByteArray expected = qt_name_of(member.type);
+    EXPECT_EQ(QByteArray(property.metaType().name()).toStdString(), expected.toStdString())
+        << name.constData();
+    const bool settable =
+        member.access == library::Access::ReadWrite || member.access == library::Access::DesignTime;
+    EXPECT_EQ(property.isWritable(), settable) << name.constData();
+    ++properties;
+  }
+  EXPECT_EQ(meta().propertyCount() - meta().propertyOffset(), properties) << "none beside the table's";
+}
+
+TEST(WidgetMembers, DefaultsAreThoseOfTheTable) {
+  const HTMLedWidget widget;
+  for (const library::Member& member : library::members()) {
+    if (member.kind != MemberKind::Property || member.initial.kind == library::DefaultValue::Kind::None)
+      continue;
+    const QVariant value = widget.property(latin(member.name));
+    switch (member.initial.kind) {
+      case library::DefaultValue::Kind::Text:
+        EXPECT_EQ(from_qt(value.toString()), member.initial.text) << to_utf8(member.name);
+        break;
+      case library::DefaultValue::Kind::Boolean:
+        EXPECT_EQ(value.toBool(), member.initial.number != 0) << to_utf8(member.name);
+        break;
+      default: EXPECT_EQ(value.toInt(), member.initial.number) << to_utf8(member.name);
+    }
+  }
+}
+
+TEST(WidgetMembers, OperationsAreSlotsWithTheTablesArguments) {
+  for (const library::Member& member : library::members()) {
+    if (member.kind != MemberKind::Method || member.type == Type::Object) continue;
+    if (member.name == u"InCodeView") continue;  // gives its answer as a result here
+    const QMetaMethod slot = method_named(latin(member.name), QMetaMethod::Slot);
+    ASSERT_TRUE(slot.isValid()) << to_utf8(member.name);
+    EXPECT_EQ(slot.parameterNames(), names_of(member.parameters)) << to_utf8(member.name);
+  }
+}
+
+TEST(WidgetMembers, EventsAreSignalsWithTheTablesArguments) {
+  for (const library::EventMember& event : library::events()) {
+    const QMetaMethod signal = method_named(latin(event.name), QMetaMethod::Signal);
+    ASSERT_TRUE(signal.isValid()) << to_utf8(event.name);
+    EXPECT_EQ(signal.parameterNames(), names_of(event.parameters)) << to_utf8(event.name);
+    for (int i = 0; i < signal.parameterCount(); ++i) {
+      const QByteArray name = signal.parameterNames().at(i);
+      const bool told_only = !signal.parameterTypes().at(i).endsWith('&');
+      if (name == "cancel" || name == "CancelNavigate" || name == "CurrentDocumentHTML") {
+        EXPECT_FALSE(told_only) << to_utf8(event.name);
+      }
+    }
+  }
+}
+
+TEST(WidgetMembers, EnumerationsAreTheTables) {
+  for (const library::Enumeration& enumeration : library::enumerations()) {
+    const int index = meta().indexOfEnumerator(latin(enumeration.name));
+    if (index < 0) {
+      EXPECT_EQ(enumeration.name, u"EdToolbar") << "no member takes it";
+      continue;
+    }
+    const QMetaEnum own = meta().enumerator(index);
+    ASSERT_EQ(own.keyCount(), int(enumeration.members.size()));
+    for (const auto& member : enumeration.members)
+      EXPECT_EQ(own.keyToValue(latin(member.name)), member.number) << to_utf8(member.name);
+  }
+}
+
+// --- in use ---
+
+class Widget : public testing::Test {
+ protected:
+  Widget() : widget_(std::make_unique<HTMLedWidget>(loop_)) {}
+
+  void show(const QString& html) {
+    widget_->show();
+    widget_->set_DocumentHTML(html);
+  }
+  bool settle() {
+    return wait_for([&] { return widget_->document_view().settled(); });
+  }
+  bool wait_for(const std::function<bool()>& condition) {
+    const std::int64_t end = loop_.now() + 20'000;
+    while (!condition() && loop_.now() < end) loop_.pump(20);
+    return condition();
+  }
+
+  MessageLoop loop_;
+  std::unique_ptr<HTMLedWidget> widget_;
+};
+
+TEST_F(Widget, WhatIsSetBeforeTheFirstShowIsWhatItStartsWith) {
+  widget_->set_DocumentHTML(QStringLiteral("<P>early</P>"));
+  widget_->set_HighlightDOMSelection(false);  // the designer's alone, once it runs
+  widget_->set_EditorEnabled(false);
+  widget_->setProperty("SelectionBorderStyle", HTMLedWidget::edRidge);
+  EXPECT_FALSE(widget_->started());
+  widget_->show();
+  EXPECT_TRUE(widget_->started());
+  EXPECT_EQ(widget_->DocumentHTML(), QStringLiteral("<P>early</P>"));
+  EXPECT_FALSE(widget_->HighlightDOMSelection());
+  EXPECT_EQ(widget_->control().DOM()->designMode(), u"Off");
+  EXPECT_EQ(widget_->property("SelectionBorderStyle").toInt(), 6);
+  EXPECT_EQ(widget_->control().table_labels().cell, u"Cell");
+}
+
+TEST_F(Widget, WhatCantBeSetAnyMoreStaysAndIsWarnedOf) {
+  static QStringList warned;
+  warned.clear();
+  widget_->show();
+  const auto before = qInstallMessageHandler(
+      [](QtMsgType, const QMessageLogContext&, const QString& text) { warned << text; });
+  widget_->set_HighlightDOMSelection(false);
+  widget_->setProperty("IsDirty", true);
+  qInstallMessageHandler(before);
+  EXPECT_TRUE(widget_->HighlightDOMSelection());
+  EXPECT_FALSE(widget_->IsDirty());
+  ASSERT_EQ(warned.size(), 1);
+  EXPECT_TRUE(warned[0].contains(QStringLiteral("HighlightDOMSelection"))) << warned[0].toStdString();
+  EXPECT_TRUE(warned[0].contains(QStringLiteral("(382)"))) << warned[0].toStdString();
+}
+
+TEST_F(Widget, ASlotStopsAToolbarButton) {
+  show(QStringLiteral("<P>word</P>"));
+  QStringList pressed;
+  QObject::connect(widget_.get(), &HTMLedWidget::ToolButtonClick,
+                   [&](const QString& toolbar, int, const QString& name, bool& cancel) {
+                     pressed << toolbar + u' ' + name;
+                     cancel = pressed.size() == 1;
+                   });
+  widget_->selectText(0, 4);
+  widget_->control().press(widget_->control().Toolbar1(), u"Bold");
+  EXPECT_EQ(widget_->DocumentHTML(), QStringLiteral("<P>word</P>"));
+  widget_->control().press(widget_->control().Toolbar1(), u"Bold");
+  EXPECT_EQ(widget_->DocumentHTML(), QStringLiteral("<P><B>word</B></P>"));
+  EXPECT_EQ(pressed, QStringList(2, QStringLiteral("Toolbar1 Bold")));
+}
+
+TEST_F(Widget, ASlotChangesWhatAReaderGets) {
+  show(QStringLiteral("<P>word</P>"));
+  QObject::connect(widget_.get(), &HTMLedWidget::BeforeGetDocumentHTML,
+                   [](QString& html) { html = html.toLower(); });
+  EXPECT_EQ(widget_->DocumentHTML(), QStringLiteral("<p>word</p>"));
+}
+
+TEST_F(Widget, OperationsGiveTheirResults) {
+  show(QStringLiteral("<P>one <B>two</B></P>"));
+  EXPECT_EQ(widget_->selectText(4, 100), QStringLiteral("<B>two</B>"));
+  EXPECT_EQ(widget_->GetCurrentSelection(false), QStringLiteral("two"));
+  widget_->InsertAtCursor(QStringLiteral("<I>x</I>"), HTMLedWidget::ed_InsertAfterSelection);
+  EXPECT_TRUE(widget_->IsDirty());
+  EXPECT_TRUE(widget_->DocumentHTML().contains(QStringLiteral("<I>x</I>")));
+  EXPECT_FALSE(widget_->InCodeView());
+  widget_->show_Code();
+  EXPECT_TRUE(widget_->InCodeView());
+}
+
+TEST_F(Widget, PropertiesGoIntoSettingsAndComeBack) {
+  const QTemporaryDir folder;
+  QSettings settings(folder.filePath(QStringLiteral("s.ini")), QSettings::IniFormat);
+  show(QStringLiteral("<P>stored, \"quoted\"; and so on</P>"));
+  widget_->set_EditorEnabled(false);
+  widget_->set_FTPPort(2121);
+  widget_->set_FTPHost(QStringLiteral("true"));
+  widget_->set_SelectionBorderStyle(HTMLedWidget::edDouble);
+  SettingsStore store(settings);
+  widget_->write_properties(store);
+  settings.sync();
+  EXPECT_FALSE(settings.contains(QStringLiteral("FTPUser"))) << "what is as ever is not stored";
+
+  // A second run of the program: the file gives texts.
+  QSettings read(folder.filePath(QStringLiteral("s.ini")), QSettings::IniFormat);
+  HTMLedWidget again(loop_);
+  again.read_properties(SettingsStore(read));
+  again.show();
+  EXPECT_EQ(again.DocumentHTML(), QStringLiteral("<P>stored, \"quoted\"; and so on</P>"));
+  EXPECT_FALSE(again.EditorEnabled());
+  EXPECT_TRUE(again.CSShttp());
+  EXPECT_EQ(again.FTPPort(), 2121);
+  EXPECT_EQ(again.FTPHost(), QStringLiteral("true"));
+  EXPECT_EQ(again.SelectionBorderStyle(), HTMLedWidget::edDouble);
+
+  // Set back to its default, a key leaves the settings.
+  widget_->set_FTPPort(21);
+  widget_->write_properties(store);
+  EXPECT_FALSE(settings.contains(QStringLiteral("FTPPort")));
+}
+
+TEST_F(Widget, InADesignerItShowsWhatItIsAndNeverStarts) {
+  widget_->set_design_mode(true);
+  widget_->show();
+  EXPECT_FALSE(widget_->started());
+  EXPECT_EQ(widget_->control().DOM(), nullptr);
+  EXPECT_TRUE(widget_->control().txtCode().Text().starts_with(u"Orvel HTML Editor - version : "));
+  widget_->set_HighlightDOMSelection(false);
+  EXPECT_FALSE(widget_->HighlightDOMSelection());
+}
+
+TEST_F(Widget, TwoInOneWindowDoNotMeet) {
+  HTMLedWidget other(loop_);
+  show(QStringLiteral("<P>first</P>"));
+  other.show();
+  other.set_DocumentHTML(QStringLiteral("<P>second</P>"));
+  QSignalSpy told(&other, &HTMLedWidget::property_changed);
+  widget_->selectText(0, 5);
+  widget_->bold_document();
+  other.undo_document();
+  EXPECT_EQ(widget_->DocumentHTML(), QStringLiteral("<P><B>first</B></P>"));
+  EXPECT_EQ(other.DocumentHTML(), QStringLiteral("<P>second</P>"));
+  EXPECT_EQ(told.count(), 1) << "its own undo, and nothing of the other's";
+  EXPECT_NE(widget_->hwnd(), other.hwnd());
+}
+
+// --- focus ---
+
+TEST_F(Widget, TheFocusMakesAnElementCurrentAndTakesItsBorderAway) {
+  QWidget window;
+  auto* layout = new QVBoxLayout(&window);
+  layout->addWidget(widget_.get());
+  auto* line = new QLineEdit;
+  layout->addWidget(line);
+  window.show();
+  window.activateWindow();
+  widget_->set_DocumentHTML(QStringLiteral("<H1>one</H1><P>two</P>"));
+  ASSERT_TRUE(settle());
+  line->setFocus();
+  loop_.pump(0);
+  EXPECT_EQ(widget_->control().highlightElement(), nullptr);
+  widget_->view().input_widget()->setFocus();
+  EXPECT_TRUE(wait_for([&] { return widget_->control().highlightElement() != nullptr; }));
+  EXPECT_TRUE(widget_->control().highlightElement()->is(dom::Tag::H1));
+  line->setFocus();
+  EXPECT_TRUE(wait_for([&] { return widget_->control().highlightElement() == nullptr; }));
+  widget_->setParent(nullptr);
+}
+
+// --- a host that ends it within an event ---
+
+class WidgetDeletedWithin : public Widget {
+ protected:
+  void end() {
+    widget_.reset();
+    loop_.pump(0);
+  }
+  /// What is left goes by itself.
+  void rest() {
+    const std::int64_t end = loop_.now() + 100;
+    while (loop_.now() < end) loop_.pump(20);
+  }
+};
+
+TEST_F(WidgetDeletedWithin, ToolButtonClick) {
+  show(QStringLiteral("<P>x</P>"));
+  QObject::connect(widget_.get(), &HTMLedWidget::ToolButtonClick, [&] { end(); });
+  core::HTMLed& control = widget_->control();
+  control.press(control.Toolbar1(), u"Bold");
+  EXPECT_EQ(widget_, nullptr);
+  rest();
+}
+
+TEST_F(WidgetDeletedWithin, BeforeGetDocumentHTML) {
+  show(QStringLiteral("<P>x</P>"));
+  QObject::connect(widget_.get(), &HTMLedWidget::BeforeGetDocumentHTML, [&] { end(); });
+  HTMLedWidget* raw = widget_.get();
+  raw->control().DocumentHTML();
+  EXPECT_EQ(widget_, nullptr);
+  rest();
+}
+
+TEST_F(WidgetDeletedWithin, BeforeCodeViewChange) {
+  show(QStringLiteral("<P>x</P>"));
+  QObject::connect(widget_.get(), &HTMLedWidget::BeforeCodeViewChange, [&] { end(); });
+  widget_->control().show_Code();
+  EXPECT_EQ(widget_, nullptr);
+  rest();
+}
+
+TEST_F(WidgetDeletedWithin, AKeyInTheView) {
+  show(QStringLiteral("<P>x</P>"));
+  ASSERT_TRUE(settle());
+  QObject::connect(widget_.get(), &HTMLedWidget::ASCIIKeyPress, [&] { end(); });
+  QCoreApplication::postEvent(
+      widget_->view().input_widget(),
+      new QKeyEvent(QEvent::KeyPress, Qt::Key_A, Qt::NoModifier, QStringLiteral("a")));
+  EXPECT_TRUE(wait_for([&] { return !widget_; }));
+  rest();
+}
+
+TEST_F(WidgetDeletedWithin, PropertyChanged) {
+  show(QStringLiteral("<P>x</P>"));
+  QObject::connect(widget_.get(), &HTMLedWidget::property_changed, [&] { end(); });
+  widget_->control().insert_HR();
+  EXPECT_EQ(widget_, nullptr);
+  rest();
+}
+
+// --- printing ---
+
+TEST_F(Widget, PrintsIntoAPdfOfSeveralPagesWithoutTheBorder) {
+  const QTemporaryDir folder;
+  const QString path = folder.filePath(QStringLiteral("out.pdf"));
+  QString html;
+  for (int i = 0; i < 200; ++i) html += QStringLiteral("<P>Paragraph %1</P>").arg(i);
+  show(html);
+  widget_->set_HighlightDOMSelectionOnClick(true);
+  widget_->selectText(0, 3);
+  ASSERT_TRUE(settle());
+  ASSERT_TRUE(widget_->control().allHTML().find(u"border") != std::u16string::npos);
+
+  widget_->set_print_file(path);
+  QSignalSpy printed(widget_.get(), &HTMLedWidget::print_finished);
+  QSignalSpy failed(widget_.get(), &HTMLedWidget::Error);
+  widget_->show_Code();  // what is printed is the document all the same
+  widget_->print_Document(true);
+  EXPECT_EQ(failed.count(), 0);
+  ASSERT_TRUE(wait_for([&] { return printed.count() > 0; }));
+  EXPECT_TRUE(printed.at(0).at(0).toBool());
+  EXPECT_EQ(widget_->control().allHTML().find(u"border"), std::u16string::npos);
+
+  QFile file(path);
+  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+  const QByteArray pdf = file.readAll();
+  EXPECT_TRUE(pdf.startsWith("%PDF-"));
+  EXPECT_TRUE(pdf.trimmed().endsWith("%%EOF"));
+  const int pages = int(pdf.count("/Type /Page\n") + pdf.count("/Type /Page/") + pdf.count("/Type /Page "));
+  EXPECT_GE(pages, 3) << "200 paragraphs fill more than two sheets";
+}
+
+// A print dialog off screen has one printer: a file.
+TEST_F(Widget, ThePrintDialogPrintsIntoAFile) {
+  const QTemporaryDir folder;
+  const QString path = folder.filePath(QStringLiteral("chosen.pdf"));
+  show(QStringLiteral("<P>words</P>"));
+  widget_->set_print_file(folder.filePath(QStringLiteral("not asked for")));
+  QSignalSpy printed(widget_.get(), &HTMLedWidget::print_finished);
+  when_dialog_opens(nullptr, [&](QWidget& dialog) {
+    auto* field = dialog.findChild<QLineEdit*>(QStringLiteral("filename"));
+    ASSERT_NE(field, nullptr);
+    field->setText(path);
+    QTest::keyClick(field, Qt::Key_Return);
+  });
+  widget_->print_Document(false);
+  ASSERT_TRUE(wait_for([&] { return printed.count() > 0; }));
+  EXPECT_TRUE(printed.at(0).at(0).toBool());
+  QFile file(path);
+  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+  EXPECT_TRUE(file.readAll().startsWith("%PDF-"));
+}
+
+TEST_F(Widget, ACancelledPrintDialogPrintsNothing) {
+  show(QStringLiteral("<P>words</P>"));
+  widget_->set_print_file(QStringLiteral("/nowhere.pdf"));
+  QSignalSpy printed(widget_.get(), &HTMLedWidget::print_finished);
+  when_dialog_opens(nullptr, [](QWidget& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });
+  widget_->print_Document(false);
+  ASSERT_EQ(printed.count(), 1);
+  EXPECT_FALSE(printed.at(0).at(0).toBool());
+}
+
+TEST_F(WidgetDeletedWithin, ThePrintDialog) {
+  show(QStringLiteral("<P>words</P>"));
+  widget_->set_print_file(QStringLiteral("/nowhere.pdf"));
+  when_dialog_opens(nullptr, [&](QWidget&) { end(); });
+  widget_->control().print_Document(false);
+  EXPECT_EQ(widget_, nullptr);
+  rest();
+}
+
+TEST_F(WidgetDeletedWithin, AColourDialogOverATablesDialog) {
+  show(QStringLiteral("<P>words</P>"));
+  bool over_it = false;
+  when_dialog_opens(nullptr, [&](QWidget& dialog) {
+    when_dialog_opens(&dialog, [&](QWidget&) {
+      over_it = true;
+      end();
+    });
+    QTest::mouseClick(dialog.findChild<QWidget*>(QStringLiteral("cmdBackColour")), Qt::LeftButton);
+  });
+  widget_->control().Table_Document();
+  EXPECT_TRUE(over_it);
+  EXPECT_EQ(widget_, nullptr);
+  EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+  rest();
+}
+
+TEST_F(Widget, WithoutAPrinterPrintingIsRefusedByItsNumber) {
+  show(QStringLiteral("<P>x</P>"));
+  QSignalSpy failed(widget_.get(), &HTMLedWidget::Error);
+  widget_->print_Document(true);
+  if (failed.isEmpty()) GTEST_SKIP() << "SKIPPED: this machine has a printer";
+  EXPECT_EQ(failed.at(0).at(0).toInt(), 16384);
+  EXPECT_EQ(failed.at(0).at(1).toString(), QStringLiteral("Printing is disabled by the control"));
+}
+
+}  // namespace
+}  // namespace tvx::qt

@@ -1,0 +1,310 @@
+#include "htmled/window.h"
+
+#include <gtest/gtest.h>
+
+#include <QAction>
+#include <QApplication>
+#include <QFile>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+#include <functional>
+
+#include "tvx/base/strings.h"
+#include "tvx/browser/html_document.h"
+#include "tvx/browser/view/document_view.h"
+#include "tvx/core/htmled.h"
+#include "tvx/dom/mutation.h"
+#include "tvx/dom/parse.h"
+#include "tvx/dom/print_tree.h"
+#include "tvx/dom/tree.h"
+#include "tvx/qt/support/message_loop.h"
+#include "tvx/qt/web/web_view.h"
+#include "tvx/qt/widget/htmled_widget.h"
+
+namespace tvx::htmled {
+namespace {
+
+constexpr char real_page[] = "/usr/share/doc/ccache/manual.html";
+constexpr char small_page[] =
+    "<html>\n<head>\n<title>T</title>\n</head>\n<body>\n<p>A paragraph of some "
+    "length.</p>\n</body>\n</html>\n";
+constexpr char small_page_edited[] =
+    "<html>\n<head>\n<title>T</title>\n</head>\n<body>\n<p>A paragraphnew of some "
+    "length.</p>\n</body>\n</html>\n";
+
+QByteArray bytes_of(const QString& path) {
+  QFile file(path);
+  return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+dom::Ref<dom::Document> parsed(const QByteArray& bytes) {
+  return dom::parse_document(from_utf8(std::string_view(bytes.constData(), std::size_t(bytes.size()))));
+}
+
+/// The texts of the body that have words in them, in order.
+std::vector<dom::Text*> texts_of(dom::Document& document) {
+  std::vector<dom::Text*> texts;
+  dom::Node* body = document.body();
+  for (dom::Node* node = body; node; node = dom::next_in_order(*node, body)) {
+    auto* text = dom::as<dom::Text>(node);
+    if (text && trimmed(text->data()).size() > 20) texts.push_back(text);
+  }
+  return texts;
+}
+
+class WindowTest : public testing::Test {
+ protected:
+  WindowTest() { window_.show(); }
+
+  bool settle() {
+    const std::int64_t end = loop_.now() + 20'000;
+    for (int i = 0; i < 3; ++i) loop_.pump(0);
+    while (!window_.editor().document_view().settled() && loop_.now() < end) loop_.pump(20);
+    return window_.editor().document_view().settled();
+  }
+
+  void post_text(const QString& text) {
+    QWidget* input = window_.editor().view().input_widget();
+    ASSERT_NE(input, nullptr);
+    for (const QChar letter : text) {
+      const int key = letter.toUpper().unicode();
+      QCoreApplication::postEvent(input, new QKeyEvent(QEvent::KeyPress, key, Qt::NoModifier, letter));
+      QCoreApplication::postEvent(input, new QKeyEvent(QEvent::KeyRelease, key, Qt::NoModifier, letter));
+    }
+  }
+
+  /// A page of one paragraph in a file of its own, with a word typed into it.
+  QString edited_page() {
+    const QString path = folder_.filePath(QStringLiteral("page.html"));
+    QFile file(path);
+    EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(small_page) > 0);
+    file.close();
+    EXPECT_TRUE(window_.start(path));
+    EXPECT_TRUE(settle());
+    dom::Text* text = texts_of(document().tree()).at(0);
+    document().select([&](editing::Selection& selection) { selection.collapse({text, 11}); });
+    EXPECT_TRUE(settle());
+    post_text(QStringLiteral("new"));
+    EXPECT_TRUE(settle());
+    EXPECT_TRUE(window_.isWindowModified());
+    return path;
+  }
+
+  /// Chooses an item of a menu; `answer` is given the dialog that it opens.
+  bool choose(const QString& item, const std::function<void(QWidget&)>& answer = {}) {
+    bool asked = false;
+    QTimer watch;
+    QObject::connect(&watch, &QTimer::timeout, [&] {
+      QWidget* dialog = QApplication::activeModalWidget();
+      // A file dialog takes a typed name from the field that has the keyboard, else the file that is marked.
+      if (!dialog || !dialog->isActiveWindow() || asked) return;
+      asked = true;
+      if (answer) {
+        answer(*dialog);
+      } else {
+        dialog->close();
+      }
+    });
+    watch.start(10);
+    for (QAction* action : window_.findChildren<QAction*>())
+      if (action->text().remove(u'&').remove(u'…') == item) action->trigger();
+    return asked;
+  }
+
+  static void press(QWidget& dialog, QMessageBox::StandardButton button) {
+    auto* box = qobject_cast<QMessageBox*>(&dialog);
+    ASSERT_NE(box, nullptr);
+    box->button(button)->click();
+  }
+
+  std::string text_shown() { return to_utf8(dom::text_content(*document().body())); }
+
+  browser::HTMLDocument& document() { return *window_.editor().control().DOM(); }
+
+  qt::MessageLoop loop_;
+  QTemporaryDir folder_;
+  Window window_{loop_};
+};
+
+TEST_F(WindowTest, ARealPageTakesTypingInItsMiddleAndSavesWithNothingElseChanged) {
+  const QByteArray original = bytes_of(QString::fromLatin1(real_page));
+  if (original.isEmpty()) GTEST_SKIP() << "SKIPPED: " << real_page << " is not installed";
+  ASSERT_GT(original.size(), 100'000);
+  const QString path = folder_.filePath(QStringLiteral("page.html"));
+  ASSERT_TRUE(QFile::copy(QString::fromLatin1(real_page), path));
+  ASSERT_TRUE(window_.start(path));
+  ASSERT_TRUE(settle());
+
+  const std::vector<dom::Text*> texts = texts_of(document().tree());
+  const std::size_t middle = texts.size() / 2;
+  document().select([&](editing::Selection& selection) { selection.collapse({texts[middle], 10}); });
+  ASSERT_TRUE(settle());
+  post_text(QStringLiteral("typed"));
+  ASSERT_TRUE(settle());
+  ASSERT_TRUE(window_.isWindowModified());
+
+  const QString saved = folder_.filePath(QStringLiteral("saved.html"));
+  ASSERT_TRUE(window_.save_copy(saved));
+  const dom::Ref<dom::Document> expected = parsed(original);
+  dom::replace_data(*texts_of(*expected)[middle], 10, 0, u"typed");
+  EXPECT_TRUE(dom::print_tree(*parsed(bytes_of(saved))) == dom::print_tree(*expected));
+}
+
+TEST_F(WindowTest, AnUneditedPageIsSavedByteForByte) {
+  const QString path = folder_.filePath(QStringLiteral("page.html"));
+  const QByteArray page =
+      "<!-- kept -->\r\n<!DOCTYPE html>\r\n<html><head><title>T</title><script>x = '<b>';</script></head>\r\n"
+      "<body onload=\"run()\"><P =x><a\"b><a href='javascript:go()'>go</a></body></html>\r\n<!-- end -->";
+  QFile file(path);
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write(page) == page.size());
+  file.close();
+  ASSERT_TRUE(window_.start(path));
+  ASSERT_TRUE(settle());
+  EXPECT_FALSE(window_.isWindowModified());
+  const QString saved = folder_.filePath(QStringLiteral("saved.html"));
+  ASSERT_TRUE(window_.save_copy(saved));
+  EXPECT_EQ(bytes_of(saved), page);
+}
+
+TEST_F(WindowTest, AFileThatCannotBeReadLeavesANewPage) {
+  EXPECT_FALSE(window_.start(folder_.filePath(QStringLiteral("absent.html"))));
+  ASSERT_TRUE(settle());
+  EXPECT_FALSE(window_.isWindowModified());
+  EXPECT_TRUE(texts_of(document().tree()).empty());
+}
+
+TEST_F(WindowTest, NewAsksBeforeChangesAreLost) {
+  const QString path = edited_page();
+  EXPECT_TRUE(choose(QStringLiteral("New"), [](QWidget& box) { press(box, QMessageBox::Cancel); }));
+  EXPECT_NE(text_shown().find("paragraphnew"), std::string::npos);
+  EXPECT_TRUE(window_.isWindowModified());
+  EXPECT_TRUE(choose(QStringLiteral("New"), [](QWidget& box) { press(box, QMessageBox::Discard); }));
+  ASSERT_TRUE(settle());
+  EXPECT_EQ(text_shown().find("paragraph"), std::string::npos);
+  EXPECT_FALSE(window_.isWindowModified());
+  EXPECT_EQ(bytes_of(path), small_page);
+  EXPECT_FALSE(choose(QStringLiteral("New"))) << "nothing to lose, nothing to ask";
+}
+
+TEST_F(WindowTest, ClosingSavesWhenToldTo) {
+  const QString path = edited_page();
+  bool closed = true;
+  QTimer::singleShot(50, [] {
+    if (QWidget* box = QApplication::activeModalWidget()) press(*box, QMessageBox::Save);
+  });
+  closed = window_.close();
+  EXPECT_TRUE(closed);
+  EXPECT_EQ(bytes_of(path), small_page_edited);
+}
+
+TEST_F(WindowTest, SaveWritesTheFile) {
+  const QString path = edited_page();
+  EXPECT_FALSE(choose(QStringLiteral("Save")));
+  EXPECT_FALSE(window_.isWindowModified());
+  EXPECT_EQ(bytes_of(path), small_page_edited);
+}
+
+TEST_F(WindowTest, UndoingEverythingTakesTheMarkAway) {
+  edited_page();
+  window_.editor().control().undo_document();
+  ASSERT_TRUE(settle());
+  EXPECT_FALSE(window_.isWindowModified());
+  window_.editor().control().redo_document();
+  ASSERT_TRUE(settle());
+  EXPECT_TRUE(window_.isWindowModified());
+}
+
+TEST_F(WindowTest, UndoingToWhatWasSavedTakesTheMarkAway) {
+  edited_page();
+  EXPECT_FALSE(choose(QStringLiteral("Save")));
+  ASSERT_FALSE(window_.isWindowModified());
+  post_text(QStringLiteral("er"));
+  ASSERT_TRUE(settle());
+  EXPECT_TRUE(window_.isWindowModified()) << "typing goes on, in a step of its own";
+  window_.editor().control().undo_document();
+  ASSERT_TRUE(settle());
+  EXPECT_FALSE(window_.isWindowModified());
+  window_.editor().control().undo_document();
+  ASSERT_TRUE(settle());
+  EXPECT_TRUE(window_.isWindowModified()) << "the file holds the word";
+}
+
+TEST_F(WindowTest, AsManyStepsAsThenMayStillBeOthers) {
+  edited_page();
+  EXPECT_FALSE(choose(QStringLiteral("Save")));
+  window_.editor().control().undo_document();
+  ASSERT_TRUE(settle());
+  dom::Text* text = texts_of(document().tree()).at(0);
+  document().select([&](editing::Selection& selection) { selection.collapse({text, 0}); });
+  post_text(QStringLiteral("z"));
+  ASSERT_TRUE(settle());
+  EXPECT_TRUE(window_.isWindowModified());
+}
+
+TEST_F(WindowTest, AFileThatAnotherProgramHasWrittenIsNotOverwrittenUnasked) {
+  const QString path = edited_page();
+  QFile file(path);
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write("<p>Theirs</p>") > 0);
+  file.close();
+  EXPECT_TRUE(choose(QStringLiteral("Save"), [](QWidget& box) { press(box, QMessageBox::Cancel); }));
+  EXPECT_EQ(bytes_of(path), "<p>Theirs</p>");
+  EXPECT_TRUE(choose(QStringLiteral("Save"), [](QWidget& box) { press(box, QMessageBox::Yes); }));
+  EXPECT_NE(bytes_of(path).indexOf("paragraphnew"), -1);
+}
+
+/// Types a name over the one that a file dialog proposes, if any, and agrees.
+void type_name(QWidget& dialog, const QString& name) {
+  auto* field = dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+  ASSERT_NE(field, nullptr);
+  EXPECT_TRUE(field->hasFocus());
+  field->selectAll();
+  QTest::keyClicks(field, name);
+  QTest::keyClick(field, Qt::Key_Return);
+}
+
+TEST_F(WindowTest, SaveAsWritesAnotherFileAndGoesOnWithThat) {
+  const QString path = edited_page();
+  EXPECT_TRUE(choose(QStringLiteral("Save As"),
+                     [&](QWidget& dialog) { type_name(dialog, QStringLiteral("other")); }));
+  EXPECT_EQ(bytes_of(folder_.filePath(QStringLiteral("other.html"))), small_page_edited);
+  EXPECT_EQ(bytes_of(path), small_page);
+  EXPECT_FALSE(window_.isWindowModified());
+  EXPECT_EQ(window_.windowTitle(), QStringLiteral("other.html[*] – HTMLed"));
+}
+
+TEST_F(WindowTest, SaveAsAsksBeforeItWritesOverAFile) {
+  const QString path = edited_page();
+  QFile other(folder_.filePath(QStringLiteral("other.html")));
+  ASSERT_TRUE(other.open(QIODevice::WriteOnly) && other.write("theirs") > 0);
+  other.close();
+  EXPECT_TRUE(choose(QStringLiteral("Save As"), [&](QWidget& dialog) {
+    QTimer::singleShot(200, &dialog, [&dialog] {
+      auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+      ASSERT_NE(box, nullptr);
+      box->button(QMessageBox::No)->click();
+      dialog.close();
+    });
+    type_name(dialog, QStringLiteral("other.html"));
+  }));
+  EXPECT_EQ(bytes_of(other.fileName()), "theirs");
+  EXPECT_TRUE(window_.isWindowModified());
+}
+
+TEST_F(WindowTest, OpenShowsTheFileThatIsChosen) {
+  ASSERT_TRUE(window_.start({}));
+  ASSERT_TRUE(settle());
+  QFile file(folder_.filePath(QStringLiteral("page.html")));
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write(small_page) > 0);
+  file.close();
+  EXPECT_TRUE(choose(QStringLiteral("Open"), [&](QWidget& dialog) { type_name(dialog, file.fileName()); }));
+  ASSERT_TRUE(settle());
+  EXPECT_NE(text_shown().find("A paragraph of some"), std::string::npos);
+}
+
+}  // namespace
+}  // namespace tvx::htmled
