@@ -9,9 +9,32 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_L
   list(APPEND TVX_QUIET -Wno-restrict -Wno-maybe-uninitialized)
 endif()
 
-# tvx_layer(<name> [DEPENDS <layer>...] [LIBRARIES <target>...])
+# Most of a unit's time goes into the standard library's headers: they are read once for all layers, and once for
+# those that use Qt. A unit still includes what it uses; scripts/check compiles each header by itself.
+set(TVX_STANDARD_HEADERS <algorithm> <array> <bitset> <cstdint> <deque> <functional> <map> <memory> <mutex> <optional>
+  <set> <sstream> <string> <string_view> <unordered_map> <unordered_set> <utility> <variant> <vector>)
+option(TVX_PRECOMPILE "Precompile the headers that most units share" ON)
+
+# tvx_precompile(<target> [FROM <target>] [<header>...]): the standard library's headers and the given ones, or what
+# another target with the same options has made.
+function(tvx_precompile target)
+  cmake_parse_arguments(PRECOMPILE "" "FROM" "" ${ARGN})
+  if(NOT TVX_PRECOMPILE)
+    return()
+  endif()
+  if(PRECOMPILE_FROM)
+    target_precompile_headers(${target} REUSE_FROM ${PRECOMPILE_FROM})
+  else()
+    target_precompile_headers(${target} PRIVATE ${TVX_STANDARD_HEADERS} ${PRECOMPILE_UNPARSED_ARGUMENTS})
+  endif()
+  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    target_compile_options(${target} PRIVATE -fpch-preprocess)  # for the compiler cache
+  endif()
+endfunction()
+
+# tvx_layer(<name> [DEPENDS <layer>...] [LIBRARIES <target>...] [PRECOMPILE <header>...])
 function(tvx_layer name)
-  cmake_parse_arguments(LAYER "" "" "DEPENDS;LIBRARIES" ${ARGN})
+  cmake_parse_arguments(LAYER "" "" "DEPENDS;LIBRARIES;PRECOMPILE" ${ARGN})
   set(folder ${PROJECT_SOURCE_DIR}/src/${name})
   file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${folder}/*.cpp ${folder}/*.h)
 
@@ -26,6 +49,11 @@ function(tvx_layer name)
   if(units)
     add_library(tvx_${name} STATIC ${sources})
     set(scope PUBLIC)
+    if(LAYER_PRECOMPILE OR name STREQUAL "base")
+      tvx_precompile(tvx_${name} ${LAYER_PRECOMPILE})
+    else()
+      tvx_precompile(tvx_${name} FROM tvx_base)
+    endif()
     target_compile_options(tvx_${name} PRIVATE -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor ${TVX_QUIET})
   else()
     add_library(tvx_${name} INTERFACE)

@@ -6,6 +6,8 @@
 #include "tvx/base/strings.h"
 #include "tvx/library/objects/object.h"
 
+template class nlohmann::basic_json<nlohmann::ordered_map>;
+
 namespace tvx::automation {
 
 namespace {

@@ -7,6 +7,9 @@
 
 #include "tvx/library/members/value.h"
 
+/// Made once, in json.cpp: each unit that made its own would take seconds more.
+extern template class nlohmann::basic_json<nlohmann::ordered_map>;
+
 namespace tvx::automation {
 
 /// Objects keep the order in which they were written: answers read as they were thought.
