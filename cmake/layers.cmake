@@ -26,6 +26,11 @@ function(tvx_precompile target)
     target_precompile_headers(${target} REUSE_FROM ${PRECOMPILE_FROM})
   else()
     target_precompile_headers(${target} PRIVATE ${TVX_STANDARD_HEADERS} ${PRECOMPILE_UNPARSED_ARGUMENTS})
+    # No two precompiled headers have the same bytes. The compiler cache goes by what they are made of: beside the
+    # options, which it knows, these names and the versions of the libraries. The compiler brings its own headers.
+    string(SHA256 sum "${TVX_STANDARD_HEADERS} ${PRECOMPILE_UNPARSED_ARGUMENTS} ${Qt6_VERSION} ${nlohmann_json_VERSION} \
+${GTest_VERSION}")
+    file(WRITE ${CMAKE_CURRENT_BINARY_DIR}/CMakeFiles/${target}.dir/cmake_pch.hxx.gch.sum ${sum})
   endif()
   if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     target_compile_options(${target} PRIVATE -fpch-preprocess)  # for the compiler cache
