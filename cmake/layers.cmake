@@ -37,9 +37,10 @@ ${GTest_VERSION}")
   endif()
 endfunction()
 
-# tvx_layer(<name> [DEPENDS <layer>...] [LIBRARIES <target>...] [PRECOMPILE <header>...])
+# tvx_layer(<name> [DEPENDS <layer>...] [LIBRARIES <target>...] [PRECOMPILE <header>...] [HEADERS <header>...])
+# HEADERS are those of include/tvx that the layer realises: within the house they are seen where the layer is.
 function(tvx_layer name)
-  cmake_parse_arguments(LAYER "" "" "DEPENDS;LIBRARIES;PRECOMPILE" ${ARGN})
+  cmake_parse_arguments(LAYER "" "" "DEPENDS;LIBRARIES;PRECOMPILE;HEADERS" ${ARGN})
   set(folder ${PROJECT_SOURCE_DIR}/src/${name})
   file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${folder}/*.cpp ${folder}/*.h)
 
@@ -48,6 +49,10 @@ function(tvx_layer name)
   set(root ${PROJECT_BINARY_DIR}/layers/${name})
   file(MAKE_DIRECTORY ${root}/tvx)
   file(CREATE_LINK ${folder} ${root}/tvx/${name} SYMBOLIC)
+  foreach(header IN LISTS LAYER_HEADERS)
+    list(APPEND sources ${PROJECT_SOURCE_DIR}/include/tvx/${header})
+    file(CREATE_LINK ${PROJECT_SOURCE_DIR}/include/tvx/${header} ${root}/tvx/${header} SYMBOLIC)
+  endforeach()
 
   set(units ${sources})
   list(FILTER units INCLUDE REGEX "\\.cpp$")

@@ -2,16 +2,10 @@
 
 #include <cstdint>
 #include <string>
-#include <string_view>
-#include <variant>
+
+#include "tvx/property_bag.h"
 
 namespace tvx::platform {
-
-/// A stored value: a text, a truth value, a 16-bit or a 32-bit number.
-using PropertyValue = std::variant<std::u16string, bool, std::int16_t, std::int32_t>;
-
-/// A true bool is the number -1, as hosts have it.
-bool equal_in_store(const PropertyValue& a, const PropertyValue& b);
 
 // A value in the kind that a property has. What has no such form fails with RuntimeError `type_mismatch`,
 // what is too large with `overflow`. Any number but 0 is true.
@@ -20,20 +14,5 @@ bool as_bool(const PropertyValue& value);
 std::int16_t as_int16(const PropertyValue& value);
 std::int32_t as_int32(const PropertyValue& value);
 std::u16string as_text(const PropertyValue& value);
-
-/// Where a container keeps the properties of a saved control. Either call can fail as a RuntimeError; readers
-/// and writers step over a key that fails.
-class PropertyBag {
- public:
-  virtual ~PropertyBag() = default;
-
-  /// The stored value, or `otherwise` where none is stored.
-  virtual PropertyValue ReadProperty(std::u16string_view key, const PropertyValue& otherwise) const = 0;
-
-  /// Stores `value` unless it equals `standard`; then the key isn't in the store. The two are compared as
-  /// they stand: true, which is -1, differs from a standard value of 1.
-  virtual void WriteProperty(std::u16string_view key, const PropertyValue& value,
-                             const PropertyValue& standard) = 0;
-};
 
 }  // namespace tvx::platform
