@@ -6,7 +6,6 @@
 #include "tvx/dom/parse.h"
 #include "tvx/dom/serialise.h"
 #include "tvx/dom/tree.h"
-#include "tvx/editing/clipboard/copied_content.h"
 #include "tvx/headless/clipboard.h"
 
 /// Copying and pasting articles of 10 KB to 5 MB, by a clipboard in memory: the whole way from the selection

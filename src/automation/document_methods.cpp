@@ -5,7 +5,6 @@
 #include "tvx/dom/parse.h"
 #include "tvx/dom/print_tree.h"
 #include "tvx/dom/serialise.h"
-#include "tvx/editing/command_table.h"
 #include "tvx/editing/walk/marks.h"
 
 namespace tvx::automation {

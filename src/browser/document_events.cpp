@@ -5,10 +5,10 @@
 #include "tvx/browser/input/gesture.h"
 #include "tvx/dom/journal.h"
 #include "tvx/dom/tree.h"
+#include "tvx/editing/facts/control.h"
 #include "tvx/editing/facts/predicates.h"
 #include "tvx/editing/gestures/keyboard.h"
 #include "tvx/editing/gestures/typing.h"
-#include "tvx/editing/ranges/control_range.h"
 
 /// The order of events: what a key, a press or a change of the selection sets off.
 namespace tvx::browser {

@@ -10,9 +10,10 @@
 #include "tvx/dom/mutation.h"
 #include "tvx/dom/objects/address.h"
 #include "tvx/dom/tree.h"
+#include "tvx/editing/commands/platform_values.h"
 #include "tvx/editing/facts/predicates.h"
 #include "tvx/editing/inline/links.h"
-#include "tvx/editing/inline/platform_values.h"
+#include "tvx/editing/insertion/link_selection.h"
 
 namespace tvx::browser {
 

@@ -53,7 +53,8 @@ class Editor final : private SelectionObserver {
   const std::u16string& paragraph_separator() const { return paragraph_separator_; }
   void set_paragraph_separator(std::u16string_view name) { paragraph_separator_ = name; }
 
-  // --- commands; names compare without regard to case; editing commands standard, section "Methods" ---
+  // --- commands; names compare without regard to case; editing commands standard, section "Methods". What
+  //     they do stands in commands/editor_commands.cpp, above all rooms that it calls. ---
 
   bool supported(std::u16string_view command) const;
   bool enabled(std::u16string_view command);

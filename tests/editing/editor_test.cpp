@@ -1,8 +1,9 @@
 #include "tvx/editing/editor.h"
+#include "tvx/editing/commands/command_table.h"
 
 #include "editing_fixture.h"
 #include "tvx/dom/mutation.h"
-#include "tvx/editing/command_table.h"
+#include "tvx/editing/command_definition.h"
 
 namespace tvx::editing::test {
 

@@ -4,7 +4,7 @@
 #include "tvx/editing/blocks/indentation.h"
 #include "tvx/editing/blocks/justification.h"
 #include "tvx/editing/blocks/lists.h"
-#include "tvx/editing/command_table.h"
+#include "tvx/editing/command_definition.h"
 
 namespace tvx::editing {
 

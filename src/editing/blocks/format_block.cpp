@@ -1,6 +1,7 @@
 #include "tvx/editing/blocks/format_block.h"
 
 #include "tvx/dom/tree.h"
+#include "tvx/editing/blocks/allowed_ancestors.h"
 #include "tvx/editing/blocks/lists.h"
 #include "tvx/editing/editor.h"
 #include "tvx/editing/facts/block_range.h"

@@ -5,6 +5,7 @@
 #include "tvx/dom/mutation.h"
 #include "tvx/dom/style/inline_style.h"
 #include "tvx/dom/style/style_engine.h"
+#include "tvx/editing/blocks/allowed_ancestors.h"
 #include "tvx/editing/editor.h"
 #include "tvx/editing/facts/block_range.h"
 #include "tvx/editing/facts/predicates.h"

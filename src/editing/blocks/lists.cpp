@@ -4,12 +4,12 @@
 
 #include "tvx/dom/mutation.h"
 #include "tvx/dom/tree.h"
+#include "tvx/editing/blocks/allowed_ancestors.h"
 #include "tvx/editing/blocks/indentation.h"
 #include "tvx/editing/editor.h"
 #include "tvx/editing/facts/block_range.h"
 #include "tvx/editing/facts/predicates.h"
 #include "tvx/editing/inline/recorded_values.h"
-#include "tvx/editing/insertion/insertion_commands.h"
 #include "tvx/editing/tree/surgery.h"
 
 namespace tvx::editing {
@@ -25,6 +25,14 @@ bool is_list(const Node& node) { return node.is(Tag::Ol) || node.is(Tag::Ul); }
 bool is_html_element_of(const Node& node, Name name) {
   const auto* element = dom::as<Element>(&node);
   return element && element->is_html() && element->name() == name;
+}
+
+std::vector<Ref<Node>> items_around(Node* node) {
+  std::vector<Ref<Node>> items;
+  for (; node; node = node->parent()) {
+    if (node->is(Tag::Li)) items.emplace_back(node);
+  }
+  return items;
 }
 
 void normalize_items_of(const dom::Range& range) {

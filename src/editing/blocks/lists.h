@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <vector>
 
 #include "tvx/dom/node.h"
 #include "tvx/dom/range.h"
@@ -20,6 +21,8 @@ ListState list_state(Editor& editor);
 /// Makes lists of the selected lines, or takes them out of their list if all stand in one of that kind.
 void toggle_lists(Editor& editor, dom::Tag tag);
 
+/// All items around a node, the innermost first; `node` itself too.
+std::vector<dom::Ref<dom::Node>> items_around(dom::Node* node);
 /// "Normalize sublists" for every item around either end of a range.
 void normalize_items_of(const dom::Range& range);
 

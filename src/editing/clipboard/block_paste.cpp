@@ -4,8 +4,8 @@
 
 #include "tvx/dom/mutation.h"
 #include "tvx/dom/tree.h"
-#include "tvx/editing/clipboard/copied_content.h"
 #include "tvx/editing/editor.h"
+#include "tvx/editing/facts/lines.h"
 #include "tvx/editing/facts/predicates.h"
 #include "tvx/editing/facts/tag_set.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "tvx/dom/range.h"
-#include "tvx/editing/clipboard/paste_lines.h"
+#include "tvx/editing/tree/lines.h"
 
 namespace tvx::editing {
 

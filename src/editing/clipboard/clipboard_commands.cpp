@@ -1,5 +1,6 @@
 #include "tvx/editing/clipboard/clipboard_door.h"
-#include "tvx/editing/command_table.h"
+#include "tvx/editing/clipboard/copied_content.h"
+#include "tvx/editing/command_definition.h"
 #include "tvx/editing/deletion/line_deletion.h"
 #include "tvx/editing/editor.h"
 #include "tvx/editing/ranges/control_range.h"

@@ -6,8 +6,8 @@
 #include "tvx/dom/mutation.h"
 #include "tvx/dom/serialise.h"
 #include "tvx/dom/tree.h"
-#include "tvx/editing/clipboard/paste_lines.h"
 #include "tvx/editing/editor.h"
+#include "tvx/editing/facts/lines.h"
 #include "tvx/editing/facts/predicates.h"
 #include "tvx/editing/facts/tag_set.h"
 #include "tvx/editing/tree/clone_contents.h"
@@ -47,22 +47,6 @@ void wrap_in(Ref<dom::DocumentFragment>& content, const Element& around) {
 
 }  // namespace
 
-namespace {
-
-const Node* enclosing_cell(const Node* node) {
-  while (node && !node->is(Tag::Td) && !node->is(Tag::Th)) node = node->parent();
-  return node;
-}
-
-}  // namespace
-
-bool takes_line_end(const dom::Range& range, const dom::Range& seen) {
-  const ContentKind behind = content_beside(range.end, Direction::Backward).kind;
-  if (behind != ContentKind::EnterBlock && behind != ContentKind::LeaveBlock) return false;
-  const auto next = next_caret_place(seen.end, Direction::Forward, Granularity::Character);
-  return next && enclosing_cell(seen.end.node) == enclosing_cell(next->node);
-}
-
 void append_line_end(dom::DocumentFragment& content) {
   dom::Builder::insert(content, dom::document_of(content).create_element(Tag::P));
 }
@@ -76,31 +60,6 @@ bool remove_line_end(dom::DocumentFragment& content) {
   if (!before) return false;
   dom::remove(*last);
   return true;
-}
-
-bool is_text_block(const Node& node) {
-  static const TagSet tags{Tag::P,       Tag::H1,      Tag::H2,         Tag::H3,  Tag::H4,    Tag::H5,
-                           Tag::H6,      Tag::Pre,     Tag::Li,         Tag::Dd,  Tag::Dt,    Tag::Address,
-                           Tag::Listing, Tag::Summary, Tag::Figcaption, Tag::Div, Tag::Center};
-  if (!tags.has(node)) return false;
-  static const TagSet perhaps{Tag::Div, Tag::Center, Tag::Figcaption, Tag::Summary, Tag::Address};
-  if (!perhaps.has(node)) return true;
-  // A division of lines, or a line itself.
-  for (const Node* child = node.first_child(); child; child = child->next_sibling()) {
-    const auto* element = dom::as<Element>(child);
-    if (element && is_prohibited_paragraph_child_name(element->name())) return false;
-  }
-  return true;
-}
-
-bool is_look(const Node& node) {
-  const auto* element = dom::as<Element>(&node);
-  static const TagSet things{Tag::Img,    Tag::Br,    Tag::Input, Tag::Button, Tag::Select,  Tag::Textarea,
-                             Tag::Object, Tag::Embed, Tag::Video, Tag::Audio,  Tag::Canvas,  Tag::Iframe,
-                             Tag::Map,    Tag::Hr,    Tag::Wbr,   Tag::Label,  Tag::Meter,   Tag::Progress,
-                             Tag::Body,   Tag::Html,  Tag::Main,  Tag::Option, Tag::Optgroup};
-  return element && element->is_html() && !things.has(node) && !is_text_block(node) &&
-         !is_prohibited_paragraph_child_name(element->name()) && !is_editing_host(node);
 }
 
 Ref<dom::DocumentFragment> copied_nodes(const dom::Range& range, LineEnd end) {

@@ -27,18 +27,10 @@ std::optional<CopiedContent> copied_content(Editor& editor);
 enum class LineEnd : bool { Without, With };
 dom::Ref<dom::DocumentFragment> copied_nodes(const dom::Range& range, LineEnd end = LineEnd::Without);
 
-/// Whether a range reaches from its last character, where `seen` ends, to the line behind. The way from cell
-/// to cell is no line's end.
-bool takes_line_end(const dom::Range& range, const dom::Range& seen);
 /// Content that ends with a line's end has an empty paragraph behind all else. Where others read it, nothing
 /// is seen of that.
 void append_line_end(dom::DocumentFragment& content);
 /// Takes that paragraph off; false if there is none.
 bool remove_line_end(dom::DocumentFragment& content);
-
-/// Whether a node is a line of text that merges with another: a paragraph, a heading, a list item.
-bool is_text_block(const dom::Node& node);
-/// An element of a line that gives its text a look: all that is neither a block nor a thing by itself.
-bool is_look(const dom::Node& node);
 
 }  // namespace tvx::editing

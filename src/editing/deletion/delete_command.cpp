@@ -1,12 +1,15 @@
+#include "tvx/editing/deletion/delete_command.h"
+
 #include "tvx/dom/mutation.h"
 #include "tvx/dom/tree.h"
+#include "tvx/editing/blocks/allowed_ancestors.h"
 #include "tvx/editing/blocks/indentation.h"
+#include "tvx/editing/blocks/lists.h"
 #include "tvx/editing/deletion/deletion.h"
 #include "tvx/editing/editor.h"
 #include "tvx/editing/facts/block_range.h"
 #include "tvx/editing/facts/predicates.h"
 #include "tvx/editing/inline/recorded_values.h"
-#include "tvx/editing/insertion/insertion_commands.h"
 #include "tvx/editing/tree/surgery.h"
 #include "tvx/editing/walk/content_walk.h"
 #include "tvx/editing/walk/whitespace.h"
@@ -205,24 +208,6 @@ void BackwardDelete::merge_blocks() {
 }
 
 }  // namespace
-
-std::vector<Ref<Node>> items_around(Node* node) {
-  std::vector<Ref<Node>> items;
-  for (; node; node = node->parent()) {
-    if (node->is(Tag::Li)) items.emplace_back(node);
-  }
-  return items;
-}
-
-Ref<Node> release_stray_term(const Ref<Node>& node, Editor& editor) {
-  if (!node->is(Tag::Dd) && !node->is(Tag::Dt)) return node;
-  for (const Node* ancestor = node->parent(); ancestor && in_same_editing_host(*ancestor, *node);
-       ancestor = ancestor->parent()) {
-    if (is_allowed_child(*node, *ancestor)) return node;
-  }
-  return set_tag_name(static_cast<dom::Element&>(*node),
-                      dom::Name(std::u16string_view(editor.paragraph_separator())));
-}
 
 bool delete_backward_by(Editor& editor, UnitEdge unit_start) {
   if (editor.selection().collapsed()) {

@@ -6,8 +6,8 @@
 #include "tvx/editing/facts/block_range.h"
 #include "tvx/editing/facts/predicates.h"
 #include "tvx/editing/inline/recorded_values.h"
-#include "tvx/editing/ranges/control_range.h"
 #include "tvx/editing/tree/surgery.h"
+#include "tvx/editing/walk/caret.h"
 #include "tvx/editing/walk/whitespace.h"
 
 namespace tvx::editing {
@@ -263,6 +263,17 @@ void Deletion::run() {
 }
 
 }  // namespace
+
+Boundary remove_control(dom::Element& element) {
+  const Ref<Node> parent(element.parent());
+  const Boundary place = dom::before(element);
+  dom::remove(element);
+  if (is_block_node(*parent) && is_allowed_child_name(dom::Name(Tag::Br), *parent) &&
+      !has_visible_child(*parent))
+    append_line_break(*parent);
+  canonicalize_whitespace(place, false);  // the blanks on both sides have met
+  return normalized_caret_place(place);
+}
 
 void delete_selection(Editor& editor, DeleteOptions options) {
   // OURS: what is selected as a whole goes as a whole; the standard would walk into a table's cells.

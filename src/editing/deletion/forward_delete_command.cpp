@@ -1,10 +1,11 @@
+#include "tvx/editing/deletion/delete_command.h"
+
 #include "tvx/dom/mutation.h"
 #include "tvx/dom/tree.h"
 #include "tvx/editing/deletion/deletion.h"
 #include "tvx/editing/editor.h"
 #include "tvx/editing/facts/gap.h"
 #include "tvx/editing/facts/predicates.h"
-#include "tvx/editing/insertion/insertion_commands.h"
 #include "tvx/editing/walk/content_walk.h"
 #include "tvx/editing/walk/whitespace.h"
 

@@ -2,11 +2,11 @@
 
 #include "tvx/dom/mutation.h"
 #include "tvx/dom/tree.h"
-#include "tvx/editing/clipboard/copied_content.h"
-#include "tvx/editing/clipboard/paste_lines.h"
 #include "tvx/editing/deletion/deletion.h"
 #include "tvx/editing/editor.h"
+#include "tvx/editing/facts/lines.h"
 #include "tvx/editing/facts/predicates.h"
+#include "tvx/editing/tree/lines.h"
 #include "tvx/editing/tree/surgery.h"
 #include "tvx/editing/walk/caret.h"
 #include "tvx/editing/walk/content_walk.h"

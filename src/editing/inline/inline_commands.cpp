@@ -1,13 +1,14 @@
 #include <algorithm>
+#include <cassert>
 
 #include "tvx/dom/style/color.h"
-#include "tvx/editing/command_table.h"
+#include "tvx/editing/active_range.h"
+#include "tvx/editing/command_definition.h"
 #include "tvx/editing/facts/font_sizes.h"
 #include "tvx/editing/facts/path_facts.h"
 #include "tvx/editing/inline/effectively_contained.h"
 #include "tvx/editing/inline/inline_values.h"
 #include "tvx/editing/inline/remove_format.h"
-#include "tvx/editing/ranges/active_range.h"
 
 /// The rows of the inline formatting commands: editing commands standard, sections "The backColor command" to
 /// "The underline command".
@@ -235,5 +236,15 @@ const CommandDefinition rows[] = {
 }  // namespace
 
 std::span<const CommandDefinition> inline_commands() { return rows; }
+
+const CommandDefinition& inline_row(std::u16string_view name) {
+  for (const auto part : {inline_commands(), link_commands()}) {
+    for (const CommandDefinition& row : part) {
+      if (equals_ignoring_ascii_case(row.name, name)) return row;
+    }
+  }
+  assert(!"no inline command has that name");
+  return rows[0];
+}
 
 }  // namespace tvx::editing

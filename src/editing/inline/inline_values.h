@@ -6,8 +6,8 @@
 
 #include "tvx/dom/node.h"
 #include "tvx/dom/range.h"
-#include "tvx/editing/command_table.h"
-#include "tvx/editing/inline/inline_command.h"
+#include "tvx/editing/command_definition.h"
+#include "tvx/editing/inline_command.h"
 #include "tvx/editing/tree/surgery.h"
 
 /// What inline commands ask of nodes and do to them: editing commands standard, section "Inline formatting
@@ -73,6 +73,9 @@ inline void force_value(const dom::Ref<dom::Node>& node, const CommandDefinition
 inline void set_selection_value(Editor& editor, const CommandDefinition& command, const InlineValue& value) {
   set_selection_value(editor, command.inline_command, value);
 }
+
+/// The row of one of this room's commands, links included; there is one of that name.
+const CommandDefinition& inline_row(std::u16string_view name);
 
 /// The "legacy font size" ("1" to "7") for a CSS size in pixels ("24px").
 std::u16string legacy_font_size_of(std::u16string_view size);

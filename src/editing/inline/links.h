@@ -1,20 +1,18 @@
 #pragma once
 
 #include <string>
-#include <string_view>
+#include <vector>
 
-/// Links as a person makes them, who is asked for an address; the command createLink stands on the same
-/// ground.
+#include "tvx/dom/range.h"
+
+/// Which links a selection touches.
 namespace tvx::editing {
 
 class Editor;
 
+/// The links that the range contains or that hold one of its ends, in tree order.
+std::vector<dom::Ref<dom::Element>> links_touched(const dom::Range& range);
 /// The address of the first link that the selection touches, as it is written; empty if there is none.
 std::u16string link_address(Editor& editor);
-
-/// Gives what is selected this address. A caret in a link changes that link, a caret elsewhere gets the
-/// address itself as the link's text. One undo step. False for an empty address, and where nothing can be
-/// edited.
-bool link_selection(Editor& editor, std::u16string_view address);
 
 }  // namespace tvx::editing

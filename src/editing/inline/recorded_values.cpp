@@ -4,7 +4,7 @@
 #include <array>
 
 #include "tvx/dom/document.h"
-#include "tvx/editing/command_table.h"
+#include "tvx/editing/command_definition.h"
 #include "tvx/editing/editor.h"
 #include "tvx/editing/facts/predicates.h"
 #include "tvx/editing/inline/inline_values.h"
@@ -68,7 +68,7 @@ class SpecifiedValues {
 
 std::vector<SpecifiedValues> finders() {
   std::vector<SpecifiedValues> finders;
-  for (const std::u16string_view name : recorded_commands) finders.emplace_back(*find_command(name));
+  for (const std::u16string_view name : recorded_commands) finders.emplace_back(inline_row(name));
   return finders;
 }
 
@@ -90,7 +90,7 @@ void restore_values(const RecordedValues& values, Editor& editor) {
   for (const RecordedValue& recorded : values) {
     if (!recorded.node->parent()) continue;
     const auto place = std::find(recorded_commands.begin(), recorded_commands.end(), recorded.command);
-    const CommandDefinition& command = *find_command(recorded.command);
+    const CommandDefinition& command = inline_row(recorded.command);
     const Specified present = specified[place - recorded_commands.begin()].of(*recorded.node);
     if (!recorded.value && present.holder) {
       push_down_values(recorded.node, command, std::nullopt, editor);
@@ -150,17 +150,17 @@ RecordedLook record_current_look(Editor& editor) {
   const Node* node = first_formattable(editor);
   if (!node) return look;
   const auto add_effective = [&](std::u16string_view name) {
-    if (auto value = effective_command_value(*node, *find_command(name))) {
+    if (auto value = effective_command_value(*node, inline_row(name))) {
       look.values.emplace_back(name, *std::move(value));
     }
   };
   add_effective(u"createlink");
   for (const std::u16string_view name : state_commands) {
-    const CommandDefinition& command = *find_command(name);
+    const CommandDefinition& command = inline_row(name);
     look.states.emplace_back(name, is_activated_value(command, effective_command_value(*node, command)));
   }
   for (const std::u16string_view name : {u"fontname", u"forecolor", u"hilitecolor"}) {
-    look.values.emplace_back(name, find_command(name)->value(editor));
+    look.values.emplace_back(name, inline_row(name).value(editor));
   }
   add_effective(u"fontsize");
   return look;
@@ -185,7 +185,7 @@ class LookRestorer {
   }
 
   void restore_value(std::u16string_view name, const std::u16string& value) {
-    const CommandDefinition& command = *find_command(name);
+    const CommandDefinition& command = inline_row(name);
     if (name == u"createlink") {
       if (present(name, command) != value) run(name, value);
     } else if (name == u"fontsize") {
@@ -209,7 +209,7 @@ class LookRestorer {
   }
   // The text may have been split by the command.
   void run(std::u16string_view name, std::u16string_view value) {
-    find_command(name)->action(editor_, value);
+    inline_row(name).action(editor_, value);
     if (Node* node = first_formattable(editor_)) node_ = node;
   }
 

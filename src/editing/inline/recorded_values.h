@@ -11,6 +11,8 @@
 /// The look of nodes and of the caret, noted before an operation that would lose it and put back after.
 namespace tvx::editing {
 
+class Editor;
+
 /// What "record the values" keeps: for each node and command the specified value it had.
 struct RecordedValue {
   dom::Ref<dom::Node> node;

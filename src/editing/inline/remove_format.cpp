@@ -2,12 +2,12 @@
 
 #include <array>
 
+#include "tvx/editing/active_range.h"
 #include "tvx/editing/editor.h"
 #include "tvx/editing/facts/predicates.h"
 #include "tvx/editing/facts/tag_set.h"
 #include "tvx/editing/inline/effectively_contained.h"
 #include "tvx/editing/inline/inline_values.h"
-#include "tvx/editing/ranges/active_range.h"
 
 namespace tvx::editing {
 

@@ -1,9 +1,9 @@
+#include "tvx/editing/active_range.h"
 #include "tvx/editing/editor.h"
 #include "tvx/editing/facts/path_facts.h"
 #include "tvx/editing/facts/predicates.h"
 #include "tvx/editing/inline/effectively_contained.h"
 #include "tvx/editing/inline/value_forcer.h"
-#include "tvx/editing/ranges/active_range.h"
 
 namespace tvx::editing {
 

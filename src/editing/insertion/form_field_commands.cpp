@@ -2,7 +2,7 @@
 
 #include "tvx/dom/mutation.h"
 #include "tvx/dom/tree.h"
-#include "tvx/editing/command_table.h"
+#include "tvx/editing/command_definition.h"
 #include "tvx/editing/deletion/deletion.h"
 #include "tvx/editing/editor.h"
 #include "tvx/editing/facts/predicates.h"

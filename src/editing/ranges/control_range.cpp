@@ -6,12 +6,10 @@
 #include "tvx/dom/tree.h"
 #include "tvx/editing/deletion/deletion.h"
 #include "tvx/editing/editor.h"
+#include "tvx/editing/facts/control.h"
 #include "tvx/editing/facts/predicates.h"
-#include "tvx/editing/facts/tag_set.h"
 #include "tvx/editing/tree/clone_contents.h"
-#include "tvx/editing/tree/surgery.h"
 #include "tvx/editing/walk/caret.h"
-#include "tvx/editing/walk/whitespace.h"
 
 namespace tvx::editing {
 
@@ -26,36 +24,6 @@ namespace {
 [[noreturn]] void out_of_range() { throw RuntimeError(errors::invalid_call, u"The index is out of range"); }
 
 }  // namespace
-
-Boundary remove_control(Element& element) {
-  const Ref<Node> parent(element.parent());
-  const Boundary place = dom::before(element);
-  dom::remove(element);
-  if (is_block_node(*parent) && is_allowed_child_name(dom::Name(Tag::Br), *parent) &&
-      !has_visible_child(*parent))
-    append_line_break(*parent);
-  canonicalize_whitespace(place, false);  // the blanks on both sides have met
-  return normalized_caret_place(place);
-}
-
-bool is_control(const Element& element) {
-  static const TagSet tags{Tag::Img,      Tag::Table,  Tag::Input,  Tag::Button, Tag::Select,
-                           Tag::Textarea, Tag::Object, Tag::Iframe, Tag::Embed,  Tag::Applet,
-                           Tag::Video,    Tag::Audio,  Tag::Canvas, Tag::Hr,     Tag::Marquee};
-  return tags.has(element);
-}
-
-Element* control_at(Element& element) {
-  if (element.is(Tag::Table)) return &element;
-  Element* found = nullptr;
-  for (Element* outer = &element; outer && !outer->is(Tag::Body); outer = outer->parent_element()) {
-    const bool foreign_root =
-        !outer->is_html() && outer->parent_element() && outer->parent_element()->is_html();
-    if (outer->is(Tag::Table)) break;
-    if (is_control(*outer) || foreign_root) found = outer;
-  }
-  return found;
-}
 
 Element& ControlRange::item(std::size_t index) const {
   if (index >= elements_.size()) out_of_range();

@@ -35,15 +35,6 @@ class ControlRange {
   std::vector<dom::Ref<dom::Element>> elements_;
 };
 
-/// Elements that a click can select as a whole.
-bool is_control(const dom::Element& element);
-/// What a click on an element takes as a whole: the control that it is or lies in. A table only by itself,
-/// where its border or the space between its cells was hit. Null: the click sets a caret.
-dom::Element* control_at(dom::Element& element);
-/// Takes an element out of its tree; a block that shows nothing any more gets a line for the caret. Gives the
-/// place where it stood, as near as a caret can come.
-dom::Boundary remove_control(dom::Element& element);
-
 // --- the selection as a host's program sees it ---
 
 using AnyRange = std::variant<TextRange, ControlRange>;

@@ -4,6 +4,7 @@
 #include "tvx/dom/mutation.h"
 #include "tvx/dom/parse.h"
 #include "tvx/dom/tree.h"
+#include "tvx/editing/blocks/allowed_ancestors.h"
 #include "tvx/editing/deletion/deletion.h"
 #include "tvx/editing/editor.h"
 #include "tvx/editing/facts/predicates.h"

@@ -10,7 +10,6 @@
 /// sections "Assorted common algorithms" to "Allowed children", and "Splitting a node list's parent".
 namespace tvx::editing {
 
-class Editor;
 using NodeList = std::vector<dom::Ref<dom::Node>>;
 
 /// Moves a node; boundaries that stood in it or at its edges move along ("preserving ranges").
@@ -36,7 +35,6 @@ using NodeCriteria = std::function<bool(const dom::Node&)>;
 /// empty: nothing happens). Returns the new parent, empty if there is none.
 dom::Ref<dom::Node> wrap(NodeList nodes, const NodeCriteria& sibling_criteria = {},
                          const std::function<dom::Ref<dom::Node>()>& make_parent = {});
-void fix_disallowed_ancestors(const dom::Ref<dom::Node>& node, Editor& editor);
 /// Breaks up the parent of consecutive siblings; the lines stay the lines that they were.
 void split_parent(const NodeList& nodes);
 /// "Normalize sublists": what follows a list inside an item becomes an item of its own.

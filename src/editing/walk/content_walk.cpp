@@ -297,4 +297,20 @@ bool covers_content_of(const dom::Range& range, dom::Element& element) {
          !meets_substance(ContentWalk(range.end, Direction::Forward, &element));
 }
 
+namespace {
+
+const Node* enclosing_cell(const Node* node) {
+  while (node && !node->is(Tag::Td) && !node->is(Tag::Th)) node = node->parent();
+  return node;
+}
+
+}  // namespace
+
+bool takes_line_end(const dom::Range& range, const dom::Range& seen) {
+  const ContentKind behind = content_beside(range.end, Direction::Backward).kind;
+  if (behind != ContentKind::EnterBlock && behind != ContentKind::LeaveBlock) return false;
+  const auto next = next_caret_place(seen.end, Direction::Forward, Granularity::Character);
+  return next && enclosing_cell(seen.end.node) == enclosing_cell(next->node);
+}
+
 }  // namespace tvx::editing

@@ -69,4 +69,8 @@ dom::Range shrunk_to_characters(const dom::Range& range);
 /// Whether nothing that is seen stands in `element` outside the range.
 bool covers_content_of(const dom::Range& range, dom::Element& element);
 
+/// Whether a range reaches from its last character, where `seen` ends, to the line behind. The way from cell
+/// to cell is no line's end.
+bool takes_line_end(const dom::Range& range, const dom::Range& seen);
+
 }  // namespace tvx::editing

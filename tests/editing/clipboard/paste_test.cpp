@@ -2,7 +2,6 @@
 
 #include "editing/editing_fixture.h"
 #include "tvx/editing/clipboard/clipboard_door.h"
-#include "tvx/editing/ranges/control_range.h"
 
 namespace tvx::editing {
 namespace {

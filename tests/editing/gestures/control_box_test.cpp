@@ -1,8 +1,8 @@
 #include "tvx/editing/gestures/control_box.h"
+#include "tvx/editing/facts/control.h"
 
 #include "editing/editing_fixture.h"
 #include "tvx/editing/clipboard/move_content.h"
-#include "tvx/editing/ranges/control_range.h"
 
 namespace tvx::editing::test {
 namespace {

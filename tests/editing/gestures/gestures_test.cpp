@@ -8,10 +8,10 @@
 #include "tvx/editing/clipboard/copied_content.h"
 #include "tvx/editing/clipboard/move_content.h"
 #include "tvx/editing/clipboard/paste.h"
+#include "tvx/editing/facts/control.h"
 #include "tvx/editing/gestures/composition.h"
 #include "tvx/editing/gestures/control_box.h"
 #include "tvx/editing/gestures/typing.h"
-#include "tvx/editing/ranges/control_range.h"
 #include "tvx/editing/walk/caret.h"
 #include "tvx/headless/shadow_tree.h"
 

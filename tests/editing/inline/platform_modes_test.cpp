@@ -1,7 +1,7 @@
 #include "editing/editing_fixture.h"
+#include "tvx/editing/commands/platform_values.h"
 #include "tvx/editing/gestures/control_box.h"
 #include "tvx/editing/gestures/typing.h"
-#include "tvx/editing/inline/platform_values.h"
 
 namespace tvx::editing::test {
 

@@ -3,7 +3,6 @@
 #include "qt/real_view.h"
 #include "tvx/base/strings.h"
 #include "tvx/dom/journal.h"
-#include "tvx/editing/ranges/control_range.h"
 
 namespace tvx::qt {
 namespace {

@@ -1,5 +1,5 @@
 #include "tvx/dom/journal.h"
-#include "tvx/editing/command_table.h"
+#include "tvx/editing/command_definition.h"
 #include "tvx/editing/facts/predicates.h"
 
 /// Modes, selectAll, undo and redo: editing commands standard, section "Miscellaneous commands", and the

@@ -1,10 +1,10 @@
 #include "tvx/dom/mutation.h"
 #include "tvx/dom/tree.h"
-#include "tvx/editing/command_table.h"
 #include "tvx/editing/deletion/deletion.h"
 #include "tvx/editing/editor.h"
 #include "tvx/editing/facts/block_range.h"
 #include "tvx/editing/facts/predicates.h"
+#include "tvx/editing/inline/inline_values.h"
 #include "tvx/editing/inline/recorded_values.h"
 #include "tvx/editing/insertion/insertion_commands.h"
 #include "tvx/editing/walk/whitespace.h"
@@ -168,7 +168,7 @@ void autolink(Editor& editor, Boundary end) {
   if (!address) return;
   const dom::LiveRange original(editor.document(), editor.selection().range());
   editor.selection().set({text, from + address->start}, {text, from + address->end});
-  find_command(u"createLink")->action(editor, address->href);
+  inline_row(u"createLink").action(editor, address->href);
   editor.selection().set(original.range());
 }
 

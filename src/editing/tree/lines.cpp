@@ -1,11 +1,11 @@
-#include "tvx/editing/clipboard/paste_lines.h"
+#include "tvx/editing/tree/lines.h"
 
 #include <algorithm>
 #include <vector>
 
 #include "tvx/dom/builder.h"
 #include "tvx/dom/tree.h"
-#include "tvx/editing/clipboard/copied_content.h"
+#include "tvx/editing/facts/lines.h"
 #include "tvx/editing/facts/predicates.h"
 #include "tvx/editing/facts/tag_set.h"
 
@@ -34,44 +34,6 @@ Boundary place_of(const Slot& slot) {
 
 void insert_all(const Slot& slot, const NodeList& nodes) {
   for (const Ref<Node>& node : nodes) dom::insert(*slot.parent, node, slot.before.get());
-}
-
-Element* block_around(Boundary place) {
-  for (Node* node = place.node; node; node = node->parent())
-    if (node->is_element() && (is_block_node(*node) || is_editing_host(*node)))
-      return static_cast<Element*>(node);
-  return nullptr;
-}
-
-bool is_empty_line(const Node& block) {
-  static const TagSet things{Tag::Img,    Tag::Input, Tag::Button, Tag::Select, Tag::Textarea,
-                             Tag::Object, Tag::Embed, Tag::Iframe, Tag::Video,  Tag::Audio,
-                             Tag::Canvas, Tag::Hr,    Tag::Table,  Tag::Li};
-  int breaks = 0;
-  for (const Node* node = block.first_child(); node; node = dom::next_in_order(*node, &block)) {
-    if (const auto* text = dom::as<dom::Text>(node)) {
-      if (!is_whitespace_node(*text)) return false;
-    } else if (node->is(Tag::Br)) {
-      if (++breaks > 1) return false;
-    } else if (things.has(*node) || (node->is_element() && !static_cast<const Element*>(node)->is_html())) {
-      return false;
-    }
-  }
-  return true;
-}
-
-bool is_block_piece(const Node& node) {
-  for (const Node* at = &node; at; at = dom::next_in_order(*at, &node)) {
-    const auto* element = dom::as<Element>(at);
-    if (element && element->is_html() && is_prohibited_paragraph_child_name(element->name())) return true;
-  }
-  return false;
-}
-
-bool is_filling(const Node& node) {
-  if (node.type() == dom::NodeType::Comment) return true;
-  const auto* text = dom::as<dom::Text>(&node);
-  return text && trimmed(text->data()).empty();
 }
 
 namespace {

@@ -1,5 +1,6 @@
 #include "editing/editing_fixture.h"
 #include "tvx/editing/inline/links.h"
+#include "tvx/editing/insertion/link_selection.h"
 
 namespace tvx::editing::test {
 

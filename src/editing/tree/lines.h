@@ -5,7 +5,7 @@
 #include "tvx/dom/range.h"
 #include "tvx/editing/tree/surgery.h"
 
-/// The small operations on lines and blocks that pasting is made of.
+/// The small operations on lines and blocks that pasting and the deletion of lines are made of.
 namespace tvx::editing {
 
 /// A place between the children of a node.
@@ -17,15 +17,6 @@ struct Slot {
 Slot slot_at(dom::Boundary place);
 dom::Boundary place_of(const Slot& slot);
 void insert_all(const Slot& slot, const NodeList& nodes);
-
-/// The nearest block around a place.
-dom::Element* block_around(dom::Boundary place);
-/// Nothing is seen in it, but perhaps the break that holds it open.
-bool is_empty_line(const dom::Node& block);
-/// A node that can't stand within a paragraph, or holds one that can't.
-bool is_block_piece(const dom::Node& node);
-/// White space or a comment: nothing to see between blocks.
-bool is_filling(const dom::Node& node);
 
 /// Breaks `block` at the place; what is behind it moves into a copy of the block, which is returned.
 dom::Ref<dom::Element> split_block(dom::Element& block, dom::Boundary place);

@@ -1,8 +1,8 @@
-#include "tvx/editing/inline/platform_values.h"
+#include "tvx/editing/commands/platform_values.h"
 
 #include "tvx/base/error.h"
 #include "tvx/dom/style/color.h"
-#include "tvx/editing/command_table.h"
+#include "tvx/editing/commands/command_table.h"
 #include "tvx/editing/editor.h"
 
 namespace tvx::editing {

@@ -1,4 +1,4 @@
-#include "tvx/editing/inline/platform_values.h"
+#include "tvx/editing/commands/platform_values.h"
 
 #include "editing/editing_fixture.h"
 #include "tvx/base/error.h"

@@ -1,6 +1,7 @@
 #include "tvx/dom/builder.h"
 #include "tvx/dom/mutation.h"
 #include "tvx/dom/tree.h"
+#include "tvx/editing/blocks/allowed_ancestors.h"
 #include "tvx/editing/deletion/deletion.h"
 #include "tvx/editing/editor.h"
 #include "tvx/editing/facts/block_range.h"

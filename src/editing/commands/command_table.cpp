@@ -1,4 +1,4 @@
-#include "tvx/editing/command_table.h"
+#include "tvx/editing/commands/command_table.h"
 
 #include <algorithm>
 #include <vector>

@@ -5,7 +5,7 @@
 #include <string_view>
 
 #include "tvx/editing/editor.h"
-#include "tvx/editing/inline/inline_command.h"
+#include "tvx/editing/inline_command.h"
 
 namespace tvx::editing {
 
@@ -36,12 +36,7 @@ struct CommandDefinition {
   bool is_mode = false;
 };
 
-/// Every command, sorted by name without regard to case.
-std::span<const CommandDefinition> command_table();
-/// Null if there is no such command.
-const CommandDefinition* find_command(std::u16string_view name);
-
-// The rows, by subject; each file of commands offers its own.
+// The rows, by subject; each file of commands offers its own, and commands/command_table.h has them all.
 std::span<const CommandDefinition> clipboard_commands();  // clipboard_commands.cpp
 std::span<const CommandDefinition> inline_commands();     // inline_commands.cpp
 std::span<const CommandDefinition> link_commands();       // link_commands.cpp

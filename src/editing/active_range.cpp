@@ -1,4 +1,4 @@
-#include "tvx/editing/ranges/active_range.h"
+#include "tvx/editing/active_range.h"
 
 #include "tvx/dom/mutation.h"
 #include "tvx/editing/editor.h"

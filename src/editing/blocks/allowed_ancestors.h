@@ -1,0 +1,16 @@
+#pragma once
+
+#include "tvx/dom/node.h"
+
+/// Nodes that stand where their kind is not allowed, and how they come to where it is.
+namespace tvx::editing {
+
+class Editor;
+
+/// Editing commands standard, "fix disallowed ancestors": breaks the elements around a node up to one that
+/// may hold it.
+void fix_disallowed_ancestors(const dom::Ref<dom::Node>& node, Editor& editor);
+/// Turns a `dd` or `dt` that has no list around it any more into a paragraph. Gives the element.
+dom::Ref<dom::Node> release_stray_term(const dom::Ref<dom::Node>& node, Editor& editor);
+
+}  // namespace tvx::editing
