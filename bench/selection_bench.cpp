@@ -1,7 +1,7 @@
 #include <benchmark/benchmark.h>
 
 #include "documents.h"
-#include "tvx/commands/selection_operations.h"
+#include "tvx/core/commands/selection_operations.h"
 #include "tvx/dom/parse.h"
 #include "tvx/editing/editor.h"
 
@@ -15,7 +15,7 @@ void select_a_word_at(benchmark::State& state, const std::u16string& html) {
   editing::Editor editor(*document);
   editor.set_design_mode(true);
   const auto place = static_cast<std::int32_t>(state.range(0));
-  for (auto _ : state) benchmark::DoNotOptimize(commands::select_characters(editor, place, 5));
+  for (auto _ : state) benchmark::DoNotOptimize(core::select_characters(editor, place, 5));
   state.SetComplexityN(state.range(0));
 }
 

@@ -22,7 +22,7 @@ struct Inside {
   static bool downloadDone(const HTMLed& control) { return control.download_done_; }
   static bool watchDownload(const HTMLed& control) { return control.watch_download_; }
   static bool baseHrefSet(const HTMLed& control) { return control.base_href_set_; }
-  static commands::SelectionHighlight& highlight(const HTMLed& control) { return *control.highlight_; }
+  static SelectionHighlight& highlight(const HTMLed& control) { return *control.highlight_; }
   static const std::u16string& storedDocumentHTML(const HTMLed& control) {
     return *control.properties_.DocumentHTML;
   }

@@ -4,9 +4,9 @@
 #include <utility>
 
 #include "tvx/base/error.h"
-#include "tvx/commands/context_menus.h"
-#include "tvx/commands/selection_highlight.h"
-#include "tvx/commands/toolbars.h"
+#include "tvx/core/chrome/menus.h"
+#include "tvx/core/chrome/selection_highlight.h"
+#include "tvx/core/chrome/toolbars.h"
 #include "tvx/core/keep_alive.h"
 #include "tvx/dom/style/style_sheet.h"
 #include "tvx/dom/tree.h"
@@ -32,9 +32,9 @@ HTMLed::HTMLed(const Surroundings& surroundings)
                                                               : surroundings.hwnd),
       geometry_(surroundings.geometry),
       browser_(std::make_unique<browser::Browser>(loop_)),
-      toolbars_(std::make_unique<commands::Toolbars>()),
-      menus_(std::make_unique<commands::ContextMenus>()),
-      highlight_(std::make_unique<commands::SelectionHighlight>()) {
+      toolbars_(std::make_unique<Toolbars>()),
+      menus_(std::make_unique<ContextMenus>()),
+      highlight_(std::make_unique<SelectionHighlight>()) {
   browser_->set_geometry(geometry_);
   browser_->set_window(surroundings.window);
   browser_->set_events(this);

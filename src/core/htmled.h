@@ -11,11 +11,11 @@
 #include "tvx/browser/browser.h"
 #include "tvx/browser/events.h"
 #include "tvx/clipboard/clip.h"
-#include "tvx/commands/style_classes.h"
+#include "tvx/core/content/style_classes.h"
 #include "tvx/core/enumerations.h"
 #include "tvx/core/events.h"
-#include "tvx/core/layout.h"
 #include "tvx/core/properties.h"
+#include "tvx/core/views/layout.h"
 #include "tvx/platform/menu.h"
 #include "tvx/platform/toolbar.h"
 #include "tvx/platform/window.h"
@@ -31,11 +31,11 @@ class MessageLoop;
 class PropertyBag;
 }  // namespace tvx::platform
 
-namespace tvx::commands {
+namespace tvx::core {
 class ContextMenus;
 class SelectionHighlight;
 class Toolbars;
-}  // namespace tvx::commands
+}  // namespace tvx::core
 
 namespace tvx::dom::style {
 class StyleSheet;
@@ -258,7 +258,7 @@ class HTMLed final : public std::enable_shared_from_this<HTMLed>,
   bool InCodeView() const { return inCodeView_; }
 
   // --- the class menus' items: 0 takes a class away, the others are those of style_classes() ---
-  const std::vector<commands::StyleClass>& style_classes() const { return style_classes_; }
+  const std::vector<StyleClass>& style_classes() const { return style_classes_; }
   /// The class of the current element.
   void mnuClass_Click(std::int16_t Index);
   /// The class of the selection.
@@ -274,7 +274,7 @@ class HTMLed final : public std::enable_shared_from_this<HTMLed>,
   platform::Clipboard& clipboard() const;
   /// A menu or an item of one by its name, of a menu array the one with that index; null if there is none.
   platform::Menu* menu(std::u16string_view name, std::optional<int> index = {});
-  commands::ContextMenus& menus() { return *menus_; }
+  ContextMenus& menus() { return *menus_; }
   const Layout& layout() const { return layout_; }
   dom::Element* highlightElement() const;
   /// The event that the last key or selection handler fetched; null before.
@@ -463,9 +463,9 @@ class HTMLed final : public std::enable_shared_from_this<HTMLed>,
   struct CodeViewHandler;
   std::unique_ptr<source::CodeViewEvents> code_view_handler_;
   source::OrvelCV txtCode_;
-  std::unique_ptr<commands::Toolbars> toolbars_;
-  std::unique_ptr<commands::ContextMenus> menus_;
-  std::unique_ptr<commands::SelectionHighlight> highlight_;
+  std::unique_ptr<Toolbars> toolbars_;
+  std::unique_ptr<ContextMenus> menus_;
+  std::unique_ptr<SelectionHighlight> highlight_;
   std::u16string pending_context_command_;  // left by an item, for when its popup has closed
 
   std::u16string app_path_, style_sheet_path_;
@@ -478,7 +478,7 @@ class HTMLed final : public std::enable_shared_from_this<HTMLed>,
   SharedText entered_text_, entered_code_;
   dom::Ref<dom::Element> base_element_;
   std::shared_ptr<dom::style::StyleSheet> active_style_sheet_;
-  std::vector<commands::StyleClass> style_classes_;
+  std::vector<StyleClass> style_classes_;
   std::unique_ptr<browser::Event> last_event_;
   bool edit_window_found_ = false;
   bool inCodeView_ = false;

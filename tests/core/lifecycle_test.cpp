@@ -1,5 +1,5 @@
 #include "control_fixture.h"
-#include "tvx/core/templates.h"
+#include "tvx/core/content/templates.h"
 
 namespace tvx::core {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-#include "tvx/core/layout.h"
+#include "tvx/core/views/layout.h"
 #include "tvx/library/objects/object.h"
 
 namespace tvx::core {

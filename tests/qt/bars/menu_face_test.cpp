@@ -9,7 +9,7 @@
 #include <QTimer>
 #include <memory>
 
-#include "tvx/commands/context_menus.h"
+#include "tvx/core/chrome/menus.h"
 #include "tvx/qt/support/strings.h"
 
 namespace tvx::qt {
@@ -77,7 +77,7 @@ class MenuFaces : public testing::Test {
     return nullptr;
   }
 
-  commands::ContextMenus menus_;
+  core::ContextMenus menus_;
   Clicks clicks_;
   std::unique_ptr<QWidget> window_ = std::make_unique<QWidget>();
   PopupMenus faces_{*window_};
@@ -131,7 +131,7 @@ TEST_F(MenuFaces, ItFollowsTheModelWhileItIsOpen) {
   popup(menus_.mnuMisc, [&](QMenu& menu) {
     menus_.item(u"mnuMiscCut").set_Caption(u"Ausschneiden");
     EXPECT_EQ(action(menu, "mnuMiscCut")->text(), QStringLiteral("Ausschneiden"));
-    const commands::StyleClass classes[] = {{3, u"a & b"}};
+    const core::StyleClass classes[] = {{3, u"a & b"}};
     menus_.show_classes(classes);
     ASSERT_NE(action(menu, "mnuMiscClass(3)"), nullptr);
     EXPECT_EQ(action(menu, "mnuMiscClass(3)")->text(), QStringLiteral("a && b"));
@@ -141,7 +141,7 @@ TEST_F(MenuFaces, ItFollowsTheModelWhileItIsOpen) {
 }
 
 TEST_F(MenuFaces, AnItemThatIsGoneWhenItIsChosenIsNotChosen) {
-  const commands::StyleClass classes[] = {{1, u"a"}};
+  const core::StyleClass classes[] = {{1, u"a"}};
   menus_.show_classes(classes);
   popup(menus_.mnuMisc, [&](QMenu& menu) {
     QAction* chosen = action(menu, "mnuMiscClass(1)");

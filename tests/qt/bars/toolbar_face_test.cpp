@@ -9,7 +9,7 @@
 #include <QMouseEvent>
 #include <QVBoxLayout>
 
-#include "tvx/commands/toolbars.h"
+#include "tvx/core/chrome/toolbars.h"
 #include "tvx/qt/bars/icon_set.h"
 #include "tvx/qt/support/twips.h"
 
@@ -69,7 +69,7 @@ class ToolbarFaces : public testing::Test {
     }
   }
 
-  commands::Toolbars tools_;
+  core::Toolbars tools_;
   Presses presses_;
   QWidget window_;
   ToolbarFace bar_{tools_.Toolbar1, nullptr};
@@ -107,33 +107,33 @@ TEST_F(ToolbarFaces, IconsAreDrawnInTheColourOfTheText) {
 }
 
 TEST_F(ToolbarFaces, AClickPressesAndLeavesTheFocusWhereItWas) {
-  click(commands::button_bold);
+  click(core::button_bold);
   EXPECT_EQ(presses_.keys, std::vector<std::u16string>{u"Bold"});
   EXPECT_EQ(QApplication::focusWidget(), &document_);
   // Only the model says what looks pressed in.
-  EXPECT_FALSE(widget(commands::button_bold)->isChecked());
-  tools_.Toolbar1.Item(commands::button_bold).set_Value(1);
-  EXPECT_TRUE(widget(commands::button_bold)->isChecked());
-  click(commands::button_bold);
-  EXPECT_TRUE(widget(commands::button_bold)->isChecked());
+  EXPECT_FALSE(widget(core::button_bold)->isChecked());
+  tools_.Toolbar1.Item(core::button_bold).set_Value(1);
+  EXPECT_TRUE(widget(core::button_bold)->isChecked());
+  click(core::button_bold);
+  EXPECT_TRUE(widget(core::button_bold)->isChecked());
 }
 
 TEST_F(ToolbarFaces, ADisabledButtonDoesNotAnswer) {
-  tools_.Toolbar1.Item(commands::button_italic).set_Enabled(false);
-  EXPECT_FALSE(widget(commands::button_italic)->isEnabled());
-  click(commands::button_italic);
+  tools_.Toolbar1.Item(core::button_italic).set_Enabled(false);
+  EXPECT_FALSE(widget(core::button_italic)->isEnabled());
+  click(core::button_italic);
   EXPECT_TRUE(presses_.keys.empty());
 }
 
 TEST_F(ToolbarFaces, ButtonsComeAndGoWithTheModel) {
-  EXPECT_EQ(bar_.button_widget(commands::button_find), nullptr);
+  EXPECT_EQ(bar_.button_widget(core::button_find), nullptr);
   EXPECT_EQ(bar_.button_widget(3), nullptr);  // a separator
-  const int right_of_copy = widget(commands::button_cut)->x();
-  tools_.Toolbar1.Item(commands::button_copy).set_Visible(false);
+  const int right_of_copy = widget(core::button_cut)->x();
+  tools_.Toolbar1.Item(core::button_copy).set_Visible(false);
   tools_.Toolbar1.Refresh();
-  EXPECT_TRUE(widget(commands::button_copy)->isHidden());
-  EXPECT_LT(widget(commands::button_cut)->x(), right_of_copy);
-  EXPECT_EQ(widget(commands::button_cut)->toolTip(), QStringLiteral("Cut"));
+  EXPECT_TRUE(widget(core::button_copy)->isHidden());
+  EXPECT_LT(widget(core::button_cut)->x(), right_of_copy);
+  EXPECT_EQ(widget(core::button_cut)->toolTip(), QStringLiteral("Cut"));
 }
 
 TEST_F(ToolbarFaces, RowsWrapAndTheModelKnowsTheHeight) {
@@ -198,7 +198,7 @@ TEST_F(ToolbarFaces, APressMayReplaceAllButtons) {
     toolbar.Add({u"KEY2", u"TABLE", u"", u"Blank", ButtonStyle::Default});
     QApplication::processEvents();
   };
-  click(commands::button_bold);
+  click(core::button_bold);
   EXPECT_EQ(widget(1)->text(), QStringLiteral("BODY"));
   EXPECT_EQ(widget(2)->accessibleName(), QStringLiteral("TABLE"));
   EXPECT_GT(widget(2)->width(), widget(1)->fontMetrics().horizontalAdvance(QStringLiteral("TABLE")));

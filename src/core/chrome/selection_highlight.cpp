@@ -1,0 +1,88 @@
+#include "tvx/core/chrome/selection_highlight.h"
+
+#include <utility>
+
+#include "tvx/base/error.h"
+#include "tvx/dom/mutation.h"
+#include "tvx/dom/style/inline_style.h"
+
+namespace tvx::core {
+namespace {
+
+using dom::style::inline_value;
+using dom::style::set_inline_value;
+
+BorderLook look_of(const dom::Element& element) {
+  return {inline_value(element, u"border-style"), inline_value(element, u"border-width"),
+          inline_value(element, u"border-color")};
+}
+
+}  // namespace
+
+SelectionHighlight::~SelectionHighlight() { watch(nullptr); }
+
+void SelectionHighlight::watch(dom::Document* document) {
+  if (document_ == document) return;
+  if (document_) document_->journal().set_overlay_keeper(nullptr);
+  document_ = document;
+  if (document_) document_->journal().set_overlay_keeper(this);
+}
+
+void SelectionHighlight::set_element(dom::Ref<dom::Element> element) {
+  // Made the current one again, an element keeps its border and what comes back when that is taken off.
+  if (drawn_ && element == element_) return;
+  element_ = std::move(element);
+  drawn_.reset();
+  watch(element_ ? element_->document() : nullptr);
+  save_look();
+}
+
+void SelectionHighlight::save_look() {
+  saved_ = {};
+  saved_text_.reset();
+  if (!element_) return;
+  saved_ = look_of(*element_);
+  if (const std::u16string* text = element_->attribute(dom::names::style)) saved_text_ = *text;
+}
+
+// Without a border drawn there is nothing to take off, and what the border is by now is somebody's edit.
+void SelectionHighlight::restore() {
+  if (!element_ || !std::exchange(drawn_, {})) return;
+  dom::MutationScope scope(dom::document_of(*element_), dom::MutationKind::Overlay);
+  if (element_->attribute_or_empty(dom::names::style) == drawn_text_) {
+    if (saved_text_)
+      dom::set_attribute(*element_, dom::names::style, *saved_text_);
+    else
+      dom::remove_attribute(*element_, dom::names::style);
+    return;
+  }
+  set_inline_value(*element_, u"border-style", saved_.style);
+  set_inline_value(*element_, u"border-width", saved_.width);
+  set_inline_value(*element_, u"border-color", saved_.color);
+}
+
+void SelectionHighlight::draw(const BorderLook& border) {
+  if (!element_) return;
+  dom::MutationScope scope(dom::document_of(*element_), dom::MutationKind::Overlay);
+  set_inline_value(*element_, u"border-width", border.width);
+  set_inline_value(*element_, u"border-style", border.style);
+  set_inline_value(*element_, u"border-color", border.color);
+  drawn_ = border;
+  drawn_text_ = element_->attribute_or_empty(dom::names::style);
+}
+
+// Undo replays against a tree without overlays. drawn_ tells put_back what to draw again.
+void SelectionHighlight::take_off() {
+  const auto drawn = drawn_;
+  attempt([&] { restore(); });
+  drawn_ = drawn;
+}
+
+void SelectionHighlight::put_back() {
+  const auto drawn = std::exchange(drawn_, {});
+  if (!element_) return;
+  save_look();
+  if (drawn) attempt([&] { draw(*drawn); });
+}
+
+}  // namespace tvx::core
