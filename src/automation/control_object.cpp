@@ -3,7 +3,7 @@
 #include "tvx/automation/inside.h"
 #include "tvx/automation/instance.h"
 #include "tvx/automation/internal_routines.h"
-#include "tvx/core/chrome/selection_highlight.h"
+#include "tvx/core/views/selection_highlight.h"
 #include "tvx/dom/style/style_sheet.h"
 #include "tvx/library/members/dispatch.h"
 #include "tvx/library/objects/document_object.h"
@@ -68,9 +68,9 @@ constexpr MemberOf<ControlObject> rows[] = {
      [](ControlObject& self, const Value& value) {
        Inside::highlight(*self).set_element(library::element_of(value));
      }},
-    {u"savedBorderStyle", border<&BorderLook::style>},
-    {u"savedBorderWidth", border<&BorderLook::width>},
-    {u"savedBorderColor", border<&BorderLook::color>},
+    {u"savedBorderStyle", border<&core::BorderLook::style>},
+    {u"savedBorderWidth", border<&core::BorderLook::width>},
+    {u"savedBorderColor", border<&core::BorderLook::color>},
     {u"lastEvent", last_event},
     {u"originalHTML", getter<&HTMLed::originalHTML>},
     {u"styleSheetPath", getter<&HTMLed::styleSheetPath>},

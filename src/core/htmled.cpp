@@ -5,7 +5,7 @@
 
 #include "tvx/base/error.h"
 #include "tvx/core/chrome/menus.h"
-#include "tvx/core/chrome/selection_highlight.h"
+#include "tvx/core/views/selection_highlight.h"
 #include "tvx/core/chrome/toolbars.h"
 #include "tvx/core/keep_alive.h"
 #include "tvx/dom/style/style_sheet.h"

@@ -3,7 +3,7 @@
 #include "tvx/base/error.h"
 #include "tvx/base/failure_of.h"
 #include "tvx/browser/html_document.h"
-#include "tvx/core/chrome/selection_highlight.h"
+#include "tvx/core/views/selection_highlight.h"
 #include "tvx/core/htmled.h"
 #include "tvx/core/keep_alive.h"
 

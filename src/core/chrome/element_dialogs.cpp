@@ -2,7 +2,7 @@
 #include "tvx/base/strings.h"
 #include "tvx/browser/html_document.h"
 #include "tvx/core/chrome/element_code_dialog.h"
-#include "tvx/core/chrome/selection_highlight.h"
+#include "tvx/core/views/selection_highlight.h"
 #include "tvx/core/chrome/table_tools.h"
 #include "tvx/core/htmled.h"
 #include "tvx/dom/inner_html.h"

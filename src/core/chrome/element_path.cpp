@@ -6,7 +6,7 @@
 #include "tvx/base/strings.h"
 #include "tvx/browser/html_document.h"
 #include "tvx/core/chrome/menus.h"
-#include "tvx/core/chrome/selection_highlight.h"
+#include "tvx/core/views/selection_highlight.h"
 #include "tvx/core/chrome/toolbars.h"
 #include "tvx/core/htmled.h"
 #include "tvx/dom/tree.h"

@@ -4,7 +4,7 @@
 
 #include "tvx/base/error.h"
 #include "tvx/browser/html_document.h"
-#include "tvx/core/chrome/selection_highlight.h"
+#include "tvx/core/views/selection_highlight.h"
 #include "tvx/core/chrome/table_tools.h"
 #include "tvx/core/chrome/toolbars.h"
 #include "tvx/core/htmled.h"

@@ -6,7 +6,7 @@
 #include "tvx/base/failure_of.h"
 #include "tvx/browser/html_document.h"
 #include "tvx/core/chrome/menus.h"
-#include "tvx/core/chrome/selection_highlight.h"
+#include "tvx/core/views/selection_highlight.h"
 #include "tvx/core/keep_alive.h"
 #include "tvx/dom/journal.h"
 #include "tvx/dom/style/inline_style.h"

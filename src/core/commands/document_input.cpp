@@ -1,6 +1,6 @@
 #include "tvx/base/error.h"
 #include "tvx/browser/html_document.h"
-#include "tvx/core/chrome/selection_highlight.h"
+#include "tvx/core/views/selection_highlight.h"
 #include "tvx/core/chrome/toolbars.h"
 #include "tvx/core/htmled.h"
 #include "tvx/core/keep_alive.h"

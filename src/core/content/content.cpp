@@ -4,7 +4,7 @@
 #include "tvx/base/text.h"
 #include "tvx/base/url.h"
 #include "tvx/browser/html_document.h"
-#include "tvx/core/chrome/selection_highlight.h"
+#include "tvx/core/views/selection_highlight.h"
 #include "tvx/core/content/output_filters.h"
 #include "tvx/core/htmled.h"
 #include "tvx/dom/inner_html.h"

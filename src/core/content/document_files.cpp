@@ -2,7 +2,7 @@
 #include "tvx/base/fault.h"
 #include "tvx/base/text_file.h"
 #include "tvx/browser/html_document.h"
-#include "tvx/core/chrome/selection_highlight.h"
+#include "tvx/core/views/selection_highlight.h"
 #include "tvx/core/htmled.h"
 #include "tvx/core/keep_alive.h"
 #include "tvx/dom/inner_html.h"

@@ -4,7 +4,7 @@
 #include "tvx/base/error.h"
 #include "tvx/base/fault.h"
 #include "tvx/browser/html_document.h"
-#include "tvx/core/chrome/selection_highlight.h"
+#include "tvx/core/views/selection_highlight.h"
 #include "tvx/core/htmled.h"
 #include "tvx/core/keep_alive.h"
 #include "tvx/dom/collections.h"

@@ -65,10 +65,10 @@ std::set<QString> words_in_sources() {
 
 /// What the layers below say through a message box, a file dialog or a notice.
 const std::pair<const char*, const char*> words_from_below[] = {
-    {"src/core/context_menus.cpp", "Discard Changes?"},
-    {"src/core/context_menus.cpp", "HTML Editor"},
-    {"src/core/document_files.cpp", "Open HTML File"},
-    {"src/core/document_files.cpp", "Save HTML File"},
+    {"src/core/chrome/menu_commands.cpp", "Discard Changes?"},
+    {"src/core/chrome/menu_commands.cpp", "HTML Editor"},
+    {"src/core/content/document_files.cpp", "Open HTML File"},
+    {"src/core/content/document_files.cpp", "Save HTML File"},
     {"src/browser/view/document_view.cpp",
      "This document can't be shown at the moment: the view has ended twice while showing it. Nothing is "
      "lost; "

@@ -1,4 +1,4 @@
-#include "tvx/core/chrome/selection_highlight.h"
+#include "tvx/core/views/selection_highlight.h"
 
 #include <gtest/gtest.h>
 
