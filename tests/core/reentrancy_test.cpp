@@ -1,6 +1,6 @@
 #include <stdexcept>
 
-#include "control_fixture.h"
+#include "core/control_fixture.h"
 
 namespace tvx::core {
 

@@ -1,4 +1,4 @@
-#include "control_fixture.h"
+#include "core/control_fixture.h"
 
 /// Two controls in one process share nothing.
 namespace tvx::core {

@@ -3,7 +3,7 @@
 #include <regex>
 #include <set>
 
-#include "control_fixture.h"
+#include "core/control_fixture.h"
 #include "tvx/core/chrome/menus.h"
 #include "tvx/localise/language_file.h"
 #include "tvx/platform/form.h"

@@ -1,6 +1,6 @@
 #include "tvx/core/chrome/menus.h"
 
-#include "control_fixture.h"
+#include "core/control_fixture.h"
 
 namespace tvx::core {
 namespace {

@@ -1,4 +1,4 @@
-#include "control_fixture.h"
+#include "core/control_fixture.h"
 #include "tvx/core/chrome/menus.h"
 #include "tvx/dom/journal.h"
 #include "tvx/platform/loaded_dialogs.h"

@@ -1,4 +1,4 @@
-#include "control_fixture.h"
+#include "core/control_fixture.h"
 #include "tvx/clipboard/html_format.h"
 #include "tvx/platform/html_block.h"
 

@@ -1,4 +1,4 @@
-#include "control_fixture.h"
+#include "core/control_fixture.h"
 #include "tvx/dom/style/inline_style.h"
 #include "tvx/platform/loaded_dialogs.h"
 

@@ -1,4 +1,4 @@
-#include "control_fixture.h"
+#include "core/control_fixture.h"
 
 namespace tvx::core {
 namespace {

@@ -1,6 +1,6 @@
 #include <unistd.h>
 
-#include "control_fixture.h"
+#include "core/control_fixture.h"
 #include "support/http_server.h"
 #include "tvx/dom/style/style_engine.h"
 

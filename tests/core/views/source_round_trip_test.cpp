@@ -1,7 +1,7 @@
 #include <algorithm>
 #include <set>
 
-#include "control_fixture.h"
+#include "core/control_fixture.h"
 #include "tvx/base/text.h"
 #include "tvx/dom/parse.h"
 #include "tvx/dom/print_tree.h"
