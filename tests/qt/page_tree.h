@@ -6,24 +6,30 @@ namespace tvx::qt {
 inline constexpr char page_tree_script[] = R"js((function () {
   const spaces = {'http://www.w3.org/2000/svg': 'svg ', 'http://www.w3.org/1998/Math/MathML': 'math '};
   const quoted = (text) => '"' + text.replace(/\n/g, '\\n').replace(/[\ud800-\udfff]/gu, '\ufffd') + '"';
+  // Taken from the prototypes: a form shows its controls under the same names.
+  const of = (kind, name) => (node) => Object.getOwnPropertyDescriptor(kind.prototype, name).get.call(node);
+  const typeOf = of(Node, 'nodeType'), nameOf = of(Node, 'nodeName'), childrenOf = of(Node, 'childNodes');
+  const spaceOf = of(Element, 'namespaceURI'), localNameOf = of(Element, 'localName');
+  const attributesOf = of(Element, 'attributes');
   let out = '';
   const open = [];
   const push = (node, depth) => {
-    for (let i = node.childNodes.length - 1; i >= 0; --i) open.push([node.childNodes[i], depth]);
+    const children = childrenOf(node);
+    for (let i = children.length - 1; i >= 0; --i) open.push([children[i], depth]);
   };
   push(document, 0);
   while (open.length) {
     const [node, depth] = open.pop();
-    if (node.nodeType === 10 || node.nodeName.toLowerCase() === 'tvx-host') continue;
+    if (typeOf(node) === 10 || nameOf(node).toLowerCase() === 'tvx-host') continue;
     out += ' '.repeat(depth);
-    if (node.nodeType === 1) {
-      out += '<' + (spaces[node.namespaceURI] || '') + node.localName;
-      for (const a of Array.from(node.attributes).sort((a, b) => a.name < b.name ? -1 : 1)) {
+    if (typeOf(node) === 1) {
+      out += '<' + (spaces[spaceOf(node)] || '') + localNameOf(node);
+      for (const a of Array.from(attributesOf(node)).sort((a, b) => a.name < b.name ? -1 : 1)) {
         out += ' ' + a.name + '=' + quoted(a.value);
       }
       out += '>\n';
     } else {
-      out += (node.nodeType === 8 ? '!' : '') + quoted(node.data) + '\n';
+      out += (typeOf(node) === 8 ? '!' : '') + quoted(node.data) + '\n';
     }
     push(node, depth + 1);
   }

@@ -125,16 +125,15 @@ WebView::Private::~Private() {
 // has loaded is there to be spoken to.
 void WebView::Private::start_script() {
   static const QString source = [] {
-    QString view;
-    for (const char* part : {"page", "overlay", "tables", "geometry", "patches", "selection", "table_moves",
-                             "questions", "drag", "table_edges", "mouse", "commands"}) {
-      view += resource(QByteArray(":/tvx/view/") + part + ".js");
-    }
-    view.replace(QStringLiteral("TVX_SHEET"), quoted(resource(":/tvx/view/editing.css")));
-    view.replace(QStringLiteral("TVX_OVERLAY_SHEET"), quoted(resource(":/tvx/view/overlay.css")));
-    // Both in one function: the isolated world's global object shows the page's ids as names.
-    return QStringLiteral("(function(){") + resource(":/qtwebchannel/qwebchannel.js") + QStringLiteral("\n") +
-           view + QStringLiteral("})();");
+    const QString sheets =
+        QStringLiteral("const TVX_SHEETS={editing:%1,overlay:%2};")
+            .arg(quoted(resource(":/tvx/view/editing.css")), quoted(resource(":/tvx/view/overlay.css")));
+    // All in one function: the isolated world's global object shows the page's ids as names. And once a page:
+    // the host may speak to one page twice when loads overtake each other.
+    return QStringLiteral(
+               "(function(){if(Object.prototype.hasOwnProperty.call(globalThis,'tvxView'))return;\n") +
+           resource(":/qtwebchannel/qwebchannel.js") + QStringLiteral("\n") + sheets +
+           QStringLiteral("(function(){") + resource(":/tvx/view/view.js") + QStringLiteral("})();})();");
   }();
   page_->runJavaScript(source, QWebEngineScript::ApplicationWorld);
 }

@@ -1,9 +1,13 @@
 #include <QApplication>
+#include <QFile>
 #include <QImage>
 #include <QMouseEvent>
+#include <QRegularExpression>
 
 #include "qt/real_view.h"
 #include "tvx/base/strings.h"
+#include "tvx/dom/mutation.h"
+#include "tvx/dom/tree.h"
 
 namespace tvx::qt {
 namespace {
@@ -15,6 +19,45 @@ TEST_F(RealView, ShowsADocument) {
   EXPECT_EQ(shown(), expected());
   EXPECT_EQ(in_page("document.compatMode"), "CSS1Compat");
   EXPECT_EQ(in_page("document.querySelector('p').offsetHeight > 10 ? 'laid out' : 'not'"), "laid out");
+}
+
+/// The names of what the view's scripts ask of an element, as dom.js takes them.
+QStringList names_taken() {
+  QFile file(QStringLiteral(TVX_SOURCE_DIR "/src/qt/web/view/dom.js"));
+  EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+  static const QRegularExpression taken(QStringLiteral("taken\\(\\w+\\.prototype, '(\\w+)'\\)"));
+  QStringList names{QStringLiteral("remove"), QStringLiteral("append")};
+  for (auto found = taken.globalMatch(QString::fromUtf8(file.readAll())); found.hasNext();)
+    names << found.next().captured(1);
+  return names;
+}
+
+TEST_F(RealView, AFormWhoseControlsAreNamedLikeMethodsIsEditedLikeOthers) {
+  const QStringList names = names_taken();
+  ASSERT_GT(names.size(), 25);
+  QString page = QStringLiteral("<!DOCTYPE html><form><p>text</p>");
+  for (const QString& name : names)
+    page += QStringLiteral("<input name=%1><img name=%1 alt=x>")
+                .arg(name);  // an image hides the document's names
+  open((page + QStringLiteral("</form><p>after</p>")).toStdU16String());
+  EXPECT_EQ(shown(), expected());
+  dom::Element* form = element(dom::Tag::Form);
+  ASSERT_NE(form, nullptr);
+  post_press({14, 25});  // in the first word
+  post_text("typed");
+  ASSERT_TRUE(settle());
+  EXPECT_EQ(html().find("typed"), html().find("ext</P>") - 5) << html().substr(0, 100);
+  const dom::Ref<dom::Node> paragraph = form->first_child();
+  dom::set_attribute(*form, dom::Name(u"action"), u"x");
+  dom::remove(*paragraph);
+  ASSERT_TRUE(settle());
+  EXPECT_EQ(shown(), expected());
+  dom::insert(*form, paragraph, nullptr);
+  ASSERT_TRUE(settle());
+  EXPECT_EQ(shown(), expected());
+  dom::remove(*form);
+  ASSERT_TRUE(settle());
+  EXPECT_EQ(shown(), expected());
 }
 
 TEST_F(RealView, TypesWhatIsTyped) {

@@ -1,90 +1,89 @@
-  // --- patches ---
+// Patches: operations that make the page's tree what the document's is.
 
-  function known(id) {
-    const node = nodes.get(id);
-    if (!node) throw new Error('unknown node ' + id);
-    return node;
+import { boxOf, detach, insertBefore, newComment, newElement, newElementIn, newText, parentOf, removeAttribute, root,
+  setAttribute, setAttributeNS, walk } from './dom.js';
+import { host, keepHost } from './host.js';
+import { ids, nodes, state } from './state.js';
+import { tell } from './messages.js';
+
+const NAMESPACES = [null, 'http://www.w3.org/2000/svg', 'http://www.w3.org/1998/Math/MathML'];
+const ATTRIBUTE_NAMESPACES = [null, 'http://www.w3.org/1999/xlink',
+  'http://www.w3.org/XML/1998/namespace', 'http://www.w3.org/2000/xmlns/'];
+
+function known(id) {
+  const node = nodes.get(id);
+  if (!node) throw new Error('unknown node ' + id);
+  return node;
+}
+
+function put(node, parentId, beforeId) {
+  const parent = parentId ? known(parentId) : document;
+  let before = beforeId ? known(beforeId) : null;
+  if (!before && parentOf(host) === parent) before = host;
+  insertBefore(parent, node, before);
+}
+
+function remember(id, node) {
+  nodes.set(id, node);
+  ids.set(node, id);
+  return node;
+}
+
+/// One attribute that the engine doesn't take is no reason to lose the element, or the patch.
+function give(element, name, value, space) {
+  try {
+    if (space) setAttributeNS(element, ATTRIBUTE_NAMESPACES[space], name, value);
+    else setAttribute(element, name, value);
+  } catch (error) {
+    return;
   }
+}
 
-  function put(node, parentId, beforeId) {
-    const parent = parentId ? known(parentId) : document;
-    let before = beforeId ? known(beforeId) : null;
-    if (!before && host.parentNode === parent) before = host;
-    parent.insertBefore(node, before);
+function makeElement(id, parent, before, name, space, attributes) {
+  const element = space ? newElementIn(NAMESPACES[space], name) : newElement(name);
+  for (let i = 0; i < attributes.length; i += 3) {
+    give(element, attributes[i], attributes[i + 1], attributes[i + 2]);
   }
+  put(remember(id, element), parent, before);
+}
 
-  function remember(id, node) {
-    nodes.set(id, node);
-    ids.set(node, id);
-    return node;
+function forget(top) {
+  detach(top);
+  const walker = walk(top);
+  for (let node = top; node; node = walker.nextNode()) {
+    const id = ids.get(node);
+    if (id !== undefined && nodes.get(id) === node) nodes.delete(id);
   }
+}
 
-  function setAttribute(element, name, value, space) {
-    if (space) {
-      element.setAttributeNS(ATTRIBUTE_NAMESPACES[space], name, value);
-    } else {
-      element.setAttribute(name, value);
+const operations = {
+  e: makeElement,
+  t: (id, parent, before, text) => put(remember(id, newText(text)), parent, before),
+  c: (id, parent, before, text) => put(remember(id, newComment(text)), parent, before),
+  d: (id) => detach(known(id)),
+  p: (id, parent, before) => put(known(id), parent, before),
+  f: (id) => forget(known(id)),
+  x: (id, offset, length, text) => known(id).replaceData(offset, length, text),
+  a: (id, name, value, space) => give(known(id), name, value, space),
+  n: (id, name) => removeAttribute(known(id), name),
+};
+
+/// Applies a patch and lays the page out. What doesn't fit is told and passed over.
+export function applyPatch(number, list) {
+  if (!state.started) {
+    state.started = true;
+    detach(root());
+  }
+  for (const operation of list) {
+    try {
+      const [kind, ...rest] = operation;
+      operations[kind](...rest);
+    } catch (error) {
+      tell('failed', operation[1], String(error));
     }
   }
-
-  function makeElement(id, parent, before, name, space, attributes) {
-    const element = space ? document.createElementNS(NAMESPACES[space], name) : document.createElement(name);
-    for (let i = 0; i < attributes.length; i += 3) {
-      try {
-        setAttribute(element, attributes[i], attributes[i + 1], attributes[i + 2]);
-      } catch (error) {
-        // One attribute less is no reason to lose the element.
-      }
-    }
-    remember(id, element);
-    put(element, parent, before);
-  }
-
-  function forget(root) {
-    root.remove();
-    const walker = document.createTreeWalker(root);
-    for (let node = root; node; node = walker.nextNode()) {
-      const id = ids.get(node);
-      if (id !== undefined && nodes.get(id) === node) nodes.delete(id);
-    }
-  }
-
-  const operations = {
-    e: makeElement,
-    t: (id, parent, before, text) => put(remember(id, document.createTextNode(text)), parent, before),
-    c: (id, parent, before, text) => put(remember(id, document.createComment(text)), parent, before),
-    d: (id) => known(id).remove(),
-    p: (id, parent, before) => put(known(id), parent, before),
-    f: (id) => forget(known(id)),
-    x: (id, offset, length, text) => known(id).replaceData(offset, length, text),
-    a: (id, name, value, space) => {
-      const element = known(id);
-      try {
-        setAttribute(element, name, value, space);
-      } catch (error) {
-        // As above.
-      }
-    },
-    n: (id, name) => known(id).removeAttribute(name),
-  };
-
-  function applyPatch(number, list) {
-    if (!started) {
-      started = true;
-      document.documentElement.remove();
-    }
-    for (const operation of list) {
-      try {
-        const [kind, ...rest] = operation;
-        operations[kind](...rest);
-      } catch (error) {
-        tell('failed', operation[1], String(error));
-      }
-    }
-    keepHost();
-    seen = number;
-    if (document.documentElement) document.documentElement.getBoundingClientRect();
-    tell('done', number);
-    factsLater();
-  }
-
+  keepHost();
+  state.seen = number;
+  if (root()) boxOf(root());
+  tell('done', number);
+}

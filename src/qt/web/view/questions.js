@@ -1,53 +1,61 @@
-  // --- questions ---
+// What the document asks of the page.
 
-  const MOVES = [['backward', 'line'], ['forward', 'line'], ['backward', 'lineboundary'],
-    ['forward', 'lineboundary'], null, null, ['left', 'character'], ['right', 'character']];
+import { body, contains, elementAtPoint } from './dom.js';
+import { beneath } from './host.js';
+import { caretBox } from './geometry.js';
+import { elementIdOf, lengthOf, positionAt, positionOf, selectionText } from './positions.js';
+import { later, tell } from './messages.js';
+import { mendLineMove } from './table_moves.js';
+import { nodes, state } from './state.js';
 
-  /// A move by one window: the page scrolls, and the caret keeps its place in the window.
-  function movePage(up, node, offset) {
-    const box = caretBox(node, offset) || { left: 0, top: 0, height: 0 };
-    const before = window.scrollY;
-    window.scrollBy(0, (up ? -1 : 1) * Math.max(window.innerHeight - 40, 20));
-    const moved = window.scrollY !== before;
-    const inWindow = Math.min(Math.max(box.top + box.height / 2, 2), window.innerHeight - 3);
-    return placeAt(Math.max(box.left, 1), moved ? inWindow : up ? 2 : window.innerHeight - 3);
+const MOVES = [['backward', 'line'], ['forward', 'line'], ['backward', 'lineboundary'],
+  ['forward', 'lineboundary'], null, null, ['left', 'character'], ['right', 'character']];
+
+/// A move by one window: the page scrolls, and the caret stays where it is in the window.
+function movePage(up, node, offset) {
+  const box = caretBox(node, offset) || { left: 0, top: 0, height: 0 };
+  const before = window.scrollY;
+  window.scrollBy(0, (up ? -1 : 1) * Math.max(window.innerHeight - 40, 20));
+  const moved = window.scrollY !== before;
+  const inWindow = Math.min(Math.max(box.top + box.height / 2, 2), window.innerHeight - 3);
+  return positionAt(Math.max(box.left, 1), moved ? inWindow : up ? 2 : window.innerHeight - 3);
+}
+
+function move(kind, nodeId, offset, extend) {
+  const node = nodes.get(nodeId);
+  if (!node) return null;
+  const selection = getSelection();
+  offset = Math.min(offset, lengthOf(node));
+  if (!MOVES[kind]) return movePage(kind === 4, node, offset);
+  const stands = selection.rangeCount && selection.focusNode === node && selection.focusOffset === offset;
+  if (!stands) selection.collapse(node, offset);
+  const anchorNode = selection.anchorNode, anchorOffset = selection.anchorOffset;
+  // To the left and the right a stretch that isn't extended collapses to its edge on that side.
+  const alter = (kind >= 6 ? !extend : selection.isCollapsed) ? 'move' : 'extend';
+  const before = caretBox(node, offset);
+  selection.modify(alter, ...MOVES[kind]);
+  if (MOVES[kind][1] === 'line') mendLineMove(node, offset, before, alter, MOVES[kind][0]);
+  // From the last line Chromium goes on after the body: there is no further line.
+  if (body() && !contains(body(), selection.focusNode)) {
+    selection.setBaseAndExtent(anchorNode, anchorOffset, node, offset);
   }
+  state.ownSelection = selectionText();
+  return positionOf(selection.focusNode, selection.focusOffset);
+}
 
-  function move(kind, nodeId, offset, extend) {
-    const node = nodes.get(nodeId);
-    if (!node) return null;
-    const selection = getSelection();
-    offset = Math.min(offset, lengthOf(node));
-    if (!MOVES[kind]) return movePage(kind === 4, node, offset);
-    const stands = selection.rangeCount && selection.focusNode === node && selection.focusOffset === offset;
-    if (!stands) selection.collapse(node, offset);
-    const anchorNode = selection.anchorNode, anchorOffset = selection.anchorOffset;
-    // To the left and the right a stretch that isn't extended collapses to its edge on that side.
-    const alter = (kind >= 6 ? !extend : selection.isCollapsed) ? 'move' : 'extend';
-    const before = caretBox(node, offset);
-    selection.modify(alter, ...MOVES[kind]);
-    if (MOVES[kind][1] === 'line') mendLineMove(node, offset, before, alter, MOVES[kind][0]);
-    // From the last line Chromium goes on behind the body: there is no further line.
-    if (document.body && !document.body.contains(selection.focusNode)) {
-      selection.setBaseAndExtent(anchorNode, anchorOffset, node, offset);
+export function ask(id, type, kind, node, offset, extend, x, y) {
+  let position = null, element = 0;
+  // Only to hear that the page lives: after the reports that are on their way.
+  if (type === 2) return later(() => tell('answer', id, null, 0));
+  try {
+    if (type === 0) {
+      position = move(kind, node, offset, extend);
+    } else {
+      position = positionAt(x, y);
+      element = elementIdOf(beneath(() => elementAtPoint(x, y)));
     }
-    ownSelection = selectionText();
-    return placeOf(selection.focusNode, selection.focusOffset);
+  } catch (error) {
+    position = null;
   }
-
-  function ask(id, type, kind, node, offset, extend, x, y) {
-    let place = null, element = 0;
-    // A sign of life, behind the tales that are on their way.
-    if (type === 2) return later(() => tell('answer', id, null, 0));
-    try {
-      if (type === 0) {
-        place = move(kind, node, offset, extend);
-      } else {
-        place = placeAt(x, y);
-        element = elementAt(beneath(() => document.elementFromPoint(x, y)));
-      }
-    } catch (error) {
-      place = null;
-    }
-    tell('answer', id, place, element);
-  }
+  tell('answer', id, position, element);
+}

@@ -1,0 +1,64 @@
+// The boxes of the overlay.
+
+import { addBox, host } from './host.js';
+
+// Takes the mouse while something is dragged, so that the cursor is the drag's own.
+export const shield = addBox('shield');
+// Shows over an edge that the mouse can take hold of it.
+export const grip = addBox('grip');
+export const underlines = addBox('underlines');
+export const cellFrame = addBox('cell');
+export const caret = addBox('caret blink');
+export const dropCaret = addBox('drop');
+export const frame = addBox('frame');
+export const outline = addBox('outline');
+export const outlineSize = addBox('size', outline);
+export const guide = addBox('guide');
+export const guideSize = addBox('size', guide);
+
+/// The handles of the frame: which edges each one moves, and the cursor over it.
+export const HANDLES = [[-1, -1, 'nwse'], [0, -1, 'ns'], [1, -1, 'nesw'], [-1, 0, 'ew'], [1, 0, 'ew'],
+  [-1, 1, 'nesw'], [0, 1, 'ns'], [1, 1, 'nwse']].map(([x, y, cursor]) => {
+  const box = addBox('handle', frame);
+  box.style.left = (x + 1) * 50 + '%';
+  box.style.top = (y + 1) * 50 + '%';
+  box.style.cursor = cursor + '-resize';
+  return { x, y, box, cursor: box.style.cursor, shown: true };
+});
+
+export const EDGES = ['top', 'right', 'bottom', 'left'].map((side) => addBox('edge ' + side, frame));
+
+/// A length that ends on a pixel of the screen, so that thin lines are thin.
+function crisp(length) {
+  const ratio = window.devicePixelRatio || 1;
+  return Math.round(length * ratio) / ratio;
+}
+
+/// Puts a box over a rectangle of the window. The host stands at the corner of the initial containing
+/// block, or of a positioned root.
+export function showBox(box, left, top, width, height) {
+  const origin = host.getBoundingClientRect();
+  const right = crisp(left + width), bottom = crisp(top + height);
+  box.style.left = crisp(left) - origin.left + 'px';
+  box.style.top = crisp(top) - origin.top + 'px';
+  if (width !== undefined) box.style.width = right - crisp(left) + 'px';
+  if (height !== undefined) box.style.height = bottom - crisp(top) + 'px';
+  box.style.display = 'block';
+}
+
+export function hide(box) {
+  box.style.display = 'none';
+}
+
+export function showCaretBox(box, at) {
+  if (!at) return hide(box);
+  showBox(box, at.left, at.top, 0, at.height);
+  box.style.width = '';
+}
+
+/// A caret that has just moved is seen at once.
+export function restartBlink() {
+  caret.classList.remove('blink');
+  void caret.offsetWidth;
+  caret.classList.add('blink');
+}

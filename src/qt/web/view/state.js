@@ -1,0 +1,25 @@
+// What the modules of the view have in common. A module can't set what it imports: what changes stands in objects.
+
+import { root } from './dom.js';
+
+export const nodes = new Map();    // id to node
+export const ids = new WeakMap();  // node to id
+
+export const state = {
+  page: Number(root().getAttribute('tvx-page')),
+  seen: 0,               // the last patch applied
+  started: false,        // the skeleton has given way to the document's own tree
+  editable: true,
+  focused: false,
+  freePlacement: false,  // positioned elements may be dragged to where they shall stand
+  control: 0,            // the element selected as a whole
+  composed: null,        // what an input method is composing: { node, start, end }
+  ownSelection: '',      // the native selection as it was last set or reported
+};
+
+/// The mouse, as far as the selection depends on it.
+export const mouse = {
+  pressed: false,  // a native selection is being drawn, once the mouse moves
+  dragged: false,
+  number: 0,       // of the last press or release
+};

@@ -1,0 +1,75 @@
+// The page's side of the view. It runs in an isolated script world: nothing here is seen by the page, and nothing that
+// the page names can stand in the way. The page's tree is made from the operations that come down; what the mouse did
+// and where things are goes up.
+//
+// The modules of this folder are joined into one script when the program is built (cmake/join_modules.cpp).
+
+import { applyPatch } from './patches.js';
+import { ask } from './questions.js';
+import { autoscroll, endDrag, showDropCaret } from './drag.js';
+import { caret, dropCaret, hide, restartBlink } from './boxes.js';
+import { connectBridge, later, tell } from './messages.js';
+import { drawOverlay, drawnBoxes, factsLater } from './drawing.js';
+import { listenToMouse } from './mouse.js';
+import { nodes, state } from './state.js';
+import { scrollIntoView } from './dom.js';
+import { select } from './selection.js';
+
+const commands = {
+  patch: (number, list) => {
+    applyPatch(number, list);
+    factsLater();
+  },
+  select: select,
+  ask: ask,
+  mode: (isEditable, placesFreely) => {
+    state.editable = isEditable;
+    state.freePlacement = placesFreely;
+    factsLater();
+    drawOverlay();
+  },
+  focus: (isFocused, flashTime) => {
+    state.focused = isFocused;
+    caret.style.animationDuration = flashTime + 'ms';
+    drawOverlay();
+    restartBlink();
+  },
+  endDrag: endDrag,
+  // Something from another program hovers over the window, or has left it.
+  hover: (x, y) => {
+    autoscroll(x, y);
+    showDropCaret(x, y);
+  },
+  leave: () => hide(dropCaret),
+  scroll: (x, y) => window.scrollTo(x, y),
+  reveal: (id, atTop) => {
+    const node = nodes.get(id);
+    if (node instanceof Element) scrollIntoView(node, atTop);
+  },
+  beat: () => tell('beat'),
+};
+
+/// For who looks from outside of this script, in this world alone.
+const view = { drawn: drawnBoxes, longestStall: 0 };
+
+function run(text) {
+  const since = performance.now();
+  const [forPage, command, ...rest] = JSON.parse(text);
+  if (forPage === state.page) commands[command](...rest);
+  // Until the page gets to its next task nothing else is answered, no key and no click.
+  later(() => {
+    view.longestStall = Math.max(view.longestStall, performance.now() - since);
+  });
+}
+
+Object.defineProperty(globalThis, 'tvxView', { value: view });
+listenToMouse();
+const editingSheet = new CSSStyleSheet();
+editingSheet.replaceSync(TVX_SHEETS.editing);
+document.adoptedStyleSheets = [editingSheet];
+
+new QWebChannel(qt.webChannelTransport, (channel) => {
+  connectBridge(channel.objects.bridge);
+  channel.objects.bridge.down.connect(run);
+  tell('ready');
+});
