@@ -78,6 +78,11 @@ Element* HTMLDocument::element_from_point(int x, int y) const {
   return geometry_ ? geometry_->element_at(*this, x, y) : nullptr;
 }
 
+void HTMLDocument::tell_user_change() {
+  const auto self = shared_from_this();
+  if (handler_) handler_->onuserchange();
+}
+
 // --- the selection's news ---
 
 HTMLDocument::Gesture::~Gesture() {

@@ -42,6 +42,9 @@ class DocumentHandler {
   virtual bool onselectstart() { return true; }
   virtual bool ondragstart() { return true; }
   virtual void onselectionchange() {}
+  /// Something that the user did has changed the tree: a key, a drag, a drop. Told when it is done, however
+  /// it was done.
+  virtual void onuserchange() {}
 };
 
 /// A key going down or up, as the window system gave it.

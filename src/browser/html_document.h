@@ -149,6 +149,8 @@ class HTMLDocument : public std::enable_shared_from_this<HTMLDocument> {
   bool context_menu(const MouseInput& mouse);
   /// The selection as a script or a command of the control sets it: one onselectionchange at the end.
   void select(const std::function<void(editing::Selection&)>& set);
+  /// Input has changed the tree: the handler is told.
+  void tell_user_change();
   /// The view's answer to KeyOutcome::ask.
   void move_caret_to(dom::Boundary place, bool extend);
 

@@ -361,6 +361,7 @@ class HTMLed final : public std::enable_shared_from_this<HTMLed>,
   // --- the document's events (document_events.cpp) ---
   void onkeydown() override;
   void onkeyup() override;
+  void onuserchange() override;
   bool onclick() override;
   bool ondblclick() override;
   void onmousedown() override;

@@ -124,6 +124,8 @@ void InputQueue::run() {
     } done{*this, alive};
     const auto question = handle(item);
     if (!*alive) return;
+    handler_.handled();
+    if (!*alive) return;
     begin_question(question);
   }
 }
@@ -198,6 +200,8 @@ void InputQueue::finish_question(const ViewAnswer* answer) {
   running_ = true;
   const auto alive = alive_;
   const auto again = handler_.handle_answer(answer);
+  if (!*alive) return;
+  handler_.handled();
   if (!*alive) return;
   running_ = false;
   begin_question(again);

@@ -29,6 +29,8 @@ class InputHandler {
   virtual std::optional<QuestionId> handle_answer(const ViewAnswer* answer) = 0;
   /// Asks the view for a sign of life, which it gives behind all that it has to tell by then.
   virtual QuestionId ask_for_sign() = 0;
+  /// An item, or an answer, has been dealt with.
+  virtual void handled() {}
 };
 
 /// All input of a document, in the order that the user gave it.
@@ -71,6 +73,8 @@ class InputQueue {
 
   /// Forgets all input: it was meant for another document.
   void clear();
+  /// A handler is at work.
+  bool handling() const { return running_; }
   bool idle() const { return items_.empty() && !question_ && !running_; }
 
  private:

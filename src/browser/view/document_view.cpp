@@ -58,6 +58,7 @@ void DocumentView::show(std::shared_ptr<HTMLDocument> document) {
   mirror_.reset();
   deaths_.clear();
   notice_ = false;
+  input_changed_tree_ = false;
   last_hit_ = {};
   drag_ = {};
   scroll_.reset();
@@ -119,6 +120,7 @@ std::u16string DocumentView::base() const {
 
 void DocumentView::mutated(const dom::Mutation& mutation) {
   if (mutation.node->is(Tag::Base)) base_may_differ_ = true;
+  if (queue_.handling() && mutation.kind == dom::MutationKind::Step) input_changed_tree_ = true;
   schedule_flush();
 }
 

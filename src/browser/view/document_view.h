@@ -69,6 +69,7 @@ class DocumentView final : public HTMLDocument::Geometry,
   std::optional<QuestionId> handle_drop(const ViewDrop& drop) override;
   std::optional<QuestionId> handle_answer(const ViewAnswer* answer) override;
   QuestionId ask_for_sign() override;
+  void handled() override;
 
   void mutated(const dom::Mutation& mutation) override;
   void selection_changed() override;
@@ -112,6 +113,7 @@ class DocumentView final : public HTMLDocument::Geometry,
   std::unique_ptr<Mirror> mirror_;
   InputQueue queue_;
 
+  bool input_changed_tree_ = false;
   bool flush_scheduled_ = false;
   bool reset_ = false;  // the next patch begins a page
   bool reveal_ = false;

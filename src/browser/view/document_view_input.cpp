@@ -72,6 +72,12 @@ QuestionId DocumentView::ask_for_sign() { return ask({.type = ViewQuestion::Type
 
 // --- input, in its order ---
 
+// The one door for what the user changes: all input comes through the queue, and this is after each item.
+void DocumentView::handled() {
+  if (const auto document = document_; document && std::exchange(input_changed_tree_, false))
+    document->tell_user_change();
+}
+
 std::optional<QuestionId> DocumentView::handle_key(const ViewKey& key) {
   const auto document = document_;
   if (!document) return {};
@@ -157,6 +163,7 @@ std::optional<QuestionId> DocumentView::deliver_mouse() {
       case ViewMouse::Type::DoubleClick: document->double_click(input); break;
     }
   }
+  input_changed_tree_ = false;  // a press edits nothing; what a menu did that it opened has been told of
   reveal_ = false;
   schedule_flush();
   return {};

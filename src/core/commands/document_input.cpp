@@ -57,6 +57,11 @@ void HTMLed::act_on_key(int key_code, bool shift, bool control) {
 
 void HTMLed::onkeyup() { mark_changed(); }
 
+void HTMLed::onuserchange() {
+  const KeepAlive alive(*this);
+  mark_changed();
+}
+
 bool HTMLed::ondragstart() {
   mark_changed();
   return true;
