@@ -97,7 +97,7 @@ void caret_anywhere_with_border(benchmark::State& state) {
 }
 BENCHMARK(caret_anywhere_with_border)->Apply(sizes);
 
-/// After Return: the elements behind are counted anew.
+/// After Return: the elements that follow are counted anew.
 void caret_after_a_change_of_structure(benchmark::State& state) {
   Editor editor(std::size_t(state.range(0)));
   for (auto _ : state) {

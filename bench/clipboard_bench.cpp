@@ -9,7 +9,7 @@
 #include "tvx/headless/clipboard.h"
 
 /// Copying and pasting articles of 10 KB to 5 MB, by a clipboard in memory: the whole way from the selection
-/// to the bytes of three formats, and from those to a caret behind the new content.
+/// to the bytes of three formats, and from those to a caret after the new content.
 namespace {
 
 using namespace tvx;
@@ -42,7 +42,7 @@ void paste_in_line(benchmark::State& state) {
   Page page(bench::article(state.range(0)));
   page.run(u"selectAll");
   page.run(u"Copy");
-  Page target(u"<p>before and behind</p>");
+  Page target(u"<p>before and after</p>");
   target.clipboard.publish(page.clipboard.items());
   dom::Node* text = target.document->body()->first_child()->first_child();
   for (auto _ : state) {
@@ -72,7 +72,7 @@ void paste_text(benchmark::State& state) {
   std::u16string lines;
   while (lines.size() < static_cast<std::size_t>(state.range(0)))
     lines += u"a line of plain text, no longer than most\n";
-  Page target(u"<p>before and behind</p>");
+  Page target(u"<p>before and after</p>");
   target.clipboard.SetText(lines);
   dom::Node* text = target.document->body()->first_child()->first_child();
   for (auto _ : state) {

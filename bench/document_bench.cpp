@@ -110,7 +110,7 @@ void selection_move(benchmark::State& state) {
   }
 }
 
-// The same behind an edit of the structure: places are counted anew.
+// The same after an edit of the structure: places are counted anew.
 void selection_move_after_edit(benchmark::State& state) {
   const Ref<Document> document = the_document();
   editing::Editor editor(*document);

@@ -88,7 +88,7 @@ void undo_typing(benchmark::State& state) {
 }
 BENCHMARK(undo_typing)->Apply(sizes)->Unit(benchmark::kMicrosecond);
 
-/// From the first of many images in one parent to behind the last, one by one.
+/// From the first of many images in one parent to after the last, one by one.
 void walk_over_images(benchmark::State& state) {
   std::u16string html = u"<p>";
   for (int i = 0; i < state.range(0); ++i) html += u"<img>";

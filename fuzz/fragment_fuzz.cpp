@@ -51,7 +51,7 @@ void put(editing::Editor& editor, fuzz::Choices& choices, const std::u16string& 
   editing::TextRange text = editing::create_text_range(editor);
   text.html_text();
   how == 4 ? text.paste_html(markup) : text.set_text(markup);
-  fuzz::require(text.collapsed(), "behind what was put in stands a caret");
+  fuzz::require(text.collapsed(), "after what was put in stands a caret");
   text.parent_element();
 }
 
@@ -79,7 +79,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     fuzz::require(document->journal().undo(), "it can be undone");
     fuzz::require(print_tree(*document) == before, "undo gives the tree before");
     fuzz::require(document->journal().redo(), "it can be done again");
-    fuzz::require(print_tree(*document) == after, "redo gives the tree behind");
+    fuzz::require(print_tree(*document) == after, "redo gives the tree after");
   }
   while (document->journal().undo()) {
   }

@@ -8,7 +8,7 @@
 
 namespace tvx::fuzz {
 
-/// The fuzzer's bytes as a row of decisions. Behind the end every decision is 0.
+/// The fuzzer's bytes as a row of decisions. After the end every decision is 0.
 class Choices {
  public:
   Choices(const std::uint8_t* data, std::size_t size) : data_(data), end_(data + size) {}

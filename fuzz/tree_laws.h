@@ -53,7 +53,7 @@ inline void require_place(const dom::Boundary& place) {
   require(place.offset <= dom::length_of(*place.node), "a range stands within its node");
 }
 
-/// A live range stands within the tree, its start not behind its end.
+/// A live range stands within the tree, its start not after its end.
 inline void require_sound_range(const dom::LiveRange& range) {
   require_place(range.start());
   require_place(range.end());

@@ -98,7 +98,7 @@ std::u16string title_of(const headless::ShownDialog& dialog) {
   return {};
 }
 
-/// All items in order, submenus' behind their head: what they are called, what they say, how they look.
+/// All items in order, submenus' after their head: what they are called, what they say, how they stand.
 Json seen_in(platform::Menu& menu) {
   Json items = Json::array(), captions = Json::array(), enabled = Json::array(), visible = Json::array();
   for (const platform::Menu* item : platform::all_items(menu)) {

@@ -42,9 +42,9 @@ std::optional<int> known_pixels(Element& cell) {
 
 /// In the fixed geometry a cell begins at the left edge. What it gains its neighbour loses, as far as both
 /// have told how wide they are.
-editing::ColumnEdge column_edge(Element& cell, Element& behind, int width) {
-  editing::ColumnEdge edge{.before = &cell, .after = &behind, .before_width = width, .after_width = {}};
-  const auto before = known_pixels(cell), after = known_pixels(behind);
+editing::ColumnEdge column_edge(Element& cell, Element& next, int width) {
+  editing::ColumnEdge edge{.before = &cell, .after = &next, .before_width = width, .after_width = {}};
+  const auto before = known_pixels(cell), after = known_pixels(next);
   if (before) edge.shift = width - *before;
   if (before && after) edge.after_width = *after - edge.shift;
   return edge;
@@ -53,13 +53,13 @@ editing::ColumnEdge column_edge(Element& cell, Element& behind, int width) {
 bool drag_column(HTMLDocument& document, MouseDrag drag) {
   Element* cell = drag.from.element.get();
   while (cell && !editing::is_cell(*cell)) cell = cell->parent_element();
-  Element* behind = cell ? editing::cell_behind(*cell) : nullptr;
-  if (!behind) throw RuntimeError(errors::invalid_call, u"No column stands behind that cell");
+  Element* next = cell ? editing::cell_behind(*cell) : nullptr;
+  if (!next) throw RuntimeError(errors::invalid_call, u"No column stands after that cell");
   drag.from.element = cell;
   drag.from.held = true;
   document.mouse_press(drag.from);
   if (!document.drag_start(drag.from)) return false;
-  browser::size_columns(document, column_edge(*cell, *behind, drag.to.x));
+  browser::size_columns(document, column_edge(*cell, *next, drag.to.x));
   return true;
 }
 

@@ -18,7 +18,7 @@ std::u16string fitting(std::u16string result) {
   return result.size() <= longest_url ? std::move(result) : std::u16string();
 }
 
-/// Where the path begins: behind the scheme and, if there is one, the authority.
+/// Where the path begins: after the scheme and, if there is one, the authority.
 std::size_t path_start(std::u16string_view url) {
   const std::size_t colon = url.find_first_of(u":/?#");
   const std::size_t behind_scheme = colon == url.npos || url[colon] != u':' ? 0 : colon + 1;

@@ -6,7 +6,7 @@
 
 namespace tvx {
 
-/// Replaces every occurrence of `find`, searching from the left and going on behind what was put in, so that
+/// Replaces every occurrence of `find`, searching from the left and going on after what was put in, so that
 /// a replacement which holds `find` does not loop. Without `caseSensitive` both sides are compared in upper
 /// case, one code unit for one ("ß" stays, "ı" equals "I"), so that places keep their numbers.
 /// An empty `find` occurs nowhere. Costs one walk over the text, whatever the two texts look like.
@@ -16,7 +16,7 @@ std::u16string ReplaceAll(std::u16string_view find, std::u16string_view replacem
 /// The empty text for nothing, otherwise the text.
 std::u16string NullToEmpty(const std::optional<std::u16string>& value);
 
-/// The part behind the last "\"; in a path that has none, behind the last "/"; else the whole text.
+/// The part after the last "\"; in a path that has none, after the last "/"; else the whole text.
 std::u16string_view FileNameFromPath(std::u16string_view path);
 
 /// The text before the first NUL.

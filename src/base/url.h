@@ -13,7 +13,7 @@ namespace tvx {
 struct Url {
   /// In lower case, without the colon.
   std::u16string scheme;
-  /// User, host and port as written behind "//"; nothing in an address like "about:blank". Of a local file:
+  /// User, host and port as written after "//"; nothing in an address like "about:blank". Of a local file:
   /// "".
   std::optional<std::u16string> authority;
   /// Begins with "/" but in an address that has neither authority nor folders ("data:...").
@@ -46,7 +46,7 @@ std::optional<std::u16string> local_path(std::u16string_view url);
 /// The "file:" address of an absolute path; "%", "?", "#" and "\" in names are escaped.
 std::u16string file_url(std::u16string_view path);
 
-// --- Addresses as plain texts, as hosts give them. Nothing here looks at what stands behind them. ---
+// --- Addresses as plain texts, as hosts give them. Nothing here looks at what stands after them. ---
 
 /// The longest result, in code units, of the three functions below; a longer one becomes the empty text.
 inline constexpr std::size_t longest_url = 259;

@@ -41,7 +41,7 @@ std::u16string block_of(std::u16string_view prefix, std::u16string_view fragment
   return text;
 }
 
-/// The number behind the first `name`, at most ten digits of it; 0 if there is none.
+/// The number after the first `name`, at most ten digits of it; 0 if there is none.
 std::size_t place_behind(std::u16string_view name, std::u16string_view text) {
   const std::size_t found = text.find(name);
   if (found == text.npos) return 0;

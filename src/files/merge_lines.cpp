@@ -99,7 +99,7 @@ std::vector<std::optional<std::size_t>> matches(const Lines& a, const Lines& b) 
   anchors.emplace_back(a.size(), b.size());
   std::size_t from_a = 0, from_b = 0;
   for (const auto& [to_a, to_b] : anchors) {
-    // Equal lines behind the last anchor and in front of this one belong together, unique or not.
+    // Equal lines after the last anchor and in front of this one belong together, unique or not.
     std::size_t i = from_a, j = from_b, end_a = to_a, end_b = to_b;
     for (; i < end_a && j < end_b && a[i] == b[j]; ++i, ++j) result[i] = j;
     while (end_a > i && end_b > j && a[end_a - 1] == b[end_b - 1]) result[--end_a] = --end_b;

@@ -103,7 +103,7 @@ dom::Letters letters_of(std::u16string_view text) {
 void put_before_head(std::u16string& text, std::u16string_view space) {
   if (space.empty()) return;
   const std::size_t head = find_ignoring_case(text, u"><head", 0);
-  // The first tag is that of the html element; only behind its own end is there room.
+  // The first tag is that of the html element; only after its own end is there room.
   if (head != text.npos && head == text.find(u'>')) text.insert(head + 1, space);
 }
 

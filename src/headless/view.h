@@ -23,7 +23,7 @@ class FixedGeometry final : public browser::HTMLDocument::Geometry {
 };
 
 /// A view that answers by simple rules and can print what it was told to show. A block is a line: Up and
-/// Down go to the block before or behind and keep the column, Home and End to its ends.
+/// Down go to the block before or after and keep the column, Home and End to its ends.
 ///
 /// It stands in for a browser in tests as well: patches can be held back, answers withheld, and it can die.
 class View final : public browser::View {

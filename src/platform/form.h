@@ -19,7 +19,7 @@ class FormHandler {
   virtual ~FormHandler() = default;
   /// The user pressed a button, or turned a check box. What it throws ends the press; the form stays open.
   virtual void Click(FormControl&) {}
-  /// The text, the choice or the tick is another one, by whomever.
+  /// The text, the choice or the tick is another one, whoever has changed it.
   virtual void Change(FormControl&) {}
 };
 
@@ -34,7 +34,7 @@ class FormObserver {
   virtual void form_hidden(Form& form) = 0;
 };
 
-/// A row of controls, side by side: labels stand before what they name, buttons behind the box that they
+/// A row of controls, side by side: labels stand before what they name, buttons after the box that they
 /// serve. Rows stand below each other in their frame.
 struct FormRow {
   FormControl* frame;  // null: on the form itself

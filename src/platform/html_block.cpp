@@ -22,7 +22,7 @@ std::string header(std::size_t end, std::size_t start_fragment, std::size_t end_
   return text.data();
 }
 
-/// The number behind a name in the header.
+/// The number after a name in the header.
 std::optional<std::size_t> place_named(std::string_view block, std::string_view name) {
   const std::size_t at = block.substr(0, 1024).find(name);
   if (at == block.npos) return {};

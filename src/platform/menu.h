@@ -35,7 +35,7 @@ class MenuObserver {
 /// has already tells nobody.
 ///
 /// Several items may share a name and differ by their index: a menu array. Its first item is made with the
-/// menu; further ones are loaded behind it and unloaded again, and their indexes may have gaps.
+/// menu; further ones are loaded after it and unloaded again, and their indexes may have gaps.
 class Menu {
  public:
   /// A menu that stands at the top of its tree.
@@ -75,7 +75,7 @@ class Menu {
   int UBound(std::u16string_view array) const;
   /// Throws RuntimeError(340) for an index that is not loaded.
   Menu& Item(std::u16string_view array, int index);
-  /// A new item behind the array's last: it looks as the array's first, and is not visible yet. Throws
+  /// A new item after the array's last: it has the style of the array's first, and is not visible yet. Throws
   /// RuntimeError(360) if the index is loaded already.
   Menu& Load(std::u16string_view array, int index);
   /// Throws RuntimeError(362) for the array's first, which stays, and RuntimeError(340) for one that isn't
@@ -112,7 +112,7 @@ class Menu {
 
 /// An item's name, with its index in brackets where it is in an array: "mnuClass(2)".
 std::u16string name_with_index(const Menu& item);
-/// All items below a menu, in the order in which they stand, submenus' items behind their head.
+/// All items below a menu, in the order in which they stand, submenus' items after their head.
 std::vector<Menu*> all_items(Menu& menu);
 
 /// Where a popup is to appear, in twips of the control's area.

@@ -53,10 +53,10 @@ class TextBox : public MessageWindow {
   virtual std::size_t length() const = 0;
   virtual std::size_t SelStart() const = 0;
   virtual std::size_t SelLength() const = 0;
-  /// Selects; what lies behind the text is cut off.
+  /// Selects; what lies after the text is cut off.
   virtual void select(std::size_t start, std::size_t length) = 0;
   virtual std::u16string SelText() const = 0;
-  /// Replaces the selection, as the user's edit; the caret stands behind it.
+  /// Replaces the selection, as the user's edit; the caret stands after it.
   virtual void set_SelText(std::u16string_view text) = 0;
   virtual bool can_undo() const = 0;
   virtual void Undo() = 0;

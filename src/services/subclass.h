@@ -9,7 +9,7 @@
 /// Watching chosen messages of any window of the process, without owning its procedure.
 namespace tvx::services {
 
-/// Whether a watched message goes on to the window: not at all, behind its watcher, or in front of it.
+/// Whether a watched message goes on to the window: not at all, after its watcher, or in front of it.
 enum class EMsgResponse : std::int32_t { emrConsume = 0, emrPostProcess = 1, emrPreprocess = 2 };
 
 /// Who watches. It isn't kept alive: it detaches itself before it dies, and does not die within its

@@ -132,7 +132,7 @@ TEST(XmlDocument, EntitiesCantBeDeclared) {
 TEST(XmlDocument, UnknownEntitiesAreRefusedAlsoWhereATypeMightDeclareThem) {
   EXPECT_EQ(parsed("<a>&nbsp;</a>"), "refused: undefined entity");
   EXPECT_EQ(parsed("<!DOCTYPE a SYSTEM 'x.dtd'><a>&nbsp;</a>"), "refused: unknown entity nbsp");
-  // What stands behind a parameter entity that isn't read is no declaration either.
+  // What stands after a parameter entity that isn't read is no declaration either.
   EXPECT_EQ(parsed("<!DOCTYPE a SYSTEM 'x.dtd' [%more; <!ENTITY b 'x'>]><a>&b;</a>"),
             "refused: unknown entity b");
 }

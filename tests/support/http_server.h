@@ -104,7 +104,7 @@ class HttpServer {
     return "http://127.0.0.1:" + std::to_string(port_) + std::string(path);
   }
 
-  /// A path is everything behind the host and before the "?".
+  /// A path is everything after the host and before the "?".
   void on(const std::string& path, Answer answer) {
     const std::lock_guard lock(mutex_);
     answers_[path] = std::move(answer);

@@ -39,7 +39,7 @@ struct ToValue {
   Value operator()(const std::u16string& text) const { return text; }
 };
 
-/// execCommand(command, showUI, value): the two behind the name may be missing.
+/// execCommand(command, showUI, value): the two after the name may be missing.
 Value exec_command(DocumentObject& self, Values& arguments) {
   expect_arguments(arguments, 1, 3);
   const bool show_ui = arguments.size() > 1 && !arguments[1].is_null() && arguments[1].to_boolean();

@@ -18,7 +18,7 @@ namespace {
 using dom::CollectionKind;
 using dom::Element;
 
-// The flags behind the names choose among ways of comparing letters; here letters count for nothing.
+// The flags after the names choose among ways of comparing letters; here letters count for nothing.
 
 Value get_attribute(ElementObject& self, Values& arguments) {
   expect_arguments(arguments, 1, 2);

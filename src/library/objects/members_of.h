@@ -25,7 +25,7 @@ const MemberOf<Self>* find_member(std::span<const MemberOf<Self>> rows, std::u16
   return nullptr;
 }
 
-/// Answers `invoke` from a row. Arguments behind a property are an item of what it gives: `rows(2)`.
+/// Answers `invoke` from a row. Arguments after a property are an item of what it gives: `rows(2)`.
 template <class Self>
 Value invoke_member(const MemberOf<Self>& row, Self& self, Values& arguments) {
   if (row.call) return row.call(self, arguments);

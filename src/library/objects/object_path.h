@@ -8,7 +8,7 @@
 
 namespace tvx::library {
 
-/// One name of a path, with what stands in the brackets behind it.
+/// One name of a path, with what stands in the brackets after it.
 struct PathStep {
   std::u16string name;
   Values arguments;  // numbers, quoted texts, True, False, Nothing
