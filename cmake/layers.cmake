@@ -44,6 +44,8 @@ function(tvx_layer name)
   set(folder ${PROJECT_SOURCE_DIR}/src/${name})
   file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${folder}/*.cpp ${folder}/*.h)
 
+  set_property(GLOBAL APPEND PROPERTY TVX_LAYERS ${name})
+
   # The include root of the layer: a folder with a single link to the sources. Everything is included as
   # "tvx/<layer>/...", which can't collide with a header of the host's program.
   set(root ${PROJECT_BINARY_DIR}/layers/${name})

@@ -15,10 +15,10 @@
 #include "tvx/automation/stage.h"
 #include "tvx/base/error.h"
 #include "tvx/browser/view/document_view.h"
+#include "tvx/htmled_widget.h"
 #include "tvx/qt/support/strings.h"
 #include "tvx/qt/support/twips.h"
 #include "tvx/qt/web/web_view.h"
-#include "tvx/qt/widget/htmled_widget.h"
 
 namespace tvx::htmled {
 namespace {

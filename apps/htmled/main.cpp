@@ -11,7 +11,7 @@
 #include "htmled/screenshots.h"
 #include "htmled/window.h"
 #include "tvx/qt/support/message_loop.h"
-#include "tvx/qt/web/web_view.h"
+#include "tvx/web_engine.h"
 
 namespace {
 

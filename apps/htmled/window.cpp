@@ -20,8 +20,8 @@
 #include "tvx/browser/loading/page_source.h"
 #include "tvx/core/htmled.h"
 #include "tvx/dom/journal.h"
+#include "tvx/htmled_widget.h"
 #include "tvx/qt/support/strings.h"
-#include "tvx/qt/widget/htmled_widget.h"
 
 namespace tvx::htmled {
 namespace {

@@ -12,7 +12,8 @@
 #include "htmled/languages.h"
 #include "tvx/core/events.h"
 #include "tvx/files/document_file.h"
-#include "tvx/qt/widget/htmled_widget.h"
+#include "tvx/htmled_widget.h"
+#include "tvx/qt/widget/substitutes.h"
 
 class QMenu;
 

@@ -1,8 +1,7 @@
 // How does a program get the editor? By putting one widget into its window.
 #include <QApplication>
 
-#include "tvx/qt/web/web_view.h"
-#include "tvx/qt/widget/htmled_widget.h"
+#include "tvx/htmled_widget.h"
 
 int main(int argc, char** argv) {
   tvx::qt::prepare_web_engine();

@@ -7,8 +7,7 @@
 #include <QToolBar>
 
 #include "self_check.h"
-#include "tvx/qt/web/web_view.h"
-#include "tvx/qt/widget/htmled_widget.h"
+#include "tvx/htmled_widget.h"
 
 using tvx::qt::HTMLedWidget;
 

@@ -5,9 +5,8 @@
 #include <QTemporaryDir>
 
 #include "self_check.h"
-#include "tvx/qt/web/web_view.h"
-#include "tvx/qt/widget/htmled_widget.h"
-#include "tvx/qt/widget/settings_store.h"
+#include "tvx/htmled_widget.h"
+#include "tvx/settings_store.h"
 
 using tvx::qt::HTMLedWidget;
 

@@ -2,9 +2,7 @@
 #include <QApplication>
 
 #include "self_check.h"
-#include "tvx/core/htmled.h"
-#include "tvx/qt/web/web_view.h"
-#include "tvx/qt/widget/htmled_widget.h"
+#include "tvx/htmled_widget.h"
 
 using tvx::qt::HTMLedWidget;
 
@@ -30,9 +28,9 @@ int main(int argc, char** argv) {
 
   return run(application, [&] {
     editor.selectText(0, 3);
-    editor.control().press(editor.control().Toolbar1(), u"Underline");
+    editor.press_button("Toolbar1", "Underline");
     const bool stopped = !editor.DocumentHTML().contains("<U>");
-    editor.control().press(editor.control().Toolbar1(), u"Bold");
+    editor.press_button("Toolbar1", "Bold");
     editor.show_Code();
     return stopped && editor.DocumentHTML().contains("<B>Try</B>") && !editor.InCodeView();
   });

@@ -2,7 +2,7 @@
 
 #include <QApplication>
 
-#include "tvx/qt/web/web_view.h"
+#include "tvx/web_engine.h"
 
 /// The tests see the real engine, with no display.
 int main(int argc, char** argv) {

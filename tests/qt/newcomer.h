@@ -23,12 +23,12 @@
 #include "tvx/dom/inner_html.h"
 #include "tvx/dom/parse.h"
 #include "tvx/dom/print_tree.h"
+#include "tvx/htmled_widget.h"
 #include "tvx/qt/bars/branch_face.h"
 #include "tvx/qt/bars/toolbar_face.h"
 #include "tvx/qt/support/message_loop.h"
 #include "tvx/qt/support/strings.h"
 #include "tvx/qt/web/web_view.h"
-#include "tvx/qt/widget/htmled_widget.h"
 
 namespace tvx::htmled {
 

@@ -16,10 +16,10 @@
 #include "tvx/browser/view/mirror_rules.h"
 #include "tvx/core/htmled.h"
 #include "tvx/dom/journal.h"
+#include "tvx/htmled_widget.h"
 #include "tvx/platform/toolbar.h"
 #include "tvx/qt/bars/toolbar_face.h"
 #include "tvx/qt/web/web_view.h"
-#include "tvx/qt/widget/htmled_widget.h"
 
 namespace tvx::htmled {
 

@@ -9,8 +9,8 @@ namespace {
 
 constexpr const char* introduction = R"(# Reference
 
-Every member of `HTMLed` as a host sees it: the same names at `core/htmled.h`, at the Qt widget
-(`qt/widget/htmled_widget.h`), and by name through `htmled-cli` ([automation.md](automation.md)). Names compare without
+Every member of `HTMLed` as a host sees it: the same names at `tvx/htmled.h`, at the Qt widget
+(`tvx/htmled_widget.h`), and by name through `htmled-cli` ([automation.md](automation.md)). Names compare without
 regard to case; numbers are for dispatch and never change.
 
 This page is written by `htmled-cli --reference` from the table in `src/library`; a test holds them together.
@@ -148,8 +148,12 @@ std::string enumeration_rows() {
 }  // namespace
 
 std::string reference() {
-  return std::string(introduction) + about_properties + properties() + about_store + about_operations +
-         operations() + about_events + event_rows() + about_enumerations + enumeration_rows();
+  std::string page = introduction;
+  for (const std::string& part : {std::string(about_properties), properties(), std::string(about_store),
+                                  std::string(about_operations), operations(), std::string(about_events),
+                                  event_rows(), std::string(about_enumerations), enumeration_rows()})
+    page += part;
+  return page;
 }
 
 }  // namespace tvx::library

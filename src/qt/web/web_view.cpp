@@ -1,5 +1,7 @@
 #include "tvx/qt/web/web_view.h"
 
+#include "tvx/web_engine.h"
+
 #include <signal.h>
 #include <unistd.h>
 

@@ -13,10 +13,6 @@ namespace tvx::qt {
 
 struct ResourcePolicy;
 
-/// To be called first of all in main, before the application object: what the browser engine wants to know
-/// before it starts. As root it can't use its sandbox; that is said in one line on standard error.
-void prepare_web_engine();
-
 /// The view in Chromium, in a process of its own. Keys and input methods never reach it; mouse events do,
 /// and the page tells what it made of them. Every message to the receiver comes from a task of the loop.
 class WebView final : public browser::View {

@@ -1,4 +1,4 @@
-#include "tvx/qt/widget/htmled_widget.h"
+#include "tvx/htmled_widget.h"
 
 #include <QApplication>
 #include <QCursor>
@@ -16,8 +16,8 @@
 #include "tvx/browser/view/document_view.h"
 #include "tvx/core/htmled.h"
 #include "tvx/platform/container.h"
+#include "tvx/platform/empty_store.h"
 #include "tvx/platform/message_loop.h"
-#include "tvx/platform/property_bag.h"
 #include "tvx/qt/bars/branch_face.h"
 #include "tvx/qt/bars/menu_face.h"
 #include "tvx/qt/bars/toolbar_face.h"
@@ -29,21 +29,11 @@
 #include "tvx/qt/support/strings.h"
 #include "tvx/qt/support/twips.h"
 #include "tvx/qt/web/web_view.h"
+#include "tvx/qt/widget/substitutes.h"
 #include "tvx/qt/widget/widget_events.h"
 
 namespace tvx::qt {
 namespace {
-
-/// A store with nothing in it: every property has its default.
-class EmptyStore final : public platform::PropertyBag {
- public:
-  platform::PropertyValue ReadProperty(std::u16string_view,
-                                       const platform::PropertyValue& otherwise) const override {
-    return otherwise;
-  }
-  void WriteProperty(std::u16string_view, const platform::PropertyValue&,
-                     const platform::PropertyValue&) override {}
-};
 
 /// One loop serves all widgets that bring none of their own.
 std::shared_ptr<MessageLoop> common_loop() {
@@ -71,7 +61,7 @@ class HTMLedWidget::Parts final : public platform::Container,
                                   public core::HTMLedObserver {
  public:
   Parts(HTMLedWidget& widget, platform::MessageLoop& loop, std::shared_ptr<MessageLoop> own_loop,
-        const Substitutes& substitutes = {})
+        const Substitutes& substitutes)
       : widget_(&widget),
         loop_(loop),
         own_loop_(std::move(own_loop)),
@@ -261,8 +251,11 @@ void HTMLedWidget::Parts::print(bool with_dialog) {
 
 HTMLedWidget::HTMLedWidget(QWidget* parent) : QWidget(parent) {
   const std::shared_ptr<MessageLoop> loop = common_loop();
-  begin(std::make_shared<Parts>(*this, *loop, loop));
+  begin(std::make_shared<Parts>(*this, *loop, loop, Substitutes()));
 }
+
+HTMLedWidget::HTMLedWidget(platform::MessageLoop& loop, QWidget* parent)
+    : HTMLedWidget(loop, parent, Substitutes()) {}
 
 HTMLedWidget::HTMLedWidget(platform::MessageLoop& loop, QWidget* parent, const Substitutes& substitutes)
     : QWidget(parent) {
@@ -273,7 +266,7 @@ HTMLedWidget::HTMLedWidget(platform::MessageLoop& loop, QWidget* parent, const S
 void HTMLedWidget::begin(std::shared_ptr<Parts> parts) {
   parts_ = std::move(parts);
   parts_->control_->UserControl_Initialize();
-  parts_->control_->UserControl_ReadProperties(EmptyStore());
+  parts_->control_->UserControl_ReadProperties(platform::EmptyStore());
   connect(qApp, &QApplication::focusChanged, this, &HTMLedWidget::focus_moved);
 }
 

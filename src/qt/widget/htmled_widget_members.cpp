@@ -2,11 +2,14 @@
 
 #include "tvx/base/error.h"
 #include "tvx/core/htmled.h"
+#include "tvx/htmled_widget.h"
 #include "tvx/library/members/dispatch.h"
+#include "tvx/library/objects/buttons.h"
+#include "tvx/library/objects/document_object.h"
 #include "tvx/library/objects/object_path.h"
 #include "tvx/library/objects/parts.h"
+#include "tvx/platform/toolbar.h"
 #include "tvx/qt/support/strings.h"
-#include "tvx/qt/widget/htmled_widget.h"
 
 /// The widget's properties and operations: each is the member of the table with that name.
 namespace tvx::qt {
@@ -74,6 +77,23 @@ QVariant HTMLedWidget::part(const QString& path) const {
 void HTMLedWidget::set_part(const QString& path, const QVariant& value) {
   std::vector<library::PathStep> steps = library::parse_path(from_qt(path));
   library::write_path(*library::face_of(control()), steps, value_of_variant(value));
+}
+
+Object HTMLedWidget::DOM() const { return Object(library::document_object(control().DOM()).to_object()); }
+
+HTMLedWidget::ButtonState HTMLedWidget::button_state(const QString& toolbar, const QString& button) const {
+  const platform::Button* found = library::find_button(control(), from_qt(toolbar), from_qt(button));
+  if (!found) return {};
+  return {true,
+          found->Enabled(),
+          found->Visible(),
+          found->Value() == 1,
+          to_qt(found->Caption()),
+          to_qt(found->ToolTipText())};
+}
+
+bool HTMLedWidget::press_button(const QString& toolbar, const QString& button) {
+  return library::press_button(control(), from_qt(toolbar), from_qt(button));
 }
 
 QString HTMLedWidget::text(std::u16string_view name) const {

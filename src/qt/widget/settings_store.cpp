@@ -1,4 +1,4 @@
-#include "tvx/qt/widget/settings_store.h"
+#include "tvx/settings_store.h"
 
 #include "tvx/base/error.h"
 #include "tvx/qt/support/strings.h"

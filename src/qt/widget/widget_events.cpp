@@ -1,5 +1,7 @@
 #include "tvx/qt/widget/widget_events.h"
 
+#include "tvx/core/htmled.h"
+#include "tvx/library/objects/document_object.h"
 #include "tvx/qt/support/strings.h"
 
 namespace tvx::qt {
@@ -57,7 +59,10 @@ void WidgetEvents::BeforeGetDocumentHTML(std::u16string& CurrentDocumentHTML) {
   if (html != before) CurrentDocumentHTML = from_qt(html);
 }
 void WidgetEvents::DocumentClick(dom::Ref<dom::Element>& CurrentElement) {
-  tell([&](Widget& widget) { emit widget.DocumentClick(CurrentElement.get()); });
+  tell([&](Widget& widget) {
+    emit widget.DocumentClick(
+        Object(library::element_object(CurrentElement.get(), widget.control().DOM()).to_object()));
+  });
 }
 void WidgetEvents::BeforeNavigate(std::u16string& TheURL, std::u16string& TheFrameName,
                                   bool& CancelNavigate) {

@@ -3,7 +3,7 @@
 #include <QPointer>
 
 #include "tvx/core/events.h"
-#include "tvx/qt/widget/htmled_widget.h"
+#include "tvx/htmled_widget.h"
 
 namespace tvx::qt {
 

@@ -6,9 +6,9 @@
 
 #include "tvx/base/strings.h"
 #include "tvx/core/htmled.h"
+#include "tvx/htmled_widget.h"
 #include "tvx/platform/clipboard.h"
 #include "tvx/qt/support/message_loop.h"
-#include "tvx/qt/widget/htmled_widget.h"
 
 namespace tvx::qt {
 namespace {

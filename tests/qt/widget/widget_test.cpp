@@ -17,12 +17,12 @@
 #include "tvx/browser/view/document_view.h"
 #include "tvx/core/htmled.h"
 #include "tvx/dom/tree.h"
+#include "tvx/htmled_widget.h"
 #include "tvx/library/members/member_table.h"
 #include "tvx/qt/support/message_loop.h"
 #include "tvx/qt/support/strings.h"
 #include "tvx/qt/web/web_view.h"
-#include "tvx/qt/widget/htmled_widget.h"
-#include "tvx/qt/widget/settings_store.h"
+#include "tvx/settings_store.h"
 
 namespace tvx::qt {
 namespace {

@@ -22,9 +22,9 @@
 #include "tvx/dom/parse.h"
 #include "tvx/dom/print_tree.h"
 #include "tvx/dom/tree.h"
+#include "tvx/htmled_widget.h"
 #include "tvx/qt/support/message_loop.h"
 #include "tvx/qt/web/web_view.h"
-#include "tvx/qt/widget/htmled_widget.h"
 
 namespace tvx::htmled {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <QSettings>
 
-#include "tvx/platform/property_bag.h"
+#include "tvx/property_bag.h"
 
 namespace tvx::qt {
 

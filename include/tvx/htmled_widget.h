@@ -6,7 +6,10 @@
 #include <string_view>
 #include <vector>
 
-#include "tvx/core/enumerations.h"
+#include "tvx/message_loop.h"
+#include "tvx/object.h"
+#include "tvx/property_bag.h"
+#include "tvx/web_engine.h"
 
 namespace tvx::core {
 class HTMLed;
@@ -14,45 +17,27 @@ class HTMLed;
 namespace tvx::browser {
 class DocumentView;
 }
-namespace tvx::dom {
-class Element;
-}
 namespace tvx::library {
 class Value;
 }
-namespace tvx::platform {
-class Clipboard;
-class CommonDialogs;
-class MessageLoop;
-class Forms;
-class PopupMenus;
-class PropertyBag;
-}  // namespace tvx::platform
-
-Q_DECLARE_OPAQUE_POINTER(tvx::dom::Element*)
-
 namespace tvx::qt {
 
 class WebView;
 
-/// Who takes the desktop's place, for programs that drive the editor: null is the desktop's own. All outlive
-/// the widget.
-struct Substitutes {
-  platform::CommonDialogs* dialogs = nullptr;
-  platform::PopupMenus* popups = nullptr;
-  platform::Forms* forms = nullptr;
-  platform::Clipboard* clipboard = nullptr;
-};
+struct Substitutes;
 
 /// The visual HTML editor as one widget: toolbars, the view, the source. Put it into a window, show it, and
 /// give it HTML.
 ///
 /// Properties, operations and events have the names that docs/reference.md lists. Properties that are set
-/// before the first show are what the editor starts with. What can't be done (a property that is read-only by
-/// then, an operation that this build doesn't have) leaves a warning in Qt's log; who wants it as an
-/// exception with its number asks control(). Events are signals whose references the host may write to:
-/// `cancel = true` in ToolButtonClick stops the button. They must be connected directly, which is what
-/// connect() does within a thread.
+/// before the first show are what the editor starts with. All texts are UTF-16. What can't be done (a
+/// property that is read-only by then, an operation that this build doesn't have) leaves a warning in Qt's
+/// log, and is an exception with its number where it is done by name: part("..."), set_part("...", ...).
+/// Events are signals whose references the host may write to: `cancel = true` in ToolButtonClick stops the
+/// button. They must be connected directly, which is what connect() does within a thread.
+///
+/// Many operations wait for the document with the event loop running: events and timers of the host nest in
+/// them.
 class HTMLedWidget final : public QWidget {
   Q_OBJECT
   Q_PROPERTY(QString DocumentHTML READ DocumentHTML WRITE set_DocumentHTML USER true)
@@ -131,8 +116,7 @@ class HTMLedWidget final : public QWidget {
   explicit HTMLedWidget(QWidget* parent = nullptr);
   /// With a message loop of the host's own, which outlives the widget; a widget that is deleted within an
   /// event of its own is over with the next turn of Qt's loop.
-  explicit HTMLedWidget(platform::MessageLoop& loop, QWidget* parent = nullptr,
-                        const Substitutes& substitutes = {});
+  explicit HTMLedWidget(platform::MessageLoop& loop, QWidget* parent = nullptr);
   /// Also within an event of its own.
   ~HTMLedWidget() override;
 
@@ -142,7 +126,7 @@ class HTMLedWidget final : public QWidget {
   /// there is a document.
   void start();
   bool started() const;
-  /// The properties, from a store and into one (qt/settings_store.h is one over QSettings). Reading is for
+  /// The properties, from a store and into one (settings_store.h is one over QSettings). Reading is for
   /// before the start.
   void read_properties(const platform::PropertyBag& store);
   void write_properties(platform::PropertyBag& store) const;
@@ -150,60 +134,117 @@ class HTMLedWidget final : public QWidget {
   /// Where printing without a dialog goes: into this PDF file, to the default printer if it is empty.
   void set_print_file(const QString& path);
 
-  core::HTMLed& control() const;
-  browser::DocumentView& document_view();
-  /// A part of the face by its path: "Toolbar1.Buttons(18).Visible", "mnuMiscSource.Enabled",
-  /// "mnuMiscClass(0).Caption". Invalid for what is an object or nothing. Throws RuntimeError(438) for a name
-  /// that is none.
+  // --- parts of the face ---
+  /// A button as it stands.
+  struct ButtonState {
+    /// False: the toolbar has no such button, and all else says nothing.
+    bool exists = false;
+    bool enabled = false, visible = false, pressed = false;
+    QString caption, tool_tip;
+  };
+  /// Of a toolbar, "Toolbar1", "Toolbar2" or "tlbDOM", by the button's key as ToolButtonClick tells it:
+  /// "Bold".
+  ButtonState button_state(const QString& toolbar, const QString& button) const;
+  /// Does what the user's press on it does, ToolButtonClick included. False: the button doesn't answer.
+  bool press_button(const QString& toolbar, const QString& button);
+  /// A part by its path: "Toolbar1.Buttons(18).Visible", "mnuMiscSource.Enabled", "mnuMiscClass(0).Caption".
+  /// Invalid for what is an object or nothing. Throws RuntimeError: 438 for a name that is none.
   QVariant part(const QString& path) const;
+  /// Throws RuntimeError: 438 for a name that is none, 383 for what can only be read.
   void set_part(const QString& path, const QVariant& value);
-  WebView& view();
+  /// The document by names; nothing before the start.
+  Object DOM() const;
   QSize sizeHint() const override { return {900, 640}; }
 
   // --- properties ---
+  /// The HTML in the body: set to edit it, read to have what it has become. Reading raises
+  /// BeforeGetDocumentHTML.
   QString DocumentHTML() const;
+  /// The HTML of the whole document, its head included, as it stands.
   QString allHTML() const;
+  /// The text of the body, without markup.
   QString DocumentText() const;
+  /// The document's title; every document loaded later gets it.
   QString DocumentTitle() const;
+  /// Whether the user has touched the document since it was set.
   bool IsDirty() const;
+  /// The address against which the document's addresses are read. An absolute URL.
   QString BaseURL() const;
+  /// Whether reading the HTML takes BaseURL off the addresses of links, images and scripts.
   bool relativeURLs() const;
+  /// Whether characters outside ASCII leave the control as numeric references.
   bool AlwaysConvertUnicodeCharacters() const;
+  /// The style sheet: its address while CSShttp is true, else its text.
   QString CSSText() const;
+  /// Whether CSSText is an address.
   bool CSShttp() const;
+  /// Whether the document may show a background image; can be set at design time only.
   bool showDocumentBackgroundImage() const;
+  /// Whether the document can be edited, or read only.
   bool EditorEnabled() const;
+  /// Whether Enter makes a line break, not a paragraph.
   bool useEnterAsBR() const;
+  /// Whether the control lives in a host that keeps Enter and the focus for itself.
   bool isAccessContained() const;
+  /// The control's own frame: None (0) or Solid (1).
   EdBorderStyle BorderStyle() const;
+  /// Whether the toolbar of form fields shows.
   bool showFormToolbar() const;
+  /// Whether the first group of formatting buttons shows.
   bool showFormattingToolbar1() const;
+  /// Whether the second group of formatting buttons shows.
   bool showFormattingToolbar2() const;
+  /// Whether the bar with the path to the current element shows.
   bool showDOMToolbar() const;
+  /// Stored for hosts that know it; nothing reads it.
   bool showCSSDropDown() const;
+  /// The keys of the toolbar buttons that don't show. Separated by commas.
   QString HiddenButtons() const;
+  /// The keys of the context menu items that don't show. Separated by commas.
   QString HiddenContextMenus() const;
+  /// The file that translates the control's texts. A path; the file is XML (docs/localisation.md).
   QString LocalizationFile() const;
+  /// The border's style around the current element.
   EdHighLightStyle SelectionBorderStyle() const;
+  /// The border's colour around the current element. A CSS colour.
   QString SelectionBorderColor() const;
+  /// The border's width around the current element. A number of pixels, or a CSS length.
   QString SelectionBorderWidth() const;
+  /// Whether the current element is framed; can be set at design time only.
   bool HighlightDOMSelection() const;
+  /// Whether a click in the document frames the element under it.
   bool HighlightDOMSelectionOnClick() const;
+  /// Whether an inserted image is uploaded at once.
   bool UploadImages() const;
+  /// The folder into which inserted images are copied.
   QString LocalImageStore() const;
+  /// The user's own words for the spelling run.
   QString CustomDictionaryFilename() const;
+  /// The server that files are transferred to and from.
   QString FTPHost() const;
+  /// The name for logging in there.
   QString FTPUser() const;
+  /// The password there; the property store holds it unenciphered.
   QString FTPPassword() const;
+  /// The server's folder to begin in.
   QString FTPInitDir() const;
+  /// The address under which uploaded images are seen.
   QString FTPSaveToURL() const;
+  /// Whether data connections are passive.
   bool FTPPassive() const;
+  /// The server's port.
   int FTPPort() const;
+  /// Text (1) or binary (2) transfer.
   ed_FTPTransferType FTPTransferType() const;
+  /// The proxy that transfers go through.
   QString FTPProxyServer() const;
+  /// The servers that need no proxy.
   QString FTPProxyBypassList() const;
+  /// Whether a transfer is under way.
   bool FTPActionInProgress() const;
+  /// Whether a transfer shows its progress in a dialog.
   bool ShowFTPDialog() const;
+  /// The number of the control's window; its temporary files begin with it.
   int hwnd() const;
   /// Whether the source is in front.
   bool InCodeView() const;
@@ -250,79 +291,139 @@ class HTMLedWidget final : public QWidget {
   void set_ShowFTPDialog(bool value);
 
   // --- operations ---
-  /// Opens a file, or the one that the user chooses if the name is empty; gives its name, "" if the user
-  /// chose none.
+  /// Opens a file, or the one that the user chooses if the name is empty; whole or its body only.
+  /// Gives its name, "" if the user chose none.
   QString Open_document(const QString& strURL = {}, bool openEntireDoc = false);
+  /// Saves to a file, or to the one that the user chooses if the name is empty; whole or body only.
   void Save_document(const QString& strFilename = {}, bool bEntireDocument = false);
+  /// Prints, after asking the user or at once.
   void print_Document(bool DontShowDialog = false);
+  /// Types a line break (true) or the Return key (false) into the document.
   void sendCR(bool bBR);
+  /// Puts the selection, or the word at the caret, between two pieces of HTML.
   void FormatSelection(const QString& OpeningTag, const QString& ClosingTag);
+  /// Inserts HTML in place of the selection (0), before it (1) or after it (2).
   void InsertAtCursor(const QString& HTMLText,
                       tvx::qt::HTMLedWidget::ed_InsertType insertWhere = ed_InsertReplaceSelection);
+  /// Gives what is selected, or the word at the caret, as HTML or as text.
   /// A null string where it can't be had.
   QString GetCurrentSelection(bool HTMLText);
+  /// Selects by character position and gives the HTML of what it selected.
   QString selectText(int SelStartPos, int SelLength);
+  /// Goes back to the HTML that was last set, without a question.
   void RevertToOriginal();
+  /// Does nothing; hosts may call it.
   void CleanUp();
+  /// Scrolls to the document's beginning.
   void scrollToTop();
+  /// Scrolls to the document's end.
   void scrollToBottom();
+  /// Switches between the document and its source.
   void show_Code();
+  /// Bold, on or off.
   void bold_document();
+  /// Italic, on or off.
   void italic_document();
+  /// Underlined, on or off.
   void underline_document();
+  /// Struck through, on or off.
   void strike_document();
+  /// Indents by one level.
   void indent_document();
+  /// Takes one level of indentation off.
   void unindent_document();
+  /// Aligns to the left.
   void Left_Justify();
+  /// Centres.
   void Center_justify();
+  /// Aligns to the right.
   void Right_justify();
+  /// A numbered list, on or off.
   void numbered_list();
+  /// A bulleted list, on or off.
   void unnumbered_list();
+  /// Takes back the last step, of the view in front.
   void undo_document();
+  /// Does again what was taken back.
   void redo_document();
+  /// Inserts a horizontal rule.
   void insert_HR();
+  /// Makes the selection a link; asks for its address.
   void insert_Link();
+  /// Asks for font, size and colours of the selection.
   void change_Font();
+  /// Asks for a table's measures and inserts it.
   void Table_Document();
+  /// Asks for a form's settings and inserts it.
   void insert_Form();
+  /// Moves the selection to the clipboard.
   void cut_document();
+  /// Copies the selection to the clipboard.
   void copy_document();
+  /// Inserts what is on the clipboard.
   void paste_document();
+  /// Ends the running transfer.
   void FTPCancelTransfer();
+  /// Checks the document's words, from the first to the last.
   void SpellCheck();
+  /// Ends the spelling run after the word in hand.
   void SpellingCancel();
+  /// Sends a file to the server.
   bool PutFileFTP(const QString& LocalFile, const QString& RemoteFile);
+  /// Fetches a file from the server.
   bool GetFileFTP(const QString& LocalFile, const QString& RemoteFile);
+  /// Deletes a file on the server.
   bool DeleteFileFTP(const QString& RemoteFile);
+  /// Uploads an image, or the one that the user chooses, and inserts it.
   void Insert_Image(const QString& localImagePath = {});
+  /// Inserts a local image, or the one that the user chooses.
   void Insert_Image_NoFTP(const QString& localImagePath = {});
+  /// Inserts the image at an address.
   void insertImageFromURL(const QString& ImageURL);
+  /// Uploads the document's local images and gives their number.
   int UploadAllImages();
+  /// The number of local images in the document.
   int CountLocalImages();
 
  signals:
   // --- the events ---
+  /// An operation failed in a way that the host should know.
   void Error(int errNo, const QString& errDesc);
+  /// A note about a transfer, or its good end.
   void FTPSuccess(int id, const QString& Message);
+  /// A transfer failed.
   void FTPError(int errNo, const QString& errDesc);
+  /// A key goes down in the document, before anything acts on it.
   void ASCIIKeyPress(int KeyCode, bool Shift, bool Control);
+  /// Bytes of a running transfer.
   void FTPTransferProgress(int CurrentBytes, int TotalBytes);
+  /// A spelling run has ended.
   void SpellCheckComplete(bool Cancelled);
+  /// A toolbar button is about to act; `cancel` true stops it.
   void ToolButtonClick(const QString& Toolbar, int index, const QString& buttonName, bool& cancel);
+  /// An item of a context menu is about to act; `cancel` true stops it.
   void MenuClick(const QString& MenuItem, bool& cancel);
+  /// Part of the interface; nothing raises it.
   void BeforeLibraryInsert(const QString& AssetName, bool& cancel);
+  /// The view is about to switch; `cancel` true stops it.
   void BeforeCodeViewChange(bool CurrentlyWYSIWYG, bool& cancel);
+  /// A spelling run deals with a word.
   void SpellCheckWord(bool& Cancelled, const QString& oldWord, QString& newWord, bool& AddThisWord);
+  /// The connection of a one-file upload stands.
   void BeginImageUpload();
+  /// A one-file upload has ended.
   void EndImageUpload();
+  /// `DocumentHTML` is being read; what is written here is what the reader gets.
   void BeforeGetDocumentHTML(QString& CurrentDocumentHTML);
-  /// Null: the click met nothing.
-  void DocumentClick(tvx::dom::Element* CurrentElement);
+  /// A click in the document; the element may be nothing.
+  void DocumentClick(const tvx::Object& CurrentElement);
+  /// Something other than the control wants to navigate. `CancelNavigate` is true on entry.
   void BeforeNavigate(const QString& TheURL, const QString& TheFrameName, bool& CancelNavigate);
 
   /// A property that a container would save has another value, or may have: the user has touched the
   /// document.
   void property_changed(const QString& key);
+  /// The editor shows another document: one was opened, or all of its HTML was set.
   void document_replaced();
   /// Whether the document that print_Document was asked for has gone to the printer, or into its file.
   void print_finished(bool done);
@@ -330,6 +431,14 @@ class HTMLedWidget final : public QWidget {
  protected:
   void resizeEvent(QResizeEvent* event) override;
   void showEvent(QShowEvent* event) override;
+
+ public:
+  // --- for code of this library; no public header says what these are ---
+  /// With others in the desktop's place, who outlive the widget.
+  HTMLedWidget(platform::MessageLoop& loop, QWidget* parent, const Substitutes& substitutes);
+  core::HTMLed& control() const;
+  browser::DocumentView& document_view();
+  WebView& view();
 
  private:
   class Parts;

@@ -1,0 +1,9 @@
+#pragma once
+
+namespace tvx::qt {
+
+/// To be called first of all in main, before the application object: what the browser engine wants to know
+/// before it starts. As root it can't use its sandbox; that is said in one line on standard error.
+void prepare_web_engine();
+
+}  // namespace tvx::qt

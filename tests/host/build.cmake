@@ -1,0 +1,22 @@
+# Builds the host's project: cmake -DTREE=... -DBUILD=... -DQT=ON|OFF [-DWHOLE=ON] -P build.cmake
+# Without WHOLE the libraries are left out but for the lowest one: compiling them again would take minutes.
+get_filename_component(here ${CMAKE_CURRENT_LIST_DIR} REALPATH)
+function(run)
+  execute_process(COMMAND ${ARGN} RESULT_VARIABLE failed)
+  if(failed)
+    message(FATAL_ERROR "failed: ${ARGN}")
+  endif()
+endfunction()
+
+run(${CMAKE_COMMAND} -S ${here} -B ${BUILD} -G Ninja -DTVXHTML=${TREE} -DHOST_QT=${QT})
+set(targets host-editor-unit host-editor-unit-includes tvx_base)
+if(QT)
+  list(APPEND targets host-window-unit host-window-unit-includes)
+endif()
+if(WHOLE)
+  set(targets all)
+endif()
+run(${CMAKE_COMMAND} --build ${BUILD} --target ${targets})
+if(WHOLE)
+  run(${BUILD}/host-editor)
+endif()
