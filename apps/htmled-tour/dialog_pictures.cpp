@@ -1,4 +1,4 @@
-#include "htmled/dialog_pictures.h"
+#include "htmled-tour/dialog_pictures.h"
 
 #include <QAction>
 #include <QApplication>
@@ -19,8 +19,8 @@
 #include "tvx/browser/html_document.h"
 #include "tvx/core/htmled.h"
 #include "tvx/dom/tree.h"
+#include "tvx/htmled_widget.h"
 #include "tvx/platform/message_loop.h"
-#include "tvx/qt/widget/htmled_widget.h"
 
 namespace tvx::htmled {
 namespace {
@@ -35,15 +35,15 @@ constexpr char16_t page[] =
 
 /// The control's dialogs: how many steps of the element path lead up from the cell to the element whose menu
 /// opens it, and by which item.
-struct Road {
+struct Way {
   const char* name;
   int up;
   const char* item;
 };
-constexpr Road roads[] = {{"dialog-table-settings", 3, "mnuToolProperties"},
-                          {"dialog-cell", 0, "mnuToolProperties"},
-                          {"dialog-row", 1, "mnuToolProperties"},
-                          {"dialog-tag", 3, "mnuToolEditTag"}};
+constexpr Way ways[] = {{"dialog-table-settings", 3, "mnuToolProperties"},
+                        {"dialog-cell", 0, "mnuToolProperties"},
+                        {"dialog-row", 1, "mnuToolProperties"},
+                        {"dialog-tag", 3, "mnuToolEditTag"}};
 
 class DialogPhotographer {
  public:
@@ -65,19 +65,19 @@ class DialogPhotographer {
     return picture;
   }
   /// Presses the button of the element path, and the item in the menu that opens.
-  void choose_in_path(const Road& road) {
+  void choose_in_path(const Way& way) {
     QTimer watch;
     QObject::connect(&watch, &QTimer::timeout, [&] {
       auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
       if (!menu) return;
       watch.stop();
-      menu->setActiveAction(menu->findChild<QAction*>(QLatin1String(road.item)));
+      menu->setActiveAction(menu->findChild<QAction*>(QLatin1String(way.item)));
       QKeyEvent enter(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
       QApplication::sendEvent(menu, &enter);
     });
     watch.start(20);
     platform::Toolbar& path = window_.editor().control().tlbDOM();
-    path.press(path.Item(path.Count() - road.up));
+    path.press(path.Item(path.Count() - way.up));
   }
   void show_table() {
     core::HTMLed& control = window_.editor().control();
@@ -129,7 +129,7 @@ QPixmap sheet_of(const std::vector<QPixmap>& pictures, const QColor& ground) {
 bool save(const QPixmap& sheet, const QString& file) {
   // Without what can be seen through, and pressed as hard as the format does.
   if (!sheet.toImage().convertToFormat(QImage::Format_RGB888).save(file, "PNG", 0)) {
-    std::cerr << "htmled: can't write " << file.toStdString() << '\n';
+    std::cerr << "htmled-tour: can't write " << file.toStdString() << '\n';
     return false;
   }
   std::cout << file.toStdString() << '\n';
@@ -151,7 +151,7 @@ bool take_dialogs(Window& window, platform::MessageLoop& loop, const QString& la
       window.editor().set_LocalizationFile(file);
       pictures.push_back(photographer.take(open));
       if (!pictures.back().isNull()) continue;
-      std::cerr << "htmled: no dialog for " << name << '\n';
+      std::cerr << "htmled-tour: no dialog for " << name << '\n';
       return false;
     }
     return save(sheet_of(pictures, ground),
@@ -159,9 +159,9 @@ bool take_dialogs(Window& window, platform::MessageLoop& loop, const QString& la
   };
   photographer.show_table();
   bool done = take_all("dialog-table", [&] { window.editor().Table_Document(); });
-  for (const Road& road : roads) {
+  for (const Way& way : ways) {
     photographer.show_table();
-    done = take_all(road.name, [&] { photographer.choose_in_path(road); }) && done;
+    done = take_all(way.name, [&] { photographer.choose_in_path(way); }) && done;
   }
   window.editor().set_LocalizationFile(QString());
   return done;

@@ -1,4 +1,4 @@
-#include "htmled/demo.h"
+#include "htmled-tour/demo.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -16,9 +16,9 @@
 #include "tvx/browser/view/document_view.h"
 #include "tvx/core/htmled.h"
 #include "tvx/dom/tree.h"
+#include "tvx/htmled_widget.h"
 #include "tvx/platform/message_loop.h"
 #include "tvx/qt/web/web_view.h"
-#include "tvx/qt/widget/htmled_widget.h"
 #include "tvx/tables/structure.h"
 
 namespace tvx::htmled {
@@ -91,7 +91,7 @@ class Demonstration {
 
  private:
   static bool expect(bool holds, const char* otherwise) {
-    if (!holds) std::cerr << "htmled: " << otherwise << '\n';
+    if (!holds) std::cerr << "htmled-tour: " << otherwise << '\n';
     return holds;
   }
 
@@ -154,18 +154,18 @@ class Demonstration {
 
 int run_demo(Window& window, platform::MessageLoop& loop, const QString& folder) {
   if (!QDir().mkpath(folder)) {
-    std::cerr << "htmled: can't make the folder " << folder.toStdString() << '\n';
+    std::cerr << "htmled-tour: can't make the folder " << folder.toStdString() << '\n';
     return 1;
   }
   if (!settle(window, loop) || !Demonstration(window, loop).run()) return 1;
-  // The engine paints a frame behind the layout.
+  // The engine paints a frame after the layout.
   wait_for(
       loop, [] { return false; }, 300);
   const QDir out(folder);
   const QString page = out.filePath(QStringLiteral("edited.html")),
                 picture = out.filePath(QStringLiteral("screenshot.png"));
   if (!window.grab().save(picture) || !window.save_copy(page)) {
-    std::cerr << "htmled: can't write into " << folder.toStdString() << '\n';
+    std::cerr << "htmled-tour: can't write into " << folder.toStdString() << '\n';
     return 1;
   }
   std::cout << page.toStdString() << '\n' << picture.toStdString() << '\n';

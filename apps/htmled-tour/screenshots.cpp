@@ -1,4 +1,4 @@
-#include "htmled/screenshots.h"
+#include "htmled-tour/screenshots.h"
 
 #include <QApplication>
 #include <QDir>
@@ -15,14 +15,14 @@
 #include <iostream>
 #include <optional>
 
-#include "htmled/dialog_pictures.h"
+#include "htmled-tour/dialog_pictures.h"
 #include "htmled/window.h"
 #include "tvx/browser/view/document_view.h"
 #include "tvx/core/htmled.h"
 #include "tvx/dom/tree.h"
+#include "tvx/htmled_widget.h"
 #include "tvx/platform/message_loop.h"
 #include "tvx/qt/web/web_view.h"
-#include "tvx/qt/widget/htmled_widget.h"
 
 namespace tvx::htmled {
 namespace {
@@ -97,7 +97,7 @@ class Photographer {
   void settle() {
     for (int i = 0; i < 3; ++i) loop_.pump(0);
     wait(20'000, [this] { return window_.editor().document_view().settled(); });
-    wait(400);  // the engine paints a frame behind the layout
+    wait(400);  // the engine paints a frame after the layout
   }
   void show(std::u16string_view html) {
     window_.editor().control().set_DocumentHTML(html);
@@ -142,7 +142,7 @@ class Photographer {
       std::cout << file(name).toStdString() << '\n';
       return true;
     }
-    std::cerr << "htmled: can't write " << file(name).toStdString() << '\n';
+    std::cerr << "htmled-tour: can't write " << file(name).toStdString() << '\n';
     return false;
   }
   bool take(const char* name) {
@@ -198,7 +198,7 @@ class Photographer {
       menu->close();
     });
     open();
-    if (!done) std::cerr << "htmled: no menu for " << name << '\n';
+    if (!done) std::cerr << "htmled-tour: no menu for " << name << '\n';
     return done;
   }
 
@@ -211,7 +211,7 @@ class Photographer {
 
 int run_screenshots(Window& window, platform::MessageLoop& loop, const QString& folder) {
   if (!QDir().mkpath(folder)) {
-    std::cerr << "htmled: can't make the folder " << folder.toStdString() << '\n';
+    std::cerr << "htmled-tour: can't make the folder " << folder.toStdString() << '\n';
     return 1;
   }
   return Photographer(window, loop, folder).run() ? 0 : 1;
