@@ -36,7 +36,7 @@ QString filters() {
          Window::tr("All files") + QStringLiteral(" (*)");
 }
 
-/// A failure as the user reads it. Which file it was, and why, stands behind the words.
+/// A failure as the user reads it. Which file it was, and why, stands after the words.
 QString words_of(const RuntimeError& error) {
   const QString text = to_qt(error.text());
   for (const char* words :

@@ -78,7 +78,7 @@ bool breaks_line(Display display) {
 /// with their neighbours and never stand at the ends.
 class RenderedText {
  public:
-  /// Where the text begins: on a new line (or behind a blank) white space vanishes.
+  /// Where the text begins: on a new line (or after a blank) white space vanishes.
   explicit RenderedText(bool at_line_start) : at_line_start_(at_line_start) {}
 
   void add_text(std::u16string_view text, WhiteSpace mode) {
@@ -352,7 +352,7 @@ class Collector {
     text_.add_text(changed, values.white_space);
   }
 
-  /// A blank at the end is shown if anything comes behind it in the same line.
+  /// A blank at the end is shown if anything comes after it in the same line.
   void look_behind_end() {
     text_.stop_recording();
     const Node* node = next_skipping_children(root_);

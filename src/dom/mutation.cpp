@@ -240,7 +240,7 @@ Ref<Text> split_text(Text& text, Offset at) {
   if (text.parent()) {
     MutationDoor::insert(document, *text.parent(), tail, text.next_sibling());
     MutationDoor::move_ranges_to_split(document, text, at, *tail);
-    // Ranges right behind the text in the parent stand behind the tail now (DOM standard, "split", step 7).
+    // Ranges right after the text in the parent stand after the tail now (DOM standard, "split", step 7).
     for (LiveRange* range : document.live_ranges()) {
       const auto behind = [&](Boundary b) { return b.node == text.parent() && b.offset == index_of(*tail); };
       if (behind(range->start()) || behind(range->end())) {

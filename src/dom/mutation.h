@@ -19,7 +19,7 @@ struct Mutation {
   MutationKind kind;
   Ref<Node> node;                    // the child, the text, the element
   Ref<Node> parent;                  // Insert, Remove
-  Ref<Node> before;                  // Insert, Remove: the sibling behind the child's place, empty at the end
+  Ref<Node> before;                  // Insert, Remove: the sibling after the child's place, empty at the end
   Offset offset = 0;                 // ReplaceData
   std::u16string removed, inserted;  // ReplaceData
   Name attribute;                    // SetAttribute
@@ -43,7 +43,7 @@ void insert(Node& parent, Ref<Node> child, Node* before = nullptr);
 Ref<Node> remove(Node& child);
 
 /// Replaces `count` units from `at` on. Live ranges move as the DOM standard's "replace data" tells.
-/// Throws RuntimeError(5) if `at` is behind the end; a count that is too long is cut. Writing what is
+/// Throws RuntimeError(5) if `at` is after the end; a count that is too long is cut. Writing what is
 /// there already is no mutation.
 void replace_data(CharacterData& node, Offset at, Offset count, std::u16string_view text);
 
@@ -55,7 +55,7 @@ void remove_attribute(Element& element, Name name);
 // --- made of these ---
 
 /// Splits a text at an offset, DOM standard section 4.11 "split a Text node": the first part stays in
-/// `text`, ranges behind the split move into the new node, which is returned.
+/// `text`, ranges after the split move into the new node, which is returned.
 Ref<Text> split_text(Text& text, Offset at);
 /// Removes all children.
 void clear(Node& parent);

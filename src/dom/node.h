@@ -87,7 +87,7 @@ class Node {
   NodeType type_;
 
  protected:
-  // Room of the derived classes in the gap behind type_.
+  // Room of the derived classes in the gap after type_.
   Namespace namespace_ = Namespace::Html;
   mutable std::uint32_t source_index_ = 0;
 

@@ -17,7 +17,7 @@ struct Boundary {
   friend bool operator==(const Boundary&, const Boundary&) = default;
 };
 
-/// Two boundaries of one tree, start not behind end. A value.
+/// Two boundaries of one tree, start not after end. A value.
 struct Range {
   Boundary start, end;
   bool collapsed() const { return start == end; }
@@ -55,7 +55,7 @@ class LiveRange {
   Boundary start() const { return {start_node_.get(), start_offset_}; }
   Boundary end() const { return {end_node_.get(), end_offset_}; }
   bool collapsed() const { return start() == end(); }
-  /// A boundary behind the other end takes that end with it.
+  /// A boundary past the other end takes that end with it.
   void set_start(Boundary boundary);
   void set_end(Boundary boundary);
   void set(Range range);

@@ -222,7 +222,7 @@ class Serialiser {
   }
 
   void text(const Text& node) {
-    // OURS: the parser drops a line break right behind these start tags; a second one keeps the text whole.
+    // OURS: the parser drops a line break right after these start tags; a second one keeps the text whole.
     if (letters_ != Letters::Lower && node.data().starts_with(u'\n') && !node.previous_sibling() &&
         drops_first_line_break(node.parent())) {
       out_.write(u'\n');

@@ -17,7 +17,7 @@ namespace {
 
 constexpr int number_columns = 6;
 
-// --- fields and the members behind them ---
+// --- fields and the members that they show ---
 
 template <class Part>
 struct Field {

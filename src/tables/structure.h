@@ -32,7 +32,7 @@ void merge_cell_right(dom::Element& cell);
 //
 // The first failing step ends these with its RuntimeError; what was done by then stays.
 
-/// Behind the last row, as wide as the first. Fails in a table without rows, which gets an empty one.
+/// After the last row, as wide as the first. Fails in a table without rows, which gets an empty one.
 void append_row(dom::Element& table);
 void delete_last_row(dom::Element& table);
 /// A cell at the end of every row.

@@ -64,7 +64,7 @@ bool stands_in_paragraph(const Element& element) {
       [](const Element& around) { return around.is(Tag::Button) || ends_scope(around); });
 }
 
-/// Text and formatting behind a marker don't see what is open before it.
+/// Text and formatting after a marker don't see what is open before it.
 bool holds_formatting_back(const Element& element) {
   return is_one_of(element,
                    {Tag::Applet, Tag::Caption, Tag::Marquee, Tag::Object, Tag::Td, Tag::Template, Tag::Th});

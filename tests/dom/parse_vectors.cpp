@@ -23,7 +23,7 @@ bool is_section(const std::string& line) {
          line == "#script-off" || line == "#script-on" || line == "#document";
 }
 
-// Reads one case from its #data line on and returns the index behind it.
+// Reads one case from its #data line on and returns the index after it.
 std::size_t read_case(const std::vector<std::string>& lines, std::size_t at, ParseCase& test) {
   test.line = static_cast<int>(at) + 1;
   std::string section, data, tree;

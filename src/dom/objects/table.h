@@ -51,7 +51,7 @@ class TableObject : public TablePart {
   Element* tHead() const;
   Element* tFoot() const;
 
-  /// A row before that number, -1: behind the last, in the section of that. A table without rows gets a body.
+  /// A row before that number, -1: after the last, in the section of that. A table without rows gets a body.
   Ref<Element> insertRow(std::int32_t index = -1);
   /// -1: the last row, of which an empty table has none to lose.
   void deleteRow(std::int32_t index = -1);
@@ -59,7 +59,7 @@ class TableObject : public TablePart {
   Ref<Element> createCaption();
   Ref<Element> createTHead();
   Ref<Element> createTFoot();
-  /// Behind the last body.
+  /// After the last body.
   Ref<Element> createTBody();
   void deleteCaption();
   void deleteTHead();

@@ -12,7 +12,7 @@ namespace tvx::dom::parser {
 class ActiveFormatting {
  public:
   static constexpr std::size_t none = static_cast<std::size_t>(-1);
-  /// OURS: behind the last marker stand at most so many, the oldest ones fall out; the standard has no bound.
+  /// OURS: after the last marker stand at most so many, the oldest ones fall out; the standard has no bound.
   static constexpr std::size_t maximum_behind_marker = 512;
 
   struct Entry {
@@ -26,18 +26,18 @@ class ActiveFormatting {
 
   void push_marker() { entries_.push_back({}); }
   void clear_to_marker();
-  /// Adds an element; of equal ones behind the last marker at most three stay ("Noah's Ark clause").
+  /// Adds an element; of equal ones after the last marker at most three stay ("Noah's Ark clause").
   void push(Element& element);
   void insert(std::size_t index, Element& element);
   void replace(std::size_t index, Element& element);
   void remove(std::size_t index);
   void remove(const Element& element);
-  /// Drops all behind the last marker.
+  /// Drops all after the last marker.
   void drop_behind_marker();
 
-  /// Behind the last marker; none if not there.
+  /// After the last marker; none if not there.
   std::size_t find(const Element& element) const;
-  /// The last one of that name behind the last marker.
+  /// The last one of that name after the last marker.
   std::size_t find_last(Name name) const;
 
  private:

@@ -8,7 +8,7 @@ enum class InAttribute : bool { No, Yes };
 
 /// Reads a character reference (HTML standard, section 13.2.5.72 to 13.2.5.80). `at` points at the ampersand.
 /// Appends what the reference stands for to `out`, or the ampersand itself if it is none, and returns the
-/// place behind what was read.
+/// place after what was read.
 const char16_t* read_character_reference(const char16_t* at, const char16_t* end, InAttribute in_attribute,
                                          std::u16string& out);
 

@@ -141,7 +141,7 @@ void TreeBuilder::clone_chain(Adoption& adoption) {
     kept.push_back(twin.get());
     adoption.made.push_back(std::move(twin));
   }
-  // Out of the stack: what was not kept. The furthest block moves up behind the twins.
+  // Out of the stack: what was not kept. The furthest block moves up after the twins.
   const std::vector<Element*> below(chain.begin() + static_cast<std::ptrdiff_t>(adoption.furthest),
                                     chain.end());
   chain.resize(1);

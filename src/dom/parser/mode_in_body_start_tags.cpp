@@ -8,7 +8,7 @@ enum class Kind : std::uint8_t {
   Ordinary,
   Head,        // belongs into a head, and is treated as there
   Block,       // ends a paragraph
-  Formatting,  // is opened again behind what closed it
+  Formatting,  // is opened again after what closed it
   Void,        // no content, takes part in a line
   Part,        // no content, part of the element around it
   Ignored,     // has no meaning here

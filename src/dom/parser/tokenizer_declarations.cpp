@@ -31,7 +31,7 @@ void Tokenizer::read_declaration(Token& token, bool cdata_allowed) {
   }
 }
 
-// Behind "<!--".
+// After "<!--".
 void Tokenizer::read_comment(Token& token) {
   token.kind = Token::Kind::Comment;
   token.text = {};
@@ -58,7 +58,7 @@ void Tokenizer::read_bogus_comment(Token& token) {
   at_ = close == end_ ? end_ : close + 1;
 }
 
-// Behind "<!DOCTYPE".
+// After "<!DOCTYPE".
 void Tokenizer::read_document_type(Token& token) {
   token.kind = Token::Kind::DocumentType;
   Token::DocumentTypeData& data = token.document_type;
@@ -81,7 +81,7 @@ void Tokenizer::read_document_type(Token& token) {
   }
 }
 
-// Behind the name. Leaves at_ at the ">", at something bogus, or at the end.
+// After the name. Leaves at_ at the ">", at something bogus, or at the end.
 void Tokenizer::read_document_type_ids(Token::DocumentTypeData& data) {
   const bool is_public = looking_at_ignoring_case(u"public");
   if (!is_public && !looking_at_ignoring_case(u"system")) {

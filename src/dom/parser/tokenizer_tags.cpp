@@ -36,7 +36,7 @@ Name Tokenizer::read_tag_name() {
   return intern(name_buffer_);
 }
 
-// Behind the tag's name. Reads the ">" too; false if there is none.
+// After the tag's name. Reads the ">" too; false if there is none.
 bool Tokenizer::read_attributes(Token& token) {
   for (;;) {
     skip_space();

@@ -55,7 +55,7 @@ void TreeBuilder::process(Token& token) {
   }
 }
 
-// The line break right behind <pre>, <listing> and <textarea>. True if it was all of the token.
+// The line break right after <pre>, <listing> and <textarea>. True if it was all of the token.
 bool TreeBuilder::skip_first_line_break(Token& token) {
   skip_line_break_ = false;
   if (token.kind != Token::Kind::Text || !token.text.starts_with(u'\n')) return false;

@@ -184,8 +184,8 @@ ComputedValues Cascade::compute(const Surroundings& surroundings) const {
   values.float_side = initial.float_side;
   values.position = initial.position;
 
-  // In the order of Property what measures by another comes behind it: vertical-align behind the font size,
-  // the background's currentcolor behind the colour.
+  // In the order of Property what measures by another comes after it: vertical-align after the font size,
+  // the background's currentcolor after the colour.
   Computation computation(values, parent, surroundings);
   for (std::size_t i = 0; i < winners_.size(); ++i) {
     const StyleValue* winner = winners_[i];

@@ -62,7 +62,7 @@ struct Token {
 /// All tokens, the last one End. Never fails.
 std::vector<Token> tokenize(std::u16string_view text);
 
-/// The index behind the component value that begins at `at`: a block or function up to its end, else one
+/// The index after the component value that begins at `at`: a block or function up to its end, else one
 /// token (CSS Syntax, "consume a component value"). No recursion, whatever the nesting.
 std::size_t skip_component(const std::vector<Token>& tokens, std::size_t at);
 std::size_t skip_gaps(const std::vector<Token>& tokens, std::size_t at);

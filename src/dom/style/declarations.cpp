@@ -96,7 +96,7 @@ std::optional<Declaration> parse_declaration(std::u16string_view text, const std
   return declaration;
 }
 
-/// Whether what stands behind the last of these tokens would fall into them.
+/// Whether what stands after the last of these tokens would fall into them.
 bool is_open(std::u16string_view text, const std::vector<Token>& tokens, std::size_t from, std::size_t to) {
   if (from == to) return false;
   std::size_t at = from;
@@ -381,7 +381,7 @@ void Declarations::append(std::u16string_view name, std::u16string_view value, I
   if (place == 0) {
     parts_.clear();
   } else if (parts_[place - 1].open) {
-    // Behind it nothing would be read. It stays last.
+    // After it nothing would be read. It stays last.
     --place;
     part.terminated = true;
     part.before = place ? u" " : u"";

@@ -59,7 +59,7 @@ class Declarations {
     std::u16string before, text, after;  // white space and comments stand before and after
     std::optional<Declaration> declaration;
     bool terminated = false;  // a ";" follows
-    bool open = false;        // it would swallow whatever came behind it
+    bool open = false;        // it would swallow whatever came after it
   };
   struct Winner {
     const Part* part = nullptr;
@@ -82,7 +82,7 @@ class Declarations {
 /// The longhands of a shorthand, or the name itself.
 std::vector<std::u16string_view> longhands_of(std::u16string_view name);
 
-/// A value with a unit behind each bare number, for properties that take lengths: "1" is "1px" there.
+/// A value with a unit after each bare number, for properties that take lengths: "1" is "1px" there.
 std::u16string with_units(std::u16string_view name, std::u16string_view value);
 
 }  // namespace tvx::dom::style

@@ -7,7 +7,7 @@
 
 namespace tvx::dom::style {
 
-/// What an element's old attributes say of its looks (HTML standard, section 15.3: "presentational hints"),
+/// What an element's old attributes say of its style (HTML standard, section 15.3: "presentational hints"),
 /// as author declarations that any rule outweighs.
 void append_presentational_hints(const Element& element, std::vector<PropertyValue>& values);
 

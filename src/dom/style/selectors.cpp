@@ -83,7 +83,7 @@ bool matches_nth(const Element& element, const SimpleSelector& simple) {
   const auto next = [&](const Node& node) {
     return from_end ? next_element_sibling(node) : previous_element(node);
   };
-  // Behind this many siblings the answer of "first child" and its like is known.
+  // After this many siblings the answer of "first child" and its like is known.
   const int limit = simple.step == 0 ? simple.offset : 0;
   int place = 1;
   for (const Element* sibling = next(element); sibling; sibling = next(*sibling)) {

@@ -65,7 +65,7 @@ bool is_opaque(const Shorthand& shorthand, std::u16string_view value);
 bool is_valid_value(std::u16string_view name, std::u16string_view value);
 /// Closed in itself: nothing in it ends the declaration or swallows what follows.
 bool is_complete_value(std::u16string_view value);
-/// Whether a text behind this component would become a part of it: an open block, string, comment, escape.
+/// Whether a text after this component would become a part of it: an open block, string, comment, escape.
 bool leaves_open(std::u16string_view component);
 /// Small letters where the grammar has only keywords, lengths and colours; else as given.
 std::u16string normalised_value(std::u16string_view name, std::u16string_view value);
