@@ -1,5 +1,6 @@
 # Builds the host's project: cmake -DTREE=... -DBUILD=... -DQT=ON|OFF [-DWHOLE=ON] -P build.cmake
-# Without WHOLE the libraries are left out but for the lowest one: compiling them again would take minutes.
+# Without WHOLE it stops at the program's own unit and the lowest library: compiling all of them again would take
+# minutes. The widget's headers are compiled by the target check_headers, with what a host sees and no more.
 get_filename_component(here ${CMAKE_CURRENT_LIST_DIR} REALPATH)
 function(run)
   execute_process(COMMAND ${ARGN} RESULT_VARIABLE failed)
@@ -10,9 +11,6 @@ endfunction()
 
 run(${CMAKE_COMMAND} -S ${here} -B ${BUILD} -G Ninja -DTVXHTML=${TREE} -DHOST_QT=${QT})
 set(targets host-editor-unit host-editor-unit-includes tvx_base)
-if(QT)
-  list(APPEND targets host-window-unit host-window-unit-includes)
-endif()
 if(WHOLE)
   set(targets all)
 endif()
