@@ -21,6 +21,8 @@ using library::Values;
 
 namespace {
 
+core::Parts& parts(ControlObject& self) { return Inside::parts(*self); }
+
 Value element(ControlObject& self, dom::Element* element) {
   return library::element_object(element, (*self).DOM());
 }
@@ -32,13 +34,8 @@ Value last_event(ControlObject& self) {
 
 /// The handle of the sheet among the document's, so that its members are those of any other.
 Value active_style_sheet(ControlObject& self) {
-  const auto& active = Inside::activeStyleSheet(*self);
+  const auto& active = parts(self).style_sheet.active();
   return active ? library::style_sheet_object(active) : Value();
-}
-
-template <auto Member>
-Value member(ControlObject& self) {
-  return Member(*self);
 }
 
 template <auto Getter>
@@ -48,7 +45,7 @@ Value getter(ControlObject& self) {
 
 template <auto Field>
 Value border(ControlObject& self) {
-  return Inside::highlight(*self).saved().*Field;
+  return parts(self).highlight.saved().*Field;
 }
 
 /// The dialog in front by its name, or one of its controls.
@@ -63,10 +60,10 @@ constexpr MemberOf<ControlObject> rows[] = {
     {u"docHTML", [](ControlObject& self) { return library::document_object((*self).DOM()); }},
     {u"WBrowser", [](ControlObject& self) -> Value { return browser_object(self.instance()); }},
     {u"txtCode", [](ControlObject& self) -> Value { return code_view_object(self.instance()); }},
-    {u"clip", [](ControlObject& self) -> Value { return clip_object(Inside::clip(*self)); }},
+    {u"clip", [](ControlObject& self) -> Value { return clip_object(parts(self).clipboard.clip()); }},
     {u"highlightElement", [](ControlObject& self) { return element(self, (*self).highlightElement()); },
      [](ControlObject& self, const Value& value) {
-       Inside::highlight(*self).set_element(library::element_of(value));
+       parts(self).highlight.set_element(library::element_of(value));
      }},
     {u"savedBorderStyle", border<&core::BorderLook::style>},
     {u"savedBorderWidth", border<&core::BorderLook::width>},
@@ -77,16 +74,22 @@ constexpr MemberOf<ControlObject> rows[] = {
     {u"appPath", getter<&HTMLed::appPath>},
     {u"openingDocument", getter<&HTMLed::openingDocument>},
     {u"inCodeView", getter<&HTMLed::InCodeView>},
-    {u"selectedHTML", member<&Inside::selectedHTML>},
-    {u"selectedSourceIndex", member<&Inside::selectedSourceIndex>},
-    {u"codeSelectionStart", member<&Inside::codeSelectionStart>},
-    {u"storedDocumentHTML", member<&Inside::storedDocumentHTML>},
-    {u"selectionBorderText", member<&Inside::selectionBorderText>},
-    {u"baseElement", [](ControlObject& self) { return element(self, Inside::baseElement(*self)); }},
-    {u"baseHrefSet", member<&Inside::baseHrefSet>},
-    {u"pendingContextCommand", member<&Inside::pendingContextCommand>},
-    {u"downloadDone", member<&Inside::downloadDone>},
-    {u"watchDownload", member<&Inside::watchDownload>},
+    {u"selectedHTML", [](ControlObject& self) -> Value { return parts(self).code.selection().html; }},
+    {u"selectedSourceIndex",
+     [](ControlObject& self) -> Value { return parts(self).code.selection().source_index; }},
+    {u"codeSelectionStart",
+     [](ControlObject& self) -> Value { return parts(self).code.selection().code_start; }},
+    {u"storedDocumentHTML",
+     [](ControlObject& self) -> Value { return *Inside::properties(*self).DocumentHTML; }},
+    {u"selectionBorderText",
+     [](ControlObject& self) -> Value { return Inside::properties(*self).SelectionBorderStyle; }},
+    {u"baseElement", [](ControlObject& self) { return element(self, parts(self).content.base_element()); }},
+    {u"baseHrefSet", [](ControlObject& self) -> Value { return parts(self).content.base_href_set(); }},
+    {u"pendingContextCommand",
+     [](ControlObject& self) -> Value { return parts(self).menu_commands.pending_command(); }},
+    {u"downloadDone", [](ControlObject& self) -> Value { return parts(self).style_sheet.download_done(); }},
+    {u"watchDownload",
+     [](ControlObject& self) -> Value { return parts(self).style_sheet.watches_download(); }},
     {u"activeStyleSheet", active_style_sheet},
     {u"lblCell", [](ControlObject& self) -> Value { return (*self).table_labels().cell; }},
     {u"lblRow", [](ControlObject& self) -> Value { return (*self).table_labels().row; }},

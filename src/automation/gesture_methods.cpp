@@ -198,7 +198,7 @@ Json select(Session& session, const Params& params) {
 
 /// One event of the browser's, as it raises it.
 bool raise_browser_event(core::HTMLed& control, std::u16string_view name, const browser::Navigation& to) {
-  browser::BrowserEvents& events = core::Inside::browser_events(control);
+  browser::BrowserEvents& events = core::Inside::parts(control).navigation;
   bool cancel = false;
   if (name == u"BeforeNavigate2")
     events.BeforeNavigate2(to, cancel);
@@ -229,7 +229,7 @@ class NavigationWatch final : public browser::BrowserEvents {
   bool cancelled = false, ended = false;
 
  private:
-  browser::BrowserEvents& next() { return core::Inside::browser_events(control_); }
+  browser::BrowserEvents& next() { return core::Inside::parts(control_).navigation; }
   void BeforeNavigate2(const browser::Navigation& to, bool& cancel) override {
     next().BeforeNavigate2(to, cancel);
     if (to.top == top_ && cancel) cancelled = ended = true;

@@ -17,6 +17,7 @@ namespace tvx::automation {
 
 using core::HTMLed;
 using core::Inside;
+using core::Parts;
 using library::expect_arguments;
 using library::MemberOf;
 using library::Value;
@@ -24,11 +25,19 @@ using library::Values;
 
 namespace {
 
-/// A routine of the control without arguments.
-template <auto Routine>
+core::Parts& parts(ControlObject& self) { return Inside::parts(*self); }
+
+Value start_editor(ControlObject& self, Values& arguments) {
+  expect_arguments(arguments, 0, 0);
+  Inside::StartEditor(*self);
+  return {};
+}
+
+/// A routine of a part without arguments.
+template <auto Part, auto Routine>
 Value run(ControlObject& self, Values& arguments) {
   expect_arguments(arguments, 0, 0);
-  Routine(*self);
+  ((parts(self).*Part).*Routine)();
   return {};
 }
 
@@ -44,7 +53,8 @@ Value container_call(ControlObject& self, Values& arguments) {
 template <auto Handler>
 Value handler(ControlObject& self, Values& arguments) {
   expect_arguments(arguments, 0, 0);
-  return library::result_of([&] { return (Inside::document_events(*self).*Handler)(); });
+  return library::result_of(
+      [&] { return (static_cast<browser::DocumentHandler&>(parts(self).input).*Handler)(); });
 }
 
 /// A routine that makes a text of texts, with nothing of the control in it.
@@ -103,22 +113,22 @@ Value wait(ControlObject& self, Values& arguments) {
 
 Value convert_characters(ControlObject& self, Values& arguments) {
   expect_arguments(arguments, 1, 1);
-  return Inside::ConvertUnicodeCharacters(*self, arguments[0].to_text());
+  return parts(self).content.ConvertUnicodeCharacters(arguments[0].to_text());
 }
 
 Value relative_html(ControlObject& self, Values& arguments) {
   expect_arguments(arguments, 1, 1);
-  return Inside::RelativeDocumentHTML(*self, arguments[0].to_text());
+  return parts(self).content.RelativeDocumentHTML(arguments[0].to_text());
 }
 
 Value write_template(ControlObject& self, Values& arguments) {
   expect_arguments(arguments, 2, 3);
-  return Inside::WriteTemplateDocument(*self, arguments[0].to_text(), arguments[1].to_integer32());
+  return parts(self).bootstrap.WriteTemplateDocument(arguments[0].to_text(), arguments[1].to_integer32());
 }
 
 Value apply_toolbar_state(ControlObject& self, Values& arguments) {
   expect_arguments(arguments, 1, 1);
-  Inside::ApplyToolbarState(*self, arguments[0].to_boolean());
+  parts(self).toolbar_commands.ApplyToolbarState(arguments[0].to_boolean());
   return {};
 }
 
@@ -157,18 +167,21 @@ constexpr MemberOf<ControlObject> rows[] = {
     {.name = u"UserControl_ExitFocus", .call = container_call<&HTMLed::UserControl_ExitFocus>},
     {.name = u"WBrowser_GotFocus", .call = container_call<&HTMLed::WBrowser_GotFocus>},
     {.name = u"WBrowser_LostFocus", .call = lost_focus},
-    {.name = u"StartEditor", .call = run<&Inside::StartEditor>},
-    {.name = u"BootstrapDocument", .call = run<&Inside::BootstrapDocument>},
-    {.name = u"LoadStoredDocumentHTML", .call = run<&Inside::LoadStoredDocumentHTML>},
+    {.name = u"StartEditor", .call = start_editor},
+    {.name = u"BootstrapDocument", .call = run<&Parts::bootstrap, &core::Bootstrap::BootstrapDocument>},
+    {.name = u"LoadStoredDocumentHTML", .call = run<&Parts::content, &core::Content::LoadStoredDocumentHTML>},
     {.name = u"WriteTemplateDocument", .call = write_template},
     {.name = u"ApplyToolbarState", .call = apply_toolbar_state},
-    {.name = u"ApplyContextMenuState", .call = run<&Inside::ApplyContextMenuState>},
-    {.name = u"BuildBranchToolbar", .call = run<&Inside::BuildBranchToolbar>},
+    {.name = u"ApplyContextMenuState",
+     .call = run<&Parts::menu_commands, &core::MenuCommands::ApplyContextMenuState>},
+    {.name = u"BuildBranchToolbar",
+     .call = run<&Parts::element_path, &core::ElementPath::BuildBranchToolbar>},
     {.name = u"IsDialogLoaded", .call = one_text_flag<platform::IsDialogLoaded>},
-    {.name = u"ApplyStyleSheet", .call = run<&Inside::ApplyStyleSheet>},
-    {.name = u"LoadStyleClasses", .call = run<&Inside::LoadStyleClasses>},
-    {.name = u"FindEditWindow", .call = run<&Inside::FindEditWindow>},
-    {.name = u"ShowEditCaret", .call = run<&Inside::ShowEditCaret>},
+    {.name = u"ApplyStyleSheet", .call = run<&Parts::style_sheet, &core::StyleSheetBinding::ApplyStyleSheet>},
+    {.name = u"LoadStyleClasses",
+     .call = run<&Parts::style_sheet, &core::StyleSheetBinding::LoadStyleClasses>},
+    {.name = u"FindEditWindow", .call = run<&Parts::edit_window, &core::EditWindow::FindEditWindow>},
+    {.name = u"ShowEditCaret", .call = run<&Parts::edit_window, &core::EditWindow::ShowEditCaret>},
     {.name = u"ConvertUnicodeCharacters", .call = convert_characters},
     {.name = u"RelativeDocumentHTML", .call = relative_html},
     {.name = u"docHTML_onkeydown", .call = handler<&Handler::onkeydown>},

@@ -4,46 +4,34 @@
 #include <utility>
 
 #include "tvx/base/error.h"
-#include "tvx/core/chrome/menus.h"
-#include "tvx/core/views/selection_highlight.h"
-#include "tvx/core/chrome/toolbars.h"
-#include "tvx/core/keep_alive.h"
-#include "tvx/dom/style/style_sheet.h"
-#include "tvx/dom/tree.h"
+#include "tvx/core/parts.h"
 #include "tvx/platform/common_dialogs.h"
 #include "tvx/platform/container.h"
 #include "tvx/services/wait.h"
 
+/// What the control itself does: it owns its parts and the document, and calls the host.
 namespace tvx::core {
+namespace {
+
+Surroundings with_handle(Surroundings surroundings) {
+  if (surroundings.hwnd == platform::WindowHandle::none) surroundings.hwnd = platform::next_window_handle();
+  return surroundings;
+}
+
+}  // namespace
 
 std::shared_ptr<HTMLed> HTMLed::create(const Surroundings& surroundings) {
   return std::shared_ptr<HTMLed>(new HTMLed(surroundings));
 }
 
 HTMLed::HTMLed(const Surroundings& surroundings)
-    : loop_(surroundings.loop),
-      container_(surroundings.container),
-      dialogs_(surroundings.dialogs),
-      clipboard_(surroundings.clipboard),
-      clip_(clipboard_),
-      popups_(surroundings.popups),
-      forms_(surroundings.forms),
-      hwnd_(surroundings.hwnd == platform::WindowHandle::none ? platform::next_window_handle()
-                                                              : surroundings.hwnd),
-      geometry_(surroundings.geometry),
-      browser_(std::make_unique<browser::Browser>(loop_)),
-      toolbars_(std::make_unique<Toolbars>()),
-      menus_(std::make_unique<ContextMenus>()),
-      highlight_(std::make_unique<SelectionHighlight>()) {
-  browser_->set_geometry(geometry_);
-  browser_->set_window(surroundings.window);
-  browser_->set_events(this);
+    : surroundings_(with_handle(surroundings)),
+      browser_(std::make_unique<browser::Browser>(surroundings_.loop)),
+      parts_(new Parts(*this)) {
+  browser_->set_geometry(surroundings_.geometry);
+  browser_->set_window(surroundings_.window);
+  browser_->set_events(&parts_->navigation);
   browser_->add_observer(*this);
-  toolbars_->Toolbar1.set_handler(this);
-  toolbars_->Toolbar2.set_handler(this);
-  toolbars_->tlbDOM.set_handler(this);
-  menus_->set_handler(this);
-  connect_code_view();
 }
 
 HTMLed::~HTMLed() {
@@ -54,16 +42,6 @@ HTMLed::~HTMLed() {
 
 void HTMLed::add_observer(HTMLedObserver& observer) { observers_.push_back(&observer); }
 void HTMLed::remove_observer(HTMLedObserver& observer) { std::erase(observers_, &observer); }
-
-platform::Toolbar& HTMLed::Toolbar1() { return toolbars_->Toolbar1; }
-platform::Toolbar& HTMLed::Toolbar2() { return toolbars_->Toolbar2; }
-platform::Toolbar& HTMLed::tlbDOM() { return toolbars_->tlbDOM; }
-dom::Element* HTMLed::highlightElement() const { return highlight_->element(); }
-
-platform::Clipboard& HTMLed::clipboard() const {
-  if (!clipboard_) throw RuntimeError(errors::object_not_set, u"There is no clipboard");
-  return *clipboard_;
-}
 
 // --- code of the host ---
 
@@ -80,55 +58,51 @@ void HTMLed::raise(const std::function<void(HTMLedEvents&)>& event) {
   if (host_) call_outside([&] { event(*host_); });
 }
 
-void HTMLed::raise_error(std::int32_t number, std::u16string text) {
-  raise([&](HTMLedEvents& host) { host.Error(number, text); });
-}
-
 void HTMLed::PropertyChanged(std::u16string_view key) {
-  call_outside([&] { container_.property_changed(key); });
+  call_outside([&] { surroundings_.container.property_changed(key); });
 }
 
-bool HTMLed::run_time() const { return container_.user_mode(); }
+// One of them may add another.
+void HTMLed::tell(const std::function<void(HTMLedObserver&)>& news) {
+  for (std::size_t i = 0; i < observers_.size(); ++i) news(*observers_[i]);
+}
 
-void HTMLed::mark_changed() {
-  PropertyChanged(u"DocumentHTML");
-  properties_.IsDirty = true;
+bool HTMLed::run_time() const { return surroundings_.container.user_mode(); }
+
+void HTMLed::Wait() {
+  const KeepAlive alive(*this);
+  services::Wait(surroundings_.loop, 5);
+  // A host that allows no window but modal ones would otherwise be waited for without the loop running.
+  if (!surroundings_.loop.non_modal_allowed()) surroundings_.loop.pump(5);
+  if (terminated_) throw RuntimeError(errors::object_not_set, u"The control is closed");
+}
+
+void HTMLed::show_dialog(platform::Form& dialog, std::u16string_view section) {
+  parts_->dialogs.show(dialog, section);
 }
 
 // --- the document ---
 
-browser::HTMLDocument& HTMLed::document() const {
-  if (!docHTML_) throw RuntimeError(errors::object_not_set, u"There is no document");
-  return *docHTML_;
+void HTMLed::set_DOM() {
+  if (run_time()) throw RuntimeError(errors::set_not_supported_at_runtime, u"Set not supported at runtime");
+  throw RuntimeError(errors::set_not_permitted_here, u"Set not supported (read-only property)");
 }
 
-browser::HTMLDocument& HTMLed::browser_document() const {
-  if (!browser_->Document()) throw RuntimeError(errors::object_not_set, u"There is no document");
-  return *browser_->Document();
-}
-
-dom::Element& HTMLed::body_of(browser::HTMLDocument& document) const {
-  dom::Element* body = document.body();
-  if (!body) throw RuntimeError(errors::object_not_set, u"The document has no body");
-  return *body;
-}
-
-void HTMLed::set_docHTML(std::shared_ptr<browser::HTMLDocument> document) {
+void HTMLed::set_DOM(std::shared_ptr<browser::HTMLDocument> document) {
   if (docHTML_ == document) return;
   if (docHTML_) docHTML_->connect(nullptr);
-  // Nothing of an older document is kept.
-  highlight_->set_element({});
-  base_element_ = {};
-  active_style_sheet_.reset();
+  parts_->highlight.set_element({});
+  parts_->content.forget_document();
+  parts_->style_sheet.forget_document();
   docHTML_ = std::move(document);
   if (docHTML_) {
-    docHTML_->connect(this);
+    docHTML_->connect(&parts_->input);
     connect_clipboard(*docHTML_);
   }
 }
 
 void HTMLed::connect_clipboard(browser::HTMLDocument& document) {
-  document.set_clipboard(clipboard_);
+  document.set_clipboard(surroundings_.clipboard);
   document.set_image_folder([weak = weak_from_this()] {
     const auto self = weak.lock();
     return self ? self->LocalImageStore() : std::u16string();
@@ -144,52 +118,12 @@ void HTMLed::document_replaced(const std::shared_ptr<browser::HTMLDocument>& doc
       return control ? control->ask_link(address) : std::nullopt;
     });
   }
-  for (std::size_t i = 0; i < observers_.size(); ++i) observers_[i]->document_replaced(document);
+  tell([&](HTMLedObserver& observer) { observer.document_replaced(document); });
 }
 
 std::optional<std::u16string> HTMLed::ask_link(const std::u16string& address) {
   const KeepAlive alive(*this);
-  return dialogs_.ask_link({.address = address, .owner = hwnd_});
-}
-
-// --- waiting ---
-
-void HTMLed::Wait() {
-  const KeepAlive alive(*this);
-  services::Wait(loop_, 5);
-  // A host that allows no window but modal ones would otherwise be waited for without the loop running.
-  if (!loop_.non_modal_allowed()) loop_.pump(5);
-  if (terminated_) throw RuntimeError(errors::object_not_set, u"The control is closed");
-}
-
-void HTMLed::wait_for_browser() {
-  while (browser_->ReadyState() != browser::ReadyState::Complete) Wait();
-}
-
-void HTMLed::wait_for_document() {
-  while (document().readyState() != u"complete") Wait();
-}
-
-void HTMLed::wait_until_complete() {
-  document();  // before the start there is nothing to wait for: throws
-  wait_for_browser();
-  wait_for_document();
-}
-
-// --- what the parts of the control share ---
-
-// Both references usually name one document. Writing it twice gives what writing it once gives, so the second
-// is for the case that they don't: a document that has just been replaced.
-void HTMLed::write_body(std::u16string_view html) {
-  const auto first = docHTML_, second = browser_->Document();
-  attempt([&] { document().load_body(html); });
-  if (second != first) attempt([&] { browser_document().load_body(html); });
-  const dom::Element* current = highlight_->element();
-  if (current && !dom::is_connected(*current)) highlight_->set_element({});
-}
-
-void HTMLed::set_design_mode_of_browser() {
-  browser_document().set_designMode(properties_.EditorEnabled && run_time() ? u"On" : u"Off");
+  return surroundings_.dialogs.ask_link({.address = address, .owner = surroundings_.hwnd});
 }
 
 }  // namespace tvx::core

@@ -1,8 +1,9 @@
 #pragma once
 
 #include <memory>
+#include <utility>
 
-#include "tvx/core/htmled.h"
+#include "tvx/core/context.h"
 #include "tvx/platform/message_loop.h"
 
 namespace tvx::core {
@@ -10,17 +11,19 @@ namespace tvx::core {
 /// Holds the control while code that is not ours runs. A host may drop its last reference in there, with
 /// routines of the control still open around it: the control then dies in a turn of the loop of its own,
 /// when all of them have returned.
-struct HTMLed::KeepAlive {
-  explicit KeepAlive(HTMLed& control) : self(control.weak_from_this().lock()) {}
+class KeepAlive {
+ public:
+  explicit KeepAlive(Context& context) : loop_(context.surroundings().loop), self_(context.hold()) {}
   ~KeepAlive() {
-    if (!self || self.use_count() > 1) return;
-    platform::MessageLoop& loop = self->loop_;
-    loop.post([last = std::move(self)] {});
+    if (!self_ || self_.use_count() > 1) return;
+    loop_.post([last = std::move(self_)] {});
   }
   KeepAlive(const KeepAlive&) = delete;
   KeepAlive& operator=(const KeepAlive&) = delete;
 
-  std::shared_ptr<HTMLed> self;
+ private:
+  platform::MessageLoop& loop_;
+  std::shared_ptr<const void> self_;
 };
 
 }  // namespace tvx::core

@@ -1,25 +1,20 @@
-#include <filesystem>
-
 #include "tvx/base/error.h"
-#include "tvx/base/text_file.h"
-#include "tvx/browser/html_document.h"
-#include "tvx/core/views/selection_highlight.h"
-#include "tvx/core/chrome/toolbars.h"
+#include "tvx/core/content/temporary_files.h"
 #include "tvx/core/htmled.h"
-#include "tvx/dom/style/style_sheet.h"
+#include "tvx/core/parts.h"
 #include "tvx/dom/tree.h"
 
 /// The container's calls, in the order in which a control lives.
 namespace tvx::core {
 
 void HTMLed::UserControl_Initialize() {
-  attempt([&] { toolbars_->prepare_branch_toolbar(); });
+  attempt([&] { parts_->toolbars.prepare_branch_toolbar(); });
 }
 
 void HTMLed::UserControl_InitProperties() { properties_ = Properties(); }
 
 void HTMLed::UserControl_ReadProperties(const platform::PropertyBag& bag) {
-  attempt([&] { read_properties(properties_, labels_, bag); });
+  attempt([&] { read_properties(properties_, parts_->labels, bag); });
   if (run_time() && !docHTML_) StartEditor();
 }
 
@@ -30,70 +25,54 @@ void HTMLed::UserControl_WriteProperties(platform::PropertyBag& bag) {
 void HTMLed::UserControl_Show() {
   if (run_time()) {
     if (!docHTML_) StartEditor();
-    if (!active_style_sheet_) ApplyStyleSheet();
+    if (!parts_->style_sheet.active()) parts_->style_sheet.ApplyStyleSheet();
   }
   UserControl_Resize();
 }
 
 void HTMLed::StartEditor() {
   if (terminated_) return;
-  apply_language_file();
+  parts_->words.apply_language_file();
   if (terminated_) return;  // by a host that hears of a missing file
-  ApplyToolbarState(properties_.EditorEnabled);
-  ApplyContextMenuState();
-  BootstrapDocument();
-  if (!properties_.DocumentHTML->empty()) LoadStoredDocumentHTML();
-}
-
-void HTMLed::LoadStoredDocumentHTML() {
-  const SharedText html = properties_.DocumentHTML;
-  if (run_time()) {
-    attempt([&] { wait_until_complete(); });
-    write_body(*html);
-    txtCode_.set_Text(html);
-    original_html_ = html;
-    attempt([&] { set_design_mode_of_browser(); });
-  }
-  PropertyChanged(u"DocumentHTML");
-  properties_.IsDirty = false;
+  parts_->toolbar_commands.ApplyToolbarState(properties_.EditorEnabled);
+  parts_->menu_commands.ApplyContextMenuState();
+  parts_->bootstrap.BootstrapDocument();
+  if (!properties_.DocumentHTML->empty()) parts_->content.LoadStoredDocumentHTML();
 }
 
 void HTMLed::UserControl_EnterFocus() {
   if (!run_time()) return;
-  if (inCodeView_) return txtCode_.SetFocus();
+  if (InCodeView()) return txtCode().SetFocus();
   attempt([&] {
     dom::Element& body = body_of(document());
     dom::Element* first = dom::first_child_element(body);
-    highlight_->set_element(first ? first : &body);
+    parts_->highlight.set_element(first ? first : &body);
   });
-  if (edit_window_found_ && browser_->window()) browser_->window()->focus();
+  parts_->edit_window.focus();
 }
 
 void HTMLed::UserControl_ExitFocus() {
   if (!run_time()) return;
-  attempt([&] { highlight_->restore(); });
-  highlight_->set_element({});
+  attempt([&] { parts_->highlight.restore(); });
+  parts_->highlight.set_element({});
 }
 
 void HTMLed::UserControl_Terminate() {
   if (terminated_) return;
   terminated_ = true;
-  cancel_open_dialogs();
-  for (std::u16string_view name : {style_sheet_file, document_file}) {
-    std::error_code ignored;  // a file that is gone already is none of our business
-    attempt([&] { std::filesystem::remove(file_system_path(temporary_file(name)), ignored); });
-  }
-  txtCode_.DetachAllMessages();
+  parts_->dialogs.cancel_all();
+  remove_temporary_files(surroundings_.hwnd);
+  txtCode().DetachAllMessages();
   drop_references();
 }
 
 void HTMLed::drop_references() {
-  style_classes_.clear();
+  parts_->style_sheet.forget_classes();
   browser_->Stop();
-  active_style_sheet_.reset();
-  set_docHTML(nullptr);
-  last_event_.reset();
-  base_element_ = {};
+  parts_->style_sheet.forget_document();
+  set_DOM(nullptr);
+  parts_->input.forget_event();
+  parts_->content.forget_document();
 }
 
 }  // namespace tvx::core

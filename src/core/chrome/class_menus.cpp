@@ -1,45 +1,31 @@
-#include <algorithm>
+#include "tvx/core/chrome/class_menus.h"
 
 #include "tvx/base/error.h"
 #include "tvx/base/failure_of.h"
 #include "tvx/browser/html_document.h"
+#include "tvx/core/chrome/veto.h"
+#include "tvx/core/content/style_sheet.h"
 #include "tvx/core/views/selection_highlight.h"
-#include "tvx/core/htmled.h"
-#include "tvx/core/keep_alive.h"
 
-/// The two roads by which text gets a class of the style sheet.
 namespace tvx::core {
 
-bool HTMLed::host_allows_item(std::u16string_view item) {
-  std::u16string name(item);
-  bool cancel = false;
-  raise([&](HTMLedEvents& host) { host.MenuClick(name, cancel); });
-  return !cancel;
-}
-
-std::u16string HTMLed::style_class_at(std::int16_t index) const {
-  const auto found = std::ranges::find(style_classes_, index, &StyleClass::index);
-  if (found == style_classes_.end()) throw RuntimeError(errors::invalid_call, u"No such menu item");
-  return found->name;
-}
-
-void HTMLed::mnuClass_Click(std::int16_t Index) {
-  const KeepAlive alive(*this);
-  if (!host_allows_item(u"DOMCSSClass")) return;
+void ClassMenus::give_to_element(std::int16_t index) {
+  const KeepAlive alive(context_);
+  if (!host_allows_item(context_, u"DOMCSSClass")) return;
   attempt([&] {
-    dom::Element* element = highlight_->element();
+    dom::Element* element = highlight_.element();
     if (!element) throw RuntimeError(errors::object_not_set, u"There is no current element");
-    set_style_class(*element, Index == 0 ? std::u16string() : style_class_at(Index));
+    set_style_class(*element, index == 0 ? std::u16string() : sheet_.class_at(index));
   });
   mark_changed();
 }
 
-void HTMLed::mnuMiscClass_Click(std::int16_t Index) {
-  const KeepAlive alive(*this);
-  if (!host_allows_item(u"ContextCSSClass")) return;
-  const auto kept = docHTML_;
+void ClassMenus::give_to_selection(std::int16_t index) {
+  const KeepAlive alive(context_);
+  if (!host_allows_item(context_, u"ContextCSSClass")) return;
+  const auto kept = DOM();
   const auto failure = failure_of(
-      [&] { set_style_class(document().editor(), Index < 1 ? std::u16string() : style_class_at(Index)); });
+      [&] { set_style_class(document().editor(), index < 1 ? std::u16string() : sheet_.class_at(index)); });
   if (failure) return raise_error(4, u"When applying styles the selection cannot span control elements");
   mark_changed();
 }

@@ -1,28 +1,27 @@
+#include "tvx/core/chrome/dialog_host.h"
+
 #include <algorithm>
 
-#include "tvx/core/htmled.h"
-#include "tvx/core/keep_alive.h"
+#include "tvx/core/chrome/words.h"
 #include "tvx/platform/form.h"
 
-/// The control's own dialogs: loaded, filled, shown, read and unloaded by the operation that needs them.
 namespace tvx::core {
 
-void HTMLed::show_dialog(platform::Form& dialog, std::u16string_view section) {
-  localise(dialog, section);
-  if (!forms_) return dialog.cancel();
-  const KeepAlive alive(*this);
-  open_dialogs_.push_back(&dialog);
+void DialogHost::show(platform::Form& dialog, std::u16string_view section) {
+  words_.localise(dialog, section);
+  if (!surroundings().forms) return dialog.cancel();
+  const KeepAlive alive(context_);
+  open_.push_back(&dialog);
   const struct Closed {
     std::vector<platform::Form*>& open;
     platform::Form* dialog;
     ~Closed() { std::erase(open, dialog); }
-  } closed{open_dialogs_, &dialog};
-  forms_->Show(dialog, hwnd_);
+  } closed{open_, &dialog};
+  surroundings().forms->Show(dialog, surroundings().hwnd);
 }
 
-// The innermost first: each lets the operation behind it come to its end.
-void HTMLed::cancel_open_dialogs() {
-  const std::vector<platform::Form*> open(open_dialogs_.rbegin(), open_dialogs_.rend());
+void DialogHost::cancel_all() {
+  const std::vector<platform::Form*> open(open_.rbegin(), open_.rend());
   for (platform::Form* dialog : open) dialog->cancel();
 }
 

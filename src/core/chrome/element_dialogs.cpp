@@ -1,16 +1,16 @@
+#include "tvx/core/chrome/element_dialogs.h"
+
 #include "tvx/base/error.h"
 #include "tvx/base/strings.h"
 #include "tvx/browser/html_document.h"
 #include "tvx/core/chrome/element_code_dialog.h"
-#include "tvx/core/views/selection_highlight.h"
 #include "tvx/core/chrome/table_tools.h"
-#include "tvx/core/htmled.h"
+#include "tvx/core/views/selection_highlight.h"
 #include "tvx/dom/inner_html.h"
 #include "tvx/dom/journal.h"
 #include "tvx/dom/objects/element_content.h"
 #include "tvx/dom/tree.h"
 
-/// The two items of the element path's menu that open a dialog for the current element.
 namespace tvx::core {
 namespace {
 
@@ -46,28 +46,28 @@ void replace_element(browser::HTMLDocument& document, std::size_t place, std::u1
 
 // The user edits the opening tag as text. By its number the element is found again when the dialog is closed:
 // what stands there then is replaced, and the current element may be one that has left the document.
-void HTMLed::edit_tag() {
-  attempt([&] { highlight_->restore(); });
+void ElementDialogs::edit_tag() {
+  attempt([&] { highlight_.restore(); });
   std::size_t place = 0;
-  attempt([&] { place = place_in(document(), highlight_->element()); });
-  attempt([&] { highlight_->set_element(element_at(document(), place)); });
-  const dom::Ref<dom::Element> element = highlight_->element();
+  attempt([&] { place = place_in(document(), highlight_.element()); });
+  attempt([&] { highlight_.set_element(element_at(document(), place)); });
+  const dom::Ref<dom::Element> element = highlight_.element();
   const std::u16string base = properties_.relativeURLs ? properties_.BaseURL : std::u16string();
   ElementCodeDialog dialog;
   attempt([&] { show_tag(element, base, dialog); });
   const bool refused = element && refuses_new_tag(ascii_lower(element->display_name()));
-  if (!attempt([&] { show_dialog(dialog.form(), u"ElementTagEdit"); }) || dialog.booCancel()) return;
+  if (!attempt([&] { context_.show_dialog(dialog.form(), u"ElementTagEdit"); }) || dialog.booCancel()) return;
   if (!refused) attempt([&] { replace_element(document(), place, dialog.outerHTML()); });
   mark_changed();
 }
 
-void HTMLed::edit_properties() {
-  attempt([&] { highlight_->restore(); });
+void ElementDialogs::edit_properties() {
+  attempt([&] { highlight_.restore(); });
   bool changed = false;
-  if (const dom::Ref<dom::Element> element = highlight_->element())
-    changed = TableTools(*this).edit_properties_of(element);
+  if (const dom::Ref<dom::Element> element = highlight_.element())
+    changed = tables_.edit_properties_of(element);
   // The dialog may have changed the style: its border is what is saved now.
-  highlight_->set_element(highlight_->element());
+  highlight_.set_element(highlight_.element());
   if (changed) mark_changed();
 }
 

@@ -1,18 +1,19 @@
 #include "tvx/core/chrome/table_tools.h"
 
 #include <algorithm>
+#include <optional>
+#include <span>
 
 #include "tvx/base/error.h"
 #include "tvx/base/failure_of.h"
-#include "tvx/browser/html_document.h"
-#include "tvx/core/chrome/menus.h"
+#include "tvx/browser/browser.h"
 #include "tvx/core/views/selection_highlight.h"
-#include "tvx/core/keep_alive.h"
 #include "tvx/dom/journal.h"
 #include "tvx/dom/style/inline_style.h"
 #include "tvx/dom/tree.h"
 #include "tvx/editing/ranges/control_range.h"
 #include "tvx/editing/tables/table_caret.h"
+#include "tvx/platform/menu.h"
 #include "tvx/tables/cell_dialog.h"
 #include "tvx/tables/structure.h"
 #include "tvx/tables/table_dialog.h"
@@ -51,54 +52,50 @@ const Operation* find_operation(std::span<const Operation> operations, std::u16s
 
 }  // namespace
 
-void HTMLed::Table_Document() {
-  const KeepAlive alive(*this);
-  TableTools(*this).insert_table();
-}
-
-dom::Ref<dom::Element> HTMLed::TableTools::current_element() const {
-  if (dom::Element* element = control_.highlight_->element()) return element;
+dom::Ref<dom::Element> TableTools::current_element() const {
+  if (dom::Element* element = highlight_.element()) return element;
   throw RuntimeError(errors::object_not_set, u"There is no current element");
 }
 
-void HTMLed::TableTools::insert_table() {
-  tables::TableDialog dialog(control_.dialogs_);
-  attempt([&] { control_.show_dialog(dialog.form(), table_section); });
+void TableTools::insert_table() {
+  const KeepAlive alive(context_);
+  tables::TableDialog dialog(surroundings().dialogs);
+  attempt([&] { context_.show_dialog(dialog.form(), table_section); });
   if (dialog.table_html().empty()) return;
   // An element that is selected as a whole refuses the text; the document counts as changed all the same.
   attempt([&] {
-    const auto kept = control_.browser_->Document();
-    editing::Editor& editor = control_.browser_document().editor();
+    const auto kept = browser().Document();
+    editing::Editor& editor = browser_document().editor();
     editing::create_text_range(editor).paste_html(dialog.table_html());
   });
-  control_.mark_changed();
+  mark_changed();
 }
 
 // One item deletes cells and rows. Which of them, tells its caption, whatever language that is in.
-void HTMLed::TableTools::act_on_cell_or_row(const platform::Menu& item) {
+void TableTools::act_on_cell_or_row(const platform::Menu& item) {
   attempt([&] {
     const Operation* operation = find_operation(part_operations, item.Name());
-    if (!operation) operation = item.Caption() == control_.labels_.delete_cell ? &delete_cell : &delete_row;
+    if (!operation) operation = item.Caption() == labels_.delete_cell ? &delete_cell : &delete_row;
     operate(*operation, current_element());
   });
-  control_.mark_changed();
+  mark_changed();
 }
 
-void HTMLed::TableTools::act_after_menu() {
-  const std::u16string command = control_.pending_context_command_;
+void TableTools::act_after_menu(const std::u16string& pending) {
+  const std::u16string command = pending;
   if (command.empty()) return;
   const dom::Ref<dom::Element> table = current_element();
   if (const Operation* operation = find_operation(table_operations, command))
     operate(*operation, table);
   else
     edit_settings(*table);
-  control_.mark_changed();
+  mark_changed();
 }
 
 // A caret that stood in what went is brought into a cell that is left, in the same step. That is news of the
 // selection, but the current element stays the one that was cut at, even if it has left the document.
-void HTMLed::TableTools::operate(const Operation& operation, const dom::Ref<dom::Element>& part) {
-  const auto document = control_.docHTML_;
+void TableTools::operate(const Operation& operation, const dom::Ref<dom::Element>& part) {
+  const auto document = DOM();
   if (!document) throw RuntimeError(errors::object_not_set, u"There is no document");
   std::optional<RuntimeError> failure;
   document->select([&](editing::Selection&) {
@@ -111,27 +108,27 @@ void HTMLed::TableTools::operate(const Operation& operation, const dom::Ref<dom:
 }
 
 // The mark follows also where the user cancelled: the menu's road doesn't ask.
-void HTMLed::TableTools::edit_settings(dom::Element& element) {
+void TableTools::edit_settings(dom::Element& element) {
   dom::TableObject table(element);
-  tables::TableDialog dialog(control_.dialogs_);
+  tables::TableDialog dialog(surroundings().dialogs);
   dialog.show_settings_of(table);
-  control_.show_dialog(dialog.form(), table_section);
+  context_.show_dialog(dialog.form(), table_section);
   if (!dialog.cancelled()) dialog.write_settings_to(table);
 }
 
-bool HTMLed::TableTools::edit_properties_of(const dom::Ref<dom::Element>& element) {
+bool TableTools::edit_properties_of(const dom::Ref<dom::Element>& element) {
   if (element->is(dom::Tag::Td) || element->is(dom::Tag::Tr)) return edit_cell_or_row(element);
   return element->is(dom::Tag::Table) && edit_settings_and_style(element);
 }
 
-bool HTMLed::TableTools::edit_settings_and_style(const dom::Ref<dom::Element>& element) {
+bool TableTools::edit_settings_and_style(const dom::Ref<dom::Element>& element) {
   dom::TableObject table(*element);
   dom::style::InlineStyle style(*element);
-  tables::TableDialog dialog(control_.dialogs_);
+  tables::TableDialog dialog(surroundings().dialogs);
   platform::FormControl& style_text = dialog.form().Controls(u"txtStyle");
   dialog.show_settings_of(table);
   style_text.set_Text(style.css_text());
-  if (!attempt([&] { control_.show_dialog(dialog.form(), table_section); }) || dialog.cancelled())
+  if (!attempt([&] { context_.show_dialog(dialog.form(), table_section); }) || dialog.cancelled())
     return false;
   attempt([&] {
     const dom::UndoStep step(dom::document_of(*element).journal(), u"Table Properties");
@@ -141,15 +138,15 @@ bool HTMLed::TableTools::edit_settings_and_style(const dom::Ref<dom::Element>& e
   return true;
 }
 
-bool HTMLed::TableTools::edit_cell_or_row(const dom::Ref<dom::Element>& element) {
+bool TableTools::edit_cell_or_row(const dom::Ref<dom::Element>& element) {
   const bool is_row = element->is(dom::Tag::Tr);
   dom::style::InlineStyle style(*element);
-  tables::CellDialog dialog(control_.dialogs_);
+  tables::CellDialog dialog(surroundings().dialogs);
   platform::FormControl& style_text = dialog.form().Controls(u"txtStyle");
   is_row ? dialog.set_oRow(element) : dialog.set_oCell(element);
   style_text.set_Text(style.css_text());
   const std::u16string_view section = is_row ? row_section : cell_section;
-  if (!attempt([&] { control_.show_dialog(dialog.form(), section); }) || dialog.booCancel()) return false;
+  if (!attempt([&] { context_.show_dialog(dialog.form(), section); }) || dialog.booCancel()) return false;
   attempt([&] {
     const dom::UndoStep step(dom::document_of(*element).journal(),
                              is_row ? u"Row Properties" : u"Cell Properties");
@@ -162,12 +159,11 @@ bool HTMLed::TableTools::edit_cell_or_row(const dom::Ref<dom::Element>& element)
 
 // Meanwhile the selection may have made another element the current one. Of another document's nothing is
 // kept.
-void HTMLed::TableTools::make_current(const dom::Ref<dom::Element>& element) {
-  SelectionHighlight& highlight = *control_.highlight_;
-  if (element == highlight.element() || !control_.docHTML_) return;
-  if (element->document() != &control_.docHTML_->tree()) return;
-  attempt([&] { highlight.restore(); });
-  highlight.set_element(element);
+void TableTools::make_current(const dom::Ref<dom::Element>& element) {
+  if (element == highlight_.element() || !DOM()) return;
+  if (element->document() != &DOM()->tree()) return;
+  attempt([&] { highlight_.restore(); });
+  highlight_.set_element(element);
 }
 
 }  // namespace tvx::core

@@ -2,17 +2,16 @@
 
 #include <string_view>
 
-#include "tvx/core/htmled.h"
-#include "tvx/dom/ref.h"
+#include "tvx/core/part.h"
+#include "tvx/dom/node.h"
 
-namespace tvx::dom {
-class TableObject;
-}
-namespace tvx::tables {
-class TableDialog;
+namespace tvx::platform {
+class Menu;
 }
 
 namespace tvx::core {
+
+class SelectionHighlight;
 
 /// One item's work on a table.
 struct TableOperation {
@@ -22,19 +21,20 @@ struct TableOperation {
 };
 
 /// What the control does with tables: from a menu's item, a button or a host's call to the work in tables/,
-/// with the dialogs in between. Made for one action.
-class HTMLed::TableTools {
+/// with the dialogs in between.
+class TableTools final : public Part {
  public:
-  explicit TableTools(HTMLed& control) : control_(control) {}
+  TableTools(Context& context, SelectionHighlight& highlight, const TableLabels& labels)
+      : Part(context), highlight_(highlight), labels_(labels) {}
 
   /// Asks for a table and puts it in the place of the selection.
   void insert_table();
   /// An item of the cell and row submenu; the current element is the cell or row. Marks the document,
   /// whatever could be done.
   void act_on_cell_or_row(const platform::Menu& item);
-  /// What an item of the table's menu has left pending. Throws at the first failing step, and then there is
-  /// no mark.
-  void act_after_menu();
+  /// What an item of the table's menu has left pending; "" does nothing. Throws at the first failing step,
+  /// and then there is no mark.
+  void act_after_menu(const std::u16string& command);
   /// The dialog for a cell, a row or a table; nothing for any other element. Whether the user confirmed.
   bool edit_properties_of(const dom::Ref<dom::Element>& element);
 
@@ -46,7 +46,8 @@ class HTMLed::TableTools {
   bool edit_cell_or_row(const dom::Ref<dom::Element>& element);
   void make_current(const dom::Ref<dom::Element>& element);
 
-  HTMLed& control_;
+  SelectionHighlight& highlight_;
+  const TableLabels& labels_;
 };
 
 }  // namespace tvx::core

@@ -1,14 +1,15 @@
+#include "tvx/core/chrome/words.h"
+
 #include <optional>
 
 #include "tvx/base/error.h"
 #include "tvx/base/failure_of.h"
 #include "tvx/base/strings.h"
 #include "tvx/core/chrome/menus.h"
-#include "tvx/core/htmled.h"
+#include "tvx/core/chrome/toolbars.h"
 #include "tvx/localise/language_file.h"
 #include "tvx/localise/localizer.h"
 
-/// The words of toolbars and menus, and those of dialogs, from the language file.
 namespace tvx::core {
 namespace {
 
@@ -17,16 +18,16 @@ using platform::Toolbar;
 
 struct Group {
   std::u16string_view name;
-  Toolbar* (*toolbar)(HTMLed&);  // null: the entries are menu items
+  Toolbar* (*toolbar)(Toolbars&);  // null: the entries are menu items
 };
 
 /// What a group's first attribute means. The numbers are those that language files have always had: the form
 /// buttons stand third.
 constexpr Group groups[] = {
-    {u"Toolbar1", [](HTMLed& control) { return &control.Toolbar1(); }},
-    {u"Toolbar2", [](HTMLed& control) { return &control.Toolbar1(); }},
-    {u"Toolbar3", [](HTMLed& control) { return &control.Toolbar2(); }},
-    {u"ContextMenus", [](HTMLed&) -> Toolbar* { return nullptr; }},
+    {u"Toolbar1", [](Toolbars& all) { return &all.Toolbar1; }},
+    {u"Toolbar2", [](Toolbars& all) { return &all.Toolbar1; }},
+    {u"Toolbar3", [](Toolbars& all) { return &all.Toolbar2; }},
+    {u"ContextMenus", [](Toolbars&) -> Toolbar* { return nullptr; }},
 };
 
 /// Captions of menus that the control makes anew at each popup, by names that are no items of a menu.
@@ -49,7 +50,7 @@ void set_tool_tips(Toolbar& toolbar, std::u16string_view key, std::u16string_vie
 
 }  // namespace
 
-void HTMLed::apply_language_file() {
+void Words::apply_language_file() {
   const std::u16string path = properties_.LocalizationFile;
   if (path.empty()) return;
   if (!localise::language_file_exists(path))
@@ -63,13 +64,13 @@ void HTMLed::apply_language_file() {
 // Every child of the root is walked as a group, the sections of dialogs too: a group whose attribute names no
 // target, or that has none, goes on with the target of the group before it, and names that nothing here has
 // change nothing.
-void HTMLed::translate_chrome(const XmlElement& root) {
+void Words::translate_chrome(const XmlElement& root) {
   Toolbar* target = nullptr;
   for (const XmlElement* group : root.children()) {
     if (!group->attributes().empty()) {
       const std::u16string& value = group->attributes().front().value;
       for (const Group& each : groups)
-        if (each.name == value) target = each.toolbar(*this);
+        if (each.name == value) target = each.toolbar(toolbars_);
     }
     for (const XmlElement* entry : group->children()) {
       const XmlElement *key = entry->child(0), *text = entry->child(1);
@@ -83,16 +84,15 @@ void HTMLed::translate_chrome(const XmlElement& root) {
 }
 
 // The name of a menu array means its first item, the one that is no style sheet's class.
-void HTMLed::translate_menu_item(std::u16string_view name, const std::u16string& text) {
+void Words::translate_menu_item(std::u16string_view name, const std::u16string& text) {
   for (const Label& label : labels)
     if (equals_ignoring_ascii_case(label.name, name)) return void(labels_.*label.text = text);
-  if (platform::Menu* item = menus_->find(name)) item->set_Caption(text);
+  if (platform::Menu* item = menus_.find(name)) item->set_Caption(text);
 }
 
-// Silently: a dialog whose words are missing opens in its own.
-void HTMLed::localise(platform::Form& dialog, std::u16string_view section) const {
+void Words::localise(platform::Form& dialog, std::u16string_view section) const {
   if (properties_.LocalizationFile.empty()) return;
-  localise::clsLocalize localizer;
+  tvx::localise::clsLocalize localizer;
   localizer.set_TheForm(&dialog);
   localizer.set_LocalizationFile(properties_.LocalizationFile);
   localizer.Localise(section);

@@ -1,15 +1,14 @@
+#include "tvx/core/commands/clipboard_commands.h"
+
 #include "tvx/base/error.h"
-#include "tvx/browser/html_document.h"
-#include "tvx/clipboard/clip.h"
+#include "tvx/browser/browser.h"
 #include "tvx/clipboard/html_format.h"
-#include "tvx/core/htmled.h"
-#include "tvx/core/keep_alive.h"
+#include "tvx/core/content/content.h"
+#include "tvx/core/views/code_pane.h"
 #include "tvx/dom/inner_html.h"
 #include "tvx/dom/objects/element_content.h"
 #include "tvx/editing/ranges/control_range.h"
 
-/// Cut, copy and paste: the document's own commands first, and where they report failure by hand. In the
-/// code view they are messages to its box.
 namespace tvx::core {
 namespace {
 
@@ -24,53 +23,58 @@ bool succeeds(browser::HTMLDocument& document, std::u16string_view command) {
 
 }  // namespace
 
-std::u16string_view HTMLed::selection_type() const {
+platform::Clipboard& ClipboardCommands::clipboard() const {
+  if (!surroundings().clipboard) throw RuntimeError(errors::object_not_set, u"There is no clipboard");
+  return *surroundings().clipboard;
+}
+
+std::u16string_view ClipboardCommands::selection_type() const {
   std::u16string_view type = u"None";
   attempt([&] { type = editing::selection_type_name(document().editor()); });
   return type;
 }
 
-void HTMLed::copy_document() {
-  const KeepAlive alive(*this);
+void ClipboardCommands::copy() {
+  const KeepAlive alive(context_);
   const std::u16string_view type = selection_type();
   if (type == u"None") return;
   attempt([&] { clipboard().Clear(); });
-  if (inCodeView_) return clip_.Copy(txtCode_.hwnd());
+  if (code_.in_front()) return clip_.Copy(code_.box().hwnd());
   if (succeeds(document(), u"Copy")) return;
   attempt([&] { copy_by_hand(type); });
 }
 
-void HTMLed::copy_by_hand(std::u16string_view type) {
+void ClipboardCommands::copy_by_hand(std::u16string_view type) {
   editing::AnyRange range = editing::create_range(document().editor());
   std::u16string html, prefix = u"<HTML><BODY>", suffix = u"</BODY></HTML>";
   if (type == u"Text")
-    html = ConvertUnicodeCharacters(editing::text_range_of(range).html_text());
+    html = content_.ConvertUnicodeCharacters(editing::text_range_of(range).html_text());
   else
     html = dom::outer_html(std::get<editing::ControlRange>(range).item(0));
   clipboard::PutHTMLOnClipboard(clipboard(), html, prefix, suffix);
 }
 
-void HTMLed::cut_document() {
-  const KeepAlive alive(*this);
-  if (inCodeView_) {
-    clip_.Cut(txtCode_.hwnd());
+void ClipboardCommands::cut() {
+  const KeepAlive alive(context_);
+  if (code_.in_front()) {
+    clip_.Cut(code_.box().hwnd());
   } else {
     if (selection_type() == u"None") return;
     if (!succeeds(document(), u"Cut")) {
-      copy_document();
+      copy();
       attempt([&] { browser_document().execCommand(u"Delete", false, u"true"); });
     }
   }
   mark_changed();
 }
 
-void HTMLed::paste_document() {
-  const KeepAlive alive(*this);
-  if (inCodeView_)
-    clip_.Paste(txtCode_.hwnd());
+void ClipboardCommands::paste() {
+  const KeepAlive alive(context_);
+  if (code_.in_front())
+    clip_.Paste(code_.box().hwnd());
   else
     attempt([&] {
-      const auto kept = docHTML_;
+      const auto kept = DOM();
       if (!succeeds(document(), u"Paste")) paste_by_hand();
     });
   mark_changed();
@@ -78,7 +82,7 @@ void HTMLed::paste_document() {
 
 // What comes from the clipboard goes in as it stands, plain text as markup too; the fragment only where there
 // is no text at all.
-void HTMLed::paste_by_hand() {
+void ClipboardCommands::paste_by_hand() {
   editing::AnyRange range = editing::create_range(document().editor());
   platform::Clipboard& from = clipboard();
   if (auto* control = std::get_if<editing::ControlRange>(&range))

@@ -1,13 +1,16 @@
+#include "tvx/core/commands/document_input.h"
+
 #include "tvx/base/error.h"
-#include "tvx/browser/html_document.h"
+#include "tvx/browser/browser.h"
+#include "tvx/core/chrome/element_path.h"
+#include "tvx/core/chrome/menu_commands.h"
+#include "tvx/core/commands/clipboard_commands.h"
+#include "tvx/core/commands/formatting.h"
+#include "tvx/core/commands/selection_commands.h"
+#include "tvx/core/events.h"
 #include "tvx/core/views/selection_highlight.h"
-#include "tvx/core/chrome/toolbars.h"
-#include "tvx/core/htmled.h"
-#include "tvx/core/keep_alive.h"
-#include "tvx/editing/editor.h"
 #include "tvx/platform/loaded_dialogs.h"
 
-/// What the document tells: keys, clicks, and where the selection went.
 namespace tvx::core {
 namespace {
 
@@ -15,14 +18,14 @@ constexpr int key_enter = 13, key_space = 32, key_c = 67, key_v = 86, key_x = 88
 
 }  // namespace
 
-void HTMLed::fetch_last_event() {
+void DocumentInput::fetch_last_event() {
   last_event_.reset();
   if (const browser::Event* event = document().event())
     last_event_ = std::make_unique<browser::Event>(*event);
 }
 
-void HTMLed::onkeydown() {
-  const KeepAlive alive(*this);
+void DocumentInput::onkeydown() {
+  const KeepAlive alive(context_);
   attempt([&] { fetch_last_event(); });
   attempt([&] {
     if (!last_event_) return;
@@ -37,52 +40,66 @@ void HTMLed::onkeydown() {
 }
 
 // Setting the key code to 0 is how a key is taken away from the document.
-void HTMLed::act_on_key(int key_code, bool shift, bool control) {
+void DocumentInput::act_on_key(int key_code, bool shift, bool control) {
   if (key_code == key_enter && (properties_.isAccessContained || properties_.useEnterAsBR)) {
     document().set_event_key_code(0);
-    sendCR(properties_.useEnterAsBR);
+    parts_.formatting.sendCR(properties_.useEnterAsBR);
   } else if (key_code == key_space && shift) {
     document().set_event_key_code(0);
-    InsertAtCursor(u"&nbsp;", ed_InsertType::ed_InsertReplaceSelection);
+    parts_.selection.InsertAtCursor(u"&nbsp;", ed_InsertType::ed_InsertReplaceSelection);
   } else if (control && (key_code == key_v || key_code == key_c || key_code == key_x)) {
     if (key_code == key_v)
-      paste_document();
+      parts_.clipboard.paste();
     else if (key_code == key_c)
-      copy_document();
+      parts_.clipboard.copy();
     else
-      cut_document();
+      parts_.clipboard.cut();
     document().set_event_key_code(0);
   }
 }
 
-void HTMLed::onkeyup() { mark_changed(); }
+// The event and the element are those of the last selection change, which every press brings about.
+void DocumentInput::onmousedown() {
+  const KeepAlive alive(context_);
+  parts_.menus.forget_pending_command();
+  if (!properties_.EditorEnabled) return;
+  attempt([&] {
+    parts_.element_path.BuildBranchToolbar();
+    if (last_event_ && last_event_->button == browser::MouseButton::Right) parts_.menus.open();
+  });
+}
 
-void HTMLed::onuserchange() {
-  const KeepAlive alive(*this);
+// What the browser's own menu would need is never there: that menu stays away.
+bool DocumentInput::oncontextmenu() { return false; }
+
+void DocumentInput::onkeyup() { mark_changed(); }
+
+void DocumentInput::onuserchange() {
+  const KeepAlive alive(context_);
   mark_changed();
 }
 
-bool HTMLed::ondragstart() {
+bool DocumentInput::ondragstart() {
   mark_changed();
   return true;
 }
 
-bool HTMLed::onselectstart() { return properties_.EditorEnabled; }
+bool DocumentInput::onselectstart() { return properties_.EditorEnabled; }
 
-bool HTMLed::onclick() {
-  const KeepAlive alive(*this);
+bool DocumentInput::onclick() {
+  const KeepAlive alive(context_);
   attempt([&] { raise_document_click(); });
   return properties_.EditorEnabled;
 }
 
-bool HTMLed::oncontrolselect() {
-  const KeepAlive alive(*this);
+bool DocumentInput::oncontrolselect() {
+  const KeepAlive alive(context_);
   attempt([&] { raise_document_click(); });
-  if (browser_->ReadyState() == browser::ReadyState::Complete) BuildBranchToolbar();
+  if (browser().ReadyState() == browser::ReadyState::Complete) parts_.element_path.BuildBranchToolbar();
   return properties_.EditorEnabled;
 }
 
-void HTMLed::raise_document_click() {
+void DocumentInput::raise_document_click() {
   dom::Ref<dom::Element> element;
   if (const browser::Event* event = document().event())
     element = document().element_from_point(event->client_x, event->client_y);
@@ -90,38 +107,32 @@ void HTMLed::raise_document_click() {
 }
 
 // The coordinates are those of the last key or selection event, not of the double click.
-bool HTMLed::ondblclick() {
+bool DocumentInput::ondblclick() {
   attempt([&] {
     if (!last_event_) throw RuntimeError(errors::object_not_set, u"There is no event");
-    highlight_->set_element(document().element_from_point(last_event_->client_x, last_event_->client_y));
+    parts_.highlight.set_element(document().element_from_point(last_event_->client_x, last_event_->client_y));
   });
   return false;
 }
 
-void HTMLed::onselectionchange() {
-  const KeepAlive alive(*this);
+void DocumentInput::onselectionchange() {
+  const KeepAlive alive(context_);
   // The spelling run moves the selection from word to word, with its dialog open.
   if (platform::IsDialogLoaded(u"frmSpelling")) return;
-  if (browser_->ReadyState() == browser::ReadyState::Complete) follow_selection();
-  show_pressed(button_bold, u"BOLD");
-  show_pressed(button_italic, u"Italic");
-  show_pressed(button_underline, u"Underline");
-  show_pressed(button_strike, u"StrikeThrough");
-  show_pressed(button_copy, u"Copy");
-  show_pressed(button_cut, u"Cut");
-  show_pressed(button_paste, u"Paste");
+  if (browser().ReadyState() == browser::ReadyState::Complete) follow_selection();
+  parts_.formatting.show_state();
 }
 
-void HTMLed::follow_selection() {
+void DocumentInput::follow_selection() {
   attempt([&] { fetch_last_event(); });
-  attempt([&] { highlight_->restore(); });
+  attempt([&] { parts_.highlight.restore(); });
   dom::Ref<dom::Element> element;
   attempt([&] {
     if (last_event_) element = document().element_from_point(last_event_->client_x, last_event_->client_y);
   });
-  highlight_->set_element(element);
-  if (properties_.HighlightDOMSelectionOnClick) attempt([&] { draw_selection_border(); });
-  BuildBranchToolbar();
+  parts_.highlight.set_element(element);
+  if (properties_.HighlightDOMSelectionOnClick) attempt([&] { parts_.element_path.draw_selection_border(); });
+  parts_.element_path.BuildBranchToolbar();
 }
 
 }  // namespace tvx::core

@@ -1,34 +1,36 @@
+#include "tvx/core/commands/formatting.h"
+
 #include <variant>
 
 #include "tvx/base/error.h"
-#include "tvx/base/failure_of.h"
 #include "tvx/base/text.h"
-#include "tvx/browser/html_document.h"
+#include "tvx/browser/browser.h"
 #include "tvx/core/chrome/toolbars.h"
-#include "tvx/core/commands/selection_operations.h"
-#include "tvx/core/htmled.h"
-#include "tvx/core/keep_alive.h"
+#include "tvx/core/views/code_pane.h"
+#include "tvx/core/views/edit_window.h"
 #include "tvx/dom/journal.h"
 #include "tvx/dom/mutation.h"
+#include "tvx/editing/editor.h"
+#include "tvx/editing/gestures/typing.h"
 
-/// The public formatting operations: each names its command to the document and marks it changed.
 namespace tvx::core {
 
-void HTMLed::run_command(std::u16string_view command) {
+void Formatting::run_command(std::u16string_view command) {
   attempt([&] { browser_document().execCommand(command, false, u"true"); });
   mark_changed();
 }
 
-void HTMLed::show_pressed(int button, std::u16string_view query) {
+void Formatting::show_pressed(int button, std::u16string_view query) {
   attempt([&] {
     const browser::CommandValue value = document().queryCommandValue(query);
     const bool* pressed = std::get_if<bool>(&value);
-    toolbars_->Toolbar1.Item(button).set_Value(pressed && *pressed ? 1 : 0);
+    toolbars_.Toolbar1.Item(button).set_Value(pressed && *pressed ? 1 : 0);
   });
 }
 
 // The queries keep their letters, "BOLD" beside "Bold": hosts see them in what they trace.
-void HTMLed::run_toggle(std::u16string_view command, bool guarded, int button, std::u16string_view query) {
+void Formatting::run_toggle(std::u16string_view command, bool guarded, int button,
+                            std::u16string_view query) {
   bool enabled = !guarded;
   if (guarded) attempt([&] { enabled = browser_document().queryCommandEnabled(command); });
   if (!enabled) return;
@@ -37,45 +39,42 @@ void HTMLed::run_toggle(std::u16string_view command, bool guarded, int button, s
   mark_changed();
 }
 
-void HTMLed::bold_document() { run_toggle(u"Bold", true, button_bold, u"BOLD"); }
-void HTMLed::italic_document() { run_toggle(u"Italic", true, button_italic, u"Italic"); }
-void HTMLed::underline_document() { run_toggle(u"Underline", true, button_underline, u"Underline"); }
-void HTMLed::strike_document() { run_toggle(u"strikethrough", false, button_strike, u"StrikeThrough"); }
-void HTMLed::indent_document() { run_command(u"indent"); }
-void HTMLed::unindent_document() { run_command(u"outdent"); }
-void HTMLed::Left_Justify() { run_command(u"JustifyLeft"); }
-void HTMLed::Center_justify() { run_command(u"JustifyCenter"); }
-void HTMLed::Right_justify() { run_command(u"JustifyRight"); }
-void HTMLed::numbered_list() { run_command(u"InsertOrderedList"); }
-void HTMLed::unnumbered_list() { run_command(u"InsertUnorderedList"); }
+void Formatting::bold() { run_toggle(u"Bold", true, button_bold, u"BOLD"); }
+void Formatting::italic() { run_toggle(u"Italic", true, button_italic, u"Italic"); }
+void Formatting::underline() { run_toggle(u"Underline", true, button_underline, u"Underline"); }
+void Formatting::strike() { run_toggle(u"strikethrough", false, button_strike, u"StrikeThrough"); }
 
-void HTMLed::undo_document() {
-  if (!inCodeView_) return run_command(u"undo");
-  txtCode_.Undo();
+void Formatting::show_state() {
+  show_pressed(button_bold, u"BOLD");
+  show_pressed(button_italic, u"Italic");
+  show_pressed(button_underline, u"Underline");
+  show_pressed(button_strike, u"StrikeThrough");
+  show_pressed(button_copy, u"Copy");
+  show_pressed(button_cut, u"Cut");
+  show_pressed(button_paste, u"Paste");
+}
+
+void Formatting::undo() {
+  if (!code_.in_front()) return run_command(u"undo");
+  code_.box().Undo();
   mark_changed();
 }
 
-void HTMLed::redo_document() {
-  if (!inCodeView_) return run_command(u"redo");
-  txtCode_.Redo();
+void Formatting::redo() {
+  if (!code_.in_front()) return run_command(u"redo");
+  code_.box().Redo();
   mark_changed();
 }
 
-void HTMLed::insert_HR() {
-  const KeepAlive alive(*this);
-  InsertAtCursor(u"<HR>", ed_InsertType::ed_InsertReplaceSelection);
-  mark_changed();
-}
-
-void HTMLed::insert_Link() {
-  const KeepAlive alive(*this);
+void Formatting::insert_Link() {
+  const KeepAlive alive(context_);
   if (properties_.relativeURLs) attempt([&] { make_link_under_mouse_relative(); });
   attempt([&] { browser_document().execCommand(u"CreateLink", true, u""); });
   mark_changed();
 }
 
 // The dialog shows the address that is there: within the site, it shall be one of the site's.
-void HTMLed::make_link_under_mouse_relative() {
+void Formatting::make_link_under_mouse_relative() {
   const browser::Event* event = document().event();
   if (!event) return;
   dom::Element* element = document().element_from_point(event->x(), event->y());
@@ -90,12 +89,21 @@ void HTMLed::make_link_under_mouse_relative() {
   dom::set_attribute(*link, dom::names::href, hash == address.npos ? address : address.substr(hash));
 }
 
-void HTMLed::FormatSelection(std::u16string_view OpeningTag, std::u16string_view ClosingTag) {
-  const KeepAlive alive(*this);
-  const auto kept = docHTML_;
-  const auto failure = failure_of([&] { wrap_selection(document().editor(), OpeningTag, ClosingTag); });
-  if (failure) return raise_error(5, u"Selection fomatting could not be applied : " + failure->text());
-  mark_changed();
+// Both keys that this sends go to the document's typing at once. As messages they would come back as an
+// onkeydown of Enter, which isAccessContained would send again, without end.
+void Formatting::sendCR(bool bBR) {
+  edit_window_.FindEditWindow();
+  attempt([&] {
+    const auto kept = DOM();
+    editing::Editor& editor = document().editor();
+    const dom::UndoStep step(document().tree().journal(), u"Line break");
+    if (bBR) {
+      attempt([&] { editor.execute(u"insertHTML", u"<BR>&nbsp;"); });
+      editing::delete_backward(editor);
+    } else {
+      editing::press_enter(editor);
+    }
+  });
 }
 
 }  // namespace tvx::core

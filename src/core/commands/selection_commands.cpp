@@ -1,11 +1,10 @@
+#include "tvx/core/commands/selection_commands.h"
+
 #include "tvx/base/error.h"
 #include "tvx/base/failure_of.h"
-#include "tvx/browser/html_document.h"
+#include "tvx/browser/browser.h"
 #include "tvx/core/commands/selection_operations.h"
-#include "tvx/core/htmled.h"
-#include "tvx/core/keep_alive.h"
 
-/// The selection as a host works with it: inserting at it, reading it, setting it by characters.
 namespace tvx::core {
 namespace {
 
@@ -20,10 +19,10 @@ InsertPlace place_of(ed_InsertType where) {
 
 }  // namespace
 
-void HTMLed::InsertAtCursor(std::u16string_view HTMLText, ed_InsertType insertWhere) {
-  const KeepAlive alive(*this);
+void SelectionCommands::InsertAtCursor(std::u16string_view HTMLText, ed_InsertType insertWhere) {
+  const KeepAlive alive(context_);
   if (!HTMLText.empty()) {
-    const auto kept = browser_->Document();
+    const auto kept = browser().Document();
     bool inserted = false;
     const auto failure = failure_of([&] {
       editing::Editor& editor = browser_document().editor();
@@ -34,11 +33,25 @@ void HTMLed::InsertAtCursor(std::u16string_view HTMLText, ed_InsertType insertWh
   }
   // Also where nothing was inserted; and the flag first, other than everywhere else.
   properties_.IsDirty = true;
-  PropertyChanged(u"DocumentHTML");
+  context_.PropertyChanged(u"DocumentHTML");
 }
 
-std::optional<std::u16string> HTMLed::GetCurrentSelection(bool HTMLText) {
-  const KeepAlive alive(*this);
+void SelectionCommands::FormatSelection(std::u16string_view OpeningTag, std::u16string_view ClosingTag) {
+  const KeepAlive alive(context_);
+  const auto kept = DOM();
+  const auto failure = failure_of([&] { wrap_selection(document().editor(), OpeningTag, ClosingTag); });
+  if (failure) return raise_error(5, u"Selection fomatting could not be applied : " + failure->text());
+  mark_changed();
+}
+
+void SelectionCommands::insert_HR() {
+  const KeepAlive alive(context_);
+  InsertAtCursor(u"<HR>", ed_InsertType::ed_InsertReplaceSelection);
+  mark_changed();
+}
+
+std::optional<std::u16string> SelectionCommands::GetCurrentSelection(bool HTMLText) {
+  const KeepAlive alive(context_);
   const auto form = HTMLText ? SelectionForm::Html : SelectionForm::Text;
   std::optional<std::u16string> content;
   const auto failure = failure_of([&] { content = selected_content(document().editor(), form); });
@@ -46,9 +59,9 @@ std::optional<std::u16string> HTMLed::GetCurrentSelection(bool HTMLText) {
   return content;
 }
 
-std::u16string HTMLed::selectText(std::int32_t SelStartPos, std::int32_t SelLength) {
-  const KeepAlive alive(*this);
-  const auto kept = docHTML_;
+std::u16string SelectionCommands::selectText(std::int32_t SelStartPos, std::int32_t SelLength) {
+  const KeepAlive alive(context_);
+  const auto kept = DOM();
   std::u16string selected;
   attempt([&] {
     // One piece of news of the selection, when it stands.

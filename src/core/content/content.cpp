@@ -1,26 +1,29 @@
-#include <utility>
+#include "tvx/core/content/content.h"
 
 #include "tvx/base/error.h"
 #include "tvx/base/text.h"
 #include "tvx/base/url.h"
-#include "tvx/browser/html_document.h"
-#include "tvx/core/views/selection_highlight.h"
+#include "tvx/browser/browser.h"
 #include "tvx/core/content/output_filters.h"
-#include "tvx/core/htmled.h"
+#include "tvx/core/events.h"
+#include "tvx/core/views/code_pane.h"
+#include "tvx/core/views/selection_highlight.h"
 #include "tvx/dom/inner_html.h"
 #include "tvx/dom/inner_text.h"
 #include "tvx/dom/journal.h"
+#include "tvx/dom/mutation.h"
+#include "tvx/dom/tree.h"
+#include "tvx/platform/common_dialogs.h"
 
-/// The road of HTML into the document and out of it.
 namespace tvx::core {
 
-std::u16string HTMLed::ConvertUnicodeCharacters(std::u16string_view text) const {
+std::u16string Content::ConvertUnicodeCharacters(std::u16string_view text) const {
   return properties_.AlwaysConvertUnicodeCharacters ? numeric_references(text) : std::u16string(text);
 }
 
 // A read that changes the document: what it changes belongs to the last step, and redo stays possible.
-std::u16string HTMLed::RelativeDocumentHTML(std::u16string_view base) {
-  const auto kept = docHTML_;
+std::u16string Content::RelativeDocumentHTML(std::u16string_view base) {
+  const auto kept = DOM();
   {
     const dom::UndoStep step(document().tree().journal(), u"", dom::StepJoin::LastStep);
     make_addresses_relative(document(), base.empty() ? properties_.BaseURL : base);
@@ -28,41 +31,55 @@ std::u16string HTMLed::RelativeDocumentHTML(std::u16string_view base) {
   return ConvertUnicodeCharacters(dom::inner_html(body_of(document())));
 }
 
-std::u16string HTMLed::text_of_body() {
+std::u16string Content::text_of_body() {
   if (properties_.relativeURLs) return RelativeDocumentHTML(u"");
   return ConvertUnicodeCharacters(dom::inner_html(body_of(document())));
 }
 
-std::u16string HTMLed::DocumentHTML() {
-  attempt([&] { highlight_->restore(); });
+std::u16string Content::DocumentHTML() {
+  attempt([&] { highlight_.restore(); });
   if (!run_time()) return *properties_.DocumentHTML;
   std::u16string text;
-  attempt([&] { text = inCodeView_ ? ConvertUnicodeCharacters(txtCode_.Text()) : text_of_body(); });
+  attempt([&] { text = code_.in_front() ? ConvertUnicodeCharacters(code_.box().Text()) : text_of_body(); });
   raise([&](HTMLedEvents& host) { host.BeforeGetDocumentHTML(text); });
   return text;
 }
 
-void HTMLed::set_DocumentHTML(std::u16string_view given) {
+void Content::set_DocumentHTML(std::u16string_view given) {
   // Stored before anything waits: whoever saves the properties meanwhile saves the new text.
   const SharedText html = share(given);
   properties_.DocumentHTML = html;
   if (run_time()) {
-    attempt([&] { wait_until_complete(); });
+    attempt([&] { context_.wait_until_complete(); });
     if (!base_href_set_) base_href_set_ = attempt([&] { apply_base_url(document()); });
-    if (docHTML_ && browser_->Document()) set_docHTML(browser_->Document());
+    if (DOM() && browser().Document()) context_.set_DOM(browser().Document());
     write_body(*html);
-    if (inCodeView_)
-      show_as_entered(html, html);
+    if (code_.in_front())
+      code_.show_as_entered(html, html);
     else
-      txtCode_.set_Text(html);
-    original_html_ = html;
-    attempt([&] { set_design_mode_of_browser(); });
+      code_.box().set_Text(html);
+    take_over(html);
   }
-  PropertyChanged(u"DocumentHTML");
-  properties_.IsDirty = false;
+  context_.mark_clean();
 }
 
-std::u16string HTMLed::allHTML() {
+void Content::LoadStoredDocumentHTML() {
+  const SharedText html = properties_.DocumentHTML;
+  if (run_time()) {
+    attempt([&] { context_.wait_until_complete(); });
+    write_body(*html);
+    code_.box().set_Text(html);
+    take_over(html);
+  }
+  context_.mark_clean();
+}
+
+void Content::take_over(const SharedText& html) {
+  original_html_ = html;
+  attempt([&] { context_.set_design_mode_of_browser(); });
+}
+
+std::u16string Content::allHTML() {
   std::u16string text;
   attempt([&] {
     if (const dom::Element* root = document().documentElement()) text = dom::inner_html(*root);
@@ -70,53 +87,58 @@ std::u16string HTMLed::allHTML() {
   return text;
 }
 
-std::u16string HTMLed::DocumentText() {
+std::u16string Content::DocumentText() {
   std::u16string text;
   attempt([&] { text = dom::inner_text(body_of(document())); });
   return text;
 }
 
-void HTMLed::set_BaseURL(std::u16string_view url) {
+void Content::set_BaseURL(std::u16string_view url) {
   const std::u16string before = properties_.BaseURL;
   properties_.BaseURL = EncodeURL(ReplaceAll(u"\\", u"/", url, false));
   if (run_time()) {
     base_href_set_ = attempt([&] { apply_base_url(document()); });
     if (!before.empty() && properties_.relativeURLs) attempt([&] { RelativeDocumentHTML(before); });
   }
-  PropertyChanged(u"BaseURL");
+  context_.PropertyChanged(u"BaseURL");
 }
 
-void HTMLed::set_EditorEnabled(bool enabled) {
-  properties_.EditorEnabled = enabled;
-  if (run_time()) {
-    attempt([&] { switch_editing(enabled); });
-    UserControl_Resize();
-  }
-  for (std::size_t i = 0; i < observers_.size(); ++i) observers_[i]->editor_enabled_changed(enabled);
-  PropertyChanged(u"EditorEnabled");
+void Content::apply_base_url(browser::HTMLDocument& document) {
+  base_element_ = document.first(dom::Tag::Base);
+  if (!base_element_) throw RuntimeError(errors::object_not_set, u"The document has no base element");
+  dom::set_attribute(*base_element_, dom::names::href, properties_.BaseURL);
 }
 
-// The content is read before the mode changes and written back behind it. Leaving the code view in between
-// writes the typed source as a step of undo; what is written back here then is a step of its own.
-void HTMLed::switch_editing(bool enabled) {
-  wait_until_complete();
-  const std::u16string before = dom::inner_html(body_of(browser_document()));
-  const std::u16string html = ConvertUnicodeCharacters(before);
-  if (inCodeView_ && !enabled) show_Code();
-  attempt([&] { browser_document().set_designMode(enabled ? u"On" : u"Off"); });
-  if (enabled) ApplyToolbarState(true);
-  wait_until_complete();
-  // A body that has stayed as it was keeps its nodes, and with them the caret and the steps of undo.
-  if (dom::inner_html(body_of(browser_document())) == before) return;
-  const auto shown = browser_->Document();
-  const dom::UndoStep step(shown->tree().journal(), u"Source");
-  dom::set_inner_html(body_of(*shown), html);
+// Both references usually name one document. Writing it twice gives what writing it once gives, so the second
+// is for the case that they don't: a document that has just been replaced.
+void Content::write_body(std::u16string_view html) {
+  const auto first = DOM(), second = browser().Document();
+  attempt([&] { document().load_body(html); });
+  if (second != first) attempt([&] { browser_document().load_body(html); });
+  const dom::Element* current = highlight_.element();
+  if (current && !dom::is_connected(*current)) highlight_.set_element({});
 }
 
-void HTMLed::RevertToOriginal() {
+void Content::RevertToOriginal() {
   attempt([&] { document().load_body(*original_html_); });
-  PropertyChanged(u"DocumentHTML");
-  properties_.IsDirty = false;
+  context_.mark_clean();
+}
+
+void Content::ask_and_revert() {
+  const platform::MessageAnswer answer =
+      surroundings().dialogs.show_message({.text = u"Discard Changes?",
+                                           .title = u"HTML Editor",
+                                           .buttons = platform::MessageButtons::ok_cancel,
+                                           .icon = platform::MessageIcon::critical,
+                                           .owner = surroundings().hwnd});
+  if (answer == platform::MessageAnswer::ok)
+    attempt([&] {
+      const auto kept = DOM();
+      dom::Element& body = body_of(document());
+      const dom::UndoStep step(document().tree().journal(), u"Revert");
+      dom::set_inner_html(body, *original_html_);
+    });
+  context_.mark_clean();
 }
 
 }  // namespace tvx::core

@@ -1,19 +1,21 @@
+#include "tvx/core/content/navigation.h"
+
 #include "tvx/base/error.h"
-#include "tvx/browser/html_document.h"
-#include "tvx/core/htmled.h"
-#include "tvx/core/keep_alive.h"
+#include "tvx/base/strings.h"
+#include "tvx/base/text.h"
+#include "tvx/core/content/content.h"
+#include "tvx/core/content/document_files.h"
+#include "tvx/core/content/style_sheet.h"
+#include "tvx/core/events.h"
+#include "tvx/core/views/edit_window.h"
 #include "tvx/dom/journal.h"
 #include "tvx/dom/mutation.h"
-#include "tvx/dom/style/style_sheet.h"
-#include "tvx/editing/editor.h"
-#include "tvx/editing/gestures/typing.h"
 
-/// What the browser tells, and what goes to its inner window.
 namespace tvx::core {
 
-void HTMLed::BeforeNavigate2(const browser::Navigation& navigation, bool& cancel) {
+void NavigationHandler::BeforeNavigate2(const browser::Navigation& navigation, bool& cancel) {
   if (!run_time()) return;
-  if (opening_document_ || contains(navigation.url, to_text(hwnd()))) {
+  if (files_.opening() || contains(navigation.url, to_text(platform::number_of(surroundings().hwnd)))) {
     cancel = false;
     return;
   }
@@ -23,84 +25,33 @@ void HTMLed::BeforeNavigate2(const browser::Navigation& navigation, bool& cancel
   cancel = refuse;
 }
 
-void HTMLed::NavigateComplete2(bool, const std::u16string&) { FindEditWindow(); }
+void NavigationHandler::NavigateComplete2(bool, const std::u16string&) { edit_window_.FindEditWindow(); }
 
-void HTMLed::DocumentComplete(bool top, const std::u16string&) {
-  if (!run_time() || !top || terminated_) return;
-  const KeepAlive alive(*this);
+void NavigationHandler::DocumentComplete(bool top, const std::u16string&) {
+  if (!run_time() || !top || context_.terminated()) return;
+  const KeepAlive alive(context_);
   attempt([&] {
     browser_document();  // throws if there is none
-    set_docHTML(browser_->Document());
+    context_.set_DOM(browser().Document());
   });
   attempt([&] {
     const dom::MutationScope scope(document().tree(), dom::MutationKind::Load);
     document().set_title(properties_.DocumentTitle);
   });
   attempt([&] { document().tree().journal().clear(); });
-  attempt([&] { LoadStyleClasses(); });
+  attempt([&] { sheet_.LoadStyleClasses(); });
   attempt([&] {
     const dom::MutationScope scope(document().tree(), dom::MutationKind::Load);
-    apply_base_url(document());
+    content_.apply_base_url(document());
   });
 }
 
-void HTMLed::DownloadBegin() {
-  if (watch_download_) download_done_ = false;
-}
+void NavigationHandler::DownloadBegin() { sheet_.download_started(); }
 
-void HTMLed::DownloadComplete() {
-  if (watch_download_) download_done_ = true;
-}
+void NavigationHandler::DownloadComplete() { sheet_.download_ended(); }
 
-void HTMLed::NavigateError(const browser::Navigation& navigation, std::int32_t) {
+void NavigationHandler::NavigateError(const browser::Navigation& navigation, std::int32_t) {
   raise_error(20000, u"Cant find document : " + navigation.url);
-}
-
-// The window that takes keyboard input is there as soon as the browser has one.
-void HTMLed::FindEditWindow() { edit_window_found_ = browser_->window() != nullptr; }
-
-void HTMLed::ShowEditCaret() {
-  attempt([&] {
-    if (browser_->window()) browser_->window()->show_caret();
-  });
-}
-
-void HTMLed::WBrowser_GotFocus() {
-  FindEditWindow();
-  if (!properties_.isAccessContained || !edit_window_found_) return;
-  browser_->window()->focus();
-  ShowEditCaret();
-}
-
-// A click on a toolbar doesn't take the caret from the document.
-void HTMLed::WBrowser_LostFocus(std::u16string_view active_control) {
-  if (active_control.empty() || inCodeView_ || !browser_->window()) return;
-  if (contains(active_control, u"Picture") || active_control == u"txtCode") browser_->window()->focus();
-}
-
-// Both keys that this sends go to the document's typing at once. As messages they would come back as an
-// onkeydown of Enter, which isAccessContained would send again, without end.
-void HTMLed::sendCR(bool bBR) {
-  FindEditWindow();
-  attempt([&] {
-    const auto kept = docHTML_;
-    editing::Editor& editor = document().editor();
-    const dom::UndoStep step(document().tree().journal(), u"Line break");
-    if (bBR) {
-      attempt([&] { editor.execute(u"insertHTML", u"<BR>&nbsp;"); });
-      editing::delete_backward(editor);
-    } else {
-      editing::press_enter(editor);
-    }
-  });
-}
-
-void HTMLed::scrollToTop() {
-  if (browser_->window()) browser_->window()->scroll_to(0, 0);
-}
-
-void HTMLed::scrollToBottom() {
-  if (browser_->window()) browser_->window()->scroll_to(0, 999999);
 }
 
 }  // namespace tvx::core

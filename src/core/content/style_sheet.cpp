@@ -1,16 +1,17 @@
-#include "tvx/dom/style/style_sheet.h"
+#include "tvx/core/content/style_sheet.h"
+
+#include <algorithm>
 
 #include "tvx/base/error.h"
 #include "tvx/base/text.h"
 #include "tvx/base/text_file.h"
 #include "tvx/base/url.h"
-#include "tvx/core/chrome/menus.h"
-#include "tvx/core/htmled.h"
+#include "tvx/browser/html_document.h"
+#include "tvx/core/content/temporary_files.h"
 #include "tvx/dom/mutation.h"
 #include "tvx/dom/style/style_engine.h"
+#include "tvx/dom/style/style_sheet.h"
 
-/// CSSText and its three roads: an address elsewhere, a local file, or the text itself. All end in the
-/// document's first style sheet, which is the template's link.
 namespace tvx::core {
 namespace {
 
@@ -18,62 +19,56 @@ constexpr std::uint32_t unescape = 0x10000000;
 
 std::u16string with_slashes(std::u16string_view path) { return ReplaceAll(u"\\", u"/", path, true); }
 
-}  // namespace
-
-void HTMLed::set_CSSText(std::u16string_view text) {
-  properties_.CSSText = text;
-  if (run_time() && docHTML_) ApplyStyleSheet();
-  PropertyChanged(u"CSSText");
+std::shared_ptr<dom::style::StyleSheet> first_sheet(browser::HTMLDocument& document) {
+  const auto& sheets = dom::style::style_of(document.tree()).sheets();
+  if (sheets.empty()) throw RuntimeError(errors::invalid_call, u"The document has no style sheet");
+  return sheets.front();
 }
 
-void HTMLed::ApplyStyleSheet() {
+}  // namespace
+
+void StyleSheetBinding::ApplyStyleSheet() {
   if (!run_time()) return;
   const std::u16string text = properties_.CSSText;
   if (!properties_.CSShttp || text.empty())
-    apply_style_text();
+    apply_text();
   else if (ascii_lower(std::u16string_view(text).substr(0, 8)) != u"file:///")
-    apply_remote_style_sheet();
+    apply_remote();
   else
-    apply_local_style_sheet();
+    apply_local();
   watch_download_ = false;
   attempt([&] { LoadStyleClasses(); });
 }
 
 // A sheet that can't be had ends the wait like one that can: the download is over in both cases.
-void HTMLed::apply_remote_style_sheet() {
+void StyleSheetBinding::apply_remote() {
   watch_download_ = true;
-  if (!attempt([&] { set_sheet_address(properties_.CSSText); })) return;
+  if (!attempt([&] { set_address(properties_.CSSText); })) return;
   attempt([&] {
-    while (!download_done_) Wait();
+    while (!download_done_) context_.Wait();
   });
 }
 
 // A copy, so that the browser sees a new file each time.
-void HTMLed::apply_local_style_sheet() {
+void StyleSheetBinding::apply_local() {
   const std::u16string source = DecodeURL(std::u16string_view(properties_.CSSText).substr(8));
-  const std::u16string copy = temporary_file(style_sheet_file);
+  const std::u16string copy = own_file();
   const std::u16string text = ReadTextFile(source).text;
   write_printed_line(copy, text);
   watch_download_ = true;
-  attempt([&] { set_sheet_file(CanonicalURL(u"file:///" + with_slashes(copy), unescape), text); });
+  attempt([&] { set_file(CanonicalURL(u"file:///" + with_slashes(copy), unescape), text); });
 }
 
-void HTMLed::apply_style_text() {
-  const std::u16string path = temporary_file(style_sheet_file);
+void StyleSheetBinding::apply_text() {
+  const std::u16string path = own_file();
   write_printed_line(path, properties_.CSSText);
   watch_download_ = true;
-  attempt([&] { set_sheet_file(u"file:///" + with_slashes(path), properties_.CSSText); });
+  attempt([&] { set_file(u"file:///" + with_slashes(path), properties_.CSSText); });
 }
 
-std::shared_ptr<dom::style::StyleSheet> HTMLed::first_sheet() const {
-  const auto& sheets = dom::style::style_of(document().tree()).sheets();
-  if (sheets.empty()) throw RuntimeError(errors::invalid_call, u"The document has no style sheet");
-  return sheets.front();
-}
-
-void HTMLed::set_sheet_address(std::u16string_view address) {
-  const auto kept = docHTML_;
-  const auto sheet = first_sheet();
+void StyleSheetBinding::set_address(std::u16string_view address) {
+  const auto kept = DOM();
+  const auto sheet = first_sheet(document());
   // How the document looks is no edit of it.
   const dom::MutationScope scope(document().tree(), dom::MutationKind::Load);
   sheet->set_href(address);
@@ -81,20 +76,54 @@ void HTMLed::set_sheet_address(std::u16string_view address) {
 
 // The browser will load the file in a turn of its own. What stands in it counts at once, so that its classes
 // are in the menus when the caller looks.
-void HTMLed::set_sheet_file(std::u16string_view address, std::u16string_view text) {
-  set_sheet_address(address);
-  first_sheet()->set_css_text(text);
+void StyleSheetBinding::set_file(std::u16string_view address, std::u16string_view text) {
+  set_address(address);
+  first_sheet(document())->set_css_text(text);
 }
 
-void HTMLed::LoadStyleClasses() {
-  style_classes_.clear();
-  active_style_sheet_.reset();
+void StyleSheetBinding::LoadStyleClasses() {
+  classes_.clear();
+  active_.reset();
   const auto& sheets = dom::style::style_of(document().tree()).sheets();
   if (!sheets.empty()) {
-    active_style_sheet_ = sheets.front();
-    style_classes_ = style_classes_of(*active_style_sheet_);
+    active_ = sheets.front();
+    classes_ = style_classes_of(*active_);
   }
-  menus_->show_classes(style_classes_);
+  if (tell_classes_) tell_classes_(classes_);
+}
+
+std::u16string StyleSheetBinding::own_file() const {
+  return temporary_file(surroundings().hwnd, style_sheet_file);
+}
+
+void StyleSheetBinding::write_first_file() {
+  if (properties_.CSShttp) return;
+  path_ = own_file();
+  write_printed_line(path_, properties_.CSSText);
+}
+
+void StyleSheetBinding::adopt_settings() {
+  LoadStyleClasses();
+  properties_.CSSText.clear();
+  properties_.CSShttp = false;
+  if (!active_) return;
+  const std::u16string address = active_->href();
+  properties_.CSShttp = !address.empty();
+  properties_.CSSText = address.empty() ? active_->css_text() : address;
+}
+
+std::u16string StyleSheetBinding::class_at(std::int16_t index) const {
+  const auto found = std::ranges::find(classes_, index, &StyleClass::index);
+  if (found == classes_.end()) throw RuntimeError(errors::invalid_call, u"No such menu item");
+  return found->name;
+}
+
+void StyleSheetBinding::download_started() {
+  if (watch_download_) download_done_ = false;
+}
+
+void StyleSheetBinding::download_ended() {
+  if (watch_download_) download_done_ = true;
 }
 
 }  // namespace tvx::core

@@ -1,8 +1,5 @@
 #include "tvx/core/views/layout.h"
 
-#include "tvx/base/error.h"
-#include "tvx/core/chrome/toolbars.h"
-#include "tvx/core/htmled.h"
 #include "tvx/platform/toolbar.h"
 
 namespace tvx::core {
@@ -71,48 +68,6 @@ void lay_out(Layout& layout, const LayoutInput& input, platform::Toolbar& toolba
   layout.txtCode.Top = layout.Picture1.Height;
   layout.txtCode.Width = input.width;
   layout.txtCode.Height = input.height - layout.Picture1.Height - code_bottom_margin;
-}
-
-void HTMLed::set_size(float width, float height) {
-  width_ = width;
-  height_ = height;
-}
-
-// At design time the control is a box with its name and version on it.
-void HTMLed::lay_out_at_design_time() {
-  layout_.Picture1.Visible = layout_.Picture2.Visible = false;
-  toolbars_->tlbDOM.set_Visible(false);
-  txtCode_.set_Text(std::u16string_view(u"Orvel HTML Editor - version : " TVX_VERSION));
-  layout_.txtCode = {layout_.txtCode.Left, 0, width_, height_, true};
-  txtCode_.set_Enabled(false);
-  txtCode_.set_Visible(true);
-}
-
-void HTMLed::UserControl_Resize() {
-  const Layout before = layout_;
-  if (!run_time()) {
-    lay_out_at_design_time();
-  } else {
-    LayoutInput input;
-    input.width = width_;
-    input.height = height_;
-    input.editor_enabled = properties_.EditorEnabled;
-    input.formatting_toolbar_1 = properties_.showFormattingToolbar1;
-    input.formatting_toolbar_2 = properties_.showFormattingToolbar2;
-    input.form_toolbar = properties_.showFormToolbar;
-    input.dom_toolbar = properties_.showDOMToolbar;
-    input.in_code_view = inCodeView_;
-    attempt([&] { lay_out(layout_, input, Toolbar1(), Toolbar2(), tlbDOM()); });
-    txtCode_.set_Visible(inCodeView_);
-    txtCode_.resize(layout_.txtCode.Width, layout_.txtCode.Height);
-    tlbDOM().Refresh();
-  }
-  tell_layout(before);
-}
-
-void HTMLed::tell_layout(const Layout& before) {
-  if (before == layout_) return;
-  for (std::size_t i = 0; i < observers_.size(); ++i) observers_[i]->layout_changed(layout_);
 }
 
 }  // namespace tvx::core

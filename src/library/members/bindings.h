@@ -33,8 +33,8 @@ T from_value(const Value& value) {
 
 template <class T>
 struct SetterOf;
-template <class T>
-struct SetterOf<void (core::HTMLed::*)(T)> {
+template <class Owner, class T>  // the control, or the class of its properties
+struct SetterOf<void (Owner::*)(T)> {
   // A view needs somebody who holds the text during the call.
   using Held = std::conditional_t<std::is_same_v<T, std::u16string_view>, std::u16string, T>;
 };

@@ -65,8 +65,8 @@ std::set<QString> words_in_sources() {
 
 /// What the layers below say through a message box, a file dialog or a notice.
 const std::pair<const char*, const char*> words_from_below[] = {
-    {"src/core/chrome/menu_commands.cpp", "Discard Changes?"},
-    {"src/core/chrome/menu_commands.cpp", "HTML Editor"},
+    {"src/core/content/content.cpp", "Discard Changes?"},
+    {"src/core/content/content.cpp", "HTML Editor"},
     {"src/core/content/document_files.cpp", "Open HTML File"},
     {"src/core/content/document_files.cpp", "Save HTML File"},
     {"src/browser/view/document_view.cpp",

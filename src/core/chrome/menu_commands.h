@@ -1,0 +1,57 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "tvx/core/part.h"
+#include "tvx/platform/menu.h"
+
+namespace tvx::core {
+
+class Actions;
+class ClassMenus;
+class ContextMenus;
+class Formatting;
+class SelectionHighlight;
+class TableTools;
+class Toolbars;
+
+/// The right mouse press: which menu opens, and what its items lead to. Some items leave a command pending,
+/// which is carried out when the menu has closed.
+class MenuCommands final : public Part, private platform::MenuHandler {
+ public:
+  struct Parts {
+    ContextMenus& menus;
+    Toolbars& toolbars;
+    SelectionHighlight& highlight;
+    TableTools& tables;
+    Formatting& formatting;
+    ClassMenus& classes;
+    Actions& actions;
+  };
+  MenuCommands(Context& context, const Parts& parts);
+
+  /// Which items show, by the property.
+  void ApplyContextMenuState();
+  /// Opens the menu of the current element and carries out what was chosen. Throws where there is no element.
+  void open();
+  void pend(std::u16string_view command) { pending_command_ = command; }
+  void forget_pending_command() { pending_command_.clear(); }
+  const std::u16string& pending_command() const { return pending_command_; }
+
+ private:
+  void MenuItemClick(platform::Menu& item) override;
+  void show(platform::Menu& menu);
+  void act_after_image_menu();
+  void act_after_other_menus();
+
+  const Parts parts_;
+  std::u16string pending_command_;
+};
+
+/// Opens a menu over the control and returns when it has closed. Without a position: at the mouse.
+void popup(const Surroundings& surroundings, platform::Menu& menu,
+           const std::optional<platform::PopupPlace>& place = {});
+
+}  // namespace tvx::core

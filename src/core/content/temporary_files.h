@@ -1,0 +1,22 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "tvx/platform/window.h"
+
+/// The control's files among the user's temporary ones: the document that it starts with, and its style
+/// sheet.
+namespace tvx::core {
+
+inline constexpr std::u16string_view document_file = u"msHTMLEdit.html";
+inline constexpr std::u16string_view style_sheet_file = u"tvxStyle.css";
+
+std::u16string with_final_slash(std::u16string folder);
+
+/// The window handle before the name keeps two controls apart, and lets navigations to these files be told
+/// from others.
+std::u16string temporary_file(platform::WindowHandle hwnd, std::u16string_view name);
+void remove_temporary_files(platform::WindowHandle hwnd);
+
+}  // namespace tvx::core

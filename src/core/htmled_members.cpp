@@ -1,0 +1,97 @@
+#include "tvx/core/htmled.h"
+#include "tvx/core/parts.h"
+
+/// The members that hosts see, each done by the part whose subject it is.
+namespace tvx::core {
+
+// --- content ---
+
+std::u16string HTMLed::DocumentHTML() { return parts_->content.DocumentHTML(); }
+void HTMLed::set_DocumentHTML(std::u16string_view html) { parts_->content.set_DocumentHTML(html); }
+std::u16string HTMLed::allHTML() { return parts_->content.allHTML(); }
+std::u16string HTMLed::DocumentText() { return parts_->content.DocumentText(); }
+void HTMLed::set_BaseURL(std::u16string_view url) { parts_->content.set_BaseURL(url); }
+void HTMLed::RevertToOriginal() { parts_->content.RevertToOriginal(); }
+const std::u16string& HTMLed::originalHTML() const { return parts_->content.original_html(); }
+void HTMLed::Open_document(std::u16string& strURL, bool openEntireDoc) {
+  parts_->files.Open_document(strURL, openEntireDoc);
+}
+void HTMLed::Save_document(const std::u16string& strFilename, bool bEntireDocument) {
+  parts_->files.Save_document(strFilename, bEntireDocument);
+}
+void HTMLed::print_Document(bool DontShowDialog) { parts_->files.print_Document(DontShowDialog); }
+bool HTMLed::openingDocument() const { return parts_->files.opening(); }
+const std::u16string& HTMLed::styleSheetPath() const { return parts_->style_sheet.path(); }
+const std::vector<StyleClass>& HTMLed::style_classes() const { return parts_->style_sheet.classes(); }
+const std::u16string& HTMLed::appPath() const { return parts_->bootstrap.app_path(); }
+
+// --- views ---
+
+void HTMLed::set_size(float width, float height) { parts_->panes.set_size(width, height); }
+void HTMLed::UserControl_Resize() { parts_->panes.resize(); }
+const Layout& HTMLed::layout() const { return parts_->panes.layout(); }
+void HTMLed::WBrowser_GotFocus() { parts_->edit_window.got_focus(); }
+void HTMLed::WBrowser_LostFocus(std::u16string_view active_control) {
+  parts_->edit_window.lost_focus(active_control, InCodeView());
+}
+void HTMLed::scrollToTop() { parts_->edit_window.scroll_to_line(0); }
+void HTMLed::scrollToBottom() { parts_->edit_window.scroll_to_line(999999); }
+void HTMLed::show_Code() { parts_->view_switch.show_Code(); }
+bool HTMLed::InCodeView() const { return parts_->code.in_front(); }
+source::OrvelCV& HTMLed::txtCode() { return parts_->code.box(); }
+dom::Element* HTMLed::highlightElement() const { return parts_->highlight.element(); }
+
+// --- commands ---
+
+void HTMLed::sendCR(bool bBR) { parts_->formatting.sendCR(bBR); }
+void HTMLed::bold_document() { parts_->formatting.bold(); }
+void HTMLed::italic_document() { parts_->formatting.italic(); }
+void HTMLed::underline_document() { parts_->formatting.underline(); }
+void HTMLed::strike_document() { parts_->formatting.strike(); }
+void HTMLed::indent_document() { parts_->formatting.run_command(u"indent"); }
+void HTMLed::unindent_document() { parts_->formatting.run_command(u"outdent"); }
+void HTMLed::Left_Justify() { parts_->formatting.run_command(u"JustifyLeft"); }
+void HTMLed::Center_justify() { parts_->formatting.run_command(u"JustifyCenter"); }
+void HTMLed::Right_justify() { parts_->formatting.run_command(u"JustifyRight"); }
+void HTMLed::numbered_list() { parts_->formatting.run_command(u"InsertOrderedList"); }
+void HTMLed::unnumbered_list() { parts_->formatting.run_command(u"InsertUnorderedList"); }
+void HTMLed::undo_document() { parts_->formatting.undo(); }
+void HTMLed::redo_document() { parts_->formatting.redo(); }
+void HTMLed::insert_Link() { parts_->formatting.insert_Link(); }
+void HTMLed::cut_document() { parts_->clipboard.cut(); }
+void HTMLed::copy_document() { parts_->clipboard.copy(); }
+void HTMLed::paste_document() { parts_->clipboard.paste(); }
+platform::Clipboard& HTMLed::clipboard() const { return parts_->clipboard.clipboard(); }
+void HTMLed::insert_HR() { parts_->selection.insert_HR(); }
+void HTMLed::FormatSelection(std::u16string_view OpeningTag, std::u16string_view ClosingTag) {
+  parts_->selection.FormatSelection(OpeningTag, ClosingTag);
+}
+void HTMLed::InsertAtCursor(std::u16string_view HTMLText, ed_InsertType insertWhere) {
+  parts_->selection.InsertAtCursor(HTMLText, insertWhere);
+}
+std::optional<std::u16string> HTMLed::GetCurrentSelection(bool HTMLText) {
+  return parts_->selection.GetCurrentSelection(HTMLText);
+}
+std::u16string HTMLed::selectText(std::int32_t SelStartPos, std::int32_t SelLength) {
+  return parts_->selection.selectText(SelStartPos, SelLength);
+}
+const browser::Event* HTMLed::lastEvent() const { return parts_->input.last_event(); }
+
+// --- bars, menus and dialogs ---
+
+void HTMLed::Table_Document() { parts_->tables.insert_table(); }
+void HTMLed::mnuClass_Click(std::int16_t Index) { parts_->classes.give_to_element(Index); }
+void HTMLed::mnuMiscClass_Click(std::int16_t Index) { parts_->classes.give_to_selection(Index); }
+platform::Toolbar& HTMLed::Toolbar1() { return parts_->toolbars.Toolbar1; }
+platform::Toolbar& HTMLed::Toolbar2() { return parts_->toolbars.Toolbar2; }
+platform::Toolbar& HTMLed::tlbDOM() { return parts_->toolbars.tlbDOM; }
+bool HTMLed::press(platform::Toolbar& toolbar, std::u16string_view key) {
+  return toolbar.press(toolbar.Item(key));
+}
+ContextMenus& HTMLed::menus() { return parts_->menus; }
+platform::Menu* HTMLed::menu(std::u16string_view name, std::optional<int> index) {
+  return parts_->menus.find(name, index);
+}
+const TableLabels& HTMLed::table_labels() const { return parts_->labels; }
+
+}  // namespace tvx::core

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <memory>
+
+#include "tvx/core/enumerations.h"
+
+namespace tvx::browser {
+class HTMLDocument;
+}
+
+namespace tvx::core {
+
+struct Layout;
+
+/// Who shows the control: told when there is something else to show.
+class HTMLedObserver {
+ public:
+  virtual ~HTMLedObserver() = default;
+  /// The browser shows another document.
+  virtual void document_replaced(const std::shared_ptr<browser::HTMLDocument>&) {}
+  virtual void layout_changed(const Layout&) {}
+  /// Whether the document may be edited; a view that may not starts no selection.
+  virtual void editor_enabled_changed(bool) {}
+  virtual void border_changed(EdBorderStyle) {}
+  /// The code view has come to the front, or gone.
+  virtual void view_switched(bool /*in_code_view*/) {}
+};
+
+}  // namespace tvx::core

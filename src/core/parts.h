@@ -1,0 +1,70 @@
+#pragma once
+
+#include "tvx/core/actions.h"
+#include "tvx/core/chrome/class_menus.h"
+#include "tvx/core/chrome/dialog_host.h"
+#include "tvx/core/chrome/element_dialogs.h"
+#include "tvx/core/chrome/element_path.h"
+#include "tvx/core/chrome/menu_commands.h"
+#include "tvx/core/chrome/menus.h"
+#include "tvx/core/chrome/table_tools.h"
+#include "tvx/core/chrome/toolbar_commands.h"
+#include "tvx/core/chrome/toolbars.h"
+#include "tvx/core/chrome/words.h"
+#include "tvx/core/commands/clipboard_commands.h"
+#include "tvx/core/commands/document_input.h"
+#include "tvx/core/commands/formatting.h"
+#include "tvx/core/commands/selection_commands.h"
+#include "tvx/core/content/bootstrap.h"
+#include "tvx/core/content/content.h"
+#include "tvx/core/content/document_files.h"
+#include "tvx/core/content/navigation.h"
+#include "tvx/core/content/style_sheet.h"
+#include "tvx/core/views/code_pane.h"
+#include "tvx/core/views/edit_window.h"
+#include "tvx/core/views/panes.h"
+#include "tvx/core/views/selection_highlight.h"
+#include "tvx/core/views/view_switch.h"
+
+namespace tvx::core {
+
+/// What a control is made of, in an order in which each knows only those before it. A new part gets its line
+/// here, its buttons and items their rows in actions.cpp, and what hosts see of it a line in HTMLed.
+struct Parts {
+  explicit Parts(Context& given) : context(given) {}
+
+  Context& context;
+  TableLabels labels;
+  Toolbars toolbars;
+  ContextMenus menus;
+  SelectionHighlight highlight;
+  ControlActions actions{*this};
+
+  CodePane code{context};
+  EditWindow edit_window{context};
+  Panes panes{context, toolbars, code};
+
+  Words words{context, toolbars, menus, labels};
+  DialogHost dialogs{context, words};
+  TableTools tables{context, highlight, labels};
+  ElementDialogs element_dialogs{context, highlight, tables};
+  ElementPath element_path{context, toolbars, menus, highlight, panes, labels};
+  ToolbarCommands toolbar_commands{context, toolbars, panes, element_path, actions};
+
+  Content content{context, code, highlight};
+  StyleSheetBinding style_sheet{context,
+                                [this](std::span<const StyleClass> all) { menus.show_classes(all); }};
+  Bootstrap bootstrap{context, content, style_sheet, code};
+  DocumentFiles files{context, content, style_sheet, code, highlight};
+  NavigationHandler navigation{context, content, style_sheet, files, edit_window};
+  ViewSwitch view_switch{context, content, code, panes, toolbar_commands, highlight};
+
+  Formatting formatting{context, toolbars, code, edit_window};
+  SelectionCommands selection{context};
+  ClipboardCommands clipboard{context, code, content};
+  ClassMenus classes{context, highlight, style_sheet};
+  MenuCommands menu_commands{context, {menus, toolbars, highlight, tables, formatting, classes, actions}};
+  DocumentInput input{context, {clipboard, formatting, selection, element_path, menu_commands, highlight}};
+};
+
+}  // namespace tvx::core

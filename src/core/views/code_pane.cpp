@@ -1,0 +1,70 @@
+#include "tvx/core/views/code_pane.h"
+
+#include <utility>
+
+#include "tvx/core/observer.h"
+#include "tvx/source/preparation.h"
+#include "tvx/source/untouched.h"
+
+namespace tvx::core {
+namespace {
+
+constexpr std::int16_t control_bit = 2;
+
+}  // namespace
+
+CodePane::CodePane(Context& context) : Part(context) {
+  txtCode_.set_events(this);
+  txtCode_.set_clipboard(surroundings().clipboard);
+}
+
+void CodePane::set_in_front(bool in_front) {
+  in_front_ = in_front;
+  context_.tell([&](HTMLedObserver& observer) { observer.view_switched(in_front); });
+}
+
+void CodePane::show_as_entered(SharedText original, SharedText code) {
+  entered_text_ = std::move(original);
+  entered_code_ = std::move(code);
+  txtCode_.set_Text(entered_code_);
+}
+
+void CodePane::forget_entered() {
+  entered_text_.reset();
+  entered_code_.reset();
+}
+
+std::optional<std::u16string> CodePane::edited_body() const {
+  if (!entered_code_) return txtCode_.Text();
+  if (txtCode_.untouched_text() == entered_code_) return {};
+  const std::u16string left = txtCode_.Text();
+  const std::u16string entered = source::with_crlf(*entered_code_);
+  if (left == entered) return {};
+  return entered_text_ ? source::with_original_lines(*entered_text_, entered, left) : left;
+}
+
+void CodePane::GotFocus() {
+  if (!run_time()) return;
+  platform::SendMessage(txtCode_.hwnd(), platform::WM_SETFOCUS);
+  txtCode_.set_SelStart(selection_.code_start - 1);
+  txtCode_.set_SelLength(static_cast<std::int32_t>(selection_.html.size()));
+}
+
+void CodePane::Change() {
+  const KeepAlive alive(context_);
+  if (run_time()) mark_changed();
+}
+
+// Every key that comes here counts as a change, also the arrows. The box has its own keys for undo.
+void CodePane::KeyDown(std::int16_t& KeyCode, std::int16_t Shift) {
+  const KeepAlive alive(context_);
+  if (!run_time()) return;
+  if (properties_.isAccessContained && Shift == control_bit) {
+    if (KeyCode == u'C') return;
+    if (KeyCode == u'Z') txtCode_.Undo();
+    if (KeyCode == u'Y') txtCode_.Redo();
+  }
+  mark_changed();
+}
+
+}  // namespace tvx::core

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "tvx/core/part.h"
+#include "tvx/source/code_view.h"
+
+namespace tvx::core {
+
+/// What was selected in the design view when it was left.
+struct EntrySelection {
+  std::u16string html;
+  std::int32_t source_index = -1;  // of the element that held it
+  std::int32_t code_start = 0;     // where it stands in the code, counted from 1; 0: nowhere
+};
+
+/// The box with the code. It knows which text it was entered with, so that code that nobody has edited leaves
+/// the document as it is. When the views switch is ViewSwitch's concern.
+class CodePane final : public Part, private source::CodeViewEvents {
+ public:
+  explicit CodePane(Context& context);
+
+  source::OrvelCV& box() { return txtCode_; }
+  bool in_front() const { return in_front_; }
+  void set_in_front(bool in_front);
+  EntrySelection& selection() { return selection_; }
+
+  /// Shows what stands for a text of the document, as if the view had been entered with it.
+  void show_as_entered(SharedText original, SharedText code);
+  void forget_entered();
+  /// What the document's body is to hold now; nothing where the code stands as it was entered. What the
+  /// formatter has added is no edit.
+  std::optional<std::u16string> edited_body() const;
+
+ private:
+  void GotFocus() override;
+  void Change() override;
+  void KeyDown(std::int16_t& KeyCode, std::int16_t Shift) override;
+
+  source::OrvelCV txtCode_;
+  bool in_front_ = false;
+  EntrySelection selection_;
+  SharedText entered_text_, entered_code_;  // null in the design view
+};
+
+}  // namespace tvx::core

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "tvx/core/part.h"
+
+namespace tvx::core {
+
+class CodePane;
+class Content;
+class Panes;
+class SelectionHighlight;
+class ToolbarCommands;
+
+/// From the design view to the code view and back, and what is done in the code view.
+class ViewSwitch final : public Part {
+ public:
+  ViewSwitch(Context& context, Content& content, CodePane& code, Panes& panes, ToolbarCommands& toolbars,
+             SelectionHighlight& highlight)
+      : Part(context),
+        content_(content),
+        code_(code),
+        panes_(panes),
+        toolbars_(toolbars),
+        highlight_(highlight) {}
+
+  /// To the other view, if the host doesn't forbid it.
+  void show_Code();
+  /// Turns editing on or off; the code view is left where it goes off.
+  void switch_editing(bool enabled);
+
+ private:
+  void capture_selected_html();
+  void enter_code_view();
+  void leave_code_view();
+  void write_code_to_body();
+
+  Content& content_;
+  CodePane& code_;
+  Panes& panes_;
+  ToolbarCommands& toolbars_;
+  SelectionHighlight& highlight_;
+};
+
+}  // namespace tvx::core
