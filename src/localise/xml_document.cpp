@@ -65,6 +65,7 @@ class XmlReader {
     XML_SetElementHandler(parser_, started, ended);
     XML_SetCharacterDataHandler(parser_, characters);
     XML_SetEntityDeclHandler(parser_, entity_declared);
+    XML_SetAttlistDeclHandler(parser_, attribute_declared);
     XML_SetSkippedEntityHandler(parser_, entity_skipped);
     XML_SetUnknownEncodingHandler(parser_, find_encoding, this);
   }
@@ -94,6 +95,10 @@ class XmlReader {
   static void entity_declared(void* data, const char*, int, const char*, int, const char*, const char*,
                               const char*, const char*) {
     self(data).stop(u"entities can't be declared here");
+  }
+  // An attribute with a default value stands in every element of its name: a few bytes become a great many.
+  static void attribute_declared(void* data, const char*, const char*, const char*, const char*, int) {
+    self(data).stop(u"attributes can't be declared here");
   }
   // Where a document type has an external part, the parser takes it that an unknown entity stands there.
   static void entity_skipped(void* data, const char* name, int) {

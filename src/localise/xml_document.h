@@ -49,9 +49,9 @@ struct ParseError {
 /// A small XML file as a tree, to be read and not to be changed.
 ///
 /// Nothing beside the file is ever loaded: a document type may be named, its external part stays where it
-/// is. Entities can't be declared, so that a small file stays small; the five of XML and characters by their
-/// number are there. Files are in UTF-8 or UTF-16, with or without a byte order mark, or in an 8-bit code
-/// page that they name.
+/// is. Neither entities nor attributes can be declared, so that a small file stays small; the five entities
+/// of XML and characters by their number are there. Files are in UTF-8 or UTF-16, with or without a byte
+/// order mark, or in an 8-bit code page that they name.
 class XmlDocument {
  public:
   /// In bytes. The language files of this system have some twenty thousand.
