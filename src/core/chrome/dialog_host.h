@@ -17,7 +17,7 @@ class DialogHost final : public Part {
   /// In the words of a section of the language file; returns when it is hidden. Where nobody shows dialogs it
   /// counts as cancelled.
   void show(platform::Form& dialog, std::u16string_view section);
-  /// The innermost first: each lets the operation behind it come to its end.
+  /// The innermost first: each lets the operation that opened it come to its end.
   void cancel_all();
 
  private:

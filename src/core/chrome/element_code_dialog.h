@@ -26,7 +26,7 @@ class ElementCodeDialog final : private platform::FormHandler {
   void Click(platform::FormControl& button) override;
 
   platform::Form form_{u"frmEleCode", u"Edit Tag"};
-  std::u16string tag_, remainder_;  // the tag as it was, and all behind it
+  std::u16string tag_, remainder_;  // the tag as it was, and all after it
   std::u16string shown_;
   bool booCancel_ = false;
 };

@@ -45,7 +45,7 @@ class ContextMenus {
   void refresh_paste(platform::Menu& menu, const std::function<bool(platform::ClipboardFormat)>& has);
   /// The link items of an image that stands in a link, or doesn't.
   void show_image_link(bool in_link);
-  /// Fills both class menus behind "(none)"; items have the indexes of their classes.
+  /// Fills both class menus after "(none)"; items have the indexes of their classes.
   void show_classes(std::span<const StyleClass> classes);
   /// The submenu of the branch toolbar's menu for an element with that tag, in lower case.
   void prepare_cell_row_actions(std::u16string_view tag, const CellRowLabels& labels);

@@ -107,7 +107,7 @@ void TableTools::operate(const Operation& operation, const dom::Ref<dom::Element
   if (failure) throw *failure;
 }
 
-// The mark follows also where the user cancelled: the menu's road doesn't ask.
+// The mark follows also where the user cancelled: the table's menu doesn't ask.
 void TableTools::edit_settings(dom::Element& element) {
   dom::TableObject table(element);
   tables::TableDialog dialog(surroundings().dialogs);

@@ -58,7 +58,7 @@ std::u16string select_characters(Editor& editor, std::int32_t start, std::int32_
   from.MoveAdjacentToElement(*body, ElementAdjacency::AfterBegin);
   move_characters(from, start);
   to.MoveToPointer(from);
-  // The last character is selected with everything behind it.
+  // The last character is selected with everything after it.
   const auto last = static_cast<std::int64_t>(dom::inner_text(*body).size()) - 1;
   if (std::int64_t{start} + length > last)
     to.MoveAdjacentToElement(*body, ElementAdjacency::BeforeEnd);

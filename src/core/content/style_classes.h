@@ -21,7 +21,7 @@ namespace tvx::core {
 /// An item of a class menu. Item 0, "(none)", is the menus' own.
 struct StyleClass {
   std::int16_t index;   // the rule's place in the sheet, from 1; rules that are no classes leave gaps
-  std::u16string name;  // what stands behind the ".": "a", and "a:hover" and "a .b" as they stand
+  std::u16string name;  // what stands after the ".": "a", and "a:hover" and "a .b" as they stand
 };
 
 /// The classes of a sheet, in its order.

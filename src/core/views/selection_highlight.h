@@ -18,7 +18,7 @@ struct BorderLook {
 /// may mark it.
 ///
 /// The border stands in the tree as an overlay: views, serialiser and undo know it as no change of the
-/// document. Besides the look of the three properties the whole `style` text is kept, so that taking the
+/// document. Besides the values of the three properties the whole `style` text is kept, so that taking the
 /// border off gives back the very text, "border-left: 3px solid blue" included. If the style has changed
 /// otherwise in between, the three properties go back and the rest stays.
 class SelectionHighlight final : private dom::OverlayKeeper {
