@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "tvx/base/relative_address.h"
 #include "tvx/base/strings.h"
 #include "tvx/base/text.h"
 #include "tvx/dom/mutation.h"
@@ -64,7 +65,7 @@ void make_address_relative(dom::Element& element, std::u16string_view base) {
   const dom::Name* name = address_of(element);
   const std::u16string* address = name ? element.attribute(*name) : nullptr;
   if (!address || address->empty()) return;
-  dom::set_attribute(element, *name, ReplaceAll(base, u"", *address, false));
+  if (const auto rest = without_base(*address, base)) dom::set_attribute(element, *name, *rest);
 }
 
 }  // namespace tvx::core

@@ -3,7 +3,7 @@
 #include <variant>
 
 #include "tvx/base/error.h"
-#include "tvx/base/text.h"
+#include "tvx/base/relative_address.h"
 #include "tvx/browser/browser.h"
 #include "tvx/core/chrome/toolbars.h"
 #include "tvx/core/views/code_pane.h"
@@ -73,7 +73,8 @@ void Formatting::insert_Link() {
   mark_changed();
 }
 
-// The dialog shows the address that is there: within the site, it shall be one of the site's.
+// The dialog shows the address that is there: within the site, it shall be one of the site's. What is written
+// stands also where the dialog is cancelled: it is tidying, which belongs to the last step of undo.
 void Formatting::make_link_under_mouse_relative() {
   const browser::Event* event = document().event();
   if (!event) return;
@@ -81,11 +82,12 @@ void Formatting::make_link_under_mouse_relative() {
   while (element && !element->is(dom::Tag::A) && !element->is(dom::Tag::Body))
     element = element->parent_element();
   if (!element || !element->is(dom::Tag::A)) return;
-  std::u16string address(element->attribute_or_empty(dom::names::href));
-  address = ReplaceAll(properties_.BaseURL, u"", address, false);
+  const std::u16string* written = element->attribute(dom::names::href);
+  if (!written) return;
+  const std::u16string address = without_base(*written, properties_.BaseURL).value_or(*written);
   const std::size_t hash = address.rfind(u'#');
   const dom::Ref<dom::Element> link(element);
-  const dom::UndoStep step(document().tree().journal(), u"Link");
+  const dom::UndoStep step(document().tree().journal(), u"", dom::StepJoin::LastStep);
   dom::set_attribute(*link, dom::names::href, hash == address.npos ? address : address.substr(hash));
 }
 

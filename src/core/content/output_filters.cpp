@@ -2,8 +2,9 @@
 
 #include <vector>
 
+#include "tvx/base/relative_address.h"
 #include "tvx/base/strings.h"
-#include "tvx/base/text.h"
+#include "tvx/base/url_escape.h"
 #include "tvx/dom/collections.h"
 #include "tvx/dom/mutation.h"
 
@@ -25,12 +26,14 @@ void remove_base(browser::HTMLDocument& document, Element& element, dom::Name at
                  std::u16string_view base) {
   const std::u16string* written = element.attribute(attribute);
   if (!written || written->empty()) return;
-  const std::u16string address = document.absolute_url(*written);
-  dom::set_attribute(element, attribute, ReplaceAll(base, u"", address, false));
+  const auto rest = without_base(document.absolute_url(*written), base);
+  // What was relative already keeps its author's letters.
+  if (rest && percent_decoded(*rest) != percent_decoded(*written))
+    dom::set_attribute(element, attribute, *rest);
 }
 
-void keep_fragment_only(browser::HTMLDocument& document, Element& link) {
-  const std::u16string address = document.absolute_url(link.attribute_or_empty(dom::names::href));
+void keep_fragment_only(Element& link) {
+  const std::u16string address(link.attribute_or_empty(dom::names::href));
   const std::size_t hash = address.rfind(u'#');
   if (hash != std::u16string::npos)
     dom::set_attribute(link, dom::names::href, std::u16string_view(address).substr(hash));
@@ -59,7 +62,7 @@ void make_addresses_relative(browser::HTMLDocument& document, std::u16string_vie
   for (const auto& link : snapshot(tree, CollectionKind::Links)) {
     if (link->attribute_or_empty(dom::names::href).empty()) continue;
     remove_base(document, *link, dom::names::href, kept);
-    keep_fragment_only(document, *link);
+    keep_fragment_only(*link);
   }
   const dom::Name src(u"src");
   for (const auto& image : snapshot(tree, CollectionKind::Images)) remove_base(document, *image, src, kept);

@@ -303,6 +303,30 @@ TEST_F(Formatting, ALinkUnderTheMouseBecomesRelativeBeforeTheDialogOpens) {
   EXPECT_TRUE(control->IsDirty());
 }
 
+TEST_F(Formatting, AnAnchorWithoutAnAddressGetsNone) {
+  start();
+  control->set_relativeURLs(true);
+  control->set_DocumentHTML(u"<P><A name=\"n\">place</A></P>");
+  host.inside = [&](const std::string& name) {
+    if (name == "DocumentClick") control->insert_Link();
+  };
+  control->DOM()->click(at(element(dom::Tag::A)));
+  EXPECT_EQ(body(), u"<P><A name=\"n\">place</A></P>");
+}
+
+TEST_F(Formatting, ALinkMadeRelativeIsNoStepOfItsOwn) {
+  start();
+  control->set_BaseURL(u"http://example.org/");
+  control->set_relativeURLs(true);
+  control->set_DocumentHTML(u"<P><A href=\"http://example.org/a.html\">link</A></P>");
+  host.inside = [&](const std::string& name) {
+    if (name == "DocumentClick") control->insert_Link();
+  };
+  control->DOM()->click(at(element(dom::Tag::A)));
+  EXPECT_EQ(body(), u"<P><A href=\"a.html\">link</A></P>");
+  EXPECT_EQ(control->DOM()->tree().journal().depth(), 0u) << "the dialog was cancelled";
+}
+
 TEST_F(Formatting, WithAbsoluteAddressesALinkIsLeftAsItIs) {
   start();
   control->set_BaseURL(u"http://example.org/site/");

@@ -130,6 +130,37 @@ TEST_F(Control, AddressesAreAsWrittenWhileTheBaseIsNone) {
   EXPECT_EQ(control->DocumentHTML(), u"<A href=\"page.html\">a</A><IMG src=\"x.gif\">");
 }
 
+TEST_F(Control, WithoutABaseNoAddressIsWritten) {
+  const auto page = write_file("page.html",
+                               "<a href='other.html'>a</a><img src='x.gif'>"
+                               "<input type=image src='y.gif'>");
+  start();
+  control->set_relativeURLs(true);
+  auto file = page;
+  control->Open_document(file, true);
+  EXPECT_EQ(control->DocumentHTML(),
+            u"<A href=\"other.html\">a</A><IMG src=\"x.gif\"><INPUT type=\"image\" src=\"y.gif\">");
+}
+
+TEST_F(Control, AddressesFromElsewhereStayAsWritten) {
+  start();
+  control->set_BaseURL(u"http://example.org/");
+  control->set_relativeURLs(true);
+  const std::u16string html = u"<A href=\"HTTP://Other.Example/a/../b\">a</A><A href=\"#\u00FC\">b</A>";
+  control->set_DocumentHTML(html);
+  EXPECT_EQ(control->DocumentHTML(), html);
+}
+
+TEST_F(Control, ABaseMatchesInAnySpelling) {
+  start();
+  control->set_relativeURLs(true);
+  for (const std::u16string base : {u"http://example.org:80/", u"http://m\u00FCller.example/"}) {
+    control->set_BaseURL(base);
+    control->set_DocumentHTML(u"<IMG src=\"" + base + u"x.gif\">");
+    EXPECT_EQ(control->DocumentHTML(), u"<IMG src=\"x.gif\">") << to_utf8(base);
+  }
+}
+
 TEST_F(Control, DisablingTheEditorInCodeViewGoesBackToTheDesignViewAndKeepsTheBody) {
   start_with(u"<P>kept</P>");
   control->show_Code();
