@@ -52,7 +52,8 @@ std::u16string Bootstrap::WriteTemplateDocument(const std::u16string& path, int 
   TemplateValues values;
   values.base_url = properties_.BaseURL;
   values.style_sheet_is_address = properties_.CSShttp;
-  values.style_sheet = properties_.CSShttp ? properties_.CSSText : sheet_.path();
+  const std::u16string sheet = properties_.CSShttp ? properties_.CSSText : path_in_address(sheet_.path());
+  values.style_sheet = sheet;
   write_printed_line(path, expand_template(resource, values));
   return path;
 }

@@ -7,6 +7,7 @@
 #include "tvx/base/text_file.h"
 #include "tvx/base/url.h"
 #include "tvx/browser/html_document.h"
+#include "tvx/core/content/templates.h"
 #include "tvx/core/content/temporary_files.h"
 #include "tvx/dom/mutation.h"
 #include "tvx/dom/style/style_engine.h"
@@ -17,7 +18,12 @@ namespace {
 
 constexpr std::uint32_t unescape = 0x10000000;
 
-std::u16string with_slashes(std::u16string_view path) { return ReplaceAll(u"\\", u"/", path, true); }
+/// Hosts know the address of a copied sheet in its canonical form. Of a path in which something is escaped
+/// that form would be another path.
+std::u16string canonical_address(std::u16string_view path) {
+  const std::u16string plain = ReplaceAll(u"\\", u"/", path, true), escaped = path_in_address(path);
+  return plain == escaped ? CanonicalURL(u"file:///" + plain, unescape) : u"file:///" + escaped;
+}
 
 std::shared_ptr<dom::style::StyleSheet> first_sheet(browser::HTMLDocument& document) {
   const auto& sheets = dom::style::style_of(document.tree()).sheets();
@@ -56,14 +62,14 @@ void StyleSheetBinding::apply_local() {
   const std::u16string text = ReadTextFile(source).text;
   write_printed_line(copy, text);
   watch_download_ = true;
-  attempt([&] { set_file(CanonicalURL(u"file:///" + with_slashes(copy), unescape), text); });
+  attempt([&] { set_file(canonical_address(copy), text); });
 }
 
 void StyleSheetBinding::apply_text() {
   const std::u16string path = own_file();
   write_printed_line(path, properties_.CSSText);
   watch_download_ = true;
-  attempt([&] { set_file(u"file:///" + with_slashes(path), properties_.CSSText); });
+  attempt([&] { set_file(u"file:///" + path_in_address(path), properties_.CSSText); });
 }
 
 void StyleSheetBinding::set_address(std::u16string_view address) {

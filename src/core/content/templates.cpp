@@ -36,6 +36,16 @@ std::string_view template_bytes(int resource) {
   throw RuntimeError(errors::invalid_call, u"No such template");
 }
 
+std::u16string path_in_address(std::u16string_view path) {
+  struct Escape {
+    std::u16string_view character, escaped;
+  };
+  std::u16string result = ReplaceAll(u"\\", u"/", path, true);
+  for (const auto& [character, escaped] : {Escape{u"%", u"%25"}, Escape{u"#", u"%23"}, Escape{u"?", u"%3F"}})
+    result = ReplaceAll(character, escaped, result, true);
+  return result;
+}
+
 std::u16string expand_template(int resource, const TemplateValues& values) {
   std::u16string text = CodePage::system().decode(template_bytes(resource));
   text = ReplaceAll(base_marker, values.base_url, text, true);

@@ -13,10 +13,14 @@ inline constexpr int template_without_background = 102;
 /// Throws RuntimeError(5) for another number.
 std::string_view template_bytes(int resource);
 
+/// A path as it may stand behind "file:///": with "/" for "\", and with those characters escaped that would
+/// begin another part of the address.
+std::u16string path_in_address(std::u16string_view path);
+
 /// What goes into a template.
 struct TemplateValues {
   std::u16string_view base_url;
-  /// The address of the style sheet, or the path of the file that holds its text.
+  /// The address of the style sheet, or the path, as in an address, of the file that holds its text.
   bool style_sheet_is_address = false;
   std::u16string_view style_sheet;
 };

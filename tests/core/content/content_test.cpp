@@ -1,6 +1,7 @@
 #include "core/control_fixture.h"
 #include "tvx/core/content/output_filters.h"
 #include "tvx/dom/journal.h"
+#include "tvx/dom/style/style_engine.h"
 
 namespace tvx::core {
 namespace {
@@ -227,6 +228,26 @@ TEST_F(Control, TheTitleIsStoredAndSet) {
 }
 
 // --- CSSText ---
+
+TEST_F(Control, AFolderWithCharactersOfAddressesHoldsTheSheet) {
+  for (const std::string name : {"a#b", "a?b", "a%20b", "a b", "\u00E9"}) {
+    std::filesystem::create_directories(folder / name);
+    platform::set_special_folder(platform::CSIDL_INTERNET_CACHE, path(name));
+    for (const bool later : {false, true}) {
+      create();
+      control->set_CSShttp(false);
+      if (!later) control->set_CSSText(u".a { color: red }");
+      control->UserControl_Show();
+      if (later) control->set_CSSText(u".a { color: red }");
+      loop.settle();
+      EXPECT_EQ(control->style_classes().size(), 1u) << name << later;
+      const auto& sheets = dom::style::style_of(control->DOM()->tree()).sheets();
+      EXPECT_TRUE(contains(sheets.at(0)->css_text(), u".a {")) << name << later << ": lost with the file";
+      control.reset();
+      loop.settle();
+    }
+  }
+}
 
 TEST_F(Control, StyleTextWithoutAnAddressIsStillTakenForOne) {
   start();
