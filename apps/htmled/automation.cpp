@@ -14,6 +14,7 @@
 #include "tvx/automation/server.h"
 #include "tvx/automation/stage.h"
 #include "tvx/base/error.h"
+#include "tvx/browser/html_document.h"
 #include "tvx/browser/view/document_view.h"
 #include "tvx/htmled_widget.h"
 #include "tvx/qt/support/strings.h"

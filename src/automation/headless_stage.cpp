@@ -1,5 +1,6 @@
 #include "tvx/automation/stage.h"
 #include "tvx/base/error.h"
+#include "tvx/browser/html_document.h"
 #include "tvx/browser/view/document_view.h"
 #include "tvx/headless/container.h"
 #include "tvx/headless/view.h"

@@ -2,6 +2,7 @@
 
 #include "tvx/automation/json.h"
 #include "tvx/base/error.h"
+#include "tvx/browser/html_document.h"
 #include "tvx/browser/input/drags.h"
 #include "tvx/dom/style/inline_style.h"
 #include "tvx/editing/tables/table_columns.h"

@@ -102,7 +102,7 @@ class Browser {
   void add_observer(BrowserObserver& observer);
   void remove_observer(BrowserObserver& observer);
   /// Answers element_from_point of every document loaded from now on, and of the present one.
-  void set_geometry(const HTMLDocument::Geometry* geometry);
+  void set_geometry(const Geometry* geometry);
   /// Null: no window.
   void set_window(BrowserWindow* window);
   BrowserWindow* window() const;

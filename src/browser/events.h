@@ -55,6 +55,9 @@ struct KeyInput {
   bool shift = false, control = false, alt = false;
 };
 
+/// What a caret move that needs the layout asks of the view.
+enum class ViewMove : std::uint8_t { LineUp, LineDown, LineStart, LineEnd, PageUp, PageDown, Left, Right };
+
 /// A mouse event with the document's place under it, as the view's layout tells.
 struct MouseInput {
   MouseButton button = MouseButton::Left;

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "tvx/browser/events.h"
+#include "tvx/browser/geometry.h"
 #include "tvx/dom/document.h"
 #include "tvx/editing/editor.h"
 #include "tvx/editing/gestures/composition.h"
@@ -22,9 +23,6 @@ class Clipboard;
 namespace tvx::browser {
 
 class DocumentClipboard;
-
-/// What a caret move that needs the layout asks of the view.
-enum class ViewMove : std::uint8_t { LineUp, LineDown, LineStart, LineEnd, PageUp, PageDown, Left, Right };
 
 /// The answer of a command in the platform's way: true or false for toggles, blue-green-red numbers for
 /// colours, texts for the rest.
@@ -99,25 +97,8 @@ class HTMLDocument : public std::enable_shared_from_this<HTMLDocument> {
   /// The element at a point: from the living event's snapshot at its own coordinates, else as the last
   /// reported layout tells; null where nothing is. The view is never waited for.
   dom::Element* element_from_point(int x, int y) const;
-  /// Who answers element_from_point where no event does: the view's last report, or a fixed geometry.
-  class Geometry {
-   public:
-    virtual ~Geometry() = default;
-    virtual dom::Element* element_at(const HTMLDocument& document, int x, int y) const = 0;
-    /// The box of the caret or the selected control, left and top; for events that no mouse made.
-    virtual std::pair<int, int> caret_place(const HTMLDocument& document) const = 0;
-  };
+  /// Who answers element_from_point where no event does. Null: nobody.
   void set_geometry(const Geometry* geometry) { geometry_ = geometry; }
-  /// The window that shows the document, as far as a script may move it. Both return at once; the page is
-  /// there in a later turn.
-  class Viewport {
-   public:
-    virtual ~Viewport() = default;
-    /// In CSS pixels; places behind the end mean the end.
-    virtual void scroll_to(int x, int y) = 0;
-    /// Its upper edge at the window's, or its lower one.
-    virtual void scroll_into_view(dom::Element& element, bool at_top) = 0;
-  };
   /// Null: nothing shows it, and there is nothing to scroll.
   void set_viewport(Viewport* viewport) { viewport_ = viewport; }
   Viewport* viewport() const { return viewport_; }
@@ -162,7 +143,7 @@ class HTMLDocument : public std::enable_shared_from_this<HTMLDocument> {
   using LinkDialog = std::function<std::optional<std::u16string>(const std::u16string& address)>;
   void set_link_dialog(LinkDialog dialog) { link_dialog_ = std::move(dialog); }
 
-  /// Holds the selection's news back while it lives; then tells of them once.
+  /// Holds news of the selection back while it lives, then raises one event for all of them.
   class Gesture;
 
   // --- loading; the browser calls these ---

@@ -23,7 +23,7 @@ struct Surroundings {
   platform::Container& container;
   platform::CommonDialogs& dialogs;
   platform::WindowHandle hwnd = platform::WindowHandle::none;  // none: the control takes the next free one
-  const browser::HTMLDocument::Geometry* geometry = nullptr;
+  const browser::Geometry* geometry = nullptr;
   browser::BrowserWindow* window = nullptr;
   platform::Clipboard* clipboard = nullptr;  // null: there is none to copy to
   platform::PopupMenus* popups = nullptr;    // null: every popup counts as dismissed

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "tvx/browser/view/view.h"
+#include "tvx/browser/view/messages.h"
 
 namespace tvx::headless {
 

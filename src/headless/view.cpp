@@ -4,6 +4,7 @@
 #include <string_view>
 #include <utility>
 
+#include "tvx/browser/html_document.h"
 #include "tvx/dom/tree.h"
 #include "tvx/editing/selection.h"
 

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "tvx/browser/geometry.h"
 #include "tvx/browser/view/view.h"
 #include "tvx/headless/shadow_tree.h"
 #include "tvx/platform/message_loop.h"
@@ -14,7 +15,7 @@ namespace tvx::headless {
 
 /// The fixed geometry of a document without a screen: the element with sourceIndex n owns the points with
 /// floor(y / 20) = n and x >= 0; all else is nothing.
-class FixedGeometry final : public browser::HTMLDocument::Geometry {
+class FixedGeometry final : public browser::Geometry {
  public:
   static constexpr int row_height = 20;
   dom::Element* element_at(const browser::HTMLDocument& document, int x, int y) const override;

@@ -15,7 +15,7 @@ namespace {
 
 using testing::ElementsAre;
 
-struct Window final : browser::HTMLDocument::Viewport {
+struct Window final : browser::Viewport {
   std::vector<std::string> told;
   void scroll_to(int x, int y) override {
     told.push_back("to " + std::to_string(x) + " " + std::to_string(y));

@@ -53,29 +53,29 @@ void InputQueue::push_item(Item item) {
   schedule();
 }
 
-bool InputQueue::told(const ViewMouse& mouse) {
+bool InputQueue::reported(const ViewMouse& mouse) {
   heard();
   const bool follows = mouse.type == ViewMouse::Type::Click || mouse.type == ViewMouse::Type::DoubleClick;
   const auto fits = [&](const Item& item) {
     const auto* ticket = std::get_if<ViewTicket>(&item.input);
     if (!ticket || ticket->type != ticket_type(mouse.type)) return false;
-    if (follows) return !item.waits && !item.told.empty();
+    if (follows) return !item.waits && !item.reports.empty();
     return item.waits && ticket->button == mouse.button && is_near(*ticket, mouse);
   };
   const auto found = std::find_if(items_.begin(), items_.end(), fits);
   // Too late, or of a press that never came through here: the caret has moved on.
   if (found == items_.end()) return false;
   found->waits = false;
-  found->told.push_back(mouse);
+  found->reports.push_back(mouse);
   schedule();
   return true;
 }
 
 void InputQueue::answer(const ViewAnswer& answer) {
   heard();
-  if (sign_ == answer.id && !items_.empty()) {
-    // What it had to tell it has told by now.
-    sign_.reset();
+  if (ping_ == answer.id && !items_.empty()) {
+    // What it had to report it has reported by now.
+    ping_.reset();
     items_.front().waits = false;
     schedule();
   }
@@ -84,7 +84,7 @@ void InputQueue::answer(const ViewAnswer& answer) {
 }
 
 void InputQueue::end_waiting() {
-  sign_.reset();
+  ping_.reset();
   for (Item& item : items_) item.waits = false;
   if (question_) finish_question(nullptr);
   schedule();
@@ -92,7 +92,7 @@ void InputQueue::end_waiting() {
 
 void InputQueue::clear() {
   items_.clear();
-  sign_.reset();
+  ping_.reset();
   silent_ = false;
   question_.reset();
 }
@@ -110,7 +110,7 @@ void InputQueue::run() {
   while (!running_ && !waiting() && !items_.empty()) {
     const Item item = std::move(items_.front());
     items_.pop_front();
-    sign_.reset();
+    ping_.reset();
     running_ = true;
     const auto alive = alive_;
     struct Done {
@@ -145,23 +145,23 @@ bool InputQueue::waiting() {
   }
   if (items_.empty() || !items_.front().waits) return false;
   const Item& first = items_.front();
-  if (now >= first.until) return may_still_be_told();
+  if (now >= first.until) return may_still_report();
   wait_until(first.until);
   return true;
 }
 
 /// The first item's deadline is over.
-bool InputQueue::may_still_be_told() {
+bool InputQueue::may_still_report() {
   if (silent_) return false;
-  if (!sign_) {
-    sign_ = handler_.ask_for_sign();
-    sign_until_ = loop_.now() + patience - deadline;
+  if (!ping_) {
+    ping_ = handler_.ask_for_ping();
+    ping_until_ = loop_.now() + patience - deadline;
   }
-  if (loop_.now() >= sign_until_) {
+  if (loop_.now() >= ping_until_) {
     silent_ = true;
     return false;
   }
-  wait_until(sign_until_);
+  wait_until(ping_until_);
   return true;
 }
 
@@ -175,7 +175,7 @@ void InputQueue::wait_until(std::int64_t time) {
 std::optional<QuestionId> InputQueue::handle(const Item& item) {
   if (const auto* key = std::get_if<ViewKey>(&item.input)) return handler_.handle_key(*key);
   if (const auto* ticket = std::get_if<ViewTicket>(&item.input)) {
-    return handler_.handle_mouse(*ticket, item.told);
+    return handler_.handle_mouse(*ticket, item.reports);
   }
   if (const auto* drop = std::get_if<ViewDrop>(&item.input)) return handler_.handle_drop(*drop);
   if (const auto* text = std::get_if<ViewText>(&item.input)) {

@@ -34,7 +34,7 @@ class Browser::Loader final : public std::enable_shared_from_this<Loader>, priva
   BrowserEvents* events_ = nullptr;
   std::vector<BrowserObserver*> observers_;
   std::shared_ptr<HTMLDocument> document_;
-  const HTMLDocument::Geometry* geometry_ = nullptr;
+  const Geometry* geometry_ = nullptr;
   BrowserWindow* window_ = nullptr;
   bool silent_ = false;
 

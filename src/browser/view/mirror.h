@@ -4,7 +4,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "tvx/browser/view/view.h"
+#include "tvx/browser/view/messages.h"
 #include "tvx/dom/mutation.h"
 
 namespace tvx::browser {

@@ -4,7 +4,7 @@
 #include <string_view>
 #include <vector>
 
-#include "tvx/browser/view/view.h"
+#include "tvx/browser/view/messages.h"
 #include "tvx/dom/document.h"
 
 /// How the view's tree differs from the document's on purpose; this is the one place that says so. The

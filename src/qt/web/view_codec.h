@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "tvx/browser/view/view.h"
+#include "tvx/browser/view/messages.h"
 
 class QJsonArray;
 class QString;

@@ -28,9 +28,9 @@ class InputQueueTest : public testing::Test, public InputHandler {
     return {};
   }
   std::optional<QuestionId> handle_mouse(const ViewTicket& ticket,
-                                         const std::vector<ViewMouse>& told) override {
+                                         const std::vector<ViewMouse>& reports) override {
     log_ += ticket.type == ViewTicket::Type::Press ? "press:" : "release:";
-    for (const ViewMouse& mouse : told) log_ += std::to_string(int(mouse.element)) + ",";
+    for (const ViewMouse& mouse : reports) log_ += std::to_string(int(mouse.element)) + ",";
     log_ += " ";
     return {};
   }
@@ -42,17 +42,17 @@ class InputQueueTest : public testing::Test, public InputHandler {
     return {};
   }
 
-  QuestionId ask_for_sign() override {
-    log_ += "sign? ";
-    return sign_ = QuestionId(1000 + ++signs_);
+  QuestionId ask_for_ping() override {
+    log_ += "ping? ";
+    return ping_ = QuestionId(1000 + ++pings_);
   }
-  void give_sign() { queue_.answer({.id = sign_}); }
+  void give_ping() { queue_.answer({.id = ping_}); }
 
   void key(std::u16string name) { queue_.push(ViewKey{{.key = std::move(name)}}); }
   void press(int x) { queue_.push(ViewTicket{.x = x}); }
   void release(int x) { queue_.push(ViewTicket{.type = ViewTicket::Type::Release, .x = x}); }
   void tell(ViewMouse::Type type, int x, unsigned element) {
-    queue_.told({.type = type, .x = x, .element = dom::NodeId(element)});
+    queue_.reported({.type = type, .x = x, .element = dom::NodeId(element)});
   }
   std::string take() {
     loop_.settle();
@@ -62,8 +62,8 @@ class InputQueueTest : public testing::Test, public InputHandler {
   headless::VirtualTimeLoop loop_;
   InputQueue queue_{loop_, *this};
   std::string log_;
-  unsigned asked_ = 0, signs_ = 0;
-  QuestionId sign_{};
+  unsigned asked_ = 0, pings_ = 0;
+  QuestionId ping_{};
   std::function<void()> during_;
 };
 
@@ -90,8 +90,8 @@ TEST_F(InputQueueTest, AViewThatLivesAndTellsNothingHasNothingToTell) {
   loop_.pass(249);
   EXPECT_EQ(take(), "");
   loop_.pass(1);
-  EXPECT_EQ(take(), "sign? ");
-  give_sign();
+  EXPECT_EQ(take(), "ping? ");
+  give_ping();
   EXPECT_EQ(take(), "press: b ");
   tell(ViewMouse::Type::Press, 5, 7);
   EXPECT_EQ(take(), "") << "the last caret holds, and the late answer is dropped";
@@ -102,9 +102,9 @@ TEST_F(InputQueueTest, ABusyViewIsWaitedFor) {
   key(u"b");
   take();
   loop_.pass(900);
-  EXPECT_EQ(take(), "sign? ");
+  EXPECT_EQ(take(), "ping? ");
   tell(ViewMouse::Type::Press, 5, 7);
-  give_sign();
+  give_ping();
   EXPECT_EQ(take(), "press:7, b ");
 }
 
@@ -112,12 +112,12 @@ TEST_F(InputQueueTest, ASignThatComesLateMeansNoOtherPress) {
   press(5);
   take();
   loop_.pass(300);
-  EXPECT_EQ(take(), "sign? ");
+  EXPECT_EQ(take(), "ping? ");
   tell(ViewMouse::Type::Press, 5, 7);
   EXPECT_EQ(take(), "press:7, ");
   press(60);
   key(u"b");
-  give_sign();
+  give_ping();
   EXPECT_EQ(take(), "");
   tell(ViewMouse::Type::Press, 60, 8);
   EXPECT_EQ(take(), "press:8, b ");
@@ -128,7 +128,7 @@ TEST_F(InputQueueTest, TheTimeThatTheEditorIsBusyItselfIsNotTheViewsFault) {
   key(u"b");
   take();
   loop_.pass(5000);  // within one turn
-  EXPECT_EQ(take(), "sign? ");
+  EXPECT_EQ(take(), "ping? ");
   tell(ViewMouse::Type::Press, 5, 7);
   EXPECT_EQ(take(), "press:7, b ");
 }
@@ -138,7 +138,7 @@ TEST_F(InputQueueTest, PatienceHasAnEndAndComesBackWithTheView) {
   key(u"b");
   take();
   loop_.pass(250);
-  EXPECT_EQ(take(), "sign? ");
+  EXPECT_EQ(take(), "ping? ");
   loop_.pass(1749);
   EXPECT_EQ(take(), "");
   loop_.pass(1);
@@ -151,8 +151,8 @@ TEST_F(InputQueueTest, PatienceHasAnEndAndComesBackWithTheView) {
   EXPECT_EQ(take(), "");
   press(90);
   loop_.pass(250);
-  EXPECT_EQ(take(), "sign? ");
-  give_sign();
+  EXPECT_EQ(take(), "ping? ");
+  give_ping();
   EXPECT_EQ(take(), "press: ");
 }
 
@@ -210,8 +210,8 @@ TEST_F(InputQueueTest, ASwallowedPressDoesNotShiftTheOnesBehindIt) {
   tell(ViewMouse::Type::Press, 50, 8);
   EXPECT_EQ(take(), "");
   loop_.pass(250);
-  EXPECT_EQ(take(), "sign? ");
-  give_sign();
+  EXPECT_EQ(take(), "ping? ");
+  give_ping();
   EXPECT_EQ(take(), "press: press:8, ");
 }
 
@@ -271,7 +271,7 @@ TEST_F(InputQueueTest, NoInputIsLostOrReordered) {
       }
       if (random() % 3 == 0) tell(ViewMouse::Type::Press, x, 1);
       if (random() % 2 == 0) queue_.answer({.id = QuestionId(asked_)});
-      if (random() % 2 == 0) give_sign();
+      if (random() % 2 == 0) give_ping();
     }
     for (int i = 0; i < 4000 && !queue_.idle(); ++i) {
       loop_.pass(300);
@@ -284,7 +284,7 @@ TEST_F(InputQueueTest, NoInputIsLostOrReordered) {
       std::string word = log_.substr(at, end - at);
       at = end + 1;
       if (word.starts_with("press:")) word = "press";
-      if (word != "answer" && word != "none" && word != "sign?") got += word + " ";
+      if (word != "answer" && word != "none" && word != "ping?") got += word + " ";
     }
     EXPECT_EQ(got, expected) << "seed " << seed;
     log_.clear();

@@ -6,6 +6,8 @@
 #include <random>
 
 #include "tvx/base/strings.h"
+#include "tvx/browser/html_document.h"
+#include "tvx/browser/input/input_queue.h"
 #include "tvx/browser/view/mirror_rules.h"
 #include "tvx/dom/inner_html.h"
 #include "tvx/dom/journal.h"

@@ -1,0 +1,143 @@
+#include "tvx/browser/view/document_output.h"
+
+#include <utility>
+
+#include "tvx/base/strings.h"
+#include "tvx/browser/html_document.h"
+#include "tvx/browser/view/view.h"
+#include "tvx/platform/message_loop.h"
+
+namespace tvx::browser {
+namespace {
+
+std::u16string base_of(const HTMLDocument& document) {
+  std::u16string address = document.absolute_url(u".");
+  return contains(address, u":") ? address : document.url();
+}
+
+}  // namespace
+
+DocumentOutput::DocumentOutput(View& view, platform::MessageLoop& loop, std::function<void()> page_begins)
+    : view_(view),
+      loop_(loop),
+      page_begins_(std::move(page_begins)),
+      patches_(view, loop),
+      selection_(view),
+      context_(view) {}
+
+DocumentOutput::~DocumentOutput() {
+  *alive_ = false;
+  show(nullptr);
+}
+
+void DocumentOutput::show(std::shared_ptr<HTMLDocument> document) {
+  if (document_) {
+    document_->set_viewport(nullptr);
+    document_->tree().remove_observer(*this);
+    document_->editor().selection().remove_observer(*this);
+  }
+  patches_.stop();
+  scroll_.clear();
+  given_up_ = false;
+  document_ = std::move(document);
+  if (!document_) return;
+  patches_.follow(document_->tree(), [document = document_.get()] { return base_of(*document); });
+  document_->tree().add_observer(*this);
+  document_->editor().selection().add_observer(*this);
+  document_->set_viewport(this);
+  begin_page();
+}
+
+void DocumentOutput::set_editable(bool editable) {
+  if (mode_.editable == editable) return;
+  mode_.editable = editable;
+  view_.set_mode(mode_);
+  schedule_flush();
+}
+
+void DocumentOutput::begin_page() {
+  page_begins_();
+  given_up_ = false;
+  page_began_ = true;
+  patches_.begin_page();
+  selection_.page_began();
+  schedule_flush();
+}
+
+void DocumentOutput::patch_done(PatchNumber number) {
+  if (patches_.done(number)) schedule_flush();
+}
+
+void DocumentOutput::patch_failed(const PatchFailed& failure) {
+  if (!document_) return;
+  patches_.failed(failure);
+  schedule_flush();
+}
+
+bool DocumentOutput::settled() const {
+  return !document_ || given_up_ || (!flush_scheduled_ && patches_.settled() && !scroll_.waits());
+}
+
+void DocumentOutput::mutated(const dom::Mutation& mutation) {
+  if (mutation.node->is(dom::Tag::Base)) patches_.base_may_differ();
+  schedule_flush();
+}
+
+void DocumentOutput::selection_changed() {
+  selection_.reveal(true);
+  scroll_.clear();
+  schedule_flush();
+}
+
+void DocumentOutput::schedule_flush() {
+  if (std::exchange(flush_scheduled_, true)) return;
+  loop_.post([this, alive = alive_] {
+    if (*alive) flush();
+  });
+}
+
+void DocumentOutput::flush() {
+  flush_scheduled_ = false;
+  if (!document_ || given_up_) return;
+  if (patches_.page_outdated()) begin_page();
+  const bool moved = patches_.flush();
+  send_mode(std::exchange(page_began_, false));
+  selection_.send(wanted_selection(*document_, mirror()), moved);
+  scroll_.send(view_, mirror());
+  context_.send(*document_, mode_.editable);
+}
+
+/// A mode of the editor changes without notice: it is read with each flush.
+void DocumentOutput::send_mode(bool again) {
+  ViewMode mode = mode_;
+  mode.free_placement = document_->editor().two_d_position();
+  if (!again && mode == mode_) return;
+  mode_ = mode;
+  view_.set_mode(mode_);
+}
+
+void DocumentOutput::scroll_to(int x, int y) {
+  scroll_.to(x, y);
+  selection_.reveal(false);
+  schedule_flush();
+}
+
+void DocumentOutput::scroll_into_view(dom::Element& element, bool at_top) {
+  scroll_.into_view(element, at_top);
+  selection_.reveal(false);
+  schedule_flush();
+}
+
+QuestionId DocumentOutput::ask(ViewQuestion question) {
+  question.id = QuestionId(++last_question_);
+  view_.ask(question);
+  return question.id;
+}
+
+void DocumentOutput::selection_drawn(const ViewPlace& anchor, const ViewPlace& focus) {
+  selection_.drawn(anchor, focus);
+}
+
+void DocumentOutput::cancel_drag() { view_.cancel_drag(); }
+
+}  // namespace tvx::browser
