@@ -55,9 +55,13 @@ void HTMLDocument::set_clipboard(platform::Clipboard* clipboard) {
 
 void HTMLDocument::fill(dom::Ref<dom::Document> tree, std::u16string url) {
   watch_.reset();
+  composition_.reset();  // holds the editor
   editor_.reset();
   tree_ = std::move(tree);
   editor_ = std::make_unique<editing::Editor>(*tree_);
+  editor_->set_clipboard(clipboard_.get());
+  composition_ = std::make_unique<editing::Composition>(*editor_);
+  composition_refused_ = false;
   watch_ = std::make_unique<SelectionWatch>(*this);
   url_ = std::move(url);
 }

@@ -8,6 +8,7 @@
 #include "tvx/dom/mutation.h"
 #include "tvx/dom/parse.h"
 #include "tvx/editing/walk/marks.h"
+#include "tvx/headless/clipboard.h"
 #include "tvx/headless/view.h"
 
 namespace tvx::browser {
@@ -287,6 +288,37 @@ TEST_F(Document, NewContentIsNoStep) {
   document->load_body(u"<p>new</p>");
   EXPECT_FALSE(document->tree().journal().can_undo());
   EXPECT_EQ(dom::inner_html(*document->body()), u"<P>new</P>");
+}
+
+// --- content that comes later ---
+
+TEST(FilledDocument, ComposesInItsNewContent) {
+  const auto document = HTMLDocument::create(dom::parse_document(u"<p>before"), u"file:///tmp/a.html");
+  document->set_designMode(u"On");
+  document->editor().selection().collapse({document->body()->first_child()->first_child(), 6});
+  document->compose(u"ni", 2);
+  document->fill(dom::parse_document(u"<p>new"), u"file:///tmp/b.html");
+  EXPECT_FALSE(document->is_composing());
+  document->set_designMode(u"On");
+  document->editor().selection().collapse({document->body()->first_child()->first_child(), 3});
+  document->compose(u"xy", 2);
+  EXPECT_EQ(to_utf8(dom::inner_html(*document->body())), "<P>newxy</P>");
+  document->input_text(u"z");
+  EXPECT_EQ(to_utf8(dom::inner_html(*document->body())), "<P>newz</P>");
+  EXPECT_EQ(document->tree().journal().depth(), 1u);
+}
+
+TEST(FilledDocument, KeepsItsClipboard) {
+  headless::Clipboard clipboard;
+  const auto document = HTMLDocument::create(dom::parse_document(u"<p>before"), u"file:///tmp/a.html");
+  document->set_clipboard(&clipboard);
+  document->fill(dom::parse_document(u"<p>new"), u"file:///tmp/b.html");
+  document->set_designMode(u"On");
+  dom::Node* text = document->body()->first_child()->first_child();
+  document->editor().selection().set({text, 0}, {text, 3});
+  EXPECT_TRUE(document->execCommand(u"copy", false, u""));
+  EXPECT_EQ(clipboard.read("text/plain"), "new");
+  document->set_clipboard(nullptr);
 }
 
 }  // namespace
