@@ -176,10 +176,8 @@ void OrvelCV::WriteProperties(platform::PropertyBag& bag) const {
 
 void OrvelCV::set_Visible(bool visible) {
   if (std::exchange(visible_, visible) == visible) return;
-  if (visible)
-    fill();
-  else
-    plain_.lose_focus();
+  plain_.set_shown(visible);
+  if (visible) fill();
   tell();
 }
 

@@ -10,8 +10,8 @@ namespace tvx::source {
 namespace {
 
 constexpr std::int16_t shift_bit = 1, control_bit = 2, alt_bit = 4;
-constexpr std::int16_t key_backspace = 8, key_enter = 13, key_page_up = 33, key_page_down = 34, key_end = 35,
-                       key_home = 36, key_left = 37, key_up = 38, key_right = 39, key_down = 40,
+constexpr std::int16_t key_backspace = 8, key_tab = 9, key_enter = 13, key_page_up = 33, key_page_down = 34,
+                       key_end = 35, key_home = 36, key_left = 37, key_up = 38, key_right = 39, key_down = 40,
                        key_insert = 45, key_delete = 46;
 
 std::u16string with_lf(std::u16string_view text) {
@@ -152,8 +152,18 @@ void PlainTextBox::scroll_to(std::size_t line) {
 
 // --- keys ---
 
+void PlainTextBox::set_shown(bool shown) {
+  shown_ = shown;
+  if (!shown) focused_ = false;
+}
+
+void PlainTextBox::set_Enabled(bool enabled) {
+  enabled_ = enabled;
+  if (!enabled) focused_ = false;
+}
+
 void PlainTextBox::SetFocus() {
-  if (!enabled_ || std::exchange(focused_, true)) return;
+  if (!shown_ || !enabled_ || std::exchange(focused_, true)) return;
   if (handler()) handler()->GotFocus();
 }
 
@@ -169,14 +179,21 @@ void PlainTextBox::key(std::int16_t key_code, std::int16_t shift, std::u16string
 }
 
 void PlainTextBox::on_key(std::int16_t key_code, std::int16_t shift) {
-  if (command_key(key_code, shift) || caret_key(key_code, shift) || locked_) return;
+  if (command_key(key_code, shift) || caret_key(key_code, shift)) return;
   const bool control = (shift & control_bit) != 0;
-  if (key_code == key_backspace || key_code == key_delete) return erase(key_code == key_delete, control);
-  const std::u16string text = key_code == key_enter ? u"\n" : key_text_;
-  if (text.empty() || (shift & (control_bit | alt_bit))) return;
+  if (key_code == key_delete) return locked_ ? void() : erase(true, control);
+  if (key_code == key_backspace) {
+    std::int16_t character = key_backspace;
+    if (!control && handler()) handler()->KeyPress(character);
+    if (character != 0 && !locked_) erase(false, control);
+    return;
+  }
+  const bool shifted_tab = key_code == key_tab && (shift & shift_bit);
+  const std::u16string text = key_code == key_enter ? u"\n" : key_code == key_tab ? u"\t" : key_text_;
+  if (shifted_tab || text.empty() || (shift & (control_bit | alt_bit))) return;
   auto character = static_cast<std::int16_t>(text == u"\n" ? u'\r' : text[0]);
   if (handler()) handler()->KeyPress(character);
-  if (character != 0) type(text);
+  if (character != 0 && !locked_) type(text);
 }
 
 bool PlainTextBox::command_key(std::int16_t key_code, std::int16_t shift) {

@@ -28,14 +28,15 @@ class PlainTextBox final : public platform::TextBox {
   std::size_t line_of(std::size_t place) const override;
   std::size_t first_visible_line() const override { return first_visible_; }
   bool Enabled() const override { return enabled_; }
-  void set_Enabled(bool enabled) override { enabled_ = enabled; }
+  void set_Enabled(bool enabled) override;
   bool Locked() const override { return locked_; }
   void set_Locked(bool locked) override { locked_ = locked; }
   bool has_focus() const override { return focused_; }
   void SetFocus() override;
   void Refresh() override {}
 
-  void lose_focus() { focused_ = false; }
+  /// One that isn't shown can't have the keyboard.
+  void set_shown(bool shown);
   /// Lines that the box shows at once.
   void set_visible_lines(std::size_t count) { visible_lines_ = count > 0 ? count : 1; }
   /// Scrolls as by the scroll bar.
@@ -71,7 +72,7 @@ class PlainTextBox final : public platform::TextBox {
   std::vector<Edit> done_, undone_;
   bool typing_run_ = false;
   std::size_t first_visible_ = 0, visible_lines_ = 30;
-  bool enabled_ = true, locked_ = false, focused_ = false;
+  bool enabled_ = true, locked_ = false, shown_ = false, focused_ = false;
   std::u16string key_text_;  // of the key on its way
 };
 

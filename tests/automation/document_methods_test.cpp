@@ -78,6 +78,44 @@ TEST_F(DocumentMethods, KeysGoTheWholeRoad) {
   EXPECT_EQ(failure("document.key", {{"key", "NoSuchKey"}}), 5);
 }
 
+TEST_F(DocumentMethods, TextOfEveryScriptIsTyped) {
+  const std::string texts[] = {"\u00E4\u00F6\u00FC\u00DF \u00C4",
+                               "\u043F\u0440\u0438\u0432\u0435\u0442",
+                               "a\U0001F600b",
+                               "e\u0301n\u0303",
+                               "\u4F60\u597D",
+                               "\u20AC\u2013"};
+  for (const std::string& text : texts) {
+    load("<p>x[]</p>");
+    result("document.type", {{"text", text}});
+    EXPECT_EQ(dump(false), "<p>x" + text + "</p>");
+    load("<p>x[]</p>");
+    result("document.type", {{"text", text + "\n" + text}});
+    EXPECT_EQ(dump(false), "<p>x" + text + "</p><p>" + text + "</p>");
+  }
+}
+
+TEST_F(DocumentMethods, AKeyThatNoUsKeyboardHasIsAKeyWithoutANumber) {
+  for (const std::string key : {"\u00E4", "\u0436", "\U0001F600", "\u0301"}) {
+    load("<p>x[]</p>");
+    result("document.key", {{"key", key}});
+    ASSERT_EQ(told_of("event").size(), 1u) << key;
+    EXPECT_EQ(told_of("event")[0]["args"]["KeyCode"], 255) << key;
+    EXPECT_EQ(dump(false), "<p>x" + key + "</p>");
+  }
+}
+
+TEST_F(DocumentMethods, KeysTypeWhatTheWindowsKeysType) {
+  load("<p>x[]</p>");
+  result("document.type", {{"text", "\"!~^"}});
+  EXPECT_EQ(dump(false), "<p>x\"!~^</p>");
+  result("document.key", {{"key", "Enter"}});
+  EXPECT_EQ(told_of("event")[0]["args"]["KeyCode"], 13);
+  result("document.key", {{"key", "F5"}});
+  EXPECT_EQ(told_of("event")[0]["args"]["KeyCode"], 116);
+  EXPECT_EQ(dump(false), "<p>x\"!~^</p><p><br></p>");
+}
+
 TEST_F(DocumentMethods, ALetGoKeyTypesNothing) {
   load("<p>one[]</p>");
   result("document.key", {{"key", "a"}, {"up", true}});

@@ -288,7 +288,8 @@ void CodeBox::key_released(QKeyEvent& event) {
 void CodeBox::on_key(std::int16_t, std::int16_t) {
   if (!key_ || edit_key(*key_)) return;
   const QString text = key_->text();
-  if (!text.isEmpty() && !(key_->modifiers() & (Qt::ControlModifier | Qt::AltModifier)) && handler()) {
+  const bool types = !text.isEmpty() && text.at(0) != QChar(0x7F);  // which the Delete key is said to type
+  if (types && !(key_->modifiers() & (Qt::ControlModifier | Qt::AltModifier)) && handler()) {
     auto character = static_cast<std::int16_t>(text.at(0).unicode());
     handler()->KeyPress(character);
     if (character == 0) return;

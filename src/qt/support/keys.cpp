@@ -2,47 +2,43 @@
 
 #include <QKeyEvent>
 #include <string_view>
+#include <utility>
+
+#include "tvx/browser/input/key_table.h"
 
 namespace tvx::qt {
 namespace {
 
-struct NamedKey {
-  int qt_key;
-  std::u16string_view name;
-  int code;
+constexpr std::pair<int, std::u16string_view> key_names[] = {
+    {Qt::Key_Return, u"Enter"},
+    {Qt::Key_Enter, u"Enter"},
+    {Qt::Key_Tab, u"Tab"},
+    {Qt::Key_Backtab, u"Tab"},
+    {Qt::Key_Backspace, u"Backspace"},
+    {Qt::Key_Delete, u"Delete"},
+    {Qt::Key_Insert, u"Insert"},
+    {Qt::Key_Escape, u"Escape"},
+    {Qt::Key_Left, u"ArrowLeft"},
+    {Qt::Key_Up, u"ArrowUp"},
+    {Qt::Key_Right, u"ArrowRight"},
+    {Qt::Key_Down, u"ArrowDown"},
+    {Qt::Key_Home, u"Home"},
+    {Qt::Key_End, u"End"},
+    {Qt::Key_PageUp, u"PageUp"},
+    {Qt::Key_PageDown, u"PageDown"},
+    {Qt::Key_Shift, u"Shift"},
+    {Qt::Key_Control, u"Control"},
+    {Qt::Key_Alt, u"Alt"},
+    {Qt::Key_AltGr, u"AltGraph"},
+    {Qt::Key_CapsLock, u"CapsLock"},
+    {Qt::Key_NumLock, u"NumLock"},
+    {Qt::Key_ScrollLock, u"ScrollLock"},
+    {Qt::Key_Pause, u"Pause"},
+    {Qt::Key_Print, u"PrintScreen"},
+    {Qt::Key_Space, u" "},
+    {Qt::Key_Menu, u"ContextMenu"},
+    {Qt::Key_Meta, u"Meta"},
 };
-
-constexpr NamedKey named_keys[] = {
-    {Qt::Key_Return, u"Enter", 13},
-    {Qt::Key_Enter, u"Enter", 13},
-    {Qt::Key_Tab, u"Tab", 9},
-    {Qt::Key_Backtab, u"Tab", 9},
-    {Qt::Key_Backspace, u"Backspace", 8},
-    {Qt::Key_Delete, u"Delete", 46},
-    {Qt::Key_Insert, u"Insert", 45},
-    {Qt::Key_Escape, u"Escape", 27},
-    {Qt::Key_Left, u"ArrowLeft", 37},
-    {Qt::Key_Up, u"ArrowUp", 38},
-    {Qt::Key_Right, u"ArrowRight", 39},
-    {Qt::Key_Down, u"ArrowDown", 40},
-    {Qt::Key_Home, u"Home", 36},
-    {Qt::Key_End, u"End", 35},
-    {Qt::Key_PageUp, u"PageUp", 33},
-    {Qt::Key_PageDown, u"PageDown", 34},
-    {Qt::Key_Shift, u"Shift", 16},
-    {Qt::Key_Control, u"Control", 17},
-    {Qt::Key_Alt, u"Alt", 18},
-    {Qt::Key_AltGr, u"AltGraph", 18},
-    {Qt::Key_CapsLock, u"CapsLock", 20},
-    {Qt::Key_Space, u" ", 32},
-    {Qt::Key_Menu, u"ContextMenu", 93},
-    {Qt::Key_Meta, u"Meta", 91},
-};
-
-// Punctuation keys of the Latin layout, by what they type with and without Shift.
-constexpr std::pair<std::u16string_view, int> punctuation[] = {
-    {u";:", 186}, {u"=+", 187}, {u",<", 188},  {u"-_", 189}, {u".>", 190}, {u"/?", 191},
-    {u"`~", 192}, {u"[{", 219}, {u"\\|", 220}, {u"]}", 221}, {u"'\"", 222}};
 
 // Where the letters of the Latin layout are on a keyboard, by scan code.
 struct ScanRow {
@@ -55,9 +51,6 @@ constexpr ScanRow scan_rows[] = {
 constexpr std::pair<int, int> scan_punctuation[] = {{20, 189}, {21, 187}, {34, 219}, {35, 221},
                                                     {47, 186}, {48, 222}, {49, 192}, {51, 220},
                                                     {59, 188}, {60, 190}, {61, 191}, {94, 226}};
-// A key that has no number of its own. It must not be 0, which means a key that was taken away.
-constexpr int unnumbered_key = 255;
-
 int code_of_scan(int scan) {
   for (const ScanRow& row : scan_rows) {
     const int at = scan - row.first;
@@ -67,19 +60,20 @@ int code_of_scan(int scan) {
   for (const auto& [place, code] : scan_punctuation) {
     if (place == scan) return code;
   }
-  return unnumbered_key;
+  return browser::unnumbered_key;
 }
 
 int virtual_key(const QKeyEvent& event) {
   const int key = event.key();
   if ((key >= Qt::Key_A && key <= Qt::Key_Z) || (key >= Qt::Key_0 && key <= Qt::Key_9)) return key;
   if (key >= Qt::Key_F1 && key <= Qt::Key_F24) return 112 + (key - Qt::Key_F1);
-  if (key < 0x80) {
-    for (const auto& [typed, code] : punctuation) {
-      if (typed.find(static_cast<char16_t>(key)) != typed.npos) return code;
-    }
-  }
-  return code_of_scan(static_cast<int>(event.nativeScanCode()));
+  // What stands over a digit differs between layouts: where the key is counts more than what it types.
+  static constexpr std::u16string_view shifted_digits = u")!@#$%^&*(";
+  const int scan = static_cast<int>(event.nativeScanCode());
+  const bool by_what_it_types =
+      key > 0x20 && key < 0x7F &&
+      (scan == 0 || shifted_digits.find(static_cast<char16_t>(key)) == shifted_digits.npos);
+  return by_what_it_types ? browser::key_code_of(static_cast<char16_t>(key)) : code_of_scan(scan);
 }
 
 }  // namespace
@@ -92,11 +86,11 @@ browser::KeyInput key_input(const QKeyEvent& event) {
   input.alt = held & Qt::AltModifier;
   std::u16string text = event.text().toStdU16String();
   if (!text.empty() && (text[0] < u' ' || text[0] == 0x7F)) text.clear();
-  for (const NamedKey& named : named_keys) {
-    if (named.qt_key != event.key()) continue;
-    input.key = named.name;
-    input.key_code = named.code;
-    if (named.code == 32) input.text = u" ";
+  for (const auto& [qt_key, name] : key_names) {
+    if (qt_key != event.key()) continue;
+    input.key = name;
+    input.key_code = browser::named_key_code(name).value_or(browser::unnumbered_key);
+    if (name == u" ") input.text = name;
     return input;
   }
   input.key_code = virtual_key(event);
