@@ -212,6 +212,7 @@ void HTMLDocument::default_action(const KeyInput& key, KeyOutcome& outcome) {
     return deliver(event, [](DocumentHandler& handler) { handler.onmousedown(); });
   }
   if (!is_modifier(key)) composition_->accept();
+  if (!user_may_edit()) return;
   const dom::Boundary focus = editor_->selection().focus();
   if (!focus || !editing::editing_host_of(*focus.node)) return;
   const editing::KeyPress press{key.key, key.text, key.control, key.shift, key.alt};
@@ -232,8 +233,8 @@ void HTMLDocument::key_up(const KeyInput& key) {
   deliver(up, [](DocumentHandler& handler) { handler.onkeyup(); });
 }
 
-/// Tells of the key that stands for an input method's text. False: a handler takes it away, or there is no
-/// place for text.
+/// Raises the key that stands for an input method's text. False: a handler takes it away, or no text may go
+/// where the caret is.
 bool HTMLDocument::may_input() {
   KeyInput key;
   key.key = u"Process";
@@ -241,7 +242,7 @@ bool HTMLDocument::may_input() {
   Event down = event_of(key, u"keydown");
   deliver(down, [](DocumentHandler& handler) { handler.onkeydown(); });
   const dom::Boundary focus = editor_->selection().focus();
-  return down.key_code != 0 && focus && editing::editing_host_of(*focus.node);
+  return down.key_code != 0 && user_may_edit() && focus && editing::editing_host_of(*focus.node);
 }
 
 void HTMLDocument::input_text(std::u16string_view text) {
@@ -249,6 +250,7 @@ void HTMLDocument::input_text(std::u16string_view text) {
   Gesture gesture(*this);
   if (std::exchange(composition_refused_, false)) return;
   if (composition_->active()) {
+    if (!user_may_edit()) return composition_->accept();
     composition_->cancel();
   } else if (!may_input()) {
     return;
@@ -265,6 +267,7 @@ void HTMLDocument::compose(std::u16string_view text, Offset cursor) {
     composition_refused_ = true;
     return;
   }
+  if (!user_may_edit()) return composition_->accept();
   composition_->update(text, cursor);
 }
 

@@ -31,6 +31,8 @@ struct Event {
 class DocumentHandler {
  public:
   virtual ~DocumentHandler() = default;
+  /// False: the user may look but not edit. Events are raised all the same; calls of programs act.
+  virtual bool user_may_edit() const { return true; }
   virtual void onkeydown() {}
   virtual bool onkeypress() { return true; }
   virtual void onkeyup() {}

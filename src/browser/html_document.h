@@ -104,6 +104,8 @@ class HTMLDocument : public std::enable_shared_from_this<HTMLDocument> {
   Viewport* viewport() const { return viewport_; }
 
   // --- input, in the order that the user gave it ---
+  /// Whether the handler lets the user change the document. Where it doesn't, no key, text or drag does.
+  bool user_may_edit() const { return !handler_ || handler_->user_may_edit(); }
   /// onkeydown, then (unless taken away) onkeypress for keys that type, then what the key does.
   KeyOutcome key_down(const KeyInput& key);
   void key_up(const KeyInput& key);

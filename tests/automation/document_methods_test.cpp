@@ -116,6 +116,42 @@ TEST_F(DocumentMethods, KeysTypeWhatTheWindowsKeysType) {
   EXPECT_EQ(dump(false), "<p>x\"!~^</p><p><br></p>");
 }
 
+TEST_F(DocumentMethods, NoKeyOfTheUsersChangesADisabledEditor) {
+  set("useEnterAsBR", true);
+  set("DocumentHTML", "<P contenteditable=\"true\">one</P>");
+  result("clipboard", {{"set", {{"1", "pasted"}}}});
+  set("EditorEnabled", false);
+  const Json before = object("docHTML.body.innerHTML");
+  const Json keys[] = {{{"key", "x"}},
+                       {{"key", "Enter"}},
+                       {{"key", " "}, {"shift", true}},
+                       {{"key", "v"}, {"ctrl", true}},
+                       {{"key", "x"}, {"ctrl", true}},
+                       {{"key", "b"}, {"ctrl", true}},
+                       {{"key", "z"}, {"ctrl", true}},
+                       {{"key", "Tab"}},
+                       {{"key", "Backspace"}},
+                       {{"key", "Delete"}}};
+  for (const Json& key : keys) {
+    result("select", {{"start", {{0, 0}, 1}}, {"end", {{0, 0}, 2}}});
+    result("document.key", key);
+    EXPECT_EQ(told_of("event").size(), 1u) << key << ": the host hears of it all the same";
+    EXPECT_EQ(object("docHTML.body.innerHTML"), before) << key;
+  }
+  result("document.type", {{"text", "more"}});
+  EXPECT_EQ(object("docHTML.body.innerHTML"), before);
+  result("call", {{"name", "InsertAtCursor"}, {"args", {"<I>host</I>", 1}}});
+  EXPECT_NE(object("docHTML.body.innerHTML"), before) << "calls of the host act";
+}
+
+TEST_F(DocumentMethods, ADisabledEditorStillCopies) {
+  set("DocumentHTML", "<P>one</P>");
+  set("EditorEnabled", false);
+  result("select", {{"start", {{0, 0}, 0}}, {"end", {{0, 0}, 3}}});
+  result("document.key", {{"key", "c"}, {"ctrl", true}});
+  EXPECT_EQ(result("clipboard")["formats"].value("1", Json()), "one");
+}
+
 TEST_F(DocumentMethods, ALetGoKeyTypesNothing) {
   load("<p>one[]</p>");
   result("document.key", {{"key", "a"}, {"up", true}});

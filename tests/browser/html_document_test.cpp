@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "tvx/base/error.h"
+#include "tvx/browser/input/drags.h"
 #include "tvx/dom/inner_html.h"
 #include "tvx/dom/journal.h"
 #include "tvx/dom/mutation.h"
@@ -288,6 +289,76 @@ TEST_F(Document, NewContentIsNoStep) {
   document->load_body(u"<p>new</p>");
   EXPECT_FALSE(document->tree().journal().can_undo());
   EXPECT_EQ(dom::inner_html(*document->body()), u"<P>new</P>");
+}
+
+// --- a document that the user may not edit ---
+
+class ReadOnly : public testing::Test, protected DocumentHandler {
+ protected:
+  ReadOnly() {
+    document_->set_designMode(u"On");
+    document_->connect(this);
+    document_->editor().selection().set({text(), 1}, {text(), 2});
+    keys_ = 0;
+  }
+  ~ReadOnly() override { document_->connect(nullptr); }
+  bool user_may_edit() const override { return editable_; }
+  void onkeydown() override { ++keys_; }
+
+  dom::Node* text() { return document_->body()->first_child()->first_child(); }
+  std::string html() const { return to_utf8(dom::inner_html(*document_->body())); }
+
+  std::shared_ptr<HTMLDocument> document_ =
+      HTMLDocument::create(dom::parse_document(u"<p>one two"), u"file:///tmp/a.html");
+  bool editable_ = false;
+  int keys_ = 0;
+};
+
+TEST_F(ReadOnly, KeysAreHeardAndChangeNothing) {
+  for (const char16_t* name : {u"Enter", u"Backspace", u"Delete", u"Tab"})
+    document_->key_down({.key = name, .key_code = 1});
+  document_->key_down({.key = u"x", .text = u"x", .key_code = 88});
+  document_->key_down({.key = u"b", .key_code = 66, .control = true});
+  EXPECT_EQ(keys_, 6);
+  EXPECT_EQ(html(), "<P>one two</P>");
+}
+
+TEST_F(ReadOnly, AnInputMethodWritesNothing) {
+  document_->compose(u"ni", 2);
+  EXPECT_EQ(html(), "<P>one two</P>");
+  EXPECT_FALSE(document_->is_composing());
+  document_->input_text(u"\u4F60");
+  document_->compose({}, 0);
+  document_->input_text(u"\u4F60");
+  EXPECT_EQ(html(), "<P>one two</P>");
+  EXPECT_EQ(keys_, 2);
+}
+
+TEST_F(ReadOnly, WhatWasComposedBeforeStaysAndNoMoreComes) {
+  editable_ = true;
+  document_->compose(u"ni", 2);
+  editable_ = false;
+  document_->compose(u"nih", 3);
+  document_->input_text(u"z");
+  EXPECT_EQ(html(), "<P>onie two</P>");
+  EXPECT_FALSE(document_->is_composing());
+}
+
+TEST_F(ReadOnly, NothingIsDraggedOrDropped) {
+  platform::TransferData data;
+  data.text = u"new";
+  drop_data(*document_, {text(), 0}, data);
+  paste_at(*document_, {text(), 0}, data);
+  drop_selection(*document_, {text(), 7}, DropEffect::Move);
+  EXPECT_EQ(html(), "<P>one two</P>");
+  editable_ = true;
+  paste_at(*document_, {text(), 0}, data);
+  EXPECT_EQ(html(), "<P>newone two</P>");
+}
+
+TEST_F(ReadOnly, CommandsOfProgramsAct) {
+  EXPECT_TRUE(document_->execCommand(u"bold", false, u""));
+  EXPECT_EQ(html(), "<P>o<B>n</B>e two</P>");
 }
 
 // --- content that comes later ---

@@ -41,6 +41,7 @@ void DocumentInput::onkeydown() {
 
 // Setting the key code to 0 is how a key is taken away from the document.
 void DocumentInput::act_on_key(int key_code, bool shift, bool control) {
+  if (!user_may_edit() && !(control && key_code == key_c)) return;
   if (key_code == key_enter && (properties_.isAccessContained || properties_.useEnterAsBR)) {
     document().set_event_key_code(0);
     parts_.formatting.sendCR(properties_.useEnterAsBR);
@@ -83,6 +84,8 @@ bool DocumentInput::ondragstart() {
   mark_changed();
   return true;
 }
+
+bool DocumentInput::user_may_edit() const { return properties_.EditorEnabled; }
 
 bool DocumentInput::onselectstart() { return properties_.EditorEnabled; }
 

@@ -31,6 +31,7 @@ class DocumentInput final : public Part, public browser::DocumentHandler {
   const browser::Event* last_event() const { return last_event_.get(); }
   void forget_event() { last_event_.reset(); }
 
+  bool user_may_edit() const override;
   void onkeydown() override;
   void onkeyup() override;
   void onuserchange() override;
