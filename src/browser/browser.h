@@ -26,7 +26,7 @@ struct Navigation {
   bool top = true;  // the browser's own page; false: a frame in it
 };
 
-/// What the browser tells its control. Every call comes from a turn of the message loop, in this order:
+/// What the browser reports to its control. Every call comes from a turn of the message loop, in this order:
 /// BeforeNavigate2, DownloadBegin, NavigateComplete2 (the document is there), DownloadComplete (its sheets
 /// too), then the same of its frames, and DocumentComplete at last. A failed load has NavigateError in place
 /// of NavigateComplete2 and no DocumentComplete. Each DownloadBegin has its DownloadComplete, also where a
@@ -50,7 +50,7 @@ class BrowserWindow {
   virtual ~BrowserWindow() = default;
   virtual void focus() {}
   virtual void show_caret() {}
-  /// In CSS pixels; places behind the end mean the end.
+  /// In CSS pixels; positions after the end mean the end.
   virtual void scroll_to(int /*x*/, int /*y*/) {}
   virtual void scroll_into_view(dom::Element& /*element*/) {}
   /// Whether printing is possible; throws RuntimeError if nobody can say.
@@ -73,8 +73,8 @@ enum class ReadyState : std::uint8_t {
   Complete = 4
 };
 
-/// The browser component that the control hosts: it loads documents and tells of it. No call waits for a
-/// load; everything behind Navigate happens in later turns of the message loop.
+/// The browser component that the control hosts: it loads documents and reports on that. No call waits for a
+/// load; everything after Navigate happens in later turns of the message loop.
 class Browser {
  public:
   explicit Browser(platform::MessageLoop& loop, HttpOptions options = {});
@@ -115,7 +115,7 @@ class Browser {
 
   /// A document that shows nothing, is not this browser's, and reads "loading".
   static std::shared_ptr<HTMLDocument> placeholder();
-  /// As HTMLDocument::createDocumentFromUrl, with no document to begin with.
+  /// As HTMLDocument::createDocumentFromUrl, where there is no document yet.
   std::shared_ptr<HTMLDocument> createDocumentFromUrl(std::u16string_view url);
 
  private:

@@ -104,8 +104,8 @@ void HTMLDocument::selection_changed() {
   deliver_selection_change(event_at_caret());
 }
 
-// A handler that moves the selection itself would be told of that within its own call, without end. It is
-// told when it has returned, and a few times at most.
+// A handler that moves the selection itself would hear of that within its own call, without end. It hears of
+// it when it has returned, and a few times at most.
 void HTMLDocument::deliver_selection_change(Event event) {
   if (telling_selection_) {
     selection_moved_ = true;

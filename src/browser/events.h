@@ -7,13 +7,13 @@
 #include "tvx/dom/node.h"
 #include "tvx/dom/range.h"
 
-/// What reaches the document from its user, and what the document tells its control of it.
+/// What reaches the document from its user, and what the document reports to its control.
 namespace tvx::browser {
 
 enum class MouseButton : std::uint8_t { None = 0, Left = 1, Right = 2, Middle = 4 };
 
 /// A moment of user input, kept as it was: coordinates, button, keys, and the element under them. It stays
-/// the same whatever the tree does later; elementFromPoint at its place answers from here.
+/// the same whatever the tree does later; elementFromPoint at its point answers from here.
 struct Event {
   std::u16string type;  // "keydown", "selectionchange", ...
   dom::Ref<dom::Element> target;
@@ -26,12 +26,12 @@ struct Event {
   int y() const { return client_y; }
 };
 
-/// The control's ears on a document. One document has one handler at most: connecting another, or none,
+/// What the control hears of a document. One document has one handler at most: connecting another, or none,
 /// disconnects the one before. A boolean result answers whether the default action may go on.
 class DocumentHandler {
  public:
   virtual ~DocumentHandler() = default;
-  /// False: the user may look but not edit. Events are raised all the same; calls of programs act.
+  /// False: the user may read but not edit. Events are raised all the same; calls of programs act.
   virtual bool user_may_edit() const { return true; }
   virtual void onkeydown() {}
   virtual bool onkeypress() { return true; }
@@ -60,13 +60,13 @@ struct KeyInput {
 /// What a caret move that needs the layout asks of the view.
 enum class ViewMove : std::uint8_t { LineUp, LineDown, LineStart, LineEnd, PageUp, PageDown, Left, Right };
 
-/// A mouse event with the document's place under it, as the view's layout tells.
+/// A mouse event with the document's position under it, as the view's layout has it.
 struct MouseInput {
   MouseButton button = MouseButton::Left;
   int x = 0, y = 0;  // CSS pixels of the viewport
   bool shift = false, control = false, alt = false;
   dom::Ref<dom::Element> element;  // the innermost element under the point, empty outside the document
-  /// The caret place nearest to the point; none where no caret can stand. For a drag in plain text the
+  /// The caret position nearest to the point; none where no caret can stand. For a drag in plain text the
   /// view reports the whole native selection instead (anchor and focus).
   std::optional<dom::Boundary> place;
   std::optional<dom::Boundary> anchor;

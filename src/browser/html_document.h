@@ -95,7 +95,7 @@ class HTMLDocument : public std::enable_shared_from_this<HTMLDocument> {
   /// Takes the key being delivered away (`event.keyCode = 0`), or changes it.
   void set_event_key_code(int key_code);
   /// The element at a point: from the living event's snapshot at its own coordinates, else as the last
-  /// reported layout tells; null where nothing is. The view is never waited for.
+  /// reported layout has it; null where nothing is. The view is never waited for.
   dom::Element* element_from_point(int x, int y) const;
   /// Who answers element_from_point where no event does. Null: nobody.
   void set_geometry(const Geometry* geometry) { geometry_ = geometry; }
@@ -158,7 +158,7 @@ class HTMLDocument : public std::enable_shared_from_this<HTMLDocument> {
   void fail_loading();
   bool load_failed() const { return load_failed_; }
 
-  /// A document of that address (a whole one, or a path) beside this one, as it loads: `readyState` tells how
+  /// A document of that address (a whole one, or a path) beside this one, as it loads: `readyState` says how
   /// far it has come. A local file is there at once. Throws RuntimeError(53) if it can't be read, 445 if
   /// nobody loads for this document. No `options` are known.
   std::shared_ptr<HTMLDocument> createDocumentFromUrl(std::u16string_view url, std::u16string_view options);
@@ -199,7 +199,7 @@ class HTMLDocument : public std::enable_shared_from_this<HTMLDocument> {
   LinkDialog link_dialog_;
   std::vector<Living> events_;  // being handled, the innermost last
   std::size_t gestures_ = 0;
-  bool selection_moved_ = false;  // within a gesture, or while a change is being told
+  bool selection_moved_ = false;  // within a gesture, or while a change is being reported
   bool telling_selection_ = false;
   std::unique_ptr<DocumentClipboard> clipboard_;
   std::function<std::u16string()> image_folder_;

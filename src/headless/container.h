@@ -9,7 +9,7 @@
 
 namespace tvx::headless {
 
-/// A container that only keeps count of what it is told.
+/// A container that only keeps count of what it hears.
 class Container : public platform::Container {
  public:
   explicit Container(bool user_mode = true) : user_mode_(user_mode) {}
@@ -20,7 +20,7 @@ class Container : public platform::Container {
     if (observer_) observer_(key);
   }
 
-  /// The keys told so far, each time it was told.
+  /// The keys so far, one for each notification.
   const std::vector<std::u16string>& changed() const { return changed_; }
   void clear_changed() { changed_.clear(); }
   void on_property_changed(std::function<void(std::u16string_view key)> observer) {

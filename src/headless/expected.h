@@ -9,7 +9,7 @@ namespace tvx::headless {
 /// What is expected of dialogs, popups and forms, the oldest first. `Expected` has `times`, its uses that are
 /// left, and the `id` of who expects it.
 
-/// The oldest that fits. It stays in its place while it has uses left.
+/// The oldest that fits. It stays where it is while it has uses left.
 template <class Expected, class Fits>
 std::optional<Expected> take_expected(std::deque<Expected>& all, Fits fits) {
   const auto place = std::ranges::find_if(all, fits);

@@ -54,7 +54,7 @@ void MessageLoop::wake() {
   [[maybe_unused]] const ssize_t written = write(wake_descriptor_, &one, sizeof one);
 }
 
-/// How long to sleep, for poll(): no longer than told, and not beyond the next timer.
+/// How long to sleep, for poll(): no longer than asked for, and not beyond the next timer.
 int MessageLoop::wait_time(std::int64_t max_wait_milliseconds) {
   const std::lock_guard lock(mutex_);
   std::int64_t time = queue_.has_pending() ? 0 : std::max<std::int64_t>(max_wait_milliseconds, 0);

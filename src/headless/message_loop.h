@@ -25,7 +25,7 @@ class MessageLoop : public platform::MessageLoop {
 
   /// Runs `readable` in a pump whenever the descriptor has something to read or has come to its end. While
   /// `readable` runs, nested pumps leave the descriptor alone: it is never called inside itself. One
-  /// watcher a descriptor; a new one takes the old one's place.
+  /// watcher a descriptor; a new one replaces the old one.
   void watch(int descriptor, Task readable);
   void unwatch(int descriptor);
 

@@ -20,7 +20,7 @@ class PropertyBag : public platform::PropertyBag {
   void WriteProperty(std::u16string_view key, const platform::PropertyValue& value,
                      const platform::PropertyValue& standard) override;
 
-  /// Stores whatever the value is; a key that is there keeps its place.
+  /// Stores whatever the value is; a key that is there keeps its position.
   void put(std::u16string_view key, platform::PropertyValue value);
   void clear();
   const std::vector<Entry>& entries() const { return entries_; }

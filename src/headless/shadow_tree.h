@@ -11,7 +11,7 @@ namespace tvx::headless {
 
 /// The tree that a view has made from patches, kept in plain structures: what a view without a screen
 /// shows, and what tests compare with the document. Strict where a browser is: an operation on a node that
-/// isn't known, or at a place that isn't there, is reported and does nothing.
+/// isn't known, or at a position that isn't there, is reported and does nothing.
 class ShadowTree {
  public:
   struct Node {

@@ -23,7 +23,7 @@ class FixedGeometry final : public browser::Geometry {
   std::pair<int, int> caret_place(const browser::HTMLDocument& document) const override;
 };
 
-/// A view that answers by simple rules and can print what it was told to show. A block is a line: Up and
+/// A view that answers by simple rules and can print what it was given to show. A block is a line: Up and
 /// Down go to the block before or after and keep the column, Home and End to its ends.
 ///
 /// It stands in for a browser in tests as well: patches can be held back, answers withheld, and it can die.
@@ -53,7 +53,7 @@ class View final : public browser::View {
     friend bool operator==(const Scroll&, const Scroll&) = default;
   };
 
-  // --- what it was told ---
+  // --- what it was given ---
   const std::vector<Scroll>& scrolls() const { return scrolls_; }
   const ShadowTree& tree() const { return tree_; }
   const browser::ViewSelection& selection() const { return selection_; }
@@ -73,7 +73,7 @@ class View final : public browser::View {
   void key(browser::KeyInput key);
   void text(std::u16string text);
   void input(browser::ViewText text);
-  /// A press and its release with the click; the page tells of them in later turns.
+  /// A press and its release with the click; the page reports them in later turns.
   void click(dom::NodeId element, browser::ViewPlace place);
   void press(dom::NodeId element, browser::ViewPlace place);
 

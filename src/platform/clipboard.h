@@ -34,7 +34,7 @@ std::u16string registered_format_name(ClipboardFormat format);
 /// The form that holds a format on the desktop. Empty for those that stand for many (images) or for none.
 std::string target_of(ClipboardFormat format);
 
-/// The system's clipboard: one content in several formats, which takes another's place as a whole.
+/// The system's clipboard: one content in several formats, which replaces another as a whole.
 ///
 /// Whoever writes opens it, empties it, sets formats and closes it; others see the new content at the close.
 /// Single calls of the visual kind (Clear, SetText) do all of that at once. Every question asks for a format

@@ -10,7 +10,7 @@
 #include "tvx/platform/message_window.h"
 
 /// Dialogs as models: named controls that a desktop draws, a script sets and a user fills. What a dialog does
-/// is written once, in its subsystem; how it looks is a face's business. No widget in sight.
+/// is written once, in its subsystem; its style is a face's business. No widget in sight.
 namespace tvx::platform {
 
 /// Who acts on what happens in a form.

@@ -26,7 +26,7 @@ using FormColour = std::uint32_t;
 inline constexpr FormColour window_background = 0x80000005, button_face = 0x8000000F;
 
 /// One control of a form, known by its name. Which members it has goes by its kind; a member that it doesn't
-/// have throws RuntimeError(438). Setting a value that it has already tells nobody.
+/// have throws RuntimeError(438). Setting a value that it has already notifies nobody.
 class FormControl {
  public:
   FormControl(const FormControl&) = delete;
@@ -52,7 +52,7 @@ class FormControl {
   bool Value() const;
   void set_Value(bool ticked);
 
-  /// A control in a frame that is not enabled, or not visible, isn't either; this tells of itself alone.
+  /// A control in a frame that is not enabled, or not visible, isn't either; this is its own state alone.
   bool Enabled() const { return enabled_; }
   void set_Enabled(bool enabled);
   bool Visible() const { return visible_; }

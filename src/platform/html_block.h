@@ -6,12 +6,12 @@
 
 namespace tvx::platform {
 
-/// A fragment in the form that programs exchange as "HTML Format": a header with places counted in bytes, a
-/// page around the fragment, marks at its edges; all of it UTF-8.
+/// A fragment in the form that programs exchange as "HTML Format": a header with positions counted in bytes,
+/// a page around the fragment, marks at its edges; all of it UTF-8.
 std::string html_block(std::u16string_view fragment);
 
 /// The page of such a block with the marks of the fragment in it, whoever wrote the block. Nothing if it is
-/// none. The header's places tell where the fragment is if the page has no marks.
+/// none. The header's positions say where the fragment is if the page has no marks.
 std::optional<std::u16string> page_of_html_block(std::string_view block);
 
 }  // namespace tvx::platform

@@ -20,11 +20,11 @@ class MenuHandler {
   virtual void MenuItemClick(Menu& item) = 0;
 };
 
-/// Told of a menu that it was added to, and of all menus below that one.
+/// Hears of a menu that it was added to, and of all menus below that one.
 class MenuObserver {
  public:
   virtual ~MenuObserver() = default;
-  /// An item has another caption, look or state.
+  /// An item has another caption, style or state.
   virtual void item_changed(Menu& item) = 0;
   /// Items came or went below this one.
   virtual void items_replaced(Menu& menu) = 0;
@@ -32,7 +32,7 @@ class MenuObserver {
 
 /// A menu or an item of one: the same thing, since an item with items below it is a submenu. An item whose
 /// caption is "-" is a separator. Items keep their address until they are removed. Setting a value that it
-/// has already tells nobody.
+/// has already notifies nobody.
 ///
 /// Several items may share a name and differ by their index: a menu array. Its first item is made with the
 /// menu; further ones are loaded after it and unloaded again, and their indexes may have gaps.
@@ -45,7 +45,7 @@ class Menu {
   Menu& operator=(const Menu&) = delete;
 
   const std::u16string& Name() const { return name_; }
-  /// The place in its menu array; none where it is in no array.
+  /// The position in its menu array; none where it is in no array.
   std::optional<int> Index() const { return index_; }
   bool is_separator() const { return caption_ == u"-"; }
   /// The menu that this is an item of; null at the top.
@@ -126,14 +126,14 @@ struct PopupPlace {
 class PopupMenus {
  public:
   virtual ~PopupMenus() = default;
-  /// Shows the menu, at the mouse where no place is given, and returns when it has closed. The handler of a
-  /// chosen item has run by then; the message loop runs meanwhile. A menu with nothing to choose from is not
-  /// shown.
+  /// Shows the menu, at the mouse where no position is given, and returns when it has closed. The handler of
+  /// a chosen item has run by then; the message loop runs meanwhile. A menu with nothing to choose from is
+  /// not shown.
   void PopupMenu(Menu& menu, WindowHandle owner, const std::optional<PopupPlace>& place = {});
 
  private:
-  /// The item that the user chose, still to be told; null if the popup was dismissed. The menu's items may
-  /// come and go while it is open.
+  /// The item that the user chose, still to be acted on; null if the popup was dismissed. The menu's items
+  /// may come and go while it is open.
   virtual Menu* show(Menu& menu, WindowHandle owner, const std::optional<PopupPlace>& place) = 0;
 };
 

@@ -12,7 +12,7 @@ inline constexpr int CSIDL_INTERNET_CACHE = 32;
 
 /// The folder with that number, with a "/" at its end; empty if there is none. It is made when first asked
 /// for and is the user's alone: who could write there could put a page into the editor. Where the home folder
-/// can't be used, a private folder among the temporary files takes its place. At most 259 characters.
+/// can't be used, a private folder among the temporary files is used instead. At most 259 characters.
 /// Of the numbers only `CSIDL_INTERNET_CACHE` is known.
 std::u16string GetSpecialFolder(WindowHandle owner, int folderId);
 

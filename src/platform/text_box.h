@@ -13,7 +13,7 @@ class Clipboard;
 // The messages that edit a box.
 inline constexpr Message EM_REPLACESEL = 0x00C2, EM_CANUNDO = 0x00C6, EM_UNDO = 0x00C7, EM_REDO = 1108;
 
-/// A press or a move of the mouse in a box: buttons and keys as hosts number them, places in twips.
+/// A press or a move of the mouse in a box: buttons and keys as hosts number them, positions in twips.
 struct BoxMouse {
   std::int16_t Button = 0, Shift = 0;  // 1 left, 2 right, 4 middle; 1 Shift, 2 Control, 4 Alt
   float X = 0, Y = 0;
@@ -39,7 +39,7 @@ class TextBoxHandler {
 };
 
 /// A box of plain text in lines that don't wrap, with an undo stack of its own: what a source editor wants of
-/// a window system. Places count 16-bit units, a line break counts as one; texts go in with whatever line
+/// a window system. Positions count 16-bit units, a line break counts as one; texts go in with whatever line
 /// ends and come out with CR LF.
 class TextBox : public MessageWindow {
  public:

@@ -75,7 +75,7 @@ Button& Toolbar::Add(ButtonDefinition definition) {
 }
 
 void Toolbar::Remove(int index) {
-  Item(index);  // throws for a place that is none
+  Item(index);  // throws for a position that is none
   buttons_.erase(buttons_.begin() + (index - 1));
   for (int i = index; i <= Count(); ++i) buttons_[std::size_t(i - 1)]->index_ = i;
   tell_replaced();

@@ -16,10 +16,10 @@ class Toolbar;
 
 enum class ButtonStyle : std::uint8_t { Default, Separator };
 
-/// One button. Setting a value that it has already tells nobody.
+/// One button. Setting a value that it has already notifies nobody.
 class Button {
  public:
-  /// 1-based place in its toolbar.
+  /// 1-based position in its toolbar.
   int Index() const { return index_; }
   const std::u16string& Key() const { return key_; }
   ButtonStyle Style() const { return style_; }
@@ -36,10 +36,10 @@ class Button {
   void set_Enabled(bool enabled);
   bool Visible() const { return visible_; }
   void set_Visible(bool visible);
-  /// Its place in the toolbar, in twips.
+  /// Its position in the toolbar, in twips.
   float Left() const;
   float Top() const;
-  /// 1 looks pressed, 0 released; anything else throws RuntimeError(380).
+  /// 1 is shown pressed, 0 released; anything else throws RuntimeError(380).
   int Value() const { return value_; }
   void set_Value(int value);
 
@@ -69,7 +69,7 @@ class ToolbarObserver {
   virtual ~ToolbarObserver() = default;
   /// Buttons came, went or changed their size.
   virtual void buttons_replaced(Toolbar& toolbar) = 0;
-  /// One button has another caption, tooltip, look or state.
+  /// One button has another caption, tooltip, style or state.
   virtual void button_changed(Toolbar& toolbar, Button& button) = 0;
   /// Refresh was called: a drawn toolbar brings itself up to date now.
   virtual void refreshed(Toolbar&) {}
@@ -92,9 +92,9 @@ class Toolbar {
 
   const std::u16string& Name() const { return name_; }
 
-  // --- buttons; places count from 1 ---
+  // --- buttons; positions count from 1 ---
   int Count() const { return int(buttons_.size()); }
-  /// Throws RuntimeError(5) for a place or a key that is none. Keys compare letter by letter.
+  /// Throws RuntimeError(5) for a position or a key that is none. Keys compare letter by letter.
   Button& Item(int index);
   Button& Item(std::u16string_view key);
   /// The first with that key without regard to case; null if there is none.

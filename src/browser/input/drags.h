@@ -17,9 +17,9 @@ void size_control(HTMLDocument& document, dom::Element& element, const editing::
 void size_columns(HTMLDocument& document, const editing::ColumnEdge& edge);
 /// A positioned element, to where it shall stand.
 void place_control(HTMLDocument& document, dom::Element& element, int left, int top);
-/// What is selected, to another place; within itself it stays.
+/// What is selected, to another position; within itself it stays.
 void drop_selection(HTMLDocument& document, const dom::Boundary& place, DropEffect effect);
-/// What a middle press brought; the caret then stands behind it, as after any paste.
+/// What a middle press brought; the caret then stands after it, as after any paste.
 void paste_at(HTMLDocument& document, const dom::Boundary& place, const platform::TransferData& data);
 /// What another program gave; it is selected there.
 void drop_data(HTMLDocument& document, const dom::Boundary& place, const platform::TransferData& data);

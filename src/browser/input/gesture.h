@@ -12,7 +12,7 @@ namespace tvx::browser {
 class HTMLDocument::Gesture {
  public:
   explicit Gesture(HTMLDocument& document) : document_(document.shared_from_this()) { ++document.gestures_; }
-  /// Tells now, moved or not, and with this event.
+  /// Raises it now, moved or not, and with this event.
   void finish_with(Event event);
   ~Gesture();
   Gesture(const Gesture&) = delete;

@@ -14,8 +14,8 @@ class Clipboard;
 namespace tvx::browser {
 
 /// Puts what comes from elsewhere in the place of the selection, as one undo step; the caret then stands
-/// behind it. HTML before pictures, pictures before files, files before plain text. False: nothing could be
-/// used, or there is no place for it.
+/// after it. HTML before pictures, pictures before files, files before plain text. False: nothing could be
+/// used, or it fits nowhere.
 ///
 /// HTML is made fit first (editing/pasted_content.h). A picture is stored as a file in the document's image
 /// folder, or stands in the page itself if there is none. Files of pages and texts are read, pictures shown,

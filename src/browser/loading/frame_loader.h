@@ -11,7 +11,7 @@ namespace tvx::browser {
 
 /// The frames of a page. They are shown as a box with a label, so nobody needs their documents; but hosts
 /// hear of them, and may refuse them: each loads what it names, with the events of a navigation, and the
-/// frames in it behind it. Then its document is dropped.
+/// frames in it after it. Then its document is dropped.
 class FrameLoader {
  public:
   /// How events reach the host.
@@ -22,7 +22,7 @@ class FrameLoader {
   ~FrameLoader();
 
   /// From now on the frames of this document, or none. What is on its way for the one before is dropped; the
-  /// downloads that were told to have begun are told to be over.
+  /// downloads that were reported as begun are reported as over.
   void set_document(std::shared_ptr<HTMLDocument> document);
 
   /// Loads all frames of the document. `done` is called when the last is complete, has failed, was refused or

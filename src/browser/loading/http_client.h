@@ -25,7 +25,7 @@ struct HttpOptions {
   std::string certificate_file;
 };
 
-/// Why an address gave nothing, where it isn't the server's own status that tells: the numbers that hosts
+/// Why an address gave nothing, where it isn't the server's own status: the numbers that hosts
 /// know from their platform.
 enum class LoadFailure : std::int32_t {
   InvalidAddress = std::int32_t(0x800C0002),
@@ -42,9 +42,9 @@ enum class LoadFailure : std::int32_t {
 struct HttpAnswer {
   /// The server's status, or a LoadFailure.
   std::int32_t status = 0;
-  /// Where the content was found in the end, behind all redirects.
+  /// Where the content was found in the end, after all redirects.
   std::u16string address;
-  /// As the server told it: "text/html; charset=utf-8".
+  /// As the server named it: "text/html; charset=utf-8".
   std::string content_type;
   /// Uncompressed. Only where has_content().
   std::string body;
@@ -67,7 +67,7 @@ class HttpClient {
   HttpClient(const HttpClient&) = delete;
   HttpClient& operator=(const HttpClient&) = delete;
 
-  /// `accept` is what the server is told to be wanted. Returns at once; `done` is called exactly once, by
+  /// `accept` is what the server is asked for. Returns at once; `done` is called exactly once, by
   /// the loop, unless the fetch is cancelled before. It may destroy this.
   Number fetch(std::u16string_view address, std::string_view accept, Done done);
   /// One that is over is no error.

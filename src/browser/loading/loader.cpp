@@ -138,7 +138,7 @@ void Browser::Loader::finish() {
   if (is_current(number)) state_ = ReadyState::Complete;
 }
 
-// The end has a turn of its own, which is on its way before the error is told: a handler that waits for the
+// The end has a turn of its own, which is on its way before the error is raised: a handler that waits for the
 // browser to be ready gets it.
 void Browser::Loader::fail(const Navigation& navigation, std::int32_t status) {
   post(&Loader::end_failed, navigation);

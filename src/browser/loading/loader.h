@@ -12,14 +12,14 @@
 
 namespace tvx::browser {
 
-/// The road of a navigation: asked for, let through, fetched, adopted, its sheets, its frames, complete. Each
-/// stage runs in a turn of the message loop; one that finds that another navigation has begun meanwhile does
-/// nothing; so does one whose browser is gone.
+/// The course of a navigation: asked for, let through, fetched, adopted, its sheets, its frames, complete.
+/// Each stage runs in a turn of the message loop; one that finds that another navigation has begun meanwhile
+/// does nothing; so does one whose browser is gone.
 class Browser::Loader final : public std::enable_shared_from_this<Loader>, private dom::style::LinkObserver {
  public:
   Loader(platform::MessageLoop& loop, HttpOptions options);
   ~Loader() override;
-  /// Behind the constructor, since it names itself.
+  /// After the constructor, since it names itself.
   void prepare() { resources_.set_owner(weak_from_this()); }
 
   /// Until BeforeNavigate2 lets it pass, a load that is on its way goes on.
@@ -72,7 +72,7 @@ class Browser::Loader final : public std::enable_shared_from_this<Loader>, priva
   bool asking_ = false;       // it has still to be let through
   browser::ReadyState state_ = browser::ReadyState::Uninitialized;
   Resources::Ticket page_ = 0;
-  bool page_download_ = false;  // DownloadBegin was told, DownloadComplete not yet
+  bool page_download_ = false;  // DownloadBegin was raised, DownloadComplete not yet
   int sheet_downloads_ = 0;     // the same of sheets that came later
   std::u16string shown_address_;
   bool sheets_awaited_ = false;

@@ -70,14 +70,14 @@ namespace {
 
 enum class PageKind : std::uint8_t { Html, Text, None };
 
-/// A server that tells no type means HTML; files are what the host says they are.
+/// A server that names no type means HTML; files are what the host says they are.
 PageKind kind_of(const std::string& type) {
   if (type.empty() || type == "text/html" || type == "application/xhtml+xml") return PageKind::Html;
   if (type == "application/xml" || type == "text/xml") return PageKind::Html;
   return type.starts_with("text/") ? PageKind::Text : PageKind::None;
 }
 
-/// HTML standard, section 7.5.4 "loading text documents". The line end behind the tag belongs to it.
+/// HTML standard, section 7.5.4 "loading text documents". The line end after the tag belongs to it.
 std::u16string page_of_text(std::u16string_view text) {
   std::u16string page = u"<!DOCTYPE html><pre>\n";
   page.reserve(text.size() + text.size() / 16 + page.size());

@@ -14,7 +14,7 @@ namespace {
 using dom::style::style_of;
 
 constexpr int deepest_import = 16;
-constexpr int most_imports = 256;  // of one link or `style` element, all told
+constexpr int most_imports = 256;  // of one link or `style` element, in all
 
 bool same_origin(std::u16string_view a, std::u16string_view b) {
   const auto first = Url::parse(a), second = Url::parse(b);
@@ -62,7 +62,7 @@ class SheetLoader::Request : public std::enable_shared_from_this<Request> {
     ++batch->open;
     waiting_.push_back(batch);
   }
-  /// Another request takes this one's place: who waits for this waits for that.
+  /// Another request replaces this one: who waits for this waits for that.
   std::vector<std::shared_ptr<Batch>> give_up() { return std::exchange(waiting_, {}); }
   void take_over(std::vector<std::shared_ptr<Batch>> waiting) { waiting_ = std::move(waiting); }
 

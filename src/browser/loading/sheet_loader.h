@@ -20,7 +20,7 @@ class SheetLoader {
   ~SheetLoader();
 
   /// From now on the sheets of this document, or none. What is on its way for the one before is dropped, and
-  /// nobody is told of its end.
+  /// nobody hears of its end.
   void set_document(std::shared_ptr<HTMLDocument> document);
 
   enum class LocalFiles : std::uint8_t { Allowed, OfLocalPages };

@@ -16,7 +16,7 @@ namespace tvx::browser {
 enum class PatchNumber : std::uint32_t {};
 enum class QuestionId : std::uint32_t {};
 
-/// A place in the view's terms. Offsets count 16-bit units in text, children elsewhere.
+/// A position in the view's terms. Offsets count 16-bit units in text, children elsewhere.
 struct ViewPlace {
   dom::NodeId node{};
   std::uint32_t offset = 0;
@@ -28,7 +28,7 @@ struct PatchOperation {
   enum class Type : std::uint8_t {
     Element,     // makes `node` (name, namespace, attributes) as a child of `parent`, before `before`
     Text,        // makes a text node with `text`
-    Comment,     // makes a comment with `text`; it shows nothing, but places count children
+    Comment,     // makes a comment with `text`; it shows nothing, but positions count children
     Detach,      // takes `node` out; it stays known, a Place may follow
     Place,       // puts a known node into `parent`, before `before`
     Forget,      // `node` and all below it is known no more
@@ -54,7 +54,7 @@ struct PatchOperation {
 
 struct Patch {
   PatchNumber number{};
-  /// Begin anew: a fresh page for this compatibility mode, nothing known.
+  /// Start over: a fresh page for this compatibility mode, nothing known.
   bool reset = false;
   dom::CompatibilityMode compatibility_mode = dom::CompatibilityMode::NoQuirks;
   /// With reset: the address that relative ones in the document are meant against.
@@ -131,7 +131,7 @@ struct ViewTicket {
   int x = 0, y = 0;
 };
 /// The page's own report of a mouse event. A press and a release answer the oldest open ticket of their kind
-/// and place; a click and a double click follow their release in the same batch.
+/// and position; a click and a double click follow their release in the same batch.
 struct ViewMouse {
   enum class Type : std::uint8_t { Press, Release, Click, DoubleClick };
   Type type = Type::Press;
@@ -139,16 +139,16 @@ struct ViewMouse {
   int x = 0, y = 0;
   bool shift = false, control = false, alt = false;
   dom::NodeId element{};
-  std::optional<ViewPlace> place;          // the caret place nearest to the point
+  std::optional<ViewPlace> place;          // the caret position nearest to the point
   std::optional<ViewPlace> anchor, focus;  // the native selection after the event
   dom::NodeId edge{};        // the element whose edge or handle is there: it is meant as a whole
   bool held = false;         // a press on selected text, which stays selected until it is known what follows
   std::uint32_t number = 0;  // counts presses and releases of the page; a click has its release's
   PatchNumber seen{};        // as in the message
 };
-/// The user drags a handle of the selected control, an element to another place, the edge between two columns
-/// of a table, or what is selected: reported when the mouse has gone far enough to mean it, and at its
-/// release. Both come before the release's ViewMouse.
+/// The user drags a handle of the selected control, an element to another position, the edge between two
+/// columns of a table, or what is selected: reported when the mouse has gone far enough to mean it, and at
+/// its release. Both come before the release's ViewMouse.
 struct ViewDrag {
   enum class Phase : std::uint8_t { Begin, Drop };
   enum class Type : std::uint8_t { Size, Move, Content, Column };
@@ -190,7 +190,7 @@ struct ViewText {
   std::u16string text;
   std::u16string composing = {};
   std::uint32_t cursor = 0;  // in `composing`
-  /// Units around the caret that `text` takes the place of, as the input method saw them.
+  /// Units around the caret that `text` replaces, as the input method saw them.
   std::int32_t replaced_from = 0;
   std::uint32_t replaced_length = 0;
 };

@@ -69,7 +69,7 @@ bool Mirror::has(const Node& node, Flag flag) const {
   return index(node.id()) < entries_.size() && (entries_[index(node.id())].flags & flag);
 }
 
-/// Whether the view has the node at its place among its siblings.
+/// Whether the view has the node at its position among its siblings.
 bool Mirror::in_place(const Node& node) const { return knows(node) && !has(node, Touched); }
 
 bool Mirror::is_shown(const Node& node) const {
@@ -187,7 +187,8 @@ void Mirror::detach_touched() {
   }
 }
 
-/// Ends the marks of nodes that aren't in the shown tree any more, and tells the view of those it knows.
+/// Ends the marks of nodes that aren't in the shown tree any more, and reports those that the view knows to
+/// it.
 void Mirror::forget_hidden(std::vector<Ref<Node>>& nodes) {
   std::erase_if(nodes, [this](const Ref<Node>& node) {
     if (!has(*node, Touched)) return true;
@@ -273,7 +274,7 @@ void Mirror::send_attributes_of(Element& element, std::vector<std::u16string> na
   for (std::u16string& name : names) add(Operation::Type::NoAttribute, element).name = std::move(name);
 }
 
-/// Sends the places of touched nodes, as far as the budget goes; what stays in `nodes` waits. New elements
+/// Sends the positions of touched nodes, as far as the budget goes; what stays in `nodes` waits. New elements
 /// are filled as they come: their frames lie above the first `frames`.
 void Mirror::place_nodes(std::vector<Ref<Node>>& nodes, std::size_t frames) {
   for (const Ref<Node>& node : nodes) {
@@ -283,8 +284,8 @@ void Mirror::place_nodes(std::vector<Ref<Node>>& nodes, std::size_t frames) {
   std::erase_if(nodes, [this](const Ref<Node>& node) { return !has(*node, Touched); });
 }
 
-/// Sends a node and the touched siblings behind it, in their order, all before the first sibling that is in
-/// its place.
+/// Sends a node and the touched siblings after it, in their order, all before the first sibling that is in
+/// its position.
 void Mirror::place_run(Node& first, std::size_t frames) {
   const Node& parent = *first.parent();
   const Node* end = first.next_sibling();
@@ -301,7 +302,7 @@ void Mirror::place_run(Node& first, std::size_t frames) {
   }
 }
 
-/// These stand behind the cursor: it will come to them. What the view knows already waits detached.
+/// These stand after the cursor: it will come to them. What the view knows already waits detached.
 void Mirror::leave_to_the_cursor(Node& first, const Node* end) {
   for (Node* node = &first; node != end; node = node->next_sibling()) {
     if (!knows(*node)) entry(*node).flags &= ~Touched;
@@ -325,7 +326,7 @@ void Mirror::make(Node& node, const Node* before) {
   entry(node).node = &node;
   const auto* element = dom::as<Element>(&node);
   const bool left_out = has(node, LeftOut);
-  // What the view can't make is a comment there: the siblings keep their places.
+  // What the view can't make is a comment there: the siblings keep their positions.
   const auto type = left_out || (!element && !node.is_text()) ? Operation::Type::Comment
                     : element                                 ? Operation::Type::Element
                                                               : Operation::Type::Text;

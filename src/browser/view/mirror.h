@@ -16,7 +16,7 @@ namespace tvx::browser {
 /// one operation.
 ///
 /// A node is *known* when the view has it. A new document is sent in slices in tree order: an element whose
-/// children aren't all known is *incomplete* and has a frame that remembers the last child sent; behind that
+/// children aren't all known is *incomplete* and has a frame that remembers the last child sent; after that
 /// child nothing is known, and what changes there costs nothing. New parts that are too large for one flush
 /// become frames too, or wait as *carried* nodes.
 class Mirror final : public dom::MutationObserver {
@@ -54,7 +54,7 @@ class Mirror final : public dom::MutationObserver {
 
  private:
   enum Flag : std::uint8_t {
-    Touched = 1,     // was inserted, moved or removed: its place is to be sent
+    Touched = 1,     // was inserted, moved or removed: its position is to be sent
     Detached = 2,    // the view knows it, out of its tree
     Incomplete = 4,  // has a frame
     DirtyData = 8,

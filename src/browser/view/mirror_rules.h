@@ -10,8 +10,8 @@
 /// How the view's tree differs from the document's on purpose; this is the one place that says so. The
 /// mirror sends by these rules and the agreement test compares by them.
 ///
-/// Nodes stay one to one, so that a place in the view is a place in the document: what may not act in the
-/// view is replaced or emptied, never dropped. Only the document type has no counterpart (the page's own
+/// Nodes stay one to one, so that a position in the view is a position in the document: what may not act in
+/// the view is replaced or emptied, never dropped. Only the document type has no counterpart (the page's own
 /// stands for it), and what lies inside a script, a frame or an embedded object isn't shown.
 namespace tvx::browser {
 

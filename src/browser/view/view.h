@@ -22,8 +22,8 @@ class View {
   /// The user thinks better of it, or may not: what is being dragged stays where it is.
   virtual void cancel_drag() = 0;
   virtual void set_input_context(const InputContext& context) = 0;
-  /// A plain text in the place of the document, with a button that asks for a new beginning; empty: away
-  /// with it. The button's press comes up as ViewReady.
+  /// A plain text instead of the document, with a button that asks for another try; empty: takes it
+  /// away. The button's press comes up as ViewReady.
   virtual void show_notice(std::u16string_view text) = 0;
   virtual void scroll_to(int x, int y) = 0;
   /// The element's upper edge at the window's, or its lower one.

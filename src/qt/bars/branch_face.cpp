@@ -168,7 +168,7 @@ int BranchFace::first_shown(int available) const {
   const int overflow_width = width_of(QStringLiteral("…")) + angle_width;
   for (int place = int(captions_.size()); place >= 1; --place) {
     used += width_of(captions_[std::size_t(place - 1)]) + (place < int(captions_.size()) ? angle_width : 0);
-    // Room for "…" is needed as long as something would stand behind it.
+    // Room for "…" is needed as long as something would go into its menu.
     if (used + (place > 1 ? overflow_width : 0) > available)
       return std::min(place + 1, int(captions_.size()));
   }
@@ -249,7 +249,7 @@ void BranchFace::press(int place) {
   if (place <= model_.Count()) model_.press(model_.Item(place));
 }
 
-// The path may be another by the time that an element is chosen: its key tells whether it is still there.
+// The path may be another by the time that an element is chosen: its key says whether it is still there.
 void BranchFace::show_overflow() {
   QMenu menu(this);
   for (int place = 1; place < first_; ++place)

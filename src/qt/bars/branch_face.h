@@ -12,7 +12,7 @@ namespace tvx::qt {
 class Crumb;
 
 /// The element path as a widget: one row of names with angles between them, from the outermost element to
-/// the current one. What doesn't fit stands behind a first button "…", in a menu.
+/// the current one. What doesn't fit is in the menu of a first button "…".
 ///
 /// The row is one high at any width, so that the document above it never moves. As in the other bars a click
 /// leaves the focus where it is; Tab comes to one button, arrows, Home and End walk, Space and Enter press,
@@ -28,7 +28,7 @@ class BranchFace final : public QWidget, private platform::ToolbarObserver {
   void set_on_leave(std::function<void()> leave) { leave_ = std::move(leave); }
   /// Where the bar stands, and whether its holder shows.
   void show_in(const QRect& box, bool visible);
-  /// The widget of the button at that place, which counts from 1; null for one behind "…" or none.
+  /// The widget of the button at that position, which counts from 1; null for one in the menu of "…" or none.
   QWidget* button_widget(int index) const;
   /// The button "…"; null while everything fits.
   QWidget* overflow_widget() const;
@@ -40,7 +40,7 @@ class BranchFace final : public QWidget, private platform::ToolbarObserver {
 
  private:
   friend class Crumb;
-  static constexpr int overflow = 0;  // the place of "…"
+  static constexpr int overflow = 0;  // the position of "…"
 
   void buttons_replaced(platform::Toolbar&) override { schedule(); }
   void button_changed(platform::Toolbar&, platform::Button&) override { schedule(); }
@@ -54,7 +54,7 @@ class BranchFace final : public QWidget, private platform::ToolbarObserver {
   int width_of(const QString& caption) const;
   void schedule();
   void bring_up_to_date();
-  /// The first place that is shown, with all behind it, in a row of that width.
+  /// The first position that is shown, with all after it, in a row of that width.
   int first_shown(int available) const;
   void place_crumbs();
   Crumb& crumb_at(int place);
@@ -64,7 +64,7 @@ class BranchFace final : public QWidget, private platform::ToolbarObserver {
   platform::ButtonPlace place_of(const platform::Button& button) const;
 
   platform::Toolbar& model_;
-  std::vector<Crumb*> crumbs_;  // by place; the first is "…"
+  std::vector<Crumb*> crumbs_;  // by position; the first is "…"
   std::vector<QString> captions_;
   std::vector<int> angles_;  // where the angles between the names stand
   int first_ = 1;

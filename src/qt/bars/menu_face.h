@@ -13,10 +13,10 @@ namespace tvx::qt {
 /// mouse or the keyboard.
 class PopupMenus final : public platform::PopupMenus {
  public:
-  /// `owner` is the control's widget: places count from its corner.
+  /// `owner` is the control's widget: positions count from its corner.
   explicit PopupMenus(QWidget& owner) : owner_(&owner) {}
 
-  /// Answers where on the screen a popup without a place appears; none: at the mouse pointer.
+  /// Answers where on the screen a popup without a position appears; none: at the mouse pointer.
   void set_default_place(std::function<QPoint()> place) { default_place_ = std::move(place); }
 
  private:

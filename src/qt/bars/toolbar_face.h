@@ -14,7 +14,7 @@ class ToolbarButton;
 /// A toolbar as a widget: buttons in rows that wrap, after the model in every state.
 ///
 /// A click never takes the focus, so the caret stays in the document. Tab comes to one button of the bar,
-/// arrows, Home and End walk, Space and Enter press, Escape leaves. Every press takes the model's road.
+/// arrows, Home and End walk, Space and Enter press, Escape leaves. Every press goes through the model.
 /// Asked for its height, the model answers from here, also before the widget has been laid out.
 class ToolbarFace final : public QWidget, private platform::ToolbarObserver {
   Q_OBJECT
@@ -32,7 +32,7 @@ class ToolbarFace final : public QWidget, private platform::ToolbarObserver {
   /// Gives the focus to the button that has it by Tab. False: no button can take it.
   bool take_focus();
 
-  /// The widget of the button at that place, which counts from 1; null for a separator or none.
+  /// The widget of the button at that position, which counts from 1; null for a separator or none.
   QWidget* button_widget(int index) const;
 
   /// The height that the buttons take at this width, in pixels.
@@ -74,7 +74,8 @@ class ToolbarFace final : public QWidget, private platform::ToolbarObserver {
   int nearest_in_other_row(int from, bool below) const;
 
   platform::Toolbar& model_;
-  std::vector<ToolbarButton*> buttons_;  // by place; those behind the model's last one wait for their return
+  std::vector<ToolbarButton*>
+      buttons_;  // by position; those after the model's last one wait for their return
   std::vector<QRect> separators_;
   int tab_stop_ = 0;
   bool stale_ = false, holder_visible_ = true;

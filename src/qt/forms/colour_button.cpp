@@ -52,7 +52,7 @@ void ColourButton::show_colour(const QString& text) {
   update();
 }
 
-// As high as the text box that it stands behind.
+// As high as the text box that it stands after.
 QSize ColourButton::sizeHint() const {
   QStyleOptionFrame box;
   box.initFrom(this);

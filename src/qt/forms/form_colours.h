@@ -13,7 +13,7 @@ namespace tvx::qt {
 QColor to_qt_colour(platform::FormColour colour, const QPalette& desktop);
 
 /// Gives the widget the control's background, and letters that can be read on it. A control that has its
-/// kind's usual one looks as the desktop wants it.
+/// kind's usual one is as the desktop wants it.
 void show_back_colour(const platform::FormControl& control, QWidget& widget);
 
 }  // namespace tvx::qt

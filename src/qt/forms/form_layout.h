@@ -12,7 +12,7 @@ class QWidget;
 namespace tvx::qt {
 
 /// Where a form's controls stand: labels beside their fields, in columns that go through the whole form,
-/// frames included. A row may hold several fields; what stands behind a box, a button or a unit, stays with
+/// frames included. A row may hold several fields; what stands after a box, a button or a unit, stays with
 /// it. What has no label stands under the fields, or takes the whole row where there are none.
 class FormLayout {
  public:

@@ -22,7 +22,7 @@ namespace {
 using platform::ControlKind;
 using platform::FormControl;
 
-/// A text box as wide as the letters that it is for, and as wide as there is room where no number is told.
+/// A text box as wide as the letters that it is for, and as wide as there is room where no number is given.
 class TextBox final : public QLineEdit {
  public:
   explicit TextBox(std::optional<int> letters, QWidget* parent)
@@ -41,7 +41,7 @@ class TextBox final : public QLineEdit {
   QSize minimumSizeHint() const override { return sizeHint(); }
 
  private:
-  // Numbers and colours read from the left everywhere; they begin where the form does.
+  // Numbers and colours read from the left everywhere; they start where the form does.
   void changeEvent(QEvent* event) override {
     if (event->type() == QEvent::LayoutDirectionChange)
       setAlignment(layoutDirection() == Qt::RightToLeft ? Qt::AlignRight | Qt::AlignAbsolute : Qt::AlignLeft);

@@ -10,14 +10,14 @@ class QWidget;
 /// One control of a form as a widget of the desktop.
 namespace tvx::qt {
 
-/// Called with what the user did, to run it. No failure of it may leave this: Qt's loop stands behind.
+/// Called with what the user did, to run it. No failure of it may leave this: it would reach Qt's loop.
 using UserAct = std::function<void(const std::function<void()>& act)>;
 
 /// The widget of a control: named like it, and after the model in every state. What the user does with it
 /// goes to the model through `act`.
 QWidget* make_widget(platform::FormControl& control, QWidget* parent, const UserAct& act);
 
-/// Brings the widget after the model. What is the same already is left alone, the place of the caret in a
+/// Brings the widget after the model. What is the same already is left alone, the position of the caret in a
 /// text that is being typed above all.
 void show_state(const platform::FormControl& control, QWidget& widget);
 

@@ -87,7 +87,7 @@ class CodeBox::Edit final : public QPlainTextEdit {
   int top_of(const QTextBlock& block) const {
     return qRound(blockBoundingGeometry(block).translated(contentOffset()).top());
   }
-  // A document filled before anybody listens: lines by the hundred thousand are put in, not told of one by
+  // A document filled before anybody listens: lines by the hundred thousand are put in, not announced one by
   // one.
   void put(const QString& text) {
     auto* fresh = new QTextDocument(this);

@@ -8,7 +8,7 @@
 namespace tvx::qt {
 
 /// The code view on the screen: the box, and the pane that paints the numbers of its lines. The pane is as
-/// wide as the largest number wants, and never narrower than told; in an interface from right to left it
+/// wide as the largest number wants, and never narrower than asked for; in an interface from right to left it
 /// stands at the right.
 class CodeViewFace final : public QWidget, private source::CodeViewObserver {
  public:

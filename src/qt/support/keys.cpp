@@ -94,7 +94,7 @@ browser::KeyInput key_input(const QKeyEvent& event) {
     return input;
   }
   input.key_code = virtual_key(event);
-  // A Latin letter by its place, where the layout's own types no text with Control.
+  // A Latin letter by its position, where the layout's own types no text with Control.
   const bool latin = input.key_code >= 'A' && input.key_code <= 'Z';
   if (text.empty() && latin) {
     const char16_t letter = static_cast<char16_t>(input.key_code);

@@ -74,7 +74,7 @@ bool MessageLoop::event(QEvent* event) {
   return true;
 }
 
-/// Runs what is pending now. A task that spins a loop of its own finds the tasks behind it runnable: the
+/// Runs what is pending now. A task that spins a loop of its own finds the tasks after it runnable: the
 /// wake mark is taken off first, and put back while any are left.
 void MessageLoop::run_pending() {
   woken_ = false;
