@@ -137,13 +137,11 @@ Json seen_in(const Form& form) {
 void fill(Form& form, const Params& set) {
   for (const auto& [name, json] : set.object().items()) {
     platform::FormControl& control = form.Controls(from_utf8(name));
-    if (!control.reachable())
-      throw RuntimeError(errors::invalid_call, u"The control can't be changed: " + control.Name());
     const library::Value value = from_json(json);
     if (control.kind() == ControlKind::CheckBox)
-      control.set_Value(value.to_boolean());
+      headless::tick(control, value.to_boolean());
     else
-      control.set_Text(value.to_text());
+      headless::fill(control, value.to_text());
   }
 }
 

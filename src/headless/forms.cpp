@@ -37,6 +37,25 @@ void Forms::act(Form& form, const ExpectedForm& expected) {
     throw RuntimeError(errors::invalid_call, u"The button can't be pressed: " + button.Name());
 }
 
+namespace {
+
+void require_reachable(const FormControl& control) {
+  if (!control.reachable())
+    throw RuntimeError(errors::invalid_call, u"The control can't be changed: " + control.Name());
+}
+
+}  // namespace
+
+void fill(FormControl& control, std::u16string_view text) {
+  require_reachable(control);
+  control.set_Text(text);
+}
+
+void tick(FormControl& control, bool ticked) {
+  require_reachable(control);
+  if (control.Value() != ticked) control.click();
+}
+
 void Forms::run(Form& form, platform::WindowHandle owner) {
   // Taken before anything runs: what happens while the form is open may change the expectations.
   const std::optional<ExpectedForm> expected = take(form);

@@ -60,4 +60,10 @@ class Forms final : public platform::Forms {
   platform::WindowHandle last_owner_ = platform::WindowHandle::none;
 };
 
+// --- what a user does with one control; RuntimeError(5) where it can't be reached ---
+/// Types into a box, or chooses from a list.
+void fill(platform::FormControl& control, std::u16string_view text);
+/// Presses the check box if it isn't as wanted.
+void tick(platform::FormControl& control, bool ticked);
+
 }  // namespace tvx::headless
