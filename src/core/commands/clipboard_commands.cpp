@@ -7,6 +7,7 @@
 #include "tvx/core/views/code_pane.h"
 #include "tvx/dom/inner_html.h"
 #include "tvx/dom/objects/element_content.h"
+#include "tvx/dom/without_overlay.h"
 #include "tvx/editing/ranges/control_range.h"
 
 namespace tvx::core {
@@ -45,6 +46,7 @@ void ClipboardCommands::copy() {
 }
 
 void ClipboardCommands::copy_by_hand(std::u16string_view type) {
+  const dom::WithoutOverlay bare(document().tree());
   editing::AnyRange range = editing::create_range(document().editor());
   std::u16string html, prefix = u"<HTML><BODY>", suffix = u"</BODY></HTML>";
   if (type == u"Text")

@@ -3,6 +3,7 @@
 #include "tvx/base/error.h"
 #include "tvx/dom/document.h"
 #include "tvx/dom/inner_text.h"
+#include "tvx/dom/without_overlay.h"
 #include "tvx/editing/editor.h"
 #include "tvx/editing/ranges/control_range.h"
 #include "tvx/editing/ranges/markup_pointer.h"
@@ -39,11 +40,13 @@ bool insert_at_selection(Editor& editor, std::u16string_view html, InsertPlace p
 }
 
 std::u16string selected_content(Editor& editor, SelectionForm form) {
+  const dom::WithoutOverlay bare(editor.document());
   const TextRange range = selected_text(editor);
   return form == SelectionForm::Html ? range.html_text() : range.text();
 }
 
 void wrap_selection(Editor& editor, std::u16string_view opening, std::u16string_view closing) {
+  const dom::WithoutOverlay bare(editor.document(), u"Format");
   TextRange range = selected_text(editor);
   range.paste_html(std::u16string(opening) + range.html_text() + std::u16string(closing));
 }
@@ -71,6 +74,7 @@ std::u16string select_characters(Editor& editor, std::int32_t start, std::int32_
   TextRange range = editing::create_text_range(editor);
   MoveRangeToPointers(from, to, range);
   range.select();
+  const dom::WithoutOverlay bare(document);
   return range.html_text();
 }
 

@@ -8,6 +8,8 @@
 #include "tvx/dom/mutation.h"
 #include "tvx/dom/serialise.h"
 #include "tvx/dom/style/style_sheet.h"
+#include "tvx/dom/without_overlay.h"
+#include "tvx/editing/editor.h"
 #include "tvx/editing/ranges/control_range.h"
 
 namespace tvx::core {
@@ -56,6 +58,7 @@ void set_style_class(dom::Element& element, std::u16string_view name) {
 }
 
 void set_style_class(editing::Editor& editor, std::u16string_view name) {
+  const dom::WithoutOverlay bare(editor.document(), u"Class");
   editing::TextRange range = editing::create_text_range(editor);
   dom::Element& whole = parent_of(range);
   if (range.html_text() == dom::outer_html(whole)) return set_style_class(whole, name);

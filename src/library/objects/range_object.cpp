@@ -2,6 +2,7 @@
 
 #include "tvx/base/error.h"
 #include "tvx/browser/html_document.h"
+#include "tvx/dom/without_overlay.h"
 #include "tvx/library/objects/members_of.h"
 
 namespace tvx::library {
@@ -109,8 +110,14 @@ Value ask(TextRangeObject& self, Values& arguments) {
   return ((*self).*Question)(other_range(arguments, 0));
 }
 
+// What a host reads here it will write again: the border of the current element is no part of it.
+Value html_text(TextRangeObject& self) {
+  const dom::WithoutOverlay bare(self.document()->tree());
+  return self->html_text();
+}
+
 constexpr MemberOf<TextRangeObject> text_rows[] = {
-    {u"htmlText", [](TextRangeObject& self) -> Value { return self->html_text(); }},
+    {u"htmlText", html_text},
     {u"text", [](TextRangeObject& self) -> Value { return self->text(); },
      [](TextRangeObject& self, const Value& value) {
        self.change([&] { self->set_text(value.to_text()); });
