@@ -183,11 +183,33 @@ bool Window::load(files::DocumentFile file) {
   file.keep_head(document->tree());
   file_ = std::move(file);
   set_unmodified();
+  editor_->setFocus(Qt::OtherFocusReason);
   if (!file_.faithful())
     statusBar()->showMessage(
         tr("Some bytes of this file mean nothing in %1. An edited page is saved without them.")
             .arg(QString::fromStdString(file_.form().charset)));
   return true;
+}
+
+// The window's own: what the control was given is not what the file holds.
+void Window::MenuClick(std::u16string& item, bool& cancel) {
+  if (item != u"ContextMISCRevert") return;
+  cancel = true;
+  QTimer::singleShot(0, this, &Window::ask_and_revert);  // when the menu has gone
+}
+
+void Window::ask_and_revert() {
+  const auto answer =
+      QMessageBox::question(this, QStringLiteral("HTMLed"),
+                            tr("Discard all changes and go back to the document as it was last saved?"),
+                            QMessageBox::Discard | QMessageBox::Cancel, QMessageBox::Cancel);
+  if (answer != QMessageBox::Discard) return;
+  if (!file_.path().empty()) {
+    open(to_qt(file_.path()));
+    return;
+  }
+  set_modified(false);
+  new_document();
 }
 
 // --- saving ---
@@ -288,7 +310,8 @@ void Window::look_whether_modified() {
   look_awaited_ = false;
   core::HTMLed& control = editor_->control();
   const auto document = control.DOM();
-  if (!document || control.InCodeView()) {
+  // To look at the code changes nothing. What is typed there reaches the document when the code view is left.
+  if (!document || (control.InCodeView() && !control.txtCode().untouched_text())) {
     looked_at_depth_.reset();
     return set_modified(true);
   }

@@ -49,6 +49,7 @@ class Window final : public QMainWindow, private core::HTMLedEvents {
   // core::HTMLedEvents
   void Error(std::int32_t& number, std::u16string& text) override;
   void BeforeNavigate(std::u16string& url, std::u16string& frame, bool& cancel) override;
+  void MenuClick(std::u16string& item, bool& cancel) override;
 
   void closeEvent(QCloseEvent* event) override;
 
@@ -59,6 +60,8 @@ class Window final : public QMainWindow, private core::HTMLedEvents {
   void show_words();
   void new_document();
   void ask_and_open();
+  /// Back to what the file holds, if the user says so.
+  void ask_and_revert();
   bool save();
   bool save_as();
   bool save_to(const QString& path);

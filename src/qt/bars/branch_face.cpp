@@ -207,7 +207,18 @@ void BranchFace::place_crumbs() {
   if (first_ > 1) put(overflow, QStringLiteral("…"));
   for (int place = first_; place <= count; ++place)
     if (!captions_[std::size_t(place - 1)].isEmpty()) put(place, captions_[std::size_t(place - 1)]);
+  look_for_mouse();
   update();
+}
+
+// A menu takes the mouse away without a word, and names move under it: only where it is now counts.
+void BranchFace::look_for_mouse() {
+  for (Crumb* crumb : crumbs_) {
+    if (!crumb) continue;
+    const bool over = crumb->isVisible() && crumb->rect().contains(crumb->mapFromGlobal(QCursor::pos()));
+    crumb->setAttribute(Qt::WA_UnderMouse, over);
+    crumb->update();
+  }
 }
 
 void BranchFace::paintEvent(QPaintEvent*) {
@@ -246,7 +257,9 @@ bool BranchFace::take_focus() {
 
 void BranchFace::press(int place) {
   if (place == overflow) return show_overflow();
+  const QPointer<BranchFace> self(this);
   if (place <= model_.Count()) model_.press(model_.Item(place));
+  if (self) look_for_mouse();
 }
 
 // The path may be another by the time that an element is chosen: its key says whether it is still there.

@@ -57,6 +57,7 @@ class BranchFace final : public QWidget, private platform::ToolbarObserver {
   /// The first position that is shown, with all after it, in a row of that width.
   int first_shown(int available) const;
   void place_crumbs();
+  void look_for_mouse();
   Crumb& crumb_at(int place);
   void press(int place);
   void show_overflow();

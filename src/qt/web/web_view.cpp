@@ -257,6 +257,8 @@ void WebView::Private::watch_input_widget() {
   if (input_widget_) input_widget_->removeEventFilter(this);
   input_widget_ = now;
   if (!now) return;
+  // What was given the focus before it was there has it now.
+  if (view_->window()->focusWidget() == view_) now->setFocus();
   now->installEventFilter(this);
   now->setAttribute(Qt::WA_InputMethodEnabled);
 }

@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QCursor>
 #include <QDialog>
+#include <QPainter>
 #include <QPointer>
 #include <QPrinterInfo>
 #include <QResizeEvent>
@@ -15,6 +16,7 @@
 #include "tvx/base/error.h"
 #include "tvx/browser/view/document_view.h"
 #include "tvx/core/htmled.h"
+#include "tvx/editing/walk/caret.h"
 #include "tvx/platform/container.h"
 #include "tvx/platform/empty_store.h"
 #include "tvx/platform/message_loop.h"
@@ -53,6 +55,19 @@ QRect pixels(const core::Box& box) {
   return {to_pixels(box.Left), to_pixels(box.Top), to_pixels(box.Width), to_pixels(box.Height)};
 }
 
+/// The line around the control.
+class Frame final : public QWidget {
+ public:
+  using QWidget::QWidget;
+
+ protected:
+  void paintEvent(QPaintEvent*) override {
+    QPainter painter(this);
+    painter.setPen(palette().color(QPalette::Mid));
+    painter.drawRect(rect().adjusted(0, 0, -1, -1));
+  }
+};
+
 }  // namespace
 
 /// What stands around the control and hears of it.
@@ -84,7 +99,9 @@ class HTMLedWidget::Parts final : public platform::Container,
     control_->add_observer(*this);
     make_faces();
     document_view_.set_on_focus([this](bool focused) {
+      has_view_focus_ = focused;
       if (focused) control_->WBrowser_GotFocus();
+      if (focused) set_first_caret_later();
     });
   }
 
@@ -95,6 +112,7 @@ class HTMLedWidget::Parts final : public platform::Container,
     delete toolbar2_;
     delete branch_;
     delete code_;
+    delete frame_;
     control_->remove_observer(*this);
     control_->UserControl_Terminate();
   }
@@ -104,11 +122,13 @@ class HTMLedWidget::Parts final : public platform::Container,
   bool user_mode() const override { return started_; }
   void property_changed(std::u16string_view key) override {
     if (widget_) emit widget_->property_changed(to_qt(key));
+    if (key == u"DocumentHTML") set_first_caret_later();
   }
 
   // browser::BrowserWindow
   void focus() override {
-    if (QWidget* input = view_.input_widget()) input->setFocus();
+    QWidget* const input = view_.input_widget();
+    (input ? input : view_.widget())->setFocus();
   }
   void scroll_to(int x, int y) override { view_.scroll_to(x, y); }
   void scroll_into_view(dom::Element& element) override { document_view_.scroll_into_view(element, true); }
@@ -126,9 +146,18 @@ class HTMLedWidget::Parts final : public platform::Container,
   }
   void layout_changed(const core::Layout& layout) override { apply(layout); }
   void editor_enabled_changed(bool enabled) override { document_view_.set_editable(enabled); }
-  void view_switched(bool) override { apply(control_->layout()); }
+  // The layout that belongs to it follows at once: the present one would hide the code view again.
+  void view_switched(bool in_code_view) override {
+    if (widget_) widget_->setFocusProxy(in_code_view ? static_cast<QWidget*>(code_) : view_.widget());
+  }
+  void border_changed(core::EdBorderStyle) override {
+    if (widget_) resize(widget_->size());
+  }
 
   void resize(QSize size) {
+    frame_->setGeometry(QRect({}, size));
+    frame_->setVisible(border() > 0);
+    size -= QSize(2 * border(), 2 * border());
     if (!started_ && !design_mode_)
       return control_->set_size(to_twips(size.width()), to_twips(size.height()));
     toolbar1_->measure(size.width());
@@ -139,12 +168,33 @@ class HTMLedWidget::Parts final : public platform::Container,
   }
 
   void apply(const core::Layout& layout) {
-    toolbar1_->show_in(pixels(layout.Picture1), layout.Picture1.Visible);
-    toolbar2_->show_in(pixels(layout.Picture2), layout.Picture2.Visible);
-    branch_->show_in(within(pixels(layout.Picture3)), layout.Picture3.Visible);
-    view_.widget()->setGeometry(pixels(layout.WBrowser));
-    show(code_, layout.txtCode);
+    toolbar1_->show_in(inside(layout.Picture1), layout.Picture1.Visible);
+    toolbar2_->show_in(inside(layout.Picture2), layout.Picture2.Visible);
+    branch_->show_in(within(inside(layout.Picture3)), layout.Picture3.Visible);
+    view_.widget()->setGeometry(inside(layout.WBrowser));
+    code_->setGeometry(inside(layout.txtCode));
+    code_->setVisible(layout.txtCode.Visible);
     control_->txtCode().in_front() ? code_->raise() : code_->lower();
+    frame_->lower();
+    order_tabs();
+  }
+
+  /// Where the user goes on after a start or a new document. A program that has given the focus to another
+  /// widget of its window meant that one.
+  void take_first_focus() {
+    if (!widget_->window()->focusWidget()) widget_->setFocus(Qt::OtherFocusReason);
+    set_first_caret_later();
+  }
+
+  /// Tells the control that the focus left the document for another of its parts, once it has come to rest
+  /// there.
+  void tell_lost_focus(const QWidget* from) {
+    if (!view_.widget()->isAncestorOf(from)) return;
+    QTimer::singleShot(0, widget_, [this] {
+      const QWidget* part = QApplication::focusWidget();
+      while (part && part->parentWidget() != widget_) part = part->parentWidget();
+      if (part && part != view_.widget()) control_->WBrowser_LostFocus(from_qt(part->objectName()));
+    });
   }
 
   QPointer<HTMLedWidget> widget_;
@@ -161,6 +211,8 @@ class HTMLedWidget::Parts final : public platform::Container,
   bool started_ = false;
   bool design_mode_ = false;
   bool has_focus_ = false;
+  bool has_view_focus_ = false;
+  bool caret_awaited_ = false;
   QString print_file_;
 
  private:
@@ -173,12 +225,51 @@ class HTMLedWidget::Parts final : public platform::Container,
     add_shortcut(Qt::Key_F6, 1);
     add_shortcut(Qt::SHIFT | Qt::Key_F6, -1);
     code_ = new CodeViewFace(control_->txtCode(), widget_);
+    code_->setObjectName(QStringLiteral("txtCode"));
     toolbar2_->show_in({}, false);
+    frame_ = new Frame(widget_);
+    frame_->setAttribute(Qt::WA_TransparentForMouseEvents);
+    widget_->setFocusProxy(view_.widget());
+  }
+
+  int border() const { return control_->BorderStyle() == core::EdBorderStyle::Solid ? 1 : 0; }
+  QRect inside(const core::Box& box) const { return pixels(box).translated(border(), border()); }
+
+  /// Tab goes through the bars, the document and the path. Buttons come and go: the order is set with each
+  /// layout.
+  void order_tabs() {
+    QWidget* last = nullptr;
+    for (QWidget* part : {static_cast<QWidget*>(toolbar1_), static_cast<QWidget*>(toolbar2_), view_.widget(),
+                          static_cast<QWidget*>(code_), static_cast<QWidget*>(branch_)}) {
+      for (QWidget* stop : part->findChildren<QWidget*>()) {
+        if (!(stop->focusPolicy() & Qt::TabFocus) || stop->focusProxy()) continue;
+        if (last) QWidget::setTabOrder(last, stop);
+        last = stop;
+      }
+    }
+  }
+
+  /// A document that has the focus has a caret, so that typing has where to go.
+  void set_first_caret_later() {
+    if (!has_view_focus_ || !widget_ || std::exchange(caret_awaited_, true)) return;
+    QTimer::singleShot(0, widget_, [this] {
+      caret_awaited_ = false;
+      set_first_caret();
+    });
+  }
+  void set_first_caret() {
+    const auto document = control_->DOM();
+    if (!started_ || !document || control_->InCodeView() || !document->body()) return;
+    if (document->readyState() != u"complete" || !document->editor().design_mode()) return;
+    if (document->editor().selection().type() != editing::SelectionType::None) return;
+    document->select([&](editing::Selection& selection) {
+      selection.collapse(editing::normalized_caret_place({document->body(), 0}));
+    });
   }
 
   // The layout makes the holder of the element path wider than the control; what is beyond can't be seen.
   QRect within(QRect box) const {
-    if (widget_) box.setRight(std::min(box.right(), widget_->width() - 1));
+    if (widget_) box.setRight(std::min(box.right(), widget_->width() - 1 - border()));
     return box;
   }
 
@@ -214,15 +305,11 @@ class HTMLedWidget::Parts final : public platform::Container,
     return true;
   }
 
-  static void show(QWidget* widget, const core::Box& box) {
-    widget->setGeometry(pixels(box));
-    widget->setVisible(box.Visible);
-  }
-
   ToolbarFace* toolbar1_ = nullptr;
   ToolbarFace* toolbar2_ = nullptr;
   BranchFace* branch_ = nullptr;
   CodeViewFace* code_ = nullptr;
+  Frame* frame_ = nullptr;
 };
 
 // What is printed is what the view shows, so it must have been told of everything: the border of the current
@@ -315,6 +402,7 @@ void HTMLedWidget::start() {
   parts->resize(size());
   parts->control_->UserControl_Show();
   parts->resize(size());
+  if (parts_ == parts) parts->take_first_focus();
 }
 
 void HTMLedWidget::resizeEvent(QResizeEvent* event) { parts_->resize(event->size()); }
@@ -334,10 +422,11 @@ bool HTMLedWidget::holds(const QWidget* widget) const {
   return widget == this;
 }
 
-void HTMLedWidget::focus_moved(QWidget*, QWidget* to) {
+void HTMLedWidget::focus_moved(QWidget* from, QWidget* to) {
   // The application in the background, a menu in front: the focus comes back to where it was.
   if (!to || !parts_->started_) return;
   const bool inside = holds(to);
+  if (inside && from) parts_->tell_lost_focus(from);
   if (inside == parts_->has_focus_) return;
   parts_->has_focus_ = inside;
   inside ? control().UserControl_EnterFocus() : control().UserControl_ExitFocus();

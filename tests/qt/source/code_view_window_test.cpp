@@ -87,7 +87,7 @@ TEST_F(CodeViewWindow, TheCodeStandsWhereTheDocumentStood) {
   control().show_Code();
   QApplication::processEvents();
   const QWidget* face = box()->parentWidget();
-  EXPECT_EQ(face->width(), widget.width());
+  EXPECT_EQ(face->width(), widget.width() - 2);
   EXPECT_GT(face->height(), 300);
   EXPECT_EQ(widget.childAt(400, face->y() + 100)->window(), widget.window());
   EXPECT_TRUE(face->isAncestorOf(widget.childAt(400, face->y() + 100)));

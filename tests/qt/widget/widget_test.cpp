@@ -5,11 +5,15 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMetaProperty>
+#include <QMouseEvent>
 #include <QSettings>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QVBoxLayout>
+#include <QWebEnginePage>
+#include <QWebEngineScript>
+#include <QWindow>
 
 #include "qt/modal_user.h"
 #include "tvx/base/strings.h"
@@ -17,8 +21,10 @@
 #include "tvx/browser/view/document_view.h"
 #include "tvx/core/htmled.h"
 #include "tvx/dom/tree.h"
+#include "tvx/editing/editor.h"
 #include "tvx/htmled_widget.h"
 #include "tvx/library/members/member_table.h"
+#include "tvx/platform/menu.h"
 #include "tvx/qt/support/message_loop.h"
 #include "tvx/qt/support/strings.h"
 #include "tvx/qt/web/web_view.h"
@@ -310,6 +316,128 @@ TEST_F(Widget, TheFocusMakesAnElementCurrentAndTakesItsBorderAway) {
   line->setFocus();
   EXPECT_TRUE(wait_for([&] { return widget_->control().highlightElement() == nullptr; }));
   widget_->setParent(nullptr);
+}
+
+/// Keys as the window system sends them: to the window, which gives them to the widget that has the focus.
+void type_into(QWindow* window, const QString& text) {
+  for (const QChar letter : text) QTest::keyClick(window, letter.toLatin1());
+}
+
+TEST_F(Widget, TypingWorksAfterTheStartWithoutAClick) {
+  show(QStringLiteral("<P>text</P>"));
+  widget_->activateWindow();
+  const auto has_caret = [&] {
+    QWidget* input = widget_->view().input_widget();
+    return input && input->hasFocus() &&
+           widget_->control().DOM()->editor().selection().type() == editing::SelectionType::Text;
+  };
+  ASSERT_TRUE(wait_for(has_caret));
+  ASSERT_TRUE(settle());
+  type_into(widget_->windowHandle(), QStringLiteral("typed "));
+  EXPECT_TRUE(wait_for([&] { return widget_->DocumentHTML() == QStringLiteral("<P>typed text</P>"); }))
+      << widget_->DocumentHTML().toStdString();
+}
+
+TEST_F(Widget, AWidgetThatHasTheFocusKeepsIt) {
+  QWidget window;
+  auto* layout = new QVBoxLayout(&window);
+  auto* line = new QLineEdit;
+  layout->addWidget(line);
+  layout->addWidget(widget_.get());
+  line->setFocus();
+  window.show();
+  window.activateWindow();
+  ASSERT_TRUE(settle());
+  EXPECT_TRUE(line->hasFocus());
+  widget_->setFocus();
+  EXPECT_TRUE(wait_for([&] { return widget_->view().input_widget()->hasFocus(); }))
+      << "it stands for its page";
+  widget_->setParent(nullptr);
+}
+
+TEST_F(Widget, TabGoesThroughBarsPageAndPath) {
+  show(QStringLiteral("<P>text</P>"));
+  ASSERT_TRUE(settle());
+  QStringList passed;
+  QWidget* stop = widget_.get();
+  do {
+    stop = stop->nextInFocusChain();
+    if (!(stop->focusPolicy() & Qt::TabFocus) || !stop->isVisible() || stop->focusProxy()) continue;
+    const QWidget* part = stop;
+    while (part->parentWidget() && part->parentWidget() != widget_.get()) part = part->parentWidget();
+    if (passed.isEmpty() || passed.last() != part->objectName()) passed << part->objectName();
+  } while (stop != widget_.get());
+  const QString page = widget_->view().widget()->objectName();
+  EXPECT_EQ(
+      passed.join(u' ').toStdString(),
+      QStringList({QStringLiteral("Toolbar1"), page, QStringLiteral("tlbDOM")}).join(u' ').toStdString());
+}
+
+TEST_F(Widget, BorderStyleIsSeen) {
+  show(QStringLiteral("<P>text</P>"));
+  const auto corner = [&] { return widget_->grab().toImage().pixelColor(0, 0); };
+  const QColor with_line = corner();
+  EXPECT_EQ(widget_->view().widget()->x(), 1);
+  widget_->setProperty("BorderStyle", 0);
+  EXPECT_EQ(widget_->view().widget()->x(), 0);
+  EXPECT_NE(corner(), with_line);
+  widget_->setProperty("BorderStyle", 1);
+  EXPECT_EQ(corner(), with_line);
+}
+
+/// Menus that stay open until a test has looked.
+class OpenMenu final : public platform::PopupMenus {
+ public:
+  std::function<void()> while_open;
+  int shown = 0;
+
+ private:
+  platform::Menu* show(platform::Menu&, platform::WindowHandle,
+                       const std::optional<platform::PopupPlace>&) override {
+    if (while_open) while_open();
+    ++shown;
+    return nullptr;
+  }
+};
+
+TEST_F(Widget, UnderTheMenuOfARightPressTheNewCaretIsSeen) {
+  OpenMenu menus;
+  Substitutes substitutes;
+  substitutes.popups = &menus;
+  widget_ = std::make_unique<HTMLedWidget>(loop_, nullptr, substitutes);
+  show(QStringLiteral("<P id=a>first</P><P id=b>second</P>"));
+  ASSERT_TRUE(settle());
+  const auto caret_is_in = [&](const QString& paragraph) {
+    QString found;
+    bool told = false;
+    widget_->view().page()->runJavaScript(
+        QStringLiteral("getSelection().rangeCount ? getSelection().focusNode.parentElement.id : ''"),
+        QWebEngineScript::ApplicationWorld, [&](const QVariant& answer) {
+          found = answer.toString();
+          told = true;
+        });
+    return wait_for([&] { return told; }) && found == paragraph;
+  };
+  widget_->control().DOM()->select([&](editing::Selection& selection) {
+    selection.collapse({widget_->control().DOM()->first(dom::Tag::P)->first_child(), 1});
+  });
+  ASSERT_TRUE(settle());
+  ASSERT_TRUE(caret_is_in(QStringLiteral("a")));
+  bool seen = false;
+  menus.while_open = [&] {
+    const std::int64_t end = loop_.now() + 3000;
+    while (!seen && loop_.now() < end) seen = caret_is_in(QStringLiteral("b"));
+  };
+  QWidget* input = widget_->view().input_widget();
+  const QPoint at{20, 60};
+  for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease})
+    QCoreApplication::postEvent(
+        input,
+        new QMouseEvent(type, at, input->mapToGlobal(at), Qt::RightButton,
+                        type == QEvent::MouseButtonPress ? Qt::RightButton : Qt::NoButton, Qt::NoModifier));
+  ASSERT_TRUE(wait_for([&] { return menus.shown > 0; }));
+  EXPECT_TRUE(seen);
+  widget_.reset();
 }
 
 // --- a host that ends it within an event ---

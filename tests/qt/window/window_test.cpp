@@ -8,10 +8,12 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
+#include <QWindow>
 #include <functional>
 
 #include "tvx/base/strings.h"
@@ -66,6 +68,18 @@ class WindowTest : public testing::Test {
     for (int i = 0; i < 3; ++i) loop_.pump(0);
     while (!window_.editor().document_view().settled() && loop_.now() < end) loop_.pump(20);
     return window_.editor().document_view().settled();
+  }
+
+  bool wait_for(const std::function<bool()>& condition) {
+    const std::int64_t end = loop_.now() + 10'000;
+    while (!condition() && loop_.now() < end) loop_.pump(20);
+    return condition();
+  }
+
+  bool has_caret() {
+    QWidget* input = window_.editor().view().input_widget();
+    return input && input->hasFocus() &&
+           document().editor().selection().type() == editing::SelectionType::Text;
   }
 
   void post_text(const QString& text) {
@@ -304,6 +318,121 @@ TEST_F(WindowTest, OpenShowsTheFileThatIsChosen) {
   EXPECT_TRUE(choose(QStringLiteral("Open"), [&](QWidget& dialog) { type_name(dialog, file.fileName()); }));
   ASSERT_TRUE(settle());
   EXPECT_NE(text_shown().find("A paragraph of some"), std::string::npos);
+}
+
+// --- where the keys go ---
+
+/// Keys as the window system sends them: to the window, which gives them to the widget that has the focus.
+void type_into(QWindow* window, const QString& text) {
+  for (const QChar letter : text) QTest::keyClick(window, letter.toLatin1());
+}
+
+TEST_F(WindowTest, AfterAStartTypingWorksWithoutAClick) {
+  ASSERT_TRUE(window_.start({}));
+  const auto typed = [&](const std::string& text) {
+    return wait_for([&] { return text_shown().find(text) != std::string::npos; });
+  };
+  ASSERT_TRUE(settle());
+  window_.activateWindow();
+  ASSERT_TRUE(wait_for([&] { return has_caret(); }));
+  type_into(window_.windowHandle(), QStringLiteral("first"));
+  EXPECT_TRUE(typed("first")) << text_shown();
+}
+
+TEST_F(WindowTest, TheCodeViewHasTheKeyboardAsSoonAsItOpens) {
+  edited_page();
+  auto& control = window_.editor().control();
+  ASSERT_TRUE(control.press(control.Toolbar1(), u"toggle"));
+  ASSERT_TRUE(control.InCodeView());
+  auto* box = window_.findChild<QPlainTextEdit*>(QStringLiteral("TextBox1"));
+  ASSERT_NE(box, nullptr);
+  ASSERT_TRUE(wait_for([&] { return box->hasFocus(); }));
+  type_into(window_.windowHandle(), QStringLiteral("x y"));
+  EXPECT_TRUE(control.InCodeView()) << "the blank has pressed the button";
+  EXPECT_NE(box->toPlainText().indexOf(QStringLiteral("x y")), -1);
+}
+
+// --- what counts as a change ---
+
+TEST_F(WindowTest, LookingAtTheCodeIsNoChange) {
+  edited_page();
+  EXPECT_FALSE(choose(QStringLiteral("Save")));
+  auto& control = window_.editor().control();
+  ASSERT_TRUE(control.press(control.Toolbar1(), u"toggle"));
+  ASSERT_TRUE(settle());
+  EXPECT_FALSE(window_.isWindowModified());
+  auto* box = window_.findChild<QPlainTextEdit*>(QStringLiteral("TextBox1"));
+  QTest::keyClick(box, Qt::Key_Right);
+  ASSERT_TRUE(settle());
+  EXPECT_FALSE(window_.isWindowModified());
+  QTest::keyClicks(box, QStringLiteral("x"));
+  ASSERT_TRUE(settle());
+  EXPECT_TRUE(window_.isWindowModified());
+}
+
+TEST_F(WindowTest, LeavingTheCodeAsItWasIsNoChange) {
+  edited_page();
+  EXPECT_FALSE(choose(QStringLiteral("Save")));
+  auto& control = window_.editor().control();
+  ASSERT_TRUE(control.press(control.Toolbar1(), u"toggle"));
+  ASSERT_TRUE(settle());
+  ASSERT_TRUE(control.press(control.Toolbar1(), u"toggle"));
+  ASSERT_TRUE(settle());
+  EXPECT_FALSE(window_.isWindowModified());
+}
+
+TEST_F(WindowTest, RevertGoesBackToTheFileAndAsksInTheProgramsName) {
+  const QString path = edited_page();
+  auto& control = window_.editor().control();
+  const auto revert = [&](QMessageBox::StandardButton answer) {
+    bool asked = false;
+    QTimer watch;
+    QObject::connect(&watch, &QTimer::timeout, [&] {
+      auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+      if (!box || asked) return;
+      asked = true;
+      EXPECT_EQ(box->icon(), QMessageBox::Question);
+      EXPECT_EQ(box->windowTitle(), QStringLiteral("HTMLed"));
+      press(*box, answer);
+    });
+    watch.start(10);
+    control.menu(u"mnuMiscRevert")->choose();
+    return wait_for([&] { return asked; }) && settle();
+  };
+  ASSERT_TRUE(revert(QMessageBox::Cancel));
+  EXPECT_NE(text_shown().find("paragraphnew"), std::string::npos);
+  EXPECT_TRUE(window_.isWindowModified());
+  ASSERT_TRUE(revert(QMessageBox::Discard));
+  EXPECT_EQ(text_shown().find("paragraphnew"), std::string::npos);
+  EXPECT_NE(text_shown().find("A paragraph of some"), std::string::npos);
+  EXPECT_FALSE(window_.isWindowModified());
+}
+
+// --- another document ---
+
+TEST_F(WindowTest, PathAndButtonsAreThoseOfTheDocumentThatWasOpened) {
+  edited_page();
+  auto& control = window_.editor().control();
+  window_.activateWindow();
+  document().select([&](editing::Selection& selection) {
+    selection.collapse({texts_of(document().tree()).at(0), 2});
+  });
+  document().execCommand(u"Bold", false, u"");
+  ASSERT_TRUE(settle());
+  const QString other = folder_.filePath(QStringLiteral("other.html"));
+  QFile file(other);
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly) &&
+              file.write("<ul><li>An item with enough words in it</ul>") > 0);
+  file.close();
+  ASSERT_TRUE(window_.open(other));
+  ASSERT_TRUE(settle());
+  const auto path = [&] {
+    std::u16string captions;
+    for (int i = 1; i <= control.tlbDOM().Count(); ++i) captions += control.tlbDOM().Item(i).Caption() + u" ";
+    return to_utf8(captions);
+  };
+  EXPECT_TRUE(wait_for([&] { return path().find("LI") != std::string::npos; })) << path();
+  EXPECT_TRUE(document().editor().selection().collapsed());
 }
 
 }  // namespace

@@ -75,6 +75,7 @@ function press(event) {
   const number = ++mouse.number;
   const target = targetOf(event);
   const isLeft = event.button === 0;
+  if (isLeft) mouse.drawn = number;
   const { handle, edge, column, whole, held } = holdOf(event, target);
   const prevented = !state.editable || whole || !isLeft || held || (target && closest(target, 'summary'));
   const onScrollBar = isOnScrollBar(event, target);
@@ -101,6 +102,7 @@ function press(event) {
 
 function release(event) {
   const number = ++mouse.number;
+  if (event.button === 0) mouse.drawn = number;
   noteDrag(event);
   const target = targetOf(event);
   const drawn = mouse.pressed && mouse.dragged;

@@ -19,8 +19,9 @@ function setNative(anchorNode, anchorOffset, focusNode, focusOffset) {
 }
 
 export function select(type, anchor, anchorOffset, focus, focusOffset, selected, reveal, composing, mouseNumber) {
-  // What the mouse has drawn since is still to be heard of; then the selection comes again.
-  if (mouseNumber < mouse.number || (mouse.pressed && mouse.dragged)) return;
+  // What the mouse has drawn since is still to be heard of; then the selection comes again. Under a menu that a right
+  // press opened nobody hears of the release: it doesn't count.
+  if (mouseNumber < mouse.drawn || (mouse.pressed && mouse.dragged)) return;
   state.control = type === 2 ? selected : 0;
   state.composed = composing.length ? { node: composing[0], start: composing[1], end: composing[2] } : null;
   const anchorNode = nodes.get(anchor), focusNode = nodes.get(focus);

@@ -22,4 +22,5 @@ export const mouse = {
   pressed: false,  // a native selection is being drawn, once the mouse moves
   dragged: false,
   number: 0,       // of the last press or release
+  drawn: 0,        // of the last one of the left button, which may draw a selection
 };
