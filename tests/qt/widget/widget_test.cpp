@@ -28,6 +28,7 @@
 #include "tvx/qt/support/message_loop.h"
 #include "tvx/qt/support/strings.h"
 #include "tvx/qt/web/web_view.h"
+#include "tvx/qt/widget/substitutes.h"
 #include "tvx/settings_store.h"
 
 namespace tvx::qt {
