@@ -11,13 +11,6 @@ class BlockCommands : public EditingFixture {
   }
 };
 
-TEST_F(BlockCommands, ListsOnAndOff) {
-  expect_edit("<p>[a</p><p>b]</p>", {"insertUnorderedList"}, "<UL><LI>[a</LI><LI>b]</LI></UL>");
-  expect_edit("<ul><li>[a</li><li>b]</li></ul>", {"insertUnorderedList"}, "<P>[a</P><P>b]</P>");
-  expect_edit("<ul><li>[a</li><li>b]</li></ul>", {"insertOrderedList"}, "<OL><LI>[a</LI><LI>b]</LI></OL>");
-  expect_edit("<ol><li>a</li></ol><p>[b]</p>", {"insertOrderedList"}, "<OL><LI>a</LI><LI>[b]</LI></OL>");
-}
-
 // The layout of a source that was written by hand is no line that could be in a list or not.
 TEST_F(BlockCommands, ListsGoOffThoughWhiteSpaceStandsBetweenThem) {
   load("<ul>\n<li>[a</li>\n</ul>\n<!-- x -->\n<ul><li>b]</li></ul>\n");
@@ -27,12 +20,6 @@ TEST_F(BlockCommands, ListsGoOffThoughWhiteSpaceStandsBetweenThem) {
   load("<ul><li>[a</li></ul>\nline\n<ul><li>b]</li></ul>");
   EXPECT_FALSE(editor.state(u"insertUnorderedList")) << "a line that is seen counts";
   EXPECT_TRUE(editor.indeterminate(u"insertUnorderedList"));
-}
-
-TEST_F(BlockCommands, IndentAndOutdent) {
-  expect_edit("<p>[a]</p>", {"indent"}, "<BLOCKQUOTE><P>[a]</P></BLOCKQUOTE>");
-  expect_edit("<blockquote><p>[a]</p></blockquote>", {"outdent"}, "<P>[a]</P>");
-  expect_edit("<ol><li>a</li><li>[b]</li></ol>", {"indent"}, "<OL><LI>a</LI><OL><LI>[b]</LI></OL></OL>");
 }
 
 TEST_F(BlockCommands, FormatBlock) {
@@ -47,11 +34,6 @@ TEST_F(BlockCommands, AlignmentIsSetAndTold) {
   expect_edit("<p>[a]</p>", {"justifyCenter"}, "<DIV style=\"text-align: center\"><P>[a]</P></DIV>");
   EXPECT_TRUE(editor.state(u"justifyCenter"));
   EXPECT_EQ(editor.value(u"justifyLeft"), u"center");
-}
-
-// The first line is aligned; a `div` can't stand in a paragraph, so the paragraph is split.
-TEST_F(BlockCommands, AnAlignedLineLeavesItsParagraph) {
-  expect_edit("<p>a[]<br>b</p>", {"justifyRight"}, "<DIV style=\"text-align: right\">a[]</DIV><P>b</P>");
 }
 
 TEST_F(BlockCommands, SelectionsMayBeMixed) {

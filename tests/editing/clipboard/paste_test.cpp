@@ -36,11 +36,6 @@ class Paste : public test::EditingFixture {
     door.html = from_utf8(html);
     expect_edits(before, {{"paste"}}, after);
   }
-  void expect_text(std::string_view text, std::string_view before, std::string_view after) {
-    door.html.clear();
-    door.text = from_utf8(text);
-    expect_edits(before, {{"paste"}}, after);
-  }
   /// What is copied is pasted over the same selection: nothing changes.
   void expect_same(std::string_view marked_html) {
     load(marked_html);
@@ -111,71 +106,7 @@ TEST_F(Paste, CutIsOneStep) {
 
 // --- lines into lines ---
 
-TEST_F(Paste, ALineGoesIntoTheLine) {
-  expect_paste("x", "<p>a[]b</p>", "<P>ax[]b</P>");
-  expect_paste("<b>x</b>", "<p>a[]b</p>", "<P>a<B>x[]</B>b</P>");
-  expect_paste("x", "<p>a[b]c</p>", "<P>ax[]c</P>");
-  expect_paste("x", "<p>a[b</p><p>c]d</p>", "<P>ax[]d</P>");
-}
-
-TEST_F(Paste, ASingleBlockGoesIntoTheLineToo) {
-  expect_paste("<h1>x</h1>", "<p>a[]b</p>", "<P>ax[]b</P>");
-  expect_paste("<p>x</p>", "<ul><li>a[]b</li></ul>", "<UL><LI>ax[]b</LI></UL>");
-}
-
-TEST_F(Paste, ABlockTakesTheEmptyLine) {
-  expect_paste("<h1>x</h1>", "<p>[]<br></p>", "<H1>x[]</H1>");
-  expect_paste("<h1>x</h1>", "<p>[abc]</p><p>d</p>", "<H1>x[]</H1><P>d</P>");
-  expect_paste("x", "<p>[]<br></p>", "<P>x[]</P>");
-}
-
-TEST_F(Paste, ALookThatTheLineHasIsNotDoubled) {
-  expect_paste("<b>x</b>", "<p><b>a[]b</b></p>", "<P><B>ax[]b</B></P>");
-  expect_paste("<b>x</b><i>y</i>", "<p><b>a[]b</b></p>", "<P><B>ax<I>y[]</I>b</B></P>");
-}
-
 // --- blocks ---
-
-TEST_F(Paste, LinesMergeAtBothEnds) {
-  expect_paste("<p>x</p><p>y</p>", "<p>a[]b</p>", "<P>ax</P><P>y[]b</P>");
-  expect_paste("<p>x</p><h2>y</h2><p>z</p>", "<p>a[]b</p>", "<P>ax</P><H2>y</H2><P>z[]b</P>");
-  expect_paste("x<p>y</p>", "<p>a[]b</p>", "<P>ax</P><P>y[]b</P>");
-  expect_paste("<p>x</p>y", "<p>a[]b</p>", "<P>ax</P><P>y[]b</P>");
-}
-
-TEST_F(Paste, BlocksLeaveNoEmptyLines) {
-  expect_paste("<p>x</p><p>y</p>", "<p>[]b</p>", "<P>x</P><P>y[]b</P>");
-  expect_paste("<p>x</p><p>y</p>", "<p>a[]</p>", "<P>ax</P><P>y[]</P>");
-  expect_paste("<p>x</p><p>y</p>", "<p>[]<br></p>", "<P>x</P><P>y[]</P>");
-  expect_paste("<ul><li>x</li></ul>", "<p>[]<br></p>", "<UL><LI>x[]</LI></UL>");
-  expect_paste("<p>x</p><p>y</p>", "<p>[a</p><p>b</p><p>c]</p><p>d</p>", "<P>x</P><P>y[]</P><P>d</P>");
-}
-
-TEST_F(Paste, AListBreaksAParagraph) {
-  expect_paste("<ul><li>x</li><li>y</li></ul>", "<p>a[]b</p>",
-               "<P>a</P><UL><LI>x</LI><LI>y[]</LI></UL><P>b</P>");
-}
-
-TEST_F(Paste, ItemsGoAmongItems) {
-  expect_paste("<ul><li>x</li><li>y</li></ul>", "<ul><li>a[]b</li></ul>",
-               "<UL><LI>ax</LI><LI>y[]b</LI></UL>");
-  expect_paste("<ol><li>x</li><li>y</li></ol>", "<ul><li>a</li><li>[]<br></li></ul>",
-               "<UL><LI>a</LI><LI>x</LI><LI>y[]</LI></UL>");
-  expect_paste("<p>x</p><p>y</p>", "<ul><li>a[]b</li></ul>", "<UL><LI>ax</LI><LI>y[]b</LI></UL>");
-  expect_paste("<ul><li>x</li></ul>", "<ul><li>a[]b</li></ul>", "<UL><LI>ax[]b</LI></UL>");
-}
-
-TEST_F(Paste, BlocksInACellStayInIt) {
-  expect_paste("<p>x</p><p>y</p>", "<table><tbody><tr><td>a[]b</td><td>c</td></tr></tbody></table>",
-               "<TABLE><TBODY><TR><TD>ax<P>y[]b</P></TD><TD>c</TD></TR></TBODY></TABLE>");
-  expect_paste("<p>x</p>", "<table><tbody><tr><td>{}</td><td>c</td></tr></tbody></table>",
-               "<TABLE><TBODY><TR><TD><P>x[]</P></TD><TD>c</TD></TR></TBODY></TABLE>");
-}
-
-TEST_F(Paste, ATableBreaksAParagraph) {
-  expect_paste("<table><tbody><tr><td>x</td></tr></tbody></table>", "<p>a[]b</p>",
-               "<P>a</P><TABLE><TBODY><TR><TD>x</TD></TR></TBODY></TABLE><P>[]b</P>");
-}
 
 TEST_F(Paste, AnElementSelectedAsAWholeIsReplaced) {
   load("<p>a<img src=\"x.png\">b</p>");
@@ -186,20 +117,6 @@ TEST_F(Paste, AnElementSelectedAsAWholeIsReplaced) {
 }
 
 // --- plain text ---
-
-TEST_F(Paste, TextKeepsItsLinesAndIsNoMarkup) {
-  expect_text("<b>1\r\n2\n3\r4\n", "<p>a[]b</p>", "<P>a&lt;b&gt;1<BR>2<BR>3<BR>4[]b</P>");
-  expect_text("x\ny", "<p>[]<br></p>", "<P>x<BR>y[]</P>");
-}
-
-TEST_F(Paste, TextKeepsItsBlanks) {
-  expect_text("a  b", "<p>[]<br></p>", "<P>a&nbsp; b[]</P>");
-  expect_text("x\n y", "<p>-[]-</p>", "<P>-x<BR>&nbsp;y[]-</P>");
-}
-
-TEST_F(Paste, TextInPreformattedLinesStaysAsItIs) {
-  expect_text("a\r\n  b", "<pre>-[]-</pre>", "<PRE>-a\n  b[]-</PRE>");
-}
 
 TEST_F(Paste, NothingIsNothing) {
   load("<p>a[b]c</p>");

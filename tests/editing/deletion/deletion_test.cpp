@@ -6,24 +6,6 @@ namespace tvx::editing::test {
 
 class Deletion : public EditingFixture {};
 
-TEST_F(Deletion, TextAndWrappers) {
-  expect_edit("<p>f[o]o</p>", {"delete"}, "<P>f[]o</P>");
-  expect_edit("<p>foo<b>[bar]</b>baz</p>", {"delete"}, "<P>foo{}baz</P>");
-  expect_edit("<p>[foo]</p>", {"delete"}, "<P>{}<BR></P>");
-}
-
-TEST_F(Deletion, BlocksMerge) {
-  expect_edit("<p>fo[o</p><pre>b]ar</pre>", {"delete"}, "<P>fo{}ar</P>");
-  expect_edit("<p>a[</p><div><p>b</p><p>c]d</p></div>", {"delete"}, "<P>a{}d</P>");
-  expect_edit("<ol><li>a[b</li></ol><p>x</p><ol><li>c]d</li><li>e</li></ol>", {"delete"},
-              "<OL><LI>a{}d</LI><LI>e</LI></OL>");
-}
-
-TEST_F(Deletion, TablesKeepTheirStructure) {
-  expect_edit("<table><tbody><tr><td>a[b</td><td>c]d</td></tr></tbody></table>", {"delete"},
-              "<TABLE><TBODY><TR><TD>a[]</TD><TD>d</TD></TR></TBODY></TABLE>");
-}
-
 TEST_F(Deletion, ATableTakenAsAWholeGoesAsAWhole) {
   const auto expect_gone = [&](std::string_view before, const Command& command, std::string_view after) {
     load(before);
@@ -51,13 +33,6 @@ TEST_F(Deletion, ATableTakenAsAWholeGoesAsAWhole) {
   // Where nothing else is, a line remains.
   expect_gone("<DIV><TABLE><TBODY><TR><TD>x[]</TD></TR></TBODY></TABLE></DIV>", {"delete"},
               "<DIV>{}<BR></DIV>");
-}
-
-TEST_F(Deletion, ImagesAndFieldsGoWhereverTheyStand) {
-  expect_edit("<P>a<B>x<IMG>{}</B>c</P>", {"delete"}, "<P>a<B>x{}</B>c</P>");
-  expect_edit("<P>a<B>{}<IMG>x</B>c</P>", {"forwardDelete"}, "<P>a<B>{}x</B>c</P>");
-  expect_edit("<P>a <SELECT><OPTION>x</OPTION></SELECT>[] c</P>", {"delete"}, "<P>a&nbsp;{} c</P>");
-  expect_edit("<P>a[]<INPUT>c</P>", {"forwardDelete"}, "<P>a{}c</P>");
 }
 
 TEST_F(Deletion, TheLookOfWhatWentIsTypedNext) {

@@ -83,23 +83,6 @@ TEST_F(LineDeletion, WhatIsTypedOverThemTakesTheirPlace) {
 
 // --- empty lines beside a caret ---
 
-TEST_F(LineDeletion, AnEmptyLineGoesAndTheOneBehindStaysWhatItIs) {
-  expect_backspace("<P><BR></P><H1>[]b</H1>", "<H1>[]b</H1>");
-  expect_delete("<P>{}<BR></P><H1>b</H1>", "<H1>[]b</H1>");
-  expect_delete("<P>{}<BR></P>\n<UL><LI>a</LI></UL>", "\n<UL><LI>[]a</LI></UL>");
-  expect_backspace("<H1>a</H1><P>{}<BR></P><P>b</P>", "<H1>a[]</H1><P>b</P>");
-  expect_backspace("<P><BR></P><P>{}<BR></P>", "<P>{}<BR></P>");
-  expect_backspace("<P><BR></P><DIV><P>a</P>[]b</DIV>", "<P><BR></P><DIV><P>a[]b</P></DIV>");
-  expect_delete("<UL><LI>{}<BR></LI><LI>b</LI></UL>", "<UL><LI>[]b</LI></UL>");
-}
-
-TEST_F(LineDeletion, AnEmptyItemLeavesNoLineBehind) {
-  expect_backspace("<UL><LI>a</LI><LI>{}<BR></LI></UL>", "<UL><LI>a[]</LI></UL>");
-  expect_backspace("<UL><LI>a<UL><LI>b</LI></UL></LI><LI>{}<BR></LI></UL>",
-                   "<UL><LI>a<UL><LI>b[]</LI></UL></LI></UL>");
-  expect_backspace("<UL><LI>{}<BR></LI><LI>b</LI></UL>", "<P>{}<BR></P><UL><LI>b</LI></UL>");
-}
-
 TEST_F(LineDeletion, ARuleATableAndACellAreNoLinesToJoin) {
   expect_delete("<P>{}<BR></P><HR><P>b</P>", "<P>{}<BR></P><P>b</P>");
   load("<P>{}<BR></P><TABLE><TBODY><TR><TD>x</TD></TR></TBODY></TABLE>");
@@ -108,10 +91,6 @@ TEST_F(LineDeletion, ARuleATableAndACellAreNoLinesToJoin) {
       << "taken, not deleted";
   expect_backspace("<TABLE><TBODY><TR><TD><BR></TD><TD>[]x</TD></TR></TBODY></TABLE>",
                    "<TABLE><TBODY><TR><TD><BR></TD><TD>[]x</TD></TR></TBODY></TABLE>");
-}
-
-TEST_F(LineDeletion, TheCommandFollowsTheStandard) {
-  expect_edit("<H1>[one</H1><P>]two</P>", {"delete"}, "<H1>{}two</H1>");
 }
 
 }  // namespace tvx::editing::test

@@ -36,13 +36,6 @@ class Typing : public EditingFixture {
   std::size_t steps() const { return document->journal().depth(); }
 };
 
-TEST_F(Typing, WritesIntoTheText) {
-  expect_typed("<p>fo[]o</p>", u"xy", "<P>foxy[]o</P>");
-  expect_typed("<p>[]foo</p>", u"a", "<P>a[]foo</P>");
-  expect_typed("<p>foo<b>bar</b>[]</p>", u"a", "<P>foo<B>bar</B>a[]</P>");
-  expect_typed("<p>{}<br></p>", u"a", "<P>a[]</P>");
-}
-
 TEST_F(Typing, BetweenBlocksBeginsTheLineBehind) {
   load("<P>Really[] here</P>");
   const std::string first = marked();
@@ -64,32 +57,6 @@ TEST_F(Typing, WithinALineBreakGoesBesideIt) {
   editor.selection().collapse({dom::child_at(*host.first_child(), 1), 0});
   run({"insertText", "c"});
   EXPECT_EQ(html(), "<P>ac<IMG>b</P>");
-}
-
-TEST_F(Typing, ReplacesWhatIsSelected) {
-  expect_typed("<p>f[o]o</p>", u"xy", "<P>fxy[]o</P>");
-  expect_typed("<p>fo[o</p><p>b]ar</p>", u"x", "<P>fox[]ar</P>");
-  expect_typed("<p><b>[foo]</b></p>", u"x", "<P><B>x[]</B></P>");
-}
-
-TEST_F(Typing, SpacesStayVisible) {
-  expect_typed("<p>foo[]</p>", u" ", "<P>foo&nbsp;[]</P>");
-  expect_typed("<p>foo[]</p>", u"  ", "<P>foo &nbsp;[]</P>");
-  expect_typed("<p>foo&nbsp;[]</p>", u"b", "<P>foo b[]</P>");
-  expect_typed("<p>foo[]</p>", u" bar baz", "<P>foo bar baz[]</P>");
-  expect_typed("<pre>foo[]</pre>", u"  ", "<PRE>foo  []</PRE>");
-}
-
-TEST_F(Typing, ALineBreakIsEnter) {
-  expect_typed("<p>foo[]</p>", u"a\nb", "<P>fooa</P><P>b[]</P>");
-  expect_typed("<p>foo[]</p>", u"a\r\nb", "<P>fooa</P><P>b[]</P>");
-}
-
-TEST_F(Typing, AddressesBecomeLinks) {
-  expect_typed("<p>see http://a.b/c.[]</p>", u" ",
-               "<P>see <A href=\"http://a.b/c\">http://a.b/c</A>.&nbsp;[]</P>");
-  expect_typed("<p>me@a.b[]</p>", u" ", "<P><A href=\"mailto:me@a.b\">me@a.b</A>&nbsp;[]</P>");
-  expect_typed("<p>http://[]</p>", u" ", "<P>http://&nbsp;[]</P>");
 }
 
 TEST_F(Typing, TakesThePendingLook) {
@@ -132,44 +99,6 @@ TEST_F(Typing, OverwriteTakesTheCharacterBehind) {
   type_text(editor, u"yz");
   EXPECT_EQ(marked(), "<P>axyz[]</P>");
   editor.set_overwrite(false);
-}
-
-TEST_F(Typing, EnterSplitsBlocks) {
-  expect_enter("<p>foo[]bar</p>", "<P>foo</P><P>[]bar</P>");
-  expect_enter("<p>foo[]</p>", "<P>foo</P><P>{}<BR></P>");
-  expect_enter("<p><b>fo[]o</b></p>", "<P><B>fo</B></P><P><B>[]o</B></P>");
-  expect_enter("<h1>foo[]</h1>", "<H1>foo</H1><P>{}<BR></P>");
-  expect_enter("<h1>fo[]o</h1>", "<H1>fo</H1><H1>[]o</H1>");
-  expect_enter("<pre>a[]b</pre>", "<PRE>a<BR>[]b</PRE>");
-  expect_enter("<blockquote><p>foo[]</p></blockquote>", "<BLOCKQUOTE><P>foo</P><P>{}<BR></P></BLOCKQUOTE>");
-}
-
-TEST_F(Typing, EnterInListsMakesItemsAndLeavesFromAnEmptyOne) {
-  expect_enter("<ul><li>foo[]</li></ul>", "<UL><LI>foo</LI><LI>{}<BR></LI></UL>");
-  expect_enter("<ul><li>foo</li><li>{}<br></li></ul>", "<UL><LI>foo</LI></UL><P>{}<BR></P>");
-  expect_enter("<dl><dt>foo[]</dt></dl>", "<DL><DT>foo</DT><DD>{}<BR></DD></DL>");
-}
-
-TEST_F(Typing, EnterInACellStaysInTheCell) {
-  expect_enter("<table><tbody><tr><td>fo[]o</td></tr></tbody></table>",
-               "<TABLE><TBODY><TR><TD><P>fo</P><P>[]o</P></TD></TR></TBODY></TABLE>");
-}
-
-TEST_F(Typing, BackspaceTakesOneCharacterAsSeen) {
-  expect_backspace("<p>foo[]</p>", "<P>fo[]</P>");
-  expect_backspace("<p>a\xF0\x9F\x98\x80[]</p>", "<P>a[]</P>");
-  expect_backspace("<p>ae\xCC\x81[]</p>", "<P>a[]</P>");
-  expect_backspace("<p>a\xF0\x9F\x91\xA8\xE2\x80\x8D\xF0\x9F\x91\xA9[]</p>", "<P>a[]</P>");
-  expect_delete("<p>a[]e\xCC\x81z</p>", "<P>a[]z</P>");
-  expect_delete("<p>a[]\xF0\x9F\x98\x80z</p>", "<P>a[]z</P>");
-}
-
-TEST_F(Typing, BackspaceAndDeleteJoinBlocks) {
-  expect_backspace("<p>foo</p><p>[]bar</p>", "<P>foo[]bar</P>");
-  expect_delete("<p>foo[]</p><p>bar</p>", "<P>foo[]bar</P>");
-  expect_backspace("<ul><li>[]foo</li></ul>", "<P>[]foo</P>");
-  expect_backspace("<table><tbody><tr><td>a</td><td>[]b</td></tr></tbody></table>",
-                   "<TABLE><TBODY><TR><TD>a</TD><TD>[]b</TD></TR></TBODY></TABLE>");
 }
 
 TEST_F(Typing, WordsGoWhole) {
@@ -316,11 +245,6 @@ TEST_F(Typing, DeletionStopsAtATablesEdges) {
   EXPECT_EQ(marked(), "<P>x</P>{" + table + "}");
 }
 
-TEST_F(Typing, ASelectionAcrossCellsLeavesTheCells) {
-  expect_backspace("<TABLE><TBODY><TR><TD>a[b</TD><TD>c</TD><TD>d]e</TD></TR></TBODY></TABLE>",
-                   "<TABLE><TBODY><TR><TD>a[]</TD><TD><BR></TD><TD>e</TD></TR></TBODY></TABLE>");
-}
-
 TEST_F(Typing, ASelectedTableGoesWithOneStroke) {
   for (const auto& stroke :
        std::vector<std::function<void()>>{[&] { delete_backward(editor); }, [&] { delete_forward(editor); },
@@ -357,23 +281,6 @@ TEST_F(Typing, AnEmptyItemLeavesItsListLevelByLevel) {
         press_enter(editor);
       },
       "<UL><LI>a<UL><LI>b</LI></UL></LI></UL><P>{}<BR></P>");
-}
-
-TEST_F(Typing, BackspaceAndDeleteJoinItems) {
-  expect_backspace("<UL><LI>a</LI><LI>[]b</LI></UL>", "<UL><LI>a<BR>[]b</LI></UL>");
-  expect_delete("<UL><LI>a[]</LI><LI>b</LI></UL>", "<UL><LI>a[]b</LI></UL>");
-  expect_backspace("<P>x</P><UL><LI>[]a</LI><LI>b</LI></UL>", "<P>x</P><P>[]a</P><UL><LI>b</LI></UL>");
-}
-
-TEST_F(Typing, JoiningKeepsTheFirstBlockAndTheLookOfTheText) {
-  expect_backspace("<H1>a</H1><P>[]b</P>", "<H1>a[]b</H1>");
-  expect_delete("<P>a[]</P><H1>b</H1>", "<P>a[]b</P>");
-  expect_backspace("<P>a</P><BLOCKQUOTE><P>[]b</P></BLOCKQUOTE>", "<P>a</P><P>[]b</P>");
-}
-
-TEST_F(Typing, EnterOverASelectionReplacesIt) {
-  expect_enter("<P>a[b</P><P>c]d</P>", "<P>a</P><P>[]d</P>");
-  expect_enter("<UL><LI>a[b]c</LI></UL>", "<UL><LI>a</LI><LI>[]c</LI></UL>");
 }
 
 TEST_F(Typing, ShiftEnterBreaksTheLine) {

@@ -4,47 +4,9 @@ namespace tvx::editing::test {
 
 using InlineCommands = EditingFixture;
 
-TEST_F(InlineCommands, BoldWrapsText) {
-  expect_edit("<P>one [two] three</P>", {"bold"}, "<P>one <B>[two]</B> three</P>");
-}
-
-TEST_F(InlineCommands, BoldJoinsNeighbours) {
-  expect_edit("<P>[one]<B>two</B></P>", {"bold"}, "<P><B>[one]two</B></P>");
-}
-
-TEST_F(InlineCommands, BoldTwiceIsAsBefore) {
-  expect_edits("<P>one [two] three</P>", {{"bold"}, {"bold"}}, "<P>one [two] three</P>");
-}
-
-TEST_F(InlineCommands, BoldIsTakenFromTheMiddleOfItsElement) {
-  expect_edit("<P><B>one[two]three</B></P>", {"bold"}, "<P><B>one</B>[two]<B>three</B></P>");
-}
-
-TEST_F(InlineCommands, BoldCrossesBlocksAndLeavesThemWhole) {
-  expect_edit("<P>o[ne</P><P>tw]o</P>", {"bold"}, "<P>o<B>[ne</B></P><P><B>tw]</B>o</P>");
-}
-
-TEST_F(InlineCommands, BoldInTablesGoesIntoTheCells) {
-  expect_edit("{<TABLE><TBODY><TR><TD>a</TD><TD>b</TD></TR></TBODY></TABLE>}", {"bold"},
-              "{<TABLE><TBODY><TR><TD><B>a</B></TD><TD><B>b</B></TD></TR></TBODY></TABLE>}");
-}
-
-TEST_F(InlineCommands, PartOfAHeadingCanBeUnbold) {
-  expect_edit("<H1>o[n]e</H1>", {"bold"}, "<H1>o<SPAN style=\"font-weight: normal\">[n]</SPAN>e</H1>");
-}
-
 TEST_F(InlineCommands, CssModeMakesStyles) {
   editor.set_style_with_css(true);
   expect_edit("[one]", {"bold"}, "<SPAN style=\"font-weight: bold\">[one]</SPAN>");
-}
-
-TEST_F(InlineCommands, AttributesThatAreNotLookStay) {
-  expect_edit("<B id=\"x\">[one]</B>", {"bold"}, "<SPAN id=\"x\">[one]</SPAN>");
-}
-
-TEST_F(InlineCommands, WhatIsNotEditableIsLeftAlone) {
-  expect_edit("[one<SPAN contenteditable=\"false\">two</SPAN>three]", {"bold"},
-              "<B>[one</B><SPAN contenteditable=\"false\">two</SPAN><B>three]</B>");
 }
 
 TEST_F(InlineCommands, BackwardSelectionsStayBackward) {
@@ -54,15 +16,6 @@ TEST_F(InlineCommands, BackwardSelectionsStayBackward) {
   const Selection& selection = editor.selection();
   EXPECT_EQ(selection.range().start, selection.focus());
   EXPECT_EQ(selection.range().end, selection.anchor());
-}
-
-TEST_F(InlineCommands, ColoursAreFontElementsOrStyles) {
-  expect_edit("[one]", {"foreColor", "red"}, "<FONT color=\"#ff0000\">[one]</FONT>");
-  expect_edit("[one]", {"foreColor", "00f"}, "<FONT color=\"#0000ff\">[one]</FONT>");
-  expect_edit("[one]", {"foreColor", "rgba(0, 0, 255, 0.5)"},
-              "<SPAN style=\"color: rgba(0, 0, 255, 0.5)\">[one]</SPAN>");
-  expect_edit("[one]", {"hiliteColor", "yellow"},
-              "<SPAN style=\"background-color: rgb(255, 255, 0)\">[one]</SPAN>");
 }
 
 TEST_F(InlineCommands, WhatIsNoColourIsRefused) {
@@ -100,12 +53,6 @@ TEST_F(InlineCommands, UnderlineAndStrikethroughKeepEachOther) {
   editor.set_style_with_css(true);
   expect_edit("<SPAN style=\"text-decoration: underline line-through\">[one]</SPAN>", {"underline"},
               "<SPAN style=\"text-decoration: line-through\">[one]</SPAN>");
-}
-
-TEST_F(InlineCommands, RemoveFormatLeavesTextAndLinks) {
-  expect_edit("<P>{<B>o<I>n</I></B><A href=\"x\"><U>e</U></A>}</P>", {"removeFormat"},
-              "<P>{on<A href=\"x\">e</A>}</P>");
-  expect_edit("<P><B>a[b]c</B></P>", {"removeFormat"}, "<P><B>a</B>[b]<B>c</B></P>");
 }
 
 TEST_F(InlineCommands, StatesOfAPartlyBoldSelection) {

@@ -24,24 +24,9 @@ TEST_F(FormFieldCommands, EachMakesItsElementWithTheIdGiven) {
   }
 }
 
-TEST_F(FormFieldCommands, TwoInARowCarryTheSameId) {
-  expect_edits("<p>a[]</p>", {{"InsertInputText", "Textbox1"}, {"InsertInputText", "Textbox1"}},
-               "<P>a<INPUT type=\"text\" id=\"Textbox1\"><INPUT type=\"text\" id=\"Textbox1\">{}</P>");
-}
-
 TEST_F(FormFieldCommands, NamesHaveNoCaseAndAnEmptyValueGivesNoId) {
   EXPECT_TRUE(editor.supported(u"insertinputTEXT"));
   expect_edit("<p>a[]</p>", {"INSERTSELECTDROPDOWN", ""}, "<P>a<SELECT></SELECT>{}</P>");
-}
-
-TEST_F(FormFieldCommands, AnEmptyLineNeedsNoBreakBesideAField) {
-  expect_edit("<p>{}<br></p>", {"InsertInputText", "t"}, "<P><INPUT type=\"text\" id=\"t\">{}</P>");
-  expect_edit("<p>{}<br></p>", {"InsertInputHidden", "h"}, "<P><INPUT type=\"hidden\" id=\"h\">{}<BR></P>");
-}
-
-TEST_F(FormFieldCommands, TakeThePlaceOfASelectionAcrossBlocks) {
-  expect_edit("<p>a[b</p><p>c]d</p>", {"InsertInputRadio", "r"},
-              "<P>a<INPUT type=\"radio\" id=\"r\">{}d</P>");
 }
 
 TEST_F(FormFieldCommands, TakeThePlaceOfAControl) {
@@ -53,11 +38,6 @@ TEST_F(FormFieldCommands, TakeThePlaceOfAControl) {
   expect_laws(first);
   EXPECT_TRUE(document->journal().undo());
   EXPECT_EQ(editor.selection().type(), SelectionType::Control);
-}
-
-TEST_F(FormFieldCommands, StepOutOfWhatTakesNoField) {
-  expect_edit("<p><textarea>a[]b</textarea></p>", {"InsertInputText", "t"},
-              "<P><TEXTAREA>ab</TEXTAREA><INPUT type=\"text\" id=\"t\">{}</P>");
 }
 
 TEST_F(FormFieldCommands, AreEnabledWhereTheDocumentCanBeEdited) {
