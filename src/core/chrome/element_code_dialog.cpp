@@ -32,6 +32,21 @@ const dom::Name* address_of(const dom::Element& element) {
   return is_image_field ? &dom::names::src : nullptr;
 }
 
+/// The name in a tag: "P" of "<P id=x>".
+std::u16string_view name_in(std::u16string_view tag) {
+  return tag.starts_with(u'<') ? tag.substr(1, tag.find_first_of(u" \t\r\n/>") - 1) : std::u16string_view();
+}
+
+/// What follows the start tag, with the end tag of the new name: an old one would make an element of its own.
+std::u16string with_end_tag(std::u16string_view remainder, std::u16string_view old_name,
+                            std::u16string_view new_name) {
+  const std::size_t end = remainder.rfind(u"</");
+  const bool is_own = end != remainder.npos && !new_name.empty() &&
+                      equals_ignoring_ascii_case(remainder.substr(end + 2), std::u16string(old_name) + u">");
+  if (!is_own || equals_ignoring_ascii_case(old_name, new_name)) return std::u16string(remainder);
+  return std::u16string(remainder.substr(0, end)) + u"</" + std::u16string(new_name) + u">";
+}
+
 }  // namespace
 
 ElementCodeDialog::ElementCodeDialog() {
@@ -51,7 +66,8 @@ void ElementCodeDialog::set_outerHTML(std::u16string_view html) {
 
 std::u16string ElementCodeDialog::outerHTML() const {
   const std::u16string& text = form_.Controls(u"txtEleCode").Text();
-  return (text == shown_ ? tag_ : text) + remainder_;
+  if (text == shown_) return tag_ + remainder_;
+  return text + with_end_tag(remainder_, name_in(tag_), name_in(text));
 }
 
 void ElementCodeDialog::Click(FormControl& button) {

@@ -57,6 +57,14 @@ TEST_F(ElementTag, TheEndTagStaysWhateverTheNewNameIs) {
   EXPECT_EQ(content(), u"<P>a<I>b</I></P>");
 }
 
+TEST_F(ElementTag, ANewNameLeavesNothingOfTheOldOne) {
+  start_with(u"<P>text</P><P>more</P>");
+  edit(Tag::P, u"<H1>");
+  EXPECT_EQ(content(), u"<H1>text</H1><P>more</P>");
+  edit(Tag::H1, u"<P id=\"x\">");
+  EXPECT_EQ(content(), u"<P id=\"x\">text</P><P>more</P>");
+}
+
 TEST_F(ElementTag, WhatIsNoTagGoesInUnchecked) {
   start_with(u"<P>a<B>b</B></P>");
   edit(Tag::B, u"no tag");
