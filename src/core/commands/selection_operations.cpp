@@ -2,7 +2,6 @@
 
 #include "tvx/base/error.h"
 #include "tvx/dom/document.h"
-#include "tvx/dom/inner_text.h"
 #include "tvx/dom/without_overlay.h"
 #include "tvx/editing/editor.h"
 #include "tvx/editing/ranges/control_range.h"
@@ -61,12 +60,15 @@ std::u16string select_characters(Editor& editor, std::int32_t start, std::int32_
   from.MoveAdjacentToElement(*body, ElementAdjacency::AfterBegin);
   move_characters(from, start);
   to.MoveToPointer(from);
-  // The last character is selected with everything after it.
-  const auto last = static_cast<std::int64_t>(dom::inner_text(*body).size()) - 1;
-  if (std::int64_t{start} + length > last)
+  // Characters are what a caret can step over, which the length of the text doesn't tell: an emoji is two
+  // units of it and an image none. The last character is selected with everything after it.
+  if (!attempt([&] {
+        move_characters(to, length);
+        MarkupPointer beyond(document);
+        beyond.MoveToPointer(to);
+        move_characters(beyond, 1);
+      }))
     to.MoveAdjacentToElement(*body, ElementAdjacency::BeforeEnd);
-  else
-    move_characters(to, length);
   editing::MoveToCaretPlace(from);
   // A caret that had to look for a line to stand in may have gone past what was counted.
   if (to.IsLeftOf(from)) to.MoveToPointer(from);
