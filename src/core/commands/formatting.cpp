@@ -98,6 +98,8 @@ void Formatting::sendCR(bool bBR) {
   attempt([&] {
     const auto kept = DOM();
     editing::Editor& editor = document().editor();
+    // What is selected as a whole is no text to break, and Backspace would take it away.
+    if (bBR && editor.selection().type() == editing::SelectionType::Control) return;
     const dom::UndoStep step(document().tree().journal(), u"Line break");
     if (bBR) {
       attempt([&] { editor.execute(u"insertHTML", u"<BR>&nbsp;"); });
