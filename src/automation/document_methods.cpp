@@ -48,6 +48,7 @@ struct ToJson {
   Json operator()(bool flag) const { return flag ? -1 : 0; }
   Json operator()(std::int32_t number) const { return number; }
   Json operator()(const std::u16string& text) const { return json_text(text); }
+  Json operator()(std::monostate) const { return nullptr; }
 };
 
 Json query(Session& session, const Params& params) {

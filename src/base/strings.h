@@ -8,7 +8,7 @@
 
 namespace tvx {
 
-/// A place in a text, in 16-bit code units; in an element, in children.
+/// A position in a text, in 16-bit code units; in an element, in children.
 using Offset = std::size_t;
 
 // --- UTF-8 stands only at files, the network, JSON and libraries. ---

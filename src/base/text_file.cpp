@@ -124,7 +124,7 @@ mode_t usual_mode() {
   return 0666 & ~mask;
 }
 
-/// A file beside the target that either takes its place or goes away again.
+/// A file beside the target that either takes its position or goes away again.
 class Replacement {
  public:
   explicit Replacement(const std::string& target)

@@ -25,8 +25,8 @@ namespace tvx::browser {
 class DocumentClipboard;
 
 /// The answer of a command in the platform's way: true or false for toggles, blue-green-red numbers for
-/// colours, texts for the rest.
-using CommandValue = std::variant<bool, std::int32_t, std::u16string>;
+/// colours, texts for the rest, nothing for a selection with several values.
+using CommandValue = std::variant<bool, std::int32_t, std::u16string, std::monostate>;
 
 /// How the bytes of a file became text: what a program needs to write it back as it was.
 struct Encoding {

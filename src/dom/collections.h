@@ -45,7 +45,7 @@ class Collection {
 };
 
 /// A document's own collection. Its lists stand with the document, so all.tags(u"base") asked for on each key
-/// costs a look-up.
+/// costs a style-up.
 std::shared_ptr<const Collection> collection_of(Document& document, CollectionKind kind,
                                                 std::u16string_view tag = {});
 

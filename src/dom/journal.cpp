@@ -38,7 +38,7 @@ struct Journal::Step {
 
 namespace {
 
-// Each of these looks before it leaps: a record that no longer fits is an alarm in a debug build and
+// Each of these styles before it leaps: a record that no longer fits is an alarm in a debug build and
 // a dropped record in a release, never a garbled document.
 
 bool unfit() {

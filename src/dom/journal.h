@@ -16,7 +16,7 @@ struct SelectionRecord {
   Ref<Node> focus_node;
   Offset focus_offset = 0;
   bool control = false;  // one element selected as a whole
-  // Of a record that the journal keeps: a place right in the document, whose node is then empty.
+  // Of a record that the journal keeps: a position right in the document, whose node is then empty.
   bool anchor_in_document = false, focus_in_document = false;
 };
 

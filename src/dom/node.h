@@ -20,7 +20,7 @@ enum class NodeType : std::uint8_t { Element, Text, Comment, DocumentType, Docum
 /// Numbers a node within its document, from 1, in order of creation; never used again.
 enum class NodeId : std::uint32_t {};
 
-/// A child and its place among its siblings, kept of the last question in a long list: the next one mostly
+/// A child and its position among its siblings, kept of the last question in a long list: the next one mostly
 /// asks nearby (dom/sibling_places.h).
 struct KnownPlace {
   const Node* parent = nullptr;  // null: none is known

@@ -15,7 +15,7 @@ struct FragmentContext {
   Name name = Name(Tag::Body);
   Namespace name_space = Namespace::Html;
   CompatibilityMode compatibility_mode = CompatibilityMode::NoQuirks;
-  /// A form element at or above the place: nested form tags are dropped.
+  /// A form element at or above the position: nested form tags are dropped.
   bool inside_form = false;
   /// For annotation-xml contexts: its `encoding` makes it an HTML integration point.
   std::u16string encoding;

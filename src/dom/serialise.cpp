@@ -127,7 +127,7 @@ class Serialiser {
 
  private:
   // Writes `first` and what follows it under `container`; `only` stops after that one node. Contents of
-  // templates hang on another tree, so a template on the way is remembered as the place to come back to.
+  // templates hang on another tree, so a template on the way is remembered as the position to come back to.
   void walk(const Node* first, const Node* only, const Node* container) {
     std::vector<const Element*> templates;
     const Node* current = first;

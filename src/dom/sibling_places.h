@@ -5,8 +5,8 @@
 
 namespace tvx::dom {
 
-/// Places of children among their siblings. A list of children has no numbers: they are counted from the
-/// nearer end, or from the place that was asked for last, whichever is nearest. So a walk over tens of
+/// Positions of children among their siblings. A list of children has no numbers: they are counted from the
+/// nearer end, or from the position that was asked for last, whichever is nearest. So a walk over tens of
 /// thousands of siblings counts each of them once.
 class SiblingPlaces {
  public:

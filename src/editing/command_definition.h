@@ -23,14 +23,14 @@ struct CommandDefinition {
   /// The CSS property that an inline command sets ("font-weight"), empty for all others.
   std::u16string_view css_property = {};
   InlineCommand inline_command = InlineCommand::None;
-  /// What it needs beside an editable place; none: nothing.
+  /// What it needs beside an editable position; none: nothing.
   bool (*applies)(const Editor& editor) = nullptr;
-  /// Commands of the standard's "miscellaneous" section need no editable place.
+  /// Commands of the standard's "miscellaneous" section need no editable position.
   bool always_enabled = false;
-  /// "Preserves overrides": the caret's pending look outlives it. All block commands do but insertText,
+  /// "Preserves overrides": the caret's pending style outlives it. All block commands do but insertText,
   /// which looks after it itself.
   bool keeps_overrides = false;
-  /// Also in a place where there is nothing but text (`contenteditable="plaintext-only"`).
+  /// Also in a position where there is nothing but text (`contenteditable="plaintext-only"`).
   bool in_plain_text = false;
   /// Changes no tree: opens no undo step.
   bool is_mode = false;

@@ -30,14 +30,14 @@ void Editor::set_design_mode(bool on) {
   set_whole_document_editable(*document_, on);
 }
 
-Editor::Place Editor::place_of(const dom::Boundary& boundary) {
+Editor::KnownPosition Editor::position_of(const dom::Boundary& boundary) {
   return {boundary ? boundary.node->id() : dom::NodeId{}, boundary.offset};
 }
 
 // The standard drops them at each change of a boundary. Edits move boundaries too, and nobody tells of that:
 // so the places are compared whenever the selection is set and whenever somebody asks.
 Overrides& Editor::overrides() {
-  const Place anchor = place_of(selection_.anchor()), focus = place_of(selection_.focus());
+  const KnownPosition anchor = position_of(selection_.anchor()), focus = position_of(selection_.focus());
   if (anchor != overrides_anchor_ || focus != overrides_focus_) overrides_.clear();
   overrides_anchor_ = anchor;
   overrides_focus_ = focus;

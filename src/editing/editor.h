@@ -72,7 +72,7 @@ class Editor final : private SelectionObserver {
   /// wherever that came from.
   Overrides& overrides();
 
-  /// A mode of the keyboard: typed text takes the place of the character behind the caret.
+  /// A mode of the keyboard: typed text takes the place of the character after the caret.
   bool overwrite() const { return overwrite_; }
   void set_overwrite(bool on) { overwrite_ = on; }
   /// The platform's modes: a dropped or dragged element may be placed freely.
@@ -85,13 +85,13 @@ class Editor final : private SelectionObserver {
   std::optional<dom::Range> active_range() const;
 
  private:
-  struct Place {
+  struct KnownPosition {
     dom::NodeId node{};
     Offset offset = 0;
-    friend bool operator==(const Place&, const Place&) = default;
+    friend bool operator==(const KnownPosition&, const KnownPosition&) = default;
   };
   void selection_changed() override;
-  static Place place_of(const dom::Boundary& boundary);
+  static KnownPosition position_of(const dom::Boundary& boundary);
   bool is_enabled(const CommandDefinition& command) const;
   bool act(const CommandDefinition& command, std::u16string_view value);
 
@@ -105,7 +105,8 @@ class Editor final : private SelectionObserver {
   bool two_d_position_ = false;
   std::u16string paragraph_separator_ = u"p";
   Overrides overrides_;
-  Place overrides_anchor_, overrides_focus_;  // where the selection stood when they were last asked for
+  KnownPosition overrides_anchor_,
+      overrides_focus_;  // where the selection stood when they were last asked for
 };
 
 /// A host may set the selection into a comment or a BR, where nothing can be put: its ends step out of it.

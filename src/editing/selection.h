@@ -28,12 +28,12 @@ class Selection final : public dom::SelectionKeeper {
   explicit Selection(dom::Document& document);
   ~Selection() override;
 
-  /// A control that has left its place leaves a caret behind.
+  /// Where a selected control has left the tree, a caret stays.
   SelectionType type() const;
   bool collapsed() const { return type() == SelectionType::Text && anchor() == focus(); }
   dom::Boundary anchor() const;
   dom::Boundary focus() const;
-  /// In document order; both null without a selection. Of a control: the place before and behind it.
+  /// In document order; both null without a selection. Of a control: the position before and after it.
   dom::Range range() const;
   /// The element selected as a whole, null if none is.
   dom::Element* control() const;
@@ -62,6 +62,18 @@ class Selection final : public dom::SelectionKeeper {
   std::vector<SelectionObserver*> observers_;
   std::size_t holds_ = 0;
   bool missed_ = false;
+};
+
+/// While it lives, the selection's observers are held back: they hear of a change once, when it is done.
+class HeldSelection {
+ public:
+  explicit HeldSelection(Selection& selection) : selection_(selection) { selection_.hold_notifications(); }
+  ~HeldSelection() { selection_.release_notifications(); }
+  HeldSelection(const HeldSelection&) = delete;
+  HeldSelection& operator=(const HeldSelection&) = delete;
+
+ private:
+  Selection& selection_;
 };
 
 }  // namespace tvx::editing

@@ -11,8 +11,8 @@ namespace tvx::dom {
 
 /// Refused for TABLE, its sections, rows and columns, HTML, HEAD, TITLE, STYLE, FRAMESET, and void elements.
 void assign_inner_html(Element& element, std::u16string_view html);
-/// Parsed where the element stands, it takes its place. Refused for HTML, HEAD, BODY, FRAMESET, the parts of
-/// tables, and elements that stand in nothing.
+/// Parsed where the element stands, it takes its position. Refused for HTML, HEAD, BODY, FRAMESET, the parts
+/// of tables, and elements that stand in nothing.
 void assign_outer_html(Element& element, std::u16string_view html);
 /// Refused where `innerHTML` is, but for TITLE and STYLE.
 void assign_inner_text(Element& element, std::u16string_view text);

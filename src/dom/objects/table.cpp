@@ -150,7 +150,7 @@ void TableObject::deleteRow(std::int32_t index) {
   if (Element* row = child_for(rows(), index, false)) dom::remove(*row);
 }
 
-// Each kind has its place: the caption first, the head before all rows, the foot last.
+// Each kind has its position: the caption first, the head before all rows, the foot last.
 Ref<Element> TableObject::create(Tag tag) {
   if (Element* present = first(tag)) return present;
   Node* before = nullptr;

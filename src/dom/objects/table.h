@@ -55,7 +55,7 @@ class TableObject : public TablePart {
   Ref<Element> insertRow(std::int32_t index = -1);
   /// -1: the last row, of which an empty table has none to lose.
   void deleteRow(std::int32_t index = -1);
-  // The one that is there, or a new one in its place.
+  // The one that is there, or a new one in its position.
   Ref<Element> createCaption();
   Ref<Element> createTHead();
   Ref<Element> createTFoot();

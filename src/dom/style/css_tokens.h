@@ -44,7 +44,7 @@ struct Token {
   char16_t delim = 0;         // Delim
   bool is_identifier = true;  // Hash: could be an id selector
   bool is_integer = false;    // numbers
-  Offset begin = 0, end = 0;  // the place in the text
+  Offset begin = 0, end = 0;  // the position in the text
   double number = 0;
   /// Escapes resolved: the name of Ident, Function, AtKeyword and Hash, the content of String and Url, the
   /// unit of Dimension.

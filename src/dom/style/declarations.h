@@ -18,7 +18,7 @@ enum class Important : bool { No, Yes };
 
 /// The declarations of a style attribute or of a rule, as an object over their own text.
 ///
-/// What nobody touches keeps its letters and its place: unknown properties, comments, odd spacing, broken
+/// What nobody touches keeps its letters and its position: unknown properties, comments, odd spacing, broken
 /// parts. Setting one property rewrites that one, and a shorthand that holds it only in the one component.
 /// Shorthands and longhands are two views of the same values: "border: 1px solid red" answers "solid" for
 /// "border-style" and for "border-left-style". Names are CSS names ("border-style"), without regard to case.
@@ -33,7 +33,7 @@ class Declarations {
 
   /// How many declarations are written; broken parts don't count.
   std::size_t length() const;
-  /// The declaration at a place, in writing order.
+  /// The declaration at a position, in writing order.
   const Declaration& item(std::size_t index) const;
   bool empty() const { return length() == 0; }
   /// All of them. Valid until the next change.

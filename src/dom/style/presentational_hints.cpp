@@ -94,8 +94,8 @@ class Hints {
   void font() {
     color(Property::Color, names::color);
     if (const std::u16string* face = element_.attribute(names::face)) keyword(Property::FontFamily, *face);
-    const int size = parse_legacy_font_size(element_.attribute_or_empty(names::size));
-    if (size) add(Property::FontSize, {ValueKind::Pixels, keyword_font_size(size + 1), {}, {}});
+    const auto size = parse_legacy_font_size(element_.attribute_or_empty(names::size));
+    if (size) add(Property::FontSize, {ValueKind::Pixels, keyword_font_size(*size + 1), {}, {}});
   }
 
   void text_align() {
@@ -203,11 +203,11 @@ bool is_presentational(Name attribute) {
   return std::find(std::begin(list), std::end(list), attribute) != std::end(list);
 }
 
-int parse_legacy_font_size(std::u16string_view text) {
+std::optional<int> parse_legacy_font_size(std::u16string_view text) {
   text = trimmed(text);
   const bool plus = text.starts_with(u"+"), minus = text.starts_with(u"-");
   if (plus || minus) text.remove_prefix(1);
-  if (text.empty() || !is_ascii_digit(text[0])) return 0;
+  if (text.empty() || !is_ascii_digit(text[0])) return std::nullopt;
   int size = 0;
   for (std::size_t i = 0; i < text.size() && is_ascii_digit(text[i]); ++i) {
     size = std::min(size * 10 + (text[i] - u'0'), 1000);

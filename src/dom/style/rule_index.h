@@ -15,7 +15,7 @@ namespace tvx::dom::style {
 
 /// What the selectors of an index look at: tells which mutations can change who matches.
 struct SelectorUse {
-  bool siblings = false;  // an element's match depends on its neighbours or its place among them
+  bool siblings = false;  // an element's match depends on its neighbours or its position among them
   bool empty = false;     // or on its content
   std::unordered_set<Name> attributes;
 };

@@ -20,8 +20,6 @@ using dom::Node;
 using dom::Ref;
 using dom::Tag;
 
-bool is_list(const Node& node) { return node.is(Tag::Ol) || node.is(Tag::Ul); }
-
 bool is_html_element_of(const Node& node, Name name) {
   const auto* element = dom::as<Element>(&node);
   return element && element->is_html() && element->name() == name;
@@ -197,7 +195,7 @@ void ListToggle::take_item(NodeList& run) {
   }
 }
 
-// Step 11.5, "new parent instructions": a quote right behind a list becomes a deeper level of that list.
+// Step 11.5, "new parent instructions": a quote right after a list becomes a deeper level of that list.
 Ref<Node> ListToggle::list_for(const NodeList& items) const {
   const Node* parent = items.front()->parent();
   Node* list = parent ? parent->previous_sibling() : nullptr;

@@ -11,7 +11,6 @@ namespace tvx::editing {
 
 class Editor;
 
-bool is_list(const dom::Node& node);  // ol or ul
 bool is_html_element_of(const dom::Node& node, dom::Name name);
 
 /// "The selection's list state".

@@ -19,18 +19,11 @@ using dom::Tag;
 
 namespace {
 
-const TagSet& lists() {
-  static const TagSet tags{Tag::Ul, Tag::Ol, Tag::Dir, Tag::Menu};
-  return tags;
+bool is_table_or_part(const Node& node) {
+  return node.is(Tag::Table) || node.is(Tag::Caption) || is_table_part(node);
 }
 
-bool is_table_part(const Node& node) {
-  static const TagSet tags{Tag::Table, Tag::Tbody, Tag::Thead, Tag::Tfoot,
-                           Tag::Tr,    Tag::Td,    Tag::Th,    Tag::Caption};
-  return tags.has(node);
-}
-
-/// The child of `holder` that holds a place; null if the place is between its children.
+/// The child of `holder` that holds a position; null if the position is between its children.
 Node* child_towards(const Node& holder, Node* node) {
   while (node && node->parent() != &holder) {
     if (node == &holder) return nullptr;
@@ -56,7 +49,7 @@ Element* last_block(const Node& node) {
 /// An element whose text stands in it directly.
 bool holds_line(const Node& node) { return is_text_block(node) && !first_block(node) && !last_block(node); }
 
-void move_all(Node& from, const Slot& slot) { insert_all(slot, children_of(from)); }
+void move_all(Node& from, const HeldGap& gap) { insert_all(gap, children_of(from)); }
 
 }  // namespace
 
@@ -106,14 +99,14 @@ void BlockPaste::fit_to_container(NodeList& pieces) {
     list.erase(list.begin() + static_cast<std::ptrdiff_t>(at));
     list.insert(list.begin() + static_cast<std::ptrdiff_t>(at), children.begin(), children.end());
   };
-  if (options_.tables && is_table_part(*container_)) {
-    while (pieces.size() == 1 && is_table_part(*pieces[0]) && !is_allowed_child(*pieces[0], *container_))
+  if (options_.tables && is_table_or_part(*container_)) {
+    while (pieces.size() == 1 && is_table_or_part(*pieces[0]) && !is_allowed_child(*pieces[0], *container_))
       replace_by_children(pieces, 0);
     return;
   }
-  if (!lists().has(*container_)) return;
+  if (!is_list_of_any_kind(*container_)) return;
   for (std::size_t i = 0; i < pieces.size();) {
-    if (lists().has(*pieces[i])) {
+    if (is_list_of_any_kind(*pieces[i])) {
       replace_by_children(pieces, i);
     } else if (!pieces[i]->is(Tag::Li) && !is_filling(*pieces[i])) {
       const Ref<Element> item = document.create_element(Tag::Li);
@@ -136,7 +129,7 @@ bool BlockPaste::lay_leading_line(NodeList& pieces) {
     pieces.erase(pieces.begin());
   }
   if (line.empty()) return false;
-  insert_all(left_ ? slot_at(gap_.start()) : Slot{container_, before_}, line);
+  insert_all(left_ ? gap_at(gap_.start()) : HeldGap{container_, before_}, line);
   if (std::ranges::all_of(line, [](const Ref<Node>& node) { return is_filling(*node); })) return false;
   left_empty_ = false;
   return true;
@@ -149,7 +142,7 @@ bool BlockPaste::lay_trailing_line(NodeList& pieces) {
     pieces.pop_back();
   }
   if (line.empty()) return false;
-  insert_all(right_ ? slot_at(gap_.end()) : Slot{container_, before_}, line);
+  insert_all(right_ ? gap_at(gap_.end()) : HeldGap{container_, before_}, line);
   if (!right_) before_ = line.front();
   if (std::ranges::all_of(line, [](const Ref<Node>& node) { return is_filling(*node); })) return false;
   right_empty_ = false;
@@ -159,8 +152,8 @@ bool BlockPaste::lay_trailing_line(NodeList& pieces) {
 
 bool BlockPaste::same_kind(const Element& a, const Element& b) const {
   if (a.name() != b.name() || a.name_space() != b.name_space()) return false;
-  if (is_table_part(a)) return options_.tables;
-  return lists().has(a) || a.is(Tag::Li) || a.is(Tag::Dl) || same_attributes(a, b);
+  if (is_table_or_part(a)) return options_.tables;
+  return is_list_of_any_kind(a) || a.is(Tag::Li) || a.is(Tag::Dl) || same_attributes(a, b);
 }
 
 bool BlockPaste::merge_left(Element& side, Element& piece) {
@@ -270,9 +263,10 @@ void BlockPaste::drop_empty_sides() {
   if (left_line_ && left_empty_ && left_line_->parent() && is_text_block(*left_line_))
     remove_with_empty_holders(*left_line_, *container_);
   if (!right_line_ || !right_empty_ || !right_line_->parent() || !is_text_block(*right_line_)) return;
-  // Behind a table at the end there would be no line to write on.
+  // After a table at the end there would be no line to write on.
   const Node* last = right_->previous_sibling();
-  const bool only_line = !right_->next_sibling() && (!last || !(holds_line(*last) || lists().has(*last)));
+  const bool only_line =
+      !right_->next_sibling() && (!last || !(holds_line(*last) || is_list_of_any_kind(*last)));
   if (!only_line) {
     remove_with_empty_holders(*right_line_, *container_);
   } else if (!has_visible_child(*right_line_)) {
@@ -280,12 +274,12 @@ void BlockPaste::drop_empty_sides() {
   }
 }
 
-// The line behind is the next one, and the caret begins it.
+// The line after is the next one, and the caret begins it.
 void BlockPaste::keep_right_line() {
   if (!right_line_) return;
   if (!has_visible_child(*right_line_)) append_line_break(*right_line_);
   right_empty_ = false;
-  caret_ = {Pin::At::Inside, right_line_};
+  caret_ = {HeldPosition::At::Inside, right_line_};
 }
 
 Boundary BlockPaste::run(const Ref<dom::DocumentFragment>& content) {
@@ -293,7 +287,7 @@ Boundary BlockPaste::run(const Ref<dom::DocumentFragment>& content) {
   NodeList pieces = children_of(*content);
   fit_to_container(pieces);
   bool has_trailing_line = false, has_leading_line = false;
-  if (!lists().has(*container_) && !is_table_part(*container_)) {
+  if (!is_list_of_any_kind(*container_) && !is_table_or_part(*container_)) {
     has_trailing_line = !options_.ends_line && lay_trailing_line(pieces);
     has_leading_line = lay_leading_line(pieces);
   }

@@ -15,7 +15,7 @@ class BlockPaste {
  public:
   struct Options {
     bool tables = false;     // the content has the rows and cells that were taken out here
-    bool ends_line = false;  // what stands behind the right place doesn't join the content's last line
+    bool ends_line = false;  // what stands after the right place doesn't join the content's last line
   };
   BlockPaste(Editor& editor, dom::Range gap, Options options);
   /// Where the caret then stands.
@@ -41,11 +41,11 @@ class BlockPaste {
   Options options_;
   dom::Ref<dom::Node> container_;
   dom::Ref<dom::Element> left_, right_;            // children of the container that hold the places
-  dom::Ref<dom::Element> left_line_, right_line_;  // the text blocks that end and begin there
+  dom::Ref<dom::Element> left_line_, right_line_;  // the text blocks that end and start there
   dom::Ref<dom::Node> before_;                     // new blocks go before it
   bool left_empty_ = false, right_empty_ = false;
   bool split_ = false;  // both sides were one block
-  Pin caret_;
+  HeldPosition caret_;
 };
 
 }  // namespace tvx::editing

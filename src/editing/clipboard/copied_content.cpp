@@ -29,8 +29,8 @@ bool is_structure(const Node& node) {
   return tags.has(node);
 }
 
-/// A block that stands for its content when all of it is taken. A cell is a place, and so is an item whose
-/// end is not taken along.
+/// A block that stands for its content when all of it is taken. A cell is a container, and so is an item
+/// whose end is not taken along.
 bool comes_along(const Node& node, LineEnd end) {
   static const TagSet places{Tag::Li, Tag::Dd, Tag::Dt};
   const bool is_place = end == LineEnd::Without && places.has(node);

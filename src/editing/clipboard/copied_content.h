@@ -19,7 +19,7 @@ struct CopiedContent {
 
 /// Nothing while there is only a caret, or no selection. The markup of a text selection goes from its first
 /// to its last character. It brings along what gives it its meaning: the list of its items, the table of its
-/// cells, the look of its text; and its block if all of the block's content is in it. A selection that goes
+/// cells, the style of its text; and its block if all of the block's content is in it. A selection that goes
 /// on to the next line took the line's end along, and so does the copy.
 std::optional<CopiedContent> copied_content(Editor& editor);
 
@@ -27,7 +27,7 @@ std::optional<CopiedContent> copied_content(Editor& editor);
 enum class LineEnd : bool { Without, With };
 dom::Ref<dom::DocumentFragment> copied_nodes(const dom::Range& range, LineEnd end = LineEnd::Without);
 
-/// Content that ends with a line's end has an empty paragraph behind all else. Where others read it, nothing
+/// Content that ends with a line's end has an empty paragraph after all else. Where others read it, nothing
 /// is seen of that.
 void append_line_end(dom::DocumentFragment& content);
 /// Takes that paragraph off; false if there is none.

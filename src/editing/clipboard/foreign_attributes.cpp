@@ -121,7 +121,7 @@ std::u16string kept_declarations(std::u16string_view style) {
 std::optional<std::u16string> kept_value(const Element& element, const dom::Attribute& attribute) {
   const std::u16string name = ascii_lower(attribute.name.text());
   if (name.starts_with(u"on") || name == u"srcdoc" || name == u"http-equiv") return {};
-  // Names of XML, and what such names leave behind in HTML ("xmlns:o", "o:gfxdata", "v:shapes").
+  // Names of XML, and what such names leave after in HTML ("xmlns:o", "o:gfxdata", "v:shapes").
   if (element.is_html() && (name == u"xmlns" || contains(name, u":"))) return {};
   if (name == u"style") {
     std::u16string kept = kept_declarations(attribute.value);

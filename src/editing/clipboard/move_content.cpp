@@ -55,14 +55,14 @@ Element* find_between(const dom::Range& range, dom::Name name) {
   return nullptr;
 }
 
-/// A place between nodes where a text begins or ends: what is inserted there is inserted beside the text.
+/// A position between nodes where a text begins or ends: what is inserted there is inserted beside the text.
 Boundary out_of_text_edge(const Boundary& place) {
   if (!place.node->is_text()) return place;
   if (place.offset == 0) return dom::before(*place.node);
   return place.offset == dom::length_of(*place.node) ? dom::after(*place.node) : place;
 }
 
-/// Inserts markup at a place and gives what it has become.
+/// Inserts markup at a position and gives what it has become.
 dom::Range insert_markup(Editor& editor, const Boundary& at, std::u16string_view html) {
   MarkupPointer start(editor.document());
   start.SetGravity(PointerGravity::Left);
@@ -84,7 +84,7 @@ bool move_control(Editor& editor, Element& control, const Boundary& to, KeepSour
 
 /// What was taken goes in as what is pasted does: lines as lines, items among items.
 void put_in(Editor& editor, const Ref<dom::DocumentFragment>& content, const Boundary& at) {
-  // Within or behind a text the place stays where the text ends, also if what follows becomes part of it.
+  // Within or after a text the position stays where the text ends, also if what follows becomes part of it.
   const Boundary before = at.node->is_text() && at.offset > 0 ? at : out_of_text_edge(at);
   const dom::LiveRange start(editor.document(), {before, before});
   editor.selection().collapse(at);

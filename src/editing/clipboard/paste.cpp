@@ -33,11 +33,6 @@ bool is_cell_or_above(const Node& node) {
   return tags.has(node) || is_editing_host(node);
 }
 
-bool is_list(const Node& node) {
-  static const TagSet tags{Tag::Ul, Tag::Ol, Tag::Dir, Tag::Menu};
-  return tags.has(node);
-}
-
 /// The one line that the content is, if it is one: what of it goes into a line.
 Element* only_line(const Node& content, bool in_list) {
   Element* only = nullptr;
@@ -47,7 +42,7 @@ Element* only_line(const Node& content, bool in_list) {
     only = dom::as<Element>(node);
   }
   if (!only) return nullptr;
-  if (is_list(*only)) return in_list ? only_line(*only, false) : nullptr;
+  if (is_list_of_any_kind(*only)) return in_list ? only_line(*only, false) : nullptr;
   if (!is_text_block(*only)) return nullptr;
   for (const Node* child = only->first_child(); child; child = child->next_sibling())
     if (is_block_piece(*child)) return nullptr;
@@ -110,7 +105,8 @@ dom::Range with_covered_blocks(const dom::Range& seen, bool lists_too) {
     if (parts.has(*node)) {
       structure = true;
       if (!node->is(Tag::Table)) continue;
-    } else if (structure || !(is_look(*node) || is_text_block(*node) || (lists_too && is_list(*node)))) {
+    } else if (structure ||
+               !(is_look(*node) || is_text_block(*node) || (lists_too && is_list_of_any_kind(*node)))) {
       break;
     }
     range = {dom::before(*node), dom::after(*node)};
@@ -135,7 +131,7 @@ std::optional<Boundary> text_behind(Boundary place) {
   }
 }
 
-/// One paste, from the selection to the caret behind the content.
+/// One paste, from the selection to the caret after the content.
 class Pasting {
  public:
   Pasting(Editor& editor, const Ref<dom::DocumentFragment>& content)
@@ -226,10 +222,10 @@ class Pasting {
     }
     Element* block = block_around(gap_.start());
     const Ref<Node> holder(block && is_empty_line(*block) ? line_break_in(*block) : nullptr);
-    const Slot slot = zip_looks();
+    const HeldGap gap = zip_looks();
     const NodeList nodes = children_of(*content_);
-    insert_all(slot, nodes);
-    Pin caret = right_end_;
+    insert_all(gap, nodes);
+    HeldPosition caret = right_end_;
     if (!caret) caret = nodes.empty() ? left_end_ : end_of_lines(*nodes.back());
     if (holder && holder->parent()) dom::remove(*holder);
     finish(caret ? caret.place() : gap_.start());
@@ -241,9 +237,9 @@ class Pasting {
     return nullptr;
   }
 
-  /// Looks that both sides of the gap are in are taken off the content; where only one side is in a look, the
-  /// first or the last node goes on in it if it has the same. Gives the slot for all else.
-  Slot zip_looks() {
+  /// Styles that both sides of the gap are in are taken off the content; where only one side is in a style,
+  /// the first or the last node goes on in it if it has the same. Gives the gap for all else.
+  HeldGap zip_looks() {
     Node* both = dom::common_ancestor(*gap_.start().node, *gap_.end().node);
     if (gap_.collapsed() && both->is_text()) both = both->parent();
     std::vector<const Element*> around;
@@ -256,7 +252,7 @@ class Pasting {
                                 right = looks_between(*both, gap_.end().node);
     if (!right.empty()) right_end_ = zip_right(right, *content_);
     if (!left.empty()) left_end_ = zip_left(left, *content_);
-    return slot_at(right.empty() ? gap_.end() : dom::before(*right.front()));
+    return gap_at(right.empty() ? gap_.end() : dom::before(*right.front()));
   }
 
   /// A link holds no links.
@@ -308,7 +304,7 @@ class Pasting {
 
   bool is_list_only() const {
     for (const Node* node = content_->first_child(); node; node = node->next_sibling())
-      if (!is_filling(*node) && !is_list(*node)) return false;
+      if (!is_filling(*node) && !is_list_of_any_kind(*node)) return false;
     return true;
   }
 
@@ -327,9 +323,9 @@ class Pasting {
   dom::Range seen_{};
   dom::LiveRange gap_;
   SpacesBeside spaces_before_, spaces_behind_;
-  bool ends_line_ = false;    // the content's last line ends with it
-  bool breaks_line_ = false;  // the rest of the line stands behind the content, in a block of its own
-  Pin left_end_, right_end_;  // of what went on in looks
+  bool ends_line_ = false;             // the content's last line ends with it
+  bool breaks_line_ = false;           // the rest of the line stands after the content, in a block of its own
+  HeldPosition left_end_, right_end_;  // of what went on in looks
 };
 
 /// Blanks that would show as one become blanks and no-break spaces; a tab is four.

@@ -4,7 +4,7 @@
 
 #include "tvx/dom/document.h"
 
-/// Content from elsewhere in the place of the selection. The caret then stands behind it. What calls these
+/// Content from elsewhere in the place of the selection. The caret then stands after it. What calls these
 /// holds the undo step.
 namespace tvx::editing {
 
@@ -13,7 +13,7 @@ class Editor;
 /// Nodes that stand in no tree and belong to the editor's document. They are used up.
 ///
 /// A line goes into the line at the selection. Of several lines the first goes on the line before the caret
-/// and the line behind the caret goes on the last; where the caret's line is empty the content takes its
+/// and the line after it the caret goes on the last; where the caret's line is empty the content takes its
 /// place. Items go among items. Elements that both sides have in common stand once: what was copied from a
 /// place and is pasted there again leaves the tree as it was.
 void paste_nodes(Editor& editor, const dom::Ref<dom::DocumentFragment>& content);

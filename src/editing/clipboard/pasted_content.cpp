@@ -202,11 +202,11 @@ class Cleaning {
   Node* start_ = nullptr;
   Node* end_ = nullptr;
   std::unordered_set<const Node*> around_start_;
-  bool ends_line_ = false;  // nothing was taken behind a line's end
+  bool ends_line_ = false;  // nothing was taken after a line's end
   Node* outer_holder_ = nullptr;
 };
 
-/// The name of the tag that begins at that place, in small letters; empty if none does.
+/// The name of the tag that begins at that position, in small letters; empty if none does.
 std::u16string tag_name_at(std::u16string_view html, std::size_t at) {
   if (at >= html.size() || html[at] != u'<') return {};
   std::size_t end = ++at;

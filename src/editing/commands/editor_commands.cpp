@@ -23,18 +23,6 @@ const Node* common_host(const dom::Range& range) {
   return nullptr;
 }
 
-// Observers hear of the selection once, when a command is done with it.
-class HeldSelection {
- public:
-  explicit HeldSelection(Selection& selection) : selection_(selection) { selection_.hold_notifications(); }
-  ~HeldSelection() { selection_.release_notifications(); }
-  HeldSelection(const HeldSelection&) = delete;
-  HeldSelection& operator=(const HeldSelection&) = delete;
-
- private:
-  Selection& selection_;
-};
-
 }  // namespace
 
 bool Editor::supported(std::u16string_view command) const { return find_command(command) != nullptr; }

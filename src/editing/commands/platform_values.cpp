@@ -32,6 +32,7 @@ PlatformValue platform_value(Editor& editor, std::u16string_view command) {
   const CommandDefinition* row = find_command(command);
   if (!row) throw RuntimeError(errors::invalid_call, u"Unknown command");
   if (row->state) return editor.state(command);
+  if (editor.indeterminate(command)) return std::monostate();
   const std::u16string value = editor.value(command);
   if (row->inline_command == InlineCommand::BackColor || row->inline_command == InlineCommand::ForeColor) {
     return colour_number(value);

@@ -23,10 +23,6 @@ using dom::Tag;
 
 namespace {
 
-bool is_item(const Node* node) {
-  return node && (node->is(Tag::Li) || node->is(Tag::Dt) || node->is(Tag::Dd));
-}
-
 bool is_hidden_editable(const Node* node) { return node && is_editable(*node) && is_invisible(*node); }
 
 /// Backspace on a caret. The steps are those of the standard's "delete" command; the numbers name them.
@@ -64,8 +60,8 @@ class BackwardDelete {
 
   Editor& editor_;
   UnitEdge unit_start_;
-  Spot spot_;   // "node" and "offset"
-  Spot start_;  // "start node" and "start offset"
+  WalkPosition spot_;   // "node" and "offset"
+  WalkPosition start_;  // "start node" and "start offset"
 };
 
 // Step 4: as far up as the line goes, then down to what stands before the caret. False: all is done.
@@ -109,7 +105,7 @@ bool BackwardDelete::delete_before() {
 // Step 7.
 bool BackwardDelete::outdent_first_item() {
   Ref<Node> node(spot_.node());
-  if (!is_item(node.get()) || node->previous_sibling() || !spot_.at_start()) return false;
+  if (!is_item(*node) || node->previous_sibling() || !spot_.at_start()) return false;
   for (const Ref<Node>& item : items_around(node->parent())) normalize_sublists(item);
   const RecordedValues values = record_values({node});
   split_parent({node});
@@ -119,7 +115,7 @@ bool BackwardDelete::outdent_first_item() {
   return true;
 }
 
-// Steps 8 and 9: the place before the block that the caret begins.
+// Steps 8 and 9: the position before the block that the caret begins.
 void BackwardDelete::find_start() {
   start_ = spot_;
   for (;;) {
@@ -177,7 +173,7 @@ bool BackwardDelete::delete_line_before() {
 // Steps 14 and 15: the item's content joins the item before, on a line of its own.
 bool BackwardDelete::merge_items() {
   const Ref<Node> item(start_.next());
-  if (!is_item(item.get())) return false;
+  if (!item || !is_item(*item)) return false;
   Ref<Node> previous(start_.previous());
   if (item->first_child() && is_inline_node(*item->first_child()) && previous) {
     const auto ends_inline = [&] {
@@ -186,7 +182,7 @@ bool BackwardDelete::merge_items() {
     if (ends_inline() && !previous->last_child()->is(Tag::Br)) append_line_break(*previous);
     if (ends_inline()) append_line_break(*previous);
   }
-  if (!is_item(previous.get())) return false;
+  if (!previous || !is_item(*previous)) return false;
   const dom::LiveRange caret(editor_.document(), editor_.selection().range());
   select({previous.get(), dom::length_of(*previous)}, {item.get(), 0});
   delete_selection(editor_);

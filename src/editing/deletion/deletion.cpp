@@ -96,11 +96,6 @@ bool Deletion::delete_within_text() {
   return true;
 }
 
-bool is_table_part(const Node& node) {
-  return node.is(Tag::Thead) || node.is(Tag::Tbody) || node.is(Tag::Tfoot) || node.is(Tag::Tr) ||
-         node.is(Tag::Th) || node.is(Tag::Td);
-}
-
 // Steps 22 to 28.
 void Deletion::remove_contents() {
   const NodeList nodes = topmost_contained(
@@ -178,7 +173,7 @@ void Deletion::remove_empty_inner_block(const Node&) {
   dom::remove(*end_block_);
 }
 
-// Step 33: the start block stands inside the end block; the line behind it moves in.
+// Step 33: the start block stands inside the end block; the line after it moves in.
 void Deletion::merge_into_inner_block() {
   editor_.selection().collapse({start_block_.get(), dom::length_of(*start_block_)});
   const Node* reference = start_block_.get();

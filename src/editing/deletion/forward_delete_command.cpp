@@ -19,8 +19,8 @@ namespace {
 
 bool is_hidden_editable(const Node* node) { return node && is_editable(*node) && is_invisible(*node); }
 
-/// Removes the child behind a spot, which then stands before the next one.
-void remove_next(Spot& spot) {
+/// Removes the child after a position, which then stands before the next one.
+void remove_next(WalkPosition& spot) {
   Node* const next = spot.next();
   spot.gap.next = next->next_sibling();
   dom::remove(*next);
@@ -37,7 +37,7 @@ class ForwardDelete {
     if (delete_behind() || delete_object() || is_inline_node(spot_.node()) || delete_leaf()) return;
     find_end();
     if (stop_at_table()) return;
-    // Nothing to join within the host. The standard deletes up to what stands behind the host, where there is
+    // Nothing to join within the host. The standard deletes up to what stands after the host, where there is
     // nothing to delete either, and leaves the caret where it began to look.
     if (!in_same_editing_host(end_.node(), spot_.node()))
       return editor_.selection().collapse(spot_.boundary());
@@ -65,8 +65,8 @@ class ForwardDelete {
 
   Editor& editor_;
   UnitEdge unit_end_;
-  Spot spot_;  // "node" and "offset"
-  Spot end_;   // "end node" and "end offset"
+  WalkPosition spot_;  // "node" and "offset"
+  WalkPosition end_;   // "end node" and "end offset"
 };
 
 // Step 4.
@@ -138,7 +138,7 @@ bool ForwardDelete::stop_at_table() {
   return true;
 }
 
-// Step 13: a line break right behind a block always counts.
+// Step 13: a line break right after a block always counts.
 bool ForwardDelete::delete_line_behind() {
   const Node* next = end_.next();
   if (!spot_.at_end() || !next || !(next->is(Tag::Hr) || next->is(Tag::Br))) return false;

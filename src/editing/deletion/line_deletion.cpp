@@ -26,7 +26,7 @@ bool begins_line(const Boundary& place) {
   return before != ContentKind::Text && before != ContentKind::Object && before != ContentKind::LineBreak;
 }
 
-/// Whether nothing that is seen stands in the block before the place.
+/// Whether nothing that is seen stands in the block before the position.
 bool begins(const Boundary& place, const Element& block) {
   const Content before = content_beside(place, Direction::Backward);
   return before.kind == ContentKind::LeaveBlock && before.node == &block;
@@ -48,7 +48,7 @@ bool is_empty_text_block(const Node* node) {
   return node && is_text_block(*node) && is_editable(*node) && is_empty_line(*node);
 }
 
-/// The outermost block that begins with this one and doesn't hold the line behind.
+/// The outermost block that begins with this one and doesn't hold the line after it.
 Node* outermost_beginning_with(Node* block, const Node& behind) {
   const Node* common = dom::common_ancestor(*block, behind);
   while (block->parent() != common && !visible_before(*block)) block = block->parent();

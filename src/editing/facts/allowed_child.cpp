@@ -96,22 +96,19 @@ bool may_hold(Tag parent, Tag child) {
   return !(inline_contents().has(parent) && prohibited_in_paragraphs().has(child));
 }
 
-bool any_at_or_above(const Node& node, const auto& criteria) {
-  for (const Node* current = &node; current; current = current->parent()) {
-    if (criteria(*current)) return true;
-  }
-  return false;
+bool ancestor_allows(const Node& ancestor, Tag child) {
+  if (child == Tag::A && ancestor.is(Tag::A)) return false;
+  if (prohibited_in_paragraphs().has(child) && inline_contents().has(ancestor)) return false;
+  return !headings().has(child) || !headings().has(ancestor);
 }
 
 // Step 6: what the ancestors forbid, because the text would not come back as the same tree.
 bool ancestors_allow(const Node& parent, Tag child) {
-  if (child == Tag::A && any_at_or_above(parent, [](const Node& node) { return node.is(Tag::A); }))
-    return false;
-  if (prohibited_in_paragraphs().has(child) &&
-      any_at_or_above(parent, [](const Node& node) { return inline_contents().has(node); }))
-    return false;
-  return !headings().has(child) ||
-         !any_at_or_above(parent, [](const Node& node) { return headings().has(node); });
+  if (child != Tag::A && !prohibited_in_paragraphs().has(child)) return true;
+  for (const Node* node = &parent; node; node = node->parent()) {
+    if (!ancestor_allows(*node, child)) return false;
+  }
+  return true;
 }
 
 bool is_blank(std::u16string_view text) { return trimmed(text).empty(); }
@@ -131,6 +128,11 @@ const Element* html_element(const Node& node) {
 
 }  // namespace
 
+bool is_heading(const Node& node) { return headings().has(node); }
+bool may_stand_below(const Node& node, const Node& ancestor) {
+  const Element* element = html_element(node);
+  return !element || ancestor_allows(ancestor, element->tag());
+}
 bool is_prohibited_paragraph_child(const Node& node) { return prohibited_in_paragraphs().has(node); }
 bool is_prohibited_paragraph_child_name(Name name) { return prohibited_in_paragraphs().has(name.tag()); }
 bool is_element_with_inline_contents(const Node& node) { return inline_contents().has(node); }

@@ -24,7 +24,7 @@ namespace {
 
 bool is_block_boundary(const Gap& gap) { return is_block_start(gap) || is_block_end(gap); }
 
-// Inside a text no place is a block's edge, so the walk begins at the edge of the text.
+// Inside a text no position is a block's edge, so the walk begins at the edge of the text.
 Gap walk_start(Boundary place, bool backward) {
   if (dom::Element* item = dom::enclosing(*place.node, Tag::Li); item && item->parent()) {
     return backward ? Gap::before(*item) : Gap::after(*item);
@@ -87,14 +87,14 @@ bool is_empty(const Node& node) {
   return data ? data->length() == 0 : !node.has_children();
 }
 
-// The child before or behind a boundary into which a caret can step without a visible move.
+// The child before or after a boundary into which a caret can step without a visible move.
 Node* enterable(Node* child) {
   return child && !is_empty(*child) && is_inline_node(*child) ? child : nullptr;
 }
 
 }  // namespace
 
-// Nodes without content are never entered or left: `{}<br>` and `<br>{}` are not the same place.
+// Nodes without content are never entered or left: `{}<br>` and `<br>{}` are not the same position.
 Boundary next_equivalent_point(Boundary place) {
   Node& node = *place.node;
   if (is_empty(node)) return {};

@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "tvx/base/strings.h"
+#include "tvx/dom/style/presentational_hints.h"
 
 namespace tvx::editing {
 
@@ -46,21 +47,6 @@ std::optional<int> font_size_of_keyword(std::u16string_view keyword) {
   return std::nullopt;
 }
 
-std::optional<int> parse_legacy_font_size(std::u16string_view text) {
-  text = trimmed(text);
-  const char16_t sign = !text.empty() && (text[0] == u'+' || text[0] == u'-') ? text[0] : u' ';
-  if (sign != u' ') text.remove_prefix(1);
-  int number = 0;
-  std::size_t digits = 0;
-  while (digits < text.size() && is_ascii_digit(text[digits])) {
-    number = std::min(number * 10 + (text[digits++] - u'0'), 1000);
-  }
-  if (digits == 0) return std::nullopt;
-  if (sign == u'+') number = 3 + number;
-  if (sign == u'-') number = 3 - number;
-  return std::clamp(number, 1, 7);
-}
-
 namespace {
 
 // HTML standard, section 2.3.4.3 "valid floating-point number".
@@ -93,7 +79,7 @@ std::optional<int> parse_font_size_argument(std::u16string_view text) {
   text = trimmed(text);
   const bool plus = !text.empty() && text[0] == u'+';
   if (!is_valid_number(plus ? text.substr(1) : text)) return std::nullopt;
-  return parse_legacy_font_size(text);
+  return dom::style::parse_legacy_font_size(text);
 }
 
 std::optional<double> font_size_in_pixels(std::u16string_view value) {

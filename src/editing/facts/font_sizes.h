@@ -4,16 +4,13 @@
 #include <string>
 #include <string_view>
 
-/// The seven sizes of the FONT element. HTML standard, section 15.3.4 "rules for parsing a legacy font size",
-/// editing commands standard, section "The fontSize command".
+/// The seven sizes of the FONT element. Editing commands standard, section "The fontSize command".
 namespace tvx::editing {
 
 /// The keyword for a size from 1 to 7: "x-small" to "xxx-large".
 std::u16string_view font_size_keyword(int size);
 /// The size of a keyword; none if it is no such keyword.
 std::optional<int> font_size_of_keyword(std::u16string_view keyword);
-/// "Rules for parsing a legacy font size": of a FONT element's `size`, 1 to 7; none if it is no number.
-std::optional<int> parse_legacy_font_size(std::u16string_view text);
 /// What the fontSize command takes: a number, or one with a sign relative to 3. None if it is no number.
 std::optional<int> parse_font_size_argument(std::u16string_view text);
 /// Pixels of a keyword or a length in an absolute unit; none for anything else.

@@ -4,7 +4,7 @@
 
 namespace tvx::editing {
 
-/// A place between the children of a node, held by the child behind it (null: at the end). Stepping over
+/// A position between the children of a node, named by the child after it (null: at the end). Stepping over
 /// a child or up to the parent costs the same among two children or two hundred thousand, which counting
 /// offsets would not. In a text it stands for the text as a whole: it has no children.
 struct Gap {
@@ -20,18 +20,18 @@ struct Gap {
   dom::Node* previous() const { return next ? next->previous_sibling() : node->last_child(); }
   bool at_start() const { return previous() == nullptr; }
   bool at_end() const { return next == nullptr; }
-  /// Counts the children before it, or behind it where those are none.
+  /// Counts the children before it, or after it where those are none.
   dom::Boundary boundary() const { return {node, next ? dom::index_of(*next) : dom::length_of(*node)}; }
   friend bool operator==(const Gap&, const Gap&) = default;
 };
 
-/// A place anywhere: an offset in a text or comment, a gap between children elsewhere.
-struct Spot {
+/// A position anywhere: an offset in a text or comment, a gap between children elsewhere.
+struct WalkPosition {
   Gap gap;
   Offset offset = 0;  // in character data
   dom::CharacterData* data = nullptr;
 
-  explicit Spot(dom::Boundary place)
+  explicit WalkPosition(dom::Boundary place)
       : gap{place.node, nullptr}, data(dom::as<dom::CharacterData>(place.node)) {
     if (data) {
       offset = place.offset < data->length() ? place.offset : data->length();
@@ -41,7 +41,7 @@ struct Spot {
   }
   dom::Node& node() const { return *gap.node; }
   bool is_text() const { return gap.node->is_text(); }
-  /// The child right before or behind it, null where there is none.
+  /// The child right before or after it, null where there is none.
   dom::Node* previous() const { return data ? nullptr : gap.previous(); }
   dom::Node* next() const { return data ? nullptr : gap.next; }
   bool at_start() const { return data ? offset == 0 : gap.at_start(); }
@@ -66,7 +66,7 @@ struct Spot {
     gap = Gap::after(node());
     data = nullptr;
   }
-  bool same_as(const Spot& other) const { return gap == other.gap && offset == other.offset; }
+  bool same_as(const WalkPosition& other) const { return gap == other.gap && offset == other.offset; }
 };
 
 }  // namespace tvx::editing

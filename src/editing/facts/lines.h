@@ -7,10 +7,10 @@ namespace tvx::editing {
 
 /// Whether a node is a line of text that merges with another: a paragraph, a heading, a list item.
 bool is_text_block(const dom::Node& node);
-/// An element of a line that gives its text a look: all that is neither a block nor a thing by itself.
+/// An element of a line that gives its text a style: all that is neither a block nor a thing by itself.
 bool is_look(const dom::Node& node);
 
-/// The nearest block around a place.
+/// The nearest block around a position.
 dom::Element* block_around(dom::Boundary place);
 /// Nothing is seen in it, but perhaps the break that holds it open.
 bool is_empty_line(const dom::Node& block);

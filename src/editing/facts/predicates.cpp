@@ -157,7 +157,7 @@ bool is_collapsed_whitespace_node(const Node& node) {
     if (goes == LineGoes::Ends) return true;
     if (goes == LineGoes::Holds || reference == holder) break;
   }
-  // The end of the block ends the line, whatever comes behind it.
+  // The end of the block ends the line, whatever comes after it.
   for (const Node* reference = dom::next_in_order(node, holder); reference;
        reference = dom::next_in_order(*reference, holder)) {
     const LineGoes goes = line_at(*reference);
@@ -167,7 +167,7 @@ bool is_collapsed_whitespace_node(const Node& node) {
 }
 
 // The standard describes both kinds of line break by what they do to the layout. These are the rules of
-// lines behind it: a break needs something behind it to begin a line for, and something before it to end.
+// lines after it: a break needs something after it to begin a line for, and something before it to end.
 bool is_collapsed_line_break(const Node& node) { return is_break(node) && next_in_line(node) == Met::Edge; }
 
 bool is_extraneous_line_break(const Node& node) {
@@ -217,6 +217,16 @@ bool is_formattable(const Node& node) {
   return is_editable(node) && is_visible(node);
 }
 
+bool is_list(const Node& node) { return node.is(Tag::Ol) || node.is(Tag::Ul); }
+bool is_list_of_any_kind(const Node& node) {
+  return is_list(node) || node.is(Tag::Dir) || node.is(Tag::Menu);
+}
+bool is_item(const Node& node) { return node.is(Tag::Li) || node.is(Tag::Dt) || node.is(Tag::Dd); }
+bool is_table_part(const Node& node) {
+  static const TagSet tags{Tag::Thead, Tag::Tbody, Tag::Tfoot, Tag::Tr, Tag::Th, Tag::Td};
+  return tags.has(node);
+}
+
 bool is_non_list_single_line_container(const Node& node) {
   static const TagSet tags{Tag::Address, Tag::Div, Tag::H1,      Tag::H2, Tag::H3,  Tag::H4,
                            Tag::H5,      Tag::H6,  Tag::Listing, Tag::P,  Tag::Pre, Tag::Xmp};
@@ -224,7 +234,7 @@ bool is_non_list_single_line_container(const Node& node) {
 }
 
 bool is_single_line_container(const Node& node) {
-  return is_non_list_single_line_container(node) || node.is(Tag::Li) || node.is(Tag::Dt) || node.is(Tag::Dd);
+  return is_non_list_single_line_container(node) || is_item(node);
 }
 
 bool is_name_of_formattable_block(Name name) {

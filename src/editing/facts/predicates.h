@@ -46,6 +46,18 @@ bool is_allowed_child(const dom::Node& child, const dom::Node& parent);
 bool is_allowed_child(const dom::Node& child, dom::Name parent);
 bool is_allowed_child_name(dom::Name child, const dom::Node& parent);
 bool is_allowed_child_name(dom::Name child, dom::Name parent);
+/// Whether an element, however deep below, can stand under `ancestor`: written out and read again it would
+/// else stand elsewhere.
+bool may_stand_below(const dom::Node& node, const dom::Node& ancestor);
+bool is_heading(const dom::Node& node);
+/// `ol` or `ul`, as the standard has it.
+bool is_list(const dom::Node& node);
+/// `ol`, `ul`, or one of the old lists `dir` and `menu`, which pages have and commands don't make.
+bool is_list_of_any_kind(const dom::Node& node);
+/// `li`, `dt` or `dd`.
+bool is_item(const dom::Node& node);
+/// What a table is made of, without the table itself and its caption.
+bool is_table_part(const dom::Node& node);
 bool is_element_with_inline_contents(const dom::Node& node);
 bool is_name_of_formattable_block(dom::Name name);
 

@@ -16,7 +16,7 @@ Offset previous_grapheme(std::u16string_view text, Offset from);
 Offset next_grapheme(std::u16string_view text, Offset from);
 /// The start of the word before, over the white space and punctuation between.
 Offset previous_word(std::u16string_view text, Offset from);
-/// The end of the word behind.
+/// The end of the next word.
 Offset next_word(std::u16string_view text, Offset from);
 
 }  // namespace tvx::editing

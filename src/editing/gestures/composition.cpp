@@ -58,7 +58,7 @@ void Composition::write(std::u16string_view text, Offset cursor) {
   editor_.selection().collapse({end.node, start + std::min<Offset>(cursor, length_)});
 }
 
-// Back to what was before the first letter; the pending look comes back with it. If others have changed the
+// Back to what was before the first letter; the pending style comes back with it. If others have changed the
 // document only the composed text goes: their changes are none of ours to take back.
 void Composition::take_back() {
   writing_ = true;

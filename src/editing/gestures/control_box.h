@@ -19,7 +19,7 @@ struct ControlBox {
 /// Gives an element a size, as one undo step. Each measure is written where the element has it: in the inline
 /// style if that names it, else images, tables, objects, frames and rules take attributes, form fields and
 /// all others the style. A width in percent stays in percent where it is told what it was. False where the
-/// element stands in a place that can't be edited.
+/// element stands in a position that can't be edited.
 bool set_control_box(Editor& editor, dom::Element& element, const ControlBox& box);
 
 /// Whether its own style takes an element out of the flow, so that it has a place of its own.

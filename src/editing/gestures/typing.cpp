@@ -85,8 +85,8 @@ void settle_caret(Editor& editor) {
   if (place != caret) collapse_keeping_look(editor, place);
 }
 
-// Between two blocks, behind a rule for instance, there is no line: what is typed there begins the one
-// behind.
+// Between two blocks, after a rule for instance, there is no line: what is typed there begins the one
+// after.
 void enter_line_behind(Editor& editor) {
   const Boundary caret = editor.selection().focus();
   if (!editor.selection().collapsed() || caret.node->is_text()) return;
@@ -118,7 +118,8 @@ std::u16string_view first_word(std::u16string_view text) {
   return text.substr(0, length);
 }
 
-// In overwrite mode a typed character takes the place of the one behind the caret, but never of a line's end.
+// In overwrite mode a typed character takes the place of the one after it the caret, but never of a line's
+// end.
 void make_room(Editor& editor, std::size_t count) {
   const Boundary caret = editor.selection().focus();
   auto* text = dom::as<dom::Text>(caret.node);
@@ -248,7 +249,7 @@ Node* neighbour_cell(const Element& cell, const Element& table, bool backward) {
 }
 
 /// A list that the element stands in; items of the tag mode stand right in the outer list, and so may a list.
-bool stands_in_list(const Node& node) {
+bool stands_anywhere_in_list(const Node& node) {
   for (const Node* outer = node.parent(); outer && is_editable(*outer); outer = outer->parent())
     if (is_list(*outer)) return true;
   return false;
@@ -258,7 +259,7 @@ bool stands_in_list(const Node& node) {
 bool press_tab_in_list(Editor& editor, bool backward) {
   const Element* item = dom::enclosing(*editor.selection().focus().node, Tag::Li);
   if (!item || !is_editable(*item) || !item->parent() || !is_list(*item->parent())) return false;
-  if (backward && !stands_in_list(*item->parent())) return true;
+  if (backward && !stands_anywhere_in_list(*item->parent())) return true;
   editor.execute(backward ? u"outdent" : u"indent");
   return true;
 }

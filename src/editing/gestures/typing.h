@@ -8,7 +8,7 @@
 /// The gestures of a person at the keyboard. Each is one undo step; typed text coalesces into runs.
 namespace tvx::editing {
 
-/// Types a text at the selection as a person would: replaces what is selected, takes the pending look.
+/// Types a text at the selection as a person would: replaces what is selected, takes the pending style.
 /// A line break in it is Enter. False where nothing can be typed.
 bool type_text(Editor& editor, std::u16string_view text);
 bool press_enter(Editor& editor);        // a new paragraph, list item...

@@ -14,7 +14,7 @@ namespace names = dom::names;
 
 namespace {
 
-// Its children take its place, and the boundaries at their edges go along.
+// Its children take its position, and the boundaries at their edges go along.
 NodeList dissolve(const Ref<Element>& element) {
   NodeList children = children_of(*element);
   for (const Ref<Node>& child : children) move_preserving_ranges(child, *element->parent(), element.get());

@@ -20,7 +20,7 @@ namespace {
 
 // --- how the questions are answered ---
 
-/// Calls `visitor` with the look of each formattable node in the active range until it answers false.
+/// Calls `visitor` with the style of each formattable node in the active range until it answers false.
 /// Returns whether there was any.
 template <class Visitor>
 bool each_look(Editor& editor, InlineCommand command, Visitor visitor) {
@@ -138,6 +138,11 @@ bool toggle_superscript(Editor& editor, std::u16string_view) {
   return toggle_script(editor, InlineCommand::Superscript, u"superscript");
 }
 
+// A font without a name is none.
+bool set_font(Editor& editor, std::u16string_view value) {
+  return !trimmed(value).empty() && set_value<InlineCommand::FontName>(editor, value);
+}
+
 // A colour with its "#" forgotten is one too; `currentcolor` would chase itself.
 template <InlineCommand command>
 bool set_colour(Editor& editor, std::u16string_view value) {
@@ -173,7 +178,7 @@ const CommandDefinition rows[] = {
      .inline_command = InlineCommand::Bold},
     {.name = u"fontName",
      .label = u"Font",
-     .action = set_value<InlineCommand::FontName>,
+     .action = set_font,
      .indeterminate = has_several_looks<InlineCommand::FontName>,
      .value = first_look<InlineCommand::FontName>,
      .css_property = u"font-family",

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "tvx/dom/style/presentational_hints.h"
 #include "tvx/dom/style/style_engine.h"
 
 #include "tvx/editing/facts/font_sizes.h"
@@ -146,7 +147,7 @@ InlineValue font_attribute(const Element& element, InlineCommand command) {
                                                                              : names::size);
   if (!value) return std::nullopt;
   if (command == InlineCommand::FontSize) {
-    const auto size = parse_legacy_font_size(*value);
+    const auto size = style::parse_legacy_font_size(*value);
     return size ? InlineValue(font_size_keyword(*size)) : std::nullopt;
   }
   if (command == InlineCommand::ForeColor) {

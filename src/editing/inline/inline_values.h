@@ -31,7 +31,7 @@ bool is_activated_value(InlineCommand command, const InlineValue& value);
 /// The CSS property that the command sets, empty if none.
 std::u16string_view css_property_of(InlineCommand command);
 
-/// "Clear the value": takes away what the element says itself. Returns the nodes that stand in its place,
+/// "Clear the value": takes away what the element says itself. Returns the nodes that stand in its position,
 /// if it had to go or to change its name.
 NodeList clear_value(const dom::Ref<dom::Element>& element, InlineCommand command);
 void push_down_values(const dom::Ref<dom::Node>& node, InlineCommand command, const InlineValue& value,

@@ -168,13 +168,13 @@ RecordedLook record_current_look(Editor& editor) {
 
 namespace {
 
-// The caret has no text to change: what is typed next shall have the look.
+// The caret has no text to change: what is typed next shall have the style.
 void set_overrides(const RecordedLook& look, Editor& editor) {
   for (const auto& [name, state] : look.states) editor.overrides().states[std::u16string(name)] = state;
   for (const auto& [name, value] : look.values) editor.overrides().values[std::u16string(name)] = value;
 }
 
-/// Steps 2 of "restore states and values": each command runs only where the look differs.
+/// Steps 2 of "restore states and values": each command runs only where the style differs.
 class LookRestorer {
  public:
   explicit LookRestorer(Editor& editor) : editor_(editor), node_(first_formattable(editor)) {}

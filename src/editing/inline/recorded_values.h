@@ -8,7 +8,7 @@
 
 #include "tvx/editing/tree/surgery.h"
 
-/// The look of nodes and of the caret, noted before an operation that would lose it and put back after.
+/// The style of nodes and of the caret, noted before an operation that would lose it and put back after.
 namespace tvx::editing {
 
 class Editor;

@@ -17,7 +17,7 @@ using dom::Tag;
 
 namespace {
 
-// "removeFormat candidate": elements that are there for the look.
+// "removeFormat candidate": elements that are there for the style.
 bool is_candidate(const Node& node) {
   static const TagSet tags{Tag::Abbr,  Tag::Acronym, Tag::B,     Tag::Bdi,  Tag::Bdo,    Tag::Big,
                            Tag::Blink, Tag::Cite,    Tag::Code,  Tag::Dfn,  Tag::Em,     Tag::Font,

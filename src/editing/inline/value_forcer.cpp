@@ -73,7 +73,7 @@ NodeList ValueForcer::force_one(const Ref<Node>& node) {
   style(*wrapper);                                       // 17 to 19
   move_preserving_ranges(node, *wrapper, nullptr);       // 20
   if (!node->is_element() || looks_right(*node)) return {};
-  // 21: the node insists on its own look, so wrapping it was no use.
+  // 21: the node insists on its own style, so wrapping it was no use.
   move_preserving_ranges(node, *wrapper->parent(), wrapper.get());
   dom::remove(*wrapper);
   return children_to_force(*node);
@@ -108,7 +108,7 @@ bool ValueForcer::joins(const Node* node) const { return node && is_bearer(*node
 
 namespace {
 
-// No line break that might have lost its effect, and no white space behind one.
+// No line break that might have lost its effect, and no white space after one.
 bool ends_with_text(const Node& node) {
   const Node* last = dom::last_within(node);
   return last->is_text() && !is_whitespace_node(*last);

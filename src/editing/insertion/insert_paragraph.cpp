@@ -152,7 +152,7 @@ Name ParagraphInsertion::new_name(bool end_of_line) const {
   return static_cast<const Element&>(*container_).name();
 }
 
-// Steps 26 to 29, DOM standard "extract": what lies between a place and the end of the container moves;
+// Steps 26 to 29, DOM standard "extract": what lies between a position and the end of the container moves;
 // elements that lie on both sides are copied, without their id.
 void ParagraphInsertion::move_line(Boundary from, Node& to) {
   Ref<Node> copy;  // of the level below, with what has moved into it

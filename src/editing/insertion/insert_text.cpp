@@ -50,7 +50,7 @@ void insert_unit(Editor& editor, std::u16string_view unit) {
   } else {
     insert_as_new_text(editor, *place.node, unit);
   }
-  // What can't be seen takes no look, and a space at the end of a line isn't once it stands apart.
+  // What can't be seen takes no style, and a space at the end of a line isn't once it stands apart.
   if (look_is_pending && is_ascii_space(unit.front()))
     canonicalize_whitespace(editor.selection().range().end, false);
   restore_look(look, editor);  // 15
@@ -78,7 +78,7 @@ bool insert_text(Editor& editor, std::u16string_view text) {
 
 namespace {
 
-// Punctuation behind an address is seldom part of it.
+// Punctuation after an address is seldom part of it.
 bool may_end_address(char16_t c) {
   return std::u16string_view(u"!\"'(),-.:;<>[]`{}").find(c) == std::u16string_view::npos;
 }

@@ -86,8 +86,8 @@ bool insert_horizontal_rule(Editor& editor, std::u16string_view) {
   return true;
 }
 
-// The empty line behind the caret, which what is inserted makes needless.
-// OURS: the standard removes all there are in the block; behind something seen they are lines of their own.
+// The empty line after the caret, which what is inserted makes needless.
+// OURS: the standard removes all there are in the block; after something seen they are lines of their own.
 void remove_block_props_behind(Boundary place) {
   for (Node* child = dom::child_at(*place.node, place.offset); child;) {
     Node* next = child->next_sibling();

@@ -16,7 +16,7 @@ using dom::Tag;
 
 namespace {
 
-// The link as its own text, behind which typing goes on.
+// The link as its own text, after which typing goes on.
 bool insert_link(Editor& editor, std::u16string_view address) {
   const Node& place = *editor.selection().focus().node;
   const Node& parent = place.is_text() ? *place.parent() : place;

@@ -41,7 +41,7 @@ bool holds_nothing(const Node& node) {
 }
 
 // One thing to the side of a spot, and the spot beyond it.
-PointerContext pass(Spot& spot, bool forward) {
+PointerContext pass(WalkPosition& spot, bool forward) {
   using Kind = PointerContext::Kind;
   for (;;) {
     if (spot.data) {
@@ -113,24 +113,24 @@ Element* MarkupPointer::CurrentScope() const {
 }
 
 PointerContext MarkupPointer::RightContext() const {
-  Spot spot(place());
+  WalkPosition spot(place());
   return pass(spot, true);
 }
 
 PointerContext MarkupPointer::LeftContext() const {
-  Spot spot(place());
+  WalkPosition spot(place());
   return pass(spot, false);
 }
 
 PointerContext MarkupPointer::Right() {
-  Spot spot(place());
+  WalkPosition spot(place());
   const PointerContext met = pass(spot, true);
   if (met.node) MoveTo(spot.boundary());
   return met;
 }
 
 PointerContext MarkupPointer::Left() {
-  Spot spot(place());
+  WalkPosition spot(place());
   const PointerContext met = pass(spot, false);
   if (met.node) MoveTo(spot.boundary());
   return met;
@@ -140,7 +140,7 @@ bool MarkupPointer::IsEqualTo(const MarkupPointer& other) const { return order(*
 bool MarkupPointer::IsLeftOf(const MarkupPointer& other) const { return order(*this, other) < 0; }
 bool MarkupPointer::IsLeftOfOrEqualTo(const MarkupPointer& other) const { return order(*this, other) <= 0; }
 
-// A live range stays before what is inserted at its place; gravity to the right goes along behind it.
+// A live range stays before what is inserted at its position; gravity to the right goes along after it.
 void MarkupPointer::mutated(const dom::Mutation& mutation) {
   if (gravity_ == PointerGravity::Left) return;
   const Boundary place = place_.start();

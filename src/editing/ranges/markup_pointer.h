@@ -22,7 +22,7 @@ enum class MoveUnitAction : std::uint8_t {
 
 enum class ElementAdjacency : std::uint8_t { BeforeBegin = 0, AfterBegin = 1, BeforeEnd = 2, AfterEnd = 3 };
 
-/// To which side of a place a pointer holds on when something is inserted right there.
+/// To which side of a position a pointer holds on when something is inserted right there.
 enum class PointerGravity : std::uint8_t { Left = 0, Right = 1 };
 
 /// What lies on one side of a pointer.
@@ -33,7 +33,7 @@ struct PointerContext {
   Offset length = 0;          // of a text: units up to its edge
 };
 
-/// A place in the markup that follows edits. It speaks of characters as a user sees them and of words, so
+/// A position in the markup that follows edits. It speaks of characters as a user sees them and of words, so
 /// that a program can count its way through a document.
 ///
 /// A pointer that was never placed, or whose document is gone, refuses all but the Move operations that
@@ -49,9 +49,9 @@ class MarkupPointer final : private dom::MutationObserver {
   dom::Boundary place() const;
   void MoveTo(const dom::Boundary& place);
 
-  /// One unit on. Throws RuntimeError(5), and stays, where there is none: a place past the end is a failure.
-  /// A character is a grapheme, an object, or one step over the edge of a block or a BR; all that a step over
-  /// several edges does is lead to the next line. Costs what it passes.
+  /// One unit on. Throws RuntimeError(5), and stays, where there is none: a position past the end is a
+  /// failure. A character is a grapheme, an object, or one step over the edge of a block or a BR; all that a
+  /// step over several edges does is lead to the next line. Costs what it passes.
   void MoveUnit(MoveUnitAction action);
   void MoveAdjacentToElement(dom::Element& element, ElementAdjacency where);
   /// To the start or the end of everything in a document or an element.
@@ -62,9 +62,9 @@ class MarkupPointer final : private dom::MutationObserver {
   PointerGravity Gravity() const { return gravity_; }
   void SetGravity(PointerGravity gravity) { gravity_ = gravity; }
 
-  /// The element that the place is in, null outside all.
+  /// The element that the position is in, null outside all.
   dom::Element* CurrentScope() const;
-  /// What lies behind or before the place; the pointer stays.
+  /// What lies after or before the position; the pointer stays.
   PointerContext RightContext() const;
   PointerContext LeftContext() const;
   /// The same, and then over it.
@@ -88,7 +88,7 @@ class MarkupPointer final : private dom::MutationObserver {
 /// are not placed and RuntimeError(5) for pointers in different trees.
 void MoveRangeToPointers(const MarkupPointer& start, const MarkupPointer& end, TextRange& range);
 
-/// To the nearest place where a caret can stand.
+/// To the nearest position where a caret can stand.
 void MoveToCaretPlace(MarkupPointer& pointer);
 
 }  // namespace tvx::editing

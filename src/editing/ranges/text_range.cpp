@@ -65,7 +65,7 @@ std::optional<Boundary> one_unit_on(const Editor& editor, const Boundary& from, 
   return edge == from ? std::nullopt : std::optional(edge);
 }
 
-/// Moves a place by units; how many it went, with their sign.
+/// Moves a position by units; how many it went, with their sign.
 int move_place(const Editor& editor, Boundary& place, Unit unit, int count, End end) {
   const Direction direction = count < 0 ? Direction::Backward : Direction::Forward;
   int moved = 0;
@@ -218,7 +218,7 @@ void TextRange::select() {
 
 namespace {
 
-/// The text behind a place as one string, line by line, and where its units stand.
+/// The text after a position as one string, line by line, and where its units stand.
 struct FoldedText {
   std::u16string text;
   struct Piece {

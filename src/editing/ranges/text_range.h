@@ -35,9 +35,9 @@ class TextRange {
   dom::Element* parent_element() const;
   bool collapsed() const;
 
-  // --- changes; afterwards the range is a caret behind what was inserted, and so is the selection if the
+  // --- changes; afterwards the range is a caret after what was inserted, and so is the selection if the
   //     range was made from it ---
-  /// Plain text in the look of what it replaces; each line end (CR LF, CR, LF) becomes a BR.
+  /// Plain text in the style of what it replaces; each line end (CR LF, CR, LF) becomes a BR.
   void set_text(std::u16string_view text);
   /// The markup, parsed where it is to stand. Replaces a covered element itself. Elements that can't hold
   /// what is inserted are split around it.
@@ -45,7 +45,7 @@ class TextRange {
 
   // --- moves ---
   void collapse(bool to_start = true);
-  /// Stretches the range to whole units: "character", "word" (without the white space behind it) or
+  /// Stretches the range to whole units: "character", "word" (without the white space after it) or
   /// "textedit" (all). False and nothing changed where there is none, as beside no word. Throws
   /// RuntimeError(5) for any other unit.
   bool expand(std::u16string_view unit);
@@ -66,7 +66,7 @@ class TextRange {
   //     an end of the other. Throws RuntimeError(5) for anything else, and for ranges of two documents. ---
   TextRange duplicate() const;
   void set_end_point(std::u16string_view how, const TextRange& other);
-  /// -1, 0 or 1: this one's end before, at, or behind the other's.
+  /// -1, 0 or 1: this one's end before, at, or after the other's.
   int compare_end_points(std::u16string_view how, const TextRange& other) const;
   /// Whether the other lies within this one.
   bool in_range(const TextRange& other) const;

@@ -23,7 +23,7 @@ class ColumnWalk {
   /// `columns()` then.
   std::size_t place(const dom::Element& cell);
   const std::vector<Column>& columns() const { return columns_; }
-  /// The column behind the cell placed last.
+  /// The column after that of the cell put last.
   std::size_t next() const { return next_; }
 
  private:
@@ -31,7 +31,7 @@ class ColumnWalk {
   std::size_t next_ = 0;
 };
 
-/// A cell, or a COL, and the columns that it fills: from `first` to before `behind`.
+/// A cell, or a COL, and the columns that it fills: from `first` to before `after`.
 struct PlacedCell {
   dom::Element* cell = nullptr;
   std::size_t first = 0, behind = 0;

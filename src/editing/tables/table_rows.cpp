@@ -39,7 +39,7 @@ Ref<Element> copy_of(const Element& element, Tag tag) {
   return copy;
 }
 
-// Behind the last row, or in a body behind the head.
+// After the last row, or in a body after the head.
 void place_row(const Ref<Element>& row, Element& last_row) {
   Node& section = *last_row.parent();
   if (!section.is(Tag::Thead)) return dom::insert(section, row, last_row.next_sibling());

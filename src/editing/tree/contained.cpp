@@ -10,7 +10,7 @@ using dom::Ref;
 
 namespace {
 
-// The first node in tree order that begins behind a boundary.
+// The first node in tree order that begins after a boundary.
 Node* first_behind(Boundary place) {
   if (Node* child = dom::child_at(*place.node, place.offset)) return child;
   return dom::next_skipping_children(*place.node);

@@ -17,7 +17,7 @@ using dom::Node;
 using dom::Ref;
 using dom::Tag;
 
-Slot slot_at(Boundary place) {
+HeldGap gap_at(Boundary place) {
   auto* data = dom::as<dom::CharacterData>(place.node);
   if (!data) return {place.node, dom::child_at(*place.node, place.offset)};
   if (place.offset == 0) return {data->parent(), data};
@@ -27,13 +27,13 @@ Slot slot_at(Boundary place) {
   return {text->parent(), tail};
 }
 
-Boundary place_of(const Slot& slot) {
-  if (slot.before) return dom::before(*slot.before);
-  return {slot.parent.get(), dom::length_of(*slot.parent)};
+Boundary position_of(const HeldGap& gap) {
+  if (gap.before) return dom::before(*gap.before);
+  return {gap.parent.get(), dom::length_of(*gap.parent)};
 }
 
-void insert_all(const Slot& slot, const NodeList& nodes) {
-  for (const Ref<Node>& node : nodes) dom::insert(*slot.parent, node, slot.before.get());
+void insert_all(const HeldGap& gap, const NodeList& nodes) {
+  for (const Ref<Node>& node : nodes) dom::insert(*gap.parent, node, gap.before.get());
 }
 
 namespace {
@@ -49,15 +49,15 @@ void move_rest(Node* first, Node& to) {
 
 Ref<Element> split_block(Element& block, Boundary place) {
   dom::Document& document = dom::document_of(block);
-  Slot slot = slot_at(place);
+  HeldGap gap = gap_at(place);
   Ref<Node> tail;  // of the level below, on its way up
-  for (Ref<Node> level = slot.parent;; level = slot.parent) {
+  for (Ref<Node> level = gap.parent;; level = gap.parent) {
     const Ref<Node> copy = dom::clone(*level, document, dom::Deep::No);
     dom::remove_attribute(*dom::as<Element>(copy), dom::names::id);
     if (tail && tail->has_children()) dom::insert(*copy, tail);
-    move_rest(slot.before.get(), *copy);
+    move_rest(gap.before.get(), *copy);
     tail = copy;
-    slot = {level->parent(), level->next_sibling()};
+    gap = {level->parent(), level->next_sibling()};
     if (level.get() == &block) break;
     if (!level->has_children() && is_look(*level)) dom::remove(*level);
   }
@@ -66,20 +66,20 @@ Ref<Element> split_block(Element& block, Boundary place) {
   return result;
 }
 
-Slot split_up_to(Node& container, Boundary place) {
-  Slot slot = slot_at(place);
-  while (slot.parent.get() != &container) {
-    auto* element = dom::as<Element>(slot.parent);
-    if (!slot.before) {
-      slot = {element->parent(), element->next_sibling()};
-    } else if (!slot.before->previous_sibling()) {
-      slot = {element->parent(), element};
+HeldGap split_up_to(Node& container, Boundary place) {
+  HeldGap gap = gap_at(place);
+  while (gap.parent.get() != &container) {
+    auto* element = dom::as<Element>(gap.parent);
+    if (!gap.before) {
+      gap = {element->parent(), element->next_sibling()};
+    } else if (!gap.before->previous_sibling()) {
+      gap = {element->parent(), element};
     } else {
-      const Ref<Element> tail = split_block(*element, place_of(slot));
-      slot = {tail->parent(), tail};
+      const Ref<Element> tail = split_block(*element, position_of(gap));
+      gap = {tail->parent(), tail};
     }
   }
-  return slot;
+  return gap;
 }
 
 Boundary without_empty_looks(Boundary place) {
@@ -127,7 +127,7 @@ Boundary join_texts_at(Boundary place) {
   return seam;
 }
 
-Boundary Pin::place() const {
+Boundary HeldPosition::place() const {
   switch (at) {
     case At::InText: return {node.get(), offset};
     case At::Inside: return {node.get(), 0};
@@ -138,19 +138,19 @@ Boundary Pin::place() const {
   return {};
 }
 
-Pin end_of_lines(Node& node, bool in_cells) {
+HeldPosition end_of_lines(Node& node, bool in_cells) {
   static const TagSet holders{Tag::Ul, Tag::Ol, Tag::Dl, Tag::Blockquote, Tag::Div, Tag::Center};
   static const TagSet table_parts{Tag::Table, Tag::Tbody, Tag::Thead, Tag::Tfoot, Tag::Tr, Tag::Td, Tag::Th};
   Node* at = &node;
   for (;;) {
-    if (at->is_text()) return {Pin::At::InText, at, dom::length_of(*at)};
+    if (at->is_text()) return {HeldPosition::At::InText, at, dom::length_of(*at)};
     Node* last = at->last_child();
     while (last && is_filling(*last) && last->previous_sibling() && is_block_piece(*last->previous_sibling()))
       last = last->previous_sibling();
     if (!is_text_block(*at) && !is_look(*at) && !holders.has(*at) && !(in_cells && table_parts.has(*at)))
-      return {Pin::At::Behind, at};
-    if (!last) return {Pin::At::Inside, at};
-    if (last->is(Tag::Br) && is_text_block(*at)) return {Pin::At::Before, last};
+      return {HeldPosition::At::Behind, at};
+    if (!last) return {HeldPosition::At::Inside, at};
+    if (last->is(Tag::Br) && is_text_block(*at)) return {HeldPosition::At::Before, last};
     at = last;
   }
 }
@@ -178,7 +178,7 @@ std::vector<Element*> looks_between(const Node& outside, Node* inside) {
 
 namespace {
 
-/// How many of the looks the content at that edge of `from` is in, one in the other; these, the outermost
+/// How many of the styles the content at that edge of `from` is in, one in the other; these, the outermost
 /// first.
 NodeList shared_looks(const std::vector<Element*>& looks, const Node& from, Node* (Node::*edge)() const) {
   NodeList shared;
@@ -194,9 +194,9 @@ NodeList shared_looks(const std::vector<Element*>& looks, const Node& from, Node
 
 }  // namespace
 
-Pin zip_left(const std::vector<Element*>& looks, Node& from) {
+HeldPosition zip_left(const std::vector<Element*>& looks, Node& from) {
   const NodeList shared = shared_looks(looks, from, &Node::first_child);
-  Pin end;
+  HeldPosition end;
   for (std::size_t i = shared.size(); i-- > 0;) {
     const NodeList nodes = children_of(*shared[i]);
     if (!nodes.empty()) end = end_of_lines(*nodes.back());
@@ -206,9 +206,9 @@ Pin zip_left(const std::vector<Element*>& looks, Node& from) {
   return end;
 }
 
-Pin zip_right(const std::vector<Element*>& looks, Node& from) {
+HeldPosition zip_right(const std::vector<Element*>& looks, Node& from) {
   const NodeList shared = shared_looks(looks, from, &Node::last_child);
-  Pin end;
+  HeldPosition end;
   for (std::size_t i = shared.size(); i-- > 0;) {
     const NodeList nodes = children_of(*shared[i]);
     if (!nodes.empty() && !end) end = end_of_lines(*nodes.back());
@@ -221,13 +221,13 @@ Pin zip_right(const std::vector<Element*>& looks, Node& from) {
 void append_line(Node& line, Boundary end, Node& from) {
   const std::vector<Element*> looks = looks_between(line, end.node);
   zip_left(looks, from);
-  insert_all(slot_at(looks.empty() ? end : dom::after(*looks.front())), children_of(from));
+  insert_all(gap_at(looks.empty() ? end : dom::after(*looks.front())), children_of(from));
 }
 
 void prepend_line(Node& line, Boundary begin, Node& from) {
   const std::vector<Element*> looks = looks_between(line, begin.node);
   zip_right(looks, from);
-  insert_all(slot_at(looks.empty() ? begin : dom::before(*looks.front())), children_of(from));
+  insert_all(gap_at(looks.empty() ? begin : dom::before(*looks.front())), children_of(from));
 }
 
 }  // namespace tvx::editing

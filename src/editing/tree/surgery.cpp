@@ -6,6 +6,7 @@
 #include "tvx/dom/tree.h"
 #include "tvx/editing/facts/block_range.h"
 #include "tvx/editing/facts/predicates.h"
+#include "tvx/editing/facts/rendering.h"
 
 namespace tvx::editing {
 
@@ -222,7 +223,10 @@ void remove_extraneous_line_breaks_before(const Ref<Node>& node) {
   if (is_extraneous_line_break(*reference) && is_editable(*reference)) dom::remove(*reference);
 }
 
+// OURS: in what is not rendered no line ends. There the wrapper that is taken away with a needless break
+// would be anything, the node itself or what holds it.
 void remove_extraneous_line_breaks_at_end_of(const Ref<Node>& node) {
+  if (!is_rendered(*node)) return;
   Node* reference = last_in_line(node.get(), node.get());
   if (!is_extraneous_line_break(*reference) || !is_editable(*reference)) return;
   while (Node* parent = reference->parent()) {
@@ -299,7 +303,6 @@ void split_parent(const NodeList& nodes) {
 
 void normalize_sublists(const Ref<Node>& item) {
   if (!item->is(Tag::Li) || !is_editable(*item) || !item->parent() || !is_editable(*item->parent())) return;
-  const auto is_list = [](const Node& node) { return node.is(Tag::Ol) || node.is(Tag::Ul); };
   const auto is_blank = [](const Node& node) {
     const auto* text = dom::as<dom::Text>(&node);
     return text && trimmed(text->data()).empty();

@@ -18,7 +18,7 @@ void move_preserving_ranges(dom::Ref<dom::Node> node, dom::Node& new_parent, dom
 void move_run_preserving_ranges(const NodeList& nodes, dom::Node& new_parent, dom::Node* before);
 /// All children of `from` to the end of `to`.
 void move_children_preserving_ranges(dom::Node& from, dom::Node& to);
-/// Removes a node and leaves its children in its place.
+/// Removes a node and leaves its children in its position.
 void remove_preserving_descendants(dom::Ref<dom::Node> node);
 /// The element under a new name, with its attributes and children; the new element, or the old one if
 /// the name is the same.

@@ -34,8 +34,8 @@ bool collapses(const dom::CharacterData& text) {
   return space != WhiteSpace::Pre && space != WhiteSpace::PreWrap;
 }
 
-/// A walk through the content in one direction, up to a place where a caret can stand. A block's edge and a
-/// line break are one step each; the first place behind one is the edge of a line.
+/// A walk through the content in one direction, up to a position where a caret can stand. A block's edge and
+/// a line break are one step each; the first position after one is the edge of a line.
 class CaretWalk {
  public:
   CaretWalk(Boundary from, Direction direction, bool from_line_edge = false)
@@ -90,7 +90,7 @@ class CaretWalk {
     enter(child);
   }
 
-  // An empty line has its place before the break that ends it.
+  // An empty line has its position before the break that ends it.
   void meet_break(Node& line_break) {
     if (crossed_ && forward_) {
       place_ = dom::before(line_break);
@@ -184,9 +184,9 @@ class CaretWalk {
     }
   }
 
-  Spot spot_;
+  WalkPosition spot_;
   bool forward_;
-  bool crossed_;                   // a block's edge or a line break lies behind
+  bool crossed_;                   // a block's edge or a line break was passed
   bool over_break_ = false;        // it was a line break
   const Node* entered_ = nullptr;  // the last block entered, while nothing was found in it
   bool finished_ = false;
@@ -197,7 +197,7 @@ class CaretWalk {
 class LineText {
  public:
   LineText(Boundary from, bool forward) : forward_(forward) {
-    Spot spot(from);
+    WalkPosition spot(from);
     while (text_.size() < 1024) {
       if (spot.data) {
         if (spot.is_text()) take(*spot.data, spot.offset);
@@ -242,7 +242,7 @@ class LineText {
     text_.insert(forward_ ? text_.size() : 0, part);
   }
 
-  void leave(Spot& spot) const { forward_ ? spot.leave_forward() : spot.leave_backward(); }
+  void leave(WalkPosition& spot) const { forward_ ? spot.leave_forward() : spot.leave_backward(); }
 
   static bool may_enter(const Node& child) {
     if (child.is_text() || !child.is_element()) return true;
@@ -302,7 +302,7 @@ Boundary normalized_caret_place(Boundary place) {
     return {before, dom::length_of(*before)};
   if (gap.next && gap.next->is_text() && !is_collapsed_whitespace_node(*gap.next)) return {gap.next, 0};
   if (!before && gap.next && is_inline_node(*gap.next) && !gap.next->is(Tag::Br)) {
-    // At a line's start the text goes on in the look of what follows.
+    // At a line's start the text goes on in the style of what follows.
     Boundary inner = place;
     while (const Boundary next = next_equivalent_point(inner)) {
       inner = next;

@@ -121,7 +121,7 @@ bool shows_space(dom::Text& text, Offset from, Offset to) {
 
 namespace {
 
-/// One move by a character. A line has a place before its first thing, between its things, and behind its
+/// One move by a character. A line has a position before its first thing, between its things, and after its
 /// last; an empty line has one. The way from line to line is one step.
 class CharacterStep {
  public:
@@ -152,7 +152,7 @@ class CharacterStep {
     return before.kind != ContentKind::Text && before.kind != ContentKind::Object;
   }
 
-  // The place behind the next thing, or, once a line's edge was crossed, the next place in a line.
+  // The position after the next thing, or, once a line's edge was crossed, the next position in a line.
   std::optional<Boundary> find(Boundary from, bool crossed) {
     ContentWalk walk(from, direction_);
     const Node* entered = nullptr;  // the last block entered, while nothing was found in it
@@ -228,7 +228,7 @@ Offset first_seen(const Content& piece) {
   return shows_space(piece.text(), skip_space_back(text, piece.from), run_end) ? piece.from : behind_space;
 }
 
-// Behind the last unit that is seen; its begin if none is.
+// After the last unit that is seen; its start if none is.
 Offset last_seen(const Content& piece) {
   const std::u16string& text = piece.text().data();
   if (!collapses(piece.text())) return piece.to;

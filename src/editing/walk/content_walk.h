@@ -45,7 +45,7 @@ class ContentWalk {
  private:
   void enter(dom::Node& child);
   void leave();
-  Spot spot_;
+  WalkPosition spot_;
   bool forward_;
   const dom::Node* root_;
 };
@@ -54,13 +54,14 @@ class ContentWalk {
 bool is_object(const dom::Node& node);
 /// Whether white space collapses in this text (CSS Text, section 3).
 bool collapses(const dom::Text& text);
-/// Whether a run of collapsing white space is seen: neither at a line's edge nor behind other white space.
+/// Whether a run of collapsing white space is seen: neither at a line's edge nor after other white space.
 bool shows_space(dom::Text& text, Offset from, Offset to);
 /// What a reader meets first: white space that nobody sees is passed over.
 Content content_beside(dom::Boundary place, Direction direction);
 
 /// One character on: a grapheme, a run of white space that shows as one, an object, or one step over the edge
-/// of a block or a BR. A place between blocks counts as the next line's begin. None where the content ends.
+/// of a block or a BR. A position between blocks counts as the next line's start. None where the content
+/// ends.
 std::optional<dom::Boundary> next_character(dom::Boundary from, Direction direction);
 
 /// The range from its first to its last character, line break or object. A range that holds nothing of that
@@ -69,8 +70,8 @@ dom::Range shrunk_to_characters(const dom::Range& range);
 /// Whether nothing that is seen stands in `element` outside the range.
 bool covers_content_of(const dom::Range& range, dom::Element& element);
 
-/// Whether a range reaches from its last character, where `seen` ends, to the line behind. The way from cell
-/// to cell is no line's end.
+/// Whether a range reaches from its last character, where `seen` ends, to the line after it. The way from
+/// cell to cell is no line's end.
 bool takes_line_end(const dom::Range& range, const dom::Range& seen);
 
 }  // namespace tvx::editing

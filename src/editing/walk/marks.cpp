@@ -129,7 +129,7 @@ class MarkWriter {
     return place && dom::is_inclusive_ancestor(host_, *place.node);
   }
 
-  // The node of the copy at the same place.
+  // The node of the copy at the same position.
   Node* twin(const Node& node) const {
     std::vector<Offset> path;
     for (const Node* current = &node; current != &host_; current = current->parent()) {

@@ -23,14 +23,14 @@ bool has_parent_in_host(const Node& node) {
 }
 
 // The text that the spot stands in, if its white space collapses.
-dom::Text* collapsing_text(const Spot& spot) {
+dom::Text* collapsing_text(const WalkPosition& spot) {
   auto* text = spot.node().is_text() ? static_cast<dom::Text*>(&spot.node()) : nullptr;
   if (!text || !text->parent_element()) return nullptr;
   const WhiteSpace space = white_space_of(*text->parent_element());
   return space == WhiteSpace::Pre || space == WhiteSpace::PreWrap ? nullptr : text;
 }
 
-/// The run of white space around a place: found, thinned out where blanks collapse anyway, and written
+/// The run of white space around a position: found, thinned out where blanks collapse anyway, and written
 /// again in its canonical form. The steps are the standard's.
 class SpaceRun {
  public:
@@ -49,7 +49,7 @@ class SpaceRun {
 
   void rewrite() { write(canonical()); }
 
-  /// As the end of one line and the begin of the next.
+  /// As the end of one line and the start of the next.
   void rewrite_for_break_at(Boundary place) {
     Offset before = 0;
     for_each_unit([&](Boundary unit) { before += dom::compare(unit, place) < 0; });
@@ -82,10 +82,10 @@ class SpaceRun {
     }
   }
 
-  // Calls `visitor` with the place before each unit.
+  // Calls `visitor` with the position before each unit.
   template <class Visitor>
   void for_each_unit(Visitor&& visitor) const {
-    Spot spot = start_;
+    WalkPosition spot = start_;
     for (Offset found = 0; found < length_;) {
       if (Node* child = spot.next()) {
         spot.enter_start(*child);
@@ -104,7 +104,7 @@ class SpaceRun {
     return dom::compare(start_.boundary(), end_.boundary()) < 0;
   }
   // OURS: an image or a field is seen; the standard counts the blanks on both its sides as one run.
-  static Node* enterable(Node* child, const Spot& from) {
+  static Node* enterable(Node* child, const WalkPosition& from) {
     return child && in_same_editing_host(*child, from.node()) && !is_object(*child) ? child : nullptr;
   }
 
@@ -171,7 +171,7 @@ class SpaceRun {
   bool breaking_start() const { return start_.at_start() && follows_line_break(start_.node()); }
   bool breaking_end() const { return end_.at_end() && precedes_line_break(end_.node()); }
 
-  // Written behind what it replaces and only then taken out, so that boundaries before it stay.
+  // Written after what it replaces and only then taken out, so that boundaries before it stay.
   void replace_unit(char16_t unit) {
     if (start_.data->data()[start_.offset] != unit) {
       dom::replace_data(*start_.data, start_.offset, 0, std::u16string_view(&unit, 1));
@@ -180,7 +180,7 @@ class SpaceRun {
     ++start_.offset;
   }
 
-  Spot start_, end_;
+  WalkPosition start_, end_;
   bool fix_, collapse_ = false;
   Offset length_ = 0;
 };

@@ -4,7 +4,7 @@
 
 #include "tvx/dom/range.h"
 
-/// The white space around a place: what of it is seen, and how it is written so that it stays seen.
+/// The white space around a position: what of it is seen, and how it is written so that it stays seen.
 namespace tvx::editing {
 
 /// Editing commands standard, section "Canonical space sequences".
@@ -12,11 +12,11 @@ void canonicalize_whitespace(dom::Boundary place, bool fix_collapsed_space = tru
 /// Blanks and no-break spaces that show `length` spaces; the flags tell where a blank would collapse.
 std::u16string canonical_spaces(Offset length, bool no_break_start, bool no_break_end);
 
-/// Before a line is broken at a place: the spaces beside it are written as those at a line's end and at a
-/// line's begin, so that none is lost.
+/// Before a line is broken at a position: the spaces beside it are written as those at a line's end and at a
+/// line's start, so that none is lost.
 void canonicalize_for_break(dom::Boundary place);
 
-/// How white space stood around a place before something was put there.
+/// How white space stood around a position before something was put there.
 struct SpacesBeside {
   bool canonical = false;  // no-break spaces that are there only to keep their neighbours seen
   bool hidden = false;     // blanks that nobody sees

@@ -16,10 +16,10 @@ using dom::Boundary;
 
 namespace {
 
-/// How much is read at once, and at most where no place to cut comes.
+/// How much is read at once, and at most where no position to cut comes.
 constexpr Offset chunk_size = 64, longest_chunk = 8192;
 
-// No word goes on behind these.
+// No word goes on after these.
 bool is_cut(char16_t c) { return u_isUWhiteSpace(c) || (c >= 0x3000 && c <= 0x3002); }
 
 struct Word {
@@ -59,7 +59,7 @@ class Chunk {
   const std::u16string& text() const { return text_; }
   Offset length() const { return text_.size(); }
 
-  /// The place before a unit, and the place behind the one before.
+  /// The position before a unit, and the position after the one before.
   Boundary begin_at(Offset unit) const { return place(unit, 0); }
   Boundary end_at(Offset unit) const { return place(unit, 1); }
 
@@ -80,12 +80,12 @@ class Chunk {
   std::vector<Piece> pieces_;
 };
 
-/// Reads a line's text on one side of a place, as much as is asked for.
+/// Reads a line's text on one side of a position, as much as is asked for.
 class Reader {
  public:
   Reader(Boundary from, Direction direction) : walk_(from, direction) {}
 
-  /// Reads on to the first place to cut behind `least` units, or to the end of the line.
+  /// Reads on to the first position to cut after `least` units, or to the end of the line.
   void read(Chunk& chunk, Offset least) {
     for (Offset done = 0;;) {
       if (rest_.kind == ContentKind::End) {
@@ -148,7 +148,7 @@ std::optional<Boundary> next_edge(Boundary from, EdgeKind kind) {
   Reader behind(from, Direction::Backward), ahead(from, Direction::Forward);
   Chunk chunk;
   behind.read(chunk, 0);
-  // What stands before the place only tells where words begin. Begins at the place count between nodes.
+  // What stands before the position only tells where words begin. Begins at the position count between nodes.
   Offset passed = chunk.length();
   bool at_place_too = kind == EdgeKind::Begin && !from.node->is_text();
   for (;;) {

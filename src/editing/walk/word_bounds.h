@@ -6,17 +6,17 @@
 
 /// Words as Unicode standard annex 29 finds them, by ICU, in the text of a line as it is read: elements
 /// within the line don't end a word, blocks, line breaks and objects do. White space and punctuation are no
-/// words. A question reads the words around the place, not the document.
+/// words. A question reads the words around the position, not the document.
 namespace tvx::editing {
 
-/// The word that the place stands in or touches; where two meet, the one behind.
+/// The word that the position stands in or touches; where two meet, the one after it.
 std::optional<dom::Range> word_at(dom::Boundary place);
 
-/// The first begin of a word behind the place. A place between nodes stands before the text that follows it,
-/// so a word there begins behind it. None if there is no word more.
+/// The first start of a word after the position. A position between nodes stands before the text that follows
+/// it, so a word there begins after it. None if there is no word more.
 std::optional<dom::Boundary> next_word_begin(dom::Boundary from);
 std::optional<dom::Boundary> next_word_end(dom::Boundary from);
-/// The last begin or end before the place.
+/// The last start or end before the position.
 std::optional<dom::Boundary> previous_word_begin(dom::Boundary from);
 std::optional<dom::Boundary> previous_word_end(dom::Boundary from);
 

@@ -37,6 +37,7 @@ struct ToValue {
   Value operator()(bool flag) const { return std::int32_t{flag ? -1 : 0}; }
   Value operator()(std::int32_t number) const { return number; }
   Value operator()(const std::u16string& text) const { return text; }
+  Value operator()(std::monostate) const { return {}; }
 };
 
 /// execCommand(command, showUI, value): the two after the name may be missing.

@@ -154,6 +154,26 @@ TEST_F(Formatting, FormatSelectionWrapsTheSelectionWithItsMarkup) {
   EXPECT_EQ(body(), u"<P>one <EM>two <I>three</I></EM> four</P>");
 }
 
+TEST_F(Formatting, FormatSelectionAcrossBlocksKeepsTheWrapperAndTheBlocks) {
+  start_with(u"");
+  const auto expect_wrapped = [&](std::u16string_view before, std::string_view after) {
+    load(before);
+    control->FormatSelection(u"<A href=\"x\">", u"</A>");
+    EXPECT_EQ(to_utf8(body()), after);
+    control->undo_document();
+    EXPECT_EQ(to_utf8(marked()), to_utf8(before));
+  };
+  expect_wrapped(u"<P>[one</P><P>two]</P><P>three</P>", "<A href=\"x\"><P>one</P><P>two</P></A><P>three</P>");
+  expect_wrapped(u"<P>a[b</P><P>c]d</P>", "<P>a</P><A href=\"x\"><P>b</P><P>c</P></A><P>d</P>");
+  expect_wrapped(u"<H1>[one]</H1>", "<A href=\"x\"><H1>one</H1></A>");
+  expect_wrapped(u"<UL><LI>[one]</LI><LI>two</LI></UL>",
+                 "<UL><LI><A href=\"x\">one</A></LI><LI>two</LI></UL>");
+  expect_wrapped(u"<UL><LI>[one</LI><LI>two]</LI><LI>three</LI></UL>",
+                 "<UL><LI><A href=\"x\">one</A></LI><LI><A href=\"x\">two</A></LI><LI>three</LI></UL>");
+  expect_wrapped(u"<TABLE><TBODY><TR><TD>[one]</TD></TR></TBODY></TABLE>",
+                 "<TABLE><TBODY><TR><TD><A href=\"x\">one</A></TD></TR></TBODY></TABLE>");
+}
+
 TEST_F(Formatting, FormatSelectionOverAControlIsReportedAndLeavesAll) {
   start_with(u"<P>x<IMG src=\"a.gif\"></P>");
   select_image();
@@ -191,6 +211,27 @@ TEST_F(Formatting, ADocumentWithoutASheetHasNoClasses) {
   control->WBrowser().Navigate(file);
   loop.settle();
   EXPECT_THAT(classes(), ElementsAre());
+}
+
+TEST_F(Formatting, AClassGoesAroundSeveralParagraphs) {
+  start_with_sheet(u".a { } .b { }", u"<P>one</P><P>two</P><P>three</P>");
+  load(u"<P>[one</P><P>two]</P><P>three</P>");
+  control->mnuMiscClass_Click(2);
+  EXPECT_EQ(to_utf8(body()), "<SPAN class=\"b\"><P>one</P><P>two</P></SPAN><P>three</P>");
+}
+
+TEST_F(Formatting, ALineBreakIsNoKeyForASelectedImage) {
+  start_with(u"<P>x<IMG src=\"a.gif\">y</P>");
+  select_image();
+  control->sendCR(true);
+  EXPECT_EQ(body(), u"<P>x<IMG src=\"a.gif\">y</P>");
+}
+
+TEST_F(Formatting, AFontWithoutANameChangesNothing) {
+  start_with(u"");
+  load(u"<P>one [two] three</P>");
+  EXPECT_FALSE(control->DOM()->execCommand(u"FontName", false, u""));
+  EXPECT_EQ(to_utf8(marked()), "<P>one [two] three</P>");
 }
 
 TEST_F(Formatting, TheCurrentElementGetsAClassAndLosesIt) {

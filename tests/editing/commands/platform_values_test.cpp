@@ -29,6 +29,15 @@ TEST_F(PlatformValues, OthersAreTexts) {
   EXPECT_EQ(value(u"FontSize"), PlatformValue(u"5"));
 }
 
+TEST_F(PlatformValues, OfSeveralValuesNoneIsTheAnswer) {
+  load("<P>[a<FONT face=\"Arial\" size=\"5\" color=\"#010203\">b]</FONT></P>");
+  for (const char16_t* command : {u"FontName", u"FontSize", u"ForeColor"})
+    EXPECT_EQ(value(command), PlatformValue(std::monostate())) << to_utf8(command);
+  EXPECT_EQ(value(u"Bold"), PlatformValue(false));
+  load("<P>[a</P><H1>b]</H1>");
+  EXPECT_EQ(value(u"FormatBlock"), PlatformValue(std::monostate()));
+}
+
 TEST_F(PlatformValues, ClipboardCommandsHaveNone) {
   for (const char16_t* command : {u"Copy", u"CUT", u"paste"}) EXPECT_EQ(value(command), PlatformValue(false));
 }
