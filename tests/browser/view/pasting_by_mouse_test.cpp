@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 
 #include "browser/view/document_view_fixture.h"
+#include "tvx/browser/input/input_queue.h"
 
 namespace tvx::browser {
 namespace {
