@@ -269,7 +269,10 @@ void CodeBox::set_Enabled(bool enabled) { edit_->setEnabled(enabled); }
 bool CodeBox::Locked() const { return edit_->isReadOnly(); }
 void CodeBox::set_Locked(bool locked) { edit_->setReadOnly(locked); }
 bool CodeBox::has_focus() const { return edit_->hasFocus(); }
-void CodeBox::SetFocus() { edit_->setFocus(Qt::OtherFocusReason); }
+void CodeBox::SetFocus() {
+  // Qt gives the keyboard also to what stands in something hidden.
+  if (edit_->isVisibleTo(edit_->window())) edit_->setFocus(Qt::OtherFocusReason);
+}
 void CodeBox::Refresh() { edit_->viewport()->update(); }
 
 // --- keys ---
