@@ -12,7 +12,7 @@
 #include "tvx/core/chrome/toolbars.h"
 #include "tvx/core/chrome/words.h"
 #include "tvx/core/commands/clipboard_commands.h"
-#include "tvx/core/commands/document_input.h"
+#include "tvx/core/commands/document_event_handler.h"
 #include "tvx/core/commands/formatting.h"
 #include "tvx/core/commands/selection_commands.h"
 #include "tvx/core/content/bootstrap.h"
@@ -64,7 +64,8 @@ struct Parts {
   ClipboardCommands clipboard{context, code, content};
   ClassMenus classes{context, highlight, style_sheet};
   MenuCommands menu_commands{context, {menus, toolbars, highlight, tables, formatting, classes, actions}};
-  DocumentInput input{context, {clipboard, formatting, selection, element_path, menu_commands, highlight}};
+  DocumentEventHandler input{context,
+                             {clipboard, formatting, selection, element_path, menu_commands, highlight}};
 };
 
 }  // namespace tvx::core

@@ -1,4 +1,4 @@
-#include "tvx/core/commands/document_input.h"
+#include "tvx/core/commands/document_event_handler.h"
 
 #include "tvx/base/error.h"
 #include "tvx/browser/browser.h"
@@ -18,13 +18,13 @@ constexpr int key_enter = 13, key_space = 32, key_c = 67, key_v = 86, key_x = 88
 
 }  // namespace
 
-void DocumentInput::fetch_last_event() {
+void DocumentEventHandler::fetch_last_event() {
   last_event_.reset();
   if (const browser::Event* event = document().event())
     last_event_ = std::make_unique<browser::Event>(*event);
 }
 
-void DocumentInput::onkeydown() {
+void DocumentEventHandler::onkeydown() {
   const KeepAlive alive(context_);
   attempt([&] { fetch_last_event(); });
   attempt([&] {
@@ -40,7 +40,7 @@ void DocumentInput::onkeydown() {
 }
 
 // Setting the key code to 0 is how a key is taken away from the document.
-void DocumentInput::act_on_key(int key_code, bool shift, bool control) {
+void DocumentEventHandler::act_on_key(int key_code, bool shift, bool control) {
   if (!user_may_edit() && !(control && key_code == key_c)) return;
   if (key_code == key_enter && (properties_.isAccessContained || properties_.useEnterAsBR)) {
     document().set_event_key_code(0);
@@ -60,7 +60,7 @@ void DocumentInput::act_on_key(int key_code, bool shift, bool control) {
 }
 
 // The event and the element are those of the last selection change, which every press brings about.
-void DocumentInput::onmousedown() {
+void DocumentEventHandler::onmousedown() {
   const KeepAlive alive(context_);
   parts_.menus.forget_pending_command();
   if (!properties_.EditorEnabled) return;
@@ -71,38 +71,38 @@ void DocumentInput::onmousedown() {
 }
 
 // What the browser's own menu would need is never there: that menu stays away.
-bool DocumentInput::oncontextmenu() { return false; }
+bool DocumentEventHandler::oncontextmenu() { return false; }
 
-void DocumentInput::onkeyup() { mark_changed(); }
+void DocumentEventHandler::onkeyup() { mark_changed(); }
 
-void DocumentInput::onuserchange() {
+void DocumentEventHandler::onuserchange() {
   const KeepAlive alive(context_);
   mark_changed();
 }
 
-bool DocumentInput::ondragstart() {
+bool DocumentEventHandler::ondragstart() {
   mark_changed();
   return true;
 }
 
-bool DocumentInput::user_may_edit() const { return properties_.EditorEnabled; }
+bool DocumentEventHandler::user_may_edit() const { return properties_.EditorEnabled; }
 
-bool DocumentInput::onselectstart() { return properties_.EditorEnabled; }
+bool DocumentEventHandler::onselectstart() { return properties_.EditorEnabled; }
 
-bool DocumentInput::onclick() {
+bool DocumentEventHandler::onclick() {
   const KeepAlive alive(context_);
   attempt([&] { raise_document_click(); });
   return properties_.EditorEnabled;
 }
 
-bool DocumentInput::oncontrolselect() {
+bool DocumentEventHandler::oncontrolselect() {
   const KeepAlive alive(context_);
   attempt([&] { raise_document_click(); });
   if (browser().ReadyState() == browser::ReadyState::Complete) parts_.element_path.BuildBranchToolbar();
   return properties_.EditorEnabled;
 }
 
-void DocumentInput::raise_document_click() {
+void DocumentEventHandler::raise_document_click() {
   dom::Ref<dom::Element> element;
   if (const browser::Event* event = document().event())
     element = document().element_from_point(event->client_x, event->client_y);
@@ -110,7 +110,7 @@ void DocumentInput::raise_document_click() {
 }
 
 // The coordinates are those of the last key or selection event, not of the double click.
-bool DocumentInput::ondblclick() {
+bool DocumentEventHandler::ondblclick() {
   attempt([&] {
     if (!last_event_) throw RuntimeError(errors::object_not_set, u"There is no event");
     parts_.highlight.set_element(document().element_from_point(last_event_->client_x, last_event_->client_y));
@@ -118,7 +118,7 @@ bool DocumentInput::ondblclick() {
   return false;
 }
 
-void DocumentInput::onselectionchange() {
+void DocumentEventHandler::onselectionchange() {
   const KeepAlive alive(context_);
   // The spelling run moves the selection from word to word, with its dialog open.
   if (platform::IsDialogLoaded(u"frmSpelling")) return;
@@ -126,7 +126,7 @@ void DocumentInput::onselectionchange() {
   parts_.formatting.show_state();
 }
 
-void DocumentInput::follow_selection() {
+void DocumentEventHandler::follow_selection() {
   attempt([&] { fetch_last_event(); });
   attempt([&] { parts_.highlight.restore(); });
   dom::Ref<dom::Element> element;

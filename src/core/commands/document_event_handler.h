@@ -15,7 +15,7 @@ class SelectionCommands;
 class SelectionHighlight;
 
 /// What the document tells: keys, presses and clicks, and where the selection went.
-class DocumentInput final : public Part, public browser::DocumentHandler {
+class DocumentEventHandler final : public Part, public browser::DocumentHandler {
  public:
   struct Parts {
     ClipboardCommands& clipboard;
@@ -25,7 +25,7 @@ class DocumentInput final : public Part, public browser::DocumentHandler {
     MenuCommands& menus;
     SelectionHighlight& highlight;
   };
-  DocumentInput(Context& context, const Parts& parts) : Part(context), parts_(parts) {}
+  DocumentEventHandler(Context& context, const Parts& parts) : Part(context), parts_(parts) {}
 
   /// The event that the last key or selection handler fetched; null before.
   const browser::Event* last_event() const { return last_event_.get(); }
