@@ -10,7 +10,7 @@ namespace tvx::editing::test {
 /// as `expand("word")` finds them.
 class Words : public EditingFixture {
  protected:
-  /// The words of a paragraph with "|" behind each. On the way every word is found again by expanding a caret
+  /// The words of a paragraph with "|" after each. On the way every word is found again by expanding a caret
   /// in it, and the way back has as many.
   std::string words(std::u16string_view text) {
     dom::Element& body = *document->body();

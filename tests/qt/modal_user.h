@@ -12,13 +12,13 @@
 
 namespace tvx::qt {
 
-/// Lets the user act on the dialog that comes in front of `behind`, once it has the keyboard: what is sent
+/// Lets the user act on the dialog that covers `covered`, once it has the keyboard: what is sent
 /// before that goes elsewhere.
-inline void when_dialog_opens(QWidget* behind, const std::function<void(QWidget&)>& user) {
+inline void when_dialog_opens(QWidget* covered, const std::function<void(QWidget&)>& user) {
   auto* watch = new QTimer(qApp);
   QObject::connect(watch, &QTimer::timeout, watch, [=, waits = 0]() mutable {
     QWidget* front = QApplication::activeModalWidget();
-    const bool ready = front && front != behind && front->isActiveWindow();
+    const bool ready = front && front != covered && front->isActiveWindow();
     if (!ready && ++waits < 2000) return;
     watch->deleteLater();
     watch->stop();

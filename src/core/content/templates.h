@@ -13,7 +13,7 @@ inline constexpr int template_without_background = 102;
 /// Throws RuntimeError(5) for another number.
 std::string_view template_bytes(int resource);
 
-/// A path as it may stand behind "file:///": with "/" for "\", and with those characters escaped that would
+/// A path as it may stand after "file:///": with "/" for "\", and with those characters escaped that would
 /// begin another part of the address.
 std::u16string path_in_address(std::u16string_view path);
 

@@ -29,7 +29,7 @@ class SelectionHighlight final : private dom::OverlayKeeper {
   SelectionHighlight& operator=(const SelectionHighlight&) = delete;
 
   dom::Element* element() const { return element_.get(); }
-  /// Makes an element (or none) the current one and saves its look. The one before keeps what it has;
+  /// Makes an element (or none) the current one and saves its style. The one before keeps what it has;
   /// callers restore() first where it is to lose its border.
   void set_element(dom::Ref<dom::Element> element);
   /// Gives the current element its saved look back. It stays the current one.

@@ -33,7 +33,7 @@ class Dialogs final : public platform::CommonDialogs {
   QString folder_;
 };
 
-/// The filter list in Qt's form: "Images (*.gif *.jpg)". A pattern may bring further filters behind bars, as
+/// The filter list in Qt's form: "Images (*.gif *.jpg)". A pattern may bring further filters after bars, as
 /// hosts have always handed them: "*.htm|All Files|*.*".
 QStringList name_filters(const std::vector<platform::FileFilter>& filters);
 

@@ -30,7 +30,7 @@ class Modal {
   bool is_gone() const { return !dialog_; }
 
  private:
-  // Where no window manager hands the keyboard on, the window behind takes it. A user who has gone to another
+  // Where no window manager hands the keyboard on, the window below takes it. A user who has gone to another
   // program meanwhile stays there.
   static void take_back_focus(QWidget& owner) {
     const bool here = QGuiApplication::applicationState() == Qt::ApplicationActive;

@@ -231,7 +231,7 @@ void WebView::Private::put(browser::ViewMessage message) {
 }
 
 /// A receiver may spin a loop of its own: each message is taken out first, and a further task is posted for
-/// those behind it.
+/// those after it.
 void WebView::Private::drain() {
   assert(in_callback_ == 0);
   drain_posted_ = false;

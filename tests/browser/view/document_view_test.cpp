@@ -171,7 +171,7 @@ TEST_F(DocumentViewTest, ASelectionNamesTheLastPressThatItKnowsOf) {
   mouse.number = 2;
   release(mouse);
   EXPECT_EQ(view_.selection().mouse, 2u);
-  // A tale that comes too late draws nothing here, but the page is told what holds.
+  // A report that comes too late draws nothing here, but the page is told what holds.
   view_.select({});
   mouse.number = 3;
   mouse.x = 90;

@@ -204,7 +204,7 @@ TEST_F(BranchToolbar, AButtonWhoseElementIsGoneDoesNothing) {
   EXPECT_EQ(control->highlightElement(), nullptr);
 }
 
-// --- roads that take the border off ---
+// --- ways that take the border off ---
 
 TEST_F(BranchToolbar, LosingTheFocusTakesTheBorderOff) {
   start_with(u"<P>a</P>");

@@ -361,7 +361,7 @@ TEST_F(ViewSwitch, BeforeTheStartItIsReported) {
   EXPECT_EQ(host.heard.back(), "Error: 106 the editor cannot parse the code and cant show the code");
 }
 
-// --- other roads ---
+// --- other ways ---
 
 TEST_F(ViewSwitch, AFileOpenedInTheCodeViewIsFormatted) {
   start_with(u"<P>x</P>");

@@ -6,7 +6,7 @@ namespace tvx::editing::test {
 
 class Predicates : public EditingFixture {
  protected:
-  /// Loads, and gives the node behind the mark.
+  /// Loads, and gives the node after the mark.
   const dom::Node& at(std::string_view marked_html) {
     load(marked_html);
     const dom::Boundary place = editor.selection().anchor();

@@ -16,7 +16,7 @@ using qt::when_dialog_opens;
 using testing::HasSubstr;
 using testing::Not;
 
-/// The dialogs of tables, each opened by the road that users have to it, and filled by their keys.
+/// The dialogs of tables, each opened the way that users open it, and filled by their keys.
 class TableDialogs : public Newcomer {
  protected:
   static constexpr char16_t table[] =
@@ -35,7 +35,7 @@ class TableDialogs : public Newcomer {
     focus_document();
   }
 
-  // --- the roads ---
+  // --- the ways ---
   void press_table_button() { click_button(control().Toolbar1().Item(u"table").Index()); }
   void table_menu_properties() {
     in_popup(QStringLiteral("mnuTProp"));

@@ -213,7 +213,7 @@ TEST_F(Drags, ALinkIsAskedForAtAClickAndNotAfterADrag) {
   ASSERT_TRUE(settle());
   EXPECT_TRUE(asked.empty());
   EXPECT_EQ(in_page("String(getSelection())"), "me lin");
-  post_press(QPoint(box_of("a").right() + 30, box_of("a").center().y()));  // behind the link
+  post_press(QPoint(box_of("a").right() + 30, box_of("a").center().y()));  // after the link
   ASSERT_TRUE(settle());
   EXPECT_TRUE(asked.empty());
   post_press(place_of("a", 5));
