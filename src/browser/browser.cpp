@@ -36,6 +36,7 @@ void Browser::follow_link(const Navigation& navigation) { loader_->follow(naviga
 void Browser::Stop() { loader_->stop(); }
 
 ReadyState Browser::ReadyState() const { return loader_->ready_state(); }
+bool Browser::is_loading() const { return loader_->is_loading(); }
 bool Browser::Silent() const { return loader_->silent_; }
 void Browser::set_Silent(bool silent) { loader_->silent_ = silent; }
 const std::shared_ptr<HTMLDocument>& Browser::Document() const { return loader_->document_; }

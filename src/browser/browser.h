@@ -23,7 +23,8 @@ struct Navigation {
   std::int32_t flags = 0;
   std::u16string target_frame;  // empty: the page itself
   std::u16string post_data, headers;
-  bool top = true;  // the browser's own page; false: a frame in it
+  bool top = true;            // the browser's own page; false: a frame in it
+  bool part_of_page = false;  // what a frame shows at first, as its page says
 };
 
 /// What the browser reports to its control. Every call comes from a turn of the message loop, in this order:
@@ -92,6 +93,9 @@ class Browser {
   /// Gives up what is on its way. The document stays as far as it has come.
   void Stop();
   browser::ReadyState ReadyState() const;
+  /// Whether a turn of the loop may still bring something: a page, a sheet or a frame that is on its way.
+  /// False inside an event that the load itself waits for. Who waits for the browser waits no longer.
+  bool is_loading() const;
   bool Silent() const;
   void set_Silent(bool silent);
   /// Null before the first load has come so far that there is one.

@@ -36,18 +36,14 @@ void Context::mark_clean() {
   properties().IsDirty = false;
 }
 
-void Context::wait_for_browser() {
-  while (browser().ReadyState() != browser::ReadyState::Complete) Wait();
-}
-
-void Context::wait_for_document() {
-  while (document().readyState() != u"complete") Wait();
+void Context::wait_while(const std::function<bool()>& lacks) {
+  while (lacks() && browser().is_loading()) Wait();
 }
 
 void Context::wait_until_complete() {
   document();
-  wait_for_browser();
-  wait_for_document();
+  wait_while([&] { return browser().ReadyState() != browser::ReadyState::Complete; });
+  wait_while([&] { return document().readyState() != u"complete"; });
 }
 
 void Context::set_design_mode_of_browser() {

@@ -62,8 +62,8 @@ class Context {
   void mark_changed();
   /// The document is the one that is saved or was given.
   void mark_clean();
-  void wait_for_browser();
-  void wait_for_document();
+  /// Until it no longer lacks, or the browser has nothing on its way that could bring it.
+  void wait_while(const std::function<bool()>& lacks);
   /// Throws before the start, when there is nothing to wait for.
   void wait_until_complete();
   void set_design_mode_of_browser();

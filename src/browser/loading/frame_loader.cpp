@@ -111,6 +111,7 @@ std::shared_ptr<FrameLoader::Frame> FrameLoader::make_frame(const std::shared_pt
   frame->navigation.url = address;
   frame->navigation.target_frame = element.attribute_or_empty(dom::names::name);
   frame->navigation.top = false;
+  frame->navigation.part_of_page = true;
   frame->address = address;
   return frame;
 }

@@ -25,6 +25,12 @@ void Browser::Loader::post(void (Loader::*stage)(const Navigation&), const Navig
   });
 }
 
+bool Browser::Loader::is_loading() const {
+  if (asking_ || sheets_awaited_ || pages_beside_ > 0) return true;
+  const bool on_its_way = state_ == ReadyState::Loading || state_ == ReadyState::Interactive;
+  return telling_ == 0 && (on_its_way || sheet_downloads_ > 0);
+}
+
 // --- asking ---
 
 void Browser::Loader::navigate(Navigation navigation) {
@@ -55,7 +61,8 @@ void Browser::Loader::follow(Navigation navigation) {
 
 bool Browser::Loader::let_through(const Navigation& navigation) {
   bool cancel = false;
-  tell([&](BrowserEvents& events) { events.BeforeNavigate2(navigation, cancel); });
+  // What is on its way goes on meanwhile: this is no event that it waits for.
+  if (events_) events_->BeforeNavigate2(navigation, cancel);
   return !cancel;
 }
 
@@ -142,7 +149,7 @@ void Browser::Loader::finish() {
 // browser to be ready gets it.
 void Browser::Loader::fail(const Navigation& navigation, std::int32_t status) {
   post(&Loader::end_failed, navigation);
-  tell([&](BrowserEvents& events) { events.NavigateError(navigation, status); });
+  if (events_) events_->NavigateError(navigation, status);
 }
 
 void Browser::Loader::end_failed(const Navigation&) {
@@ -178,6 +185,7 @@ void Browser::Loader::adopt(std::shared_ptr<HTMLDocument> document) {
   style_of(document_->tree()).set_link_observer(this);
   const auto shown = document_;
   drop_running_parts();
+  const Telling inside(telling_);
   for (std::size_t i = 0; i < observers_.size(); ++i) observers_[i]->document_replaced(shown);
 }
 
@@ -207,7 +215,9 @@ std::shared_ptr<HTMLDocument> Browser::Loader::load_beside(const std::u16string&
   auto document = HTMLDocument::create(dom::Document::create(), url);
   connect_source(*document);
   const bool remote = is_remote(url);
-  resources_.load_page(url, [weak = std::weak_ptr(document)](const HttpAnswer& answer) {
+  ++pages_beside_;
+  resources_.load_page(url, [this, weak = std::weak_ptr(document)](const HttpAnswer& answer) {
+    --pages_beside_;
     const auto waiting = weak.lock();
     if (!waiting) return;
     if (answer.has_content() && fill_page(*waiting, answer))

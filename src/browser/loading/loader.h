@@ -29,6 +29,7 @@ class Browser::Loader final : public std::enable_shared_from_this<Loader>, priva
   void stop();
   browser::ReadyState ready_state() const { return asking_ ? browser::ReadyState::Loading : state_; }
   std::shared_ptr<HTMLDocument> load_beside(const std::u16string& url);
+  bool is_loading() const;
 
   platform::MessageLoop& loop_;
   BrowserEvents* events_ = nullptr;
@@ -59,10 +60,19 @@ class Browser::Loader final : public std::enable_shared_from_this<Loader>, priva
   void end_download();
   void links_changed() override;
   void load_changed_sheets();
+  /// The load goes on when the call returns, and not before.
   template <class Call>
   void tell(Call&& call) {
+    const Telling inside(telling_);
     if (events_) call(*events_);
   }
+  struct Telling {
+    explicit Telling(int& depth) : depth_(depth) { ++depth_; }
+    ~Telling() { --depth_; }
+    Telling(const Telling&) = delete;
+    Telling& operator=(const Telling&) = delete;
+    int& depth_;
+  };
 
   Resources resources_;
   SheetLoader sheets_;
@@ -74,6 +84,8 @@ class Browser::Loader final : public std::enable_shared_from_this<Loader>, priva
   Resources::Ticket page_ = 0;
   bool page_download_ = false;  // DownloadBegin was raised, DownloadComplete not yet
   int sheet_downloads_ = 0;     // the same of sheets that came later
+  int pages_beside_ = 0;        // documents that no window shows, on their way
+  int telling_ = 0;             // events that are being told, and that the load waits for
   std::u16string shown_address_;
   bool sheets_awaited_ = false;
 };

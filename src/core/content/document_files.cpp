@@ -31,6 +31,10 @@ bool is_usable(const browser::HTMLDocument& document) {
 
 }  // namespace
 
+bool DocumentFiles::brings_frame(const browser::Navigation& navigation) const {
+  return navigation.part_of_page && DOM() && opened_document_.lock() == browser().Document();
+}
+
 void DocumentFiles::Open_document(std::u16string& strURL, bool openEntireDoc) {
   const KeepAlive alive(context_);
   opening_document_ = true;
@@ -46,7 +50,7 @@ void DocumentFiles::Open_document(std::u16string& strURL, bool openEntireDoc) {
     else
       open_body(strURL);
     attempt([&] { context_.set_design_mode_of_browser(); });
-    while (!is_usable(document())) context_.Wait();
+    context_.wait_while([&] { return !is_usable(document()); });
     const SharedText opened = properties_.DocumentHTML;
     if (code_.in_front()) code_.show_as_entered(opened, share(source::code_of(*opened)));
   });
@@ -58,19 +62,19 @@ void DocumentFiles::open_entire_document(const std::u16string& url) {
   browser().set_Silent(true);
   attempt([&] { browser_document().set_designMode(u"Off"); });
   browser().Navigate(url);
-  while (browser().ReadyState() != browser::ReadyState::Complete &&
-         browser().ReadyState() != browser::ReadyState::Interactive)
-    context_.Wait();
+  context_.wait_while([&] { return browser().ReadyState() < browser::ReadyState::Interactive; });
   context_.set_DOM(browser().Document());
-  while (!is_usable(document())) context_.Wait();
+  opened_document_ = DOM();
+  context_.wait_while([&] { return !is_usable(document()); });
   properties_.DocumentHTML = share(content_.ConvertUnicodeCharacters(dom::inner_html(body_of(document()))));
   sheet_.adopt_settings();
 }
 
 void DocumentFiles::open_body(const std::u16string& url) {
   const auto opened = browser().createDocumentFromUrl(url);
-  while (!is_usable(*opened)) context_.Wait();
-  if (opened->load_failed()) throw RuntimeError(errors::file_not_found, u"File not found");
+  context_.wait_while([&] { return !is_usable(*opened); });
+  if (opened->load_failed() || !is_usable(*opened))
+    throw RuntimeError(errors::file_not_found, u"File not found");
   const SharedText html = share(dom::inner_html(body_of(*opened)));
   content_.write_body(*html);
   properties_.DocumentHTML = html;

@@ -5,6 +5,10 @@
 
 #include "tvx/core/part.h"
 
+namespace tvx::browser {
+struct Navigation;
+}
+
 namespace tvx::core {
 
 class CodePane;
@@ -26,6 +30,8 @@ class DocumentFiles final : public Part {
   void print_Document(bool DontShowDialog);
   /// While a document is being opened nobody is asked about navigations.
   bool opening() const { return opening_document_; }
+  /// Nor about the frames that a document brings along whose text was there before its sheets.
+  bool brings_frame(const browser::Navigation& navigation) const;
 
  private:
   void open_entire_document(const std::u16string& url);
@@ -37,6 +43,7 @@ class DocumentFiles final : public Part {
   CodePane& code_;
   SelectionHighlight& highlight_;
   bool opening_document_ = false;
+  std::weak_ptr<browser::HTMLDocument> opened_document_;  // with its head
 };
 
 }  // namespace tvx::core

@@ -15,7 +15,8 @@ namespace tvx::core {
 
 void NavigationHandler::BeforeNavigate2(const browser::Navigation& navigation, bool& cancel) {
   if (!run_time()) return;
-  if (files_.opening() || contains(navigation.url, to_text(platform::number_of(surroundings().hwnd)))) {
+  if (files_.opening() || files_.brings_frame(navigation) ||
+      contains(navigation.url, to_text(platform::number_of(surroundings().hwnd)))) {
     cancel = false;
     return;
   }
@@ -30,6 +31,8 @@ void NavigationHandler::NavigateComplete2(bool, const std::u16string&) { edit_wi
 void NavigationHandler::DocumentComplete(bool top, const std::u16string&) {
   if (!run_time() || !top || context_.terminated()) return;
   const KeepAlive alive(context_);
+  // A document that was opened is worked on as soon as its text is there, while its sheets still load.
+  const bool in_use = DOM() && DOM() == browser().Document();
   attempt([&] {
     browser_document();  // throws if there is none
     context_.set_DOM(browser().Document());
@@ -38,7 +41,10 @@ void NavigationHandler::DocumentComplete(bool top, const std::u16string&) {
     const dom::MutationScope scope(document().tree(), dom::MutationKind::Load);
     document().set_title(properties_.DocumentTitle);
   });
-  attempt([&] { document().tree().journal().clear(); });
+  if (!in_use) {
+    attempt([&] { document().tree().journal().clear(); });
+    attempt([&] { context_.set_design_mode_of_browser(); });
+  }
   attempt([&] { sheet_.LoadStyleClasses(); });
   attempt([&] {
     const dom::MutationScope scope(document().tree(), dom::MutationKind::Load);

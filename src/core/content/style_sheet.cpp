@@ -46,13 +46,12 @@ void StyleSheetBinding::ApplyStyleSheet() {
   attempt([&] { LoadStyleClasses(); });
 }
 
-// A sheet that can't be had ends the wait like one that can: the download is over in both cases.
+// A sheet that can't be had ends the wait like one that can: the download is over in both cases. There is
+// none to wait for where the document's first sheet is no link.
 void StyleSheetBinding::apply_remote() {
   watch_download_ = true;
   if (!attempt([&] { set_address(properties_.CSSText); })) return;
-  attempt([&] {
-    while (!download_done_) context_.Wait();
-  });
+  attempt([&] { context_.wait_while([&] { return !download_done_; }); });
 }
 
 // A copy, so that the browser sees a new file each time.

@@ -44,6 +44,35 @@ TEST_F(Control, AHostThatAllowsItGoesToTheOtherPage) {
   EXPECT_EQ(control->DOM()->title(), u"Mine");
 }
 
+TEST_F(Control, ThePageOfAnAllowedNavigationCanBeEdited) {
+  start();
+  const auto other = write_file("other.html", "<p>there</p>");
+  host.on_navigate = [](std::u16string&, bool& cancel) { cancel = false; };
+  control->WBrowser().Navigate(other);
+  loop.settle();
+  ASSERT_EQ(body(), u"<P>there</P>");
+  EXPECT_EQ(control->DOM()->designMode(), u"On");
+  control->set_EditorEnabled(false);
+  control->WBrowser().Navigate(write_file("third.html", "<p>third</p>"));
+  loop.settle();
+  EXPECT_EQ(control->DOM()->designMode(), u"Off");
+}
+
+// The page waits for the handler, so that waiting for the page has no end.
+TEST_F(Control, ContentGivenWhileAFrameIsAskedForDoesNotWaitForThePage) {
+  start();
+  write_file("inner.html", "<p>inner</p>");
+  const auto other = write_file("other.html", "<p>there</p><iframe src=inner.html></iframe>");
+  host.on_navigate = [&](std::u16string& url, bool& cancel) {
+    cancel = false;
+    if (contains(url, u"inner.html")) control->set_DocumentHTML(u"<P>given</P>");
+  };
+  control->WBrowser().Navigate(other);
+  loop.settle();
+  EXPECT_EQ(body(), u"<P>given</P>");
+  EXPECT_EQ(control->WBrowser().ReadyState(), browser::ReadyState::Complete);
+}
+
 TEST_F(Control, TheTargetFrameIsTold) {
   start_with(u"<A href=\"http://example.org/\" target=\"side\">link</A>");
   control->DOM()->click(at(element(dom::Tag::A)));

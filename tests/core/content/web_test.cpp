@@ -65,6 +65,35 @@ TEST_F(OnTheWeb, OpeningAWholeDocumentDoesNotWaitForItsSheets) {
   EXPECT_EQ(control->WBrowser().Document(), control->DOM());
 }
 
+TEST_F(OnTheWeb, WhatIsInsertedWhileSheetsOfAnOpenedPageLoadCanBeUndone) {
+  server.serve("/page", "<link rel=stylesheet href=/slow.css><p>x");
+  server.hold("/slow.css", ".late { color: red }", "text/css");
+  start();
+  auto url = web("/page");
+  control->Open_document(url, true);
+  load(u"<P>x[]</P>");
+  control->InsertAtCursor(u"new", ed_InsertType::ed_InsertReplaceSelection);
+  ASSERT_EQ(body(), u"<P>xnew</P>");
+  server.release();
+  ASSERT_TRUE(wait_for([&] { return control->DOM()->readyState() == u"complete"; }));
+  settle();
+  control->undo_document();
+  EXPECT_EQ(body(), u"<P>x</P>");
+}
+
+TEST_F(OnTheWeb, FramesOfAnOpenedPageAreItsOwn) {
+  server.serve("/page", "<link rel=stylesheet href=/slow.css><p>x</p><iframe src=/inner></iframe>");
+  server.serve("/inner", "<p>inner</p>");
+  server.hold("/slow.css", ".late { color: red }", "text/css");
+  start();
+  auto url = web("/page");
+  control->Open_document(url, true);
+  server.release();
+  ASSERT_TRUE(wait_for([&] { return control->DOM()->readyState() == u"complete"; }));
+  EXPECT_EQ(host.count("BeforeNavigate"), 0u);
+  EXPECT_EQ(server.count("/inner"), 1u);
+}
+
 TEST_F(OnTheWeb, OpeningTheBodyOfADocumentFromAServer) {
   server.serve("/page", "<title>lost</title><style>p {}</style><p>body");
   start();
@@ -145,6 +174,15 @@ TEST_F(OnTheWeb, AMissingSheetEndsItsWait) {
   EXPECT_EQ(server.count("/missing.css"), 1u);
   EXPECT_EQ(dom::style::style_of(control->DOM()->tree()).sheets()[0]->css_text(), u"");
   EXPECT_EQ(host.count("Error"), 0u);
+}
+
+TEST_F(OnTheWeb, ADocumentWhoseFirstSheetIsNoLinkIsNotWaitedFor) {
+  start();
+  auto page = write_file("page.html", "<style>.own { color: red }</style><p>x</p>");
+  control->Open_document(page, true);
+  control->set_CSShttp(true);
+  control->set_CSSText(web("/a.css"));
+  EXPECT_EQ(dom::style::style_of(control->DOM()->tree()).sheets()[0]->css_text(), u".own { color: red }");
 }
 
 TEST_F(OnTheWeb, AStoredSheetOfAServerIsThereAtTheStart) {
