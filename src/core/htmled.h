@@ -85,6 +85,9 @@ class HTMLed final : public std::enable_shared_from_this<HTMLed>,
   void Save_document(const std::u16string& strFilename, bool bEntireDocument);
   void print_Document(bool DontShowDialog);
   void RevertToOriginal();
+  /// What the document holds now is what a revert goes back to: for programs that open a file and whose users
+  /// take that for the original.
+  void make_original();
   /// For hosts that call it; does nothing.
   void CleanUp() {}
   void sendCR(bool bBR);

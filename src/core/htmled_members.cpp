@@ -12,6 +12,7 @@ std::u16string HTMLed::allHTML() { return parts_->content.allHTML(); }
 std::u16string HTMLed::DocumentText() { return parts_->content.DocumentText(); }
 void HTMLed::set_BaseURL(std::u16string_view url) { parts_->content.set_BaseURL(url); }
 void HTMLed::RevertToOriginal() { parts_->content.RevertToOriginal(); }
+void HTMLed::make_original() { parts_->content.make_original(); }
 const std::u16string& HTMLed::originalHTML() const { return parts_->content.original_html(); }
 void HTMLed::Open_document(std::u16string& strURL, bool openEntireDoc) {
   parts_->files.Open_document(strURL, openEntireDoc);

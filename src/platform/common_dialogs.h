@@ -36,6 +36,9 @@ struct MessageBox {
   MessageButtons buttons = MessageButtons::ok;
   MessageIcon icon = MessageIcon::none;
   WindowHandle owner = WindowHandle::none;
+  /// Nothing has failed: the program asks before it goes on. A desktop shows it as its program's question,
+  /// whatever icon and title hosts know it by.
+  bool asks = false;
 };
 
 /// Asks for the address of a link.

@@ -13,6 +13,7 @@
 #include "tvx/dom/journal.h"
 #include "tvx/dom/mutation.h"
 #include "tvx/dom/tree.h"
+#include "tvx/dom/without_overlay.h"
 #include "tvx/platform/common_dialogs.h"
 
 namespace tvx::core {
@@ -75,7 +76,7 @@ void Content::LoadStoredDocumentHTML() {
 }
 
 void Content::take_over(const SharedText& html) {
-  original_html_ = html;
+  keep_original(html);
   attempt([&] { context_.set_design_mode_of_browser(); });
 }
 
@@ -119,8 +120,25 @@ void Content::write_body(std::u16string_view html) {
   if (current && !dom::is_connected(*current)) highlight_.set_element({});
 }
 
+// Where the host has never given a text, a document that was opened is what there is to go back to.
+const std::u16string& Content::revert_text() const {
+  return !original_given_ && opened_html_ ? *opened_html_ : *original_html_;
+}
+
+void Content::make_original() {
+  attempt([&] {
+    const dom::WithoutOverlay bare(document().tree());
+    keep_original(share(dom::inner_html(body_of(document()))));
+  });
+}
+
+void Content::keep_original(SharedText html) {
+  original_html_ = std::move(html);
+  original_given_ = true;
+}
+
 void Content::RevertToOriginal() {
-  attempt([&] { document().load_body(*original_html_); });
+  attempt([&] { document().load_body(revert_text()); });
   context_.mark_clean();
 }
 
@@ -130,13 +148,14 @@ void Content::ask_and_revert() {
                                            .title = u"HTML Editor",
                                            .buttons = platform::MessageButtons::ok_cancel,
                                            .icon = platform::MessageIcon::critical,
-                                           .owner = surroundings().hwnd});
+                                           .owner = surroundings().hwnd,
+                                           .asks = true});
   if (answer == platform::MessageAnswer::ok)
     attempt([&] {
       const auto kept = DOM();
       dom::Element& body = body_of(document());
       const dom::UndoStep step(document().tree().journal(), u"Revert");
-      dom::set_inner_html(body, *original_html_);
+      dom::set_inner_html(body, revert_text());
     });
   context_.mark_clean();
 }

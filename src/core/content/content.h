@@ -23,6 +23,10 @@ class Content final : public Part {
   std::u16string DocumentText();
   void set_BaseURL(std::u16string_view url);
   void RevertToOriginal();
+  /// What the document holds now is what a revert goes back to.
+  void make_original();
+  /// What a revert goes back to where no host ever gives a text.
+  void keep_opened(SharedText html) { opened_html_ = std::move(html); }
   /// Asks the user first. The document counts as unchanged whatever the answer is.
   void ask_and_revert();
   /// What the properties' store brought, at the start.
@@ -47,10 +51,14 @@ class Content final : public Part {
 
  private:
   void take_over(const SharedText& html);
+  void keep_original(SharedText html);
+  const std::u16string& revert_text() const;
 
   CodePane& code_;
   SelectionHighlight& highlight_;
   SharedText original_html_ = share(u"");
+  SharedText opened_html_;       // of the last document that was opened; null: none was
+  bool original_given_ = false;  // original_html_ comes from outside
   dom::Ref<dom::Element> base_element_;
   bool base_href_set_ = false;
 };

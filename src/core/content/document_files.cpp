@@ -52,6 +52,7 @@ void DocumentFiles::Open_document(std::u16string& strURL, bool openEntireDoc) {
     attempt([&] { context_.set_design_mode_of_browser(); });
     context_.wait_while([&] { return !is_usable(document()); });
     const SharedText opened = properties_.DocumentHTML;
+    content_.keep_opened(opened);
     if (code_.in_front()) code_.show_as_entered(opened, share(source::code_of(*opened)));
   });
   opening_document_ = false;

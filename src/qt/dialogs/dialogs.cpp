@@ -3,6 +3,7 @@
 #include <QColorDialog>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QGuiApplication>
 #include <QMessageBox>
 #include <QPushButton>
 
@@ -113,11 +114,12 @@ Colour Dialogs::ShowColor(Colour colour, platform::WindowHandle) {
 
 MessageAnswer Dialogs::show_message(const platform::MessageBox& box) {
   Modal<QMessageBox> dialog(owner());
-  dialog->setWindowTitle(translated(box.title));
+  const QString program = QGuiApplication::applicationDisplayName();
+  dialog->setWindowTitle(box.asks && !program.isEmpty() ? program : translated(box.title));
   // What is shown may come from a document; markup in it is text.
   dialog->setTextFormat(Qt::PlainText);
   dialog->setText(translated(box.text));
-  dialog->setIcon(icon_of(box.icon));
+  dialog->setIcon(icon_of(box.asks ? MessageIcon::question : box.icon));
   const MessageAnswer when_closed = platform::answer_when_closed(box.buttons);
   for (const MessageAnswer answer : platform::answers_of(box.buttons)) {
     QPushButton* button = dialog->addButton(button_of(answer));

@@ -227,6 +227,41 @@ TEST_F(Control, TheTitleIsStoredAndSet) {
   EXPECT_EQ(control->DocumentTitle(), u"A page");
 }
 
+// --- going back ---
+
+TEST_F(Control, AnOpenedDocumentIsNotEmptiedByARevert) {
+  const auto page = write_file("page.html", "<title>t</title><p>opened</p>");
+  for (const bool whole : {true, false}) {
+    start();
+    auto file = page;
+    control->Open_document(file, whole);
+    load(u"<P>edited[]</P>");
+    control->RevertToOriginal();
+    EXPECT_EQ(body(), u"<P>opened</P>") << whole;
+    EXPECT_EQ(control->originalHTML(), u"") << "no host has given a text";
+  }
+}
+
+TEST_F(Control, ARevertPrefersWhatTheHostHasGivenToWhatWasOpened) {
+  start_with(u"<P>given</P>");
+  auto file = write_file("page.html", "<p>opened</p>");
+  control->Open_document(file, false);
+  control->RevertToOriginal();
+  EXPECT_EQ(body(), u"<P>given</P>");
+}
+
+TEST_F(Control, AProgramMayMakeWhatIsThereTheOriginal) {
+  start_with(u"<P>given</P>");
+  auto file = write_file("page.html", "<p>opened</p>");
+  control->Open_document(file, true);
+  control->set_HighlightDOMSelectionOnClick(true);
+  control->DOM()->mouse_press(at(element(dom::Tag::P)));
+  control->make_original();
+  load(u"<P>edited[]</P>");
+  control->RevertToOriginal();
+  EXPECT_EQ(body(), u"<P>opened</P>");
+}
+
 // --- CSSText ---
 
 TEST_F(Control, AFolderWithCharactersOfAddressesHoldsTheSheet) {

@@ -63,6 +63,20 @@ TEST_F(DialogsTest, AMessageAnswersWithItsButton) {
   EXPECT_EQ(dialogs_.show_message(box), platform::MessageAnswer::no);
 }
 
+TEST_F(DialogsTest, AQuestionIsTheProgramsAndNoError) {
+  QApplication::setApplicationDisplayName(QStringLiteral("Program"));
+  platform::MessageBox box{u"Discard Changes?", u"HTML Editor", platform::MessageButtons::ok_cancel,
+                           platform::MessageIcon::critical};
+  box.asks = true;
+  when_open<QMessageBox>([](QMessageBox* shown) {
+    EXPECT_EQ(shown->windowTitle(), QStringLiteral("Program"));
+    EXPECT_EQ(shown->icon(), QMessageBox::Question);
+    shown->close();
+  });
+  EXPECT_EQ(dialogs_.show_message(box), platform::MessageAnswer::cancel);
+  QApplication::setApplicationDisplayName(QString());
+}
+
 TEST_F(DialogsTest, AClosedMessageAnswersAsTold) {
   using platform::MessageAnswer;
   using platform::MessageButtons;
