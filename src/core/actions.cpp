@@ -47,9 +47,11 @@ constexpr ButtonRow buttons[] = {
     {u"Find", find},
     {u"Undo", [](Parts& parts) { parts.formatting.undo(); }},
     {u"Redo", [](Parts& parts) { parts.formatting.redo(); }},
+    {u"link", [](Parts& parts) { parts.formatting.insert_Link(); }},
     {u"orderedlist", run<ordered>},
     {u"unorderedlist", run<unordered>},
     {u"table", [](Parts& parts) { parts.tables.insert_table(); }},
+    {u"HR", [](Parts& parts) { parts.selection.insert_HR(); }},
 };
 
 struct ItemRow {

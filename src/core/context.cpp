@@ -29,11 +29,13 @@ void Context::raise_error(std::int32_t number, std::u16string text) {
 void Context::mark_changed() {
   PropertyChanged(u"DocumentHTML");
   properties().IsDirty = true;
+  state_changed();
 }
 
 void Context::mark_clean() {
   PropertyChanged(u"DocumentHTML");
   properties().IsDirty = false;
+  state_changed();
 }
 
 void Context::wait_while(const std::function<bool()>& lacks) {

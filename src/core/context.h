@@ -53,6 +53,8 @@ class Context {
   virtual void show_dialog(platform::Form& dialog, std::u16string_view section) = 0;
   /// Holds the control for as long as the result lives; see KeepAlive.
   virtual std::shared_ptr<const void> hold() = 0;
+  /// What the user can do may be something else now: the document, its mark or the selection has changed.
+  virtual void state_changed() {}
 
   // --- made of the above ---
   browser::HTMLDocument& document() const;          // throws RuntimeError(91) before the start

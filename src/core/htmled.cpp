@@ -69,6 +69,8 @@ void HTMLed::tell(const std::function<void(HTMLedObserver&)>& news) {
 
 bool HTMLed::run_time() const { return surroundings_.container.user_mode(); }
 
+void HTMLed::state_changed() { parts_->command_state.show(); }
+
 void HTMLed::Wait() {
   const KeepAlive alive(*this);
   services::Wait(surroundings_.loop, 5);

@@ -180,6 +180,7 @@ class HTMLed final : public std::enable_shared_from_this<HTMLed>,
   void PropertyChanged(std::u16string_view key) override;
   void Wait() override;
   void show_dialog(platform::Form& dialog, std::u16string_view section) override;
+  void state_changed() override;
   std::shared_ptr<const void> hold() override { return weak_from_this().lock(); }
 
   // --- the browser ---

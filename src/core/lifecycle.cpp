@@ -42,6 +42,7 @@ void HTMLed::StartEditor() {
 
 void HTMLed::UserControl_EnterFocus() {
   if (!run_time()) return;
+  state_changed();  // another program may have copied something
   if (InCodeView()) return txtCode().SetFocus();
   attempt([&] {
     dom::Element& body = body_of(document());

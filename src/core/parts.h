@@ -2,6 +2,7 @@
 
 #include "tvx/core/actions.h"
 #include "tvx/core/chrome/class_menus.h"
+#include "tvx/core/chrome/command_state.h"
 #include "tvx/core/chrome/dialog_host.h"
 #include "tvx/core/chrome/element_dialogs.h"
 #include "tvx/core/chrome/element_path.h"
@@ -43,6 +44,7 @@ struct Parts {
   CodePane code{context};
   EditWindow edit_window{context};
   Panes panes{context, toolbars, code};
+  CommandState command_state{context, toolbars};
 
   Words words{context, toolbars, menus, labels};
   DialogHost dialogs{context, words};

@@ -10,10 +10,15 @@ class Clipboard final : public platform::Clipboard {
   std::vector<std::string> targets() const override;
   std::string read(std::string_view target) const override;
   const platform::TransferItems& items() const { return items_; }
-  void publish(platform::TransferItems items) override { items_ = std::move(items); }
+  void publish(platform::TransferItems items) override {
+    items_ = std::move(items);
+    ++changes_;
+  }
+  std::uint64_t changes() const override { return changes_; }
 
  private:
   platform::TransferItems items_;
+  std::uint64_t changes_ = 0;
 };
 
 }  // namespace tvx::headless

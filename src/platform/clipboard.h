@@ -64,10 +64,14 @@ class Clipboard : public TransferSource {
   /// All of the content at once. False: it couldn't be opened.
   bool put(TransferItems items);
 
+  /// Another number whenever there may be another content. Where nobody watches, each call gives another.
+  virtual std::uint64_t changes() const { return ++changes_; }
+
   /// The new content as the desktop gets it, opened or not; none: it is empty.
   virtual void publish(TransferItems items) = 0;
 
  private:
+  mutable std::uint64_t changes_ = 0;
   bool open_ = false;
   std::optional<TransferItems> pending_;
 };

@@ -27,6 +27,12 @@ void Menu::set_Caption(std::u16string_view caption) {
   tell_changed();
 }
 
+void Menu::set_Obstacle(std::u16string_view reason) {
+  if (obstacle_ == reason) return;
+  obstacle_ = reason;
+  tell_changed();
+}
+
 void Menu::set_Enabled(bool enabled) {
   if (std::exchange(enabled_, enabled) != enabled) tell_changed();
 }

@@ -55,6 +55,9 @@ class Menu {
   void set_Caption(std::u16string_view caption);
   bool Enabled() const { return enabled_; }
   void set_Enabled(bool enabled);
+  /// Why it can't act just now, enabled or not; empty where it can. As with a toolbar's button.
+  const std::u16string& Obstacle() const { return obstacle_; }
+  void set_Obstacle(std::u16string_view reason);
   /// Of a menu at the top this has no effect on its popup.
   bool Visible() const { return visible_; }
   void set_Visible(bool visible);
@@ -101,7 +104,7 @@ class Menu {
   void tell_replaced();
 
   Menu* parent_ = nullptr;
-  std::u16string name_, caption_;
+  std::u16string name_, caption_, obstacle_;
   std::optional<int> index_;
   bool enabled_ = true, visible_ = true, checked_ = false;
   bool loaded_ = false;  // by Load: may be unloaded

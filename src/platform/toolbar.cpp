@@ -26,6 +26,12 @@ void Button::set_ToolTipText(std::u16string_view text) {
   toolbar_->tell_changed(*this);
 }
 
+void Button::set_Obstacle(std::u16string_view reason) {
+  if (obstacle_ == reason) return;
+  obstacle_ = reason;
+  toolbar_->tell_changed(*this);
+}
+
 void Button::set_Enabled(bool enabled) {
   if (std::exchange(enabled_, enabled) != enabled) toolbar_->tell_changed(*this);
 }

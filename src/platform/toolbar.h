@@ -34,6 +34,10 @@ class Button {
   void set_Tag(std::u16string_view tag) { tag_ = tag; }
   bool Enabled() const { return enabled_; }
   void set_Enabled(bool enabled);
+  /// Why it can't act just now, enabled or not; empty where it can. Programs enable a button; this is what
+  /// the state of things allows. A desktop shows it grey, with this as its tip.
+  const std::u16string& Obstacle() const { return obstacle_; }
+  void set_Obstacle(std::u16string_view reason);
   bool Visible() const { return visible_; }
   void set_Visible(bool visible);
   /// Its position in the toolbar, in twips.
@@ -48,7 +52,7 @@ class Button {
   Button(Toolbar& toolbar, int index) : toolbar_(&toolbar), index_(index) {}
   Toolbar* toolbar_;
   int index_;
-  std::u16string key_, caption_, tool_tip_, image_, tag_;
+  std::u16string key_, caption_, tool_tip_, image_, tag_, obstacle_;
   ButtonStyle style_ = ButtonStyle::Default;
   bool enabled_ = true, visible_ = true;
   int value_ = 0;

@@ -3,6 +3,7 @@
 #include "tvx/base/error.h"
 #include "tvx/base/strings.h"
 #include "tvx/browser/html_document.h"
+#include "tvx/core/chrome/command_state.h"
 #include "tvx/core/chrome/menu_commands.h"
 #include "tvx/core/chrome/menus.h"
 #include "tvx/core/chrome/path_buttons.h"
@@ -50,6 +51,7 @@ void ElementPath::press(const platform::Button& button) {
   const branch::ElementActions actions = branch::actions_for(tag);
   menus_.item(u"mnuToolEditTag").set_Enabled(actions.edit_tag);
   menus_.item(u"mnuToolProperties").set_Enabled(actions.properties);
+  show_obstacles(menus_, *element, actions.edit_tag);
   menus_.prepare_cell_row_actions(tag, {labels_.cell, labels_.row, labels_.delete_row, labels_.delete_cell});
   const float allowance = tag == u"tr" || tag == u"td" ? tall_menu : menu_height;
   if (properties_.HighlightDOMSelection) draw_selection_border();

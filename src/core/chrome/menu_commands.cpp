@@ -1,4 +1,5 @@
 #include "tvx/core/chrome/menu_commands.h"
+#include "tvx/core/chrome/command_state.h"
 
 #include "tvx/base/error.h"
 #include "tvx/browser/html_document.h"
@@ -49,6 +50,7 @@ void MenuCommands::show(platform::Menu& menu) {
   parts_.menus.refresh_paste(menu, [clipboard](platform::ClipboardFormat format) {
     return clipboard && clipboard->GetFormat(format);
   });
+  show_obstacles(parts_.menus, parts_.toolbars, context_);
   popup(surroundings(), menu);
 }
 

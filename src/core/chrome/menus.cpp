@@ -4,6 +4,7 @@
 
 #include "tvx/base/error.h"
 #include "tvx/base/strings.h"
+#include "tvx/core/chrome/obstacles.h"
 
 namespace tvx::core {
 namespace {
@@ -154,6 +155,7 @@ ContextMenus::ContextMenus()
   mnuCSS.Add(u"mnuCSSStyle", u"", 0);
   fill(mnuToolProp, element_items);
   fill(item(u"MnuCellRowActions"), cell_row_items);
+  item(u"mnuImgProperties").set_Obstacle(obstacles::no_image_settings);
   item(u"mnuMiscStyle").Add(u"mnuMiscClass", u"(none)", 0);
   item(u"mnuToolSetClass").Add(u"mnuClass", u"(none)", 0);
 }

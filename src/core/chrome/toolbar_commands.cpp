@@ -25,6 +25,7 @@ void ToolbarCommands::ApplyToolbarState(bool enabled) {
     settings.hidden_buttons = properties_.HiddenButtons;
     toolbars_.apply_state(enabled, settings);
   });
+  context_.state_changed();
   panes_.show_toolbars(enabled);
 }
 

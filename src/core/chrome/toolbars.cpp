@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "tvx/base/strings.h"
+#include "tvx/core/chrome/obstacles.h"
 #include "tvx/core/chrome/path_buttons.h"
 
 namespace tvx::core {
@@ -12,8 +13,9 @@ using platform::Button;
 using platform::ButtonStyle;
 using platform::Toolbar;
 
+/// An obstacle is of buttons whose operation isn't built yet.
 struct Row {
-  std::u16string_view key, tool_tip, image;
+  std::u16string_view key, tool_tip, image, obstacle = {};
 };
 
 /// A row without a key is a separator.
@@ -34,15 +36,15 @@ constexpr Row formatting_buttons[] = {
     {},
     {u"indent", u"Indent Paragraph", u"indent"},
     {u"unindent", u"Outdent Paragraph", u"outdent"},
-    {u"Text", u"Change selected text font and color", u"text"},
+    {u"Text", u"Change selected text font and color", u"text", obstacles::no_fonts},
     {u"Find", u"Find and Replace", u"find"},
-    {u"Spell Check", u"Spell Check", u"spelling"},
+    {u"Spell Check", u"Spell Check", u"spelling", obstacles::no_spelling},
     {},
     {u"Undo", u"Undo", u"undo"},
     {u"Redo", u"Redo", u"redo"},
     {u"link", u"Insert / Edit Hyperlink", u"link"},
-    {u"Image", u"Insert Image", u"image"},
-    {u"RemoteImage", u"Insert Image from remote server", u"remoteimage"},
+    {u"Image", u"Insert Image", u"image", obstacles::no_images},
+    {u"RemoteImage", u"Insert Image from remote server", u"remoteimage", obstacles::no_library},
     {u"orderedlist", u"insert numerical list", u"ol"},
     {u"unorderedlist", u"insert unordered list", u"ul"},
     {u"table", u"Insert / Edit Table", u"table"},
@@ -69,8 +71,10 @@ constexpr int last_of_group_1 = 19;
 template <std::size_t count>
 void fill(Toolbar& toolbar, const Row (&rows)[count]) {
   for (const Row& row : rows)
-    toolbar.Add({std::u16string(row.key), u"", std::u16string(row.tool_tip), std::u16string(row.image),
-                 row.key.empty() ? ButtonStyle::Separator : ButtonStyle::Default});
+    toolbar
+        .Add({std::u16string(row.key), u"", std::u16string(row.tool_tip), std::u16string(row.image),
+              row.key.empty() ? ButtonStyle::Separator : ButtonStyle::Default})
+        .set_Obstacle(row.obstacle);
 }
 
 void set_state(Button& button, bool on) {
@@ -87,6 +91,7 @@ void set_state(Toolbar& toolbar, int first, int last, bool on) {
 Toolbars::Toolbars() : Toolbar1(u"Toolbar1"), Toolbar2(u"Toolbar2"), tlbDOM(u"tlbDOM") {
   fill(Toolbar1, formatting_buttons);
   fill(Toolbar2, form_buttons);
+  for (int i = 1; i <= Toolbar2.Count(); ++i) Toolbar2.Item(i).set_Obstacle(obstacles::no_form_fields);
 }
 
 void Toolbars::prepare_branch_toolbar() {

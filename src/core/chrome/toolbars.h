@@ -7,8 +7,10 @@
 namespace tvx::core {
 
 /// Places on Toolbar1 that commands address by number.
-inline constexpr int button_toggle = 1, button_copy = 4, button_cut = 5, button_paste = 6, button_bold = 10,
-                     button_italic = 11, button_underline = 12, button_strike = 13, button_find = 18;
+inline constexpr int button_toggle = 1, button_copy = 4, button_cut = 5, button_paste = 6, button_left = 7,
+                     button_center = 8, button_right = 9, button_bold = 10, button_italic = 11,
+                     button_underline = 12, button_strike = 13, button_find = 18, button_undo = 21,
+                     button_redo = 22, button_numbers = 26, button_bullets = 27;
 
 /// The properties that decide what a toolbar shows.
 struct ToolbarSettings {

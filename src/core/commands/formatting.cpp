@@ -14,9 +14,35 @@
 #include "tvx/editing/gestures/typing.h"
 
 namespace tvx::core {
+namespace {
+
+struct StateRow {
+  int button;
+  std::u16string_view query;
+};
+
+/// Those that hosts know to follow the selection, in the order in which they are set.
+constexpr StateRow known_rows[] = {
+    {button_bold, u"BOLD"},           {button_italic, u"Italic"},
+    {button_underline, u"Underline"}, {button_strike, u"StrikeThrough"},
+    {button_copy, u"Copy"},           {button_cut, u"Cut"},
+    {button_paste, u"Paste"},
+};
+
+/// Those that tell of the paragraph.
+constexpr StateRow paragraph_rows[] = {
+    {button_left, u"JustifyLeft"},
+    {button_center, u"JustifyCenter"},
+    {button_right, u"JustifyRight"},
+    {button_numbers, u"InsertOrderedList"},
+    {button_bullets, u"InsertUnorderedList"},
+};
+
+}  // namespace
 
 void Formatting::run_command(std::u16string_view command) {
   attempt([&] { browser_document().execCommand(command, false, u"true"); });
+  show_paragraph_state();
   mark_changed();
 }
 
@@ -45,13 +71,17 @@ void Formatting::underline() { run_toggle(u"Underline", true, button_underline, 
 void Formatting::strike() { run_toggle(u"strikethrough", false, button_strike, u"StrikeThrough"); }
 
 void Formatting::show_state() {
-  show_pressed(button_bold, u"BOLD");
-  show_pressed(button_italic, u"Italic");
-  show_pressed(button_underline, u"Underline");
-  show_pressed(button_strike, u"StrikeThrough");
-  show_pressed(button_copy, u"Copy");
-  show_pressed(button_cut, u"Cut");
-  show_pressed(button_paste, u"Paste");
+  for (const StateRow& row : known_rows) show_pressed(row.button, row.query);
+  show_paragraph_state();
+  context_.state_changed();
+}
+
+void Formatting::show_paragraph_state() {
+  for (const StateRow& row : paragraph_rows)
+    attempt([&] {
+      const bool pressed = document().editor().state(row.query);
+      toolbars_.Toolbar1.Item(row.button).set_Value(pressed ? 1 : 0);
+    });
 }
 
 void Formatting::undo() {

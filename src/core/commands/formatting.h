@@ -33,6 +33,7 @@ class Formatting final : public Part {
 
  private:
   void run_toggle(std::u16string_view command, bool guarded, int button, std::u16string_view query);
+  void show_paragraph_state();
   void show_pressed(int button, std::u16string_view query);
   void make_link_under_mouse_relative();
 

@@ -34,6 +34,7 @@ void SelectionCommands::InsertAtCursor(std::u16string_view HTMLText, ed_InsertTy
   // Also where nothing was inserted; and the flag first, other than everywhere else.
   properties_.IsDirty = true;
   context_.PropertyChanged(u"DocumentHTML");
+  context_.state_changed();
 }
 
 void SelectionCommands::FormatSelection(std::u16string_view OpeningTag, std::u16string_view ClosingTag) {

@@ -96,6 +96,7 @@ void DocumentFiles::Save_document(const std::u16string& strFilename, bool bEntir
       WriteTextFile(path, text);
     });
   properties_.IsDirty = false;
+  context_.state_changed();
 }
 
 std::u16string DocumentFiles::text_to_save(bool entire) {

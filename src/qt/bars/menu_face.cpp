@@ -11,6 +11,7 @@
 #include "tvx/qt/bars/icon_set.h"
 #include "tvx/qt/support/strings.h"
 #include "tvx/qt/support/twips.h"
+#include "tvx/qt/support/words.h"
 
 namespace tvx::qt {
 namespace {
@@ -91,7 +92,9 @@ class MenuFace final : private platform::MenuObserver {
     // Captions may be a style sheet's class names: "&" in them is a letter.
     action.setText(item.is_separator() ? QString()
                                        : to_qt(item.Caption()).replace(u'&', QStringLiteral("&&")));
-    action.setEnabled(item.Enabled());
+    const QString obstacle = translated(item.Obstacle());
+    action.setEnabled(item.Enabled() && obstacle.isEmpty());
+    action.setToolTip(obstacle);
     action.setVisible(item.Visible());
     action.setCheckable(item.Checked());
     action.setChecked(item.Checked());

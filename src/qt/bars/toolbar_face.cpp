@@ -11,6 +11,7 @@
 #include "tvx/qt/bars/icon_set.h"
 #include "tvx/qt/support/strings.h"
 #include "tvx/qt/support/twips.h"
+#include "tvx/qt/support/words.h"
 
 namespace tvx::qt {
 namespace {
@@ -39,10 +40,14 @@ class ToolbarButton final : public QToolButton {
   void show_state(const platform::Button& model) {
     if (image_ != model.Image()) setIcon(qt::icon(image_ = model.Image()));
     const QString caption = to_qt(model.Caption()), tip = to_qt(model.ToolTipText());
+    const QString obstacle = translated(model.Obstacle());
+    const bool can_act = model.Enabled() && obstacle.isEmpty();
     setText(caption);
-    setToolTip(tip);
+    setToolTip(tip.isEmpty() || obstacle.isEmpty() ? tip + obstacle : tip + u'\n' + obstacle);
+    setAccessibleDescription(obstacle);
     setAccessibleName(!tip.isEmpty() ? tip : !caption.trimmed().isEmpty() ? caption : to_qt(model.Key()));
-    setEnabled(model.Enabled());
+    if (hasFocus() && !can_act) bar_->pass_focus_on(index_);
+    setEnabled(can_act);
     // Only those that have ever been pressed in present themselves as switches to assistive programs.
     if (model.Value() != 0) setCheckable(true);
     setChecked(model.Value() != 0);
@@ -212,6 +217,7 @@ void ToolbarFace::button_changed(platform::Toolbar&, platform::Button& button) {
   if (!shown) return;
   const bool wider = to_qt(button.Caption()) != buttons_[place]->text();
   buttons_[place]->show_state(button);
+  set_tab_stop(tab_stop_);
   if (wider) schedule();
 }
 
@@ -318,6 +324,12 @@ bool ToolbarFace::take_focus() {
   if (isHidden() || !can_take_focus(tab_stop_)) return false;
   button_widget(tab_stop_)->setFocus(Qt::TabFocusReason);
   return true;
+}
+
+// To the next button that can take it; where there is none Qt finds a place of its own.
+void ToolbarFace::pass_focus_on(int from) {
+  for (const Step step : {Step::Next, Step::Previous})
+    if (button_widget(from)->hasFocus()) walk(from, step);
 }
 
 void ToolbarFace::walk(int from, Step step) {

@@ -69,6 +69,7 @@ class ToolbarFace final : public QWidget, private platform::ToolbarObserver {
   void set_tab_stop(int index);
   bool can_take_focus(int index) const;
   void press(int index);
+  void pass_focus_on(int from);
   void walk(int from, Step step);
   platform::ButtonPlace place_of(const platform::Button& button) const;
   int nearest_in_other_row(int from, bool below) const;

@@ -79,6 +79,13 @@ QMimeData* mime_data_of(const platform::TransferItems& items) {
   return data;
 }
 
+Clipboard::Clipboard(QClipboard::Mode mode) : mode_(mode) {
+  QObject::connect(QGuiApplication::clipboard(), &QClipboard::changed, &watcher_,
+                   [this](QClipboard::Mode changed) {
+                     if (changed == mode_) ++changes_;
+                   });
+}
+
 std::vector<std::string> Clipboard::targets() const {
   return MimeSource(QGuiApplication::clipboard()->mimeData(mode_)).targets();
 }

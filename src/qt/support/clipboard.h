@@ -26,13 +26,16 @@ QMimeData* mime_data_of(const platform::TransferItems& items);
 /// The desktop's clipboard, or what is selected with the mouse (which a middle press pastes).
 class Clipboard final : public platform::Clipboard {
  public:
-  explicit Clipboard(QClipboard::Mode mode = QClipboard::Clipboard) : mode_(mode) {}
+  explicit Clipboard(QClipboard::Mode mode = QClipboard::Clipboard);
   std::vector<std::string> targets() const override;
   std::string read(std::string_view target) const override;
   void publish(platform::TransferItems items) override;
+  std::uint64_t changes() const override { return changes_; }
 
  private:
   QClipboard::Mode mode_;
+  std::uint64_t changes_ = 0;
+  QObject watcher_;  // ends the watching with the clipboard
 };
 
 }  // namespace tvx::qt

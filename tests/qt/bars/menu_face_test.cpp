@@ -102,6 +102,19 @@ TEST_F(MenuFaces, ItemsLookAsTheModelSays) {
   EXPECT_TRUE(clicks_.names.empty());
 }
 
+TEST_F(MenuFaces, AnItemThatCantActIsGreyAndSaysWhy) {
+  menus_.item(u"mnuMiscCopy").set_Obstacle(u"Nothing is selected");
+  popup(menus_.mnuMisc, [&](QMenu& menu) {
+    EXPECT_FALSE(action(menu, "mnuMiscCopy")->isEnabled());
+    EXPECT_EQ(action(menu, "mnuMiscCopy")->toolTip(), QStringLiteral("Nothing is selected"));
+    EXPECT_TRUE(menu.toolTipsVisible());
+    EXPECT_TRUE(action(menu, "mnuMiscCut")->isEnabled());
+    click(menu, action(menu, "mnuMiscCopy"));
+    menu.close();
+  });
+  EXPECT_TRUE(clicks_.names.empty());
+}
+
 TEST_F(MenuFaces, AClickChooses) {
   popup(menus_.mnuMisc, [](QMenu& menu) { click(menu, action(menu, "mnuMiscCopy")); });
   EXPECT_EQ(clicks_.names, std::vector<std::u16string>{u"mnuMiscCopy"});

@@ -1,0 +1,95 @@
+#include "tvx/core/chrome/command_state.h"
+
+#include "tvx/base/error.h"
+#include "tvx/browser/html_document.h"
+#include "tvx/core/chrome/menus.h"
+#include "tvx/core/chrome/obstacles.h"
+#include "tvx/core/chrome/toolbars.h"
+#include "tvx/dom/journal.h"
+#include "tvx/editing/editor.h"
+#include "tvx/platform/clipboard.h"
+
+namespace tvx::core {
+namespace {
+
+/// The items of a menu that take the selection away.
+constexpr std::u16string_view taking_items[] = {u"mnuImgCut",   u"mnuImgCopy", u"mnuLinkCut",
+                                                u"mnuLinkCopy", u"mnuMiscCut", u"mnuMiscCopy"};
+constexpr std::u16string_view pasting_items[] = {u"mnuImgPaste", u"mnuLinkPaste", u"mnuMiscPaste"};
+
+bool has_cell_beside(const dom::Element& cell, dom::Node* (dom::Node::*next)() const) {
+  for (const dom::Node* node = (cell.*next)(); node; node = (node->*next)())
+    if (node->is(dom::Tag::Td) || node->is(dom::Tag::Th)) return true;
+  return false;
+}
+
+bool has_selected(const Context& context) {
+  bool selected = false;
+  attempt([&] {
+    const editing::Selection& selection = context.document().editor().selection();
+    selected = selection.type() != editing::SelectionType::None && !selection.collapsed();
+  });
+  return selected;
+}
+
+std::u16string_view unless(bool can_act, std::u16string_view obstacle) {
+  return can_act ? obstacles::none : obstacle;
+}
+
+}  // namespace
+
+// Asking the clipboard may mean asking another program: once for each content.
+bool CommandState::can_paste() {
+  const platform::Clipboard* clipboard = surroundings().clipboard;
+  if (!clipboard) return false;
+  const std::uint64_t changes = clipboard->changes();
+  if (pasteable_ && pasteable_at_ == changes) return *pasteable_;
+  pasteable_ = !clipboard->targets().empty();
+  pasteable_at_ = changes;
+  return *pasteable_;
+}
+
+// Undo and Redo do nothing while the document counts as unchanged.
+void CommandState::show() {
+  bool undo = false, redo = false;
+  attempt([&] {
+    const dom::Journal& journal = document().tree().journal();
+    undo = properties_.IsDirty && (journal.depth() > 0 || journal.is_open());
+    redo = properties_.IsDirty && journal.can_redo();
+  });
+  const bool selected = has_selected(context_);
+  platform::Toolbar& bar = toolbars_.Toolbar1;
+  bar.Item(button_copy).set_Obstacle(unless(selected, obstacles::no_selection));
+  bar.Item(button_cut).set_Obstacle(unless(selected, obstacles::no_selection));
+  bar.Item(button_paste).set_Obstacle(unless(can_paste(), obstacles::no_paste));
+  bar.Item(button_undo).set_Obstacle(unless(undo, obstacles::no_undo));
+  bar.Item(button_redo).set_Obstacle(unless(redo, obstacles::no_redo));
+}
+
+void show_obstacles(ContextMenus& menus, Toolbars& toolbars, const Context& context) {
+  const bool selected = has_selected(context);
+  const platform::Clipboard* clipboard = context.surroundings().clipboard;
+  const bool pasteable = clipboard && !clipboard->targets().empty();
+  for (const std::u16string_view name : taking_items)
+    menus.item(name).set_Obstacle(unless(selected, obstacles::no_selection));
+  for (const std::u16string_view name : pasting_items)
+    menus.item(name).set_Obstacle(unless(pasteable, obstacles::no_paste));
+  const platform::Button& toggle = toolbars.Toolbar1.Item(button_toggle);
+  menus.item(u"mnuMiscSource")
+      .set_Obstacle(unless(toggle.Visible() && toggle.Enabled(), obstacles::no_source));
+}
+
+// Of all elements these have a dialog.
+void show_obstacles(ContextMenus& menus, const dom::Element& element, bool tag_can_be_edited) {
+  const bool has_dialog = element.is(dom::Tag::Td) || element.is(dom::Tag::Tr) || element.is(dom::Tag::Table);
+  const std::u16string_view why_not =
+      element.is(dom::Tag::Img) ? obstacles::no_image_settings : obstacles::no_properties;
+  menus.item(u"mnuToolProperties").set_Obstacle(unless(has_dialog, why_not));
+  menus.item(u"mnuToolEditTag").set_Obstacle(unless(tag_can_be_edited, obstacles::no_tag_edit));
+  const bool left = has_cell_beside(element, &dom::Node::previous_sibling),
+             right = has_cell_beside(element, &dom::Node::next_sibling);
+  menus.item(u"MnuCellRowActionsMergeCellLeft").set_Obstacle(unless(left, obstacles::no_cell));
+  menus.item(u"MnuCellRowActionsMergeCellRight").set_Obstacle(unless(right, obstacles::no_cell));
+}
+
+}  // namespace tvx::core

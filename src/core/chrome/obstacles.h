@@ -1,0 +1,27 @@
+#pragma once
+
+#include <string_view>
+
+/// Why a button or an item that is there can't act: the tips of those that are grey. Each is a word of the
+/// language files.
+namespace tvx::core::obstacles {
+
+inline constexpr std::u16string_view none;
+inline constexpr std::u16string_view no_selection = u"Nothing is selected";
+inline constexpr std::u16string_view no_undo = u"There is nothing to undo";
+inline constexpr std::u16string_view no_redo = u"There is nothing to redo";
+inline constexpr std::u16string_view no_paste = u"There is nothing to paste";
+inline constexpr std::u16string_view no_properties = u"This element has no properties to set";
+inline constexpr std::u16string_view no_tag_edit = u"The tag of this element can't be edited";
+inline constexpr std::u16string_view no_cell = u"There is no cell on this side";
+inline constexpr std::u16string_view no_source = u"The code view is switched off";
+
+// What isn't built yet.
+inline constexpr std::u16string_view no_fonts = u"The font dialog is not there yet";
+inline constexpr std::u16string_view no_spelling = u"Spell checking is not there yet";
+inline constexpr std::u16string_view no_images = u"Inserting images is not there yet";
+inline constexpr std::u16string_view no_library = u"The library of remote images is not there yet";
+inline constexpr std::u16string_view no_image_settings = u"The image dialog is not there yet";
+inline constexpr std::u16string_view no_form_fields = u"Form fields are not there yet";
+
+}  // namespace tvx::core::obstacles
