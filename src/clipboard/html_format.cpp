@@ -32,12 +32,12 @@ std::u16string block_of(std::u16string_view prefix, std::u16string_view fragment
   text += fragment;
   text += suffix;
   const std::size_t start = header.size() + prefix.size();
-  const std::pair<std::u16string_view, std::size_t> places[] = {{u"aaaaaaaaaa", header.size()},
-                                                                {u"bbbbbbbbbb", text.size()},
-                                                                {u"cccccccccc", start},
-                                                                {u"dddddddddd", start + fragment.size()}};
-  for (const auto& [placeholder, place] : places)
-    text = ReplaceAll(placeholder, ten_digits(place), text, true);
+  const std::pair<std::u16string_view, std::size_t> positions[] = {{u"aaaaaaaaaa", header.size()},
+                                                                   {u"bbbbbbbbbb", text.size()},
+                                                                   {u"cccccccccc", start},
+                                                                   {u"dddddddddd", start + fragment.size()}};
+  for (const auto& [placeholder, position] : positions)
+    text = ReplaceAll(placeholder, ten_digits(position), text, true);
   return text;
 }
 
@@ -74,8 +74,8 @@ void PutHTMLOnClipboard(platform::Clipboard& clipboard, const std::u16string& fr
   if (format == ClipboardFormat::none) return;
   prefix += start_mark;
   suffix.insert(0, end_mark);
-  // All of its bytes are written, also where they are more than the characters that the places count: our own
-  // reader then gets back what was put there.
+  // All of its bytes are written, also where they are more than the characters that the positions count: our
+  // own reader then gets back what was put there.
   std::string bytes = CodePage::system().encode(block_of(prefix, fragment, suffix));
   if (!clipboard.OpenClipboard()) return;
   if (const auto memory = fault_point(u"GlobalAlloc"); !memory || *memory != 0) {

@@ -5,8 +5,8 @@
 #include "tvx/platform/clipboard.h"
 
 /// An HTML fragment on the clipboard, in the registered format "HTML Format": a header of 105 characters with
-/// four places in it, a prefix, the fragment between two marks, and a suffix. Places count characters of the
-/// text, which is written in the system code page: where that needs several bytes for a character the places
+/// four positions in it, a prefix, the fragment between two marks, and a suffix. Positions count characters
+/// of the text, which is written in the system code page: where that needs several bytes for a character they
 /// are right only for readers that count as this does. What is copied from a document has none of those.
 namespace tvx::clipboard {
 
@@ -18,7 +18,7 @@ platform::ClipboardFormat GetHTMLFormatId();
 void PutHTMLOnClipboard(platform::Clipboard& clipboard, const std::u16string& fragment,
                         std::u16string& prefix, std::u16string& suffix);
 
-/// The fragment between the two places that a header names; empty if there is none.
+/// The fragment between the two positions that a header names; empty if there is none.
 std::u16string GetHTMLFromClipboard(platform::Clipboard& clipboard);
 
 }  // namespace tvx::clipboard

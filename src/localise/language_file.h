@@ -13,8 +13,8 @@ inline constexpr int language_failure = 11000, language_file_unparsable = 11011;
 /// Whether there is such a file; a folder is none.
 bool language_file_exists(std::u16string_view path);
 
-/// Reads a language file that exists. Throws RuntimeError(11011) with the reason and the place if it is no
-/// XML.
+/// Reads a language file that exists. Throws RuntimeError(11011) with the reason and the position if it is
+/// no XML.
 XmlDocument read_language_file(std::u16string_view path);
 
 }  // namespace tvx::localise

@@ -40,8 +40,8 @@ bool fill_byte_table(const char* name, int (&table)[256]) {
 
 // --- elements ---
 
-const XmlElement* XmlElement::child(std::size_t place) const {
-  return place < children_.size() ? children_[place] : nullptr;
+const XmlElement* XmlElement::child(std::size_t index) const {
+  return index < children_.size() ? children_[index] : nullptr;
 }
 
 const XmlElement* XmlElement::child_named(std::u16string_view name) const {
@@ -57,7 +57,7 @@ std::u16string XmlElement::text() const {
 
 // --- reading ---
 
-/// One run of the parser: puts what it is told of into a document.
+/// One run of the parser: builds a document from what the parser reports.
 class XmlReader {
  public:
   XmlReader() : parser_(XML_ParserCreate(nullptr)), contents_(std::make_unique<XmlDocument::Contents>()) {
@@ -134,7 +134,7 @@ class XmlReader {
     refusal_ = {std::move(reason), XML_GetCurrentLineNumber(parser_),
                 XML_GetCurrentColumnNumber(parser_) + 1};
   }
-  // The parser may tell of more before it stops: the first reason is the one.
+  // The parser may report more before it stops: the first reason is the one.
   void stop(std::u16string reason) {
     if (!refusal_.reason.empty()) return;
     refuse(std::move(reason));

@@ -22,8 +22,8 @@ class XmlElement {
   /// In the order in which they are written.
   const std::vector<XmlAttribute>& attributes() const { return attributes_; }
   const std::vector<const XmlElement*>& children() const { return children_; }
-  /// The child at that place, counted from 0; null if there is none.
-  const XmlElement* child(std::size_t place) const;
+  /// The child with that index, counted from 0; null if there is none.
+  const XmlElement* child(std::size_t index) const;
   /// The first child of that name; null if there is none.
   const XmlElement* child_named(std::u16string_view name) const;
   /// All text inside, that of elements below included, without the white space at its ends: a file may be
@@ -39,8 +39,8 @@ class XmlElement {
   std::size_t text_begin_ = 0, text_end_ = 0;
 };
 
-/// Why a text is no document. Line and place in the line count from 1; both are 0 where the file as a whole
-/// is refused.
+/// Why a text is no document. Line and position in the line count from 1; both are 0 where the file as a
+/// whole is refused.
 struct ParseError {
   std::u16string reason;
   std::size_t line = 0, linepos = 0;

@@ -150,7 +150,7 @@ MessageResult deliver(Books& books, WindowProcedure old, WindowHandle hwnd, Mess
   return result;
 }
 
-/// Stands in place of the procedures of all watched windows.
+/// Stands in for the procedures of all watched windows.
 MessageResult kit_procedure(WindowHandle hwnd, Message message, Parameter wParam, Parameter lParam) {
   Books books(hwnd);
   const WindowProcedure old = books.old_procedure();

@@ -10,7 +10,7 @@ void Wait(platform::MessageLoop& loop, std::int64_t milliseconds) {
   while (remaining > 0 && loop.non_modal_allowed()) {
     loop.pump(remaining);
     const std::int64_t present = loop.now();
-    // A clock set back tells nothing about the time that has passed: this round counts as none.
+    // A clock that was set back says nothing about the time that has passed: this round counts as none.
     const std::int64_t elapsed = present < noted ? 0 : present - noted;
     remaining -= elapsed;
     noted = present;

@@ -55,7 +55,7 @@ std::int32_t whole_number(std::u16string_view text) { return rounded_to_32_bits(
 
 constexpr Field<Cell> background{u"txtBackground", [](const Cell& cell) { return cell.background(); },
                                  [](Cell& cell, std::u16string_view text) { cell.set_background(text); }};
-// A span of 1 that no attribute tells stays untold.
+// A span of 1 that no attribute names gets none.
 constexpr Field<Cell> column_span{u"txtColSpan", [](const Cell& cell) { return to_text(cell.colSpan()); },
                                   [](Cell& cell, std::u16string_view text) {
                                     if (whole_number(text) != cell.colSpan())
@@ -131,7 +131,7 @@ void apply_all(const platform::Form& form, const Field<Part> (&fields)[count], d
 
 }  // namespace
 
-// --- how it looks ---
+// --- layout ---
 
 CellDialog::CellDialog(platform::CommonDialogs& dialogs) : dialogs_(dialogs) {
   form_.begin_row();

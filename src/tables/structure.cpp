@@ -46,7 +46,7 @@ Element& parent_of(Element& part) {
 
 TableRowObject row_of(Element& cell) { return TableRowObject(parent_of(cell)); }
 
-/// Null for a place that is none.
+/// Null for an index that is none.
 Ref<Element> cell_at(const TableRowObject& row, std::int32_t index) {
   const std::vector<Element*> cells = row.cells();
   return index < 0 || index >= static_cast<std::int32_t>(cells.size())
@@ -60,14 +60,14 @@ TableCellObject cell_object(const Ref<Element>& cell) {
 }
 
 /// Where a row stands, by the number that its section is addressed with.
-struct RowPlace {
+struct RowPosition {
   TableSectionObject section;
   TableRowObject row;
   std::int32_t index() const { return in_body() ? row.rowIndex() : row.sectionRowIndex(); }
   bool in_body() const { return section.element().is(dom::Tag::Tbody); }
 };
 
-RowPlace place_of(Element& row) { return {TableSectionObject(parent_of(row)), TableRowObject(row)}; }
+RowPosition position_of(Element& row) { return {TableSectionObject(parent_of(row)), TableRowObject(row)}; }
 
 void fill_with_cells(Element& row, std::size_t count) {
   TableRowObject made(row);
@@ -91,26 +91,26 @@ void delete_cell(Element& cell) {
 
 void delete_row(Element& row) {
   operate(row, u"Delete Row", [&] {
-    RowPlace place = place_of(row);
-    place.section.deleteRow(place.index());
+    RowPosition position = position_of(row);
+    position.section.deleteRow(position.index());
   });
 }
 
 void insert_row_above(Element& row) {
   operate(row, u"Insert Row Above", [&] {
-    RowPlace place = place_of(row);
-    const Ref<Element> made = place.section.insertRow(place.index());
-    fill_with_cells(*made, place.row.cells().size());
+    RowPosition position = position_of(row);
+    const Ref<Element> made = position.section.insertRow(position.index());
+    fill_with_cells(*made, position.row.cells().size());
   });
 }
 
 void insert_row_below(Element& row) {
   operate(row, u"Insert Row Below", [&] {
-    RowPlace place = place_of(row);
-    const auto total = static_cast<std::int32_t>(place.section.rows().size());
-    const bool at_end = place.row.rowIndex() == total;
-    const Ref<Element> made = place.section.insertRow(at_end ? -1 : place.index() + 1);
-    fill_with_cells(*made, place.row.cells().size());
+    RowPosition position = position_of(row);
+    const auto total = static_cast<std::int32_t>(position.section.rows().size());
+    const bool at_end = position.row.rowIndex() == total;
+    const Ref<Element> made = position.section.insertRow(at_end ? -1 : position.index() + 1);
+    fill_with_cells(*made, position.row.cells().size());
   });
 }
 

@@ -8,7 +8,7 @@
 ///
 /// Hosts and their users know these operations with all their peculiarities, so the peculiarities stay:
 /// a body counts its rows over the whole table where a head or a foot counts its own, a merged cell spans
-/// two columns whatever it spanned before, and "after" a cell means one place before it.
+/// two columns whatever it spanned before, and "after" a cell means one position before it.
 namespace tvx::tables {
 
 // --- on one cell or row ---

@@ -14,7 +14,7 @@ constexpr int number_columns = 5;
 
 }  // namespace
 
-// --- how it looks ---
+// --- layout ---
 
 TableDialog::TableDialog(platform::CommonDialogs& dialogs) : dialogs_(dialogs) {
   add_table_frame();

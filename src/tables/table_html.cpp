@@ -48,7 +48,7 @@ std::int16_t last_of(std::u16string_view count) { return rounded_to_16_bits(type
 std::u16string html_of(const NewTable& table) {
   std::u16string html = start_tag(table);
   const int last_row = last_of(table.rows);
-  // Without a row nobody looks at the columns.
+  // Without a row the columns don't count.
   const int last_column = last_row < 0 ? -1 : last_of(table.columns);
   const std::u16string cell = cell_html(table);
   std::u16string row = u"<TR>";

@@ -14,7 +14,7 @@ struct NewTable {
 };
 
 /// Its markup. Values stand without quotation marks; width, spacing and border all get a "%", which hosts
-/// know new tables by. Counts go by the number that the text begins with, a fraction to the nearest, halves
+/// know new tables by. Counts go by the number at the text's start, a fraction to the nearest, halves
 /// to the even one. Throws RuntimeError(6) for a count beyond 16 bits, RuntimeError(7) for a table that no
 /// text can hold.
 std::u16string html_of(const NewTable& table);
