@@ -126,26 +126,26 @@ TEST_F(ToolbarFaces, ADisabledButtonDoesNotAnswer) {
 }
 
 TEST_F(ToolbarFaces, AButtonThatCantActIsGreyAndSaysWhy) {
-  Button& undo = tools_.Toolbar1.Item(commands::button_undo);
+  Button& undo = tools_.Toolbar1.Item(core::button_undo);
   undo.set_Obstacle(u"There is nothing to undo");
-  EXPECT_FALSE(widget(commands::button_undo)->isEnabled());
-  EXPECT_EQ(widget(commands::button_undo)->toolTip(), QStringLiteral("Undo\nThere is nothing to undo"));
-  EXPECT_EQ(widget(commands::button_undo)->accessibleName(), QStringLiteral("Undo"));
-  click(commands::button_undo);
+  EXPECT_FALSE(widget(core::button_undo)->isEnabled());
+  EXPECT_EQ(widget(core::button_undo)->toolTip(), QStringLiteral("Undo\nThere is nothing to undo"));
+  EXPECT_EQ(widget(core::button_undo)->accessibleName(), QStringLiteral("Undo"));
+  click(core::button_undo);
   EXPECT_TRUE(presses_.keys.empty());
   undo.set_Obstacle(u"");
-  EXPECT_TRUE(widget(commands::button_undo)->isEnabled());
-  EXPECT_EQ(widget(commands::button_undo)->toolTip(), QStringLiteral("Undo"));
+  EXPECT_TRUE(widget(core::button_undo)->isEnabled());
+  EXPECT_EQ(widget(core::button_undo)->toolTip(), QStringLiteral("Undo"));
   // A button whose operation isn't built says so from the start.
   EXPECT_FALSE(widget(25)->isEnabled());
   EXPECT_TRUE(widget(25)->toolTip().contains(QStringLiteral("not there yet")));
 }
 
 TEST_F(ToolbarFaces, TheFocusMovesOnWhenItsButtonCantActAnyMore) {
-  widget(commands::button_undo)->setFocus(Qt::TabFocusReason);
-  ASSERT_EQ(QApplication::focusWidget(), widget(commands::button_undo));
-  tools_.Toolbar1.Item(commands::button_undo).set_Obstacle(u"There is nothing to undo");
-  EXPECT_EQ(QApplication::focusWidget(), widget(commands::button_redo)) << "and not into the page";
+  widget(core::button_undo)->setFocus(Qt::TabFocusReason);
+  ASSERT_EQ(QApplication::focusWidget(), widget(core::button_undo));
+  tools_.Toolbar1.Item(core::button_undo).set_Obstacle(u"There is nothing to undo");
+  EXPECT_EQ(QApplication::focusWidget(), widget(core::button_redo)) << "and not into the page";
 }
 
 TEST_F(ToolbarFaces, ButtonsComeAndGoWithTheModel) {
