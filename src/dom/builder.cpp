@@ -2,6 +2,7 @@
 
 #include <cassert>
 
+#include "tvx/dom/attribute_places.h"
 #include "tvx/dom/sibling_places.h"
 #include "tvx/dom/tree.h"
 
@@ -42,6 +43,7 @@ void Builder::append_data(CharacterData& node, std::u16string_view text) { node.
 
 void Builder::add_attribute(Element& element, Attribute attribute) {
   element.attributes_.push_back(std::move(attribute));
+  AttributePlaces::appended(element);
 }
 
 void Builder::reserve_attributes(Element& element, std::size_t count) { element.attributes_.reserve(count); }

@@ -5,6 +5,7 @@
 #include <cassert>
 
 #include "tvx/base/error.h"
+#include "tvx/dom/attribute_places.h"
 #include "tvx/dom/builder.h"
 #include "tvx/dom/journal.h"
 #include "tvx/dom/range.h"
@@ -62,18 +63,20 @@ class MutationDoor {
     mutation.attribute_namespace = name_space;
     mutation.new_value = value;
     auto& attributes = Builder::attributes(element);
-    const auto found = std::find_if(attributes.begin(), attributes.end(),
-                                    [name](const Attribute& attribute) { return attribute.name == name; });
-    if (found == attributes.end()) {
+    const std::size_t place = AttributePlaces::find(element, name);
+    if (place == AttributePlaces::nowhere) {
       attributes.push_back({name, std::move(*value), name_space});
+      AttributePlaces::appended(element);
     } else {
-      mutation.old_value = std::move(found->value);
-      mutation.attribute_namespace = found->name_space;
-      mutation.attribute_index = found - attributes.begin();
+      Attribute& found = attributes[place];
+      mutation.old_value = std::move(found.value);
+      mutation.attribute_namespace = found.name_space;
+      mutation.attribute_index = place;
       if (value) {
-        found->value = std::move(*value);
+        found.value = std::move(*value);
       } else {
-        attributes.erase(found);
+        attributes.erase(attributes.begin() + place);
+        AttributePlaces::erased(element, name, place);
       }
     }
     finish(document, std::move(mutation));
@@ -82,8 +85,9 @@ class MutationDoor {
   /// Puts a removed attribute back at its old place, so that undo restores the text byte for byte.
   static void move_last_attribute(Element& element, std::size_t index) {
     auto& attributes = Builder::attributes(element);
-    if (index < attributes.size())
-      std::rotate(attributes.begin() + index, attributes.end() - 1, attributes.end());
+    if (index + 1 >= attributes.size()) return;
+    std::rotate(attributes.begin() + index, attributes.end() - 1, attributes.end());
+    AttributePlaces::forget(element);
   }
 
   static void move_ranges_to_split(Document& document, Text& text, Offset at, Text& tail) {

@@ -1,6 +1,7 @@
 #include "tvx/dom/node.h"
 
 #include "tvx/base/error.h"
+#include "tvx/dom/attribute_places.h"
 #include "tvx/dom/document.h"
 
 namespace tvx::dom {
@@ -44,7 +45,10 @@ void Node::destroy(Node* node) {
 
 void Node::delete_node(Node* node) {
   switch (node->type_) {
-    case NodeType::Element: delete static_cast<Element*>(node); break;
+    case NodeType::Element:
+      AttributePlaces::forget(*static_cast<Element*>(node));
+      delete static_cast<Element*>(node);
+      break;
     case NodeType::Text: delete static_cast<Text*>(node); break;
     case NodeType::Comment: delete static_cast<Comment*>(node); break;
     case NodeType::DocumentType: delete static_cast<DocumentType*>(node); break;
@@ -54,10 +58,8 @@ void Node::delete_node(Node* node) {
 }
 
 const std::u16string* Element::attribute(Name name) const {
-  for (const Attribute& attribute : attributes_) {
-    if (attribute.name == name) return &attribute.value;
-  }
-  return nullptr;
+  const std::size_t place = AttributePlaces::find(*this, name);
+  return place == AttributePlaces::nowhere ? nullptr : &attributes_[place].value;
 }
 
 std::u16string_view Element::attribute_or_empty(Name name) const {

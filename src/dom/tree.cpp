@@ -1,5 +1,6 @@
 #include "tvx/dom/tree.h"
 
+#include "tvx/base/work_count.h"
 #include "tvx/dom/document.h"
 #include "tvx/dom/range.h"
 
@@ -11,6 +12,7 @@ Node* next_in_order(const Node& node, const Node* root) {
 
 Node* next_skipping_children(const Node& node, const Node* root) {
   for (const Node* current = &node; current && current != root; current = current->parent()) {
+    count_work();
     if (current->next_sibling()) return current->next_sibling();
   }
   return nullptr;
@@ -18,6 +20,7 @@ Node* next_skipping_children(const Node& node, const Node* root) {
 
 Node* previous_in_order(const Node& node, const Node* root) {
   if (&node == root) return nullptr;
+  count_work();
   return node.previous_sibling() ? last_within(*node.previous_sibling()) : node.parent();
 }
 
@@ -33,6 +36,7 @@ bool is_ancestor(const Node& ancestor, const Node& node) {
 
 bool is_inclusive_ancestor(const Node& ancestor, const Node& node) {
   for (const Node* current = &node; current; current = current->parent()) {
+    count_work();
     if (current == &ancestor) return true;
   }
   return false;

@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <unordered_map>
+#include <unordered_set>
 
 #include "tvx/base/strings.h"
+#include "tvx/base/work_count.h"
 #include "tvx/dom/tree.h"
 
 namespace tvx::browser {
@@ -173,12 +175,19 @@ std::u16string_view mirrored_name(const Element& element) {
 std::vector<SentAttribute> mirrored_attributes(const Element& element) {
   std::vector<SentAttribute> sent;
   sent.reserve(element.attributes().size());
+  // No two names of an element are the same. They can only become so where capitals turn small.
+  const bool html = element.is_html();
+  const bool may_meet =
+      html && std::ranges::any_of(element.attributes(), [](const dom::Attribute& attribute) {
+        return attribute.name.text() != judged(attribute.name).html_name;
+      });
+  std::unordered_set<std::u16string_view> names;
   for (const dom::Attribute& attribute : element.attributes()) {
     const JudgedName& name = judged(attribute.name);
+    count_work();
     if (!may_send(element, attribute, name)) continue;
-    const std::u16string& text = element.is_html() ? name.html_name : attribute.name.text();
-    const auto same = [&text](const SentAttribute& other) { return other.name == text; };
-    if (std::any_of(sent.begin(), sent.end(), same)) continue;
+    const std::u16string& text = html ? name.html_name : attribute.name.text();
+    if (may_meet && !names.insert(text).second) continue;
     sent.push_back({text, attribute.value, attribute.name_space});
   }
   if (is_box(element)) add_box_attributes(element, sent);
