@@ -5,6 +5,7 @@
 
 #include "tvx/base/error.h"
 #include "tvx/base/strings.h"
+#include "tvx/base/work_count.h"
 
 namespace tvx::platform {
 namespace {
@@ -52,6 +53,7 @@ bool Menu::has_name(std::u16string_view name) const { return equals_ignoring_asc
 Menu& Menu::Add(std::u16string name, std::u16string caption, std::optional<int> index) {
   items_.push_back(std::unique_ptr<Menu>(new Menu(this, std::move(name), std::move(caption), index)));
   Menu& item = *items_.back();
+  if (index) arrays_[ascii_lower(item.name_)].emplace(*index, &item);
   tell_replaced();
   return item;
 }
@@ -64,39 +66,42 @@ Menu* Menu::find(std::u16string_view name, std::optional<int> index) {
 
 // --- menu arrays ---
 
-const Menu* Menu::array_item(std::u16string_view array, int index) const {
-  for (const auto& item : items_)
-    if (item->index_ == index && item->has_name(array)) return item.get();
-  return nullptr;
+const Menu::Array* Menu::array_called(std::u16string_view name) const {
+  const auto found = arrays_.find(ascii_lower(name));
+  return found == arrays_.end() ? nullptr : &found->second;
 }
 
 int Menu::UBound(std::u16string_view array) const {
-  std::optional<int> highest;
-  for (const auto& item : items_)
-    if (item->index_ && item->has_name(array))
-      highest = std::max(highest.value_or(*item->index_), *item->index_);
-  if (!highest) throw RuntimeError(no_such_array_item, u"No such menu array: " + std::u16string(array));
-  return *highest;
+  if (const Array* items = array_called(array)) return items->rbegin()->first;
+  throw RuntimeError(no_such_array_item, u"No such menu array: " + std::u16string(array));
 }
 
 Menu& Menu::Item(std::u16string_view array, int index) {
-  if (const Menu* item = array_item(array, index)) return *const_cast<Menu*>(item);
+  if (const Array* items = array_called(array)) {
+    if (const auto found = items->find(index); found != items->end()) return *found->second;
+  }
   throw RuntimeError(no_such_array_item, u"The menu array's element doesn't exist: " + std::u16string(array));
 }
 
 Menu& Menu::Load(std::u16string_view array, int index) {
-  if (array_item(array, index)) throw RuntimeError(already_loaded, u"Object already loaded");
-  const auto in_array = [&](const auto& item) { return item->index_ && item->has_name(array); };
-  const auto first = std::ranges::find_if(items_, in_array);
-  if (first == items_.end())
+  const auto found = arrays_.find(ascii_lower(array));
+  if (found == arrays_.end())
     throw RuntimeError(no_such_array_item, u"No such menu array: " + std::u16string(array));
-  std::unique_ptr<Menu> item(new Menu(this, (*first)->name_, (*first)->caption_, index));
-  item->enabled_ = (*first)->enabled_;
-  item->checked_ = (*first)->checked_;
+  if (found->second.contains(index)) throw RuntimeError(already_loaded, u"Object already loaded");
+  // From the end: the array's last item is there or close by.
+  const auto in_array = [&](const auto& item) {
+    count_work();
+    return item->index_ && item->has_name(array);
+  };
+  const auto behind_last = std::find_if(items_.rbegin(), items_.rend(), in_array).base();
+  const Menu& first = *found->second.begin()->second;
+  std::unique_ptr<Menu> item(new Menu(this, first.name_, first.caption_, index));
+  item->enabled_ = first.enabled_;
+  item->checked_ = first.checked_;
   item->visible_ = false;
   item->loaded_ = true;
-  const auto behind_last = std::find_if(items_.rbegin(), items_.rend(), in_array).base();
   Menu& loaded = **items_.insert(behind_last, std::move(item));
+  found->second.emplace(index, &loaded);
   tell_replaced();
   return loaded;
 }
@@ -104,7 +109,13 @@ Menu& Menu::Load(std::u16string_view array, int index) {
 void Menu::Unload(std::u16string_view array, int index) {
   const Menu& item = Item(array, index);
   if (!item.loaded_) throw RuntimeError(cannot_unload, u"Can't unload controls created at design time");
-  std::erase_if(items_, [&](const auto& each) { return each.get() == &item; });
+  arrays_.find(ascii_lower(array))->second.erase(index);
+  // From the end: whoever unloads a whole array takes its last item each time.
+  const auto found = std::find_if(items_.rbegin(), items_.rend(), [&](const auto& each) {
+    count_work();
+    return each.get() == &item;
+  });
+  items_.erase(std::prev(found.base()));
   tell_replaced();
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -99,7 +100,9 @@ class Menu {
  private:
   Menu(Menu* parent, std::u16string name, std::u16string caption, std::optional<int> index);
   bool has_name(std::u16string_view name) const;
-  const Menu* array_item(std::u16string_view array, int index) const;
+  /// The items of a menu array by their indexes.
+  using Array = std::map<int, Menu*>;
+  const Array* array_called(std::u16string_view name) const;
   void tell_changed();
   void tell_replaced();
 
@@ -109,6 +112,8 @@ class Menu {
   bool enabled_ = true, visible_ = true, checked_ = false;
   bool loaded_ = false;  // by Load: may be unloaded
   std::vector<std::unique_ptr<Menu>> items_;
+  std::map<std::u16string, Array>
+      arrays_;  // by name, in small letters: a style sheet may have any number of classes
   MenuHandler* handler_ = nullptr;
   std::vector<MenuObserver*> observers_;
 };

@@ -1,9 +1,11 @@
 #include "tvx/platform/menu.h"
+#include "tvx/base/work_count.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "tvx/base/error.h"
+#include "tvx/base/work_count.h"
 
 namespace tvx::platform {
 namespace {
@@ -94,6 +96,17 @@ TEST_F(Menus, ArraysGrowBehindTheirLastItemWithGaps) {
   style->Unload(u"mnuClass", 3);
   EXPECT_EQ(style->UBound(u"mnuClass"), 2);
   EXPECT_EQ(error_of([&] { style->Unload(u"mnuClass", 3); }), 340);
+}
+
+TEST_F(Menus, ALongArrayCostsNoMoreAnItemThanAShortOne) {
+  const auto cost = [&](int items) {
+    const std::uint64_t before = work_done;
+    for (int i = 1; i <= items; ++i) style->Load(u"mnuClass", i);
+    EXPECT_EQ(style->items().size(), static_cast<std::size_t>(items) + 1);
+    while (const int last = style->UBound(u"mnuClass")) style->Unload(u"mnuClass", last);
+    return work_done - before;
+  };
+  EXPECT_LT(cost(10'000), 15 * cost(1'000));
 }
 
 TEST_F(Menus, TheFirstOfAnArrayStays) {
