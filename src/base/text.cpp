@@ -25,7 +25,7 @@ std::vector<std::size_t> borders(std::u16string_view pattern) {
   return border;
 }
 
-/// Calls `found(start)` for each occurrence, from the left, without overlaps.
+/// Calls `found(start)` for each occurrence, from the left, without overlaps, until one gives false.
 template <class Found>
 void for_each_occurrence(std::u16string_view pattern, std::u16string_view text, Found&& found) {
   const std::vector<std::size_t> border = borders(pattern);
@@ -33,7 +33,7 @@ void for_each_occurrence(std::u16string_view pattern, std::u16string_view text, 
     while (matched > 0 && text[i] != pattern[matched]) matched = border[matched - 1];
     if (text[i] == pattern[matched]) ++matched;
     if (matched < pattern.size()) continue;
-    found(i + 1 - matched);
+    if (!found(i + 1 - matched)) return;
     matched = 0;
   }
 }
@@ -54,6 +54,7 @@ std::u16string ReplaceAll(std::u16string_view find, std::u16string_view replacem
   const auto replace_at = [&](std::size_t start) {
     out.append(text, copied, start - copied).append(replacement);
     copied = start + find.size();
+    return true;
   };
   if (caseSensitive) {
     for_each_occurrence(find, text, replace_at);
@@ -61,6 +62,17 @@ std::u16string ReplaceAll(std::u16string_view find, std::u16string_view replacem
     for_each_occurrence(upper_cased(find), upper_cased(text), replace_at);
   }
   return out.append(text, copied);
+}
+
+std::size_t FirstOccurrence(std::u16string_view find, std::u16string_view text) {
+  if (find.empty()) return 0;
+  std::size_t first = text.npos;
+  if (find.size() > text.size()) return first;
+  for_each_occurrence(find, text, [&](std::size_t start) {
+    first = start;
+    return false;
+  });
+  return first;
 }
 
 std::u16string NullToEmpty(const std::optional<std::u16string>& value) {

@@ -13,6 +13,10 @@ namespace tvx {
 std::u16string ReplaceAll(std::u16string_view find, std::u16string_view replacement, std::u16string_view text,
                           bool caseSensitive);
 
+/// Where `find` first occurs in the text; npos: nowhere. The empty text occurs at the start. Costs one walk
+/// over both texts, whatever they look like.
+std::size_t FirstOccurrence(std::u16string_view find, std::u16string_view text);
+
 /// The empty text for nothing, otherwise the text.
 std::u16string NullToEmpty(const std::optional<std::u16string>& value);
 

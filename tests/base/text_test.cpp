@@ -5,6 +5,14 @@
 namespace tvx {
 namespace {
 
+TEST(FirstOccurrence, IsTheFirst) {
+  EXPECT_EQ(FirstOccurrence(u"ab", u"xabab"), 1u);
+  EXPECT_EQ(FirstOccurrence(u"aab", u"aaab"), 1u);
+  EXPECT_EQ(FirstOccurrence(u"", u"abc"), 0u);
+  EXPECT_EQ(FirstOccurrence(u"abc", u"ab"), std::u16string::npos);
+  EXPECT_EQ(FirstOccurrence(u"b", u"a"), std::u16string::npos);
+}
+
 TEST(ReplaceAll, GoesOnBehindWhatItPutIn) { EXPECT_EQ(ReplaceAll(u"a", u"aa", u"a", true), u"aa"); }
 
 TEST(ReplaceAll, TakesOccurrencesFromTheLeft) {

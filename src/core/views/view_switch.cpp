@@ -1,10 +1,8 @@
 #include "tvx/core/views/view_switch.h"
 
-#include <algorithm>
-#include <functional>
-
 #include "tvx/base/error.h"
 #include "tvx/base/fault.h"
+#include "tvx/base/text.h"
 #include "tvx/browser/browser.h"
 #include "tvx/core/chrome/toolbar_commands.h"
 #include "tvx/core/content/content.h"
@@ -25,12 +23,10 @@ namespace tvx::core {
 
 namespace {
 
-/// Counted from 1; 0: it isn't there. No text makes the search grow faster than both lengths do.
-std::int32_t position_of(const std::u16string& part, const std::u16string& text) {
-  if (part.empty()) return 1;
-  const auto found =
-      std::search(text.begin(), text.end(), std::boyer_moore_searcher(part.begin(), part.end()));
-  return found == text.end() ? 0 : static_cast<std::int32_t>(found - text.begin()) + 1;
+/// Counted from 1; 0: it isn't there.
+std::int32_t position_of(std::u16string_view part, std::u16string_view text) {
+  const std::size_t found = FirstOccurrence(part, text);
+  return found == text.npos ? 0 : static_cast<std::int32_t>(found) + 1;
 }
 
 }  // namespace
