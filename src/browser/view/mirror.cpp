@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "tvx/base/work_count.h"
 #include "tvx/browser/view/mirror_rules.h"
 #include "tvx/dom/tree.h"
 
@@ -261,25 +262,29 @@ void Mirror::send_attributes() {
 void Mirror::send_attributes_of(Element& element, std::vector<std::u16string> names, bool all) {
   std::sort(names.begin(), names.end());
   names.erase(std::unique(names.begin(), names.end()), names.end());
+  std::vector<bool> sent(names.size());
   for (Operation::Attribute& attribute : mirrored_attributes(element)) {
     const auto asked = std::lower_bound(names.begin(), names.end(), attribute.name);
     const bool is_asked = asked != names.end() && *asked == attribute.name;
     if (!is_asked && !all) continue;
-    if (is_asked) names.erase(asked);
+    if (is_asked) sent[asked - names.begin()] = true;
     Operation& operation = add(Operation::Type::Attribute, element);
     operation.name = std::move(attribute.name);
     operation.attribute_namespace = attribute.name_space;
     operation.text = std::move(attribute.value);
   }
-  for (std::u16string& name : names) add(Operation::Type::NoAttribute, element).name = std::move(name);
+  for (std::size_t i = 0; i < names.size(); ++i) {
+    if (!sent[i]) add(Operation::Type::NoAttribute, element).name = std::move(names[i]);
+  }
 }
 
 /// Sends the positions of touched nodes, as far as the budget goes; what stays in `nodes` waits. New elements
 /// are filled as they come: their frames lie above the first `frames`.
 void Mirror::place_nodes(std::vector<Ref<Node>>& nodes, std::size_t frames) {
+  left_to_the_cursor_.clear();
   for (const Ref<Node>& node : nodes) {
     if (spent()) break;
-    if (has(*node, Touched)) place_run(*node, frames);
+    if (has(*node, Touched) && !left_to_the_cursor_.contains(node.get())) place_run(*node, frames);
   }
   std::erase_if(nodes, [this](const Ref<Node>& node) { return !has(*node, Touched); });
 }
@@ -302,10 +307,15 @@ void Mirror::place_run(Node& first, std::size_t frames) {
   }
 }
 
-/// These stand after the cursor: it will come to them. What the view knows already waits detached.
+/// These stand after the cursor: it will come to them. What the view knows already waits detached, and the
+/// whole run is done with in this flush.
 void Mirror::leave_to_the_cursor(Node& first, const Node* end) {
   for (Node* node = &first; node != end; node = node->next_sibling()) {
-    if (!knows(*node)) entry(*node).flags &= ~Touched;
+    count_work();
+    if (knows(*node))
+      left_to_the_cursor_.insert(node);
+    else
+      entry(*node).flags &= ~Touched;
   }
 }
 

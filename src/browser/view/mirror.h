@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "tvx/browser/view/messages.h"
@@ -114,6 +115,7 @@ class Mirror final : public dom::MutationObserver {
   std::vector<DirtyAttribute> dirty_attributes_;
   std::vector<PatchOperation> operations_;
   std::size_t spent_ = 0, limit_ = 0;
+  std::unordered_set<const dom::Node*> left_to_the_cursor_;  // in this flush, of those that the view knows
   bool removals_ = false;
   PatchNumber patch_{};
 };
