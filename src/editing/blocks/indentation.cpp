@@ -1,7 +1,9 @@
 #include "tvx/editing/blocks/indentation.h"
 
 #include <algorithm>
+#include <unordered_map>
 
+#include "tvx/base/work_count.h"
 #include "tvx/dom/mutation.h"
 #include "tvx/dom/style/inline_style.h"
 #include "tvx/dom/tree.h"
@@ -9,6 +11,7 @@
 #include "tvx/editing/blocks/lists.h"
 #include "tvx/editing/editor.h"
 #include "tvx/editing/facts/block_range.h"
+#include "tvx/editing/facts/path_facts.h"
 #include "tvx/editing/facts/predicates.h"
 #include "tvx/editing/inline/recorded_values.h"
 
@@ -194,17 +197,47 @@ bool is_list_item(const Node& node) { return node.is(Tag::Li) && node.parent() &
 
 bool stands_in_list(const Node& node) { return node.parent() && is_list(*node.parent()); }
 
+/// What indents a node simply, for many nodes in a tree that stays as it is: nobody climbs where another has
+/// climbed.
+class IndentationMakers {
+ public:
+  Node* of(const Node& node) {
+    std::vector<const Node*> climbed;
+    Node* found = nullptr;
+    for (Node* ancestor = node.parent(); ancestor && ancestor->is_element(); ancestor = ancestor->parent()) {
+      count_work();
+      const auto known = makers_.find(ancestor);
+      if (known != makers_.end()) found = known->second;
+      if (known != makers_.end() || !facts_.is_editable(*ancestor)) break;
+      if (is_simple_indentation_element(*ancestor)) found = ancestor;
+      if (found || is_list(*ancestor)) break;
+      climbed.push_back(ancestor);
+    }
+    for (const Node* ancestor : climbed) makers_.emplace(ancestor, found);
+    return found;
+  }
+
+ private:
+  std::unordered_map<const Node*, Node*> makers_;
+  PathFacts facts_;
+};
+
 // Where all that an element indents is to be outdented and nothing in it indents anew, the element goes, once
 // for all. One node after the other comes to the same, but indents the rest anew each time. Gives how many
 // nodes that was, 0 if it does not apply.
 std::size_t outdent_together(const NodeList& nodes, std::size_t at, const dom::Range& range) {
-  const Ref<Node> maker(indentation_around(*nodes[at], is_simple_indentation_element).maker);
+  IndentationMakers makers;
+  const Ref<Node> maker(makers.of(*nodes[at]));
   if (!maker || !dom::contains(range, *maker)) return 0;
   std::size_t count = 0;
-  for (std::size_t i = at; i < nodes.size() && dom::is_ancestor(*maker, *nodes[i]); ++i, ++count) {
+  for (std::size_t i = at; i < nodes.size(); ++i, ++count) {
+    if (makers.of(*nodes[i]) != maker.get()) {
+      if (dom::is_ancestor(*maker, *nodes[i])) return 0;
+      break;
+    }
     const bool plain =
         !is_list(*nodes[i]) && !stands_in_list(*nodes[i]) && !is_indentation_element(*nodes[i]);
-    if (!plain || indentation_around(*nodes[i], is_simple_indentation_element).maker != maker.get()) return 0;
+    if (!plain) return 0;
   }
   outdent_itself(maker);
   return count;
@@ -216,8 +249,9 @@ std::size_t outdent_together(const NodeList& nodes, std::size_t at, const dom::R
 bool outdent_selection(Editor& editor, std::u16string_view) {
   normalize_items_of(editor.selection().range());
   const dom::LiveRange range(editor.document(), block_extend(editor.selection().range()));
-  const NodeList nodes = topmost_contained(range.range(), [](const Node& node) {
-    return is_editable(node) && (is_list(node) || is_list_item(node) || !has_editable_descendant(node));
+  PathFacts facts;
+  const NodeList nodes = topmost_contained(range.range(), [&facts](const Node& node) {
+    return facts.is_editable(node) && (is_list(node) || is_list_item(node) || !has_editable_descendant(node));
   });
   for (std::size_t at = 0; at < nodes.size();) {
     if (is_list(*nodes[at]) || !stands_in_list(*nodes[at])) {

@@ -1,10 +1,12 @@
 #include "tvx/editing/deletion/deletion.h"
 
+#include "tvx/base/work_count.h"
 #include "tvx/dom/mutation.h"
 #include "tvx/dom/tree.h"
 #include "tvx/editing/editor.h"
 #include "tvx/editing/facts/block_range.h"
 #include "tvx/editing/facts/predicates.h"
+#include "tvx/editing/facts/rendering.h"
 #include "tvx/editing/inline/recorded_values.h"
 #include "tvx/editing/tree/surgery.h"
 #include "tvx/editing/walk/caret.h"
@@ -31,6 +33,7 @@ class Deletion {
   bool delete_within_text();
   void remove_contents();
   void remove_node(const Ref<Node>& node);
+  bool still_shows(Node& block, bool lost_unseen);
   bool merging_applies() const;
   bool merge_inner_block();
   void remove_empty_inner_block(const Node& reference);
@@ -49,6 +52,9 @@ class Deletion {
   DeleteOptions options_;
   Boundary start_, end_;
   Ref<Node> start_block_, end_block_;
+  Ref<Node> asked_block_,
+      shown_child_;  // the block that was last asked whether it shows anything, and by what
+  bool block_shows_ = false;
   RecordedLook look_;
   RecordedValues values_;
 };
@@ -109,14 +115,38 @@ void Deletion::remove_contents() {
   canonicalize_whitespace(range().end, false);
 }
 
+// What nobody sees, whatever stands around it: taking it away shows and hides nothing.
+bool is_unseen(const Node& node) {
+  if (const auto* element = dom::as<dom::Element>(&node)) return display_of(*element) == Display::None;
+  return !node.is_text() || is_whitespace_node(node);
+}
+
+// Whether a block that has just lost a node still shows anything. It is not looked through again until
+// something goes that was seen; and then from the end, for nodes go from the start.
+bool Deletion::still_shows(Node& block, bool lost_unseen) {
+  if (asked_block_.get() == &block) {
+    if (lost_unseen) return block_shows_;
+    if (shown_child_ && shown_child_->parent() == &block && is_visible(*shown_child_)) return true;
+  }
+  asked_block_ = block;
+  shown_child_ = nullptr;
+  for (Node* child = block.last_child(); child && !shown_child_; child = child->previous_sibling()) {
+    count_work();
+    if (is_visible(*child)) shown_child_ = child;
+  }
+  return block_shows_ = bool(shown_child_);
+}
+
 // Step 25: a block that is left without content keeps a line for the caret, wrappers go.
 void Deletion::remove_node(const Ref<Node>& node) {
   Ref<Node> parent(node->parent());
+  const bool unseen = is_unseen(*node);
   dom::remove(*node);
-  const Node* block = parent.get();
+  Node* block = parent.get();
   while (block && is_inline_node(*block)) block = block->parent();
-  if (block && !has_visible_child(*block) && (is_editable(*parent) || is_editing_host(*parent))) {
+  if (block && !still_shows(*block, unseen) && (is_editable(*parent) || is_editing_host(*parent))) {
     append_line_break(*parent);
+    block_shows_ = true;
   }
   if (!options_.strip_wrappers && dom::is_inclusive_ancestor(*parent, *start_.node)) return;
   while (!parent->has_children() && parent->is_element() && is_inline_node(*parent) && is_editable(*parent)) {

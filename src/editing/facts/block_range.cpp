@@ -1,5 +1,6 @@
 #include "tvx/editing/facts/block_range.h"
 
+#include "tvx/base/work_count.h"
 #include "tvx/dom/tree.h"
 #include "tvx/editing/facts/predicates.h"
 
@@ -61,24 +62,29 @@ Boundary extended_end(Boundary place) {
 
 dom::Range block_extend(dom::Range range) { return {extended_start(range.start), extended_end(range.end)}; }
 
-bool follows_line_break(Node& node) {
+Node* seen_before_in_line(Node& node) {
   Gap gap = Gap::start_of(node);
   while (!is_block_boundary(gap)) {
+    count_work();
     Node* child = gap.previous();
-    if (child && is_visible(*child)) return false;
+    if (child && is_visible(*child)) return child;
     gap = child ? Gap::end_of(*child) : Gap::before(*gap.node);
   }
-  return true;
+  return nullptr;
 }
 
-bool precedes_line_break(Node& node) {
+Node* seen_after_in_line(Node& node) {
   Gap gap = Gap::end_of(node);
   while (!is_block_boundary(gap)) {
-    if (gap.next && is_visible(*gap.next)) return false;
+    count_work();
+    if (gap.next && is_visible(*gap.next)) return gap.next;
     gap = gap.next ? Gap::start_of(*gap.next) : Gap::after(*gap.node);
   }
-  return true;
+  return nullptr;
 }
+
+bool follows_line_break(Node& node) { return !seen_before_in_line(node); }
+bool precedes_line_break(Node& node) { return !seen_after_in_line(node); }
 
 namespace {
 

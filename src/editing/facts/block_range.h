@@ -13,6 +13,9 @@ bool is_block_start(const Gap& gap);
 bool is_block_end(const Gap& gap);
 bool follows_line_break(dom::Node& node);
 bool precedes_line_break(dom::Node& node);
+/// What is seen next to a node in its line, on the way out of it; null: the line begins or ends there.
+dom::Node* seen_before_in_line(dom::Node& node);
+dom::Node* seen_after_in_line(dom::Node& node);
 
 /// Section "Assorted block formatting command algorithms": other boundaries that look the same to a person.
 dom::Boundary first_equivalent_point(dom::Boundary place);

@@ -1,5 +1,6 @@
 #include <algorithm>
 
+#include "tvx/base/work_count.h"
 #include "tvx/dom/style/color.h"
 #include "tvx/dom/style/inline_style.h"
 #include "tvx/dom/tree.h"
@@ -134,18 +135,32 @@ bool ValueForcer::join_plainly(const Ref<Node>& node) {
   return true;
 }
 
-// Whether wrap() could find a neighbour to join: looking costs much less than wrapping in vain.
+// Whether wrap() could find a neighbour to join: looking costs much less than wrapping in vain. Of siblings
+// that nobody sees, one that has found none says so for the next: that one would look through the same nodes
+// again.
 bool ValueForcer::has_bearer_beside(const Node& node) {
-  for (const Node* before = node.previous_sibling(); before; before = before->previous_sibling()) {
+  const std::uint64_t version = editor_.document().version();
+  const bool none_before = next_without_ == &node && version_ == version;
+  for (const Node* before = node.previous_sibling(); before && !none_before;
+       before = before->previous_sibling()) {
+    count_work();
     if (joins(before)) return true;
     if (is_seen(*before)) break;
   }
+  const bool unseen = !is_seen(node);
   const Node* behind = node.next_sibling();
-  if (behind && behind->is(Tag::Br) && !node.is(Tag::Br)) behind = behind->next_sibling();
+  if (behind && behind->is(Tag::Br) && !node.is(Tag::Br)) {
+    behind = behind->next_sibling();
+  } else if (none_before && unseen) {
+    behind = nullptr;
+  }
   for (; behind; behind = behind->next_sibling()) {
+    count_work();
     if (joins(behind)) return true;
     if (is_seen(*behind)) break;
   }
+  next_without_ = unseen && !joins(&node) ? node.next_sibling() : nullptr;
+  version_ = version;
   return false;
 }
 

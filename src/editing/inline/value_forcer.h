@@ -35,6 +35,8 @@ class ValueForcer {
   Editor& editor_;
   dom::Ref<dom::Node> parent_;  // the last one asked about, and whether it is rendered: no command of this
   bool rendered_ = false;       // kind changes that
+  const dom::Node* next_without_ = nullptr;  // nothing to join stands before it in this version of the tree
+  std::uint64_t version_ = 0;
 };
 
 }  // namespace tvx::editing

@@ -30,6 +30,25 @@ dom::Text* collapsing_text(const WalkPosition& spot) {
   return space == WhiteSpace::Pre || space == WhiteSpace::PreWrap ? nullptr : text;
 }
 
+/// Whether a position on its way over a line stands at the line's end. What is seen next is kept until the walk
+/// comes to it: the nodes before it are seen by nobody, and each of them would look for it again.
+class LineEdge {
+ public:
+  explicit LineEdge(Node* (*find)(Node&)) : find_(find) {}
+  bool is_at(Node& node) {
+    if (!seen_) seen_ = find_(node);
+    return !seen_;
+  }
+  void enter(const Node& child) {
+    if (&child == seen_) seen_ = nullptr;
+  }
+  void changed() { seen_ = nullptr; }
+
+ private:
+  Node* (*find_)(Node&);
+  Node* seen_ = nullptr;
+};
+
 /// The run of white space around a position: found, thinned out where blanks collapse anyway, and written
 /// again in its canonical form. The steps are the standard's.
 class SpaceRun {
@@ -112,8 +131,9 @@ class SpaceRun {
   bool step_back() {
     if (Node* child = enterable(start_.previous(), start_)) {
       start_.enter_end(*child);
+      line_start_.enter(*child);
     } else if (start_.at_start()) {
-      if (!has_parent_in_host(start_.node()) || follows_line_break(start_.node())) return false;
+      if (!has_parent_in_host(start_.node()) || line_start_.is_at(start_.node())) return false;
       start_.leave_backward();
     } else {
       const dom::Text* text = collapsing_text(start_);
@@ -127,10 +147,11 @@ class SpaceRun {
   bool step_on() {
     if (Node* child = enterable(end_.next(), end_)) {
       end_.enter_start(*child);
+      line_end_.enter(*child);
       return true;
     }
     if (end_.at_end()) {
-      if (!has_parent_in_host(end_.node()) || precedes_line_break(end_.node())) return false;
+      if (!has_parent_in_host(end_.node()) || line_end_.is_at(end_.node())) return false;
       end_.leave_forward();
       return true;
     }
@@ -139,6 +160,7 @@ class SpaceRun {
     const bool plain = text->data()[end_.offset] == blank;
     if (fix_ && collapse_ && plain) {
       dom::replace_data(*text, end_.offset, 1, u"");
+      line_end_.changed();
       return true;
     }
     collapse_ = plain;
@@ -182,6 +204,7 @@ class SpaceRun {
 
   WalkPosition start_, end_;
   bool fix_, collapse_ = false;
+  LineEdge line_start_{seen_before_in_line}, line_end_{seen_after_in_line};
   Offset length_ = 0;
 };
 
