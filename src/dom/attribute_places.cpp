@@ -7,7 +7,7 @@
 namespace tvx::dom {
 namespace {
 
-/// A search of a shorter list costs no more than a look into a table.
+/// A search of a shorter list costs no more than asking a table.
 constexpr std::size_t worth_a_table = 64;
 
 struct Table {

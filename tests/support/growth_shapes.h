@@ -1,0 +1,90 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+/// Documents of any size in the shapes that make editing slow: much of one thing, side by side or in one
+/// another.
+namespace tvx::growth {
+
+struct Shape {
+  std::u16string_view name, before, each, between, after;
+  bool nested = false;  // `after` as often as `each`
+
+  std::u16string of(std::size_t count) const {
+    std::u16string html(nested ? std::u16string_view() : before);
+    for (std::size_t i = 0; i < count; ++i) html += each;
+    html += between;
+    for (std::size_t i = 0; i < (nested ? count : 1); ++i) html += after;
+    return html;
+  }
+};
+
+inline constexpr Shape shapes[] = {
+    {u"paragraphs", u"", u"<p>some words</p>", u"", u""},
+    {u"paragraphs on lines", u"", u"<p>some words</p>\n", u"", u""},
+    {u"headings and text", u"", u"<h2>head</h2>text", u"", u""},
+    {u"lines", u"<p>", u"some words<br>", u"", u"</p>"},
+    {u"lines in the body", u"", u"some words<br>", u"", u""},
+    {u"words in bold", u"<p>", u"<b>bold</b> plain ", u"", u"</p>"},
+    {u"links", u"<p>", u"<a href=x>link</a>", u"", u"</p>"},
+    {u"links in the body", u"", u"<a href=x>link</a>", u"", u""},
+    {u"links and blanks", u"<p>", u"<a href=x>link</a> ", u"", u"</p>"},
+    {u"fonts", u"<p>", u"<font color=red>a</font><font size=5>b</font>", u"", u"</p>"},
+    {u"spans with a style", u"<p>", u"<span style='color:red'>a</span> b", u"", u"</p>"},
+    {u"images", u"<p>", u"<img src=x>", u"", u"</p>"},
+    {u"images and words", u"<p>", u"<img src=x> word ", u"", u"</p>"},
+    {u"comments", u"<p>x", u"<!-- c -->", u"", u"y</p>"},
+    {u"comments on lines", u"<p>x</p>", u"\n<!-- c -->", u"", u"<p>y</p>"},
+    {u"comments at the end", u"<p>x</p>", u"<!-- c -->", u"", u""},
+    {u"scripts", u"<p>x</p>", u"<script></script>", u"", u"<p>y</p>"},
+    {u"scripts at the end", u"<p>x</p>", u"<script></script>", u"", u""},
+    {u"scripts in a line", u"<p>x ", u"<script></script>", u"", u" y</p>"},
+    {u"style elements", u"", u"<style>p{color:red}</style>", u"", u"<p>x</p>"},
+    {u"hidden paragraphs", u"<p>x</p>", u"<p style='display:none'>h</p>", u"", u"<p>y</p>"},
+    {u"hidden inputs", u"<p>x", u"<input type=hidden>", u"", u"y</p>"},
+    {u"fields", u"<p>", u"<input> label ", u"", u"</p>"},
+    {u"empty spans", u"<p>x", u"<span></span>", u"", u"y</p>"},
+    {u"empty paragraphs", u"", u"<p><br></p>", u"", u""},
+    {u"rules", u"", u"<hr>", u"", u""},
+    {u"items", u"<ul>", u"<li>item</li>", u"", u"</ul>"},
+    {u"items of paragraphs", u"<ol>", u"<li><p>item</p></li>", u"", u"</ol>"},
+    {u"lists", u"", u"<ul><li>one</li></ul><p>text</p>", u"", u""},
+    {u"lists side by side", u"", u"<ul><li>one</li></ul>", u"", u""},
+    {u"quotes", u"", u"<blockquote>quote</blockquote>", u"", u""},
+    {u"a quote", u"<blockquote>", u"<p>quoted</p>", u"", u"</blockquote>"},
+    {u"rows", u"<table>", u"<tr><td>a<td>b</tr>", u"", u"</table>"},
+    {u"tables", u"", u"<table><tr><td>a</table>", u"", u""},
+    {u"divisions", u"", u"<div>a<div>b</div>c</div>", u"", u""},
+    {u"terms", u"<dl>", u"<dt>t<dd>d", u"", u"</dl>"},
+    {u"unknown elements", u"<p>", u"<foo>a</foo>", u"", u"</p>"},
+    {u"unclosed pairs", u"<p>", u"<b>a<i>b</b>c</i>", u"", u"</p>"},
+    {u"preformatted lines", u"<pre>", u"line of text\n", u"", u"</pre>"},
+    {u"a long text", u"<p>", u"words after words ", u"", u"</p>"},
+    {u"no-break spaces", u"<p>x", u"&nbsp; ", u"", u"y</p>"},
+};
+
+/// Commands that are asked of everything selected, each as a user meets it.
+struct Command {
+  std::u16string_view name, value;
+};
+inline constexpr Command commands[] = {
+    {u"bold", u""},
+    {u"foreColor", u"red"},
+    {u"fontName", u"Courier"},
+    {u"removeFormat", u""},
+    {u"createLink", u"x"},
+    {u"unlink", u""},
+    {u"insertOrderedList", u""},
+    {u"indent", u""},
+    {u"outdent", u""},
+    {u"justifyCenter", u""},
+    {u"formatBlock", u"h1"},
+    {u"delete", u""},
+    {u"insertText", u"abc"},
+    {u"insertParagraph", u""},
+    {u"insertHTML", u"<p>one</p><p>two</p>"},
+};
+
+}  // namespace tvx::growth
