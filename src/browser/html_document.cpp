@@ -145,7 +145,11 @@ bool HTMLDocument::execCommand(std::u16string_view command, bool show_ui, std::u
   if (show_ui && equals_ignoring_ascii_case(command, u"CreateLink")) return ask_for_link();
   Gesture gesture(*this);
   composition_->accept();
-  return editor_->execute(command, value);
+  const std::uint64_t structure = tree_->structure_version();
+  const bool done = editor_->execute(command, value);
+  // The caret may stand in the same text, and yet in another element.
+  if (tree_->structure_version() != structure) selection_moved_ = true;
+  return done;
 }
 
 // The dialog runs a loop of its own: no gesture is open meanwhile, and afterwards everything may have

@@ -193,6 +193,16 @@ TEST_F(Document, ACommandTellsOfTheSelectionOnceAtItsEnd) {
   EXPECT_LE(ears->heard.size(), 1u);
 }
 
+// Whoever shows the elements around the caret hears of it.
+TEST_F(Document, ACommandThatPutsTheCaretsTextIntoOtherElementsTellsToo) {
+  load(u"<p>on[]e</p>");
+  ASSERT_TRUE(document->execCommand(u"InsertUnorderedList", false, u""));
+  EXPECT_EQ(marked(), u"<UL><LI>on[]e</LI></UL>");
+  EXPECT_EQ(std::ranges::count_if(ears->heard,
+                                  [](const auto& each) { return each.starts_with("selectionchange"); }),
+            1);
+}
+
 TEST_F(Document, AHandlerThatMovesTheSelectionIsToldAgainButNotWithoutEnd) {
   int times = 0;
   ears->inside = [&] {

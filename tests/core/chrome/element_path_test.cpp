@@ -33,6 +33,13 @@ TEST_F(BranchToolbar, TheWayToTheElementHasAButtonEach) {
   EXPECT_EQ(control->tlbDOM().Item(2).Key(), key_of(element(dom::Tag::B)));
 }
 
+TEST_F(BranchToolbar, TheWayIsTheNewOneWhenAButtonHasMadeAList) {
+  start_with(u"<P>a</P>");
+  press_in_document(element(dom::Tag::P));
+  ASSERT_TRUE(control->press(control->Toolbar1(), u"unorderedlist"));
+  EXPECT_THAT(captions(), ElementsAre(u"UL", u"LI"));
+}
+
 TEST_F(BranchToolbar, TheBodyHasNone) {
   start_with(u"<P>a</P>");
   press_in_document(element(dom::Tag::Body));
