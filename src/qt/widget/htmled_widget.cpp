@@ -3,20 +3,18 @@
 #include <QApplication>
 #include <QCursor>
 #include <QDialog>
-#include <QPainter>
 #include <QPointer>
 #include <QPrinterInfo>
 #include <QResizeEvent>
-#include <QShortcut>
 #include <QTimer>
 #include <QWebEnginePage>
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 #include "tvx/base/error.h"
 #include "tvx/browser/view/document_view.h"
 #include "tvx/core/htmled.h"
-#include "tvx/editing/walk/caret.h"
 #include "tvx/platform/container.h"
 #include "tvx/platform/empty_store.h"
 #include "tvx/platform/message_loop.h"
@@ -31,6 +29,9 @@
 #include "tvx/qt/support/strings.h"
 #include "tvx/qt/support/twips.h"
 #include "tvx/qt/web/web_view.h"
+#include "tvx/qt/widget/first_caret.h"
+#include "tvx/qt/widget/frame.h"
+#include "tvx/qt/widget/panes.h"
 #include "tvx/qt/widget/substitutes.h"
 #include "tvx/qt/widget/widget_events.h"
 
@@ -54,19 +55,6 @@ static_assert(int(HTMLedWidget::ed_InsertAfterSelection) ==
 QRect pixels(const core::Box& box) {
   return {to_pixels(box.Left), to_pixels(box.Top), to_pixels(box.Width), to_pixels(box.Height)};
 }
-
-/// The line around the control.
-class Frame final : public QWidget {
- public:
-  using QWidget::QWidget;
-
- protected:
-  void paintEvent(QPaintEvent*) override {
-    QPainter painter(this);
-    painter.setPen(palette().color(QPalette::Mid));
-    painter.drawRect(rect().adjusted(0, 0, -1, -1));
-  }
-};
 
 }  // namespace
 
@@ -99,9 +87,9 @@ class HTMLedWidget::Parts final : public platform::Container,
     control_->add_observer(*this);
     make_faces();
     document_view_.set_on_focus([this](bool focused) {
-      has_view_focus_ = focused;
+      first_caret_->view_focused(focused);
       if (focused) control_->WBrowser_GotFocus();
-      if (focused) set_first_caret_later();
+      if (focused) first_caret_->set_later();
     });
   }
 
@@ -122,7 +110,7 @@ class HTMLedWidget::Parts final : public platform::Container,
   bool user_mode() const override { return started_; }
   void property_changed(std::u16string_view key) override {
     if (widget_) emit widget_->property_changed(to_qt(key));
-    if (key == u"DocumentHTML") set_first_caret_later();
+    if (key == u"DocumentHTML" && first_caret_) first_caret_->set_later();
   }
 
   // browser::BrowserWindow
@@ -155,9 +143,7 @@ class HTMLedWidget::Parts final : public platform::Container,
   }
 
   void resize(QSize size) {
-    frame_->setGeometry(QRect({}, size));
-    frame_->setVisible(border() > 0);
-    size -= QSize(2 * border(), 2 * border());
+    size = frame_->lay_around(size, control_->BorderStyle() == core::EdBorderStyle::Solid);
     if (!started_ && !design_mode_)
       return control_->set_size(to_twips(size.width()), to_twips(size.height()));
     toolbar1_->measure(size.width());
@@ -176,25 +162,14 @@ class HTMLedWidget::Parts final : public platform::Container,
     code_->setVisible(layout.txtCode.Visible);
     control_->txtCode().in_front() ? code_->raise() : code_->lower();
     frame_->lower();
-    order_tabs();
+    panes_->order_tabs();
   }
 
   /// Where the user goes on after a start or a new document. A program that has given the focus to another
   /// widget of its window meant that one.
   void take_first_focus() {
     if (!widget_->window()->focusWidget()) widget_->setFocus(Qt::OtherFocusReason);
-    set_first_caret_later();
-  }
-
-  /// Tells the control that the focus left the document for another of its parts, once it has come to rest
-  /// there.
-  void tell_lost_focus(const QWidget* from) {
-    if (!view_.widget()->isAncestorOf(from)) return;
-    QTimer::singleShot(0, widget_, [this] {
-      const QWidget* part = QApplication::focusWidget();
-      while (part && part->parentWidget() != widget_) part = part->parentWidget();
-      if (part && part != view_.widget()) control_->WBrowser_LostFocus(from_qt(part->objectName()));
-    });
+    first_caret_->set_later();
   }
 
   QPointer<HTMLedWidget> widget_;
@@ -211,8 +186,8 @@ class HTMLedWidget::Parts final : public platform::Container,
   bool started_ = false;
   bool design_mode_ = false;
   bool has_focus_ = false;
-  bool has_view_focus_ = false;
-  bool caret_awaited_ = false;
+  std::optional<FirstCaret> first_caret_;
+  std::optional<Panes> panes_;
   QString print_file_;
 
  private:
@@ -220,56 +195,23 @@ class HTMLedWidget::Parts final : public platform::Container,
     toolbar1_ = new ToolbarFace(control_->Toolbar1(), widget_);
     toolbar2_ = new ToolbarFace(control_->Toolbar2(), widget_);
     branch_ = new BranchFace(control_->tlbDOM(), widget_);
-    for (ToolbarFace* bar : {toolbar1_, toolbar2_}) bar->set_on_leave([this] { focus(); });
-    branch_->set_on_leave([this] { focus(); });
-    add_shortcut(Qt::Key_F6, 1);
-    add_shortcut(Qt::SHIFT | Qt::Key_F6, -1);
     code_ = new CodeViewFace(control_->txtCode(), widget_);
     code_->setObjectName(QStringLiteral("txtCode"));
     toolbar2_->show_in({}, false);
     frame_ = new Frame(widget_);
-    frame_->setAttribute(Qt::WA_TransparentForMouseEvents);
     widget_->setFocusProxy(view_.widget());
+    first_caret_.emplace(*widget_, *control_);
+    panes_.emplace(*widget_, *control_, Panes::Widgets{toolbar1_, toolbar2_, view_.widget(), code_, branch_},
+                   [this] { focus(); });
   }
 
-  int border() const { return control_->BorderStyle() == core::EdBorderStyle::Solid ? 1 : 0; }
-  QRect inside(const core::Box& box) const { return pixels(box).translated(border(), border()); }
-
-  /// Tab goes through the bars, the document and the path. Buttons come and go: the order is set with each
-  /// layout.
-  void order_tabs() {
-    QWidget* last = nullptr;
-    for (QWidget* part : {static_cast<QWidget*>(toolbar1_), static_cast<QWidget*>(toolbar2_), view_.widget(),
-                          static_cast<QWidget*>(code_), static_cast<QWidget*>(branch_)}) {
-      for (QWidget* stop : part->findChildren<QWidget*>()) {
-        if (!(stop->focusPolicy() & Qt::TabFocus) || stop->focusProxy()) continue;
-        if (last) QWidget::setTabOrder(last, stop);
-        last = stop;
-      }
-    }
-  }
-
-  /// A document that has the focus has a caret, so that typing has where to go.
-  void set_first_caret_later() {
-    if (!has_view_focus_ || !widget_ || std::exchange(caret_awaited_, true)) return;
-    QTimer::singleShot(0, widget_, [this] {
-      caret_awaited_ = false;
-      set_first_caret();
-    });
-  }
-  void set_first_caret() {
-    const auto document = control_->DOM();
-    if (!started_ || !document || control_->InCodeView() || !document->body()) return;
-    if (document->readyState() != u"complete" || !document->editor().design_mode()) return;
-    if (document->editor().selection().type() != editing::SelectionType::None) return;
-    document->select([&](editing::Selection& selection) {
-      selection.collapse(editing::normalized_caret_place({document->body(), 0}));
-    });
+  QRect inside(const core::Box& box) const {
+    return pixels(box).translated(frame_->thickness(), frame_->thickness());
   }
 
   // The layout makes the holder of the element path wider than the control; what is beyond can't be seen.
   QRect within(QRect box) const {
-    if (widget_) box.setRight(std::min(box.right(), widget_->width() - 1 - border()));
+    if (widget_) box.setRight(std::min(box.right(), widget_->width() - 1 - frame_->thickness()));
     return box;
   }
 
@@ -277,32 +219,6 @@ class HTMLedWidget::Parts final : public platform::Container,
   QPoint place_of_last_event() {
     const browser::Event* event = control_->lastEvent();
     return event ? view_.widget()->mapToGlobal(QPoint(event->client_x, event->client_y)) : QCursor::pos();
-  }
-
-  void add_shortcut(const QKeySequence& keys, int direction) {
-    auto* shortcut = new QShortcut(keys, widget_, nullptr, nullptr, Qt::WidgetWithChildrenShortcut);
-    QObject::connect(shortcut, &QShortcut::activated, widget_, [this, direction] { walk_panes(direction); });
-  }
-
-  /// From the document to the bars and back: each is one stop.
-  void walk_panes(int direction) {
-    constexpr int count = 4;
-    const QWidget* const bars[count] = {nullptr, toolbar1_, toolbar2_, branch_};
-    int at = 0;
-    for (int i = 1; i < count; ++i)
-      if (bars[i]->isAncestorOf(QApplication::focusWidget())) at = i;
-    for (int step = 1; step <= count; ++step)
-      if (enter_pane((at + direction * step + count * step) % count)) return;
-  }
-  bool enter_pane(int pane) {
-    switch (pane) {
-      case 1: return toolbar1_->take_focus();
-      case 2: return toolbar2_->take_focus();
-      case 3: return branch_->take_focus();
-      default: break;
-    }
-    control_->InCodeView() ? code_->setFocus() : focus();
-    return true;
   }
 
   ToolbarFace* toolbar1_ = nullptr;
@@ -399,6 +315,7 @@ void HTMLedWidget::write_properties(platform::PropertyBag& store) const {
 void HTMLedWidget::start() {
   if (parts_->design_mode_ || std::exchange(parts_->started_, true)) return;
   const auto parts = parts_;
+  parts->first_caret_->start();
   parts->resize(size());
   parts->control_->UserControl_Show();
   parts->resize(size());
@@ -426,7 +343,7 @@ void HTMLedWidget::focus_moved(QWidget* from, QWidget* to) {
   // The application in the background, a menu in front: the focus comes back to where it was.
   if (!to || !parts_->started_) return;
   const bool inside = holds(to);
-  if (inside && from) parts_->tell_lost_focus(from);
+  if (inside && from) parts_->panes_->tell_lost_focus(from);
   if (inside == parts_->has_focus_) return;
   parts_->has_focus_ = inside;
   inside ? control().UserControl_EnterFocus() : control().UserControl_ExitFocus();
