@@ -55,14 +55,17 @@ Window::Window(platform::MessageLoop& loop, const qt::Substitutes& substitutes)
   make_menus();
   connect(editor_, &qt::HTMLedWidget::property_changed, this, [this](const QString& key) {
     // A key is told of before it types: what became of it is seen when the turn is over.
-    if (key != QStringLiteral("DocumentHTML") || loading_ || std::exchange(look_awaited_, true)) return;
-    QTimer::singleShot(0, this, &Window::look_whether_modified);
+    if (key == QStringLiteral("DocumentHTML")) look_later();
   });
   editor_->control().set_events(this);
+  editor_->control().add_observer(*this);
   show_words();
 }
 
-Window::~Window() { editor_->control().set_events(nullptr); }
+Window::~Window() {
+  editor_->control().set_events(nullptr);
+  editor_->control().remove_observer(*this);
+}
 
 // --- menus and their words ---
 
@@ -303,6 +306,14 @@ void Window::set_unmodified() {
   }
   set_modified(false);
 }
+
+void Window::look_later() {
+  if (loading_ || std::exchange(look_awaited_, true)) return;
+  QTimer::singleShot(0, this, &Window::look_whether_modified);
+}
+
+// What was typed in the code, and taken back there by hand, is told of as a change and no more.
+void Window::view_switched(bool) { look_later(); }
 
 // As many steps as then may still be others: where the count has come back to that, the documents are
 // compared. An edit always changes the count, so nobody compares while typing.

@@ -11,6 +11,7 @@
 
 #include "htmled/languages.h"
 #include "tvx/core/events.h"
+#include "tvx/core/observer.h"
 #include "tvx/files/document_file.h"
 #include "tvx/htmled_widget.h"
 #include "tvx/qt/widget/substitutes.h"
@@ -24,7 +25,7 @@ class MessageLoop;
 namespace tvx::htmled {
 
 /// The editor's window: one document, one file.
-class Window final : public QMainWindow, private core::HTMLedEvents {
+class Window final : public QMainWindow, private core::HTMLedEvents, private core::HTMLedObserver {
   Q_OBJECT
  public:
   /// The loop outlives the window.
@@ -50,6 +51,9 @@ class Window final : public QMainWindow, private core::HTMLedEvents {
   void Error(std::int32_t& number, std::u16string& text) override;
   void BeforeNavigate(std::u16string& url, std::u16string& frame, bool& cancel) override;
   void MenuClick(std::u16string& item, bool& cancel) override;
+
+  // core::HTMLedObserver
+  void view_switched(bool in_code_view) override;
 
   void closeEvent(QCloseEvent* event) override;
 
@@ -77,6 +81,8 @@ class Window final : public QMainWindow, private core::HTMLedEvents {
   void set_unmodified();
   /// Whether it still is: after undoing everything it is again.
   void look_whether_modified();
+  /// When the turn is over.
+  void look_later();
   void set_modified(bool modified);
   void show_title();
   void tell(const QString& text);

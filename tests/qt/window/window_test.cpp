@@ -381,6 +381,21 @@ TEST_F(WindowTest, LeavingTheCodeAsItWasIsNoChange) {
   EXPECT_FALSE(window_.isWindowModified());
 }
 
+TEST_F(WindowTest, WhatIsTypedInTheCodeAndTakenBackByHandIsNoChange) {
+  edited_page();
+  EXPECT_FALSE(choose(QStringLiteral("Save")));
+  auto& control = window_.editor().control();
+  control.show_Code();
+  auto* box = window_.findChild<QPlainTextEdit*>(QStringLiteral("TextBox1"));
+  QTest::keyClicks(box, QStringLiteral("x"));
+  ASSERT_TRUE(settle());
+  ASSERT_TRUE(window_.isWindowModified());
+  QTest::keyClick(box, Qt::Key_Backspace);
+  control.show_Code();
+  ASSERT_TRUE(settle());
+  EXPECT_FALSE(window_.isWindowModified());
+}
+
 TEST_F(WindowTest, RevertGoesBackToTheFileAndAsksInTheProgramsName) {
   const QString path = edited_page();
   auto& control = window_.editor().control();
