@@ -1,9 +1,9 @@
 #include <gtest/gtest.h>
 
-#include <QGuiApplication>
-#include <QProcess>
-#include <QStandardPaths>
+#include <QApplication>
+#include <QTemporaryDir>
 
+#include "tvx/web_engine.h"
 #include "x11/x_display.h"
 
 /// The tests bring a screen of their own, which no other test sees. The server picks a number that is free.
@@ -18,9 +18,15 @@ int main(int argc, char** argv) {
   qputenv("DISPLAY", display.name());
   qputenv("QT_QPA_PLATFORM", "xcb");
   qunsetenv("WAYLAND_DISPLAY");
+  // Where no desktop is, the toolkit draws its own dialogs; the user's settings are none of the tests'.
+  const QTemporaryDir home;
+  qputenv("HOME", home.path().toLocal8Bit());
+  qputenv("XDG_CONFIG_HOME", home.path().toLocal8Bit());
+  qputenv("XDG_RUNTIME_DIR", home.path().toLocal8Bit());
+  tvx::qt::prepare_web_engine();
   int result = 0;
   {
-    QGuiApplication application(argc, argv);
+    QApplication application(argc, argv);
     result = RUN_ALL_TESTS();
   }
   return result;

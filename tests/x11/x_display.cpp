@@ -4,10 +4,10 @@
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
-#include <QEventLoop>
 #include <QFile>
 #include <QStandardPaths>
 #include <QTemporaryFile>
+#include <QTest>
 
 namespace tvx::x11 {
 namespace {
@@ -17,7 +17,7 @@ constexpr int patience = 30'000;  // milliseconds
 }  // namespace
 
 XDisplay::XDisplay() {
-  for (const char* program : {"Xvfb", "xclip"}) {
+  for (const char* program : {"Xvfb", "xclip", "xdotool"}) {
     if (!QStandardPaths::findExecutable(QLatin1String(program)).isEmpty()) continue;
     problem_ = QStringLiteral("needs %1: scripts/setup installs it").arg(QLatin1String(program));
     return;
@@ -25,7 +25,7 @@ XDisplay::XDisplay() {
   server_.setStandardErrorFile(QProcess::nullDevice());
   server_.start(QStringLiteral("Xvfb"),
                 {QStringLiteral("-displayfd"), QStringLiteral("1"), QStringLiteral("-screen"),
-                 QStringLiteral("0"), QStringLiteral("640x480x24"), QStringLiteral("-nolisten"),
+                 QStringLiteral("0"), QStringLiteral("1280x1024x24"), QStringLiteral("-nolisten"),
                  QStringLiteral("tcp"), QStringLiteral("-noreset")});
   QByteArray told;
   while (!told.endsWith('\n') && server_.waitForReadyRead(patience)) told += server_.readAllStandardOutput();
@@ -46,11 +46,8 @@ QByteArray output_of(const QString& program, const QStringList& arguments) {
   QObject::connect(&process, &QProcess::readyReadStandardOutput,
                    [&] { output += process.readAllStandardOutput(); });
   process.start(program, arguments);
-  QElapsedTimer clock;
-  clock.start();
-  while (process.state() != QProcess::NotRunning && clock.elapsed() < patience)
-    QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 50);
-  EXPECT_EQ(process.state(), QProcess::NotRunning) << program.toStdString() << " gets no answer";
+  const bool ended = QTest::qWaitFor([&] { return process.state() == QProcess::NotRunning; }, patience);
+  EXPECT_TRUE(ended) << program.toStdString() << " gets no answer";
   if (process.state() != QProcess::NotRunning) process.kill();
   process.waitForFinished(1000);
   return output + process.readAllStandardOutput();

@@ -1,0 +1,49 @@
+#include "x11/hands.h"
+
+#include <gtest/gtest.h>
+
+#include <QTest>
+#include <QWidget>
+
+#include "x11/x_display.h"
+
+namespace tvx::x11 {
+namespace {
+
+constexpr int patience = 30'000;  // milliseconds
+
+void xdotool(const QStringList& arguments) { output_of(QStringLiteral("xdotool"), arguments); }
+
+QStringList move_to(QPoint at) {
+  return {QStringLiteral("mousemove"), QString::number(at.x()), QString::number(at.y())};
+}
+
+}  // namespace
+
+bool wait_for(const std::function<bool()>& condition) { return QTest::qWaitFor(condition, patience); }
+
+namespace hands {
+
+void give_focus(const QWidget& window) {
+  ASSERT_TRUE(wait_for([&] { return window.isVisible(); }));
+  xdotool({QStringLiteral("windowfocus"), QString::number(window.winId())});
+  EXPECT_TRUE(wait_for([&] { return window.isActiveWindow(); }));
+}
+
+void press(const QString& keys) { xdotool({QStringLiteral("key"), keys}); }
+void type(const QString& text) { xdotool({QStringLiteral("type"), QStringLiteral("--"), text}); }
+void move(QPoint to) { xdotool(move_to(to)); }
+
+void click(QPoint at, int button) {
+  xdotool(move_to(at) + QStringList{QStringLiteral("click"), QString::number(button)});
+}
+
+void drag(QPoint from, QPoint to) {
+  constexpr int steps = 8;
+  xdotool(move_to(from) + QStringList{QStringLiteral("mousedown"), QStringLiteral("1")});
+  for (int step = 1; step <= steps; ++step) xdotool(move_to(from + (to - from) * step / steps));
+  xdotool({QStringLiteral("mouseup"), QStringLiteral("1")});
+}
+
+}  // namespace hands
+}  // namespace tvx::x11

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QPoint>
+#include <QString>
+#include <functional>
+
+class QWidget;
+
+namespace tvx::x11 {
+
+/// Runs the event loop until the condition holds; false if it never does. A loaded machine gets half a
+/// minute.
+bool wait_for(const std::function<bool()>& condition);
+
+/// A person at the X server's keyboard and mouse: the server makes the events, and gives keys to the window
+/// that has its focus. Places are those of the screen.
+namespace hands {
+
+/// Without a window manager nobody gives the keys to a window that has appeared, or to the one under it when
+/// that has gone. Fails the test if the toolkit doesn't hear of it.
+void give_focus(const QWidget& window);
+/// "ctrl+s", "Return"
+void press(const QString& keys);
+void type(const QString& text);
+void move(QPoint to);
+/// 1 is the left button, 2 the middle one.
+void click(QPoint at, int button = 1);
+/// Presses, goes there in steps, and lets go.
+void drag(QPoint from, QPoint to);
+
+}  // namespace hands
+}  // namespace tvx::x11

@@ -1,0 +1,74 @@
+#include "x11/editor_fixture.h"
+#include "x11/hands.h"
+#include "x11/x_display.h"
+
+/// Whatever the real mouse changes marks the window changed, and the window asks before it closes.
+namespace tvx::x11 {
+namespace {
+
+class MouseOnScreen : public EditorOnScreen {
+ protected:
+  /// The document has become another, and nobody loses that unasked.
+  void expect_changed(const std::string& before) {
+    ASSERT_TRUE(wait_for([&] { return html() != before; })) << html();
+    EXPECT_TRUE(wait_for([&] { return window_->isWindowModified(); })) << html();
+    EXPECT_TRUE(closing_asks());
+  }
+};
+
+// A picture of one point.
+const QByteArray image =
+    "<img style='border:0' width=100 height=80 "
+    "src='data:image/gif;base64,R0lGODlhAQABAIAAAP8AAP///yH5BAAAAAAALAAAAAABAAEAAAICRAEAOw=='>";
+
+TEST_F(MouseOnScreen, SizingAnImageByItsHandle) {
+  start("<body style='margin:20px'><p>" + image + "</p><p>Text</p>");
+  const std::string before = html();
+  hands::click(place_of(QStringLiteral("img"), 0.5, 0.5));
+  ASSERT_TRUE(wait_for([&] { return document().editor().selection().control() != nullptr; }));
+  ASSERT_TRUE(settle());
+  EXPECT_FALSE(window_->isWindowModified()) << "to select is no change";
+  ASSERT_TRUE(
+      wait_for([&] { return in_page(QStringLiteral("String(Boolean(tvxView.drawn().frame))")) == "true"; }));
+  const QPoint corner = place_of(QStringLiteral("img"), 1, 1);
+  hands::drag(corner, corner + QPoint(50, 40));
+  expect_changed(before);
+  EXPECT_EQ(html().find("width=100"), std::string::npos) << html();
+}
+
+TEST_F(MouseOnScreen, DraggingText) {
+  start("<body style='margin:20px'><p id=a>one two three</p><p id=b>other</p>");
+  const std::string before = html();
+  for (int i = 0; i < 4; ++i) hands::press(QStringLiteral("Right"));
+  for (int i = 0; i < 3; ++i) hands::press(QStringLiteral("shift+Right"));
+  ASSERT_TRUE(wait_for([&] { return in_page(QStringLiteral("String(getSelection())")) == "two"; }));
+  ASSERT_TRUE(wait_for([&] { return !document().editor().selection().collapsed(); }));
+  ASSERT_TRUE(settle());
+  EXPECT_FALSE(window_->isWindowModified()) << "to select is no change";
+  hands::drag(place_of_character(QStringLiteral("#a"), 6), place_of_character(QStringLiteral("#b"), 2));
+  expect_changed(before);
+  EXPECT_EQ(text().find("two"), text().rfind("two")) << text();
+  EXPECT_NE(text().find("ottwo"), std::string::npos) << text();
+}
+
+TEST_F(MouseOnScreen, MovingAColumnsEdge) {
+  start("<body style='margin:20px'><table border=1 width=400><tr><td id=a width=200>one<td id=b>two</table>");
+  const std::string before = html();
+  const QPoint edge = place_of(QStringLiteral("#a"), 1, 0.5);
+  hands::move(edge);
+  hands::drag(edge, edge + QPoint(60, 0));
+  expect_changed(before);
+  EXPECT_EQ(html().find("width=200"), std::string::npos) << html();
+}
+
+TEST_F(MouseOnScreen, PastingByAMiddlePress) {
+  start("<body style='margin:20px'><p id=a>one two</p>");
+  const std::string before = html();
+  offer("new", QStringLiteral("UTF8_STRING"), QStringLiteral("primary"));
+  hands::click(place_of_character(QStringLiteral("#a"), 4), 2);
+  expect_changed(before);
+  EXPECT_EQ(text(), "one newtwo");
+}
+
+}  // namespace
+}  // namespace tvx::x11
