@@ -4,6 +4,7 @@
 #include <array>
 #include <limits>
 #include <optional>
+#include <utility>
 
 #include "tvx/base/error.h"
 #include "tvx/base/strings.h"
@@ -47,15 +48,61 @@ struct Tag {
   bool is_opening = true;
 };
 
+/// The lines of a run, put into one text.
+class WrittenText {
+ public:
+  WrittenText(std::u16string_view text, char16_t indent) : text_(text), indent_(indent) {
+    out_.reserve(text.size() + text.size() / 4 + 16);
+  }
+
+  // Grows once a line, and writes what has a known length without asking again.
+  void put(const FormattedLine& line, bool blank_line_before) {
+    const std::u16string_view piece = text_.substr(line.begin, line.end - line.begin);
+    const std::size_t before = blank_line_before ? line_end.size() : 0;
+    const std::size_t behind = piece.ends_with(line_end) ? 0 : line_end.size();
+    const std::size_t needed = out_.size() + before + line.indent + piece.size() + behind;
+    if (needed > longest_source(text_.size())) throw RuntimeError(14, u"Out of string space");
+    if (needed > out_.capacity()) out_.reserve(std::max(needed, 2 * out_.capacity()));
+    out_.append(line_end.substr(0, before));
+    out_.append(line.indent, indent_);
+    out_.append(piece);
+    out_.append(line_end.substr(0, behind));
+  }
+  std::u16string result() { return std::move(out_); }
+
+ private:
+  const std::u16string_view text_;
+  const char16_t indent_;
+  std::u16string out_;
+};
+
+/// The lines of a run by themselves.
+class ListedLines {
+ public:
+  explicit ListedLines(std::u16string_view text) : longest_(longest_source(text.size())) {}
+
+  void put(const FormattedLine& line, bool) {
+    units_ += line.indent + line.end - line.begin + line_end.size();
+    if (units_ > longest_) throw RuntimeError(14, u"Out of string space");
+    lines_.push_back(line);
+  }
+  std::vector<FormattedLine> result() { return std::move(lines_); }
+
+ private:
+  const std::size_t longest_;
+  std::size_t units_ = 0;
+  std::vector<FormattedLine> lines_;
+};
+
 /// One run. The pending line is never copied: it is an indentation and a piece of the input, because all that
-/// is put behind it stands behind it there as well.
+/// is put after it stands after it there as well.
+template <class Lines>
 class Formatter {
  public:
-  Formatter(std::u16string_view text, std::int16_t step, bool blank_line, bool tabs)
-      : text_(text), step_(step), blank_line_(blank_line), indent_(tabs ? u'\t' : u' ') {}
+  Formatter(std::u16string_view text, std::int16_t step, bool blank_line, char16_t indent, Lines lines)
+      : text_(text), step_(step), blank_line_(blank_line), indent_(indent), lines_(std::move(lines)) {}
 
-  std::u16string run() {
-    out_.reserve(text_.size() + text_.size() / 4 + 16);
+  auto run() {
     while (at_ < text_.size()) {
       skip_to_markup();
       if (at_ == text_.size()) break;
@@ -68,7 +115,7 @@ class Formatter {
       }
     }
     FlushLine(false);
-    return std::move(out_);
+    return lines_.result();
   }
 
  private:
@@ -79,7 +126,7 @@ class Formatter {
     at_ = static_cast<Offset>(here - text_.data());
   }
 
-  // Moves behind the tag that begins here; nothing: it is no tag, and only its "<" is behind us.
+  // Moves past the tag that starts here; nothing: it is no tag, and only its "<" has been passed.
   std::optional<Tag> ReadTag() {
     const std::u16string_view rest = text_.substr(at_);
     if (rest.starts_with(comment_opener)) {
@@ -101,7 +148,7 @@ class Formatter {
     return Tag{kind_of(name), is_opening};
   }
 
-  // The line ends in front of the tag at `start`, the tag itself is behind us.
+  // The line ends in front of the tag at `start`, which has been passed already.
   void take(const Tag& tag, Offset start) {
     if (tag.kind == TagKind::Inline || (tag.kind == TagKind::LineStart && !tag.is_opening)) return;
     const Offset behind = at_;
@@ -127,10 +174,7 @@ class Formatter {
 
   void FlushLine(bool blank_line) {
     const std::u16string_view line = text_.substr(line_start_, at_ - line_start_);
-    if (!is_blank(line)) {
-      const bool ended = line.ends_with(line_end);
-      append(line, (blank_line ? line_end.size() : 0), ended ? 0 : line_end.size());
-    }
+    if (!is_blank(line)) lines_.put({line_start_, at_, line_indent_}, blank_line);
     if (level_ < 0) return;  // no such indentation: the line stays
     line_start_ = at_;
     line_indent_ = static_cast<std::size_t>(level_);
@@ -147,18 +191,6 @@ class Formatter {
     return others != 1;
   }
 
-  // Grows once a line, and writes what has a known length without asking again.
-  void append(std::u16string_view line, std::size_t before, std::size_t behind) {
-    const std::size_t used = out_.size();
-    const std::size_t needed = used + before + line_indent_ + line.size() + behind;
-    if (needed > longest_source(text_.size())) throw RuntimeError(14, u"Out of string space");
-    if (needed > out_.capacity()) out_.reserve(std::max(needed, 2 * out_.capacity()));
-    out_.append(line_end.substr(0, before));
-    out_.append(line_indent_, indent_);
-    out_.append(line);
-    out_.append(line_end.substr(0, behind));
-  }
-
   const std::u16string_view text_;
   const int step_;
   const bool blank_line_;
@@ -168,14 +200,19 @@ class Formatter {
   Offset line_start_ = 0;
   std::size_t line_indent_ = 0;
   bool no_more_tags_ = false;
-  std::u16string out_;
+  Lines lines_;
 };
 
 }  // namespace
 
 std::u16string FormatHTMLSource(std::u16string_view text, std::int16_t indentStep,
                                 bool blankLineBeforeBlockContent, bool useTabs) {
-  return Formatter(text, indentStep, blankLineBeforeBlockContent, useTabs).run();
+  const char16_t indent = useTabs ? u'\t' : u' ';
+  return Formatter(text, indentStep, blankLineBeforeBlockContent, indent, WrittenText(text, indent)).run();
+}
+
+std::vector<FormattedLine> formatted_lines(std::u16string_view text, std::int16_t indentStep) {
+  return Formatter(text, indentStep, false, u' ', ListedLines(text)).run();
 }
 
 }  // namespace tvx::source

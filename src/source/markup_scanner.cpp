@@ -125,27 +125,4 @@ void MarkupScanner::enter(const Piece& tag) {
   }
 }
 
-// The pieces of one element stand together, between its start tag and its end tag.
-std::vector<KeptSpan> kept_spans(std::u16string_view text) {
-  std::vector<KeptSpan> spans;
-  MarkupScanner scanner(text);
-  Offset last_tag = 0;
-  bool inside = false;
-  while (const std::optional<Piece> piece = scanner.next()) {
-    if (piece->kept) {
-      if (!inside) spans.push_back({last_tag, piece->begin, piece->begin});
-      inside = true;
-      spans.back().end = piece->end;
-      continue;
-    }
-    inside = false;
-    last_tag = piece->begin;
-    const std::u16string_view all = text.substr(piece->begin, piece->end - piece->begin);
-    if (piece->kind == Piece::Kind::Comment && all.size() >= 7 && all.starts_with(u"<!--") &&
-        all.ends_with(u"-->"))
-      spans.push_back({piece->begin, piece->begin + 4, piece->end - 3, true});
-  }
-  return spans;
-}
-
 }  // namespace tvx::source

@@ -2,7 +2,6 @@
 
 #include <optional>
 #include <string_view>
-#include <vector>
 
 #include "tvx/base/strings.h"
 
@@ -40,13 +39,5 @@ class MarkupScanner {
   std::size_t depth_ = 0;                   // of the open one within others of its name
   bool raw_is_kept_ = false;
 };
-
-/// Content whose line breaks and indents count, from behind its start tag to its end tag; a comment's from
-/// behind "<!--" to its "-->".
-struct KeptSpan {
-  Offset tag_begin, begin, end;
-  bool is_comment = false;
-};
-std::vector<KeptSpan> kept_spans(std::u16string_view text);
 
 }  // namespace tvx::source

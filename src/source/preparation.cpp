@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "tvx/source/formatter.h"
 #include "tvx/source/markup_scanner.h"
 
 namespace tvx::source {
@@ -31,88 +30,150 @@ bool is_block(std::u16string_view name) {
 
 class Preparation {
  public:
-  explicit Preparation(std::u16string_view text) : text_(text) { out_.reserve(text.size()); }
+  explicit Preparation(std::u16string_view text) : text_(text) { out_.text.reserve(text.size() + 64); }
 
-  std::u16string run() {
+  PreparedText run() {
     MarkupScanner scanner(text_);
+    std::u16string_view last_tag;
     while (const std::optional<Piece> piece = scanner.next()) {
-      const std::u16string_view all = text_.substr(piece->begin, piece->end - piece->begin);
       switch (piece->kind) {
-        case Piece::Kind::Text: piece->kept ? lines(all) : running_text(all); break;
-        case Piece::Kind::Comment: comment(all, piece->kept); break;
-        default: tag(all, is_block(piece->name) && !piece->kept);
+        case Piece::Kind::Text:
+          piece->kept ? kept_text(*piece, equals_ignoring_ascii_case(last_tag, u"SCRIPT"))
+                      : running_text(piece->begin, piece->end);
+          break;
+        case Piece::Kind::Comment: comment(*piece); break;
+        default: tag(*piece);
       }
+      last_tag = piece->name;
     }
     return std::move(out_);
   }
 
  private:
-  void tag(std::u16string_view all, bool block) {
+  void tag(const Piece& piece) {
+    const bool block = !piece.kept && is_block(piece.name);
     if (!block) write_blank();
     blank_is_due_ = false;
     at_edge_ = block;
-    out_ += all;
+    const Offset begin = out_.text.size();
+    lines(piece.begin, piece.end);
+    const Offset end = out_.text.size();
+    if (piece.kept) return hide(begin, end);
+    // What looks like markup in a value of an attribute.
+    for (Offset at = begin + 1; at + 1 < end; ++at)
+      if (out_.text[at] == u'<' || out_.text[at] == u'>') hide(at, at + 1);
   }
 
-  void comment(std::u16string_view all, bool kept) {
+  // The opener begins a line, all else is the comment's own.
+  void comment(const Piece& piece) {
     write_blank();
-    if (kept) return lines(all);
     at_edge_ = false;
-    running_text(all);
+    const Offset begin = out_.text.size();
+    lines(piece.begin, piece.end);
+    const bool real = !piece.kept && text_.substr(piece.begin).starts_with(u"<!--");
+    hide(begin + (real ? 4 : 0), out_.text.size());
   }
 
-  // A run that ends the text waits for what comes behind it.
-  void running_text(std::u16string_view text) {
-    Offset copied = 0;
-    for (Offset at = 0; at < text.size();) {
+  void kept_text(const Piece& piece, bool is_script) {
+    write_blank();
+    at_edge_ = false;
+    const Offset begin = out_.text.size();
+    lines(piece.begin, piece.end);
+    const Offset end = out_.text.size();
+    hide(begin, end);
+    if (is_script && text_.substr(piece.begin, piece.end - piece.begin).find_first_of(u"\r\n") != text_.npos)
+      out_.joints.insert(out_.joints.end(), {begin, end});
+  }
+
+  // A run that ends the text waits for what comes after it.
+  void running_text(Offset begin, Offset end) {
+    const Offset first = out_.text.size();
+    Offset copied = begin;
+    for (Offset at = begin; at < end;) {
       // Line breaks are rare among blanks, and blanks among letters.
-      at = std::min(text.find_first_of(u"\n\r", at), text.size());
-      if (at == text.size()) break;
-      Offset begin = at, end = at;
-      while (begin > copied && is_ascii_space(text[begin - 1])) --begin;
-      while (end < text.size() && is_ascii_space(text[end])) ++end;
-      write(text.substr(copied, begin - copied));
-      blank_is_due_ = !at_edge_;
-      copied = at = end;
+      while (at < end && text_[at] != u'\n' && text_[at] != u'\r') ++at;
+      if (at == end) break;
+      Offset run_begin = at, run_end = at;
+      while (run_begin > copied && is_ascii_space(text_[run_begin - 1])) --run_begin;
+      while (run_end < end && is_ascii_space(text_[run_end])) ++run_end;
+      write(copied, run_begin);
+      if (at_edge_) {
+        space_is_before_ = true;
+      } else {
+        if (!blank_is_due_) run_ = {run_begin, run_end};
+        run_.end = run_end;
+        blank_is_due_ = true;
+      }
+      copied = at = run_end;
     }
-    write(text.substr(copied));
+    write(copied, end);
+    for (Offset at = out_.text.find(u'<', first); at != text_.npos; at = out_.text.find(u'<', at + 1))
+      hide(at, at + 1);
   }
 
-  void lines(std::u16string_view text) {
+  void write(Offset begin, Offset end) {
+    if (begin == end) return;
     write_blank();
     at_edge_ = false;
-    for (Offset at = 0; at < text.size(); ++at) {
-      const Offset end = std::min(text.find_first_of(u"\n\r", at), text.size());
-      out_ += text.substr(at, end - at);
-      if (end == text.size()) return;
-      at = text.substr(end).starts_with(u"\r\n") ? end + 1 : end;
-      out_ += u"\r\n";
-    }
-  }
-
-  void write(std::u16string_view text) {
-    if (text.empty()) return;
-    write_blank();
-    at_edge_ = false;
-    out_ += text;
+    copy(begin, end);
   }
 
   void write_blank() {
-    if (std::exchange(blank_is_due_, false)) out_ += u' ';
+    if (std::exchange(blank_is_due_, false)) replace(run_.begin, run_.end, u" ");
+  }
+
+  // As it is, with CR LF for each line break.
+  void lines(Offset begin, Offset end) {
+    Offset copied = begin;
+    for (Offset at = begin; at < end; ++at) {
+      if (text_[at] != u'\n' && text_[at] != u'\r') continue;
+      copy(copied, at);
+      copied = at + (text_.substr(at, end - at).starts_with(u"\r\n") ? 2 : 1);
+      replace(at, copied, u"\r\n");
+      at = copied - 1;
+    }
+    copy(copied, end);
+  }
+
+  void copy(Offset begin, Offset end) {
+    if (begin == end) return;
+    const Offset size = end - begin;
+    if (!out_.pieces.empty() && out_.pieces.back().is_copied() && out_.pieces.back().markup_end() == begin) {
+      out_.pieces.back().size += size;
+      out_.pieces.back().markup_size += size;
+    } else {
+      piece(size, begin, size);
+    }
+    out_.text += text_.substr(begin, size);
+  }
+
+  void replace(Offset begin, Offset end, std::u16string_view by) {
+    piece(by.size(), begin, end - begin);
+    out_.text += by;
+  }
+
+  void piece(Offset size, Offset begin, Offset markup_size) {
+    out_.pieces.push_back(
+        {out_.text.size(), size, begin, markup_size, std::exchange(space_is_before_, false)});
+  }
+
+  void hide(Offset begin, Offset end) {
+    if (begin == end) return;
+    if (!out_.hidden.empty() && out_.hidden.back().end == begin)
+      out_.hidden.back().end = end;
+    else
+      out_.hidden.push_back({begin, end});
   }
 
   const std::u16string_view text_;
-  std::u16string out_;
-  bool at_edge_ = true, blank_is_due_ = false;
+  PreparedText out_;
+  bool at_edge_ = true, blank_is_due_ = false, space_is_before_ = false;
+  Span run_{0, 0};  // of white space, for which a blank is due
 };
 
 }  // namespace
 
-std::u16string prepare_for_formatting(std::u16string_view text) { return Preparation(text).run(); }
-
-std::u16string code_of(std::u16string_view text) {
-  return FormatHTMLSource(prepare_for_formatting(text), 2, false, false);
-}
+PreparedText prepare_for_formatting(std::u16string_view text) { return Preparation(text).run(); }
 
 std::u16string with_crlf(std::u16string_view text) {
   std::u16string result;

@@ -41,6 +41,13 @@ TEST(Parse, LineEndsBecomeLineFeeds) {
   EXPECT_EQ(body_of(u"<pre>\r\na</pre>"), u"<PRE>a</PRE>");
 }
 
+TEST(Parse, ReferencesToBothHalvesOfACharacterAreThatCharacter) {
+  EXPECT_EQ(body_of(u"a&#55357;&#56832;b&#xD83D;&#xde00"), u"a\U0001F600b\U0001F600");
+  EXPECT_EQ(body_of(u"<p title='&#55357;&#56832;'>"), u"<P title=\"\U0001F600\"></P>");
+  EXPECT_EQ(body_of(u"&#55357;&#55357;&#56832;"), u"\uFFFD\U0001F600") << "the first has no other half";
+  EXPECT_EQ(body_of(u"&#56832;&#55357; &#56832;"), u"\uFFFD\uFFFD \uFFFD");
+}
+
 TEST(Parse, ReferencesAreResolved) {
   EXPECT_EQ(body_of(u"&amp;&lt;&copy&#65;&#x41;&#128;&NotEqualTilde;&bogus;&#0;"),
             u"&amp;&lt;\u00A9AA\u20AC\u2242\u0338&amp;bogus;\uFFFD");

@@ -56,7 +56,7 @@ void Content::set_DocumentHTML(std::u16string_view given) {
     if (DOM() && browser().Document()) context_.set_DOM(browser().Document());
     write_body(*html);
     if (code_.in_front())
-      code_.show_as_entered(html, html);
+      code_.show_as_entered(source::SourceText::as_it_is(html));
     else
       code_.box().set_Text(html);
     take_over(html);

@@ -10,7 +10,7 @@
 #include "tvx/core/views/selection_highlight.h"
 #include "tvx/dom/inner_html.h"
 #include "tvx/platform/common_dialogs.h"
-#include "tvx/source/preparation.h"
+#include "tvx/source/source_text.h"
 
 namespace tvx::core {
 namespace {
@@ -53,7 +53,7 @@ void DocumentFiles::Open_document(std::u16string& strURL, bool openEntireDoc) {
     context_.wait_while([&] { return !is_usable(document()); });
     const SharedText opened = properties_.DocumentHTML;
     content_.keep_opened(opened);
-    if (code_.in_front()) code_.show_as_entered(opened, share(source::code_of(*opened)));
+    if (code_.in_front()) code_.show_as_entered(source::SourceText::formatted(opened));
   });
   opening_document_ = false;
   context_.mark_clean();

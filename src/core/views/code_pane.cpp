@@ -3,8 +3,6 @@
 #include <utility>
 
 #include "tvx/core/observer.h"
-#include "tvx/source/preparation.h"
-#include "tvx/source/untouched.h"
 
 namespace tvx::core {
 namespace {
@@ -23,24 +21,19 @@ void CodePane::set_in_front(bool in_front) {
   context_.tell([&](HTMLedObserver& observer) { observer.view_switched(in_front); });
 }
 
-void CodePane::show_as_entered(SharedText original, SharedText code) {
-  entered_text_ = std::move(original);
-  entered_code_ = std::move(code);
-  txtCode_.set_Text(entered_code_);
+void CodePane::show_as_entered(source::SourceText text) {
+  entered_ = std::move(text);
+  txtCode_.set_Text(entered_->code());
 }
 
-void CodePane::forget_entered() {
-  entered_text_.reset();
-  entered_code_.reset();
-}
+void CodePane::forget_entered() { entered_.reset(); }
 
 std::optional<std::u16string> CodePane::edited_body() const {
-  if (!entered_code_) return txtCode_.Text();
-  if (txtCode_.untouched_text() == entered_code_) return {};
+  if (!entered_) return txtCode_.Text();
+  if (txtCode_.untouched_text() == entered_->code()) return {};
   const std::u16string left = txtCode_.Text();
-  const std::u16string entered = source::with_crlf(*entered_code_);
-  if (left == entered) return {};
-  return entered_text_ ? source::with_original_lines(*entered_text_, entered, left) : left;
+  if (left == *entered_->code()) return {};
+  return entered_->markup_after(left);
 }
 
 void CodePane::GotFocus() {

@@ -6,6 +6,7 @@
 
 #include "tvx/core/part.h"
 #include "tvx/source/code_view.h"
+#include "tvx/source/source_text.h"
 
 namespace tvx::core {
 
@@ -28,10 +29,12 @@ class CodePane final : public Part, private source::CodeViewEvents {
   EntrySelection& selection() { return selection_; }
 
   /// Shows what stands for a text of the document, as if the view had been entered with it.
-  void show_as_entered(SharedText original, SharedText code);
+  void show_as_entered(source::SourceText text);
+  /// What the view was entered with; nothing in the design view.
+  const std::optional<source::SourceText>& entered() const { return entered_; }
   void forget_entered();
-  /// What the document's body is to hold now; nothing where the code stands as it was entered. What the
-  /// formatter has added is no edit.
+  /// What the document's body is to hold now: its text, changed where the user has changed the code. Nothing
+  /// where the code stands as it was entered.
   std::optional<std::u16string> edited_body() const;
 
  private:
@@ -42,7 +45,7 @@ class CodePane final : public Part, private source::CodeViewEvents {
   source::OrvelCV txtCode_;
   bool in_front_ = false;
   EntrySelection selection_;
-  SharedText entered_text_, entered_code_;  // null in the design view
+  std::optional<source::SourceText> entered_;
 };
 
 }  // namespace tvx::core

@@ -1,5 +1,9 @@
 #include "tvx/core/views/view_switch.h"
 
+#include <algorithm>
+#include <functional>
+#include <utility>
+
 #include "tvx/base/error.h"
 #include "tvx/base/fault.h"
 #include "tvx/base/text.h"
@@ -15,7 +19,7 @@
 #include "tvx/dom/journal.h"
 #include "tvx/dom/tree.h"
 #include "tvx/editing/ranges/control_range.h"
-#include "tvx/source/preparation.h"
+#include "tvx/source/source_text.h"
 
 /// The switch between the design view and the code view, and what is done in the code view. The text moves at
 /// the switch; while the code shows, the document isn't touched.
@@ -65,11 +69,10 @@ void ViewSwitch::enter_code_view() {
   highlight_.restore();
   toolbars_.ApplyToolbarState(false);
   fault_point(u"body.innerHTML");
-  const SharedText text = share(content_.text_of_body());
-  const SharedText code = share(source::code_of(*text));
-  code_.selection().code_start = position_of(code_.selection().html, *code);
+  source::SourceText text = source::SourceText::formatted(share(content_.text_of_body()));
+  code_.selection().code_start = position_of(code_.selection().html, *text.code());
   code_.box().attachMessages();
-  code_.show_as_entered(text, code);
+  code_.show_as_entered(std::move(text));
   code_.box().set_Visible(true);
   code_.box().set_TabStop(true);
   code_.box().ZOrder(true);

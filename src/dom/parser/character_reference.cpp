@@ -66,18 +66,35 @@ int digit_value(char16_t c, bool hexadecimal) {
 }
 
 // `at` points at the "#". Null if no number follows.
-const char16_t* read_numeric(const char16_t* at, const char16_t* end, std::u16string& out) {
+const char16_t* read_number(const char16_t* at, const char16_t* end, char32_t& code) {
   ++at;
   const bool hexadecimal = at != end && ascii_lower(*at) == u'x';
   if (hexadecimal) ++at;
   if (at == end || digit_value(*at, hexadecimal) < 0) return nullptr;
-  char32_t code = 0;
+  code = 0;
   for (; at != end && digit_value(*at, hexadecimal) >= 0; ++at) {
     // Held just above the last code point, so that no number of digits overflows.
     code = std::min<char32_t>(code * (hexadecimal ? 16 : 10) + digit_value(*at, hexadecimal), 0x110000);
   }
-  append_code_point(numeric_value(code), out);
   return at != end && *at == u';' ? at + 1 : at;
+}
+
+const char16_t* read_numeric(const char16_t* at, const char16_t* end, std::u16string& out) {
+  char32_t code = 0, second = 0;
+  const char16_t* behind = read_number(at, end, code);
+  if (!behind) return nullptr;
+  // A character in two halves, each a reference, as this control and older programs write it. The standard
+  // makes two replacement characters of it.
+  if (code >= 0xD800 && code <= 0xDBFF && end - behind > 1 && behind[0] == u'&' && behind[1] == u'#') {
+    const char16_t* behind_both = read_number(behind + 1, end, second);
+    if (behind_both && second >= 0xDC00 && second <= 0xDFFF) {
+      out += static_cast<char16_t>(code);
+      out += static_cast<char16_t>(second);
+      return behind_both;
+    }
+  }
+  append_code_point(numeric_value(code), out);
+  return behind;
 }
 
 const char16_t* read_named(const char16_t* at, const char16_t* end, InAttribute in_attribute,

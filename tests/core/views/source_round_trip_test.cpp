@@ -2,6 +2,7 @@
 #include <set>
 
 #include "core/control_fixture.h"
+#include "support/documentation_files.h"
 #include "tvx/base/text.h"
 #include "tvx/dom/parse.h"
 #include "tvx/dom/print_tree.h"
@@ -10,35 +11,6 @@ namespace tvx::core {
 namespace {
 
 namespace fs = std::filesystem;
-
-/// HTML files of as many packages as there are, in the order of their names: one or two of each package
-/// first.
-std::vector<fs::path> files_of_packages(std::size_t most) {
-  std::vector<fs::path> found;
-  std::error_code ignored;
-  for (const std::size_t of_each : {2, 40}) {
-    for (const auto& package : fs::directory_iterator("/usr/share/doc", ignored)) {
-      if (!package.is_directory(ignored) || package.is_symlink(ignored)) continue;
-      std::vector<fs::path> pages;
-      for (auto at = fs::recursive_directory_iterator(package.path(),
-                                                      fs::directory_options::skip_permission_denied, ignored);
-           at != fs::recursive_directory_iterator(); at.increment(ignored)) {
-        const auto ending = at->path().extension();
-        if ((ending == ".html" || ending == ".htm") && at->is_regular_file(ignored) &&
-            at->file_size(ignored) < 1'000'000)
-          pages.push_back(at->path());
-      }
-      std::ranges::sort(pages);
-      pages.resize(std::min(pages.size(), of_each));
-      for (const fs::path& page : pages)
-        if (std::ranges::find(found, page) == found.end()) found.push_back(page);
-    }
-    if (found.size() >= most) break;
-  }
-  std::ranges::sort(found);
-  found.resize(std::min(found.size(), most));
-  return found;
-}
 
 std::vector<fs::path> samples() {
   std::vector<fs::path> files;
@@ -114,7 +86,7 @@ TEST_F(SourceRoundTrip, TheSamplesStayAsTheyAre) {
 }
 
 TEST_F(SourceRoundTrip, RealFilesStayAsTheyAre) {
-  const auto files = files_of_packages(200);
+  const auto files = test::files_of_packages(200);
   if (files.empty()) GTEST_SKIP() << "no HTML files in /usr/share/doc";
   expect_unchanged(files);
   RecordProperty("files", int(files.size()));
@@ -124,7 +96,7 @@ TEST_F(SourceRoundTrip, RealFilesStayAsTheyAre) {
 TEST_F(SourceRoundTrip, TenEditsGrowNothingInTheSamples) { expect_no_growth(samples()); }
 
 TEST_F(SourceRoundTrip, TenEditsGrowNothingInRealFiles) {
-  const auto files = files_of_packages(200);
+  const auto files = test::files_of_packages(200);
   if (files.empty()) GTEST_SKIP() << "no HTML files in /usr/share/doc";
   expect_no_growth(files);
   std::cout << "files: " << files.size() << "\n";
