@@ -44,7 +44,9 @@ dom::Element* HTMLed::highlightElement() const { return parts_->highlight.elemen
 
 // --- commands ---
 
-void HTMLed::sendCR(bool bBR) { parts_->formatting.sendCR(bBR); }
+void HTMLed::sendCR(bool bBR) {
+  parts_->view_switch.change_document([&] { parts_->formatting.sendCR(bBR); });
+}
 void HTMLed::bold_document() { parts_->formatting.bold(); }
 void HTMLed::italic_document() { parts_->formatting.italic(); }
 void HTMLed::underline_document() { parts_->formatting.underline(); }
@@ -80,7 +82,9 @@ const browser::Event* HTMLed::lastEvent() const { return parts_->input.last_even
 
 // --- bars, menus and dialogs ---
 
-void HTMLed::Table_Document() { parts_->tables.insert_table(); }
+void HTMLed::Table_Document() {
+  parts_->view_switch.change_document([&] { parts_->tables.insert_table(); });
+}
 void HTMLed::mnuClass_Click(std::int16_t Index) { parts_->classes.give_to_element(Index); }
 void HTMLed::mnuMiscClass_Click(std::int16_t Index) { parts_->classes.give_to_selection(Index); }
 platform::Toolbar& HTMLed::Toolbar1() { return parts_->toolbars.Toolbar1; }

@@ -139,7 +139,18 @@ void Content::keep_original(SharedText html) {
 
 void Content::RevertToOriginal() {
   attempt([&] { document().load_body(revert_text()); });
+  let_code_follow();
   context_.mark_clean();
+}
+
+void Content::let_code_follow() {
+  if (!code_.in_front()) return;
+  attempt([&] {
+    const SharedText text = share(text_of_body());
+    const auto& entered = code_.entered();
+    const bool unedited = entered && code_.box().untouched_text() == entered->code();
+    if (!unedited || *text != entered->markup()) code_.show_as_entered(source::SourceText::formatted(text));
+  });
 }
 
 void Content::ask_and_revert() {

@@ -27,6 +27,8 @@ class Content final : public Part {
   void make_original();
   /// What a revert goes back to where no host ever gives a text.
   void keep_opened(SharedText html) { opened_html_ = std::move(html); }
+  /// The code, while it shows, becomes that of the document as it is now.
+  void let_code_follow();
   /// Asks the user first. The document counts as unchanged whatever the answer is.
   void ask_and_revert();
   /// What the properties' store brought, at the start.

@@ -107,6 +107,13 @@ void ViewSwitch::write_code_to_body() {
   if (current && !dom::is_connected(*current)) highlight_.set_element({});
 }
 
+void ViewSwitch::change_document(const std::function<void()>& change) {
+  const KeepAlive alive(context_);
+  if (code_.in_front()) attempt([&] { write_code_to_body(); });
+  change();
+  content_.let_code_follow();
+}
+
 // The content is read before the mode changes and written back after it. Leaving the code view in between
 // writes the typed source as a step of undo; what is written back here then is a step of its own.
 void ViewSwitch::switch_editing(bool enabled) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+
 #include "tvx/core/part.h"
 
 namespace tvx::core {
@@ -24,6 +26,9 @@ class ViewSwitch final : public Part {
 
   /// To the other view, if the host doesn't forbid it.
   void show_Code();
+  /// A call of the host's that changes the document. While the code shows, what was typed into it goes into
+  /// the document before, and the code shows what the document has become.
+  void change_document(const std::function<void()>& change);
   /// Turns editing on or off; the code view is left where it goes off.
   void switch_editing(bool enabled);
 

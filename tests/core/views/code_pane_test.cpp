@@ -11,12 +11,12 @@ struct CodePaneAlone : testing::Test {
 };
 
 TEST_F(CodePaneAlone, CodeThatNobodyEditedIsNoNewBody) {
-  code.show_as_entered(share(u"<p>One</p>"), share(u"<p>One</p>\r\n"));
+  code.show_as_entered(source::SourceText::formatted(share(u"<p>One</p>")));
   EXPECT_EQ(code.edited_body(), std::nullopt);
 }
 
 TEST_F(CodePaneAlone, EditedCodeIsTheNewBody) {
-  code.show_as_entered(share(u"<p>One</p>"), share(u"<p>One</p>"));
+  code.show_as_entered(source::SourceText::as_it_is(share(u"<p>One</p>")));
   code.box().set_Text(std::u16string_view(u"<p>Two</p>"));
   EXPECT_EQ(code.edited_body(), u"<p>Two</p>");
 }

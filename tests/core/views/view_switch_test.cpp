@@ -408,6 +408,37 @@ TEST_F(ViewSwitch, ACharacterInTwoReferencesComesBackAsOne) {
   EXPECT_EQ(body(), u"<P title=\"\U0001F600\">\U0001F600x</P>");
 }
 
+TEST_F(ViewSwitch, TheCodeFollowsADocumentThatIsReverted) {
+  start_with(u"<P>one</P>");
+  enter();
+  replace_in_code(u"one", u"two");
+  control->RevertToOriginal();
+  EXPECT_EQ(code().Text(), u"<P>one</P>\r\n");
+  control->show_Code();
+  EXPECT_EQ(body(), u"<P>one</P>");
+}
+
+TEST_F(ViewSwitch, TheCodeFollowsALineBreakOfTheHosts) {
+  start_with(u"<P>one</P>");
+  load(u"<P>one[]</P>");
+  enter();
+  control->sendCR(false);
+  EXPECT_EQ(code().Text(), source::code_of(body()));
+  EXPECT_NE(body(), u"<P>one</P>");
+  const std::u16string with_line = body();
+  control->show_Code();
+  EXPECT_EQ(body(), with_line);
+}
+
+TEST_F(ViewSwitch, WhatWasTypedIsInTheDocumentBeforeTheHostsCall) {
+  start_with(u"<P>one</P>");
+  enter();
+  replace_in_code(u"one", u"two");
+  control->sendCR(false);
+  EXPECT_TRUE(contains(code().Text(), u"two")) << to_utf8(code().Text());
+  EXPECT_TRUE(contains(body(), u"two")) << to_utf8(body());
+}
+
 TEST_F(ViewSwitch, DisablingTheEditorInTheCodeViewComesBackUntouched) {
   start_with(u"<P>x</P>");
   enter();
