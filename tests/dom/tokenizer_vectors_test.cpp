@@ -94,7 +94,7 @@ std::u16string line_of(const Token& token) {
 }
 
 std::vector<std::u16string> lines_of(std::u16string_view input, ContentModel model, const Name& last_tag) {
-  Tokenizer tokenizer(input);
+  Tokenizer tokenizer(input, Halves::Apart);
   tokenizer.set_content_model(model);
   tokenizer.set_last_start_tag(last_tag);
   std::vector<std::u16string> lines;

@@ -79,51 +79,50 @@ const char16_t* read_number(const char16_t* at, const char16_t* end, char32_t& c
   return at != end && *at == u';' ? at + 1 : at;
 }
 
-const char16_t* read_numeric(const char16_t* at, const char16_t* end, std::u16string& out) {
+const char16_t* read_numeric(const char16_t* at, const char16_t* end, Halves halves, std::u16string& out) {
   char32_t code = 0, second = 0;
-  const char16_t* behind = read_number(at, end, code);
-  if (!behind) return nullptr;
-  // A character in two halves, each a reference, as this control and older programs write it. The standard
-  // makes two replacement characters of it.
-  if (code >= 0xD800 && code <= 0xDBFF && end - behind > 1 && behind[0] == u'&' && behind[1] == u'#') {
-    const char16_t* behind_both = read_number(behind + 1, end, second);
-    if (behind_both && second >= 0xDC00 && second <= 0xDFFF) {
+  const char16_t* after = read_number(at, end, code);
+  if (!after) return nullptr;
+  if (halves == Halves::Joined && code >= 0xD800 && code <= 0xDBFF && end - after > 1 && after[0] == u'&' &&
+      after[1] == u'#') {
+    const char16_t* after_both = read_number(after + 1, end, second);
+    if (after_both && second >= 0xDC00 && second <= 0xDFFF) {
       out += static_cast<char16_t>(code);
       out += static_cast<char16_t>(second);
-      return behind_both;
+      return after_both;
     }
   }
   append_code_point(numeric_value(code), out);
-  return behind;
+  return after;
 }
 
 const char16_t* read_named(const char16_t* at, const char16_t* end, InAttribute in_attribute,
                            std::u16string& out) {
   const NamedReference* match = longest_match(at, end);
   if (!match) return nullptr;
-  const char16_t* behind = at + match->name.size();
+  const char16_t* after = at + match->name.size();
   // Addresses with "&copy=1" in their query are older than this reference: there they stay as written.
-  if (in_attribute == InAttribute::Yes && match->name.back() != ';' && behind != end &&
-      (*behind == u'=' || is_ascii_alpha(*behind) || is_ascii_digit(*behind))) {
+  if (in_attribute == InAttribute::Yes && match->name.back() != ';' && after != end &&
+      (*after == u'=' || is_ascii_alpha(*after) || is_ascii_digit(*after))) {
     return nullptr;
   }
   append_code_point(match->first, out);
   if (match->second) append_code_point(match->second, out);
-  return behind;
+  return after;
 }
 
 }  // namespace
 
 const char16_t* read_character_reference(const char16_t* at, const char16_t* end, InAttribute in_attribute,
-                                         std::u16string& out) {
+                                         Halves halves, std::u16string& out) {
   const char16_t* first = at + 1;
-  const char16_t* behind = nullptr;
+  const char16_t* after = nullptr;
   if (first != end && *first == u'#') {
-    behind = read_numeric(first, end, out);
+    after = read_numeric(first, end, halves, out);
   } else if (first != end && is_ascii_alpha(*first)) {
-    behind = read_named(first, end, in_attribute, out);
+    after = read_named(first, end, in_attribute, out);
   }
-  if (behind) return behind;
+  if (after) return after;
   out += u'&';
   return first;
 }

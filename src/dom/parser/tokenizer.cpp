@@ -45,7 +45,7 @@ const char16_t* find_special(const char16_t* at, const char16_t* end) {
 
 }  // namespace
 
-Tokenizer::Tokenizer(std::u16string_view html) {
+Tokenizer::Tokenizer(std::u16string_view html, Halves halves) : halves_(halves) {
   if (html.find(u'\r') != html.npos) {
     normalised_ = with_single_line_ends(html);
     html = normalised_;
@@ -103,7 +103,7 @@ bool Tokenizer::read_data(Token& token) {
     if (*at_ == u'&') {
       buffer_.append(run, at_);
       copied = true;
-      run = at_ = read_character_reference(at_, end_, InAttribute::No, buffer_);
+      run = at_ = read_character_reference(at_, end_, InAttribute::No, halves_, buffer_);
       continue;
     }
     if (*at_ == u'\0') {

@@ -5,6 +5,7 @@
 #include <string_view>
 #include <unordered_set>
 
+#include "tvx/dom/parser/character_reference.h"
 #include "tvx/dom/parser/token.h"
 
 namespace tvx::dom::parser {
@@ -26,7 +27,7 @@ enum class ContentModel : std::uint8_t {
 class Tokenizer {
  public:
   /// The view must outlive the tokenizer.
-  explicit Tokenizer(std::u16string_view html);
+  explicit Tokenizer(std::u16string_view html, Halves halves = Halves::Joined);
   Tokenizer(const Tokenizer&) = delete;
   Tokenizer& operator=(const Tokenizer&) = delete;
 
@@ -85,6 +86,7 @@ class Tokenizer {
   const char16_t* begin_ = nullptr;
   const char16_t* at_ = nullptr;
   const char16_t* end_ = nullptr;
+  const Halves halves_;
   ContentModel model_ = ContentModel::Data;
   Name last_start_tag_;
   std::u16string buffer_;  // the text of the token, where it isn't in the source as it stands

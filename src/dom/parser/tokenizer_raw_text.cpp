@@ -44,7 +44,7 @@ bool Tokenizer::read_replaceable_text(Token& token) {
     buffer_.append(run, at_);
     copied = true;
     if (*at_ == u'&') {
-      run = read_character_reference(at_, end_, InAttribute::No, buffer_);
+      run = read_character_reference(at_, end_, InAttribute::No, halves_, buffer_);
       at_ = run - 1;
     } else {
       buffer_ += u'\uFFFD';

@@ -90,7 +90,7 @@ void Tokenizer::read_quoted_value(char16_t quote, std::u16string& value) {
       return;
     }
     if (*at_ == u'&') {
-      at_ = read_character_reference(at_, end_, InAttribute::Yes, value);
+      at_ = read_character_reference(at_, end_, InAttribute::Yes, halves_, value);
     } else {
       value += u'\uFFFD';
       ++at_;
@@ -101,7 +101,7 @@ void Tokenizer::read_quoted_value(char16_t quote, std::u16string& value) {
 void Tokenizer::read_unquoted_value(std::u16string& value) {
   while (!at_end() && !is_ascii_space(*at_) && *at_ != u'>') {
     if (*at_ == u'&') {
-      at_ = read_character_reference(at_, end_, InAttribute::Yes, value);
+      at_ = read_character_reference(at_, end_, InAttribute::Yes, halves_, value);
     } else {
       value += *at_ == u'\0' ? u'\uFFFD' : *at_;
       ++at_;
