@@ -16,7 +16,8 @@ TEST_F(CodeViewDoor, KeysReachTheCodeViewWhenItIsInFront) {
   EXPECT_EQ(result("object", {{"path", "txtCode.Text"}})["value"], "a\t<P>x</P>\r\n");
   EXPECT_EQ(result("get", {{"name", "IsDirty"}})["value"], true);
   result("call", {{"name", "show_Code"}});
-  EXPECT_EQ(result("object", {{"path", "docHTML.body.innerHTML"}})["value"], "a\t<P>x</P>\n");
+  EXPECT_EQ(result("object", {{"path", "docHTML.body.innerHTML"}})["value"],
+            "a\t<P>x</P>");  // the line end was drawn
 }
 
 TEST_F(CodeViewDoor, TheCodeViewTellsItsLinesAndItsUsersSelection) {
