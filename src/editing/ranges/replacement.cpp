@@ -89,11 +89,21 @@ void wrap_children(Node& from, const Element& wrapper) {
   dom::Builder::insert(from, copy);
 }
 
-/// A list takes only items, so what stands around items goes into each of them: `<B><LI>` becomes `<LI><B>`.
-void take_wrappers_into_items(dom::DocumentFragment& content) {
+bool stands_in_list(const Node& position) {
+  for (const Node* node = &position; node && !is_table_part(*node); node = node->parent()) {
+    if (is_item(*node) || is_list_of_any_kind(*node)) return true;
+  }
+  return false;
+}
+
+/// A list takes only items, so what stands around items goes into each of them: `<B><LI>` becomes `<LI><B>`,
+/// and within a list `<DIV><LI>` becomes `<LI><DIV>`.
+void take_wrappers_into_items(dom::DocumentFragment& content, const Node& context) {
+  const bool in_list = stands_in_list(context);
   std::vector<Ref<Element>> wrappers;
   for (Node* node = content.first_child(); node; node = dom::next_in_order(*node, &content)) {
-    if (is_look(*node)) wrappers.emplace_back(static_cast<Element*>(node));
+    const bool takes_no_items = node->is_element() && !is_item(*node) && !is_list_of_any_kind(*node);
+    if (is_look(*node) || (in_list && takes_no_items)) wrappers.emplace_back(static_cast<Element*>(node));
   }
   for (const Ref<Element>& wrapper : std::views::reverse(wrappers)) {
     if (!has_item(*wrapper)) continue;
@@ -127,7 +137,7 @@ Node& Replacement::context() const {
 }
 
 Boundary Replacement::run(const Ref<dom::DocumentFragment>& content) {
-  take_wrappers_into_items(*content);
+  take_wrappers_into_items(*content, context());
   if (Ref<Element> first, last; has_block(*content) && covers_blocks(first, last)) {
     replace_blocks(*first, *last, content);
     return finish();
@@ -144,7 +154,7 @@ Boundary Replacement::run(const Ref<dom::DocumentFragment>& content) {
 }
 
 Boundary Replacement::run_for(Element& element, const Ref<dom::DocumentFragment>& content) {
-  take_wrappers_into_items(*content);
+  take_wrappers_into_items(*content, element);
   const bool stays = is_item(element) ? !has_item(*content) : !has_block(*content);
   if (keeps_its_kind(element) && stays) {
     replace_children(element, content);

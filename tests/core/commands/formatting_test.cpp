@@ -174,6 +174,22 @@ TEST_F(Formatting, FormatSelectionAcrossBlocksKeepsTheWrapperAndTheBlocks) {
                  "<TABLE><TBODY><TR><TD><A href=\"x\">one</A></TD></TR></TBODY></TABLE>");
 }
 
+TEST_F(Formatting, FormatSelectionPutsABlockIntoEachItem) {
+  start_with(u"");
+  const auto expect_wrapped = [&](std::u16string_view before, std::string_view after) {
+    load(before);
+    control->FormatSelection(u"<DIV>", u"</DIV>");
+    EXPECT_EQ(to_utf8(body()), after);
+    control->undo_document();
+    EXPECT_EQ(to_utf8(marked()), to_utf8(before));
+  };
+  expect_wrapped(u"<UL><LI>[one]</LI><LI>two</LI></UL>", "<UL><LI><DIV>one</DIV></LI><LI>two</LI></UL>");
+  expect_wrapped(u"<UL><LI>o[ne</LI><LI>tw]o</LI></UL>",
+                 "<UL><LI>o</LI><LI><DIV>ne</DIV></LI><LI><DIV>tw</DIV></LI><LI>o</LI></UL>");
+  expect_wrapped(u"<DL><DT>[one]</DT><DD>two</DD></DL>", "<DL><DT><DIV>one</DIV></DT><DD>two</DD></DL>");
+  expect_wrapped(u"<UL><LI>[one</LI><LI>two]</LI></UL>", "<DIV><UL><LI>one</LI><LI>two</LI></UL></DIV>");
+}
+
 TEST_F(Formatting, FormatSelectionOverAControlIsReportedAndLeavesAll) {
   start_with(u"<P>x<IMG src=\"a.gif\"></P>");
   select_image();
