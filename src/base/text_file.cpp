@@ -6,59 +6,18 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <cstdlib>
 #include <cstring>
 #include <utility>
 
 #include "tvx/base/code_page.h"
 #include "tvx/base/error.h"
 #include "tvx/base/fault.h"
+#include "tvx/base/file_replacement.h"
+#include "tvx/base/open_file.h"
 #include "tvx/base/strings.h"
 
 namespace tvx {
 namespace {
-
-class File {
- public:
-  explicit File(int descriptor) : descriptor_(descriptor) {}
-  ~File() { close(); }
-  File(const File&) = delete;
-  File& operator=(const File&) = delete;
-
-  bool is_open() const { return descriptor_ >= 0; }
-  int descriptor() const { return descriptor_; }
-
-  bool write(std::string_view bytes) {
-    while (!bytes.empty()) {
-      const ssize_t written = ::write(descriptor_, bytes.data(), bytes.size());
-      if (written < 0 && errno == EINTR) continue;
-      if (written <= 0) return false;
-      bytes.remove_prefix(static_cast<std::size_t>(written));
-    }
-    return true;
-  }
-
-  /// Appends all that is left to `bytes`; false if reading breaks off.
-  bool read(std::string& bytes) {
-    constexpr std::size_t step = 1 << 16;
-    for (;;) {
-      const std::size_t size = bytes.size();
-      bytes.resize(size + std::max(step, size / 2));
-      const ssize_t got = ::read(descriptor_, bytes.data() + size, bytes.size() - size);
-      bytes.resize(size + static_cast<std::size_t>(std::max<ssize_t>(got, 0)));
-      if (got == 0) return true;
-      if (got < 0 && errno != EINTR) return false;
-    }
-  }
-
-  bool close() {
-    const int descriptor = std::exchange(descriptor_, -1);
-    return descriptor < 0 || ::close(descriptor) == 0;
-  }
-
- private:
-  int descriptor_;
-};
 
 bool is_folder(const std::string& path) {
   struct stat status;
@@ -72,91 +31,59 @@ std::string folder_of(const std::string& path) {
   return slash == 0 ? "/" : path.substr(0, slash);
 }
 
-/// Devices and folders aren't files to be deleted.
-void delete_file(const std::string& path) {
-  struct stat status;
-  if (lstat(path.c_str(), &status) != 0) return;
-  if (S_ISREG(status.st_mode) || S_ISLNK(status.st_mode)) unlink(path.c_str());
-}
-
 /// A NUL would cut the name short and so name another file.
 bool names_a_file(const std::string& path) { return !path.empty() && path.find('\0') == path.npos; }
 
-bool write_bytes(std::u16string_view path, std::string_view bytes) {
-  const std::string name = file_system_path(path);
-  if (!names_a_file(name)) return false;
-  delete_file(name);
-  File file(open(name.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666));
-  return file.is_open() && file.write(bytes) && file.close();
+/// Whether a file can stand there: links are replaced; devices, pipes and folders stay what they are.
+bool is_file_to_write(const std::string& path) {
+  struct stat status;
+  return names_a_file(path) &&
+         (lstat(path.c_str(), &status) != 0 || S_ISREG(status.st_mode) || S_ISLNK(status.st_mode));
 }
 
 struct FileBytes {
   std::string bytes;
-  bool complete = false;
+  /// Why there are not all bytes; empty where there are.
+  std::string failure;
 };
 
-FileBytes read_file(std::u16string_view path) {
+std::string why_unreadable(const struct stat& status, std::size_t limit) {
+  if (S_ISDIR(status.st_mode)) return std::strerror(EISDIR);
+  if (!S_ISREG(status.st_mode)) return "it is not a regular file";
+  if (status.st_size > 0 && static_cast<std::size_t>(status.st_size) > limit)
+    return "it is larger than " + std::to_string(limit >> 20) + " MB";
+  return {};
+}
+
+// A pipe waits for its writer and a device has no end. Looked at before it is opened, for opening alone can
+// make a device do something, and once more after, for it may have become another.
+FileBytes read_file(std::u16string_view path, std::size_t limit) {
   FileBytes result;
   const std::string name = file_system_path(path);
-  if (!names_a_file(name)) return result;
-  File file(open(name.c_str(), O_RDONLY | O_CLOEXEC));
-  result.complete = file.is_open() && file.read(result.bytes);
+  struct stat status;
+  const auto broken_off = [&](int reason) {
+    result.failure = std::strerror(reason);
+    return result;
+  };
+  if (!names_a_file(name)) return broken_off(ENOENT);
+  if (stat(name.c_str(), &status) != 0) return broken_off(errno);
+  result.failure = why_unreadable(status, limit);
+  if (!result.failure.empty()) return result;
+  OpenFile file(open(name.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+  if (!file.is_open() || fstat(file.descriptor(), &status) != 0) return broken_off(errno);
+  result.failure = why_unreadable(status, limit);
+  if (!result.failure.empty()) return result;
+  if (!file.read(result.bytes, limit)) return broken_off(errno);
+  if (result.bytes.size() <= limit) return result;
+  status.st_size = static_cast<off_t>(result.bytes.size());
+  result.bytes.clear();
+  result.failure = why_unreadable(status, limit);
   return result;
 }
 
-[[noreturn]] void fail(const std::string& path, int reason) {
+[[noreturn]] void fail_to_save(const std::string& path, int reason) {
   throw RuntimeError(errors::path_access, from_utf8("Can't save " + path + ": " + std::strerror(reason)));
 }
-
-/// Where a chain of links ends, so that the link itself survives a rename over its name.
-std::string link_target(const std::string& path) {
-  char* resolved = realpath(path.c_str(), nullptr);
-  if (!resolved) return path;
-  std::string target = resolved;
-  std::free(resolved);
-  return target;
-}
-
-/// The mode of a file that the user makes without thinking of modes.
-mode_t usual_mode() {
-  const mode_t mask = umask(0);
-  umask(mask);
-  return 0666 & ~mask;
-}
-
-/// A file beside the target that either takes its position or goes away again.
-class Replacement {
- public:
-  explicit Replacement(const std::string& target)
-      : target_(target), name_(folder_of(target) + "/.tvx-XXXXXX"), file_(mkostemp(name_.data(), O_CLOEXEC)) {
-    if (!file_.is_open()) fail(target_, errno);
-  }
-  ~Replacement() {
-    if (!placed_) unlink(name_.c_str());
-  }
-
-  void fill(std::string_view bytes, const struct stat* old) {
-    if (!file_.write(bytes)) fail(target_, errno);
-    // Another owner can be kept by the superuser alone; changed first, for it clears the set-id bits.
-    if (old && fchown(file_.descriptor(), old->st_uid, old->st_gid) != 0) errno = 0;
-    if (fchmod(file_.descriptor(), old ? old->st_mode & 07777 : usual_mode()) != 0) fail(target_, errno);
-    if (fsync(file_.descriptor()) != 0 || !file_.close()) fail(target_, errno);
-  }
-
-  void take_place() {
-    if (rename(name_.c_str(), target_.c_str()) != 0) fail(target_, errno);
-    placed_ = true;
-    // The new name is on the disk once its folder is; a file system that can't promise it has done its best.
-    const File folder(open(folder_of(target_).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (folder.is_open()) fsync(folder.descriptor());
-  }
-
- private:
-  std::string target_;
-  std::string name_;
-  File file_;
-  bool placed_ = false;
-};
 
 }  // namespace
 
@@ -169,45 +96,65 @@ std::string file_system_path(std::u16string_view path) {
 }
 
 bool WriteTextFile(std::u16string_view path, std::u16string_view text) {
-  bool broken = true;
-  attempt([&] { broken = fault_point(u"WriteTextFile").has_value(); });
-  if (broken) {
-    // What was there is gone by the time a disk fails.
-    unlink(file_system_path(path).c_str());
-    return false;
-  }
-  return write_bytes(path, CodePage::system().encode(text));
+  const std::string name = file_system_path(path);
+  return attempt([&] {
+    if (fault_point(u"WriteTextFile")) fail_to_save(name, EIO);
+    if (!is_file_to_write(name)) fail_to_save(name, EINVAL);
+    const std::string bytes = CodePage::system().encode(text);
+    // Without rights on its folder a file can't be replaced, but it can be written to.
+    if (!can_write_beside(name) && eaccess(name.c_str(), W_OK) == 0)
+      overwrite_file(name, bytes);
+    else
+      replace_file(name, bytes, OldFile::Forget);
+  });
 }
 
+// For the program's own files, which nobody misses: no disk is waited for.
 bool write_printed_line(std::u16string_view path, std::u16string_view text) {
-  return write_bytes(path, CodePage::system().encode(text) + CodePage::system().encode(u"\r\n"));
+  const std::string name = file_system_path(path);
+  if (!is_file_to_write(name)) return false;
+  unlink(name.c_str());
+  OpenFile file(open(name.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_NONBLOCK | O_CLOEXEC, 0666));
+  return file.is_open() && file.write(CodePage::system().encode(text) + CodePage::system().encode(u"\r\n")) &&
+         file.close();
 }
 
-FileText ReadTextFile(std::u16string_view path) {
-  const FileBytes file = read_file(path);
-  FileText result{CodePage::system().decode(file.bytes), file.complete};
+FileText ReadTextFile(std::u16string_view path, std::size_t limit) {
+  FileBytes file = read_file(path, limit);
+  FileText result{CodePage::system().decode(file.bytes), std::move(file.failure)};
   std::erase_if(result.text, [](char16_t c) { return c == u'\r' || c == u'\n'; });
   return result;
 }
 
-std::optional<std::string> read_bytes(std::u16string_view path) {
-  FileBytes file = read_file(path);
-  if (!file.complete) return std::nullopt;
+std::optional<std::string> read_bytes(std::u16string_view path, std::size_t limit) {
+  FileBytes file = read_file(path, limit);
+  if (!file.failure.empty()) return std::nullopt;
+  return std::move(file.bytes);
+}
+
+std::string read_all_bytes(std::u16string_view path, std::size_t limit) {
+  FileBytes file = read_file(path, limit);
+  if (!file.failure.empty())
+    throw RuntimeError(errors::path_access,
+                       u"Can't read " + std::u16string(path) + u": " + from_utf8(file.failure));
   return std::move(file.bytes);
 }
 
 void save_atomically(std::u16string_view path, std::string_view bytes) {
   const std::string name = file_system_path(path);
-  if (!names_a_file(name)) fail(name, ENOENT);
+  if (!names_a_file(name)) fail_to_save(name, ENOENT);
   const std::string target = link_target(name);
   struct stat old;
   const bool exists = stat(target.c_str(), &old) == 0;
-  if (exists && !S_ISREG(old.st_mode)) fail(name, S_ISDIR(old.st_mode) ? EISDIR : EINVAL);
+  if (exists && !S_ISREG(old.st_mode)) fail_to_save(name, S_ISDIR(old.st_mode) ? EISDIR : EINVAL);
   // A rename needs rights on the folder alone; a file that the user protected stays protected.
-  if (exists && eaccess(target.c_str(), W_OK) != 0) fail(name, errno);
-  Replacement replacement(target);
-  replacement.fill(bytes, exists ? &old : nullptr);
-  replacement.take_place();
+  if (exists && eaccess(target.c_str(), W_OK) != 0) fail_to_save(name, errno);
+  // A new file under the name would be another one to the other names, or the user's in place of its owner's.
+  const bool is_ours = !exists || geteuid() == 0 || old.st_uid == geteuid();
+  if (exists && (old.st_nlink > 1 || !is_ours || !can_write_beside(target)))
+    overwrite_file(target, bytes);
+  else
+    replace_file(target, bytes, OldFile::Keep);
 }
 
 }  // namespace tvx

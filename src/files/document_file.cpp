@@ -1,6 +1,6 @@
 #include "tvx/files/document_file.h"
 
-#include "tvx/base/error.h"
+#include "tvx/base/file_replacement.h"
 #include "tvx/base/strings.h"
 #include "tvx/base/text_file.h"
 #include "tvx/dom/mutation.h"
@@ -32,11 +32,10 @@ std::u16string collapsed(std::u16string_view text) {
 }  // namespace
 
 DocumentFile DocumentFile::open(std::u16string_view path) {
-  std::optional<std::string> bytes = read_bytes(path);
-  if (!bytes) throw RuntimeError(errors::path_access, u"Can't read " + std::u16string(path));
   DocumentFile file;
   file.path_ = file.source_ = path;
-  file.take(std::move(*bytes));
+  file.take(read_all_bytes(path));
+  sweep_unfinished_saves(file_system_path(path));
   return file;
 }
 

@@ -100,15 +100,14 @@ bool is_page_name(std::u16string_view path) {
   return extension == u"html" || extension == u"htm" || extension == u"xhtml";
 }
 
-/// A file of text has no NUL, and isn't so long that nobody can mean to see it.
-bool is_text(std::string_view bytes) { return bytes.size() < (64U << 20) && bytes.find('\0') == bytes.npos; }
+/// A file of text isn't so long that nobody can mean to see it, and has no NUL.
+constexpr std::size_t longest_text = std::size_t{64} << 20;
+bool is_text(std::string_view bytes) { return bytes.find('\0') == bytes.npos; }
 
 std::u16string html_of_file(const std::u16string& path, const std::u16string& address,
                             std::u16string_view folder) {
   if (is_picture_name(path)) return picture(stored_picture(path, folder));
-  std::error_code ignored;
-  const bool file = fs::is_regular_file(file_system_path(path), ignored);
-  const auto bytes = file ? read_bytes(path) : std::nullopt;
+  const auto bytes = read_bytes(path, longest_text);
   if (!bytes || !is_text(*bytes)) return link(address, FileNameFromPath(path));
   const std::u16string text = decode_page(*bytes).text;
   return is_page_name(path) ? text : html_of_text(text);

@@ -42,7 +42,7 @@ std::u16string document_address(std::u16string_view address) {
   return file_url(from_utf8(path.string()));
 }
 
-HttpAnswer read_local(std::u16string_view address) {
+HttpAnswer read_local(std::u16string_view address, std::size_t limit) {
   HttpAnswer answer;
   answer.address = document_address(address);
   answer.status = static_cast<std::int32_t>(LoadFailure::NotFound);
@@ -53,7 +53,7 @@ HttpAnswer read_local(std::u16string_view address) {
   const auto path = local_file(address);
   if (!path) answer.status = static_cast<std::int32_t>(LoadFailure::UnknownProtocol);
   if (!path || path->empty()) return answer;
-  if (auto bytes = read_bytes(*path)) {
+  if (auto bytes = read_bytes(*path, limit)) {
     answer.body = *std::move(bytes);
     answer.status = 200;
   }

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "tvx/base/text_file.h"
 #include "tvx/browser/html_document.h"
 #include "tvx/browser/loading/http_client.h"
 
@@ -22,8 +23,8 @@ bool is_blank_address(std::u16string_view address);
 std::u16string document_address(std::u16string_view address);
 
 /// What an address that isn't remote leads to, in the form of a server's answer: 200 and the bytes, or why
-/// there are none. "about:blank" is empty.
-HttpAnswer read_local(std::u16string_view address);
+/// there are none. "about:blank" is empty. A file of more than `limit` bytes isn't read.
+HttpAnswer read_local(std::u16string_view address, std::size_t limit = largest_document);
 
 /// The document of what was found there, "interactive"; null where that is no page but a picture or the like.
 /// A plain text becomes a page with one PRE.

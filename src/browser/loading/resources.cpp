@@ -18,7 +18,8 @@ bool fails_on_request() {
 
 }  // namespace
 
-Resources::Ticket Resources::load(std::u16string_view address, std::string_view accept, Done done) {
+Resources::Ticket Resources::load(std::u16string_view address, std::string_view accept, std::size_t limit,
+                                  Done done) {
   if (fails_on_request()) {
     done({static_cast<std::int32_t>(LoadFailure::NotFound)});
     return 0;
@@ -28,7 +29,7 @@ Resources::Ticket Resources::load(std::u16string_view address, std::string_view 
       if (const auto alive = owner.lock()) done(std::move(answer));
     });
   }
-  done(read_local(address));
+  done(read_local(address, limit));
   return 0;
 }
 

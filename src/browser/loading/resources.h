@@ -4,6 +4,7 @@
 #include <string_view>
 #include <utility>
 
+#include "tvx/base/text_file.h"
 #include "tvx/browser/loading/http_client.h"
 
 namespace tvx::browser {
@@ -22,17 +23,19 @@ class Resources {
   /// A local file is read at once: `done` is called before this returns. For anything else it is called from
   /// the message loop, and not at all once the load is cancelled.
   Ticket load_page(std::u16string_view address, Done done) {
-    return load(address, "text/html,application/xhtml+xml,text/*;q=0.9,*/*;q=0.5", std::move(done));
+    return load(address, "text/html,application/xhtml+xml,text/*;q=0.9,*/*;q=0.5", largest_document,
+                std::move(done));
   }
   Ticket load_sheet(std::u16string_view address, Done done) {
-    return load(address, "text/css,*/*;q=0.1", std::move(done));
+    return load(address, "text/css,*/*;q=0.1", largest_sheet, std::move(done));
   }
   void cancel(Ticket ticket) {
     if (ticket != 0) http_.cancel(ticket);
   }
 
  private:
-  Ticket load(std::u16string_view address, std::string_view accept, Done done);
+  /// `limit`: the most bytes of a local file.
+  Ticket load(std::u16string_view address, std::string_view accept, std::size_t limit, Done done);
 
   HttpClient http_;
   std::weak_ptr<void> owner_;

@@ -90,12 +90,11 @@ void DocumentFiles::Save_document(const std::u16string& strFilename, bool bEntir
         file_dialog(u"Save HTML File", u"*.htm;*.HTM;*.HTML;*.html|All Files|*.*", surroundings().hwnd);
     if (!attempt([&] { path = surroundings().dialogs.ShowSave(dialog); })) return;
   }
-  if (!path.empty())
-    attempt([&] {
-      const std::u16string text = text_to_save(bEntireDocument);
-      WriteTextFile(path, text);
-    });
-  properties_.IsDirty = false;
+  // A cancelled dialog counts as saved, as it always has. What couldn't be written doesn't: the file is what
+  // it was, and the host sees by the flag that the text is still here alone.
+  bool saved = path.empty();
+  if (!saved) attempt([&] { saved = WriteTextFile(path, text_to_save(bEntireDocument)); });
+  if (saved) properties_.IsDirty = false;
   context_.state_changed();
 }
 

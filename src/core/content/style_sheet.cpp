@@ -1,8 +1,10 @@
 #include "tvx/core/content/style_sheet.h"
 
 #include <algorithm>
+#include <filesystem>
 
 #include "tvx/base/error.h"
+#include "tvx/base/strings.h"
 #include "tvx/base/text.h"
 #include "tvx/base/text_file.h"
 #include "tvx/base/url.h"
@@ -58,7 +60,12 @@ void StyleSheetBinding::apply_remote() {
 void StyleSheetBinding::apply_local() {
   const std::u16string source = DecodeURL(std::u16string_view(properties_.CSSText).substr(8));
   const std::u16string copy = own_file();
-  const std::u16string text = ReadTextFile(source).text;
+  const FileText read = ReadTextFile(source, largest_sheet);
+  const std::u16string& text = read.text;
+  // A sheet that isn't there is no error. One that is there and isn't read would be a riddle.
+  std::error_code ignored;
+  if (!read.complete() && std::filesystem::exists(file_system_path(source), ignored))
+    raise_error(errors::path_access, u"Can't read " + source + u": " + from_utf8(read.failure));
   write_printed_line(copy, text);
   watch_download_ = true;
   attempt([&] { set_file(canonical_address(copy), text); });

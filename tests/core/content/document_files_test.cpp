@@ -1,3 +1,5 @@
+#include <sys/stat.h>
+
 #include "core/control_fixture.h"
 
 namespace tvx::core {
@@ -135,14 +137,50 @@ TEST_F(Control, SavingChangesNeitherTheOriginalNorTellsTheContainer) {
   EXPECT_EQ(host.count("BeforeGetDocumentHTML"), 0u);
 }
 
-TEST_F(Control, AFailingWriteLeavesNoFileAtAll) {
+TEST_F(Control, AFailingWriteLeavesTheOldFileAndTheFlag) {
   start_with(u"<P>new</P>");
   const auto file = write_file("out.html", "old");
   key(u"Shift", 16);
   set_fault(u"WriteTextFile", {RuntimeError(61, u"Disk full")});
   control->Save_document(file, false);
-  EXPECT_FALSE(std::filesystem::exists(folder / "out.html"));
+  EXPECT_EQ(bytes_of(folder / "out.html"), "old");
+  EXPECT_TRUE(control->IsDirty());
+  EXPECT_EQ(host.count("Error"), 0u);
+  control->Save_document(file, false);
+  EXPECT_EQ(bytes_of(folder / "out.html"), "<P>new</P>");
   EXPECT_FALSE(control->IsDirty());
+}
+
+TEST_F(Control, WhatIsNoFileIsNeitherOpenedNorWritten) {
+  start_with(u"<P>x</P>");
+  ASSERT_EQ(mkfifo((folder / "pipe.html").c_str(), 0600), 0);
+  for (std::u16string name : {path("pipe.html"), std::u16string(u"/dev/zero")})
+    for (const bool entire : {true, false}) {
+      host.heard.clear();
+      control->Open_document(name, entire);
+      EXPECT_EQ(body(), u"<P>x</P>");
+      EXPECT_EQ(host.count("Error: 20000"), entire ? 1u : 0u) << to_utf8(name);
+    }
+  key(u"Shift", 16);
+  control->Save_document(path("pipe.html"), false);
+  EXPECT_TRUE(control->IsDirty());
+  EXPECT_TRUE(std::filesystem::is_fifo(folder / "pipe.html"));
+}
+
+TEST_F(Control, ASheetWithoutEndIsToldAndNotRead) {
+  start_with(u"<P>x</P>");
+  auto page = write_file("page.html",
+                         "<link rel=stylesheet href='file:///dev/zero'>"
+                         "<style>@import 'file:///dev/zero'; p { color: red }</style><p>y</p>");
+  control->Open_document(page, true);
+  EXPECT_EQ(body(), u"<P>y</P>");
+  start_with(u"<P>x</P>");
+  control->set_CSShttp(true);
+  control->set_CSSText(u"file:////dev/zero");
+  EXPECT_THAT(host.heard, testing::Contains("Error: 75 Can't read /dev/zero: it is not a regular file"));
+  host.heard.clear();
+  control->set_CSSText(u"file:////no/such/sheet.css");
+  EXPECT_EQ(host.count("Error"), 0u);
 }
 
 TEST_F(Control, ACancelledSaveDialogClearsTheFlagAndWritesNothing) {
@@ -191,12 +229,12 @@ TEST_F(Control, InAnotherCodePageReferencesComeThrough) {
   EXPECT_TRUE(contains(body(), u"\u4E2D"));
 }
 
-TEST_F(Control, ATargetThatCantBeWrittenTellsNothingAndClearsTheFlag) {
+TEST_F(Control, ATargetThatCantBeWrittenTellsNothingAndLeavesTheFlag) {
   start_with(u"<P>x</P>");
   key(u"Shift", 16);
   host.heard.clear();
   control->Save_document(path("no/such/folder/out.html"), true);
-  EXPECT_FALSE(control->IsDirty());
+  EXPECT_TRUE(control->IsDirty());
   EXPECT_EQ(host.heard.size(), 0u);
   EXPECT_FALSE(std::filesystem::exists(folder / "no"));
   EXPECT_EQ(body(), u"<P>x</P>");
