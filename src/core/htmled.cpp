@@ -45,13 +45,51 @@ void HTMLed::remove_observer(HTMLedObserver& observer) { std::erase(observers_, 
 
 // --- code of the host ---
 
-void HTMLed::call_outside(const std::function<void()>& call) {
-  const KeepAlive alive(*this);
+namespace {
+
+/// How deep calls of hosts stand within one another on this thread, whichever control they are of: they share
+/// its stack. A host that does in an event what raises the event would else take all of it.
+class HostNesting {
+ public:
+  HostNesting() { ++depth_; }
+  ~HostNesting() {
+    if (--depth_ == 0) refusing_ = false;
+  }
+  HostNesting(const HostNesting&) = delete;
+  HostNesting& operator=(const HostNesting&) = delete;
+
+  /// Once it has gone too deep, all of the nest comes to its end: calls on the way back could be as many
+  /// again on every level.
+  static bool refuses() { return refusing_; }
+  static bool goes_too_deep() { return refusing_ = depth_ > deepest; }
+
+ private:
+  static constexpr int deepest = 64;
+  static thread_local int depth_;
+  static thread_local bool refusing_;
+};
+
+thread_local int HostNesting::depth_ = 0;
+thread_local bool HostNesting::refusing_ = false;
+
+// A host's own failure is the host's: an event that fails has been raised all the same.
+void call_safely(const std::function<void()>& call) {
   try {
     call();
   } catch (...) {
-    // A host's own failure is the host's: an event that fails has been raised all the same.
   }
+}
+
+}  // namespace
+
+void HTMLed::call_outside(const std::function<void()>& call) {
+  const KeepAlive alive(*this);
+  const HostNesting nesting;
+  if (HostNesting::refuses()) return;
+  if (!HostNesting::goes_too_deep()) return call_safely(call);
+  std::int32_t number = 28;
+  std::u16string text = u"Out of stack space: the host's events call one another without end";
+  if (host_) call_safely([&] { host_->Error(number, text); });
 }
 
 void HTMLed::raise(const std::function<void(HTMLedEvents&)>& event) {

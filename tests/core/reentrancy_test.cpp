@@ -19,6 +19,7 @@ class AnyEventHost : public HTMLedEvents {
  public:
   std::function<void(const std::string&)> inside;
   int times = 0;
+  int errors = 0;
 
   void Error(std::int32_t&, std::u16string&) override { heard("Error"); }
   void FTPSuccess(std::int32_t&, std::u16string&) override { heard("FTPSuccess"); }
@@ -181,6 +182,26 @@ TEST_P(EveryEvent, AHostMayOpenAndSaveFiles) {
     control->Save_document(path("saved.html"), false);
   });
   EXPECT_EQ(bytes_of(folder / "saved.html"), "<P>from a file</P>");
+}
+
+// Twice in each, as 2 to the power of the depth would take as long as no end.
+TEST_P(EveryEvent, AHostMayRaiseTheEventWithinItself) {
+  HTMLed* raw = control.get();
+  any.inside = [this, raw](const std::string& name) {
+    if (name == "Error") ++any.errors;
+    constexpr int enough = 500;  // events that come from the message loop don't stand within one another
+    if (name != GetParam().name || ++any.times > enough) return;
+    for (int i = 0; i < 2; ++i) GetParam().set_off(*raw, press);
+  };
+  GetParam().set_off(*raw, press);
+  loop.settle();
+  EXPECT_GE(any.times, 1);
+  if (GetParam().name == std::string("BeforeGetDocumentHTML")) {
+    EXPECT_EQ(any.errors, 1) << "28, Out of stack space";
+    EXPECT_EQ(any.times, 64);
+  }
+  any.inside = {};
+  EXPECT_EQ(control->DocumentHTML().empty(), false) << "it works on";
 }
 
 INSTANTIATE_TEST_SUITE_P(Raised, EveryEvent, testing::ValuesIn(cases),
