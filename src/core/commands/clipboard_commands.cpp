@@ -8,6 +8,8 @@
 #include "tvx/dom/inner_html.h"
 #include "tvx/dom/objects/element_content.h"
 #include "tvx/dom/without_overlay.h"
+#include "tvx/editing/clipboard/pasted_content.h"
+#include "tvx/editing/facts/predicates.h"
 #include "tvx/editing/ranges/control_range.h"
 
 namespace tvx::core {
@@ -37,20 +39,20 @@ std::u16string_view ClipboardCommands::selection_type() const {
 
 void ClipboardCommands::copy() {
   const KeepAlive alive(context_);
-  const std::u16string_view type = selection_type();
-  if (type == u"None") return;
+  if (selection_type() == u"None") return;
   attempt([&] { clipboard().Clear(); });
   if (code_.in_front()) return clip_.Copy(code_.box().hwnd());
   if (succeeds(document(), u"Copy")) return;
-  attempt([&] { copy_by_hand(type); });
+  attempt([&] { copy_by_hand(); });
 }
 
-void ClipboardCommands::copy_by_hand(std::u16string_view type) {
+// What is selected may be another than before the document's own command: handlers have run.
+void ClipboardCommands::copy_by_hand() {
   const dom::WithoutOverlay bare(document().tree());
   editing::AnyRange range = editing::create_range(document().editor());
   std::u16string html, prefix = u"<HTML><BODY>", suffix = u"</BODY></HTML>";
-  if (type == u"Text")
-    html = content_.ConvertUnicodeCharacters(editing::text_range_of(range).html_text());
+  if (auto* text = std::get_if<editing::TextRange>(&range))
+    html = content_.ConvertUnicodeCharacters(text->html_text());
   else
     html = dom::outer_html(std::get<editing::ControlRange>(range).item(0));
   clipboard::PutHTMLOnClipboard(clipboard(), html, prefix, suffix);
@@ -64,6 +66,8 @@ void ClipboardCommands::cut() {
     if (selection_type() == u"None") return;
     if (!succeeds(document(), u"Cut")) {
       copy();
+      // With nothing selected any more it would take what stands before the caret.
+      if (selection_type() == u"None") return;
       attempt([&] { browser_document().execCommand(u"Delete", false, u"true"); });
     }
   }
@@ -82,13 +86,23 @@ void ClipboardCommands::paste() {
   mark_changed();
 }
 
-// What comes from the clipboard goes in as it stands, plain text as markup too; the fragment only where there
-// is no text at all.
+// Plain text counts as markup too; the fragment only where there is no text at all. By hand or not: what acts
+// comes in on neither path, and what may not be edited isn't.
 void ClipboardCommands::paste_by_hand() {
+  const auto kept = DOM();
   editing::AnyRange range = editing::create_range(document().editor());
   platform::Clipboard& from = clipboard();
-  if (auto* control = std::get_if<editing::ControlRange>(&range))
-    return dom::assign_outer_html(control->item(0), from.GetText());
+  const auto fit = [&](std::u16string_view html) { return editing::pasted_content(document().tree(), html); };
+  if (auto* control = std::get_if<editing::ControlRange>(&range)) {
+    const dom::Ref<dom::Element> element(&control->item(0));
+    if (!editing::is_editable(*element)) return;
+    return dom::assign_outer_nodes(*element, fit(from.GetText()));
+  }
+  editing::TextRange& text = editing::text_range_of(range);
+  const dom::Range ends = text.range();
+  if (!ends.start || !editing::editing_host_of(*ends.start.node) ||
+      !editing::in_same_editing_host(*ends.start.node, *ends.end.node))
+    return;
   std::u16string html;
   if (from.GetFormat(ClipboardFormat::text))
     html = from.GetText(ClipboardFormat::text);
@@ -96,7 +110,7 @@ void ClipboardCommands::paste_by_hand() {
     html = from.GetText(ClipboardFormat::unicode_text);
   else
     html = clipboard::GetHTMLFromClipboard(from);
-  editing::text_range_of(range).paste_html(html);
+  text.paste_nodes(fit(html));
 }
 
 }  // namespace tvx::core

@@ -26,7 +26,7 @@ class ClipboardCommands final : public Part {
 
  private:
   std::u16string_view selection_type() const;
-  void copy_by_hand(std::u16string_view type);
+  void copy_by_hand();
   void paste_by_hand();
 
   CodePane& code_;

@@ -74,6 +74,12 @@ void assign_outer_html(Element& element, std::u16string_view html) {
   put_in_place_of(element, parse_fragment(document, usable ? context_of(*context) : FragmentContext(), html));
 }
 
+void assign_outer_nodes(Element& element, const Ref<DocumentFragment>& content) {
+  if (is_part_of_a_whole(element) || !element.parent()) refuse();
+  const UndoStep step(document_of(element).journal(), u"Change");
+  put_in_place_of(element, content);
+}
+
 void assign_inner_text(Element& element, std::u16string_view text) {
   if (holds_parts_only(element)) refuse();
   Document& document = document_of(element);

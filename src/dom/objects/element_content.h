@@ -14,6 +14,8 @@ void assign_inner_html(Element& element, std::u16string_view html);
 /// Parsed where the element stands, it takes its position. Refused for HTML, HEAD, BODY, FRAMESET, the parts
 /// of tables, and elements that stand in nothing.
 void assign_outer_html(Element& element, std::u16string_view html);
+/// The same for nodes that stand in no tree and belong to the element's document. They are used up.
+void assign_outer_nodes(Element& element, const Ref<DocumentFragment>& content);
 /// Refused where `innerHTML` is, but for TITLE and STYLE.
 void assign_inner_text(Element& element, std::u16string_view text);
 /// The text takes the element's place; refused where `outerHTML` is.

@@ -1,9 +1,11 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
 
+#include "tvx/dom/document.h"
 #include "tvx/dom/range.h"
 
 namespace tvx::editing {
@@ -42,6 +44,8 @@ class TextRange {
   /// The markup, parsed where it is to stand. Replaces a covered element itself. Elements that can't hold
   /// what is inserted are split around it.
   void paste_html(std::u16string_view html);
+  /// The same for nodes that stand in no tree and belong to the range's document. They are used up.
+  void paste_nodes(const dom::Ref<dom::DocumentFragment>& content);
 
   // --- moves ---
   void collapse(bool to_start = true);
@@ -78,6 +82,7 @@ class TextRange {
 
  private:
   dom::Element* covered_element() const;
+  void replace_with(const std::function<dom::Ref<dom::DocumentFragment>(dom::Node& parent)>& content);
   dom::Range extent() const;
   void finish_at(const dom::Boundary& place);
 

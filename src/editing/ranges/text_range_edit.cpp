@@ -48,6 +48,14 @@ void TextRange::finish_at(const Boundary& place) {
 }
 
 void TextRange::paste_html(std::u16string_view html) {
+  replace_with([&](Node& parent) { return parse_in(parent, html); });
+}
+
+void TextRange::paste_nodes(const Ref<dom::DocumentFragment>& content) {
+  replace_with([&](Node&) { return content; });
+}
+
+void TextRange::replace_with(const std::function<Ref<dom::DocumentFragment>(Node& parent)>& content) {
   const dom::Range seen = extent();
   if (!seen.start) throw RuntimeError(errors::object_not_set, u"The document has no content");
   const HeldSelection held(editor_.selection());
@@ -55,9 +63,9 @@ void TextRange::paste_html(std::u16string_view html) {
   Replacement replacement(editor_, seen);
   Element* whole = covered_element();
   if (whole && whole->parent_element()) {
-    finish_at(replacement.run_for(*whole, parse_in(*whole->parent(), html)));
+    finish_at(replacement.run_for(*whole, content(*whole->parent())));
   } else {
-    finish_at(replacement.run(parse_in(replacement.context(), html)));
+    finish_at(replacement.run(content(replacement.context())));
   }
 }
 

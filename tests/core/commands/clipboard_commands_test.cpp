@@ -1,5 +1,6 @@
 #include "core/control_fixture.h"
 #include "tvx/clipboard/html_format.h"
+#include "tvx/dom/mutation.h"
 #include "tvx/platform/html_block.h"
 
 namespace tvx::core {
@@ -76,6 +77,38 @@ TEST_F(ClipboardCommands, WhatIsCopiedHasNoSelectionBorder) {
   control->DOM()->execCommand(u"selectAll", false, u"");
   control->copy_document();
   EXPECT_EQ(block(), platform::html_block(u"<P>abc</P>"));
+}
+
+/// Another program that hears of the clipboard's new content, and does something with the page.
+struct WatchedClipboard : platform::Clipboard {
+  std::function<void()> on_publish;
+  platform::TransferItems published;
+  std::vector<std::string> targets() const override { return {}; }
+  std::string read(std::string_view) const override { return {}; }
+  void publish(platform::TransferItems items) override {
+    published = std::move(items);
+    if (on_publish) on_publish();
+  }
+};
+
+TEST_F(ClipboardCommands, TheSelectedElementMayGoWhileTheClipboardIsEmptied) {
+  WatchedClipboard watched;
+  headless::Container other;
+  auto watching = HTMLed::create(
+      {.loop = loop, .container = other, .dialogs = dialogs, .geometry = &geometry, .clipboard = &watched});
+  watching->UserControl_Initialize();
+  watching->UserControl_InitProperties();
+  watching->UserControl_Show();
+  watching->set_DocumentHTML(u"<P>a<IMG src=\"x.png\">c</P>");
+  const dom::Ref<dom::Element> image(watching->DOM()->first(dom::Tag::Img));
+  watching->DOM()->select([&](editing::Selection& selection) { selection.select_control(*image); });
+  watched.on_publish = [&] {
+    if (image->parent()) dom::remove(*image);
+  };
+  fail(u"Cut");
+  fail(u"Copy", 2);
+  watching->cut_document();
+  EXPECT_EQ(dom::inner_html(*watching->DOM()->body()), u"<P>ac</P>");
 }
 
 // --- cutting ---
@@ -168,7 +201,44 @@ TEST_F(ClipboardCommands, WhereThereIsNoTextTheBlockIsPasted) {
   clipboard::PutHTMLOnClipboard(clipboard, u"<I onclick=\"z()\">y</I>", prefix, suffix);
   fail(u"Paste");
   control->paste_document();
-  EXPECT_EQ(body(), u"<P>a<I onclick=\"z()\">y</I>c</P>");
+  EXPECT_EQ(body(), u"<P>a<I>y</I>c</P>") << "and without what acts";
+}
+
+TEST_F(ClipboardCommands, NothingThatActsComesInByHandEither) {
+  start_marked(u"<p>a[]c</p>");
+  clipboard.SetText(u"<img src=x onerror=z()><script>z()</script><a href='javascript:z()'>y</a>");
+  fail(u"Paste");
+  control->paste_document();
+  EXPECT_EQ(body(), u"<P>a<IMG src=\"x\"><A>y</A>c</P>");
+  start_marked(u"<p>a<img src=\"x.png\">c</p>");
+  select_control(dom::Tag::Img);
+  clipboard.SetText(u"<b onclick=z()>y</b><iframe srcdoc='<script>z()</script>'></iframe>");
+  fail(u"Paste");
+  control->paste_document();
+  EXPECT_FALSE(contains(body(), u"z()")) << to_utf8(body());
+  EXPECT_TRUE(contains(body(), u"<B>y</B>")) << to_utf8(body());
+}
+
+// The document's own command refuses there, and by hand is no way around that.
+TEST_F(ClipboardCommands, WhatMayNotBeEditedIsNotPastedInto) {
+  clipboard.SetText(u"new");
+  start_marked(u"<p>one</p><div contenteditable=\"false\">lo[]cked</div>");
+  const std::u16string locked = body();
+  control->paste_document();
+  EXPECT_EQ(body(), locked);
+  start_marked(u"<div contenteditable=\"false\">lo<img src=\"x.png\">ck</div>");
+  select_control(dom::Tag::Img);
+  const std::u16string with_image = body();
+  control->paste_document();
+  EXPECT_EQ(body(), with_image);
+  start_marked(u"<p>a[b]c</p>");
+  control->set_EditorEnabled(false);
+  control->paste_document();
+  EXPECT_EQ(body(), u"<P>abc</P>");
+  control->set_EditorEnabled(true);
+  load(u"<p>a[b]c</p>");
+  control->paste_document();
+  EXPECT_EQ(body(), u"<P>anewc</P>");
 }
 
 TEST_F(ClipboardCommands, ASelectedElementIsReplacedByTheText) {
