@@ -1,5 +1,8 @@
 #include "tvx/automation/server.h"
 
+#include <charconv>
+#include <optional>
+
 #include "tvx/automation/methods.h"
 #include "tvx/automation/session.h"
 #include "tvx/base/error.h"
@@ -111,12 +114,36 @@ bool is_too_deep(std::string_view line) {
   return false;
 }
 
+/// The number that four hexadecimal digits after "\\u" give; nothing where there is no such escape.
+std::optional<unsigned> escaped_unit(std::string_view line, std::size_t at) {
+  if (line.size() < at + 6 || line.substr(at, 2) != "\\u") return std::nullopt;
+  unsigned unit = 0;
+  const char* end = line.data() + at + 6;
+  const auto read = std::from_chars(line.data() + at + 2, end, unit, 16);
+  return read.ptr == end ? std::optional(unit) : std::nullopt;
+}
+
+/// The line with U+FFFD for halves of characters. JSON's grammar has them, UTF-8 has not: they would be no
+/// text, and the request one that nobody can refer to.
+std::string without_lone_surrogates(std::string_view line) {
+  std::string result(line);
+  for (std::size_t at = line.find('\\'); at != line.npos; at = line.find('\\', at)) {
+    const unsigned unit = escaped_unit(line, at).value_or(0), next = escaped_unit(line, at + 6).value_or(0);
+    const bool high = unit >= 0xD800 && unit < 0xDC00, low = unit >= 0xDC00 && unit < 0xE000;
+    const bool pair = high && next >= 0xDC00 && next < 0xE000;
+    if ((high && !pair) || low) result.replace(at + 2, 4, "FFFD");
+    at += pair ? 12 : 2;
+  }
+  return result;
+}
+
 }  // namespace
 
 void Server::answer_line(std::string_view line) {
   if (is_too_deep(line))
     return write(error_answer(nullptr, ProtocolError::parse_error, "Parse error: too deep"));
-  const Json request = Json::parse(line, nullptr, false);
+  Json request = Json::parse(line, nullptr, false);
+  if (request.is_discarded()) request = Json::parse(without_lone_surrogates(line), nullptr, false);
   if (request.is_discarded()) return write(error_answer(nullptr, ProtocolError::parse_error, "Parse error"));
   const Json answer = answer_request(*session_, request);
   session_->settle();

@@ -25,6 +25,28 @@ TEST_F(ServerTest, BrokenLinesAreAnsweredAndTheSessionGoesOn) {
   EXPECT_EQ(get("FTPPort"), 21);
 }
 
+// Programs write out the texts that they have, and a text may end in the midst of a character.
+TEST_F(ServerTest, HalvesOfCharactersAreTakenForWhatCantBeRead) {
+  const auto asked = [&](const std::string& value) {
+    const std::vector<Json> said =
+        say(R"({"id":7,"method":"set","params":{"name":"DocumentTitle","value":")" + value + "\"}}\n");
+    EXPECT_EQ(said.back()["id"], 7) << value;
+    EXPECT_TRUE(said.back().contains("result")) << said.back();
+    return get("DocumentTitle").get<std::string>();
+  };
+  EXPECT_EQ(asked(R"(a\ud800b)"),
+            "a\xEF\xBF\xBD"
+            "b");
+  EXPECT_EQ(asked(R"(\udc00)"), "\xEF\xBF\xBD");
+  EXPECT_EQ(asked(R"(\ud800\ud83d\ude00\\ud800)"), "\xEF\xBF\xBD\xF0\x9F\x98\x80\\ud800");
+  const std::vector<Json> said = say("{\"id\":\"\\uDBFF\",\"method\":\"\\ud800\"}\n");
+  EXPECT_EQ(said[0]["error"]["code"], -32601);
+  EXPECT_EQ(said[0]["id"], "\xEF\xBF\xBD");
+  EXPECT_EQ(say(R"({"id":1,"method":"\ud8)"
+                "\n")[0]["error"]["code"],
+            -32700);
+}
+
 TEST_F(ServerTest, UnknownMethodsAndParametersAreRefused) {
   EXPECT_EQ(failure("nothing"), -32601);
   EXPECT_EQ(failure("get"), -32602);
