@@ -30,7 +30,7 @@ class QtRoom {
     box_.widget()->resize(400, 200);
     window_.show();
     window_.activateWindow();
-    QTest::qWaitForWindowActive(&window_);
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&window_));
   }
   platform::TextBox& box() { return box_; }
   platform::Clipboard& clipboard() { return clipboard_; }
