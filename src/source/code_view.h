@@ -96,7 +96,7 @@ class OrvelCV final : private services::ISubclass, private platform::TextBoxHand
   std::int32_t LineCount();
   std::int32_t LineForCharacterIndex(std::int32_t index);
   std::int32_t FirstVisibleLine();
-  /// The colour behind a number of the desktop's; -1 if there is none.
+  /// The colour after a number of the desktop's; -1 if there is none.
   static std::int32_t TranslateColor(std::uint32_t colour, std::int32_t palette = 0);
   platform::WindowHandle hwnd() { return box_->handle(); }
 

@@ -92,7 +92,7 @@ Piece MarkupScanner::tag(bool is_end_tag) {
   return piece;
 }
 
-// A quote opens a value where it stands right behind "=".
+// A quote opens a value where it stands right after "=".
 Offset MarkupScanner::end_of_tag(Offset from) const {
   for (Offset at = from; at < text_.size(); ++at) {
     if (text_[at] == u'>') return at + 1;

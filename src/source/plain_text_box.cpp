@@ -85,7 +85,7 @@ void PlainTextBox::replace(std::size_t place, std::size_t removed, std::u16strin
   if (handler()) handler()->Change();
 }
 
-// Letters typed one behind the other are one step.
+// Letters typed one after the other are one step.
 void PlainTextBox::record(Edit edit) {
   undone_.clear();
   if (typing_run_ && edit.removed.empty() && !done_.empty() &&

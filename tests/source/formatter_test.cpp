@@ -64,7 +64,7 @@ constexpr Example examples[] = {
     {"BelowZeroTheLineComesAgain", u"a</TD>b", u"a\r\na</TD>\r\na</TD>b\r\n"},
     {"BelowZeroAndBackTheLineGoesOn", u"a</TD>b<TD>c", u"a\r\na</TD>\r\na</TD>b\r\na</TD>b<TD>\r\nc\r\n"},
     {"BelowZeroALineEndIsKept", u"</TD>\r\nb", u"</TD>\r\n</TD>\r\n</TD>\r\nb\r\n"},
-    // Without a ">" behind it a "<" is a letter, wherever it stands.
+    // Without a ">" after it a "<" is a letter, wherever it stands.
     {"ALessSignWithoutAnEndIsALetter", u"a < b", u"a < b\r\n"},
     {"ALessSignAtTheEndIsALetter", u"<TD>a<", u"<TD>\r\n  a<\r\n"},
     {"ManyLessSignsAreLetters", u"<P>x</P><P <P <TD", u"<P>x</P><P <P <TD\r\n"},

@@ -97,7 +97,7 @@ TEST_F(Structure, ARowBelow) {
          "<TABLE><TBODY><TR><TD>1</TD></TR><TR id=\"x\"><TD>2</TD></TR><TR><TD></TD></TR></TBODY></TABLE>");
 }
 
-// The row's number in the table meets the number of rows of its section: behind them all.
+// The row's number in the table meets the number of rows of its section: after them all.
 TEST_F(Structure, BelowWhereTheTwoCountsMeetAppends) {
   expect("<table><thead><tr><th>h<tbody><tr><td>1<tr><td>2<tr id=x><td>3</table>", insert_row_below,
          "<TABLE><THEAD><TR><TH>h</TH></TR></THEAD><TBODY><TR><TD>1</TD></TR><TR><TD>2</TD></TR>"

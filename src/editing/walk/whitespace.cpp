@@ -30,8 +30,8 @@ dom::Text* collapsing_text(const WalkPosition& spot) {
   return space == WhiteSpace::Pre || space == WhiteSpace::PreWrap ? nullptr : text;
 }
 
-/// Whether a position on its way over a line stands at the line's end. What is seen next is kept until the walk
-/// comes to it: the nodes before it are seen by nobody, and each of them would look for it again.
+/// Whether a position on its way over a line stands at the line's end. What is seen next is kept until the
+/// walk comes to it: the nodes before it are seen by nobody, and each of them would look for it again.
 class LineEdge {
  public:
   explicit LineEdge(Node* (*find)(Node&)) : find_(find) {}
