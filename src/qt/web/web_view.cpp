@@ -257,10 +257,14 @@ void WebView::Private::watch_input_widget() {
   if (input_widget_) input_widget_->removeEventFilter(this);
   input_widget_ = now;
   if (!now) return;
-  // What was given the focus before it was there has it now.
-  if (view_->window()->focusWidget() == view_) now->setFocus();
   now->installEventFilter(this);
   now->setAttribute(Qt::WA_InputMethodEnabled);
+  // What was given the focus before it was there has it now. In a window that is active already the engine
+  // has handed it on before anything was heard of it.
+  if (now->hasFocus())
+    focus_changed(true);
+  else if (view_->window()->focusWidget() == view_)
+    now->setFocus();
 }
 
 bool WebView::Private::eventFilter(QObject* watched, QEvent* event) {
