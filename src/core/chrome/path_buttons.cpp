@@ -6,17 +6,13 @@
 
 #include "tvx/base/error.h"
 #include "tvx/base/strings.h"
+#include "tvx/core/chrome/element_code_dialog.h"
 #include "tvx/dom/tree.h"
 
 namespace tvx::core::branch {
 namespace {
 
 constexpr std::u16string_view key_prefix = u"KEY";
-
-/// Their opening tag can't be replaced by another.
-constexpr std::u16string_view structure[] = {u"col",  u"caption", u"tbody",    u"colgroup", u"html",
-                                             u"head", u"body",    u"frameset", u"td",       u"tfoot",
-                                             u"th",   u"thead",   u"tr"};
 
 }  // namespace
 
@@ -49,8 +45,7 @@ dom::Element* element_of(const dom::Document& document, std::u16string_view key)
 
 ElementActions actions_for(std::u16string_view tag) {
   if (tag == u"table" || tag == u"img") return {.edit_tag = true, .properties = true};
-  if (std::ranges::find(structure, tag) != std::end(structure))
-    return {.edit_tag = false, .properties = true};
+  if (refuses_new_tag(tag)) return {.edit_tag = false, .properties = true};
   return {.edit_tag = true, .properties = false};
 }
 
