@@ -123,7 +123,8 @@ void Window::add_language_menu(QMenu* view) {
 void Window::speak(const Language& language) {
   languages_.speak(language);
   editor_->set_LocalizationFile(language.file);
-  statusBar()->clearMessage();
+  // Asking for the bar makes one, and an empty one says nothing.
+  if (auto* bar = findChild<QStatusBar*>()) bar->clearMessage();
   show_words();
 }
 
