@@ -441,6 +441,29 @@ TEST_F(Widget, UnderTheMenuOfARightPressTheNewCaretIsSeen) {
   widget_.reset();
 }
 
+// What stands for a toolbar's holder must not keep the keys from the document.
+TEST_F(Widget, TheHolderOfAToolbarGivesTheFocusBack) {
+  show(QStringLiteral("<P>x</P>"));
+  ASSERT_TRUE(settle());
+  widget_->activateWindow();
+  widget_->setFocus();
+  QWidget* input = widget_->view().input_widget();
+  ASSERT_TRUE(wait_for([&] { return input->hasFocus(); }));
+  QWidget holder(widget_.get()), other(widget_.get());
+  holder.setObjectName(QStringLiteral("Picture9"));
+  other.setObjectName(QStringLiteral("another"));
+  for (QWidget* each : {&holder, &other}) {
+    each->setFocusPolicy(Qt::StrongFocus);
+    each->show();
+  }
+  holder.setFocus();
+  ASSERT_TRUE(holder.hasFocus());
+  EXPECT_TRUE(wait_for([&] { return input->hasFocus(); }));
+  other.setFocus();
+  for (int i = 0; i < 10; ++i) loop_.pump(20);
+  EXPECT_TRUE(other.hasFocus()) << "what is no holder keeps it";
+}
+
 // --- a host that ends it within an event ---
 
 class WidgetDeletedWithin : public Widget {
