@@ -38,6 +38,10 @@ bool still_grows(const Shape& shape, const Command& command) {
   if (unseen.contains(shape.name) && formats.contains(command.name)) return true;
   if (shape.name == u"comments on lines")
     return command.name == u"insertOrderedList" || command.name == u"formatBlock";
+  // Each style element that goes makes all the other sheets count anew.
+  static const std::set<std::u16string_view> removing{u"delete", u"insertText", u"insertParagraph",
+                                                      u"insertHTML"};
+  if (shape.name == u"style elements") return removing.contains(command.name);
   return shape.name == u"hidden paragraphs" && command.name == u"formatBlock";
 }
 

@@ -41,7 +41,7 @@ inline constexpr Shape shapes[] = {
     {u"scripts", u"<p>x</p>", u"<script></script>", u"", u"<p>y</p>"},
     {u"scripts at the end", u"<p>x</p>", u"<script></script>", u"", u""},
     {u"scripts in a line", u"<p>x ", u"<script></script>", u"", u" y</p>"},
-    {u"style elements", u"", u"<style>p{color:red}</style>", u"", u"<p>x</p>"},
+    {u"style elements", u"<p>a</p>", u"<style>p{color:red}</style>", u"", u"<p>x</p>"},
     {u"hidden paragraphs", u"<p>x</p>", u"<p style='display:none'>h</p>", u"", u"<p>y</p>"},
     {u"hidden inputs", u"<p>x", u"<input type=hidden>", u"", u"y</p>"},
     {u"fields", u"<p>", u"<input> label ", u"", u"</p>"},

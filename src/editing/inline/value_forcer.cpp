@@ -159,8 +159,11 @@ bool ValueForcer::has_bearer_beside(const Node& node) {
     if (joins(behind)) return true;
     if (is_seen(*behind)) break;
   }
-  next_without_ = unseen && !joins(&node) ? node.next_sibling() : nullptr;
-  version_ = version;
+  // The last sibling, a text in a style element for instance, has none to say it for.
+  if (node.next_sibling() || none_before) {
+    next_without_ = unseen && !joins(&node) ? node.next_sibling() : nullptr;
+    version_ = version;
+  }
   return false;
 }
 
