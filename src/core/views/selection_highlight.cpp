@@ -25,6 +25,7 @@ void SelectionHighlight::watch(dom::Document* document) {
   if (document_ == document) return;
   if (document_) document_->journal().set_overlay_keeper(nullptr);
   document_ = document;
+  taken_off_ = false;
   if (document_) document_->journal().set_overlay_keeper(this);
 }
 
@@ -47,7 +48,7 @@ void SelectionHighlight::save_look() {
 
 // Without a border drawn there is nothing to take off, and what the border is by now is somebody's edit.
 void SelectionHighlight::restore() {
-  if (!element_ || !std::exchange(drawn_, {})) return;
+  if (!element_ || !std::exchange(drawn_, {}) || taken_off_) return;
   dom::MutationScope scope(dom::document_of(*element_), dom::MutationKind::Overlay);
   if (element_->attribute_or_empty(dom::names::style) == drawn_text_) {
     if (saved_text_)
@@ -63,22 +64,27 @@ void SelectionHighlight::restore() {
 
 void SelectionHighlight::draw(const BorderLook& border) {
   if (!element_) return;
+  drawn_ = border;
+  if (taken_off_) return;  // put_back draws it
   dom::MutationScope scope(dom::document_of(*element_), dom::MutationKind::Overlay);
   set_inline_value(*element_, u"border-width", border.width);
   set_inline_value(*element_, u"border-style", border.style);
   set_inline_value(*element_, u"border-color", border.color);
-  drawn_ = border;
   drawn_text_ = element_->attribute_or_empty(dom::names::style);
 }
 
-// Undo replays against a tree without overlays. drawn_ tells put_back what to draw again.
+// Undo replays against a tree without overlays. drawn_ tells put_back what to draw again. Which element is
+// the current one may change in between: its border waits until then as well, or it would be saved as its
+// own.
 void SelectionHighlight::take_off() {
   const auto drawn = drawn_;
   attempt([&] { restore(); });
   drawn_ = drawn;
+  taken_off_ = true;
 }
 
 void SelectionHighlight::put_back() {
+  if (!std::exchange(taken_off_, false)) return;
   const auto drawn = std::exchange(drawn_, {});
   if (!element_) return;
   save_look();

@@ -51,6 +51,7 @@ class SelectionHighlight final : private dom::OverlayKeeper {
   BorderLook saved_;
   std::optional<std::u16string> saved_text_;  // the style attribute; none: absent
   std::optional<BorderLook> drawn_;
+  bool taken_off_ = false;     // while a step is open; what is drawn_ then is still to be drawn
   std::u16string drawn_text_;  // the style attribute as drawing left it
 };
 

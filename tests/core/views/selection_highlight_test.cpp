@@ -94,6 +94,24 @@ TEST_F(Highlight, AnElementThatUndoTakesAwayComesBackClean) {
   EXPECT_EQ(html(), u"<P>x</P><DIV></DIV>");
 }
 
+// A step that changes the selection, as inserting does, has the border drawn on another element before it ends.
+TEST_F(Highlight, AnElementThatBecomesCurrentWithinAStepComesBackClean) {
+  load(u"<P>x</P><P>y</P>");
+  highlight.set_element(at(3));
+  highlight.draw(dashed);
+  {
+    const dom::UndoStep step(document->journal(), u"Insert");
+    highlight.restore();
+    highlight.set_element(at(4));
+    highlight.draw(dashed);
+    EXPECT_EQ(html(), u"<P>x</P><P>y</P>") << "while a step is open there is no border";
+  }
+  EXPECT_NE(html(), u"<P>x</P><P>y</P>");
+  EXPECT_TRUE(highlight.is_drawn());
+  highlight.restore();
+  EXPECT_EQ(html(), u"<P>x</P><P>y</P>");
+}
+
 TEST_F(Highlight, TheSameElementMadeCurrentAgainKeepsWhatComesBack) {
   load(u"<P style=\"color: red\">x</P>");
   highlight.set_element(at(3));
