@@ -118,7 +118,6 @@ void ViewSwitch::change_document(const std::function<void()>& change) {
 // writes the typed source as a step of undo; what is written back here then is a step of its own.
 void ViewSwitch::switch_editing(bool enabled) {
   context_.wait_until_complete();
-  attempt([&] { highlight_.restore(); });  // what is written back must not make the border permanent
   const std::u16string before = dom::inner_html(body_of(browser_document()));
   const std::u16string html = content_.ConvertUnicodeCharacters(before);
   if (code_.in_front() && !enabled) show_Code();

@@ -194,6 +194,23 @@ TEST_F(WhatCanAct, PastingWantsSomethingOnTheClipboard) {
   EXPECT_FALSE(can_act(u"Paste"));
 }
 
+TEST_F(WhatCanAct, TheMousesMenuSaysTheSame) {
+  start_with(u"<P>one</P>");
+  const auto obstacle_of = [&](std::u16string_view item) { return control->menu(item)->Obstacle(); };
+  const auto right_press = [&] { control->DOM()->mouse_press(at(element(dom::Tag::P), MouseButton::Right)); };
+  right_press();
+  EXPECT_EQ(obstacle_of(u"mnuMiscCut"), u"Nothing is selected");
+  EXPECT_EQ(obstacle_of(u"mnuMiscCopy"), u"Nothing is selected");
+  EXPECT_EQ(obstacle_of(u"mnuMiscPaste"), u"There is nothing to paste");
+  EXPECT_TRUE(control->menu(u"mnuMiscPaste")->Enabled()) << "as hosts know it on an empty clipboard";
+  EXPECT_EQ(obstacle_of(u"mnuMiscSource"), u"");
+  clipboard.publish({{"text/plain", "x"}});
+  control->set_HiddenButtons(u"toggle");
+  right_press();
+  EXPECT_EQ(obstacle_of(u"mnuMiscPaste"), u"");
+  EXPECT_EQ(obstacle_of(u"mnuMiscSource"), u"The code view is switched off");
+}
+
 TEST_F(WhatCanAct, UndoAndRedoFollowTheJournal) {
   start_with(u"<P>one</P>");
   load(u"<P>one[]</P>");
