@@ -45,10 +45,22 @@ std::u16string content_of(std::u16string_view line) {
   return content;
 }
 
+/// The end tags of the page in a line that says nothing: an empty line is not the page's end.
+std::u16string page_end_in(std::u16string_view line) {
+  const std::u16string lower = ascii_lower(line);
+  std::u16string end;
+  for (const std::u16string_view tag : {u"</body", u"</html"})
+    if (lower.find(tag) != lower.npos) end += tag;
+  return end;
+}
+
 std::vector<std::u16string> contents_of(const Lines& lines) {
   std::vector<std::u16string> contents;
   contents.reserve(lines.size());
-  for (const std::u16string_view line : lines) contents.push_back(content_of(line));
+  for (const std::u16string_view line : lines) {
+    contents.push_back(content_of(line));
+    if (contents.back().empty()) contents.back() = page_end_in(line);
+  }
   return contents;
 }
 

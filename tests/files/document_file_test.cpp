@@ -17,6 +17,7 @@
 #include "tvx/base/strings.h"
 #include "tvx/base/text_file.h"
 #include "tvx/browser/loading/encoding.h"
+#include "tvx/dom/inner_html.h"
 #include "tvx/dom/mutation.h"
 #include "tvx/dom/parse.h"
 #include "tvx/dom/print_tree.h"
@@ -253,6 +254,19 @@ TEST_F(Files, LinesThatArentEditedStayAsTheyAreWritten) {
       dom::replace_data(*static_cast<dom::Text*>(node), 0, 3, u"uno");
   const std::string saved = file.bytes_of(*tree);
   EXPECT_EQ(printed(*read(saved)), printed(*tree));
+  EXPECT_EQ(lines_lost(page, saved), 1) << saved;
+}
+
+TEST_F(Files, TheEndOfThePageIsWrittenOnceWhereTheLastParagraphIsntClosed) {
+  const std::string page = "<!doctype html>\n<html>\n<body>\n<p>one</p>\n<p>last\n</body></html>\n";
+  DocumentFile file = opened(page);
+  const auto tree = read(page);
+  const dom::Ref<dom::Element> typed = tree->create_element(dom::Tag::P);
+  dom::set_inner_html(*typed, u"typed");
+  dom::insert(*tree->body(), typed);
+  const std::string saved = file.bytes_of(*tree);
+  EXPECT_EQ(printed(*read(saved)), printed(*tree));
+  EXPECT_EQ(saved.find("</body>"), saved.rfind("</body>")) << saved;
   EXPECT_EQ(lines_lost(page, saved), 1) << saved;
 }
 

@@ -24,6 +24,15 @@ TEST(MergeLines, OnlyTheEditedLineIsWrittenAnew) {
   EXPECT_EQ(merge_lines(u"A\nB\nC\n", u"a\nb\nc\n", u"A\nC\n"), u"a\nc\n");
 }
 
+// A page whose last paragraph isn't closed: its text goes on after the end of the page.
+TEST(MergeLines, AnEmptyLineIsNotTheEndOfThePage) {
+  EXPECT_EQ(merge_lines(u"<p>last\n\n</p></body></html>", u"<p>last\n</body></html>\n",
+                        u"<p>last\n\n</p><p>typed</p></body></html>"),
+            u"<p>last\n\n</p><p>typed</p></body></html>");
+  EXPECT_EQ(merge_lines(u"<P>a</P>\n</BODY>\n", u"<p>a\n</body>\n", u"<P>b</P>\n</BODY>\n"),
+            u"<P>b</P>\n</body>\n");
+}
+
 // The two laws, on texts with many equal lines.
 TEST(MergeLines, HoldsOnRandomTexts) {
   for (unsigned seed = 1; seed <= 3000; ++seed) {
