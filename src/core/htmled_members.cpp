@@ -42,22 +42,44 @@ bool HTMLed::InCodeView() const { return parts_->code.in_front(); }
 source::OrvelCV& HTMLed::txtCode() { return parts_->code.box(); }
 dom::Element* HTMLed::highlightElement() const { return parts_->highlight.element(); }
 
-// --- commands ---
+// --- commands; while the code shows, it follows what they change ---
 
 void HTMLed::sendCR(bool bBR) {
   parts_->view_switch.change_document([&] { parts_->formatting.sendCR(bBR); });
 }
-void HTMLed::bold_document() { parts_->formatting.bold(); }
-void HTMLed::italic_document() { parts_->formatting.italic(); }
-void HTMLed::underline_document() { parts_->formatting.underline(); }
-void HTMLed::strike_document() { parts_->formatting.strike(); }
-void HTMLed::indent_document() { parts_->formatting.run_command(u"indent"); }
-void HTMLed::unindent_document() { parts_->formatting.run_command(u"outdent"); }
-void HTMLed::Left_Justify() { parts_->formatting.run_command(u"JustifyLeft"); }
-void HTMLed::Center_justify() { parts_->formatting.run_command(u"JustifyCenter"); }
-void HTMLed::Right_justify() { parts_->formatting.run_command(u"JustifyRight"); }
-void HTMLed::numbered_list() { parts_->formatting.run_command(u"InsertOrderedList"); }
-void HTMLed::unnumbered_list() { parts_->formatting.run_command(u"InsertUnorderedList"); }
+void HTMLed::bold_document() {
+  parts_->view_switch.change_document([this] { parts_->formatting.bold(); });
+}
+void HTMLed::italic_document() {
+  parts_->view_switch.change_document([this] { parts_->formatting.italic(); });
+}
+void HTMLed::underline_document() {
+  parts_->view_switch.change_document([this] { parts_->formatting.underline(); });
+}
+void HTMLed::strike_document() {
+  parts_->view_switch.change_document([this] { parts_->formatting.strike(); });
+}
+void HTMLed::indent_document() {
+  parts_->view_switch.change_document([this] { parts_->formatting.run_command(u"indent"); });
+}
+void HTMLed::unindent_document() {
+  parts_->view_switch.change_document([this] { parts_->formatting.run_command(u"outdent"); });
+}
+void HTMLed::Left_Justify() {
+  parts_->view_switch.change_document([this] { parts_->formatting.run_command(u"JustifyLeft"); });
+}
+void HTMLed::Center_justify() {
+  parts_->view_switch.change_document([this] { parts_->formatting.run_command(u"JustifyCenter"); });
+}
+void HTMLed::Right_justify() {
+  parts_->view_switch.change_document([this] { parts_->formatting.run_command(u"JustifyRight"); });
+}
+void HTMLed::numbered_list() {
+  parts_->view_switch.change_document([this] { parts_->formatting.run_command(u"InsertOrderedList"); });
+}
+void HTMLed::unnumbered_list() {
+  parts_->view_switch.change_document([this] { parts_->formatting.run_command(u"InsertUnorderedList"); });
+}
 void HTMLed::undo_document() { parts_->formatting.undo(); }
 void HTMLed::redo_document() { parts_->formatting.redo(); }
 void HTMLed::insert_Link() { parts_->formatting.insert_Link(); }
@@ -65,12 +87,14 @@ void HTMLed::cut_document() { parts_->clipboard.cut(); }
 void HTMLed::copy_document() { parts_->clipboard.copy(); }
 void HTMLed::paste_document() { parts_->clipboard.paste(); }
 platform::Clipboard& HTMLed::clipboard() const { return parts_->clipboard.clipboard(); }
-void HTMLed::insert_HR() { parts_->selection.insert_HR(); }
+void HTMLed::insert_HR() {
+  parts_->view_switch.change_document([this] { parts_->selection.insert_HR(); });
+}
 void HTMLed::FormatSelection(std::u16string_view OpeningTag, std::u16string_view ClosingTag) {
-  parts_->selection.FormatSelection(OpeningTag, ClosingTag);
+  parts_->view_switch.change_document([&] { parts_->selection.FormatSelection(OpeningTag, ClosingTag); });
 }
 void HTMLed::InsertAtCursor(std::u16string_view HTMLText, ed_InsertType insertWhere) {
-  parts_->selection.InsertAtCursor(HTMLText, insertWhere);
+  parts_->view_switch.change_document([&] { parts_->selection.InsertAtCursor(HTMLText, insertWhere); });
 }
 std::optional<std::u16string> HTMLed::GetCurrentSelection(bool HTMLText) {
   return parts_->selection.GetCurrentSelection(HTMLText);
@@ -83,7 +107,7 @@ const browser::Event* HTMLed::lastEvent() const { return parts_->input.last_even
 // --- bars, menus and dialogs ---
 
 void HTMLed::Table_Document() {
-  parts_->view_switch.change_document([&] { parts_->tables.insert_table(); });
+  parts_->view_switch.change_document([this] { parts_->tables.insert_table(); });
 }
 void HTMLed::mnuClass_Click(std::int16_t Index) { parts_->classes.give_to_element(Index); }
 void HTMLed::mnuMiscClass_Click(std::int16_t Index) { parts_->classes.give_to_selection(Index); }

@@ -430,6 +430,22 @@ TEST_F(ViewSwitch, TheCodeFollowsALineBreakOfTheHosts) {
   EXPECT_EQ(body(), with_line);
 }
 
+TEST_F(ViewSwitch, TheCodeFollowsWhatAHostInsertsAndFormats) {
+  start_with(u"<P>one</P>");
+  load(u"<P>[one]</P>");
+  enter();
+  control->bold_document();
+  EXPECT_EQ(code().Text(), u"<P><B>one</B></P>\r\n");
+  control->InsertAtCursor(u"<I>two</I>", ed_InsertType(0));
+  EXPECT_EQ(code().Text(), source::code_of(body()));
+  EXPECT_TRUE(contains(body(), u"<I>two</I>")) << to_utf8(body());
+  control->insert_HR();
+  EXPECT_TRUE(contains(code().Text(), u"<HR")) << to_utf8(code().Text());
+  const std::u16string made = body();
+  control->show_Code();
+  EXPECT_EQ(body(), made);
+}
+
 TEST_F(ViewSwitch, WhatWasTypedIsInTheDocumentBeforeTheHostsCall) {
   start_with(u"<P>one</P>");
   enter();
