@@ -94,7 +94,8 @@ TEST_F(Highlight, AnElementThatUndoTakesAwayComesBackClean) {
   EXPECT_EQ(html(), u"<P>x</P><DIV></DIV>");
 }
 
-// A step that changes the selection, as inserting does, has the border drawn on another element before it ends.
+// A step that changes the selection, as inserting does, has the border drawn on another element before it
+// ends.
 TEST_F(Highlight, AnElementThatBecomesCurrentWithinAStepComesBackClean) {
   load(u"<P>x</P><P>y</P>");
   highlight.set_element(at(3));
