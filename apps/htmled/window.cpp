@@ -11,6 +11,7 @@
 #include <QScopedValueRollback>
 #include <QStatusBar>
 #include <QTimer>
+#include <algorithm>
 #include <iostream>
 #include <utility>
 
@@ -36,13 +37,17 @@ QString filters() {
          Window::tr("All files") + QStringLiteral(" (*)");
 }
 
-/// A failure as the user reads it. Which file it was, and why, stands after the words.
+/// A failure as the user reads it. Which file it was stands after the words, and why after that.
 QString words_of(const RuntimeError& error) {
   const QString text = to_qt(error.text());
   for (const char* words :
        {QT_TRANSLATE_NOOP("Window", "Can't read %1"), QT_TRANSLATE_NOOP("Window", "Can't save %1")})
-    if (const QString start = QString::fromUtf8(words).remove(QStringLiteral("%1")); text.startsWith(start))
-      return Window::tr(words).arg(text.mid(start.size()));
+    if (const QString start = QString::fromUtf8(words).remove(QStringLiteral("%1")); text.startsWith(start)) {
+      const qsizetype reason = std::max(text.lastIndexOf(QStringLiteral(": ")), start.size());
+      const QString file = text.mid(start.size(), reason - start.size());
+      return file.isEmpty() ? Window::tr(words).arg(text.mid(reason))
+                            : Window::tr(words).arg(file) + text.mid(reason);
+    }
   return text;
 }
 

@@ -87,9 +87,11 @@ TYPED_TEST_P(MessageLoopContract, ACancelledTaskNeverRunsAlsoOneThatIsDue) {
 }
 
 TYPED_TEST_P(MessageLoopContract, WaitsNoLongerThanAskedFor) {
+  // The desktop's own events may end a wait early; a loop that didn't wait at all would pump without end.
   const std::int64_t start = this->loop().now();
-  this->loop().pump(5);
-  EXPECT_GE(this->loop().now() - start, 4);
+  int pumps = 0;
+  for (; this->loop().now() - start < 20 && pumps < 100; ++pumps) this->loop().pump(5);
+  EXPECT_LT(pumps, 100);
   EXPECT_LT(this->loop().now() - start, 5'000);
   this->loop().pump(-1);
 }
