@@ -31,7 +31,7 @@ TEST_F(MiddlePress, PastesAtItsPlaceAsOneStep) {
   selection().collapse({text(1), 1});
   press_middle(brings(u"<i>new</i>", u"plain"), *text(), 0);
   EXPECT_EQ(html(), "<P><I>new</I>one</P><P>two</P>");
-  EXPECT_TRUE(selection().collapsed()) << "the caret stands behind it";
+  EXPECT_TRUE(selection().collapsed()) << "the caret stands after it";
   type(u"x");
   pump();
   EXPECT_EQ(html(), "<P><I>newx</I>one</P><P>two</P>");
