@@ -48,6 +48,8 @@ constexpr ButtonRow buttons[] = {
     {u"Undo", [](Parts& parts) { parts.formatting.undo(); }},
     {u"Redo", [](Parts& parts) { parts.formatting.redo(); }},
     {u"link", [](Parts& parts) { parts.formatting.insert_Link(); }},
+    {u"Image", [](Parts& parts) { parts.images.insert_chosen(); }},
+    {u"RemoteImage", [](Parts& parts) { parts.images.insertImageFromURL(u""); }},
     {u"orderedlist", run<ordered>},
     {u"unorderedlist", run<unordered>},
     {u"table", [](Parts& parts) { parts.tables.insert_table(); }},

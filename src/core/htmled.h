@@ -116,6 +116,14 @@ class HTMLed final : public std::enable_shared_from_this<HTMLed>,
   void Table_Document();
   /// Puts the selection, or the word at the caret, between two pieces of HTML.
   void FormatSelection(std::u16string_view OpeningTag, std::u16string_view ClosingTag);
+  /// Uploads a picture and inserts its address; without a path the user chooses one.
+  void Insert_Image(const std::optional<std::u16string>& localImagePath);
+  /// Inserts a picture as a local file; without a path the user chooses one.
+  void Insert_Image_NoFTP(const std::optional<std::u16string>& localImagePath);
+  /// The picture at an address; an empty one opens the library of remote pictures.
+  void insertImageFromURL(std::u16string_view ImageURL);
+  /// How many of the document's pictures are local files.
+  std::int32_t CountLocalImages();
   void InsertAtCursor(std::u16string_view HTMLText, ed_InsertType insertWhere);
   /// As HTML or as text; nothing if it can't be had, which the host has then heard of.
   std::optional<std::u16string> GetCurrentSelection(bool HTMLText);

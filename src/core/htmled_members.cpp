@@ -96,6 +96,16 @@ void HTMLed::FormatSelection(std::u16string_view OpeningTag, std::u16string_view
 void HTMLed::InsertAtCursor(std::u16string_view HTMLText, ed_InsertType insertWhere) {
   parts_->view_switch.change_document([&] { parts_->selection.InsertAtCursor(HTMLText, insertWhere); });
 }
+void HTMLed::Insert_Image(const std::optional<std::u16string>& localImagePath) {
+  parts_->view_switch.change_document([&] { parts_->images.Insert_Image(localImagePath); });
+}
+void HTMLed::Insert_Image_NoFTP(const std::optional<std::u16string>& localImagePath) {
+  parts_->view_switch.change_document([&] { parts_->images.Insert_Image_NoFTP(localImagePath); });
+}
+void HTMLed::insertImageFromURL(std::u16string_view ImageURL) {
+  parts_->view_switch.change_document([&] { parts_->images.insertImageFromURL(ImageURL); });
+}
+std::int32_t HTMLed::CountLocalImages() { return parts_->images.CountLocalImages(); }
 std::optional<std::u16string> HTMLed::GetCurrentSelection(bool HTMLText) {
   return parts_->selection.GetCurrentSelection(HTMLText);
 }

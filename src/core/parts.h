@@ -15,6 +15,7 @@
 #include "tvx/core/commands/clipboard_commands.h"
 #include "tvx/core/commands/document_event_handler.h"
 #include "tvx/core/commands/formatting.h"
+#include "tvx/core/commands/image_commands.h"
 #include "tvx/core/commands/selection_commands.h"
 #include "tvx/core/content/bootstrap.h"
 #include "tvx/core/content/content.h"
@@ -64,6 +65,7 @@ struct Parts {
   Formatting formatting{context, toolbars, code, edit_window};
   SelectionCommands selection{context};
   ClipboardCommands clipboard{context, code, content};
+  ImageCommands images{context, {}};
   ClassMenus classes{context, highlight, style_sheet};
   MenuCommands menu_commands{context, {menus, toolbars, highlight, tables, formatting, classes, actions}};
   DocumentEventHandler input{context,

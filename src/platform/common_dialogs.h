@@ -23,6 +23,8 @@ struct FileDialog {
   /// What stands in the name field at first, a pattern too: "*.html".
   std::u16string preset;
   WindowHandle owner = WindowHandle::none;
+  /// Files are pictures: a desktop shows the one that is about to be chosen, and offers all kinds at first.
+  bool of_pictures = false;
 };
 
 enum class MessageButtons { ok, ok_cancel, yes_no, yes_no_cancel };

@@ -19,7 +19,6 @@ inline constexpr std::u16string_view no_source = u"The code view is switched off
 // What isn't built yet.
 inline constexpr std::u16string_view no_fonts = u"The font dialog is not there yet";
 inline constexpr std::u16string_view no_spelling = u"Spell checking is not there yet";
-inline constexpr std::u16string_view no_images = u"Inserting images is not there yet";
 inline constexpr std::u16string_view no_library = u"The library of remote images is not there yet";
 inline constexpr std::u16string_view no_image_settings = u"The image dialog is not there yet";
 inline constexpr std::u16string_view no_form_fields = u"Form fields are not there yet";

@@ -43,7 +43,7 @@ constexpr Row formatting_buttons[] = {
     {u"Undo", u"Undo", u"undo"},
     {u"Redo", u"Redo", u"redo"},
     {u"link", u"Insert / Edit Hyperlink", u"link"},
-    {u"Image", u"Insert Image", u"image", obstacles::no_images},
+    {u"Image", u"Insert Image", u"image"},
     {u"RemoteImage", u"Insert Image from remote server", u"remoteimage", obstacles::no_library},
     {u"orderedlist", u"insert numerical list", u"ol"},
     {u"unorderedlist", u"insert unordered list", u"ul"},

@@ -10,6 +10,28 @@ constexpr Parameter list_parameters[] = {{u"RemoteDirectory", Type::String}, {u"
 constexpr Parameter image_parameters[] = {{u"localImagePath", Type::Variant, ByReference::No, Optional::Yes}};
 constexpr Parameter address_parameters[] = {{u"ImageURL", Type::String}};
 
+std::optional<std::u16string> path_of(const Values& arguments) {
+  if (arguments.empty() || arguments[0].is_null()) return std::nullopt;
+  return arguments[0].to_text();
+}
+
+Value insert_image(core::HTMLed& control, Values& arguments) {
+  control.Insert_Image(path_of(arguments));
+  return {};
+}
+
+Value insert_local_image(core::HTMLed& control, Values& arguments) {
+  control.Insert_Image_NoFTP(path_of(arguments));
+  return {};
+}
+
+Value insert_image_from_url(core::HTMLed& control, Values& arguments) {
+  control.insertImageFromURL(arguments[0].to_text());
+  return {};
+}
+
+Value count_local_images(core::HTMLed& control, Values&) { return control.CountLocalImages(); }
+
 constexpr Member rows[] = {
     operation(151, u"PutFileFTP", Type::Boolean, transfer_parameters, u"Sends a file to the server."),
     operation(152, u"GetFileFTP", Type::Boolean, transfer_parameters, u"Fetches a file from the server."),
@@ -17,14 +39,15 @@ constexpr Member rows[] = {
     operation(154, u"ListFilesFTP", Type::Object, list_parameters, u"Lists a folder of the server."),
     operation(155, u"FTPCancelTransfer", Type::None, {}, u"Ends the running transfer."),
     operation(156, u"Insert_Image", Type::None, image_parameters,
-              u"Uploads an image, or the one that the user chooses, and inserts it."),
+              u"Uploads an image, or the one that the user chooses, and inserts it.", insert_image),
     operation(157, u"Insert_Image_NoFTP", Type::None, image_parameters,
-              u"Inserts a local image, or the one that the user chooses."),
-    operation(158, u"insertImageFromURL", Type::None, address_parameters,
-              u"Inserts the image at an address."),
+              u"Inserts a local image, or the one that the user chooses.", insert_local_image),
+    operation(158, u"insertImageFromURL", Type::None, address_parameters, u"Inserts the image at an address.",
+              insert_image_from_url),
     operation(159, u"UploadAllImages", Type::Integer32, {},
               u"Uploads the document's local images and gives their number."),
-    operation(160, u"CountLocalImages", Type::Integer32, {}, u"The number of local images in the document."),
+    operation(160, u"CountLocalImages", Type::Integer32, {}, u"The number of local images in the document.",
+              count_local_images),
     operation(161, u"SpellCheck", Type::None, {},
               u"Checks the document's words, from the first to the last."),
     operation(162, u"SpellingCancel", Type::None, {}, u"Ends the spelling run after the word in hand."),
