@@ -122,7 +122,7 @@ Json seen_in(const Form& form) {
     if (control->has_caption()) captions[name] = json_text(control->Caption());
     if (control->has_text()) texts[name] = json_text(control->Text());
     if (control->kind() == ControlKind::CheckBox) values[name] = control->Value();
-    if (control->kind() != ControlKind::ComboBox) continue;
+    if (!control->is_list()) continue;
     Json list = Json::array();
     for (int index = 0; index < control->ListCount(); ++index)
       list.push_back(json_text(control->List(index)));

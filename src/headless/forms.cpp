@@ -3,6 +3,7 @@
 #include "tvx/base/failure_of.h"
 #include "tvx/base/strings.h"
 #include "tvx/headless/expected.h"
+#include "tvx/headless/form_keys.h"
 
 namespace tvx::headless {
 
@@ -48,7 +49,12 @@ void require_reachable(const FormControl& control) {
 
 void fill(FormControl& control, std::u16string_view text) {
   require_reachable(control);
-  control.set_Text(text);
+  if (control.kind() == platform::ControlKind::ListBox) {
+    for (int index = 0; index < control.ListCount(); ++index)
+      if (control.List(index) == text) return void(control.choose(index));
+    return;
+  }
+  control.reports_keys() ? type_over(control, text) : control.set_Text(text);
 }
 
 void tick(FormControl& control, bool ticked) {
@@ -62,6 +68,8 @@ void Forms::run(Form& form, platform::WindowHandle owner) {
   open_.push_back(&form);
   shown_.push_back(form.Name());
   last_owner_ = owner;
+  if (FormControl* first = first_stop(form)) form.SetFocus(*first);
+  form.paint();
   if (opened_) opened_(form);
   const std::optional<RuntimeError> failure = failure_of([&] {
     if (expected) act(form, *expected);

@@ -61,7 +61,7 @@ class Forms final : public platform::Forms {
 };
 
 // --- what a user does with one control; RuntimeError(5) where it can't be reached ---
-/// Types into a box, or chooses from a list.
+/// Types into a box, key by key where it reports its keys, or picks from a list.
 void fill(platform::FormControl& control, std::u16string_view text);
 /// Presses the check box if it isn't as wanted.
 void tick(platform::FormControl& control, bool ticked);

@@ -62,6 +62,18 @@ FormControl& Form::add_list(std::u16string name, std::initializer_list<std::u16s
   return list;
 }
 
+FormControl& Form::add_combo_box(std::u16string name, std::initializer_list<std::u16string_view> items) {
+  FormControl& box = add_list(std::move(name), items);
+  box.takes_text_ = true;
+  return box;
+}
+
+FormControl& Form::add_list_box(std::u16string name, std::initializer_list<std::u16string_view> items) {
+  FormControl& list = add(ControlKind::ListBox, std::move(name), {});
+  for (const std::u16string_view item : items) list.AddItem(item);
+  return list;
+}
+
 FormControl& Form::add_check_box(std::u16string name, std::u16string caption) {
   return add(ControlKind::CheckBox, std::move(name), std::move(caption));
 }
@@ -102,6 +114,17 @@ void Form::Hide() {
   for (FormObserver* observer : observers) observer->form_hidden(*this);
 }
 
+void Form::paint() {
+  if (handler_ && visible_) handler_->Paint(*this);
+}
+
+void Form::SetFocus(FormControl& control) {
+  if (!control.reachable()) return;
+  active_ = &control;
+  const std::vector<FormObserver*> observers = observers_;
+  for (FormObserver* observer : observers) observer->focus_wanted(control);
+}
+
 void Form::cancel() {
   if (!cancel_button_ || !attempt([this] {
         if (!cancel_button_->click()) Hide();
@@ -119,6 +142,7 @@ void Forms::Show(Form& form, WindowHandle owner) {
     Form& form;
     ~Hidden() { form.Hide(); }
   } hidden{form};
+  form.active_ = nullptr;
   run(form, owner);
 }
 

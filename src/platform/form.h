@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -17,10 +18,24 @@ namespace tvx::platform {
 class FormHandler {
  public:
   virtual ~FormHandler() = default;
-  /// The user pressed a button, or turned a check box. What it throws ends the press; the form stays open.
+  /// The user pressed a button, turned a check box, or picked from a list that stays open, be it what was
+  /// chosen already. What it throws ends the press; the form stays open.
   virtual void Click(FormControl&) {}
+  /// In a list that stays open; a Click has come before.
+  virtual void DblClick(FormControl&) {}
   /// The text, the choice or the tick is another one, whoever has changed it.
   virtual void Change(FormControl&) {}
+  /// The user has stepped a number with the arrows beside it.
+  virtual void Step(FormControl&) {}
+
+  // Of boxes that report their keys. A code or a character set to 0 takes it away. `Shift`: 1 Shift, 2
+  // Control, 4 Alt.
+  virtual void KeyDown(FormControl&, std::int16_t& /*KeyCode*/, std::int16_t /*Shift*/) {}
+  virtual void KeyPress(FormControl&, std::int16_t& /*KeyAscii*/) {}
+  virtual void KeyUp(FormControl&, std::int16_t& /*KeyCode*/, std::int16_t /*Shift*/) {}
+
+  /// The form has been painted: when it is shown, and when what covered it has gone.
+  virtual void Paint(Form&) {}
 };
 
 /// Who draws a form.
@@ -32,6 +47,8 @@ class FormObserver {
   /// The form's caption is another one.
   virtual void caption_changed(Form& form) = 0;
   virtual void form_hidden(Form& form) = 0;
+  /// The form wants another control to have the keyboard.
+  virtual void focus_wanted(FormControl&) {}
 };
 
 /// A row of controls, side by side: labels stand before what they name, buttons after the box that they
@@ -61,6 +78,10 @@ class Form final : public MessageWindow {
   FormControl& add_text_box(std::u16string name, std::u16string_view text = {});
   /// A list that opens, from which the user picks; it takes no typed text.
   FormControl& add_list(std::u16string name, std::initializer_list<std::u16string_view> items = {});
+  /// The same, but it takes typed text too.
+  FormControl& add_combo_box(std::u16string name, std::initializer_list<std::u16string_view> items = {});
+  /// A list that stays open.
+  FormControl& add_list_box(std::u16string name, std::initializer_list<std::u16string_view> items = {});
   FormControl& add_check_box(std::u16string name, std::u16string caption);
   FormControl& add_button(std::u16string name, std::u16string caption);
   FormControl& add_picture(std::u16string name);
@@ -87,6 +108,14 @@ class Form final : public MessageWindow {
   bool Visible() const { return visible_; }
   /// Takes it off the screen: showing it returns. It stays loaded.
   void Hide();
+  /// Paints it: whoever draws it does so when it has to.
+  void paint();
+  /// What has the keyboard; null: nothing yet.
+  FormControl* ActiveControl() const { return active_; }
+  /// Whoever draws it says what has the keyboard.
+  void set_active(FormControl& control) { active_ = &control; }
+  /// Gives the keyboard to a control that can be reached.
+  void SetFocus(FormControl& control);
   /// The user gives up: presses the cancel button, and where there is none, or it can't be reached or
   /// fails, hides the form.
   void cancel();
@@ -107,6 +136,7 @@ class Form final : public MessageWindow {
   std::vector<FormControl*> closing_buttons_;
   FormControl* default_button_ = nullptr;
   FormControl* cancel_button_ = nullptr;
+  FormControl* active_ = nullptr;
   FormHandler* handler_ = nullptr;
   std::vector<FormObserver*> observers_;
   bool visible_ = false;

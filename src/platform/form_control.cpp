@@ -4,6 +4,8 @@
 #include <utility>
 
 #include "tvx/base/error.h"
+#include "tvx/base/numbers.h"
+#include "tvx/base/strings.h"
 #include "tvx/platform/form.h"
 
 namespace tvx::platform {
@@ -12,8 +14,12 @@ namespace {
 constexpr int no_such_index = 381;
 
 FormColour usual_colour(ControlKind kind) {
-  return kind == ControlKind::TextBox || kind == ControlKind::ComboBox ? window_background : button_face;
+  const bool is_box =
+      kind == ControlKind::TextBox || kind == ControlKind::ComboBox || kind == ControlKind::ListBox;
+  return is_box ? window_background : button_face;
 }
+
+int within(int value, std::size_t most) { return std::clamp(value, 0, static_cast<int>(most)); }
 
 }  // namespace
 
@@ -28,7 +34,9 @@ FormControl::FormControl(Form& form, ControlKind kind, std::u16string name, std:
 
 bool FormControl::has_caption() const { return !has_text() && kind_ != ControlKind::PictureBox; }
 
-bool FormControl::has_text() const { return kind_ == ControlKind::TextBox || kind_ == ControlKind::ComboBox; }
+bool FormControl::has_text() const { return kind_ == ControlKind::TextBox || is_list(); }
+
+bool FormControl::is_list() const { return kind_ == ControlKind::ComboBox || kind_ == ControlKind::ListBox; }
 
 void FormControl::require(bool has, std::u16string_view member) const {
   if (!has)
@@ -66,9 +74,32 @@ const std::u16string& FormControl::Text() const {
 void FormControl::set_Text(std::u16string_view text) {
   require(has_text(), u"Text");
   if (text_ == text) return;
-  if (kind_ == ControlKind::ComboBox && std::ranges::find(items_, text) == items_.end()) return;
+  const auto item = std::ranges::find(items_, text);
+  if (is_list() && !takes_text_ && item == items_.end()) return;
   text_ = text;
+  index_ = item == items_.end() ? -1 : static_cast<int>(item - items_.begin());
+  selection_start_ = selection_length_ = 0;
   tell_change();
+}
+
+int FormControl::SelStart() const {
+  require(takes_text(), u"SelStart");
+  return selection_start_;
+}
+
+int FormControl::SelLength() const {
+  require(takes_text(), u"SelLength");
+  return selection_length_;
+}
+
+void FormControl::select(int start, int length) {
+  require(takes_text(), u"SelStart");
+  start = within(start, text_.size());
+  length = within(length, text_.size() - static_cast<std::size_t>(start));
+  if (start == selection_start_ && length == selection_length_) return;
+  selection_start_ = start;
+  selection_length_ = length;
+  tell();
 }
 
 bool FormControl::Value() const {
@@ -111,34 +142,87 @@ void FormControl::set_Picture(std::u16string_view path) {
   tell();
 }
 
+void FormControl::set_sample(TextSample sample) {
+  if (sample_ == sample) return;
+  sample_ = std::move(sample);
+  tell();
+}
+
+void FormControl::set_fault(std::u16string_view reason) {
+  if (fault_ == reason) return;
+  fault_ = reason;
+  tell();
+}
+
 // --- lists ---
 
+void FormControl::require_item(int index) const {
+  if (index < 0 || index >= ListCount()) throw RuntimeError(no_such_index, u"Invalid property array index");
+}
+
 void FormControl::AddItem(std::u16string_view item) {
-  require(kind_ == ControlKind::ComboBox, u"AddItem");
+  require(is_list(), u"AddItem");
   items_.emplace_back(item);
   tell();
 }
 
+// What is typed into a box stays; what is chosen in a list goes with its item.
+void FormControl::RemoveItem(int index) {
+  require(is_list(), u"RemoveItem");
+  require_item(index);
+  const bool chosen = !takes_text_ && ListIndex() == index;
+  items_.erase(items_.begin() + index);
+  if (index_ > index) --index_;
+  if (!chosen) return tell();
+  index_ = -1;
+  text_.clear();
+  tell_change();
+}
+
 void FormControl::Clear() {
-  require(kind_ == ControlKind::ComboBox, u"Clear");
+  require(is_list(), u"Clear");
   items_.clear();
+  index_ = -1;
+  selection_start_ = selection_length_ = 0;
   const bool chosen = !std::exchange(text_, {}).empty();
   chosen ? tell_change() : tell();
 }
 
 const std::u16string& FormControl::List(int index) const {
-  require(kind_ == ControlKind::ComboBox, u"List");
-  if (index < 0 || index >= ListCount()) throw RuntimeError(no_such_index, u"Invalid property array index");
+  require(is_list(), u"List");
+  require_item(index);
   return items_[static_cast<std::size_t>(index)];
 }
 
+void FormControl::set_List(int index, std::u16string_view item) {
+  require(is_list(), u"List");
+  require_item(index);
+  std::u16string& kept = items_[static_cast<std::size_t>(index)];
+  if (kept == item) return;
+  const bool chosen = !takes_text_ && ListIndex() == index;
+  kept = item;
+  if (!chosen) return tell();
+  text_ = item;
+  tell_change();
+}
+
+// Items of a list that stays open may be alike: it keeps which of them is chosen.
 int FormControl::ListIndex() const {
-  require(kind_ == ControlKind::ComboBox, u"ListIndex");
+  require(is_list(), u"ListIndex");
+  if (kind_ == ControlKind::ListBox) return index_;
   const auto chosen = std::ranges::find(items_, text_);
   return chosen == items_.end() ? -1 : static_cast<int>(chosen - items_.begin());
 }
 
-void FormControl::set_ListIndex(int index) { set_Text(List(index)); }
+void FormControl::set_ListIndex(int index) {
+  require(is_list(), u"ListIndex");
+  if (index != -1) require_item(index);
+  if (index == ListIndex()) return;
+  index_ = index;
+  text_ = index == -1 ? std::u16string() : List(index);
+  selection_start_ = selection_length_ = 0;
+  tell_change();
+}
 
 // --- use ---
 
@@ -156,6 +240,55 @@ bool FormControl::click() {
     return false;
   if (form_.handler_) form_.handler_->Click(*this);
   return true;
+}
+
+bool FormControl::choose(int index) {
+  if (!reachable()) return false;
+  set_ListIndex(index);
+  if (kind_ == ControlKind::ListBox && index != -1 && form_.handler_) form_.handler_->Click(*this);
+  return true;
+}
+
+bool FormControl::double_click() {
+  if (kind_ != ControlKind::ListBox || !reachable()) return false;
+  if (form_.handler_) form_.handler_->DblClick(*this);
+  return true;
+}
+
+// What is no number counts as 0.
+bool FormControl::step(int steps) {
+  if (!number_ || !reachable()) return false;
+  const double wanted = typed_number(text_) + static_cast<double>(number_->step) * steps;
+  const int number = static_cast<int>(std::clamp<double>(wanted, number_->least, number_->most));
+  set_Text(to_text(number));
+  if (form_.handler_) form_.handler_->Step(*this);
+  return true;
+}
+
+void FormControl::edit(std::u16string_view text, int start, int length) {
+  require(takes_text(), u"Text");
+  const bool changed = text_ != text;
+  text_ = text;
+  selection_start_ = within(start, text_.size());
+  selection_length_ = within(length, text_.size() - static_cast<std::size_t>(selection_start_));
+  if (changed) tell_change();
+}
+
+// --- keys ---
+
+std::int16_t FormControl::key_down(std::int16_t code, std::int16_t shift) {
+  if (reports_keys_ && form_.handler_) form_.handler_->KeyDown(*this, code, shift);
+  return code;
+}
+
+std::int16_t FormControl::key_up(std::int16_t code, std::int16_t shift) {
+  if (reports_keys_ && form_.handler_) form_.handler_->KeyUp(*this, code, shift);
+  return code;
+}
+
+std::int16_t FormControl::key_press(std::int16_t character) {
+  if (reports_keys_ && form_.handler_) form_.handler_->KeyPress(*this, character);
+  return character;
 }
 
 }  // namespace tvx::platform

@@ -6,7 +6,9 @@
 #include "contract/message_loop_contract.h"
 #include "contract/view_contract.h"
 #include "tvx/base/error.h"
+#include "tvx/browser/input/key_table.h"
 #include "tvx/headless/clipboard.h"
+#include "tvx/headless/form_keys.h"
 #include "tvx/headless/forms.h"
 #include "tvx/headless/menus.h"
 #include "tvx/headless/message_loop.h"
@@ -23,7 +25,23 @@ class ScriptedUser final : public FormUser {
   void type(std::u16string_view box, std::u16string_view text) override {
     attempt([&] { headless::fill(form_.Controls(box), text); });
   }
+  void key(std::u16string_view box, std::u16string_view name) override {
+    form_.SetFocus(form_.Controls(box));
+    browser::KeyInput key{.key = std::u16string(name), .text = {}};
+    if (const auto code = browser::named_key_code(name)) {
+      key.key_code = *code;
+    } else {
+      key.text = name;
+      key.key_code = browser::key_code_of(name[0]);
+    }
+    headless::type_key(form_, key);
+  }
   void press(std::u16string_view button) override { form_.Controls(button).click(); }
+  void pick(std::u16string_view list, int item) override { form_.Controls(list).choose(item); }
+  void double_click(std::u16string_view list, int item) override {
+    pick(list, item);
+    form_.Controls(list).double_click();
+  }
   void give_up() override { form_.cancel(); }
 
  private:

@@ -107,6 +107,62 @@ TEST_F(AForm, ChangesAreToldOnce) {
   EXPECT_THAT(acts.heard, ElementsAre(u"Change txtSize"));
 }
 
+TEST_F(AForm, AListThatTakesTypedTextTakesAnyText) {
+  FormControl& font = form.add_combo_box(u"cboFont", {u"Arial", u"Times"});
+  EXPECT_TRUE(font.takes_text());
+  EXPECT_FALSE((*this)[u"cboUnit"].takes_text());
+  font.set_Text(u"Comic");
+  EXPECT_EQ(font.Text(), u"Comic");
+  EXPECT_EQ(font.ListIndex(), -1);
+  font.set_Text(u"Times");
+  EXPECT_EQ(font.ListIndex(), 1);
+  font.RemoveItem(1);
+  EXPECT_EQ(font.Text(), u"Times") << "what is typed stays";
+}
+
+TEST_F(AForm, AListThatStaysOpenKnowsAlikeItemsApart) {
+  FormControl& words = form.add_list_box(u"lst", {u"one", u"two", u"two"});
+  EXPECT_EQ(words.ListIndex(), -1);
+  words.set_ListIndex(2);
+  EXPECT_EQ(words.Text(), u"two");
+  words.RemoveItem(0);
+  EXPECT_EQ(words.ListIndex(), 1);
+  words.set_List(1, u"three");
+  EXPECT_EQ(words.Text(), u"three");
+  words.set_ListIndex(-1);
+  EXPECT_EQ(words.Text(), u"");
+  EXPECT_EQ(number_of_failure([&] { words.set_ListIndex(2); }), 381);
+  words.set_ListIndex(0);
+  words.RemoveItem(0);
+  EXPECT_EQ(words.ListIndex(), -1);
+}
+
+TEST_F(AForm, ASelectionStaysWithinTheText) {
+  FormControl& box = (*this)[u"txtSize"];
+  box.select(1, 9);
+  EXPECT_EQ(box.SelStart(), 1);
+  EXPECT_EQ(box.SelLength(), 1);
+  box.set_Text(u"140");
+  EXPECT_EQ(box.SelStart(), 0);
+  EXPECT_EQ(box.SelLength(), 0);
+  EXPECT_EQ(number_of_failure([&] { (*this)[u"cboUnit"].select(0, 1); }), 438);
+}
+
+TEST_F(AForm, ANumberIsSteppedWithinItsRange) {
+  FormControl& box = (*this)[u"txtSize"];
+  EXPECT_FALSE(box.step(1)) << "not for numbers";
+  box.set_number({.least = 1, .most = 20, .step = 5});
+  EXPECT_TRUE(box.step(1));
+  EXPECT_EQ(box.Text(), u"17");
+  box.step(1);
+  EXPECT_EQ(box.Text(), u"20");
+  box.step(-9);
+  EXPECT_EQ(box.Text(), u"1");
+  box.set_Text(u"wide");
+  box.step(1);
+  EXPECT_EQ(box.Text(), u"5");
+}
+
 TEST_F(AForm, AListTakesItsItemsOnly) {
   FormControl& unit = (*this)[u"cboUnit"];
   EXPECT_EQ(unit.Text(), u"");

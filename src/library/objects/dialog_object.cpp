@@ -25,6 +25,26 @@ class FormControlObject final : public Object {
   FormControl& control_;
 };
 
+/// A list that stays open knows no other choice than the user's.
+void choose(FormControl& list, int index) {
+  if (list.kind() != platform::ControlKind::ListBox || !list.choose(index)) list.set_ListIndex(index);
+}
+
+/// One of the three that ask about a key: what has become of the code.
+template <std::int16_t (FormControl::*ask)(std::int16_t, std::int16_t)>
+Value key_call(FormControlObject& self, Values& arguments) {
+  expect_arguments(arguments, 1, 2);
+  const auto shift = arguments.size() > 1 ? arguments[1].to_integer32() : 0;
+  const auto code = static_cast<std::int16_t>(arguments[0].to_integer32());
+  return std::int32_t{((*self).*ask)(code, static_cast<std::int16_t>(shift))};
+}
+
+Value offered(FormControlObject& self) {
+  Values texts;
+  for (const std::u16string& text : (*self).offered()) texts.emplace_back(text);
+  return texts;
+}
+
 constexpr MemberOf<FormControlObject> control_rows[] = {
     {u"Name", [](FormControlObject& self) -> Value { return (*self).Name(); }},
     {u"Caption", [](FormControlObject& self) -> Value { return (*self).Caption(); },
@@ -47,7 +67,15 @@ constexpr MemberOf<FormControlObject> control_rows[] = {
      [](FormControlObject& self, const Value& value) { (*self).set_Picture(value.to_text()); }},
     {u"ListCount", [](FormControlObject& self) -> Value { return std::int32_t{(*self).ListCount()}; }},
     {u"ListIndex", [](FormControlObject& self) -> Value { return std::int32_t{(*self).ListIndex()}; },
-     [](FormControlObject& self, const Value& value) { (*self).set_ListIndex(value.to_integer32()); }},
+     [](FormControlObject& self, const Value& value) { choose(*self, value.to_integer32()); }},
+    {u"SelStart", [](FormControlObject& self) -> Value { return std::int32_t{(*self).SelStart()}; },
+     [](FormControlObject& self, const Value& value) { (*self).select(value.to_integer32(), 0); }},
+    {u"SelLength", [](FormControlObject& self) -> Value { return std::int32_t{(*self).SelLength()}; },
+     [](FormControlObject& self, const Value& value) {
+       (*self).select((*self).SelStart(), value.to_integer32());
+     }},
+    {u"Fault", [](FormControlObject& self) -> Value { return (*self).fault(); }},
+    {u"Offered", offered},
     {.name = u"List",
      .call = [](FormControlObject& self, Values& arguments) -> Value {
        expect_arguments(arguments, 1, 1);
@@ -57,6 +85,24 @@ constexpr MemberOf<FormControlObject> control_rows[] = {
      .call = [](FormControlObject& self, Values& arguments) -> Value {
        expect_arguments(arguments, 0, 0);
        return (*self).click();
+     }},
+    {.name = u"DblClick",
+     .call = [](FormControlObject& self, Values& arguments) -> Value {
+       expect_arguments(arguments, 0, 0);
+       return (*self).double_click();
+     }},
+    {.name = u"SetFocus",
+     .call = [](FormControlObject& self, Values& arguments) -> Value {
+       expect_arguments(arguments, 0, 0);
+       (*self).form().SetFocus(*self);
+       return {};
+     }},
+    {.name = u"KeyDown", .call = key_call<&FormControl::key_down>},
+    {.name = u"KeyUp", .call = key_call<&FormControl::key_up>},
+    {.name = u"KeyPress",
+     .call = [](FormControlObject& self, Values& arguments) -> Value {
+       expect_arguments(arguments, 1, 1);
+       return std::int32_t{(*self).key_press(static_cast<std::int16_t>(arguments[0].to_integer32()))};
      }},
 };
 
@@ -95,6 +141,17 @@ constexpr MemberOf<FormObject> form_rows[] = {
      .call = [](FormObject& self, Values& arguments) -> Value {
        expect_arguments(arguments, 1, 1);
        return form_control_object((*self).Controls(arguments[0].to_text()));
+     }},
+    {.name = u"Refresh",
+     .call = [](FormObject& self, Values& arguments) -> Value {
+       expect_arguments(arguments, 0, 0);
+       (*self).paint();
+       return {};
+     }},
+    {u"ActiveControl",
+     [](FormObject& self) -> Value {
+       FormControl* active = (*self).ActiveControl();
+       return active ? Value(form_control_object(*active)) : Value();
      }},
     {.name = u"Hide",
      .call = [](FormObject& self, Values& arguments) -> Value {

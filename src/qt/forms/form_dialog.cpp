@@ -9,6 +9,7 @@
 #include <QScrollBar>
 #include <QStyle>
 #include <QVBoxLayout>
+#include <QWindow>
 #include <algorithm>
 
 #include "tvx/base/error.h"
@@ -82,7 +83,9 @@ void FormDialog::make_widgets(QWidget& content) {
   const UserAct run = [this](const std::function<void()>& deed) { act(deed); };
   for (const auto& control : form_.controls()) {
     QWidget* frame = control->container() ? widgets_.value(control->container()) : nullptr;
-    widgets_.insert(control.get(), make_widget(*control, frame ? frame : &content, run));
+    QWidget* widget = make_widget(*control, frame ? frame : &content, run);
+    widget->installEventFilter(this);
+    widgets_.insert(control.get(), widget);
   }
 }
 
@@ -162,7 +165,22 @@ void FormDialog::showEvent(QShowEvent* event) {
     break;
   }
   QDialog::showEvent(event);
+  windowHandle()->installEventFilter(this);
+  act([this] { form_.paint(); });
 }
+
+// What the window system wants painted anew, as where another window has gone; what Qt paints by itself, a
+// caret that blinks, is nobody's news.
+bool FormDialog::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == windowHandle() && event->type() == QEvent::Expose && windowHandle()->isExposed())
+    act([this] { form_.paint(); });
+  for (const auto& control : form_.controls())
+    if (event->type() == QEvent::FocusIn && widgets_.value(control.get()) == watched)
+      form_.set_active(*control);
+  return QDialog::eventFilter(watched, event);
+}
+
+void FormDialog::focus_wanted(FormControl& control) { widgets_.value(&control)->setFocus(); }
 
 // --- the user ---
 

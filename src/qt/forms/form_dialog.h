@@ -36,9 +36,11 @@ class FormDialog final : public QDialog, private platform::FormObserver {
   void control_changed(platform::FormControl& control) override;
   void caption_changed(platform::Form& form) override;
   void form_hidden(platform::Form& form) override;
+  void focus_wanted(platform::FormControl& control) override;
 
   void changeEvent(QEvent* event) override;
   void showEvent(QShowEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
 
   void make_widgets(QWidget& content);
   void make_closing_buttons();

@@ -2,17 +2,19 @@
 
 #include <QCheckBox>
 #include <QComboBox>
-#include <QEvent>
+#include <QCompleter>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPixmap>
 #include <QPointer>
 #include <QPushButton>
-#include <limits>
 
 #include "tvx/qt/forms/colour_button.h"
 #include "tvx/qt/forms/form_colours.h"
+#include "tvx/qt/forms/key_reporter.h"
+#include "tvx/qt/forms/list_box.h"
+#include "tvx/qt/forms/text_boxes.h"
 #include "tvx/qt/support/caption_label.h"
 #include "tvx/qt/support/strings.h"
 
@@ -22,48 +24,43 @@ namespace {
 using platform::ControlKind;
 using platform::FormControl;
 
-/// A text box as wide as the letters that it is for, and as wide as there is room where no number is given.
-class TextBox final : public QLineEdit {
- public:
-  explicit TextBox(std::optional<int> letters, QWidget* parent)
-      : QLineEdit(parent), letters_(letters.value_or(usual_letters)) {
-    // The model knows no end; a box that cut a text off would change it.
-    setMaxLength(std::numeric_limits<int>::max());
-    setSizePolicy(letters ? QSizePolicy::Fixed : QSizePolicy::Expanding, QSizePolicy::Fixed);
-  }
-
-  QSize sizeHint() const override {
-    constexpr int letters_of_qt = 17;
-    const QSize usual = QLineEdit::sizeHint();
-    const int letter = fontMetrics().horizontalAdvance(u'x');
-    return {usual.width() + (letters_ - letters_of_qt) * letter, usual.height()};
-  }
-  QSize minimumSizeHint() const override { return sizeHint(); }
-
- private:
-  // Numbers and colours read from the left everywhere; they start where the form does.
-  void changeEvent(QEvent* event) override {
-    if (event->type() == QEvent::LayoutDirectionChange)
-      setAlignment(layoutDirection() == Qt::RightToLeft ? Qt::AlignRight | Qt::AlignAbsolute : Qt::AlignLeft);
-    QLineEdit::changeEvent(event);
-  }
-
-  static constexpr int usual_letters = 20;
-  int letters_;
-};
-
 // --- making: what the user does goes to the model ---
 
 QWidget* make_text_box(FormControl& control, QWidget* parent, const UserAct& act) {
-  auto* box = new TextBox(control.columns(), parent);
-  // Not only what is typed: a reading or dictating program sets the text as a whole.
-  QObject::connect(box, &QLineEdit::textChanged, box, [&control, act](const QString& text) {
-    act([&control, &text] { control.set_Text(from_qt(text)); });
-  });
+  QWidget* box = nullptr;
+  if (control.number()) {
+    auto* number = new NumberBox(control, parent, act);
+    follow_line(control, *number->line(), act);
+    box = number;
+  } else {
+    auto* text = new TextBox(control.columns(), parent);
+    follow_line(control, *text, act);
+    box = text;
+  }
+  if (control.reports_keys()) new KeyReporter(control, *box, act);
+  return box;
+}
+
+QWidget* make_combo_box(FormControl& control, QWidget* parent, const UserAct& act) {
+  auto* box = new QComboBox(parent);
+  box->setEditable(true);
+  box->setInsertPolicy(QComboBox::NoInsert);
+  box->setSizeAdjustPolicy(QComboBox::AdjustToContents);
+  box->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+  // Names of fonts are many: what is typed finds them. Elsewhere what is typed is what is meant.
+  if (control.shows_fonts()) {
+    box->completer()->setCompletionMode(QCompleter::PopupCompletion);
+    box->completer()->setFilterMode(Qt::MatchContains);
+  } else {
+    box->setCompleter(nullptr);
+  }
+  follow_line(control, *box->lineEdit(), act);
+  if (control.reports_keys()) new KeyReporter(control, *box, act);
   return box;
 }
 
 QWidget* make_list(FormControl& control, QWidget* parent, const UserAct& act) {
+  if (control.takes_text()) return make_combo_box(control, parent, act);
   auto* list = new QComboBox(parent);
   list->setSizeAdjustPolicy(QComboBox::AdjustToContents);
   list->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
@@ -102,6 +99,7 @@ QWidget* make_bare_widget(FormControl& control, QWidget* parent, const UserAct& 
     case ControlKind::Label: return new CaptionLabel(parent);
     case ControlKind::TextBox: return make_text_box(control, parent, act);
     case ControlKind::ComboBox: return make_list(control, parent, act);
+    case ControlKind::ListBox: return new ListBox(control, parent, act);
     case ControlKind::CheckBox: return make_check_box(control, parent, act);
     case ControlKind::CommandButton: return make_button(control, parent, act);
     case ControlKind::Frame: return new QGroupBox(parent);
@@ -112,12 +110,10 @@ QWidget* make_bare_widget(FormControl& control, QWidget* parent, const UserAct& 
 
 // --- showing: what the model says is seen ---
 
-void show_text(const FormControl& control, QLineEdit& box) {
-  const QString text = to_qt(control.Text());
-  if (box.text() == text) return;
-  box.setText(text);
-  // A text that came as a whole is read from its beginning.
-  box.setCursorPosition(0);
+void show_text(const FormControl& control, QWidget& widget) {
+  auto* number = dynamic_cast<NumberBox*>(&widget);
+  show_line(control, number ? *number->line() : static_cast<QLineEdit&>(widget));
+  if (number) number->update();  // its arrows may have come to an end
 }
 
 bool has_items_of(const QComboBox& list, const FormControl& control) {
@@ -132,8 +128,12 @@ void show_list(const FormControl& control, QComboBox& list) {
   const QSignalBlocker silence(list);
   if (!has_items_of(list, control)) {
     list.clear();
-    for (int i = 0; i < control.ListCount(); ++i) list.addItem(to_qt(control.List(i)));
+    for (int i = 0; i < control.ListCount(); ++i) {
+      list.addItem(to_qt(control.List(i)));
+      if (control.shows_fonts()) list.setItemData(i, QFont(list.itemText(i)), Qt::FontRole);
+    }
   }
+  if (QLineEdit* line = list.lineEdit()) return show_line(control, *line);
   if (to_qt(control.Text()) != list.currentText() || control.ListIndex() < 0)
     list.setCurrentIndex(control.ListIndex());
 }
@@ -157,8 +157,9 @@ void show_button(const FormControl& control, QPushButton& button) {
 void show_content(const FormControl& control, QWidget& widget) {
   switch (control.kind()) {
     case ControlKind::Label: static_cast<CaptionLabel&>(widget).show_caption(to_qt(control.Caption())); break;
-    case ControlKind::TextBox: show_text(control, static_cast<QLineEdit&>(widget)); break;
+    case ControlKind::TextBox: show_text(control, widget); break;
     case ControlKind::ComboBox: show_list(control, static_cast<QComboBox&>(widget)); break;
+    case ControlKind::ListBox: static_cast<ListBox&>(widget).show_items(); break;
     case ControlKind::CheckBox: {
       auto& box = static_cast<QCheckBox&>(widget);
       box.setText(to_qt(control.Caption()));

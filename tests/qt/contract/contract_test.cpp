@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QMenu>
 #include <QTest>
 #include <QTimer>
@@ -36,14 +37,39 @@ class DialogUser final : public FormUser {
     edit->selectAll();
     QTest::keyClicks(edit, qt::to_qt(text));
   }
+  void key(std::u16string_view box, std::u16string_view name) override {
+    auto* widget = dialog_->findChild<QWidget*>(qt::to_qt(box));
+    ASSERT_NE(widget, nullptr);
+    widget->setFocus(Qt::OtherFocusReason);
+    static const QHash<QString, Qt::Key> keys = {
+        {"Home", Qt::Key_Home},           {"End", Qt::Key_End},       {"ArrowLeft", Qt::Key_Left},
+        {"ArrowRight", Qt::Key_Right},    {"Delete", Qt::Key_Delete}, {"ArrowDown", Qt::Key_Down},
+        {"Backspace", Qt::Key_Backspace}, {"Tab", Qt::Key_Tab}};
+    const auto found = keys.constFind(qt::to_qt(name));
+    found == keys.cend() ? QTest::keyClicks(widget, qt::to_qt(name)) : QTest::keyClick(widget, *found);
+  }
   void press(std::u16string_view button) override {
     auto* widget = dialog_->findChild<QWidget*>(qt::to_qt(button));
     ASSERT_NE(widget, nullptr);
     QTest::mouseClick(widget, Qt::LeftButton, {}, QPoint(8, widget->height() / 2));
   }
+  void pick(std::u16string_view list, int item) override {
+    auto* widget = dialog_->findChild<QListWidget*>(qt::to_qt(list));
+    ASSERT_NE(widget, nullptr);
+    QTest::mouseClick(widget->viewport(), Qt::LeftButton, {}, middle_of(*widget, item));
+  }
+  // As from a hand: the second press of two is the double click.
+  void double_click(std::u16string_view list, int item) override {
+    pick(list, item);
+    auto* widget = dialog_->findChild<QListWidget*>(qt::to_qt(list));
+    QTest::mouseDClick(widget->viewport(), Qt::LeftButton, {}, middle_of(*widget, item));
+  }
   void give_up() override { QTest::keyClick(dialog_, Qt::Key_Escape); }
 
  private:
+  static QPoint middle_of(const QListWidget& list, int item) {
+    return list.visualItemRect(list.item(item)).center();
+  }
   QPointer<QWidget> dialog_;
 };
 
@@ -66,7 +92,7 @@ class FormsRoom : Window {
     qt::when_dialog_opens(nullptr, [user, &form](QWidget& front) {
       DialogUser in_front(front);
       user(in_front);
-      if (form.Visible()) form.Hide();
+      if (form.Visible()) form.cancel();
     });
   }
 
