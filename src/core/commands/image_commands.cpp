@@ -103,7 +103,7 @@ void ImageCommands::Insert_Image_NoFTP(const std::optional<std::u16string>& loca
     if (!path) return;
     const bool is_address = localImagePath && (contains(*path, u"file:///") || contains(*path, u"http://"));
     if (platform::is_local_file(*path)) insert_local(*path, is_address ? u"" : u"file:///");
-    // The flag first, other than in the road with an upload.
+    // The flag first, other than where a picture is uploaded.
     properties_.IsDirty = true;
     context_.PropertyChanged(u"DocumentHTML");
     context_.state_changed();

@@ -8,6 +8,7 @@
 #include <QPushButton>
 
 #include "tvx/qt/dialogs/link_dialog.h"
+#include "tvx/qt/dialogs/picture_preview.h"
 #include "tvx/qt/support/modal.h"
 #include "tvx/qt/support/strings.h"
 #include "tvx/qt/support/words.h"
@@ -60,6 +61,11 @@ class Dialogs::FileChooser : public Modal<QFileDialog> {
   FileChooser(QWidget* window, const platform::FileDialog& dialog) : Modal(window, translated(dialog.title)) {
     (*this)->setNameFilters(name_filters(dialog.filters));
     (*this)->setOption(QFileDialog::HideNameFilterDetails);
+    if (!dialog.of_pictures) return;
+    // The desktop's own dialog has no room for more.
+    (*this)->setOption(QFileDialog::DontUseNativeDialog);
+    new PicturePreview(*operator->());
+    (*this)->selectNameFilter((*this)->nameFilters().constLast());
   }
 };
 
@@ -67,7 +73,7 @@ QStringList name_filters(const std::vector<platform::FileFilter>& filters) {
   QStringList result;
   for (const platform::FileFilter& filter : filters) {
     QStringList parts = to_qt(filter.pattern).split(u'|');
-    parts.prepend(to_qt(filter.name));
+    parts.prepend(translated(filter.name));
     for (qsizetype i = 0; i + 1 < parts.size(); i += 2)
       result << QStringLiteral("%1 (%2)").arg(parts[i], patterns(parts[i + 1]));
   }

@@ -206,7 +206,7 @@ TEST_F(Images, LocalPicturesAreCountedByTheirAddresses) {
   EXPECT_EQ(control->CountLocalImages(), 3);
 }
 
-// The road with an upload, with a server of the test's own.
+// With an upload, to a server of the test's own.
 class Uploads : public testing::Test {
  protected:
   Uploads() {

@@ -7,12 +7,19 @@
 #include <QColorDialog>
 #include <QDialog>
 #include <QDialogButtonBox>
+#include <QFile>
 #include <QFileDialog>
+#include <QImage>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QTemporaryDir>
+#include <QTest>
 #include <QTimer>
+
+#include "tvx/qt/support/strings.h"
 
 namespace tvx::qt {
 namespace {
@@ -119,6 +126,49 @@ TEST_F(DialogsTest, ACancelledFileDialogGivesNoPath) {
     shown->reject();
   });
   EXPECT_EQ(dialogs_.ShowSave(asked), u"");
+}
+
+/// Lets the loop run until it is so.
+template <class Condition>
+bool comes_true(Condition condition) {
+  for (int turns = 0; turns < 500 && !condition(); ++turns) QTest::qWait(10);
+  return condition();
+}
+
+TEST_F(DialogsTest, APictureIsSeenBeforeItIsChosen) {
+  const QTemporaryDir folder;
+  const QString wide = folder.filePath(QStringLiteral("wide.png")),
+                text = folder.filePath(QStringLiteral("text.png"));
+  QImage picture(1000, 500, QImage::Format_RGB32);
+  picture.fill(Qt::blue);
+  ASSERT_TRUE(picture.save(wide));
+  QFile(text).open(QIODevice::WriteOnly);
+  dialogs_.set_folder(folder.path());
+  const platform::FileDialog asked{
+      .filters = {{u"GIF (*.GIF)", u"*.gif"}, {u"All Image Files", u"*.gif;*.png"}},
+      .title = u"Select an Image",
+      .of_pictures = true};
+  when_open<QFileDialog>([&](QFileDialog* shown) {
+    EXPECT_EQ(shown->selectedNameFilter(), QStringLiteral("All Image Files (*.gif *.png)"));
+    auto* seen = shown->findChild<QLabel*>(QStringLiteral("picture"));
+    auto* measure = shown->findChild<QLabel*>(QStringLiteral("measure"));
+    ASSERT_TRUE(seen && measure);
+    shown->selectFile(wide);
+    emit shown->currentChanged(wide);
+    EXPECT_TRUE(comes_true([&] { return !seen->pixmap().isNull(); }));
+    EXPECT_EQ(seen->pixmap().size(), QSize(240, 120) * seen->devicePixelRatioF());
+    EXPECT_EQ(seen->pixmap().toImage().pixelColor(10, 10), QColor(Qt::blue));
+    EXPECT_TRUE(measure->text().startsWith(QStringLiteral("1,000 × 500 · ")))
+        << measure->text().toStdString();
+    emit shown->currentChanged(text);
+    EXPECT_TRUE(seen->pixmap().isNull());
+    EXPECT_EQ(measure->text(), QString());
+    emit shown->currentChanged(folder.path());
+    EXPECT_EQ(measure->text(), QString());
+    shown->selectFile(wide);
+    static_cast<QDialog*>(shown)->accept();
+  });
+  EXPECT_EQ(dialogs_.ShowOpen(asked), from_qt(wide));
 }
 
 TEST_F(DialogsTest, ALinkIsAskedForWithTheAddressItHas) {
