@@ -110,6 +110,17 @@ Json seen_in(platform::Menu& menu) {
   return {{"items", items}, {"captions", captions}, {"enabled", enabled}, {"visible", visible}};
 }
 
+/// Of a list with columns all texts of each row.
+Json rows_of(const platform::ListView& list) {
+  Json rows = Json::array();
+  for (int row = 0; row < list.count(); ++row) {
+    Json texts = Json::array({json_text(list.item(row).text)});
+    for (const std::u16string& text : list.item(row).sub_items) texts.push_back(json_text(text));
+    rows.push_back(std::move(texts));
+  }
+  return rows;
+}
+
 /// What a dialog shows, by its controls' names; its own caption under its own name.
 Json seen_in(const Form& form) {
   Json captions = {{to_utf8(form.Name()), json_text(form.Caption())}};
@@ -122,6 +133,7 @@ Json seen_in(const Form& form) {
     if (control->has_caption()) captions[name] = json_text(control->Caption());
     if (control->has_text()) texts[name] = json_text(control->Text());
     if (control->kind() == ControlKind::CheckBox) values[name] = control->Value();
+    if (control->kind() == ControlKind::ListView) items[name] = rows_of(control->list_view());
     if (!control->is_list()) continue;
     Json list = Json::array();
     for (int index = 0; index < control->ListCount(); ++index)

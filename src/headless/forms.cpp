@@ -54,6 +54,8 @@ void fill(FormControl& control, std::u16string_view text) {
       if (control.List(index) == text) return void(control.choose(index));
     return;
   }
+  if (control.kind() == platform::ControlKind::ListView)
+    return control.list_view().select(control.list_view().find(text));
   control.reports_keys() ? type_over(control, text) : control.set_Text(text);
 }
 
@@ -71,9 +73,11 @@ void Forms::run(Form& form, platform::WindowHandle owner) {
   if (FormControl* first = first_stop(form)) form.SetFocus(*first);
   form.paint();
   if (opened_) opened_(form);
-  const std::optional<RuntimeError> failure = failure_of([&] {
+  const std::optional<RuntimeError> not_active = failure_of([&] { form.activate(); });
+  std::optional<RuntimeError> failure = failure_of([&] {
     if (expected) act(form, *expected);
   });
+  if (!failure) failure = not_active;
   if (form.Visible()) form.cancel();
   form.Hide();
   std::erase(open_, &form);

@@ -74,6 +74,12 @@ FormControl& Form::add_list_box(std::u16string name, std::initializer_list<std::
   return list;
 }
 
+FormControl& Form::add_list_view(std::u16string name, std::vector<ListColumn> columns) {
+  FormControl& list = add(ControlKind::ListView, std::move(name), {});
+  list.list_view_ = std::make_unique<ListView>(std::move(columns));
+  return list;
+}
+
 FormControl& Form::add_check_box(std::u16string name, std::u16string caption) {
   return add(ControlKind::CheckBox, std::move(name), std::move(caption));
 }
@@ -112,6 +118,10 @@ void Form::Hide() {
   if (!std::exchange(visible_, false)) return;
   const std::vector<FormObserver*> observers = observers_;
   for (FormObserver* observer : observers) observer->form_hidden(*this);
+}
+
+void Form::activate() {
+  if (handler_ && visible_) handler_->Activate(*this);
 }
 
 void Form::paint() {

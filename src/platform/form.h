@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "tvx/platform/form_control.h"
+#include "tvx/platform/list_view.h"
 #include "tvx/platform/loaded_dialogs.h"
 #include "tvx/platform/message_window.h"
 
@@ -34,6 +35,9 @@ class FormHandler {
   virtual void KeyPress(FormControl&, std::int16_t& /*KeyAscii*/) {}
   virtual void KeyUp(FormControl&, std::int16_t& /*KeyCode*/, std::int16_t /*Shift*/) {}
 
+  /// The form has come to the front for the first time since it is shown. Work that takes its time is done
+  /// here, with the message loop running.
+  virtual void Activate(Form&) {}
   /// The form has been painted: when it is shown, and when what covered it has gone.
   virtual void Paint(Form&) {}
 };
@@ -82,6 +86,8 @@ class Form final : public MessageWindow {
   FormControl& add_combo_box(std::u16string name, std::initializer_list<std::u16string_view> items = {});
   /// A list that stays open.
   FormControl& add_list_box(std::u16string name, std::initializer_list<std::u16string_view> items = {});
+  /// A list with columns; it takes all the room that there is.
+  FormControl& add_list_view(std::u16string name, std::vector<ListColumn> columns);
   FormControl& add_check_box(std::u16string name, std::u16string caption);
   FormControl& add_button(std::u16string name, std::u16string caption);
   FormControl& add_picture(std::u16string name);
@@ -91,6 +97,13 @@ class Form final : public MessageWindow {
   void set_default_button(FormControl& button) { default_button_ = &button; }
   void set_cancel_button(FormControl& button) { cancel_button_ = &button; }
   void set_handler(FormHandler* handler) { handler_ = handler; }
+  /// The user can make it larger, and no smaller than this; in twips.
+  void set_least_size(int width, int height) {
+    least_width_ = width;
+    least_height_ = height;
+  }
+  int least_width() const { return least_width_; }
+  int least_height() const { return least_height_; }
 
   // --- its controls ---
   const std::vector<std::unique_ptr<FormControl>>& controls() const { return controls_; }
@@ -108,6 +121,8 @@ class Form final : public MessageWindow {
   bool Visible() const { return visible_; }
   /// Takes it off the screen: showing it returns. It stays loaded.
   void Hide();
+  /// Whoever shows it says so, once, from the loop.
+  void activate();
   /// Paints it: whoever draws it does so when it has to.
   void paint();
   /// What has the keyboard; null: nothing yet.
@@ -138,6 +153,7 @@ class Form final : public MessageWindow {
   FormControl* cancel_button_ = nullptr;
   FormControl* active_ = nullptr;
   FormHandler* handler_ = nullptr;
+  int least_width_ = 0, least_height_ = 0;
   std::vector<FormObserver*> observers_;
   bool visible_ = false;
 };

@@ -7,6 +7,7 @@
 #include "tvx/base/numbers.h"
 #include "tvx/base/strings.h"
 #include "tvx/platform/form.h"
+#include "tvx/platform/list_view.h"
 
 namespace tvx::platform {
 namespace {
@@ -14,8 +15,8 @@ namespace {
 constexpr int no_such_index = 381;
 
 FormColour usual_colour(ControlKind kind) {
-  const bool is_box =
-      kind == ControlKind::TextBox || kind == ControlKind::ComboBox || kind == ControlKind::ListBox;
+  const bool is_box = kind == ControlKind::TextBox || kind == ControlKind::ComboBox ||
+                      kind == ControlKind::ListBox || kind == ControlKind::ListView;
   return is_box ? window_background : button_face;
 }
 
@@ -32,7 +33,11 @@ FormControl::FormControl(Form& form, ControlKind kind, std::u16string name, std:
       caption_(std::move(caption)),
       back_color_(usual_colour(kind)) {}
 
-bool FormControl::has_caption() const { return !has_text() && kind_ != ControlKind::PictureBox; }
+FormControl::~FormControl() = default;
+
+bool FormControl::has_caption() const {
+  return !has_text() && kind_ != ControlKind::PictureBox && kind_ != ControlKind::ListView;
+}
 
 bool FormControl::has_text() const { return kind_ == ControlKind::TextBox || is_list(); }
 
@@ -140,6 +145,11 @@ void FormControl::set_Picture(std::u16string_view path) {
   if (picture_ == path) return;
   picture_ = path;
   tell();
+}
+
+ListView& FormControl::list_view() const {
+  require(list_view_ != nullptr, u"ListItems");
+  return *list_view_;
 }
 
 void FormControl::set_sample(TextSample sample) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -9,12 +10,14 @@
 namespace tvx::platform {
 
 class Form;
+class ListView;
 
 enum class ControlKind : std::uint8_t {
   Label,
   TextBox,
   ComboBox,
   ListBox,
+  ListView,
   CheckBox,
   CommandButton,
   Frame,
@@ -43,6 +46,7 @@ struct TextSample {
 /// have throws RuntimeError(438). Setting a value that it has already notifies nobody.
 class FormControl {
  public:
+  ~FormControl();
   FormControl(const FormControl&) = delete;
   FormControl& operator=(const FormControl&) = delete;
 
@@ -81,11 +85,17 @@ class FormControl {
   void set_Visible(bool visible);
   const std::u16string& ToolTipText() const { return tool_tip_; }
   void set_ToolTipText(std::u16string_view text);
+  /// Whatever the dialog wants to remember with it.
+  const std::u16string& Tag() const { return tag_; }
+  void set_Tag(std::u16string_view text) { tag_ = text; }
   FormColour BackColor() const { return back_color_; }
   void set_BackColor(FormColour colour);
   /// Of picture boxes: the path of the image file; empty shows nothing.
   const std::u16string& Picture() const;
   void set_Picture(std::u16string_view path);
+
+  /// Of lists with columns.
+  ListView& list_view() const;
 
   // --- lists: items count from 0; an index that is none throws RuntimeError(381) ---
   void AddItem(std::u16string_view item);
@@ -163,6 +173,8 @@ class FormControl {
   const std::u16string name_;
   FormControl* const container_;
   std::u16string caption_, text_, tool_tip_, picture_, fault_;
+  std::u16string tag_;
+  std::unique_ptr<ListView> list_view_;
   std::vector<std::u16string> items_, offered_;
   int index_ = -1;  // of a list box: items may be alike
   int selection_start_ = 0, selection_length_ = 0;

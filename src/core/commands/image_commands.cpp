@@ -11,7 +11,7 @@
 #include "tvx/dom/collections.h"
 #include "tvx/dom/objects/media.h"
 #include "tvx/platform/common_dialogs.h"
-#include "tvx/platform/picture_store.h"
+#include "tvx/platform/pictures/picture_store.h"
 
 namespace tvx::core {
 namespace {

@@ -45,6 +45,14 @@ Value offered(FormControlObject& self) {
   return texts;
 }
 
+// A double click of the user's is on what is chosen.
+bool double_click(FormControl& control) {
+  if (control.kind() != platform::ControlKind::ListView) return control.double_click();
+  if (!control.reachable() || control.list_view().selected() < 0) return false;
+  control.list_view().double_click(control.list_view().selected());
+  return true;
+}
+
 constexpr MemberOf<FormControlObject> control_rows[] = {
     {u"Name", [](FormControlObject& self) -> Value { return (*self).Name(); }},
     {u"Caption", [](FormControlObject& self) -> Value { return (*self).Caption(); },
@@ -59,6 +67,8 @@ constexpr MemberOf<FormControlObject> control_rows[] = {
      [](FormControlObject& self, const Value& value) { (*self).set_Visible(value.to_boolean()); }},
     {u"ToolTipText", [](FormControlObject& self) -> Value { return (*self).ToolTipText(); },
      [](FormControlObject& self, const Value& value) { (*self).set_ToolTipText(value.to_text()); }},
+    {u"Tag", [](FormControlObject& self) -> Value { return (*self).Tag(); },
+     [](FormControlObject& self, const Value& value) { (*self).set_Tag(value.to_text()); }},
     {u"BackColor", [](FormControlObject& self) -> Value { return static_cast<double>((*self).BackColor()); },
      [](FormControlObject& self, const Value& value) {
        (*self).set_BackColor(static_cast<FormColour>(static_cast<std::int64_t>(value.to_number())));
@@ -76,6 +86,27 @@ constexpr MemberOf<FormControlObject> control_rows[] = {
      }},
     {u"Fault", [](FormControlObject& self) -> Value { return (*self).fault(); }},
     {u"Offered", offered},
+    {u"ListItems", [](FormControlObject& self) { return list_items(*self); }},
+    {u"ColumnHeaders", [](FormControlObject& self) { return column_headers(*self); }},
+    {u"SelectedItem", [](FormControlObject& self) { return selected_item(*self); },
+     [](FormControlObject& self, const Value& value) { select_item(*self, value); }},
+    {u"SortKey",
+     [](FormControlObject& self) -> Value { return std::int32_t{(*self).list_view().SortKey()}; }},
+    {u"SortOrder",
+     [](FormControlObject& self) -> Value { return std::int32_t{(*self).list_view().descending()}; }},
+    {u"Sorted", [](FormControlObject& self) -> Value { return (*self).list_view().Sorted(); }},
+    {u"Note", [](FormControlObject& self) -> Value { return (*self).list_view().note(); }},
+    {u"NoteDetail", [](FormControlObject& self) -> Value { return (*self).list_view().note_detail(); }},
+    {.name = u"ColumnClick",
+     .call = [](FormControlObject& self, Values& arguments) -> Value {
+       expect_arguments(arguments, 1, 1);
+       click_column(*self, arguments[0]);
+       return {};
+     }},
+    {.name = u"OLEDragDrop",
+     .call = [](FormControlObject& self, Values& arguments) -> Value {
+       return drop_files(*self, arguments);
+     }},
     {.name = u"List",
      .call = [](FormControlObject& self, Values& arguments) -> Value {
        expect_arguments(arguments, 1, 1);
@@ -89,7 +120,7 @@ constexpr MemberOf<FormControlObject> control_rows[] = {
     {.name = u"DblClick",
      .call = [](FormControlObject& self, Values& arguments) -> Value {
        expect_arguments(arguments, 0, 0);
-       return (*self).double_click();
+       return double_click(*self);
      }},
     {.name = u"SetFocus",
      .call = [](FormControlObject& self, Values& arguments) -> Value {

@@ -32,6 +32,14 @@ ObjectHandle box_object(std::u16string_view name, const core::Box& box);  // box
 /// A dialog; its controls are members by their names.
 ObjectHandle form_object(platform::Form& form);                    // dialog_object.cpp
 ObjectHandle form_control_object(platform::FormControl& control);  // dialog_object.cpp
+// Of lists with columns; list_view_object.cpp.
+Value list_items(const platform::FormControl& control);
+Value column_headers(const platform::FormControl& control);
+Value selected_item(const platform::FormControl& control);
+void select_item(const platform::FormControl& control, const Value& row);
+void click_column(const platform::FormControl& control, const Value& column);
+/// Files are dropped on it, by their paths. False: it doesn't take them.
+bool drop_files(const platform::FormControl& control, const Values& paths);
 /// An item or a menu; one in a menu array stands for itself alone.
 ObjectHandle menu_object(platform::Menu& menu);  // menu_object.cpp
 /// The array that the item is in: `UBound`, `Item(index)`.

@@ -7,7 +7,7 @@
 #include <QLocale>
 #include <QVBoxLayout>
 
-#include "tvx/platform/picture_size.h"
+#include "tvx/platform/pictures/picture_size.h"
 #include "tvx/qt/support/strings.h"
 
 namespace tvx::qt {

@@ -8,14 +8,17 @@
 #include <QScreen>
 #include <QScrollBar>
 #include <QStyle>
+#include <QTimer>
 #include <QVBoxLayout>
 #include <QWindow>
 #include <algorithm>
+#include <utility>
 
 #include "tvx/base/error.h"
 #include "tvx/qt/forms/form_widgets.h"
 #include "tvx/qt/support/modal.h"
 #include "tvx/qt/support/strings.h"
+#include "tvx/qt/support/twips.h"
 
 namespace tvx::qt {
 
@@ -72,6 +75,8 @@ FormDialog::FormDialog(Form& form, QWidget* owner)
   outline->setSpacing(outline->spacing() + style()->pixelMetric(QStyle::PM_LayoutBottomMargin) / 2);
   set_tab_order();
   show_caption();
+  if (form.least_width() > 0)
+    setMinimumSize(to_pixels(float(form.least_width())), to_pixels(float(form.least_height())));
   form_.add_observer(*this);
 }
 
@@ -167,6 +172,9 @@ void FormDialog::showEvent(QShowEvent* event) {
   QDialog::showEvent(event);
   windowHandle()->installEventFilter(this);
   act([this] { form_.paint(); });
+  // Work that takes its time begins when the window is there.
+  if (!std::exchange(activated_, true))
+    QTimer::singleShot(0, this, [this] { act([this] { form_.activate(); }); });
 }
 
 // What the window system wants painted anew, as where another window has gone; what Qt paints by itself, a

@@ -55,6 +55,7 @@ class FormDialog final : public QDialog, private platform::FormObserver {
   QDialogButtonBox* closing_;
   FormLayout::Widgets widgets_;
   std::unique_ptr<FormLayout> layout_;
+  bool activated_ = false;
 };
 
 }  // namespace tvx::qt

@@ -94,7 +94,12 @@ void FormLayout::fill(Grid& grid) {
     grid.layout->setColumnStretch(grid_columns * int(place) + 1, 1);
   for (std::size_t place = 1; place < grid.columns; ++place)
     grid.layout->setColumnMinimumWidth(grid_columns * int(place) - 1, gap);
-  grid.layout->setRowStretch(row, 1);  // what the user makes it higher by stays below
+  // What the user makes it higher by goes to a list with columns, else it stays below.
+  const auto has_list = [](const std::vector<Field>& fields) {
+    return fields.front().controls.front()->kind() == ControlKind::ListView;
+  };
+  const auto list = std::ranges::find_if(grid.rows, has_list);
+  grid.layout->setRowStretch(int(list - grid.rows.begin()), 1);
 }
 
 void FormLayout::add_field(const Field& field, Grid& grid, int row, int place, bool last) {

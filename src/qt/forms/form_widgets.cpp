@@ -14,6 +14,7 @@
 #include "tvx/qt/forms/form_colours.h"
 #include "tvx/qt/forms/key_reporter.h"
 #include "tvx/qt/forms/list_box.h"
+#include "tvx/qt/forms/list_view_box.h"
 #include "tvx/qt/forms/text_boxes.h"
 #include "tvx/qt/support/caption_label.h"
 #include "tvx/qt/support/strings.h"
@@ -100,6 +101,7 @@ QWidget* make_bare_widget(FormControl& control, QWidget* parent, const UserAct& 
     case ControlKind::TextBox: return make_text_box(control, parent, act);
     case ControlKind::ComboBox: return make_list(control, parent, act);
     case ControlKind::ListBox: return new ListBox(control, parent, act);
+    case ControlKind::ListView: return new ListViewBox(control.list_view(), parent, act);
     case ControlKind::CheckBox: return make_check_box(control, parent, act);
     case ControlKind::CommandButton: return make_button(control, parent, act);
     case ControlKind::Frame: return new QGroupBox(parent);
@@ -160,6 +162,7 @@ void show_content(const FormControl& control, QWidget& widget) {
     case ControlKind::TextBox: show_text(control, widget); break;
     case ControlKind::ComboBox: show_list(control, static_cast<QComboBox&>(widget)); break;
     case ControlKind::ListBox: static_cast<ListBox&>(widget).show_items(); break;
+    case ControlKind::ListView: break;  // it watches its own model
     case ControlKind::CheckBox: {
       auto& box = static_cast<QCheckBox&>(widget);
       box.setText(to_qt(control.Caption()));

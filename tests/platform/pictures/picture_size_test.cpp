@@ -1,4 +1,4 @@
-#include "tvx/platform/picture_size.h"
+#include "tvx/platform/pictures/picture_size.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>

@@ -1,4 +1,4 @@
-#include "tvx/platform/picture_store.h"
+#include "tvx/platform/pictures/picture_store.h"
 
 #include <sys/stat.h>
 

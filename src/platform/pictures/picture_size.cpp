@@ -1,4 +1,4 @@
-#include "tvx/platform/picture_size.h"
+#include "tvx/platform/pictures/picture_size.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -10,7 +10,7 @@
 
 #include "tvx/base/open_file.h"
 #include "tvx/base/text_file.h"
-#include "tvx/platform/drawing_size.h"
+#include "tvx/platform/pictures/drawing_size.h"
 
 namespace tvx::platform {
 namespace {

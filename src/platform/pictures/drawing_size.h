@@ -3,7 +3,7 @@
 #include <optional>
 #include <string_view>
 
-#include "tvx/platform/picture_size.h"
+#include "tvx/platform/pictures/picture_size.h"
 
 namespace tvx::platform {
 

@@ -1,4 +1,4 @@
-#include "tvx/platform/drawing_size.h"
+#include "tvx/platform/pictures/drawing_size.h"
 
 #include <algorithm>
 #include <array>
