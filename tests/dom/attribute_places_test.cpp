@@ -43,6 +43,19 @@ TEST_F(AttributePlacesTest, ALongListIsReadAndWrittenInTimeThatGrowsWithIt) {
   EXPECT_LT(cost(20'000), cost(2'000) * 15);
 }
 
+TEST_F(AttributePlacesTest, ALongListIsTakenApartInTimeThatGrowsWithIt) {
+  const auto cost = [&](std::size_t count, bool from_front) {
+    const Ref<Element> many = document->create_element(Tag::P);
+    for (std::size_t i = 0; i < count; ++i) set_attribute(*many, name(i), u"v");
+    const std::uint64_t before = work_done;
+    for (std::size_t i = 0; i < count; ++i) remove_attribute(*many, name(from_front ? i : count - 1 - i));
+    EXPECT_TRUE(many->attributes().empty());
+    return work_done - before;
+  };
+  EXPECT_LT(cost(10'000, true), cost(1'000, true) * 15);
+  EXPECT_LT(cost(10'000, false), cost(1'000, false) * 15);
+}
+
 TEST_F(AttributePlacesTest, TheyAreThoseOfAPlainSearchWhateverIsDone) {
   std::mt19937 random(4);
   constexpr std::size_t names = 150;
