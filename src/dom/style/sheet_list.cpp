@@ -89,19 +89,16 @@ void SheetList::links_changed() {
 void SheetList::refresh() {
   if (!list_changed_) return;
   list_changed_ = false;
-  std::vector<StyleSheetHandle> old = std::move(sheets_);
+  std::unordered_map<const Element*, StyleSheetHandle> old;
+  for (StyleSheetHandle& sheet : sheets_) old.emplace(&sheet->owner(), std::move(sheet));
   sheets_.clear();
   for (Element* element : document_.all()) {
     if (!owns_sheet(*element)) continue;
-    const auto found = std::find_if(old.begin(), old.end(), [element](const StyleSheetHandle& sheet) {
-      return sheet && &sheet->owner() == element;
-    });
-    sheets_.push_back(found != old.end() ? std::move(*found)
-                                         : std::make_shared<StyleSheet>(*element, &engine_));
+    auto kept = old.extract(element);
+    sheets_.push_back(kept ? std::move(kept.mapped()) : std::make_shared<StyleSheet>(*element, &engine_));
   }
   std::erase_if(dropped_, [](const auto& sheet) { return sheet.expired(); });
-  for (const StyleSheetHandle& sheet : old) {
-    if (!sheet) continue;
+  for (const auto& [owner, sheet] : old) {
     known_addresses_.erase(key_of(sheet->owner()));
     reloads_.erase(key_of(sheet->owner()));
     dropped_.push_back(sheet);

@@ -32,7 +32,7 @@ class Deletion {
   void find_blocks();
   bool delete_within_text();
   void remove_contents();
-  void remove_node(const Ref<Node>& node);
+  void remove_node(const Ref<Node>& node, bool unseen);
   bool still_shows(Node& block, bool lost_unseen);
   bool merging_applies() const;
   bool merge_inner_block();
@@ -52,6 +52,7 @@ class Deletion {
   DeleteOptions options_;
   Boundary start_, end_;
   Ref<Node> start_block_, end_block_;
+  Ref<Node> asked_parent_, holder_;  // the last parent that lost a node, and the block that it stands in
   Ref<Node> asked_block_,
       shown_child_;  // the block that was last asked whether it shows anything, and by what
   bool block_shows_ = false;
@@ -102,23 +103,26 @@ bool Deletion::delete_within_text() {
   return true;
 }
 
+// What nobody sees, whatever stands around it: taking it away shows and hides nothing.
+bool is_unseen(const Node& node) {
+  if (const auto* element = dom::as<dom::Element>(&node)) return display_of(*element) == Display::None;
+  return !node.is_text() || is_whitespace_node(node);
+}
+
 // Steps 22 to 28.
 void Deletion::remove_contents() {
   const NodeList nodes = topmost_contained(
       {start_, end_}, [](const Node& node) { return is_editable(node) && !is_table_part(node); });
   auto* first = dom::as<dom::Text>(start_.node);
   if (first && is_editable(*first)) dom::replace_data(*first, start_.offset, Offset(-1), u"");
-  for (const Ref<Node>& node : nodes) remove_node(node);
+  // Asked of all before the first one goes: with each style element that goes, all styles are counted anew.
+  std::vector<bool> unseen;
+  for (const Ref<Node>& node : nodes) unseen.push_back(is_unseen(*node));
+  for (std::size_t i = 0; i < nodes.size(); ++i) remove_node(nodes[i], unseen[i]);
   auto* last = dom::as<dom::Text>(end_.node);
   if (last && is_editable(*last)) dom::replace_data(*last, 0, end_.offset, u"");
   canonicalize_whitespace(range().start, false);
   canonicalize_whitespace(range().end, false);
-}
-
-// What nobody sees, whatever stands around it: taking it away shows and hides nothing.
-bool is_unseen(const Node& node) {
-  if (const auto* element = dom::as<dom::Element>(&node)) return display_of(*element) == Display::None;
-  return !node.is_text() || is_whitespace_node(node);
 }
 
 // Whether a block that has just lost a node still shows anything. It is not looked through again until
@@ -138,12 +142,16 @@ bool Deletion::still_shows(Node& block, bool lost_unseen) {
 }
 
 // Step 25: a block that is left without content keeps a line for the caret, wrappers go.
-void Deletion::remove_node(const Ref<Node>& node) {
+void Deletion::remove_node(const Ref<Node>& node, bool unseen) {
   Ref<Node> parent(node->parent());
-  const bool unseen = is_unseen(*node);
   dom::remove(*node);
-  Node* block = parent.get();
-  while (block && is_inline_node(*block)) block = block->parent();
+  // What nobody saw changes no block; only a style element would make this ask all styles again.
+  if (!unseen || asked_parent_ != parent) {
+    asked_parent_ = parent;
+    holder_ = parent;
+    while (holder_ && is_inline_node(*holder_)) holder_ = holder_->parent();
+  }
+  Node* block = holder_.get();
   if (block && !still_shows(*block, unseen) && (is_editable(*parent) || is_editing_host(*parent))) {
     append_line_break(*parent);
     block_shows_ = true;
