@@ -3,6 +3,7 @@
 #include "tvx/editing/commands/command_table.h"
 #include "tvx/editing/editor.h"
 #include "tvx/editing/facts/font_sizes.h"
+#include "tvx/editing/facts/line_memo.h"
 #include "tvx/editing/facts/predicates.h"
 #include "tvx/editing/inline/recorded_values.h"
 
@@ -48,6 +49,7 @@ bool Editor::enabled(std::u16string_view command) {
 
 bool Editor::indeterminate(std::u16string_view command) {
   const CommandDefinition* row = find_command(command);
+  const LineMemo memo;
   return row && row->indeterminate && row->indeterminate(*this);
 }
 
@@ -56,6 +58,7 @@ bool Editor::state(std::u16string_view command) {
   if (!row || !row->state) return false;
   const auto& states = overrides().states;
   if (const auto found = states.find(override_key(command)); found != states.end()) return found->second;
+  const LineMemo memo;
   return row->state(*this);
 }
 
@@ -66,6 +69,7 @@ std::u16string Editor::value(std::u16string_view command) {
   if (const auto found = values.find(override_key(command)); found != values.end()) {
     return row->css_property == u"font-size" ? legacy_font_size_of(found->second) : found->second;
   }
+  const LineMemo memo;
   return row->value(*this);
 }
 
@@ -73,6 +77,7 @@ bool Editor::execute(std::u16string_view command, std::u16string_view value) {
   const CommandDefinition* row = find_command(command);
   if (!row || !row->action || !is_enabled(*row)) return false;
   const HeldSelection held(selection_);
+  const LineMemo memo;
   if (row->is_mode) return row->action(*this, value);
   const dom::UndoStep step(document_->journal(), row->label);
   leave_comments(*this);

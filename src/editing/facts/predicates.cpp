@@ -1,6 +1,7 @@
 #include "tvx/editing/facts/predicates.h"
 
 #include "tvx/dom/tree.h"
+#include "tvx/editing/facts/line_memo.h"
 #include "tvx/editing/facts/rendering.h"
 #include "tvx/editing/facts/tag_set.h"
 
@@ -82,7 +83,6 @@ bool consists_of(std::u16string_view text, std::u16string_view units) {
 bool is_break(const Node& node) { return node.is(Tag::Br); }
 
 // Steps 8 and 10 of "collapsed whitespace node": whether the line ends at this node, goes on, or holds more.
-enum class LineGoes : std::uint8_t { On, Ends, Holds };
 LineGoes line_at(const Node& node) {
   if (is_block_node(node) || is_break(node)) return LineGoes::Ends;
   if (node.is_text() && !is_whitespace_node(node)) return LineGoes::Holds;
@@ -93,6 +93,27 @@ const Node* line_holder_of(const Node& node) {
   const Node* holder = node.parent();
   while (holder && !is_block_node(*holder) && holder->parent()) holder = holder->parent();
   return holder;
+}
+
+// Walks on from the node until the line ends or holds something, and remembers it of all that it has passed.
+template <class Next>
+LineGoes walk_line(const Node& node, LineMemo::Side side, LineGoes at_the_end, Next next) {
+  std::vector<const Node*> passed;
+  LineGoes goes = at_the_end;
+  for (const Node* at = &node; at; at = next(*at)) {
+    if (at != &node) {
+      goes = line_at(*at);
+      if (goes != LineGoes::On) break;
+    }
+    if (const auto known = LineMemo::find(*at, side)) {
+      goes = *known;
+      break;
+    }
+    passed.push_back(at);
+    goes = at_the_end;
+  }
+  LineMemo::note(passed, side, goes);
+  return goes;
 }
 
 // A node that is visible whatever it holds; asked only of rendered ones.
@@ -151,19 +172,13 @@ bool is_collapsed_whitespace_node(const Node& node) {
   if (static_cast<const dom::Text&>(node).data().empty() || !node.parent()) return true;
   if (!is_rendered(*node.parent())) return true;
   const Node* holder = line_holder_of(node);
-  for (const Node* reference = dom::previous_in_order(node); reference;
-       reference = dom::previous_in_order(*reference)) {
-    const LineGoes goes = line_at(*reference);
-    if (goes == LineGoes::Ends) return true;
-    if (goes == LineGoes::Holds || reference == holder) break;
-  }
+  const LineGoes before = walk_line(node, LineMemo::Side::Before, LineGoes::Holds, [&](const Node& at) {
+    return &at == holder ? nullptr : dom::previous_in_order(at);
+  });
+  if (before == LineGoes::Ends) return true;
   // The end of the block ends the line, whatever comes after it.
-  for (const Node* reference = dom::next_in_order(node, holder); reference;
-       reference = dom::next_in_order(*reference, holder)) {
-    const LineGoes goes = line_at(*reference);
-    if (goes != LineGoes::On) return goes == LineGoes::Ends;
-  }
-  return true;
+  return walk_line(node, LineMemo::Side::After, LineGoes::Ends,
+                   [&](const Node& at) { return dom::next_in_order(at, holder); }) == LineGoes::Ends;
 }
 
 // The standard describes both kinds of line break by what they do to the layout. These are the rules of

@@ -8,6 +8,7 @@
 #include "tvx/editing/deletion/delete_command.h"
 #include "tvx/editing/deletion/deletion.h"
 #include "tvx/editing/deletion/line_deletion.h"
+#include "tvx/editing/facts/line_memo.h"
 #include "tvx/editing/facts/lines.h"
 #include "tvx/editing/facts/predicates.h"
 #include "tvx/editing/facts/text_units.h"
@@ -43,6 +44,7 @@ class Gesture {
  private:
   Selection& selection_;
   dom::UndoStep step_;
+  LineMemo memo_;
 };
 
 bool can_type(Editor& editor) {

@@ -61,7 +61,7 @@ class SpaceRun {
     while (step_on()) {
     }
     if (fix_) {
-      while (!start_.same_as(end_) && start_before_end() && strip_trailing()) {
+      while (!start_.same_as(end_) && strip_trailing()) {
       }
     }
   }
@@ -89,7 +89,7 @@ class SpaceRun {
 
  private:
   void write(const std::u16string& spaces) {
-    for (std::size_t used = 0; used < spaces.size() && start_before_end();) {
+    for (std::size_t used = 0; used < spaces.size();) {
       Node* child = start_.next();
       if (child) {
         start_.enter_start(*child);
@@ -173,6 +173,7 @@ class SpaceRun {
   bool strip_trailing() {
     if (Node* child = enterable(end_.previous(), end_)) {
       end_.enter_end(*child);
+      if (child->is(dom::Tag::Br) || is_block_node(*child)) at_line_end_ = false;
       return true;
     }
     if (end_.at_start()) {
@@ -181,11 +182,19 @@ class SpaceRun {
       return true;
     }
     dom::Text* text = collapsing_text(end_);
-    if (!text || !end_.at_end() || text->data().back() != blank || !precedes_line_break(*text)) return false;
+    if (!text || !end_.at_end() || text->data().back() != blank) return false;
+    // Asked here alone: on the way there may be thousands of nodes that nobody sees.
+    if (!start_before_end() || !ends_line(*text)) return false;
     --end_.offset;
     --length_;
     dom::replace_data(*text, end_.offset, 1, u"");
     return true;
+  }
+
+  // What is passed on the way back from a line's end is seen by nobody, until the line before it.
+  bool ends_line(dom::Text& text) {
+    if (!at_line_end_) at_line_end_ = precedes_line_break(text);
+    return at_line_end_;
   }
 
   // Step 9.
@@ -203,7 +212,7 @@ class SpaceRun {
   }
 
   WalkPosition start_, end_;
-  bool fix_, collapse_ = false;
+  bool fix_, collapse_ = false, at_line_end_ = false;
   LineEdge line_start_{seen_before_in_line}, line_end_{seen_after_in_line};
   Offset length_ = 0;
 };

@@ -1,0 +1,39 @@
+#include "tvx/editing/facts/line_memo.h"
+
+#include "tvx/dom/document.h"
+
+namespace tvx::editing {
+namespace {
+
+LineMemo* innermost = nullptr;
+
+}  // namespace
+
+LineMemo::LineMemo() : outer_(innermost) { innermost = this; }
+
+LineMemo::~LineMemo() { innermost = outer_; }
+
+// A document that lives as long as the command can't be another one at the same address.
+void LineMemo::follow(const dom::Document& document) {
+  if (document_ == &document && version_ == document.version()) return;
+  document_ = &document;
+  version_ = document.version();
+  for (auto& side : known_) side.clear();
+}
+
+std::optional<LineGoes> LineMemo::find(const dom::Node& node, Side side) {
+  if (!innermost) return std::nullopt;
+  innermost->follow(dom::document_of(node));
+  const auto& known = innermost->known_[std::size_t(side)];
+  const auto found = known.find(&node);
+  return found == known.end() ? std::nullopt : std::optional(found->second);
+}
+
+void LineMemo::note(const std::vector<const dom::Node*>& nodes, Side side, LineGoes goes) {
+  // One step is walked as fast as it is looked up.
+  if (!innermost || nodes.size() < 2) return;
+  innermost->follow(dom::document_of(*nodes.front()));
+  for (const dom::Node* node : nodes) innermost->known_[std::size_t(side)].insert_or_assign(node, goes);
+}
+
+}  // namespace tvx::editing
