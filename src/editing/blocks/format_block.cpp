@@ -6,6 +6,7 @@
 #include "tvx/editing/editor.h"
 #include "tvx/editing/facts/block_range.h"
 #include "tvx/editing/facts/predicates.h"
+#include "tvx/editing/facts/rendering.h"
 #include "tvx/editing/inline/recorded_values.h"
 #include "tvx/editing/tree/surgery.h"
 
@@ -31,8 +32,9 @@ bool holds_blocks(const Node& node) {
   return false;
 }
 
+// OURS: what isn't displayed is left alone, for the user hasn't selected it and doesn't see what comes of it.
 bool is_line(const Node& node) {
-  return is_editable(node) &&
+  return is_editable(node) && is_rendered(node) &&
          (is_non_list_single_line_container(node) || is_allowed_child(node, Name(Tag::P)) ||
           node.is(Tag::Dd) || node.is(Tag::Dt)) &&
          !holds_blocks(node);

@@ -15,6 +15,11 @@ using dom::Tag;
 
 namespace {
 
+// OURS: a paragraph that isn't displayed is none of the line beside it, and can't stand in a paragraph.
+bool comes_along(const Node& neighbour) {
+  return is_invisible(neighbour) && !is_non_list_single_line_container(neighbour);
+}
+
 // Steps 3 to 5: the line break that ends the nodes' line goes with them, and what nobody sees beside them.
 void take_neighbours(NodeList& nodes) {
   Node* behind = nodes.back()->next_sibling();
@@ -22,13 +27,13 @@ void take_neighbours(NodeList& nodes) {
     nodes.emplace_back(behind);
   }
   NodeList before;
-  for (Node* node = nodes.front()->previous_sibling(); node && is_invisible(*node);
+  for (Node* node = nodes.front()->previous_sibling(); node && comes_along(*node);
        node = node->previous_sibling()) {
     before.emplace_back(node);
   }
   nodes.insert(nodes.begin(), before.rbegin(), before.rend());
   while (Node* node = nodes.back()->next_sibling()) {
-    if (!is_invisible(*node)) break;
+    if (!comes_along(*node)) break;
     nodes.emplace_back(node);
   }
 }
