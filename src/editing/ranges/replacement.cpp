@@ -1,7 +1,5 @@
 #include "tvx/editing/ranges/replacement.h"
 
-#include <ranges>
-
 #include "tvx/dom/builder.h"
 #include "tvx/dom/mutation.h"
 #include "tvx/dom/tree.h"
@@ -105,7 +103,8 @@ void take_wrappers_into_items(dom::DocumentFragment& content, const Node& contex
     const bool takes_no_items = node->is_element() && !is_item(*node) && !is_list_of_any_kind(*node);
     if (is_look(*node) || (in_list && takes_no_items)) wrappers.emplace_back(static_cast<Element*>(node));
   }
-  for (const Ref<Element>& wrapper : std::views::reverse(wrappers)) {
+  for (auto place = wrappers.rbegin(); place != wrappers.rend(); ++place) {
+    const Ref<Element>& wrapper = *place;
     if (!has_item(*wrapper)) continue;
     for (const Ref<Node>& child : children_of(*wrapper)) {
       dom::Builder::remove(*child);
