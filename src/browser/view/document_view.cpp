@@ -7,15 +7,18 @@
 #include "tvx/browser/input/document_input.h"
 #include "tvx/browser/view/document_output.h"
 #include "tvx/browser/view/view.h"
+#include "tvx/dom/mutation.h"
 
 namespace tvx::browser {
 namespace {
 
-constexpr std::int64_t deaths_count_within = 10'000;
+constexpr std::int64_t crashes_count_within = 10'000;
+constexpr int most_restarts = 2;  // for a content that has never been shown whole
+constexpr int most_hurried_tries = 3;
 
 }  // namespace
 
-class DocumentView::Parts {
+class DocumentView::Parts final : private dom::MutationObserver {
  public:
   Parts(View& view, platform::MessageLoop& loop)
       : view_(view),
@@ -23,9 +26,12 @@ class DocumentView::Parts {
         output_(view, loop, [this] { input_.end_waiting(); }),
         input_(output_, loop) {}
 
+  ~Parts() override { *alive_ = false; }
+
+  void show(std::shared_ptr<HTMLDocument> document);
   void receive(const ViewMessage& message);
-  void view_died();
-  void view_ready();
+  void view_died(const ViewDied& death);
+  void try_again();
 
   View& view_;
   platform::MessageLoop& loop_;
@@ -33,9 +39,17 @@ class DocumentView::Parts {
   DocumentOutput output_;
   DocumentInput input_;
   ViewFacts facts_;
-  std::vector<std::int64_t> deaths_;
+  std::vector<std::int64_t> crashes_;
+  std::int64_t last_death_ = 0;
+  int restarts_ = 0;  // since the content was last shown whole
+  bool trying_again_ = false;
+  int hurried_tries_ = 0;  // right after a death, since the content was last shown whole
   std::function<void(bool)> on_focus_;
   std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
+
+ private:
+  void mutated(const dom::Mutation& mutation) override;
+  void forgive();
 };
 
 DocumentView::DocumentView(View& view, platform::MessageLoop& loop)
@@ -46,19 +60,14 @@ DocumentView::DocumentView(View& view, platform::MessageLoop& loop)
 }
 
 DocumentView::~DocumentView() {
-  *parts_->alive_ = false;
   parts_->view_.set_receiver(nullptr);
   show(nullptr);
 }
 
 void DocumentView::show(std::shared_ptr<HTMLDocument> document) {
-  Parts& parts = *parts_;
-  if (parts.document_) parts.document_->set_geometry(nullptr);
-  parts.deaths_.clear();
-  parts.document_ = document;
+  if (parts_->document_) parts_->document_->set_geometry(nullptr);
   if (document) document->set_geometry(this);
-  parts.input_.show(document);
-  parts.output_.show(std::move(document));
+  parts_->show(std::move(document));
 }
 
 const std::shared_ptr<HTMLDocument>& DocumentView::document() const { return parts_->document_; }
@@ -89,13 +98,27 @@ std::pair<int, int> DocumentView::caret_place(const HTMLDocument&) const {
   return {parts_->facts_.caret_left, parts_->facts_.caret_top};
 }
 
+void DocumentView::Parts::show(std::shared_ptr<HTMLDocument> document) {
+  if (document_) document_->tree().remove_observer(*this);
+  forgive();
+  hurried_tries_ = 0;
+  document_ = std::move(document);
+  if (document_) document_->tree().add_observer(*this);
+  input_.show(document_);
+  output_.show(document_);
+}
+
 // --- what the view reports ---
 
 void DocumentView::Parts::receive(const ViewMessage& message) {
-  if (const auto* done = std::get_if<PatchDone>(&message.what)) return output_.patch_done(done->number);
+  if (const auto* done = std::get_if<PatchDone>(&message.what)) {
+    output_.patch_done(done->number);
+    if (output_.settled() && !output_.given_up()) restarts_ = hurried_tries_ = 0;
+    return;
+  }
   if (const auto* failure = std::get_if<PatchFailed>(&message.what)) return output_.patch_failed(*failure);
-  if (std::get_if<ViewDied>(&message.what)) return view_died();
-  if (std::get_if<ViewReady>(&message.what)) return view_ready();
+  if (const auto* death = std::get_if<ViewDied>(&message.what)) return view_died(*death);
+  if (std::get_if<ViewReady>(&message.what)) return try_again();
   if (const auto* facts = std::get_if<ViewFacts>(&message.what)) {
     facts_ = *facts;
   } else if (const auto* focus = std::get_if<ViewFocus>(&message.what)) {
@@ -105,26 +128,52 @@ void DocumentView::Parts::receive(const ViewMessage& message) {
   }
 }
 
-void DocumentView::Parts::view_died() {
+/// A process that dies may have its own reasons. One that dies again soon, or as often as it is given this
+/// content, dies of that.
+void DocumentView::Parts::view_died(const ViewDied& death) {
   input_.end_waiting();
   if (!document_) return;
   const std::int64_t now = loop_.now();
-  std::erase_if(deaths_, [now](std::int64_t death) { return now - death > deaths_count_within; });
-  deaths_.push_back(now);
+  last_death_ = now;
+  if (!death.of_silence) {
+    std::erase_if(crashes_, [now](std::int64_t before) { return now - before > crashes_count_within; });
+    crashes_.push_back(now);
+  }
+  const bool of_content = death.of_silence || !output_.settled();
   output_.lost();
-  if (deaths_.size() < 2) return output_.begin_page();
+  const bool again = of_content && ++restarts_ > most_restarts;
+  if (crashes_.size() < 2 && !again) return output_.begin_page();
   output_.give_up();
   view_.show_notice(
-      u"This document can't be shown at the moment: the view has ended twice while showing it. Nothing is "
-      u"lost; the document can be edited as code and saved.");
+      u"This document can't be shown at the moment: the view has ended more than once while showing it. "
+      u"Nothing is lost; the document can be edited as code and saved.");
 }
 
-/// The user wants to try again.
-void DocumentView::Parts::view_ready() {
+void DocumentView::Parts::forgive() {
+  crashes_.clear();
+  restarts_ = 0;
+  if (output_.given_up()) view_.show_notice({});
+}
+
+/// The user wants it, or there is another content.
+void DocumentView::Parts::try_again() {
   if (!document_ || !output_.given_up()) return;
-  deaths_.clear();
-  view_.show_notice({});
+  forgive();
   output_.begin_page();
+}
+
+/// What couldn't be shown may be gone from the document, by a call of the host or in the code. One who
+/// changes it all the time doesn't have it tried all the time.
+void DocumentView::Parts::mutated(const dom::Mutation& mutation) {
+  if (!output_.given_up() || mutation.kind == dom::MutationKind::Overlay || trying_again_) return;
+  const bool lately = loop_.now() - last_death_ <= crashes_count_within;
+  if (lately && ++hurried_tries_ > most_hurried_tries) return;
+  trying_again_ = true;
+  loop_.post([this, alive = alive_] {
+    if (!*alive) return;
+    trying_again_ = false;
+    try_again();
+  });
 }
 
 }  // namespace tvx::browser

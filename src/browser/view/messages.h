@@ -107,8 +107,11 @@ struct ViewQuestion {
 
 // --- what comes up. Every message names the last patch that the view had applied. ---
 
-struct ViewReady {};  // the page stands and takes patches
-struct ViewDied {};   // its process is gone, all questions with it
+struct ViewReady {};  // the user wants the document to be tried once more
+/// The view's process is gone, all questions with it.
+struct ViewDied {
+  bool of_silence = false;  // it was still there, but said nothing for too long
+};
 struct PatchDone {
   PatchNumber number{};
 };  // applied and laid out

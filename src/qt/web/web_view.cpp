@@ -36,10 +36,9 @@ static void load_view_resources() { Q_INIT_RESOURCE(view); }
 namespace tvx::qt {
 namespace {
 
-// The engine is asked now and then whether it lives; one that says nothing for so long is ended, and the
-// document sent to a new one.
+// The engine is asked now and then whether it lives; one that says nothing for too long is ended (Watchdog),
+// and the document sent to a new one.
 constexpr int heartbeat_milliseconds = 4000;
-constexpr int silence_milliseconds = 20'000;
 
 QString resource(const QByteArray& path) {
   QFile file(QString::fromLatin1(path));
@@ -109,7 +108,7 @@ WebView::Private::Private(platform::MessageLoop& loop, QWidget* parent) : loop_(
   });
   view_->installEventFilter(this);
   watch_input_widget();
-  heartbeat_.setInterval(heartbeat_milliseconds);
+  set_heartbeat(heartbeat_milliseconds);
   connect(&heartbeat_, &QTimer::timeout, this, [this] { beat(); });
   heartbeat_.start();
 }
@@ -169,10 +168,22 @@ void WebView::Private::begin_page(const browser::Patch& patch) {
   ++page_number_;
   page_stands_ = false;
   waiting_.clear();
-  heard_.invalidate();
   mode_ = patch.compatibility_mode;
   base_ = QString::fromStdU16String(patch.base);
+  if (watchdog_.waits() && page_->renderProcessPid() > 0) {
+    // The process is still lost in what it was given before: it would not get to this page for as long.
+    ended_for_page_ = true;
+    page_wanted_ = true;
+    end_process();
+    return;
+  }
   load_page();
+}
+
+void WebView::Private::end_process() {
+  watchdog_.heard();
+  wanted_since_.start();
+  ::kill(static_cast<pid_t>(page_->renderProcessPid()), SIGKILL);
 }
 
 void WebView::Private::load_page() {
@@ -182,22 +193,23 @@ void WebView::Private::load_page() {
 }
 
 void WebView::Private::beat() {
-  // Seldom, a page that is asked for while the engine ends a process never comes: it is asked for again.
-  if (!page_stands_ && page_wanted_ && wanted_since_.elapsed() > heartbeat_milliseconds) load_page();
-  if (!page_stands_) return;
-  if (heard_.isValid() && heard_.elapsed() > silence_milliseconds && page_->renderProcessPid() > 0) {
-    std::clog << "htmled: the view says nothing any more and is started anew\n";
-    ::kill(static_cast<pid_t>(page_->renderProcessPid()), SIGKILL);
-    return;
+  if (!page_stands_ && !page_wanted_) return;
+  const qint64 process = page_->renderProcessPid();
+  if (watchdog_.check(sample_process(process)) && process > 0) {
+    std::clog << "htmled: the view says nothing any more and is ended\n";
+    ended_by_us_ = true;
+    return end_process();
   }
-  send(CommandWriter(page_number_, "beat").finish());
+  // Seldom, a page that is asked for while the engine ends a process never comes: it is asked for again.
+  if (!page_stands_ && wanted_since_.elapsed() > heartbeat_milliseconds) load_page();
+  if (page_stands_) send(CommandWriter(page_number_, "beat").finish());
 }
 
 // --- up ---
 
 void WebView::Private::came_up(const QString& text) {
   ++in_callback_;
-  heard_.start();
+  watchdog_.heard();
   if (const auto report = read_report(text); report && report->page == page_number_) {
     for (const browser::ViewMessage& message : report->messages) {
       seen_ = message.seen;
@@ -214,11 +226,14 @@ void WebView::Private::came_up(const QString& text) {
 }
 
 void WebView::Private::process_ended() {
+  watchdog_.heard();
+  const bool silent = std::exchange(ended_by_us_, false);
+  if (std::exchange(ended_for_page_, false) && !page_stands_) return load_page();
   ++in_callback_;
   page_stands_ = page_wanted_ = false;
   waiting_.clear();
   ++page_number_;  // what it may still have said is of the past
-  put(browser::ViewDied{});
+  put(browser::ViewDied{silent});
   --in_callback_;
 }
 
@@ -421,6 +436,7 @@ QWidget* WebView::widget() const { return d_->stack_; }
 QWebEnginePage* WebView::page() const { return d_->page_; }
 QWidget* WebView::input_widget() const { return d_->view_->focusProxy(); }
 void WebView::set_mouse_selection(const platform::TransferSource& source) { d_->mouse_selection_ = &source; }
+void WebView::set_heartbeat(int milliseconds) { d_->set_heartbeat(milliseconds); }
 void WebView::set_policy(const ResourcePolicy& policy) { d_->guard_->set_policy(policy); }
 
 void WebView::set_receiver(std::function<void(browser::ViewMessage)> receive) {

@@ -25,6 +25,8 @@ class WebView final : public browser::View {
   QWebEnginePage* page() const;
   /// What a middle press pastes in place of the desktop's own selection. It outlives this.
   void set_mouse_selection(const platform::TransferSource& source);
+  /// How often the engine is asked whether it lives. So many times more it may stay away (Watchdog).
+  void set_heartbeat(int milliseconds);
   void set_policy(const ResourcePolicy& policy);
   /// The widget that takes keys and mouse events; null while the engine has none.
   QWidget* input_widget() const;

@@ -8,6 +8,7 @@
 #include <deque>
 
 #include "tvx/qt/support/clipboard.h"
+#include "tvx/qt/web/watchdog.h"
 #include "tvx/qt/web/web_page.h"
 #include "tvx/qt/web/web_view.h"
 
@@ -44,6 +45,8 @@ class WebView::Private final : public QObject {
   void put(browser::ViewMessage message);
   void put(decltype(browser::ViewMessage::what) what) { put(browser::ViewMessage{seen_, std::move(what)}); }
 
+  void set_heartbeat(int milliseconds) { heartbeat_.setInterval(milliseconds); }
+
   bool eventFilter(QObject* watched, QEvent* event) override;
 
   platform::MessageLoop& loop_;
@@ -67,6 +70,7 @@ class WebView::Private final : public QObject {
   void make_notice();
   void came_up(const QString& text);
   void process_ended();
+  void end_process();
   void drain();
   void watch_input_widget();
   bool filter_input(QEvent* event);
@@ -93,7 +97,9 @@ class WebView::Private final : public QObject {
   bool focused_ = false;
   QPointer<QWidget> input_widget_;
   QTimer heartbeat_;
-  QElapsedTimer heard_;
+  Watchdog watchdog_;
+  bool ended_by_us_ = false;     // since it said nothing
+  bool ended_for_page_ = false;  // another content is wanted than the one that it is lost in
   std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
 };
 

@@ -293,6 +293,88 @@ TEST_F(DocumentViewTest, DeathsFarApartAreForgiven) {
   EXPECT_FALSE(shown_.shows_notice());
 }
 
+/// The view is found lost in the document, so many times and as far apart as that takes.
+#define EXPECT_LOST_IN_IT(times)                                    \
+  for (int i = 0; i < (times); ++i) {                               \
+    EXPECT_FALSE(shown_.shows_notice()) << i;                       \
+    pump(60'000);                                                   \
+    view_.tell({.seen = {}, .what = ViewDied{.of_silence = true}}); \
+    pump();                                                         \
+  }
+
+TEST_F(DocumentViewTest, AContentThatIsNeverShownWholeIsTriedThreeTimes) {
+  view_.withhold_answers(true);
+  open(u"<p>first</p>");
+  EXPECT_LOST_IN_IT(3);
+  EXPECT_TRUE(shown_.shows_notice());
+  view_.tell({.seen = {}, .what = ViewReady{}});
+  pump();
+  EXPECT_LOST_IN_IT(3);
+  EXPECT_TRUE(shown_.shows_notice()) << "as often when the user asks for it";
+}
+
+TEST_F(DocumentViewTest, AContentThatWasShownWholeIsNotToBlame) {
+  open(u"<p>first</p>");
+  for (int i = 0; i < 12; ++i) {
+    pump(60'000);
+    view_.tell({.seen = {}, .what = ViewDied{.of_silence = true}});
+    pump();
+    ASSERT_FALSE(shown_.shows_notice()) << i;
+  }
+}
+
+TEST_F(DocumentViewTest, TheNoticeGoesWhenAnotherDocumentComes) {
+  view_.withhold_answers(true);
+  open(u"<p>first</p>");
+  EXPECT_LOST_IN_IT(3);
+  EXPECT_FALSE(view_.notice().empty());
+  view_.withhold_answers(false);
+  open(u"<p>second</p>");
+  EXPECT_TRUE(view_.notice().empty());
+  EXPECT_FALSE(shown_.shows_notice());
+  EXPECT_EQ(view_.tree().print(), print_mirrored(document_->tree()));
+}
+
+TEST_F(DocumentViewTest, TheNoticeGoesWhenTheContentChanges) {
+  view_.withhold_answers(true);
+  open(u"<p>first</p>");
+  EXPECT_LOST_IN_IT(3);
+  view_.withhold_answers(false);
+  dom::clear(*document_->body());
+  EXPECT_FALSE(view_.notice().empty()) << "not within the change";
+  pump();
+  EXPECT_TRUE(view_.notice().empty());
+  EXPECT_EQ(view_.tree().print(), print_mirrored(document_->tree()));
+}
+
+TEST_F(DocumentViewTest, TheBorderOfAnElementIsNoNewContent) {
+  view_.withhold_answers(true);
+  open(u"<p>first</p>");
+  EXPECT_LOST_IN_IT(3);
+  const dom::MutationScope scope(document_->tree(), dom::MutationKind::Overlay);
+  dom::set_attribute(first(dom::Tag::P), dom::names::style, u"border: 1px solid");
+  pump(20'000);
+  EXPECT_TRUE(shown_.shows_notice());
+}
+
+TEST_F(DocumentViewTest, ChangesWithoutEndAreNotTriedWithoutEnd) {
+  open(u"<p>first</p>");
+  std::size_t pages = 0;
+  for (int i = 0; i < 50; ++i) {
+    const std::size_t before = view_.pages();
+    dom::insert(*document_->body(), document_->tree().create_text(u"more"));
+    pump();
+    view_.withhold_answers(true);
+    view_.die();
+    pump();
+    if (!shown_.shows_notice()) view_.die();
+    pump();
+    pages += view_.pages() - before;
+  }
+  EXPECT_TRUE(shown_.shows_notice());
+  EXPECT_LT(pages, 12);
+}
+
 TEST_F(DocumentViewTest, InputForAnotherDocumentIsDropped) {
   open(u"<p>first</p>");
   const auto before = document_;

@@ -85,7 +85,8 @@ const std::pair<const char*, const char*> words_from_below[] = {
     {"src/core/content/document_files.cpp", "Open HTML File"},
     {"src/core/content/document_files.cpp", "Save HTML File"},
     {"src/browser/view/document_view.cpp",
-     "This document can't be shown at the moment: the view has ended twice while showing it. Nothing is "
+     "This document can't be shown at the moment: the view has ended more than once while showing it. "
+     "Nothing is "
      "lost; "
      "the document can be edited as code and saved."},
 };

@@ -176,6 +176,60 @@ TEST_F(Trouble, AStoppedProcessLosesNothing) {
   EXPECT_EQ(shown(), expected());
 }
 
+/// Columns within columns: each level lays out the next one several times, without end for who waits for it.
+std::u16string page_without_end() {
+  std::u16string page = u"<!DOCTYPE html><p>before</p>";
+  for (int i = 0; i < 60; ++i)
+    page += u"<div style=\"columns:3;column-fill:balance;height:" +
+            std::u16string(i % 2 ? u"auto" : u"30em") + u"\">text <span>and</span>";
+  return page;
+}
+
+TEST_F(Trouble, AProcessThatWorksIsGivenTime) {
+  view_->set_heartbeat(200);
+  open(u"<!DOCTYPE html><p>one</p>");
+  const auto process = view_->page()->renderProcessPid();
+  // Longer than one that does nothing may be silent.
+  EXPECT_EQ(in_page("(function(){const end = performance.now() + 2000; while (performance.now() < end); "
+                    "return 'done';})()"),
+            "done");
+  EXPECT_EQ(view_->page()->renderProcessPid(), process);
+}
+
+TEST_F(Trouble, AProcessThatDoesNothingIsEndedAndTheDocumentComesBack) {
+  view_->set_heartbeat(100);
+  open(u"<!DOCTYPE html><p>one</p>");
+  const auto process = view_->page()->renderProcessPid();
+  signal_view(SIGSTOP);
+  ASSERT_TRUE(wait_for([&] { return view_->page()->renderProcessPid() != process; }));
+  ASSERT_TRUE(settle());
+  EXPECT_FALSE(document_view_->shows_notice());
+  EXPECT_EQ(shown(), expected());
+}
+
+TEST_F(Trouble, ALayoutWithoutEndIsGivenUpAndGoesWithItsContent) {
+  view_->set_heartbeat(60);
+  open(page_without_end(), false);
+  ASSERT_TRUE(wait_for([&] { return document_view_->shows_notice(); }, 60'000));
+  EXPECT_TRUE(document_view_->settled());
+  open(u"<!DOCTYPE html><p>another</p>");
+  EXPECT_FALSE(document_view_->shows_notice());
+  EXPECT_EQ(shown(), expected());
+  document_->editor().selection().collapse({&first_text(), 0});
+  post_text("x");
+  ASSERT_TRUE(wait_for([&] { return html() == "<P>xanother</P>"; }, 5000)) << html();
+}
+
+TEST_F(Trouble, AnotherContentDoesNotWaitForAProcessThatIsLost) {
+  view_->set_heartbeat(200);
+  open(page_without_end(), false);
+  wait_for([] { return false; }, 800);  // until it is deep in it
+  const std::int64_t since = loop_.now();
+  open(u"<!DOCTYPE html><p>another</p>");
+  EXPECT_LT(loop_.now() - since, 2500) << "sooner than a working process is ended";
+  EXPECT_EQ(shown(), expected());
+}
+
 TEST_F(Trouble, AfterTwoDeathsThereIsANoticeAndAWayBack) {
   open(u"<!DOCTYPE html><p>one</p>");
   signal_view(SIGKILL);
