@@ -102,7 +102,8 @@ void ValueForcer::join_neighbour(const Ref<Node>& node) {
   reorder_modifiable_descendants(node->previous_sibling(), command_, value_);
   reorder_modifiable_descendants(node->next_sibling(), command_, value_);
   if (join_plainly(node)) return;
-  // What nobody sees is worth no wrapping, so don't look for a neighbour over all the others that nobody sees.
+  // What nobody sees is worth no wrapping, so don't look for a neighbour over all the others that nobody
+  // sees.
   if (!node->is(Tag::Br) && !is_seen(*node)) return;
   if (has_bearer_beside(*node)) wrap({node}, [this](const Node& sibling) { return is_bearer(sibling); });
 }

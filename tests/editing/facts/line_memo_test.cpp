@@ -6,8 +6,8 @@
 
 #include "tvx/base/strings.h"
 #include "tvx/base/work_count.h"
-#include "tvx/dom/parse.h"
 #include "tvx/dom/mutation.h"
+#include "tvx/dom/parse.h"
 #include "tvx/dom/tree.h"
 #include "tvx/editing/facts/predicates.h"
 
