@@ -365,7 +365,10 @@ void paste_nodes(Editor& editor, const Ref<dom::DocumentFragment>& content) {
 }
 
 bool paste_html(Editor& editor, std::u16string_view html) {
-  const Ref<dom::DocumentFragment> content = pasted_content(editor.document(), html);
+  const Node* place = editor.selection().range().start.node;
+  const auto* around = dom::as<Element>(place);
+  if (place && !around) around = place->parent_element();
+  const Ref<dom::DocumentFragment> content = pasted_content(editor.document(), html, around);
   if (!content->has_children()) return false;
   paste_nodes(editor, content);
   return true;

@@ -6,9 +6,14 @@
 
 #include "tvx/dom/builder.h"
 #include "tvx/dom/parse.h"
+#include "tvx/dom/style/declarations.h"
 #include "tvx/dom/tree.h"
 #include "tvx/editing/clipboard/copied_content.h"
 #include "tvx/editing/clipboard/foreign_attributes.h"
+#include "tvx/editing/clipboard/foreign_lists.h"
+#include "tvx/editing/clipboard/foreign_source.h"
+#include "tvx/editing/clipboard/foreign_style.h"
+#include "tvx/editing/clipboard/tidy_content.h"
 #include "tvx/editing/facts/tag_set.h"
 
 namespace tvx::editing {
@@ -58,6 +63,34 @@ bool is_layout_of_source(std::u16string_view text) {
   return text.find_first_of(u"\r\n") != text.npos && trimmed(text).empty();
 }
 
+/// With this a word processor on the web ends each paragraph.
+bool is_end_mark(const Element& element) {
+  return element.is(Tag::Span) && element.attribute_or_empty(dom::names::class_).starts_with(u"EOP");
+}
+
+/// What is drawn for a picture: the picture's own element is in it.
+const Element* picture_in_drawing(const Element& element) {
+  if (!element.name().text().starts_with(u"v:")) return nullptr;
+  for (const Node* node = &element; node; node = dom::next_in_order(*node, &element)) {
+    const auto* inner = dom::as<Element>(node);
+    if (inner && inner->name().text() == u"v:imagedata" && inner->has_attribute(dom::names::src))
+      return inner;
+  }
+  return nullptr;
+}
+
+bool is_comment_with(const Node& node, std::u16string_view beginning) {
+  const auto* comment = dom::as<dom::Comment>(&node);
+  return comment && trimmed(comment->data()).starts_with(beginning);
+}
+
+std::u16string drawn_text(std::u16string_view text) {
+  std::u16string drawn;
+  for (char16_t c : text)
+    if (!is_ascii_space(c) && c != u'\u00A0') drawn += c;
+  return drawn;
+}
+
 bool is_mark(const Node& node, std::u16string_view name) {
   const auto* comment = dom::as<dom::Comment>(&node);
   return comment && trimmed(comment->data()) == name;
@@ -79,10 +112,13 @@ bool gives_structure(const Node& node) {
 /// Copies what is wanted of a parsed text into a document, in one walk with no recursion.
 class Cleaning {
  public:
-  Cleaning(dom::Document& document, Node& source)
-      : document_(document), source_(source), result_(document.create_fragment()) {
+  Cleaning(dom::Document& document, Node& source, const ForeignSource& program)
+      : document_(document), source_(source), program_(program), result_(document.create_fragment()) {
     find_marks();
   }
+
+  const ListMarks& list_marks() const { return list_marks_; }
+  const Indents& indents() const { return indents_; }
 
   Ref<dom::DocumentFragment> run() {
     Node* holder = result_.get();
@@ -127,6 +163,7 @@ class Cleaning {
     for (Node* node = source_.first_child(); node; node = dom::next_in_order(*node, &source_)) {
       if (!start_ && is_mark(*node, u"StartFragment")) start_ = node;
       if (is_mark(*node, u"EndFragment")) end_ = node;
+      if (is_comment_with(*node, u"[if !vml]")) has_other_picture_ = true;
     }
     if (!start_) end_ = nullptr;
     for (Node* node = start_ ? start_->parent() : nullptr; node && node != &source_; node = node->parent())
@@ -136,16 +173,82 @@ class Cleaning {
   /// Whether to go into the element; then `holder` is where its content goes and outer_holder_ where it went.
   bool take(Element& element, Node*& holder) {
     outer_holder_ = holder;
-    const Fate fate = fate_of(element);
+    if (program_.is_known() && take_habit(element, *holder)) return false;
+    const Fate fate = is_box_of_program(element) ? Fate::Unwrap : fate_of(element);
     if (fate != Fate::Unwrap) ends_line_ = is_line_end(element);
     if (fate == Fate::Drop) return false;
     if (fate == Fate::Keep) {
       if (const Ref<Element> copy = copy_of(element)) {
         Builder::insert(*holder, copy);
         holder = copy.get();
+        if (program_.is_known()) note_block(element, *copy);
       }
     }
     return true;
+  }
+
+  /// What a known program writes in its own manner; true: it is done with.
+  bool take_habit(const Element& element, Node& holder) {
+    if (in_marker_ || (program_.is_office() && is_drawn_marker(element))) {
+      note_marker(dom::text_content(element));
+      return true;
+    }
+    if (const Element* picture = has_other_picture_ ? nullptr : picture_in_drawing(element)) {
+      Builder::insert(holder, picture_of(element, *picture));
+      return true;
+    }
+    return program_.is_web_word_processor() && is_end_mark(element);
+  }
+
+  /// Its content tells all that it would.
+  bool is_box_of_program(const Element& element) const {
+    if (!program_.is_known()) return false;
+    if (is_list_of_marked_items(program_, element)) return true;
+    if (contains(element.name().text(), u"-html-origin")) return true;
+    if (!program_.is_web_word_processor() || !element.is(Tag::Div)) return false;
+    const Element* only = dom::first_child_element(element);
+    return only && (only->is(Tag::Ul) || only->is(Tag::Ol)) && !dom::next_element_sibling(*only);
+  }
+
+  void note_block(const Element& element, Element& copy) {
+    static const TagSet blocks{Tag::P,  Tag::Div, Tag::Li, Tag::H1, Tag::H2,
+                               Tag::H3, Tag::H4,  Tag::H5, Tag::H6, Tag::Blockquote};
+    if (!blocks.has(element)) return;
+    block_ = &copy;
+    in_marker_ = false;
+    if (auto mark = list_mark_of(program_, element)) list_marks_[&copy] = *mark;
+    const auto own = indent_of(element.attribute_or_empty(dom::names::style));
+    indents_[&copy] = own.value_or(program_.class_indent(element));
+  }
+
+  void note_marker(std::u16string_view text) {
+    if (!block_) return;
+    auto mark = list_marks_.find(block_);
+    if (mark == list_marks_.end()) {
+      // A marker without the name of its list: how far it is indented says its level.
+      ListMark unnamed;
+      unnamed.indent = indents_[block_];
+      unnamed.level = std::clamp(int(unnamed.indent / 36 + 0.5), 1, 9);
+      mark = list_marks_.emplace(block_, unnamed).first;
+    }
+    mark->second.marker += drawn_text(text);
+  }
+
+  Ref<Element> picture_of(const Element& drawing, const Element& picture) {
+    Ref<Element> image = document_.create_element(Tag::Img);
+    const std::u16string_view address = picture.attribute_or_empty(dom::names::src);
+    if (!is_acting_address(address))
+      Builder::add_attribute(*image, {dom::names::src, std::u16string(address), {}});
+    std::u16string_view text = drawing.attribute_or_empty(dom::names::alt);
+    if (text.empty()) text = picture.attribute_or_empty(dom::Name(u"o:title"));
+    if (!text.empty()) Builder::add_attribute(*image, {dom::names::alt, std::u16string(text), {}});
+    const dom::style::Declarations style(drawing.attribute_or_empty(dom::names::style));
+    for (const dom::Name name : {dom::names::width, dom::names::height}) {
+      const double pixels = points_of(style.get(name.text())) / 0.75;
+      if (pixels >= 1 && pixels < 100000)
+        Builder::add_attribute(*image, {name, to_text(std::int64_t(pixels + 0.5)), {}});
+    }
+    return image;
   }
 
   bool take_around(Element& element, Node*& holder) {
@@ -158,8 +261,15 @@ class Cleaning {
   Ref<Element> copy_of(const Element& element) {
     Ref<Element> copy = document_.create_element(element.name(), element.name_space());
     for (const dom::Attribute& attribute : element.attributes()) {
+      if (program_.is_known() && element.is_html() &&
+          (attribute.name == dom::names::style || is_residue(program_, element, attribute.name.text())))
+        continue;
       if (auto value = kept_value(element, attribute))
         Builder::add_attribute(*copy, {attribute.name, std::move(*value), attribute.name_space});
+    }
+    if (program_.is_known() && element.is_html()) {
+      std::u16string style = kept_declarations(foreign_style(program_, element));
+      if (!style.empty()) Builder::add_attribute(*copy, {dom::names::style, std::move(style), {}});
     }
     if (is_wrapper(element, *copy)) return {};
     return copy;
@@ -174,7 +284,13 @@ class Cleaning {
   }
 
   void copy_data(const Node& node, Node& holder) {
-    if (const auto* text = dom::as<dom::Text>(&node)) {
+    if (program_.is_office() && is_comment_with(node, u"[if !supportLists]")) {
+      in_marker_ = true;
+    } else if (is_comment_with(node, u"[endif]")) {
+      in_marker_ = false;
+    } else if (in_marker_) {
+      if (const auto* text = dom::as<dom::Text>(&node)) note_marker(text->data());
+    } else if (const auto* text = dom::as<dom::Text>(&node)) {
       if (!is_layout_of_source(text->data())) ends_line_ = false;
       // Where an element was taken away its neighbours meet.
       auto* before = dom::as<dom::Text>(holder.last_child());
@@ -198,7 +314,13 @@ class Cleaning {
 
   dom::Document& document_;
   Node& source_;
+  const ForeignSource& program_;
   Ref<dom::DocumentFragment> result_;
+  ListMarks list_marks_;
+  Indents indents_;
+  const Element* block_ = nullptr;  // the copy that was made last
+  bool in_marker_ = false;          // between the comments around a drawn bullet
+  bool has_other_picture_ = false;  // for programs that can't draw
   Node* start_ = nullptr;
   Node* end_ = nullptr;
   std::unordered_set<const Node*> around_start_;
@@ -244,13 +366,26 @@ std::u16string with_table(std::u16string_view html) {
 
 }  // namespace
 
-Ref<dom::DocumentFragment> pasted_content(dom::Document& document, std::u16string_view html) {
+Ref<dom::DocumentFragment> pasted_content(dom::Document& document, std::u16string_view html,
+                                          const Element* place) {
   const Ref<dom::Document> workshop = dom::Document::create();
   workshop->set_compatibility_mode(document.compatibility_mode());
   dom::FragmentContext context;
   context.compatibility_mode = document.compatibility_mode();
   const Ref<dom::DocumentFragment> source = dom::parse_fragment(*workshop, context, with_table(html));
-  return Cleaning(document, *source).run();
+  const ForeignSource program(*source);
+  if (!program.is_known()) return Cleaning(document, *source, program).run();
+  Cleaning cleaning(*workshop, *source, program);
+  const Ref<dom::DocumentFragment> content = cleaning.run();
+  drop_empty_paragraphs(*content);
+  make_lists(*content, program, cleaning.list_marks(), cleaning.indents());
+  put_lists_right(*content);
+  drop_given_styles(*content, look_at(place));
+  tidy_content(*content);
+  const Ref<dom::DocumentFragment> result = document.create_fragment();
+  for (const Node* child = content->first_child(); child; child = child->next_sibling())
+    Builder::insert(*result, dom::clone(*child, document, dom::Deep::Yes));
+  return result;
 }
 
 }  // namespace tvx::editing

@@ -19,7 +19,12 @@ namespace tvx::editing {
 /// the
 ///   elements that are left with nothing to say.
 ///
-/// All else stays as it came. Costs one walk over the content.
-dom::Ref<dom::DocumentFragment> pasted_content(dom::Document& document, std::u16string_view html);
+/// Content of programs whose habits are known (editing/clipboard/foreign_source.h) is rebuilt as a person
+/// would have written it: drawn bullets become lists, what classes show becomes style, drawings become
+/// pictures, and styles that say what `place` gives anyway go, as do empty paragraphs.
+///
+/// All else stays as it came. Costs a few walks over the content.
+dom::Ref<dom::DocumentFragment> pasted_content(dom::Document& document, std::u16string_view html,
+                                               const dom::Element* place = nullptr);
 
 }  // namespace tvx::editing
