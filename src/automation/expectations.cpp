@@ -195,8 +195,9 @@ Expectations::Expectations(headless::Dialogs& dialogs, headless::Menus& menus, h
   menus_.on_closed([this](platform::Menu&, const headless::ExpectedPopup* expected,
                           const platform::Menu* chosen) { popup_closed(expected, chosen); });
   forms_.on_opened([this](platform::Form& form) { form_opened(form); });
-  forms_.on_closed([this](platform::Form&, const headless::ExpectedForm* expected,
-                          const std::optional<RuntimeError>& failure) { form_closed(expected, failure); });
+  forms_.on_closed(
+      [this](platform::Form& form, const headless::ExpectedForm* expected,
+             const std::optional<RuntimeError>& failure) { form_closed(form, expected, failure); });
 }
 
 int Expectations::add(const Params& params) {
@@ -325,15 +326,17 @@ void Expectations::add_form(int id, std::u16string_view form, const Params& para
 }
 
 void Expectations::form_opened(Form& form) {
-  seen_.push_back(seen_in(form));
+  seen_in_forms_[&form] = seen_in(form);
   notify_("modal", {{"kind", "dialog"}, {"name", json_text(form.Name())}});
 }
 
-void Expectations::form_closed(const headless::ExpectedForm* expected,
+void Expectations::form_closed(const Form& form, const headless::ExpectedForm* expected,
                                const std::optional<RuntimeError>& failure) {
-  Json seen = std::move(seen_.back());
-  seen_.pop_back();
+  Json seen = std::move(seen_in_forms_[&form]);
+  seen_in_forms_.erase(&form);
   if (!expected) return;
+  // What shows progress says most at its end.
+  if (forms_.is_beside(form)) seen["last"] = seen_in(form);
   Json told = {{"id", expected->id}, {"seen", std::move(seen)}, {"did", taken(did_, expected->id)}};
   if (failure) told["error"] = {{"code", failure->number()}, {"message", json_text(failure->text())}};
   notify_("seen", std::move(told));

@@ -81,7 +81,8 @@ class Expectations {
   void popup_opened(platform::Menu& menu);
   void popup_closed(const headless::ExpectedPopup* expected, const platform::Menu* chosen);
   void form_opened(platform::Form& form);
-  void form_closed(const headless::ExpectedForm* expected, const std::optional<RuntimeError>& failure);
+  void form_closed(const platform::Form& form, const headless::ExpectedForm* expected,
+                   const std::optional<RuntimeError>& failure);
   Json taken(std::map<int, Json>& from, int id) const;
 
   headless::Dialogs& dialogs_;
@@ -93,7 +94,8 @@ class Expectations {
   std::list<ExpectedEvent> events_;
   std::list<ExpectedPrint> prints_;
   std::map<int, Json> did_;  // by dialogs and popups that are open, or have just been closed
-  std::vector<Json> seen_;   // what stood in the popups and forms that are open, the innermost last
+  std::vector<Json> seen_;   // what stood in the popups that are open, the innermost last
+  std::map<const platform::Form*, Json> seen_in_forms_;
 };
 
 }  // namespace tvx::automation

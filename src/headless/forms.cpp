@@ -1,5 +1,7 @@
 #include "tvx/headless/forms.h"
 
+#include <algorithm>
+
 #include "tvx/base/failure_of.h"
 #include "tvx/base/strings.h"
 #include "tvx/headless/expected.h"
@@ -82,6 +84,40 @@ void Forms::run(Form& form, platform::WindowHandle owner) {
   form.Hide();
   std::erase(open_, &form);
   if (closed_) closed_(form, expected ? &*expected : nullptr, failure);
+}
+
+// A person would press while the work goes on; here it happens at once, and the work meets it where it looks.
+void Forms::open(platform::Form& form, platform::WindowHandle owner) {
+  const std::optional<ExpectedForm> expected = take(form);
+  open_.push_back(&form);
+  shown_.push_back(form.Name());
+  last_owner_ = owner;
+  beside_.push_back({&form, expected, {}});
+  form.add_observer(*this);
+  if (opened_) opened_(form);
+  const std::optional<RuntimeError> failure = failure_of([&] {
+    if (expected) act(form, *expected);
+  });
+  const auto place = std::ranges::find(beside_, &form, &Beside::form);
+  if (place != beside_.end()) place->failure = failure;
+}
+
+void Forms::form_hidden(platform::Form& form) {
+  const auto place = std::ranges::find(beside_, &form, &Beside::form);
+  if (place == beside_.end()) return;
+  form.remove_observer(*this);
+  const Beside ended = *place;
+  if (closed_) closed_(form, ended.expected ? &*ended.expected : nullptr, ended.failure);
+  std::erase_if(beside_, [&](const Beside& other) { return other.form == &form; });
+  std::erase(open_, &form);
+}
+
+bool Forms::is_beside(const platform::Form& form) const {
+  return std::ranges::find(beside_, &form, &Beside::form) != beside_.end();
+}
+
+Forms::~Forms() {
+  for (const Beside& beside : beside_) beside.form->remove_observer(*this);
 }
 
 }  // namespace tvx::headless

@@ -27,8 +27,9 @@ struct ExpectedForm {
 
 /// Forms without a screen: each is answered by the oldest expectation of its name, and cancelled where there
 /// is none, or where it is still open after the button's press.
-class Forms final : public platform::Forms {
+class Forms final : public platform::Forms, private platform::FormObserver {
  public:
+  ~Forms() override;
   /// Hears of each form when it closes. `expected` is null if nobody expected it; `failure` is what the
   /// expectation's work or the button's press ended with.
   using Observer = std::function<void(platform::Form& form, const ExpectedForm* expected,
@@ -42,6 +43,8 @@ class Forms final : public platform::Forms {
 
   /// The form in front; null if none is open.
   platform::Form* open() const { return open_.empty() ? nullptr : open_.back(); }
+  /// Whether nobody waits for it.
+  bool is_beside(const platform::Form& form) const;
   /// Who was named as the last one's owner.
   platform::WindowHandle last_owner() const { return last_owner_; }
   /// The names of all forms that were shown.
@@ -49,10 +52,22 @@ class Forms final : public platform::Forms {
 
  private:
   void run(platform::Form& form, platform::WindowHandle owner) override;
+  void open(platform::Form& form, platform::WindowHandle owner) override;
+  void control_changed(platform::FormControl&) override {}
+  void caption_changed(platform::Form&) override {}
+  void form_hidden(platform::Form& form) override;
   std::optional<ExpectedForm> take(const platform::Form& form);
   static void act(platform::Form& form, const ExpectedForm& expected);
 
+  /// A form that nobody waits for: its expectation is acted on when it opens, and told when it goes.
+  struct Beside {
+    platform::Form* form;
+    std::optional<ExpectedForm> expected;
+    std::optional<RuntimeError> failure;
+  };
+
   std::deque<ExpectedForm> expected_;
+  std::vector<Beside> beside_;
   std::function<void(platform::Form&)> opened_;
   Observer closed_;
   std::vector<platform::Form*> open_;  // the one in front last

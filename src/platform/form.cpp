@@ -156,4 +156,8 @@ void Forms::Show(Form& form, WindowHandle owner) {
   run(form, owner);
 }
 
+void Forms::Open(Form& form, WindowHandle owner) {
+  if (!std::exchange(form.visible_, true)) open(form, owner);
+}
+
 }  // namespace tvx::platform

@@ -165,10 +165,15 @@ class Forms {
   /// Shows the form, modal over its owner, a control or another form, and returns when it is hidden. The
   /// message loop runs meanwhile. A form that is shown already isn't shown once more: RuntimeError(400).
   void Show(Form& form, WindowHandle owner);
+  /// Shows the form beside what goes on, and returns at once; nobody waits for it, and the control can be
+  /// worked with. It stays until it is hidden. A form that is shown already stays as it is.
+  void Open(Form& form, WindowHandle owner);
 
  private:
   /// Returns when the form is hidden; a face that is left in another way hides it.
   virtual void run(Form& form, WindowHandle owner) = 0;
+  /// The form may be hidden, and gone, at any time after this.
+  virtual void open(Form& form, WindowHandle owner) = 0;
 };
 
 }  // namespace tvx::platform

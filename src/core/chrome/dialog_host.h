@@ -4,25 +4,34 @@
 #include <vector>
 
 #include "tvx/core/part.h"
+#include "tvx/platform/form.h"
 
 namespace tvx::core {
 
 class Words;
 
 /// Shows the control's own dialogs, one over the other.
-class DialogHost final : public Part {
+class DialogHost final : public Part, private platform::FormObserver {
  public:
   DialogHost(Context& context, const Words& words) : Part(context), words_(words) {}
+  ~DialogHost();
 
   /// In the words of a section of the language file; returns when it is hidden. Where nobody shows dialogs it
   /// counts as cancelled.
   void show(platform::Form& dialog, std::u16string_view section);
+  /// The same beside what goes on; returns at once. Where nobody shows dialogs nothing is seen of it.
+  void open_beside(platform::Form& dialog, std::u16string_view section);
   /// The innermost first: each lets the operation that opened it come to its end.
   void cancel_all();
 
  private:
+  void control_changed(platform::FormControl&) override {}
+  void caption_changed(platform::Form&) override {}
+  void form_hidden(platform::Form& form) override;
+
   const Words& words_;
-  std::vector<platform::Form*> open_;  // the one in front last
+  std::vector<platform::Form*> open_;    // the one in front last
+  std::vector<platform::Form*> beside_;  // those that nobody waits for
 };
 
 }  // namespace tvx::core

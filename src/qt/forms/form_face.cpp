@@ -1,5 +1,6 @@
 #include "tvx/qt/forms/form_face.h"
 
+#include "tvx/qt/dialogs/wait_dialog.h"
 #include "tvx/qt/forms/form_dialog.h"
 #include "tvx/qt/support/modal.h"
 
@@ -10,6 +11,11 @@ void Forms::run(platform::Form& form, platform::WindowHandle) {
   dialog.run();
   // It went with its window: nobody has agreed to anything.
   if (form.Visible()) form.cancel();
+}
+
+/// What is shown beside the work is what shows its progress.
+void Forms::open(platform::Form& form, platform::WindowHandle) {
+  new WaitDialog(form, control_ ? control_->window() : nullptr);  // ends by itself, or with its window
 }
 
 }  // namespace tvx::qt

@@ -17,6 +17,7 @@ class Forms final : public platform::Forms {
 
  private:
   void run(platform::Form& form, platform::WindowHandle owner) override;
+  void open(platform::Form& form, platform::WindowHandle owner) override;
 
   QPointer<QWidget> control_;
 };
