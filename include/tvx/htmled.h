@@ -206,6 +206,9 @@ class HTMLed {
   /// Whether a transfer shows its progress in a dialog.
   bool ShowFTPDialog() const;
   void set_ShowFTPDialog(bool value);
+  /// Bytes that are moved between two looks at the message loop; above 1,024 without a rest.
+  std::int32_t FTPBlockSize() const;
+  void set_FTPBlockSize(std::int32_t value);
   /// The number of the control's window; its temporary files begin with it.
   std::int32_t hwnd() const;
   /// Whether the source is in front.

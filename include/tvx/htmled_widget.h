@@ -87,6 +87,7 @@ class HTMLedWidget final : public QWidget {
   Q_PROPERTY(QString FTPProxyBypassList READ FTPProxyBypassList WRITE set_FTPProxyBypassList)
   Q_PROPERTY(bool FTPActionInProgress READ FTPActionInProgress STORED false)
   Q_PROPERTY(bool ShowFTPDialog READ ShowFTPDialog WRITE set_ShowFTPDialog)
+  Q_PROPERTY(int FTPBlockSize READ FTPBlockSize WRITE set_FTPBlockSize)
   Q_PROPERTY(int hwnd READ hwnd STORED false)
 
  public:
@@ -244,6 +245,8 @@ class HTMLedWidget final : public QWidget {
   bool FTPActionInProgress() const;
   /// Whether a transfer shows its progress in a dialog.
   bool ShowFTPDialog() const;
+  /// Bytes that are moved between two looks at the message loop; above 1,024 without a rest.
+  int FTPBlockSize() const;
   /// The number of the control's window; its temporary files begin with it.
   int hwnd() const;
   /// Whether the source is in front.
@@ -289,6 +292,7 @@ class HTMLedWidget final : public QWidget {
   void set_FTPProxyServer(const QString& value);
   void set_FTPProxyBypassList(const QString& value);
   void set_ShowFTPDialog(bool value);
+  void set_FTPBlockSize(int value);
 
   // --- operations ---
   /// Opens a file, or the one that the user chooses if the name is empty; whole or its body only.

@@ -19,6 +19,10 @@ namespace tvx::platform {
 class PropertyBag;
 }
 
+namespace tvx::transfer {
+class clsDirectoryList;
+}
+
 namespace tvx::core {
 
 class ContextMenus;
@@ -131,6 +135,17 @@ class HTMLed final : public std::enable_shared_from_this<HTMLed>,
   std::u16string selectText(std::int32_t SelStartPos, std::int32_t SelLength);
   void show_Code();
   bool InCodeView() const;
+  /// Files of the server that the properties name; what fails is told by FTPError. A second transfer within
+  /// one is refused so.
+  bool PutFileFTP(std::u16string_view LocalFile, std::u16string_view RemoteFile);
+  bool GetFileFTP(std::u16string_view LocalFile, std::u16string_view RemoteFile);
+  bool DeleteFileFTP(std::u16string_view RemoteFile);
+  /// Null where there is no connection.
+  std::shared_ptr<transfer::clsDirectoryList> ListFilesFTP(std::u16string_view RemoteDirectory,
+                                                           std::u16string_view Filter);
+  void FTPCancelTransfer();
+  /// Uploads the document's local images, gives them their new addresses, and says how many.
+  std::int32_t UploadAllImages();
   /// The class menus' items: 0 takes a class away, the others are those of style_classes(). The first is for
   /// the current element, the second for the selection.
   const std::vector<StyleClass>& style_classes() const;

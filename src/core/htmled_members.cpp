@@ -114,6 +114,28 @@ std::u16string HTMLed::selectText(std::int32_t SelStartPos, std::int32_t SelLeng
 }
 const browser::Event* HTMLed::lastEvent() const { return parts_->input.last_event(); }
 
+// --- the server ---
+
+bool HTMLed::PutFileFTP(std::u16string_view LocalFile, std::u16string_view RemoteFile) {
+  return parts_->transfers.PutFileFTP(LocalFile, RemoteFile);
+}
+bool HTMLed::GetFileFTP(std::u16string_view LocalFile, std::u16string_view RemoteFile) {
+  return parts_->transfers.GetFileFTP(LocalFile, RemoteFile);
+}
+bool HTMLed::DeleteFileFTP(std::u16string_view RemoteFile) {
+  return parts_->transfers.DeleteFileFTP(RemoteFile);
+}
+std::shared_ptr<transfer::clsDirectoryList> HTMLed::ListFilesFTP(std::u16string_view RemoteDirectory,
+                                                                 std::u16string_view Filter) {
+  return parts_->transfers.ListFilesFTP(RemoteDirectory, Filter);
+}
+void HTMLed::FTPCancelTransfer() { parts_->transfers.FTPCancelTransfer(); }
+std::int32_t HTMLed::UploadAllImages() {
+  std::int32_t uploaded = 0;
+  parts_->view_switch.change_document([&] { uploaded = parts_->transfers.UploadAllImages(); });
+  return uploaded;
+}
+
 // --- bars, menus and dialogs ---
 
 void HTMLed::Table_Document() {

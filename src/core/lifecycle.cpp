@@ -61,6 +61,7 @@ void HTMLed::UserControl_ExitFocus() {
 void HTMLed::UserControl_Terminate() {
   if (terminated_) return;
   terminated_ = true;
+  parts_->transfers.end();
   parts_->dialogs.cancel_all();
   remove_temporary_files(surroundings_.hwnd);
   txtCode().DetachAllMessages();

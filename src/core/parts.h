@@ -22,6 +22,7 @@
 #include "tvx/core/content/document_files.h"
 #include "tvx/core/content/navigation.h"
 #include "tvx/core/content/style_sheet.h"
+#include "tvx/core/remote/transfers.h"
 #include "tvx/core/views/code_pane.h"
 #include "tvx/core/views/edit_window.h"
 #include "tvx/core/views/panes.h"
@@ -62,10 +63,13 @@ struct Parts {
   NavigationHandler navigation{context, content, style_sheet, files, edit_window};
   ViewSwitch view_switch{context, content, code, panes, toolbar_commands, highlight};
 
+  Transfers transfers{context, dialogs};
+
   Formatting formatting{context, toolbars, code, edit_window};
   SelectionCommands selection{context};
   ClipboardCommands clipboard{context, code, content};
-  ImageCommands images{context, {}};
+  ImageCommands images{context,
+                       {[this](const std::u16string& path) { return transfers.UploadImageFile(path); }, {}}};
   ClassMenus classes{context, highlight, style_sheet};
   MenuCommands menu_commands{context, {menus, toolbars, highlight, tables, formatting, classes, actions}};
   DocumentEventHandler input{context,

@@ -81,7 +81,8 @@ const std::vector<Key>& keys() {
       {u"FTPDirectoryItem", std::monostate{}, std::int32_t(0)},
       {u"IsDirty", &P::IsDirty, off},
       {u"relativeURLs", &P::relativeURLs, off},
-      {u"AlwaysConvertUnicodeCharacters", &P::AlwaysConvertUnicodeCharacters, off}};
+      {u"AlwaysConvertUnicodeCharacters", &P::AlwaysConvertUnicodeCharacters, off},
+      {u"FTPBlockSize", &P::FTPBlockSize, std::int32_t(100)}};
   return table;
 }
 
@@ -97,7 +98,7 @@ constexpr std::u16string_view writing_order[] = {
     u"HiddenButtons", u"HiddenContextMenus", u"LocalImageStore", u"DocumentText", u"DocumentTitle",
     u"ShowFTPDialog", u"FTPPort", u"FTPTransferType", u"FTPProxyServer", u"FTPProxyBypassList", u"allHTML",
     u"FTPDirectoryItem", u"IsDirty", u"relativeURLs", u"CustomDictionaryFilename",
-    u"AlwaysConvertUnicodeCharacters"};
+    u"AlwaysConvertUnicodeCharacters", u"FTPBlockSize"};
 // clang-format on
 
 void assign(SharedText& target, const PropertyValue& value) { target = share(as_text(value)); }

@@ -50,6 +50,7 @@ struct Properties {
   std::int32_t FTPPort = 21;
   ed_FTPTransferType FTPTransferType = ed_FTPTransferType::ov_Binary;
   std::u16string FTPProxyServer, FTPProxyBypassList;
+  std::int32_t FTPBlockSize = 100;
   bool FTPActionInProgress = false;
   bool ShowFTPDialog = true;
 };

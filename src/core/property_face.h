@@ -78,6 +78,7 @@ class PropertyFace {
   TVX_VALUE(ed_FTPTransferType, FTPTransferType)
   TVX_TEXT(FTPProxyServer)
   TVX_TEXT(FTPProxyBypassList)
+  TVX_VALUE(std::int32_t, FTPBlockSize)
   bool FTPActionInProgress() const { return properties_.FTPActionInProgress; }
   [[noreturn]] void set_FTPActionInProgress(bool) { refuse_read_only(); }
   TVX_FLAG(ShowFTPDialog)

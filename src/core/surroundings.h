@@ -13,6 +13,7 @@ class Container;
 class Forms;
 class MessageLoop;
 class PopupMenus;
+class RemoteNetwork;
 }  // namespace tvx::platform
 
 namespace tvx::core {
@@ -25,9 +26,10 @@ struct Surroundings {
   platform::WindowHandle hwnd = platform::WindowHandle::none;  // none: the control takes the next free one
   const browser::Geometry* geometry = nullptr;
   browser::BrowserWindow* window = nullptr;
-  platform::Clipboard* clipboard = nullptr;  // null: there is none to copy to
-  platform::PopupMenus* popups = nullptr;    // null: every popup counts as dismissed
-  platform::Forms* forms = nullptr;          // null: every dialog of the control counts as cancelled
+  platform::Clipboard* clipboard = nullptr;    // null: there is none to copy to
+  platform::PopupMenus* popups = nullptr;      // null: every popup counts as dismissed
+  platform::Forms* forms = nullptr;            // null: every dialog of the control counts as cancelled
+  platform::RemoteNetwork* network = nullptr;  // null: the system's own
 };
 
 }  // namespace tvx::core

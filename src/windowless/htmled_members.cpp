@@ -120,6 +120,8 @@ void HTMLed::set_FTPProxyBypassList(std::u16string_view value) { put(u"FTPProxyB
 bool HTMLed::FTPActionInProgress() const { return flag(u"FTPActionInProgress"); }
 bool HTMLed::ShowFTPDialog() const { return flag(u"ShowFTPDialog"); }
 void HTMLed::set_ShowFTPDialog(bool value) { put(u"ShowFTPDialog", value); }
+std::int32_t HTMLed::FTPBlockSize() const { return number(u"FTPBlockSize"); }
+void HTMLed::set_FTPBlockSize(std::int32_t value) { put(u"FTPBlockSize", value); }
 std::int32_t HTMLed::hwnd() const { return number(u"hwnd"); }
 bool HTMLed::InCodeView() const { return control().InCodeView(); }
 

@@ -118,6 +118,7 @@ TEST_F(Control, ADefaultControlStoresTheSevenBooleansWhoseDefaultIsOne) {
   EXPECT_TRUE(again->CSShttp());
   EXPECT_TRUE(again->ShowFTPDialog());
   EXPECT_EQ(again->FTPPort(), 21);
+  EXPECT_EQ(again->FTPBlockSize(), 100);
 }
 
 constexpr std::u16string_view writing_order[] = {u"DocumentHTML",
@@ -164,7 +165,8 @@ constexpr std::u16string_view writing_order[] = {u"DocumentHTML",
                                                  u"IsDirty",
                                                  u"relativeURLs",
                                                  u"CustomDictionaryFilename",
-                                                 u"AlwaysConvertUnicodeCharacters"};
+                                                 u"AlwaysConvertUnicodeCharacters",
+                                                 u"FTPBlockSize"};
 
 TEST_F(Control, KeysAreWrittenInTheOrderThatContainersKnow) {
   create();
@@ -218,7 +220,8 @@ constexpr std::u16string_view reading_order[] = {u"DocumentHTML",
                                                  u"FTPDirectoryItem",
                                                  u"IsDirty",
                                                  u"relativeURLs",
-                                                 u"AlwaysConvertUnicodeCharacters"};
+                                                 u"AlwaysConvertUnicodeCharacters",
+                                                 u"FTPBlockSize"};
 
 struct OrderBag : platform::PropertyBag {
   mutable std::vector<std::u16string> read;

@@ -39,6 +39,9 @@ constexpr Member rows[] = {
         Access::Refused),
     property<&HTMLed::ShowFTPDialog, &HTMLed::set_ShowFTPDialog>(
         46, u"ShowFTPDialog", Type::Boolean, true, u"Whether a transfer shows its progress in a dialog."),
+    property<&HTMLed::FTPBlockSize, &HTMLed::set_FTPBlockSize>(
+        47, u"FTPBlockSize", Type::Integer32, 100,
+        u"Bytes that are moved between two looks at the message loop; above 1,024 without a rest."),
 };
 
 }  // namespace

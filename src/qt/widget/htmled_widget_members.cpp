@@ -222,6 +222,8 @@ void HTMLedWidget::set_FTPProxyBypassList(const QString& value) {
 bool HTMLedWidget::FTPActionInProgress() const { return flag(u"FTPActionInProgress"); }
 bool HTMLedWidget::ShowFTPDialog() const { return flag(u"ShowFTPDialog"); }
 void HTMLedWidget::set_ShowFTPDialog(bool value) { put(u"ShowFTPDialog", value); }
+int HTMLedWidget::FTPBlockSize() const { return number(u"FTPBlockSize"); }
+void HTMLedWidget::set_FTPBlockSize(int value) { put(u"FTPBlockSize", value); }
 int HTMLedWidget::hwnd() const { return number(u"hwnd"); }
 
 // --- operations ---
