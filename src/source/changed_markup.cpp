@@ -1,234 +1,317 @@
 #include "tvx/source/changed_markup.h"
 
 #include <algorithm>
+#include <initializer_list>
+#include <utility>
 
 #include "tvx/base/strings.h"
-#include "tvx/source/differences.h"
+#include "tvx/source/piece_map.h"
+#include "tvx/source/text_differences.h"
 
 namespace tvx::source {
 namespace {
 
-bool has_line_break(std::u16string_view text) { return text.find(u'\n') != text.npos; }
+using View = std::u16string_view;
+
+bool has_line_break(View text) { return text.find(u'\n') != text.npos; }
+
+/// What stands before the first line break of some white space, and after the last.
+View line_end(View space) { return space.substr(0, space.find_first_of(u"\r\n")); }
+View line_start(View space) { return space.substr(space.rfind(u'\n') + 1); }
+View through_first_break(View space) { return space.substr(0, space.find(u'\n') + 1); }
+View through_last_break(View space) { return space.substr(0, space.rfind(u'\n') + 1); }
+View after_first_break(View space) { return space.substr(through_first_break(space).size()); }
 
 /// A text cut into what it says and the white space on both sides.
 struct Cut {
-  std::u16string_view lead, core, trail;
+  View lead, core, trail;
 
-  explicit Cut(std::u16string_view text) : lead(text), core(trimmed(text)) {
+  explicit Cut(View text) : lead(text), core(trimmed(text)) {
     if (core.empty()) return;
     lead = text.substr(0, static_cast<Offset>(core.data() - text.data()));
     trail = text.substr(lead.size() + core.size());
   }
 };
 
-/// A change, with the drawn white space that it touches.
-struct Change {
-  Offset begin, end;      // in the code as it was
-  std::u16string text{};  // what stands there now
+/// White space in a text.
+struct Space {
+  Offset begin, end;
+
+  bool is_none() const { return begin == View::npos; }
+  View before(View text) const { return text.substr(0, begin); }
+  View in(View text) const { return text.substr(begin, end - begin); }
+  View after(View text) const { return text.substr(end); }
 };
 
-class ChangedMarkup {
- public:
-  ChangedMarkup(std::u16string_view markup, std::u16string_view code, const std::vector<MappedPiece>& pieces,
-                std::u16string_view left)
-      : markup_(markup), code_(code), pieces_(pieces), left_(left) {}
+Space space_around(View text, Offset at) {
+  Space space{at, at};
+  while (space.begin > 0 && is_ascii_space(text[space.begin - 1])) --space.begin;
+  while (space.end < text.size() && is_ascii_space(text[space.end])) ++space.end;
+  return space;
+}
 
-  std::u16string run() {
-    out_.reserve(markup_.size() + left_.size() - std::min(left_.size(), code_.size()));
-    Change pending{0, 0};
-    Offset compared = 0;  // in the code, with the pending change
-    bool is_pending = false;
-    for (const Difference& part : text_differences(code_, left_)) {
-      const Offset begin = start_of_space(part.begin), end = end_of_space(part.end);
-      // Two changes around the same drawn white space are one.
-      if (is_pending && begin <= pending.end) {
-        pending.text.resize(pending.text.size() - (pending.end - compared));
-        pending.text += code_.substr(compared, part.begin - compared);
-      } else {
-        if (is_pending) carry(pending);
-        pending = {begin, end, std::u16string(code_.substr(begin, part.begin - begin))};
-      }
-      pending.text += left_.substr(part.new_begin, part.new_end - part.new_begin);
-      pending.text += code_.substr(part.end, end - part.end);
-      pending.end = end;
-      compared = part.end;
-      is_pending = true;
-    }
-    if (is_pending) carry(pending);
-    out_ += markup_.substr(done_);
-    return std::move(out_);
+/// The last white space of a text that breaks a line. The end of all is such a line break even without one.
+Space last_line_break(View text, bool at_end) {
+  const Offset at = text.rfind(u'\n');
+  if (at_end && (at == text.npos || !trimmed(text.substr(at)).empty()))
+    return space_around(text, text.size());
+  return at == text.npos ? Space{at, at} : space_around(text, at);
+}
+
+/// White space of a text that is `wanted`, best at an end.
+Space equal_space(View text, View wanted) {
+  for (Offset at : {Offset{0}, text.size()})
+    if (const Space space = space_around(text, at); space.in(text) == wanted) return space;
+  for (Offset at = text.find(wanted); at != text.npos; at = text.find(wanted, at + 1))
+    if (const Space space = space_around(text, at); space.in(text) == wanted) return space;
+  return {text.npos, text.npos};
+}
+
+std::u16string joined(std::initializer_list<View> parts) {
+  std::u16string result;
+  for (const View part : parts) result += part;
+  return result;
+}
+
+/// What a user has typed, as it stands in markup.
+std::u16string typed(View text) {
+  std::u16string result;
+  for (const char16_t c : text)
+    if (c != u'\r') result += c;
+  return result;
+}
+
+// --- white space that was there, after it has become other white space ---
+
+/// Where it stays, the markup's own stays; blanks beside it are put beside it.
+std::u16string text_space(const InBoth& was, View now) {
+  if (now == was.code) return std::u16string(was.markup);
+  if (!was.code.empty() && now.starts_with(was.code))
+    return joined({was.markup, typed(now.substr(was.code.size()))});
+  return typed(now);
+}
+
+/// Of the text at a line's end, where that line now ends with `now`.
+std::u16string space_at_line_end(const SpaceRun& run, View now) { return text_space(run.before, now); }
+
+/// Of the text at a line's start: the drawn indentation is none, nor is what the user adds to it.
+std::u16string space_at_line_start(const SpaceRun& run, View now) {
+  const View drawn = line_start(run.gap.code);
+  if (now.size() >= drawn.size() + run.after.code.size()) return std::u16string(run.after.markup);
+  return now.size() > drawn.size() ? typed(now.substr(drawn.size())) : std::u16string();
+}
+
+/// Where a line still ends and another starts.
+std::u16string line_break(const SpaceRun& run, View now) {
+  return joined(
+      {space_at_line_end(run, line_end(now)), run.gap.markup, space_at_line_start(run, line_start(now))});
+}
+
+/// Where lines were between two others, of which nothing is left. If they stood in lines of their own in the
+/// markup too, these go, with indentation and line break; else nothing but what they showed.
+std::u16string without_lines(std::u16string before, std::u16string after, bool at_start, bool at_end) {
+  if ((at_start || has_line_break(before)) && (at_end || has_line_break(after))) {
+    before.resize(through_last_break(before).size());
+    after = has_line_break(after) ? after_first_break(after) : View();
+  }
+  return before.append(after);
+}
+
+// --- changes ---
+
+/// The user has changed the white space between two letters.
+std::u16string changed_space(const SpaceRun& run, View now) {
+  if (run.is_text() || !run.has_gap) return text_space(run.before, now);
+  if (!run.is_drawn())
+    return run.belongs_before ? joined({run.gap.markup, typed(now)}) : joined({typed(now), run.gap.markup});
+  if (has_line_break(now) || run.at_end) return line_break(run, now);
+  // The user has joined two lines.
+  if (now.empty() || run.gap.markup.empty()) return typed(now);
+  return std::u16string(run.whole().markup);
+}
+
+/// The user has typed something between two letters. The line break that was drawn there is the last one now:
+/// lines of the user's own bring theirs along in front of them.
+std::u16string with_typed(const SpaceRun& run, View now) {
+  const InBoth all = run.whole();
+  if (!run.is_drawn() && all.code.empty())
+    return joined(
+        {run.belongs_before ? all.markup : View(), typed(now), run.belongs_before ? View() : all.markup});
+  const Space own = run.is_drawn() ? last_line_break(now, run.at_end) : equal_space(now, all.code);
+  if (own.is_none()) return typed(now);
+  return joined(
+      {text_space(run.before, own.before(now)), changed_space(run, own.in(now)), typed(own.after(now))});
+}
+
+/// The user has taken something out between two letters; `before` and `after` are the runs on its sides.
+class TakenOut {
+ public:
+  TakenOut(const SpaceRun& before, const SpaceRun& after, View now)
+      : before_(before), after_(after), now_(now) {}
+
+  std::u16string run() const {
+    if (before_.at_start && after_.at_end) return {};
+    if (before_.is_text() && after_.is_text()) return text_between_texts();
+    if (!has_line_break(now_)) return on_one_line();
+    if (before_.is_text()) return after_text();
+    if (after_.is_text()) return before_text();
+    return without_lines(joined({space_at_line_end(before_, line_end(now_)), before_.gap.markup}),
+                         joined({after_.gap.markup, space_at_line_start(after_, line_start(now_))}),
+                         before_.at_start, after_.at_end);
   }
 
  private:
-  // --- places in the code ---
-
-  /// The first piece that ends after a place.
-  std::size_t piece_after(Offset at) const {
-    return static_cast<std::size_t>(std::ranges::upper_bound(pieces_, at, {}, &MappedPiece::end) -
-                                    pieces_.begin());
-  }
-  /// Where the drawn white space starts that a place is in or beside; the place itself if there is none.
-  Offset start_of_space(Offset at) const {
-    const std::size_t next = piece_after(at);
-    if (next < pieces_.size() && pieces_[next].at < at) return at;
-    return next > 0 ? pieces_[next - 1].end() : 0;
-  }
-  Offset end_of_space(Offset at) const {
-    const std::size_t next = piece_after(at);
-    if (next == pieces_.size()) return code_.size();
-    return std::max(at, pieces_[next].at);
+  std::u16string text_between_texts() const {
+    if (now_ == before_.before.code) return std::u16string(before_.before.markup);
+    return text_space(after_.before, now_);
   }
 
-  /// The place in the markup of a place within a piece, or at its end.
-  static Offset within(const MappedPiece& piece, Offset at) {
-    if (at == piece.end()) return piece.markup_end();
-    return piece.markup + std::min(at - piece.at, piece.markup_size);
-  }
-  /// Of the place where something copied ends, or starts.
-  Offset markup_before(Offset at) const {
-    const std::size_t next = piece_after(at);
-    if (next < pieces_.size() && pieces_[next].at < at) return within(pieces_[next], at);
-    return next > 0 ? pieces_[next - 1].markup_end() : 0;
-  }
-  Offset markup_after(Offset at) const {
-    const std::size_t next = piece_after(at);
-    return next < pieces_.size() ? within(pieces_[next], std::max(at, pieces_[next].at)) : markup_.size();
-  }
-  /// Whether white space that was left out in front of a place belongs to a block tag before it.
-  bool space_is_before(Offset at) const {
-    const std::size_t next = piece_after(at);
-    return next < pieces_.size() && pieces_[next].at >= at && pieces_[next].space_is_before;
+  // Up to a line's end, or the start of another line, from within a line.
+  std::u16string after_text() const {
+    const std::u16string rest = joined({after_.gap.markup, space_at_line_start(after_, line_start(now_))});
+    const InBoth& text = before_.before;
+    if (!has_line_break(text.code)) return text_space(text, line_end(now_)) + rest;
+    // Its line breaks are text: the last one that is left is the end of the line before.
+    const View own = through_last_break(now_);
+    return own == through_last_break(text.code)
+               ? without_lines(std::u16string(through_last_break(text.markup)), rest, false, after_.at_end)
+               : without_lines(typed(own), rest, false, after_.at_end);
   }
 
-  // --- from the code to the markup ---
-
-  /// White space of the code and the markup's own in its place, on one side of what is taken out.
-  struct Side {
-    Offset code_size;
-    std::u16string_view markup;
-    bool is_before;
-  };
-
-  void carry(const Change& change) {
-    const std::size_t first = piece_after(change.begin), next = first_piece_from(change.end);
-    const Offset from = markup_before(change.begin), to = markup_after(change.end);
-    put_markup(from);
-    done_ = to;
-    Cut now(change.text);
-    // In front of all is nothing to part from.
-    if (change.begin == 0) now.lead = {};
-    if (first == next && first_copied(change) == change.end) {
-      const Side all{change.end - change.begin, markup_.substr(from, to - from), space_is_before(change.end)};
-      return now.core.empty() && all.code_size > 0 ? put_space(now.lead, all, {0, {}, false})
-                                                   : insert(now, all);
+  // From a line's end or start, to somewhere within a line.
+  std::u16string before_text() const {
+    std::u16string rest = joined({space_at_line_end(before_, line_end(now_)), before_.gap.markup});
+    const InBoth& text = after_.before;
+    if (!has_line_break(text.code)) {
+      const View left = line_start(now_);
+      const std::size_t drawn = line_start(before_.gap.code).size();
+      return rest + text_space(text, left.substr(std::min(drawn, left.size())));
     }
-    const Offset copied = first_copied(change), copied_end = last_copied(change);
-    const Offset inner = markup_after(copied), inner_end = markup_before(copied_end);
-    const Side left{copied - change.begin, markup_.substr(from, inner - from), space_is_before(copied)};
-    const Side right{change.end - copied_end, markup_.substr(inner_end, to - inner_end),
-                     space_is_before(change.end)};
-    if (now.core.empty() && change.begin == 0) {
-      put_own(left.markup);
-      return put_own(right.markup);
-    }
-    if (now.core.empty()) return put_space(now.lead, left, right);
-    put_left(now.lead, left);
-    put(now.core);
-    put_right(now.trail, right);
+    if (has_line_break(rest)) rest.resize(through_last_break(rest).size());
+    const View left = after_first_break(now_), own = after_first_break(text.code);
+    return rest.append(left.ends_with(own) ? std::u16string(after_first_break(text.markup)) : typed(left));
   }
 
-  /// The first piece that starts at a place or after it.
-  std::size_t first_piece_from(Offset at) const {
-    return static_cast<std::size_t>(std::ranges::lower_bound(pieces_, at, {}, &MappedPiece::at) -
-                                    pieces_.begin());
+  // The letters on both sides stand on one line now.
+  std::u16string on_one_line() const {
+    const View hidden_before = hidden(before_), hidden_after = hidden(after_);
+    if (before_.is_text()) return joined({text_space(before_.before, now_), hidden_after});
+    if (after_.is_text()) return joined({hidden_before, text_space(after_.before, now_)});
+    if (now_.empty())
+      return without_lines(std::u16string(hidden_before), std::u16string(hidden_after), false, false);
+    const std::u16string own =
+        without_lines(std::u16string(before_.gap.markup), std::u16string(after_.gap.markup), false, false);
+    return own.empty() ? typed(now_) : own;
   }
-  Offset first_copied(const Change& change) const {
-    const std::size_t next = piece_after(change.begin);
-    return next == pieces_.size() ? change.end
-                                  : std::min(std::max(change.begin, pieces_[next].at), change.end);
-  }
-  Offset last_copied(const Change& change) const {
-    const std::size_t next = first_piece_from(change.end);
-    return next == 0 ? change.begin : std::max(std::min(change.end, pieces_[next - 1].end()), change.begin);
-  }
+  /// White space that the user doesn't see, and so doesn't take out.
+  static View hidden(const SpaceRun& run) { return run.is_drawn() ? View() : run.gap.markup; }
 
-  // Nothing but white space is left. With a line break in it, it is the formatter's, whatever the user made
-  // of it; on one line it is what has come between the two sides.
-  void put_space(std::u16string_view space, const Side& left, const Side& right) {
-    if (left.code_size + right.code_size == 0 || space.empty()) {
-      if (left.code_size == 0 && left.is_before) put_own(left.markup);
-      put(space);
-      if (right.code_size == 0 && !right.is_before) put_own(right.markup);
-      return;
-    }
-    // Blanks at the end of a line are text before the line break.
-    if (left.markup.empty() && right.markup.empty())
-      put(space.substr(0, std::min(space.find(u'\r'), space.size())));
-    put_own(left.markup);
-    put_own(right.markup);
-  }
-
-  // Something where only white space was, or nothing at all.
-  void insert(const Cut& now, const Side& gap) {
-    if (gap.code_size == 0) {
-      if (gap.is_before) put_own(gap.markup);
-      put(now.lead);
-      put(now.core);
-      put(now.trail);
-      if (!gap.is_before) put_own(gap.markup);
-      return;
-    }
-    const bool starts_line = has_line_break(now.lead), ends_line = has_line_break(now.trail);
-    if (starts_line && !ends_line) put_own(gap.markup);
-    if (!starts_line) put(now.lead);
-    if (starts_line && ends_line) put(u"\n");
-    put(now.core);
-    if (!ends_line) put(now.trail);
-    if (ends_line) put_own(gap.markup);
-  }
-
-  void put_left(std::u16string_view lead, const Side& side) {
-    if (side.code_size == 0) {
-      if (side.is_before) put_own(side.markup);
-      return put(lead);
-    }
-    if (lead.empty()) return;
-    has_line_break(lead) || !side.markup.empty() ? put_own(side.markup) : put(lead);
-  }
-
-  void put_right(std::u16string_view trail, const Side& side) {
-    if (side.code_size == 0) {
-      put(trail);
-      if (!side.is_before) put_own(side.markup);
-      return;
-    }
-    if (trail.empty()) return;
-    has_line_break(trail) || !side.markup.empty() ? put_own(side.markup) : put(trail);
-  }
-
-  void put_markup(Offset to) {
-    out_ += markup_.substr(done_, to - done_);
-    done_ = to;
-  }
-  void put_own(std::u16string_view text) { out_ += text; }
-  /// Text of the user's, with the line breaks of markup.
-  void put(std::u16string_view text) {
-    for (Offset at = 0; at < text.size(); ++at)
-      if (text[at] != u'\r') out_ += text[at];
-  }
-
-  const std::u16string_view markup_, code_;
-  const std::vector<MappedPiece>& pieces_;
-  const std::u16string_view left_;
-  std::u16string out_;
-  Offset done_ = 0;  // of the markup
+  const SpaceRun &before_, &after_;
+  const View now_;
 };
+
+/// At one end of something that stands where something else stood.
+std::u16string beside_new(const SpaceRun& run, View now) {
+  if (run.is_text()) return text_space(run.before, now);
+  if (has_line_break(now) || (run.is_drawn() && run.at_end)) return line_break(run, now);
+  return now.empty() || run.gap.markup.empty() ? typed(now) : std::u16string(run.gap.markup);
+}
+
+/// What stands in the markup for a difference where letters have gone.
+class Replaced {
+ public:
+  Replaced(const PieceMap& map, const Difference& part, View was, View now)
+      : map_(map),
+        old_(was),
+        old_begin_(part.begin + old_.lead.size()),
+        before_(map.run(part.begin, old_begin_)),
+        after_(map.run(part.end - old_.trail.size(), part.end)),
+        now_(now) {
+    // A text starts where a line ended, and ends where one starts.
+    if (before_.at_start) now_.insert(0, u"\r\n");
+    if (after_.at_end && (now.empty() || !has_line_break(space_around(now_, now_.size()).in(now_))))
+      now_ += u"\r\n";
+  }
+
+  std::u16string run() const {
+    if (trimmed(now_).empty()) return taken_out();
+    const Cut cut(now_);
+    const Space last = last_line_break(now_, false);
+    // Lines are gone, and what is new stands in a line that is left.
+    if (before_.breaks_line() && after_.breaks_line() && !last.is_none() &&
+        !(has_line_break(cut.lead) && has_line_break(cut.trail))) {
+      const std::u16string front = typed(last.before(now_));
+      return joined({View(front).substr(before_.at_start && !front.empty() ? 1 : 0),
+                     TakenOut(before_, after_, last.in(now_)).run(), typed(last.after(now_))});
+    }
+    const bool keeps_before = before_.is_hidden() && before_.belongs_before,
+               keeps_after = after_.is_hidden() && !after_.belongs_before;
+    return joined({keeps_before ? before_.gap.markup : View(),
+                   before_.is_hidden() ? typed(cut.lead) : beside_new(before_, cut.lead), typed(cut.core),
+                   after_.is_hidden() ? typed(cut.trail) : beside_new(after_, cut.trail),
+                   keeps_after ? after_.gap.markup : View()});
+  }
+
+ private:
+  // From within a line to within another one: the first line's end and the last one's start by themselves,
+  // and whole lines between the two.
+  std::u16string taken_out() const {
+    if (!has_line_break(now_) || !has_line_break(old_.core)) return TakenOut(before_, after_, now_).run();
+    View space = now_;
+    std::u16string front, back;
+    const Space first = old_break(old_.core.find(u'\n')), last = old_break(old_.core.rfind(u'\n'));
+    if (!before_.breaks_line()) {
+      front = text_and_hidden(before_, line_end(space));
+      space.remove_prefix(line_end(space).size());
+    }
+    const SpaceRun left = before_.breaks_line() ? before_ : run_of(first);
+    const SpaceRun right = after_.breaks_line() ? after_ : run_of(last);
+    if (!after_.breaks_line()) {
+      const View start = line_start(space), indent = line_start(right.whole().code);
+      const View rest = start.substr(std::min(start.size(), indent.size()));
+      back = text_and_hidden(after_, rest);
+      space.remove_suffix(rest.size());
+    }
+    const bool is_one_break = !before_.breaks_line() && !after_.breaks_line() && first.begin == last.begin;
+    return joined(
+        {front, is_one_break ? changed_space(left, space) : TakenOut(left, right, space).run(), back});
+  }
+  Space old_break(Offset at) const { return space_around(old_.core, at); }
+  SpaceRun run_of(const Space& space) const {
+    return map_.run(old_begin_ + space.begin, old_begin_ + space.end);
+  }
+  static std::u16string text_and_hidden(const SpaceRun& run, View now) {
+    return run.is_hidden() ? changed_space(run, now) : text_space(run.before, now);
+  }
+
+  const PieceMap& map_;
+  const Cut old_;
+  const Offset old_begin_;
+  const SpaceRun before_, after_;
+  std::u16string now_;
+};
+
+/// What stands in the markup for a difference.
+std::u16string carried(const PieceMap& map, const Difference& part, View was, View now) {
+  if (!trimmed(was).empty()) return Replaced(map, part, was, now).run();
+  const SpaceRun run = map.run(part.begin, part.end);
+  return trimmed(now).empty() ? changed_space(run, now) : with_typed(run, now);
+}
 
 }  // namespace
 
-std::u16string changed_markup(std::u16string_view markup, std::u16string_view code,
-                              const std::vector<MappedPiece>& pieces, std::u16string_view left) {
-  return ChangedMarkup(markup, code, pieces, left).run();
+std::u16string changed_markup(View markup, View code, const std::vector<MappedPiece>& pieces, View left) {
+  const PieceMap map(markup, code, pieces);
+  std::u16string result;
+  result.reserve(markup.size() + left.size() - std::min(left.size(), code.size()));
+  Offset done = 0;
+  for (const Difference& part : text_differences(code, left)) {
+    result += markup.substr(done, map.end_of_letter(part.begin) - done);
+    result += carried(map, part, code.substr(part.begin, part.end - part.begin),
+                      left.substr(part.new_begin, part.new_end - part.new_begin));
+    done = map.start_of_letter(part.end);
+  }
+  return result += markup.substr(done);
 }
 
 }  // namespace tvx::source

@@ -3,8 +3,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <span>
-#include <string>
-#include <string_view>
 #include <vector>
 
 namespace tvx::source {
@@ -23,9 +21,5 @@ enum class Matching : std::uint8_t { Unique, Most, Both };
 /// Where two sequences differ, in order.
 std::vector<Difference> differences(std::span<const std::uint32_t> before,
                                     std::span<const std::uint32_t> after, Matching matching = Matching::Both);
-
-/// Where two texts differ: by lines, then by words and letters within the lines. A CR LF counts as one
-/// letter.
-std::vector<Difference> text_differences(std::u16string_view before, std::u16string_view after);
 
 }  // namespace tvx::source

@@ -80,9 +80,11 @@ class Preparation {
     const Offset begin = out_.text.size();
     lines(piece.begin, piece.end);
     const Offset end = out_.text.size();
-    hide(begin, end);
-    if (is_script && text_.substr(piece.begin, piece.end - piece.begin).find_first_of(u"\r\n") != text_.npos)
-      out_.joints.insert(out_.joints.end(), {begin, end});
+    const std::u16string_view text = text_.substr(piece.begin, piece.end - piece.begin);
+    const bool has_lines = text.find_first_of(u"\r\n") != text.npos;
+    // A script of blanks alone is no line.
+    if (!is_script || has_lines || !trimmed(text).empty()) hide(begin, end);
+    if (is_script && has_lines) out_.joints.insert(out_.joints.end(), {begin, end});
   }
 
   // A run that ends the text waits for what comes after it.

@@ -148,9 +148,64 @@ TEST(SourceText, ANewLineIsALine) {
 
 TEST(SourceText, ALineTakenOutIsGone) {
   EXPECT_EQ(after(u"<DIV><P>a</P>\n <P>b</P> \n<P>c</P></DIV>", u"  <P>b</P>\r\n", u""),
-            "<DIV><P>a</P>\n  \n<P>c</P></DIV>");
+            "<DIV><P>a</P>\n<P>c</P></DIV>");
   EXPECT_EQ(after(u"<P>a</P><P>b</P><P>c</P>", u"<P>b</P>\r\n", u""), "<P>a</P><P>c</P>");
   EXPECT_EQ(after(u"<P>a</P>", u"<P>a</P>\r\n", u""), "");
+}
+
+TEST(SourceText, ALineTakenOutTakesItsLineOfTheMarkupAlong) {
+  constexpr std::u16string_view markup = u"<DIV>\n\n  <P>a</P>\n\n  <P>b</P>\n\n  <P>c</P>\n</DIV>";
+  EXPECT_EQ(after(markup, u"  <P>b</P>\r\n", u""), "<DIV>\n\n  <P>a</P>\n\n\n  <P>c</P>\n</DIV>");
+  EXPECT_EQ(after(markup, u"  <P>a</P>\r\n  <P>b</P>\r\n", u""), "<DIV>\n\n\n  <P>c</P>\n</DIV>");
+  EXPECT_EQ(after(u"<DIV>\n  <P>a</P><P>b</P>\n  <P>c</P></DIV>", u"  <P>b</P>\r\n", u""),
+            "<DIV>\n  <P>a</P>\n  <P>c</P></DIV>")
+      << "where another one stands in its line nothing else goes";
+}
+
+TEST(SourceText, ALineTakenOutOfPreformattedTextTakesItsLineBreakAlong) {
+  constexpr std::u16string_view markup = u"<DIV><PRE>a\n  b\n c</PRE> <P>d</P></DIV>";
+  EXPECT_EQ(after(markup, u"  b\r\n", u""), "<DIV><PRE>a\n c</PRE> <P>d</P></DIV>");
+  EXPECT_EQ(after(markup, u"  <PRE>a\r\n", u""), "<DIV>  b\n c</PRE> <P>d</P></DIV>");
+  EXPECT_EQ(after(markup, u" c</PRE> \r\n", u""), "<DIV><PRE>a\n  b\n<P>d</P></DIV>");
+}
+
+TEST(SourceText, OfNeighboursTheRightOneIsTakenOut) {
+  // Only the indentation tells them apart.
+  EXPECT_EQ(after(u"<DIV><A>1</A><DIV>2</DIV>3</DIV>\n", u"  </DIV>\r\n  3\r\n</DIV>", u"  </DIV>"),
+            "<DIV><A>1</A><DIV>2</DIV>\n");
+  // The next line has changed too, and begins like this one.
+  EXPECT_EQ(
+      after(u"<DIV>\n <P>one</P>\n\n  <P>only</P></DIV>", u"  <P>one</P>\r\n  <P>only", u"  <P>on new ly"),
+      "<DIV>\n\n  <P>on new ly</P></DIV>");
+}
+
+TEST(SourceText, ALineTakenOutWithTheStartOfTheNextLeavesNoIndentation) {
+  EXPECT_EQ(after(u"<UL><LI>a</LI><DIV>one two</DIV></UL>", u"  <DIV>\r\n    one ", u"    "),
+            "<UL><LI>a</LI>two</DIV></UL>");
+  EXPECT_EQ(after(u"<UL><LI>a b</LI>\n<LI>c</LI>\n\n<LI>d e</LI></UL>", u" b</LI>\r\n  <LI>c</LI>\r\n  <LI>d",
+                  u"\r\n  "),
+            "<UL><LI>a\n\n e</LI></UL>");
+}
+
+TEST(SourceText, LinesThatAreJoinedAreJoined) {
+  EXPECT_EQ(
+      after(u"<P>one\n<SPAN>two</SPAN></P>", u"one\r\n<SPAN>\r\n  two\r\n</SPAN>", u"one<SPAN>two</SPAN>"),
+      "<P>one<SPAN>two</SPAN></P>");
+}
+
+TEST(SourceText, ALineThatIsDividedIsDivided) {
+  EXPECT_EQ(after(u"<P>one\n two three</P>\n\n<P>four</P>", u"one two three", u"one two</P>\r\n<P>three"),
+            "<P>one\n two</P>\n<P>three</P>\n\n<P>four</P>");
+}
+
+TEST(SourceText, BothSidesOfALineBreakCanChange) {
+  EXPECT_EQ(after(u"<P>one</P>\n\n  <P>two</P>", u"one</P>\r\n<P>two", u"one</P></B>\r\n<B><P>two"),
+            "<P>one</P></B>\n\n  <B><P>two</P>");
+}
+
+TEST(SourceText, AScriptOfBlanksIsNoLine) {
+  EXPECT_EQ(shown(u"<SCRIPT> </SCRIPT>x"), "<SCRIPT>\r\n</SCRIPT>\r\nx\r\n");
+  EXPECT_EQ(after(u"<SCRIPT> </SCRIPT>x", u"x", u"y"), "<SCRIPT> </SCRIPT>y");
 }
 
 TEST(SourceText, AnElementIsWrapped) {
