@@ -1,7 +1,6 @@
 #include "tvx/source/differences.h"
 
 #include <algorithm>
-#include <unordered_map>
 #include <utility>
 
 namespace tvx::source {
@@ -66,24 +65,33 @@ class ShortestWay {
   std::vector<std::vector<std::ptrdiff_t>> rounds_;
 };
 
+/// The items that occur once in a sequence, in their own order, each with its place.
+std::vector<std::pair<std::uint32_t, std::size_t>> unique_items(Items items) {
+  std::vector<std::pair<std::uint32_t, std::size_t>> found;
+  found.reserve(items.size());
+  for (std::size_t i = 0; i < items.size(); ++i) found.emplace_back(items[i], i);
+  std::ranges::sort(found);
+  std::size_t kept = 0;
+  for (std::size_t i = 0, next = 0; i < found.size(); i = next) {
+    while (next < found.size() && found[next].first == found[i].first) ++next;
+    if (next == i + 1) found[kept++] = found[i];
+  }
+  found.resize(kept);
+  return found;
+}
+
 /// Items that occur once in each sequence, as pairs of places; of these the longest choice that rises on both
 /// sides, by patience sorting.
 std::vector<Pair> unique_pairs(Items a, Items b) {
-  struct Count {
-    std::size_t in_a = 0, in_b = 0, at_b = 0;
-  };
-  std::unordered_map<std::uint32_t, Count> counts;
-  counts.reserve(a.size() + b.size());
-  for (const std::uint32_t item : a) ++counts[item].in_a;
-  for (std::size_t i = 0; i < b.size(); ++i) {
-    Count& count = counts[b[i]];
-    ++count.in_b;
-    count.at_b = i;
-  }
+  const auto in_a = unique_items(a), in_b = unique_items(b);
   std::vector<Pair> pairs;
-  for (std::size_t i = 0; i < a.size(); ++i)
-    if (const Count& count = counts[a[i]]; count.in_a == 1 && count.in_b == 1)
-      pairs.emplace_back(i, count.at_b);
+  for (auto i = in_a.begin(), j = in_b.begin(); i != in_a.end() && j != in_b.end();) {
+    if (i->first == j->first)
+      pairs.emplace_back(i++->second, j++->second);
+    else
+      i->first < j->first ? ++i : ++j;
+  }
+  std::ranges::sort(pairs);
   constexpr std::size_t none = static_cast<std::size_t>(-1);
   std::vector<std::size_t> tops, before(pairs.size(), none);
   for (std::size_t i = 0; i < pairs.size(); ++i) {
