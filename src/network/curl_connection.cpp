@@ -116,8 +116,10 @@ void CurlConnection::prepare_security() {
   CurlDriver& driver = *driver_;
   driver.set(CURLOPT_SSL_VERIFYPEER, 1L);
   driver.set(CURLOPT_SSL_VERIFYHOST, 2L);
-  if (address_.protocol == Protocol::FtpExplicitTls || address_.protocol == Protocol::FtpImplicitTls)
+  if (address_.protocol == Protocol::FtpExplicitTls || address_.protocol == Protocol::FtpImplicitTls) {
     driver.set(CURLOPT_USE_SSL, static_cast<long>(CURLUSESSL_ALL));
+    if (takes_up_sessions_) driver.set(CURLOPT_SSLVERSION, static_cast<long>(CURL_SSLVERSION_MAX_TLSv1_2));
+  }
   if (!options_.certificate_file.empty()) driver.set(CURLOPT_CAINFO, options_.certificate_file.c_str());
   if (is_sftp()) prepare_keys();
 }
@@ -151,11 +153,18 @@ void CurlConnection::prepare_proxy() {
 // --- the connection ---
 
 void CurlConnection::connect() {
-  guarded([&] {
-    prepare(u"/");
-    driver_->set(CURLOPT_NOBODY, 1L);
-    driver_->run();
-  });
+  const auto log_in = [&] {
+    guarded([&] {
+      prepare(u"/");
+      driver_->set(CURLOPT_NOBODY, 1L);
+      driver_->run();
+    });
+  };
+  if (const auto failure = failure_of(log_in)) {
+    if (driver_->result() != CURLE_SSL_CONNECT_ERROR || !std::exchange(takes_up_sessions_, false))
+      throw *failure;
+    log_in();
+  }
   char* entry = nullptr;
   curl_easy_getinfo(driver_->handle(), CURLINFO_FTP_ENTRY_PATH, &entry);
   if (entry && *entry == '/') folder_ = joined_path(u"/", from_utf8(entry));

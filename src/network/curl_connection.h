@@ -61,6 +61,9 @@ class CurlConnection final : public platform::RemoteConnection {
   const std::string user_, password_;
   std::u16string folder_ = u"/";
   bool writing_ = false, has_facts_ = true;
+  /// Many servers want data connections to take up the session of the first one, which the library does
+  /// reliably up to TLS 1.2. A server that speaks only newer ones is met without.
+  bool takes_up_sessions_ = true;
 };
 
 }  // namespace tvx::network

@@ -188,7 +188,7 @@ std::size_t CurlDriver::take_bytes(char* bytes, std::size_t, std::size_t count, 
   }
   ++driver.progress_;
   std::size_t direct = 0;
-  if (driver.waiting() == 0) {
+  if (driver.waiting() == 0 && driver.filled_ < driver.target_.size()) {
     direct = std::min(count, driver.target_.size() - driver.filled_);
     std::memcpy(driver.target_.data() + driver.filled_, bytes, direct);
     driver.filled_ += direct;

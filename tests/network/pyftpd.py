@@ -1,6 +1,7 @@
 """A server for the tests, over pyftpdlib. Prints its port and serves until its standard input closes.
 
-usage: pyftpd.py FOLDER [--tls=explicit|implicit CERTIFICATE] [--no-facts] [--read-only] [--listing=FILE]
+usage: pyftpd.py FOLDER [--tls=explicit|implicit CERTIFICATE] [--new-tls-only]
+                 [--no-facts] [--read-only] [--listing=FILE]
 """
 import os
 import sys
@@ -8,6 +9,7 @@ import threading
 
 import logging
 
+from OpenSSL import SSL
 from pyftpdlib.authorizers import DummyAuthorizer
 from pyftpdlib.handlers import FTPHandler, TLS_FTPHandler
 from pyftpdlib.servers import FTPServer
@@ -29,6 +31,8 @@ if "--tls=explicit" in options or "--tls=implicit" in options:
         certfile = others[0]
         tls_control_required = True
         tls_data_required = True
+        if "--new-tls-only" in options:
+            ssl_options = SSL.OP_NO_TLSv1 | SSL.OP_NO_TLSv1_1 | SSL.OP_NO_TLSv1_2
 
     if "--tls=implicit" in options:
 
@@ -58,7 +62,7 @@ if "--no-facts" in options:
 
 for option in options:
     if option.startswith("--listing="):
-        # What an odd server would print, whatever is there.
+#What an odd server would print, whatever is there.
         text = open(option[len("--listing="):], "rb").read()
 
         def ftp_LIST(self, path, text=text):

@@ -21,7 +21,7 @@ TEST_F(RealServer, ASlowServerLeavesTheLoopAlive) {
   };
   loop.post(turn);
   EXPECT_TRUE(client->GetFileProgress(local("down"), u"a"));
-  EXPECT_EQ(local_bytes("down"), some_bytes(5000));
+  EXPECT_TRUE(same_bytes(local_bytes("down"), some_bytes(5000)));
   EXPECT_GT(turns, 20);
   EXPECT_LT(longest, 200);  // on a machine that others use too
 }
@@ -35,7 +35,8 @@ TEST_F(RealServer, AConnectionThatIsCutIsToldOnceAndWhatHasComeStays) {
     EXPECT_THAT(errors(), ElementsAre(AnyOf(HasSubstr("InternetReadFile - GetFileProgress"),
                                             HasSubstr("FtpOpenFile - GetFileProgress"))))
         << at;
-    EXPECT_EQ(local_bytes("down"), some_bytes(1000).substr(0, static_cast<std::size_t>(at))) << at;
+    EXPECT_TRUE(same_bytes(local_bytes("down"), some_bytes(1000).substr(0, static_cast<std::size_t>(at / 100 * 100))))
+        << at;
     EXPECT_FALSE(client->busy());
     std::filesystem::remove(folder / "local" / "down");
   }
@@ -51,10 +52,11 @@ TEST_F(RealServer, AnUploadThatIsCutIsToldOnce) {
 TEST_F(RealServer, AServerThatStopsInTheMiddleOfItsLifeIsToldOnce) {
   start_pyftpd();
   connect();
-  client->BlockSize = 100;
-  write_remote("a", some_bytes(100'000));
+  // More than what is under way between two programs.
+  write_remote("a", some_bytes(1'000'000));
+  std::filesystem::resize_file(remote / "a", 64'000'000);
   events.inside = [&](const std::string& line) {
-    if (line == "progress 1001 100000") server->end();
+    if (line == "progress 65537 64000000") server->end();
   };
   EXPECT_FALSE(client->GetFileProgress(local("down"), u"a"));
   EXPECT_EQ(errors().size(), 1u);
@@ -73,7 +75,7 @@ TEST_F(RealServer, ASilentServerIsGivenUpAfterItsTime) {
   EXPECT_GE(milliseconds() - before, 400);
   EXPECT_LT(milliseconds() - before, 5000);
   EXPECT_THAT(errors(), ElementsAre(HasSubstr("error 12002 InternetReadFile - GetFileProgress - Message: ")));
-  EXPECT_EQ(local_bytes("down"), some_bytes(300));
+  EXPECT_TRUE(same_bytes(local_bytes("down"), some_bytes(300)));
 }
 
 TEST_F(RealServer, AServerThatSaysNothingAtAllIsGivenUp) {
@@ -138,7 +140,7 @@ TEST_F(RealServer, AnUploadThatIsCancelledKeepsItsConnectionAndItsPart) {
     if (line == "progress 300 1000") client->set_ActionCancelled(true);
   };
   EXPECT_FALSE(client->PutFileProgress(u"a", write_local("up", some_bytes(1000))));
-  EXPECT_EQ(remote_bytes("a"), some_bytes(400));
+  EXPECT_TRUE(same_bytes(remote_bytes("a"), some_bytes(400)));
   EXPECT_TRUE(client->PutFileProgress(u"b", write_local("up2", "x")));
   EXPECT_THAT(errors(), IsEmpty());
 }
@@ -165,7 +167,7 @@ TEST_F(RealServer, AnAnswerThatNamesAnotherServerIsNotFollowed) {
   start_odd("other-address");
   connect();
   EXPECT_TRUE(client->GetFileProgress(local("down"), u"a"));
-  EXPECT_EQ(local_bytes("down"), some_bytes(1000));
+  EXPECT_TRUE(same_bytes(local_bytes("down"), some_bytes(1000)));
 }
 
 TEST_F(RealServer, APasswordThatAServerRepeatsIsNotTold) {

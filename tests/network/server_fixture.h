@@ -29,6 +29,17 @@ using testing::Not;
 using transfer::bytes_of_file;
 using transfer::some_bytes;
 
+std::string script_of_tests(const std::string& name);
+
+/// Without printing them.
+inline testing::AssertionResult same_bytes(const std::string& a, const std::string& b) {
+  if (a == b) return testing::AssertionSuccess();
+  std::size_t at = 0;
+  while (at < a.size() && at < b.size() && a[at] == b[at]) ++at;
+  return testing::AssertionFailure() << a.size() << " and " << b.size() << " bytes differ from " << at
+                                     << " on";
+}
+
 inline int open_descriptors() {
   int count = 0;
   for ([[maybe_unused]] const auto& entry : std::filesystem::directory_iterator("/proc/self/fd")) ++count;
@@ -53,13 +64,9 @@ class RealServer : public testing::Test {
     std::filesystem::remove_all(folder);
   }
 
-  static std::string script(const std::string& name) {
-    return (std::filesystem::path(__FILE__).parent_path() / name).string();
-  }
-
   /// Starts a script that prints its port.
   void start(const std::string& name, const std::vector<std::string>& arguments) {
-    std::vector<std::string> command = {"/usr/bin/python3", script(name)};
+    std::vector<std::string> command = {"/usr/bin/python3", script_of_tests(name)};
     command.insert(command.end(), arguments.begin(), arguments.end());
     server = std::make_unique<ServerProcess>(command);
     port = std::atoi(server->line().c_str());
