@@ -5,6 +5,7 @@
 #include "contract/menus_contract.h"
 #include "contract/message_loop_contract.h"
 #include "contract/view_contract.h"
+#include "contract/wait_contract.h"
 #include "tvx/base/error.h"
 #include "tvx/browser/input/key_table.h"
 #include "tvx/headless/clipboard.h"
@@ -85,6 +86,19 @@ class ViewRoom {
   headless::View view_{loop_};
 };
 
+class WaitRoom {
+ public:
+  platform::Forms& forms() { return forms_; }
+  void act(Form& form, const std::function<void(FormUser&)>& user) {
+    ScriptedUser scripted(form);
+    user(scripted);
+  }
+  void wait(int) {}
+
+ private:
+  headless::Forms forms_;
+};
+
 }  // namespace
 
 using Loops = testing::Types<headless::MessageLoop, headless::VirtualTimeLoop>;
@@ -92,6 +106,7 @@ INSTANTIATE_TYPED_TEST_SUITE_P(Headless, MessageLoopContract, Loops);
 INSTANTIATE_TYPED_TEST_SUITE_P(Headless, ClipboardContract, headless::Clipboard);
 INSTANTIATE_TYPED_TEST_SUITE_P(Headless, FormsContract, FormsRoom);
 INSTANTIATE_TYPED_TEST_SUITE_P(Headless, MenusContract, MenusRoom);
+INSTANTIATE_TYPED_TEST_SUITE_P(Headless, WaitContract, WaitRoom);
 INSTANTIATE_TYPED_TEST_SUITE_P(Headless, ViewContract, ViewRoom);
 
 }  // namespace tvx::contract

@@ -35,7 +35,8 @@ TEST_F(RealServer, AConnectionThatIsCutIsToldOnceAndWhatHasComeStays) {
     EXPECT_THAT(errors(), ElementsAre(AnyOf(HasSubstr("InternetReadFile - GetFileProgress"),
                                             HasSubstr("FtpOpenFile - GetFileProgress"))))
         << at;
-    EXPECT_TRUE(same_bytes(local_bytes("down"), some_bytes(1000).substr(0, static_cast<std::size_t>(at / 100 * 100))))
+    EXPECT_TRUE(
+        same_bytes(local_bytes("down"), some_bytes(1000).substr(0, static_cast<std::size_t>(at / 100 * 100))))
         << at;
     EXPECT_FALSE(client->busy());
     std::filesystem::remove(folder / "local" / "down");

@@ -13,6 +13,7 @@
 #include "contract/menus_contract.h"
 #include "contract/message_loop_contract.h"
 #include "contract/view_contract.h"
+#include "contract/wait_contract.h"
 #include "qt/modal_user.h"
 #include "tvx/qt/bars/menu_face.h"
 #include "tvx/qt/forms/form_face.h"
@@ -100,6 +101,26 @@ class FormsRoom : Window {
   qt::Forms forms_{widget_};
 };
 
+/// The window comes by itself when the work lasts.
+class WaitRoom : Window {
+ public:
+  platform::Forms& forms() { return forms_; }
+  void act(Form& form, const std::function<void(FormUser&)>& user) {
+    QWidget* window = nullptr;
+    ASSERT_TRUE(QTest::qWaitFor([&] {
+      for (QWidget* each : QApplication::topLevelWidgets())
+        if (each->objectName() == qt::to_qt(form.Name()) && each->isVisible()) window = each;
+      return window != nullptr;
+    }));
+    DialogUser in_front(*window);
+    user(in_front);
+  }
+  void wait(int milliseconds) { QTest::qWait(milliseconds); }
+
+ private:
+  qt::Forms forms_{widget_};
+};
+
 /// Walks to the item with the mouse, as a user does: one that can't be chosen keeps the menu open.
 class MenusRoom : Window {
  public:
@@ -167,6 +188,7 @@ INSTANTIATE_TYPED_TEST_SUITE_P(Qt, MessageLoopContract, qt::MessageLoop);
 INSTANTIATE_TYPED_TEST_SUITE_P(Qt, ClipboardContract, qt::Clipboard);
 INSTANTIATE_TYPED_TEST_SUITE_P(Qt, FormsContract, FormsRoom);
 INSTANTIATE_TYPED_TEST_SUITE_P(Qt, MenusContract, MenusRoom);
+INSTANTIATE_TYPED_TEST_SUITE_P(Qt, WaitContract, WaitRoom);
 INSTANTIATE_TYPED_TEST_SUITE_P(Qt, ViewContract, ViewRoom);
 
 }  // namespace tvx::contract
