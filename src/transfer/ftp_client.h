@@ -122,6 +122,7 @@ class clsFTP {
   bool has_to_end() const { return cancelled_ || (around_.ended && around_.ended()); }
   void report(std::u16string_view context, const RuntimeError& failure);
   bool refuse(std::u16string_view context);
+  bool fail_to_open(std::u16string_view context, const RuntimeError& failure);
 
   const ClientSurroundings around_;
   FTPEvents& events_;

@@ -229,6 +229,12 @@ class clsFTP::Download final : private Run {
   std::vector<char> block_;
 };
 
+bool clsFTP::fail_to_open(std::u16string_view context, const RuntimeError& failure) {
+  if (failure.number() != network_errors::cancelled || !has_to_end()) report(context, failure);
+  if (connection_) connection_->close_file();
+  return false;
+}
+
 bool clsFTP::GetFileProgress(std::u16string_view LocalFile, std::u16string_view RemoteFile) {
   if (busy_) return refuse(u"GetFileProgress");
   const Busy busy(*this);
@@ -242,11 +248,7 @@ bool clsFTP::GetFileProgress(std::u16string_view LocalFile, std::u16string_view 
     if (const auto result = fault_point(u"FtpOpenFile"); result && *result == 0) throw RuntimeError(0, u"");
     connection().open_file(remote, RemoteAccess::Read, TransferType);
   });
-  if (failure) {
-    report(u"FtpOpenFile - GetFileProgress", *failure);
-    if (connection_) connection_->close_file();
-    return false;
-  }
+  if (failure) return fail_to_open(u"FtpOpenFile - GetFileProgress", *failure);
   return Download(*this, size, local, remote).run();
 }
 
@@ -367,11 +369,7 @@ bool clsFTP::PutFileProgress(std::u16string_view RemoteFile, std::u16string_view
     if (const auto result = fault_point(u"FtpOpenFile"); result && *result == 0) throw RuntimeError(0, u"");
     connection().open_file(remote, RemoteAccess::Write, TransferType);
   });
-  if (failure) {
-    report(u"FtpOpenFile : PutFileProgress", *failure);
-    if (connection_) connection_->close_file();
-    return false;
-  }
+  if (failure) return fail_to_open(u"FtpOpenFile : PutFileProgress", *failure);
   return Upload(*this, file, size, remote).run();
 }
 
