@@ -5,11 +5,13 @@
 #include <QDialog>
 #include <QDir>
 #include <QKeyEvent>
+#include <QLinearGradient>
 #include <QMenu>
 #include <QPainter>
 #include <QPalette>
 #include <QPixmap>
 #include <QTimer>
+#include <QUrl>
 #include <algorithm>
 #include <functional>
 #include <iostream>
@@ -32,6 +34,12 @@ constexpr char16_t page[] =
     u"<TABLE border=\"1\" width=\"80%\" bgcolor=\"#fff4d6\" bordercolor=\"teal\"><TBODY><TR "
     u"valign=\"top\" bgcolor=\"#e8f0fe\"><TD align=\"center\" width=\"120\" bgcolor=\"gold\" "
     u"bordercolor=\"navy\">Apples</TD><TD>12</TD></TR></TBODY></TABLE>";
+
+constexpr char16_t form_page[] =
+    u"<FORM name=\"order\" method=\"post\" action=\"order.php\"><P style=\"color: #1d4e89\">How many? "
+    u"<SELECT name=\"size\"><OPTION value=\"s\">Small</OPTION><OPTION value=\"m\">Medium</OPTION>"
+    u"<OPTION value=\"l\">Large</OPTION></SELECT></P><P><IMG src=\"%1\" width=\"160\" height=\"100\" "
+    u"alt=\"A garden\" border=\"1\" align=\"left\"></P></FORM>";
 
 /// The control's dialogs: how many steps of the element path lead up from the cell to the element whose menu
 /// opens it, and by which item.
@@ -79,16 +87,52 @@ class DialogPhotographer {
     platform::Toolbar& path = window_.editor().control().tlbDOM();
     path.press(path.Item(path.Count() - way.up));
   }
-  void show_table() {
-    core::HTMLed& control = window_.editor().control();
-    control.set_DocumentHTML(page);
-    const auto document = control.DOM();
-    dom::Element* cell = document->first(dom::Tag::Td);
-    document->select([&](editing::Selection& selection) { selection.collapse({cell->first_child(), 1}); });
-    for (int i = 0; i < 20; ++i) loop_.pump(10);
+  void show_table() { show(page, dom::Tag::Td); }
+  void show_form() { show(to_u16(QString::fromUtf16(form_page).arg(picture_)), dom::Tag::P); }
+  /// As the mouse does it on the first element of that tag.
+  void double_click(dom::Tag tag) {
+    const auto document = window_.editor().control().DOM();
+    browser::MouseInput mouse;
+    mouse.element = document->first(tag);
+    document->mouse_press(mouse);
+    document->double_click(mouse);
+  }
+  void choose_image_in_path() {
+    const auto document = window_.editor().control().DOM();
+    browser::MouseInput mouse;
+    mouse.element = document->first(dom::Tag::Img);
+    document->mouse_press(mouse);
+    choose_in_path({"", 0, "mnuToolProperties"});
   }
 
  private:
+  static std::u16string to_u16(const QString& text) { return text.toStdU16String(); }
+  void show(std::u16string_view html, dom::Tag tag) {
+    core::HTMLed& control = window_.editor().control();
+    control.set_DocumentHTML(html);
+    const auto document = control.DOM();
+    dom::Element* element = document->first(tag);
+    document->select([&](editing::Selection& selection) { selection.collapse({element->first_child(), 1}); });
+    for (int i = 0; i < 20; ++i) loop_.pump(10);
+  }
+  /// A picture for the dialog of images, in a place that is called the same everywhere.
+  static QString draw_picture() {
+    QImage image(320, 200, QImage::Format_RGB32);
+    QPainter painter(&image);
+    QLinearGradient sky(0, 0, 0, 200);
+    sky.setColorAt(0, QColor(0x8f, 0xc7, 0xf2));
+    sky.setColorAt(1, QColor(0xf3, 0xf8, 0xd8));
+    painter.fillRect(image.rect(), sky);
+    painter.fillRect(QRect(0, 140, 320, 60), QColor(0x5a, 0x9a, 0x4a));
+    painter.setBrush(QColor(0xf6, 0xc3, 0x3c));
+    painter.setPen(Qt::NoPen);
+    painter.drawEllipse(QRect(220, 30, 60, 60));
+    painter.end();
+    const QString path = QDir::temp().filePath(QStringLiteral("garden.png"));
+    image.save(path);
+    return QUrl::fromLocalFile(path).toString();
+  }
+
   // Off screen no window has a frame, and the title is one of the words.
   static QPixmap with_title(const QDialog& dialog) {
     const QPixmap content = const_cast<QDialog&>(dialog).grab();
@@ -108,6 +152,7 @@ class DialogPhotographer {
 
   Window& window_;
   platform::MessageLoop& loop_;
+  const QString picture_ = draw_picture();
 };
 
 /// In rows of two, as wide as the widest of each column.
@@ -163,6 +208,11 @@ bool take_dialogs(Window& window, platform::MessageLoop& loop, const QString& la
     photographer.show_table();
     done = take_all(way.name, [&] { photographer.choose_in_path(way); }) && done;
   }
+  photographer.show_form();
+  done = take_all("dialog-font", [&] { window.editor().change_Font(); }) && done;
+  done = take_all("dialog-form", [&] { window.editor().insert_Form(); }) && done;
+  done = take_all("dialog-field", [&] { photographer.double_click(dom::Tag::Select); }) && done;
+  done = take_all("dialog-image", [&] { photographer.choose_image_in_path(); }) && done;
   window.editor().set_LocalizationFile(QString());
   return done;
 }

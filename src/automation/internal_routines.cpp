@@ -158,6 +158,14 @@ Value get_html(ControlObject& self, Values& arguments) {
   return clipboard::GetHTMLFromClipboard((*self).clipboard());
 }
 
+/// Whether its callers mark a change comes back, as its argument.
+Value edit_image_properties(ControlObject& self, Values& arguments) {
+  expect_arguments(arguments, 0, 1);
+  const bool result = parts(self).image_settings.EditImageProperties();
+  if (!arguments.empty()) arguments[0] = result;
+  return result;
+}
+
 using Handler = browser::DocumentHandler;
 
 constexpr MemberOf<ControlObject> rows[] = {
@@ -195,6 +203,7 @@ constexpr MemberOf<ControlObject> rows[] = {
     {.name = u"docHTML_oncontrolselect", .call = handler<&Handler::oncontrolselect>},
     {.name = u"docHTML_onselectstart", .call = handler<&Handler::onselectstart>},
     {.name = u"docHTML_onselectionchange", .call = handler<&Handler::onselectionchange>},
+    {.name = u"EditImageProperties", .call = edit_image_properties},
     {.name = u"GetHTMLFormatId", .call = html_format_id},
     {.name = u"PutHTMLOnClipboard", .call = put_html},
     {.name = u"GetHTMLFromClipboard", .call = get_html},

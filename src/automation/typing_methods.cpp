@@ -1,6 +1,7 @@
 #include "tvx/automation/keys.h"
 #include "tvx/automation/methods.h"
 #include "tvx/automation/session.h"
+#include "tvx/headless/form_keys.h"
 #include "tvx/platform/message_loop.h"
 
 namespace tvx::automation {
@@ -15,6 +16,13 @@ void let_keys_through(Session& session, const Instance& instance) {
   while (!instance.settled() && session.loop().now() < end);
 }
 
+/// A dialog that is open has the keyboard.
+void press(Instance& instance, const browser::KeyInput& key, bool down) {
+  platform::Form* dialog = instance.forms().open();
+  if (!dialog) return instance.key(key, down);
+  if (down) headless::type_key(*dialog, key);
+}
+
 Json type(Session& session, const Params& params) {
   Instance& instance = session.instance_of(params);
   const std::u16string text = params.text("text");
@@ -24,7 +32,7 @@ Json type(Session& session, const Params& params) {
     const std::u16string_view name = character == u"\n"   ? std::u16string_view(u"Enter")
                                      : character == u"\t" ? u"Tab"
                                                           : character;
-    instance.key(key_input(name, {}), true);
+    press(instance, key_input(name, {}), true);
     at += character.size();
   }
   let_keys_through(session, instance);
@@ -36,7 +44,7 @@ Json key(Session& session, const Params& params) {
   const browser::KeyInput input = key_input(params.text("key"), {.control = params.flag_or("ctrl", false),
                                                                  .shift = params.flag_or("shift", false),
                                                                  .alt = params.flag_or("alt", false)});
-  instance.key(input, !params.flag_or("up", false));
+  press(instance, input, !params.flag_or("up", false));
   let_keys_through(session, instance);
   return Json::object();
 }

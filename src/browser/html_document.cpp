@@ -128,6 +128,7 @@ void HTMLDocument::load_body(std::u16string_view html) {
   const dom::Ref<Element> element = body();
   if (!element) throw RuntimeError(errors::object_not_set, u"The document has no body");
   composition_->accept();
+  ++contents_;
   {
     dom::MutationScope scope(*tree_, dom::MutationKind::Load);
     dom::set_inner_html(*element, html);

@@ -74,6 +74,9 @@ class HTMLDocument : public std::enable_shared_from_this<HTMLDocument> {
   /// New content for the body, from outside: loaded, not edited; clears the undo journal. Throws
   /// RuntimeError(91) without a body.
   void load_body(std::u16string_view html);
+  /// How often new content was put in from outside: whoever waited with an edit asks whether it is still for
+  /// this content.
+  std::uint64_t contents() const { return contents_; }
   /// An address as it is meant: seen from the base element, else from the document; as written where that
   /// gives no address (a base of "http://").
   std::u16string absolute_url(std::u16string_view written) const;
@@ -188,6 +191,7 @@ class HTMLDocument : public std::enable_shared_from_this<HTMLDocument> {
   std::unique_ptr<editing::Composition> composition_;
   bool composition_refused_ = false;  // a handler has taken its key away
   std::u16string url_;
+  std::uint64_t contents_ = 0;
   std::u16string ready_state_ = u"loading";
   DocumentHandler* handler_ = nullptr;
   const Geometry* geometry_ = nullptr;

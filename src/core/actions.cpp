@@ -44,6 +44,7 @@ constexpr ButtonRow buttons[] = {
     {u"Strike Through", [](Parts& parts) { parts.formatting.strike(); }},
     {u"indent", run<indent>},
     {u"unindent", run<outdent>},
+    {u"Text", [](Parts& parts) { parts.font_settings.change_Font(); }},
     {u"Find", find},
     {u"Undo", [](Parts& parts) { parts.formatting.undo(); }},
     {u"Redo", [](Parts& parts) { parts.formatting.redo(); }},
@@ -86,7 +87,8 @@ void properties(Parts& parts, const platform::Menu&) { parts.element_dialogs.edi
 constexpr char16_t link[] = u"Link", remove_image_link[] = u"RemoveLink", image[] = u"IMGPROP",
                    edit_link[] = u"Edit Link", remove_link[] = u"Remove Link", insert_row[] = u"Insert Row",
                    delete_row[] = u"Delete Row", insert_column[] = u"Insert Column",
-                   delete_column[] = u"Delete Column", table[] = u"Properties";
+                   delete_column[] = u"Delete Column", table[] = u"Properties", field[] = u"Field Settings",
+                   form[] = u"Form Settings";
 
 constexpr ItemRow items[] = {
     {u"mnuImgCut", cut},
@@ -105,6 +107,8 @@ constexpr ItemRow items[] = {
     {u"mnuMiscCopy", copy},
     {u"mnuMiscPaste", paste},
     {u"mnuInsertLink", pend<edit_link>},
+    {u"mnuMiscField", pend<field>},
+    {u"mnuMiscForm", pend<form>},
     {u"mnuMiscSource", source},
     {u"mnuMiscRevert", revert},
     {u"mnuTInsRow", pend<insert_row>},
@@ -129,6 +133,12 @@ bool ControlActions::press(std::u16string_view button_key) {
   const auto row = std::ranges::find(buttons, button_key, &ButtonRow::key);
   if (row == std::end(buttons)) return false;
   row->act(parts_);
+  return true;
+}
+
+bool ControlActions::press_form(std::u16string_view button_key) {
+  if (button_key != u"form") return parts_.form_elements.insert_field(button_key);
+  parts_.form_elements.insert_Form();
   return true;
 }
 

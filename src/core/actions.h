@@ -11,6 +11,7 @@ class ControlActions final : public Actions {
  public:
   explicit ControlActions(Parts& parts) : parts_(parts) {}
   bool press(std::u16string_view button_key) override;
+  bool press_form(std::u16string_view button_key) override;
   bool choose(const platform::Menu& item) override;
 
  private:

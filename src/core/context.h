@@ -49,7 +49,8 @@ class Context {
   /// Lets the message loop run for a moment. Throws where the control has ended meanwhile.
   virtual void Wait() = 0;
   /// Shows a dialog over the control and returns when it is hidden. `section` is that of its words in the
-  /// language file. Where nobody shows dialogs, or the control ends meanwhile, it counts as cancelled.
+  /// language file. Where nobody shows dialogs, or the control ends meanwhile, it counts as cancelled. Throws
+  /// where the document's content has been replaced meanwhile.
   virtual void show_dialog(platform::Form& dialog, std::u16string_view section) = 0;
   /// Holds the control for as long as the result lives; see KeepAlive.
   virtual std::shared_ptr<const void> hold() = 0;

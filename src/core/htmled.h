@@ -116,6 +116,10 @@ class HTMLed final : public std::enable_shared_from_this<HTMLed>,
   void insert_HR();
   /// Asks for an address and makes the selection a link.
   void insert_Link();
+  /// Asks for the font, its size and the colours of the selection.
+  void change_Font();
+  /// Asks for the settings of the document's first form; the whole body becomes one where there is none.
+  void insert_Form();
   /// Asks for a table's measures and puts it in the place of the selection.
   void Table_Document();
   /// Puts the selection, or the word at the caret, between two pieces of HTML.

@@ -141,6 +141,12 @@ std::int32_t HTMLed::UploadAllImages() {
 void HTMLed::Table_Document() {
   parts_->view_switch.change_document([this] { parts_->tables.insert_table(); });
 }
+void HTMLed::change_Font() {
+  parts_->view_switch.change_document([this] { parts_->font_settings.change_Font(); });
+}
+void HTMLed::insert_Form() {
+  parts_->view_switch.change_document([this] { parts_->form_elements.insert_Form(); });
+}
 void HTMLed::mnuClass_Click(std::int16_t Index) { parts_->classes.give_to_element(Index); }
 void HTMLed::mnuMiscClass_Click(std::int16_t Index) { parts_->classes.give_to_selection(Index); }
 platform::Toolbar& HTMLed::Toolbar1() { return parts_->toolbars.Toolbar1; }

@@ -22,6 +22,10 @@
 #include "tvx/core/content/document_files.h"
 #include "tvx/core/content/navigation.h"
 #include "tvx/core/content/style_sheet.h"
+#include "tvx/core/dialogs/field_settings.h"
+#include "tvx/core/dialogs/font_settings.h"
+#include "tvx/core/dialogs/form_elements.h"
+#include "tvx/core/dialogs/image_settings.h"
 #include "tvx/core/remote/transfers.h"
 #include "tvx/core/views/code_pane.h"
 #include "tvx/core/views/edit_window.h"
@@ -51,7 +55,11 @@ struct Parts {
   Words words{context, toolbars, menus, labels};
   DialogHost dialogs{context, words};
   TableTools tables{context, highlight, labels};
-  ElementDialogs element_dialogs{context, highlight, tables};
+  FontSettings font_settings{context};
+  FormElements form_elements{context};
+  FieldSettings field_settings{context, form_elements};
+  ImageSettings image_settings{context, highlight};
+  ElementDialogs element_dialogs{context, highlight, tables, image_settings};
   ElementPath element_path{context, toolbars, menus, highlight, panes, labels};
   ToolbarCommands toolbar_commands{context, toolbars, panes, element_path, actions};
 
@@ -71,9 +79,11 @@ struct Parts {
   ImageCommands images{context,
                        {[this](const std::u16string& path) { return transfers.UploadImageFile(path); }, {}}};
   ClassMenus classes{context, highlight, style_sheet};
-  MenuCommands menu_commands{context, {menus, toolbars, highlight, tables, formatting, classes, actions}};
-  DocumentEventHandler input{context,
-                             {clipboard, formatting, selection, element_path, menu_commands, highlight}};
+  MenuCommands menu_commands{
+      context,
+      {menus, toolbars, highlight, tables, formatting, classes, actions, image_settings, field_settings}};
+  DocumentEventHandler input{
+      context, {clipboard, formatting, selection, element_path, menu_commands, highlight, field_settings}};
 };
 
 }  // namespace tvx::core

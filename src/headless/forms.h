@@ -41,6 +41,10 @@ class Forms final : public platform::Forms, private platform::FormObserver {
   void on_opened(std::function<void(platform::Form&)> observer) { opened_ = std::move(observer); }
   void on_closed(Observer observer) { closed_ = std::move(observer); }
 
+  /// Those of the screen that isn't there.
+  std::vector<std::u16string> fonts() const override { return fonts_; }
+  void set_fonts(std::vector<std::u16string> names) { fonts_ = std::move(names); }
+
   /// The form in front; null if none is open.
   platform::Form* open() const { return open_.empty() ? nullptr : open_.back(); }
   /// Whether nobody waits for it.
@@ -72,6 +76,9 @@ class Forms final : public platform::Forms, private platform::FormObserver {
   Observer closed_;
   std::vector<platform::Form*> open_;  // the one in front last
   std::vector<std::u16string> shown_;
+  std::vector<std::u16string> fonts_ = {u"Arial",     u"Courier",   u"cursive",      u"fantasy",
+                                        u"Helvetica", u"monospace", u"sans-serif",   u"serif",
+                                        u"Times",     u"Western",   u"Zapf-Chancery"};
   platform::WindowHandle last_owner_ = platform::WindowHandle::none;
 };
 

@@ -136,6 +136,7 @@ void Form::SetFocus(FormControl& control) {
 }
 
 void Form::cancel() {
+  given_up_ = true;
   if (!cancel_button_ || !attempt([this] {
         if (!cancel_button_->click()) Hide();
       }))
@@ -153,6 +154,7 @@ void Forms::Show(Form& form, WindowHandle owner) {
     ~Hidden() { form.Hide(); }
   } hidden{form};
   form.active_ = nullptr;
+  form.given_up_ = false;
   run(form, owner);
 }
 

@@ -123,6 +123,8 @@ class Form final : public MessageWindow {
   void Hide();
   /// Whoever shows it says so, once, from the loop.
   void activate();
+  /// Whether the user has left it by its cancel button, or by giving up.
+  bool given_up() const { return given_up_; }
   /// Paints it: whoever draws it does so when it has to.
   void paint();
   /// What has the keyboard; null: nothing yet.
@@ -155,7 +157,7 @@ class Form final : public MessageWindow {
   FormHandler* handler_ = nullptr;
   int least_width_ = 0, least_height_ = 0;
   std::vector<FormObserver*> observers_;
-  bool visible_ = false;
+  bool visible_ = false, given_up_ = false;
 };
 
 /// Who shows forms.
@@ -168,6 +170,8 @@ class Forms {
   /// Shows the form beside what goes on, and returns at once; nobody waits for it, and the control can be
   /// worked with. It stays until it is hidden. A form that is shown already stays as it is.
   void Open(Form& form, WindowHandle owner);
+  /// The names of the fonts of its screen.
+  virtual std::vector<std::u16string> fonts() const = 0;
 
  private:
   /// Returns when the form is hidden; a face that is left in another way hides it.

@@ -248,6 +248,7 @@ bool FormControl::click() {
     set_Value(!value_);
   else if (kind_ != ControlKind::CommandButton)
     return false;
+  form_.given_up_ = this == form_.cancel_button_;
   if (form_.handler_) form_.handler_->Click(*this);
   return true;
 }

@@ -3,9 +3,10 @@
 #include "tvx/base/error.h"
 #include "tvx/base/numbers.h"
 #include "tvx/base/strings.h"
+#include "tvx/dialogs/colour_choice.h"
+#include "tvx/dialogs/field_checks.h"
 #include "tvx/dom/journal.h"
 #include "tvx/dom/objects/table.h"
-#include "tvx/tables/colour_choice.h"
 
 namespace tvx::tables {
 
@@ -149,12 +150,12 @@ CellDialog::CellDialog(platform::CommonDialogs& dialogs) : dialogs_(dialogs) {
   form_.begin_row();
   form_.add_label(u"lblStyle", u"Style");
   form_.add_text_box(u"txtStyle");
-  add_colour_row(form_, nullptr, u"lblBGColor", u"bgColor", u"txtBgcolor", u"Command1");
-  add_colour_row(form_, nullptr, u"lblBorderColor", u"border Color", u"txtborderColor", u"Command2");
-  add_colour_row(form_, nullptr, u"lblBorderColorDark", u"border Color dark", u"txtBorderColorDark",
-                 u"Command3");
-  add_colour_row(form_, nullptr, u"lblBorderColorLight", u"border Color light", u"txtBorderColorLight",
-                 u"Command4");
+  dialogs::add_colour_row(form_, nullptr, u"lblBGColor", u"bgColor", u"txtBgcolor", u"Command1");
+  dialogs::add_colour_row(form_, nullptr, u"lblBorderColor", u"border Color", u"txtborderColor", u"Command2");
+  dialogs::add_colour_row(form_, nullptr, u"lblBorderColorDark", u"border Color dark", u"txtBorderColorDark",
+                          u"Command3");
+  dialogs::add_colour_row(form_, nullptr, u"lblBorderColorLight", u"border Color light",
+                          u"txtBorderColorLight", u"Command4");
   form_.set_default_button(form_.add_closing_button(u"OKButton", u"OK"));
   form_.set_cancel_button(form_.add_closing_button(u"CancelButton", u"Cancel"));
   form_.set_handler(this);
@@ -168,15 +169,19 @@ void CellDialog::add_list(std::u16string label, std::u16string caption, std::u16
 
 void CellDialog::add_pair(std::u16string label, std::u16string caption, std::u16string box) {
   form_.add_label(std::move(label), std::move(caption));
-  form_.add_text_box(std::move(box)).set_columns(number_columns);
+  FormControl& number = form_.add_text_box(std::move(box));
+  number.set_columns(number_columns);
+  number.set_number({});
 }
 
 // --- what it does ---
 
+void CellDialog::Change(FormControl&) { dialogs::check_colours(form_); }
+
 // Other than in the table's dialog the field itself keeps its colour.
 void CellDialog::Click(FormControl& button) {
   if (FormControl* field = button.colour_field()) {
-    const ChosenColour chosen = colour_choose2(dialogs_, form_);
+    const dialogs::ChosenColour chosen = dialogs::colour_choose2(dialogs_, form_);
     if (!chosen.text.empty()) field->set_Text(chosen.text);
     return;
   }

@@ -34,6 +34,7 @@ class CellDialog final : private platform::FormHandler {
   void add_list(std::u16string label, std::u16string caption, std::u16string list,
                 std::initializer_list<std::u16string_view> items);
   void Click(platform::FormControl& button) override;
+  void Change(platform::FormControl& control) override;
 
   platform::CommonDialogs& dialogs_;
   platform::Form form_{u"frmCellProp", u"Cell Properties"};

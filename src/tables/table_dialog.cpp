@@ -1,7 +1,8 @@
 #include "tvx/tables/table_dialog.h"
 
+#include "tvx/dialogs/colour_choice.h"
+#include "tvx/dialogs/field_checks.h"
 #include "tvx/dom/journal.h"
-#include "tvx/tables/colour_choice.h"
 #include "tvx/tables/table_html.h"
 
 namespace tvx::tables {
@@ -36,9 +37,10 @@ void TableDialog::add_table_frame() {
   form_.begin_row(&frame);
   add_number(u"lblCellSpacing", u"Cell spacing", u"txtCellSpacing", u"0");
   add_number(u"lblCellPadding", u"Cell padding", u"txtCellPadding", u"0");
-  add_colour_row(form_, &frame, u"lblBorderColor", u"Border Colour", u"txtBorderColour", u"cmdBorderColour");
-  add_colour_row(form_, &frame, u"lblBackgroundColor", u"Background Color", u"txtBackColour",
-                 u"cmdBackColour");
+  dialogs::add_colour_row(form_, &frame, u"lblBorderColor", u"Border Colour", u"txtBorderColour",
+                          u"cmdBorderColour");
+  dialogs::add_colour_row(form_, &frame, u"lblBackgroundColor", u"Background Color", u"txtBackColour",
+                          u"cmdBackColour");
   form_.begin_row(&frame);
   form_.add_label(u"lblStyle", u"Style");
   form_.add_text_box(u"txtStyle").set_ToolTipText(u"Enter a vaild CSS string");
@@ -46,16 +48,18 @@ void TableDialog::add_table_frame() {
 
 void TableDialog::add_cell_frame() {
   FormControl& frame = form_.add_frame(u"lblCellAttributes", u"Cell Settings");
-  add_colour_row(form_, &frame, u"lblCellBorderColor", u"Border Color", u"txtBorderColourCell",
-                 u"cmdBorderColourCell");
-  add_colour_row(form_, &frame, u"lblCellBackgroundColor", u"Background Color", u"txtBackgroundColourCell",
-                 u"cmdBackgroundColourCell");
+  dialogs::add_colour_row(form_, &frame, u"lblCellBorderColor", u"Border Color", u"txtBorderColourCell",
+                          u"cmdBorderColourCell");
+  dialogs::add_colour_row(form_, &frame, u"lblCellBackgroundColor", u"Background Color",
+                          u"txtBackgroundColourCell", u"cmdBackgroundColourCell");
 }
 
 void TableDialog::add_number(std::u16string label, std::u16string caption, std::u16string box,
                              std::u16string_view text) {
   form_.add_label(std::move(label), std::move(caption));
-  form_.add_text_box(std::move(box), text).set_columns(number_columns);
+  FormControl& number = form_.add_text_box(std::move(box), text);
+  number.set_columns(number_columns);
+  number.set_number({});
 }
 
 // --- what it does ---
@@ -64,7 +68,7 @@ const std::u16string& TableDialog::text(std::u16string_view box) const { return 
 
 void TableDialog::Click(FormControl& button) {
   if (FormControl* field = button.colour_field()) {
-    const ChosenColour chosen = colour_choose2(dialogs_, form_);
+    const dialogs::ChosenColour chosen = dialogs::colour_choose2(dialogs_, form_);
     if (chosen.text.empty()) return;
     field->set_Text(chosen.text);
     field->set_BackColor(static_cast<platform::FormColour>(chosen.colour));
@@ -75,6 +79,8 @@ void TableDialog::Click(FormControl& button) {
     form_.Hide();
   }
 }
+
+void TableDialog::Change(FormControl&) { dialogs::check_colours(form_); }
 
 // A number that is too large ends the press here, and the dialog stays open.
 void TableDialog::apply() {

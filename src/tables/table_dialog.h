@@ -33,6 +33,7 @@ class TableDialog final : private platform::FormHandler {
   void add_cell_frame();
   void add_number(std::u16string label, std::u16string caption, std::u16string box, std::u16string_view text);
   void Click(platform::FormControl& button) override;
+  void Change(platform::FormControl& control) override;
   void apply();
   const std::u16string& text(std::u16string_view box) const;
 

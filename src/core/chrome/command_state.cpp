@@ -81,10 +81,9 @@ void show_obstacles(ContextMenus& menus, Toolbars& toolbars, const Context& cont
 
 // Of all elements these have a dialog.
 void show_obstacles(ContextMenus& menus, const dom::Element& element, bool tag_can_be_edited) {
-  const bool has_dialog = element.is(dom::Tag::Td) || element.is(dom::Tag::Tr) || element.is(dom::Tag::Table);
-  const std::u16string_view why_not =
-      element.is(dom::Tag::Img) ? obstacles::no_image_settings : obstacles::no_properties;
-  menus.item(u"mnuToolProperties").set_Obstacle(unless(has_dialog, why_not));
+  const bool has_dialog = element.is(dom::Tag::Td) || element.is(dom::Tag::Tr) ||
+                          element.is(dom::Tag::Table) || element.is(dom::Tag::Img);
+  menus.item(u"mnuToolProperties").set_Obstacle(unless(has_dialog, obstacles::no_properties));
   menus.item(u"mnuToolEditTag").set_Obstacle(unless(tag_can_be_edited, obstacles::no_tag_edit));
   const bool left = has_cell_beside(element, &dom::Node::previous_sibling),
              right = has_cell_beside(element, &dom::Node::next_sibling);

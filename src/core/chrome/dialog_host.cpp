@@ -2,7 +2,12 @@
 
 #include <algorithm>
 
+#include "tvx/base/error.h"
+#include "tvx/browser/html_document.h"
 #include "tvx/core/chrome/words.h"
+#include "tvx/dom/style/used_colours.h"
+#include "tvx/dom/without_overlay.h"
+#include "tvx/platform/common_dialogs.h"
 #include "tvx/platform/form.h"
 
 namespace tvx::core {
@@ -17,7 +22,32 @@ void DialogHost::show(platform::Form& dialog, std::u16string_view section) {
     platform::Form* dialog;
     ~Closed() { std::erase(open, dialog); }
   } closed{open_, &dialog};
+  const auto document = DOM();
+  const std::uint64_t contents = document ? document->contents() : 0;
+  offer_used_colours(dialog);
   surroundings().forms->Show(dialog, surroundings().hwnd);
+  if (context_.terminated() || (DOM() == document && (!document || document->contents() == contents))) return;
+  if (!dialog.given_up()) tell_replaced();
+  throw RuntimeError(errors::invalid_call, u"The document has been replaced");
+}
+
+// What was asked for the former content is not for this one.
+void DialogHost::tell_replaced() const {
+  surroundings().dialogs.show_message(
+      {.text = u"The document has been replaced meanwhile. It stays as it is.",
+       .icon = platform::MessageIcon::information,
+       .owner = surroundings().hwnd});
+}
+
+void DialogHost::offer_used_colours(platform::Form& dialog) const {
+  if (!DOM()) return;
+  std::vector<std::u16string> colours;
+  attempt([&] {
+    const dom::WithoutOverlay plain(DOM()->tree());
+    colours = dom::style::used_colours(DOM()->tree());
+  });
+  for (const auto& control : dialog.controls())
+    if (platform::FormControl* field = control->colour_field()) field->set_offered(colours);
 }
 
 DialogHost::~DialogHost() {

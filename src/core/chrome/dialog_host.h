@@ -17,7 +17,8 @@ class DialogHost final : public Part, private platform::FormObserver {
   ~DialogHost();
 
   /// In the words of a section of the language file; returns when it is hidden. Where nobody shows dialogs it
-  /// counts as cancelled.
+  /// counts as cancelled. Throws where the host has replaced the document's content meanwhile: nothing of
+  /// what was confirmed is for the new one, and a user who has confirmed is told.
   void show(platform::Form& dialog, std::u16string_view section);
   /// The same beside what goes on; returns at once. Where nobody shows dialogs nothing is seen of it.
   void open_beside(platform::Form& dialog, std::u16string_view section);
@@ -28,6 +29,9 @@ class DialogHost final : public Part, private platform::FormObserver {
   void control_changed(platform::FormControl&) override {}
   void caption_changed(platform::Form&) override {}
   void form_hidden(platform::Form& form) override;
+  void tell_replaced() const;
+  /// To pick from, beside the fields for colours.
+  void offer_used_colours(platform::Form& dialog) const;
 
   const Words& words_;
   std::vector<platform::Form*> open_;    // the one in front last

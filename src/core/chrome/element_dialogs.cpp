@@ -5,6 +5,7 @@
 #include "tvx/browser/html_document.h"
 #include "tvx/core/chrome/element_code_dialog.h"
 #include "tvx/core/chrome/table_tools.h"
+#include "tvx/core/dialogs/image_settings.h"
 #include "tvx/core/views/selection_highlight.h"
 #include "tvx/dom/inner_html.h"
 #include "tvx/dom/journal.h"
@@ -65,7 +66,8 @@ void ElementDialogs::edit_properties() {
   attempt([&] { highlight_.restore(); });
   bool changed = false;
   if (const dom::Ref<dom::Element> element = highlight_.element())
-    changed = tables_.edit_properties_of(element);
+    changed =
+        element->is(dom::Tag::Img) ? images_.EditImageProperties() : tables_.edit_properties_of(element);
   // The dialog may have changed the style: its border is what is saved now.
   highlight_.set_element(highlight_.element());
   if (changed) mark_changed();

@@ -10,6 +10,8 @@
 #include "tvx/core/chrome/toolbars.h"
 #include "tvx/core/chrome/veto.h"
 #include "tvx/core/commands/formatting.h"
+#include "tvx/core/dialogs/field_settings.h"
+#include "tvx/core/dialogs/image_settings.h"
 #include "tvx/core/views/selection_highlight.h"
 #include "tvx/dom/inner_text.h"
 #include "tvx/dom/objects/element_content.h"
@@ -72,6 +74,9 @@ void MenuCommands::open() {
   } else {
     const bool can_toggle = parts_.toolbars.Toolbar1.Item(button_toggle).Enabled();
     menus.item(u"mnuMiscSource").set_Enabled(can_toggle && properties_.showFormattingToolbar1);
+    const dom::Ref<dom::Element> shown(parts_.highlight.element());
+    menus.show_form_items(FieldSettings::field_of(shown.get()) != nullptr,
+                          FieldSettings::form_of(shown.get()) != nullptr, properties_.HiddenContextMenus);
     show(menus.mnuMisc);
   }
   act_after_other_menus();
@@ -85,7 +90,7 @@ void MenuCommands::act_after_image_menu() {
   } else if (command == u"RemoveLink") {
     document().execCommand(u"unlink", false, u"");
   } else if (command == u"IMGPROP") {
-    return;  // no dialog, no change
+    if (!parts_.image_settings.EditImageProperties()) return;
   }
   mark_changed();
 }
@@ -93,6 +98,7 @@ void MenuCommands::act_after_image_menu() {
 void MenuCommands::act_after_other_menus() {
   const std::u16string& command = pending_command_;
   if (command.empty()) return;
+  if (command == u"Field Settings" || command == u"Form Settings") return edit_field_or_form();
   if (command == u"Remove Link") {
     const dom::Ref<dom::Element> link = parts_.highlight.element();
     if (!link) throw RuntimeError(errors::object_not_set, u"There is no current element");
@@ -101,6 +107,16 @@ void MenuCommands::act_after_other_menus() {
     parts_.formatting.insert_Link();
   }
   mark_changed();
+}
+
+// Marked as changed where something was confirmed, and not where the user cancels.
+void MenuCommands::edit_field_or_form() {
+  dom::Element* element = parts_.highlight.element();
+  const bool form = pending_command_ == u"Form Settings";
+  const dom::Ref<dom::Element> found =
+      form ? FieldSettings::form_of(element) : FieldSettings::field_of(element);
+  if (!found) return;
+  form ? parts_.field_settings.edit_form(found) : parts_.field_settings.edit_field(found);
 }
 
 void MenuCommands::MenuItemClick(platform::Menu& item) {

@@ -12,7 +12,9 @@ namespace tvx::core {
 class Actions;
 class ClassMenus;
 class ContextMenus;
+class FieldSettings;
 class Formatting;
+class ImageSettings;
 class SelectionHighlight;
 class TableTools;
 class Toolbars;
@@ -29,6 +31,8 @@ class MenuCommands final : public Part, private platform::MenuHandler {
     Formatting& formatting;
     ClassMenus& classes;
     Actions& actions;
+    ImageSettings& image_settings;
+    FieldSettings& field_settings;
   };
   MenuCommands(Context& context, const Parts& parts);
 
@@ -45,6 +49,7 @@ class MenuCommands final : public Part, private platform::MenuHandler {
   void show(platform::Menu& menu);
   void act_after_image_menu();
   void act_after_other_menus();
+  void edit_field_or_form();
 
   const Parts parts_;
   std::u16string pending_command_;

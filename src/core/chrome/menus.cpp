@@ -4,7 +4,6 @@
 
 #include "tvx/base/error.h"
 #include "tvx/base/strings.h"
-#include "tvx/core/chrome/obstacles.h"
 
 namespace tvx::core {
 namespace {
@@ -37,6 +36,9 @@ constexpr Row other_items[] = {
     {u"mnuMiscSource", u"Edit Source"},
     {u"mnuS4", u"-"},
     {u"mnuMiscRevert", u"Revert"},
+    {u"mnuMiscFieldSep", u"-"},
+    {u"mnuMiscField", u"Field Settings"},
+    {u"mnuMiscForm", u"Form Settings"},
 };
 
 constexpr Row image_items[] = {
@@ -94,6 +96,8 @@ constexpr Key keys[] = {
     {u"mnuInsertLink", u"ContextMISCInsertLink"},
     {u"mnuMiscSource", u"ContextMISCShowSource"},
     {u"mnuMiscRevert", u"ContextMISCRevert"},
+    {u"mnuMiscField", u"ContextMISCFieldSettings"},
+    {u"mnuMiscForm", u"ContextMISCFormSettings"},
     {u"mnuTInsRow", u"ContextTABLEInsRow"},
     {u"mnuTDelRow", u"ContextTABLEDelRow"},
     {u"mnuTInsCol", u"ContextTABLEInsCol"},
@@ -155,7 +159,7 @@ ContextMenus::ContextMenus()
   mnuCSS.Add(u"mnuCSSStyle", u"", 0);
   fill(mnuToolProp, element_items);
   fill(item(u"MnuCellRowActions"), cell_row_items);
-  item(u"mnuImgProperties").set_Obstacle(obstacles::no_image_settings);
+  show_form_items(false, false, {});
   item(u"mnuMiscStyle").Add(u"mnuMiscClass", u"(none)", 0);
   item(u"mnuToolSetClass").Add(u"mnuClass", u"(none)", 0);
 }
@@ -210,6 +214,14 @@ void ContextMenus::refresh_paste(Menu& menu, const std::function<bool(platform::
     item(u"mnuMiscPaste")
         .set_Enabled(any_of({rich_text, text, link}) || !any_of({bitmap, metafile, dib, palette, file_list}));
   }
+}
+
+void ContextMenus::show_form_items(bool in_field, bool in_form, std::u16string_view hidden) {
+  const std::vector<std::u16string_view> entries = split(hidden, u';');
+  Menu &field = item(u"mnuMiscField"), &form = item(u"mnuMiscForm");
+  field.set_Visible(in_field && !is_listed(field, entries));
+  form.set_Visible(in_form && !is_listed(form, entries));
+  item(u"mnuMiscFieldSep").set_Visible(field.Visible() || form.Visible());
 }
 
 void ContextMenus::show_image_link(bool in_link) {

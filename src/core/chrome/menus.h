@@ -43,6 +43,8 @@ class ContextMenus {
 
   /// Sets whether something can be pasted from `menu`, by what the clipboard has.
   void refresh_paste(platform::Menu& menu, const std::function<bool(platform::ClipboardFormat)>& has);
+  /// The items for fields and forms show where the mouse is on one, unless the host's list hides them.
+  void show_form_items(bool in_field, bool in_form, std::u16string_view hidden);
   /// The link items of an image that stands in a link, or doesn't.
   void show_image_link(bool in_link);
   /// Fills both class menus after "(none)"; items have the indexes of their classes.

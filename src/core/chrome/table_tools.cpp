@@ -60,8 +60,8 @@ dom::Ref<dom::Element> TableTools::current_element() const {
 void TableTools::insert_table() {
   const KeepAlive alive(context_);
   tables::TableDialog dialog(surroundings().dialogs);
-  attempt([&] { context_.show_dialog(dialog.form(), table_section); });
-  if (dialog.table_html().empty()) return;
+  const bool for_this_document = attempt([&] { context_.show_dialog(dialog.form(), table_section); });
+  if (!for_this_document || dialog.table_html().empty()) return;
   // An element that is selected as a whole refuses the text; the document counts as changed all the same.
   attempt([&] {
     const auto kept = browser().Document();

@@ -1,6 +1,7 @@
 #include "tvx/core/chrome/toolbar_commands.h"
 
 #include "tvx/base/error.h"
+#include "tvx/base/strings.h"
 #include "tvx/core/chrome/actions.h"
 #include "tvx/core/chrome/element_path.h"
 #include "tvx/core/chrome/toolbars.h"
@@ -49,6 +50,7 @@ void ToolbarCommands::press_formatting_button(platform::Button& button) {
 
 void ToolbarCommands::press_form_button(platform::Button& button) {
   if (!host_allows_button(context_, u"FormsToolbar", button)) return;
+  attempt([&] { actions_.press_form(ascii_lower(button.Key())); });
   mark_changed();
 }
 

@@ -36,7 +36,7 @@ constexpr Row formatting_buttons[] = {
     {},
     {u"indent", u"Indent Paragraph", u"indent"},
     {u"unindent", u"Outdent Paragraph", u"outdent"},
-    {u"Text", u"Change selected text font and color", u"text", obstacles::no_fonts},
+    {u"Text", u"Change selected text font and color", u"text"},
     {u"Find", u"Find and Replace", u"find"},
     {u"Spell Check", u"Spell Check", u"spelling", obstacles::no_spelling},
     {},
@@ -91,7 +91,6 @@ void set_state(Toolbar& toolbar, int first, int last, bool on) {
 Toolbars::Toolbars() : Toolbar1(u"Toolbar1"), Toolbar2(u"Toolbar2"), tlbDOM(u"tlbDOM") {
   fill(Toolbar1, formatting_buttons);
   fill(Toolbar2, form_buttons);
-  for (int i = 1; i <= Toolbar2.Count(); ++i) Toolbar2.Item(i).set_Obstacle(obstacles::no_form_fields);
 }
 
 void Toolbars::prepare_branch_toolbar() {

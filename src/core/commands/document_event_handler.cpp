@@ -7,6 +7,7 @@
 #include "tvx/core/commands/clipboard_commands.h"
 #include "tvx/core/commands/formatting.h"
 #include "tvx/core/commands/selection_commands.h"
+#include "tvx/core/dialogs/field_settings.h"
 #include "tvx/core/events.h"
 #include "tvx/core/views/selection_highlight.h"
 #include "tvx/platform/loaded_dialogs.h"
@@ -111,10 +112,15 @@ void DocumentEventHandler::raise_document_click() {
 
 // The coordinates are those of the last key or selection event, not of the double click.
 bool DocumentEventHandler::ondblclick() {
+  const KeepAlive alive(context_);
+  dom::Ref<dom::Element> field;
+  if (const browser::Event* event = document().event(); event && user_may_edit())
+    field = FieldSettings::field_of(event->target.get());
   attempt([&] {
     if (!last_event_) throw RuntimeError(errors::object_not_set, u"There is no event");
     parts_.highlight.set_element(document().element_from_point(last_event_->client_x, last_event_->client_y));
   });
+  if (field) attempt([&] { parts_.field_settings.edit_field(field); });
   return false;
 }
 

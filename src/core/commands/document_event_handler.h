@@ -12,6 +12,7 @@ class ElementPath;
 class Formatting;
 class MenuCommands;
 class SelectionCommands;
+class FieldSettings;
 class SelectionHighlight;
 
 /// What the document tells: keys, presses and clicks, and where the selection went.
@@ -24,6 +25,7 @@ class DocumentEventHandler final : public Part, public browser::DocumentHandler 
     ElementPath& element_path;
     MenuCommands& menus;
     SelectionHighlight& highlight;
+    FieldSettings& field_settings;
   };
   DocumentEventHandler(Context& context, const Parts& parts) : Part(context), parts_(parts) {}
 

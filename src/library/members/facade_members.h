@@ -2,6 +2,8 @@
 
 #include <type_traits>
 
+#include "tvx/browser/natural_size.h"
+#include "tvx/dom/objects/media.h"
 #include "tvx/library/objects/element_object.h"
 
 /// Rows from the members of the document's objects (dom/objects): `facade_get<&TableObject::border>`.
@@ -24,10 +26,20 @@ struct FacadeOf<void (Facade::*)(Parameter)> {
   using Taken = std::remove_cvref_t<Parameter>;
 };
 
+/// An image's object knows the size that its picture has by itself.
+inline dom::ImageObject image_facade(const ElementObject& self) {
+  const dom::ImageObject written(*self, self.document_address());
+  const auto size = browser::natural_size(written.src());
+  if (!size) return written;
+  return {*self, self.document_address(), dom::PixelSize{size->width, size->height}};
+}
+
 /// The object that speaks for an element; one that needs to know addresses gets the document's.
 template <class Facade>
 Facade facade_of(const ElementObject& self) {
-  if constexpr (std::is_constructible_v<Facade, dom::Element&, std::u16string_view>)
+  if constexpr (std::is_same_v<Facade, dom::ImageObject>)
+    return image_facade(self);
+  else if constexpr (std::is_constructible_v<Facade, dom::Element&, std::u16string_view>)
     return Facade(*self, self.document_address());
   else
     return Facade(*self);

@@ -1,5 +1,6 @@
 #include "tvx/qt/forms/form_dialog.h"
 
+#include <QApplication>
 #include <QDialogButtonBox>
 #include <QEvent>
 #include <QMessageBox>
@@ -33,7 +34,6 @@ class FormDialog::Area final : public QScrollArea {
   explicit Area(QWidget* parent) : QScrollArea(parent) {
     setFrameShape(QFrame::NoFrame);
     setFocusPolicy(Qt::NoFocus);
-    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred);
     setWidgetResizable(true);
   }
@@ -44,17 +44,27 @@ class FormDialog::Area final : public QScrollArea {
  private:
   static constexpr int gap_to_bar = 6;
 
-  int most() const {
+  QSize most() const {
     constexpr int room_for_the_rest = 150;  // the closing buttons, the window's frame, the desktop's bars
-    return std::max(room_for_the_rest, screen()->availableGeometry().height() - room_for_the_rest);
+    constexpr int room_beside = 60;
+    const QSize screen_size = screen()->availableGeometry().size();
+    return {std::max(room_for_the_rest, screen_size.width() - room_beside),
+            std::max(room_for_the_rest, screen_size.height() - room_for_the_rest)};
   }
+  // A bar takes room from the other direction.
   QSize fitting(const QSize& wanted) const {
-    if (wanted.height() <= most()) return wanted;
-    return {wanted.width() + gap_to_bar + verticalScrollBar()->sizeHint().width(), most()};
+    QSize size = wanted;
+    if (wanted.height() > most().height())
+      size.rwidth() += gap_to_bar + verticalScrollBar()->sizeHint().width();
+    if (size.width() > most().width())
+      size.rheight() += gap_to_bar + horizontalScrollBar()->sizeHint().height();
+    return size.boundedTo(most());
   }
   bool eventFilter(QObject* watched, QEvent* event) override {
     if (watched == widget() && event->type() == QEvent::LayoutRequest) {
-      setViewportMargins(0, 0, widget()->sizeHint().height() > most() ? gap_to_bar : 0, 0);
+      const QSize wanted = widget()->sizeHint();
+      setViewportMargins(0, 0, wanted.height() > most().height() ? gap_to_bar : 0,
+                         wanted.width() > most().width() ? gap_to_bar : 0);
       updateGeometry();
     }
     return QScrollArea::eventFilter(watched, event);
@@ -78,6 +88,7 @@ FormDialog::FormDialog(Form& form, QWidget* owner)
   if (form.least_width() > 0)
     setMinimumSize(to_pixels(float(form.least_width())), to_pixels(float(form.least_height())));
   form_.add_observer(*this);
+  qApp->installEventFilter(this);
 }
 
 FormDialog::~FormDialog() { form_.remove_observer(*this); }
@@ -89,7 +100,6 @@ void FormDialog::make_widgets(QWidget& content) {
   for (const auto& control : form_.controls()) {
     QWidget* frame = control->container() ? widgets_.value(control->container()) : nullptr;
     QWidget* widget = make_widget(*control, frame ? frame : &content, run);
-    widget->installEventFilter(this);
     widgets_.insert(control.get(), widget);
   }
 }
@@ -128,6 +138,7 @@ void FormDialog::control_changed(FormControl& control) {
   if (QWidget* widget = widgets_.value(&control)) show_state(control, *widget);
   for (const auto& other : form_.controls())
     if (other->colour_field() == &control) show_state(*other, *widgets_.value(other.get()));
+  layout_->fault_changed(control);
   if (control.has_caption()) captions_changed();
 }
 
@@ -170,7 +181,6 @@ void FormDialog::showEvent(QShowEvent* event) {
     break;
   }
   QDialog::showEvent(event);
-  windowHandle()->installEventFilter(this);
   act([this] { form_.paint(); });
   // Work that takes its time begins when the window is there.
   if (!std::exchange(activated_, true))
@@ -178,13 +188,22 @@ void FormDialog::showEvent(QShowEvent* event) {
 }
 
 // What the window system wants painted anew, as where another window has gone; what Qt paints by itself, a
-// caret that blinks, is nobody's news.
+// caret that blinks, is nobody's news. Nor is the room under the dialog's own lists, menus and tips: who
+// picks from a list means it.
 bool FormDialog::eventFilter(QObject* watched, QEvent* event) {
-  if (watched == windowHandle() && event->type() == QEvent::Expose && windowHandle()->isExposed())
-    act([this] { form_.paint(); });
-  for (const auto& control : form_.controls())
-    if (event->type() == QEvent::FocusIn && widgets_.value(control.get()) == watched)
-      form_.set_active(*control);
+  constexpr int time_to_uncover = 500;
+  if (event->type() == QEvent::Hide && watched->isWidgetType()) {
+    const Qt::WindowType type = static_cast<QWidget*>(watched)->windowType();
+    if (type == Qt::Popup || type == Qt::ToolTip) popup_closed_.start();
+  }
+  if (watched == windowHandle() && event->type() == QEvent::Expose && windowHandle()->isExposed()) {
+    const bool under_popup = QApplication::activePopupWidget() ||
+                             (popup_closed_.isValid() && popup_closed_.elapsed() < time_to_uncover);
+    if (!under_popup) act([this] { form_.paint(); });
+  }
+  if (event->type() == QEvent::FocusIn)
+    for (const auto& control : form_.controls())
+      if (widgets_.value(control.get()) == watched) form_.set_active(*control);
   return QDialog::eventFilter(watched, event);
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDialog>
+#include <QElapsedTimer>
 #include <QScrollArea>
 #include <functional>
 #include <memory>
@@ -51,6 +52,7 @@ class FormDialog final : public QDialog, private platform::FormObserver {
   void tell(const RuntimeError& failure);
 
   platform::Form& form_;
+  QElapsedTimer popup_closed_;
   Area* area_;
   QDialogButtonBox* closing_;
   FormLayout::Widgets widgets_;

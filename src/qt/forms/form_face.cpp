@@ -1,10 +1,20 @@
 #include "tvx/qt/forms/form_face.h"
 
+#include <QFontDatabase>
+
 #include "tvx/qt/dialogs/wait_dialog.h"
 #include "tvx/qt/forms/form_dialog.h"
 #include "tvx/qt/support/modal.h"
+#include "tvx/qt/support/strings.h"
 
 namespace tvx::qt {
+
+std::vector<std::u16string> Forms::fonts() const {
+  std::vector<std::u16string> names;
+  for (const QString& family : QFontDatabase::families())
+    if (!QFontDatabase::isPrivateFamily(family)) names.push_back(from_qt(family));
+  return names;
+}
 
 void Forms::run(platform::Form& form, platform::WindowHandle) {
   Modal<FormDialog> dialog(form, owner_for_dialog(control_));

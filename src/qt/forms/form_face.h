@@ -15,6 +15,8 @@ class Forms final : public platform::Forms {
   /// is cancelled then.
   explicit Forms(QWidget& control) : control_(&control) {}
 
+  std::vector<std::u16string> fonts() const override;
+
  private:
   void run(platform::Form& form, platform::WindowHandle owner) override;
   void open(platform::Form& form, platform::WindowHandle owner) override;

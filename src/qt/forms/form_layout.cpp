@@ -2,13 +2,16 @@
 
 #include <QBoxLayout>
 #include <QGridLayout>
+#include <QLabel>
 #include <QPushButton>
 #include <QStyle>
 #include <algorithm>
 
 #include "tvx/qt/forms/form_widgets.h"
+#include "tvx/qt/forms/mnemonics.h"
 #include "tvx/qt/support/caption_label.h"
 #include "tvx/qt/support/strings.h"
+#include "tvx/qt/support/words.h"
 
 namespace tvx::qt {
 namespace {
@@ -88,7 +91,7 @@ void FormLayout::fill(Grid& grid) {
   for (const std::vector<Field>& fields : grid.rows) {
     for (std::size_t place = 0; place < fields.size(); ++place)
       add_field(fields[place], grid, row, int(place), place + 1 == fields.size());
-    ++row;
+    row += 2;  // the second is for what is wrong with the first
   }
   for (std::size_t place = 0; place < grid.columns; ++place)
     grid.layout->setColumnStretch(grid_columns * int(place) + 1, 1);
@@ -108,6 +111,8 @@ void FormLayout::add_field(const Field& field, Grid& grid, int row, int place, b
   const bool below_fields = grid.has_labels && std::ranges::all_of(field.controls, is_pressed);
   const int from = field.label || below_fields ? label + 1 : label;
   add_controls(field, grid, row, from, end - from);
+  for (const FormControl* control : field.controls)
+    if (control->has_text()) add_fault_line(*control, grid, row + 1, from, end - from);
   if (!field.label) return;
   auto* widget = static_cast<CaptionLabel*>(widget_of(field.label));
   const int side = widget->style()->styleHint(QStyle::SH_FormLayoutLabelAlignment);
@@ -133,9 +138,36 @@ void FormLayout::add_controls(const Field& field, Grid& grid, int row, int colum
   grid.layout->addLayout(line, row, column, 1, span);
 }
 
+// --- faults ---
+
+void FormLayout::add_fault_line(const FormControl& control, Grid& grid, int row, int column, int span) {
+  auto* line = new QLabel(widget_of(&control)->parentWidget());
+  line->setObjectName(to_qt(control.Name()) + QStringLiteral(" fault"));
+  line->setTextFormat(Qt::PlainText);
+  line->setWordWrap(true);
+  line->hide();
+  grid.layout->addWidget(line, row, column, 1, span);
+  fault_lines_.insert(&control, line);
+  fault_changed(control);
+}
+
+void FormLayout::fault_changed(const FormControl& control) {
+  QLabel* line = fault_lines_.value(&control);
+  if (!line || (control.fault().empty() && line->isHidden())) return;
+  const bool dark = line->palette().color(QPalette::Window).lightness() < 128;
+  QPalette palette = line->palette();
+  palette.setColor(QPalette::WindowText, dark ? QColor(0xff, 0x9a, 0x90) : QColor(0xb3, 0x26, 0x1e));
+  line->setPalette(palette);
+  line->setText(QStringLiteral("\u26A0 ") + translated(control.fault()));
+  line->setVisible(!control.fault().empty());
+}
+
 // --- captions ---
 
 void FormLayout::captions_changed() {
+  const auto captions = captions_with_mnemonics(form_);
+  for (auto caption = captions.cbegin(); caption != captions.cend(); ++caption)
+    show_caption(*caption.key(), caption.value(), *widget_of(caption.key()));
   for (Grid& grid : grids_) {
     for (std::size_t place = 0; place < grid.columns; ++place)
       grid.layout->setColumnMinimumWidth(grid_columns * int(place),

@@ -7,6 +7,7 @@
 #include "tvx/platform/form.h"
 
 class QGridLayout;
+class QLabel;
 class QWidget;
 
 namespace tvx::qt {
@@ -24,6 +25,8 @@ class FormLayout {
   /// For when captions, the font or the style have changed: the columns of labels become as wide in every
   /// frame as the widest one wants, and what has no words of its own is called what its label says.
   void captions_changed();
+  /// What is wrong with a field is told below it.
+  void fault_changed(const platform::FormControl& control);
 
  private:
   /// A label, which may be missing, and what it names.
@@ -46,12 +49,14 @@ class FormLayout {
   void add_field(const Field& field, Grid& grid, int row, int place, bool last);
   void add_controls(const Field& field, Grid& grid, int row, int column, int span);
   void name_controls(const Field& field) const;
+  void add_fault_line(const platform::FormControl& control, Grid& grid, int row, int column, int span);
   int widest_label(std::size_t place) const;
   QWidget* widget_of(const platform::FormControl* control) const { return widgets_.value(control); }
 
   const platform::Form& form_;
   const Widgets& widgets_;
   QWidget& form_widget_;
+  QHash<const platform::FormControl*, QLabel*> fault_lines_;
   std::deque<Grid> grids_;  // references to them stay
 };
 

@@ -11,6 +11,7 @@
 #include <QPushButton>
 
 #include "tvx/qt/forms/colour_button.h"
+#include "tvx/qt/forms/colour_palette.h"
 #include "tvx/qt/forms/form_colours.h"
 #include "tvx/qt/forms/key_reporter.h"
 #include "tvx/qt/forms/list_box.h"
@@ -18,6 +19,7 @@
 #include "tvx/qt/forms/text_boxes.h"
 #include "tvx/qt/support/caption_label.h"
 #include "tvx/qt/support/strings.h"
+#include "tvx/qt/support/words.h"
 
 namespace tvx::qt {
 namespace {
@@ -36,6 +38,7 @@ QWidget* make_text_box(FormControl& control, QWidget* parent, const UserAct& act
   } else {
     auto* text = new TextBox(control.columns(), parent);
     follow_line(control, *text, act);
+    if (!control.offered().empty()) add_palette(control, *text);
     box = text;
   }
   if (control.reports_keys()) new KeyReporter(control, *box, act);
@@ -150,22 +153,53 @@ void show_picture(const FormControl& control, QLabel& picture) {
   picture.setPixmap(image);
 }
 
+// A caption that has stayed keeps the letter that the form's layout has marked in it.
+void show_own_caption(const FormControl& control, QWidget& widget) {
+  const QString caption = to_qt(control.Caption());
+  if (widget.property("caption") == caption) return;
+  widget.setProperty("caption", caption);
+  show_caption(control, caption, widget);
+}
+
 void show_button(const FormControl& control, QPushButton& button) {
-  button.setText(to_qt(control.Caption()));
+  show_own_caption(control, button);
   if (const FormControl* field = control.colour_field())
     static_cast<ColourButton&>(button).show_colour(to_qt(field->Text()));
 }
 
+// Sizes of letters as browsers show those of documents.
+void show_sample(const platform::TextSample& sample, CaptionLabel& label) {
+  constexpr int pixels[] = {10, 13, 16, 18, 24, 32, 48}, usual = 3, tallest = 64;
+  const int size = sample.size >= 1 && sample.size <= 7 ? sample.size : usual;
+  QFont font = sample.font.empty() ? QFont() : QFont(to_qt(sample.font));
+  font.setPixelSize(pixels[size - 1]);
+  const QColor colour = document_colour(to_qt(sample.colour)),
+               background = document_colour(to_qt(sample.background));
+  QPalette palette;
+  palette.setColor(QPalette::WindowText, colour.isValid() ? colour : QColor(Qt::black));
+  palette.setColor(QPalette::Window, background.isValid() ? background : QColor(Qt::white));
+  label.setFont(font);
+  label.setPalette(palette);
+  label.setAutoFillBackground(true);
+  label.setAlignment(Qt::AlignCenter);
+  label.setMinimumHeight(tallest);
+}
+
+void show_label(const FormControl& control, CaptionLabel& label) {
+  show_own_caption(control, label);
+  if (control.sample()) show_sample(*control.sample(), label);
+}
+
 void show_content(const FormControl& control, QWidget& widget) {
   switch (control.kind()) {
-    case ControlKind::Label: static_cast<CaptionLabel&>(widget).show_caption(to_qt(control.Caption())); break;
+    case ControlKind::Label: show_label(control, static_cast<CaptionLabel&>(widget)); break;
     case ControlKind::TextBox: show_text(control, widget); break;
     case ControlKind::ComboBox: show_list(control, static_cast<QComboBox&>(widget)); break;
     case ControlKind::ListBox: static_cast<ListBox&>(widget).show_items(); break;
     case ControlKind::ListView: break;  // it watches its own model
     case ControlKind::CheckBox: {
       auto& box = static_cast<QCheckBox&>(widget);
-      box.setText(to_qt(control.Caption()));
+      show_own_caption(control, box);
       box.setChecked(control.Value());
       break;
     }
@@ -189,9 +223,20 @@ void show_state(const FormControl& control, QWidget& widget) {
   widget.setEnabled(control.Enabled());
   // One that has never been shown is made visible by its window.
   if (widget.isHidden() == control.Visible()) widget.setVisible(control.Visible());
-  const QString tip = to_qt(control.ToolTipText());
+  const QString tip = translated(control.ToolTipText()), fault = translated(control.fault());
   widget.setToolTip(Qt::mightBeRichText(tip) ? tip.toHtmlEscaped() : tip);
+  // What is wrong is more urgent than what would be right.
+  widget.setAccessibleDescription(fault.isEmpty() ? tip : fault);
   show_back_colour(control, widget);
+}
+
+void show_caption(const FormControl& control, const QString& caption, QWidget& widget) {
+  switch (control.kind()) {
+    case ControlKind::Label: return static_cast<CaptionLabel&>(widget).show_caption(caption);
+    case ControlKind::CheckBox:
+    case ControlKind::CommandButton: return static_cast<QAbstractButton&>(widget).setText(caption);
+    default: return;
+  }
 }
 
 QString without_marks(const QString& caption) {

@@ -21,6 +21,9 @@ QWidget* make_widget(platform::FormControl& control, QWidget* parent, const User
 /// text that is being typed above all.
 void show_state(const platform::FormControl& control, QWidget& widget);
 
+/// The caption of a label, check box or button, with the mark of its letter for the keyboard.
+void show_caption(const platform::FormControl& control, const QString& caption, QWidget& widget);
+
 /// A caption without its marks for the keyboard: "Fo&re" is "Fore", "&&" is "&".
 QString without_marks(const QString& caption);
 

@@ -53,5 +53,37 @@ TEST_F(DialogHostAlone, AMissingLanguageFileIsToldForTheBarsAndNotForADialog) {
   EXPECT_EQ(context.host.count("Error"), 1u);
 }
 
+// --- the host replaces the content while a dialog is open ---
+
+TEST_F(DialogHostAlone, WhatWasConfirmedForAFormerContentFailsAndTheUserIsTold) {
+  form.set_default_button(form.add_closing_button(u"OKButton", u"OK"));
+  std::vector<std::u16string> told;
+  context.dialogs.on_opened([&](const headless::ShownDialog& dialog) {
+    if (const auto* box = std::get_if<platform::MessageBox>(&dialog)) told.push_back(box->text);
+  });
+  context.forms.expect({.form = u"frmTest",
+                        .while_open = [this](platform::Form&) { context.load(u"<p>another</p>"); },
+                        .press = u"OKButton"});
+  EXPECT_THROW(dialogs.show(form, u"Test"), RuntimeError);
+  EXPECT_THAT(told, testing::ElementsAre(u"The document has been replaced meanwhile. It stays as it is."));
+}
+
+TEST_F(DialogHostAlone, WhoCancelsIsNotTold) {
+  bool told = false;
+  context.dialogs.on_opened([&](const headless::ShownDialog&) { told = true; });
+  context.forms.expect(
+      {.form = u"frmTest", .while_open = [this](platform::Form&) { context.load(u"<p>another</p>"); }});
+  EXPECT_THROW(dialogs.show(form, u"Test"), RuntimeError);
+  EXPECT_FALSE(told);
+}
+
+TEST_F(DialogHostAlone, AFieldForColoursOffersThoseOfTheDocument) {
+  context.load(u"<p style='color: #123456'>text</p>");
+  platform::FormControl& box = form.add_text_box(u"txtColour");
+  form.add_button(u"cmdColour", u"...").set_colour_field(box);
+  dialogs.show(form, u"Test");
+  EXPECT_THAT(box.offered(), testing::ElementsAre(u"#123456"));
+}
+
 }  // namespace
 }  // namespace tvx::core

@@ -9,6 +9,9 @@
 #include "tvx/core/chrome/toolbars.h"
 #include "tvx/core/commands/formatting.h"
 #include "tvx/core/content/style_sheet.h"
+#include "tvx/core/dialogs/field_settings.h"
+#include "tvx/core/dialogs/form_elements.h"
+#include "tvx/core/dialogs/image_settings.h"
 #include "tvx/core/views/code_pane.h"
 #include "tvx/core/views/edit_window.h"
 #include "tvx/core/views/panes.h"
@@ -52,7 +55,11 @@ struct ChromeAlone : testing::Test {
   StyleSheetBinding sheet{context, {}};
   Formatting formatting{context, toolbars, code, edit_window};
   ClassMenus classes{context, highlight, sheet};
-  MenuCommands menu_commands{context, {menus, toolbars, highlight, tables, formatting, classes, actions}};
+  ImageSettings images{context, highlight};
+  FormElements forms{context};
+  FieldSettings fields{context, forms};
+  MenuCommands menu_commands{
+      context, {menus, toolbars, highlight, tables, formatting, classes, actions, images, fields}};
 };
 
 TEST_F(ChromeAlone, APressedButtonAsksTheHostThenActs) {

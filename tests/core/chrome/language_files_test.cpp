@@ -23,7 +23,10 @@ using Words = std::map<std::string, std::string>;
 
 /// Words that are the same in another language.
 const std::map<std::string, std::set<std::string>> equal_words = {
-    {"de", {"OK"}}, {"fr", {"OK", "Style"}}, {"es", {}}, {"ja", {"OK"}}, {"ar", {}}};
+    {"de", {"OK", "Name"}}, {"fr", {"OK", "Style"}}, {"es", {}}, {"ja", {"OK"}}, {"ar", {}}};
+
+/// Captions that are no words.
+const std::set<std::u16string> equal_everywhere = {u"", u"...", u"px", u"AaBbGgYyZz 0123"};
 
 class LanguageFile : public Control, public testing::WithParamInterface<std::string> {
  protected:
@@ -85,6 +88,11 @@ class LanguageFile : public Control, public testing::WithParamInterface<std::str
     open("TableCellSettings", [&] { choose_in_path(dom::Tag::Td, u"mnuToolProperties"); });
     open("TableRowSettings", [&] { choose_in_path(dom::Tag::Tr, u"mnuToolProperties"); });
     open("ElementTagEdit", [&] { choose_in_path(dom::Tag::P, u"mnuToolEditTag"); });
+    open("FontSettings", [&] { control->change_Font(); });
+    control->set_DocumentHTML(u"<FORM><INPUT type=text></FORM><P><IMG src=a.png></P>");
+    open("FormSettings", [&] { control->insert_Form(); });
+    open("ImageSettings", [&] { choose_in_path(dom::Tag::Img, u"mnuToolProperties"); });
+    open("FieldSettings", [&] { control->DOM()->double_click(at(element(dom::Tag::Input))); });
     forms.on_opened({});
   }
   void choose_in_path(dom::Tag tag, std::u16string item) {
@@ -96,7 +104,7 @@ class LanguageFile : public Control, public testing::WithParamInterface<std::str
 
   /// Names and figures need no words, and the line that hosts compare is the same in every language.
   static bool has_words(const platform::FormControl& control) {
-    return control.has_caption() && !control.Caption().empty() && control.Caption() != u"..." &&
+    return control.has_caption() && !equal_everywhere.contains(control.Caption()) &&
            control.Name() != u"lblMessage";
   }
 
@@ -104,7 +112,8 @@ class LanguageFile : public Control, public testing::WithParamInterface<std::str
   Words shown_in_dialogs() {
     Words words;
     open_dialogs([&](const std::string& section, const platform::Form& form) {
-      add(words, section, u"form", form.Caption());
+      // That of an image goes on with its address.
+      add(words, section, u"form", form.Caption().substr(0, form.Caption().find(u'(')));
       for (const auto& each : form.controls())
         if (has_words(*each)) add(words, section, each->Name(), each->Caption());
     });

@@ -38,7 +38,8 @@ TEST_F(Contexts, ItemsStandInTheirOrder) {
                                                  u"mnuLinksSep1", u"mnuLinkEdit", u"mnuLinkRemove"));
   EXPECT_THAT(names(menus.mnuMisc),
               ElementsAre(u"mnuMiscCut", u"mnuMiscCopy", u"mnuMiscPaste", u"mnuMiscStyle", u"mnuMiscSep4",
-                          u"mnuInsertLink", u"mnuSepM2", u"mnuMiscSource", u"mnuS4", u"mnuMiscRevert"));
+                          u"mnuInsertLink", u"mnuSepM2", u"mnuMiscSource", u"mnuS4", u"mnuMiscRevert",
+                          u"mnuMiscFieldSep", u"mnuMiscField", u"mnuMiscForm"));
   EXPECT_THAT(names(menus.mnuImg),
               ElementsAre(u"mnuImgCut", u"mnuImgCopy", u"mnuImgPaste", u"mnuImgSep3", u"mnuImgNewLink",
                           u"mnuImgLink", u"mnuImgLinkRemove", u"mnuImgProperties"));
@@ -72,7 +73,7 @@ TEST_F(Contexts, EveryItemThatActsHasItsKey) {
       EXPECT_FALSE(key.empty()) << to_utf8(item->Name());
       EXPECT_TRUE(keys.insert(key).second) << to_utf8(key);
     }
-  EXPECT_EQ(keys.size(), 34u);
+  EXPECT_EQ(keys.size(), 36u);
   EXPECT_EQ(ContextMenus::key_of(menus.item(u"mnuMiscRevert")), u"ContextMISCRevert");
   EXPECT_EQ(ContextMenus::key_of(menus.item(u"mnuMiscCut")), u"ContextMiscCut");
 }

@@ -10,7 +10,7 @@ class Form;
 class FormControl;
 }  // namespace tvx::platform
 
-namespace tvx::tables {
+namespace tvx::dialogs {
 
 /// A colour that the user chose: "#RRGGBB" and the platform's number. The text is empty if the user
 /// cancelled.
@@ -27,4 +27,4 @@ ChosenColour colour_choose2(platform::CommonDialogs& dialogs, const platform::Fo
 void add_colour_row(platform::Form& form, platform::FormControl* frame, std::u16string label,
                     std::u16string caption, std::u16string box, std::u16string button);
 
-}  // namespace tvx::tables
+}  // namespace tvx::dialogs

@@ -1,11 +1,11 @@
-#include "tvx/tables/colour_choice.h"
+#include "tvx/dialogs/colour_choice.h"
 
 #include <utility>
 
 #include "tvx/platform/common_dialogs.h"
 #include "tvx/platform/form.h"
 
-namespace tvx::tables {
+namespace tvx::dialogs {
 
 ChosenColour colour_choose2(platform::CommonDialogs& dialogs, const platform::Form& owner) {
   const Colour colour = dialogs.ShowColor(white, owner.handle());
@@ -23,4 +23,4 @@ void add_colour_row(platform::Form& form, platform::FormControl* frame, std::u16
   form.add_button(std::move(button), u"...").set_colour_field(field);
 }
 
-}  // namespace tvx::tables
+}  // namespace tvx::dialogs

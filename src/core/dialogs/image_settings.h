@@ -1,0 +1,24 @@
+#pragma once
+
+#include "tvx/core/part.h"
+#include "tvx/dialogs/image_dialog.h"
+
+namespace tvx::core {
+
+class SelectionHighlight;
+
+/// The settings of the image that is the current element.
+class ImageSettings final : public Part {
+ public:
+  ImageSettings(Context& context, SelectionHighlight& highlight) : Part(context), highlight_(highlight) {}
+
+  /// False after OK, true after Cancel and Reset: what the callers mark as a change goes by this, the wrong
+  /// way round, and hosts know it so. The step of undo, and what a program makes of it, go by what has
+  /// changed.
+  bool EditImageProperties();
+
+ private:
+  SelectionHighlight& highlight_;
+};
+
+}  // namespace tvx::core
