@@ -171,6 +171,12 @@ class HTMLed {
   /// The user's own words for the spelling run.
   std::u16string CustomDictionaryFilename() const;
   void set_CustomDictionaryFilename(std::u16string_view value);
+  /// The language of what no element of the document names one for ("de-DE"); empty: the locale's.
+  std::u16string SpellingLanguage() const;
+  void set_SpellingLanguage(std::u16string_view value);
+  /// Whether wrong words are underlined while the user types.
+  bool CheckSpellingAsYouType() const;
+  void set_CheckSpellingAsYouType(bool value);
   /// The server that files are transferred to and from.
   std::u16string FTPHost() const;
   void set_FTPHost(std::u16string_view value);

@@ -75,6 +75,9 @@ class HTMLedWidget final : public QWidget {
   Q_PROPERTY(QString LocalImageStore READ LocalImageStore WRITE set_LocalImageStore)
   Q_PROPERTY(
       QString CustomDictionaryFilename READ CustomDictionaryFilename WRITE set_CustomDictionaryFilename)
+  Q_PROPERTY(QString SpellingLanguage READ SpellingLanguage WRITE set_SpellingLanguage)
+  Q_PROPERTY(
+      bool CheckSpellingAsYouType READ CheckSpellingAsYouType WRITE set_CheckSpellingAsYouType)
   Q_PROPERTY(QString FTPHost READ FTPHost WRITE set_FTPHost)
   Q_PROPERTY(QString FTPUser READ FTPUser WRITE set_FTPUser)
   Q_PROPERTY(QString FTPPassword READ FTPPassword WRITE set_FTPPassword)
@@ -221,6 +224,10 @@ class HTMLedWidget final : public QWidget {
   QString LocalImageStore() const;
   /// The user's own words for the spelling run.
   QString CustomDictionaryFilename() const;
+  /// The language of what no element of the document names one for ("de-DE"); empty: the locale's.
+  QString SpellingLanguage() const;
+  /// Whether wrong words are underlined while the user types.
+  bool CheckSpellingAsYouType() const;
   /// The server that files are transferred to and from.
   QString FTPHost() const;
   /// The name for logging in there.
@@ -281,6 +288,8 @@ class HTMLedWidget final : public QWidget {
   void set_UploadImages(bool value);
   void set_LocalImageStore(const QString& value);
   void set_CustomDictionaryFilename(const QString& value);
+  void set_SpellingLanguage(const QString& value);
+  void set_CheckSpellingAsYouType(bool value);
   void set_FTPHost(const QString& value);
   void set_FTPUser(const QString& value);
   void set_FTPPassword(const QString& value);

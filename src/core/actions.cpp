@@ -46,6 +46,7 @@ constexpr ButtonRow buttons[] = {
     {u"unindent", run<outdent>},
     {u"Text", [](Parts& parts) { parts.font_settings.change_Font(); }},
     {u"Find", find},
+    {u"Spell Check", [](Parts& parts) { parts.spelling.SpellCheck(); }},
     {u"Undo", [](Parts& parts) { parts.formatting.undo(); }},
     {u"Redo", [](Parts& parts) { parts.formatting.redo(); }},
     {u"link", [](Parts& parts) { parts.formatting.insert_Link(); }},

@@ -150,6 +150,10 @@ class HTMLed final : public std::enable_shared_from_this<HTMLed>,
   void FTPCancelTransfer();
   /// Uploads the document's local images, gives them their new addresses, and says how many.
   std::int32_t UploadAllImages();
+  /// Goes through the words, asking the host, the speller and the user; returns when the run is over.
+  void SpellCheck();
+  /// The run ends after the word in hand.
+  void SpellingCancel();
   /// The class menus' items: 0 takes a class away, the others are those of style_classes(). The first is for
   /// the current element, the second for the selection.
   const std::vector<StyleClass>& style_classes() const;

@@ -83,6 +83,10 @@ void HTMLed::unnumbered_list() {
 void HTMLed::undo_document() { parts_->formatting.undo(); }
 void HTMLed::redo_document() { parts_->formatting.redo(); }
 void HTMLed::insert_Link() { parts_->formatting.insert_Link(); }
+void HTMLed::SpellCheck() {
+  parts_->view_switch.change_document([this] { parts_->spelling.SpellCheck(); });
+}
+void HTMLed::SpellingCancel() { parts_->spelling.SpellingCancel(); }
 void HTMLed::cut_document() { parts_->clipboard.cut(); }
 void HTMLed::copy_document() { parts_->clipboard.copy(); }
 void HTMLed::paste_document() { parts_->clipboard.paste(); }

@@ -27,6 +27,8 @@
 #include "tvx/core/dialogs/form_elements.h"
 #include "tvx/core/dialogs/image_settings.h"
 #include "tvx/core/remote/transfers.h"
+#include "tvx/core/spelling/spell_run.h"
+#include "tvx/core/spelling/speller.h"
 #include "tvx/core/views/code_pane.h"
 #include "tvx/core/views/edit_window.h"
 #include "tvx/core/views/panes.h"
@@ -72,6 +74,8 @@ struct Parts {
   ViewSwitch view_switch{context, content, code, panes, toolbar_commands, highlight};
 
   Transfers transfers{context, dialogs};
+  Speller speller{context};
+  SpellRun spelling{context, speller};
 
   Formatting formatting{context, toolbars, code, edit_window};
   SelectionCommands selection{context};

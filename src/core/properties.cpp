@@ -82,7 +82,9 @@ const std::vector<Key>& keys() {
       {u"IsDirty", &P::IsDirty, off},
       {u"relativeURLs", &P::relativeURLs, off},
       {u"AlwaysConvertUnicodeCharacters", &P::AlwaysConvertUnicodeCharacters, off},
-      {u"FTPBlockSize", &P::FTPBlockSize, std::int32_t(100)}};
+      {u"FTPBlockSize", &P::FTPBlockSize, std::int32_t(100)},
+      {u"SpellingLanguage", &P::SpellingLanguage, no_text},
+      {u"CheckSpellingAsYouType", &P::CheckSpellingAsYouType, off}};
   return table;
 }
 
@@ -98,7 +100,7 @@ constexpr std::u16string_view writing_order[] = {
     u"HiddenButtons", u"HiddenContextMenus", u"LocalImageStore", u"DocumentText", u"DocumentTitle",
     u"ShowFTPDialog", u"FTPPort", u"FTPTransferType", u"FTPProxyServer", u"FTPProxyBypassList", u"allHTML",
     u"FTPDirectoryItem", u"IsDirty", u"relativeURLs", u"CustomDictionaryFilename",
-    u"AlwaysConvertUnicodeCharacters", u"FTPBlockSize"};
+    u"AlwaysConvertUnicodeCharacters", u"FTPBlockSize", u"SpellingLanguage", u"CheckSpellingAsYouType"};
 // clang-format on
 
 void assign(SharedText& target, const PropertyValue& value) { target = share(as_text(value)); }

@@ -44,7 +44,8 @@ struct Properties {
   bool HighlightDOMSelection = true;
   bool HighlightDOMSelectionOnClick = false;
   bool UploadImages = false;
-  std::u16string LocalImageStore, CustomDictionaryFilename;
+  std::u16string LocalImageStore, CustomDictionaryFilename, SpellingLanguage;
+  bool CheckSpellingAsYouType = false;
   std::u16string FTPHost, FTPUser, FTPPassword, FTPInitDir, FTPSaveToURL;
   bool FTPPassive = false;
   std::int32_t FTPPort = 21;

@@ -67,6 +67,8 @@ class PropertyFace {
   /// Folder and address get their last bar where it is missing.
   void set_LocalImageStore(std::u16string_view folder);
   TVX_TEXT(CustomDictionaryFilename)
+  TVX_TEXT(SpellingLanguage)
+  TVX_FLAG(CheckSpellingAsYouType)
   TVX_TEXT(FTPHost)
   TVX_TEXT(FTPUser)
   TVX_TEXT(FTPPassword)

@@ -124,6 +124,10 @@ class FormControl {
   /// Of text boxes that are for numbers.
   const std::optional<NumberRange>& number() const { return number_; }
   void set_number(NumberRange range) { number_ = range; }
+  /// Of text boxes: a passage that is only read, on as many lines as it takes; what is selected in it is
+  /// marked.
+  bool is_passage() const { return is_passage_; }
+  void set_passage() { is_passage_ = true; }
   /// Of text boxes: texts that the user may pick instead of typing, the likeliest first.
   const std::vector<std::u16string>& offered() const { return offered_; }
   void set_offered(std::vector<std::u16string> texts) { offered_ = std::move(texts); }
@@ -183,7 +187,7 @@ class FormControl {
   FormControl* colour_field_ = nullptr;
   std::optional<NumberRange> number_;
   std::optional<TextSample> sample_;
-  bool takes_text_ = false, shows_fonts_ = false, reports_keys_ = false;
+  bool takes_text_ = false, shows_fonts_ = false, reports_keys_ = false, is_passage_ = false;
   bool enabled_ = true, visible_ = true, value_ = false;
 };
 

@@ -97,6 +97,10 @@ std::u16string HTMLed::CustomDictionaryFilename() const { return text(u"CustomDi
 void HTMLed::set_CustomDictionaryFilename(std::u16string_view value) {
   put(u"CustomDictionaryFilename", value);
 }
+std::u16string HTMLed::SpellingLanguage() const { return text(u"SpellingLanguage"); }
+void HTMLed::set_SpellingLanguage(std::u16string_view value) { put(u"SpellingLanguage", value); }
+bool HTMLed::CheckSpellingAsYouType() const { return flag(u"CheckSpellingAsYouType"); }
+void HTMLed::set_CheckSpellingAsYouType(bool value) { put(u"CheckSpellingAsYouType", value); }
 std::u16string HTMLed::FTPHost() const { return text(u"FTPHost"); }
 void HTMLed::set_FTPHost(std::u16string_view value) { put(u"FTPHost", value); }
 std::u16string HTMLed::FTPUser() const { return text(u"FTPUser"); }

@@ -39,7 +39,7 @@ class FakeContext final : public Context {
   const std::shared_ptr<browser::HTMLDocument>& DOM() const override { return document_; }
   void set_DOM(std::shared_ptr<browser::HTMLDocument> document) override { document_ = std::move(document); }
   browser::Browser& browser() const override { return browser_; }
-  void raise(const std::function<void(HTMLedEvents&)>& event) override { event(host); }
+  void raise(const std::function<void(HTMLedEvents&)>& event) override { event(*host_); }
   void tell(const std::function<void(HTMLedObserver&)>& news) override { news(*observer); }
   void PropertyChanged(std::u16string_view key) override { changed.emplace_back(to_utf8(key)); }
   void Wait() override {
@@ -74,6 +74,8 @@ class FakeContext final : public Context {
                       .forms = &forms};
   Properties values;
   RecordingHost host;
+  /// Another one, that hears more.
+  void set_host(HTMLedEvents& other) { host_ = &other; }
   HTMLedObserver nobody;
   HTMLedObserver* observer = &nobody;
   bool at_run_time = true, ended = false;
@@ -83,6 +85,7 @@ class FakeContext final : public Context {
   std::function<void(platform::Form&)> on_dialog;
 
  private:
+  HTMLedEvents* host_ = &host;
   mutable browser::Browser browser_{loop};
   std::shared_ptr<browser::HTMLDocument> document_;
 };

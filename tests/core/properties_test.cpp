@@ -166,7 +166,9 @@ constexpr std::u16string_view writing_order[] = {u"DocumentHTML",
                                                  u"relativeURLs",
                                                  u"CustomDictionaryFilename",
                                                  u"AlwaysConvertUnicodeCharacters",
-                                                 u"FTPBlockSize"};
+                                                 u"FTPBlockSize",
+                                                 u"SpellingLanguage",
+                                                 u"CheckSpellingAsYouType"};
 
 TEST_F(Control, KeysAreWrittenInTheOrderThatContainersKnow) {
   create();
@@ -221,7 +223,9 @@ constexpr std::u16string_view reading_order[] = {u"DocumentHTML",
                                                  u"IsDirty",
                                                  u"relativeURLs",
                                                  u"AlwaysConvertUnicodeCharacters",
-                                                 u"FTPBlockSize"};
+                                                 u"FTPBlockSize",
+                                                 u"SpellingLanguage",
+                                                 u"CheckSpellingAsYouType"};
 
 struct OrderBag : platform::PropertyBag {
   mutable std::vector<std::u16string> read;

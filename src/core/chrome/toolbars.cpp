@@ -38,7 +38,7 @@ constexpr Row formatting_buttons[] = {
     {u"unindent", u"Outdent Paragraph", u"outdent"},
     {u"Text", u"Change selected text font and color", u"text"},
     {u"Find", u"Find and Replace", u"find"},
-    {u"Spell Check", u"Spell Check", u"spelling", obstacles::no_spelling},
+    {u"Spell Check", u"Spell Check", u"spelling"},
     {},
     {u"Undo", u"Undo", u"undo"},
     {u"Redo", u"Redo", u"redo"},

@@ -189,6 +189,37 @@ std::optional<Boundary> previous_edge(Boundary from, EdgeKind kind) {
 
 }  // namespace
 
+struct WordReader::State {
+  explicit State(Boundary from) : ahead(from, Direction::Forward) {}
+  Reader ahead;
+  Chunk chunk;
+  std::vector<Word> words;
+  std::size_t given = 0;  // of these words
+};
+
+WordReader::WordReader(Boundary from) : state_(std::make_unique<State>(from)) {}
+WordReader::~WordReader() = default;
+WordReader::WordReader(WordReader&&) noexcept = default;
+WordReader& WordReader::operator=(WordReader&&) noexcept = default;
+
+std::optional<dom::Range> WordReader::next() {
+  State& state = *state_;
+  while (state.given == state.words.size()) {
+    if (state.ahead.ended()) return std::nullopt;
+    state.chunk = {};
+    state.given = 0;
+    state.ahead.read(state.chunk, chunk_size);
+    state.words = words_in(state.chunk.text());
+  }
+  const Word& word = state.words[state.given++];
+  return dom::Range{state.chunk.begin_at(word.begin), state.chunk.end_at(word.end)};
+}
+
+Boundary WordReader::checkpoint() const {
+  return state_->given == 0 ? Boundary() : state_->chunk.begin_at(0);
+}
+std::size_t WordReader::given_since() const { return state_->given; }
+
 std::optional<dom::Range> word_at(Boundary place) {
   Chunk chunk;
   Reader(place, Direction::Backward).read(chunk, 0);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <optional>
 
 #include "tvx/dom/range.h"
@@ -19,5 +20,27 @@ std::optional<dom::Boundary> next_word_end(dom::Boundary from);
 /// The last start or end before the position.
 std::optional<dom::Boundary> previous_word_begin(dom::Boundary from);
 std::optional<dom::Boundary> previous_word_end(dom::Boundary from);
+
+/// The words after a position, one after the other; asking next_word_begin() and next_word_end() again and
+/// again gives the same ones. All of them together cost one walk. The tree may not change meanwhile.
+class WordReader {
+ public:
+  /// A position that no word goes over, as the start of a block or of what checkpoint() gave.
+  explicit WordReader(dom::Boundary from);
+  ~WordReader();
+  WordReader(WordReader&&) noexcept;
+  WordReader& operator=(WordReader&&) noexcept;
+
+  /// None at the end of the content.
+  std::optional<dom::Range> next();
+  /// A position at or before the last word that no word goes over, whatever comes after it; and how many of
+  /// the words that were given stand after it. No position before the first word.
+  dom::Boundary checkpoint() const;
+  std::size_t given_since() const;
+
+ private:
+  struct State;
+  std::unique_ptr<State> state_;
+};
 
 }  // namespace tvx::editing

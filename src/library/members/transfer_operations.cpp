@@ -65,9 +65,10 @@ constexpr Member rows[] = {
               [](HTMLed& control, Values&) -> Value { return control.UploadAllImages(); }),
     operation(160, u"CountLocalImages", Type::Integer32, {}, u"The number of local images in the document.",
               count_local_images),
-    operation(161, u"SpellCheck", Type::None, {},
-              u"Checks the document's words, from the first to the last."),
-    operation(162, u"SpellingCancel", Type::None, {}, u"Ends the spelling run after the word in hand."),
+    operation<&HTMLed::SpellCheck>(161, u"SpellCheck",
+                                   u"Checks the document's words, from the first to the last."),
+    operation<&HTMLed::SpellingCancel>(162, u"SpellingCancel",
+                                       u"Ends the spelling run after the word in hand."),
 };
 
 }  // namespace

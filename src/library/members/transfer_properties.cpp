@@ -42,6 +42,12 @@ constexpr Member rows[] = {
     property<&HTMLed::FTPBlockSize, &HTMLed::set_FTPBlockSize>(
         47, u"FTPBlockSize", Type::Integer32, 100,
         u"Bytes that are moved between two looks at the message loop; above 1,024 without a rest."),
+    property<&HTMLed::SpellingLanguage, &HTMLed::set_SpellingLanguage>(
+        48, u"SpellingLanguage", Type::String, u"",
+        u"The language of what no element of the document names one for (\"de-DE\"); empty: the locale's."),
+    property<&HTMLed::CheckSpellingAsYouType, &HTMLed::set_CheckSpellingAsYouType>(
+        49, u"CheckSpellingAsYouType", Type::Boolean, false,
+        u"Whether wrong words are underlined while the user types."),
 };
 
 }  // namespace

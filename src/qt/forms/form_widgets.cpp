@@ -29,7 +29,18 @@ using platform::FormControl;
 
 // --- making: what the user does goes to the model ---
 
+constexpr int letters_of_a_passage = 60;
+
+QWidget* make_passage(QWidget* parent) {
+  auto* passage = new QLabel(parent);
+  passage->setTextFormat(Qt::RichText);
+  passage->setWordWrap(true);
+  passage->setMinimumWidth(letters_of_a_passage * passage->fontMetrics().averageCharWidth());
+  return passage;
+}
+
 QWidget* make_text_box(FormControl& control, QWidget* parent, const UserAct& act) {
+  if (control.is_passage()) return make_passage(parent);
   QWidget* box = nullptr;
   if (control.number()) {
     auto* number = new NumberBox(control, parent, act);
@@ -115,7 +126,17 @@ QWidget* make_bare_widget(FormControl& control, QWidget* parent, const UserAct& 
 
 // --- showing: what the model says is seen ---
 
+/// What is selected is said by more than a colour, which not everybody sees.
+void show_passage(const FormControl& control, QLabel& passage) {
+  const QString text = to_qt(control.Text());
+  const int from = control.SelStart(), to = from + control.SelLength();
+  passage.setText(text.left(from).toHtmlEscaped() + QStringLiteral("<b><u>") +
+                  text.mid(from, to - from).toHtmlEscaped() + QStringLiteral("</u></b>") +
+                  text.mid(to).toHtmlEscaped());
+}
+
 void show_text(const FormControl& control, QWidget& widget) {
+  if (control.is_passage()) return show_passage(control, static_cast<QLabel&>(widget));
   auto* number = dynamic_cast<NumberBox*>(&widget);
   show_line(control, number ? *number->line() : static_cast<QLineEdit&>(widget));
   if (number) number->update();  // its arrows may have come to an end

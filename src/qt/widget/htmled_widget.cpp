@@ -138,6 +138,12 @@ class HTMLedWidget::Parts final : public platform::Container,
   void view_switched(bool in_code_view) override {
     if (widget_) widget_->setFocusProxy(in_code_view ? static_cast<QWidget*>(code_) : view_.widget());
   }
+  void mouse_pointer_changed(int pointer) override {
+    constexpr int usual = 0, arrow = 1;
+    if (!widget_) return;
+    if (pointer == usual) return widget_->unsetCursor();
+    widget_->setCursor(pointer == arrow ? Qt::ArrowCursor : Qt::BusyCursor);
+  }
   void border_changed(core::EdBorderStyle) override {
     if (widget_) resize(widget_->size());
   }

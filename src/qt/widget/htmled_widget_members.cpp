@@ -195,6 +195,10 @@ QString HTMLedWidget::CustomDictionaryFilename() const { return text(u"CustomDic
 void HTMLedWidget::set_CustomDictionaryFilename(const QString& value) {
   put(u"CustomDictionaryFilename", from_qt(value));
 }
+QString HTMLedWidget::SpellingLanguage() const { return text(u"SpellingLanguage"); }
+void HTMLedWidget::set_SpellingLanguage(const QString& value) { put(u"SpellingLanguage", from_qt(value)); }
+bool HTMLedWidget::CheckSpellingAsYouType() const { return flag(u"CheckSpellingAsYouType"); }
+void HTMLedWidget::set_CheckSpellingAsYouType(bool value) { put(u"CheckSpellingAsYouType", value); }
 QString HTMLedWidget::FTPHost() const { return text(u"FTPHost"); }
 void HTMLedWidget::set_FTPHost(const QString& value) { put(u"FTPHost", from_qt(value)); }
 QString HTMLedWidget::FTPUser() const { return text(u"FTPUser"); }

@@ -93,6 +93,11 @@ class LanguageFile : public Control, public testing::WithParamInterface<std::str
     open("FormSettings", [&] { control->insert_Form(); });
     open("ImageSettings", [&] { choose_in_path(dom::Tag::Img, u"mnuToolProperties"); });
     open("FieldSettings", [&] { control->DOM()->double_click(at(element(dom::Tag::Input))); });
+    open("SpellingSettings", [&] {
+      control->set_DocumentHTML(u"<P>qqxqqx</P>");
+      control->set_SpellingLanguage(u"en-US");
+      control->SpellCheck();
+    });
     forms.on_opened({});
   }
   void choose_in_path(dom::Tag tag, std::u16string item) {

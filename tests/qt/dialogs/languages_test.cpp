@@ -75,7 +75,6 @@ const std::pair<const char*, const char*> words_from_below[] = {
     {"src/core/chrome/obstacles.h", "The tag of this element can't be edited"},
     {"src/core/chrome/obstacles.h", "There is no cell on this side"},
     {"src/core/chrome/obstacles.h", "The code view is switched off"},
-    {"src/core/chrome/obstacles.h", "Spell checking is not there yet"},
     {"src/core/chrome/obstacles.h", "The library of remote images is not there yet"},
     {"src/core/commands/image_commands.cpp", "Select an Image"},
     {"src/core/commands/image_commands.cpp", "All Image Files"},
