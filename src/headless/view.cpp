@@ -50,6 +50,7 @@ void View::apply(const browser::Patch& patch) {
     compatibility_mode_ = patch.compatibility_mode;
     base_ = patch.base;
     selection_ = {};
+    marks_.clear();
   }
   last_patch_ = patch.number;
   browser::Patch accepted = patch;
@@ -70,6 +71,15 @@ void View::apply(const browser::Patch& patch) {
 }
 
 void View::select(const browser::ViewSelection& selection) { selection_ = selection; }
+
+void View::mark(const std::vector<browser::TextMarks>& marks) {
+  for (const browser::TextMarks& text : marks) {
+    if (text.stretches.empty())
+      marks_.erase(text.text);
+    else
+      marks_[text.text] = text.stretches;
+  }
+}
 
 void View::ask(const browser::ViewQuestion& question) {
   if (silent_) return;

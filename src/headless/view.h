@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -36,6 +37,7 @@ class View final : public browser::View {
   void apply(const browser::Patch& patch) override;
   void select(const browser::ViewSelection& selection) override;
   void ask(const browser::ViewQuestion& question) override;
+  void mark(const std::vector<browser::TextMarks>& marks) override;
   void set_mode(const browser::ViewMode& mode) override { mode_ = mode; }
   void cancel_drag() override { ++cancelled_drags_; }
   void set_input_context(const browser::InputContext& context) override { context_ = context; }
@@ -57,6 +59,8 @@ class View final : public browser::View {
   const std::vector<Scroll>& scrolls() const { return scrolls_; }
   const ShadowTree& tree() const { return tree_; }
   const browser::ViewSelection& selection() const { return selection_; }
+  /// The stretches of texts that have a wave, by the texts' ids; none of texts that have none.
+  const std::map<dom::NodeId, std::vector<browser::MarkedStretch>>& marks() const { return marks_; }
   const browser::ViewMode& mode() const { return mode_; }
   const browser::InputContext& input_context() const { return context_; }
   const std::u16string& notice() const { return notice_; }
@@ -95,6 +99,7 @@ class View final : public browser::View {
   std::function<void(browser::ViewMessage)> receive_;
   ShadowTree tree_;
   browser::ViewSelection selection_;
+  std::map<dom::NodeId, std::vector<browser::MarkedStretch>> marks_;
   browser::ViewMode mode_;
   browser::InputContext context_;
   std::u16string notice_, base_, refused_;

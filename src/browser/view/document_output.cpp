@@ -23,7 +23,8 @@ DocumentOutput::DocumentOutput(View& view, platform::MessageLoop& loop, std::fun
       page_begins_(std::move(page_begins)),
       patches_(view, loop),
       selection_(view),
-      context_(view) {}
+      context_(view),
+      marks_(view) {}
 
 DocumentOutput::~DocumentOutput() {
   *alive_ = false;
@@ -38,6 +39,7 @@ void DocumentOutput::show(std::shared_ptr<HTMLDocument> document) {
   }
   patches_.stop();
   scroll_.clear();
+  marks_.clear();
   given_up_ = false;
   document_ = std::move(document);
   if (!document_) return;
@@ -61,6 +63,7 @@ void DocumentOutput::begin_page() {
   page_began_ = true;
   patches_.begin_page();
   selection_.page_began();
+  marks_.page_began();
   schedule_flush();
 }
 
@@ -105,6 +108,7 @@ void DocumentOutput::flush() {
   selection_.send(wanted_selection(*document_, mirror()), moved);
   scroll_.send(view_, mirror());
   context_.send(*document_, mode_.editable);
+  if (marks_.send(mirror())) schedule_flush();
 }
 
 /// A mode of the editor changes without notice: it is read with each flush.
@@ -125,6 +129,16 @@ void DocumentOutput::scroll_to(int x, int y) {
 void DocumentOutput::scroll_into_view(dom::Element& element, bool at_top) {
   scroll_.into_view(element, at_top);
   selection_.reveal(false);
+  schedule_flush();
+}
+
+void DocumentOutput::mark(const dom::Text& text, std::vector<MarkedStretch> stretches) {
+  marks_.set(text, std::move(stretches));
+  schedule_flush();
+}
+
+void DocumentOutput::clear_marks() {
+  marks_.clear();
   schedule_flush();
 }
 

@@ -5,9 +5,11 @@
 
 #include "tvx/browser/geometry.h"
 #include "tvx/browser/input/display.h"
+#include "tvx/browser/view/mark_display.h"
 #include "tvx/browser/view/patch_stream.h"
 #include "tvx/browser/view/scroll_request.h"
 #include "tvx/browser/view/shown_context.h"
+#include "tvx/browser/view/shown_marks.h"
 #include "tvx/browser/view/shown_selection.h"
 #include "tvx/dom/mutation.h"
 #include "tvx/editing/selection.h"
@@ -18,6 +20,7 @@ namespace tvx::browser {
 /// gathered and sent once a turn of the loop.
 class DocumentOutput final : public Display,
                              public Viewport,
+                             public MarkDisplay,
                              private dom::MutationObserver,
                              private editing::SelectionObserver {
  public:
@@ -49,6 +52,10 @@ class DocumentOutput final : public Display,
   void scroll_to(int x, int y) override;
   void scroll_into_view(dom::Element& element, bool at_top) override;
 
+  // MarkDisplay
+  void mark(const dom::Text& text, std::vector<MarkedStretch> stretches) override;
+  void clear_marks() override;
+
   // Display
   const Mirror& mirror() const override { return *patches_.mirror(); }
   bool editable() const override { return mode_.editable; }
@@ -76,6 +83,7 @@ class DocumentOutput final : public Display,
   ShownSelection selection_;
   ScrollRequest scroll_;
   ShownContext context_;
+  ShownMarks marks_;
   ViewMode mode_;
   bool page_began_ = false;  // the page doesn't know the mode yet
   bool flush_scheduled_ = false;

@@ -2,12 +2,20 @@
 
 #include <functional>
 #include <string_view>
+#include <vector>
 
+#include "tvx/browser/view/mark_display.h"
 #include "tvx/browser/view/messages.h"
 
 /// The interface between the document and what shows it. The document is the truth; the view is a mirror:
 /// numbered patches go down, what the user did and where things are comes up.
 namespace tvx::browser {
+
+/// All marks of one text.
+struct TextMarks {
+  dom::NodeId text{};
+  std::vector<MarkedStretch> stretches;
+};
 
 /// Whoever shows the document. Every call returns at once; nothing is read back. Messages are handed to
 /// `receive` from a turn of the message loop of their own, never from within a call or a callback.
@@ -18,6 +26,8 @@ class View {
   virtual void apply(const Patch& patch) = 0;
   virtual void select(const ViewSelection& selection) = 0;
   virtual void ask(const ViewQuestion& question) = 0;
+  /// Draws waves under words, on the screen alone. Instead of those that the texts had.
+  virtual void mark(const std::vector<TextMarks>&) {}
   virtual void set_mode(const ViewMode& mode) = 0;
   /// The user thinks better of it, or may not: what is being dragged stays where it is.
   virtual void cancel_drag() = 0;

@@ -73,6 +73,8 @@ void prepare_web_engine() {
     std::clog << "htmled: running as root: the view's sandbox is off\n";
   }
   if (qgetenv("QT_QPA_PLATFORM") == "offscreen") add("--disable-gpu");
+  // Waves under wrong words are the engine's own highlights, which this version has behind a switch.
+  add("--enable-blink-features=HighlightAPI");
   qputenv("QTWEBENGINE_CHROMIUM_FLAGS", flags.trimmed());
   QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
 }
@@ -454,6 +456,18 @@ void WebView::select(const browser::ViewSelection& selection) {
 
 void WebView::ask(const browser::ViewQuestion& question) {
   d_->send(ask_command(d_->page_number_, question));
+}
+
+void WebView::mark(const std::vector<browser::TextMarks>& marks) {
+  CommandWriter writer(d_->page_number_, "mark");
+  writer.open();
+  for (const browser::TextMarks& text : marks) {
+    writer.open().add(static_cast<std::int64_t>(text.text));
+    for (const browser::MarkedStretch& stretch : text.stretches)
+      writer.add(static_cast<std::int64_t>(stretch.from)).add(static_cast<std::int64_t>(stretch.to));
+    writer.close();
+  }
+  d_->send(writer.close().finish());
 }
 
 void WebView::set_mode(const browser::ViewMode& mode) {

@@ -35,6 +35,7 @@ class WebView final : public browser::View {
   void apply(const browser::Patch& patch) override;
   void select(const browser::ViewSelection& selection) override;
   void ask(const browser::ViewQuestion& question) override;
+  void mark(const std::vector<browser::TextMarks>& marks) override;
   void set_mode(const browser::ViewMode& mode) override;
   void cancel_drag() override;
   void set_input_context(const browser::InputContext& context) override;

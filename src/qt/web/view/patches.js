@@ -5,6 +5,7 @@ import { boxOf, detach, insertBefore, newComment, newElement, newElementIn, newT
 import { host, keepHost } from './host.js';
 import { ids, nodes, state } from './state.js';
 import { tell } from './messages.js';
+import { unmark } from './marks.js';
 
 const NAMESPACES = [null, 'http://www.w3.org/2000/svg', 'http://www.w3.org/1998/Math/MathML'];
 const ATTRIBUTE_NAMESPACES = [null, 'http://www.w3.org/1999/xlink',
@@ -53,6 +54,7 @@ function forget(top) {
   for (let node = top; node; node = walker.nextNode()) {
     const id = ids.get(node);
     if (id !== undefined && nodes.get(id) === node) nodes.delete(id);
+    unmark(node);
   }
 }
 

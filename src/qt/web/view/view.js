@@ -11,6 +11,7 @@ import { caret, dropCaret, hide, restartBlink } from './boxes.js';
 import { connectBridge, later, tell } from './messages.js';
 import { drawOverlay, drawnBoxes, factsLater } from './drawing.js';
 import { listenToMouse } from './mouse.js';
+import { mark, markedWords } from './marks.js';
 import { nodes, state } from './state.js';
 import { scrollIntoView } from './dom.js';
 import { select } from './selection.js';
@@ -21,6 +22,7 @@ const commands = {
     factsLater();
   },
   select: select,
+  mark: mark,
   ask: ask,
   mode: (isEditable, placesFreely) => {
     state.editable = isEditable;
@@ -50,7 +52,7 @@ const commands = {
 };
 
 /// For who looks from outside of this script, in this world alone.
-const view = { drawn: drawnBoxes, longestStall: 0 };
+const view = { drawn: drawnBoxes, marked: markedWords, longestStall: 0 };
 
 function run(text) {
   const since = performance.now();

@@ -1,0 +1,52 @@
+#include "tvx/browser/view/shown_marks.h"
+
+#include "tvx/browser/view/mirror.h"
+#include "tvx/browser/view/view.h"
+
+namespace tvx::browser {
+
+namespace {
+
+/// So that the page has time for keys between two lots of them.
+constexpr std::size_t most_texts_at_once = 200;
+
+std::uint32_t key_of(const dom::Text& text) { return static_cast<std::uint32_t>(text.id()); }
+
+}  // namespace
+
+void ShownMarks::set(const dom::Text& text, std::vector<MarkedStretch> stretches) {
+  const std::uint32_t key = key_of(text);
+  if (stretches.empty() && all_.erase(key) == 0 && !unsent_.contains(key)) return;
+  if (!stretches.empty()) all_[key] = std::move(stretches);
+  unsent_.insert(key);
+}
+
+void ShownMarks::clear() {
+  for (const auto& [key, stretches] : all_) unsent_.insert(key);
+  all_.clear();
+}
+
+void ShownMarks::page_began() {
+  unsent_.clear();
+  for (const auto& [key, stretches] : all_) unsent_.insert(key);
+}
+
+bool ShownMarks::send(const Mirror& mirror) {
+  if (unsent_.empty()) return false;
+  std::vector<TextMarks> lot;
+  for (auto key = unsent_.begin(); key != unsent_.end() && lot.size() < most_texts_at_once;) {
+    const auto id = dom::NodeId(*key);
+    const auto found = all_.find(*key);
+    // What is still to be loaded waits; what is gone has none to take away.
+    if (!mirror.node(id)) {
+      key = found == all_.end() ? unsent_.erase(key) : std::next(key);
+      continue;
+    }
+    lot.push_back({id, found == all_.end() ? std::vector<MarkedStretch>() : found->second});
+    key = unsent_.erase(key);
+  }
+  if (!lot.empty()) view_.mark(lot);
+  return lot.size() == most_texts_at_once;
+}
+
+}  // namespace tvx::browser
