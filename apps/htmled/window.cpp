@@ -89,6 +89,7 @@ void Window::make_menus() {
   add_item(edit, QT_TR_NOOP("&Undo"), QKeySequence::Undo, [this] { editor_->control().undo_document(); });
   add_item(edit, QT_TR_NOOP("&Redo"), QKeySequence::Redo, [this] { editor_->control().redo_document(); });
   add_language_menu(add_menu(nullptr, QT_TR_NOOP("&View")));
+  make_spelling_menu();
 }
 
 QMenu* Window::add_menu(QMenu* above, const char* text) {

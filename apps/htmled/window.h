@@ -51,6 +51,7 @@ class Window final : public QMainWindow, private core::HTMLedEvents, private cor
   void Error(std::int32_t& number, std::u16string& text) override;
   void BeforeNavigate(std::u16string& url, std::u16string& frame, bool& cancel) override;
   void MenuClick(std::u16string& item, bool& cancel) override;
+  void SpellCheckComplete(bool& cancelled) override;
 
   // core::HTMLedObserver
   void view_switched(bool in_code_view) override;
@@ -61,6 +62,9 @@ class Window final : public QMainWindow, private core::HTMLedEvents, private cor
   QMenu* add_menu(QMenu* above, const char* text);
   void add_item(QMenu* menu, const char* text, const QKeySequence& keys, std::function<void()> act);
   void add_language_menu(QMenu* view);
+  void make_spelling_menu();
+  void add_spelling_languages(QMenu* menu);
+  void check_spelling();
   void show_words();
   void new_document();
   void ask_and_open();
