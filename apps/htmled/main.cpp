@@ -80,6 +80,7 @@ int main(int argc, char** argv) {
   if (parser.isSet(automation_option())) return tvx::htmled::run_automation(loop, file);
   tvx::htmled::Window window(loop);
   if (!choose_language(window, parser)) return 2;
+  window.publishing().restore();
   window.show();
   window.start(file);
   return QApplication::exec();

@@ -8,13 +8,16 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QPointer>
 #include <QScopedValueRollback>
 #include <QStatusBar>
 #include <QTimer>
+#include <QToolButton>
 #include <algorithm>
 #include <iostream>
 #include <utility>
 
+#include "htmled/publish_dialog.h"
 #include "tvx/base/error.h"
 #include "tvx/base/text_file.h"
 #include "tvx/browser/html_document.h"
@@ -54,14 +57,20 @@ QString words_of(const RuntimeError& error) {
 }  // namespace
 
 Window::Window(platform::MessageLoop& loop, const qt::Substitutes& substitutes)
-    : editor_(new qt::HTMLedWidget(loop, this, substitutes)) {
+    : editor_(new qt::HTMLedWidget(loop, this, substitutes)), publishing_(editor_->control()) {
   setCentralWidget(editor_);
   resize(1000, 720);
   make_menus();
   connect(editor_, &qt::HTMLedWidget::property_changed, this, [this](const QString& key) {
     // A key is told of before it types: what became of it is seen when the turn is over.
-    if (key == QStringLiteral("DocumentHTML")) look_later();
+    if (key != QStringLiteral("DocumentHTML")) return;
+    look_later();
+    count_images_.start();
   });
+  constexpr int pause_of_typing = 300;
+  count_images_.setSingleShot(true);
+  count_images_.setInterval(pause_of_typing);
+  connect(&count_images_, &QTimer::timeout, this, &Window::show_local_images);
   editor_->control().set_events(this);
   editor_->control().add_observer(*this);
   show_words();
@@ -83,6 +92,9 @@ void Window::make_menus() {
   add_item(file, QT_TR_NOOP("&Save"), QKeySequence::Save, [this] { save(); });
   add_item(file, QT_TR_NOOP("Save &As…"), QKeySequence(QStringLiteral("Ctrl+Shift+S")),
            [this] { save_as(); });
+  file->addSeparator();
+  add_item(file, QT_TR_NOOP("&Publish Settings…"), {}, [this] { ask_for_account(); });
+  add_item(file, QT_TR_NOOP("&Upload Images"), {}, [this] { upload_images(); });
   file->addSeparator();
   add_item(file, QT_TR_NOOP("&Quit"), QKeySequence(QStringLiteral("Ctrl+Q")), [this] { close(); });
   QMenu* edit = add_menu(nullptr, QT_TR_NOOP("&Edit"));
@@ -137,6 +149,7 @@ void Window::speak(const Language& language) {
 void Window::show_words() {
   for (const auto& [action, text] : actions_) action->setText(tr(text));
   show_title();
+  show_local_images();
 }
 
 // --- opening ---
@@ -193,6 +206,7 @@ bool Window::load(files::DocumentFile file) {
   file.keep_head(document->tree());
   file_ = std::move(file);
   set_unmodified();
+  show_local_images();
   editor_->setFocus(Qt::OtherFocusReason);
   if (!file_.faithful())
     statusBar()->showMessage(
@@ -268,6 +282,48 @@ bool Window::save_copy(const QString& path) {
   });
 }
 
+// --- publishing ---
+
+bool Window::ask_for_account() {
+  PublishDialog dialog(publishing_.account(), this);
+  if (dialog.exec() != QDialog::Accepted) return false;
+  publishing_.set_account(dialog.account());
+  return true;
+}
+
+void Window::upload_images() {
+  core::HTMLed& control = editor_->control();
+  const int before = control.CountLocalImages();
+  if (before == 0) return tell(tr("There are no local images to upload."));
+  if (!publishing_.is_set_up() && (!ask_for_account() || !publishing_.is_set_up())) return;
+  transfer_failure_.clear();
+  const QPointer<Window> alive(this);
+  const int uploaded = control.UploadAllImages();
+  // The loop has run meanwhile, in which the window may have been closed.
+  if (!alive) return;
+  look_later();
+  show_local_images();
+  QString result = tr("Uploaded %1 of %2 images").arg(uploaded).arg(before);
+  if (uploaded < before && !transfer_failure_.isEmpty()) result += QStringLiteral(": ") + transfer_failure_;
+  tell(result);
+}
+
+// A row of it only where there is something to say.
+void Window::show_local_images() {
+  const int count = editor_->control().CountLocalImages();
+  if (!local_images_) {
+    if (count == 0) return;
+    local_images_ = new QToolButton;
+    local_images_->setObjectName(QStringLiteral("local_images"));
+    local_images_->setAutoRaise(true);
+    connect(local_images_, &QToolButton::clicked, this, &Window::upload_images);
+    statusBar()->addPermanentWidget(local_images_);
+  }
+  local_images_->setVisible(count > 0);
+  local_images_->setText(tr("Local images: %1").arg(count));
+  local_images_->setToolTip(tr("These images are on this computer only. Press to upload them."));
+}
+
 // --- asking ---
 
 bool Window::may_leave_document() {
@@ -293,6 +349,12 @@ void Window::closeEvent(QCloseEvent* event) { event->setAccepted(may_leave_docum
 // --- telling ---
 
 void Window::Error(std::int32_t&, std::u16string& text) { tell(to_qt(text)); }
+
+// What follows it says more: "Could not connect" comes after the reason.
+void Window::FTPError(std::int32_t&, std::u16string& text) {
+  if (transfer_failure_.isEmpty()) transfer_failure_ = to_qt(text);
+  tell(to_qt(text));
+}
 
 // A link is there to be edited. The user sees where it leads.
 void Window::BeforeNavigate(std::u16string& url, std::u16string&, bool& cancel) {

@@ -3,6 +3,7 @@
 #include <QKeySequence>
 #include <QMainWindow>
 #include <QTemporaryDir>
+#include <QTimer>
 #include <functional>
 #include <optional>
 #include <string>
@@ -10,6 +11,7 @@
 #include <vector>
 
 #include "htmled/languages.h"
+#include "htmled/publishing.h"
 #include "tvx/core/events.h"
 #include "tvx/core/observer.h"
 #include "tvx/files/document_file.h"
@@ -17,6 +19,7 @@
 #include "tvx/qt/widget/substitutes.h"
 
 class QMenu;
+class QToolButton;
 
 namespace tvx::platform {
 class MessageLoop;
@@ -43,12 +46,18 @@ class Window final : public QMainWindow, private core::HTMLedEvents, private cor
   qt::HTMLedWidget& editor() { return *editor_; }
 
   const Languages& languages() const { return languages_; }
+  /// The account that images are published with.
+  Publishing& publishing() { return publishing_; }
+  /// Uploads the document's local images. Without an account the user is asked for one first.
+  void upload_images();
+
   /// All words of the window, of its dialogs and of the editor are those of that language from now on.
   void speak(const Language& language);
 
  private:
   // core::HTMLedEvents
   void Error(std::int32_t& number, std::u16string& text) override;
+  void FTPError(std::int32_t& number, std::u16string& text) override;
   void BeforeNavigate(std::u16string& url, std::u16string& frame, bool& cancel) override;
   void MenuClick(std::u16string& item, bool& cancel) override;
   void SpellCheckComplete(bool& cancelled) override;
@@ -66,6 +75,9 @@ class Window final : public QMainWindow, private core::HTMLedEvents, private cor
   void add_spelling_languages(QMenu* menu);
   void check_spelling();
   void show_words();
+  /// False: the user gave up.
+  bool ask_for_account();
+  void show_local_images();
   void new_document();
   void ask_and_open();
   /// Back to what the file holds, if the user says so.
@@ -94,6 +106,10 @@ class Window final : public QMainWindow, private core::HTMLedEvents, private cor
   Languages languages_;
   QTemporaryDir drafts_;
   qt::HTMLedWidget* editor_;
+  Publishing publishing_;
+  QToolButton* local_images_ = nullptr;  // how many there are, in the status bar; made for the first one
+  QTimer count_images_;
+  QString transfer_failure_;                               // the last one's text
   std::vector<std::pair<QAction*, const char*>> actions_;  // with their English words
   files::DocumentFile file_;
   bool modified_ = false;

@@ -29,6 +29,8 @@ class Viewport {
   virtual void scroll_to(int x, int y) = 0;
   /// Its upper edge at the window's, or its lower one.
   virtual void scroll_into_view(dom::Element& element, bool at_top) = 0;
+  /// Other pictures are on their way to a server.
+  virtual void under_way_changed() {}
 };
 
 }  // namespace tvx::browser

@@ -48,6 +48,12 @@ HTMLDocument::~HTMLDocument() {
   watch_.reset();
 }
 
+void HTMLDocument::set_under_way(std::vector<std::u16string> addresses) {
+  if (under_way_ == addresses) return;
+  under_way_ = std::move(addresses);
+  if (viewport_) viewport_->under_way_changed();
+}
+
 void HTMLDocument::set_clipboard(platform::Clipboard* clipboard) {
   clipboard_ = clipboard ? std::make_unique<DocumentClipboard>(*this, *clipboard) : nullptr;
   editor_->set_clipboard(clipboard_.get());

@@ -86,9 +86,21 @@ class HTMLDocument : public std::enable_shared_from_this<HTMLDocument> {
   // --- what is copied and pasted (browser/paste.h) ---
   /// Where the commands Copy, Cut and Paste lead; null: nowhere. It outlives the document or is taken away.
   void set_clipboard(platform::Clipboard* clipboard);
-  /// Where pictures that come as bytes are stored: a folder; empty: in the page itself.
+  /// The folder into which pictures are copied; empty: files stay where they are, bytes go into the page.
   void set_image_folder(std::function<std::u16string()> folder) { image_folder_ = std::move(folder); }
   std::u16string image_folder() const { return image_folder_ ? image_folder_() : std::u16string(); }
+  /// A folder for those that come as bytes alone, in place of that one.
+  void set_bytes_folder(std::function<std::u16string()> folder) { bytes_folder_ = std::move(folder); }
+  std::u16string bytes_folder() const { return bytes_folder_ ? bytes_folder_() : image_folder(); }
+  /// Who hears of the local pictures that were pasted or dropped, by their addresses as written.
+  using LocalPictures = std::function<void(const std::vector<std::u16string>& addresses)>;
+  void set_on_local_pictures(LocalPictures hear) { on_local_pictures_ = std::move(hear); }
+  /// The addresses of pictures that are on their way to a server: a view shows them as such.
+  void set_under_way(std::vector<std::u16string> addresses);
+  const std::vector<std::u16string>& under_way() const { return under_way_; }
+  void tell_local_pictures(const std::vector<std::u16string>& addresses) {
+    if (on_local_pictures_ && !addresses.empty()) on_local_pictures_(addresses);
+  }
 
   // --- events ---
   /// Connects a handler (null: none). The document doesn't own it.
@@ -206,7 +218,9 @@ class HTMLDocument : public std::enable_shared_from_this<HTMLDocument> {
   bool selection_moved_ = false;  // within a gesture, or while a change is being reported
   bool telling_selection_ = false;
   std::unique_ptr<DocumentClipboard> clipboard_;
-  std::function<std::u16string()> image_folder_;
+  std::function<std::u16string()> image_folder_, bytes_folder_;
+  LocalPictures on_local_pictures_;
+  std::vector<std::u16string> under_way_;
   std::unique_ptr<SelectionWatch> watch_;
 };
 

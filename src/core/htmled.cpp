@@ -147,6 +147,14 @@ void HTMLed::connect_clipboard(browser::HTMLDocument& document) {
     const auto self = weak.lock();
     return self ? self->LocalImageStore() : std::u16string();
   });
+  document.set_bytes_folder([weak = weak_from_this()] {
+    const auto self = weak.lock();
+    return self ? self->parts_->picture_uploads.folder() : std::u16string();
+  });
+  document.set_on_local_pictures([weak = weak_from_this(), shown = document.weak_from_this()](
+                                     const std::vector<std::u16string>& addresses) {
+    if (const auto self = weak.lock()) self->parts_->picture_uploads.pictures_came(shown, addresses);
+  });
 }
 
 void HTMLed::document_replaced(const std::shared_ptr<browser::HTMLDocument>& document) {

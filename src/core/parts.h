@@ -26,6 +26,8 @@
 #include "tvx/core/dialogs/font_settings.h"
 #include "tvx/core/dialogs/form_elements.h"
 #include "tvx/core/dialogs/image_settings.h"
+#include "tvx/core/remote/image_library.h"
+#include "tvx/core/remote/picture_uploads.h"
 #include "tvx/core/remote/transfers.h"
 #include "tvx/core/spelling/spell_run.h"
 #include "tvx/core/spelling/speller.h"
@@ -81,7 +83,14 @@ struct Parts {
   SelectionCommands selection{context};
   ClipboardCommands clipboard{context, code, content};
   ImageCommands images{context,
-                       {[this](const std::u16string& path) { return transfers.UploadImageFile(path); }, {}}};
+                       {[this](const std::u16string& path) { return transfers.UploadImageFile(path); },
+                        [this] { image_library.open(); }}};
+  PictureUploads picture_uploads{
+      context,
+      {[this](const std::u16string& path) { return transfers.UploadImageFile(path); },
+       [this] { return transfers.running(); }}};
+  ImageLibrary image_library{context, transfers,
+                             [this](const std::u16string& url) { images.insert_from_library(url); }};
   ClassMenus classes{context, highlight, style_sheet};
   MenuCommands menu_commands{
       context,

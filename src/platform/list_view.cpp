@@ -57,11 +57,11 @@ int ListView::find(std::u16string_view text) const {
   return found == items_.end() ? -1 : static_cast<int>(found - items_.begin());
 }
 
-void ListView::set_picture(std::u16string_view text, std::shared_ptr<const std::string> picture) {
+void ListView::set_picture(std::u16string_view text, const std::shared_ptr<const std::string>& file) {
   const int row = find(text);
   if (row < 0) return;
-  items_[static_cast<std::size_t>(row)]->picture = std::move(picture);
-  tell([row](ListViewObserver& observer) { observer.row_changed(row); });
+  items_[static_cast<std::size_t>(row)]->has_picture = true;
+  tell([&](ListViewObserver& observer) { observer.picture_came(row, file); });
 }
 
 void ListView::sort(int column, bool descending) {

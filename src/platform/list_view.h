@@ -30,9 +30,8 @@ struct ListColumn {
 struct ListItem {
   std::u16string text;
   std::vector<std::u16string> sub_items = {};
-  int small_icon = 0;  // 0: none
-  /// The file of the picture that stands beside the text, as far as it is known.
-  std::shared_ptr<const std::string> picture = {};
+  int small_icon = 0;        // 0: none
+  bool has_picture = false;  // its own, in place of the icon
 
   std::u16string_view in_column(int column) const;
 };
@@ -56,12 +55,12 @@ class ListViewObserver {
  public:
   virtual ~ListViewObserver() = default;
   virtual void row_inserted(int /*row*/) {}
-  virtual void row_changed(int /*row*/) {}
+  /// The file of a row's picture; whoever draws it keeps what it needs of it.
+  virtual void picture_came(int /*row*/, const std::shared_ptr<const std::string>& /*file*/) {}
   /// All rows, or their order, are others.
   virtual void rows_replaced() {}
   virtual void columns_changed() {}
   virtual void selection_changed() {}
-  /// What stands there while there is no row.
   virtual void note_changed() {}
 };
 
@@ -80,8 +79,8 @@ class ListView {
   /// Into its position where the list is sorted, else below all others. The row.
   int add(ListItem item);
   void clear();
-  /// The picture of the row with that text; nothing happens where there is none.
-  void set_picture(std::u16string_view text, std::shared_ptr<const std::string> picture);
+  /// The picture of the row with that text, as a file's bytes; nothing happens where there is no such row.
+  void set_picture(std::u16string_view text, const std::shared_ptr<const std::string>& file);
   /// Of rows with that text the first; -1 if there is none.
   int find(std::u16string_view text) const;
 
@@ -95,7 +94,8 @@ class ListView {
   int selected() const;
   void select(int row);
 
-  /// Why there are no rows: words of the program, and after them what a server or the system has to say.
+  /// What there is to say about the rows, as why there are none: words of the program, and after them what a
+  /// server or the system says.
   const std::u16string& note() const { return note_; }
   const std::u16string& note_detail() const { return note_detail_; }
   void set_note(std::u16string_view words, std::u16string_view detail = {});

@@ -14,7 +14,9 @@ using testing::IsEmpty;
 struct Watch : ListViewObserver {
   std::vector<std::string> heard;
   void row_inserted(int row) override { heard.push_back("inserted " + std::to_string(row)); }
-  void row_changed(int row) override { heard.push_back("changed " + std::to_string(row)); }
+  void picture_came(int row, const std::shared_ptr<const std::string>& file) override {
+    heard.push_back("picture " + std::to_string(row) + " " + *file);
+  }
   void rows_replaced() override { heard.push_back("replaced"); }
   void columns_changed() override { heard.push_back("columns"); }
   void selection_changed() override { heard.push_back("selection"); }
@@ -104,8 +106,9 @@ TEST_F(ListViews, APictureGoesToItsRow) {
   const auto bytes = std::make_shared<const std::string>("PNG");
   list.set_picture(u"a", bytes);
   list.set_picture(u"gone", bytes);
-  EXPECT_EQ(list.item(2).picture, bytes);
-  EXPECT_THAT(watch.heard, ElementsAre("changed 2"));
+  EXPECT_TRUE(list.item(2).has_picture);
+  EXPECT_FALSE(list.item(0).has_picture);
+  EXPECT_THAT(watch.heard, ElementsAre("picture 2 PNG"));
 }
 
 TEST_F(ListViews, WhatIsTheSameIsNoNews) {

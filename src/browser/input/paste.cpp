@@ -1,5 +1,6 @@
 #include "tvx/browser/input/paste.h"
 
+#include "tvx/base/url.h"
 #include "tvx/browser/input/gesture.h"
 #include "tvx/browser/input/pasted_files.h"
 #include "tvx/dom/journal.h"
@@ -21,20 +22,27 @@ bool takes_only_text(editing::Editor& editor) {
   return host && editing::is_plain_text_host(*host);
 }
 
-bool paste_as_html(HTMLDocument& document, const platform::TransferData& data) {
+/// `pictures` gets the addresses of the local ones.
+bool paste_as_html(HTMLDocument& document, const platform::TransferData& data,
+                   std::vector<std::u16string>& pictures) {
   editing::Editor& editor = document.editor();
   if (!data.html.empty() && editing::paste_html(editor, data.html)) return true;
-  const std::u16string folder = document.image_folder();
   if (!data.image.empty()) {
-    const std::u16string address = address_of_picture(data, folder);
+    const std::u16string address = address_of_picture(data, document.bytes_folder());
+    if (local_path(address)) pictures.push_back(address);
     return editing::paste_html(editor,
                                u"<!--StartFragment--><IMG src=\"" + address + u"\"><!--EndFragment-->");
   }
-  return !data.uris.empty() && editing::paste_html(editor, html_of_addresses(data.uris, folder));
+  if (data.uris.empty()) return false;
+  PastedFiles files = html_of_addresses(data.uris, document.image_folder());
+  pictures = std::move(files.pictures);
+  return editing::paste_html(editor, files.html);
 }
 
-bool paste_data(HTMLDocument& document, const platform::TransferData& data) {
-  if (!takes_only_text(document.editor()) && paste_as_html(document, data)) return true;
+bool paste_data(HTMLDocument& document, const platform::TransferData& data,
+                std::vector<std::u16string>& pictures) {
+  if (!takes_only_text(document.editor()) && paste_as_html(document, data, pictures)) return true;
+  pictures.clear();
   return !data.text.empty() && editing::paste_plain_text(document.editor(), data.text);
 }
 
@@ -54,9 +62,15 @@ bool paste_into(HTMLDocument& document, const platform::TransferData& data, std:
   const auto self = document.shared_from_this();
   const dom::Boundary place = document.editor().selection().range().start;
   if (data.empty() || !place || !editing::editing_host_of(*place.node)) return false;
-  const HTMLDocument::Gesture gesture(document);
-  const dom::UndoStep undo(document.tree().journal(), step);
-  return paste_data(document, data);
+  std::vector<std::u16string> pictures;
+  bool pasted = false;
+  {
+    const HTMLDocument::Gesture gesture(document);
+    const dom::UndoStep undo(document.tree().journal(), step);
+    pasted = paste_data(document, data, pictures);
+  }
+  document.tell_local_pictures(pictures);
+  return pasted;
 }
 
 platform::TransferItems transfer_items(const editing::CopiedContent& content) {

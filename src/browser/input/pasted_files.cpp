@@ -9,6 +9,7 @@
 #include "tvx/base/text_file.h"
 #include "tvx/base/url.h"
 #include "tvx/browser/loading/encoding.h"
+#include "tvx/platform/pictures/picture_store.h"
 
 namespace tvx::browser {
 namespace {
@@ -43,34 +44,25 @@ std::u16string with_slash(std::u16string_view folder) {
   return path;
 }
 
-bool exists(std::u16string_view path) {
-  std::error_code ignored;
-  return fs::exists(file_system_path(path), ignored);
-}
-
 std::u16string file_address(std::u16string_view path) {
   std::error_code ignored;
   const fs::path absolute = fs::absolute(file_system_path(path), ignored);
   return file_url(from_utf8(absolute.lexically_normal().string()));
 }
 
-/// A name in the folder that no file has yet.
-std::u16string free_name(std::u16string_view folder, std::u16string_view extension) {
-  for (int number = 1;; ++number) {
-    std::u16string path = with_slash(folder);
-    path += u"pasted-" + to_text(number) + u'.' + std::u16string(extension);
-    if (!exists(path)) return path;
-  }
+/// The same bytes have the same name, others another one (FNV-1a, 64 bits).
+std::u16string name_of_content(std::string_view bytes) {
+  std::uint64_t hash = 0xCBF29CE484222325;
+  for (const char byte : bytes) hash = (hash ^ static_cast<unsigned char>(byte)) * 0x100000001B3;
+  std::u16string digits;
+  for (int shift = 60; shift >= 0; shift -= 4) digits += u"0123456789abcdef"[hash >> shift & 15];
+  return digits;
 }
 
 /// As an image that a user picks: a file of that name which is there already stays.
 std::u16string stored_picture(const std::u16string& path, std::u16string_view folder) {
-  if (folder.empty()) return file_address(path);
-  const std::u16string stored = with_slash(folder) + std::u16string(FileNameFromPath(path));
-  if (!exists(stored)) {
-    const auto bytes = read_bytes(path);
-    if (!bytes || !attempt([&] { save_atomically(stored, *bytes); })) return file_address(path);
-  }
+  std::u16string stored = path;
+  if (!folder.empty()) attempt([&] { stored = platform::store_picture(path, folder); });
   return file_address(stored);
 }
 
@@ -104,9 +96,7 @@ bool is_page_name(std::u16string_view path) {
 constexpr std::size_t longest_text = std::size_t{64} << 20;
 bool is_text(std::string_view bytes) { return bytes.find('\0') == bytes.npos; }
 
-std::u16string html_of_file(const std::u16string& path, const std::u16string& address,
-                            std::u16string_view folder) {
-  if (is_picture_name(path)) return picture(stored_picture(path, folder));
+std::u16string html_of_file(const std::u16string& path, const std::u16string& address) {
   const auto bytes = read_bytes(path, longest_text);
   if (!bytes || !is_text(*bytes)) return link(address, FileNameFromPath(path));
   const std::u16string text = decode_page(*bytes).text;
@@ -135,25 +125,32 @@ std::u16string address_of_picture(const platform::TransferData& data, std::u16st
       break;
     }
   if (!folder.empty()) {
-    const std::u16string path = free_name(folder, extension);
-    if (attempt([&] { save_atomically(path, data.image); })) return file_address(path);
+    const std::u16string path =
+        with_slash(folder) + u"pasted-" + name_of_content(data.image) + u'.' + std::u16string(extension);
+    if (platform::is_local_file(path) || attempt([&] { save_atomically(path, data.image); }))
+      return file_address(path);
   }
   return from_utf8("data:" + (data.image_type.empty() ? "image/png" : data.image_type) + ";base64," +
                    to_base64(data.image));
 }
 
-std::u16string html_of_addresses(const std::vector<std::u16string>& addresses, std::u16string_view folder) {
-  std::u16string html;
+PastedFiles html_of_addresses(const std::vector<std::u16string>& addresses, std::u16string_view folder) {
+  PastedFiles files;
   for (const std::u16string& address : addresses) {
     std::u16string one;
-    if (const auto path = local_path(address))
-      one = html_of_file(*path, address, folder);
-    else
+    const auto path = local_path(address);
+    if (path && is_picture_name(*path)) {
+      files.pictures.push_back(stored_picture(*path, folder));
+      one = picture(files.pictures.back());
+    } else if (path) {
+      one = html_of_file(*path, address);
+    } else {
       one = is_picture_name(address) ? picture(address) : link(address, address);
-    if (!html.empty() && !one.empty()) html += u"<BR>";
-    html += one;
+    }
+    if (!files.html.empty() && !one.empty()) files.html += u"<BR>";
+    files.html += one;
   }
-  return html;
+  return files;
 }
 
 }  // namespace tvx::browser

@@ -1,10 +1,14 @@
 #include "tvx/browser/view/document_output.h"
 
+#include <algorithm>
 #include <utility>
+#include <vector>
 
 #include "tvx/base/strings.h"
 #include "tvx/browser/html_document.h"
+#include "tvx/browser/view/mirror.h"
 #include "tvx/browser/view/view.h"
+#include "tvx/dom/collections.h"
 #include "tvx/platform/message_loop.h"
 
 namespace tvx::browser {
@@ -13,6 +17,18 @@ namespace {
 std::u16string base_of(const HTMLDocument& document) {
   std::u16string address = document.absolute_url(u".");
   return contains(address, u":") ? address : document.url();
+}
+
+std::vector<dom::NodeId> pictures_under_way(HTMLDocument& document, const Mirror& mirror) {
+  std::vector<dom::NodeId> shown;
+  const std::vector<std::u16string>& addresses = document.under_way();
+  if (addresses.empty()) return shown;
+  const auto images = dom::collection_of(document.tree(), dom::CollectionKind::Images);
+  for (const dom::Element* image : images->elements())
+    if (mirror.knows(*image) &&
+        std::ranges::find(addresses, image->attribute_or_empty(dom::names::src)) != addresses.end())
+      shown.push_back(image->id());
+  return shown;
 }
 
 }  // namespace
@@ -115,6 +131,7 @@ void DocumentOutput::flush() {
 void DocumentOutput::send_mode(bool again) {
   ViewMode mode = mode_;
   mode.free_placement = document_->editor().two_d_position();
+  mode.under_way = pictures_under_way(*document_, mirror());
   if (!again && mode == mode_) return;
   mode_ = mode;
   view_.set_mode(mode_);

@@ -51,6 +51,7 @@ class DocumentOutput final : public Display,
   // Viewport
   void scroll_to(int x, int y) override;
   void scroll_into_view(dom::Element& element, bool at_top) override;
+  void under_way_changed() override { schedule_flush(); }
 
   // MarkDisplay
   void mark(const dom::Text& text, std::vector<MarkedStretch> stretches) override;

@@ -76,10 +76,11 @@ struct ViewSelection {
   std::uint32_t mouse = 0;
 };
 
-/// What the view may let the user do; it knows beforehand and never asks.
+/// What the view may let the user do; it knows beforehand and never asks. And what it shows as unfinished.
 struct ViewMode {
-  bool editable = true;         // shows a caret, begins selections
-  bool free_placement = false;  // positioned elements can be dragged to where they shall stand
+  bool editable = true;                // shows a caret, begins selections
+  bool free_placement = false;         // positioned elements can be dragged to where they shall stand
+  std::vector<dom::NodeId> under_way;  // pictures that are on their way to a server
   friend bool operator==(const ViewMode&, const ViewMode&) = default;
 };
 

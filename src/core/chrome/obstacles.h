@@ -16,7 +16,4 @@ inline constexpr std::u16string_view no_tag_edit = u"The tag of this element can
 inline constexpr std::u16string_view no_cell = u"There is no cell on this side";
 inline constexpr std::u16string_view no_source = u"The code view is switched off";
 
-// What isn't built yet.
-inline constexpr std::u16string_view no_library = u"The library of remote images is not there yet";
-
 }  // namespace tvx::core::obstacles

@@ -44,7 +44,7 @@ constexpr Row formatting_buttons[] = {
     {u"Redo", u"Redo", u"redo"},
     {u"link", u"Insert / Edit Hyperlink", u"link"},
     {u"Image", u"Insert Image", u"image"},
-    {u"RemoteImage", u"Insert Image from remote server", u"remoteimage", obstacles::no_library},
+    {u"RemoteImage", u"Insert Image from remote server", u"remoteimage"},
     {u"orderedlist", u"insert numerical list", u"ol"},
     {u"unorderedlist", u"insert unordered list", u"ul"},
     {u"table", u"Insert / Edit Table", u"table"},

@@ -118,20 +118,30 @@ void ImageCommands::insertImageFromURL(std::u16string_view ImageURL) {
     if (server_.open_library) server_.open_library();
     return;
   }
-  const std::u16string url(ImageURL);
+  insert_from_library(std::u16string(ImageURL));
+}
+
+void ImageCommands::insert_from_library(const std::u16string& url) {
+  const KeepAlive alive(context_);
   DeleteUrlCacheEntry(EncodeURL(url));
   attempt([&] { browser_document().execCommand(u"insertimage", false, url); });
   mark_changed();
 }
 
+// Asked for after each change in a window: what stands in the page itself may be long, and is absolute.
 std::int32_t ImageCommands::CountLocalImages() {
   std::int32_t count = 0;
   attempt([&] {
     browser::HTMLDocument& shown = document();
-    for (dom::Element* image : shown.tree().all()) {
-      if (!image->is(dom::Tag::Img)) continue;
-      attempt(
-          [&] { count += contains(ascii_lower(dom::ImageObject(*image, shown.url()).src()), u"file://"); });
+    const auto images = dom::collection_of(shown.tree(), dom::CollectionKind::Images);
+    for (dom::Element* image : images->elements()) {
+      const std::u16string_view written = image->attribute_or_empty(dom::names::src);
+      const bool in_page = equals_ignoring_ascii_case(written.substr(0, 5), u"data:");
+      attempt([&] {
+        const std::u16string src =
+            in_page ? std::u16string(written) : dom::ImageObject(*image, shown.url()).src();
+        count += contains(ascii_lower(src), u"file://");
+      });
     }
   });
   return count;

@@ -30,6 +30,8 @@ class ImageCommands final : public Part {
   void Insert_Image_NoFTP(const std::optional<std::u16string>& localImagePath);
   /// The picture at an address, as it stands; an empty one opens the library of remote pictures.
   void insertImageFromURL(std::u16string_view ImageURL);
+  /// What was chosen in that library.
+  void insert_from_library(const std::u16string& url);
   /// How many of the document's pictures are local files.
   std::int32_t CountLocalImages();
 

@@ -37,6 +37,8 @@ class Transfers final : public Part, private transfer::FTPEvents {
   transfer::clsFTP& cFTP() { return *client_; }
   /// For a client of a dialog's own.
   const transfer::ClientSurroundings& client_surroundings() const { return around_; }
+  /// Whether an operation is under way: another one would be refused.
+  bool running() const { return running_; }
   /// The control has ended.
   void end();
 

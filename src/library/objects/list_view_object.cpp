@@ -51,7 +51,7 @@ Value ListItemObject::invoke(std::u16string_view name, Values& arguments) {
   if (equals_ignoring_ascii_case(name, u"Text")) return item().text;
   if (equals_ignoring_ascii_case(name, u"Index")) return std::int32_t{row_ + 1};
   if (equals_ignoring_ascii_case(name, u"SmallIcon")) return std::int32_t{item().small_icon};
-  if (equals_ignoring_ascii_case(name, u"HasPicture")) return item().picture != nullptr;
+  if (equals_ignoring_ascii_case(name, u"HasPicture")) return item().has_picture;
   unknown_member(name);
 }
 

@@ -10,12 +10,24 @@
 
 namespace tvx::platform {
 
-bool is_local_file(std::u16string_view path) {
+namespace {
+
+/// The mode of what stands there; 0 where nothing does.
+mode_t mode_of(std::u16string_view path) {
   const std::string name = file_system_path(path);
   struct stat status;
-  return !name.empty() && name.find('\0') == name.npos && stat(name.c_str(), &status) == 0 &&
-         !S_ISDIR(status.st_mode);
+  const bool names_one = !name.empty() && name.find('\0') == name.npos;
+  return names_one && stat(name.c_str(), &status) == 0 ? status.st_mode : 0;
 }
+
+}  // namespace
+
+bool is_local_file(std::u16string_view path) {
+  const mode_t mode = mode_of(path);
+  return mode != 0 && !S_ISDIR(mode);
+}
+
+bool is_local_folder(std::u16string_view path) { return S_ISDIR(mode_of(path)); }
 
 std::u16string store_picture(std::u16string_view path, std::u16string_view folder) {
   std::u16string stored(folder);

@@ -9,6 +9,8 @@ namespace tvx::platform {
 /// Whether the path names a file; a folder is none.
 bool is_local_file(std::u16string_view path);
 
+bool is_local_folder(std::u16string_view path);
+
 /// Copies the file into the folder and gives the copy's path: the folder with a bar at its end, and the
 /// file's name. A file of that name that is there already stays, and counts as the copy. Throws RuntimeError
 /// `path_access` if it can't be copied.

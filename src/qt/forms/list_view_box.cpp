@@ -102,34 +102,27 @@ class ListViewBox::Rows final : public QAbstractTableModel {
     ++rows_;
     endInsertRows();
   }
-  void change(int row) { emit dataChanged(index(row, 0), index(row, columnCount() - 1)); }
   void replace() {
     beginResetModel();
     rows_ = list_.count();
     if (rows_ == 0) forget_pictures();
     endResetModel();
   }
+  void make_picture(const QString& name, const std::string& file) {
+    const qreal scale = view_.devicePixelRatioF();
+    decoder_->decode(QByteArray(file.data(), qsizetype(file.size())),
+                     QSize(picture_side, picture_side) * scale, [this, name, scale](const QImage& image) {
+                       if (image.isNull()) return;
+                       pictures_.insert(name, in_square(image, scale));
+                       const int row = list_.find(from_qt(name));
+                       if (row >= 0) emit dataChanged(index(row, 0), index(row, 0));
+                     });
+  }
 
  private:
-  using File = const std::string*;
-
   QPixmap picture_of(const platform::ListItem& item) const {
-    if (!item.picture) return blank();
-    const auto known = pictures_.constFind(item.picture.get());
-    if (known != pictures_.cend()) return known->isNull() ? blank() : *known;
-    // Until it has been made small; a null one is none that can be shown.
-    pictures_.insert(item.picture.get(), QPixmap());
-    const qreal scale = view_.devicePixelRatioF();
-    const QByteArray bytes(item.picture->data(), qsizetype(item.picture->size()));
-    decoder_->decode(bytes, QSize(picture_side, picture_side) * scale,
-                     [this, file = File(item.picture.get()), scale](const QImage& image) {
-                       if (image.isNull() || !pictures_.contains(file)) return;
-                       pictures_[file] = in_square(image, scale);
-                       for (int row = 0; row < list_.count(); ++row)
-                         if (list_.item(row).picture.get() == file)
-                           emit const_cast<Rows*>(this)->dataChanged(index(row, 0), index(row, 0));
-                     });
-    return blank();
+    const auto known = item.has_picture ? pictures_.constFind(to_qt(item.text)) : pictures_.cend();
+    return known == pictures_.cend() ? blank() : *known;
   }
   const QPixmap& blank() const {
     if (blank_.isNull()) blank_ = blank_picture(view_.palette(), view_.devicePixelRatioF());
@@ -143,7 +136,7 @@ class ListViewBox::Rows final : public QAbstractTableModel {
   platform::ListView& list_;
   QWidget& view_;
   int rows_ = 0;
-  mutable QHash<File, QPixmap> pictures_;
+  QHash<QString, QPixmap> pictures_;  // by the row's text
   mutable QPixmap blank_;
   std::unique_ptr<PictureDecoder> decoder_ = std::make_unique<PictureDecoder>();
 };
@@ -196,7 +189,9 @@ void ListViewBox::row_inserted(int row) {
   seen_.start();
 }
 
-void ListViewBox::row_changed(int row) { rows_->change(row); }
+void ListViewBox::picture_came(int row, const std::shared_ptr<const std::string>& file) {
+  rows_->make_picture(to_qt(list_.item(row).text), *file);
+}
 
 void ListViewBox::rows_replaced() {
   {
@@ -271,14 +266,23 @@ void ListViewBox::scrollContentsBy(int dx, int dy) {
 
 void ListViewBox::paintEvent(QPaintEvent* event) {
   QTreeView::paintEvent(event);
-  if (list_.count() > 0 || list_.note().empty()) return;
+  if (list_.note().empty()) return;
   QString text = translated(list_.note());
   if (!list_.note_detail().empty()) text += u'\n' + to_qt(list_.note_detail());
   QPainter painter(viewport());
-  painter.setPen(palette().color(QPalette::Disabled, QPalette::Text));
-  constexpr int gap = 24;
-  painter.drawText(viewport()->rect().adjusted(gap, gap, -gap, -gap), Qt::AlignCenter | Qt::TextWordWrap,
-                   text);
+  constexpr int gap = 24, edge = 6, flags = Qt::AlignCenter | Qt::TextWordWrap;
+  if (list_.count() == 0) {
+    painter.setPen(palette().color(QPalette::PlaceholderText));
+    painter.drawText(viewport()->rect().adjusted(gap, gap, -gap, -gap), flags, text);
+    return;
+  }
+  // Below the rows, and over what lies there.
+  const QRect room = viewport()->rect().adjusted(edge, 0, -edge, -edge);
+  const int height = painter.boundingRect(room, flags, text).height() + 2 * edge;
+  painter.fillRect(QRect(0, viewport()->height() - height, viewport()->width(), height),
+                   palette().color(QPalette::ToolTipBase));
+  painter.setPen(palette().color(QPalette::ToolTipText));
+  painter.drawText(QRect(room.left(), viewport()->height() - height, room.width(), height), flags, text);
 }
 
 // --- what is dropped ---

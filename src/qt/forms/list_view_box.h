@@ -26,7 +26,7 @@ class ListViewBox final : public QTreeView, private platform::ListViewObserver {
 
   // platform::ListViewObserver
   void row_inserted(int row) override;
-  void row_changed(int row) override;
+  void picture_came(int row, const std::shared_ptr<const std::string>& file) override;
   void rows_replaced() override;
   void columns_changed() override;
   void selection_changed() override;

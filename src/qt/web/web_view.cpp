@@ -471,7 +471,13 @@ void WebView::mark(const std::vector<browser::TextMarks>& marks) {
 }
 
 void WebView::set_mode(const browser::ViewMode& mode) {
-  d_->send(CommandWriter(d_->page_number_, "mode").add(mode.editable).add(mode.free_placement).finish());
+  std::u16string under_way;
+  for (const dom::NodeId node : mode.under_way) under_way += to_text(static_cast<std::int64_t>(node)) + u' ';
+  d_->send(CommandWriter(d_->page_number_, "mode")
+               .add(mode.editable)
+               .add(mode.free_placement)
+               .add(under_way)
+               .finish());
 }
 
 void WebView::cancel_drag() { d_->send(CommandWriter(d_->page_number_, "endDrag").finish()); }

@@ -1,5 +1,6 @@
 #include "tvx/browser/input/paste.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <unistd.h>
 
@@ -40,6 +41,12 @@ class PasteInto : public testing::Test {
   }
   std::string html() const { return to_utf8(dom::serialise_children(*document->body())); }
   bool command(std::u16string_view name) { return document->execCommand(name, false, u""); }
+  /// The address of the one file of that kind in the folder.
+  std::string stored(const std::string& ending) const {
+    for (const auto& entry : std::filesystem::directory_iterator(folder))
+      if (entry.path().extension() == ending) return "file://" + entry.path().string();
+    return "none";
+  }
   std::string pasted(std::u16string_view html_text) {
     load("<p>[]<br></p>");
     TransferData data;
@@ -143,10 +150,49 @@ TEST_F(PasteInto, APictureIsStoredInTheFolder) {
   load("<p>[]<br></p>");
   EXPECT_TRUE(command(u"Paste"));
   EXPECT_TRUE(command(u"Paste"));
-  EXPECT_EQ(html(), "<P><IMG src=\"file://" + (folder / "pasted-1.jpg").string() + "\"><IMG src=\"file://" +
-                        (folder / "pasted-2.jpg").string() + "\"></P>");
-  std::ifstream file(folder / "pasted-1.jpg", std::ios::binary);
+  clipboard.put({{"image/png", "PNG"}});
+  EXPECT_TRUE(command(u"Paste"));
+  const std::string same = stored(".jpg"), other = stored(".png");
+  EXPECT_EQ(html(), "<P><IMG src=\"" + same + "\"><IMG src=\"" + same + "\"><IMG src=\"" + other + "\"></P>");
+  std::ifstream file(same.substr(std::string("file://").size()), std::ios::binary);
   EXPECT_EQ(std::string(std::istreambuf_iterator<char>(file), {}), "JPEG");
+}
+
+// A name by number would be another picture's on the server, or on the next day.
+TEST_F(PasteInto, APicturesNameTellsItsContent) {
+  document->set_image_folder([this] { return from_utf8(folder.string()) + u"/"; });
+  load("<p>[]<br></p>");
+  for (const char* content : {"one", "two"}) {
+    clipboard.put({{"image/png", content}});
+    EXPECT_TRUE(command(u"Paste"));
+  }
+  std::vector<std::string> names;
+  for (const auto& entry : std::filesystem::directory_iterator(folder))
+    names.push_back(entry.path().filename());
+  ASSERT_EQ(names.size(), 2u);
+  for (const std::string& name : names) EXPECT_THAT(name, testing::MatchesRegex("pasted-[0-9a-f]{16}[.]png"));
+}
+
+TEST_F(PasteInto, LocalPicturesAreToldWhenTheyStand) {
+  std::vector<std::u16string> heard;
+  std::string seen;
+  document->set_on_local_pictures([&](const std::vector<std::u16string>& addresses) {
+    heard = addresses;
+    seen = html();
+  });
+  TransferData data;
+  data.uris = {write("c.png", "PNG"), write("a.txt", "x"), u"http://e.org/d.png", write("e.gif", "GIF")};
+  load("<p>[]<br></p>");
+  EXPECT_TRUE(paste_into(*document, data));
+  EXPECT_THAT(heard, testing::ElementsAre(data.uris[0], data.uris[3]));
+  EXPECT_THAT(seen, testing::HasSubstr("e.gif"));
+  heard.clear();
+  clipboard.put({{"image/png", "PNG"}});
+  EXPECT_TRUE(command(u"Paste"));
+  EXPECT_TRUE(heard.empty()) << "it stands in the page itself";
+  document->set_image_folder([this] { return from_utf8(folder.string()) + u"/"; });
+  EXPECT_TRUE(command(u"Paste"));
+  EXPECT_EQ(heard.size(), 1u);
 }
 
 TEST_F(PasteInto, AFolderThatCantBeWrittenToLeavesThePictureInThePage) {

@@ -98,6 +98,7 @@ class LanguageFile : public Control, public testing::WithParamInterface<std::str
       control->set_SpellingLanguage(u"en-US");
       control->SpellCheck();
     });
+    open("LibraryImageSettings", [&] { control->insertImageFromURL(u""); });
     forms.on_opened({});
   }
   void choose_in_path(dom::Tag tag, std::u16string item) {

@@ -266,8 +266,9 @@ TEST_F(ClipboardCommands, APictureGoesIntoTheImageStore) {
   control->set_LocalImageStore(path(""));
   clipboard.put({{"image/png", "PNG"}});
   control->paste_document();
-  EXPECT_EQ(bytes_of(folder / "pasted-1.png"), "PNG");
-  EXPECT_EQ(body(), u"<P>a<IMG src=\"file://" + path("pasted-1.png") + u"\">c</P>");
+  const std::u16string name = u"pasted-8d3aaf19f3adfd1c.png";
+  EXPECT_EQ(bytes_of(folder / to_utf8(name)), "PNG");
+  EXPECT_EQ(body(), u"<P>a<IMG src=\"file://" + path("") + name + u"\">c</P>");
 }
 
 TEST_F(ClipboardCommands, WithoutAClipboardNothingHappens) {

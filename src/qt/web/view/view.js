@@ -15,6 +15,7 @@ import { mark, markedWords } from './marks.js';
 import { nodes, state } from './state.js';
 import { scrollIntoView } from './dom.js';
 import { select } from './selection.js';
+import { showUnderWay } from './under_way.js';
 
 const commands = {
   patch: (number, list) => {
@@ -24,9 +25,10 @@ const commands = {
   select: select,
   mark: mark,
   ask: ask,
-  mode: (isEditable, placesFreely) => {
+  mode: (isEditable, placesFreely, underWay) => {
     state.editable = isEditable;
     state.freePlacement = placesFreely;
+    showUnderWay(underWay);
     factsLater();
     drawOverlay();
   },
