@@ -58,9 +58,9 @@ Space last_line_break(View text, bool at_end) {
   return at == text.npos ? Space{at, at} : space_around(text, at);
 }
 
-/// White space of a text that is `wanted`, best at an end.
+/// White space of a text that is `wanted`, best at its end: what is typed goes on with the word before it.
 Space equal_space(View text, View wanted) {
-  for (Offset at : {Offset{0}, text.size()})
+  for (const Offset at : {text.size(), Offset{0}})
     if (const Space space = space_around(text, at); space.in(text) == wanted) return space;
   for (Offset at = text.find(wanted); at != text.npos; at = text.find(wanted, at + 1))
     if (const Space space = space_around(text, at); space.in(text) == wanted) return space;
@@ -139,8 +139,11 @@ std::u16string with_typed(const SpaceRun& run, View now) {
         {run.belongs_before ? all.markup : View(), typed(now), run.belongs_before ? View() : all.markup});
   const Space own = run.is_drawn() ? last_line_break(now, run.at_end) : equal_space(now, all.code);
   if (own.is_none()) return typed(now);
-  return joined(
-      {text_space(run.before, own.before(now)), changed_space(run, own.in(now)), typed(own.after(now))});
+  // The text at the end of the line before is in front of the line break, or in front of what is new.
+  const View front = own.before(now), space = own.in(now);
+  const bool is_text_in_front = run.is_drawn() && line_end(space) != run.before.code;
+  return joined({is_text_in_front ? text_space(run.before, front) : typed(front), changed_space(run, space),
+                 typed(own.after(now))});
 }
 
 /// The user has taken something out between two letters; `before` and `after` are the runs on its sides.

@@ -5,6 +5,7 @@
 
 #include "tvx/source/changed_markup.h"
 #include "tvx/source/formatter.h"
+#include "tvx/source/markup_scanner.h"
 
 namespace tvx::source {
 namespace {
@@ -79,6 +80,30 @@ class Composition {
   std::size_t piece_ = 0, joint_ = 0;
 };
 
+/// A parser reads a carriage return as a line feed. Those of the document stay what they are as references,
+/// where there can be any.
+std::u16string with_carriage_returns(std::u16string markup) {
+  if (markup.find(u'\r') == markup.npos) return markup;
+  constexpr std::u16string_view raw[] = {u"SCRIPT", u"STYLE", u"XMP", u"IFRAME", u"NOFRAMES", u"NOEMBED"};
+  std::u16string result;
+  MarkupScanner scanner(markup);
+  bool is_raw = false;
+  while (const std::optional<Piece> piece = scanner.next()) {
+    const bool takes_references =
+        piece->kind == Piece::Kind::Text ? !is_raw : piece->kind == Piece::Kind::StartTag;
+    for (Offset at = piece->begin; at < piece->end; ++at) {
+      if (markup[at] == u'\r' && takes_references)
+        result += u"&#13;";
+      else
+        result += markup[at];
+    }
+    is_raw = piece->kind == Piece::Kind::StartTag && std::ranges::any_of(raw, [&](auto name) {
+               return equals_ignoring_ascii_case(name, piece->name);
+             });
+  }
+  return result;
+}
+
 }  // namespace
 
 SourceText SourceText::formatted(Shared markup) {
@@ -88,6 +113,7 @@ SourceText SourceText::formatted(Shared markup) {
   composition.run();
   result.code_ = std::make_shared<const std::u16string>(composition.code());
   result.pieces_ = composition.pieces();
+  result.is_serialised_ = true;
   return result;
 }
 
@@ -110,7 +136,8 @@ SourceText SourceText::as_it_is(Shared markup) {
 }
 
 std::u16string SourceText::markup_after(std::u16string_view left) const {
-  return changed_markup(*markup_, *code_, pieces_, left);
+  std::u16string markup = changed_markup(*markup_, *code_, pieces_, left);
+  return is_serialised_ ? with_carriage_returns(std::move(markup)) : markup;
 }
 
 std::u16string code_of(std::u16string_view text) {

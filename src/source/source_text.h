@@ -33,6 +33,7 @@ class SourceText {
 
   Shared markup_, code_;
   std::vector<MappedPiece> pieces_;
+  bool is_serialised_ = false;  // the markup is what the document was written as
 };
 
 /// The text of a document as the code view shows it.

@@ -226,6 +226,11 @@ TEST(SourceText, TheUserMayWriteAllAnew) {
   EXPECT_EQ(to_utf8(source(u"<PRE>a\nb</PRE>").markup_after(u"")), "");
 }
 
+TEST(SourceText, ACarriageReturnOfTheDocumentStaysOne) {
+  EXPECT_EQ(after(u"<P title=\"a\rb\">c\rd</P><SCRIPT>e\rf</SCRIPT><P>g</P>", u"<P>g", u"<P>h"),
+            "<P title=\"a&#13;b\">c&#13;d</P><SCRIPT>e\rf</SCRIPT><P>h</P>");
+}
+
 TEST(SourceText, AGivenTextIsShownAsItIs) {
   const auto text = SourceText::as_it_is(std::make_shared<const std::u16string>(u"<p>a\n  b\r\n<p>c\r"));
   EXPECT_EQ(to_utf8(*text.code()), "<p>a\r\n  b\r\n<p>c\r\n");

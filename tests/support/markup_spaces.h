@@ -29,8 +29,9 @@ inline std::vector<SpaceKind> kinds_of_space(std::u16string_view markup) {
   std::u16string pre;
   std::size_t depth = 0;
   for (std::size_t at = 0; at < markup.size();) {
-    if (markup[at] != u'<') {
-      const std::size_t end = std::min(markup.find(u'<', at), markup.size());
+    const char16_t next = at + 1 < markup.size() ? markup[at + 1] : u' ';
+    if (markup[at] != u'<' || !(is_ascii_alpha(next) || next == u'/' || next == u'!')) {
+      const std::size_t end = std::min(markup.find(u'<', at + 1), markup.size());
       if (depth > 0) fill(at, end);
       at = end;
       continue;
