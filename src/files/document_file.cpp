@@ -7,6 +7,7 @@
 #include "tvx/dom/parse.h"
 #include "tvx/dom/tree.h"
 #include "tvx/files/merge_lines.h"
+#include "tvx/files/merge_markup.h"
 
 namespace tvx::files {
 namespace {
@@ -92,16 +93,17 @@ bool DocumentFile::changed_on_disk() const {
 }
 
 // An edited page is written anew as a whole, in this program's way. So that a file under version control
-// shows what was edited and nothing else, untouched lines are then taken from the file: where that gives the
-// same page.
+// shows what was edited and nothing else, what wasn't is then taken from the file: word by word, else line by
+// line, where that gives the same page.
 DocumentFile::Written DocumentFile::written(const dom::Document& document) const {
   std::u16string text = page_text(document, shape_);
   if (text == unedited_) return {bytes_, source_text_, std::move(text)};
-  std::u16string merged = merge_lines(unedited_, source_text_, text);
-  if (page_text(*dom::parse_document(merged), shape_) == text) {
-    std::string bytes = write_form(merged, form_);
-    // Where characters must become references, only text in this program's own way will do.
-    if (read_form(bytes).text == merged) return {std::move(bytes), std::move(merged), std::move(text)};
+  for (const auto merge : {merge_markup, merge_lines}) {
+    std::string bytes = write_form(merge(unedited_, source_text_, text), form_);
+    // What the character set can't hold has become references.
+    std::u16string source = read_form(bytes).text;
+    if (page_text(*dom::parse_document(source), shape_) == text)
+      return {std::move(bytes), std::move(source), std::move(text)};
   }
   std::string bytes = write_form(text, form_);
   std::u16string source = read_form(bytes).text;

@@ -1,0 +1,48 @@
+#include "tvx/files/merge_markup.h"
+
+#include <gtest/gtest.h>
+
+#include "tvx/base/strings.h"
+
+namespace tvx::files {
+namespace {
+
+std::string merged(std::u16string_view base, std::u16string_view source, std::u16string_view edited) {
+  return to_utf8(merge_markup(base, source, edited));
+}
+
+TEST(MergeMarkup, WithoutAnEditGivesTheSource) {
+  EXPECT_EQ(merged(u"", u"", u""), "");
+  EXPECT_EQ(merged(u"<p class=\"a\">b</p>", u"<P CLASS=a>b", u"<p class=\"a\">b</p>"), "<P CLASS=a>b");
+}
+
+TEST(MergeMarkup, AWordIsChangedInItsTag) {
+  EXPECT_EQ(merged(u"<p class=\"a\">one two</p>", u"<P CLASS=a>one two", u"<p class=\"a\">one three</p>"),
+            "<P CLASS=a>one three");
+}
+
+TEST(MergeMarkup, TagsThatTheSourceLeavesOutStayOut) {
+  EXPECT_EQ(merged(u"<html><head></head><body><p>one\n</p><p>two</p></body></html>", u"<p>one\n<p>two",
+                   u"<html><head></head><body><p>one x\n</p><p>two y</p></body></html>"),
+            "<p>one x\n<p>two y");
+}
+
+TEST(MergeMarkup, OneAttributeOfSeveralIsChanged) {
+  EXPECT_EQ(merged(u"<a href=\"x\" title=\"y\" id=\"z\">b</a>", u"<A\n  HREF='x'\n  title=y\n  id=z\n>b</A>",
+                   u"<a href=\"x\" title=\"new\" id=\"z\">b</a>"),
+            "<A\n  HREF='x'\n  title=\"new\"\n  id=z\n>b</A>");
+}
+
+TEST(MergeMarkup, ReferencesStayAsTheyAreWritten) {
+  EXPECT_EQ(merged(u"<p>caf\u00E9 &amp; a</p>", u"<p>caf&eacute; & a</p>", u"<p>caf\u00E9 &amp; b</p>"),
+            "<p>caf&eacute; & b</p>");
+}
+
+TEST(MergeMarkup, WhatIsNewIsPutInAsItIs) {
+  EXPECT_EQ(merged(u"<ul><li>a\n</li><li>b</li></ul>", u"<UL><LI>a\n<LI>b</UL>",
+                   u"<ul><li>a\n</li><li>new</li><li>b</li></ul>"),
+            "<UL><LI>a\n<li>new</li><LI>b</UL>");
+}
+
+}  // namespace
+}  // namespace tvx::files
