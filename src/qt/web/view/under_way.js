@@ -6,9 +6,9 @@ import { removeAttribute, setAttribute } from './dom.js';
 const MARK = 'tvx-under-way';
 let marked = new Set();
 
-/// `ids`: numbers with blanks after them.
-export function showUnderWay(ids) {
-  const wanted = new Set(ids.split(' ').map((id) => nodes.get(Number(id))).filter((node) => node instanceof Element));
+/// `numbers`: those of nodes, with blanks after them.
+export function showUnderWay(numbers) {
+  const wanted = new Set(numbers.split(' ').map((id) => nodes.get(Number(id))).filter((node) => node instanceof Element));
   for (const element of marked) if (!wanted.has(element)) removeAttribute(element, MARK);
   for (const element of wanted) setAttribute(element, MARK, '');
   marked = wanted;
