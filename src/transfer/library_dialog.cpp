@@ -110,6 +110,7 @@ void frmLibraryImage::Connect() {
     list_folder();
   }
   run_waiting_uploads();
+  fetch_seen_pictures();
 }
 
 void frmLibraryImage::copy_account() {
@@ -179,14 +180,21 @@ void frmLibraryImage::ColumnClick(ListView& list, int column) {
   list.hide_column(column_key, true);
 }
 
-void frmLibraryImage::rows_seen(ListView& list, int first, int last) {
+void frmLibraryImage::rows_seen(ListView&, int first, int last) {
+  first_seen_ = first;
+  last_seen_ = last;
+  fetch_seen_pictures();
+}
+
+// Not while the list is being filled, which would wait for them.
+void frmLibraryImage::fetch_seen_pictures() {
+  if (busy_ || has_to_end()) return;
   std::vector<std::u16string> names;
-  for (int row = std::max(first, 0); row <= last && row < list.count(); ++row) {
-    const platform::ListItem& item = list.item(row);
+  for (int row = std::max(first_seen_, 0); row <= last_seen_ && row < list_.count(); ++row) {
+    const platform::ListItem& item = list_.item(row);
     const auto size = parse_integer(item.sub_items.front());
     if (!item.has_picture && size && *size >= 0 && *size <= largest_small_picture) names.push_back(item.text);
   }
-  if (busy_ && names.empty()) return;
   pictures_.set_place({.host = Host,
                        .port = static_cast<std::int16_t>(Port),
                        .user = UserName,
@@ -244,8 +252,11 @@ void frmLibraryImage::run_waiting_uploads() {
   while (!busy_ && !waiting_.empty() && !has_to_end()) {
     const std::vector<std::u16string> paths = std::move(waiting_.front());
     waiting_.pop_front();
-    const Under way(busy_);
-    upload(paths);
+    {
+      const Under way(busy_);
+      upload(paths);
+    }
+    fetch_seen_pictures();
   }
 }
 

@@ -72,6 +72,7 @@ class frmLibraryImage final : private platform::FormHandler,
   void list_folder();
   bool fill_list();
   void add_row(const clsDirectoryItem& entry);
+  void fetch_seen_pictures();
   void insert_selected();
   void upload(const std::vector<std::u16string>& paths);
   void upload_one(const std::u16string& path);
@@ -90,6 +91,7 @@ class frmLibraryImage final : private platform::FormHandler,
   FolderPictures pictures_;
   std::deque<std::vector<std::u16string>> waiting_;  // dropped while something else was under way
   std::u16string failure_;                           // what the client said last
+  int first_seen_ = 0, last_seen_ = -1;              // rows
   bool first_listing_done_ = false, busy_ = false, closed_ = false;
 };
 

@@ -3,6 +3,7 @@
 #include "browser/view/document_view_fixture.h"
 #include "tvx/browser/input/input_queue.h"
 #include "tvx/browser/view/mirror_rules.h"
+#include "tvx/dom/collections.h"
 #include "tvx/dom/mutation.h"
 #include "tvx/dom/style/style_engine.h"
 
@@ -123,6 +124,17 @@ TEST_F(DocumentViewTest, TheModeFollowsTheCommand) {
   selection().collapse({text(), 1});
   pump();
   EXPECT_TRUE(view_.mode().free_placement);
+}
+
+TEST_F(DocumentViewTest, PicturesOnTheirWayAreShownAsSuch) {
+  open(u"<p><img src=a.png><img src=b.png><img src=a.png></p>");
+  const auto images = dom::collection_of(document_->tree(), dom::CollectionKind::Images);
+  document_->set_under_way({u"a.png"});
+  pump();
+  EXPECT_THAT(view_.mode().under_way, testing::ElementsAre(images->item(0)->id(), images->item(2)->id()));
+  document_->set_under_way({});
+  pump();
+  EXPECT_TRUE(view_.mode().under_way.empty());
 }
 
 TEST_F(DocumentViewTest, ANewBaseBeginsThePageAnew) {
