@@ -174,7 +174,10 @@ void Journal::close() {
 void Journal::begin_step(std::u16string_view label, StepJoin join) {
   const bool typing = join == StepJoin::TypingRun;
   keeps_redo_ = join == StepJoin::LastStep;
-  const bool joins = !done_.empty() && ((typing && run_open_ && undone_.empty()) || keeps_redo_);
+  // Runs of one kind join: typed text, letters taken one after the other by one key.
+  const bool joins =
+      !done_.empty() &&
+      ((typing && run_open_ && undone_.empty() && done_.back()->label == label) || keeps_redo_);
   joined_ = joins;
   if (joins) {
     open_step_ = std::move(done_.back());

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <map>
 #include <optional>
 #include <string>
@@ -24,6 +25,16 @@ struct Overrides {
     states.clear();
     values.clear();
   }
+};
+
+/// What was typed without a pause, a move or another gesture between: undo takes it back in one, and
+/// Backspace takes back accents that were typed one by one.
+struct TypingRun {
+  std::u16string text;
+  dom::NodeId node{};  // where the caret stood after it
+  Offset offset = 0;
+  std::chrono::steady_clock::time_point last;
+  std::size_t length = 0;  // of all of the run
 };
 
 /// The key of a command's override: its name in small letters, for "backColor" that of "hiliteColor".
@@ -72,6 +83,8 @@ class Editor final : private SelectionObserver {
   /// wherever that came from.
   Overrides& overrides();
 
+  TypingRun& typing_run() { return typing_run_; }
+
   /// A mode of the keyboard: typed text takes the place of the character after the caret.
   bool overwrite() const { return overwrite_; }
   void set_overwrite(bool on) { overwrite_ = on; }
@@ -105,6 +118,7 @@ class Editor final : private SelectionObserver {
   bool two_d_position_ = false;
   std::u16string paragraph_separator_ = u"p";
   Overrides overrides_;
+  TypingRun typing_run_;
   KnownPosition overrides_anchor_,
       overrides_focus_;  // where the selection stood when they were last asked for
 };

@@ -43,7 +43,11 @@ bool paste_data(HTMLDocument& document, const platform::TransferData& data,
                 std::vector<std::u16string>& pictures) {
   if (!takes_only_text(document.editor()) && paste_as_html(document, data, pictures)) return true;
   pictures.clear();
-  return !data.text.empty() && editing::paste_plain_text(document.editor(), data.text);
+  // An address that came alone is meant as one; of a formatted text it would be known to be none.
+  const bool alone = data.html.empty() && data.image.empty() && data.uris.empty();
+  return !data.text.empty() &&
+         editing::paste_plain_text(document.editor(), data.text,
+                                   alone ? editing::Addresses::AsLinks : editing::Addresses::AsText);
 }
 
 /// Everything that the clipboard has, the block's exact fragment before the page.
@@ -86,5 +90,14 @@ bool DocumentClipboard::put(const editing::CopiedContent& content) {
 }
 
 bool DocumentClipboard::paste(editing::Editor&) { return paste_into(document_, fetch_from(clipboard_)); }
+
+bool DocumentClipboard::paste_text(editing::Editor& editor) {
+  const platform::TransferData data = platform::fetch(clipboard_);
+  const dom::Boundary place = editor.selection().range().start;
+  if (data.text.empty() || !place || !editing::editing_host_of(*place.node)) return false;
+  const HTMLDocument::Gesture gesture(document_);
+  const dom::UndoStep undo(document_.tree().journal(), u"Paste as text");
+  return editing::paste_plain_text(editor, data.text, editing::Addresses::AsText);
+}
 
 }  // namespace tvx::browser

@@ -36,6 +36,7 @@ class DocumentClipboard final : public editing::ClipboardDoor {
       : document_(document), clipboard_(clipboard) {}
   bool put(const editing::CopiedContent& content) override;
   bool paste(editing::Editor& editor) override;
+  bool paste_text(editing::Editor& editor) override;
 
  private:
   HTMLDocument& document_;

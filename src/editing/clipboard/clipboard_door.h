@@ -12,6 +12,8 @@ class ClipboardDoor {
   virtual bool put(const CopiedContent& content) = 0;
   /// Pastes what there is in the place of the selection. False: there is no format that can be read.
   virtual bool paste(Editor& editor) = 0;
+  /// Pastes the plain text alone, whatever else there is. False: there is none.
+  virtual bool paste_text(Editor&) { return false; }
 };
 
 }  // namespace tvx::editing

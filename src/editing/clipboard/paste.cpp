@@ -6,6 +6,7 @@
 #include "tvx/dom/mutation.h"
 #include "tvx/dom/tree.h"
 #include "tvx/editing/clipboard/block_paste.h"
+#include "tvx/editing/clipboard/cell_paste.h"
 #include "tvx/editing/clipboard/copied_content.h"
 #include "tvx/editing/clipboard/pasted_content.h"
 #include "tvx/editing/deletion/deletion.h"
@@ -13,6 +14,7 @@
 #include "tvx/editing/facts/lines.h"
 #include "tvx/editing/facts/predicates.h"
 #include "tvx/editing/facts/tag_set.h"
+#include "tvx/editing/tables/table_grid.h"
 #include "tvx/editing/tree/clone_contents.h"
 #include "tvx/editing/tree/lines.h"
 #include "tvx/editing/walk/content_walk.h"
@@ -360,7 +362,64 @@ bool keeps_lines(Editor& editor) {
 
 }  // namespace
 
+namespace {
+
+/// Within preformatted text each line of what comes is a line; there are no blocks in it.
+void flatten_to_lines(Editor& editor, const Ref<dom::DocumentFragment>& content) {
+  if (!has_blocks(*content)) return;
+  const Ref<Element> box = editor.document().create_element(Tag::Div);
+  insert_all({Ref<Node>(box), {}}, children_of(*content));
+  std::u16string text = dom::inner_text(dom::Range{{box.get(), 0}, {box.get(), dom::length_of(*box)}});
+  // Paragraphs stand one below the other.
+  for (std::size_t at = text.find(u"\n\n"); at != text.npos; at = text.find(u"\n\n", at)) text.erase(at, 1);
+  dom::insert(*content, editor.document().create_text(std::move(text)));
+}
+
+/// Preformatted text that goes into a line of other text keeps its lines.
+void break_lines_of_single_pre(const Ref<dom::DocumentFragment>& content) {
+  Element* pre = only_line(*content, false);
+  if (!pre || !pre->is(Tag::Pre)) return;
+  std::vector<Ref<dom::Text>> texts;
+  for (Node* node = pre->first_child(); node; node = dom::next_in_order(*node, pre))
+    if (auto* text = dom::as<dom::Text>(node); text && contains(text->data(), u"\n"))
+      texts.emplace_back(text);
+  for (const Ref<dom::Text>& text : texts) {
+    const Ref<dom::DocumentFragment> lines = dom::lines_of(*text->document(), with_all_blanks(text->data()));
+    insert_all({Ref<Node>(text->parent()), text}, children_of(*lines));
+    dom::remove(*text);
+  }
+}
+
+/// What was copied from parts of cells, over parts of as many cells: each text takes the place of its own.
+bool goes_over_its_own_shape(Editor& editor, const Node& content) {
+  const dom::Range range = editor.selection().range();
+  if (range.collapsed()) return false;
+  const dom::Range seen = shrunk_to_characters(range);
+  if (!seen.start || seen.collapsed() || !cuts_table(seen)) return false;
+  Element* first = cell_around(seen.start.node);
+  Element* last = cell_around(seen.end.node);
+  // Of whole cells the contents are replaced.
+  if (first && last && covers_content_of(seen, *first) && covers_content_of(seen, *last)) return false;
+  return shape_of_tables(*copied_nodes(seen)) == shape_of_tables(content);
+}
+
+bool takes_its_block(Editor& editor) {
+  const Element* block = block_around(editor.selection().range().start);
+  return block && is_empty_line(*block);
+}
+
+}  // namespace
+
 void paste_nodes(Editor& editor, const Ref<dom::DocumentFragment>& content) {
+  if (editor.selection().type() == SelectionType::Text) {
+    if (!goes_over_its_own_shape(editor, *content) && paste_into_cells(editor, content)) return;
+    const bool cells_too = only_table(*content) != nullptr;
+    if (cells_too) unwrap_single_cell(content);
+    if (keeps_lines(editor))
+      flatten_to_lines(editor, content);
+    else if (!takes_its_block(editor))
+      break_lines_of_single_pre(content);
+  }
   Pasting(editor, content).run();
 }
 
@@ -374,7 +433,7 @@ bool paste_html(Editor& editor, std::u16string_view html) {
   return true;
 }
 
-bool paste_plain_text(Editor& editor, std::u16string_view text) {
+bool paste_plain_text(Editor& editor, std::u16string_view text, Addresses addresses) {
   for (std::u16string_view end : {u"\r\n", u"\n", u"\r"})
     if (text.ends_with(end)) {
       text.remove_suffix(end.size());
@@ -392,7 +451,10 @@ bool paste_plain_text(Editor& editor, std::u16string_view text) {
     }
     dom::insert(*content, document.create_text(std::move(lines)));
   } else {
-    content = dom::lines_of(document, with_all_blanks(text));
+    const Node* host = editing_host_of(*editor.selection().range().start.node);
+    const bool plain = host && is_plain_text_host(*host);
+    content = plain ? dom::lines_of(document, with_all_blanks(text))
+                    : nodes_of_text(document, with_all_blanks(text), addresses);
   }
   paste_nodes(editor, content);
   return true;

@@ -3,6 +3,7 @@
 #include <string_view>
 
 #include "tvx/dom/document.h"
+#include "tvx/editing/clipboard/plain_text.h"
 
 /// Content from elsewhere in the place of the selection. The caret then stands after it. What calls these
 /// holds the undo step.
@@ -19,7 +20,7 @@ class Editor;
 void paste_nodes(Editor& editor, const dom::Ref<dom::DocumentFragment>& content);
 /// As a program gives it: parsed and made fit (editing/pasted_content.h). False: nothing was in it.
 bool paste_html(Editor& editor, std::u16string_view html);
-/// Plain text, line for line, with all of its blanks.
-bool paste_plain_text(Editor& editor, std::u16string_view text);
+/// Plain text with all of its blanks: an empty line parts paragraphs, another line end is a line break.
+bool paste_plain_text(Editor& editor, std::u16string_view text, Addresses addresses = Addresses::AsLinks);
 
 }  // namespace tvx::editing

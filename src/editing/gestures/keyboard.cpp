@@ -6,7 +6,10 @@
 #include <optional>
 
 #include "tvx/dom/style/style_engine.h"
+#include "tvx/editing/clipboard/clipboard_door.h"
 #include "tvx/editing/editor.h"
+#include "tvx/editing/gestures/cell_selection.h"
+#include "tvx/editing/gestures/gap_caret.h"
 #include "tvx/editing/gestures/typing.h"
 #include "tvx/editing/walk/caret.h"
 
@@ -50,8 +53,13 @@ std::optional<KeyResult> press_move_key(Editor& editor, const KeyPress& key) {
     const dom::Boundary focus = editor.selection().focus();
     if (!key.control && editor.selection().type() == SelectionType::Text && runs_right_to_left(focus))
       return KeyResult::AskView;
+    if (!key.control && !key.shift && editor.selection().collapsed() && !left && leave_link(editor))
+      return KeyResult::Done;
     // Words follow the paragraph: to the left is on, where it is read from the right.
     const bool backward = left != stands_right_to_left(focus);
+    if (!key.control && move_to_gap(editor, backward ? Direction::Backward : Direction::Forward,
+                                    key.shift ? Extend::Yes : Extend::No))
+      return KeyResult::Done;
     move_caret(editor, backward ? Direction::Backward : Direction::Forward,
                key.control ? Granularity::Word : Granularity::Character, extend);
     return KeyResult::Done;
@@ -61,6 +69,8 @@ std::optional<KeyResult> press_move_key(Editor& editor, const KeyPress& key) {
                extend);
     return KeyResult::Done;
   }
+  if (key.key == u"End" && !key.shift && editor.selection().collapsed() && leave_link(editor))
+    return KeyResult::Done;
   if (is_view_move(key.key)) return KeyResult::AskView;
   return std::nullopt;
 }
@@ -107,9 +117,13 @@ std::optional<KeyResult> press_shortcut(Editor& editor, const KeyPress& key) {
   };
   if (!key.control || key.alt) return std::nullopt;
   if (!key.shift && equals_ignoring_ascii_case(key.key, u"k")) return KeyResult::AskLink;
+  if (key.shift && equals_ignoring_ascii_case(key.key, u"v")) {
+    if (editor.clipboard()) editor.clipboard()->paste_text(editor);
+    return KeyResult::Done;
+  }
   for (const Shortcut& shortcut : shortcuts) {
     if (shortcut.shift != key.shift || !equals_ignoring_ascii_case(shortcut.key, key.key)) continue;
-    editor.execute(shortcut.command);
+    execute_as_writer(editor, shortcut.command);
     return KeyResult::Done;
   }
   return std::nullopt;

@@ -1,10 +1,12 @@
 #include "tvx/editing/gestures/typing.h"
 
+#include <unicode/uchar.h>
+#include <unicode/utf16.h>
+
 #include "tvx/dom/builder.h"
 #include "tvx/dom/journal.h"
 #include "tvx/dom/mutation.h"
 #include "tvx/dom/tree.h"
-#include "tvx/editing/blocks/lists.h"
 #include "tvx/editing/deletion/delete_command.h"
 #include "tvx/editing/deletion/deletion.h"
 #include "tvx/editing/deletion/line_deletion.h"
@@ -12,6 +14,12 @@
 #include "tvx/editing/facts/lines.h"
 #include "tvx/editing/facts/predicates.h"
 #include "tvx/editing/facts/text_units.h"
+#include "tvx/editing/gestures/cell_selection.h"
+#include "tvx/editing/gestures/gap_caret.h"
+#include "tvx/editing/gestures/islands.h"
+#include "tvx/editing/gestures/line_joins.h"
+#include "tvx/editing/gestures/line_keys.h"
+#include "tvx/editing/gestures/list_keys.h"
 #include "tvx/editing/inline/recorded_values.h"
 #include "tvx/editing/insertion/insertion_commands.h"
 #include "tvx/editing/tables/table_caret.h"
@@ -148,40 +156,110 @@ std::size_t type_some(Editor& editor, std::u16string_view text) {
 
 }  // namespace
 
+namespace {
+
+/// Long enough for a thought: what is typed after it is taken back by itself.
+constexpr std::chrono::seconds pause_between_runs{1};
+constexpr std::size_t longest_run = 100;
+
+bool is_combining(char32_t c) {
+  const int kind = u_charType(UChar32(c));
+  return kind == U_NON_SPACING_MARK || kind == U_ENCLOSING_MARK || kind == U_COMBINING_SPACING_MARK;
+}
+
+bool stands_at(const TypingRun& run, const Boundary& caret) {
+  return caret && run.node == caret.node->id() && run.offset == caret.offset;
+}
+
+/// A run ends at a pause, where the caret was moved, and when it is long at the next word.
+void continue_run(Editor& editor, std::u16string_view text) {
+  TypingRun& run = editor.typing_run();
+  const auto now = std::chrono::steady_clock::now();
+  const bool starts_word =
+      !run.text.empty() && is_space(run.text.back()) && !text.empty() && !is_space(text[0]);
+  if (!stands_at(run, editor.selection().focus()) || now - run.last > pause_between_runs ||
+      (run.length >= longest_run && starts_word)) {
+    editor.document().journal().end_typing_run();
+    run = {};
+  }
+  run.last = now;
+}
+
+void note_typed(Editor& editor, std::u16string_view text) {
+  TypingRun& run = editor.typing_run();
+  const Boundary caret = editor.selection().focus();
+  run.length += text.size();
+  run.text = text.size() > 8 ? text.substr(text.size() - 8) : run.text + std::u16string(text);
+  if (run.text.size() > 16) run.text.erase(0, run.text.size() - 8);
+  run.node = caret.node->id();
+  run.offset = caret.offset;
+}
+
+/// Deletions by one key join as typing does.
+void continue_deletions(Editor& editor) {
+  TypingRun& run = editor.typing_run();
+  const auto now = std::chrono::steady_clock::now();
+  if (!stands_at(run, editor.selection().focus()) || now - run.last > pause_between_runs)
+    editor.document().journal().end_typing_run();
+  run = {};
+  run.last = now;
+}
+
+void note_deleted(Editor& editor) {
+  const Boundary caret = editor.selection().focus();
+  if (!caret) return;
+  editor.typing_run().node = caret.node->id();
+  editor.typing_run().offset = caret.offset;
+}
+
+}  // namespace
+
 bool type_text(Editor& editor, std::u16string_view text) {
   if (text.empty() || !can_type(editor)) return false;
+  continue_run(editor, text);
   const Gesture gesture(editor, u"Typing", StepJoin::TypingRun);
+  fill_gap(editor);
   leave_table_parts(editor);
   enter_line_behind(editor);
   leave_line_end(editor);
+  if (!empty_selected_cells(editor) && !editor.selection().collapsed()) remove_islands(editor);
   make_room(editor, text.size());
+  const std::u16string_view all = text;
   while (!text.empty()) text.remove_prefix(type_some(editor, text));
+  drop_spare_break(editor);
+  note_typed(editor, all);
   return true;
 }
 
 namespace {
 
-bool press_return(Editor& editor, std::u16string_view label,
-                  bool (*insertion)(Editor&, std::u16string_view)) {
+bool press_return(Editor& editor, std::u16string_view label, void (*insertion)(Editor&)) {
   if (!can_type(editor)) return false;
   const Gesture gesture(editor, label);
+  if (fill_gap(editor)) return true;
   leave_table_parts(editor);
   leave_line_end(editor);
-  const RecordedLook look = record_current_overrides(editor);
-  insertion(editor, {});
-  if (editor.selection().collapsed()) restore_look(look, editor);
+  if (!empty_selected_cells(editor) && !editor.selection().collapsed()) remove_islands(editor);
+  insertion(editor);
   settle_caret(editor);
   return true;
 }
 
+/// `label` names the run that it may join.
 template <class Deletion>
-bool press_delete(Editor& editor, Deletion&& deletion) {
+bool press_delete(Editor& editor, std::u16string_view label, Deletion&& deletion) {
   if (!can_type(editor)) return false;
-  const Gesture gesture(editor, u"Delete");
+  const bool joins = editor.selection().collapsed();
+  continue_deletions(editor);
+  const Gesture gesture(editor, label, joins ? StepJoin::TypingRun : StepJoin::Never);
   const RecordedLook look = record_current_overrides(editor);
+  if (empty_selected_cells(editor)) return true;
+  if (!editor.selection().collapsed()) remove_islands(editor);
   if (!delete_selected_lines(editor)) deletion();
   if (editor.selection().collapsed()) restore_look(look, editor);
   settle_caret(editor);
+  forget_link(editor);
+  note_deleted(editor);
   return true;
 }
 
@@ -195,7 +273,7 @@ bool is_same_line(Boundary a, Boundary b) {
 }
 
 bool delete_word(Editor& editor, Direction direction) {
-  return press_delete(editor, [&] {
+  return press_delete(editor, direction == Direction::Forward ? u"Delete word" : u"Backspace word", [&] {
     const bool forward = direction == Direction::Forward;
     const Boundary caret = editor.selection().focus();
     const auto place = next_caret_place(caret, direction, Granularity::Word);
@@ -214,17 +292,51 @@ bool delete_word(Editor& editor, Direction direction) {
 
 }  // namespace
 
-bool press_enter(Editor& editor) { return press_return(editor, u"Paragraph", insert_paragraph); }
-bool press_shift_enter(Editor& editor) { return press_return(editor, u"Line break", insert_line_break); }
+bool press_enter(Editor& editor) { return press_return(editor, u"Paragraph", start_line); }
+bool press_shift_enter(Editor& editor) { return press_return(editor, u"Line break", break_line); }
+
+namespace {
+
+/// An accent that was typed by itself is taken back by itself.
+bool take_back_mark(Editor& editor) {
+  TypingRun& run = editor.typing_run();
+  const Boundary caret = editor.selection().focus();
+  auto* text = dom::as<dom::Text>(caret.node);
+  if (!editor.selection().collapsed() || !stands_at(run, caret) || !text || run.text.empty()) return false;
+  Offset from = run.text.size();
+  char32_t last = 0;
+  U16_PREV(run.text.data(), 0, from, last);
+  const Offset length = run.text.size() - from;
+  if (!is_combining(last) || caret.offset <= length || !editor.enabled(u"insertText")) return false;
+  if (text->data().substr(caret.offset - length, length) != run.text.substr(from)) return false;
+  const Gesture gesture(editor, u"Backspace");
+  run.text.erase(from);
+  dom::replace_data(*text, caret.offset - length, length, u"");
+  editor.selection().collapse({text, caret.offset - length});
+  run.offset = caret.offset - length;
+  return true;
+}
+
+}  // namespace
 
 bool delete_backward(Editor& editor) {
-  return press_delete(editor, [&] {
+  if (take_back_mark(editor)) return true;
+  if (leave_gap_backward(editor)) return true;
+  return press_delete(editor, u"Backspace", [&] {
+    if (delete_island(editor, Direction::Backward) || leave_item_at_start(editor)) return;
+    if (leave_empty_line_beside_table(editor, Direction::Backward)) return;
+    if (join_lines(editor, Direction::Backward)) return;
     if (!delete_empty_line_backward(editor)) delete_backward_by(editor, previous_grapheme);
+    drop_spare_break(editor);
   });
 }
 bool delete_forward(Editor& editor) {
-  return press_delete(editor, [&] {
+  return press_delete(editor, u"Delete", [&] {
+    if (delete_island(editor, Direction::Forward)) return;
+    if (leave_empty_line_beside_table(editor, Direction::Forward)) return;
+    if (join_lines(editor, Direction::Forward)) return;
     if (!delete_empty_line_forward(editor)) delete_forward_by(editor, next_grapheme);
+    drop_spare_break(editor);
   });
 }
 bool delete_word_backward(Editor& editor) { return delete_word(editor, Direction::Backward); }
@@ -250,20 +362,12 @@ Node* neighbour_cell(const Element& cell, const Element& table, bool backward) {
   return nullptr;
 }
 
-/// A list that the element stands in; items of the tag mode stand right in the outer list, and so may a list.
-bool stands_anywhere_in_list(const Node& node) {
-  for (const Node* outer = node.parent(); outer && is_editable(*outer); outer = outer->parent())
-    if (is_list(*outer)) return true;
-  return false;
-}
-
 /// Deeper into the list, or out by one level; at the outermost one an item stays.
 bool press_tab_in_list(Editor& editor, bool backward) {
   const Element* item = dom::enclosing(*editor.selection().focus().node, Tag::Li);
   if (!item || !is_editable(*item) || !item->parent() || !is_list(*item->parent())) return false;
-  if (backward && !stands_anywhere_in_list(*item->parent())) return true;
-  editor.execute(backward ? u"outdent" : u"indent");
-  return true;
+  const Gesture gesture(editor, backward ? u"Outdent" : u"Indent");
+  return backward ? outdent_items(editor) : indent_items(editor);
 }
 
 }  // namespace

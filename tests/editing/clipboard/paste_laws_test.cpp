@@ -147,6 +147,12 @@ TEST_F(PasteLaws, PastedOverItsOwnPlaceNothingChanges) {
   EXPECT_EQ(different, 0);
 }
 
+bool stands_in_order(std::u16string_view wanted, std::u16string_view all) {
+  for (char16_t c : all)
+    if (!wanted.empty() && c == wanted[0]) wanted.remove_prefix(1);
+  return wanted.empty();
+}
+
 TEST_F(PasteLaws, PastedElsewhereItIsAllThereAndWellFormed) {
   for (std::uint32_t seed = 1; seed <= rounds; ++seed) {
     Writer writer(seed);
@@ -164,7 +170,9 @@ TEST_F(PasteLaws, PastedElsewhereItIsAllThereAndWellFormed) {
     const std::string before = dump(), first = marked();
     ASSERT_TRUE(run({"paste"})) << seed;
     const std::string after = dump();
-    EXPECT_NE(letters().find(wanted), std::u16string::npos)
+    // Cells that fill cells stand among others.
+    const bool fills_cells = door.html.starts_with(u"<TABLE") && contains(from_utf8(first), u"<TD>");
+    EXPECT_TRUE(fills_cells ? stands_in_order(wanted, letters()) : contains(letters(), wanted))
         << "seed " << seed << "\nfrom   " << first << "\npasted " << to_utf8(door.html) << "\ngave   "
         << after;
     EXPECT_EQ(to_utf8(reparsed(after)), after)

@@ -122,24 +122,22 @@ TEST_F(PastedTables, RowsAndCellsWithoutATableGetOne) {
     expect_paste(piece, "<p>a[]b</p>", after);
 }
 
-TEST_F(PastedTables, CellsInACellAreATableThere) {
-  expect_paste(
-      "<td>x</td><td>y</td>", "<table><tbody><tr><td>a[]b</td><td>c</td></tr></tbody></table>",
-      "<TABLE><TBODY><TR><TD>a<TABLE><TBODY><TR><TD>x</TD><TD>y</TD></TR></TBODY></TABLE>[]b</TD><TD>c</"
-      "TD></TR></TBODY></TABLE>");
-  expect_paste(
-      "<table><tr><th>x</table>", "<table><tbody><tr><td>{}<br></td></tr></tbody></table>",
-      "<TABLE><TBODY><TR><TD><TABLE><TBODY><TR><TH>x</TH></TR></TBODY></TABLE>{}<BR></TD></TR></TBODY></"
-      "TABLE>");
+TEST_F(PastedTables, CellsInACellFillTheCells) {
+  expect_paste("<td>x</td><td>y</td>", "<table><tbody><tr><td>a[]b</td><td>c</td></tr></tbody></table>",
+               "<TABLE><TBODY><TR><TD>x</TD><TD>y[]</TD></TR></TBODY></TABLE>");
+  expect_paste("<table><tr><th>x</table>", "<table><tbody><tr><td>{}<br></td></tr></tbody></table>",
+               "<TABLE><TBODY><TR><TD>x[]</TD></TR></TBODY></TABLE>");
 }
 
 TEST_F(PastedTables, APartOfATableKeepsItsTable) {
   expect_paste(
       "<html><body><table "
-      "border=1><!--StartFragment--><col><tr><td>x</td></tr><!--EndFragment--></table></body></html>",
+      "border=1><!--StartFragment--><col><tr><td>x</td></tr><tr><td>y</td></tr><!--EndFragment--></table></"
+      "body></html>",
       "<p>a[]b</p>",
       "<P>a</P><TABLE "
-      "border=\"1\"><COLGROUP><COL></COLGROUP><TBODY><TR><TD>x</TD></TR></TBODY></TABLE><P>[]b</P>");
+      "border=\"1\"><COLGROUP><COL></COLGROUP><TBODY><TR><TD>x</TD></TR><TR><TD>y</TD></TR></TBODY></"
+      "TABLE><P>[]b</P>");
 }
 
 TEST_F(PastedTables, TextBesideAnElementThatIsNoPartOfATableStaysText) {

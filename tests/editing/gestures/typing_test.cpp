@@ -143,13 +143,13 @@ TEST_F(Typing, TabGoesThroughATableAndAddsARow) {
 TEST_F(Typing, TabTakesAListItemDeeperAndBack) {
   expect_gesture(
       "<ul><li>a</li><li>b[]c</li></ul>", [&] { press_tab(editor, false); },
-      "<UL><LI>a</LI><UL><LI>b[]c</LI></UL></UL>");
+      "<UL><LI>a<UL><LI>b[]c</LI></UL></LI></UL>");
   expect_gesture(
       "<ul><li>a</li><ul><li>b[]c</li></ul></ul>", [&] { press_tab(editor, true); },
       "<UL><LI>a</LI><LI>b[]c</LI></UL>");
   expect_gesture(
       "<ol><li>a</li><li>[b</li><li>c]</li></ol>", [&] { press_tab(editor, false); },
-      "<OL><LI>a</LI><OL><LI>[b</LI><LI>c]</LI></OL></OL>");
+      "<OL><LI>a<OL><LI>[b</LI><LI>c]</LI></OL></LI></OL>");
   load("<ul><li>a[]</li></ul>");
   EXPECT_TRUE(press_tab(editor, true));
   EXPECT_EQ(marked(), "<UL><LI>a[]</LI></UL>") << "the outermost list is left by Enter";

@@ -69,7 +69,7 @@ TEST_F(Whitespace, LinesThatAreJoinedAgainReadAsBefore) {
 }
 
 TEST_F(Whitespace, InPreformattedTextABlankIsABlank) {
-  expect_gestures("<PRE>a[] b</PRE>", {enter}, "<PRE>a<BR>[] b</PRE>");
+  expect_gestures("<PRE>a[] b</PRE>", {enter}, "<PRE>a\n[] b</PRE>");
 }
 
 TEST_F(Whitespace, AnImageBetweenBlanksTakesNoneAlong) {

@@ -8,6 +8,7 @@ export const shield = addBox('shield');
 export const grip = addBox('grip');
 export const underlines = addBox('underlines');
 export const cellFrame = addBox('cell');
+export const selectedCells = addBox('cells');
 export const caret = addBox('caret blink');
 export const dropCaret = addBox('drop');
 export const frame = addBox('frame');
@@ -51,9 +52,16 @@ export function hide(box) {
 }
 
 export function showCaretBox(box, at) {
+  box.classList.remove('across');
   if (!at) return hide(box);
   showBox(box, at.left, at.top, 0, at.height);
   box.style.width = '';
+}
+
+/// A caret that lies across a gap between blocks.
+export function showGapBox(box, at) {
+  showBox(box, at.left, at.top, at.width, 0);
+  box.classList.add('across');
 }
 
 /// A caret that has just moved is seen at once.

@@ -2,17 +2,22 @@
 
 import { boxOf, elementOf, newRange, parentElementOf, typeOf } from './dom.js';
 import { EDGES, HANDLES, caret, cellFrame, dropCaret, frame, guide, hide, outline, showBox, showCaretBox,
-  underlines } from './boxes.js';
+  showGapBox, underlines } from './boxes.js';
 import { addBox, host } from './host.js';
 import { caretBox } from './geometry.js';
 import { drawCell } from './current_cell.js';
+import { drawSelectedCells } from './selected_cells.js';
+import { gapBox } from './gap_caret.js';
 import { isMovable } from './wholes.js';
 import { later, tell } from './messages.js';
 import { nodes, state } from './state.js';
 
 /// The caret has the colour of the text around it: what is read there is seen there.
 function drawCaret(at) {
-  showCaretBox(caret, at);
+  const { focusNode, focusOffset } = getSelection();
+  const gap = at && gapBox(focusNode, focusOffset);
+  if (gap) showGapBox(caret, gap);
+  else showCaretBox(caret, at);
   if (!at) return;
   caret.style.borderColor = getComputedStyle(elementOf(getSelection().focusNode) || host).color;
 }
@@ -56,6 +61,7 @@ export function drawOverlay() {
   drawCaret(state.focused ? box : null);
   drawFrame();
   drawCell();
+  drawSelectedCells();
   drawUnderlines();
   return box;
 }

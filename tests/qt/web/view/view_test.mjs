@@ -14,6 +14,7 @@ const { columnShift, columnWidths, movedBox, scrollPull, sizedBox } = await impo
 const { cellsAtEdge, sideAt, tableHandleAt } = await import(new URL('table_edges.js', folder));
 const { cellBeyond, nearestCell } = await import(new URL('table_moves.js', folder));
 const { nearEdge } = await import(new URL('wholes.js', folder));
+const { closedArea } = await import(new URL('selected_cells.js', folder));
 const { wayToReveal } = await import(new URL('selection.js', folder));
 
 const reports = [];
@@ -185,4 +186,11 @@ test('the window goes as far as a caret needs', () => {
   assert.deepEqual(wayToReveal({ left: 10, top: -30, height: 20 }), [0, -34]);
   assert.deepEqual(wayToReveal({ left: 900, top: 590, height: 20 }), [120, 14]);
   assert.deepEqual(wayToReveal({ left: -10, top: 100, height: 20 }), [-30, 0]);
+});
+
+test('an area of cells grows until it cuts none', () => {
+  const box = (left, top, right, bottom) => ({ left, top, right, bottom });
+  const wide = box(0, 0, 20, 10), low = box(0, 10, 10, 20), last = box(10, 10, 20, 20), aside = box(20, 0, 30, 20);
+  assert.deepEqual(closedArea(low, wide, [wide, low, last, aside]), box(0, 0, 20, 20));
+  assert.deepEqual(closedArea(low, last, [wide, low, last, aside]), box(0, 10, 20, 20));
 });

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <optional>
+
+#include "tvx/editing/editor.h"
+#include "tvx/editing/walk/caret.h"
+
+/// Places where a caret stands beside what it can't go into: before the first table, between two rules, at
+/// the end of a link's text.
+namespace tvx::editing {
+
+/// A position between blocks where no line is: on each side a table, a rule or what may not be edited, or the
+/// edge of what holds them.
+bool is_gap_place(const dom::Boundary& place);
+/// The first such position on the way from a caret to where it would go next.
+std::optional<dom::Boundary> gap_on_the_way(const dom::Boundary& from, Direction direction);
+
+/// Moves the caret to the gap beside it. False where its next place is a text's.
+bool move_to_gap(Editor& editor, Direction direction, Extend extend);
+/// Makes a paragraph where the caret stands in a gap, and puts the caret in it.
+bool fill_gap(Editor& editor);
+/// Backspace in a gap: a rule before it goes, into a table the caret goes.
+bool leave_gap_backward(Editor& editor);
+
+/// The caret at the end of a link's text steps out of the link, where the next text is none. False elsewhere.
+bool leave_link(Editor& editor);
+
+}  // namespace tvx::editing

@@ -1,0 +1,336 @@
+#include "tvx/editing/gestures/line_keys.h"
+
+#include <algorithm>
+
+#include "tvx/dom/builder.h"
+#include "tvx/dom/mutation.h"
+#include "tvx/dom/tree.h"
+#include "tvx/editing/deletion/deletion.h"
+#include "tvx/editing/facts/lines.h"
+#include "tvx/editing/facts/predicates.h"
+#include "tvx/editing/gestures/list_keys.h"
+#include "tvx/editing/inline/inline_values.h"
+#include "tvx/editing/inline_command.h"
+#include "tvx/editing/insertion/insertion_commands.h"
+#include "tvx/editing/tree/lines.h"
+#include "tvx/editing/tree/surgery.h"
+#include "tvx/editing/walk/caret.h"
+#include "tvx/editing/walk/content_walk.h"
+
+namespace tvx::editing {
+
+using dom::Boundary;
+using dom::Element;
+using dom::Node;
+using dom::Ref;
+using dom::Tag;
+
+namespace {
+
+Ref<Element> make_paragraph(Editor& editor) {
+  return editor.document().create_element(dom::Name{std::u16string_view(editor.paragraph_separator())});
+}
+
+bool has_block_children(const Node& node) {
+  for (const Node* child = node.first_child(); child; child = child->next_sibling())
+    if (is_block_piece(*child)) return true;
+  return false;
+}
+
+/// The child of `holder` at a position in it, and the line of inline nodes around that.
+NodeList line_at(Node& holder, const Boundary& caret) {
+  Node* child = caret.node == &holder ? dom::child_at(holder, caret.offset) : caret.node;
+  while (child && child->parent() != &holder) child = child->parent();
+  if (!child || is_block_piece(*child))
+    child = caret.node == &holder && child ? child->previous_sibling() : child;
+  if (!child && caret.node == &holder) child = holder.last_child();
+  NodeList line;
+  if (!child || is_block_piece(*child)) return line;
+  Node* first = child;
+  while (first->previous_sibling() && !is_block_piece(*first->previous_sibling()) &&
+         !first->previous_sibling()->is(Tag::Br))
+    first = first->previous_sibling();
+  for (Node* node = first; node && !is_block_piece(*node); node = node->next_sibling()) {
+    line.emplace_back(node);
+    if (node->is(Tag::Br)) break;
+  }
+  while (!line.empty() && is_filling(*line.back())) line.pop_back();
+  return line;
+}
+
+/// A line that stands beside blocks in a box or a cell gets a paragraph: else what comes after it would go
+/// along when the line is parted.
+void wrap_line_beside_blocks(Editor& editor) {
+  const Boundary caret = editor.selection().focus();
+  Element* block = block_around(caret);
+  if (!block || !(block->is(Tag::Div) || block->is(Tag::Td) || block->is(Tag::Th)) ||
+      !has_block_children(*block))
+    return;
+  const NodeList line = line_at(*block, caret);
+  if (line.empty()) return;
+  const Ref<Element> paragraph = make_paragraph(editor);
+  dom::insert(*block, paragraph, line.front().get());
+  move_run_preserving_ranges(line, *paragraph, nullptr);
+}
+
+// --- preformatted text ---
+
+Element* pre_around(const Boundary& caret) {
+  for (Node* node = caret.node; node && !is_editing_host(*node); node = node->parent()) {
+    if (node->is(Tag::Pre) && is_editable(*node)) return static_cast<Element*>(node);
+    if (is_block_node(*node)) return nullptr;
+  }
+  return nullptr;
+}
+
+bool is_at_end_of(const Boundary& caret, const Element& block) {
+  const Content after = content_beside(caret, Direction::Forward);
+  return (after.kind == ContentKind::LeaveBlock && after.node == &block) ||
+         (after.kind == ContentKind::LineBreak && after.node && !after.node->next_sibling() &&
+          after.node->parent() == &block);
+}
+
+/// Two empty lines at the end: the writer wants to go on after the text.
+bool leaves_pre(const Element& pre, const Boundary& caret) {
+  const auto* text = dom::as<dom::Text>(caret.node);
+  if (!text || caret.offset != text->length() || !is_at_end_of(caret, pre)) return false;
+  return std::u16string_view(text->data()).ends_with(u"\n\n");
+}
+
+void leave_pre(Editor& editor, Element& pre) {
+  const Ref<dom::Text> text(static_cast<dom::Text*>(editor.selection().focus().node));
+  Offset end = text->length();
+  while (end > 0 && text->data()[end - 1] == u'\n') --end;
+  dom::replace_data(*text, end, text->length() - end, u"");
+  Node* last = pre.last_child();
+  if (last && last->is(Tag::Br)) dom::remove(*last);
+  const Ref<Element> paragraph = make_paragraph(editor);
+  dom::insert(*pre.parent(), paragraph, pre.next_sibling());
+  append_line_break(*paragraph);
+  editor.selection().collapse({paragraph.get(), 0});
+}
+
+bool start_line_in_pre(Editor& editor) {
+  Element* pre = pre_around(editor.selection().focus());
+  if (!pre) return false;
+  const Boundary caret = editor.selection().focus();
+  if (leaves_pre(*pre, caret)) {
+    leave_pre(editor, *pre);
+    return true;
+  }
+  auto* text = dom::as<dom::Text>(caret.node);
+  if (!text) {
+    const Ref<dom::Text> line = editor.document().create_text(u"\n");
+    dom::insert(*caret.node, line, dom::child_at(*caret.node, caret.offset));
+    editor.selection().collapse({line.get(), 1});
+  } else {
+    dom::replace_data(*text, caret.offset, 0, u"\n");
+    editor.selection().collapse({text, caret.offset + 1});
+  }
+  // A line's end as the last thing in the text shows no new line.
+  const Boundary place = editor.selection().focus();
+  const Content after = content_beside(place, Direction::Forward);
+  if (after.kind == ContentKind::LeaveBlock) {
+    append_line_break(*pre);
+    editor.selection().collapse(place);
+  }
+  return true;
+}
+
+// --- quotations ---
+
+Node* seen_after(const Node& node) {
+  Node* after = node.next_sibling();
+  while (after && is_filling(*after)) after = after->next_sibling();
+  return after;
+}
+
+/// Enter in the empty last line of a quotation: the line comes to stand after it.
+bool leave_quotation(Editor& editor) {
+  const Boundary caret = editor.selection().focus();
+  Element* line = block_around(caret);
+  if (!line || !(line->is(Tag::P) || line->is(Tag::Div)) || !is_empty_line(*line)) return false;
+  Node* quotation = line->parent();
+  if (!quotation || !quotation->is(Tag::Blockquote) || !is_editable(*quotation) || seen_after(*line))
+    return false;
+  const Ref<Node> held(line), left(quotation);
+  if (!is_allowed_child(*line, *quotation->parent())) return false;
+  move_preserving_ranges(held, *left->parent(), left->next_sibling());
+  if (!has_visible_child(*left)) dom::remove(*left);
+  editor.selection().collapse({held.get(), 0});
+  return true;
+}
+
+// --- after a line was parted ---
+
+/// Before a heading there is room for text, not for a heading.
+void make_room_before_heading(Editor& editor, Element* heading) {
+  if (!heading || !is_heading(*heading) || !heading->previous_sibling()) return;
+  Node* before = heading->previous_sibling();
+  if (!is_heading(*before) || !is_empty_line(*before) || is_empty_line(*heading)) return;
+  set_tag_name(static_cast<Element&>(*before), dom::Name{std::u16string_view(editor.paragraph_separator())});
+}
+
+/// The caret of a parted item stands in the new one's own line, not in its list.
+void stay_in_item(Editor& editor, Element* item) {
+  Node* created = item ? item->next_sibling() : nullptr;
+  if (!created || !created->is(Tag::Li)) return;
+  Node* first = created->first_child();
+  while (first && is_filling(*first)) first = first->next_sibling();
+  if (first && !is_list(*first)) {
+    editor.selection().collapse(normalized_caret_place({created, 0}));
+    return;
+  }
+  if (!first) return;
+  dom::insert(*created, editor.document().create_element(Tag::Br), created->first_child());
+  editor.selection().collapse({created, 0});
+}
+
+Element* item_with_list(Editor& editor) {
+  for (Node* node = editor.selection().focus().node; node && !is_editing_host(*node); node = node->parent()) {
+    if (!node->is(Tag::Li)) continue;
+    for (const Node* child = node->first_child(); child; child = child->next_sibling())
+      if (is_list(*child)) return static_cast<Element*>(node);
+    return nullptr;
+  }
+  return nullptr;
+}
+
+}  // namespace
+
+namespace {
+
+/// The elements around a caret that give the text a style of which commands know no equal, the outermost
+/// first; nothing where commands can say it all.
+std::vector<Ref<Element>> styled_elements(Editor& editor) {
+  std::vector<Ref<Element>> around;
+  bool has_style = false;
+  const Element* block = block_around(editor.selection().focus());
+  for (Node* node = editor.selection().focus().node; node && node != block; node = node->parent()) {
+    auto* element = dom::as<Element>(node);
+    if (!element || element->is(Tag::A)) continue;
+    if (!is_look(*element)) return {};
+    has_style =
+        has_style || element->has_attribute(dom::names::style) || element->has_attribute(dom::names::class_);
+    around.emplace_back(element);
+  }
+  if (!has_style) around.clear();
+  return {around.rbegin(), around.rend()};
+}
+
+/// Puts the break of an empty line into copies of these elements.
+void style_empty_line(Editor& editor, Element& line, const std::vector<Ref<Element>>& styles) {
+  Node* last = line.last_child();
+  if (!last || !last->is(Tag::Br)) return;
+  const Ref<Node> line_break(last);
+  Ref<Node> holder(line);
+  for (const Ref<Element>& style : styles) {
+    const Ref<Node> copy = dom::clone(*style, editor.document(), dom::Deep::No);
+    dom::remove_attribute(static_cast<Element&>(*copy), dom::names::id);
+    dom::insert(*holder, copy);
+    holder = copy;
+  }
+  dom::insert(*holder, dom::remove(*line_break));
+  editor.selection().collapse({holder.get(), 0});
+}
+
+}  // namespace
+
+RecordedLook style_that_goes_on(Editor& editor) {
+  static constexpr std::u16string_view states[] = {u"bold",      u"italic",      u"strikethrough",
+                                                   u"subscript", u"superscript", u"underline"};
+  static constexpr std::u16string_view values[] = {u"fontname", u"fontsize", u"forecolor", u"hilitecolor"};
+  RecordedLook style;
+  const Node* node = editor.selection().focus().node;
+  const Element* block = block_around(editor.selection().focus());
+  if (!block || !is_editable(*node)) return style;
+  // A link's colour and line end with the link.
+  const Node* outside = node;
+  for (const Node* around = node; around && around != block; around = around->parent())
+    if (around->is(Tag::A)) outside = around->parent();
+  const auto of = [](const Node& at, std::u16string_view name) {
+    return effective_command_value(at, inline_row(name));
+  };
+  const RecordedLook pending = record_current_overrides(editor);
+  const auto pending_in = [](const auto& list, std::u16string_view name) {
+    return std::ranges::any_of(list, [&](const auto& entry) { return entry.first == name; });
+  };
+  for (const std::u16string_view name : states) {
+    const bool is_on = is_activated_value(inline_row(name), of(*outside, name));
+    if (!pending_in(pending.states, name) && is_on != is_activated_value(inline_row(name), of(*block, name)))
+      style.states.emplace_back(name, is_on);
+  }
+  for (const std::u16string_view name : values) {
+    const InlineValue value = of(*outside, name);
+    if (value && !pending_in(pending.values, name) && value != of(*block, name))
+      style.values.emplace_back(name, *value);
+  }
+  style.states.insert(style.states.end(), pending.states.begin(), pending.states.end());
+  for (const auto& value : pending.values)
+    if (value.first != u"createlink") style.values.push_back(value);
+  return style;
+}
+
+void forget_link(Editor& editor) {
+  if (!editor.selection().collapsed()) return;
+  Overrides& overrides = editor.overrides();
+  if (overrides.values.erase(u"createlink") > 0) {
+    overrides.values.erase(u"forecolor");
+    overrides.states.erase(u"underline");
+  }
+  Element* link = dom::enclosing(*editor.selection().focus().node, Tag::A);
+  if (!link || !is_editable(*link) || !link->has_attribute(dom::names::href)) return;
+  for (const Node* node = link->first_child(); node; node = dom::next_in_order(*node, link))
+    if (!node->is(Tag::Br) && (!node->has_children() || node->is_text()) && is_visible(*node)) return;
+  remove_preserving_descendants(Ref<Node>(link));
+}
+
+void start_line(Editor& editor) {
+  if (!editor.selection().collapsed()) delete_selection(editor);
+  if (leave_empty_item(editor) || leave_quotation(editor)) return;
+  wrap_line_beside_blocks(editor);
+  Element* block = block_around(editor.selection().focus());
+  const bool in_heading = block && is_heading(*block);
+  const std::vector<Ref<Element>> styles = in_heading ? std::vector<Ref<Element>>() : styled_elements(editor);
+  const RecordedLook style =
+      in_heading || !styles.empty() ? record_current_overrides(editor) : style_that_goes_on(editor);
+  if (start_line_in_pre(editor)) {
+    restore_look(style, editor);
+    return;
+  }
+  const Ref<Element> item(item_with_list(editor));
+  insert_paragraph(editor);
+  if (item) stay_in_item(editor, item.get());
+  Element* line = block_around(editor.selection().focus());
+  make_room_before_heading(editor, line);
+  if (line && is_empty_line(*line)) {
+    if (!styles.empty()) style_empty_line(editor, *line, styles);
+    restore_look(style, editor);
+  }
+  forget_link(editor);
+}
+
+void break_line(Editor& editor) {
+  const RecordedLook style = record_current_overrides(editor);
+  insert_line_break(editor);
+  if (editor.selection().collapsed()) restore_look(style, editor);
+  forget_link(editor);
+}
+
+void drop_spare_break(Editor& editor) {
+  if (!editor.selection().collapsed()) return;
+  const Boundary caret = editor.selection().focus();
+  const Content after = content_beside(caret, Direction::Forward);
+  if (after.kind != ContentKind::LineBreak || !after.node || !is_editable(*after.node)) return;
+  const Ref<Node> line_break(after.node);
+  const Content next = content_beside(dom::after(*line_break), Direction::Forward);
+  if (next.kind != ContentKind::LeaveBlock && next.kind != ContentKind::EnterBlock) return;
+  const ContentKind before = content_beside(caret, Direction::Backward).kind;
+  if (before != ContentKind::Text && before != ContentKind::Object) return;
+  // In preformatted text the caret may stand on an empty line that the break alone holds open.
+  const auto* text = dom::as<dom::Text>(caret.node);
+  if (text && caret.offset > 0 && text->data()[caret.offset - 1] == u'\n') return;
+  dom::remove(*line_break);
+}
+
+}  // namespace tvx::editing

@@ -1,0 +1,55 @@
+// Cells that are selected: a selection that goes from one cell of a table into another.
+
+import { boxOf, closest, contains, elementOf, parentElementOf } from './dom.js';
+import { addBox, host } from './host.js';
+import { selectedCells, showBox } from './boxes.js';
+import { state } from './state.js';
+
+const cellOf = (node) => closest(elementOf(node) || host, 'td,th');
+const tableOf = (cell) => (cell ? closest(cell, 'table') : null);
+
+/// The cells at both ends that stand in one table, the innermost that holds all; null where they are one.
+export function cornerCells(anchor, focus) {
+  for (let first = cellOf(anchor); first; first = cellOf(parentElementOf(tableOf(first)))) {
+    const table = tableOf(first);
+    if (!table) return null;
+    if (!contains(table, focus)) continue;
+    let last = cellOf(focus);
+    while (last && tableOf(last) !== table) last = cellOf(parentElementOf(tableOf(last)));
+    return last && last !== first ? { table, first, last } : null;
+  }
+  return null;
+}
+
+const overlap = (a, b) => a.left < b.right - 1 && b.left < a.right - 1 && a.top < b.bottom - 1 && b.top < a.bottom - 1;
+
+/// The least rectangle around two that cuts none of the boxes.
+export function closedArea(first, last, boxes) {
+  let area = { left: Math.min(first.left, last.left), top: Math.min(first.top, last.top),
+    right: Math.max(first.right, last.right), bottom: Math.max(first.bottom, last.bottom) };
+  for (let grown = true; grown;) {
+    grown = false;
+    for (const box of boxes) {
+      if (!overlap(area, box)) continue;
+      const next = { left: Math.min(area.left, box.left), top: Math.min(area.top, box.top),
+        right: Math.max(area.right, box.right), bottom: Math.max(area.bottom, box.bottom) };
+      grown = grown || next.left !== area.left || next.top !== area.top || next.right !== area.right ||
+        next.bottom !== area.bottom;
+      area = next;
+    }
+  }
+  return area;
+}
+
+export function drawSelectedCells() {
+  selectedCells.textContent = '';
+  const selection = getSelection();
+  if (!state.editable || state.control || !selection.rangeCount || selection.isCollapsed) return;
+  const corners = cornerCells(selection.anchorNode, selection.focusNode);
+  if (!corners) return;
+  const boxes = [];
+  for (const row of corners.table.rows) for (const cell of row.cells) boxes.push(boxOf(cell));
+  const area = closedArea(boxOf(corners.first), boxOf(corners.last), boxes);
+  for (const box of boxes)
+    if (overlap(area, box)) showBox(addBox('chosen', selectedCells), box.left, box.top, box.width, box.height);
+}
