@@ -8,6 +8,7 @@
 #include "tvx/editing/facts/predicates.h"
 #include "tvx/editing/facts/rendering.h"
 #include "tvx/editing/inline/recorded_values.h"
+#include "tvx/editing/tree/rising.h"
 #include "tvx/editing/tree/surgery.h"
 
 namespace tvx::editing {
@@ -51,7 +52,7 @@ void leave_blocks(const Ref<Node>& node) {
     }
     return false;
   };
-  while (stands_in_block()) split_parent({node});
+  split_parents_while({node}, stands_in_block);
 }
 
 /// Steps 10: takes lines from the list and gives them their new block.

@@ -1,5 +1,7 @@
 #include "tvx/editing/deletion/deletion.h"
 
+#include <algorithm>
+
 #include "tvx/base/work_count.h"
 #include "tvx/dom/mutation.h"
 #include "tvx/dom/tree.h"
@@ -8,6 +10,7 @@
 #include "tvx/editing/facts/predicates.h"
 #include "tvx/editing/facts/rendering.h"
 #include "tvx/editing/inline/recorded_values.h"
+#include "tvx/editing/tree/rising.h"
 #include "tvx/editing/tree/surgery.h"
 #include "tvx/editing/walk/caret.h"
 #include "tvx/editing/walk/whitespace.h"
@@ -38,6 +41,9 @@ class Deletion {
   bool merge_inner_block();
   void remove_empty_inner_block(const Node& reference);
   void merge_into_inner_block();
+  bool step_to_first_line();
+  NodeList first_lines_that_fit() const;
+  void lift_list_of_item();
   void merge_following_block();
   void join_lists();
   void finish_merge();
@@ -186,9 +192,10 @@ bool Deletion::merge_inner_block() {
     children.emplace_back(next);
   }
   values_ = record_values(children);
-  while (children.front()->parent() != start_block_.get() && is_editable(*children.front()->parent())) {
-    split_parent(children);
-  }
+  split_parents_while(children, [&] {
+    const Node* parent = children.front()->parent();
+    return parent != start_block_.get() && is_editable(*parent);
+  });
   Node* before = children.front()->previous_sibling();
   if (before && before->is(Tag::Br) && is_editable(*before)) dom::remove(*before);
   return true;
@@ -228,14 +235,49 @@ void Deletion::merge_into_inner_block() {
   for (const Ref<Node>& node : nodes) move_preserving_ranges(node, *start_block_, nullptr);
 }
 
-// Step 34.
+// OURS: a block that starts with another has its first line in there. False where that is no line to follow
+// this one: a table's, a rule, what can't be edited.
+bool Deletion::step_to_first_line() {
+  const auto fits = [this](const Node& node) { return is_allowed_child(node, *start_block_); };
+  for (Node* first = end_block_->first_child(); first && is_block_node(*first) && !fits(*first);
+       first = end_block_->first_child()) {
+    if (!is_editable(*first) || !first->has_children() || first->is(Tag::Table) || is_table_part(*first))
+      return false;
+    end_block_ = first;
+  }
+  return true;
+}
+
+/// What of the end block may stand in the start block: all of it, or its first line.
+NodeList Deletion::first_lines_that_fit() const {
+  NodeList nodes = children_of(*end_block_);
+  const auto rest = std::ranges::find_if(nodes, [this](const Ref<Node>& node) {
+    return is_block_node(*node) && !is_allowed_child(*node, *start_block_);
+  });
+  nodes.erase(rest, nodes.end());
+  return nodes;
+}
+
+/// An item whose own line has gone and that begins with a list now: its items take its position.
+void Deletion::lift_list_of_item() {
+  const Ref<Node> list(end_block_->first_child());
+  if (!end_block_->is(Tag::Li) || !list || !is_list(*list)) return;
+  for (const Ref<Node>& item : children_of(*list))
+    move_preserving_ranges(item, *end_block_->parent(), end_block_.get());
+  dom::remove(*list);
+}
+
+// Step 34. OURS: blocks that may not stand in the start block stay where they are.
 void Deletion::merge_following_block() {
   editor_.selection().collapse({start_block_.get(), dom::length_of(*start_block_)});
+  if (!step_to_first_line()) return;
   const Node* first = end_block_->first_child();
   Node* last = start_block_->last_child();
   if (first && is_inline_node(*first) && last && last->is(Tag::Br)) dom::remove(*last);
-  values_ = record_values(children_of(*end_block_));
-  move_children_preserving_ranges(*end_block_, *start_block_);
+  const NodeList lines = first_lines_that_fit();
+  values_ = record_values(lines);
+  move_run_preserving_ranges(lines, *start_block_, nullptr);
+  lift_list_of_item();
   while (!end_block_->has_children()) {
     Ref<Node> parent(end_block_->parent());
     dom::remove(*end_block_);

@@ -8,6 +8,7 @@
 #include "tvx/editing/facts/tag_set.h"
 #include "tvx/editing/inline/effectively_contained.h"
 #include "tvx/editing/inline/inline_values.h"
+#include "tvx/editing/tree/rising.h"
 
 namespace tvx::editing {
 
@@ -44,7 +45,7 @@ bool remove_format(Editor& editor, std::u16string_view) {
   }
   split_text_at_active_range(editor);
   for (const Ref<Node>& node : effectively_contained_nodes(*editor.active_range(), is_editable)) {
-    while (node->parent() && is_candidate(*node->parent())) split_parent({node});
+    split_parents_while({node}, [&] { return is_candidate(*node->parent()); });
   }
   for (const InlineCommand command : commands) set_selection_value(editor, command, std::nullopt);
   return true;
