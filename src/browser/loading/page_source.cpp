@@ -22,7 +22,7 @@ bool has_scheme(std::u16string_view address) {
 }  // namespace
 
 bool is_blank_address(std::u16string_view address) {
-  return equals_ignoring_ascii_case(address, u"about:blank");
+  return equals_ignoring_ascii_case(address.substr(0, address.find(u'#')), u"about:blank");
 }
 
 bool is_remote(std::u16string_view address) {

@@ -3,6 +3,7 @@
 #include <filesystem>
 
 #include "tvx/base/error.h"
+#include "tvx/base/text.h"
 #include "tvx/base/text_file.h"
 #include "tvx/browser/browser.h"
 #include "tvx/core/content/content.h"
@@ -34,9 +35,16 @@ void Bootstrap::BootstrapDocument() {
       code_.box().set_Enabled(true);
       app_path_ = folder_of_application();
       sheet_.write_first_file();
-      const int resource =
-          properties_.showDocumentBackgroundImage ? template_plain : template_without_background;
-      url = WriteTemplateDocument(temporary_file(surroundings().hwnd, document_file), resource);
+      const std::u16string file = temporary_file(surroundings().hwnd, document_file);
+      if (!file.empty()) {
+        sweep_temporary_files(surroundings().hwnd);
+        url = WriteTemplateDocument(
+            file, properties_.showDocumentBackgroundImage ? template_plain : template_without_background);
+      } else {
+        raise_error(errors::path_access, u"No folder for temporary files can be used");
+        // The window's number makes it the control's own navigation, as in the name of the file.
+        url += u'#' + to_text(platform::number_of(surroundings().hwnd));
+      }
     }
     browser().set_Silent(true);
     browser().Navigate(url);
