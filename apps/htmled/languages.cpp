@@ -4,7 +4,6 @@
 #include <QCollator>
 #include <QDir>
 #include <QLibraryInfo>
-#include <QSettings>
 #include <algorithm>
 
 #include "tvx/localise/xml_document.h"
@@ -20,11 +19,6 @@ using qt::to_qt;
 
 const QString settings_key = QStringLiteral("language");
 
-QSettings settings() {
-  return QSettings(QSettings::NativeFormat, QSettings::UserScope, QStringLiteral("tvxHTML"),
-                   QStringLiteral("htmled"));
-}
-
 /// What the language calls itself; the code, where its file doesn't tell.
 QString own_name(const XmlElement& root, const QString& code) {
   for (const localise::XmlAttribute& attribute : root.attributes())
@@ -33,6 +27,11 @@ QString own_name(const XmlElement& root, const QString& code) {
 }
 
 }  // namespace
+
+QSettings program_settings() {
+  return QSettings(QSettings::NativeFormat, QSettings::UserScope, QStringLiteral("tvxHTML"),
+                   QStringLiteral("htmled"));
+}
 
 // --- words ---
 
@@ -89,13 +88,15 @@ const Language* Languages::find(const QString& code) const {
 }
 
 const Language* Languages::preferred(const QStringList& of_system) const {
-  if (const Language* chosen = find(settings().value(settings_key).toString())) return chosen;
+  if (const Language* chosen = find(program_settings().value(settings_key).toString())) return chosen;
   for (const QString& code : of_system)
     if (const Language* language = find(code)) return language;
   return nullptr;
 }
 
-void Languages::remember(const Language& language) { settings().setValue(settings_key, language.code); }
+void Languages::remember(const Language& language) {
+  program_settings().setValue(settings_key, language.code);
+}
 
 void Languages::speak(const Language& language) {
   fall_silent();

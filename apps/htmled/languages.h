@@ -2,6 +2,7 @@
 
 #include <QHash>
 #include <QLocale>
+#include <QSettings>
 #include <QString>
 #include <QStringList>
 #include <QTranslator>
@@ -15,6 +16,9 @@ struct Language {
   QString name;  // "Deutsch"
   QString file;
 };
+
+/// What the program remembers of its user from one start to the next.
+QSettings program_settings();
 
 /// The program's own words in a language, from the section "Application" of its file: the English word, then
 /// the other.

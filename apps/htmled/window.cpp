@@ -13,11 +13,14 @@
 #include <QStatusBar>
 #include <QTimer>
 #include <QToolButton>
+#include <QVBoxLayout>
 #include <algorithm>
 #include <iostream>
 #include <utility>
 
+#include "htmled/drafts.h"
 #include "htmled/publish_dialog.h"
+#include "htmled/remote_content_bar.h"
 #include "tvx/base/error.h"
 #include "tvx/base/text_file.h"
 #include "tvx/browser/html_document.h"
@@ -57,12 +60,25 @@ QString words_of(const RuntimeError& error) {
 }  // namespace
 
 Window::Window(platform::MessageLoop& loop, const qt::Substitutes& substitutes)
-    : editor_(new qt::HTMLedWidget(loop, this, substitutes)), publishing_(editor_->control()) {
-  setCentralWidget(editor_);
+    : drafts_(drafts_template()),
+      editor_(new qt::HTMLedWidget(loop, this, substitutes)),
+      publishing_(editor_->control()) {
+  sweep_drafts();
+  auto* page = new QWidget(this);
+  auto* layout = new QVBoxLayout(page);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->setSpacing(0);
+  remote_content_ = new RemoteContentBar(page);
+  layout->addWidget(remote_content_);
+  layout->addWidget(editor_, 1);
+  setCentralWidget(page);
+  connect(remote_content_, &RemoteContentBar::answered, this, &Window::answer_remote_content);
+  editor_->set_RemoteContent(core::remote_content_ask);
   resize(1000, 720);
   make_menus();
   connect(editor_, &qt::HTMLedWidget::property_changed, this, [this](const QString& key) {
     // A key is told of before it types: what became of it is seen when the turn is over.
+    if (key == QStringLiteral("RemoteContentWithheld")) look_for_remote_content();
     if (key != QStringLiteral("DocumentHTML")) return;
     look_later();
     count_images_.start();
@@ -148,6 +164,7 @@ void Window::speak(const Language& language) {
 
 void Window::show_words() {
   for (const auto& [action, text] : actions_) action->setText(tr(text));
+  remote_content_->show_words();
   show_title();
   show_local_images();
 }
@@ -189,6 +206,12 @@ bool Window::open(const QString& path) {
 }
 
 bool Window::load(files::DocumentFile file) {
+  if (!load_document(std::move(file))) return false;
+  look_for_remote_content();
+  return true;
+}
+
+bool Window::load_document(files::DocumentFile file) {
   const QScopedValueRollback<bool> loading(loading_, true);
   core::HTMLed& control = editor_->control();
   if (control.InCodeView()) control.show_Code();
@@ -207,12 +230,31 @@ bool Window::load(files::DocumentFile file) {
   file_ = std::move(file);
   set_unmodified();
   show_local_images();
+  remote_content_left_ = false;
+  remote_content_->hide();
   editor_->setFocus(Qt::OtherFocusReason);
   if (!file_.faithful())
     statusBar()->showMessage(
         tr("Some bytes of this file mean nothing in %1. An edited page is saved without them.")
             .arg(QString::fromStdString(file_.form().charset)));
   return true;
+}
+
+// A page that was fetched from the web has told its server already; files haven't.
+void Window::look_for_remote_content() {
+  if (loading_) return;
+  const bool withheld = editor_->RemoteContentWithheld();
+  const auto answer = remote_content::remembered(to_qt(file_.path()));
+  if (withheld && answer.value_or(false)) return editor_->ShowRemoteContent();
+  remote_content_->setVisible(withheld && !answer && !remote_content_left_);
+}
+
+void Window::answer_remote_content(bool load) {
+  remote_content::remember(to_qt(file_.path()), load);
+  remote_content_left_ = !load;
+  remote_content_->hide();
+  if (load) editor_->ShowRemoteContent();
+  editor_->setFocus(Qt::OtherFocusReason);
 }
 
 // The window's own: what the control was given is not what the file holds.

@@ -27,6 +27,8 @@ class MessageLoop;
 
 namespace tvx::htmled {
 
+class RemoteContentBar;
+
 /// The editor's window: one document, one file.
 class Window final : public QMainWindow, private core::HTMLedEvents, private core::HTMLedObserver {
   Q_OBJECT
@@ -90,8 +92,13 @@ class Window final : public QMainWindow, private core::HTMLedEvents, private cor
   /// Whether to write over what another program has put in the file meanwhile.
   bool may_overwrite();
   bool load(files::DocumentFile file);
+  bool load_document(files::DocumentFile file);
   /// Calls `act` with the document as it is to be saved; false, with the user told, if that fails.
   bool with_document(const std::function<void(const dom::Document&)>& act);
+
+  /// Asks in a line above the page where it wants something from the web and the user hasn't said yet.
+  void look_for_remote_content();
+  void answer_remote_content(bool load);
 
   /// The document is now what its file holds.
   void set_unmodified();
@@ -109,11 +116,13 @@ class Window final : public QMainWindow, private core::HTMLedEvents, private cor
   Publishing publishing_;
   QToolButton* local_images_ = nullptr;  // how many there are, in the status bar; made for the first one
   QTimer count_images_;
-  QString transfer_failure_;                               // the last one's text
+  QString transfer_failure_;  // the last one's text
+  RemoteContentBar* remote_content_;
   std::vector<std::pair<QAction*, const char*>> actions_;  // with their English words
   files::DocumentFile file_;
   bool modified_ = false;
   bool loading_ = false;
+  bool remote_content_left_ = false;  // of this document, as the user said
   bool look_awaited_ = false;
   std::string unmodified_bytes_;      // what saving would have written then
   std::size_t unmodified_depth_ = 0;  // of the undo journal

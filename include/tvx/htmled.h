@@ -119,6 +119,12 @@ class HTMLed {
   /// Whether the control lives in a host that keeps Enter and the focus for itself.
   bool isAccessContained() const;
   void set_isAccessContained(bool value);
+  /// What documents bring in from other machines: nothing (0), images and style sheets (1), nothing until
+  /// ShowRemoteContent (2), frames, fonts and media too (3).
+  std::int32_t RemoteContent() const;
+  void set_RemoteContent(std::int32_t value);
+  /// Whether the document wants images or style sheets that RemoteContent doesn't let it have.
+  bool RemoteContentWithheld() const;
   /// The control's own frame: None (0) or Solid (1).
   EdBorderStyle BorderStyle() const;
   void set_BorderStyle(EdBorderStyle value);
@@ -313,6 +319,8 @@ class HTMLed {
   std::int32_t UploadAllImages();
   /// The number of local images in the document.
   std::int32_t CountLocalImages();
+  /// Lets the present document have the images and style sheets that it wants from elsewhere.
+  void ShowRemoteContent();
 
   // --- for code of this library; no public header says what this is ---
   core::HTMLed& control() const;

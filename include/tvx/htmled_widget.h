@@ -56,6 +56,8 @@ class HTMLedWidget final : public QWidget {
   Q_PROPERTY(bool EditorEnabled READ EditorEnabled WRITE set_EditorEnabled)
   Q_PROPERTY(bool useEnterAsBR READ useEnterAsBR WRITE set_useEnterAsBR)
   Q_PROPERTY(bool isAccessContained READ isAccessContained WRITE set_isAccessContained)
+  Q_PROPERTY(int RemoteContent READ RemoteContent WRITE set_RemoteContent)
+  Q_PROPERTY(bool RemoteContentWithheld READ RemoteContentWithheld STORED false)
   Q_PROPERTY(EdBorderStyle BorderStyle READ BorderStyle WRITE set_BorderStyle)
   Q_PROPERTY(bool showFormToolbar READ showFormToolbar WRITE set_showFormToolbar)
   Q_PROPERTY(bool showFormattingToolbar1 READ showFormattingToolbar1 WRITE set_showFormattingToolbar1)
@@ -190,6 +192,11 @@ class HTMLedWidget final : public QWidget {
   bool useEnterAsBR() const;
   /// Whether the control lives in a host that keeps Enter and the focus for itself.
   bool isAccessContained() const;
+  /// What documents bring in from other machines: nothing (0), images and style sheets (1), nothing until
+  /// ShowRemoteContent (2), frames, fonts and media too (3).
+  int RemoteContent() const;
+  /// Whether the document wants images or style sheets that RemoteContent doesn't let it have.
+  bool RemoteContentWithheld() const;
   /// The control's own frame: None (0) or Solid (1).
   EdBorderStyle BorderStyle() const;
   /// Whether the toolbar of form fields shows.
@@ -271,6 +278,7 @@ class HTMLedWidget final : public QWidget {
   void set_EditorEnabled(bool value);
   void set_useEnterAsBR(bool value);
   void set_isAccessContained(bool value);
+  void set_RemoteContent(int value);
   void set_BorderStyle(EdBorderStyle value);
   void set_showFormToolbar(bool value);
   void set_showFormattingToolbar1(bool value);
@@ -397,6 +405,8 @@ class HTMLedWidget final : public QWidget {
   int UploadAllImages();
   /// The number of local images in the document.
   int CountLocalImages();
+  /// Lets the present document have the images and style sheets that it wants from elsewhere.
+  void ShowRemoteContent();
 
  signals:
   // --- the events ---

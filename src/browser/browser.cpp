@@ -46,6 +46,15 @@ BrowserEvents* Browser::events() const { return loader_->events_; }
 void Browser::add_observer(BrowserObserver& observer) { loader_->observers_.push_back(&observer); }
 void Browser::remove_observer(BrowserObserver& observer) { std::erase(loader_->observers_, &observer); }
 
+void Browser::set_resource_policy(const ResourcePolicy& policy) {
+  loader_->policy_ = policy;
+  loader_->set_policy_of_document(policy);
+}
+
+void Browser::set_policy_of_document(const ResourcePolicy& policy) {
+  loader_->set_policy_of_document(policy);
+}
+
 void Browser::set_geometry(const Geometry* geometry) {
   loader_->geometry_ = geometry;
   if (loader_->document_) loader_->document_->set_geometry(geometry);

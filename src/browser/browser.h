@@ -43,6 +43,9 @@ class BrowserEvents {
   virtual void DownloadComplete() {}
   /// `status` is what the server answered (404), or a LoadFailure.
   virtual void NavigateError(const Navigation&, std::int32_t /*status*/) {}
+  /// The document wants something from elsewhere that it may not bring in. Once a document, and again when it
+  /// may bring in something else.
+  virtual void ContentWithheld() {}
 };
 
 /// The window that shows the browser's page and takes its keyboard input.
@@ -105,6 +108,10 @@ class Browser {
   BrowserEvents* events() const;
   void add_observer(BrowserObserver& observer);
   void remove_observer(BrowserObserver& observer);
+  /// What the present document and all that are loaded from now on may bring in.
+  void set_resource_policy(const ResourcePolicy& policy);
+  /// What the present document may bring in, as long as it is there.
+  void set_policy_of_document(const ResourcePolicy& policy);
   /// Answers element_from_point of every document loaded from now on, and of the present one.
   void set_geometry(const Geometry* geometry);
   /// Null: no window.

@@ -31,6 +31,8 @@ class Viewport {
   virtual void scroll_into_view(dom::Element& element, bool at_top) = 0;
   /// Other pictures are on their way to a server.
   virtual void under_way_changed() {}
+  /// The document may bring in something else than before.
+  virtual void resource_policy_changed() {}
 };
 
 }  // namespace tvx::browser

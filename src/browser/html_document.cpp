@@ -179,4 +179,16 @@ CommandValue HTMLDocument::queryCommandValue(std::u16string_view command) {
 
 void HTMLDocument::connect(DocumentHandler* handler) { handler_ = handler; }
 
+void HTMLDocument::set_resource_policy(const ResourcePolicy& policy) {
+  if (policy == resource_policy_) return;
+  resource_policy_ = policy;
+  withholds_ = false;
+  if (viewport_) viewport_->resource_policy_changed();
+}
+
+void HTMLDocument::note_withheld() {
+  if (std::exchange(withholds_, true)) return;
+  if (on_withheld_) on_withheld_();
+}
+
 }  // namespace tvx::browser

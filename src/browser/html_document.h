@@ -11,6 +11,7 @@
 
 #include "tvx/browser/events.h"
 #include "tvx/browser/geometry.h"
+#include "tvx/browser/resource_policy.h"
 #include "tvx/dom/document.h"
 #include "tvx/editing/editor.h"
 #include "tvx/editing/gestures/composition.h"
@@ -118,6 +119,16 @@ class HTMLDocument : public std::enable_shared_from_this<HTMLDocument> {
   void set_viewport(Viewport* viewport) { viewport_ = viewport; }
   Viewport* viewport() const { return viewport_; }
 
+  // --- what it brings in from elsewhere ---
+  const ResourcePolicy& resource_policy() const { return resource_policy_; }
+  /// A view that shows it shows it anew.
+  void set_resource_policy(const ResourcePolicy& policy);
+  /// Something that it wants was not fetched, since the policy doesn't allow it.
+  void note_withheld();
+  bool withholds() const { return withholds_; }
+  /// Called when that is noted for the first time under a policy.
+  void set_on_withheld(std::function<void()> call) { on_withheld_ = std::move(call); }
+
   // --- input, in the order that the user gave it ---
   /// Whether the handler lets the user change the document. Where it doesn't, no key, text or drag does.
   bool user_may_edit() const { return !handler_ || handler_->user_may_edit(); }
@@ -208,6 +219,9 @@ class HTMLDocument : public std::enable_shared_from_this<HTMLDocument> {
   DocumentHandler* handler_ = nullptr;
   const Geometry* geometry_ = nullptr;
   Viewport* viewport_ = nullptr;
+  ResourcePolicy resource_policy_;
+  bool withholds_ = false;
+  std::function<void()> on_withheld_;
   Encoding encoding_;
   LinkFollower follow_link_;
   DocumentSource source_;

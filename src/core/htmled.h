@@ -92,6 +92,10 @@ class HTMLed final : public std::enable_shared_from_this<HTMLed>,
   /// What the document holds now is what a revert goes back to: for programs that open a file and whose users
   /// take that for the original.
   void make_original();
+  /// Whether the document wants something from elsewhere that RemoteContent doesn't let it have.
+  bool RemoteContentWithheld() const;
+  /// The present document gets the images and style sheets that it wants, whatever RemoteContent says.
+  void ShowRemoteContent();
   /// For hosts that call it; does nothing.
   void CleanUp() {}
   void sendCR(bool bBR);

@@ -109,6 +109,16 @@ void HTMLed::Insert_Image_NoFTP(const std::optional<std::u16string>& localImageP
 void HTMLed::insertImageFromURL(std::u16string_view ImageURL) {
   parts_->view_switch.change_document([&] { parts_->images.insertImageFromURL(ImageURL); });
 }
+bool HTMLed::RemoteContentWithheld() const {
+  const auto& document = browser_->Document();
+  return document && document->withholds();
+}
+void HTMLed::ShowRemoteContent() {
+  // What the control lets in by default, and no less than it lets in now.
+  if (properties_.RemoteContent == remote_content_all) return;
+  browser_->set_policy_of_document({});
+  PropertyChanged(u"RemoteContentWithheld");
+}
 std::int32_t HTMLed::CountLocalImages() { return parts_->images.CountLocalImages(); }
 std::optional<std::u16string> HTMLed::GetCurrentSelection(bool HTMLText) {
   return parts_->selection.GetCurrentSelection(HTMLText);

@@ -1,4 +1,5 @@
 #include "tvx/base/error.h"
+#include "tvx/core/content/remote_content.h"
 #include "tvx/core/content/temporary_files.h"
 #include "tvx/core/htmled.h"
 #include "tvx/core/parts.h"
@@ -11,10 +12,14 @@ void HTMLed::UserControl_Initialize() {
   attempt([&] { parts_->toolbars.prepare_branch_toolbar(); });
 }
 
-void HTMLed::UserControl_InitProperties() { properties_ = Properties(); }
+void HTMLed::UserControl_InitProperties() {
+  properties_ = Properties();
+  browser_->set_resource_policy(policy_of(properties_));
+}
 
 void HTMLed::UserControl_ReadProperties(const platform::PropertyBag& bag) {
   attempt([&] { read_properties(properties_, parts_->labels, bag); });
+  browser_->set_resource_policy(policy_of(properties_));
   if (run_time() && !docHTML_) StartEditor();
 }
 

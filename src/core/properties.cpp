@@ -84,11 +84,14 @@ const std::vector<Key>& keys() {
       {u"AlwaysConvertUnicodeCharacters", &P::AlwaysConvertUnicodeCharacters, off},
       {u"FTPBlockSize", &P::FTPBlockSize, std::int32_t(100)},
       {u"SpellingLanguage", &P::SpellingLanguage, no_text},
-      {u"CheckSpellingAsYouType", &P::CheckSpellingAsYouType, off}};
+      {u"CheckSpellingAsYouType", &P::CheckSpellingAsYouType, off},
+      {u"RemoteContent", &P::RemoteContent, remote_content_on}};
   return table;
 }
 
 /// The order in which containers have always been handed the keys; reading goes in the order of the table.
+/// RemoteContent, the youngest, is written after them and only where it isn't the default: a container that
+/// knows nothing of it gets what it always got.
 // clang-format off
 constexpr std::u16string_view writing_order[] = {
     u"DocumentHTML", u"FullToolBar", u"FTPHost", u"FTPUser", u"FTPPassword", u"FTPInitDir", u"FTPSaveToURL",
@@ -158,6 +161,8 @@ void write_properties(const Properties& properties, PropertyBag& bag) {
     const auto key = std::ranges::find(keys(), name, &Key::name);
     attempt([&] { write_key(properties, *key, bag); });
   }
+  if (properties.RemoteContent != remote_content_on)
+    attempt([&] { write_key(properties, *std::ranges::find(keys(), u"RemoteContent", &Key::name), bag); });
 }
 
 std::u16string_view text_of(EdHighLightStyle style) {

@@ -12,6 +12,11 @@ class PropertyBag;
 
 namespace tvx::core {
 
+/// RemoteContent: nothing; images and style sheets; as nothing, and the host asks its user; all, frames
+/// included.
+constexpr std::int32_t remote_content_off = 0, remote_content_on = 1, remote_content_ask = 2,
+                       remote_content_all = 3;
+
 /// One large text, held by many and never changed.
 using SharedText = std::shared_ptr<const std::u16string>;
 SharedText share(std::u16string_view text);
@@ -24,6 +29,7 @@ struct Properties {
   std::u16string BaseURL = u"http://";
   bool relativeURLs = false;
   bool AlwaysConvertUnicodeCharacters = false;
+  std::int32_t RemoteContent = remote_content_on;
   std::u16string CSSText;
   bool CSShttp = true;
   bool showDocumentBackgroundImage = true;

@@ -2,6 +2,7 @@
 
 #include "tvx/base/error.h"
 #include "tvx/browser/html_document.h"
+#include "tvx/core/content/remote_content.h"
 #include "tvx/core/htmled.h"
 #include "tvx/core/parts.h"
 #include "tvx/dom/journal.h"
@@ -40,6 +41,9 @@ struct HTMLed::PropertyEffects {
     const EdBorderStyle style = control.properties_.BorderStyle;
     control.tell([&](HTMLedObserver& observer) { observer.border_changed(style); });
   }
+  static void remote_content(HTMLed& control) {
+    control.browser_->set_resource_policy(policy_of(control.properties_));
+  }
   static void editing(HTMLed& control) {
     const bool enabled = control.properties_.EditorEnabled;
     if (control.run_time()) {
@@ -61,6 +65,7 @@ struct HTMLed::PropertyEffects {
       {u"DocumentTitle", title, true},
       {u"BorderStyle", border, true},
       {u"EditorEnabled", editing, true},
+      {u"RemoteContent", remote_content, true},
   };
 };
 

@@ -26,6 +26,12 @@ void PropertyFace::set_FTPSaveToURL(std::u16string_view url) {
   store(&Properties::FTPSaveToURL, ending_with(url, u'/'), u"FTPSaveToURL");
 }
 
+void PropertyFace::set_RemoteContent(std::int32_t which) {
+  if (which < remote_content_off || which > remote_content_all)
+    throw RuntimeError(errors::invalid_property_value, u"Invalid property value");
+  store(&Properties::RemoteContent, which, u"RemoteContent");
+}
+
 void PropertyFace::set_LocalImageStore(std::u16string_view folder) {
   store(&Properties::LocalImageStore, ending_with(folder, u'\\'), u"LocalImageStore");
 }

@@ -33,6 +33,9 @@ class PropertyFace {
   const std::u16string& BaseURL() const { return properties_.BaseURL; }
   TVX_FLAG(relativeURLs)
   TVX_FLAG(AlwaysConvertUnicodeCharacters)
+  std::int32_t RemoteContent() const { return properties_.RemoteContent; }
+  /// 0 nothing, 1 images and style sheets, 2 the host asks, 3 all; any other number raises 380.
+  void set_RemoteContent(std::int32_t which);
   TVX_TEXT(CSSText)
   TVX_FLAG(CSShttp)
   bool showDocumentBackgroundImage() const { return properties_.showDocumentBackgroundImage; }

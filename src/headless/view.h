@@ -38,6 +38,7 @@ class View final : public browser::View {
   void select(const browser::ViewSelection& selection) override;
   void ask(const browser::ViewQuestion& question) override;
   void mark(const std::vector<browser::TextMarks>& marks) override;
+  void set_policy(const browser::ResourcePolicy& policy) override { policy_ = policy; }
   void set_mode(const browser::ViewMode& mode) override { mode_ = mode; }
   void cancel_drag() override { ++cancelled_drags_; }
   void set_input_context(const browser::InputContext& context) override { context_ = context; }
@@ -61,6 +62,7 @@ class View final : public browser::View {
   const browser::ViewSelection& selection() const { return selection_; }
   /// The stretches of texts that have a wave, by the texts' ids; none of texts that have none.
   const std::map<dom::NodeId, std::vector<browser::MarkedStretch>>& marks() const { return marks_; }
+  const browser::ResourcePolicy& policy() const { return policy_; }
   const browser::ViewMode& mode() const { return mode_; }
   const browser::InputContext& input_context() const { return context_; }
   const std::u16string& notice() const { return notice_; }
@@ -101,6 +103,7 @@ class View final : public browser::View {
   browser::ViewSelection selection_;
   std::map<dom::NodeId, std::vector<browser::MarkedStretch>> marks_;
   browser::ViewMode mode_;
+  browser::ResourcePolicy policy_;
   browser::InputContext context_;
   std::u16string notice_, base_, refused_;
   dom::CompatibilityMode compatibility_mode_{};

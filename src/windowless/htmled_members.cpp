@@ -57,6 +57,9 @@ bool HTMLed::useEnterAsBR() const { return flag(u"useEnterAsBR"); }
 void HTMLed::set_useEnterAsBR(bool value) { put(u"useEnterAsBR", value); }
 bool HTMLed::isAccessContained() const { return flag(u"isAccessContained"); }
 void HTMLed::set_isAccessContained(bool value) { put(u"isAccessContained", value); }
+std::int32_t HTMLed::RemoteContent() const { return number(u"RemoteContent"); }
+void HTMLed::set_RemoteContent(std::int32_t value) { put(u"RemoteContent", value); }
+bool HTMLed::RemoteContentWithheld() const { return flag(u"RemoteContentWithheld"); }
 EdBorderStyle HTMLed::BorderStyle() const { return EdBorderStyle(number(u"BorderStyle")); }
 void HTMLed::set_BorderStyle(EdBorderStyle value) { put(u"BorderStyle", std::int32_t(value)); }
 bool HTMLed::showFormToolbar() const { return flag(u"showFormToolbar"); }
@@ -201,5 +204,6 @@ void HTMLed::Insert_Image_NoFTP(std::u16string_view localImagePath) {
 void HTMLed::insertImageFromURL(std::u16string_view ImageURL) { call(u"insertImageFromURL", {ImageURL}); }
 std::int32_t HTMLed::UploadAllImages() { return call(u"UploadAllImages").to_integer32(); }
 std::int32_t HTMLed::CountLocalImages() { return call(u"CountLocalImages").to_integer32(); }
+void HTMLed::ShowRemoteContent() { call(u"ShowRemoteContent"); }
 
 }  // namespace tvx

@@ -225,7 +225,8 @@ constexpr std::u16string_view reading_order[] = {u"DocumentHTML",
                                                  u"AlwaysConvertUnicodeCharacters",
                                                  u"FTPBlockSize",
                                                  u"SpellingLanguage",
-                                                 u"CheckSpellingAsYouType"};
+                                                 u"CheckSpellingAsYouType",
+                                                 u"RemoteContent"};
 
 struct OrderBag : platform::PropertyBag {
   mutable std::vector<std::u16string> read;

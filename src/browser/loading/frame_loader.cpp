@@ -136,8 +136,8 @@ void FrameLoader::start(const std::shared_ptr<Frame>& frame) {
   ++run->open_downloads;
   tell_([](BrowserEvents& events) { events.DownloadBegin(); });
   if (run->over) return;
-  const auto ticket = resources_.load_page(frame->navigation.url,
-                                           [this, frame](const HttpAnswer& answer) { take(frame, answer); });
+  const auto ticket = resources_.load_frame(frame->navigation.url,
+                                            [this, frame](const HttpAnswer& answer) { take(frame, answer); });
   if (ticket != 0) run->tickets.push_back(ticket);
 }
 

@@ -182,6 +182,11 @@ void Browser::Loader::adopt(std::shared_ptr<HTMLDocument> document) {
         if (const auto self = weak.lock()) self->follow(std::move(navigation));
       });
   connect_source(*document_);
+  document_->set_resource_policy(policy_);
+  document_->set_on_withheld([weak = weak_from_this()] {
+    if (const auto self = weak.lock()) self->tell_withheld();
+  });
+  resources_.begin_page();
   style_of(document_->tree()).set_link_observer(this);
   const auto shown = document_;
   drop_running_parts();
@@ -192,6 +197,7 @@ void Browser::Loader::adopt(std::shared_ptr<HTMLDocument> document) {
 void Browser::Loader::leave_document() {
   if (!document_) return;
   document_->set_link_follower({});
+  document_->set_on_withheld({});
   style_of(document_->tree()).set_link_observer(nullptr);
 }
 
@@ -229,6 +235,23 @@ std::shared_ptr<HTMLDocument> Browser::Loader::load_beside(const std::u16string&
   return document;
 }
 
+// --- what comes from elsewhere ---
+
+void Browser::Loader::set_policy_of_document(const ResourcePolicy& policy) {
+  if (!document_) return;
+  document_->set_resource_policy(policy);
+  if (policy.remote_style_sheets)
+    load_later_sheets(sheets_.take_withheld(), SheetLoader::LocalFiles::OfLocalPages);
+}
+
+// Found out in the midst of a load: whoever hears of it may do anything.
+void Browser::Loader::tell_withheld() {
+  loop_.post([weak = weak_from_this(), document = std::weak_ptr(document_)] {
+    const auto self = weak.lock();
+    if (self && self->events_ && document.lock() == self->document_) self->events_->ContentWithheld();
+  });
+}
+
 // --- style sheets that come later ---
 
 // Called inside a mutation: the loading itself waits for a turn of its own.
@@ -244,12 +267,18 @@ void Browser::Loader::load_changed_sheets() {
   if (!document_) return;
   const auto changed = document_;
   const auto owners = style_of(changed->tree()).take_sheets_to_load();
+  // What a link was changed to is the host's or the user's own wish, not the page's.
+  load_later_sheets(owners, SheetLoader::LocalFiles::Allowed);
+}
+
+void Browser::Loader::load_later_sheets(const std::vector<dom::Ref<dom::Element>>& owners,
+                                        SheetLoader::LocalFiles local) {
   if (owners.empty()) return;
+  const auto changed = document_;
   ++sheet_downloads_;
   tell([](BrowserEvents& events) { events.DownloadBegin(); });
   if (document_ != changed) return;
-  // What a link was changed to is the host's or the user's own wish, not the page's.
-  sheets_.load(owners, SheetLoader::LocalFiles::Allowed, [this] {
+  sheets_.load(owners, local, [this] {
     if (sheet_downloads_ == 0) return;
     --sheet_downloads_;
     tell([](BrowserEvents& events) { events.DownloadComplete(); });

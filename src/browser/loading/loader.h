@@ -28,6 +28,7 @@ class Browser::Loader final : public std::enable_shared_from_this<Loader>, priva
   /// Ends what is on its way; the document stays as far as it has come, and is complete.
   void stop();
   browser::ReadyState ready_state() const { return asking_ ? browser::ReadyState::Loading : state_; }
+  void set_policy_of_document(const ResourcePolicy& policy);
   std::shared_ptr<HTMLDocument> load_beside(const std::u16string& url);
   bool is_loading() const;
 
@@ -38,6 +39,7 @@ class Browser::Loader final : public std::enable_shared_from_this<Loader>, priva
   const Geometry* geometry_ = nullptr;
   BrowserWindow* window_ = nullptr;
   bool silent_ = false;
+  ResourcePolicy policy_;
 
  private:
   /// Posts a stage of the present load.
@@ -60,6 +62,8 @@ class Browser::Loader final : public std::enable_shared_from_this<Loader>, priva
   void end_download();
   void links_changed() override;
   void load_changed_sheets();
+  void load_later_sheets(const std::vector<dom::Ref<dom::Element>>& owners, SheetLoader::LocalFiles local);
+  void tell_withheld();
   /// The load goes on when the call returns, and not before.
   template <class Call>
   void tell(Call&& call) {

@@ -18,6 +18,19 @@ bool fails_on_request() {
 
 }  // namespace
 
+Resources::Ticket Resources::load_part(std::u16string_view address, std::string_view accept,
+                                       std::size_t limit, Done done) {
+  if (used_->requests >= budget_.requests || used_->bytes >= budget_.bytes) {
+    done({static_cast<std::int32_t>(LoadFailure::NotFound)});
+    return 0;
+  }
+  ++used_->requests;
+  return load(address, accept, limit, [used = used_, done = std::move(done)](HttpAnswer answer) {
+    used->bytes += answer.body.size();
+    done(std::move(answer));
+  });
+}
+
 Resources::Ticket Resources::load(std::u16string_view address, std::string_view accept, std::size_t limit,
                                   Done done) {
   if (fails_on_request()) {

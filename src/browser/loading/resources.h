@@ -6,6 +6,7 @@
 
 #include "tvx/base/text_file.h"
 #include "tvx/browser/loading/http_client.h"
+#include "tvx/browser/resource_policy.h"
 
 namespace tvx::browser {
 
@@ -23,22 +24,40 @@ class Resources {
   /// A local file is read at once: `done` is called before this returns. For anything else it is called from
   /// the message loop, and not at all once the load is cancelled.
   Ticket load_page(std::u16string_view address, Done done) {
-    return load(address, "text/html,application/xhtml+xml,text/*;q=0.9,*/*;q=0.5", largest_document,
-                std::move(done));
+    return load(address, accepted_of_pages, largest_document, std::move(done));
   }
+  /// What a page brings in: a sheet, or the document of a frame. Nothing is found any more when the page has
+  /// used up its budget.
   Ticket load_sheet(std::u16string_view address, Done done) {
-    return load(address, "text/css,*/*;q=0.1", largest_sheet, std::move(done));
+    return load_part(address, "text/css,*/*;q=0.1", largest_sheet, std::move(done));
   }
+  Ticket load_frame(std::u16string_view address, Done done) {
+    return load_part(address, accepted_of_pages, largest_document, std::move(done));
+  }
+  /// Another page is there, which has used nothing.
+  void begin_page() { used_ = std::make_shared<Used>(); }
+  const ResourceBudget& budget() const { return budget_; }
+  void set_budget(const ResourceBudget& budget) { budget_ = budget; }
   void cancel(Ticket ticket) {
     if (ticket != 0) http_.cancel(ticket);
   }
 
  private:
+  static constexpr std::string_view accepted_of_pages =
+      "text/html,application/xhtml+xml,text/*;q=0.9,*/*;q=0.5";
+  /// What the parts of one page have cost.
+  struct Used {
+    int requests = 0;
+    std::size_t bytes = 0;
+  };
+  Ticket load_part(std::u16string_view address, std::string_view accept, std::size_t limit, Done done);
   /// `limit`: the most bytes of a local file.
   Ticket load(std::u16string_view address, std::string_view accept, std::size_t limit, Done done);
 
   HttpClient http_;
   std::weak_ptr<void> owner_;
+  ResourceBudget budget_;
+  std::shared_ptr<Used> used_ = std::make_shared<Used>();
 };
 
 /// Whether a page or a sheet of one address may bring in another by itself: one from elsewhere doesn't reach

@@ -14,7 +14,7 @@ namespace {
 using dom::style::style_of;
 
 constexpr int deepest_import = 16;
-constexpr int most_imports = 256;  // of one link or `style` element, in all
+constexpr int most_imports = 256;  // of one link or `style` element; ResourceBudget: of the page
 
 bool same_origin(std::u16string_view a, std::u16string_view b) {
   const auto first = Url::parse(a), second = Url::parse(b);
@@ -52,8 +52,11 @@ struct SheetLoader::Batch {
 /// One element's sheet with all that it imports: a tree of texts, put into the document when it is whole.
 class SheetLoader::Request : public std::enable_shared_from_this<Request> {
  public:
-  Request(Resources& resources, std::shared_ptr<HTMLDocument> document, dom::Ref<dom::Element> owner)
-      : resources_(resources), document_(std::move(document)), owner_(std::move(owner)) {}
+  Request(SheetLoader& loader, dom::Ref<dom::Element> owner)
+      : loader_(loader),
+        resources_(loader.resources_),
+        document_(loader.document_),
+        owner_(std::move(owner)) {}
   ~Request() {
     for (const Resources::Ticket ticket : tickets_) resources_.cancel(ticket);
   }
@@ -90,6 +93,11 @@ class SheetLoader::Request : public std::enable_shared_from_this<Request> {
 
   void fetch(Part& part, const std::u16string& address, std::u16string_view from) {
     if (!local_allowed_ && !may_bring_in(from, address)) return;
+    if (is_remote(address) && !document_->resource_policy().allows_remote(ResourceKind::StyleSheet)) {
+      loader_.withheld_.insert_or_assign(owner_->id(), owner_);
+      document_->note_withheld();
+      return;
+    }
     ++open_;
     const auto ticket =
         resources_.load_sheet(address, [weak = weak_from_this(), &part](const HttpAnswer& answer) {
@@ -113,7 +121,9 @@ class SheetLoader::Request : public std::enable_shared_from_this<Request> {
     for (const dom::style::Import& import : dom::style::imports_of(dom::style::parse_rules(*part.text))) {
       const auto address = resolve_url(trimmed(import.url), part.address);
       if (!address || imports_ == most_imports || is_open(part, *address)) continue;
+      if (loader_.imports_ >= resources_.budget().imports) return;
       ++imports_;
+      ++loader_.imports_;
       part.imports.push_back(std::make_unique<Part>());
       part.imports.back()->importer = &part;
       part.imports.back()->address = *address;
@@ -150,6 +160,7 @@ class SheetLoader::Request : public std::enable_shared_from_this<Request> {
     }
   }
 
+  SheetLoader& loader_;
   Resources& resources_;
   const std::shared_ptr<HTMLDocument> document_;
   const dom::Ref<dom::Element> owner_;
@@ -164,7 +175,16 @@ SheetLoader::~SheetLoader() = default;
 
 void SheetLoader::set_document(std::shared_ptr<HTMLDocument> document) {
   requests_.clear();
+  withheld_.clear();
+  imports_ = 0;
   document_ = std::move(document);
+}
+
+std::vector<dom::Ref<dom::Element>> SheetLoader::take_withheld() {
+  std::vector<dom::Ref<dom::Element>> owners;
+  for (const auto& [id, owner] : std::exchange(withheld_, {}))
+    if (dom::is_connected(*owner)) owners.push_back(owner);
+  return owners;
 }
 
 void SheetLoader::load(const std::vector<dom::Ref<dom::Element>>& owners, LocalFiles local_files,
@@ -172,7 +192,7 @@ void SheetLoader::load(const std::vector<dom::Ref<dom::Element>>& owners, LocalF
   const auto batch = std::make_shared<Batch>();
   batch->done = std::move(done);
   for (const auto& owner : owners) {
-    const auto request = std::make_shared<Request>(resources_, document_, owner);
+    const auto request = std::make_shared<Request>(*this, owner);
     auto& place = requests_[owner->id()];
     if (place) request->take_over(place->give_up());
     place = request;

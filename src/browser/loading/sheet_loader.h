@@ -29,6 +29,8 @@ class SheetLoader {
   /// its sheet is on its way gets the newer one alone.
   void load(const std::vector<dom::Ref<dom::Element>>& owners, LocalFiles local_files,
             std::function<void()> done);
+  /// The elements whose sheets, or what these import, the document may not bring in so far.
+  std::vector<dom::Ref<dom::Element>> take_withheld();
 
  private:
   class Request;
@@ -37,6 +39,8 @@ class SheetLoader {
   Resources& resources_;
   std::shared_ptr<HTMLDocument> document_;
   std::map<dom::NodeId, std::shared_ptr<Request>> requests_;
+  std::map<dom::NodeId, dom::Ref<dom::Element>> withheld_;
+  int imports_ = 0;  // of the document, in all
 };
 
 }  // namespace tvx::browser

@@ -6,6 +6,7 @@
 
 #include "tvx/base/strings.h"
 #include "tvx/browser/html_document.h"
+#include "tvx/browser/loading/page_source.h"
 #include "tvx/browser/view/mirror.h"
 #include "tvx/browser/view/view.h"
 #include "tvx/dom/collections.h"
@@ -29,6 +30,13 @@ std::vector<dom::NodeId> pictures_under_way(HTMLDocument& document, const Mirror
         std::ranges::find(addresses, image->attribute_or_empty(dom::names::src)) != addresses.end())
       shown.push_back(image->id());
   return shown;
+}
+
+/// A page from elsewhere doesn't reach into the user's files.
+ResourcePolicy policy_of(const HTMLDocument& document) {
+  ResourcePolicy policy = document.resource_policy();
+  if (is_remote(document.url())) policy.local_files = false;
+  return policy;
 }
 
 }  // namespace
@@ -77,6 +85,7 @@ void DocumentOutput::begin_page() {
   page_begins_();
   given_up_ = false;
   page_began_ = true;
+  view_.set_policy(policy_of(*document_));
   patches_.begin_page();
   selection_.page_began();
   marks_.page_began();

@@ -56,6 +56,7 @@ class DocumentOutput final : public Display,
   // MarkDisplay
   void mark(const dom::Text& text, std::vector<MarkedStretch> stretches) override;
   void clear_marks() override;
+  void resource_policy_changed() override { begin_page(); }
 
   // Display
   const Mirror& mirror() const override { return *patches_.mirror(); }

@@ -119,6 +119,10 @@ void DocumentView::Parts::receive(const ViewMessage& message) {
   if (const auto* failure = std::get_if<PatchFailed>(&message.what)) return output_.patch_failed(*failure);
   if (const auto* death = std::get_if<ViewDied>(&message.what)) return view_died(*death);
   if (std::get_if<ViewReady>(&message.what)) return try_again();
+  if (std::get_if<ViewWithheld>(&message.what)) {
+    if (document_) document_->note_withheld();
+    return;
+  }
   if (const auto* facts = std::get_if<ViewFacts>(&message.what)) {
     facts_ = *facts;
   } else if (const auto* focus = std::get_if<ViewFocus>(&message.what)) {

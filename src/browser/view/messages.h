@@ -113,6 +113,8 @@ struct ViewReady {};  // the user wants the document to be tried once more
 struct ViewDied {
   bool of_silence = false;  // it was still there, but said nothing for too long
 };
+/// The page wanted something that it may not bring in. Told once a page.
+struct ViewWithheld {};
 struct PatchDone {
   PatchNumber number{};
 };  // applied and laid out
@@ -214,8 +216,8 @@ struct ViewFacts {
 
 struct ViewMessage {
   PatchNumber seen{};
-  std::variant<ViewReady, ViewDied, PatchDone, PatchFailed, ViewAnswer, ViewTicket, ViewMouse, ViewSelect,
-               ViewDrag, ViewDrop, ViewKey, ViewText, ViewFocus, ViewFacts>
+  std::variant<ViewReady, ViewDied, ViewWithheld, PatchDone, PatchFailed, ViewAnswer, ViewTicket, ViewMouse,
+               ViewSelect, ViewDrag, ViewDrop, ViewKey, ViewText, ViewFocus, ViewFacts>
       what;
 };
 

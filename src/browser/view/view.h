@@ -4,6 +4,7 @@
 #include <string_view>
 #include <vector>
 
+#include "tvx/browser/resource_policy.h"
 #include "tvx/browser/view/mark_display.h"
 #include "tvx/browser/view/messages.h"
 
@@ -28,6 +29,8 @@ class View {
   virtual void ask(const ViewQuestion& question) = 0;
   /// Draws waves under words, on the screen alone. Instead of those that the texts had.
   virtual void mark(const std::vector<TextMarks>&) {}
+  /// What pages that begin from now on may bring in.
+  virtual void set_policy(const ResourcePolicy& policy) = 0;
   virtual void set_mode(const ViewMode& mode) = 0;
   /// The user thinks better of it, or may not: what is being dragged stays where it is.
   virtual void cancel_drag() = 0;

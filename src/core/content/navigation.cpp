@@ -3,6 +3,7 @@
 #include "tvx/base/error.h"
 #include "tvx/base/strings.h"
 #include "tvx/base/text.h"
+#include "tvx/browser/loading/page_source.h"
 #include "tvx/core/content/content.h"
 #include "tvx/core/content/document_files.h"
 #include "tvx/core/content/style_sheet.h"
@@ -17,7 +18,11 @@ void NavigationHandler::BeforeNavigate2(const browser::Navigation& navigation, b
   if (!run_time()) return;
   if (files_.opening() || files_.brings_frame(navigation) ||
       contains(navigation.url, to_text(platform::number_of(surroundings().hwnd)))) {
-    cancel = false;
+    // The control's own. A frame of another machine is that of its page, which nobody has asked: it is
+    // fetched where RemoteContent says so, and without that the host isn't asked either.
+    const auto document = browser().Document();
+    const bool comes_from_elsewhere = navigation.part_of_page && browser::is_remote(navigation.url);
+    cancel = comes_from_elsewhere && document && !document->resource_policy().remote_frames;
     return;
   }
   std::u16string url = navigation.url, frame = navigation.target_frame;
@@ -55,6 +60,8 @@ void NavigationHandler::DocumentComplete(bool top, const std::u16string&) {
 void NavigationHandler::DownloadBegin() { sheet_.download_started(); }
 
 void NavigationHandler::DownloadComplete() { sheet_.download_ended(); }
+
+void NavigationHandler::ContentWithheld() { context_.PropertyChanged(u"RemoteContentWithheld"); }
 
 void NavigationHandler::NavigateError(const browser::Navigation& navigation, std::int32_t) {
   raise_error(20000, u"Cant find document : " + navigation.url);

@@ -22,6 +22,7 @@ class NavigationHandler final : public Part, public browser::BrowserEvents {
   void DocumentComplete(bool top, const std::u16string& url) override;
   void DownloadBegin() override;
   void DownloadComplete() override;
+  void ContentWithheld() override;
   void NavigateError(const browser::Navigation& navigation, std::int32_t status) override;
 
  private:

@@ -87,6 +87,9 @@ constexpr Member rows[] = {
               u"Gives what is selected, or the word at the caret, as HTML or as text.", current_selection),
     operation(113, u"selectText", Type::String, select_parameters,
               u"Selects by character position and gives the HTML of what it selected.", select_text),
+    operation<&HTMLed::ShowRemoteContent>(
+        181, u"ShowRemoteContent",
+        u"Lets the present document have the images and style sheets that it wants from elsewhere."),
 };
 
 }  // namespace

@@ -70,6 +70,19 @@ constexpr Member rows[] = {
     property<&HTMLed::isAccessContained, &HTMLed::set_isAccessContained>(
         17, u"isAccessContained", Type::Boolean, false,
         u"Whether the control lives in a host that keeps Enter and the focus for itself."),
+    property<&HTMLed::RemoteContent, &HTMLed::set_RemoteContent>(
+        71, u"RemoteContent", Type::Integer32, 1,
+        u"What documents bring in from other machines: nothing (0), images and style sheets (1), nothing "
+        u"until "
+        u"ShowRemoteContent (2), frames, fonts and media too (3)."),
+    {.kind = MemberKind::Property,
+     .number = 72,
+     .name = u"RemoteContentWithheld",
+     .type = Type::Boolean,
+     .description =
+         u"Whether the document wants images or style sheets that RemoteContent doesn't let it have.",
+     .access = Access::ReadOnly,
+     .get = get_of<&HTMLed::RemoteContentWithheld>},
 };
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <QWebEngineProfile>
 #include <QWebEngineSettings>
 #include <iostream>
+#include <utility>
 
 namespace tvx::qt {
 
@@ -12,17 +13,31 @@ void ResourceGuard::interceptRequest(QWebEngineUrlRequestInfo& info) {
   if (!allows(info)) info.block(true);
 }
 
-bool ResourceGuard::allows(const QWebEngineUrlRequestInfo& info) const {
+void ResourceGuard::begin_page() {
+  requests_ = 0;
+  withheld_ = false;
+}
+
+bool ResourceGuard::allows_remote(browser::ResourceKind kind) {
+  if (policy_.allows_remote(kind)) return ++requests_ <= browser::ResourceBudget().requests;
+  // Fonts and media are let go without a word: without them the page reads the same.
+  const bool is_missed = kind == browser::ResourceKind::Image || kind == browser::ResourceKind::StyleSheet;
+  if (is_missed && !std::exchange(withheld_, true)) emit withheld();
+  return false;
+}
+
+bool ResourceGuard::allows(const QWebEngineUrlRequestInfo& info) {
   using Info = QWebEngineUrlRequestInfo;
+  using Kind = browser::ResourceKind;
   const QString scheme = info.requestUrl().scheme();
   if (info.resourceType() == Info::ResourceTypeMainFrame) return scheme == u"data";
   const bool is_remote = scheme == u"http" || scheme == u"https";
   if (!is_remote && scheme != u"data" && !(scheme == u"file" && policy_.local_files)) return false;
   switch (info.resourceType()) {
-    case Info::ResourceTypeImage: return !is_remote || policy_.remote_images;
-    case Info::ResourceTypeStylesheet: return !is_remote || policy_.remote_style_sheets;
-    case Info::ResourceTypeFontResource: return !is_remote || policy_.remote_fonts;
-    case Info::ResourceTypeMedia: return !is_remote || policy_.remote_media;
+    case Info::ResourceTypeImage: return !is_remote || allows_remote(Kind::Image);
+    case Info::ResourceTypeStylesheet: return !is_remote || allows_remote(Kind::StyleSheet);
+    case Info::ResourceTypeFontResource: return !is_remote || allows_remote(Kind::Font);
+    case Info::ResourceTypeMedia: return !is_remote || allows_remote(Kind::Media);
     default: return false;
   }
 }

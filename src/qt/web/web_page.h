@@ -3,18 +3,10 @@
 #include <QWebEnginePage>
 #include <QWebEngineUrlRequestInterceptor>
 
+#include "tvx/browser/resource_policy.h"
 #include "tvx/browser/view/view.h"
 
 namespace tvx::qt {
-
-/// What a document may load from elsewhere; told beforehand. Local files belong to local documents.
-struct ResourcePolicy {
-  bool remote_images = true;
-  bool remote_style_sheets = true;
-  bool remote_fonts = false;
-  bool remote_media = false;
-  bool local_files = true;
-};
 
 /// Lets through what a page is painted with, as far as the policy goes, and nothing else: no script, no
 /// frame, no request that a page could speak by.
@@ -22,12 +14,22 @@ class ResourceGuard final : public QWebEngineUrlRequestInterceptor {
   Q_OBJECT
  public:
   using QWebEngineUrlRequestInterceptor::QWebEngineUrlRequestInterceptor;
-  void set_policy(const ResourcePolicy& policy) { policy_ = policy; }
+  void set_policy(const browser::ResourcePolicy& policy) { policy_ = policy; }
+  /// A page begins: it has asked for nothing.
+  void begin_page();
   void interceptRequest(QWebEngineUrlRequestInfo& info) override;
 
+ signals:
+  /// The page wanted something that the policy doesn't allow. Told once a page.
+  void withheld();
+
  private:
-  bool allows(const QWebEngineUrlRequestInfo& info) const;
-  ResourcePolicy policy_;
+  bool allows(const QWebEngineUrlRequestInfo& info);
+  bool allows_remote(browser::ResourceKind kind);
+
+  browser::ResourcePolicy policy_;
+  int requests_ = 0;
+  bool withheld_ = false;
 };
 
 /// The page of a view. It goes nowhere but to the skeletons that it is given, and opens nothing.

@@ -104,6 +104,7 @@ WebView::Private::Private(platform::MessageLoop& loop, QWidget* parent) : loop_(
   connect(page_, &QWebEnginePage::loadFinished, this, [this](bool loaded) {
     if (loaded) start_script();
   });
+  connect(guard_, &ResourceGuard::withheld, this, [this] { put(browser::ViewWithheld{}); });
   connect(page_, &QWebEnginePage::renderProcessTerminated, this, [this] { process_ended(); });
   connect(QGuiApplication::styleHints(), &QStyleHints::cursorFlashTimeChanged, this, [this] {
     if (page_stands_) send_focus();
@@ -191,6 +192,7 @@ void WebView::Private::end_process() {
 void WebView::Private::load_page() {
   page_wanted_ = true;
   wanted_since_.start();
+  guard_->begin_page();
   page_->load_skeleton(page_number_, mode_, base_);
 }
 
@@ -439,7 +441,7 @@ QWebEnginePage* WebView::page() const { return d_->page_; }
 QWidget* WebView::input_widget() const { return d_->view_->focusProxy(); }
 void WebView::set_mouse_selection(const platform::TransferSource& source) { d_->mouse_selection_ = &source; }
 void WebView::set_heartbeat(int milliseconds) { d_->set_heartbeat(milliseconds); }
-void WebView::set_policy(const ResourcePolicy& policy) { d_->guard_->set_policy(policy); }
+void WebView::set_policy(const browser::ResourcePolicy& policy) { d_->guard_->set_policy(policy); }
 
 void WebView::set_receiver(std::function<void(browser::ViewMessage)> receive) {
   d_->receive_ = std::move(receive);

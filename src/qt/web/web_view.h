@@ -11,8 +11,6 @@ class QWebEnginePage;
 
 namespace tvx::qt {
 
-struct ResourcePolicy;
-
 /// The view in Chromium, in a process of its own. Keys and input methods never reach it; mouse events do,
 /// and the page tells what it made of them. Every message to the receiver comes from a task of the loop.
 class WebView final : public browser::View {
@@ -27,7 +25,6 @@ class WebView final : public browser::View {
   void set_mouse_selection(const platform::TransferSource& source);
   /// How often the engine is asked whether it lives. So many times more it may stay away (Watchdog).
   void set_heartbeat(int milliseconds);
-  void set_policy(const ResourcePolicy& policy);
   /// The widget that takes keys and mouse events; null while the engine has none.
   QWidget* input_widget() const;
 
@@ -36,6 +33,7 @@ class WebView final : public browser::View {
   void select(const browser::ViewSelection& selection) override;
   void ask(const browser::ViewQuestion& question) override;
   void mark(const std::vector<browser::TextMarks>& marks) override;
+  void set_policy(const browser::ResourcePolicy& policy) override;
   void set_mode(const browser::ViewMode& mode) override;
   void cancel_drag() override;
   void set_input_context(const browser::InputContext& context) override;

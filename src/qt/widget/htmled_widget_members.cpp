@@ -145,6 +145,9 @@ bool HTMLedWidget::useEnterAsBR() const { return flag(u"useEnterAsBR"); }
 void HTMLedWidget::set_useEnterAsBR(bool value) { put(u"useEnterAsBR", value); }
 bool HTMLedWidget::isAccessContained() const { return flag(u"isAccessContained"); }
 void HTMLedWidget::set_isAccessContained(bool value) { put(u"isAccessContained", value); }
+int HTMLedWidget::RemoteContent() const { return number(u"RemoteContent"); }
+void HTMLedWidget::set_RemoteContent(int value) { put(u"RemoteContent", value); }
+bool HTMLedWidget::RemoteContentWithheld() const { return flag(u"RemoteContentWithheld"); }
 HTMLedWidget::EdBorderStyle HTMLedWidget::BorderStyle() const {
   return EdBorderStyle(number(u"BorderStyle"));
 }
@@ -312,5 +315,6 @@ void HTMLedWidget::insertImageFromURL(const QString& ImageURL) {
 }
 int HTMLedWidget::UploadAllImages() { return number_of(call(u"UploadAllImages")); }
 int HTMLedWidget::CountLocalImages() { return number_of(call(u"CountLocalImages")); }
+void HTMLedWidget::ShowRemoteContent() { call(u"ShowRemoteContent"); }
 
 }  // namespace tvx::qt

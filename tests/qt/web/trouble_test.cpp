@@ -6,6 +6,7 @@
 #include <QPushButton>
 #include <QTimer>
 #include <QWebEnginePage>
+#include <iostream>
 #include <random>
 
 #include "qt/real_view.h"
@@ -227,6 +228,33 @@ TEST_F(Trouble, AnotherContentDoesNotWaitForAProcessThatIsLost) {
   const std::int64_t since = loop_.now();
   open(u"<!DOCTYPE html><p>another</p>");
   EXPECT_LT(loop_.now() - since, 2500) << "sooner than a working process is ended";
+  EXPECT_EQ(shown(), expected());
+}
+
+TEST_F(Trouble, ThirtyDeathsLoseNoLetter) {
+  open(u"<!DOCTYPE html><p>x</p><p>y</p>");
+  document_->editor().selection().collapse({&first_text(), 1});
+  ASSERT_TRUE(settle());
+  std::mt19937 random(5);
+  std::string typed;
+  for (int death = 0; death < 30; ++death) {
+    for (std::size_t letters = 1 + random() % 6; letters > 0; --letters) {
+      const std::string letter(1, static_cast<char>('a' + random() % 26));
+      post_text(letter);
+      typed += letter;
+    }
+    if (random() % 2) loop_.pump(static_cast<int>(random() % 30));
+    signal_view(SIGKILL);
+    ASSERT_TRUE(wait_for([&] { return html().find("x" + typed) != std::string::npos; })) << html();
+    ASSERT_TRUE(settle());
+    // A user who doesn't give up.
+    if (document_view_->shows_notice()) view_->widget()->findChild<QPushButton*>()->click();
+    ASSERT_TRUE(wait_for([&] { return !document_view_->shows_notice(); }));
+    ASSERT_TRUE(settle());
+    view_->input_widget()->setFocus();
+  }
+  std::cout << "[ COUNTED  ] 30 deaths, " << typed.size() << " letters\n";
+  EXPECT_EQ(html(), "<P>x" + typed + "</P><P>y</P>");
   EXPECT_EQ(shown(), expected());
 }
 
