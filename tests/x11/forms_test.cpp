@@ -1,5 +1,6 @@
 #include <QComboBox>
 #include <QLineEdit>
+#include <QWindow>
 
 #include "tvx/core/chrome/toolbars.h"
 #include "tvx/qt/bars/toolbar_face.h"
@@ -177,6 +178,25 @@ TEST_F(FormsOnScreen, WhatIsPickedFromAListStaysWhereTheListHasCoveredTheDialog)
   hands::click(middle_of(*bar->button_widget(1)));
   ASSERT_TRUE(wait_for([this] { return answered() && !QApplication::activeModalWidget(); }));
   EXPECT_EQ(html(), "<FORM name=\"kept\" method=\"post\"><P>text</P></FORM>");
+}
+
+TEST_F(FormsOnScreen, TheFontIsSetByTheToolbarsButton) {
+  start("<body style='margin:20px'><p>text</p>");
+  hands::press(QStringLiteral("ctrl+a"));
+  ASSERT_TRUE(wait_for([this] { return !document().editor().selection().collapsed(); }));
+  answer_dialog([&](QDialog& dialog) {
+    auto* size = dialog.findChild<QComboBox*>(QStringLiteral("Combo2"));
+    hands::press(QStringLiteral("alt+s"));
+    hands::press(QStringLiteral("ctrl+a"));
+    hands::type(QStringLiteral("6"));
+    EXPECT_TRUE(wait_for([&] { return size->currentText() == QStringLiteral("6"); }));
+    hands::press(QStringLiteral("Return"));
+    EXPECT_TRUE(wait_for([&] { return !dialog.isVisible(); }));
+  });
+  hands::click(middle_of(*toolbar_button(u"Text")));
+  ASSERT_TRUE(wait_for([this] { return answered() && !QApplication::activeModalWidget(); }));
+  EXPECT_NE(html().find("size=\"6\""), std::string::npos) << html();
+  EXPECT_TRUE(wait_for([this] { return window_->isWindowModified(); }));
 }
 
 TEST_F(FormsOnScreen, TheBoxesForAnImagesSizeTakeDigitsAndKeepTheProportion) {
