@@ -229,6 +229,7 @@ bool Window::load_document(files::DocumentFile file) {
   file.keep_head(document->tree());
   file_ = std::move(file);
   set_unmodified();
+  statusBar()->clearMessage();  // what it says is of the file before
   show_local_images();
   remote_content_left_ = false;
   remote_content_->hide();

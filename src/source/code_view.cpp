@@ -67,6 +67,12 @@ platform::TextBox& OrvelCV::TextBox1() {
 
 std::u16string OrvelCV::Text() const { return edited_ ? box_->Text() : with_crlf(*text_); }
 
+// Asked after each key: the texts are compared only where they may be equal.
+std::shared_ptr<const std::u16string> OrvelCV::untouched_text() const {
+  const bool may_be_undone = edited_ && !box_->can_undo();
+  return !edited_ || (may_be_undone && box_->Text() == with_crlf(*text_)) ? text_ : nullptr;
+}
+
 void OrvelCV::set_Text(std::u16string_view text) { set_Text(std::make_shared<const std::u16string>(text)); }
 
 void OrvelCV::set_Text(std::shared_ptr<const std::u16string> text) {

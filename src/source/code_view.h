@@ -106,8 +106,8 @@ class OrvelCV final : private services::ISubclass, private platform::TextBoxHand
   /// Raises no change event and begins a new undo history.
   void set_Text(std::u16string_view text);
   void set_Text(std::shared_ptr<const std::u16string> text);
-  /// The text as put in, while nobody has edited it; else null.
-  std::shared_ptr<const std::u16string> untouched_text() const { return edited_ ? nullptr : text_; }
+  /// The text as put in, while nobody has edited it, and again after all of that was undone; else null.
+  std::shared_ptr<const std::u16string> untouched_text() const;
   bool Enabled() const { return box_->Enabled(); }
   void set_Enabled(bool enabled);
   bool Locked() const { return box_->Locked(); }

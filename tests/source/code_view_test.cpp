@@ -491,6 +491,19 @@ TEST_F(CodeView, AnUntouchedTextStaysOneString) {
   code.use(nullptr);
 }
 
+TEST_F(CodeView, AfterAllWasUndoneTheTextIsUntouchedAgain) {
+  show(u"one\ntwo");
+  const auto text = code.untouched_text();
+  ASSERT_NE(text, nullptr);
+  type(u"x");
+  EXPECT_EQ(code.untouched_text(), nullptr);
+  key('Z', control);
+  EXPECT_EQ(to_utf8(code.Text()), "one\r\ntwo");
+  EXPECT_EQ(code.untouched_text(), text);
+  key('Y', control);
+  EXPECT_EQ(code.untouched_text(), nullptr);
+}
+
 // --- the box without a screen ---
 
 TEST_F(CodeView, TheCaretMovesByCharactersWordsAndLines) {
