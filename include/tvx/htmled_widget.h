@@ -78,8 +78,7 @@ class HTMLedWidget final : public QWidget {
   Q_PROPERTY(
       QString CustomDictionaryFilename READ CustomDictionaryFilename WRITE set_CustomDictionaryFilename)
   Q_PROPERTY(QString SpellingLanguage READ SpellingLanguage WRITE set_SpellingLanguage)
-  Q_PROPERTY(
-      bool CheckSpellingAsYouType READ CheckSpellingAsYouType WRITE set_CheckSpellingAsYouType)
+  Q_PROPERTY(bool CheckSpellingAsYouType READ CheckSpellingAsYouType WRITE set_CheckSpellingAsYouType)
   Q_PROPERTY(QString FTPHost READ FTPHost WRITE set_FTPHost)
   Q_PROPERTY(QString FTPUser READ FTPUser WRITE set_FTPUser)
   Q_PROPERTY(QString FTPPassword READ FTPPassword WRITE set_FTPPassword)

@@ -61,7 +61,7 @@ TEST_F(MemberTable, DefaultsAreThoseOfANewControl) {
     EXPECT_EQ(get_property(*control, member.name), member.initial.value()) << to_utf8(member.name);
     ++compared;
   }
-  EXPECT_EQ(compared, 45);
+  EXPECT_EQ(compared, 47);
 }
 
 TEST_F(MemberTable, EveryKeyIsWrittenByTheControl) {
