@@ -31,6 +31,7 @@ struct Face : FormObserver {
 struct Screen : Forms {
   std::function<void(Form&)> show;
   void run(Form& form, WindowHandle) override { show(form); }
+  void open(Form& form, WindowHandle) override { show(form); }
   std::vector<std::u16string> fonts() const override { return {}; }
 };
 
