@@ -6,9 +6,11 @@
 #include "tvx/dom/tree.h"
 #include "tvx/editing/clipboard/copied_content.h"
 #include "tvx/editing/clipboard/paste.h"
+#include "tvx/editing/clipboard/word_gaps.h"
 #include "tvx/editing/deletion/deletion.h"
 #include "tvx/editing/deletion/line_deletion.h"
 #include "tvx/editing/editor.h"
+#include "tvx/editing/facts/lines.h"
 #include "tvx/editing/facts/predicates.h"
 #include "tvx/editing/ranges/control_range.h"
 #include "tvx/editing/ranges/markup_pointer.h"
@@ -93,6 +95,26 @@ void put_in(Editor& editor, const Ref<dom::DocumentFragment>& content, const Bou
   if (dom::compare(start.start(), end) < 0) editor.selection().set(start.start(), end);
 }
 
+bool holds_lines(const dom::DocumentFragment& content) {
+  for (const Node* child = content.first_child(); child; child = child->next_sibling())
+    if (is_block_piece(*child)) return true;
+  return false;
+}
+
+/// Parts words from those where they arrive. The blanks aren't selected: moved on, the words leave them
+/// there.
+void put_words_in(Editor& editor, const Ref<dom::DocumentFragment>& words, const Boundary& at,
+                  WordGaps gaps) {
+  dom::Document& document = editor.document();
+  if (gaps.before) dom::insert(*words, document.create_text(u" "), words->first_child());
+  if (gaps.after) dom::insert(*words, document.create_text(u" "));
+  put_in(editor, words, at);
+  dom::Range put = editor.selection().range();
+  if (gaps.before) put.start = next_character(put.start, Direction::Forward).value_or(put.start);
+  if (gaps.after) put.end = next_character(put.end, Direction::Backward).value_or(put.end);
+  editor.selection().set(put.start, put.end);
+}
+
 bool move_text(Editor& editor, const dom::Range& range, const Boundary& to, KeepSource keep) {
   const dom::Range seen = shrunk_to_characters(range);
   if (seen.collapsed()) return false;
@@ -100,9 +122,17 @@ bool move_text(Editor& editor, const dom::Range& range, const Boundary& to, Keep
   const LineEnd end = takes_line_end(range, seen) ? LineEnd::With : LineEnd::Without;
   const Ref<dom::DocumentFragment> content = copied_nodes(seen, end);
   if (end == LineEnd::With) append_line_end(*content);
+  const bool words = end == LineEnd::Without && !holds_lines(*content) && are_whole_words(seen);
+  const WordGaps gaps = words ? gaps_at(to) : WordGaps{};
   const dom::LiveRange target(editor.document(), {to, to});
-  if (keep == KeepSource::No && !delete_selected_lines(editor)) delete_selection(editor);
-  put_in(editor, content, target.start());
+  if (keep == KeepSource::No && !delete_selected_lines(editor)) {
+    if (words) {
+      const dom::Range gone = with_spare_blank(seen);
+      editor.selection().set(gone.start, gone.end);
+    }
+    delete_selection(editor);
+  }
+  put_words_in(editor, content, target.start(), gaps);
   return true;
 }
 
