@@ -4,6 +4,9 @@
 #include <string>
 #include <string_view>
 
+#include "tvx/base/strings.h"
+#include "tvx/editing/editor.h"
+
 /// Documents of any size in the shapes that make editing slow: much of one thing, side by side or in one
 /// another.
 namespace tvx::growth {
@@ -63,28 +66,103 @@ inline constexpr Shape shapes[] = {
     {u"preformatted lines", u"<pre>", u"line of text\n", u"", u"</pre>"},
     {u"a long text", u"<p>", u"words after words ", u"", u"</p>"},
     {u"no-break spaces", u"<p>x", u"&nbsp; ", u"", u"y</p>"},
+    {u"bold in bold", u"", u"<b>", u"x", u"</b>", true},
+    {u"text beside bold in bold", u"", u"<b>x", u"", u"</b>", true},
+    {u"spans in spans", u"", u"<span style='color:red'>", u"x", u"</span>", true},
+    {u"fonts in fonts", u"", u"<font size=5>a", u"", u"</font>", true},
+    {u"quotes in quotes", u"", u"<blockquote>", u"x", u"</blockquote>", true},
+    {u"lists in lists", u"", u"<ul><li>a", u"", u"</ul>", true},
+    {u"divisions in divisions", u"", u"<div>a", u"", u"</div>", true},
+    {u"tables in tables", u"", u"<table><tr><td>", u"x", u"</table>", true},
 };
+/// What is nested deeper than this becomes siblings when it is read: a level of a table is four elements.
+inline constexpr std::size_t deepest = 120;
+/// How many times the steps ten times as much may take. What is nested ten times as deep also has ten times
+/// as many ancestors a node, and no more than five hundred.
+inline constexpr double most_growth(const Shape& shape) { return shape.nested ? 110 : 15; }
+/// As many as are asked for, of what is nested no more than can be.
+inline std::size_t limited(const Shape& shape, std::size_t count) {
+  return shape.nested && count > deepest ? deepest : count;
+}
 
-/// Commands that are asked of everything selected, each as a user meets it.
+/// Commands that are asked of everything selected, each as a user meets it; some of what another one has
+/// done.
 struct Command {
-  std::u16string_view name, value;
+  std::u16string_view name, value, first = {}, first_value = {};
 };
 inline constexpr Command commands[] = {
     {u"bold", u""},
+    {u"italic", u""},
+    {u"underline", u""},
+    {u"strikethrough", u""},
+    {u"subscript", u""},
+    {u"superscript", u""},
     {u"foreColor", u"red"},
+    {u"backColor", u"yellow"},
+    {u"hiliteColor", u"yellow"},
     {u"fontName", u"Courier"},
+    {u"fontSize", u"5"},
     {u"removeFormat", u""},
+    {u"removeFormat", u"", u"bold"},
+    {u"bold", u"", u"bold"},
     {u"createLink", u"x"},
     {u"unlink", u""},
+    {u"unlink", u"", u"createLink", u"x"},
     {u"insertOrderedList", u""},
+    {u"insertUnorderedList", u""},
+    {u"insertOrderedList", u"", u"insertOrderedList"},
     {u"indent", u""},
     {u"outdent", u""},
+    {u"outdent", u"", u"indent"},
     {u"justifyCenter", u""},
+    {u"justifyFull", u""},
+    {u"justifyLeft", u""},
+    {u"justifyRight", u""},
     {u"formatBlock", u"h1"},
+    {u"formatBlock", u"p"},
     {u"delete", u""},
+    {u"forwardDelete", u""},
+    {u"cut", u""},
+    {u"copy", u""},
     {u"insertText", u"abc"},
     {u"insertParagraph", u""},
+    {u"insertLineBreak", u""},
     {u"insertHTML", u"<p>one</p><p>two</p>"},
+    {u"insertHorizontalRule", u""},
+    {u"insertImage", u"x"},
+    {u"InsertTextArea", u""},
+    {u"", u""},
+    {u"undo", u"", u"bold"},
+    {u"undo", u"", u"delete"},
+    {u"redo", u"", u"bold"},
 };
+
+inline std::string name_of(const Command& command) {
+  std::string name = command.name.empty() ? "all questions" : to_utf8(command.name);
+  if (!command.value.empty()) name += " " + to_utf8(command.value.substr(0, 8));
+  if (!command.first.empty()) name += " of " + to_utf8(command.first);
+  return name;
+}
+/// Selects everything, and does what comes before.
+inline void prepare(editing::Editor& editor, const Command& command) {
+  editor.execute(u"selectAll");
+  if (!command.first.empty()) editor.execute(command.first, command.first_value);
+  if (command.name == u"redo") editor.execute(u"undo");
+}
+/// With an empty name: asks what toolbars ask at each move of the caret.
+inline void act(editing::Editor& editor, const Command& command) {
+  if (!command.name.empty()) {
+    editor.execute(command.name, command.value);
+    return;
+  }
+  for (const std::u16string_view asked :
+       {u"bold", u"underline", u"foreColor", u"fontName", u"fontSize", u"createLink", u"insertOrderedList",
+        u"indent", u"justifyLeft", u"formatBlock", u"unlink"}) {
+    editor.enabled(asked);
+    editor.indeterminate(asked);
+    editor.state(asked);
+    editor.value(asked);
+  }
+}
 
 }  // namespace tvx::growth

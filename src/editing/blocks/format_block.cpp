@@ -1,10 +1,16 @@
 #include "tvx/editing/blocks/format_block.h"
 
+#include <algorithm>
+#include <optional>
+#include <unordered_map>
+#include <vector>
+
 #include "tvx/dom/tree.h"
 #include "tvx/editing/blocks/allowed_ancestors.h"
 #include "tvx/editing/blocks/lists.h"
 #include "tvx/editing/editor.h"
 #include "tvx/editing/facts/block_range.h"
+#include "tvx/editing/facts/path_facts.h"
 #include "tvx/editing/facts/predicates.h"
 #include "tvx/editing/facts/rendering.h"
 #include "tvx/editing/inline/recorded_values.h"
@@ -121,16 +127,36 @@ bool format_block(Editor& editor, std::u16string_view value) {
 
 namespace {
 
-// The name of the block around a leaf; empty where there is none.
-std::u16string_view format_of(const Node* node) {
-  const Node& leaf = *node;
-  while (node->parent() && is_editable(*node->parent()) && in_same_editing_host(*node->parent(), leaf) &&
-         !is_formattable_block(*node)) {
-    node = node->parent();
+/// Finds the formats of leaves, one after the other: nobody climbs where another has climbed, and a block is
+/// looked through once. Only while the tree stays as it is.
+class FormatFinder {
+ public:
+  /// The name of the block around a leaf; empty where there is none.
+  std::u16string_view format_of(const Node& leaf) {
+    std::vector<const Node*> climbed;
+    const Node* node = &leaf;
+    std::optional<std::u16string_view> format;
+    for (;; node = node->parent()) {
+      if (const auto known = formats_.find(node); known != formats_.end()) format = known->second;
+      if (format || is_formattable_block(*node) || !node->parent() || !facts_.is_editable(*node->parent()))
+        break;
+      climbed.push_back(node);
+    }
+    if (!format) format = name_of(*node);
+    climbed.push_back(node);
+    for (const Node* passed : climbed) formats_.emplace(passed, *format);
+    return *format;
   }
-  if (!is_formattable_block(*node) || !is_editable(*node) || holds_blocks(*node)) return {};
-  return static_cast<const Element*>(node)->name().text();
-}
+
+ private:
+  std::u16string_view name_of(const Node& block) {
+    if (!is_formattable_block(block) || !facts_.is_editable(block) || holds_blocks(block)) return {};
+    return static_cast<const Element&>(block).name().text();
+  }
+
+  PathFacts facts_;
+  std::unordered_map<const Node*, std::u16string_view> formats_;
+};
 
 }  // namespace
 
@@ -138,17 +164,18 @@ bool is_block_format_mixed(Editor& editor) {
   const std::optional<dom::Range> range = editor.active_range();
   if (!range) return false;
   const NodeList leaves = visible_leaves(block_extend(*range));
-  for (const Ref<Node>& leaf : leaves) {
-    if (format_of(leaf.get()) != format_of(leaves.front().get())) return true;
-  }
-  return false;
+  FormatFinder finder;
+  const std::u16string_view first =
+      leaves.empty() ? std::u16string_view() : finder.format_of(*leaves.front());
+  return std::any_of(leaves.begin(), leaves.end(),
+                     [&](const Ref<Node>& leaf) { return finder.format_of(*leaf) != first; });
 }
 
 std::u16string block_format(Editor& editor) {
   const std::optional<dom::Range> range = editor.active_range();
   if (!range) return {};
   const Ref<Node> leaf = first_visible_leaf(block_extend(*range));
-  return std::u16string(leaf ? format_of(leaf.get()) : std::u16string_view());
+  return std::u16string(leaf ? FormatFinder().format_of(*leaf) : std::u16string_view());
 }
 
 }  // namespace tvx::editing

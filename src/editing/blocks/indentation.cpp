@@ -96,13 +96,14 @@ struct Indentation {
 
 Indentation indentation_around(const Node& node, bool (*makes_it)(const Node&)) {
   Indentation found;
+  PathFacts facts;
   Node* ancestor = node.parent();
-  while (ancestor && ancestor->is_element() && is_editable(*ancestor) && !makes_it(*ancestor) &&
+  while (ancestor && ancestor->is_element() && facts.is_editable(*ancestor) && !makes_it(*ancestor) &&
          !is_list(*ancestor)) {
     found.between.emplace_back(ancestor);
     ancestor = ancestor->parent();
   }
-  if (ancestor && is_editable(*ancestor) && makes_it(*ancestor)) found.maker = ancestor;
+  if (ancestor && facts.is_editable(*ancestor) && makes_it(*ancestor)) found.maker = ancestor;
   return found;
 }
 
@@ -229,15 +230,15 @@ std::size_t outdent_together(const NodeList& nodes, std::size_t at, const dom::R
   IndentationMakers makers;
   const Ref<Node> maker(makers.of(*nodes[at]));
   if (!maker || !dom::contains(range, *maker)) return 0;
+  // What has been outdented already keeps the level that is left to it.
+  if (at > 0 && dom::is_ancestor(*maker, *nodes[at - 1])) return 0;
   std::size_t count = 0;
   for (std::size_t i = at; i < nodes.size(); ++i, ++count) {
     if (makers.of(*nodes[i]) != maker.get()) {
       if (dom::is_ancestor(*maker, *nodes[i])) return 0;
       break;
     }
-    const bool plain =
-        !is_list(*nodes[i]) && !stands_in_list(*nodes[i]) && !is_indentation_element(*nodes[i]);
-    if (!plain) return 0;
+    if (stands_in_list(*nodes[i]) || is_indentation_element(*nodes[i])) return 0;
   }
   outdent_itself(maker);
   return count;
