@@ -2,7 +2,6 @@
 #include <QLocale>
 #include <QMenu>
 #include <QSettings>
-#include <QStatusBar>
 
 #include "htmled/window.h"
 #include "tvx/core/htmled.h"
@@ -85,7 +84,7 @@ void Window::check_spelling() {
 }
 
 void Window::SpellCheckComplete(bool& cancelled) {
-  if (!cancelled) statusBar()->showMessage(tr("All words are checked"), 4000);
+  if (!cancelled) say(tr("All words are checked"), 4000);
 }
 
 }  // namespace tvx::htmled

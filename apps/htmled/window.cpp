@@ -16,6 +16,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 #include <iostream>
+#include <memory>
 #include <utility>
 
 #include "htmled/drafts.h"
@@ -24,7 +25,9 @@
 #include "tvx/base/error.h"
 #include "tvx/base/text_file.h"
 #include "tvx/browser/html_document.h"
+#include "tvx/browser/input/input_queue.h"
 #include "tvx/browser/loading/page_source.h"
+#include "tvx/browser/view/document_view.h"
 #include "tvx/core/htmled.h"
 #include "tvx/dom/journal.h"
 #include "tvx/htmled_widget.h"
@@ -60,7 +63,8 @@ QString words_of(const RuntimeError& error) {
 }  // namespace
 
 Window::Window(platform::MessageLoop& loop, const qt::Substitutes& substitutes)
-    : drafts_(drafts_template()),
+    : loop_(loop),
+      drafts_(drafts_template()),
       editor_(new qt::HTMLedWidget(loop, this, substitutes)),
       publishing_(editor_->control()) {
   sweep_drafts();
@@ -114,8 +118,14 @@ void Window::make_menus() {
   file->addSeparator();
   add_item(file, QT_TR_NOOP("&Quit"), QKeySequence(QStringLiteral("Ctrl+Q")), [this] { close(); });
   QMenu* edit = add_menu(nullptr, QT_TR_NOOP("&Edit"));
-  add_item(edit, QT_TR_NOOP("&Undo"), QKeySequence::Undo, [this] { editor_->control().undo_document(); });
-  add_item(edit, QT_TR_NOOP("&Redo"), QKeySequence::Redo, [this] { editor_->control().redo_document(); });
+  add_item(edit, QT_TR_NOOP("&Undo"), QKeySequence::Undo, [this] {
+    finish_typing();
+    editor_->control().undo_document();
+  });
+  add_item(edit, QT_TR_NOOP("&Redo"), QKeySequence::Redo, [this] {
+    finish_typing();
+    editor_->control().redo_document();
+  });
   add_language_menu(add_menu(nullptr, QT_TR_NOOP("&View")));
   make_spelling_menu();
 }
@@ -157,8 +167,7 @@ void Window::add_language_menu(QMenu* view) {
 void Window::speak(const Language& language) {
   languages_.speak(language);
   editor_->set_LocalizationFile(language.file);
-  // Asking for the bar makes one, and an empty one says nothing.
-  if (auto* bar = findChild<QStatusBar*>()) bar->clearMessage();
+  say({});
   show_words();
 }
 
@@ -229,15 +238,14 @@ bool Window::load_document(files::DocumentFile file) {
   file.keep_head(document->tree());
   file_ = std::move(file);
   set_unmodified();
-  statusBar()->clearMessage();  // what it says is of the file before
   show_local_images();
   remote_content_left_ = false;
   remote_content_->hide();
   editor_->setFocus(Qt::OtherFocusReason);
-  if (!file_.faithful())
-    statusBar()->showMessage(
-        tr("Some bytes of this file mean nothing in %1. An edited page is saved without them.")
-            .arg(QString::fromStdString(file_.form().charset)));
+  say(file_.faithful()
+          ? QString()
+          : tr("Some bytes of this file mean nothing in %1. An edited page is saved without them.")
+                .arg(QString::fromStdString(file_.form().charset)));
   return true;
 }
 
@@ -281,7 +289,18 @@ void Window::ask_and_revert() {
 
 // --- saving ---
 
+void Window::finish_typing() {
+  constexpr std::int64_t longest = browser::InputQueue::patience + browser::InputQueue::deadline;
+  const std::int64_t end = loop_.now() + longest;
+  // A key that the view has got stands in its inbox for a turn of the loop, where nobody else sees it.
+  const auto read = std::make_shared<bool>(false);
+  loop_.post([read] { *read = true; });
+  while (!*read && loop_.now() < end) loop_.pump(5);
+  while (editor_->document_view().input_waits() && loop_.now() < end) loop_.pump(5);
+}
+
 bool Window::with_document(const std::function<void(const dom::Document&)>& act) {
+  finish_typing();
   core::HTMLed& control = editor_->control();
   const bool in_code_view = control.InCodeView();
   if (in_code_view) control.show_Code();
@@ -315,7 +334,7 @@ bool Window::save_to(const QString& path) {
   const std::u16string target = from_qt(QFileInfo(path).absoluteFilePath());
   if (!with_document([&](const dom::Document& document) { file_.save(document, target); })) return false;
   set_unmodified();
-  statusBar()->showMessage(tr("Saved %1").arg(to_qt(target)), message_milliseconds);
+  say(tr("Saved %1").arg(to_qt(target)), message_milliseconds);
   return true;
 }
 
@@ -360,16 +379,18 @@ void Window::show_local_images() {
     local_images_->setObjectName(QStringLiteral("local_images"));
     local_images_->setAutoRaise(true);
     connect(local_images_, &QToolButton::clicked, this, &Window::upload_images);
-    statusBar()->addPermanentWidget(local_images_);
+    bottom_line().addPermanentWidget(local_images_);
   }
   local_images_->setVisible(count > 0);
   local_images_->setText(tr("Local images: %1").arg(count));
   local_images_->setToolTip(tr("These images are on this computer only. Press to upload them."));
+  show_bottom_line();
 }
 
 // --- asking ---
 
 bool Window::may_leave_document() {
+  finish_typing();
   if (look_awaited_) look_whether_modified();
   if (!modified_) return true;
   const auto answer = QMessageBox::question(
@@ -402,7 +423,7 @@ void Window::FTPError(std::int32_t&, std::u16string& text) {
 // A link is there to be edited. The user sees where it leads.
 void Window::BeforeNavigate(std::u16string& url, std::u16string&, bool& cancel) {
   cancel = true;
-  statusBar()->showMessage(to_qt(url), message_milliseconds);
+  say(to_qt(url), message_milliseconds);
 }
 
 void Window::set_unmodified() {
@@ -460,8 +481,26 @@ void Window::show_title() {
 
 // In the window's own line and never in a dialog: the user goes on, and a run with nobody there doesn't stop.
 void Window::tell(const QString& text) {
-  statusBar()->showMessage(text);
+  say(text);
   std::cerr << "htmled: " << text.toStdString() << '\n';
+}
+
+// Asking for the bar makes one, and an empty one takes a line of the page away.
+void Window::say(const QString& text, int milliseconds) {
+  if (text.isEmpty() && !findChild<QStatusBar*>()) return;
+  text.isEmpty() ? bottom_line().clearMessage() : bottom_line().showMessage(text, milliseconds);
+}
+
+QStatusBar& Window::bottom_line() {
+  if (QStatusBar* made = findChild<QStatusBar*>()) return *made;
+  connect(statusBar(), &QStatusBar::messageChanged, this, &Window::show_bottom_line);
+  return *statusBar();
+}
+
+void Window::show_bottom_line() {
+  auto* bar = findChild<QStatusBar*>();
+  const bool says_something = bar && !bar->currentMessage().isEmpty();
+  if (bar) bar->setVisible(says_something || (local_images_ && !local_images_->isHidden()));
 }
 
 }  // namespace tvx::htmled

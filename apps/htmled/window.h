@@ -19,6 +19,7 @@
 #include "tvx/qt/widget/substitutes.h"
 
 class QMenu;
+class QStatusBar;
 class QToolButton;
 
 namespace tvx::platform {
@@ -84,6 +85,9 @@ class Window final : public QMainWindow, private core::HTMLedEvents, private cor
   void ask_and_open();
   /// Back to what the file holds, if the user says so.
   void ask_and_revert();
+  /// What was typed before this belongs to what comes now, be it saving or undoing: waits until the editor
+  /// has dealt with it.
+  void finish_typing();
   bool save();
   bool save_as();
   bool save_to(const QString& path);
@@ -109,7 +113,12 @@ class Window final : public QMainWindow, private core::HTMLedEvents, private cor
   void set_modified(bool modified);
   void show_title();
   void tell(const QString& text);
+  /// In the window's own line, which is there only while it says something.
+  void say(const QString& text, int milliseconds = 0);
+  QStatusBar& bottom_line();
+  void show_bottom_line();
 
+  platform::MessageLoop& loop_;
   Languages languages_;
   QTemporaryDir drafts_;
   qt::HTMLedWidget* editor_;

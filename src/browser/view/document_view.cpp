@@ -76,6 +76,8 @@ void DocumentView::set_editable(bool editable) { parts_->output_.set_editable(ed
 
 bool DocumentView::settled() const { return parts_->output_.settled() && parts_->input_.idle(); }
 
+bool DocumentView::input_waits() const { return !parts_->input_.idle(); }
+
 bool DocumentView::filled() const { return parts_->output_.filled(); }
 
 bool DocumentView::shows_notice() const { return parts_->output_.given_up(); }

@@ -34,6 +34,8 @@ class DocumentView final : public Geometry {
 
   /// Everything is sent, laid out, and no input waits.
   bool settled() const;
+  /// Something that the user did waits for the page, or for its turn.
+  bool input_waits() const;
   /// The window is filled, though more may follow.
   bool filled() const;
   /// Whether the view gave up on this document after dying of it twice.

@@ -17,6 +17,13 @@ void FirstCaret::set_later() {
   });
 }
 
+bool FirstCaret::is_awaited() const {
+  const auto document = control_.DOM();
+  if (!document || document->readyState() != u"complete") return true;
+  return !control_.InCodeView() && document->editor().design_mode() &&
+         document->editor().selection().type() == editing::SelectionType::None;
+}
+
 void FirstCaret::set() {
   const auto document = control_.DOM();
   if (!started_ || !document || control_.InCodeView() || !document->body()) return;

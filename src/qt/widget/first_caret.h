@@ -17,6 +17,8 @@ class FirstCaret {
   /// Until the start there is no document of the user's.
   void start() { started_ = true; }
   void view_focused(bool focused) { view_has_focus_ = focused; }
+  /// There will be one as soon as the document is there.
+  bool is_awaited() const;
   /// Looks whether one is missing, in a later turn: within this one, who loads the document may set its own.
   void set_later();
 

@@ -29,6 +29,7 @@
 #include "tvx/qt/support/strings.h"
 #include "tvx/qt/support/twips.h"
 #include "tvx/qt/web/web_view.h"
+#include "tvx/qt/widget/early_keys.h"
 #include "tvx/qt/widget/first_caret.h"
 #include "tvx/qt/widget/frame.h"
 #include "tvx/qt/widget/panes.h"
@@ -172,10 +173,11 @@ class HTMLedWidget::Parts final : public platform::Container,
   }
 
   /// Where the user goes on after a start or a new document. A program that has given the focus to another
-  /// widget of its window meant that one.
+  /// widget of its window meant that one. Asked before the start as well as after it: meanwhile the window
+  /// comes to the front, and one that nobody has given the focus hands it to its first field.
   void take_first_focus() {
-    if (!widget_->window()->focusWidget()) widget_->setFocus(Qt::OtherFocusReason);
-    first_caret_->set_later();
+    const QWidget* chosen = widget_->window()->focusWidget();
+    if (!chosen || widget_->isAncestorOf(chosen)) widget_->setFocus(Qt::OtherFocusReason);
   }
 
   QPointer<HTMLedWidget> widget_;
@@ -193,6 +195,10 @@ class HTMLedWidget::Parts final : public platform::Container,
   bool design_mode_ = false;
   bool has_focus_ = false;
   std::optional<FirstCaret> first_caret_;
+  EarlyKeys early_keys_{
+      {[this] { return widget_ && first_caret_->is_awaited(); },
+       [this](const QWidget& part) { return view_.widget() == &part || view_.widget()->isAncestorOf(&part); },
+       [this] { return view_.input_widget(); }}};
   std::optional<Panes> panes_;
   QString print_file_;
 
@@ -322,10 +328,14 @@ void HTMLedWidget::start() {
   if (parts_->design_mode_ || std::exchange(parts_->started_, true)) return;
   const auto parts = parts_;
   parts->first_caret_->start();
+  parts->early_keys_.start();
+  parts->take_first_focus();
   parts->resize(size());
   parts->control_->UserControl_Show();
   parts->resize(size());
-  if (parts_ == parts) parts->take_first_focus();
+  if (parts_ != parts) return;
+  parts->take_first_focus();
+  parts->first_caret_->set_later();
 }
 
 void HTMLedWidget::resizeEvent(QResizeEvent* event) { parts_->resize(event->size()); }

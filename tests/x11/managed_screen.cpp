@@ -1,0 +1,89 @@
+#include "x11/managed_screen.h"
+
+#include <QFile>
+#include <QStandardPaths>
+#include <QTest>
+
+#include "x11/hands.h"
+#include "x11/x_display.h"
+
+namespace tvx::x11 {
+namespace {
+
+constexpr int patience = 30'000;  // milliseconds
+
+void end(QProcess& process) {
+  if (process.state() == QProcess::NotRunning) return;
+  process.terminate();
+  if (process.waitForFinished(5000)) return;
+  process.kill();
+  process.waitForFinished();
+}
+
+}  // namespace
+
+void ManagedScreen::SetUp() {
+  if (!XDisplay::skip_reason.isEmpty()) GTEST_SKIP() << "SKIPPED: " << XDisplay::skip_reason.toStdString();
+  if (QStandardPaths::findExecutable(QStringLiteral("openbox")).isEmpty())
+    GTEST_SKIP() << "SKIPPED: needs openbox: scripts/setup installs it";
+  server_.setStandardErrorFile(QProcess::nullDevice());
+  server_.start(QStringLiteral("Xvfb"),
+                {QStringLiteral("-displayfd"), QStringLiteral("1"), QStringLiteral("-screen"),
+                 QStringLiteral("0"), QStringLiteral("1280x1024x24"), QStringLiteral("-nolisten"),
+                 QStringLiteral("tcp"), QStringLiteral("-noreset")});
+  QByteArray told;
+  while (!told.endsWith('\n') && server_.waitForReadyRead(patience)) told += server_.readAllStandardOutput();
+  ASSERT_TRUE(told.endsWith('\n')) << "Xvfb doesn't start";
+  surroundings_ = QProcessEnvironment::systemEnvironment();
+  surroundings_.insert(QStringLiteral("DISPLAY"), QStringLiteral(":") + QString::fromLatin1(told.trimmed()));
+  surroundings_.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
+  manager_.setProcessEnvironment(surroundings_);
+  manager_.setStandardOutputFile(QProcess::nullDevice());
+  manager_.setStandardErrorFile(QProcess::nullDevice());
+  manager_.start(QStringLiteral("openbox"), {QStringLiteral("--sm-disable")});
+  // It names itself on the root window once it manages windows.
+  ASSERT_TRUE(wait_for([&] { return !ask({QStringLiteral("get_num_desktops")}).isEmpty(); }));
+}
+
+void ManagedScreen::TearDown() {
+  end(program_);
+  end(manager_);
+  end(server_);
+}
+
+void ManagedScreen::start(const QString& program, const QStringList& arguments) {
+  program_.setProcessEnvironment(surroundings_);
+  program_.setStandardOutputFile(QProcess::nullDevice());
+  program_.setStandardErrorFile(QProcess::nullDevice());
+  program_.start(program, arguments);
+  ASSERT_TRUE(program_.waitForStarted());
+}
+
+QString ManagedScreen::ask(const QStringList& question) {
+  QProcess process;
+  process.setProcessEnvironment(surroundings_);
+  process.setStandardErrorFile(QProcess::nullDevice());
+  process.start(QStringLiteral("xdotool"), question);
+  if (!process.waitForFinished(patience)) process.kill();
+  return QString::fromUtf8(process.readAllStandardOutput()).trimmed();
+}
+
+QString ManagedScreen::active_title() {
+  return ask({QStringLiteral("getactivewindow"), QStringLiteral("getwindowname")});
+}
+
+bool ManagedScreen::comes_to_front(const QString& words) {
+  return wait_for([&] { return active_title().contains(words); });
+}
+
+void ManagedScreen::write(const QString& name, const QByteArray& bytes) {
+  QFile out(path_of(name));
+  ASSERT_TRUE(out.open(QIODevice::WriteOnly) && out.write(bytes) == bytes.size());
+}
+
+QByteArray ManagedScreen::file(const QString& name) const {
+  QFile in(path_of(name));
+  return in.open(QIODevice::ReadOnly) ? in.readAll() : QByteArray();
+}
+
+}  // namespace tvx::x11
