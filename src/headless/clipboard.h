@@ -13,6 +13,7 @@ class Clipboard final : public platform::Clipboard {
   void publish(platform::TransferItems items) override {
     items_ = std::move(items);
     ++changes_;
+    tell_changed();
   }
   std::uint64_t changes() const override { return changes_; }
 

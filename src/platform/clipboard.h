@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "tvx/platform/transfer_data.h"
 
@@ -33,6 +34,14 @@ ClipboardFormat RegisterClipboardFormat(std::u16string_view name);
 std::u16string registered_format_name(ClipboardFormat format);
 /// The form that holds a format on the desktop. Empty for those that stand for many (images) or for none.
 std::string target_of(ClipboardFormat format);
+
+/// Who shows whether there is something to paste.
+class ClipboardObserver {
+ public:
+  virtual ~ClipboardObserver() = default;
+  /// There may be another content, whichever program put it there.
+  virtual void clipboard_changed() = 0;
+};
 
 /// The system's clipboard: one content in several formats, which replaces another as a whole.
 ///
@@ -67,10 +76,19 @@ class Clipboard : public TransferSource {
   /// Another number whenever there may be another content. Where nobody watches, each call gives another.
   virtual std::uint64_t changes() const { return ++changes_; }
 
+  void add_observer(ClipboardObserver& observer) { observers_.push_back(&observer); }
+  void remove_observer(ClipboardObserver& observer) { std::erase(observers_, &observer); }
+
   /// The new content as the desktop gets it, opened or not; none: it is empty.
   virtual void publish(TransferItems items) = 0;
 
+ protected:
+  void tell_changed() {
+    for (std::size_t i = 0; i < observers_.size(); ++i) observers_[i]->clipboard_changed();
+  }
+
  private:
+  std::vector<ClipboardObserver*> observers_;
   mutable std::uint64_t changes_ = 0;
   bool open_ = false;
   std::optional<TransferItems> pending_;

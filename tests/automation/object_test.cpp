@@ -69,6 +69,16 @@ TEST_F(Gestures, AToolbarButtonActsAsPressedByTheUser) {
   EXPECT_EQ(object("docHTML.body.innerHTML"), "<P><B>one</B></P>");
 }
 
+TEST_F(Gestures, AButtonThatNobodySeesIsNotPressed) {
+  result("document.load", {{"html", "<p>[one]</p>"}});
+  set("showFormattingToolbar1", false);
+  EXPECT_EQ(failure("press", {{"toolbar", "Toolbar1"}, {"key", "Bold"}}), 5);
+  EXPECT_EQ(object("docHTML.body.innerHTML"), "<P>one</P>");
+  set("showFormattingToolbar1", true);
+  result("press", {{"toolbar", "Toolbar1"}, {"key", "Bold"}});
+  EXPECT_EQ(object("docHTML.body.innerHTML"), "<P><B>one</B></P>");
+}
+
 TEST_F(Gestures, AClickTellsTheHostOfItsElement) {
   set("DocumentHTML", "<p id=a>one</p>");
   const Json place = object("docHTML.getElementById('a').sourceIndex");

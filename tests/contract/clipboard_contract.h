@@ -37,6 +37,20 @@ TYPED_TEST_P(ClipboardContract, HoldsNothingWhenItIsCleared) {
   EXPECT_EQ(this->clipboard().GetClipboardData(ClipboardFormat::text), std::nullopt);
 }
 
+TYPED_TEST_P(ClipboardContract, TellsThoseWhoShowItOfEachContent) {
+  struct : platform::ClipboardObserver {
+    void clipboard_changed() override { ++heard; }
+    int heard = 0;
+  } observer;
+  this->clipboard().add_observer(observer);
+  this->clipboard().SetText(u"one");
+  EXPECT_GT(observer.heard, 0);
+  this->clipboard().remove_observer(observer);
+  const int heard = observer.heard;
+  this->clipboard().SetText(u"two");
+  EXPECT_EQ(observer.heard, heard);
+}
+
 TYPED_TEST_P(ClipboardContract, PlainTextAnswersToItsThreeNumbers) {
   this->clipboard().SetText(u"Gr\u00FC\u00DFe \U0001F600\r\nline");
   for (const ClipboardFormat format :
@@ -107,9 +121,10 @@ TYPED_TEST_P(ClipboardContract, HoldsSeveralFormsOfOneContent) {
   EXPECT_EQ(this->clipboard().read("image/png"), "");
 }
 
-REGISTER_TYPED_TEST_SUITE_P(ClipboardContract, HoldsNothingWhenItIsCleared, PlainTextAnswersToItsThreeNumbers,
-                            AsksForTheFormatAndNotForText, OthersSeeTheContentAtTheClose,
-                            WhatIsNotEmptiedStaysBesideWhatIsSet, OneThatCantBeOpenedStaysAsItIs,
-                            IsOpenForOneAtATime, HoldsSeveralFormsOfOneContent);
+REGISTER_TYPED_TEST_SUITE_P(ClipboardContract, HoldsNothingWhenItIsCleared, TellsThoseWhoShowItOfEachContent,
+                            PlainTextAnswersToItsThreeNumbers, AsksForTheFormatAndNotForText,
+                            OthersSeeTheContentAtTheClose, WhatIsNotEmptiedStaysBesideWhatIsSet,
+                            OneThatCantBeOpenedStaysAsItIs, IsOpenForOneAtATime,
+                            HoldsSeveralFormsOfOneContent);
 
 }  // namespace tvx::contract

@@ -38,6 +38,18 @@ std::u16string_view unless(bool can_act, std::u16string_view obstacle) {
 
 }  // namespace
 
+CommandState::CommandState(Context& context, Toolbars& toolbars) : Part(context), toolbars_(toolbars) {
+  if (platform::Clipboard* clipboard = surroundings().clipboard) clipboard->add_observer(*this);
+}
+
+CommandState::~CommandState() {
+  if (platform::Clipboard* clipboard = surroundings().clipboard) clipboard->remove_observer(*this);
+}
+
+void CommandState::clipboard_changed() {
+  if (run_time() && !context_.terminated() && DOM()) show();
+}
+
 // Asking the clipboard may mean asking another program: once for each content.
 bool CommandState::can_paste() {
   const platform::Clipboard* clipboard = surroundings().clipboard;

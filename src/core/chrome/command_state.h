@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "tvx/core/part.h"
+#include "tvx/platform/clipboard.h"
 
 namespace tvx::core {
 
@@ -11,13 +12,15 @@ class ContextMenus;
 class Toolbars;
 
 /// Which buttons can't act just now, and why: those of the clipboard and of undo.
-class CommandState final : public Part {
+class CommandState final : public Part, private platform::ClipboardObserver {
  public:
-  CommandState(Context& context, Toolbars& toolbars) : Part(context), toolbars_(toolbars) {}
+  CommandState(Context& context, Toolbars& toolbars);
+  ~CommandState() override;
 
   void show();
 
  private:
+  void clipboard_changed() override;
   bool can_paste();
 
   Toolbars& toolbars_;

@@ -82,7 +82,9 @@ QMimeData* mime_data_of(const platform::TransferItems& items) {
 Clipboard::Clipboard(QClipboard::Mode mode) : mode_(mode) {
   QObject::connect(QGuiApplication::clipboard(), &QClipboard::changed, &watcher_,
                    [this](QClipboard::Mode changed) {
-                     if (changed == mode_) ++changes_;
+                     if (changed != mode_) return;
+                     ++changes_;
+                     tell_changed();
                    });
 }
 

@@ -189,11 +189,22 @@ TEST_F(WhatCanAct, PastingWantsSomethingOnTheClipboard) {
   news();
   EXPECT_EQ(obstacle(u"Paste"), u"There is nothing to paste");
   clipboard.publish({{"text/plain", "x"}});
-  news();
-  EXPECT_TRUE(can_act(u"Paste"));
+  EXPECT_TRUE(can_act(u"Paste")) << "another program has copied, and nothing else has happened";
   clipboard.publish({});
-  news();
   EXPECT_FALSE(can_act(u"Paste"));
+}
+
+TEST_F(WhatCanAct, AButtonOfAHiddenBarIsNotPressed) {
+  start();
+  load(u"<P>[one]</P>");
+  EXPECT_TRUE(control->press(control->Toolbar1(), u"Bold"));
+  control->set_showFormattingToolbar1(false);
+  control->set_showFormattingToolbar2(false);
+  EXPECT_FALSE(control->press(control->Toolbar1(), u"Italic"));
+  EXPECT_FALSE(control->press(control->Toolbar2(), u"Italic"));
+  EXPECT_EQ(body(), u"<P><B>one</B></P>");
+  control->set_showFormattingToolbar1(true);
+  EXPECT_TRUE(control->press(control->Toolbar1(), u"Italic"));
 }
 
 TEST_F(WhatCanAct, TheMousesMenuSaysTheSame) {
