@@ -5,6 +5,7 @@
 #include <random>
 
 #include "tvx/base/error.h"
+#include "tvx/base/work_count.h"
 #include "tvx/browser/view/mirror_rules.h"
 #include "tvx/dom/builder.h"
 #include "tvx/dom/tree.h"
@@ -127,6 +128,28 @@ TEST_F(MirrorTest, TheCursorSurvivesTheRemovalOfWhatItStandsOn) {
   flush(43);
   dom::clear(*body_);
   load();
+}
+
+/// Nodes that the view has, moved to where the load hasn't come yet: one walk over them for all.
+TEST_F(MirrorTest, WhatIsMovedAfterTheCursorIsWalkedOverOnce) {
+  const auto steps = [&](std::size_t moved) {
+    mirror().reset();
+    shadow_ = {};
+    dom::clear(*body_);
+    add_paragraphs(int(moved) * 2);
+    flush(3 + 2 * (moved + 1));
+    EXPECT_TRUE(mirror().loading());
+    for (std::size_t i = 0; i < moved; ++i) dom::insert(*body_, body_->first_child());
+    const std::uint64_t before = work_done;
+    flush(0);
+    const std::uint64_t done = work_done - before;
+    EXPECT_TRUE(mirror().loading()) << "they stood after the cursor";
+    load();
+    return done;
+  };
+  const std::uint64_t few = steps(100);
+  EXPECT_GE(few, 100u);
+  EXPECT_LT(steps(1'000), 15 * few);
 }
 
 TEST_F(MirrorTest, AMovedSubtreeIsPlacedAndNotMade) {
