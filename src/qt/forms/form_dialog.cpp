@@ -91,7 +91,10 @@ FormDialog::FormDialog(Form& form, QWidget* owner)
   qApp->installEventFilter(this);
 }
 
-FormDialog::~FormDialog() { form_.remove_observer(*this); }
+FormDialog::~FormDialog() {
+  qApp->removeEventFilter(this);
+  form_.remove_observer(*this);
+}
 
 // --- making ---
 

@@ -151,7 +151,7 @@ bool has_items_of(const QComboBox& list, const FormControl& control) {
 
 void show_list(const FormControl& control, QComboBox& list) {
   // The model says what is chosen; filling the list must not choose anything.
-  const QSignalBlocker silence(list);
+  const QSignalBlocker silence(list), silent_line(list.lineEdit());
   if (!has_items_of(list, control)) {
     list.clear();
     for (int i = 0; i < control.ListCount(); ++i) {

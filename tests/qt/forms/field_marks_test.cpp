@@ -198,6 +198,25 @@ TEST_F(FieldMarks, AFontIsShownInItselfAndMayBeTyped) {
   });
 }
 
+TEST_F(FieldMarks, FillingAListDoesNotTouchWhatStandsInItsBox) {
+  (*this)[u"cboFont"].set_Text(u"Own Face");
+  show([this](FormDialog& dialog) {
+    auto* list = widget<QComboBox>(dialog, "cboFont");
+    EXPECT_EQ(list->currentText(), QStringLiteral("Own Face"));
+    (*this)[u"cboFont"].AddItem(u"DejaVu Sans Mono");
+    EXPECT_EQ(list->count(), 3);
+    EXPECT_EQ(list->currentText(), QStringLiteral("Own Face"));
+  });
+  EXPECT_EQ((*this)[u"cboFont"].Text(), u"Own Face");
+}
+
+TEST_F(FieldMarks, AListWithNothingChosenStaysSo) {
+  show([this](FormDialog& dialog) {
+    EXPECT_EQ(widget<QComboBox>(dialog, "cboFont")->currentText(), QString());
+    EXPECT_EQ((*this)[u"cboFont"].Text(), u"");
+  });
+}
+
 TEST_F(FieldMarks, TheSampleShowsTheChoice) {
   show([this](FormDialog& dialog) {
     (*this)[u"lblSample"].set_sample(
