@@ -102,7 +102,7 @@ void FormLayout::fill(Grid& grid) {
     return fields.front().controls.front()->kind() == ControlKind::ListView;
   };
   const auto list = std::ranges::find_if(grid.rows, has_list);
-  grid.layout->setRowStretch(int(list - grid.rows.begin()), 1);
+  grid.layout->setRowStretch(2 * int(list - grid.rows.begin()), 1);
 }
 
 void FormLayout::add_field(const Field& field, Grid& grid, int row, int place, bool last) {
