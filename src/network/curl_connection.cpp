@@ -265,6 +265,7 @@ void CurlConnection::open_file(std::u16string_view name, RemoteAccess access, Re
     prepare(path_of(name));
     if (type == RemoteTransferType::ASCII) driver_->set(CURLOPT_TRANSFERTEXT, 1L);
     if (writing_) driver_->set(CURLOPT_UPLOAD, 1L);
+    if (!writing_) driver_->expect_last_word();
     driver_->start();
     // 125 and 150: the server's file is open. Where a protocol has no replies, bytes say so.
     driver_->drive([this] {
@@ -296,6 +297,7 @@ ListingForm CurlConnection::open_listing(std::u16string_view folder) {
 void CurlConnection::start_listing(const std::u16string& path, ListingForm form) {
   prepare(path == u"/" ? path : path + u"/");
   if (form == ListingForm::Facts) driver_->set(CURLOPT_CUSTOMREQUEST, "MLSD");
+  driver_->expect_last_word();
   driver_->start();
   driver_->drive([this] {
     const int code = driver_->reply_code();

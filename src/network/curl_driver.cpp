@@ -1,6 +1,9 @@
 #include "tvx/network/curl_driver.h"
 
+#include <netinet/in.h>
+#include <netinet/tcp.h>
 #include <signal.h>
+#include <sys/socket.h>
 
 #include <algorithm>
 #include <chrono>
@@ -22,6 +25,10 @@ constexpr int step_milliseconds = 4;
 /// Where the reader is slower than the server, so much waits here.
 constexpr std::size_t most_waiting = std::size_t{1} << 20;
 constexpr long buffer_size = 262'144;
+/// So much may wait in the system for a slow line. What is on it already isn't counted, so none gets slower.
+constexpr int most_unsent = 131'072;
+/// A server that has got all of a file may have much to do before it says so.
+constexpr int silences_at_the_end = 4;
 
 std::int64_t milliseconds_now() {
   using namespace std::chrono;
@@ -53,6 +60,13 @@ class WithoutPipeSignal {
   bool was_pending_;
 };
 
+/// Without this, megabytes of a file would stand in the system as sent, and nobody could tell a slow line
+/// from a silent server.
+int prepare_socket(void*, curl_socket_t socket, curlsocktype) {
+  setsockopt(socket, IPPROTO_TCP, TCP_NOTSENT_LOWAT, &most_unsent, sizeof most_unsent);
+  return CURL_SOCKOPT_OK;
+}
+
 }  // namespace
 
 void prepare_library() {
@@ -70,6 +84,7 @@ CurlDriver::CurlDriver(platform::MessageLoop& loop, const CurlOptions& options)
 CurlDriver::~CurlDriver() {
   const WithoutPipeSignal guard;
   stop();
+  abandon();
   easy_.reset();
   multi_.reset();
 }
@@ -84,13 +99,15 @@ void CurlDriver::reset() {
   taken_ = 0;
   target_ = {};
   source_ = {};
-  source_ended_ = wants_bytes_ = false;
+  source_ended_ = wants_bytes_ = ends_with_a_word_ = false;
   reply_.clear();
   unfinished_reply_.clear();
   reply_code_ = 0;
   set(CURLOPT_ERRORBUFFER, error_);
   set(CURLOPT_NOSIGNAL, 1L);
-  set(CURLOPT_NOPROGRESS, 1L);
+  set(CURLOPT_NOPROGRESS, 0L);
+  set(CURLOPT_XFERINFOFUNCTION, &CurlDriver::tell_progress);
+  set(CURLOPT_XFERINFODATA, this);
   set(CURLOPT_BUFFERSIZE, buffer_size);
   set(CURLOPT_UPLOAD_BUFFERSIZE, buffer_size);
   set(CURLOPT_WRITEFUNCTION, &CurlDriver::take_bytes);
@@ -99,6 +116,7 @@ void CurlDriver::reset() {
   set(CURLOPT_READDATA, this);
   set(CURLOPT_HEADERFUNCTION, &CurlDriver::take_reply);
   set(CURLOPT_HEADERDATA, this);
+  set(CURLOPT_SOCKOPTFUNCTION, &prepare_socket);
 }
 
 void CurlDriver::set_commands(std::span<const std::string> commands) {
@@ -122,7 +140,38 @@ void CurlDriver::stop() {
 
 void CurlDriver::interrupt() { interrupted_ = true; }
 
+/// The library says goodbye to a server when it drops a connection, and stands still for the answer. One that
+/// is closed already answers at once.
+void CurlDriver::abandon() {
+  curl_socket_t socket = CURL_SOCKET_BAD;
+  if (curl_easy_getinfo(easy_.get(), CURLINFO_ACTIVESOCKET, &socket) == CURLE_OK && socket != CURL_SOCKET_BAD)
+    shutdown(socket, SHUT_RDWR);
+}
+
+int CurlDriver::tell_progress(void* self, curl_off_t, curl_off_t, curl_off_t, curl_off_t) {
+  const CurlDriver& driver = *static_cast<CurlDriver*>(self);
+  return driver.given_up_ ? 1 : 0;
+}
+
+std::int64_t CurlDriver::most_silence() const {
+  return silence_ > 0 ? silence_ : options_.silence_milliseconds;
+}
+
 void CurlDriver::perform() {
+  if (!ends_with_a_word_) return do_step();
+  const std::int64_t start = milliseconds_now();
+  std::int64_t elsewhere = 0;  // spent in tasks of the loop, for which no server can be blamed
+  thread_.start([this] { do_step(); });
+  while (!thread_.ended_within(std::chrono::milliseconds(step_milliseconds))) {
+    const std::int64_t before = milliseconds_now();
+    if (loop_.non_modal_allowed()) loop_.pump(0);
+    pumped_ = milliseconds_now();
+    elsewhere += pumped_ - before;
+    given_up_ = interrupted_ || pumped_ - start - elsewhere > most_silence();
+  }
+}
+
+void CurlDriver::do_step() {
   const WithoutPipeSignal guard;
   int running = 0, left = 0;
   curl_multi_perform(multi_.get(), &running);
@@ -138,24 +187,35 @@ void CurlDriver::let_loop_run() {
 
 /// Time counts as silent only while somebody listens: a task of the loop may take as long as it likes.
 void CurlDriver::wait() {
-  if (progress_ != seen_progress_) {
-    seen_progress_ = progress_;
+  curl_off_t sent = 0;
+  curl_easy_getinfo(easy_.get(), CURLINFO_SIZE_UPLOAD_T, &sent);
+  const std::uint64_t progress = progress_ + static_cast<std::uint64_t>(sent);
+  if (progress != seen_progress_) {
+    seen_progress_ = progress;
     silent_ = 0;
   }
   const std::int64_t before = milliseconds_now();
   curl_multi_poll(multi_.get(), nullptr, 0, step_milliseconds, nullptr);
   silent_ += milliseconds_now() - before;
-  const std::int64_t most = silence_ > 0 ? silence_ : options_.silence_milliseconds;
-  if (silent_ > most)
-    throw RuntimeError(network_errors::timeout,
-                       u"The server has said nothing for " + to_text((most + 999) / 1000) + u" seconds");
+  if (silent_ <= most_silence()) return;
+  abandon();
+  throw silence_failure();
+}
+
+RuntimeError CurlDriver::silence_failure() const {
+  return {network_errors::timeout,
+          u"The server has said nothing for " + to_text((most_silence() + 999) / 1000) + u" seconds"};
 }
 
 void CurlDriver::drive(const std::function<bool()>& enough) {
-  interrupted_ = false;
+  interrupted_ = given_up_ = false;
   silent_ = 0;
   while (!result_) {
     perform();
+    if (given_up_) abandon();
+    if (given_up_ && interrupted_)
+      throw RuntimeError(network_errors::cancelled, u"The transfer has been cancelled");
+    if (given_up_) throw silence_failure();
     if (result_ || enough()) return;
     let_loop_run();
     if (interrupted_) throw RuntimeError(network_errors::cancelled, u"The transfer has been cancelled");
@@ -253,8 +313,14 @@ void CurlDriver::write(std::string_view block) {
 }
 
 void CurlDriver::finish_writing() {
-  source_ended_ = true;
+  source_ended_ = ends_with_a_word_ = true;
   go_on_after_pause();
+  const std::int64_t before = silence_;
+  if (silence_ == 0) silence_ = options_.silence_milliseconds * silences_at_the_end;
+  const struct Done {
+    std::int64_t &silence, before;
+    ~Done() { silence = before; }
+  } done{silence_, before};
   drive([] { return false; });
   check();
 }

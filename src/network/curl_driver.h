@@ -2,6 +2,7 @@
 
 #include <curl/curl.h>
 
+#include <atomic>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -10,7 +11,9 @@
 #include <string>
 #include <string_view>
 
+#include "tvx/base/error.h"
 #include "tvx/network/curl_network.h"
+#include "tvx/network/step_thread.h"
 
 namespace tvx::network {
 
@@ -33,6 +36,9 @@ class CurlDriver {
   void set_commands(std::span<const std::string> commands);
   CURL* handle() const { return easy_.get(); }
 
+  /// At the end of a file the library stands still until the server has said its last word. Such steps are
+  /// done by a thread, while the loop runs on.
+  void expect_last_word() { ends_with_a_word_ = true; }
   void start();
   /// Until `enough`, or the exchange is over. Throws RuntimeError where the server is silent for too long, or
   /// it is interrupted.
@@ -80,7 +86,12 @@ class CurlDriver {
   static std::size_t take_bytes(char* bytes, std::size_t, std::size_t count, void* self);
   static std::size_t give_bytes(char* bytes, std::size_t size, std::size_t count, void* self);
   static std::size_t take_reply(char* bytes, std::size_t, std::size_t count, void* self);
+  static int tell_progress(void* self, curl_off_t, curl_off_t, curl_off_t, curl_off_t);
   void perform();
+  void do_step();
+  void abandon();
+  std::int64_t most_silence() const;
+  RuntimeError silence_failure() const;
   void let_loop_run();
   void wait();
   void go_on_after_pause();
@@ -94,7 +105,10 @@ class CurlDriver {
   std::unique_ptr<curl_slist, FreeList> commands_;
   char error_[CURL_ERROR_SIZE] = "";
 
-  bool started_ = false, interrupted_ = false, paused_ = false;
+  StepThread thread_;
+  std::atomic<bool> interrupted_ = false;
+  std::atomic<bool> given_up_ = false;  // the step that is under way ends as soon as it can
+  bool started_ = false, paused_ = false, ends_with_a_word_ = false;
   std::optional<CURLcode> result_;
   std::uint64_t progress_ = 0, seen_progress_ = 0;
   std::int64_t silent_ = 0, pumped_ = 0, silence_ = 0;

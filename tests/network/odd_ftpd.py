@@ -3,7 +3,7 @@
 usage: odd_ftpd.py ODDITY [SIZE]
 
 Every file has SIZE bytes. ODDITY: none, slow, refuse, silent, silent-login, echo-password, other-address, dos,
-cut:BYTES, stall:BYTES, cut-upload:BYTES, full, deaf-goodbye
+cut:BYTES, stall:BYTES, cut-upload:BYTES, full, deaf-goodbye, late-answer:MILLISECONDS
 """
 import os
 import socket
@@ -74,6 +74,8 @@ class Session:
             self.reply("500 no")
         elif verb in ("EPSV", "PASV"):
             self.listener = socket.create_server(("127.0.0.1", 0))
+            if oddity == "slow":  # as on a slow line: room for little at a time
+                self.listener.setsockopt(socket.SOL_SOCKET, socket.SO_RCVBUF, 8192)
             port = self.listener.getsockname()[1]
             host = "10,9,8,7" if oddity == "other-address" else "127,0,0,1"
             if verb == "EPSV":
@@ -125,6 +127,8 @@ class Session:
                     time.sleep(0.05)
             else:
                 data.sendall(content)
+        if oddity == "late-answer":
+            time.sleep(at / 1000)
         self.reply("226 done")
         return True
 
@@ -144,6 +148,8 @@ class Session:
                     return False
                 if oddity == "slow":
                     time.sleep(0.05)
+        if oddity == "late-answer":
+            time.sleep(at / 1000)
         self.reply("552 The disk is full" if oddity == "full" else "226 done")
         return True
 

@@ -99,6 +99,56 @@ TEST_F(RealServer, ATaskThatTakesLongIsNoSilenceOfTheServer) {
   EXPECT_THAT(errors(), IsEmpty());
 }
 
+TEST_F(RealServer, AServerThatTakesItsTimeAfterTheLastByteIsWaitedForLonger) {
+  options.silence_milliseconds = 400;
+  start_odd("late-answer:1000");
+  connect();
+  EXPECT_TRUE(client->PutFileProgress(u"a", write_local("up", some_bytes(5000))));
+  server.reset();
+  start_odd("late-answer:600000");
+  connect();
+  EXPECT_FALSE(client->PutFileProgress(u"a", write_local("up", some_bytes(5000))));
+  EXPECT_THAT(errors(),
+              ElementsAre(HasSubstr("error 12002 InternetWriteFile - PutFileProgress - Message: ")));
+}
+
+TEST_F(RealServer, TheLoopRunsWhileTheServersLastWordIsWaitedFor) {
+  start_odd("late-answer:800");
+  connect();
+  std::int64_t longest = 0, last = milliseconds();
+  std::function<void()> turn = [&] {
+    longest = std::max(longest, milliseconds() - last);
+    last = milliseconds();
+    loop.post_delayed(5, turn);
+  };
+  loop.post(turn);
+  EXPECT_TRUE(client->PutFileProgress(u"a", write_local("up", some_bytes(5000))));
+  EXPECT_TRUE(client->GetFileProgress(local("down"), u"a"));
+  EXPECT_LT(longest, 300);  // on a machine that others use too
+}
+
+TEST_F(RealServer, ACancelEndsTheWaitForTheLastWordSoon) {
+  start_odd("late-answer:600000");
+  connect();
+  for (const bool up : {true, false}) {
+    loop.post_delayed(100, [&] { client->set_ActionCancelled(true); });
+    const std::int64_t before = milliseconds();
+    EXPECT_FALSE(up ? client->PutFileProgress(u"a", write_local("up", some_bytes(500)))
+                    : client->GetFileProgress(local("down"), u"a"));
+    EXPECT_LT(milliseconds() - before, 6000) << up;
+    EXPECT_THAT(errors(), IsEmpty());
+  }
+}
+
+TEST_F(RealServer, ASlowLineIsNoSilence) {
+  options.silence_milliseconds = 1500;
+  start_odd("slow");
+  connect();
+  // The server takes 80 KB a second: one of the library's buffers lasts longer than the silence allowed.
+  EXPECT_TRUE(client->PutFileProgress(u"a", write_local("up", some_bytes(500'000))));
+  EXPECT_THAT(errors(), IsEmpty());
+}
+
 TEST_F(RealServer, AServerThatTakesNobodySaysSo) {
   start_odd("refuse");
   make_client();

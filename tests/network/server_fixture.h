@@ -81,6 +81,7 @@ class RealServer : public testing::Test {
   }
 
   transfer::clsFTP& make_client(const std::string& scheme = "ftp://") {
+    client.reset();
     network = std::make_unique<CurlNetwork>(loop, options);
     client = std::make_unique<transfer::clsFTP>(
         transfer::ClientSurroundings{.network = *network, .loop = loop}, events);
