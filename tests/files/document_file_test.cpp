@@ -402,5 +402,37 @@ TEST_F(Files, ANewPageIsAWholeOne) {
   EXPECT_NE(on_disk("mine.html").find("\xC3\xA9"), std::string::npos);
 }
 
+/// The file after the first text of the body that says `find` has become `now`.
+std::string saved_after(const DocumentFile& file, const std::string& bytes, std::u16string_view find,
+                        std::u16string_view now) {
+  const dom::Ref<dom::Document> tree = read(bytes);
+  for (dom::Node* node = tree->body(); node; node = dom::next_in_order(*node)) {
+    if (!node->is_text()) continue;
+    auto& text = static_cast<dom::Text&>(*node);
+    const std::size_t at = text.data().find(find);
+    if (at == std::u16string::npos) continue;
+    dom::replace_data(text, at, find.size(), now);
+    break;
+  }
+  return file.bytes_of(*tree);
+}
+
+TEST_F(Files, AFragmentStaysOne) {
+  for (const std::string bytes : {"<p>one\n<p>two", "just one\n", "<UL>\n<LI>one\n<LI>two\n</UL>\n",
+                                  "<title>t</title>\n<p class=a>one"}) {
+    std::string expected = bytes;
+    expected.insert(expected.find("one"), "x");
+    EXPECT_EQ(saved_after(opened(bytes), bytes, u"one", u"xone"), expected);
+  }
+}
+
+TEST_F(Files, ALastParagraphThatIsNotClosedStaysSo) {
+  const std::string bytes = "<HTML>\n<BODY>\n<P>one\n<P ALIGN=left>last\n</BODY>\n</HTML>\n";
+  EXPECT_EQ(saved_after(opened(bytes), bytes, u"last", u"last x"),
+            "<HTML>\n<BODY>\n<P>one\n<P ALIGN=left>last x\n</BODY>\n</HTML>\n");
+  EXPECT_EQ(saved_after(opened(bytes), bytes, u"one", u"x"),
+            "<HTML>\n<BODY>\n<P>x\n<P ALIGN=left>last\n</BODY>\n</HTML>\n");
+}
+
 }  // namespace
 }  // namespace tvx::files
