@@ -78,33 +78,33 @@ TEST_F(FormsOnScreen, ANewcomersFormIsMadeByMouseAndKeys) {
   });
   insert(u"Form");
   hands::give_focus(*window_);
-  write_line(QStringLiteral("Name "));
+  write_line(QStringLiteral("Name:"));
   insert(u"TextField");
   set_field(QStringLiteral("#Textbox1"), [&](QDialog& dialog) {
     write(dialog, "txtName", QStringLiteral("alt+n"), QStringLiteral("name"));
     write(dialog, "txtId", QStringLiteral("alt+i"), QStringLiteral("name"));
   });
-  write_line(QStringLiteral("Street "));
+  write_line(QStringLiteral("Street:"));
   insert(u"TextField");
   set_field(QStringLiteral("#Textbox1"), [&](QDialog& dialog) {
     write(dialog, "txtName", QStringLiteral("alt+n"), QStringLiteral("street"));
     write(dialog, "txtId", QStringLiteral("alt+i"), QStringLiteral("street"));
   });
-  write_line(QStringLiteral("Small "));
+  write_line(QStringLiteral("Small:"));
   insert(u"Radio");
   set_field(QStringLiteral("#Radio1"), [&](QDialog& dialog) {
     write(dialog, "txtName", QStringLiteral("alt+n"), QStringLiteral("pack"));
     write(dialog, "txtId", QStringLiteral("alt+i"), QStringLiteral("small"));
     write(dialog, "txtValue", QStringLiteral("alt+v"), QStringLiteral("small"));
   });
-  write_line(QStringLiteral("Large "));
+  write_line(QStringLiteral("Large:"));
   insert(u"Radio");
   set_field(QStringLiteral("#Radio1"), [&](QDialog& dialog) {
     write(dialog, "txtName", QStringLiteral("alt+n"), QStringLiteral("pack"));
     write(dialog, "txtId", QStringLiteral("alt+i"), QStringLiteral("large"));
     write(dialog, "txtValue", QStringLiteral("alt+v"), QStringLiteral("large"));
   });
-  write_line(QStringLiteral("Tea "));
+  write_line(QStringLiteral("Tea:"));
   insert(u"dropdown");
   set_field(QStringLiteral("#Select1"), [&](QDialog& dialog) {
     write(dialog, "txtName", QStringLiteral("alt+n"), QStringLiteral("tea"));
@@ -125,11 +125,11 @@ TEST_F(FormsOnScreen, ANewcomersFormIsMadeByMouseAndKeys) {
   insert(u"Submit");
   EXPECT_EQ(html(),
             "<FORM name=\"order\" action=\"order.php\"><P>Your order</P>"
-            "<P>Name <INPUT type=\"text\" id=\"name\" name=\"name\"></P>"
-            "<P>Street <INPUT type=\"text\" id=\"street\" name=\"street\"></P>"
-            "<P>Small <INPUT type=\"radio\" id=\"small\" name=\"pack\" value=\"small\"></P>"
-            "<P>Large <INPUT type=\"radio\" id=\"large\" name=\"pack\" value=\"large\"></P>"
-            "<P>Tea <SELECT id=\"tea\" name=\"tea\"><OPTION>Assam</OPTION><OPTION>Ceylon</OPTION>"
+            "<P>Name:<INPUT type=\"text\" id=\"name\" name=\"name\"></P>"
+            "<P>Street:<INPUT type=\"text\" id=\"street\" name=\"street\"></P>"
+            "<P>Small:<INPUT type=\"radio\" id=\"small\" name=\"pack\" value=\"small\"></P>"
+            "<P>Large:<INPUT type=\"radio\" id=\"large\" name=\"pack\" value=\"large\"></P>"
+            "<P>Tea:<SELECT id=\"tea\" name=\"tea\"><OPTION>Assam</OPTION><OPTION>Ceylon</OPTION>"
             "<OPTION>Darjeeling</OPTION><OPTION>Keemun</OPTION><OPTION>Sencha</OPTION></SELECT></P>"
             "<P><INPUT type=\"submit\" id=\"Submit\"></P></FORM>");
 }
