@@ -9,6 +9,7 @@
 #include "tvx/editing/facts/tag_set.h"
 #include "tvx/editing/insertion/insertion_commands.h"
 #include "tvx/editing/tree/surgery.h"
+#include "tvx/editing/walk/whitespace.h"
 
 /// The platform's commands that put one form field at the selection. The value is the new element's id.
 namespace tvx::editing {
@@ -89,6 +90,8 @@ bool insert_field(const FormField& field, Editor& editor, std::u16string_view id
   step_out_of_text_edge(editor);
   const Ref<Element> element = make_field(field, id, editor.document());
   insert_at_selection(editor, element);
+  // A no-break space that was one at the line's end has the field after it now.
+  canonicalize_whitespace(dom::before(*element), false);
   editor.selection().collapse(dom::after(*element));
   return true;
 }

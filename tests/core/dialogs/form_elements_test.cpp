@@ -194,6 +194,13 @@ TEST_F(FormElementsOf, TwoTextFieldsHaveTheSameId) {
   EXPECT_EQ(body(), u"<P>a<INPUT type=\"text\" id=\"Textbox1\"><INPUT type=\"text\" id=\"Textbox1\"></P>");
 }
 
+TEST_F(FormElementsOf, ABlankTypedBeforeAFieldIsAPlainOne) {
+  start();
+  load(u"<P>Name&nbsp;{}</P>");
+  control->press(control->Toolbar2(), u"TextField");
+  EXPECT_EQ(body(), u"<P>Name <INPUT type=\"text\" id=\"Textbox1\"></P>");
+}
+
 TEST_F(FormElementsOf, AHostThatForbidsAButtonKeepsTheDocument) {
   start();
   load(u"<P>a{}</P>");
