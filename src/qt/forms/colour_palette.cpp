@@ -34,7 +34,7 @@ QIcon swatch(const QWidget& widget, const QColor& colour) {
   return QIcon(pixmap);
 }
 
-/// Four colours of the document: what is behind the button.
+/// Four colours of the document: what the button offers.
 QIcon palette_icon(const QWidget& widget, const std::vector<std::u16string>& colours) {
   QPixmap pixmap = canvas(widget);
   QPainter painter(&pixmap);

@@ -73,7 +73,7 @@ void prepare_web_engine() {
     std::clog << "htmled: running as root: the view's sandbox is off\n";
   }
   if (qgetenv("QT_QPA_PLATFORM") == "offscreen") add("--disable-gpu");
-  // Waves under wrong words are the engine's own highlights, which this version has behind a switch.
+  // Waves under wrong words are the engine's own highlights, which this version has to be told to use.
   add("--enable-blink-features=HighlightAPI");
   qputenv("QTWEBENGINE_CHROMIUM_FLAGS", flags.trimmed());
   QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
