@@ -12,7 +12,7 @@ function isClosed(node) {
   return node.isContentEditable === false && !/^inline/.test(getComputedStyle(node).display);
 }
 
-function seen(children, from, step) {
+function nearestSeen(children, from, step) {
   let index = from;
   while (index >= 0 && index < children.length && isFilling(children[index])) index += step;
   return children[index] || null;
@@ -23,7 +23,7 @@ function seen(children, from, step) {
 export function gapBox(node, offset) {
   if (typeOf(node) !== 1) return null;
   const children = childrenOf(node);
-  const before = seen(children, offset - 1, -1), after = seen(children, offset, 1);
+  const before = nearestSeen(children, offset - 1, -1), after = nearestSeen(children, offset, 1);
   if ((before && !isClosed(before)) || (after && !isClosed(after)) || (!before && !after)) return null;
   const above = before && boxOf(before), below = after && boxOf(after);
   const left = Math.min(...[above, below].filter(Boolean).map((box) => box.left));

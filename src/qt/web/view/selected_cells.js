@@ -1,11 +1,11 @@
 // Cells that are selected: a selection that goes from one cell of a table into another.
 
-import { boxOf, closest, contains, elementOf, parentElementOf } from './dom.js';
-import { addBox, host } from './host.js';
+import { boxOf, closest, contains, parentElementOf } from './dom.js';
+import { addBox } from './host.js';
 import { selectedCells, showBox } from './boxes.js';
 import { state } from './state.js';
+import { cellOf } from './table_moves.js';
 
-const cellOf = (node) => closest(elementOf(node) || host, 'td,th');
 const tableOf = (cell) => (cell ? closest(cell, 'table') : null);
 
 /// The cells at both ends that stand in one table, the innermost that holds all; null where they are one.

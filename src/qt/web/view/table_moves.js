@@ -10,7 +10,8 @@ const MOST_ROWS_PASSED = 60;
 
 let goal = null;  // where such a move has ended, and at which x it goes on: { node, offset, x }
 
-function cellOf(node) {
+/// The cell that a node stands in, or null.
+export function cellOf(node) {
   const element = node && elementOf(node);
   return element && closest(element, 'td,th');
 }
