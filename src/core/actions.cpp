@@ -85,6 +85,17 @@ void cell_or_row(Parts& parts, const platform::Menu& item) { parts.tables.act_on
 void edit_tag(Parts& parts, const platform::Menu&) { parts.element_dialogs.edit_tag(); }
 void properties(Parts& parts, const platform::Menu&) { parts.element_dialogs.edit_properties(); }
 
+void change_spelling(Parts& parts, const platform::Menu& item) {
+  std::u16string text;
+  for (std::size_t at = 0; at < item.Caption().size(); ++at) {
+    if (item.Caption()[at] == u'&') ++at;
+    text += item.Caption()[at];
+  }
+  if (item.Index().value_or(0) > 0) parts.spelling_marks.change_word(text);
+}
+void add_spelling(Parts& parts, const platform::Menu&) { parts.spelling_marks.add_word(); }
+void ignore_spelling(Parts& parts, const platform::Menu&) { parts.spelling_marks.ignore_word(); }
+
 constexpr char16_t link[] = u"Link", remove_image_link[] = u"RemoveLink", image[] = u"IMGPROP",
                    edit_link[] = u"Edit Link", remove_link[] = u"Remove Link", insert_row[] = u"Insert Row",
                    delete_row[] = u"Delete Row", insert_column[] = u"Insert Column",
@@ -99,6 +110,12 @@ constexpr ItemRow items[] = {
     {u"mnuImgLink", pend<link>},
     {u"mnuImgLinkRemove", pend<remove_image_link>},
     {u"mnuImgProperties", pend<image>},
+    {u"mnuSpelling", change_spelling},
+    {u"mnuSpellingAdd", add_spelling},
+    {u"mnuSpellingIgnore", ignore_spelling},
+    {u"mnuLinkSpelling", change_spelling},
+    {u"mnuLinkSpellingAdd", add_spelling},
+    {u"mnuLinkSpellingIgnore", ignore_spelling},
     {u"mnuLinkCut", cut},
     {u"mnuLinkCopy", copy},
     {u"mnuLinkPaste", paste},

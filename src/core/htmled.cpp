@@ -139,6 +139,7 @@ void HTMLed::set_DOM(std::shared_ptr<browser::HTMLDocument> document) {
     docHTML_->connect(&parts_->input);
     connect_clipboard(*docHTML_);
   }
+  parts_->spelling_marks.apply();
 }
 
 void HTMLed::connect_clipboard(browser::HTMLDocument& document) {

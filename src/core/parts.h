@@ -31,6 +31,7 @@
 #include "tvx/core/remote/transfers.h"
 #include "tvx/core/spelling/spell_run.h"
 #include "tvx/core/spelling/speller.h"
+#include "tvx/core/spelling/spelling_marks.h"
 #include "tvx/core/views/code_pane.h"
 #include "tvx/core/views/edit_window.h"
 #include "tvx/core/views/panes.h"
@@ -78,6 +79,7 @@ struct Parts {
   Transfers transfers{context, dialogs};
   Speller speller{context};
   SpellRun spelling{context, speller};
+  SpellingMarks spelling_marks{context, speller};
 
   Formatting formatting{context, toolbars, code, edit_window};
   SelectionCommands selection{context};
@@ -92,9 +94,9 @@ struct Parts {
   ImageLibrary image_library{context, transfers,
                              [this](const std::u16string& url) { images.insert_from_library(url); }};
   ClassMenus classes{context, highlight, style_sheet};
-  MenuCommands menu_commands{
-      context,
-      {menus, toolbars, highlight, tables, formatting, classes, actions, image_settings, field_settings}};
+  MenuCommands menu_commands{context,
+                             {menus, toolbars, highlight, tables, formatting, classes, spelling_marks,
+                              actions, image_settings, field_settings}};
   DocumentEventHandler input{
       context, {clipboard, formatting, selection, element_path, menu_commands, highlight, field_settings}};
 };

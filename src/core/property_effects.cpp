@@ -37,6 +37,10 @@ struct HTMLed::PropertyEffects {
       document.set_title(control.properties_.DocumentTitle);
     });
   }
+  static void spelling(HTMLed& control) {
+    control.parts_->spelling_marks.apply();
+    control.parts_->spelling_marks.check_again();
+  }
   static void border(HTMLed& control) {
     const EdBorderStyle style = control.properties_.BorderStyle;
     control.tell([&](HTMLedObserver& observer) { observer.border_changed(style); });
@@ -62,6 +66,9 @@ struct HTMLed::PropertyEffects {
       {u"HiddenContextMenus", menus, false},
       {u"LocalizationFile", words, false},
       {u"CSSText", sheet, false},
+      {u"CheckSpellingAsYouType", spelling, false},
+      {u"SpellingLanguage", spelling, false},
+      {u"CustomDictionaryFilename", spelling, false},
       {u"DocumentTitle", title, true},
       {u"BorderStyle", border, true},
       {u"EditorEnabled", editing, true},

@@ -12,6 +12,7 @@
 #include "tvx/core/commands/formatting.h"
 #include "tvx/core/dialogs/field_settings.h"
 #include "tvx/core/dialogs/image_settings.h"
+#include "tvx/core/spelling/spelling_marks.h"
 #include "tvx/core/views/selection_highlight.h"
 #include "tvx/dom/inner_text.h"
 #include "tvx/dom/objects/element_content.h"
@@ -53,6 +54,12 @@ void MenuCommands::show(platform::Menu& menu) {
     return clipboard && clipboard->GetFormat(format);
   });
   show_obstacles(parts_.menus, parts_.toolbars, context_);
+  if (const auto word = parts_.spelling.word_at_caret()) {
+    const std::vector<std::u16string> suggestions = parts_.spelling.suggestions(*word);
+    parts_.menus.show_spelling(menu, &suggestions, properties_.HiddenContextMenus);
+  } else {
+    parts_.menus.show_spelling(menu, nullptr, {});
+  }
   popup(surroundings(), menu);
 }
 

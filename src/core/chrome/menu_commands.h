@@ -16,6 +16,7 @@ class FieldSettings;
 class Formatting;
 class ImageSettings;
 class SelectionHighlight;
+class SpellingMarks;
 class TableTools;
 class Toolbars;
 
@@ -30,6 +31,7 @@ class MenuCommands final : public Part, private platform::MenuHandler {
     TableTools& tables;
     Formatting& formatting;
     ClassMenus& classes;
+    SpellingMarks& spelling;
     Actions& actions;
     ImageSettings& image_settings;
     FieldSettings& field_settings;

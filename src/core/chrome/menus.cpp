@@ -41,6 +41,16 @@ constexpr Row other_items[] = {
     {u"mnuMiscForm", u"Form Settings"},
 };
 
+/// At the top of the menus that open on text, while it is a wrong word. A menu's own items have its prefix.
+constexpr std::u16string_view no_suggestions = u"(No Suggestions)", add_word = u"Add to dictionary",
+                              ignore_word = u"Ignore";
+struct SpellingNames {
+  std::u16string_view array, add, ignore, separator;
+};
+constexpr SpellingNames misc_spelling{u"mnuSpelling", u"mnuSpellingAdd", u"mnuSpellingIgnore",
+                                      u"mnuSpellingSep"},
+    link_spelling{u"mnuLinkSpelling", u"mnuLinkSpellingAdd", u"mnuLinkSpellingIgnore", u"mnuLinkSpellingSep"};
+
 constexpr Row image_items[] = {
     {u"mnuImgCut", u"Cut"},
     {u"mnuImgCopy", u"Copy"},
@@ -84,6 +94,12 @@ constexpr Key keys[] = {
     {u"mnuImgLink", u"ContextIMGLink"},
     {u"mnuImgLinkRemove", u"ContextIMGRemoveLink"},
     {u"mnuImgProperties", u"ContextIMGProperties"},
+    {u"mnuSpelling", u"ContextMISCSpelling"},
+    {u"mnuSpellingAdd", u"ContextMISCSpellingAdd"},
+    {u"mnuSpellingIgnore", u"ContextMISCSpellingIgnore"},
+    {u"mnuLinkSpelling", u"ContextLINKSpelling"},
+    {u"mnuLinkSpellingAdd", u"ContextLINKSpellingAdd"},
+    {u"mnuLinkSpellingIgnore", u"ContextLINKSpellingIgnore"},
     {u"mnuLinkCut", u"ContextLINKCut"},
     {u"mnuLinkCopy", u"ContextLINKCopy"},
     {u"mnuLinkPaste", u"ContextLINKPaste"},
@@ -137,6 +153,19 @@ void fill(Menu& menu, const Row (&rows)[count]) {
   for (const Row& row : rows) menu.Add(std::u16string(row.name), std::u16string(row.caption));
 }
 
+void add_spelling(Menu& menu, const SpellingNames& names) {
+  menu.Add(std::u16string(names.array), std::u16string(no_suggestions), 0).set_Visible(false);
+  menu.Add(std::u16string(names.add), std::u16string(add_word)).set_Visible(false);
+  menu.Add(std::u16string(names.ignore), std::u16string(ignore_word)).set_Visible(false);
+  menu.Add(std::u16string(names.separator), u"-").set_Visible(false);
+}
+
+std::u16string as_caption(std::u16string_view text) {
+  std::u16string caption;
+  for (const char16_t unit : text) caption.append(unit == u'&' ? 2 : 1, unit);
+  return caption;
+}
+
 bool is_listed(const Menu& menu, const std::vector<std::u16string_view>& entries) {
   const std::u16string_view name = std::u16string_view(menu.Name()).substr(prefix_length);
   return std::ranges::any_of(
@@ -153,7 +182,9 @@ ContextMenus::ContextMenus()
       mnuCSS(u"mnuCSS", u"CSS"),
       mnuToolProp(u"mnuToolProp", u"none") {
   fill(mnuT, table_items);
+  add_spelling(mnuLinks, link_spelling);
   fill(mnuLinks, link_items);
+  add_spelling(mnuMisc, misc_spelling);
   fill(mnuMisc, other_items);
   fill(mnuImg, image_items);
   mnuCSS.Add(u"mnuCSSStyle", u"", 0);
@@ -194,6 +225,8 @@ void ContextMenus::apply_hidden(std::u16string_view list) {
       for (Menu* each : platform::all_items(*top)) each->set_Visible(!is_listed(*each, entries));
     }
   }
+  show_spelling(mnuMisc, nullptr, list);
+  show_spelling(mnuLinks, nullptr, list);
   for (const Line& line : lines)
     item(line.separator).set_Visible(std::ranges::any_of(line.group, [&](std::u16string_view name) {
       return !name.empty() && item(name).Visible();
@@ -222,6 +255,30 @@ void ContextMenus::show_form_items(bool in_field, bool in_form, std::u16string_v
   field.set_Visible(in_field && !is_listed(field, entries));
   form.set_Visible(in_form && !is_listed(form, entries));
   item(u"mnuMiscFieldSep").set_Visible(field.Visible() || form.Visible());
+}
+
+void ContextMenus::show_spelling(Menu& menu, const std::vector<std::u16string>* suggestions,
+                                 std::u16string_view hidden) {
+  if (&menu != &mnuMisc && &menu != &mnuLinks) return;
+  const SpellingNames& names = &menu == &mnuMisc ? misc_spelling : link_spelling;
+  const std::vector<std::u16string_view> entries = split(hidden, u';');
+  const auto shows = [&](const Menu& each) { return suggestions && !is_listed(each, entries); };
+  while (const int last = menu.UBound(names.array)) menu.Unload(names.array, last);
+  Menu& none = *menu.find(names.array, 0);
+  none.set_Enabled(!suggestions);
+  none.set_Visible(shows(none) && suggestions->empty());
+  for (std::size_t number = 0; suggestions && shows(none) && number < suggestions->size(); ++number) {
+    Menu& loaded = menu.Load(names.array, static_cast<int>(number) + 1);
+    loaded.set_Caption(as_caption((*suggestions)[number]));
+    loaded.set_Enabled(true);
+    loaded.set_Visible(true);
+  }
+  bool any = shows(none);
+  for (const std::u16string_view name : {names.add, names.ignore}) {
+    item(name).set_Visible(shows(item(name)));
+    any = any || item(name).Visible();
+  }
+  item(names.separator).set_Visible(any);
 }
 
 void ContextMenus::show_image_link(bool in_link) {

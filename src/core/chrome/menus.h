@@ -3,7 +3,9 @@
 #include <array>
 #include <functional>
 #include <span>
+#include <string>
 #include <string_view>
+#include <vector>
 
 #include "tvx/core/content/style_classes.h"
 #include "tvx/platform/clipboard.h"
@@ -45,6 +47,10 @@ class ContextMenus {
   void refresh_paste(platform::Menu& menu, const std::function<bool(platform::ClipboardFormat)>& has);
   /// The items for fields and forms show where the mouse is on one, unless the host's list hides them.
   void show_form_items(bool in_field, bool in_form, std::u16string_view hidden);
+  /// What a wrong word at the caret could be and what else can be done with it, at the top of its menu; null:
+  /// there is none. What `hidden` names, in the form of apply_hidden(), stays away.
+  void show_spelling(platform::Menu& menu, const std::vector<std::u16string>* suggestions,
+                     std::u16string_view hidden);
   /// The link items of an image that stands in a link, or doesn't.
   void show_image_link(bool in_link);
   /// Fills both class menus after "(none)"; items have the indexes of their classes.

@@ -12,6 +12,8 @@
 #include "tvx/core/dialogs/field_settings.h"
 #include "tvx/core/dialogs/form_elements.h"
 #include "tvx/core/dialogs/image_settings.h"
+#include "tvx/core/spelling/speller.h"
+#include "tvx/core/spelling/spelling_marks.h"
 #include "tvx/core/views/code_pane.h"
 #include "tvx/core/views/edit_window.h"
 #include "tvx/core/views/panes.h"
@@ -58,8 +60,10 @@ struct ChromeAlone : testing::Test {
   ImageSettings images{context, highlight};
   FormElements forms{context};
   FieldSettings fields{context, forms};
+  Speller speller{context};
+  SpellingMarks marks{context, speller};
   MenuCommands menu_commands{
-      context, {menus, toolbars, highlight, tables, formatting, classes, actions, images, fields}};
+      context, {menus, toolbars, highlight, tables, formatting, classes, marks, actions, images, fields}};
 };
 
 TEST_F(ChromeAlone, APressedButtonAsksTheHostThenActs) {

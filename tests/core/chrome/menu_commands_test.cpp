@@ -181,6 +181,30 @@ TEST_F(ContextMenu, WhatIsPendingIsForOnePressOnly) {
 
 // --- items that every host hears of ---
 
+TEST_F(ContextMenu, AWrongWordOffersWhatItCouldBeAndTheHostMayForbidIt) {
+  control->set_SpellingLanguage(u"en-US");
+  control->set_DocumentHTML(u"<P>wrold</P>");
+  control->set_CheckSpellingAsYouType(true);
+  loop.settle();
+  const auto press_on_word = [&] {
+    expect(u"mnuMisc", u"mnuSpelling(1)");
+    browser::MouseInput mouse = at(element(dom::Tag::P), MouseButton::Right);
+    mouse.place = dom::Boundary{element(dom::Tag::P)->first_child(), 2};
+    control->DOM()->mouse_press(mouse);
+  };
+  if (!std::filesystem::exists("/usr/share/hunspell/en_US.dic")) GTEST_SKIP() << "no dictionary is installed";
+  host.on_menu = [](std::u16string& key, bool& cancel) {
+    EXPECT_EQ(key, u"ContextMISCSpelling");
+    cancel = true;
+  };
+  press_on_word();
+  EXPECT_EQ(body(), u"<P>wrold</P>");
+  host.on_menu = {};
+  press_on_word();
+  EXPECT_EQ(body(), u"<P>world</P>");
+  EXPECT_TRUE(control->IsDirty());
+}
+
 TEST_F(ContextMenu, EachItemTellsItsKeyFirst) {
   start_with(
       u"<P>text<A href=\"x\">link</A></P><TABLE><TBODY><TR><TD>cell</TD></TR></TBODY></TABLE><P><IMG></P>");
@@ -202,6 +226,8 @@ TEST_F(ContextMenu, EachItemTellsItsKeyFirst) {
       if (item->Name() == u"mnuImgPaste" || item->Name() == u"mnuLinkPaste") continue;
       // These show on fields and in forms.
       if (item->Name() == u"mnuMiscField" || item->Name() == u"mnuMiscForm") continue;
+      // Those are there on a wrong word alone.
+      if (item->Name().find(u"Spelling") != item->Name().npos) continue;
       expect(top, platform::name_with_index(*item));
       right_press(tag);
       ASSERT_FALSE(host.heard.empty()) << to_utf8(item->Name());

@@ -34,10 +34,13 @@ class Contexts : public testing::Test {
 TEST_F(Contexts, ItemsStandInTheirOrder) {
   EXPECT_THAT(names(menus.mnuT), ElementsAre(u"mnuTInsRow", u"mnuTDelRow", u"mnuS1", u"mnuTInsCol",
                                              u"mnuTDelCol", u"mnuS2", u"mnuTProp"));
-  EXPECT_THAT(names(menus.mnuLinks), ElementsAre(u"mnuLinkCut", u"mnuLinkCopy", u"mnuLinkPaste",
-                                                 u"mnuLinksSep1", u"mnuLinkEdit", u"mnuLinkRemove"));
+  EXPECT_THAT(names(menus.mnuLinks),
+              ElementsAre(u"mnuLinkSpelling", u"mnuLinkSpellingAdd", u"mnuLinkSpellingIgnore",
+                          u"mnuLinkSpellingSep", u"mnuLinkCut", u"mnuLinkCopy", u"mnuLinkPaste",
+                          u"mnuLinksSep1", u"mnuLinkEdit", u"mnuLinkRemove"));
   EXPECT_THAT(names(menus.mnuMisc),
-              ElementsAre(u"mnuMiscCut", u"mnuMiscCopy", u"mnuMiscPaste", u"mnuMiscStyle", u"mnuMiscSep4",
+              ElementsAre(u"mnuSpelling", u"mnuSpellingAdd", u"mnuSpellingIgnore", u"mnuSpellingSep",
+                          u"mnuMiscCut", u"mnuMiscCopy", u"mnuMiscPaste", u"mnuMiscStyle", u"mnuMiscSep4",
                           u"mnuInsertLink", u"mnuSepM2", u"mnuMiscSource", u"mnuS4", u"mnuMiscRevert",
                           u"mnuMiscFieldSep", u"mnuMiscField", u"mnuMiscForm"));
   EXPECT_THAT(names(menus.mnuImg),
@@ -73,9 +76,28 @@ TEST_F(Contexts, EveryItemThatActsHasItsKey) {
       EXPECT_FALSE(key.empty()) << to_utf8(item->Name());
       EXPECT_TRUE(keys.insert(key).second) << to_utf8(key);
     }
-  EXPECT_EQ(keys.size(), 36u);
+  EXPECT_EQ(keys.size(), 42u);
   EXPECT_EQ(ContextMenus::key_of(menus.item(u"mnuMiscRevert")), u"ContextMISCRevert");
   EXPECT_EQ(ContextMenus::key_of(menus.item(u"mnuMiscCut")), u"ContextMiscCut");
+}
+
+TEST_F(Contexts, WhatAWrongWordCouldBeStandsAtTheTop) {
+  const std::vector<std::u16string> offered{u"world", u"R&D"};
+  menus.show_spelling(menus.mnuMisc, &offered, u"");
+  EXPECT_FALSE(visible(u"mnuSpelling")) << "there are suggestions";
+  EXPECT_EQ(menus.find(u"mnuSpelling", 1)->Caption(), u"world");
+  EXPECT_EQ(menus.find(u"mnuSpelling", 2)->Caption(), u"R&&D");
+  EXPECT_TRUE(visible(u"mnuSpellingAdd") && visible(u"mnuSpellingIgnore") && visible(u"mnuSpellingSep"));
+  const std::vector<std::u16string> none;
+  menus.show_spelling(menus.mnuMisc, &none, u"spellingadd");
+  EXPECT_TRUE(visible(u"mnuSpelling"));
+  EXPECT_FALSE(menus.item(u"mnuSpelling").Enabled());
+  EXPECT_EQ(menus.find(u"mnuSpelling", 1), nullptr);
+  EXPECT_FALSE(visible(u"mnuSpellingAdd")) << "a host hides it";
+  menus.show_spelling(menus.mnuMisc, nullptr, u"");
+  menus.apply_hidden(u"x");
+  for (const char16_t* name : {u"mnuSpelling", u"mnuSpellingAdd", u"mnuSpellingIgnore", u"mnuSpellingSep"})
+    EXPECT_FALSE(visible(name));
 }
 
 // --- HiddenContextMenus ---
