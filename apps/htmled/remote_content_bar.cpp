@@ -61,7 +61,6 @@ RemoteContentBar::RemoteContentBar(QWidget* parent)
   connect(load_, &QPushButton::clicked, this, [this] { emit answered(true); });
   connect(leave_, &QPushButton::clicked, this, [this] { emit answered(false); });
   show_words();
-  hide();
 }
 
 void RemoteContentBar::show_words() {

@@ -12,8 +12,8 @@
 #include <QScopedValueRollback>
 #include <QStatusBar>
 #include <QTimer>
+#include <QToolBar>
 #include <QToolButton>
-#include <QVBoxLayout>
 #include <algorithm>
 #include <iostream>
 #include <memory>
@@ -68,14 +68,14 @@ Window::Window(platform::MessageLoop& loop, const qt::Substitutes& substitutes)
       editor_(new qt::HTMLedWidget(loop, this, substitutes)),
       publishing_(editor_->control()) {
   sweep_drafts();
-  auto* page = new QWidget(this);
-  auto* layout = new QVBoxLayout(page);
-  layout->setContentsMargins(0, 0, 0, 0);
-  layout->setSpacing(0);
-  remote_content_ = new RemoteContentBar(page);
-  layout->addWidget(remote_content_);
-  layout->addWidget(editor_, 1);
-  setCentralWidget(page);
+  setCentralWidget(editor_);
+  remote_content_ = new RemoteContentBar(this);
+  remote_content_strip_ = new QToolBar(this);
+  remote_content_strip_->setMovable(false);
+  remote_content_strip_->setContextMenuPolicy(Qt::PreventContextMenu);
+  remote_content_strip_->addWidget(remote_content_);
+  addToolBar(Qt::TopToolBarArea, remote_content_strip_);
+  remote_content_strip_->hide();
   connect(remote_content_, &RemoteContentBar::answered, this, &Window::answer_remote_content);
   editor_->set_RemoteContent(core::remote_content_ask);
   resize(1000, 720);
@@ -240,7 +240,7 @@ bool Window::load_document(files::DocumentFile file) {
   set_unmodified();
   show_local_images();
   remote_content_left_ = false;
-  remote_content_->hide();
+  remote_content_strip_->hide();
   editor_->setFocus(Qt::OtherFocusReason);
   say(file_.faithful()
           ? QString()
@@ -255,13 +255,13 @@ void Window::look_for_remote_content() {
   const bool withheld = editor_->RemoteContentWithheld();
   const auto answer = remote_content::remembered(to_qt(file_.path()));
   if (withheld && answer.value_or(false)) return editor_->ShowRemoteContent();
-  remote_content_->setVisible(withheld && !answer && !remote_content_left_);
+  remote_content_strip_->setVisible(withheld && !answer && !remote_content_left_);
 }
 
 void Window::answer_remote_content(bool load) {
   remote_content::remember(to_qt(file_.path()), load);
   remote_content_left_ = !load;
-  remote_content_->hide();
+  remote_content_strip_->hide();
   if (load) editor_->ShowRemoteContent();
   editor_->setFocus(Qt::OtherFocusReason);
 }

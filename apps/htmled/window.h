@@ -19,6 +19,7 @@
 #include "tvx/qt/widget/substitutes.h"
 
 class QMenu;
+class QToolBar;
 class QStatusBar;
 class QToolButton;
 
@@ -127,6 +128,7 @@ class Window final : public QMainWindow, private core::HTMLedEvents, private cor
   QTimer count_images_;
   QString transfer_failure_;  // the last one's text
   RemoteContentBar* remote_content_;
+  QToolBar* remote_content_strip_;                         // holds it above the page
   std::vector<std::pair<QAction*, const char*>> actions_;  // with their English words
   files::DocumentFile file_;
   bool modified_ = false;
