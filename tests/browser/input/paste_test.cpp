@@ -284,7 +284,7 @@ TEST_F(PasteInto, AWordProcessorsOwnIsLeftOut) {
                    u"<span lang=EN style='mso-ansi-language:EN'>one<o:p></o:p></span></p><xml>2</xml>"
                    u"<p class=\"MsoNormal keep\" style='mso-x:y'><![if "
                    u"!vml]>two<![endif]></p><!--EndFragment--></body></html>"),
-            "<P style=\"color:red\"><SPAN lang=\"EN\">one</SPAN></P><P class=\"keep\">two</P>");
+            "<P style=\"color: red\">one</P><P>two</P>");
 }
 
 TEST_F(PasteInto, NothingOfItCanAct) {

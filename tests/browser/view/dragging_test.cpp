@@ -168,7 +168,7 @@ TEST_F(DocumentViewTest, DroppedContentIsSelectedThere) {
   ViewDrag drop = drag(ViewDrag::Phase::Drop, ViewDrag::Type::Content);
   drop.place = place(*text(1), 5);
   tell(drop);
-  EXPECT_EQ(html(), "<P>one&nbsp;</P><P>othertwo</P>");
+  EXPECT_EQ(html(), "<P>one</P><P>other two</P>");
   EXPECT_FALSE(selection().collapsed());
   EXPECT_EQ(steps(), 1u);
 }

@@ -218,7 +218,7 @@ TEST_F(TableTools, WithoutACellLeftTheCaretGoesBehindTheTable) {
   start_with(u"<TABLE><TBODY><TR><TD>1</TD></TR></TBODY></TABLE>");
   choose_in_path(the(Tag::Tr), u"MnuCellRowActionsDelete");
   key(u"x", 88);
-  EXPECT_EQ(content(), u"<TABLE><TBODY></TBODY></TABLE>x");
+  EXPECT_EQ(content(), u"<TABLE><TBODY></TBODY></TABLE><P>x</P>");
 }
 
 TEST_F(TableTools, TheBorderOfThePressedElementIsInNoStep) {

@@ -60,6 +60,7 @@ TEST_F(FormElementsOf, WhatIsConfirmedIsOneStepWithTheNewForm) {
 
 TEST_F(FormElementsOf, TheCaretStaysWhereItIsAndFieldsComeIntoTheForm) {
   start();
+  control->set_showFormToolbar(true);
   load(u"<P>one{}</P>");
   forms.expect({.form = u"frmForm", .press = u"OKButton"});
   EXPECT_TRUE(control->press(control->Toolbar2(), u"Form"));
@@ -178,6 +179,7 @@ TEST_F(FormElementsOf, EachButtonPutsItsFieldIn) {
       {u"Reset", u"<INPUT type=\"reset\" id=\"Reset\">"},
       {u"Radio", u"<INPUT type=\"radio\" id=\"Radio1\">"}};
   start();
+  control->set_showFormToolbar(true);
   for (const auto& [key, html] : buttons) {
     load(u"<P>a{}</P>");
     EXPECT_TRUE(control->press(control->Toolbar2(), key));
@@ -188,6 +190,7 @@ TEST_F(FormElementsOf, EachButtonPutsItsFieldIn) {
 
 TEST_F(FormElementsOf, TwoTextFieldsHaveTheSameId) {
   start();
+  control->set_showFormToolbar(true);
   load(u"<P>a{}</P>");
   control->press(control->Toolbar2(), u"TextField");
   control->press(control->Toolbar2(), u"TextField");
@@ -196,6 +199,7 @@ TEST_F(FormElementsOf, TwoTextFieldsHaveTheSameId) {
 
 TEST_F(FormElementsOf, ABlankTypedBeforeAFieldIsAPlainOne) {
   start();
+  control->set_showFormToolbar(true);
   load(u"<P>Name&nbsp;{}</P>");
   control->press(control->Toolbar2(), u"TextField");
   EXPECT_EQ(body(), u"<P>Name <INPUT type=\"text\" id=\"Textbox1\"></P>");
@@ -203,6 +207,7 @@ TEST_F(FormElementsOf, ABlankTypedBeforeAFieldIsAPlainOne) {
 
 TEST_F(FormElementsOf, AHostThatForbidsAButtonKeepsTheDocument) {
   start();
+  control->set_showFormToolbar(true);
   load(u"<P>a{}</P>");
   host.on_button = [](std::u16string&, bool& cancel) { cancel = true; };
   control->press(control->Toolbar2(), u"TextField");
