@@ -29,7 +29,6 @@ WaitDialog::WaitDialog(platform::Form& form, QWidget* owner)
     : QDialog(owner), form_(&form), what_(new QLabel(this)), bar_(new QProgressBar(this)) {
   setObjectName(to_qt(form.Name()));
   setAttribute(Qt::WA_ShowWithoutActivating);  // who types into the document goes on typing
-  setAttribute(Qt::WA_DeleteOnClose);
   what_->setObjectName(QStringLiteral("what"));
   what_->setTextFormat(Qt::PlainText);
   bar_->setObjectName(QStringLiteral("progress"));
@@ -86,7 +85,8 @@ void WaitDialog::form_hidden(platform::Form& form) {
   cancel_->setEnabled(false);
   if (!seen_.isValid()) return deleteLater();
   const auto left = std::max<qint64>(stays_for - seen_.elapsed(), 0);
-  QTimer::singleShot(static_cast<int>(left), this, [this] { close(); });
+  // Not close(): that asks reject() first, which has nothing left to cancel.
+  QTimer::singleShot(static_cast<int>(left), this, [this] { deleteLater(); });
 }
 
 // --- what it shows ---
