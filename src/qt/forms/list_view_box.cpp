@@ -208,7 +208,7 @@ void ListViewBox::rows_replaced() {
 
 // A hidden column may be the one that is sorted by: the arrow stands at the one that it serves.
 void ListViewBox::show_columns() {
-  constexpr int name_letters = 34, other_letters = 18;
+  constexpr int name_letters = 34, other_letters = 22;
   const int letter = fontMetrics().averageCharWidth();
   int last_seen = 0, sorted = list_.SortKey();
   for (int column = 0; column < rows_->columnCount(); ++column) {
