@@ -102,6 +102,7 @@ std::u16string title_of(const headless::ShownDialog& dialog) {
 Json seen_in(platform::Menu& menu) {
   Json items = Json::array(), captions = Json::array(), enabled = Json::array(), visible = Json::array();
   for (const platform::Menu* item : platform::all_items(menu)) {
+    if (!item->is_listed()) continue;
     items.push_back(json_text(platform::name_with_index(*item)));
     captions.push_back(json_text(item->Caption()));
     enabled.push_back(item->Enabled());

@@ -1,6 +1,5 @@
 #include "tvx/core/htmled.h"
 #include "tvx/core/parts.h"
-#include "tvx/core/views/layout.h"
 
 /// The members that hosts see, each done by the part whose subject it is.
 namespace tvx::core {
@@ -168,11 +167,7 @@ platform::Toolbar& HTMLed::Toolbar1() { return parts_->toolbars.Toolbar1; }
 platform::Toolbar& HTMLed::Toolbar2() { return parts_->toolbars.Toolbar2; }
 platform::Toolbar& HTMLed::tlbDOM() { return parts_->toolbars.tlbDOM; }
 bool HTMLed::press(platform::Toolbar& toolbar, std::u16string_view key) {
-  const Layout& now = layout();
-  const Box& holder = &toolbar == &Toolbar1()   ? now.Picture1
-                      : &toolbar == &Toolbar2() ? now.Picture2
-                                                : now.Picture3;
-  return holder.Visible && toolbar.press(toolbar.Item(key));
+  return toolbar.press(toolbar.Item(key));
 }
 ContextMenus& HTMLed::menus() { return parts_->menus; }
 platform::Menu* HTMLed::menu(std::u16string_view name, std::optional<int> index) {

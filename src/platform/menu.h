@@ -62,6 +62,10 @@ class Menu {
   /// Of a menu at the top this has no effect on its popup.
   bool Visible() const { return visible_; }
   void set_Visible(bool visible);
+  /// An item that is there now and then only, as for a wrong word: while it can't be seen, it is in no list
+  /// of the menu's items that a host or a script asks for, and doesn't count.
+  void set_occasional() { occasional_ = true; }
+  bool is_listed() const { return visible_ || !occasional_; }
   bool Checked() const { return checked_; }
   void set_Checked(bool checked);
 
@@ -109,7 +113,7 @@ class Menu {
   Menu* parent_ = nullptr;
   std::u16string name_, caption_, obstacle_;
   std::optional<int> index_;
-  bool enabled_ = true, visible_ = true, checked_ = false;
+  bool enabled_ = true, visible_ = true, checked_ = false, occasional_ = false;
   bool loaded_ = false;  // by Load: may be unloaded
   std::vector<std::unique_ptr<Menu>> items_;
   std::map<std::u16string, Array>

@@ -266,6 +266,7 @@ void frmLibraryImage::upload(const std::vector<std::u16string>& paths) {
   const bool connected = lFTP_.Connect();
   if (connected) {
     lFTP_.SetCurrDirectory(lFTP_.InitDir);
+    failure_.clear();  // without a folder of their own the files go where the server starts
     for (const std::u16string& path : paths)
       if (!has_to_end()) upload_one(path);
   }

@@ -154,10 +154,10 @@ void fill(Menu& menu, const Row (&rows)[count]) {
 }
 
 void add_spelling(Menu& menu, const SpellingNames& names) {
-  menu.Add(std::u16string(names.array), std::u16string(no_suggestions), 0).set_Visible(false);
-  menu.Add(std::u16string(names.add), std::u16string(add_word)).set_Visible(false);
-  menu.Add(std::u16string(names.ignore), std::u16string(ignore_word)).set_Visible(false);
-  menu.Add(std::u16string(names.separator), u"-").set_Visible(false);
+  menu.Add(std::u16string(names.array), std::u16string(no_suggestions), 0).set_occasional();
+  menu.Add(std::u16string(names.add), std::u16string(add_word)).set_occasional();
+  menu.Add(std::u16string(names.ignore), std::u16string(ignore_word)).set_occasional();
+  menu.Add(std::u16string(names.separator), u"-").set_occasional();
 }
 
 std::u16string as_caption(std::u16string_view text) {
@@ -190,6 +190,9 @@ ContextMenus::ContextMenus()
   mnuCSS.Add(u"mnuCSSStyle", u"", 0);
   fill(mnuToolProp, element_items);
   fill(item(u"MnuCellRowActions"), cell_row_items);
+  for (const std::u16string_view name : {u"mnuMiscFieldSep", u"mnuMiscField", u"mnuMiscForm"})
+    item(name).set_occasional();
+  for (Menu* menu : {&mnuLinks, &mnuMisc}) show_spelling(*menu, nullptr, {});
   show_form_items(false, false, {});
   item(u"mnuMiscStyle").Add(u"mnuMiscClass", u"(none)", 0);
   item(u"mnuToolSetClass").Add(u"mnuClass", u"(none)", 0);
@@ -269,6 +272,7 @@ void ContextMenus::show_spelling(Menu& menu, const std::vector<std::u16string>* 
   none.set_Visible(shows(none) && suggestions->empty());
   for (std::size_t number = 0; suggestions && shows(none) && number < suggestions->size(); ++number) {
     Menu& loaded = menu.Load(names.array, static_cast<int>(number) + 1);
+    loaded.set_occasional();
     loaded.set_Caption(as_caption((*suggestions)[number]));
     loaded.set_Enabled(true);
     loaded.set_Visible(true);

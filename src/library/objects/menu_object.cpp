@@ -37,11 +37,16 @@ constexpr MemberOf<MenuObject> rows[] = {
      [](MenuObject& self, const Value& value) { (*self).set_Visible(value.to_boolean()); }},
     {u"Checked", [](MenuObject& self) -> Value { return (*self).Checked(); },
      [](MenuObject& self, const Value& value) { (*self).set_Checked(value.to_boolean()); }},
-    {u"Count", [](MenuObject& self) -> Value { return static_cast<std::int32_t>((*self).items().size()); }},
+    {u"Count",
+     [](MenuObject& self) -> Value {
+       return static_cast<std::int32_t>(
+           std::ranges::count_if((*self).items(), [](const auto& item) { return item->is_listed(); }));
+     }},
     {u"Names",
      [](MenuObject& self) -> Value {
        Values names;
-       for (const auto& item : (*self).items()) names.emplace_back(platform::name_with_index(*item));
+       for (const auto& item : (*self).items())
+         if (item->is_listed()) names.emplace_back(platform::name_with_index(*item));
        return names;
      }},
 };

@@ -248,7 +248,7 @@ void show_state(const FormControl& control, QWidget& widget) {
   widget.setToolTip(Qt::mightBeRichText(tip) ? tip.toHtmlEscaped() : tip);
   // What is wrong is more urgent than what would be right.
   widget.setAccessibleDescription(fault.isEmpty() ? tip : fault);
-  show_back_colour(control, widget);
+  if (!control.sample()) show_back_colour(control, widget);  // a sample has colours of its own
 }
 
 void show_caption(const FormControl& control, const QString& caption, QWidget& widget) {

@@ -194,19 +194,6 @@ TEST_F(WhatCanAct, PastingWantsSomethingOnTheClipboard) {
   EXPECT_FALSE(can_act(u"Paste"));
 }
 
-TEST_F(WhatCanAct, AButtonOfAHiddenBarIsNotPressed) {
-  start();
-  load(u"<P>[one]</P>");
-  EXPECT_TRUE(control->press(control->Toolbar1(), u"Bold"));
-  control->set_showFormattingToolbar1(false);
-  control->set_showFormattingToolbar2(false);
-  EXPECT_FALSE(control->press(control->Toolbar1(), u"Italic"));
-  EXPECT_FALSE(control->press(control->Toolbar2(), u"Italic"));
-  EXPECT_EQ(body(), u"<P><B>one</B></P>");
-  control->set_showFormattingToolbar1(true);
-  EXPECT_TRUE(control->press(control->Toolbar1(), u"Italic"));
-}
-
 TEST_F(WhatCanAct, TheMousesMenuSaysTheSame) {
   start_with(u"<P>one</P>");
   const auto obstacle_of = [&](std::u16string_view item) { return control->menu(item)->Obstacle(); };

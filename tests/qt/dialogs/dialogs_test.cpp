@@ -149,7 +149,7 @@ TEST_F(DialogsTest, APictureIsSeenBeforeItIsChosen) {
       .title = u"Select an Image",
       .of_pictures = true};
   when_open<QFileDialog>([&](QFileDialog* shown) {
-    EXPECT_EQ(shown->selectedNameFilter(), QStringLiteral("All Image Files (*.gif *.png)"));
+    EXPECT_EQ(shown->selectedNameFilter(), QStringLiteral("All Image Files"));
     auto* seen = shown->findChild<QLabel*>(QStringLiteral("picture"));
     auto* measure = shown->findChild<QLabel*>(QStringLiteral("measure"));
     ASSERT_TRUE(seen && measure);

@@ -298,11 +298,11 @@ class SpokenWindow : public LanguageChoice {
 };
 
 TEST_F(SpokenWindow, ChoosingALanguageChangesAllWordsAtOnce) {
-  EXPECT_EQ(menus(), "File Edit View");
+  EXPECT_EQ(menus(), "File Edit View Tools");
   EXPECT_EQ(bold_tip(), "Bold");
   ASSERT_NE(language_item("de"), nullptr);
   language_item("de")->trigger();
-  EXPECT_EQ(menus(), "Datei Bearbeiten Ansicht");
+  EXPECT_EQ(menus(), "Datei Bearbeiten Ansicht Extras");
   EXPECT_EQ(text(window_.windowTitle()), "Unbenannt[*] – HTMLed");
   EXPECT_EQ(bold_tip(), "Fett");
   EXPECT_TRUE(shows_tip("Fett"));
@@ -312,12 +312,12 @@ TEST_F(SpokenWindow, ChoosingALanguageChangesAllWordsAtOnce) {
   EXPECT_EQ(text(qt::LinkDialog(QString()).windowTitle()), "Hyperlink");
 
   language_item("fr")->trigger();
-  EXPECT_EQ(menus(), "Fichier Édition Affichage");
+  EXPECT_EQ(menus(), "Fichier Édition Affichage Outils");
   EXPECT_TRUE(shows_tip("Gras"));
   EXPECT_EQ(text(qt::LinkDialog(QString()).windowTitle()), "Lien hypertexte");
 
   language_item("en")->trigger();
-  EXPECT_EQ(menus(), "File Edit View");
+  EXPECT_EQ(menus(), "File Edit View Tools");
   EXPECT_EQ(bold_tip(), "Bold");
   EXPECT_EQ(control().table_labels().cell, u"Cell");
 }
@@ -333,7 +333,7 @@ TEST_F(SpokenWindow, TheLanguageOutlivesTheEditorsStart) {
   speak("ja");
   ASSERT_TRUE(window_.start({}));
   EXPECT_EQ(bold_tip(), "太字");
-  EXPECT_EQ(menus(), "ファイル(F) 編集(E) 表示(V)");
+  EXPECT_EQ(menus(), "ファイル(F) 編集(E) 表示(V) ツール(T)");
   EXPECT_FALSE(window_.isWindowModified());
 }
 

@@ -158,7 +158,8 @@ TEST_F(FieldMarks, EachFieldIsReachedByALetterOfItsCaption) {
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_C, Qt::AltModifier);
     EXPECT_EQ(QApplication::focusWidget()->objectName(), QStringLiteral("txtColour"));
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_I, Qt::AltModifier);
-    EXPECT_TRUE((*this)[u"chkWide"].Value());
+    // The box is seen pressed for a moment.
+    EXPECT_TRUE(QTest::qWaitFor([this] { return (*this)[u"chkWide"].Value(); }));
     EXPECT_EQ(widget<QAbstractButton>(dialog, "chkWide")->text(), QStringLiteral("W&ide"))
         << "turned, and the same";
   });

@@ -93,7 +93,7 @@ TEST_F(Drags, ControlCopies) {
   select(4, 7);
   post_drag(place_of("p", 6), place_of("p + p", 0), Qt::ControlModifier);
   finish();
-  EXPECT_EQ(html(), "<P>one two three</P><P>twoother</P>");
+  EXPECT_EQ(html(), "<P>one two three</P><P>two other</P>");
   EXPECT_EQ(selected(), "two");
 }
 
