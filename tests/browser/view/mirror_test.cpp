@@ -8,6 +8,7 @@
 #include "tvx/base/work_count.h"
 #include "tvx/browser/view/mirror_rules.h"
 #include "tvx/dom/builder.h"
+#include "tvx/dom/inner_html.h"
 #include "tvx/dom/tree.h"
 #include "tvx/headless/shadow_tree.h"
 
@@ -218,6 +219,17 @@ TEST_F(MirrorTest, RulesHoldForChangesToo) {
   EXPECT_EQ(print(), expected());
   EXPECT_EQ(print().find("alert"), std::string::npos);
   EXPECT_NE(print().find("width:300px"), std::string::npos);
+}
+
+TEST_F(MirrorTest, AnAnimationOfAnAddressIsNotSent) {
+  load();
+  dom::set_inner_html(*body_,
+                      u"<svg><a><text>t</text><set attributeName=' HREF ' to=javascript:alert(1)></set>"
+                      u"<animate attributeName=xlink:href values='#a;javascript:alert(1)'/>"
+                      u"<animate attributeName=x values='1;2'/></a></svg>");
+  flush(0);
+  for (const char* name : {"HREF", "href"}) EXPECT_EQ(print().find(name), std::string::npos) << print();
+  EXPECT_NE(print().find("attributeName=\"x\""), std::string::npos) << print();
 }
 
 // --- laws, on random trees ---
