@@ -18,7 +18,9 @@ class AttributePlaces {
   static void appended(const Element& element);
   /// The attribute that stood there is gone.
   static void erased(const Element& element, Name name, std::size_t place);
-  /// The list has another order, or its element goes.
+  /// The last one stands there now.
+  static void moved_forward(const Element& element, std::size_t place);
+  /// Its element goes.
   static void forget(const Element& element);
 };
 

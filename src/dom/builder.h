@@ -28,7 +28,7 @@ class Builder {
  private:
   friend class MutationDoor;
   static std::u16string& data(CharacterData& node) { return node.data_; }
-  static std::vector<Attribute>& attributes(Element& element) { return element.attributes_; }
+  static AttributeList& attributes(Element& element) { return element.attributes_; }
 };
 
 /// A copy of a node as a fresh node of `document`; with everything below it if `deep`. Of a document: a

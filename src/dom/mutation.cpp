@@ -75,7 +75,7 @@ class MutationDoor {
       if (value) {
         found.value = std::move(*value);
       } else {
-        attributes.erase(attributes.begin() + place);
+        attributes.erase(place);
         AttributePlaces::erased(element, name, place);
       }
     }
@@ -86,8 +86,8 @@ class MutationDoor {
   static void move_last_attribute(Element& element, std::size_t index) {
     auto& attributes = Builder::attributes(element);
     if (index + 1 >= attributes.size()) return;
-    std::rotate(attributes.begin() + index, attributes.end() - 1, attributes.end());
-    AttributePlaces::forget(element);
+    attributes.move_last_to(index);
+    AttributePlaces::moved_forward(element, index);
   }
 
   static void move_ranges_to_split(Document& document, Text& text, Offset at, Text& tail) {

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "tvx/base/strings.h"
+#include "tvx/dom/attribute_list.h"
 #include "tvx/dom/name.h"
 #include "tvx/dom/ref.h"
 
@@ -101,12 +102,6 @@ class Node {
   Node* next_ = nullptr;
 };
 
-struct Attribute {
-  Name name;  // the qualified name: "href", "xlink:href"
-  std::u16string value;
-  AttributeNamespace name_space = AttributeNamespace::None;
-};
-
 class Element final : public Node {
  public:
   static bool matches(const Node& node) { return node.type() == NodeType::Element; }
@@ -119,7 +114,7 @@ class Element final : public Node {
   /// The name as this system shows it: capitals for HTML, own letters for foreign elements.
   const std::u16string& display_name() const { return is_html() ? name_.upper() : name_.text(); }
 
-  const std::vector<Attribute>& attributes() const { return attributes_; }
+  const AttributeList& attributes() const { return attributes_; }
   /// The value as written, null when absent.
   const std::u16string* attribute(Name name) const;
   bool has_attribute(Name name) const { return attribute(name) != nullptr; }
@@ -139,7 +134,7 @@ class Element final : public Node {
   }
 
   Name name_;
-  std::vector<Attribute> attributes_;
+  AttributeList attributes_;
   Ref<Node> content_;
 };
 

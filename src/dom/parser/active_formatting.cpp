@@ -12,14 +12,14 @@ std::size_t hash_of(const Attribute& attribute) {
   return (name ^ std::hash<std::u16string>{}(attribute.value) * 31) * 0x9E3779B97F4A7C15u;
 }
 
-std::size_t hash_of(const std::vector<Attribute>& attributes) {
+std::size_t hash_of(const AttributeList& attributes) {
   std::size_t sum = attributes.size();
   for (const Attribute& attribute : attributes) sum += hash_of(attribute);
   return sum;
 }
 
 // The same names and values, whatever their order.
-bool equal(const std::vector<Attribute>& a, const std::vector<Attribute>& b) {
+bool equal(const AttributeList& a, const AttributeList& b) {
   if (a.size() != b.size()) return false;
   const auto same = [](const Attribute& x, const Attribute& y) {
     return x.name == y.name && x.value == y.value;

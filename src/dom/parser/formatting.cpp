@@ -8,7 +8,7 @@
 namespace tvx::dom::parser {
 
 Ref<Element> TreeBuilder::twin_of(const Element& element) {
-  std::vector<Attribute> attributes = element.attributes();
+  std::vector<Attribute> attributes(element.attributes().begin(), element.attributes().end());
   return create_element(element.name(), Namespace::Html, attributes);
 }
 
