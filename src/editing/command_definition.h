@@ -45,6 +45,7 @@ block_commands();  // block_commands.cpp: lists, indent, justify, formatBlock
 std::span<const CommandDefinition>
 insertion_commands();  // insertion_commands.cpp: insertX, delete, forwardDelete
 std::span<const CommandDefinition> form_field_commands();  // form_field_commands.cpp
+std::span<const CommandDefinition> table_commands();       // table_commands.cpp: rows, columns, cells
 std::span<const CommandDefinition>
 miscellaneous_commands();  // miscellaneous_commands.cpp: modes, selectAll, undo, redo
 

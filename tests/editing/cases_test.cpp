@@ -13,7 +13,6 @@
 #include "tvx/editing/gestures/cell_selection.h"
 #include "tvx/editing/gestures/keyboard.h"
 #include "tvx/editing/gestures/typing.h"
-#include "tvx/editing/tables/table_edit.h"
 #include "tvx/headless/shadow_tree.h"
 
 /// The cases of cases/*.txt, each a test of its own; cases/README.md says how they are written.
@@ -102,34 +101,39 @@ class CaseTest : public EditingFixture {
       clipboard_.text = from_utf8(action.value);
       run({"paste"});
     } else if (action.kind == "button") {
-      execute_as_writer(editor, from_utf8(action.value));
+      const auto [name, value] = name_and_value(action.value);
+      execute_as_writer(editor, from_utf8(name), from_utf8(value));
     } else if (action.kind == "table") {
       act_on_table(action.value);
     } else {
-      const std::size_t space = std::min(action.value.find(' '), action.value.size());
-      run({action.value.substr(0, space), action.value.substr(std::min(space + 1, action.value.size()))});
+      const auto [name, value] = name_and_value(action.value);
+      run({name, value});
     }
   }
 
+  /// "formatBlock h2"
+  static std::pair<std::string, std::string> name_and_value(const std::string& text) {
+    const std::size_t space = std::min(text.find(' '), text.size());
+    return {text.substr(0, space), text.substr(std::min(space + 1, text.size()))};
+  }
+
   void act_on_table(const std::string& what) {
-    dom::Element* cell = cell_around(editor.selection().focus().node);
-    ASSERT_TRUE(cell) << "no cell at the caret";
-    const dom::UndoStep step(document->journal(), u"Table");
-    const auto caret_into = [&](const dom::Ref<dom::Element>& created) {
-      ASSERT_TRUE(created);
-      editor.selection().collapse({created.get(), 0});
-    };
-    if (what == "row above") return caret_into(insert_row(*cell, RowSide::Above));
-    if (what == "row below") return caret_into(insert_row(*cell, RowSide::Below));
-    if (what == "column left") return caret_into(insert_column(*cell, ColumnSide::Left));
-    if (what == "column right") return caret_into(insert_column(*cell, ColumnSide::Right));
-    if (what == "merge down") return void(merge_down(*cell));
-    if (what == "split") return split_cell(*cell);
-    if (what == "select row") return select_row(editor, *cell);
-    if (what == "select column") return select_column(editor, *cell);
-    if (what == "header on" || what == "header off")
-      return set_header_row(*table_of(*cell), what == "header on");
-    FAIL() << what;
+    static const std::map<std::string, std::u16string_view> commands{{"row above", u"insertRowAbove"},
+                                                                     {"row below", u"insertRowBelow"},
+                                                                     {"column left", u"insertColumnLeft"},
+                                                                     {"column right", u"insertColumnRight"},
+                                                                     {"delete row", u"deleteRow"},
+                                                                     {"delete column", u"deleteColumn"},
+                                                                     {"merge", u"mergeCells"},
+                                                                     {"merge down", u"mergeCellDown"},
+                                                                     {"split", u"splitCell"},
+                                                                     {"header", u"headerRow"},
+                                                                     {"select row", u"selectRow"},
+                                                                     {"select column", u"selectColumn"},
+                                                                     {"select table", u"selectTable"}};
+    const auto found = commands.find(what);
+    ASSERT_NE(found, commands.end()) << what;
+    execute_as_writer(editor, found->second);
   }
 
   void expect_view_agrees(const char* when) {

@@ -14,8 +14,9 @@ bool comes_before(std::u16string_view a, std::u16string_view b) {
 
 std::vector<CommandDefinition> all_rows() {
   std::vector<CommandDefinition> rows;
-  for (const auto part : {clipboard_commands(), inline_commands(), link_commands(), block_commands(),
-                          insertion_commands(), form_field_commands(), miscellaneous_commands()}) {
+  for (const auto part :
+       {clipboard_commands(), inline_commands(), link_commands(), block_commands(), insertion_commands(),
+        form_field_commands(), table_commands(), miscellaneous_commands()}) {
     rows.insert(rows.end(), part.begin(), part.end());
   }
   std::sort(rows.begin(), rows.end(), [](const CommandDefinition& a, const CommandDefinition& b) {

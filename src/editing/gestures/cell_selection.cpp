@@ -1,80 +1,38 @@
 #include "tvx/editing/gestures/cell_selection.h"
 
+#include <algorithm>
+#include <span>
+
 #include "tvx/dom/journal.h"
-#include "tvx/dom/tree.h"
 #include "tvx/editing/facts/lines.h"
-#include "tvx/editing/facts/predicates.h"
 #include "tvx/editing/gestures/list_keys.h"
 #include "tvx/editing/tables/table_edit.h"
-#include "tvx/editing/tree/lines.h"
-#include "tvx/editing/walk/caret.h"
-#include "tvx/editing/walk/content_walk.h"
 
 namespace tvx::editing {
 
-using dom::Boundary;
 using dom::Element;
-using dom::Node;
 using dom::Ref;
 
 namespace {
 
-struct Corners {
-  Element* table = nullptr;
-  Element* first = nullptr;
-  Element* last = nullptr;
-};
-
-/// The cells of one table that the ends of a selection stand in; without a table if they are one cell.
-Corners corners_of(const dom::Range& range) {
-  const Content before_end = content_beside(range.end, Direction::Backward);
-  for (Element* first = cell_around(range.start.node); first;) {
-    Element* table = table_of(*first);
-    if (!table) return {};
-    if (dom::is_inclusive_ancestor(*table, *range.end.node)) {
-      Element* last = cell_around(range.end.node);
-      while (last && table_of(*last) != table)
-        last = table_of(*last) ? cell_around(table_of(*last)->parent()) : nullptr;
-      // A selection that ends where a cell's text starts has come to it, not over it.
-      if (last && before_end.kind == ContentKind::LeaveBlock && before_end.node == last &&
-          !is_empty_line(*last))
-        return {};
-      return last && last != first ? Corners{table, first, last} : Corners{};
-    }
-    first = cell_around(table->parent());
-  }
-  return {};
+bool is_among(std::u16string_view command, std::span<const std::u16string_view> names) {
+  return std::ranges::any_of(
+      names, [&](std::u16string_view name) { return equals_ignoring_ascii_case(command, name); });
 }
 
-void select_content(Editor& editor, Element& cell) {
-  editor.selection().set(normalized_caret_place({&cell, 0}),
-                         normalized_caret_place({&cell, dom::length_of(cell)}));
+/// A cell without text has nothing that these could act on.
+bool acts_on_text(std::u16string_view command) {
+  static constexpr std::u16string_view names[] = {
+      u"bold",      u"italic",    u"underline",   u"strikethrough", u"subscript", u"superscript",
+      u"forecolor", u"backcolor", u"hilitecolor", u"fontname",      u"fontsize",  u"removeformat"};
+  return is_among(command, names);
 }
 
-bool acts_in_each_cell(std::u16string_view command) {
-  for (std::u16string_view name : {u"bold",
-                                   u"italic",
-                                   u"underline",
-                                   u"strikethrough",
-                                   u"subscript",
-                                   u"superscript",
-                                   u"forecolor",
-                                   u"backcolor",
-                                   u"hilitecolor",
-                                   u"fontname",
-                                   u"fontsize",
-                                   u"justifyleft",
-                                   u"justifycenter",
-                                   u"justifyright",
-                                   u"justifyfull",
-                                   u"insertorderedlist",
-                                   u"insertunorderedlist",
-                                   u"formatblock",
-                                   u"indent",
-                                   u"outdent",
-                                   u"removeformat"})
-    if (equals_ignoring_ascii_case(command, name)) return true;
-  return false;
+bool acts_on_lines(std::u16string_view command) {
+  static constexpr std::u16string_view names[] = {
+      u"justifyleft",         u"justifycenter", u"justifyright", u"justifyfull", u"insertorderedlist",
+      u"insertunorderedlist", u"formatblock",   u"indent",       u"outdent"};
+  return is_among(command, names);
 }
 
 bool is_list_command(std::u16string_view command) {
@@ -82,88 +40,83 @@ bool is_list_command(std::u16string_view command) {
          equals_ignoring_ascii_case(command, u"insertunorderedlist");
 }
 
-bool execute_in_cells(Editor& editor, const std::vector<Ref<Element>>& cells, std::u16string_view command,
-                      std::u16string_view value) {
-  const dom::UndoStep step(editor.document().journal(), command);
-  const HeldSelection held(editor.selection());
-  const Ref<Element> first = cells.front(), last = cells.back();
-  // A command that is on everywhere goes off everywhere: it is asked of all before the first is done.
-  std::vector<Ref<Element>> wanted;
-  bool all_on = true;
-  for (const Ref<Element>& cell : cells) {
-    select_content(editor, *cell);
-    all_on = all_on && editor.state(command);
-  }
-  for (const Ref<Element>& cell : cells) {
-    select_content(editor, *cell);
-    const bool toggles = value.empty() && !equals_ignoring_ascii_case(command, u"indent") &&
-                         !equals_ignoring_ascii_case(command, u"outdent");
-    if (toggles && !all_on && editor.state(command)) continue;
-    editor.execute(command, value);
-  }
-  const HeldPosition end = end_of_lines(*last, true);
-  editor.selection().set(normalized_caret_place({first.get(), 0}),
-                         end ? end.place() : Boundary{last.get(), dom::length_of(*last)});
-  return true;
+/// "center" for "justifyCenter".
+std::u16string alignment_of(std::u16string_view command) {
+  constexpr std::u16string_view prefix = u"justify";
+  const std::u16string name = ascii_lower(command);
+  if (!name.starts_with(prefix)) return {};
+  const std::u16string side = name.substr(prefix.size());
+  return side == u"full" ? u"justify" : side;
 }
 
-}  // namespace
-
-std::vector<Ref<Element>> selected_cells(Editor& editor) {
-  std::vector<Ref<Element>> cells;
-  const Selection& selection = editor.selection();
-  if (selection.type() != SelectionType::Text || selection.collapsed()) return cells;
-  const Corners corners = corners_of(selection.range());
-  if (!corners.table) return cells;
-  const TableGrid grid(*corners.table);
-  for (Element* cell : grid.cells_in(grid.part_between(*corners.first, *corners.last)))
-    if (is_editable(*cell)) cells.emplace_back(cell);
-  return cells;
-}
-
-bool empty_selected_cells(Editor& editor) {
-  const std::vector<Ref<Element>> cells = selected_cells(editor);
-  if (cells.empty()) return false;
-  for (const Ref<Element>& cell : cells) empty_cell(*cell);
-  editor.selection().collapse({cells.front().get(), 0});
-  return true;
-}
-
-namespace {
-
-void select_part(Editor& editor, const TableGrid& grid, const GridPart& part) {
-  const std::vector<Element*> cells = grid.cells_in(part);
-  if (cells.empty()) return;
-  editor.document().journal().end_typing_run();
-  editor.selection().set(normalized_caret_place({cells.front(), 0}),
-                         normalized_caret_place({cells.back(), dom::length_of(*cells.back())}));
-}
-
-}  // namespace
-
-void select_row(Editor& editor, Element& cell) {
-  if (!table_of(cell)) return;
-  const TableGrid grid(*table_of(cell));
-  if (const GridCell* place = grid.of(cell))
-    select_part(editor, grid, {place->row, 0, place->row + place->height, grid.columns()});
-}
-
-void select_column(Editor& editor, Element& cell) {
-  if (!table_of(cell)) return;
-  const TableGrid grid(*table_of(cell));
-  if (const GridCell* place = grid.of(cell))
-    select_part(editor, grid, {0, place->column, grid.rows(), place->column + place->width});
-}
-
-bool execute_as_writer(Editor& editor, std::u16string_view command, std::u16string_view value) {
-  if (acts_in_each_cell(command)) {
-    const std::vector<Ref<Element>> cells = selected_cells(editor);
-    if (!cells.empty()) return execute_in_cells(editor, cells, command, value);
-  }
+bool execute_in_text(Editor& editor, std::u16string_view command, std::u16string_view value) {
   if (!is_list_command(command)) return editor.execute(command, value);
   const dom::UndoStep step(editor.document().journal(), command);
   const bool done = toggle_list_as_writer(editor, command);
   return done || editor.execute(command, value);
+}
+
+bool execute_in_cells(Editor& editor, std::vector<Ref<Element>> cells, std::u16string_view command,
+                      std::u16string_view value) {
+  const dom::UndoStep step(editor.document().journal(), command);
+  const HeldSelection held(editor.selection());
+  const SelectedCorners corners = selected_corners(editor);
+  const Ref<Element> anchor(corners.anchor), focus(corners.focus);
+  if (acts_on_text(command))
+    std::erase_if(cells, [](const Ref<Element>& cell) { return is_empty_line(*cell); });
+  // What is on everywhere goes off everywhere: all are asked before the first is done.
+  std::vector<bool> on;
+  for (const Ref<Element>& cell : cells) {
+    select_cells(editor, *cell, *cell);
+    on.push_back(editor.state(command));
+  }
+  const std::u16string alignment = alignment_of(command);
+  const bool all_on = std::ranges::all_of(on, [](bool each) { return each; });
+  for (std::size_t i = 0; i < cells.size(); ++i) {
+    if (on[i] && !all_on) continue;
+    if (!alignment.empty() && align_cell(*cells[i], alignment)) continue;
+    select_cells(editor, *cells[i], *cells[i]);
+    execute_in_text(editor, command, value);
+  }
+  select_cells(editor, *anchor, *focus);
+  return true;
+}
+
+/// The cell beside another; null at the table's edge.
+const GridCell* cell_beside(const TableGrid& grid, const GridCell& from, CellStep step) {
+  switch (step) {
+    case CellStep::Backward: return from.column > 0 ? grid.at(from.row, from.column - 1) : nullptr;
+    case CellStep::Forward: return grid.at(from.row, from.column + from.width);
+    case CellStep::Up: return from.row > 0 ? grid.at(from.row - 1, from.column) : nullptr;
+    case CellStep::Down: return grid.at(from.row + from.height, from.column);
+  }
+  return nullptr;
+}
+
+}  // namespace
+
+bool extend_cells(Editor& editor, CellStep step) {
+  const SelectedCorners corners = selected_corners(editor);
+  if (!corners || !corners.several()) return false;
+  const TableGrid grid(*corners.table);
+  const GridCell* from = grid.of(*corners.focus);
+  const GridCell* next = from ? cell_beside(grid, *from, step) : nullptr;
+  if (!next) return step == CellStep::Backward || step == CellStep::Forward;
+  select_cells(editor, *corners.anchor, *next->cell);
+  return true;
+}
+
+void take_whole_cells(Editor& editor) {
+  const SelectedCorners corners = selected_corners(editor);
+  if (corners && corners.several()) select_cells(editor, *corners.anchor, *corners.focus);
+}
+
+bool execute_as_writer(Editor& editor, std::u16string_view command, std::u16string_view value) {
+  if (acts_on_text(command) || acts_on_lines(command)) {
+    std::vector<Ref<Element>> cells = selected_cells(editor);
+    if (!cells.empty()) return execute_in_cells(editor, std::move(cells), command, value);
+  }
+  return execute_in_text(editor, command, value);
 }
 
 }  // namespace tvx::editing

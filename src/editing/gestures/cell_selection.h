@@ -1,21 +1,17 @@
 #pragma once
 
-#include <vector>
-
 #include "tvx/editing/editor.h"
+#include "tvx/editing/tables/selected_cells.h"
 
-/// Cells that are selected: a selection that goes from one cell of a table into another selects the rectangle
-/// between them.
+/// What a person does to selected cells.
 namespace tvx::editing {
 
-/// In tree order; empty where the selection isn't one of cells. Those that may not be edited are left out.
-std::vector<dom::Ref<dom::Element>> selected_cells(Editor& editor);
-/// Takes out what is in the selected cells and puts the caret into the first. False without such a selection.
-bool empty_selected_cells(Editor& editor);
-
-/// Selects the cells of a row or of a column, and a table as one thing.
-void select_row(Editor& editor, dom::Element& cell);
-void select_column(Editor& editor, dom::Element& cell);
+/// Shift and an arrow: where cells are selected the selection grows or shrinks by a cell. False where it has
+/// to go by text, or out of the table.
+enum class CellStep : std::uint8_t { Backward, Forward, Up, Down };
+bool extend_cells(Editor& editor, CellStep step);
+/// A selection that was extended from one cell into another takes in both of them whole.
+void take_whole_cells(Editor& editor);
 
 /// A command as a writer means it, one undo step: on selected cells it acts in each of them, a list button
 /// makes and takes away lists with nothing but items in them. Else it is the command.

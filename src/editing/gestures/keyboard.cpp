@@ -39,6 +39,18 @@ bool runs_right_to_left(const dom::Boundary& place) {
   });
 }
 
+/// Shift and an arrow among selected cells.
+bool extend_by_cells(Editor& editor, const KeyPress& key) {
+  if (!key.shift || key.control || editor.selection().type() != SelectionType::Text) return false;
+  const bool left = key.key == u"ArrowLeft";
+  if (left || key.key == u"ArrowRight") {
+    const bool backward = left != stands_right_to_left(editor.selection().focus());
+    return extend_cells(editor, backward ? CellStep::Backward : CellStep::Forward);
+  }
+  if (key.key == u"ArrowUp") return extend_cells(editor, CellStep::Up);
+  return key.key == u"ArrowDown" && extend_cells(editor, CellStep::Down);
+}
+
 bool is_view_move(std::u16string_view key) {
   return key == u"ArrowUp" || key == u"ArrowDown" || key == u"Home" || key == u"End" || key == u"PageUp" ||
          key == u"PageDown";
@@ -46,6 +58,7 @@ bool is_view_move(std::u16string_view key) {
 
 std::optional<KeyResult> press_move_key(Editor& editor, const KeyPress& key) {
   if (key.alt) return std::nullopt;
+  if (extend_by_cells(editor, key)) return KeyResult::Done;
   const Extend extend = key.shift ? Extend::Yes : Extend::No;
   const bool left = key.key == u"ArrowLeft";
   if (left || key.key == u"ArrowRight") {
@@ -62,6 +75,7 @@ std::optional<KeyResult> press_move_key(Editor& editor, const KeyPress& key) {
       return KeyResult::Done;
     move_caret(editor, backward ? Direction::Backward : Direction::Forward,
                key.control ? Granularity::Word : Granularity::Character, extend);
+    if (key.shift) take_whole_cells(editor);
     return KeyResult::Done;
   }
   if (key.control && (key.key == u"Home" || key.key == u"End")) {

@@ -1,14 +1,18 @@
 #include "tvx/editing/tables/table_edit.h"
 
 #include <algorithm>
+#include <optional>
 
-#include "tvx/base/strings.h"
 #include "tvx/dom/document.h"
 #include "tvx/dom/mutation.h"
+#include "tvx/dom/style/inline_style.h"
+#include "tvx/dom/style/style_engine.h"
 #include "tvx/dom/tree.h"
 #include "tvx/editing/facts/lines.h"
 #include "tvx/editing/facts/predicates.h"
 #include "tvx/editing/tables/table_columns.h"
+#include "tvx/editing/tables/table_removal.h"
+#include "tvx/editing/tables/table_spans.h"
 #include "tvx/editing/tree/surgery.h"
 
 namespace tvx::editing {
@@ -20,23 +24,50 @@ using dom::Tag;
 
 namespace {
 
-void set_span(Element& cell, dom::Name name, std::size_t span) {
-  if (span <= 1)
-    dom::remove_attribute(cell, name);
-  else if (cell.attribute_or_empty(name) != to_text(std::int64_t(span)))
-    dom::set_attribute(cell, name, to_text(std::int64_t(span)));
-}
-
-/// An empty cell as a neighbour is: its kind, and how it is aligned and framed, not its size.
-Ref<Element> cell_like(dom::Document& document, const Element* neighbour, Tag tag = Tag::Td) {
-  const Ref<Element> cell = document.create_element(neighbour ? neighbour->tag() : tag);
+/// An empty cell of that kind, aligned and framed as a neighbour is; not of its size.
+Ref<Element> new_cell(dom::Document& document, Tag tag, const Element* neighbour) {
+  const Ref<Element> cell = document.create_element(tag);
   if (neighbour) {
     for (const dom::Name kept :
          {dom::names::align, dom::names::valign, dom::names::class_, dom::names::style})
       if (const std::u16string* value = neighbour->attribute(kept)) dom::set_attribute(*cell, kept, *value);
+    for (const std::u16string_view size : {u"width", u"height"}) dom::style::remove_inline_value(*cell, size);
   }
   append_line_break(*cell);
   return cell;
+}
+Ref<Element> cell_like(dom::Document& document, const Element* neighbour) {
+  return new_cell(document, neighbour ? neighbour->tag() : Tag::Td, neighbour);
+}
+
+bool is_header_row(const TableGrid& grid, std::size_t row) {
+  if (grid.row(row).parent()->is(Tag::Thead)) return true;
+  for (std::size_t column = 0; column < grid.columns(); ++column)
+    if (const GridCell* cell = grid.at(row, column); !cell || !cell->cell->is(Tag::Th)) return false;
+  return grid.columns() > 0;
+}
+
+/// Below a row of headers come ordinary cells, or what the row after it has.
+Tag kind_below(const TableGrid& grid, std::size_t row, std::size_t column) {
+  const GridCell* above = grid.at(row, column);
+  if (!is_header_row(grid, row)) return above ? above->cell->tag() : Tag::Td;
+  const GridCell* below =
+      row + 1 < grid.rows() && !is_header_row(grid, row + 1) ? grid.at(row + 1, column) : nullptr;
+  return below ? below->cell->tag() : Tag::Td;
+}
+
+/// Where a row below that one goes: a head has one row for its own, further ones are the body's.
+void put_row_below(const TableGrid& grid, std::size_t row, const Ref<Element>& created) {
+  Element& neighbour = grid.row(row);
+  Node& section = *neighbour.parent();
+  const bool ends_section = row + 1 >= grid.rows() || grid.row(row + 1).parent() != &section;
+  if (!section.is(Tag::Thead) || !ends_section)
+    return dom::insert(section, created, neighbour.next_sibling());
+  if (row + 1 < grid.rows() && grid.row(row + 1).parent()->is(Tag::Tbody))
+    return dom::insert(*grid.row(row + 1).parent(), created, &grid.row(row + 1));
+  const Ref<Element> body = neighbour.document()->create_element(Tag::Tbody);
+  dom::insert(*body, created);
+  dom::insert(*section.parent(), body, section.next_sibling());
 }
 
 /// Before the first cell of the row that begins at the column or after it.
@@ -97,13 +128,18 @@ Ref<Element> insert_row(Element& cell, RowSide side) {
       column += here->width;
       continue;
     }
-    const Ref<Element> created = cell_like(*table->document(), here ? here->cell : nullptr);
+    const Element* neighbour = here ? here->cell : nullptr;
+    const Ref<Element> created =
+        below ? new_cell(*table->document(), kind_below(grid, beside, column), neighbour)
+              : cell_like(*table->document(), neighbour);
     dom::insert(*row, created);
     if (column >= place->column && !result) result = created;
     ++column;
   }
-  Element& neighbour = grid.row(beside);
-  dom::insert(*neighbour.parent(), row, below ? neighbour.next_sibling() : &neighbour);
+  if (below)
+    put_row_below(grid, beside, row);
+  else
+    dom::insert(*grid.row(beside).parent(), row, &grid.row(beside));
   return result;
 }
 
@@ -134,9 +170,9 @@ Ref<Element> insert_column(Element& cell, ColumnSide side) {
   return result;
 }
 
-void merge_cells(const TableGrid& grid, const GridPart& part) {
+Ref<Element> merge_cells(const TableGrid& grid, const GridPart& part) {
   const std::vector<Element*> cells = grid.cells_in(part);
-  if (cells.size() < 2) return;
+  if (cells.empty()) return {};
   // The one at the top left holds all; it need not come first in the text.
   const GridCell* first = grid.at(part.top, part.left);
   const Ref<Element> held(first ? first->cell : cells.front());
@@ -148,23 +184,45 @@ void merge_cells(const TableGrid& grid, const GridPart& part) {
   }
   set_span(*held, dom::names::rowspan, part.bottom - part.top);
   set_span(*held, dom::names::colspan, part.right - part.left);
+  close_up(*table_of(*held));
+  return held;
 }
 
-bool merge_down(Element& cell) {
-  Element* table = table_of(cell);
-  if (!table) return false;
-  const TableGrid grid(*table);
+namespace {
+
+/// The cell with what is below it in its section; nothing where there is none, or a hole.
+std::optional<GridPart> part_with_below(const TableGrid& grid, const Element& cell) {
   const GridCell* place = grid.of(cell);
-  if (!place) return false;
+  if (!place) return {};
   const std::size_t below = place->row + place->height;
-  if (below >= grid.rows() || grid.row(below).parent() != grid.row(place->row).parent()) return false;
+  if (below >= grid.rows() || grid.row(below).parent() != grid.row(place->row).parent()) return {};
   const GridPart part =
       grid.whole_cells({place->row, place->column, below + 1, place->column + place->width});
-  for (std::size_t row = part.top; row < part.bottom; ++row)
+  return is_filled(grid, part) ? std::optional(part) : std::nullopt;
+}
+
+}  // namespace
+
+bool is_filled(const TableGrid& grid, const GridPart& part) {
+  for (std::size_t row = part.top; row < part.bottom; ++row) {
+    if (grid.row(row).parent() != grid.row(part.top).parent()) return false;
     for (std::size_t column = part.left; column < part.right; ++column)
       if (!grid.at(row, column)) return false;
-  merge_cells(grid, part);
+  }
   return true;
+}
+
+bool can_merge_down(const Element& cell) {
+  const Element* table = table_of(cell);
+  return table && part_with_below(TableGrid(*table), cell);
+}
+
+Ref<Element> merge_down(Element& cell) {
+  Element* table = table_of(cell);
+  if (!table) return {};
+  const TableGrid grid(*table);
+  const std::optional<GridPart> part = part_with_below(grid, cell);
+  return part ? merge_cells(grid, *part) : Ref<Element>();
 }
 
 void split_cell(Element& cell) {
@@ -194,6 +252,18 @@ void split_cell(Element& cell) {
   }
   set_span(cell, dom::names::rowspan, 1);
   set_span(cell, dom::names::colspan, 1);
+}
+
+bool align_cell(Element& cell, std::u16string_view alignment) {
+  using dom::style::TextAlign;
+  for (const Node* node = cell.first_child(); node; node = node->next_sibling())
+    if (is_block_piece(*node)) return false;
+  dom::remove_attribute(cell, dom::names::align);
+  dom::style::remove_inline_value(cell, u"text-align");
+  const TextAlign given = dom::style::computed_values(cell).text_align;
+  if (alignment != u"left" || (given != TextAlign::Start && given != TextAlign::Left))
+    dom::style::set_inline_value(cell, u"text-align", alignment);
+  return true;
 }
 
 bool has_header_row(const Element& table) {

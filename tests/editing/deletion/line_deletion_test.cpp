@@ -59,9 +59,10 @@ TEST_F(LineDeletion, WhatIsNoWholeLineIsJoined) {
   expect_deleted("<UL><LI>[one<UL><LI>]two</LI></UL></LI></UL>", "<UL><LI>[]two</LI></UL>");
 }
 
+// A selection that has come into another cell is one of cells.
 TEST_F(LineDeletion, FromCellToCellTheTableKeepsItsShape) {
   expect_deleted("<TABLE><TBODY><TR><TD>[one</TD><TD>]two</TD></TR></TBODY></TABLE>",
-                 "<TABLE><TBODY><TR><TD>{}<BR></TD><TD>two</TD></TR></TBODY></TABLE>");
+                 "<TABLE><TBODY><TR><TD>{}<BR></TD><TD><BR></TD></TR></TBODY></TABLE>");
 }
 
 TEST_F(LineDeletion, WhatIsTypedOverThemTakesTheirPlace) {
