@@ -4,6 +4,7 @@
 #include "tvx/editing/deletion/line_deletion.h"
 #include "tvx/editing/editor.h"
 #include "tvx/editing/ranges/control_range.h"
+#include "tvx/editing/tables/selected_cells.h"
 
 /// Copy, Cut and Paste. Where the content goes and comes from is the door's; without one they do nothing.
 namespace tvx::editing {
@@ -23,6 +24,7 @@ bool copy(Editor& editor, std::u16string_view) {
 
 bool cut(Editor& editor, std::u16string_view value) {
   if (!copy(editor, value)) return false;
+  if (empty_selected_cells(editor)) return true;
   if (!delete_selected_lines(editor)) clear_selection(editor);
   return true;
 }

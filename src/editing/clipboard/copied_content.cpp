@@ -1,5 +1,7 @@
 #include "tvx/editing/clipboard/copied_content.h"
 
+#include <algorithm>
+
 #include "tvx/dom/builder.h"
 #include "tvx/dom/inner_html.h"
 #include "tvx/dom/inner_text.h"
@@ -10,6 +12,7 @@
 #include "tvx/editing/facts/lines.h"
 #include "tvx/editing/facts/predicates.h"
 #include "tvx/editing/facts/tag_set.h"
+#include "tvx/editing/tables/selected_cells.h"
 #include "tvx/editing/tree/clone_contents.h"
 #include "tvx/editing/walk/content_walk.h"
 
@@ -43,6 +46,46 @@ void wrap_in(Ref<dom::DocumentFragment>& content, const Element& around) {
   const Ref<Node> holder = dom::clone(around, document, dom::Deep::No);
   dom::Builder::move_children(*content, *holder);
   dom::Builder::insert(*content, holder);
+}
+
+/// In a line of tab-separated text.
+std::u16string text_of_cell(Element& cell) {
+  std::u16string text =
+      dom::inner_text(dom::Range{dom::Boundary{&cell, 0}, dom::Boundary{&cell, dom::length_of(cell)}});
+  std::ranges::replace_if(
+      text, [](char16_t unit) { return unit == u'\n' || unit == u'\t'; }, u' ');
+  return text;
+}
+
+/// A table of the cells between two, with the rows and sections that they stand in.
+CopiedContent copied_cells(const TableGrid& grid, const Element& table, const Element& from,
+                           const Element& to) {
+  const GridPart part = grid.part_between(from, to);
+  dom::Document& document = dom::document_of(table);
+  const auto bare_copy = [&](const Node& node) { return dom::clone(node, document, dom::Deep::No); };
+  const Ref<Node> copy = bare_copy(table);
+  Ref<Node> section = copy;
+  const Node* section_of_rows = &table;
+  CopiedContent copied;
+  for (std::size_t row = part.top; row < part.bottom; ++row) {
+    if (const Node* parent = grid.row(row).parent(); parent != section_of_rows) {
+      section_of_rows = parent;
+      section = parent == &table ? copy : bare_copy(*parent);
+      if (section != copy) dom::Builder::insert(*copy, section);
+    }
+    const Ref<Node> line = bare_copy(grid.row(row));
+    dom::Builder::insert(*section, line);
+    if (row > part.top) copied.text += u'\n';
+    for (std::size_t column = part.left; column < part.right; ++column) {
+      const GridCell* cell = grid.at(row, column);
+      if (column > part.left) copied.text += u'\t';
+      if (!cell || cell->row != row || cell->column != column) continue;
+      dom::Builder::insert(*line, dom::clone(*cell->cell, document, dom::Deep::Yes));
+      copied.text += text_of_cell(*cell->cell);
+    }
+  }
+  copied.html = dom::outer_html(static_cast<const Element&>(*copy));
+  return copied;
 }
 
 }  // namespace
@@ -94,6 +137,8 @@ std::optional<CopiedContent> copied_content(Editor& editor) {
     return copied;
   }
   if (selection.type() == SelectionType::None) return {};
+  if (const SelectedCorners corners = selected_corners(editor); corners && corners.several())
+    return copied_cells(TableGrid(*corners.table), *corners.table, *corners.anchor, *corners.focus);
   const dom::Range seen = shrunk_to_characters(selection.range());
   if (!seen.start || seen.collapsed()) return {};
   const LineEnd end = takes_line_end(selection.range(), seen) ? LineEnd::With : LineEnd::Without;

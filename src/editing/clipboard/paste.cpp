@@ -14,7 +14,7 @@
 #include "tvx/editing/facts/lines.h"
 #include "tvx/editing/facts/predicates.h"
 #include "tvx/editing/facts/tag_set.h"
-#include "tvx/editing/tables/table_grid.h"
+#include "tvx/editing/tables/selected_cells.h"
 #include "tvx/editing/tree/clone_contents.h"
 #include "tvx/editing/tree/lines.h"
 #include "tvx/editing/walk/content_walk.h"
@@ -412,7 +412,10 @@ bool takes_its_block(Editor& editor) {
 
 void paste_nodes(Editor& editor, const Ref<dom::DocumentFragment>& content) {
   if (editor.selection().type() == SelectionType::Text) {
-    if (!goes_over_its_own_shape(editor, *content) && paste_into_cells(editor, content)) return;
+    const bool over_cells = !selected_cells(editor).empty();
+    if ((over_cells || !goes_over_its_own_shape(editor, *content)) && paste_into_cells(editor, content))
+      return;
+    if (over_cells) empty_selected_cells(editor);
     const bool cells_too = only_table(*content) != nullptr;
     if (cells_too) unwrap_single_cell(content);
     if (keeps_lines(editor))

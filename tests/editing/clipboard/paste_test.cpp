@@ -161,7 +161,7 @@ TEST_F(Paste, ATableThatDoesNotFitLeavesTheGridWhole) {
   door.html = u"<p>x</p><p>y</p>";
   load("<table><tbody><tr><td>a[b</td><td>c]d</td></tr></tbody></table>");
   ASSERT_TRUE(run({"paste"}));
-  EXPECT_EQ(marked(), "<TABLE><TBODY><TR><TD>ax<P>y[]</P></TD><TD>d</TD></TR></TBODY></TABLE>");
+  EXPECT_EQ(marked(), "<TABLE><TBODY><TR><TD><P>x</P><P>y[]</P></TD><TD><BR></TD></TR></TBODY></TABLE>");
 }
 
 // --- a line's end, copied along ---
