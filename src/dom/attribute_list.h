@@ -24,24 +24,24 @@ class AttributeList {
  public:
   using const_iterator = std::vector<Attribute>::const_iterator;
 
-  const_iterator begin() const { return slots_.begin() + first_; }
-  const_iterator end() const { return slots_.end(); }
-  std::size_t size() const { return slots_.size() - first_; }
+  const_iterator begin() const { return attributes_.begin() + first_; }
+  const_iterator end() const { return attributes_.end(); }
+  std::size_t size() const { return attributes_.size() - first_; }
   /// In attributes, those that have gone included.
-  std::size_t room() const { return slots_.capacity(); }
-  bool empty() const { return slots_.size() == first_; }
-  const Attribute& front() const { return slots_[first_]; }
-  const Attribute& operator[](std::size_t place) const { return slots_[first_ + place]; }
-  Attribute& operator[](std::size_t place) { return slots_[first_ + place]; }
+  std::size_t room() const { return attributes_.capacity(); }
+  bool empty() const { return attributes_.size() == first_; }
+  const Attribute& front() const { return attributes_[first_]; }
+  const Attribute& operator[](std::size_t place) const { return attributes_[first_ + place]; }
+  Attribute& operator[](std::size_t place) { return attributes_[first_ + place]; }
 
-  void reserve(std::size_t count) { slots_.reserve(first_ + count); }
-  void push_back(Attribute attribute) { slots_.push_back(std::move(attribute)); }
+  void reserve(std::size_t count) { attributes_.reserve(first_ + count); }
+  void push_back(Attribute attribute) { attributes_.push_back(std::move(attribute)); }
 
   /// Moves the shorter side.
   void erase(std::size_t place) {
-    const auto first = slots_.begin() + first_, at = first + std::ptrdiff_t(place);
+    const auto first = attributes_.begin() + first_, at = first + std::ptrdiff_t(place);
     if (place >= size() / 2) {
-      slots_.erase(at);
+      attributes_.erase(at);
     } else {
       std::move_backward(first, at, at + 1);
       *first = Attribute();
@@ -54,28 +54,29 @@ class AttributeList {
   void move_last_to(std::size_t place) {
     if (first_ == 0 && size() > few && place < size() / 2) leave_room(size());
     if (first_ == 0 || place >= size() / 2) {
-      std::rotate(slots_.begin() + first_ + std::ptrdiff_t(place), slots_.end() - 1, slots_.end());
+      std::rotate(attributes_.begin() + first_ + std::ptrdiff_t(place), attributes_.end() - 1,
+                  attributes_.end());
       return;
     }
-    const auto first = slots_.begin() + first_;
+    const auto first = attributes_.begin() + first_;
     std::move(first, first + std::ptrdiff_t(place), first - 1);
     --first_;
-    (*this)[place] = std::move(slots_.back());
-    slots_.pop_back();
+    (*this)[place] = std::move(attributes_.back());
+    attributes_.pop_back();
   }
 
  private:
   static constexpr std::size_t few = 32;  // fewer are moved at once
 
   void leave_room(std::size_t room) {
-    std::vector<Attribute> slots(room);
-    slots.reserve(room + size());
-    std::move(slots_.begin() + first_, slots_.end(), std::back_inserter(slots));
-    slots_ = std::move(slots);
+    std::vector<Attribute> roomy(room);
+    roomy.reserve(room + size());
+    std::move(attributes_.begin() + first_, attributes_.end(), std::back_inserter(roomy));
+    attributes_ = std::move(roomy);
     first_ = std::uint32_t(room);
   }
 
-  std::vector<Attribute> slots_;
+  std::vector<Attribute> attributes_;
   std::uint32_t first_ = 0;  // before it there is room
 };
 
