@@ -104,6 +104,12 @@ class Form final : public MessageWindow {
   }
   int least_width() const { return least_width_; }
   int least_height() const { return least_height_; }
+  /// The user goes on reading what is selected in the document: it isn't to stand under the form.
+  void leave_selection_in_sight() { leaves_selection_in_sight_ = true; }
+  bool leaves_selection_in_sight() const { return leaves_selection_in_sight_; }
+  /// Shown beside the work, it takes the user's input from the window meanwhile.
+  void take_input() { takes_input_ = true; }
+  bool takes_input() const { return takes_input_; }
 
   // --- its controls ---
   const std::vector<std::unique_ptr<FormControl>>& controls() const { return controls_; }
@@ -156,6 +162,7 @@ class Form final : public MessageWindow {
   FormControl* active_ = nullptr;
   FormHandler* handler_ = nullptr;
   int least_width_ = 0, least_height_ = 0;
+  bool leaves_selection_in_sight_ = false, takes_input_ = false;
   std::vector<FormObserver*> observers_;
   bool visible_ = false, given_up_ = false;
 };

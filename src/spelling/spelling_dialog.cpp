@@ -42,6 +42,7 @@ SpellingDialog::SpellingDialog() {
   form_.add_closing_button(u"IgnoreAll", u"Ignore All");
   form_.add_closing_button(u"cmdAddWord", u"Add Word");
   form_.add_closing_button(u"cmdQuitSpelling", u"Quit Spelling");
+  form_.leave_selection_in_sight();
   form_.set_handler(this);
 }
 

@@ -18,6 +18,7 @@ std::vector<std::u16string> Forms::fonts() const {
 
 void Forms::run(platform::Form& form, platform::WindowHandle) {
   Modal<FormDialog> dialog(form, owner_for_dialog(control_));
+  if (sight_ && form.leaves_selection_in_sight()) sight_->attend(*dialog.operator->());
   dialog.run();
   // It went with its window: nobody has agreed to anything.
   if (form.Visible()) form.cancel();

@@ -2,8 +2,10 @@
 
 #include <QPointer>
 #include <QWidget>
+#include <optional>
 
 #include "tvx/platform/form.h"
+#include "tvx/qt/forms/page_sight.h"
 
 namespace tvx::qt {
 
@@ -15,6 +17,9 @@ class Forms final : public platform::Forms {
   /// is cancelled then.
   explicit Forms(QWidget& control) : control_(&control) {}
 
+  /// What dialogs that ask about the selection stand beside.
+  void set_page(QWidget& page, PageSight::Cover cover) { sight_.emplace(page, std::move(cover)); }
+
   std::vector<std::u16string> fonts() const override;
 
  private:
@@ -22,6 +27,7 @@ class Forms final : public platform::Forms {
   void open(platform::Form& form, platform::WindowHandle owner) override;
 
   QPointer<QWidget> control_;
+  std::optional<PageSight> sight_;
 };
 
 }  // namespace tvx::qt

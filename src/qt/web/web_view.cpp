@@ -508,6 +508,11 @@ void WebView::scroll_into_view(dom::NodeId element, bool at_top) {
   d_->send(out.add(static_cast<std::int64_t>(element)).add(at_top).finish());
 }
 
+void WebView::set_covered(int top, int bottom) {
+  CommandWriter out(d_->page_number_, "cover");
+  d_->send(out.add(std::int64_t(top)).add(std::int64_t(bottom)).finish());
+}
+
 void WebView::print(bool with_dialog, std::function<void(bool)> done) {
   auto printer = std::make_shared<QPrinter>(QPrinter::HighResolution);
   const bool agreed = !with_dialog || Modal<QPrintDialog>(printer.get(), d_->stack_).run();

@@ -42,6 +42,9 @@ class WebView final : public browser::View {
   /// Brings an element to the window's top. Nothing happens to one that the page doesn't know.
   void scroll_into_view(dom::NodeId element, bool at_top) override;
   void print(bool with_dialog, std::function<void(bool)> done) override;
+  /// How much of it something else covers, from its upper and its lower edge on: what is selected is scrolled
+  /// into the rest.
+  void set_covered(int top, int bottom);
 
  private:
   class Private;

@@ -87,6 +87,7 @@ class HTMLedWidget::Parts final : public platform::Container,
     control_->set_events(&events_);
     control_->add_observer(*this);
     make_faces();
+    forms_.set_page(*view_.widget(), [this](int top, int bottom) { view_.set_covered(top, bottom); });
     document_view_.set_on_focus([this](bool focused) {
       first_caret_->view_focused(focused);
       if (focused) control_->WBrowser_GotFocus();

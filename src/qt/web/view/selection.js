@@ -33,30 +33,38 @@ export function select(type, anchor, anchorOffset, focus, focusOffset, selected,
   factsLater();
 }
 
+/// The part of the window that no dialog covers: [top, bottom].
+function openPart() {
+  return [state.cover.top, window.innerHeight - state.cover.bottom];
+}
+
 function isInWindow(at) {
-  return at.top >= 0 && at.top + at.height <= window.innerHeight && at.left >= 0 && at.left <= window.innerWidth;
+  const [top, bottom] = openPart();
+  return at.top >= top && at.top + at.height <= bottom && at.left >= 0 && at.left <= window.innerWidth;
 }
 
 /// How far the window has to go for a caret's box: [right, down].
 export function wayToReveal(at) {
   const margin = 4;
+  const [top, bottom] = openPart();
   let down = 0, right = 0;
-  if (at.top < 0) down = at.top - margin;
-  if (at.top + at.height > window.innerHeight) down = at.top + at.height - window.innerHeight + margin;
+  if (at.top < top) down = at.top - top - margin;
+  if (at.top + at.height > bottom) down = at.top + at.height - bottom + margin;
   if (at.left < 0) right = at.left - 20;
   if (at.left > window.innerWidth) right = at.left - window.innerWidth + 20;
   return [right, down];
 }
 
-function revealFocus() {
+export function revealFocus() {
   const selection = getSelection();
+  const [top, bottom] = openPart();
   const selected = state.control ? nodes.get(state.control) : null;
   if (selected) return scrollIntoView(selected, { block: 'nearest', inline: 'nearest' });
   if (!selection.rangeCount) return;
   let at = caretBox(selection.focusNode, selection.focusOffset);
   if (!at || isInWindow(at)) return;
   const element = elementOf(selection.focusNode);
-  if (element && boxOf(element).height < window.innerHeight / 2) {
+  if (element && boxOf(element).height < (bottom - top) / 2) {
     scrollIntoView(element, { block: 'nearest' });
     at = caretBox(selection.focusNode, selection.focusOffset);
     if (!at || isInWindow(at)) return;

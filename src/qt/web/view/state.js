@@ -15,6 +15,7 @@ export const state = {
   control: 0,            // the element selected as a whole
   composed: null,        // what an input method is composing: { node, start, end }
   ownSelection: '',      // the native selection as it was last set or reported
+  cover: { top: 0, bottom: 0 },  // how much of the window a dialog covers, from its edges on
 };
 
 /// The mouse, as far as the selection depends on it.

@@ -9,6 +9,7 @@ import { ask } from './questions.js';
 import { autoscroll, endDrag, showDropCaret } from './drag.js';
 import { caret, dropCaret, hide, restartBlink } from './boxes.js';
 import { connectBridge, later, tell } from './messages.js';
+import { cover, coverSheet } from './cover.js';
 import { drawOverlay, drawnBoxes, factsLater } from './drawing.js';
 import { listenToMouse } from './mouse.js';
 import { mark, markedWords } from './marks.js';
@@ -50,6 +51,10 @@ const commands = {
     const node = nodes.get(id);
     if (node instanceof Element) scrollIntoView(node, atTop);
   },
+  cover: (top, bottom) => {
+    cover(top, bottom);
+    factsLater();
+  },
   beat: () => tell('beat'),
 };
 
@@ -70,7 +75,7 @@ Object.defineProperty(globalThis, 'tvxView', { value: view });
 listenToMouse();
 const editingSheet = new CSSStyleSheet();
 editingSheet.replaceSync(TVX_SHEETS.editing);
-document.adoptedStyleSheets = [editingSheet];
+document.adoptedStyleSheets = [editingSheet, coverSheet];
 
 new QWebChannel(qt.webChannelTransport, (channel) => {
   connectBridge(channel.objects.bridge);

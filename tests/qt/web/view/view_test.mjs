@@ -188,6 +188,15 @@ test('the window goes as far as a caret needs', () => {
   assert.deepEqual(wayToReveal({ left: -10, top: 100, height: 20 }), [-30, 0]);
 });
 
+test('what a dialog covers of the window is no place for a caret', () => {
+  state.cover = { top: 0, bottom: 250 };
+  assert.deepEqual(wayToReveal({ left: 10, top: 400, height: 20 }), [0, 74]);
+  assert.deepEqual(wayToReveal({ left: 10, top: 300, height: 20 }), [0, 0]);
+  state.cover = { top: 250, bottom: 0 };
+  assert.deepEqual(wayToReveal({ left: 10, top: 100, height: 20 }), [0, -154]);
+  state.cover = { top: 0, bottom: 0 };
+});
+
 test('an area of cells grows until it cuts none', () => {
   const box = (left, top, right, bottom) => ({ left, top, right, bottom });
   const wide = box(0, 0, 20, 10), low = box(0, 10, 10, 20), last = box(10, 10, 20, 20), aside = box(20, 0, 30, 20);
