@@ -78,7 +78,7 @@ struct Parts {
 
   Transfers transfers{context, dialogs};
   Speller speller{context};
-  SpellRun spelling{context, speller};
+  SpellRun spelling{context, speller, &dialogs, [this] { spelling_marks.check_again(); }};
   SpellingMarks spelling_marks{context, speller};
 
   Formatting formatting{context, toolbars, code, edit_window};

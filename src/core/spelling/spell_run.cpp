@@ -10,6 +10,7 @@
 #include "tvx/browser/input/gesture.h"
 #include "tvx/core/events.h"
 #include "tvx/core/observer.h"
+#include "tvx/core/spelling/run_pace.h"
 #include "tvx/core/spelling/speller.h"
 #include "tvx/core/spelling/word_range.h"
 #include "tvx/core/spelling/wrapper.h"
@@ -42,7 +43,10 @@ class SpellRun::Run {
  public:
   Run(SpellRun& owner, std::shared_ptr<browser::HTMLDocument> document)
       : owner_(owner), document_(std::move(document)), pointer_(owner.pointer_) {}
-  ~Run() { owner_.set_pointer(pointer_); }
+  ~Run() {
+    owner_.engine_ = nullptr;
+    owner_.set_pointer(pointer_);
+  }
 
   /// Whether the user has quit it.
   bool cancelled() const { return cancelled_; }
@@ -58,6 +62,7 @@ class SpellRun::Run {
   void find_custom_dictionary();
   void replace(TextRange& range, const std::u16string& text);
   void require_document() const;
+  bool is_over() const { return cancelled_ || owner_.cancelled_; }
 
   SpellRun& owner_;
   const std::shared_ptr<browser::HTMLDocument> document_;
@@ -66,6 +71,7 @@ class SpellRun::Run {
   SpellingWrapper wrapper_{*document_};
   std::optional<clsSpell> speller_;
   std::optional<WordRanges> words_;
+  RunPace pace_{owner_.context_, owner_.dialogs_, [this] { cancelled_ = true; }};
   std::u16string language_;  // where the document names none
   std::vector<std::u16string> suggestions_;
   std::int32_t count_ = 0;
@@ -76,6 +82,11 @@ void SpellRun::set_pointer(int pointer) {
   if (pointer_ == pointer) return;
   pointer_ = pointer;
   context_.tell([&](HTMLedObserver& observer) { observer.mouse_pointer_changed(pointer); });
+}
+
+void SpellRun::add_word(const std::u16string& word) {
+  clsSpell::AppendToAddWordsFile(properties_.CustomDictionaryFilename, word);
+  words_added_();
 }
 
 void SpellRun::SpellCheck() {
@@ -102,6 +113,7 @@ void SpellRun::Run::go() {
   if (dom::inner_text(body_of(shown)).empty()) return;
   wrapper_.put_in();
   speller_.emplace(owner_.speller_.application());
+  owner_.engine_ = &*speller_;
   find_custom_dictionary();
   owner_.set_pointer(arrow_and_hourglass);
   language_ = owner_.speller_.language();
@@ -130,12 +142,17 @@ void SpellRun::Run::walk() {
     require_document();
     const bool found = deal_with(number);
     owner_.set_pointer(arrow_and_hourglass);
-    if (!found || cancelled_ || owner_.cancelled_) return;
+    if (!found || is_over()) return;
   }
 }
 
 bool SpellRun::Run::deal_with(std::int32_t number) {
-  const auto word = words_->word(number);
+  auto word = words_->word(number);
+  if (word && pace_.reach(word->end)) {
+    require_document();
+    if (is_over()) return true;
+    word = words_->word(number);
+  }
   if (!word) return false;
   std::u16string text = dom::inner_text(editing::shrunk_to_characters(*word));
   document_->editor().selection().collapse(word->start);
@@ -163,7 +180,7 @@ bool SpellRun::Run::deal_with(std::int32_t number) {
   if (!add || !range) return true;
   text = range->text();
   if (text.empty()) return true;
-  clsSpell::AppendToAddWordsFile(owner_.properties_.CustomDictionaryFilename, text);
+  owner_.add_word(text);
   speller_->AddWordToIgnoredList(text);
   return true;
 }
@@ -187,10 +204,11 @@ void SpellRun::Run::ask_user(const dom::Range& word, const std::u16string& text,
   dialog_.set_sentence(sentence_around(word));
   dialog_.set_word(text, suggestions_, count_);
   dialog_.set_can_add(!speller_->NameOfCustomDict().empty());
+  pace_.restart();
   owner_.context_.show_dialog(dialog_.form(), section);
+  pace_.restart();
   require_document();
-  const std::u16string& file = owner_.properties_.CustomDictionaryFilename;
-  if (dialog_.addWord || add) clsSpell::AppendToAddWordsFile(file, dialog_.text());
+  if (dialog_.addWord || add) owner_.add_word(dialog_.text());
   if (dialog_.quit) {
     cancelled_ = true;
   } else if (!dialog_.skip && !dialog_.addWord) {
@@ -281,8 +299,7 @@ void SpellRun::recurs_document(dom::Node& node, clsSpell& speller, bool& result)
         dialog.set_word(word, suggestions, count);
         dialog.set_can_add(!speller.NameOfCustomDict().empty());
         context_.show_dialog(dialog.form(), section);
-        if (dialog.addWord)
-          clsSpell::AppendToAddWordsFile(properties_.CustomDictionaryFilename, dialog.text());
+        if (dialog.addWord) add_word(dialog.text());
         if (!dialog.skip) replace_once(*data, word, dialog.text());
         if (dialog.quit) return;
       }

@@ -28,7 +28,10 @@ constexpr struct {
 WaitDialog::WaitDialog(platform::Form& form, QWidget* owner)
     : QDialog(owner), form_(&form), what_(new QLabel(this)), bar_(new QProgressBar(this)) {
   setObjectName(to_qt(form.Name()));
-  setAttribute(Qt::WA_ShowWithoutActivating);  // who types into the document goes on typing
+  if (form.takes_input())
+    setWindowModality(Qt::WindowModal);
+  else
+    setAttribute(Qt::WA_ShowWithoutActivating);  // who types into the document goes on typing
   what_->setObjectName(QStringLiteral("what"));
   what_->setTextFormat(Qt::PlainText);
   bar_->setObjectName(QStringLiteral("progress"));
@@ -58,7 +61,8 @@ WaitDialog::WaitDialog(platform::Form& form, QWidget* owner)
   setMinimumWidth(fontMetrics().averageCharWidth() * letters_wide);
   bar_->setMinimumWidth(fontMetrics().averageCharWidth() * letters_wide);
   form.add_observer(*this);
-  QTimer::singleShot(appears_after, this, [this] { appear(); });
+  // Where the window takes no input, the user sees at once why.
+  QTimer::singleShot(form.takes_input() ? 0 : appears_after, this, [this] { appear(); });
 }
 
 WaitDialog::~WaitDialog() {
@@ -83,7 +87,7 @@ void WaitDialog::form_hidden(platform::Form& form) {
   form.remove_observer(*this);
   form_ = nullptr;
   cancel_->setEnabled(false);
-  if (!seen_.isValid()) return deleteLater();
+  if (!seen_.isValid() || isModal()) return deleteLater();
   const auto left = std::max<qint64>(stays_for - seen_.elapsed(), 0);
   // Not close(): that asks reject() first, which has nothing left to cancel.
   QTimer::singleShot(static_cast<int>(left), this, [this] { deleteLater(); });
@@ -115,7 +119,7 @@ void WaitDialog::show_what() {
 
 void WaitDialog::show_all() {
   if (!form_) return;
-  setWindowTitle(caption(u"lblTitle"));
+  setWindowTitle(form_->find(u"lblTitle") ? caption(u"lblTitle") : to_qt(form_->Caption()));
   show_what();
   const QString percent = caption(u"lblPercent");
   // Before the first byte nobody knows how long it takes.

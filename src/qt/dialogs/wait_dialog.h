@@ -11,9 +11,10 @@ class QPushButton;
 
 namespace tvx::qt {
 
-/// `frmWait` as a window beside the work: what is being done, the file, a bar, the figures, Cancel. Work that
-/// ends soon never shows it; once it is seen it stays long enough to be read. It ends by itself after its
-/// form has been hidden.
+/// A form that tells of work (`frmWait`) as a window beside it: what is being done, the file, a bar, the
+/// figures, Cancel. Work that ends soon never shows it; once it is seen it stays long enough to be read. It
+/// ends by itself after its form has been hidden. A form that takes the window's input is seen at once, and
+/// goes at once.
 class WaitDialog final : public QDialog, private platform::FormObserver {
  public:
   static constexpr int appears_after = 300, stays_for = 500;  // milliseconds
