@@ -7,6 +7,7 @@
 #include "tvx/core/htmled.h"
 #include "tvx/qt/support/strings.h"
 #include "tvx/spelling/dictionary_files.h"
+#include "tvx/spelling/word_list.h"
 
 /// The window's menu for spelling: the check from word to word, the language, and waves while typing. What is
 /// chosen there is kept from one start of the program to the next.
@@ -39,6 +40,9 @@ QString own_name(const QString& tag) {
 void Window::make_spelling_menu() {
   editor_->set_SpellingLanguage(settings().value(language_key).toString());
   editor_->set_CheckSpellingAsYouType(settings().value(as_you_type_key, true).toBool());
+  // "Add Word" of the dialog writes where "Add to dictionary" of the menu does.
+  if (spelling::make_user_words())
+    editor_->set_CustomDictionaryFilename(QString::fromStdString(spelling::user_words_path()));
   QMenu* tools = add_menu(nullptr, QT_TR_NOOP("&Tools"));
   add_item(tools, QT_TR_NOOP("&Spelling…"), QKeySequence(Qt::Key_F7), [this] { check_spelling(); });
   QAction* waves = tools->addAction(QString());

@@ -12,6 +12,7 @@
 #include "tvx/base/strings.h"
 #include "tvx/base/text.h"
 #include "tvx/base/text_file.h"
+#include "tvx/spelling/word_list.h"
 
 namespace tvx::spelling {
 
@@ -95,6 +96,8 @@ void clsSpell::AppendToAddWordsFile(std::u16string_view file, std::u16string_vie
   std::error_code failed;
   std::string path = file_system_path(file);
   if (path.find('/') == path.npos) path = (std::filesystem::current_path(failed) / path).string();
+  // Other programs write that file anew with each word.
+  if (path == user_words_path()) return void(add_to_user_words(word));
   OpenFile words(::open(path.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC | O_NONBLOCK, 0666));
   if (!words.is_open()) return;
   // In one write: several programs may append to one file.

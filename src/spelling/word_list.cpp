@@ -78,15 +78,26 @@ std::string user_words_path() {
   return data.empty() ? "" : data + "/tvxHTML/words.txt";
 }
 
+namespace {
+
+std::string folder_of(const std::string& path) { return path.substr(0, path.rfind('/')); }
+
+}  // namespace
+
+bool make_user_words() {
+  const std::string path = user_words_path();
+  if (path.empty() || !make_private_folder(folder_of(path))) return false;
+  return OpenFile(::open(path.c_str(), O_RDONLY | O_CREAT | O_CLOEXEC | O_NONBLOCK, 0600)).is_open();
+}
+
 bool add_to_user_words(std::u16string_view word) {
   const std::string path = user_words_path();
   const std::u16string added = asked_form(trimmed(word));
   if (path.empty() || added.empty()) return false;
-  const std::string folder = path.substr(0, path.rfind('/'));
-  if (!make_private_folder(folder)) return false;
+  if (!make_private_folder(folder_of(path))) return false;
   // Who adds holds the lock from reading to writing, or two programs would each write without the other's
   // word.
-  const OpenFile lock(::open((folder + "/.words.lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600));
+  const OpenFile lock(::open((folder_of(path) + "/.words.lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600));
   if (!lock.is_open() || ::flock(lock.descriptor(), LOCK_EX) != 0) return false;
   struct stat facts {};
   std::string bytes;

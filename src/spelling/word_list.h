@@ -30,6 +30,8 @@ std::set<std::u16string, std::less<>> words_of_lines(std::string_view bytes);
 
 /// The user's own words: a file in the user's data folder that all programs with this control share.
 std::string user_words_path();
+/// Makes the file where there is none. False where there can be none.
+bool make_user_words();
 /// False where it couldn't be written. Others may write at the same time: no word is lost.
 bool add_to_user_words(std::u16string_view word);
 
