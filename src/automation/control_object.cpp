@@ -3,6 +3,7 @@
 #include "tvx/automation/inside.h"
 #include "tvx/automation/instance.h"
 #include "tvx/automation/internal_routines.h"
+#include "tvx/automation/script_spelling.h"
 #include "tvx/core/views/selection_highlight.h"
 #include "tvx/dom/style/style_sheet.h"
 #include "tvx/library/members/dispatch.h"
@@ -61,6 +62,10 @@ constexpr MemberOf<ControlObject> rows[] = {
     {u"WBrowser", [](ControlObject& self) -> Value { return browser_object(self.instance()); }},
     {u"txtCode", [](ControlObject& self) -> Value { return code_view_object(self.instance()); }},
     {u"clip", [](ControlObject& self) -> Value { return clip_object(parts(self).clipboard.clip()); }},
+    {u"clsSpell", [](ControlObject& self) -> Value { return spell_object(self.instance()); }},
+    {u"clsString", [](ControlObject& self) -> Value { return string_object(self.instance()); }},
+    {u"spellingCancelled", [](ControlObject& self) -> Value { return parts(self).spelling.cancelled(); }},
+    {u"markedWords", [](ControlObject& self) { return marked_words(self.instance()); }},
     {u"highlightElement", [](ControlObject& self) { return element(self, (*self).highlightElement()); },
      [](ControlObject& self, const Value& value) {
        parts(self).highlight.set_element(library::element_of(value));

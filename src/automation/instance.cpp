@@ -1,5 +1,6 @@
 #include "tvx/automation/instance.h"
 
+#include "tvx/automation/script_spelling.h"
 #include "tvx/base/error.h"
 #include "tvx/library/objects/document_object.h"
 #include "tvx/platform/special_folders.h"
@@ -34,6 +35,7 @@ void Instance::terminate() {
   if (terminated_) return;
   terminated_ = true;
   take_turn();
+  spelling.reset();  // it works with the control's dictionaries
   control_->UserControl_Terminate();
   control_->set_events(nullptr);
   stage_->end();

@@ -19,6 +19,8 @@ class MessageLoop;
 
 namespace tvx::automation {
 
+struct ScriptSpelling;
+
 /// One control on its stage, with dialogs and menus that expectations answer and a host that tells what it
 /// hears.
 class Instance final : public ObjectResolver {
@@ -60,6 +62,8 @@ class Instance final : public ObjectResolver {
 
   /// Where document.load puts its content.
   dom::Ref<dom::Element> host;
+  /// Made when a script first asks.
+  std::unique_ptr<ScriptSpelling> spelling;
 
  private:
   void on_event(const library::EventMember& event, library::Values& arguments);

@@ -3,6 +3,7 @@
 #include "tvx/automation/control_object.h"
 #include "tvx/automation/inside.h"
 #include "tvx/automation/instance.h"
+#include "tvx/automation/script_spelling.h"
 #include "tvx/base/colour.h"
 #include "tvx/base/text.h"
 #include "tvx/base/url.h"
@@ -166,6 +167,11 @@ Value edit_image_properties(ControlObject& self, Values& arguments) {
   return result;
 }
 
+template <auto Routine>
+Value of_instance(ControlObject& self, Values& arguments) {
+  return Routine(self.instance(), arguments);
+}
+
 using Handler = browser::DocumentHandler;
 
 constexpr MemberOf<ControlObject> rows[] = {
@@ -204,6 +210,8 @@ constexpr MemberOf<ControlObject> rows[] = {
     {.name = u"docHTML_onselectstart", .call = handler<&Handler::onselectstart>},
     {.name = u"docHTML_onselectionchange", .call = handler<&Handler::onselectionchange>},
     {.name = u"EditImageProperties", .call = edit_image_properties},
+    {.name = u"GetWordRange", .call = of_instance<get_word_range>},
+    {.name = u"recurs_document", .call = of_instance<recurs_document>},
     {.name = u"GetHTMLFormatId", .call = html_format_id},
     {.name = u"PutHTMLOnClipboard", .call = put_html},
     {.name = u"GetHTMLFromClipboard", .call = get_html},

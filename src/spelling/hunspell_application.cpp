@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "tvx/base/error.h"
+#include "tvx/base/fault.h"
 #include "tvx/base/text_file.h"
 #include "tvx/spelling/word_rules.h"
 
@@ -10,8 +11,14 @@ namespace tvx::spelling {
 
 HunspellApplication::HunspellApplication(DictionaryStore& store)
     : store_(store), user_words_(user_words_path()) {
+  fault_point(u"CreateObject");
   if (store.installed().empty()) throw RuntimeError(no_such_application, u"No dictionary is installed");
   set_language(u"en-US");
+}
+
+void HunspellApplication::Documents_Add() {
+  fault_point(u"Documents.Add");
+  ++documents_;
 }
 
 void HunspellApplication::set_language(std::u16string_view tag) {
@@ -30,6 +37,7 @@ bool HunspellApplication::is_in(std::map<std::string, WordList>& lists, std::u16
 bool HunspellApplication::CheckSpelling(std::span<const Argument> arguments) {
   if (arguments.empty() || !arguments[0]) throw RuntimeError(errors::invalid_call, u"Which word?");
   if (documents_ == 0) throw RuntimeError(errors::invalid_call, u"No document is open");
+  if (const auto answer = fault_point(u"CheckSpelling")) return *answer != 0;
   if (!dictionary_ || !is_asked(*arguments[0])) return true;
   const std::u16string word = asked_form(*arguments[0]);
   if (!dictionary_->has_script_of(word) || dictionary_->check(word) || user_words_.has(word)) return true;
@@ -40,7 +48,7 @@ bool HunspellApplication::CheckSpelling(std::span<const Argument> arguments) {
 
 std::vector<std::u16string> HunspellApplication::GetSpellingSuggestions(std::u16string_view word) {
   std::vector<std::u16string> all;
-  if (!dictionary_) return all;
+  if (fault_point(u"GetSpellingSuggestions") || !dictionary_) return all;
   for (std::u16string& found : dictionary_->suggest(asked_form(word))) {
     std::u16string fitting = like(word, std::move(found));
     if (std::ranges::find(all, fitting) == all.end()) all.push_back(std::move(fitting));

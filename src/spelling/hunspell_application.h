@@ -21,7 +21,7 @@ class HunspellApplication final : public SpellingApplication {
 
   void set_Visible(bool visible) override { visible_ = visible; }
   int Documents_count() override { return documents_; }
-  void Documents_Add() override { ++documents_; }
+  void Documents_Add() override;
   bool CheckSpelling(std::span<const Argument> arguments) override;
   std::vector<std::u16string> GetSpellingSuggestions(std::u16string_view word) override;
   void Quit(bool save_changes) override;
