@@ -51,7 +51,7 @@ TEST_F(AttributeListTest, IsAPlainListWhateverIsDone) {
   for (int round = 0; round < 20'000; ++round) {
     const std::size_t size = plain_.size();
     // Now and then much goes, often from the front.
-    switch (size == 0 ? 0 : random() % (round / 500 % 2 ? 4 : 7)) {
+    switch (size == 0 ? 0 : random() % (round / 2'500 % 2 ? 4 : 7)) {
       case 1: erase(random() % size); break;
       case 2:
       case 3: erase(0); break;

@@ -31,9 +31,11 @@ TEST_F(MouseOnScreen, SizingAnImageByItsHandle) {
   ASSERT_TRUE(
       wait_for([&] { return in_page(QStringLiteral("String(Boolean(tvxView.drawn().frame))")) == "true"; }));
   const QPoint corner = place_of(QStringLiteral("img"), 1, 1);
+  ASSERT_NE(before.find("width=\"100\" height=\"80\""), std::string::npos) << before;
   hands::drag(corner, corner + QPoint(50, 40));
   expect_changed(before);
-  EXPECT_EQ(html().find("width=100"), std::string::npos) << html();
+  EXPECT_EQ(html().find("width=\"100\""), std::string::npos) << html();
+  EXPECT_EQ(html().find("height=\"80\""), std::string::npos) << html();
 }
 
 TEST_F(MouseOnScreen, DraggingText) {
@@ -54,11 +56,12 @@ TEST_F(MouseOnScreen, DraggingText) {
 TEST_F(MouseOnScreen, MovingAColumnsEdge) {
   start("<body style='margin:20px'><table border=1 width=400><tr><td id=a width=200>one<td id=b>two</table>");
   const std::string before = html();
+  ASSERT_NE(before.find("width=\"200\""), std::string::npos) << before;
   const QPoint edge = place_of(QStringLiteral("#a"), 1, 0.5);
   hands::move(edge);
   hands::drag(edge, edge + QPoint(60, 0));
   expect_changed(before);
-  EXPECT_EQ(html().find("width=200"), std::string::npos) << html();
+  EXPECT_EQ(html().find("width=\"200\""), std::string::npos) << html();
 }
 
 TEST_F(MouseOnScreen, PastingByAMiddlePress) {
