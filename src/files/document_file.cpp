@@ -56,6 +56,7 @@ void DocumentFile::take(std::string bytes) {
   shape_ = shape_of(content.text, *tree);
   unedited_ = page_text(*tree, shape_);
   source_text_ = std::move(content.text);
+  line_ends_ = std::move(content.line_ends);
   bytes_ = std::move(bytes);
   title_as_written_.reset();
   base_as_written_.reset();
@@ -97,17 +98,21 @@ bool DocumentFile::changed_on_disk() const {
 // line, where that gives the same page.
 DocumentFile::Written DocumentFile::written(const dom::Document& document) const {
   std::u16string text = page_text(document, shape_);
-  if (text == unedited_) return {bytes_, source_text_, std::move(text)};
+  if (text == unedited_) return {bytes_, source_text_, std::move(text), line_ends_};
   for (const auto merge : {merge_markup, merge_lines}) {
-    std::string bytes = write_form(merge(unedited_, source_text_, text), form_);
-    // What the character set can't hold has become references.
-    std::u16string source = read_form(bytes).text;
-    if (page_text(*dom::parse_document(source), shape_) == text)
-      return {std::move(bytes), std::move(source), std::move(text)};
+    Written merged = spelled(merge(unedited_, source_text_, text), text);
+    if (page_text(*dom::parse_document(merged.source_text), shape_) == text) return merged;
   }
-  std::string bytes = write_form(text, form_);
-  std::u16string source = read_form(bytes).text;
-  return {std::move(bytes), std::move(source), std::move(text)};
+  return spelled(text, text);
+}
+
+// What the character set can't hold becomes references, so that the file's text is read from its bytes.
+DocumentFile::Written DocumentFile::spelled(std::u16string_view source, std::u16string page_text) const {
+  LineEnds ends;
+  if (!line_ends_.empty()) ends = line_ends_after(source_text_, line_ends_, source);
+  std::string bytes = write_form(source, form_, ends);
+  std::u16string text = read_form(bytes).text;
+  return {std::move(bytes), std::move(text), std::move(page_text), std::move(ends)};
 }
 
 std::string DocumentFile::bytes_of(const dom::Document& document) const { return written(document).bytes; }
@@ -119,6 +124,7 @@ void DocumentFile::save(const dom::Document& document, std::u16string_view path)
   bytes_ = std::move(now.bytes);
   source_text_ = std::move(now.source_text);
   unedited_ = std::move(now.page_text);
+  line_ends_ = std::move(now.line_ends);
 }
 
 }  // namespace tvx::files

@@ -14,8 +14,9 @@ class Document;
 namespace tvx::files {
 
 /// A page in a file, kept whole: what the user doesn't edit comes back as it was, head, document type and
-/// comments included, in the same character set and with the same line ends. Saved without an edit, the file
-/// has the same bytes; saved with one, the lines that the edit didn't touch are written as they were.
+/// comments included, in the same character set and each line with the end that it has. Saved without an
+/// edit, the file has the same bytes; saved with one, the lines that the edit didn't touch are written as
+/// they were.
 class DocumentFile {
  public:
   /// No page at all yet.
@@ -54,13 +55,16 @@ class DocumentFile {
   struct Written {
     std::string bytes;
     std::u16string source_text, page_text;
+    LineEnds line_ends;
   };
+  Written spelled(std::u16string_view source, std::u16string page_text) const;
   Written written(const dom::Document& document) const;
   void take(std::string bytes);
 
   std::u16string path_, source_;
   std::string bytes_;           // as they stand in the file
   std::u16string source_text_;  // what these bytes say, lines ending in LF
+  LineEnds line_ends_;          // of these lines, where they differ
   std::u16string unedited_;     // the same as this program would write it
   FileForm form_;
   PageShape shape_;

@@ -8,24 +8,28 @@
 #include "tvx/base/strings.h"
 #include "tvx/browser/loading/encoding.h"
 #include "tvx/files/references.h"
+#include "tvx/source/text_differences.h"
 
 namespace tvx::files {
 namespace {
 
 constexpr std::string_view utf8_mark = "\xEF\xBB\xBF", ascii = "us-ascii";
 
-LineEnd most_frequent_line_end(std::u16string_view text) {
-  std::size_t lf = 0, cr = 0, crlf = 0;
+LineEnds line_ends_of(std::u16string_view text) {
+  LineEnds ends;
   for (std::size_t i = 0; i < text.size(); ++i) {
-    if (text[i] == u'\n') ++lf;
+    if (text[i] == u'\n') ends.push_back(LineEnd::Lf);
     if (text[i] != u'\r') continue;
-    if (i + 1 < text.size() && text[i + 1] == u'\n') {
-      ++crlf;
-      ++i;
-    } else {
-      ++cr;
-    }
+    const bool two = i + 1 < text.size() && text[i + 1] == u'\n';
+    ends.push_back(two ? LineEnd::CrLf : LineEnd::Cr);
+    i += two;
   }
+  return ends;
+}
+
+LineEnd most_frequent(const LineEnds& ends) {
+  const auto count = [&](LineEnd end) { return std::ranges::count(ends, end); };
+  const auto lf = count(LineEnd::Lf), crlf = count(LineEnd::CrLf), cr = count(LineEnd::Cr);
   if (crlf > lf && crlf >= cr) return LineEnd::CrLf;
   return cr > lf ? LineEnd::Cr : LineEnd::Lf;
 }
@@ -40,18 +44,24 @@ std::u16string with_lf(std::u16string_view text) {
   return result;
 }
 
+std::u16string_view letters_of(LineEnd end) {
+  return end == LineEnd::Lf ? u"\n" : end == LineEnd::Cr ? u"\r" : u"\r\n";
+}
+
 /// A carriage return of the document's own, which no plain one in a file could stand for, is a reference.
-std::u16string with_line_ends(std::u16string_view text, LineEnd line_end) {
-  const std::u16string_view end = line_end == LineEnd::Lf ? u"\n" : line_end == LineEnd::Cr ? u"\r" : u"\r\n";
+std::u16string with_line_ends(std::u16string_view text, LineEnd usual, const LineEnds& ends) {
   std::u16string result;
-  result.reserve(text.size() + (end.size() > 1 ? text.size() / 16 : 0));
+  result.reserve(text.size() + (usual == LineEnd::CrLf ? text.size() / 16 : 0));
+  std::size_t line = 0;
   for (const char16_t c : text) {
-    if (c == u'\n')
-      result += end;
-    else if (c == u'\r')
+    if (c == u'\n') {
+      result += letters_of(line < ends.size() ? ends[line] : usual);
+      ++line;
+    } else if (c == u'\r') {
       result += u"&#13;";
-    else
+    } else {
       result += c;
+    }
   }
   return result;
 }
@@ -122,14 +132,48 @@ FileContent read_form(std::string_view bytes) {
   form.declared = form.byte_order_mark || CodePage::by_name(browser::declared_encoding(bytes)).has_value();
   const auto is_ascii = [](char c) { return static_cast<unsigned char>(c) < 0x80; };
   if (!form.declared && std::ranges::all_of(bytes, is_ascii)) form.charset = ascii;
-  form.line_end = most_frequent_line_end(page.text);
+  LineEnds ends = line_ends_of(page.text);
+  form.line_end = most_frequent(ends);
+  if (std::ranges::any_of(ends, [&](LineEnd end) { return end != form.line_end; }))
+    content.line_ends = std::move(ends);
   content.faithful = !contains(page.text, u"\uFFFD") || encode(page.text, form) == bytes;
   content.text = with_lf(page.text);
   return content;
 }
 
-std::string write_form(std::u16string_view markup, const FileForm& form) {
-  return encode(with_line_ends(markup, form.line_end), form);
+// Between two letters that both have, a line goes with its own end: what is equal counts from the start, then
+// from the end.
+LineEnds line_ends_after(std::u16string_view source, const LineEnds& ends, std::u16string_view text) {
+  LineEnds result;
+  std::size_t at = 0, line = 0;
+  const auto keep_to = [&](std::size_t to) {
+    for (; at < to; ++at)
+      if (source[at] == u'\n') result.push_back(ends[line++]);
+  };
+  for (const source::Difference& part : source::text_differences(source, text)) {
+    keep_to(part.begin);
+    std::u16string_view old = source.substr(part.begin, part.end - part.begin);
+    std::u16string_view now = text.substr(part.new_begin, part.new_end - part.new_begin);
+    const auto same = std::size_t(std::ranges::mismatch(old, now).in1 - old.begin());
+    keep_to(part.begin + same);
+    old.remove_prefix(same);
+    now.remove_prefix(same);
+    while (!old.empty() && !now.empty() && old.back() == now.back()) {
+      old.remove_suffix(1);
+      now.remove_suffix(1);
+    }
+    const std::size_t old_lines = line + std::size_t(std::ranges::count(old, u'\n'));
+    for (auto fresh = std::ranges::count(now, u'\n'); fresh > 0; --fresh)
+      result.push_back(line < old_lines ? ends[line++] : result.empty() ? ends.front() : result.back());
+    line = old_lines;
+    at += old.size();
+  }
+  keep_to(source.size());
+  return result;
+}
+
+std::string write_form(std::u16string_view markup, const FileForm& form, const LineEnds& ends) {
+  return encode(with_line_ends(markup, form.line_end, ends), form);
 }
 
 }  // namespace tvx::files

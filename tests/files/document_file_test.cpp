@@ -257,6 +257,40 @@ TEST_F(Files, LinesThatArentEditedStayAsTheyAreWritten) {
   EXPECT_EQ(lines_lost(page, saved), 1) << saved;
 }
 
+TEST_F(Files, EachLineKeepsItsEndWhereTheyAreMixed) {
+  DocumentFile file = opened("<p>one\r\n<p>two\n<p>three\r<p>four\r\n<!-- x\ry -->\n<p>five\n\r\n");
+  const dom::Ref<dom::Document> tree = read(on_disk());
+  ASSERT_EQ(file.bytes_of(*tree), on_disk());
+  const auto paragraph = [&](int number) {
+    dom::Node* node = tree->body()->first_child();
+    for (int i = 1; i < number; ++i) node = dom::next_element_sibling(*node);
+    return static_cast<dom::Text*>(node->first_child());
+  };
+  dom::replace_data(*paragraph(2), 3, 0, u" new");
+  EXPECT_EQ(file.bytes_of(*tree), "<p>one\r\n<p>two new\n<p>three\r<p>four\r\n<!-- x\ry -->\n<p>five\n\r\n");
+  // A line that comes new ends like the one before it, and what is saved so is saved so again.
+  dom::replace_data(*paragraph(3), 5, 0, u"\nand");
+  file.save(*tree, path("page.html"));
+  const std::string saved = "<p>one\r\n<p>two new\n<p>three\rand\r<p>four\r\n<!-- x\ry -->\n<p>five\n\r\n";
+  EXPECT_EQ(on_disk(), saved);
+  dom::replace_data(*paragraph(2), 3, 4, u"");
+  dom::replace_data(*paragraph(3), 5, 4, u"");
+  EXPECT_EQ(file.bytes_of(*tree), "<p>one\r\n<p>two\n<p>three\r<p>four\r\n<!-- x\ry -->\n<p>five\n\r\n");
+}
+
+TEST_F(Files, AFileWhoseMixedEndsBecomeOfOneKindStaysOfThat) {
+  DocumentFile file = opened("<p>a\r\n<p>b\r\n<p>c\n<p>d");
+  const dom::Ref<dom::Document> tree = read(on_disk());
+  dom::Node* const first = tree->body()->first_child();
+  dom::Node* const second = first->next_sibling();
+  dom::remove(*second);
+  dom::remove(*first);
+  file.save(*tree, path("page.html"));
+  ASSERT_EQ(on_disk(), "<p>c\n<p>d");
+  dom::set_attribute(*static_cast<dom::Element*>(tree->body()->first_child()), dom::names::id, u"x");
+  EXPECT_EQ(file.bytes_of(*tree), "<p id=\"x\">c\n<p>d");
+}
+
 TEST_F(Files, TheEndOfThePageIsWrittenOnceWhereTheLastParagraphIsntClosed) {
   const std::string page = "<!doctype html>\n<html>\n<body>\n<p>one</p>\n<p>last\n</body></html>\n";
   DocumentFile file = opened(page);

@@ -45,6 +45,7 @@ class WrittenFile {
  public:
   explicit WrittenFile(std::uint64_t seed) : random_(seed) {
     end_ = one_of({"\n", "\n", "\r\n"});
+    mixed_ = seed % 5 == 0;
     upper_ = below(3) == 0;
     whole_ = below(4) != 0;
     indent_ = one_of({"", "", "  ", "\t"});
@@ -90,7 +91,10 @@ class WrittenFile {
     for (std::size_t i = below(most); i > 0; --i) result += one_of({" ", " ", " ", "  "}) + word();
     return result;
   }
-  void line(const std::string& text) { text_ += indent_ + text + end_; }
+  void line(const std::string& text) {
+    if (mixed_) end_ = one_of({"\n", "\r\n"});
+    text_ += indent_ + text + end_;
+  }
 
   void block() {
     switch (below(11)) {
@@ -129,7 +133,7 @@ class WrittenFile {
 
   std::mt19937_64 random_;
   std::string end_, indent_, text_;
-  bool upper_ = false, whole_ = true;
+  bool upper_ = false, whole_ = true, mixed_ = false;
   std::size_t words_ = 0;
 };
 
@@ -162,8 +166,10 @@ class FileEdits {
       if (lines_[i].empty()) continue;
       if (at == now.size()) return false;
       const auto edit = words_.find(i);
-      const bool is_right =
-          edit == words_.end() ? now[at] == lines_[i] : now[at].find(edit->second) != std::string::npos;
+      const bool is_right = edit == words_.end()
+                                ? now[at] == lines_[i]
+                                : now[at].find(edit->second) != std::string::npos &&
+                                      now[at].ends_with("\r\n") == lines_[i].ends_with("\r\n");
       if (!is_right) return false;
       ++at;
     }
