@@ -265,7 +265,7 @@ void CurlConnection::open_file(std::u16string_view name, RemoteAccess access, Re
     prepare(path_of(name));
     if (type == RemoteTransferType::ASCII) driver_->set(CURLOPT_TRANSFERTEXT, 1L);
     if (writing_) driver_->set(CURLOPT_UPLOAD, 1L);
-    if (!writing_) driver_->expect_last_word();
+    if (!writing_) expect_file();
     driver_->start();
     // 125 and 150: the server's file is open. Where a protocol has no replies, bytes say so.
     driver_->drive([this] {
@@ -297,13 +297,18 @@ ListingForm CurlConnection::open_listing(std::u16string_view folder) {
 void CurlConnection::start_listing(const std::u16string& path, ListingForm form) {
   prepare(path == u"/" ? path : path + u"/");
   if (form == ListingForm::Facts) driver_->set(CURLOPT_CUSTOMREQUEST, "MLSD");
-  driver_->expect_last_word();
+  expect_file();
   driver_->start();
   driver_->drive([this] {
     const int code = driver_->reply_code();
     return code == 125 || code == 150 || driver_->has_bytes();
   });
   driver_->check();
+}
+
+void CurlConnection::expect_file() {
+  driver_->expect_last_word();
+  if (address_.protocol == Protocol::Ftp) driver_->expect_open_file();
 }
 
 std::size_t CurlConnection::read(std::span<char> block) {

@@ -50,6 +50,7 @@ class CurlConnection final : public platform::RemoteConnection {
   void run_commands(std::span<const std::string> commands);
   void run_command(std::string_view ftp, std::string_view sftp, std::u16string_view path);
   void start_listing(const std::u16string& path, platform::ListingForm form);
+  void expect_file();
   /// Every failure leaves through here: without the password.
   void guarded(const std::function<void()>& call) const;
 

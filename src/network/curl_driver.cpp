@@ -1,14 +1,12 @@
 #include "tvx/network/curl_driver.h"
 
-#include <netinet/in.h>
-#include <netinet/tcp.h>
 #include <signal.h>
-#include <sys/socket.h>
 
 #include <algorithm>
 #include <chrono>
 #include <cstring>
 #include <ctime>
+#include <limits>
 
 #include "tvx/base/error.h"
 #include "tvx/base/strings.h"
@@ -25,8 +23,6 @@ constexpr int step_milliseconds = 4;
 /// Where the reader is slower than the server, so much waits here.
 constexpr std::size_t most_waiting = std::size_t{1} << 20;
 constexpr long buffer_size = 262'144;
-/// So much may wait in the system for a slow line. What is on it already isn't counted, so none gets slower.
-constexpr int most_unsent = 131'072;
 /// A server that has got all of a file may have much to do before it says so.
 constexpr int silences_at_the_end = 4;
 
@@ -60,13 +56,6 @@ class WithoutPipeSignal {
   bool was_pending_;
 };
 
-/// Without this, megabytes of a file would stand in the system as sent, and nobody could tell a slow line
-/// from a silent server.
-int prepare_socket(void*, curl_socket_t socket, curlsocktype) {
-  setsockopt(socket, IPPROTO_TCP, TCP_NOTSENT_LOWAT, &most_unsent, sizeof most_unsent);
-  return CURL_SOCKOPT_OK;
-}
-
 }  // namespace
 
 void prepare_library() {
@@ -99,7 +88,7 @@ void CurlDriver::reset() {
   taken_ = 0;
   target_ = {};
   source_ = {};
-  source_ended_ = wants_bytes_ = ends_with_a_word_ = false;
+  source_ended_ = wants_bytes_ = ends_with_a_word_ = open_to_read_ = false;
   reply_.clear();
   unfinished_reply_.clear();
   reply_code_ = 0;
@@ -116,7 +105,7 @@ void CurlDriver::reset() {
   set(CURLOPT_READDATA, this);
   set(CURLOPT_HEADERFUNCTION, &CurlDriver::take_reply);
   set(CURLOPT_HEADERDATA, this);
-  set(CURLOPT_SOCKOPTFUNCTION, &prepare_socket);
+  sockets_.watch(easy_.get());
 }
 
 void CurlDriver::set_commands(std::span<const std::string> commands) {
@@ -142,11 +131,7 @@ void CurlDriver::interrupt() { interrupted_ = true; }
 
 /// The library says goodbye to a server when it drops a connection, and stands still for the answer. One that
 /// is closed already answers at once.
-void CurlDriver::abandon() {
-  curl_socket_t socket = CURL_SOCKET_BAD;
-  if (curl_easy_getinfo(easy_.get(), CURLINFO_ACTIVESOCKET, &socket) == CURLE_OK && socket != CURL_SOCKET_BAD)
-    shutdown(socket, SHUT_RDWR);
-}
+void CurlDriver::abandon() { sockets_.shut_down(); }
 
 int CurlDriver::tell_progress(void* self, curl_off_t, curl_off_t, curl_off_t, curl_off_t) {
   const CurlDriver& driver = *static_cast<CurlDriver*>(self);
@@ -157,8 +142,17 @@ std::int64_t CurlDriver::most_silence() const {
   return silence_ > 0 ? silence_ : options_.silence_milliseconds;
 }
 
+/// A thread costs time at each of its steps, the more the busier the machine is. Where bytes of the file have
+/// come, taking all but the last of them can't meet the end.
 void CurlDriver::perform() {
   if (!ends_with_a_word_) return do_step();
+  const std::size_t received = open_to_read_ ? sockets_.bytes_of_file() : 0;
+  if (received > 1) {
+    allowed_ = received - 1;
+    do_step();
+    allowed_ = std::numeric_limits<std::size_t>::max();
+    return;
+  }
   const std::int64_t start = milliseconds_now();
   std::int64_t elsewhere = 0;  // spent in tasks of the loop, for which no server can be blamed
   thread_.start([this] { do_step(); });
@@ -219,7 +213,10 @@ void CurlDriver::drive(const std::function<bool()>& enough) {
     if (result_ || enough()) return;
     let_loop_run();
     if (interrupted_) throw RuntimeError(network_errors::cancelled, u"The transfer has been cancelled");
-    wait();
+    if (paused_)
+      go_on_after_pause();
+    else
+      wait();
   }
 }
 
@@ -242,10 +239,11 @@ std::string CurlDriver::library_text(CURLcode code) const {
 
 std::size_t CurlDriver::take_bytes(char* bytes, std::size_t, std::size_t count, void* self) {
   CurlDriver& driver = *static_cast<CurlDriver*>(self);
-  if (driver.waiting() >= most_waiting) {
+  if (driver.waiting() >= most_waiting || count > driver.allowed_) {
     driver.paused_ = true;
     return CURL_WRITEFUNC_PAUSE;
   }
+  driver.allowed_ -= count;
   ++driver.progress_;
   std::size_t direct = 0;
   if (driver.waiting() == 0 && driver.filled_ < driver.target_.size()) {

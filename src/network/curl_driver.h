@@ -5,6 +5,7 @@
 #include <atomic>
 #include <cstdint>
 #include <functional>
+#include <limits>
 #include <memory>
 #include <optional>
 #include <span>
@@ -13,6 +14,7 @@
 
 #include "tvx/base/error.h"
 #include "tvx/network/curl_network.h"
+#include "tvx/network/open_sockets.h"
 #include "tvx/network/step_thread.h"
 
 namespace tvx::network {
@@ -39,6 +41,8 @@ class CurlDriver {
   /// At the end of a file the library stands still until the server has said its last word. Such steps are
   /// done by a thread, while the loop runs on.
   void expect_last_word() { ends_with_a_word_ = true; }
+  /// The file comes as it is, not encrypted: as long as it comes its end isn't due.
+  void expect_open_file() { open_to_read_ = true; }
   void start();
   /// Until `enough`, or the exchange is over. Throws RuntimeError where the server is silent for too long, or
   /// it is interrupted.
@@ -106,18 +110,20 @@ class CurlDriver {
   char error_[CURL_ERROR_SIZE] = "";
 
   StepThread thread_;
+  OpenSockets sockets_;
   std::atomic<bool> interrupted_ = false;
   std::atomic<bool> given_up_ = false;  // the step that is under way ends as soon as it can
-  bool started_ = false, paused_ = false, ends_with_a_word_ = false;
+  bool started_ = false, paused_ = false, ends_with_a_word_ = false, open_to_read_ = false;
   std::optional<CURLcode> result_;
   std::uint64_t progress_ = 0, seen_progress_ = 0;
   std::int64_t silent_ = 0, pumped_ = 0, silence_ = 0;
 
-  std::span<char> target_;   // where bytes that come go first
-  std::size_t filled_ = 0;   // of it
-  std::string incoming_;     // what had no room there
-  std::size_t taken_ = 0;    // of it
-  std::string_view source_;  // what is still to be given
+  std::span<char> target_;                                         // where bytes that come go first
+  std::size_t filled_ = 0;                                         // of it
+  std::string incoming_;                                           // what had no room there
+  std::size_t taken_ = 0;                                          // of it
+  std::size_t allowed_ = std::numeric_limits<std::size_t>::max();  // may come in this step
+  std::string_view source_;                                        // what is still to be given
   bool source_ended_ = false, wants_bytes_ = false;
 
   std::string reply_, unfinished_reply_;

@@ -124,7 +124,7 @@ TEST_F(RealServer, AServerThatTakesItsTimeAfterTheLastByteIsWaitedForLonger) {
 }
 
 TEST_F(RealServer, TheLoopRunsWhileTheServersLastWordIsWaitedFor) {
-  start_odd("late-answer:800");
+  start_odd("late-answer:800", 1'000'000);
   connect();
   std::int64_t longest = 0, last = milliseconds();
   std::function<void()> turn = [&] {
