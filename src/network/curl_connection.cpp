@@ -2,8 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdlib>
-#include <filesystem>
 #include <utility>
 #include <vector>
 
@@ -11,6 +9,7 @@
 #include "tvx/base/failure_of.h"
 #include "tvx/base/strings.h"
 #include "tvx/network/curl_failure.h"
+#include "tvx/network/ssh_keys.h"
 
 namespace tvx::network {
 
@@ -53,21 +52,6 @@ std::optional<std::u16string> folder_in(std::string_view reply) {
     if (reply[i] == '"' && (i + 1 == reply.size() || reply[i + 1] != '"')) return from_utf8(folder);
     if (reply[i] == '"') ++i;
     folder += reply[i];
-  }
-  return {};
-}
-
-std::string home_file(const std::string& name) {
-  const char* home = std::getenv("HOME");
-  return home && *home == '/' ? std::string(home) + "/" + name : std::string();
-}
-
-/// The user's key that is there, in the order in which they are usually made.
-std::string usual_key() {
-  for (const char* name : {".ssh/id_ed25519", ".ssh/id_ecdsa", ".ssh/id_rsa"}) {
-    std::error_code error;
-    if (const std::string path = home_file(name); !path.empty() && std::filesystem::exists(path, error))
-      return path;
   }
   return {};
 }
@@ -135,8 +119,11 @@ void CurlConnection::prepare_keys() {
     return;
   }
   driver.set(CURLOPT_SSH_AUTH_TYPES, static_cast<long>(CURLSSH_AUTH_AGENT | CURLSSH_AUTH_PUBLICKEY));
-  const std::string key = options_.private_key_file.empty() ? usual_key() : options_.private_key_file;
-  if (!key.empty()) driver.set(CURLOPT_SSH_PRIVATE_KEYFILE, key.c_str());
+  if (const std::string key = key_file(); !key.empty()) driver.set(CURLOPT_SSH_PRIVATE_KEYFILE, key.c_str());
+}
+
+std::string CurlConnection::key_file() const {
+  return options_.private_key_file.empty() ? usual_key() : options_.private_key_file;
 }
 
 /// The environment's proxies are not the host's.
@@ -162,12 +149,20 @@ void CurlConnection::connect() {
   };
   if (const auto failure = failure_of(log_in)) {
     if (driver_->result() != CURLE_SSL_CONNECT_ERROR || !std::exchange(takes_up_sessions_, false))
-      throw *failure;
+      throw with_reason(*failure);
     log_in();
   }
   char* entry = nullptr;
   curl_easy_getinfo(driver_->handle(), CURLINFO_FTP_ENTRY_PATH, &entry);
   if (entry && *entry == '/') folder_ = joined_path(u"/", from_utf8(entry));
+}
+
+/// Where a user's key is refused neither the server nor the library says why.
+RuntimeError CurlConnection::with_reason(const RuntimeError& failure) const {
+  const bool by_key = is_sftp() && password_.empty();
+  if (!by_key || failure.number() != network_errors::login_failure) return failure;
+  const std::u16string reason = reason_for_refusal(key_file());
+  return reason.empty() ? failure : RuntimeError(failure.number(), failure.text() + u". " + reason);
 }
 
 void CurlConnection::close() {

@@ -45,6 +45,8 @@ class CurlConnection final : public platform::RemoteConnection {
   void prepare(std::u16string_view path);
   void prepare_security();
   void prepare_keys();
+  std::string key_file() const;
+  RuntimeError with_reason(const RuntimeError& failure) const;
   void prepare_proxy();
   /// Commands alone, and nothing carried.
   void run_commands(std::span<const std::string> commands);

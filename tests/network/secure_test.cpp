@@ -4,6 +4,7 @@
 #include <cstdlib>
 
 #include "network/server_fixture.h"
+#include "tvx/network/ssh_keys.h"
 
 /// TLS and SSH: who is trusted, and what happens where nobody is.
 namespace tvx::network {
@@ -207,6 +208,33 @@ TEST_F(SecureServer, AKeyThatTheServerDoesNotTakeIsAFailedLogin) {
   make_sftp_client();
   EXPECT_FALSE(client->Connect());
   EXPECT_THAT(errors(), ElementsAre(HasSubstr("error 12015 Connect - Message: ")));
+}
+
+/// Whether the server takes it depends on the system's library: what counts is that nobody is left to guess.
+TEST_F(SecureServer, AnRsaKeyIsTakenOrTheErrorSaysWhyNot) {
+  start_sshd();
+  know_host();
+  for (const std::string form : {"", "-m PEM"}) {  // OpenSSH's own form, and the older one
+    ASSERT_EQ(run("ssh-keygen -q -t rsa -b 2048 " + form + " -N '' -f " + file("rsa")), 0);
+    ASSERT_EQ(run("cat " + file("rsa.pub") + " >> " + file("user.pub") + " && rm " + file("rsa.pub")), 0);
+    EXPECT_TRUE(is_rsa_key(file("rsa"))) << form;
+    options.private_key_file = file("rsa");
+    make_sftp_client();
+    const auto refusal = AllOf(HasSubstr("error 12015 Connect - Message: "), HasSubstr("/rsa is an RSA key"),
+                               HasSubstr("Use an Ed25519 or ECDSA key"));
+    const bool taken = client->Connect();
+    const std::vector<std::string> told = errors();
+    EXPECT_TRUE(taken || testing::Matches(ElementsAre(refusal))(told)) << testing::PrintToString(told);
+    std::filesystem::remove(file("rsa"));
+  }
+}
+
+TEST_F(SecureServer, NoOtherKeyIsTakenForRsa) {
+  for (const std::string kind : {"ed25519", "ecdsa"}) {
+    ASSERT_EQ(run("ssh-keygen -q -t " + kind + " -N '' -f " + file(kind)), 0);
+    EXPECT_FALSE(is_rsa_key(file(kind))) << kind;
+  }
+  EXPECT_FALSE(is_rsa_key(file("nothing")));
 }
 
 // --- without either ---
