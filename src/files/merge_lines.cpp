@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "tvx/base/strings.h"
+#include "tvx/source/rising_pairs.h"
 
 namespace tvx::files {
 namespace {
@@ -84,30 +85,10 @@ std::vector<std::pair<std::size_t, std::size_t>> unique_pairs(const Lines& a, co
   return pairs;
 }
 
-/// The longest choice of pairs that rises on both sides, by patience sorting.
-std::vector<std::pair<std::size_t, std::size_t>> longest_rise(
-    const std::vector<std::pair<std::size_t, std::size_t>>& pairs) {
-  constexpr std::size_t none = std::size_t(-1);
-  std::vector<std::size_t> tops, before(pairs.size(), none);
-  for (std::size_t i = 0; i < pairs.size(); ++i) {
-    const auto pile = std::ranges::lower_bound(tops, pairs[i].second, {},
-                                               [&](std::size_t top) { return pairs[top].second; });
-    if (pile != tops.begin()) before[i] = *(pile - 1);
-    if (pile == tops.end())
-      tops.push_back(i);
-    else
-      *pile = i;
-  }
-  std::vector<std::pair<std::size_t, std::size_t>> rise;
-  for (std::size_t i = tops.empty() ? none : tops.back(); i != none; i = before[i]) rise.push_back(pairs[i]);
-  std::ranges::reverse(rise);
-  return rise;
-}
-
 /// For each line of `a` its place in `b`, nothing where it has none; the places rise.
 std::vector<std::optional<std::size_t>> matches(const Lines& a, const Lines& b) {
   std::vector<std::optional<std::size_t>> result(a.size());
-  auto anchors = longest_rise(unique_pairs(a, b));
+  auto anchors = source::longest_rise(unique_pairs(a, b));
   anchors.emplace_back(a.size(), b.size());
   std::size_t from_a = 0, from_b = 0;
   for (const auto& [to_a, to_b] : anchors) {

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "tvx/source/rising_pairs.h"
+
 namespace tvx::source {
 namespace {
 
@@ -80,8 +82,7 @@ std::vector<std::pair<std::uint32_t, std::size_t>> unique_items(Items items) {
   return found;
 }
 
-/// Items that occur once in each sequence, as pairs of places; of these the longest choice that rises on both
-/// sides, by patience sorting.
+/// Items that occur once in each sequence, as pairs of places; of these the longest choice that rises.
 std::vector<Pair> unique_pairs(Items a, Items b) {
   const auto in_a = unique_items(a), in_b = unique_items(b);
   std::vector<Pair> pairs;
@@ -92,21 +93,7 @@ std::vector<Pair> unique_pairs(Items a, Items b) {
       i->first < j->first ? ++i : ++j;
   }
   std::ranges::sort(pairs);
-  constexpr std::size_t none = static_cast<std::size_t>(-1);
-  std::vector<std::size_t> tops, before(pairs.size(), none);
-  for (std::size_t i = 0; i < pairs.size(); ++i) {
-    const auto pile = std::ranges::lower_bound(tops, pairs[i].second, {},
-                                               [&](std::size_t top) { return pairs[top].second; });
-    if (pile != tops.begin()) before[i] = *(pile - 1);
-    if (pile == tops.end())
-      tops.push_back(i);
-    else
-      *pile = i;
-  }
-  std::vector<Pair> rise;
-  for (std::size_t i = tops.empty() ? none : tops.back(); i != none; i = before[i]) rise.push_back(pairs[i]);
-  std::ranges::reverse(rise);
-  return rise;
+  return longest_rise(pairs);
 }
 
 class Comparison {
