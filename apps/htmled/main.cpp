@@ -1,5 +1,6 @@
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QIcon>
 #include <algorithm>
 #include <initializer_list>
 #include <iostream>
@@ -41,6 +42,8 @@ const QCommandLineOption& language_option() {
 void set_up(QCommandLineParser& parser) {
   QCoreApplication::setApplicationName(QStringLiteral("htmled"));
   QCoreApplication::setApplicationVersion(QStringLiteral(TVX_VERSION));
+  // A desktop finds the program's entry, and with it its icon, by this name.
+  QGuiApplication::setDesktopFileName(QStringLiteral("org.tvxhtml.htmled"));
   parser.setApplicationDescription(QStringLiteral("A visual editor for HTML documents."));
   parser.addHelpOption();
   parser.addVersionOption();
@@ -74,6 +77,7 @@ int main(int argc, char** argv) {
   tvx::qt::prepare_web_engine();
   QApplication application(argc, argv);
   parser.process(application);
+  QApplication::setWindowIcon(QIcon(QStringLiteral(":/htmled/icon.svg")));
 
   tvx::qt::MessageLoop loop;
   const QString file = parser.positionalArguments().value(0);
