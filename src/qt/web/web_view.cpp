@@ -129,9 +129,11 @@ WebView::Private::~Private() {
 // has loaded is there to be spoken to.
 void WebView::Private::start_script() {
   static const QString source = [] {
-    const QString sheets =
-        QStringLiteral("const TVX_SHEETS={editing:%1,overlay:%2};")
-            .arg(quoted(resource(":/tvx/view/editing.css")), quoted(resource(":/tvx/view/overlay.css")));
+    QString sheets;
+    for (const char* name : {"editing", "overlay", "rooms", "divided"})
+      sheets += QStringLiteral("%1:%2,").arg(QLatin1String(name),
+                                             quoted(resource(":/tvx/view/" + QByteArray(name) + ".css")));
+    sheets = QStringLiteral("const TVX_SHEETS={%1};").arg(sheets);
     // All in one function: the isolated world's global object shows the page's ids as names. And once a page:
     // the host may speak to one page twice when loads overtake each other.
     return QStringLiteral(

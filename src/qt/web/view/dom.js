@@ -20,7 +20,9 @@ export const removeChild = taken(Node.prototype, 'removeChild');
 
 export const setAttribute = taken(Element.prototype, 'setAttribute');
 export const setAttributeNS = taken(Element.prototype, 'setAttributeNS');
+export const getAttribute = taken(Element.prototype, 'getAttribute');
 export const removeAttribute = taken(Element.prototype, 'removeAttribute');
+export const attachShadow = taken(Element.prototype, 'attachShadow');
 export const closest = taken(Element.prototype, 'closest');
 export const matches = taken(Element.prototype, 'matches');
 export const boxOf = taken(Element.prototype, 'getBoundingClientRect');
@@ -30,6 +32,8 @@ export const clientLeftOf = taken(Element.prototype, 'clientLeft');
 export const clientTopOf = taken(Element.prototype, 'clientTop');
 export const clientWidthOf = taken(Element.prototype, 'clientWidth');
 export const clientHeightOf = taken(Element.prototype, 'clientHeight');
+
+export const computedStyleMapOf = taken(Element.prototype, 'computedStyleMap');
 
 export const listenOn = taken(EventTarget.prototype, 'addEventListener');
 
@@ -42,11 +46,13 @@ const createTextNode = taken(Document.prototype, 'createTextNode');
 const createComment = taken(Document.prototype, 'createComment');
 const createRange = taken(Document.prototype, 'createRange');
 const createTreeWalker = taken(Document.prototype, 'createTreeWalker');
+const getStyleSheets = taken(Document.prototype, 'styleSheets');
 const elementFromPoint = taken(Document.prototype, 'elementFromPoint');
 const caretRangeFromPoint = taken(Document.prototype, 'caretRangeFromPoint');
 
 export const root = () => getRoot(document);
 export const body = () => getBody(document);
+export const styleSheets = () => getStyleSheets(document);
 export const newElement = (name) => createElement(document, name);
 export const newElementIn = (space, name) => createElementNS(document, space, name);
 export const newText = (text) => createTextNode(document, text);

@@ -1,9 +1,10 @@
 // Patches: operations that make the page's tree what the document's is.
 
-import { boxOf, detach, insertBefore, newComment, newElement, newElementIn, newText, parentOf, removeAttribute, root,
+import { boxOf, detach, insertBefore, nameOf, newComment, newElement, newElementIn, newText, parentOf, removeAttribute, root,
   setAttribute, setAttributeNS, walk } from './dom.js';
 import { host, keepHost } from './host.js';
 import { ids, nodes, state } from './state.js';
+import { childCame, childGoes, forgetRooms, settleRooms, styleMayDiffer, stylesMayDiffer } from './rooms.js';
 import { tell } from './messages.js';
 import { unmark } from './marks.js';
 
@@ -21,7 +22,28 @@ function put(node, parentId, beforeId) {
   const parent = parentId ? known(parentId) : document;
   let before = beforeId ? known(beforeId) : null;
   if (!before && parentOf(host) === parent) before = host;
+  takeOut(node);
   insertBefore(parent, node, before);
+  childCame(parent, node, before);
+  if (isOfASheet(node)) stylesMayDiffer();
+}
+
+function takeOut(node) {
+  const parent = parentOf(node);
+  if (!parent) return;
+  if (isOfASheet(node)) stylesMayDiffer();
+  childGoes(parent, node);
+  detach(node);
+}
+
+/// A style sheet, or the text of one.
+function isOfASheet(node) {
+  const name = nameOf(node);
+  if (name === '#text') {
+    const parent = parentOf(node);
+    return parent !== null && nameOf(parent) === 'STYLE';
+  }
+  return name === 'STYLE' || name === 'LINK' || name === 'HEAD';
 }
 
 function remember(id, node) {
@@ -49,12 +71,14 @@ function makeElement(id, parent, before, name, space, attributes) {
 }
 
 function forget(top) {
-  detach(top);
+  takeOut(top);
   const walker = walk(top);
   for (let node = top; node; node = walker.nextNode()) {
     const id = ids.get(node);
     if (id !== undefined && nodes.get(id) === node) nodes.delete(id);
     unmark(node);
+    forgetRooms(node);
+    if (isOfASheet(node)) stylesMayDiffer();
   }
 }
 
@@ -62,13 +86,29 @@ const operations = {
   e: makeElement,
   t: (id, parent, before, text) => put(remember(id, newText(text)), parent, before),
   c: (id, parent, before, text) => put(remember(id, newComment(text)), parent, before),
-  d: (id) => detach(known(id)),
+  d: (id) => takeOut(known(id)),
   p: (id, parent, before) => put(known(id), parent, before),
   f: (id) => forget(known(id)),
-  x: (id, offset, length, text) => known(id).replaceData(offset, length, text),
-  a: (id, name, value, space) => give(known(id), name, value, space),
-  n: (id, name) => removeAttribute(known(id), name),
+  x: (id, offset, length, text) => {
+    const node = known(id);
+    node.replaceData(offset, length, text);
+    if (isOfASheet(node)) stylesMayDiffer();
+  },
+  a: (id, name, value, space) => {
+    give(known(id), name, value, space);
+    noteStyle(known(id));
+  },
+  n: (id, name) => {
+    removeAttribute(known(id), name);
+    noteStyle(known(id));
+  },
 };
+
+function noteStyle(element) {
+  if (isOfASheet(element)) stylesMayDiffer();
+  else styleMayDiffer(element);
+}
+
 
 /// Applies a patch and lays the page out. What doesn't fit is told and passed over.
 export function applyPatch(number, list) {
@@ -85,6 +125,7 @@ export function applyPatch(number, list) {
     }
   }
   keepHost();
+  settleRooms();
   state.seen = number;
   if (root()) boxOf(root());
   tell('done', number);

@@ -14,6 +14,7 @@ import { drawOverlay, drawnBoxes, factsLater } from './drawing.js';
 import { listenToMouse } from './mouse.js';
 import { mark, markedWords } from './marks.js';
 import { nodes, state } from './state.js';
+import { allowRooms, listenToStyles, roomCounts } from './rooms.js';
 import { scrollIntoView } from './dom.js';
 import { select } from './selection.js';
 import { showUnderWay } from './under_way.js';
@@ -59,7 +60,7 @@ const commands = {
 };
 
 /// For who looks from outside of this script, in this world alone.
-const view = { drawn: drawnBoxes, marked: markedWords, longestStall: 0 };
+const view = { drawn: drawnBoxes, marked: markedWords, rooms: roomCounts, allowRooms, longestStall: 0 };
 
 function run(text) {
   const since = performance.now();
@@ -73,6 +74,7 @@ function run(text) {
 
 Object.defineProperty(globalThis, 'tvxView', { value: view });
 listenToMouse();
+listenToStyles();
 const editingSheet = new CSSStyleSheet();
 editingSheet.replaceSync(TVX_SHEETS.editing);
 document.adoptedStyleSheets = [editingSheet, coverSheet];

@@ -67,7 +67,13 @@ class Element extends Node {
     return this;
   }
   scrollIntoView() {}
-  attachShadow() { return new Element('#SHADOW'); }
+  attachShadow() {
+    this.shadow = new Element('#SHADOW');  // closed in a browser; a test may see it
+    return this.shadow;
+  }
+  assign(...nodes) { this.assigned = nodes; }
+  computedStyleMap() { return { get: (name) => (this.computed && this.computed[name]) || 'auto' }; }
+  remove() { if (this.parentNode) Node.prototype.removeChild.call(this.parentNode, this); }
   get clientLeft() { return 0; }
   get clientTop() { return 0; }
   get clientWidth() { return this.#box.width; }
@@ -95,6 +101,7 @@ class Document extends Node {
   constructor() { super(9, '#document'); }
   get documentElement() { return this.childNodes.find((node) => node instanceof Element) || null; }
   get body() { return this.documentElement.childNodes.find((node) => node.nodeName === 'BODY') || null; }
+  get styleSheets() { return []; }
   createElement(name) { return new HTMLElement(name.toUpperCase()); }
   createElementNS(space, name) { return new Element(name); }
   createTextNode(text) { return new Text(text); }
@@ -127,10 +134,12 @@ const document = new Document();
 document.appendChild(document.createElement('html')).setAttribute('tvx-page', '7');
 Object.assign(globalThis, {
   Node, Element, HTMLElement, Document, CSSStyleSheet, MessageChannel, document, window: globalThis,
-  TVX_SHEETS: { editing: '', overlay: '' }, innerWidth: 800, innerHeight: 600, scrollX: 0, scrollY: 0,
-  getComputedStyle: (element) => ({
+  TVX_SHEETS: { editing: '', overlay: '', rooms: '', divided: '' }, innerWidth: 800, innerHeight: 600, scrollX: 0, scrollY: 0,
+  getComputedStyle: (element, pseudo) => ({
+    content: 'none', display: /^(A|B|I|SPAN)$/.test(element.nodeName) ? 'inline' : 'block', float: 'none', position: 'static',
+    columnCount: 'auto', columnWidth: 'auto', writingMode: 'horizontal-tb', aspectRatio: 'auto',
     direction: 'ltr', borderCollapse: 'separate', borderSpacing: '0px', boxSizing: 'content-box', paddingLeft: '0px',
-    paddingRight: '0px', borderLeftWidth: '0px', borderRightWidth: '0px', ...element.computed,
+    paddingRight: '0px', borderLeftWidth: '0px', borderRightWidth: '0px', ...(pseudo ? element[pseudo] : element.computed),
   }),
 });
 

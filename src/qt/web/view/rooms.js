@@ -1,0 +1,153 @@
+// Rooms: boxes that the children of a large element stand in, so that the engine lays out and paints a few dozen of them
+// anew and not thousands. The boxes are slots in a closed shadow tree of the element: the page's own tree is as it was,
+// and with it what selectors, positions and the mirror see. Where boxes would change how a page appears, an element has
+// none, or they are no boxes (rooms.css).
+
+import { BLOCKS, beginsLine, isPlain, needsItsParent, valueOf } from './room_rules.js';
+import { RoomList } from './room_list.js';
+import { attachShadow, childrenOf, nameOf, newElement, parentOf, typeOf } from './dom.js';
+import { sheetFacts, sheetsMayDiffer } from './sheet_facts.js';
+
+const LEAST = 200;  // an element with more children is large
+const HOSTS = new Set(['BODY', 'DIV', 'SECTION', 'ARTICLE', 'MAIN', 'ASIDE', 'BLOCKQUOTE', 'HEADER', 'FOOTER', 'NAV']);
+
+function sheetOf(text) {
+  const sheet = new CSSStyleSheet();
+  sheet.replaceSync(text);
+  return sheet;
+}
+const flatSheet = sheetOf(TVX_SHEETS.rooms), dividedSheet = sheetOf(TVX_SHEETS.divided);
+
+const large = new Map();    // element to { element, inside, list, isDivided, hasHeight, unsure }
+const touched = new Set();  // elements whose children have changed
+let allUnsure = false;      // anything may have another style
+let allowed = true;
+
+// --- what patches tell ---
+
+export function childCame(parent, node, before) {
+  touched.add(parent);
+  const one = large.get(parent);
+  if (one) one.list.add(node, before);
+}
+
+export function childGoes(parent, node) {
+  touched.add(parent);
+  const one = large.get(parent);
+  if (one) one.list.remove(node);
+}
+
+export function forgetRooms(element) {
+  large.delete(element);
+}
+
+/// An attribute of an element has changed, and with it perhaps its style, or that of others.
+export function styleMayDiffer(element) {
+  const one = large.get(parentOf(element));
+  if (one) {
+    one.list.touch(element);
+    touched.add(one.element);
+  }
+  if (large.has(element) || nameOf(element) === 'HTML' || nameOf(element) === 'BODY') allUnsure = true;
+}
+
+/// A sheet or the window has changed.
+export function stylesMayDiffer() {
+  sheetsMayDiffer();
+  allUnsure = true;
+}
+
+// --- the boxes ---
+
+const isMostlyBlock = (node) => BLOCKS.has(nameOf(node));
+
+function makeRooms(element) {
+  if (!allowed || !HOSTS.has(nameOf(element)) || childrenOf(element).length <= LEAST || !isPlain(element)) return;
+  const one = { element, inside: null, list: new RoomList(), isDivided: null, unsure: true,
+    hasHeight: valueOf(element, 'height') !== 'auto' };
+  for (const node of childrenOf(element)) {
+    if (needsItsParent(node, one)) return;
+    one.list.add(node, null);
+  }
+  one.list.divide(isMostlyBlock);
+  if (one.list.rooms.length < 2) return;
+  one.inside = attachShadow(element, { mode: 'closed', slotAssignment: 'manual' });
+  large.set(element, one);
+  setDivided(one, true);
+}
+
+/// Makes the slots what the list says, and answers the rooms whose start may be another. From the end on: a slot is put
+/// before the next one. A comment can't stand in a slot.
+function fillRooms(one) {
+  const { dirty, rooms } = one.list;
+  for (const room of dirty) if (room.slot && !rooms.includes(room)) room.slot.remove();
+  let next = null;
+  for (let i = rooms.length - 1; i >= 0; --i) {
+    const room = rooms[i];
+    if (!room.slot) room.slot = one.inside.insertBefore(newElement('slot'), next);
+    if (dirty.has(room)) room.slot.assign(...room.children.filter((node) => typeOf(node) !== 8));
+    next = room.slot;
+  }
+  const changed = rooms.filter((room, i) => dirty.has(room) || dirty.has(rooms[i - 1]));
+  dirty.clear();
+  return changed;
+}
+
+function setDivided(one, isDivided) {
+  if (one.isDivided === isDivided) return;
+  one.isDivided = isDivided;
+  one.inside.adoptedStyleSheets = isDivided ? [flatSheet, dividedSheet] : [flatSheet];
+}
+
+function settle(one) {
+  const { element, list } = one;
+  if (one.unsure) list.forgetRefusals();
+  list.divide(isMostlyBlock);
+  const changed = fillRooms(one);
+  if (!allowed || !isPlain(element)) {
+    one.unsure = true;
+    return setDivided(one, false);
+  }
+  const doubtful = new Set(one.unsure ? list.rooms : changed);
+  one.unsure = false;
+  one.hasHeight = valueOf(element, 'height') !== 'auto';
+  for (const room of doubtful) list.mend(room, beginsLine);
+  for (const room of fillRooms(one)) doubtful.add(room);
+  for (const room of doubtful) room.isOdd = room.isTorn || room.children.some((child) => needsItsParent(child, one));
+  setDivided(one, !list.rooms.some((room) => room.isOdd));
+}
+
+/// After changes of the tree and of styles: brings the rooms up to date.
+export function settleRooms() {
+  if (!allUnsure && !touched.size) return;
+  for (const element of touched) if (!large.has(element)) makeRooms(element);
+  for (const one of large.values()) {
+    if (allUnsure) one.unsure = true;
+    if (one.unsure || one.list.dirty.size) settle(one);
+  }
+  touched.clear();
+  allUnsure = false;
+}
+
+/// Sheets that arrive, and rules that hold for some windows.
+export function listenToStyles() {
+  window.addEventListener('load', ({ target }) => {
+    if (nameOf(target) !== 'LINK' && nameOf(target) !== 'STYLE') return;
+    stylesMayDiffer();
+    settleRooms();
+  }, true);
+  window.addEventListener('resize', () => {
+    if (!large.size || !sheetFacts().changing) return;
+    allUnsure = true;
+    settleRooms();
+  });
+}
+
+/// For tests: the rooms of all large elements, divided or not, and whether elements may be divided at all.
+export const roomCounts = () => [...large.values()].map((one) => (one.isDivided ? one.list.rooms.length : 0));
+
+export function allowRooms(isAllowed) {
+  allowed = isAllowed;
+  allUnsure = true;
+  settleRooms();
+}

@@ -1,0 +1,179 @@
+#include <QImage>
+#include <QWebEnginePage>
+
+#include "qt/real_view.h"
+#include "qt/web/room_pages.h"
+#include "tvx/base/strings.h"
+#include "tvx/dom/inner_html.h"
+#include "tvx/dom/mutation.h"
+#include "tvx/dom/tree.h"
+
+/// Rooms of large elements change nothing but the time that the engine takes.
+namespace tvx::qt {
+namespace {
+
+/// What the page says of itself: where all elements are, what is at points of the window, where lines go on.
+constexpr char account_script[] = R"js((function () {
+  const numbers = new Map(), walker = document.createTreeWalker(document);
+  for (let node = document; node; node = walker.nextNode()) numbers.set(node, numbers.size);
+  const boxes = [...document.querySelectorAll('*:not(tvx-host)')].map((element) => {
+    const box = element.getBoundingClientRect();
+    return [box.left, box.top, box.width, box.height].map((length) => length.toFixed(2)).join();
+  });
+  const hits = [];
+  for (const top of [0, document.documentElement.scrollHeight / 2, 1e7]) {
+    window.scrollTo(0, top);
+    for (let y = 1; y < innerHeight; y += 7)
+      for (let x = 3; x < innerWidth; x += 61) {
+        const caret = document.caretRangeFromPoint(x, y);
+        hits.push([numbers.get(document.elementFromPoint(x, y)),
+          caret && numbers.get(caret.startContainer) + ':' + caret.startOffset].join());
+      }
+  }
+  window.scrollTo(0, 0);
+  const selection = getSelection(), stops = [];
+  const stop = () => stops.push(numbers.get(selection.focusNode) + ':' + selection.focusOffset);
+  selection.collapse(document.body, 0);
+  for (let i = 0; i < 300; ++i) stop(selection.modify('move', 'forward', 'line'));
+  for (let i = 0; i < 50; ++i) stop(selection.modify('move', 'backward', 'line'));
+  for (let i = 0; i < 100; ++i) stop(selection.modify('move', 'right', 'character'));
+  for (const way of ['forward', 'backward']) stop(selection.modify('extend', way, 'lineboundary'));
+  selection.removeAllRanges();
+  return [boxes.join(' '), hits.join(' '), stops.join(' ')].join('\n');
+})())js";
+
+class Rooms : public RealView {
+ protected:
+  Rooms() {
+    window_->resize(800, 1500);
+    view_->widget()->setGeometry(0, 0, 800, 1500);
+  }
+
+  /// Shows a page that comes in two parts: first what may forbid rooms, then so many children that they are
+  /// made.
+  void show(const RoomPage& page, bool with_rooms) {
+    open(page.head());
+    in_page(std::string("tvxView.allowRooms(") + (with_rooms ? "true" : "false") + ")");
+    dom::set_inner_html(*document_->body(), page.content());
+    ASSERT_TRUE(settle());
+  }
+
+  int rooms() { return std::stoi(in_page("String(tvxView.rooms().reduce((a, b) => a + b, 0))")); }
+
+  /// The window as soon as it stays the same.
+  QImage picture() {
+    QImage last;
+    for (int i = 0; i < 40; ++i) {
+      wait_for([] { return false; }, 60);
+      QImage now = window_->grab().toImage();
+      if (i > 2 && now == last) return now;
+      last = std::move(now);
+    }
+    ADD_FAILURE() << "the window doesn't come to rest";
+    return last;
+  }
+
+  /// The page on paper, without the hour that it was printed at.
+  QByteArray paper() {
+    QByteArray sheets;
+    bool done = false;
+    view_->page()->printToPdf([&](const QByteArray& pdf) {
+      sheets = pdf;
+      done = true;
+    });
+    wait_for([&] { return done; });
+    QList<QByteArray> lines = sheets.split('\n');
+    lines.removeIf([](const QByteArray& line) { return line.contains("Date (D:"); });
+    return lines.join('\n');
+  }
+};
+
+int count_dark(const QImage& picture) {
+  int dark = 0;
+  for (int y = 0; y < picture.height(); y += 3)
+    for (int x = 0; x < picture.width(); x += 3) dark += qGray(picture.pixel(x, y)) < 128;
+  return dark;
+}
+
+TEST_F(Rooms, ChangeNoPicture) {
+  for (const RoomPage& page : room_pages()) {
+    SCOPED_TRACE(page.name);
+    show(page, false);
+    EXPECT_EQ(rooms(), 0);
+    const QImage without = picture();
+    EXPECT_GT(count_dark(without), 50);
+    show(page, true);
+    EXPECT_EQ(rooms() > 1, page.divided) << rooms();
+    EXPECT_EQ(picture(), without);
+    in_page("tvxView.allowRooms(false)");  // no boxes, but still there
+    EXPECT_EQ(rooms(), 0);
+    EXPECT_EQ(picture(), without);
+  }
+}
+
+TEST_F(Rooms, ChangeNothingOfWhereThingsAreAndWhatIsHit) {
+  for (const RoomPage& page : room_pages()) {
+    SCOPED_TRACE(page.name);
+    show(page, false);
+    const std::string without = in_page(account_script);
+    EXPECT_GT(without.size(), 10'000U);
+    show(page, true);
+    EXPECT_TRUE(in_page(account_script) == without);
+    EXPECT_EQ(shown(), expected());
+  }
+}
+
+TEST_F(Rooms, AreNotOnPaper) {
+  for (const RoomPage& page : room_pages()) {
+    if (!page.divided) continue;
+    SCOPED_TRACE(page.name);
+    show(page, false);
+    const QByteArray without = paper();
+    EXPECT_GT(without.size(), 2000);
+    show(page, true);
+    EXPECT_GT(rooms(), 1);
+    EXPECT_TRUE(paper() == without);
+  }
+}
+
+/// Styles that come later.
+TEST_F(Rooms, GoWhereAStyleForbidsThem) {
+  const RoomPage page{"", true, false, u"", {u"<p>#</p>"}};
+  show(page, true);
+  EXPECT_GT(rooms(), 1);
+  const auto agrees = [this] {
+    const std::string now = in_page(account_script);
+    in_page("tvxView.allowRooms(false)");
+    const bool same = in_page(account_script) == now;
+    in_page("tvxView.allowRooms(true)");
+    return same;
+  };
+  dom::Element& body = *document_->body();
+  dom::set_attribute(body, dom::Name(u"style"), u"column-count: 2");
+  ASSERT_TRUE(settle());
+  EXPECT_EQ(rooms(), 0);
+  EXPECT_TRUE(agrees());
+  dom::remove_attribute(body, dom::Name(u"style"));
+  ASSERT_TRUE(settle());
+  EXPECT_GT(rooms(), 1);
+  const dom::Ref<dom::Element> style = element(dom::Tag::Style);
+  const auto write_style = [&](std::u16string_view text) {
+    dom::set_inner_html(*style, text);
+    return settle();
+  };
+  ASSERT_TRUE(write_style(u"p { position: sticky; top: 0 }"));
+  EXPECT_EQ(rooms(), 0);
+  EXPECT_TRUE(agrees());
+  ASSERT_TRUE(write_style(u"p:nth-child(odd) { display: inline }"));
+  EXPECT_GT(rooms(), 1);
+  EXPECT_TRUE(agrees());
+  ASSERT_TRUE(write_style(u"p { float: left }"));
+  EXPECT_TRUE(agrees());
+  ASSERT_TRUE(write_style(u"@media (min-width: 700px) { body { display: flex; flex-wrap: wrap } }"));
+  EXPECT_EQ(rooms(), 0);
+  view_->widget()->resize(600, 1500);
+  EXPECT_TRUE(wait_for([this] { return rooms() > 1; }, 3000));
+}
+
+}  // namespace
+}  // namespace tvx::qt

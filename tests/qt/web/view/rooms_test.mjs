@@ -1,0 +1,235 @@
+// Rooms of large elements, on a small DOM: which child stands in which slot.
+
+import './small_dom.mjs';
+import assert from 'node:assert/strict';
+import test from 'node:test';
+
+const folder = new URL('../../../../src/qt/web/view/', import.meta.url);
+const { MOST, RoomList, WANTED } = await import(new URL('room_list.js', folder));
+const { applyPatch } = await import(new URL('patches.js', folder));
+const { inheritedAnew } = await import(new URL('sheet_facts.js', folder));
+const { nodes } = await import(new URL('state.js', folder));
+const { roomCounts } = await import(new URL('rooms.js', folder));
+
+/// Numbers that are the same in each run.
+function random(seed) {
+  return (count) => {
+    seed = (seed * 1103515245 + 12345) % 2147483648;
+    return Math.floor(seed / 65536) % count;
+  };
+}
+
+let patch = 0, lastId = 0;
+const apply = (...operations) => applyPatch(++patch, operations);
+const element = (name, parent, before = 0, attributes = []) =>
+  ['e', ++lastId, parent, before, name, 0, attributes];
+
+/// A new page; answers its body's number.
+function newPage() {
+  if (nodes.size) apply(['f', [...nodes.keys()][0]]);
+  const html = element('html', 0);
+  const body = element('body', html[1]);
+  apply(html, body);
+  return body[1];
+}
+
+const slotsOf = (parent) => nodes.get(parent).shadow.childNodes.filter((slot) => slot.nodeName === 'SLOT');
+const inSlots = (parent) => slotsOf(parent).flatMap((slot) => slot.assigned);
+const seenChildren = (parent) => nodes.get(parent).childNodes.filter((node) => node.nodeType !== 8);
+
+function fill(parent, count, name = 'p') {
+  for (let i = 0; i < count; ++i) apply(element(name, parent), ['t', ++lastId, parent, 0, '\n']);
+}
+
+test('a list of rooms keeps all children in their order, in rooms of a fitting size', () => {
+  const pick = random(1), list = new RoomList(), model = [];
+  const isBlock = (node) => node.isBlock;
+  for (let round = 0; round < 400; ++round) {
+    for (let i = pick(60); i > 0; --i) {
+      const at = pick(model.length + 1);
+      if (pick(5) < 2 && model[at]) {
+        list.remove(model[at]);
+        model.splice(at, 1);
+      } else {
+        const node = { isBlock: pick(3) > 0 };
+        list.add(node, model[at] || null);
+        model.splice(at, 0, node);
+      }
+    }
+    list.divide(isBlock);
+    for (const room of [...list.rooms]) list.mend(room, isBlock);
+    assert.ok(list.rooms.every((room, i) => i === 0 || isBlock(room.children[0])));
+    list.divide(isBlock);
+    list.dirty.clear();
+    assert.deepEqual(list.rooms.flatMap((room) => room.children), model);
+    assert.ok(list.rooms.every((room) => room.children.length <= MOST + 20), 'too large');
+    for (const room of list.rooms) for (const node of room.children) assert.equal(list.roomOf(node), room);
+  }
+  assert.ok(list.rooms.length > model.length / MOST / 2);
+});
+
+test('what only seems to begin a room stays with what stands before it', () => {
+  const list = new RoomList();
+  for (let i = 0; i < 5 * WANTED; ++i) list.add({ i }, null);
+  list.divide(() => true);
+  assert.equal(list.rooms.length, 5);
+  for (const room of [...list.rooms]) list.mend(room, () => false);
+  assert.equal(list.rooms.length, 1);
+  list.divide(() => true);
+  assert.equal(list.rooms.length, 1);
+  list.forgetRefusals();
+  list.divide(() => true);
+  assert.equal(list.rooms.length, 5);
+});
+
+test('a few children have no rooms, many have', () => {
+  const body = newPage();
+  fill(body, 90);
+  assert.equal(nodes.get(body).shadow, undefined);
+  fill(body, 90);
+  assert.ok(slotsOf(body).length > 5);
+  assert.deepEqual(inSlots(body), seenChildren(body));
+});
+
+test('rooms follow what patches do', () => {
+  const body = newPage(), pick = random(2);
+  fill(body, 150);
+  for (let round = 0; round < 300; ++round) {
+    const children = nodes.get(body).childNodes, idOf = (node) => [...nodes].find(([, one]) => one === node)[0];
+    const one = idOf(children[pick(children.length)]), before = idOf(children[pick(children.length)]);
+    const kind = pick(6);
+    if (kind === 0) apply(['f', one]);
+    else if (kind === 1 && one !== before) apply(['d', one], ['p', one, body, before]);
+    else if (kind === 2) apply(['c', ++lastId, body, before, 'note']);
+    else if (kind === 3) apply(...Array.from({ length: pick(150) }, () => element(pick(4) ? 'p' : 'b', body, before)));
+    else if (kind === 4) apply(['d', one]) || apply(['p', one, body, 0]);
+    else apply(['t', ++lastId, body, before, 'text']);
+    assert.deepEqual(inSlots(body), seenChildren(body));
+    for (const slot of slotsOf(body).slice(1)) assert.equal(slot.assigned[0].nodeName, 'P');
+  }
+});
+
+test('all children may go, and others come', () => {
+  const body = newPage();
+  fill(body, 150);
+  for (const [id, node] of [...nodes]) if (node.parentNode === nodes.get(body)) apply(['f', id]);
+  assert.deepEqual(inSlots(body), []);
+  assert.equal(slotsOf(body).length, 0);
+  fill(body, 3);
+  assert.deepEqual(inSlots(body), seenChildren(body));
+});
+
+// What the box that a child stands in would lay out otherwise.
+for (const [what, computed] of Object.entries({
+  'a list item': { display: 'list-item' }, 'what sticks': { position: 'sticky' },
+})) {
+  test(`${what} among the children: no rooms`, () => {
+    const body = newPage();
+    apply(element('h1', body));
+    nodes.get(lastId).computed = computed;
+    fill(body, 150);
+    assert.equal(nodes.get(body).shadow, undefined);
+  });
+  test(`${what} that comes later: the rooms are no boxes any more, until it has gone`, () => {
+    const body = newPage();
+    fill(body, 150);
+    assert.ok(roomCounts()[0] > 5);
+    apply(element('h1', body), ['a', lastId, 'class', 'x', 0]);
+    nodes.get(lastId).computed = computed;
+    apply(['a', lastId, 'class', 'y', 0]);
+    assert.deepEqual(roomCounts(), [0]);
+    apply(['f', lastId]);
+    assert.ok(roomCounts()[0] > 5);
+  });
+}
+
+for (const [what, style] of Object.entries({
+  columns: { columnCount: '2' }, 'columns of a width': { columnWidth: '100px' }, 'a row of boxes': { display: 'flex' },
+  'lines that run down': { writingMode: 'vertical-rl' }, 'a proportion': { aspectRatio: '2 / 1' },
+})) {
+  test(`an element that lays out its children as ${what}: no rooms`, () => {
+    const body = newPage();
+    nodes.get(body).computed = style;
+    fill(body, 150);
+    assert.equal(nodes.get(body).shadow, undefined);
+    nodes.get(body).computed = {};
+    fill(body, 1);
+    assert.ok(roomCounts()[0] > 5);
+    nodes.get(body).computed = style;
+    apply(['a', body, 'class', 'x', 0]);
+    assert.deepEqual(roomCounts(), [0]);
+  });
+}
+
+test('text before and after all children is in their lines: no rooms', () => {
+  for (const pseudo of ['::before', '::after']) {
+    const body = newPage();
+    nodes.get(body)[pseudo] = { content: '"x"', display: 'inline' };
+    fill(body, 150);
+    assert.equal(nodes.get(body).shadow, undefined);
+    nodes.get(body)[pseudo] = { content: '""', display: 'table' };
+    fill(body, 1);
+    assert.ok(roomCounts()[0] > 5);
+  }
+});
+
+test('a height in percent of one that is given: no rooms', () => {
+  const body = newPage();
+  nodes.get(body).computed = { height: '100%' };
+  fill(body, 150);
+  assert.ok(roomCounts()[0] > 5);
+  apply(element('div', body), ['a', lastId, 'id', 'x', 0]);
+  nodes.get(lastId).computed = { 'min-height': '10%' };
+  apply(['a', lastId, 'id', 'y', 0]);
+  assert.deepEqual(roomCounts(), [0]);
+});
+
+test('a room begins only at a block in flow', () => {
+  const body = newPage();
+  for (let i = 0; i < 300; ++i) {
+    apply(element('p', body));
+    nodes.get(lastId).computed = [{}, { float: 'left' }, { position: 'absolute' }, { display: 'inline' },
+      { display: 'none' }, { display: 'contents' }][i % 6];
+  }
+  fill(body, 1);
+  const slots = slotsOf(body);
+  assert.ok(slots.length > 3);
+  for (const { assigned } of slots.slice(1)) assert.deepEqual(assigned[0].computed, {});
+});
+
+test('a child that is no block any more goes to the room before it', () => {
+  const body = newPage();
+  fill(body, 150);
+  const [first, second] = slotsOf(body), start = second.assigned[0];
+  const count = first.assigned.length;
+  start.computed = { float: 'left' };
+  apply(['a', [...nodes].find(([, node]) => node === start)[0], 'align', 'left', 0]);
+  assert.ok(first.assigned.length > count);
+  assert.deepEqual(inSlots(body), seenChildren(body));
+});
+
+test('an element that can have no such tree is left alone', () => {
+  const body = newPage();
+  apply(element('center', body));
+  const centre = lastId;
+  fill(centre, 150);
+  assert.equal(nodes.get(centre).shadow, undefined);
+});
+
+test('a large element in another has rooms of its own', () => {
+  const body = newPage();
+  apply(element('div', body));
+  const inner = lastId;
+  fill(inner, 150);
+  fill(body, 150);
+  assert.deepEqual(inSlots(inner), seenChildren(inner));
+  assert.deepEqual(inSlots(body), seenChildren(body));
+  assert.equal(roomCounts().length, 2);
+});
+
+test('of what inherits, only what would not inherit by itself counts', () => {
+  const declared = (values) => Object.assign(Object.keys(values), { getPropertyValue: (name) => values[name] });
+  assert.deepEqual(inheritedAnew(declared({ color: 'inherit', 'font-size': 'inherit', 'box-sizing': 'inherit' })), []);
+  assert.deepEqual(inheritedAnew(declared({ 'margin-top': 'inherit', 'margin-left': '0', width: 'inherit' })),
+    ['margin-top', 'width']);
+});
