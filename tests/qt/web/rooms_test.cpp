@@ -136,6 +136,44 @@ TEST_F(Rooms, AreNotOnPaper) {
   }
 }
 
+/// What is taken out of the flow may stand in the window, though its room is far away.
+TEST_F(Rooms, FarAwayChangeNoPicture) {
+  const std::u16string fixed =
+      u"<div style='position:fixed;top:90px;left:50px;z-index:5;background:#fc0'>fixed #</div>";
+  const std::vector<RoomPage> pages = {
+      {"what stays in the window",
+       true,
+       false,
+       u"p{position:relative;background:#eef} "
+       u".u{position:absolute;top:6000px;right:0;height:900px;width:300px;background:#cfc}",
+       {fixed, u"<p>#</p>", u"<p>#</p>", u"<p>#</p>", u"<p>#</p>", u"<div class=u>#</div>"},
+       {},
+       1000},
+      {"floats that hang over",
+       true,
+       false,
+       u".f{float:left;width:200px;height:5000px;background:#fcc} p{background:#eef}",
+       {u"<p>#</p>", u"<p>#</p>", u"<p>#</p>", u"<p>#</p>", u"<p>#</p>", u"<p>#</p>",
+        u"<div class=f>#</div>"},
+       {},
+       1000},
+  };
+  for (const RoomPage& page : pages) {
+    SCOPED_TRACE(page.name);
+    QImage without;
+    for (const bool with : {false, true}) {
+      show(page, with);
+      in_page("window.scrollTo(0, document.documentElement.scrollHeight / 2)");
+      const QImage now = picture();
+      if (with)
+        EXPECT_EQ(now, without);
+      else
+        without = now;
+    }
+    EXPECT_GT(rooms(), 10);
+  }
+}
+
 /// Styles that come later.
 TEST_F(Rooms, GoWhereAStyleForbidsThem) {
   const RoomPage page{"", true, false, u"", {u"<p>#</p>"}};

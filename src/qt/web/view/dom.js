@@ -27,6 +27,7 @@ export const closest = taken(Element.prototype, 'closest');
 export const matches = taken(Element.prototype, 'matches');
 export const boxOf = taken(Element.prototype, 'getBoundingClientRect');
 export const boxesOf = taken(Element.prototype, 'getClientRects');
+export const querySelector = taken(Element.prototype, 'querySelector');
 export const scrollIntoView = taken(Element.prototype, 'scrollIntoView');
 export const clientLeftOf = taken(Element.prototype, 'clientLeft');
 export const clientTopOf = taken(Element.prototype, 'clientTop');

@@ -2,6 +2,7 @@
 
 import { boxOf, detach, insertBefore, nameOf, newComment, newElement, newElementIn, newText, parentOf, removeAttribute, root,
   setAttribute, setAttributeNS, walk } from './dom.js';
+import { mayRise, paintFarRoomsApart } from './far_rooms.js';
 import { host, keepHost } from './host.js';
 import { ids, nodes, state } from './state.js';
 import { childCame, childGoes, forgetRooms, settleRooms, styleMayDiffer, stylesMayDiffer } from './rooms.js';
@@ -68,6 +69,7 @@ function makeElement(id, parent, before, name, space, attributes) {
     give(element, attributes[i], attributes[i + 1], attributes[i + 2]);
   }
   put(remember(id, element), parent, before);
+  mayRise(element);
 }
 
 function forget(top) {
@@ -87,7 +89,10 @@ const operations = {
   t: (id, parent, before, text) => put(remember(id, newText(text)), parent, before),
   c: (id, parent, before, text) => put(remember(id, newComment(text)), parent, before),
   d: (id) => takeOut(known(id)),
-  p: (id, parent, before) => put(known(id), parent, before),
+  p: (id, parent, before) => {
+    put(known(id), parent, before);
+    mayRise(known(id));
+  },
   f: (id) => forget(known(id)),
   x: (id, offset, length, text) => {
     const node = known(id);
@@ -107,8 +112,8 @@ const operations = {
 function noteStyle(element) {
   if (isOfASheet(element)) stylesMayDiffer();
   else styleMayDiffer(element);
+  mayRise(element);
 }
-
 
 /// Applies a patch and lays the page out. What doesn't fit is told and passed over.
 export function applyPatch(number, list) {
@@ -125,8 +130,9 @@ export function applyPatch(number, list) {
     }
   }
   keepHost();
-  settleRooms();
+  const settled = settleRooms();
   state.seen = number;
   if (root()) boxOf(root());
+  if (settled) paintFarRoomsApart();
   tell('done', number);
 }

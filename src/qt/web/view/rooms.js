@@ -80,7 +80,10 @@ function makeRooms(element) {
 /// before the next one. A comment can't stand in a slot.
 function fillRooms(one) {
   const { dirty, rooms } = one.list;
-  for (const room of dirty) if (room.slot && !rooms.includes(room)) room.slot.remove();
+  for (const room of dirty) {
+    room.rises = undefined;
+    if (room.slot && !rooms.includes(room)) room.slot.remove();
+  }
   let next = null;
   for (let i = rooms.length - 1; i >= 0; --i) {
     const room = rooms[i];
@@ -109,6 +112,7 @@ function settle(one) {
     return setDivided(one, false);
   }
   const doubtful = new Set(one.unsure ? list.rooms : changed);
+  if (one.unsure) for (const room of list.rooms) room.rises = undefined;
   one.unsure = false;
   one.hasHeight = valueOf(element, 'height') !== 'auto';
   for (const room of doubtful) list.mend(room, beginsLine);
@@ -117,9 +121,9 @@ function settle(one) {
   setDivided(one, !list.rooms.some((room) => room.isOdd));
 }
 
-/// After changes of the tree and of styles: brings the rooms up to date.
+/// After changes of the tree and of styles: brings the rooms up to date. False where there was nothing to do.
 export function settleRooms() {
-  if (!allUnsure && !touched.size) return;
+  if (!allUnsure && !touched.size) return false;
   for (const element of touched) if (!large.has(element)) makeRooms(element);
   for (const one of large.values()) {
     if (allUnsure) one.unsure = true;
@@ -127,6 +131,7 @@ export function settleRooms() {
   }
   touched.clear();
   allUnsure = false;
+  return true;
 }
 
 /// Sheets that arrive, and rules that hold for some windows.
@@ -141,6 +146,17 @@ export function listenToStyles() {
     allUnsure = true;
     settleRooms();
   });
+}
+
+/// The lists of rooms that are boxes.
+export function dividedLists() {
+  return [...large.values()].filter((one) => one.isDivided).map((one) => one.list);
+}
+
+/// The rooms of an element's children; null where it has none.
+export function listAround(element) {
+  const one = large.get(element);
+  return one ? one.list : null;
 }
 
 /// For tests: the rooms of all large elements, divided or not, and whether elements may be divided at all.

@@ -1,6 +1,6 @@
 // What the page's style sheets say that matters to rooms: asked of the rules once, and again when a sheet has changed.
 
-import { matches, styleSheets } from './dom.js';
+import { matches, root, styleSheets } from './dom.js';
 
 /// What children inherit anyway, by the names of properties and of groups of them.
 const INHERITED = new RegExp('^(font|line-height|letter-spacing|word-|overflow-wrap|white-space|text-(align|indent|' +
@@ -22,15 +22,32 @@ export function inheritedAnew(style) {
 
 let told = null;
 
+/// A selector of the elements that a rule may hold for, now or under the mouse, or a part of which it holds for.
+function elementsOf(selector) {
+  return selector.replace(/::[\w-]+(\([^)]*\))?|:(before|after|first-line|first-letter|hover|active|target|focus[\w-]*)/gi,
+    ':is(*)');
+}
+
+function noteRule(rule) {
+  if (rule.cssText.includes('inherit')) {
+    const names = inheritedAnew(rule.style);
+    if (names.length) told.anew.push([rule.selectorText, names]);
+  }
+  const selector = elementsOf(rule.selectorText);
+  const { position } = rule.style;
+  if (position && position !== 'static' && position !== 'relative' && isSelector(selector)) told.positioned.push(selector);
+}
+
 /// What is known of the sheets is to be asked again.
 export function sheetsMayDiffer() {
   told = null;
 }
 
-/// `readable`: all of them; `changing`: with the window; `anew`: [[selector, properties], ...] that are inherited.
+/// `readable`: all of them; `changing`: with the window; `anew`: [[selector, properties], ...] that are inherited;
+/// `positioned`: selectors of what is taken out of the flow.
 export function sheetFacts() {
   if (told) return told;
-  told = { readable: true, changing: false, anew: [] };
+  told = { readable: true, changing: false, anew: [], positioned: [] };
   const waiting = [...styleSheets()].reverse();
   while (waiting.length) {
     const group = waiting.pop();
@@ -44,13 +61,19 @@ export function sheetFacts() {
     for (const rule of rules || []) {
       if (rule.styleSheet) waiting.push(rule.styleSheet);
       if (rule.cssRules) waiting.push(rule);
-      if (rule.selectorText && rule.cssText.includes('inherit')) {
-        const names = inheritedAnew(rule.style);
-        if (names.length) told.anew.push([rule.selectorText, names]);
-      }
+      if (rule.selectorText) noteRule(rule);
     }
   }
   return told;
+}
+
+function isSelector(text) {
+  try {
+    matches(root(), text);
+    return true;
+  } catch (error) {
+    return false;
+  }
 }
 
 export function matchesAny(element, selector) {

@@ -11,6 +11,7 @@ import { caret, dropCaret, hide, restartBlink } from './boxes.js';
 import { connectBridge, later, tell } from './messages.js';
 import { cover, coverSheet } from './cover.js';
 import { drawOverlay, drawnBoxes, factsLater } from './drawing.js';
+import { paintFarRoomsApart } from './far_rooms.js';
 import { listenToMouse } from './mouse.js';
 import { mark, markedWords } from './marks.js';
 import { nodes, state } from './state.js';
@@ -75,6 +76,8 @@ function run(text) {
 Object.defineProperty(globalThis, 'tvxView', { value: view });
 listenToMouse();
 listenToStyles();
+window.addEventListener('scroll', paintFarRoomsApart, true);
+window.addEventListener('resize', paintFarRoomsApart);
 const editingSheet = new CSSStyleSheet();
 editingSheet.replaceSync(TVX_SHEETS.editing);
 document.adoptedStyleSheets = [editingSheet, coverSheet];

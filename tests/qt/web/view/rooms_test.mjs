@@ -6,6 +6,7 @@ import test from 'node:test';
 
 const folder = new URL('../../../../src/qt/web/view/', import.meta.url);
 const { MOST, RoomList, WANTED } = await import(new URL('room_list.js', folder));
+const { paintFarRoomsApart } = await import(new URL('far_rooms.js', folder));
 const { applyPatch } = await import(new URL('patches.js', folder));
 const { inheritedAnew } = await import(new URL('sheet_facts.js', folder));
 const { nodes } = await import(new URL('state.js', folder));
@@ -225,6 +226,38 @@ test('a large element in another has rooms of its own', () => {
   assert.deepEqual(inSlots(inner), seenChildren(inner));
   assert.deepEqual(inSlots(body), seenChildren(body));
   assert.equal(roomCounts().length, 2);
+});
+
+/// Puts the rooms below one another, 100 pixels each, as if the page were scrolled so far.
+function layOut(parent, scrolled = 0) {
+  slotsOf(parent).forEach((slot, i) => slot.setBox(0, i * 100 - scrolled, 800, 100));
+  paintFarRoomsApart();
+}
+const farRooms = (parent) => slotsOf(parent).map((slot) => (slot.className === 'far' ? 'x' : '.')).join('');
+
+test('rooms are painted apart that are more than a window away', () => {
+  const body = newPage();
+  fill(body, 800);
+  assert.ok(slotsOf(body).length > 30);
+  layOut(body);
+  assert.match(farRooms(body), /^\.{13}x+$/);
+  layOut(body, 1500);
+  assert.match(farRooms(body), /^x{8,9}\.{18,20}x+$/);
+});
+
+test('a room that holds what may stand elsewhere is not painted apart', () => {
+  const body = newPage();
+  fill(body, 800);
+  layOut(body);
+  const child = slotsOf(body)[20].assigned[0], id = [...nodes].find(([, node]) => node === child)[0];
+  apply(element('b', id), element('i', lastId));
+  const deep = lastId;
+  apply(['a', deep, 'style', 'position: absolute', 0]);
+  layOut(body);
+  assert.equal(farRooms(body).slice(19, 22), 'x.x');
+  apply(['n', deep, 'style']);
+  layOut(body);
+  assert.equal(farRooms(body).slice(19, 22), 'xxx');
 });
 
 test('of what inherits, only what would not inherit by itself counts', () => {

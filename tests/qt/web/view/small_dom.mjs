@@ -53,7 +53,19 @@ class Element extends Node {
   }
   setAttributeNS(space, name, value) { Element.prototype.setAttribute.call(this, name, value); }
   removeAttribute(name) { this.#attributes.delete(name); }
-  matches(selector) { return selector.toUpperCase().split(',').includes(this.nodeName); }
+  querySelector(selector) {
+    for (const child of this.childNodes.filter((node) => node instanceof Element)) {
+      const { matches, querySelector } = Element.prototype;
+      const found = matches.call(child, selector) ? child : querySelector.call(child, selector);
+      if (found) return found;
+    }
+    return null;
+  }
+  /// Names, and the one selector of an attribute that the modules use.
+  matches(selector) {
+    return selector.split(',').some((one) => one.toUpperCase() === this.nodeName ||
+      (one === '[style*="position" i]' && /position/i.test(Element.prototype.getAttribute.call(this, 'style') || '')));
+  }
   closest(selector) {
     const names = selector.toUpperCase().split(',');
     let element = this;

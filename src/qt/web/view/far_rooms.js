@@ -1,0 +1,54 @@
+// Rooms out of sight are painted apart. The engine keeps what it has painted of an isolated box, and need not walk through
+// all of a long page to paint the few boxes in sight. Nothing is isolated near the window, since that can change what lies
+// over what; nor is a room that holds what may stand elsewhere, in the window perhaps.
+
+import { boxOf, matches, parentOf, querySelector, typeOf } from './dom.js';
+import { dividedLists, listAround } from './rooms.js';
+import { sheetFacts } from './sheet_facts.js';
+
+/// What the elements of a room are matched against: whatever a sheet or its own style may take out of the flow.
+function risingSelector() {
+  return ['[style*="position" i]', 'dialog', ...sheetFacts().positioned].join();
+}
+
+function holdsWhatRises(room) {
+  const selector = risingSelector();
+  return room.children.some((child) => typeOf(child) === 1 && (matches(child, selector) || querySelector(child, selector)));
+}
+
+/// What stands in a room has changed, deep in it perhaps.
+export function mayRise(node) {
+  for (let child = node, parent; (parent = parentOf(child)); child = parent) {
+    const list = listAround(parent);
+    const room = list && list.roomOf(child);
+    if (room) room.rises = undefined;
+  }
+}
+
+/// The first room whose box ends below a height of the window. Rooms stand below one another.
+function firstBelow(rooms, y) {
+  let from = 0, to = rooms.length;
+  while (from < to) {
+    const middle = (from + to) >> 1;
+    if (boxOf(rooms[middle].slot).bottom > y) to = middle;
+    else from = middle + 1;
+  }
+  return from;
+}
+
+function setFar(room, isFar) {
+  if (isFar && room.rises === undefined) room.rises = holdsWhatRises(room);
+  const isApart = isFar && !room.rises;
+  if (Boolean(room.isApart) === isApart) return;
+  room.isApart = isApart;
+  room.slot.className = isApart ? 'far' : '';
+}
+
+/// Has the rooms painted apart that are more than a window away from the window.
+export function paintFarRoomsApart() {
+  const height = window.innerHeight;
+  for (const { rooms } of dividedLists()) {
+    const from = firstBelow(rooms, -height), to = firstBelow(rooms, 2 * height);
+    rooms.forEach((room, i) => setFar(room, i < from || i > to));
+  }
+}
