@@ -16,10 +16,10 @@ import { nodes, state } from './state.js';
 function drawCaret(at) {
   const { focusNode, focusOffset } = getSelection();
   const gap = at && gapBox(focusNode, focusOffset);
+  const colour = at && getComputedStyle(elementOf(focusNode) || host).color;  // asked before anything is written
   if (gap) showGapBox(caret, gap);
   else showCaretBox(caret, at);
-  if (!at) return;
-  caret.style.borderColor = getComputedStyle(elementOf(getSelection().focusNode) || host).color;
+  if (at) caret.style.borderColor = colour;
 }
 
 /// The frame of what is selected as a whole. Small elements get room between the handles, and no handles
@@ -87,6 +87,7 @@ let factsWaiting = false;
 export function reportFacts() {
   factsWaiting = false;
   const selection = getSelection();
+  const { scrollX, scrollY, innerWidth, innerHeight } = window;  // before the drawing, which would have it laid out again
   let at = drawOverlay();
   if (!at && state.control && nodes.has(state.control)) {
     const rect = boxOf(nodes.get(state.control));
@@ -94,7 +95,7 @@ export function reportFacts() {
   }
   if (!at && selection.rangeCount) at = caretBox(selection.focusNode, selection.focusOffset);
   const facts = [at ? at.left : 0, at ? at.top : 0, at ? at.height : 0,
-    window.scrollX, window.scrollY, window.innerWidth, window.innerHeight].map(Math.round);
+    scrollX, scrollY, innerWidth, innerHeight].map(Math.round);
   const text = facts.join();
   if (text === lastFacts) return;
   lastFacts = text;
@@ -104,5 +105,10 @@ export function reportFacts() {
 export function factsLater() {
   if (factsWaiting) return;
   factsWaiting = true;
-  later(reportFacts);
+  later(reportWaitingFacts);
+}
+
+/// At once, what would be reported after the present task.
+export function reportWaitingFacts() {
+  if (factsWaiting) reportFacts();
 }

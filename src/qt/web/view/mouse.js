@@ -129,10 +129,10 @@ function showGrip(event) {
 }
 
 function selectionMoved() {
+  const now = selectionText();
+  if (now === state.ownSelection) return;  // has been drawn
   factsLater();
   if (!mouse.pressed || !mouse.dragged) return;
-  const now = selectionText();
-  if (now === state.ownSelection) return;
   state.ownSelection = now;
   const [anchor, focus] = nativeSelection();
   if (anchor && focus) tell('select', anchor, focus);

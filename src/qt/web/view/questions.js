@@ -4,6 +4,7 @@ import { body, contains, elementAtPoint } from './dom.js';
 import { beneath } from './host.js';
 import { caretBox } from './geometry.js';
 import { elementIdOf, lengthOf, positionAt, positionOf, selectionText } from './positions.js';
+import { factsLater } from './drawing.js';
 import { later, tell } from './messages.js';
 import { mendLineMove } from './table_moves.js';
 import { nodes, state } from './state.js';
@@ -58,4 +59,5 @@ export function ask(id, type, kind, node, offset, extend, x, y) {
     position = null;
   }
   tell('answer', id, position, element);
+  factsLater();
 }

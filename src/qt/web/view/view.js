@@ -10,7 +10,7 @@ import { autoscroll, endDrag, showDropCaret } from './drag.js';
 import { caret, dropCaret, hide, restartBlink } from './boxes.js';
 import { connectBridge, later, tell } from './messages.js';
 import { cover, coverSheet } from './cover.js';
-import { drawOverlay, drawnBoxes, factsLater } from './drawing.js';
+import { drawOverlay, drawnBoxes, factsLater, reportWaitingFacts } from './drawing.js';
 import { paintFarRoomsApart } from './far_rooms.js';
 import { listenToMouse } from './mouse.js';
 import { mark, markedWords } from './marks.js';
@@ -66,7 +66,11 @@ const view = { drawn: drawnBoxes, marked: markedWords, rooms: roomCounts, allowR
 function run(text) {
   const since = performance.now();
   const [forPage, command, ...rest] = JSON.parse(text);
-  if (forPage === state.page) commands[command](...rest);
+  if (forPage === state.page) {
+    commands[command](...rest);
+    // The caret's box and what the page has scrolled to go up with what else there is to say, not a frame later.
+    reportWaitingFacts();
+  }
   // Until the page gets to its next task nothing else is answered, no key and no click.
   later(() => {
     view.longestStall = Math.max(view.longestStall, performance.now() - since);
