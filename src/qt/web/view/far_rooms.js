@@ -3,7 +3,7 @@
 // over what; nor is a room that holds what may stand elsewhere, in the window perhaps.
 
 import { boxOf, matches, parentOf, querySelector, typeOf } from './dom.js';
-import { dividedLists, listAround } from './rooms.js';
+import { dividedLists, listAround, showKind } from './rooms.js';
 import { sheetFacts } from './sheet_facts.js';
 
 /// What the elements of a room are matched against: whatever a sheet or its own style may take out of the flow.
@@ -27,7 +27,7 @@ export function mayRise(node) {
 
 /// The first room whose box ends below a height of the window. Rooms stand below one another.
 function firstBelow(rooms, y) {
-  let from = 0, to = rooms.length;
+  let from = rooms.length && rooms[0].isOpen ? 1 : 0, to = rooms.length;
   while (from < to) {
     const middle = (from + to) >> 1;
     if (boxOf(rooms[middle].slot).bottom > y) to = middle;
@@ -41,7 +41,7 @@ function setFar(room, isFar) {
   const isApart = isFar && !room.rises;
   if (Boolean(room.isApart) === isApart) return;
   room.isApart = isApart;
-  room.slot.className = isApart ? 'far' : '';
+  showKind(room);
 }
 
 /// Has the rooms painted apart that are more than a window away from the window.
@@ -49,6 +49,6 @@ export function paintFarRoomsApart() {
   const height = window.innerHeight;
   for (const { rooms } of dividedLists()) {
     const from = firstBelow(rooms, -height), to = firstBelow(rooms, 2 * height);
-    rooms.forEach((room, i) => setFar(room, i < from || i > to));
+    rooms.forEach((room, i) => setFar(room, !room.isOpen && (i < from || i > to)));
   }
 }

@@ -5,7 +5,7 @@ import { boxOf, detach, insertBefore, nameOf, newComment, newElement, newElement
 import { mayRise, paintFarRoomsApart } from './far_rooms.js';
 import { host, keepHost } from './host.js';
 import { ids, nodes, state } from './state.js';
-import { childCame, childGoes, forgetRooms, settleRooms, styleMayDiffer, stylesMayDiffer } from './rooms.js';
+import { childCame, childGoes, emptied, forgetRooms, settleRooms, styleMayDiffer, stylesMayDiffer } from './rooms.js';
 import { tell } from './messages.js';
 import { unmark } from './marks.js';
 
@@ -98,6 +98,7 @@ const operations = {
     const node = known(id);
     node.replaceData(offset, length, text);
     if (isOfASheet(node)) stylesMayDiffer();
+    if (!node.length) emptied(node);
   },
   a: (id, name, value, space) => {
     give(known(id), name, value, space);

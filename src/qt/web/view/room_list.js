@@ -83,6 +83,7 @@ export class RoomList {
   /// What can begin a room may have changed.
   forgetRefusals() {
     this.#refused = new WeakSet();
+    for (const room of this.rooms) if (room.children.length > MOST) this.dirty.add(room);
   }
 
   #newRoom(index) {

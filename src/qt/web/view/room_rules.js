@@ -1,7 +1,7 @@
 // Where rooms change nothing: which elements may have them, which children may stand in them, and which may begin one.
 
 import { addBox } from './host.js';
-import { computedStyleMapOf, getAttribute, styleOf, typeOf } from './dom.js';
+import { boxOf, computedStyleMapOf, getAttribute, styleOf, typeOf } from './dom.js';
 import { inheritedAnew, matchesAny, sheetFacts } from './sheet_facts.js';
 
 /// Elements that are mostly blocks: where rooms are tried to begin.
@@ -39,6 +39,12 @@ function inheritsAnew(child, element) {
   return names.some((name) => valueOf(element, name) !== valueOf(initial, name));
 }
 
+/// Whether the first of some children that shows something is text, or a block in flow.
+export function beginsAtEdge(children) {
+  const first = children.find((node) => typeOf(node) === 1 || (typeOf(node) === 3 && /\S/.test(node.data)));
+  return !first || typeOf(first) === 3 || beginsLine(first);
+}
+
 /// A child that is laid out by the box that it stands in. Numbers of list items and what sticks go by it, and so do
 /// heights in percent of a height that is given.
 export function needsItsParent(child, { element, hasHeight }) {
@@ -48,10 +54,11 @@ export function needsItsParent(child, { element, hasHeight }) {
     (hasHeight && HEIGHTS.some((name) => valueOf(child, name).includes('%'))) || inheritsAnew(child, element);
 }
 
-/// A block in flow: what stands before it is on another line.
+/// A block in flow: what stands before it is on another line. Through one that is empty margins go on, and what is out of
+/// flow after it would stand elsewhere.
 export function beginsLine(node) {
   if (typeOf(node) !== 1) return false;
   const style = getComputedStyle(node);
-  return IN_FLOW.has(style.display) && style.float === 'none' &&
-    (style.position === 'static' || style.position === 'relative');
+  return IN_FLOW.has(style.display) && style.float === 'none' && style.clear === 'none' &&
+    (style.position === 'static' || style.position === 'relative') && boxOf(node).height > 0;
 }

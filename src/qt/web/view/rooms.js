@@ -3,7 +3,7 @@
 // and with it what selectors, positions and the mirror see. Where boxes would change how a page appears, an element has
 // none, or they are no boxes (rooms.css).
 
-import { BLOCKS, beginsLine, isPlain, needsItsParent, valueOf } from './room_rules.js';
+import { BLOCKS, beginsAtEdge, beginsLine, isPlain, needsItsParent, valueOf } from './room_rules.js';
 import { RoomList } from './room_list.js';
 import { attachShadow, childrenOf, nameOf, newElement, parentOf, typeOf } from './dom.js';
 import { sheetFacts, sheetsMayDiffer } from './sheet_facts.js';
@@ -51,6 +51,15 @@ export function styleMayDiffer(element) {
   if (large.has(element) || nameOf(element) === 'HTML' || nameOf(element) === 'BODY') allUnsure = true;
 }
 
+/// A text has nothing in it any more, and what it stands in may have no height.
+export function emptied(text) {
+  for (let node = text, parent; (parent = parentOf(node)); node = parent) {
+    const one = large.get(parent);
+    if (one) one.list.touch(node);
+    if (one) touched.add(parent);
+  }
+}
+
 /// A sheet or the window has changed.
 export function stylesMayDiffer() {
   sheetsMayDiffer();
@@ -96,6 +105,17 @@ function fillRooms(one) {
   return changed;
 }
 
+/// What the style of a slot goes by.
+export function showKind(room) {
+  room.slot.className = room.isOpen ? 'open' : room.isApart ? 'far' : '';
+}
+
+function setOpen(room, isOpen) {
+  if (Boolean(room.isOpen) === isOpen) return;
+  room.isOpen = isOpen;
+  showKind(room);
+}
+
 function setDivided(one, isDivided) {
   if (one.isDivided === isDivided) return;
   one.isDivided = isDivided;
@@ -118,6 +138,7 @@ function settle(one) {
   for (const room of doubtful) list.mend(room, beginsLine);
   for (const room of fillRooms(one)) doubtful.add(room);
   for (const room of doubtful) room.isOdd = room.isTorn || room.children.some((child) => needsItsParent(child, one));
+  for (const room of list.rooms) setOpen(room, room === list.rooms[0] && !beginsAtEdge(room.children));
   setDivided(one, !list.rooms.some((room) => room.isOdd));
 }
 

@@ -190,12 +190,41 @@ test('a room begins only at a block in flow', () => {
   for (let i = 0; i < 300; ++i) {
     apply(element('p', body));
     nodes.get(lastId).computed = [{}, { float: 'left' }, { position: 'absolute' }, { display: 'inline' },
-      { display: 'none' }, { display: 'contents' }][i % 6];
+      { display: 'none' }, { display: 'contents' }, { clear: 'both' }][i % 7];
   }
   fill(body, 1);
   const slots = slotsOf(body);
   assert.ok(slots.length > 3);
   for (const { assigned } of slots.slice(1)) assert.deepEqual(assigned[0].computed, {});
+});
+
+test('no room begins at a block without a height', () => {
+  const body = newPage();
+  for (let i = 0; i < 300; ++i) {
+    apply(element('p', body), ['t', ++lastId, lastId - 1, 0, 'x']);
+    if (i % 3) nodes.get(lastId - 1).setBox(0, 0, 800, 0);
+  }
+  const slots = slotsOf(body);
+  assert.ok(slots.length > 3);
+  for (const { assigned } of slots.slice(1)) assert.equal(assigned[0].getBoundingClientRect().height, 9);
+  const text = slots[2].assigned[0].childNodes[0], count = slots[1].assigned.length;
+  slots[2].assigned[0].setBox(0, 0, 800, 0);
+  apply(['x', [...nodes].find(([, node]) => node === text)[0], 0, 1, '']);
+  assert.ok(slots[1].assigned.length > count);
+  assert.deepEqual(inSlots(body), seenChildren(body));
+});
+
+test('the first room is open where something out of flow comes first', () => {
+  const body = newPage();
+  apply(['t', ++lastId, body, 0, '\n'], ['c', ++lastId, body, 0, 'note'], element('p', body));
+  const first = lastId;
+  fill(body, 150);
+  assert.equal(slotsOf(body)[0].className, undefined);
+  nodes.get(first).computed = { float: 'left' };
+  apply(['a', first, 'align', 'left', 0]);
+  assert.equal(slotsOf(body)[0].className, 'open');
+  apply(['f', first]);
+  assert.equal(slotsOf(body)[0].className, '');
 });
 
 test('a child that is no block any more goes to the room before it', () => {

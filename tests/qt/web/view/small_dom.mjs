@@ -39,7 +39,7 @@ class Node extends EventTarget {
 
 class Element extends Node {
   #attributes = new Map();
-  #box = { left: 0, top: 0, right: 0, bottom: 0, width: 0, height: 0 };
+  #box = { left: 0, top: 0, right: 9, bottom: 9, width: 9, height: 9 };
   #style = { cssText: '' };
   constructor(name) {
     super(1, name);
@@ -148,7 +148,7 @@ Object.assign(globalThis, {
   Node, Element, HTMLElement, Document, CSSStyleSheet, MessageChannel, document, window: globalThis,
   TVX_SHEETS: { editing: '', overlay: '', rooms: '', divided: '' }, innerWidth: 800, innerHeight: 600, scrollX: 0, scrollY: 0,
   getComputedStyle: (element, pseudo) => ({
-    content: 'none', display: /^(A|B|I|SPAN)$/.test(element.nodeName) ? 'inline' : 'block', float: 'none', position: 'static',
+    content: 'none', clear: 'none', display: /^(A|B|I|SPAN)$/.test(element.nodeName) ? 'inline' : 'block', float: 'none', position: 'static',
     columnCount: 'auto', columnWidth: 'auto', writingMode: 'horizontal-tb', aspectRatio: 'auto',
     direction: 'ltr', borderCollapse: 'separate', borderSpacing: '0px', boxSizing: 'content-box', paddingLeft: '0px',
     paddingRight: '0px', borderLeftWidth: '0px', borderRightWidth: '0px', ...(pseudo ? element[pseudo] : element.computed),
