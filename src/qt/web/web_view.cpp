@@ -162,11 +162,18 @@ void WebView::Private::make_notice() {
 // --- down ---
 
 void WebView::Private::send(const QString& command) {
-  if (page_stands_) {
-    emit bridge_->down(command);
-  } else {
-    waiting_.push_back(command);
-  }
+  waiting_.push_back(command);
+  if (!page_stands_ || std::exchange(send_posted_, true)) return;
+  loop_.post([this, alive = alive_] {
+    if (!*alive) return;
+    send_posted_ = false;
+    if (page_stands_) send_waiting();
+  });
+}
+
+/// All commands of a turn are one message: the page does them in one task, and lays itself out once.
+void WebView::Private::send_waiting() {
+  if (!waiting_.isEmpty()) emit bridge_->down(u'[' + std::exchange(waiting_, {}).join(u',') + u']');
 }
 
 void WebView::Private::begin_page(const browser::Patch& patch) {
@@ -224,7 +231,7 @@ void WebView::Private::came_up(const QString& text) {
     }
     if (report->ready && !page_stands_) {
       page_stands_ = true;
-      for (const QString& command : std::exchange(waiting_, {})) emit bridge_->down(command);
+      send_waiting();
       send_focus();
     }
   }

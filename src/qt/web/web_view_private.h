@@ -38,7 +38,8 @@ class WebView::Private final : public QObject {
   Private(platform::MessageLoop& loop, QWidget* parent);
   ~Private() override;
 
-  /// Sends a command to the present page, or keeps it until that stands.
+  /// Sends a command to the present page with what else this turn of the loop brings, or keeps it until that
+  /// stands.
   void send(const QString& command);
   void begin_page(const browser::Patch& patch);
   /// Appends to the inbox, which a task of the loop empties.
@@ -65,6 +66,7 @@ class WebView::Private final : public QObject {
   const platform::TransferSource* mouse_selection_ = &desktop_selection_;
 
  private:
+  void send_waiting();
   void load_page();
   void start_script();
   void make_notice();
@@ -83,7 +85,8 @@ class WebView::Private final : public QObject {
   void send_focus();
   void beat();
 
-  std::vector<QString> waiting_;  // for the page to stand
+  QStringList waiting_;  // for the turn to end, or for the page to stand
+  bool send_posted_ = false;
   bool page_stands_ = false;
   bool page_wanted_ = false;
   QElapsedTimer wanted_since_;

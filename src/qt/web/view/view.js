@@ -63,14 +63,25 @@ const commands = {
 /// For who looks from outside of this script, in this world alone.
 const view = { drawn: drawnBoxes, marked: markedWords, rooms: roomCounts, allowRooms, longestStall: 0 };
 
+/// What one command fails at is told, and keeps no other from being followed.
+function follow(command, rest) {
+  try {
+    commands[command](...rest);
+  } catch (error) {
+    later(() => {
+      throw error;
+    });
+  }
+}
+
+/// All commands of a turn.
 function run(text) {
   const since = performance.now();
-  const [forPage, command, ...rest] = JSON.parse(text);
-  if (forPage === state.page) {
-    commands[command](...rest);
-    // The caret's box and what the page has scrolled to go up with what else there is to say, not a frame later.
-    reportWaitingFacts();
+  for (const [forPage, command, ...rest] of JSON.parse(text)) {
+    if (forPage === state.page) follow(command, rest);
   }
+  // The caret's box and what the page has scrolled to go up with what else there is to say, not a frame later.
+  reportWaitingFacts();
   // Until the page gets to its next task nothing else is answered, no key and no click.
   later(() => {
     view.longestStall = Math.max(view.longestStall, performance.now() - since);
