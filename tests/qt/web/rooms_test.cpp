@@ -97,7 +97,7 @@ int count_drawn(const QImage& picture) {
 }
 
 TEST_F(Rooms, ChangeNoPicture) {
-  for (const RoomPage& page : room_pages()) {
+  for (const RoomPage& page : room_pages) {
     SCOPED_TRACE(page.name);
     show(page, false);
     EXPECT_EQ(rooms(), 0);
@@ -113,7 +113,7 @@ TEST_F(Rooms, ChangeNoPicture) {
 }
 
 TEST_F(Rooms, ChangeNothingOfWhereThingsAreAndWhatIsHit) {
-  for (const RoomPage& page : room_pages()) {
+  for (const RoomPage& page : room_pages) {
     SCOPED_TRACE(page.name);
     show(page, false);
     const std::string without = in_page(account_script);
@@ -125,7 +125,7 @@ TEST_F(Rooms, ChangeNothingOfWhereThingsAreAndWhatIsHit) {
 }
 
 TEST_F(Rooms, AreNotOnPaper) {
-  for (const RoomPage& page : room_pages()) {
+  for (const RoomPage& page : room_pages) {
     if (!page.divided) continue;
     SCOPED_TRACE(page.name);
     show(page, false);
