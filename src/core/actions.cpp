@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "tvx/core/chrome/cell_menu.h"
 #include "tvx/core/parts.h"
 #include "tvx/platform/common_dialogs.h"
 
@@ -16,7 +17,7 @@ struct ButtonRow {
 
 template <const char16_t* command>
 void run(Parts& parts) {
-  parts.formatting.run_command(command);
+  parts.formatting.run_command(command, AskedBy::Writer);
 }
 constexpr char16_t left[] = u"JustifyLeft", center[] = u"JustifyCenter", right[] = u"JustifyRight",
                    indent[] = u"indent", outdent[] = u"outdent", ordered[] = u"InsertOrderedList",
@@ -38,10 +39,10 @@ constexpr ButtonRow buttons[] = {
     {u"Align Left", run<left>},
     {u"Center", run<center>},
     {u"Align Right", run<right>},
-    {u"Bold", [](Parts& parts) { parts.formatting.bold(); }},
-    {u"Italic", [](Parts& parts) { parts.formatting.italic(); }},
-    {u"Underline", [](Parts& parts) { parts.formatting.underline(); }},
-    {u"Strike Through", [](Parts& parts) { parts.formatting.strike(); }},
+    {u"Bold", [](Parts& parts) { parts.formatting.bold(AskedBy::Writer); }},
+    {u"Italic", [](Parts& parts) { parts.formatting.italic(AskedBy::Writer); }},
+    {u"Underline", [](Parts& parts) { parts.formatting.underline(AskedBy::Writer); }},
+    {u"Strike Through", [](Parts& parts) { parts.formatting.strike(AskedBy::Writer); }},
     {u"indent", run<indent>},
     {u"unindent", run<outdent>},
     {u"Text", [](Parts& parts) { parts.font_settings.change_Font(); }},
@@ -72,6 +73,7 @@ void paste(Parts& parts, const platform::Menu&) {
   parts.clipboard.paste();
   parts.context.mark_changed();
 }
+void paste_text(Parts& parts, const platform::Menu&) { parts.clipboard.paste_text(); }
 /// Leaves a command for what runs when the popup has closed.
 template <const char16_t* command>
 void pend(Parts& parts, const platform::Menu&) {
@@ -124,6 +126,8 @@ constexpr ItemRow items[] = {
     {u"mnuMiscCut", cut},
     {u"mnuMiscCopy", copy},
     {u"mnuMiscPaste", paste},
+    {u"mnuMiscPasteText", paste_text},
+    {u"mnuLinkPasteText", paste_text},
     {u"mnuInsertLink", pend<edit_link>},
     {u"mnuMiscField", pend<field>},
     {u"mnuMiscForm", pend<form>},
@@ -161,6 +165,10 @@ bool ControlActions::press_form(std::u16string_view button_key) {
 }
 
 bool ControlActions::choose(const platform::Menu& item) {
+  if (const std::u16string_view command = cell_command_of(item); !command.empty()) {
+    parts_.formatting.act_on_cells(command);
+    return true;
+  }
   const auto row = std::ranges::find(items, std::u16string_view(item.Name()), &ItemRow::name);
   if (row == std::end(items)) return false;
   row->act(parts_, item);

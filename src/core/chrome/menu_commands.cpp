@@ -4,6 +4,7 @@
 #include "tvx/base/error.h"
 #include "tvx/browser/html_document.h"
 #include "tvx/core/chrome/actions.h"
+#include "tvx/core/chrome/cell_menu.h"
 #include "tvx/core/chrome/class_menus.h"
 #include "tvx/core/chrome/menus.h"
 #include "tvx/core/chrome/table_tools.h"
@@ -60,6 +61,11 @@ void MenuCommands::show(platform::Menu& menu) {
   } else {
     parts_.menus.show_spelling(menu, nullptr, {});
   }
+  parts_.menus.show_paste_text(clipboard && clipboard->GetFormat(platform::ClipboardFormat::text),
+                               properties_.HiddenContextMenus);
+  editing::Editor* editor = nullptr;
+  attempt([&] { editor = &document().editor(); });
+  show_cell_menus(parts_.menus, editor, properties_.HiddenContextMenus);
   popup(surroundings(), menu);
 }
 

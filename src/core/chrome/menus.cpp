@@ -4,6 +4,7 @@
 
 #include "tvx/base/error.h"
 #include "tvx/base/strings.h"
+#include "tvx/core/chrome/cell_menu.h"
 
 namespace tvx::core {
 namespace {
@@ -21,14 +22,20 @@ constexpr Row table_items[] = {
 };
 
 constexpr Row link_items[] = {
-    {u"mnuLinkCut", u"Cut"}, {u"mnuLinkCopy", u"Copy"},      {u"mnuLinkPaste", u"Paste"},
-    {u"mnuLinksSep1", u"-"}, {u"mnuLinkEdit", u"Edit Link"}, {u"mnuLinkRemove", u"Remove Link"},
+    {u"mnuLinkCut", u"Cut"},
+    {u"mnuLinkCopy", u"Copy"},
+    {u"mnuLinkPaste", u"Paste"},
+    {u"mnuLinkPasteText", u"Paste as Plain Text"},
+    {u"mnuLinksSep1", u"-"},
+    {u"mnuLinkEdit", u"Edit Link"},
+    {u"mnuLinkRemove", u"Remove Link"},
 };
 
 constexpr Row other_items[] = {
     {u"mnuMiscCut", u"Cut"},
     {u"mnuMiscCopy", u"Copy"},
     {u"mnuMiscPaste", u"Paste"},
+    {u"mnuMiscPasteText", u"Paste as Plain Text"},
     {u"mnuMiscStyle", u"Style"},
     {u"mnuMiscSep4", u"-"},
     {u"mnuInsertLink", u"Insert / Edit Link"},
@@ -103,6 +110,8 @@ constexpr Key keys[] = {
     {u"mnuLinkCut", u"ContextLINKCut"},
     {u"mnuLinkCopy", u"ContextLINKCopy"},
     {u"mnuLinkPaste", u"ContextLINKPaste"},
+    {u"mnuLinkPasteText", u"ContextLINKPasteText"},
+    {u"mnuMiscPasteText", u"ContextMiscPasteText"},
     {u"mnuLinkEdit", u"ContextMISCEditLink"},
     {u"mnuLinkRemove", u"ContextMISCRemoveLink"},
     {u"mnuMiscCut", u"ContextMiscCut"},
@@ -174,6 +183,8 @@ bool is_listed(const Menu& menu, const std::vector<std::u16string_view>& entries
 
 }  // namespace
 
+bool is_hidden(const Menu& menu, std::u16string_view list) { return is_listed(menu, split(list, u';')); }
+
 ContextMenus::ContextMenus()
     : mnuT(u"mnuT", u"Table"),
       mnuLinks(u"mnuLinks", u"Links"),
@@ -190,8 +201,11 @@ ContextMenus::ContextMenus()
   mnuCSS.Add(u"mnuCSSStyle", u"", 0);
   fill(mnuToolProp, element_items);
   fill(item(u"MnuCellRowActions"), cell_row_items);
-  for (const std::u16string_view name : {u"mnuMiscFieldSep", u"mnuMiscField", u"mnuMiscForm"})
+  for (const std::u16string_view name :
+       {u"mnuMiscFieldSep", u"mnuMiscField", u"mnuMiscForm", u"mnuMiscPasteText", u"mnuLinkPasteText"})
     item(name).set_occasional();
+  show_paste_text(false, {});
+  add_cell_menus(*this);
   for (Menu* menu : {&mnuLinks, &mnuMisc}) show_spelling(*menu, nullptr, {});
   show_form_items(false, false, {});
   item(u"mnuMiscStyle").Add(u"mnuMiscClass", u"(none)", 0);
@@ -217,7 +231,7 @@ void ContextMenus::set_handler(platform::MenuHandler* handler) {
 
 std::u16string_view ContextMenus::key_of(const Menu& item) {
   const auto row = std::ranges::find(keys, std::u16string_view(item.Name()), &Key::name);
-  return row == std::end(keys) ? std::u16string_view() : row->key;
+  return row == std::end(keys) ? cell_key_of(item) : row->key;
 }
 
 void ContextMenus::apply_hidden(std::u16string_view list) {
@@ -230,6 +244,8 @@ void ContextMenus::apply_hidden(std::u16string_view list) {
   }
   show_spelling(mnuMisc, nullptr, list);
   show_spelling(mnuLinks, nullptr, list);
+  show_cell_menus(*this, nullptr, list);
+  show_paste_text(false, list);
   for (const Line& line : lines)
     item(line.separator).set_Visible(std::ranges::any_of(line.group, [&](std::u16string_view name) {
       return !name.empty() && item(name).Visible();
@@ -283,6 +299,11 @@ void ContextMenus::show_spelling(Menu& menu, const std::vector<std::u16string>* 
     any = any || item(name).Visible();
   }
   item(names.separator).set_Visible(any);
+}
+
+void ContextMenus::show_paste_text(bool has_text, std::u16string_view hidden) {
+  for (const std::u16string_view name : {u"mnuMiscPasteText", u"mnuLinkPasteText"})
+    item(name).set_Visible(has_text && !is_hidden(item(name), hidden));
 }
 
 void ContextMenus::show_image_link(bool in_link) {

@@ -18,6 +18,10 @@ struct CellRowLabels {
   std::u16string_view cell, row, delete_row, delete_cell;
 };
 
+/// Whether a host's list names the menu or item: names without their first three letters, between semicolons,
+/// in any letters.
+bool is_hidden(const platform::Menu& menu, std::u16string_view list);
+
 /// The popup menus of the control with their items: what is in them and when an item shows or can be chosen.
 /// What an item does is the control's.
 class ContextMenus {
@@ -39,8 +43,8 @@ class ContextMenus {
   /// What a host is told when the item is chosen; empty for what tells nothing.
   static std::u16string_view key_of(const platform::Menu& item);
 
-  /// Hides what the list names, and shows all else: names without their first three letters, between
-  /// semicolons, in any letters. An empty list brings nothing back. Separators follow what they separate.
+  /// Hides what the list names, and shows all else. An empty list brings nothing back. Separators follow what
+  /// they separate.
   void apply_hidden(std::u16string_view list);
 
   /// Sets whether something can be pasted from `menu`, by what the clipboard has.
@@ -51,6 +55,8 @@ class ContextMenus {
   /// there is none. What `hidden` names, in the form of apply_hidden(), stays away.
   void show_spelling(platform::Menu& menu, const std::vector<std::u16string>* suggestions,
                      std::u16string_view hidden);
+  /// "Paste as Plain Text" is there while the clipboard has a text.
+  void show_paste_text(bool has_text, std::u16string_view hidden);
   /// The link items of an image that stands in a link, or doesn't.
   void show_image_link(bool in_link);
   /// Fills both class menus after "(none)"; items have the indexes of their classes.

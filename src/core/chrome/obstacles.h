@@ -14,6 +14,10 @@ inline constexpr std::u16string_view no_paste = u"There is nothing to paste";
 inline constexpr std::u16string_view no_properties = u"This element has no properties to set";
 inline constexpr std::u16string_view no_tag_edit = u"The tag of this element can't be edited";
 inline constexpr std::u16string_view no_cell = u"There is no cell on this side";
+inline constexpr std::u16string_view no_table = u"The caret is in no table";
+inline constexpr std::u16string_view no_cells = u"Select the cells that are to be one";
+inline constexpr std::u16string_view no_cell_below = u"There is no cell below";
+inline constexpr std::u16string_view several_cells = u"Several cells are selected";
 inline constexpr std::u16string_view no_source = u"The code view is switched off";
 
 }  // namespace tvx::core::obstacles

@@ -8,6 +8,7 @@
 #include "tvx/dom/inner_html.h"
 #include "tvx/dom/objects/element_content.h"
 #include "tvx/dom/without_overlay.h"
+#include "tvx/editing/clipboard/clipboard_door.h"
 #include "tvx/editing/clipboard/pasted_content.h"
 #include "tvx/editing/facts/predicates.h"
 #include "tvx/editing/ranges/control_range.h"
@@ -82,6 +83,19 @@ void ClipboardCommands::paste() {
     attempt([&] {
       const auto kept = DOM();
       if (!succeeds(document(), u"Paste")) paste_by_hand();
+    });
+  mark_changed();
+}
+
+void ClipboardCommands::paste_text() {
+  const KeepAlive alive(context_);
+  if (code_.in_front())
+    clip_.Paste(code_.box().hwnd());
+  else
+    attempt([&] {
+      const auto kept = DOM();
+      editing::Editor& editor = document().editor();
+      if (editor.clipboard()) editor.clipboard()->paste_text(editor);
     });
   mark_changed();
 }

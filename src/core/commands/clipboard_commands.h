@@ -20,6 +20,8 @@ class ClipboardCommands final : public Part {
   void copy();
   void cut();
   void paste();
+  /// The text alone, whatever else the clipboard has; nothing where it has none.
+  void paste_text();
   /// Throws RuntimeError(91) where the control has none.
   platform::Clipboard& clipboard() const;
   const clipboard::clsClip& clip() const { return clip_; }

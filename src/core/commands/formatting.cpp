@@ -5,6 +5,7 @@
 #include "tvx/base/error.h"
 #include "tvx/base/relative_address.h"
 #include "tvx/browser/browser.h"
+#include "tvx/browser/input/writer_command.h"
 #include "tvx/core/chrome/toolbars.h"
 #include "tvx/core/views/code_pane.h"
 #include "tvx/core/views/edit_window.h"
@@ -40,10 +41,27 @@ constexpr StateRow paragraph_rows[] = {
 
 }  // namespace
 
-void Formatting::run_command(std::u16string_view command) {
-  attempt([&] { browser_document().execCommand(command, false, u"true"); });
+void Formatting::execute(std::u16string_view command, AskedBy by) {
+  const auto kept = browser().Document();
+  attempt([&] {
+    if (by == AskedBy::Writer)
+      browser::press_command(browser_document(), command);
+    else
+      browser_document().execCommand(command, false, u"true");
+  });
+}
+
+void Formatting::run_command(std::u16string_view command, AskedBy by) {
+  execute(command, by);
   show_paragraph_state();
   mark_changed();
+}
+
+void Formatting::act_on_cells(std::u16string_view command) {
+  const std::uint64_t before = document().tree().structure_version();
+  execute(command, AskedBy::Writer);
+  show_paragraph_state();
+  if (document().tree().structure_version() != before) mark_changed();
 }
 
 void Formatting::show_pressed(int button, std::u16string_view query) {
@@ -55,20 +73,22 @@ void Formatting::show_pressed(int button, std::u16string_view query) {
 }
 
 // The queries keep their letters, "BOLD" beside "Bold": hosts see them in what they trace.
-void Formatting::run_toggle(std::u16string_view command, bool guarded, int button,
+void Formatting::run_toggle(std::u16string_view command, AskedBy by, bool guarded, int button,
                             std::u16string_view query) {
   bool enabled = !guarded;
   if (guarded) attempt([&] { enabled = browser_document().queryCommandEnabled(command); });
   if (!enabled) return;
-  attempt([&] { browser_document().execCommand(command, false, u"true"); });
+  execute(command, by);
   show_pressed(button, query);
   mark_changed();
 }
 
-void Formatting::bold() { run_toggle(u"Bold", true, button_bold, u"BOLD"); }
-void Formatting::italic() { run_toggle(u"Italic", true, button_italic, u"Italic"); }
-void Formatting::underline() { run_toggle(u"Underline", true, button_underline, u"Underline"); }
-void Formatting::strike() { run_toggle(u"strikethrough", false, button_strike, u"StrikeThrough"); }
+void Formatting::bold(AskedBy by) { run_toggle(u"Bold", by, true, button_bold, u"BOLD"); }
+void Formatting::italic(AskedBy by) { run_toggle(u"Italic", by, true, button_italic, u"Italic"); }
+void Formatting::underline(AskedBy by) { run_toggle(u"Underline", by, true, button_underline, u"Underline"); }
+void Formatting::strike(AskedBy by) {
+  run_toggle(u"strikethrough", by, false, button_strike, u"StrikeThrough");
+}
 
 void Formatting::show_state() {
   for (const StateRow& row : known_rows) show_pressed(row.button, row.query);

@@ -5,6 +5,7 @@
 #include "tvx/base/colour.h"
 #include "tvx/base/error.h"
 #include "tvx/browser/browser.h"
+#include "tvx/browser/input/writer_command.h"
 #include "tvx/dom/journal.h"
 
 namespace tvx::core {
@@ -39,7 +40,7 @@ void FontSettings::write_values() const {
   const auto kept = browser().Document();
   const dom::UndoStep step(browser_document().tree().journal(), u"Font");
   const auto run = [this](std::u16string_view command, const std::u16string& value) {
-    attempt([&] { browser_document().execCommand(command, false, value); });
+    attempt([&] { browser::press_command(browser_document(), command, value); });
   };
   run(u"Forecolor", values_.FontFore);
   run(u"FontSize", values_.FontSizeValue);

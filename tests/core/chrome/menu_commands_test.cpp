@@ -226,6 +226,9 @@ TEST_F(ContextMenu, EachItemTellsItsKeyFirst) {
       if (item->Name() == u"mnuImgPaste" || item->Name() == u"mnuLinkPaste") continue;
       // These show on fields and in forms.
       if (item->Name() == u"mnuMiscField" || item->Name() == u"mnuMiscForm") continue;
+      // These while there is a text to paste, and in tables.
+      if (item->Name().find(u"PasteText") != item->Name().npos) continue;
+      if (item->Name().find(u"Cell") != item->Name().npos) continue;
       // Those are there on a wrong word alone.
       if (item->Name().find(u"Spelling") != item->Name().npos) continue;
       expect(top, platform::name_with_index(*item));
