@@ -3,6 +3,7 @@
 #include "tvx/base/url.h"
 #include "tvx/browser/input/gesture.h"
 #include "tvx/browser/input/pasted_files.h"
+#include "tvx/browser/input/pasted_pictures.h"
 #include "tvx/dom/journal.h"
 #include "tvx/editing/clipboard/paste.h"
 #include "tvx/editing/facts/predicates.h"
@@ -24,9 +25,12 @@ bool takes_only_text(editing::Editor& editor) {
 
 /// `pictures` gets the addresses of the local ones.
 bool paste_as_html(HTMLDocument& document, const platform::TransferData& data,
-                   std::vector<std::u16string>& pictures) {
+                   const platform::TransferSource* source, std::vector<std::u16string>& pictures) {
   editing::Editor& editor = document.editor();
-  if (!data.html.empty() && editing::paste_html(editor, data.html)) return true;
+  const auto take_pictures = [&](dom::DocumentFragment& content) {
+    pictures = take_named_pictures(content, data, source, document.bytes_folder());
+  };
+  if (!data.html.empty() && editing::paste_html(editor, data.html, take_pictures)) return true;
   if (!data.image.empty()) {
     const std::u16string address = address_of_picture(data, document.bytes_folder());
     if (local_path(address)) pictures.push_back(address);
@@ -40,8 +44,8 @@ bool paste_as_html(HTMLDocument& document, const platform::TransferData& data,
 }
 
 bool paste_data(HTMLDocument& document, const platform::TransferData& data,
-                std::vector<std::u16string>& pictures) {
-  if (!takes_only_text(document.editor()) && paste_as_html(document, data, pictures)) return true;
+                const platform::TransferSource* source, std::vector<std::u16string>& pictures) {
+  if (!takes_only_text(document.editor()) && paste_as_html(document, data, source, pictures)) return true;
   pictures.clear();
   // An address that came alone is meant as one; of a formatted text it would be known to be none.
   const bool alone = data.html.empty() && data.image.empty() && data.uris.empty();
@@ -62,7 +66,8 @@ platform::TransferData fetch_from(const platform::TransferSource& source) {
 
 bool can_paste(const platform::TransferData& data) { return !data.empty(); }
 
-bool paste_into(HTMLDocument& document, const platform::TransferData& data, std::u16string_view step) {
+bool paste_into(HTMLDocument& document, const platform::TransferData& data, std::u16string_view step,
+                const platform::TransferSource* source) {
   const auto self = document.shared_from_this();
   const dom::Boundary place = document.editor().selection().range().start;
   if (data.empty() || !place || !editing::editing_host_of(*place.node)) return false;
@@ -71,7 +76,7 @@ bool paste_into(HTMLDocument& document, const platform::TransferData& data, std:
   {
     const HTMLDocument::Gesture gesture(document);
     const dom::UndoStep undo(document.tree().journal(), step);
-    pasted = paste_data(document, data, pictures);
+    pasted = paste_data(document, data, source, pictures);
   }
   document.tell_local_pictures(pictures);
   return pasted;
@@ -89,7 +94,9 @@ bool DocumentClipboard::put(const editing::CopiedContent& content) {
   return clipboard_.put(transfer_items(content));
 }
 
-bool DocumentClipboard::paste(editing::Editor&) { return paste_into(document_, fetch_from(clipboard_)); }
+bool DocumentClipboard::paste(editing::Editor&) {
+  return paste_into(document_, fetch_from(clipboard_), u"Paste", &clipboard_);
+}
 
 bool DocumentClipboard::paste_text(editing::Editor& editor) {
   const platform::TransferData data = platform::fetch(clipboard_);

@@ -21,8 +21,10 @@ namespace tvx::browser {
 /// folder, or stands in the page itself if there is none. Files of pages and texts are read, pictures shown,
 /// of all others and of addresses a link is made. Of plain text each line stays a line and nothing becomes
 /// markup.
+///
+/// What the data doesn't have of the content, pictures above all, is asked of `source`; null: nothing.
 bool paste_into(HTMLDocument& document, const platform::TransferData& data,
-                std::u16string_view step = u"Paste");
+                std::u16string_view step = u"Paste", const platform::TransferSource* source = nullptr);
 /// Whether something of it could be used.
 bool can_paste(const platform::TransferData& data);
 

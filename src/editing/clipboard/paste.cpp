@@ -426,12 +426,14 @@ void paste_nodes(Editor& editor, const Ref<dom::DocumentFragment>& content) {
   Pasting(editor, content).run();
 }
 
-bool paste_html(Editor& editor, std::u16string_view html) {
+bool paste_html(Editor& editor, std::u16string_view html,
+                const std::function<void(dom::DocumentFragment&)>& finish) {
   const Node* place = editor.selection().range().start.node;
   const auto* around = dom::as<Element>(place);
   if (place && !around) around = place->parent_element();
   const Ref<dom::DocumentFragment> content = pasted_content(editor.document(), html, around);
   if (!content->has_children()) return false;
+  if (finish) finish(*content);
   paste_nodes(editor, content);
   return true;
 }

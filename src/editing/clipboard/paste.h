@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string_view>
 
 #include "tvx/dom/document.h"
@@ -18,8 +19,10 @@ class Editor;
 /// place. Items go among items. Elements that both sides have in common stand once: what was copied from a
 /// place and is pasted there again leaves the tree as it was.
 void paste_nodes(Editor& editor, const dom::Ref<dom::DocumentFragment>& content);
-/// As a program gives it: parsed and made fit (editing/pasted_content.h). False: nothing was in it.
-bool paste_html(Editor& editor, std::u16string_view html);
+/// As a program gives it: parsed and made fit (editing/pasted_content.h), and then by `finish`, which may
+/// change what stands in no tree yet. False: nothing was in it.
+bool paste_html(Editor& editor, std::u16string_view html,
+                const std::function<void(dom::DocumentFragment&)>& finish = {});
 /// Plain text with all of its blanks: an empty line parts paragraphs, another line end is a line break.
 bool paste_plain_text(Editor& editor, std::u16string_view text, Addresses addresses = Addresses::AsLinks);
 

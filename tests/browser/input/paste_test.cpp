@@ -7,7 +7,9 @@
 #include <filesystem>
 #include <fstream>
 
+#include "tvx/base/base64.h"
 #include "tvx/base/fault.h"
+#include "tvx/browser/input/rich_text_pictures.h"
 #include "tvx/dom/journal.h"
 #include "tvx/dom/parse.h"
 #include "tvx/editing/walk/marks.h"
@@ -299,6 +301,107 @@ TEST_F(PasteInto, NothingOfItCanAct) {
              u"href=k>"),
       "<P>x<IMG src=\"x\"></P><A>y</A><IFRAME></IFRAME><svg><a><text>z</text></a></svg><FORM><INPUT></FORM>"
       "<DIV style=\"color:red\">w</DIV>");
+}
+
+// --- pictures that the markup only names ---
+
+/// The smallest PNG files differ in what they show.
+const std::string picture_1 = "\x89PNG one", picture_2 = "\x89PNG two";
+
+std::string in_digits(const std::string& bytes) {
+  std::string digits;
+  for (const unsigned char byte : bytes)
+    for (const int shift : {4, 0}) digits += "0123456789abcdef"[byte >> shift & 15];
+  return digits;
+}
+
+class NamedPictures : public PasteInto {
+ protected:
+  std::string pasted_from(platform::TransferItems items) {
+    load("<p>[]<br></p>");
+    clipboard.publish(std::move(items));
+    EXPECT_TRUE(command(u"paste"));
+    return html();
+  }
+  static std::string data_url(const std::string& bytes) {
+    return "data:image/png;base64," + to_utf8(from_utf8(to_base64(bytes)));
+  }
+  const std::string passing = "file:///C:/Users/u/AppData/Local/Temp/msohtmlclip1/01/clip_image001.png";
+};
+
+TEST_F(NamedPictures, ComeFromTheRichTextOneByOne) {
+  const std::string rtf =
+      "{\\rtf1\\ansi{\\*\\listpicture{\\pict\\pngblip 00}}before "
+      "{\\*\\shppict{\\pict{\\*\\picprop{\\sp{\\sn a}{\\sv 1}}}\\picw10\\pngblip\\bliptag1"
+      "{\\*\\blipuid ffee}\n" +
+      in_digits(picture_1) +
+      "}}{\\nonshppict{\\pict\\wmetafile8 0102}}text{\\*\\shppict{\\pict\\pngblip\\bin" +
+      std::to_string(picture_2.size()) + " " + picture_2 + "}}}";
+  EXPECT_EQ(pasted_from({{"text/html",
+                          "<p><img src=\"" + passing + "\" alt=one>a<img src=cid:image002.png@01D7></p>"},
+                         {"text/rtf", rtf}}),
+            "<P><IMG src=\"" + data_url(picture_1) + "\" alt=\"one\">a<IMG src=\"" + data_url(picture_2) +
+                "\"></P>");
+}
+
+TEST_F(NamedPictures, GoIntoTheImageFolder) {
+  document->set_image_folder([this] { return from_utf8(folder.string()); });
+  std::vector<std::u16string> told;
+  document->set_on_local_pictures([&](const std::vector<std::u16string>& all) { told = all; });
+  const std::string rtf = "{\\rtf1{\\pict\\pngblip " + in_digits(picture_1) + "}}";
+  const std::string pasted =
+      pasted_from({{"text/html", "<p>x<img src=\"" + passing + "\"></p>"}, {"text/rtf", rtf}});
+  EXPECT_EQ(pasted, "<P>x<IMG src=\"" + stored(".png") + "\"></P>");
+  EXPECT_EQ(told.size(), 1u);
+}
+
+TEST_F(NamedPictures, ComeAsFilesOfTheSameName) {
+  const std::string file = to_utf8(write("image001.png", picture_1));
+  EXPECT_EQ(pasted_from({{"text/html", "<p>x<img src=\"cid:image001.png@01D7\"></p>"},
+                         {"text/uri-list", file + "\r\n"}}),
+            "<P>x<IMG src=\"" + data_url(picture_1) + "\"></P>");
+}
+
+// The files that a program makes for its copy go when it ends.
+TEST_F(NamedPictures, ComeOutOfTemporaryFilesThatAreThere) {
+  const std::string file = to_utf8(write("lu12.png", picture_1));
+  EXPECT_EQ(pasted_from({{"text/html", "<p>x<img src=\"" + file + "\"></p>"}}),
+            "<P>x<IMG src=\"" + data_url(picture_1) + "\"></P>");
+}
+
+TEST_F(NamedPictures, ComeAsTheOnePictureThatWasCopied) {
+  EXPECT_EQ(pasted_from({{"text/html", "<img src=\"cid:p\">"}, {"image/png", picture_2}}),
+            "<P><IMG src=\"" + data_url(picture_2) + "\"></P>");
+}
+
+TEST_F(NamedPictures, ThatCannotBeHadLeaveTheirText) {
+  EXPECT_EQ(pasted_from({{"text/html", "<p>x<img src=\"" + passing + "\" alt=\"A cup\" width=10></p>"}}),
+            "<P>x<IMG alt=\"A cup\" width=\"10\"></P>");
+  EXPECT_EQ(pasted_from({{"text/html", "<p>x<img src=\"" + passing + "\"></p>"}}),
+            "<P>x<IMG alt=\"clip_image001.png\"></P>");
+}
+
+// Better none than another one.
+TEST_F(NamedPictures, AreNotGuessedWhereTheRichTextHasMore) {
+  const std::string picture = "{\\pict\\pngblip " + in_digits(picture_1) + "}";
+  EXPECT_EQ(pasted_from({{"text/html", "<p>x<img src=\"" + passing + "\" alt=one></p>"},
+                         {"text/rtf", "{\\rtf1" + picture + picture + "}"}}),
+            "<P>x<IMG alt=\"one\"></P>");
+}
+
+// An author's own picture may be missing for the moment.
+TEST_F(NamedPictures, OfTheAuthorStayNamed) {
+  EXPECT_EQ(pasted_from({{"text/html", "<p>x<img src=\"file:///home/nobody/none.png\"></p>"}}),
+            "<P>x<IMG src=\"file:///home/nobody/none.png\"></P>");
+}
+
+TEST_F(NamedPictures, RichTextThatIsBrokenOffHarmsNobody) {
+  const std::string rtf =
+      "{\\rtf1{\\*\\shppict{\\pict\\pngblip " + in_digits(picture_1) + "}}{\\pict\\bin99999 x";
+  for (std::size_t size = 0; size < rtf.size(); ++size)
+    EXPECT_LE(pictures_of_rich_text(std::string_view(rtf).substr(0, size)).size(), 1u);
+  EXPECT_TRUE(pictures_of_rich_text(std::string(1'000'000, '{')).empty());
+  EXPECT_TRUE(pictures_of_rich_text("{\\rtf1" + std::string(1'000'000, '{')).empty());
 }
 
 }  // namespace
