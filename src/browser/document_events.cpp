@@ -7,6 +7,7 @@
 #include "tvx/dom/tree.h"
 #include "tvx/editing/facts/control.h"
 #include "tvx/editing/facts/predicates.h"
+#include "tvx/editing/gestures/cell_selection.h"
 #include "tvx/editing/gestures/keyboard.h"
 #include "tvx/editing/gestures/typing.h"
 
@@ -275,10 +276,12 @@ void HTMLDocument::move_caret_to(dom::Boundary place, bool extend) {
   Gesture gesture(*this);
   tree_->journal().end_typing_run();
   editing::Selection& selection = editor_->selection();
-  if (extend && selection.anchor())
+  if (extend && selection.anchor()) {
     selection.set(selection.anchor(), place);
-  else
+    editing::take_whole_cells(*editor_);
+  } else {
     selection.collapse(place);
+  }
 }
 
 // --- the mouse ---

@@ -25,6 +25,7 @@ inline constexpr char page_tree_script[] = R"js((function () {
     if (typeOf(node) === 1) {
       out += '<' + (spaces[spaceOf(node)] || '') + localNameOf(node);
       for (const a of Array.from(attributesOf(node)).sort((a, b) => a.name < b.name ? -1 : 1)) {
+        if (a.name === 'tvx-cells') continue;  // the view's own: the table has selected cells
         out += ' ' + a.name + '=' + quoted(a.value);
       }
       out += '>\n';

@@ -1,7 +1,7 @@
 // What is drawn over the page, and what is told of it.
 
 import { boxOf, elementOf, newRange, parentElementOf, typeOf } from './dom.js';
-import { EDGES, HANDLES, caret, cellFrame, dropCaret, frame, guide, hide, outline, showBox, showCaretBox,
+import { EDGES, HANDLES, caret, cellFrame, dropCaret, frame, guide, hide, outline, selectedCells, showBox, showCaretBox,
   showGapBox, underlines } from './boxes.js';
 import { addBox, host } from './host.js';
 import { caretBox } from './geometry.js';
@@ -75,6 +75,7 @@ export function drawnBoxes() {
     shown[name] = [rect.left, rect.top, rect.width, rect.height].map(Math.round);
   }
   shown.underlined = underlines.childElementCount;
+  shown.chosen = selectedCells.childElementCount;
   shown.movable = Boolean(shown.frame && isMovable(nodes.get(state.control)));
   return shown;
 }

@@ -8,6 +8,7 @@ import { elementIdOf, nativeSelection, positionAt, selectionText, targetOf } fro
 import { factsLater, reportFacts } from './drawing.js';
 import { frame, grip, hide, showBox } from './boxes.js';
 import { ids, mouse, nodes, state } from './state.js';
+import { keepInCell } from './selected_cells.js';
 import { later, modifiersOf, tell } from './messages.js';
 
 const BUTTONS = [1, 4, 2];
@@ -94,6 +95,7 @@ function press(event) {
   const selects = !prevented && (event.detail > 1 || event.shiftKey);
   // The native selection moves after the listeners.
   later(() => {
+    if (isLeft && !prevented && event.detail > 2) keepInCell();
     state.ownSelection = selectionText();
     tell(...mouseMessage(0, number, event, column ? column.cell : target, !selects, edge, held));
     reportFacts();

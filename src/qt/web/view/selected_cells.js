@@ -1,7 +1,8 @@
 // Cells that are selected: a selection that goes from one cell of a table into another.
 
-import { boxOf, closest, contains, parentElementOf } from './dom.js';
+import { boxOf, closest, contains, parentElementOf, removeAttribute, setAttribute } from './dom.js';
 import { addBox } from './host.js';
+import { lengthOf } from './positions.js';
 import { selectedCells, showBox } from './boxes.js';
 import { state } from './state.js';
 import { cellOf } from './table_moves.js';
@@ -41,11 +42,31 @@ export function closedArea(first, last, boxes) {
   return area;
 }
 
+/// A triple press in the last paragraph of a cell: the engine goes on to the start of the next cell, which isn't meant.
+export function keepInCell() {
+  const selection = getSelection();
+  const { anchorNode, anchorOffset, focusNode } = selection;
+  const corners = selection.rangeCount ? cornerCells(anchorNode, focusNode) : null;
+  if (corners) selection.setBaseAndExtent(anchorNode, anchorOffset, corners.first, lengthOf(corners.first));
+}
+
+const CELLS_MARK = 'tvx-cells';
+let markedTable = null;
+
+/// The text of a table whose cells are selected doesn't show as selected: between two cells of a column that is others'.
+function markTable(table) {
+  if (markedTable === table) return;
+  if (markedTable) removeAttribute(markedTable, CELLS_MARK);
+  if (table) setAttribute(table, CELLS_MARK, '');
+  markedTable = table;
+}
+
 export function drawSelectedCells() {
   selectedCells.textContent = '';
   const selection = getSelection();
-  if (!state.editable || state.control || !selection.rangeCount || selection.isCollapsed) return;
-  const corners = cornerCells(selection.anchorNode, selection.focusNode);
+  const drawn = state.editable && !state.control && selection.rangeCount && !selection.isCollapsed;
+  const corners = drawn ? cornerCells(selection.anchorNode, selection.focusNode) : null;
+  markTable(corners && corners.table);
   if (!corners) return;
   const boxes = [];
   for (const row of corners.table.rows) for (const cell of row.cells) boxes.push(boxOf(cell));

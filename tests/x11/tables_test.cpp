@@ -1,0 +1,139 @@
+#include <QAction>
+#include <QMenu>
+#include <QMenuBar>
+
+#include "tvx/editing/tables/selected_cells.h"
+#include "x11/editor_fixture.h"
+#include "x11/hands.h"
+
+/// Tables by the mouse and the keyboard: cells that are selected, their menu, buttons that act on them.
+namespace tvx::x11 {
+namespace {
+
+const QByteArray page =
+    "<body style='margin:20px;font:16px sans-serif'><p>text</p><table border=1 cellpadding=8><tbody>"
+    "<tr><td id=a>one</td><td id=b>two</td><td id=c>three</td></tr>"
+    "<tr><td id=d>four</td><td id=e>five</td><td id=f>six</td></tr></tbody></table>";
+
+class TablesOnScreen : public EditorOnScreen {
+ protected:
+  static QString named(const char* id) { return QLatin1Char('#') + QString::fromLatin1(id); }
+  std::size_t selected() { return editing::selected_cells(document().editor()).size(); }
+  std::string drawn() { return in_page(QStringLiteral("String(tvxView.drawn().chosen)")); }
+  void drag_over(const char* from, const char* to) {
+    hands::drag(place_of(named(from), 0.5, 0.5), place_of(named(to), 0.5, 0.5));
+    ASSERT_TRUE(settle());
+  }
+  /// The cells' texts, one after the other.
+  std::string cells() {
+    std::string all;
+    for (const char* id : {"a", "b", "c", "d", "e", "f"})
+      all += in_page(QStringLiteral("document.querySelector('%1')?.innerText.trim() ?? '-'").arg(named(id))) +
+             ' ';
+    return all;
+  }
+  /// Opens a menu with items below it and chooses one, by the mouse.
+  static void choose_below(QWidget& menu, const char* head, const char* item) {
+    auto& top = dynamic_cast<QMenu&>(menu);
+    auto* opens = top.findChild<QAction*>(QString::fromLatin1(head));
+    ASSERT_NE(opens, nullptr);
+    hands::click(top.mapToGlobal(top.actionGeometry(opens).center()));
+    ASSERT_TRUE(wait_for([&] { return opens->menu()->isVisible(); }));
+    QMenu& below = *opens->menu();
+    auto* chosen = below.findChild<QAction*>(QString::fromLatin1(item));
+    ASSERT_NE(chosen, nullptr);
+    hands::click(below.mapToGlobal(below.actionGeometry(chosen).center()));
+  }
+};
+
+TEST_F(TablesOnScreen, DraggingSelectsCellsAndDeleteEmptiesThem) {
+  start(page);
+  drag_over("b", "f");
+  ASSERT_TRUE(wait_for([&] { return selected() == 4; }));
+  EXPECT_TRUE(wait_for([&] { return drawn() == "4"; }));
+  hands::press(QStringLiteral("Delete"));
+  ASSERT_TRUE(wait_for([&] { return selected() == 0; }));
+  ASSERT_TRUE(settle());
+  EXPECT_EQ(cells(), "one   four   ");
+  EXPECT_EQ(drawn(), "0");
+  hands::type(QStringLiteral("x"));
+  ASSERT_TRUE(wait_for([&] { return cells() == "one x  four   "; })) << cells();
+}
+
+TEST_F(TablesOnScreen, ShiftAndArrowsSelectByCells) {
+  start(page);
+  hands::click(place_of_character(named("b"), 3));
+  ASSERT_TRUE(settle());
+  hands::press(QStringLiteral("End"));
+  hands::press(QStringLiteral("shift+Down"));
+  ASSERT_TRUE(wait_for([&] { return selected() == 2; }));
+  hands::press(QStringLiteral("shift+Left"));
+  ASSERT_TRUE(wait_for([&] { return selected() == 4; }));
+  hands::press(QStringLiteral("shift+Up"));
+  ASSERT_TRUE(wait_for([&] { return selected() == 2; }));
+  EXPECT_TRUE(wait_for([&] { return drawn() == "2"; }));
+  hands::press(QStringLiteral("Delete"));
+  ASSERT_TRUE(wait_for([&] { return cells() == "  three four five six "; })) << cells();
+}
+
+// The engine takes the start of the next cell for the end of the paragraph.
+TEST_F(TablesOnScreen, ATriplePressTakesOneCell) {
+  start(page);
+  const QPoint at = place_of(named("b"), 0.5, 0.5);
+  for (int i = 0; i < 3; ++i) hands::click(at);
+  ASSERT_TRUE(settle());
+  ASSERT_TRUE(wait_for([&] { return !document().editor().selection().collapsed(); }));
+  EXPECT_EQ(selected(), 0u);
+  hands::type(QStringLiteral("x"));
+  ASSERT_TRUE(wait_for([&] { return cells() == "one x three four five six "; })) << cells();
+}
+
+TEST_F(TablesOnScreen, ButtonsActInEachSelectedCell) {
+  start(page);
+  drag_over("a", "d");
+  ASSERT_TRUE(wait_for([&] { return selected() == 2; }));
+  hands::click(middle_of(*toolbar_button(u"Bold")));
+  ASSERT_TRUE(wait_for([&] { return html().find("<B>four</B>") != std::string::npos; })) << html();
+  EXPECT_NE(html().find("<B>one</B>"), std::string::npos);
+  EXPECT_EQ(html().find("<B>two"), std::string::npos) << html();
+  EXPECT_EQ(selected(), 2u);
+  hands::click(middle_of(*toolbar_button(u"unorderedlist")));
+  ASSERT_TRUE(wait_for([&] { return html().find("<UL><LI><B>four</B></LI></UL>") != std::string::npos; }))
+      << html();
+}
+
+TEST_F(TablesOnScreen, TheMouseMenuChangesTheTableAtTheCell) {
+  start(page);
+  answer_menu([](QWidget& menu) { choose_below(menu, "mnuMiscTable", "mnuCellRowBelow"); });
+  hands::click(place_of_character(named("b"), 1), 3);
+  ASSERT_TRUE(wait_for(
+      [&] { return in_page(QStringLiteral("String(document.querySelectorAll('tr').length)")) == "3"; }));
+  ASSERT_TRUE(settle());
+  hands::type(QStringLiteral("new"));
+  ASSERT_TRUE(wait_for([&] {
+    return in_page(QStringLiteral("document.querySelectorAll('tr')[1].cells[1].innerText")) == "new";
+  })) << html();
+}
+
+TEST_F(TablesOnScreen, TheWindowsMenuMergesSelectedCells) {
+  start(page);
+  drag_over("a", "b");
+  ASSERT_TRUE(wait_for([&] { return selected() == 2; }));
+  auto* menu = window_->findChild<QMenu*>(QStringLiteral("table"));
+  ASSERT_NE(menu, nullptr);
+  QMenuBar& bar = *window_->menuBar();
+  hands::click(bar.mapToGlobal(bar.actionGeometry(menu->menuAction()).center()));
+  ASSERT_TRUE(wait_for([&] { return menu->isVisible(); }));
+  auto* split = menu->findChild<QAction*>(QStringLiteral("mnuCellSplit"));
+  EXPECT_FALSE(split->isEnabled());
+  auto* merge = menu->findChild<QAction*>(QStringLiteral("mnuCellMerge"));
+  EXPECT_TRUE(merge->isEnabled());
+  hands::click(menu->mapToGlobal(menu->actionGeometry(merge).center()));
+  ASSERT_TRUE(wait_for([&] { return html().find("colspan=\"2\">one<BR>two</TD>") != std::string::npos; }))
+      << html();
+  hands::type(QStringLiteral("!"));
+  ASSERT_TRUE(wait_for([&] { return html().find("one<BR>two!</TD>") != std::string::npos; })) << html();
+}
+
+}  // namespace
+}  // namespace tvx::x11
