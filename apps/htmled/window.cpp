@@ -126,7 +126,10 @@ void Window::make_menus() {
     finish_typing();
     editor_->control().redo_document();
   });
+  edit->addSeparator();
+  add_control_item(edit, "mnuMiscPasteText", QKeySequence(QStringLiteral("Ctrl+Shift+V")));
   add_language_menu(add_menu(nullptr, QT_TR_NOOP("&View")));
+  make_table_menu();
   make_spelling_menu();
 }
 

@@ -18,6 +18,7 @@
 #include "tvx/htmled_widget.h"
 #include "tvx/qt/widget/substitutes.h"
 
+class QAction;
 class QMenu;
 class QToolBar;
 class QStatusBar;
@@ -74,6 +75,10 @@ class Window final : public QMainWindow, private core::HTMLedEvents, private cor
   void make_menus();
   QMenu* add_menu(QMenu* above, const char* text);
   void add_item(QMenu* menu, const char* text, const QKeySequence& keys, std::function<void()> act);
+  /// An item of the control's menus, as it is there.
+  void add_control_item(QMenu* menu, const char* name, const QKeySequence& keys = {});
+  void show_control_item(QAction& action);
+  void make_table_menu();
   void add_language_menu(QMenu* view);
   void make_spelling_menu();
   void add_spelling_languages(QMenu* menu);

@@ -182,7 +182,7 @@ TEST_P(ProgramLanguage, LeavesNothingInEnglish) {
 TEST_P(ProgramLanguage, AccessKeysOfAMenuDiffer) {
   const auto words = written(code);
   for (const std::vector<const char*>& menu :
-       {std::vector<const char*>{"&File", "&Edit", "&View"},
+       {std::vector<const char*>{"&File", "&Edit", "&View", "T&able", "&Tools"},
         {"&New", "&Open…", "&Save", "Save &As…", "&Publish Settings…", "&Upload Images", "&Quit"},
         {"&Undo", "&Redo"},
         {"&Language"}}) {
@@ -298,11 +298,11 @@ class SpokenWindow : public LanguageChoice {
 };
 
 TEST_F(SpokenWindow, ChoosingALanguageChangesAllWordsAtOnce) {
-  EXPECT_EQ(menus(), "File Edit View Tools");
+  EXPECT_EQ(menus(), "File Edit View Table Tools");
   EXPECT_EQ(bold_tip(), "Bold");
   ASSERT_NE(language_item("de"), nullptr);
   language_item("de")->trigger();
-  EXPECT_EQ(menus(), "Datei Bearbeiten Ansicht Extras");
+  EXPECT_EQ(menus(), "Datei Bearbeiten Ansicht Tabelle Extras");
   EXPECT_EQ(text(window_.windowTitle()), "Unbenannt[*] – HTMLed");
   EXPECT_EQ(bold_tip(), "Fett");
   EXPECT_TRUE(shows_tip("Fett"));
@@ -312,12 +312,12 @@ TEST_F(SpokenWindow, ChoosingALanguageChangesAllWordsAtOnce) {
   EXPECT_EQ(text(qt::LinkDialog(QString()).windowTitle()), "Hyperlink");
 
   language_item("fr")->trigger();
-  EXPECT_EQ(menus(), "Fichier Édition Affichage Outils");
+  EXPECT_EQ(menus(), "Fichier Édition Affichage Tableau Outils");
   EXPECT_TRUE(shows_tip("Gras"));
   EXPECT_EQ(text(qt::LinkDialog(QString()).windowTitle()), "Lien hypertexte");
 
   language_item("en")->trigger();
-  EXPECT_EQ(menus(), "File Edit View Tools");
+  EXPECT_EQ(menus(), "File Edit View Table Tools");
   EXPECT_EQ(bold_tip(), "Bold");
   EXPECT_EQ(control().table_labels().cell, u"Cell");
 }
