@@ -436,6 +436,21 @@ bool is_rendered(StyleEngine& engine, const Element& element) {
   return true;
 }
 
+/// A piece of one text, without white space, is shown as it stands: nothing of the line around it has to be
+/// read. Nothing for all else.
+std::optional<std::u16string> piece_of_text(const Range& range) {
+  const auto* text = as<Text>(range.start.node);
+  const Element* parent = text ? text->parent_element() : nullptr;
+  if (!parent || range.end.node != range.start.node) return std::nullopt;
+  const std::u16string_view piece =
+      std::u16string_view(text->data()).substr(range.start.offset, range.end.offset - range.start.offset);
+  if (std::ranges::any_of(piece, is_space)) return std::nullopt;
+  const ComputedValues& values = style::style_of(document_of(*text)).values(*parent);
+  if (values.visibility != Visibility::Visible || values.text_transform != style::TextTransform::None)
+    return std::nullopt;
+  return std::u16string(piece);
+}
+
 }  // namespace
 
 std::u16string inner_text(const Element& element) {
@@ -446,6 +461,7 @@ std::u16string inner_text(const Element& element) {
 
 std::u16string inner_text(const Range& range) {
   if (!range.start || range.collapsed()) return {};
+  if (auto piece = piece_of_text(range)) return *std::move(piece);
   const Node* ancestor = common_ancestor(*range.start.node, *range.end.node);
   const Element* root = as<Element>(ancestor);
   if (!root) root = ancestor->parent_element();

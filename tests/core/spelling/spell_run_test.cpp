@@ -1,5 +1,7 @@
 #include "tvx/core/spelling/spell_run.h"
 
+#include <ctime>
+
 #include "core/fake_context.h"
 #include "spelling/fake_application.h"
 #include "spelling/temporary_folder.h"
@@ -330,6 +332,21 @@ TEST_F(SpellRunTest, OneRunAtATime) {
   run(u"<P>one two</P>");
   EXPECT_THAT(host.words, ElementsAre("one", "two"));
   EXPECT_EQ(host.completed.size(), 1u);
+}
+
+// A quadratic run takes sixty-four times as long for eight times the words.
+TEST_F(SpellRunTest, ARunIsLinearInTheWordsOfOneParagraph) {
+  const auto taken = [&](int words) {
+    std::u16string html = u"<P>";
+    for (int i = 0; i < words; ++i) html += i % 50 == 0 ? u"<B>some</B> " : u"words ";
+    context.load(html);
+    const std::clock_t before = std::clock();
+    spelling.SpellCheck();
+    return std::clock() - before;
+  };
+  taken(1000);
+  const std::clock_t few = taken(4000), many = taken(32000);
+  EXPECT_LT(many, 25 * few);
 }
 
 // --- the dialog ---
