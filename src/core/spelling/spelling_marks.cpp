@@ -194,7 +194,11 @@ void SpellingMarks::selection_changed() {
 bool SpellingMarks::is_being_typed(const dom::Range& word) const {
   const Boundary caret = document_->editor().selection().focus();
   if (!caret || !word.start || &dom::root_of(*caret.node) != &dom::root_of(*word.start.node)) return false;
-  return dom::compare(word.start, caret) <= 0 && dom::compare(caret, word.end) <= 0;
+  if (dom::compare(word.start, caret) > 0) return false;
+  if (dom::compare(caret, word.end) <= 0) return true;
+  // It may have grown.
+  const auto present = editing::word_at(caret);
+  return present && present->start == word.start;
 }
 
 // --- turns of the loop ---
@@ -254,13 +258,13 @@ void SpellingMarks::judge(Region& region, const dom::Range& word) {
     const Offset from = place.start.node == text ? place.start.offset : 0;
     drop_marks(*text, from, place.end.node == text ? place.end.offset : text->length());
   }
-  const std::u16string text = text_of(word);
-  if (!is_wrong(word, text)) return;
-  if (region.typed && is_being_typed(word)) {
-    held_.push_back(std::make_unique<dom::LiveRange>(document_->tree(), word));
-  } else {
-    add_mark(region, word);
-  }
+  if (region.typed && is_being_typed(word)) return hold(word);
+  if (is_wrong(word, text_of(word))) add_mark(word);
+}
+
+void SpellingMarks::hold(const dom::Range& word) {
+  std::erase_if(held_, [&](const auto& shorter) { return shorter->start() == word.start; });
+  held_.push_back(std::make_unique<dom::LiveRange>(document_->tree(), word));
 }
 
 bool SpellingMarks::is_wrong(const dom::Range& word, const std::u16string& text) {
@@ -320,7 +324,7 @@ void SpellingMarks::shift_marks(const Mutation& mutation) {
   }
 }
 
-void SpellingMarks::add_mark(Region&, const dom::Range& word) {
+void SpellingMarks::add_mark(const dom::Range& word) {
   for (const auto& [text, piece] : pieces_of(word)) {
     Entry& entry = marks_.try_emplace(text, Entry{text, {}}).first->second;
     const auto after = std::ranges::upper_bound(entry.stretches, piece.from, {}, &MarkedStretch::from);

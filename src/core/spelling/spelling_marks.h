@@ -86,13 +86,14 @@ class SpellingMarks final : public Part, private dom::MutationObserver, private 
   void turn();
   bool check(Region& region, Clock::time_point end);
   void judge(Region& region, const dom::Range& word);
+  void hold(const dom::Range& word);
   bool is_wrong(const dom::Range& word, const std::u16string& text);
   bool is_being_typed(const dom::Range& word) const;
 
   void drop_marks(const dom::Text& text, Offset from, Offset to);
   void drop_marks_below(dom::Node& top);
   void shift_marks(const dom::Mutation& mutation);
-  void add_mark(Region& region, const dom::Range& word);
+  void add_mark(const dom::Range& word);
   void show_changed();
 
   Speller& speller_;
@@ -102,7 +103,7 @@ class SpellingMarks final : public Part, private dom::MutationObserver, private 
   std::unordered_map<const dom::Text*, Entry> marks_;
   std::unordered_map<const dom::Text*, dom::Ref<dom::Text>> changed_;  // to be shown
   std::deque<std::unique_ptr<Region>> regions_;
-  std::vector<std::unique_ptr<dom::LiveRange>> held_;  // wrong words that are being typed
+  std::vector<std::unique_ptr<dom::LiveRange>> held_;  // words that are being typed: not asked about yet
   std::set<std::u16string, std::less<>> ignored_;
   const void* display_ = nullptr;  // who was shown the marks; only compared
   bool scheduled_ = false;

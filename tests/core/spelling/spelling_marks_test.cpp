@@ -101,6 +101,18 @@ TEST_F(SpellingMarksTest, AWordIsNotMarkedWhileItIsBeingTyped) {
   EXPECT_THAT(marked(), ElementsAre("wrold"));
 }
 
+TEST_F(SpellingMarksTest, AWordIsNotAskedAboutWhileItIsBeingTyped) {
+  load(u"<P>a .</P>");
+  context.document().set_designMode(u"On");
+  caret(2);
+  const std::size_t before = asked();
+  type(u"wrold");
+  EXPECT_EQ(asked(), before);
+  type(u",");
+  EXPECT_LE(asked(), before + 2) << "at the comma, and as the caret leaves it";
+  EXPECT_THAT(marked(), ElementsAre("wrold"));
+}
+
 TEST_F(SpellingMarksTest, AWordThatTheCaretLeavesIsChecked) {
   load(u"<P>a .</P><P>other</P>");
   context.document().set_designMode(u"On");
