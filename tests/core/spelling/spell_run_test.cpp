@@ -236,8 +236,15 @@ TEST_F(SpellRunTest, TheHostSetsAddThisWordAndItGoesToTheCustomDictionaryFile) {
   folder.write("words", "first\r\n");
   context.values.CustomDictionaryFilename = folder.path16("words");
   host.on_word = [](bool&, std::u16string& word, std::u16string&, bool& add) { add = word == u"mine"; };
+  bool ignored = false, other_ignored = true;
+  host.on_complete = [&] {
+    ignored = spelling.engine()->IsWordIgnored(u"Mine");
+    other_ignored = spelling.engine()->IsWordIgnored(u"this");
+  };
   run(u"<P>this is mine too</P>");
   EXPECT_EQ(folder.read("words"), "first\r\nmine\r\n");
+  EXPECT_TRUE(ignored);
+  EXPECT_FALSE(other_ignored);
 }
 
 TEST_F(SpellRunTest, AddThisWordOfAWrongWordAddsWhatTheDialogHolds) {
