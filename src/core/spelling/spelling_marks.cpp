@@ -140,8 +140,14 @@ std::vector<MarkedStretch> SpellingMarks::marks_of(const dom::Text& text) const 
 // --- what is to be checked ---
 
 void SpellingMarks::note(const dom::Range& range, bool typed) {
-  if (regions_.size() >= most_regions) return note_all();
-  regions_.push_front(std::make_unique<Region>(document_->tree(), range, typed));
+  // In the midst of a change, where nodes are moved and ranges may be put aside, none goes: where there are
+  // too many, one more at their end has all.
+  if (regions_.size() < most_regions)
+    regions_.push_front(std::make_unique<Region>(document_->tree(), range, typed));
+  else if (dom::Element* body = document_->body();
+           body && (regions_.size() == most_regions || regions_.back()->begun))
+    regions_.push_back(std::make_unique<Region>(document_->tree(),
+                                                dom::Range{{body, 0}, {body, dom::length_of(*body)}}, false));
   schedule();
 }
 

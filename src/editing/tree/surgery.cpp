@@ -61,6 +61,20 @@ struct SavedRange {
   Boundary start, end;
 };
 
+/// Those of the kept ranges that are still there, for who hears of a move may let go of ranges of their own.
+/// The document has them in the order in which they came.
+template <class Kept, class Action>
+void for_each_alive(const dom::Document& document, const std::vector<Kept>& kept, Action act) {
+  const std::vector<LiveRange*>& alive = document.live_ranges();
+  std::size_t from = 0;
+  for (const Kept& each : kept) {
+    const auto found = std::find(alive.begin() + std::ptrdiff_t(from), alive.end(), each.range);
+    if (found == alive.end()) continue;
+    from = std::size_t(found - alive.begin()) + 1;
+    act(each);
+  }
+}
+
 }  // namespace
 
 // Editing commands standard, "preserving ranges". The plain rules of the DOM would empty a range as soon as
@@ -74,7 +88,8 @@ void move_preserving_ranges(Ref<Node> node, Node& new_parent, Node* before) {
     if (range->start()) saved.push_back({range, moved(range->start()), moved(range->end())});
   }
   dom::insert(new_parent, node, before);
-  for (const SavedRange& range : saved) range.range->set_unordered(range.start, range.end);
+  for_each_alive(document, saved,
+                 [](const SavedRange& range) { range.range->set_unordered(range.start, range.end); });
 }
 
 namespace {
@@ -115,8 +130,11 @@ std::vector<HeldRange> put_ranges_aside(dom::Document& document) {
   return held;
 }
 
-void put_ranges_back(const std::vector<HeldRange>& held) {
-  for (const HeldRange& range : held) range.range->set_unordered(range.start.place(), range.end.place());
+// One that stands somewhere was taken meanwhile.
+void put_ranges_back(const dom::Document& document, const std::vector<HeldRange>& held) {
+  for_each_alive(document, held, [](const HeldRange& range) {
+    if (!range.range->start()) range.range->set_unordered(range.start.place(), range.end.place());
+  });
 }
 
 }  // namespace
@@ -128,7 +146,8 @@ void move_run_preserving_ranges(const NodeList& nodes, Node& new_parent, Node* b
     for (const Ref<Node>& node : nodes) move_preserving_ranges(node, new_parent, before);
     return;
   }
-  std::vector<HeldRange> held = put_ranges_aside(dom::document_of(new_parent));
+  dom::Document& document = dom::document_of(new_parent);
+  std::vector<HeldRange> held = put_ranges_aside(document);
   const auto counts = std::any_of(held.begin(), held.end(), [&](const HeldRange& range) {
     const auto in_parent = [&](const HeldBoundary& boundary) {
       return boundary.node == old_parent || boundary.node == &new_parent;
@@ -146,7 +165,7 @@ void move_run_preserving_ranges(const NodeList& nodes, Node& new_parent, Node* b
     }
     ++new_index;
   }
-  put_ranges_back(held);
+  put_ranges_back(document, held);
 }
 
 void move_children_preserving_ranges(Node& from, Node& to) {
@@ -173,8 +192,9 @@ Ref<Element> set_tag_name(Element& element, Name name) {
   if (!element.parent()) return held;
   Ref<Element> replacement = dom::document_of(element).create_element(name);
   // Boundaries around the element stay as they are, those in it go over with its children.
+  dom::Document& document = dom::document_of(element);
   std::vector<HeldRange> ranges;
-  if (element.has_children()) ranges = put_ranges_aside(dom::document_of(element));
+  if (element.has_children()) ranges = put_ranges_aside(document);
   dom::insert(*element.parent(), replacement, &element);
   for (const dom::Attribute& attribute : element.attributes()) {
     dom::set_attribute(*replacement, attribute.name, attribute.value, attribute.name_space);
@@ -186,7 +206,7 @@ Ref<Element> set_tag_name(Element& element, Name name) {
       if (boundary->node.get() == &element) boundary->node = replacement;
     }
   }
-  put_ranges_back(ranges);
+  put_ranges_back(document, ranges);
   return replacement;
 }
 
