@@ -47,14 +47,14 @@ bool is_line(const Node& node) {
          !holds_blocks(node);
 }
 
-// Step 8: out of blocks that hold but a part of what is formatted.
+// Step 8: out of blocks that hold but a part of what is formatted. All that is between a node and its editing
+// host can be edited and has the same host.
 void leave_blocks(const Ref<Node>& node) {
   const auto stands_in_block = [&] {
-    for (Node* ancestor = node->parent(); ancestor && is_editable(*ancestor); ancestor = ancestor->parent()) {
-      if (is_formattable_block(*ancestor) && in_same_editing_host(*ancestor, *node) &&
-          !holds_blocks(*ancestor)) {
-        return true;
-      }
+    const Node* const host = editing_host_of(*node);
+    for (const Node* ancestor = node->parent(); host && ancestor && ancestor != host;
+         ancestor = ancestor->parent()) {
+      if (is_formattable_block(*ancestor) && !holds_blocks(*ancestor)) return true;
     }
     return false;
   };
