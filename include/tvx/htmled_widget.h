@@ -453,6 +453,7 @@ class HTMLedWidget final : public QWidget {
  protected:
   void resizeEvent(QResizeEvent* event) override;
   void showEvent(QShowEvent* event) override;
+  bool focusNextPrevChild(bool next) override;
 
  public:
   // --- for code of this library; no public header says what these are ---

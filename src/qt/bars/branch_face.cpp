@@ -192,7 +192,6 @@ void BranchFace::place_crumbs() {
   const auto put = [&](int place, const QString& caption) {
     Crumb& crumb = crumb_at(place);
     crumb.show_state(caption, place == overflow || model_.Item(place).Enabled(), place == count);
-    crumb.setFocusPolicy(place == count ? Qt::TabFocus : Qt::NoFocus);
     const int wide = std::min(width_of(caption), width() - edge - x);
     const QRect box(x, gap, std::max(wide, 0), height() - 2 * gap);
     crumb.setGeometry(layoutDirection() == Qt::RightToLeft

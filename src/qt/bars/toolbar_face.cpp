@@ -309,15 +309,14 @@ bool ToolbarFace::can_take_focus(int index) const {
   return index <= model_.Count() && button && !button->isHidden() && button->isEnabled();
 }
 
-// Of all buttons one alone is reached by Tab: the one that had the focus last, else the first that can.
+// Of all buttons one alone is reached from elsewhere: the one that had the focus last, else the first that
+// can.
 void ToolbarFace::set_tab_stop(int index) {
   if (!can_take_focus(index)) {
     index = 1;
     while (index <= model_.Count() && !can_take_focus(index)) ++index;
   }
-  if (QWidget* before = button_widget(tab_stop_)) before->setFocusPolicy(Qt::NoFocus);
   tab_stop_ = index;
-  if (QWidget* now = button_widget(tab_stop_)) now->setFocusPolicy(Qt::TabFocus);
 }
 
 bool ToolbarFace::take_focus() {

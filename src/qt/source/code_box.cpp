@@ -102,6 +102,8 @@ class CodeBox::Edit final : public QPlainTextEdit {
     fresh->setUndoRedoEnabled(true);
   }
   void native_key(QKeyEvent* event) { QPlainTextEdit::keyPressEvent(event); }
+  // The box itself would hold on to the focus, as Tab types in it.
+  void go_back() { QWidget::focusNextPrevChild(false); }
 
   std::function<void()> on_lines_moved;
 
@@ -290,6 +292,7 @@ void CodeBox::key_released(QKeyEvent& event) {
 
 void CodeBox::on_key(std::int16_t, std::int16_t) {
   if (!key_ || edit_key(*key_)) return;
+  if (key_->key() == Qt::Key_Backtab) return edit_->go_back();
   const QString text = key_->text();
   const bool types = !text.isEmpty() && text.at(0) != QChar(0x7F);  // which the Delete key is said to type
   if (types && !(key_->modifiers() & (Qt::ControlModifier | Qt::AltModifier)) && handler()) {

@@ -287,6 +287,8 @@ void WebView::Private::watch_input_widget() {
   if (!now) return;
   now->installEventFilter(this);
   now->setAttribute(Qt::WA_InputMethodEnabled);
+  // By Tab it is reached as a part of the editor, which says when.
+  now->setFocusPolicy(Qt::ClickFocus);
   // What was given the focus before it was there has it now. In a window that is active already the engine
   // has handed it on before anything was heard of it.
   if (now->hasFocus())

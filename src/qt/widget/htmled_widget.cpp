@@ -136,10 +136,6 @@ class HTMLedWidget::Parts final : public platform::Container,
   }
   void layout_changed(const core::Layout& layout) override { apply(layout); }
   void editor_enabled_changed(bool enabled) override { document_view_.set_editable(enabled); }
-  // The layout that belongs to it follows at once: the present one would hide the code view again.
-  void view_switched(bool in_code_view) override {
-    if (widget_) widget_->setFocusProxy(in_code_view ? static_cast<QWidget*>(code_) : view_.widget());
-  }
   void mouse_pointer_changed(int pointer) override {
     constexpr int usual = 0, arrow = 1;
     if (!widget_) return;
@@ -170,7 +166,6 @@ class HTMLedWidget::Parts final : public platform::Container,
     code_->setVisible(layout.txtCode.Visible);
     control_->txtCode().in_front() ? code_->raise() : code_->lower();
     frame_->lower();
-    panes_->order_tabs();
   }
 
   /// Where the user goes on after a start or a new document. A program that has given the focus to another
@@ -212,10 +207,11 @@ class HTMLedWidget::Parts final : public platform::Container,
     code_->setObjectName(QStringLiteral("txtCode"));
     toolbar2_->show_in({}, false);
     frame_ = new Frame(widget_);
-    widget_->setFocusProxy(view_.widget());
     first_caret_.emplace(*widget_, *control_);
-    panes_.emplace(*widget_, *control_, Panes::Widgets{toolbar1_, toolbar2_, view_.widget(), code_, branch_},
-                   [this] { focus(); });
+    panes_.emplace(
+        *widget_, *control_, Panes::Widgets{toolbar1_, toolbar2_, view_.widget(), code_, branch_},
+        Panes::Ways{[this] { focus(); }, [this](bool next) { return widget_->focusNextPrevChild(next); },
+                    [this](bool next) { return widget_->QWidget::focusNextPrevChild(next); }});
   }
 
   QRect inside(const core::Box& box) const {
@@ -350,6 +346,8 @@ void HTMLedWidget::showEvent(QShowEvent*) {
 
 // --- focus ---
 
+bool HTMLedWidget::focusNextPrevChild(bool next) { return parts_->panes_->step(next); }
+
 /// Whether a widget is within this one, or within a dialog or popup that belongs to it.
 bool HTMLedWidget::holds(const QWidget* widget) const {
   while (widget && widget != this) widget = widget->parentWidget();
@@ -360,10 +358,16 @@ void HTMLedWidget::focus_moved(QWidget* from, QWidget* to) {
   // The application in the background, a menu in front: the focus comes back to where it was.
   if (!to || !parts_->started_) return;
   const bool inside = holds(to);
+  parts_->panes_->follow_focus(to);
   if (inside && from) parts_->panes_->tell_lost_focus(from);
   if (inside == parts_->has_focus_) return;
   parts_->has_focus_ = inside;
-  inside ? control().UserControl_EnterFocus() : control().UserControl_ExitFocus();
+  if (!inside) return control().UserControl_ExitFocus();
+  // The control gives the focus to its document. Who came with Tab goes on from where that led to.
+  const QPointer<QWidget> reached = to;
+  const std::shared_ptr<Parts> parts = parts_;
+  control().UserControl_EnterFocus();
+  if (parts->widget_ && reached && parts->panes_->is_bar(reached)) reached->setFocus(Qt::TabFocusReason);
 }
 
 }  // namespace tvx::qt

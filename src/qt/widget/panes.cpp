@@ -3,35 +3,49 @@
 #include <QApplication>
 #include <QShortcut>
 #include <QTimer>
+#include <algorithm>
 #include <utility>
 
 #include "tvx/core/htmled.h"
 #include "tvx/qt/bars/branch_face.h"
 #include "tvx/qt/bars/toolbar_face.h"
 #include "tvx/qt/support/strings.h"
+#include "tvx/qt/widget/tab_gate.h"
 
 namespace tvx::qt {
 
-Panes::Panes(QWidget& widget, core::HTMLed& control, const Widgets& widgets,
-             std::function<void()> focus_document)
-    : widget_(&widget), control_(control), widgets_(widgets), focus_document_(std::move(focus_document)) {
-  for (ToolbarFace* bar : {widgets_.toolbar1, widgets_.toolbar2}) bar->set_on_leave(focus_document_);
-  widgets_.path->set_on_leave(focus_document_);
-  add_shortcut(Qt::Key_F6, 1);
-  add_shortcut(Qt::SHIFT | Qt::Key_F6, -1);
+Panes::Panes(QWidget& widget, core::HTMLed& control, const Widgets& widgets, Ways ways)
+    : widget_(&widget), control_(control), widgets_(widgets), ways_(std::move(ways)) {
+  for (ToolbarFace* bar : {widgets_.toolbar1, widgets_.toolbar2}) bar->set_on_leave(ways_.focus_document);
+  widgets_.path->set_on_leave(ways_.focus_document);
+  add_shortcut(Qt::Key_F6, [this] { walk_round(1); });
+  add_shortcut(Qt::SHIFT | Qt::Key_F6, [this] { walk_round(-1); });
+  add_shortcut(Qt::CTRL | Qt::Key_Tab, [this] { ways_.step(true); });
+  add_shortcut(Qt::CTRL | Qt::SHIFT | Qt::Key_Tab, [this] { ways_.step(false); });
+  gate_ = new TabGate(&widget, [this](Qt::FocusReason reason) {
+    if (reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason)
+      enter_by_end(reason == Qt::TabFocusReason);
+    else
+      enter(Document);
+  });
+  // Without a policy of its own a widget can't be put into an order.
+  widget.setFocusPolicy(Qt::StrongFocus);
+  widget.setFocusProxy(gate_);
 }
 
-void Panes::order_tabs() {
-  QWidget* last = nullptr;
-  const std::initializer_list<QWidget*> order{widgets_.toolbar1, widgets_.toolbar2, widgets_.view,
-                                              widgets_.code, widgets_.path};
-  for (QWidget* part : order) {
-    for (QWidget* stop : part->findChildren<QWidget*>()) {
-      if (!(stop->focusPolicy() & Qt::TabFocus) || stop->focusProxy()) continue;
-      if (last) QWidget::setTabOrder(last, stop);
-      last = stop;
-    }
-  }
+bool Panes::step(bool next) {
+  const int direction = next ? 1 : -1;
+  for (int pane = pane_with_focus() + direction; pane >= 0 && pane < pane_count; pane += direction)
+    if (enter(pane)) return true;
+  gate_->stand();
+  return ways_.leave(next) || enter_by_end(next);
+}
+
+void Panes::follow_focus(const QWidget* focused) {
+  QWidget* stands = gate_;
+  for (QWidget* part : {widgets_.view, widgets_.code})
+    if (part->isAncestorOf(focused)) stands = part;
+  if (widget_->focusProxy() != stands) widget_->setFocusProxy(stands);
 }
 
 void Panes::tell_lost_focus(const QWidget* from) {
@@ -43,29 +57,42 @@ void Panes::tell_lost_focus(const QWidget* from) {
   });
 }
 
-void Panes::add_shortcut(const QKeySequence& keys, int direction) {
+void Panes::add_shortcut(const QKeySequence& keys, std::function<void()> act) {
   auto* shortcut = new QShortcut(keys, widget_, nullptr, nullptr, Qt::WidgetWithChildrenShortcut);
-  QObject::connect(shortcut, &QShortcut::activated, widget_, [this, direction] { walk(direction); });
+  QObject::connect(shortcut, &QShortcut::activated, widget_, std::move(act));
 }
 
-void Panes::walk(int direction) {
-  const QWidget* const bars[] = {nullptr, widgets_.toolbar1, widgets_.toolbar2, widgets_.path};
-  constexpr int count = std::size(bars);
-  int at = 0;
-  for (int i = 1; i < count; ++i)
-    if (bars[i]->isAncestorOf(QApplication::focusWidget())) at = i;
-  for (int step = 1; step <= count; ++step)
-    if (enter((at + direction * step + count * step) % count)) return;
+Panes::Pane Panes::pane_of(const QWidget* widget) const {
+  if (widgets_.toolbar1->isAncestorOf(widget)) return Toolbar1;
+  if (widgets_.toolbar2->isAncestorOf(widget)) return Toolbar2;
+  return widgets_.path->isAncestorOf(widget) ? Path : Document;
+}
+
+Panes::Pane Panes::pane_with_focus() const { return pane_of(QApplication::focusWidget()); }
+
+bool Panes::is_bar(const QWidget* widget) const { return pane_of(widget) != Document; }
+
+void Panes::walk_round(int direction) {
+  constexpr Pane round[] = {Document, Toolbar1, Toolbar2, Path};
+  const int at = int(std::ranges::find(round, pane_with_focus()) - round);
+  for (int step = 1; step <= pane_count; ++step)
+    if (enter(round[(at + direction * step + pane_count * step) % pane_count])) return;
+}
+
+bool Panes::enter_by_end(bool first) {
+  for (int i = 0; i < pane_count; ++i)
+    if (enter(first ? i : pane_count - 1 - i)) return true;
+  return false;
 }
 
 bool Panes::enter(int pane) {
   switch (pane) {
-    case 1: return widgets_.toolbar1->take_focus();
-    case 2: return widgets_.toolbar2->take_focus();
-    case 3: return widgets_.path->take_focus();
+    case Toolbar1: return widgets_.toolbar1->take_focus();
+    case Toolbar2: return widgets_.toolbar2->take_focus();
+    case Path: return widgets_.path->take_focus();
     default: break;
   }
-  control_.InCodeView() ? widgets_.code->setFocus() : focus_document_();
+  control_.InCodeView() ? widgets_.code->setFocus() : ways_.focus_document();
   return true;
 }
 

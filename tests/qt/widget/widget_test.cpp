@@ -356,22 +356,78 @@ TEST_F(Widget, AWidgetThatHasTheFocusKeepsIt) {
   widget_->setParent(nullptr);
 }
 
-TEST_F(Widget, TabGoesThroughBarsPageAndPath) {
+// The host says where the editor comes among its fields; buttons and the engine's widgets come later than
+// that.
+TEST_F(Widget, TabGoesThroughBarsPageAndPathWhereTheHostPutTheEditor) {
+  QWidget window;
+  auto* layout = new QVBoxLayout(&window);
+  QLineEdit before, between, after;
+  const auto add = [&](QWidget& field, const char16_t* name) {
+    field.setObjectName(QString::fromUtf16(name));
+    layout->addWidget(&field);
+  };
+  add(after, u"after");
+  add(before, u"before");
+  HTMLedWidget second(loop_);
+  layout->addWidget(&second);
+  layout->addWidget(widget_.get());
+  add(between, u"between");
+  QWidget::setTabOrder(&before, widget_.get());
+  QWidget::setTabOrder(widget_.get(), &between);
+  QWidget::setTabOrder(&between, &second);
+  QWidget::setTabOrder(&second, &after);
+  window.resize(900, 900);
+  window.show();
+  window.activateWindow();
+  ASSERT_TRUE(settle());
+  ASSERT_TRUE(wait_for([&] { return second.view().input_widget() && widget_->view().input_widget(); }));
+  const auto name_of_focus = [&] {
+    const QWidget* part = QApplication::focusWidget();
+    if (!part) return QStringLiteral("nothing");
+    const bool in_second = second.isAncestorOf(part);
+    while (part->parentWidget() && part->parentWidget() != widget_.get() && part->parentWidget() != &second &&
+           part->parentWidget() != &window)
+      part = part->parentWidget();
+    const QString name = part->objectName().isEmpty() ? QStringLiteral("page") : part->objectName();
+    return in_second ? name + QStringLiteral(" 2") : name;
+  };
+  // In the page Tab is the document's: from there on with Ctrl.
+  const auto go = [&](Qt::Key key) {
+    QWidget* from = QApplication::focusWidget();
+    const bool in_page = name_of_focus().startsWith(QStringLiteral("page"));
+    Qt::KeyboardModifiers held = key == Qt::Key_Backtab ? Qt::ShiftModifier : Qt::NoModifier;
+    held.setFlag(Qt::ControlModifier, in_page);
+    QTest::keyClick(window.windowHandle(), key, held);
+    EXPECT_TRUE(wait_for([&] { return QApplication::focusWidget() && QApplication::focusWidget() != from; }))
+        << name_of_focus().toStdString();
+  };
+  const QStringList order{QStringLiteral("before"), QStringLiteral("Toolbar1"), QStringLiteral("page"),
+                          QStringLiteral("tlbDOM"), QStringLiteral("between"),  QStringLiteral("Toolbar1 2"),
+                          QStringLiteral("page 2"), QStringLiteral("tlbDOM 2"), QStringLiteral("after")};
+  before.setFocus();
+  for (int i = 0; i < 2 * order.size(); ++i) {
+    ASSERT_EQ(name_of_focus().toStdString(), order[i % order.size()].toStdString()) << i;
+    go(Qt::Key_Tab);
+  }
+  for (qsizetype i = 2 * order.size(); i > 0; --i) {
+    ASSERT_EQ(name_of_focus().toStdString(), order[i % order.size()].toStdString()) << i << " back";
+    go(Qt::Key_Backtab);
+  }
+  widget_->setParent(nullptr);
+}
+
+TEST_F(Widget, ItStandsForItsPage) {
   show(QStringLiteral("<P>text</P>"));
   ASSERT_TRUE(settle());
-  QStringList passed;
-  QWidget* stop = widget_.get();
-  do {
-    stop = stop->nextInFocusChain();
-    if (!(stop->focusPolicy() & Qt::TabFocus) || !stop->isVisible() || stop->focusProxy()) continue;
-    const QWidget* part = stop;
-    while (part->parentWidget() && part->parentWidget() != widget_.get()) part = part->parentWidget();
-    if (passed.isEmpty() || passed.last() != part->objectName()) passed << part->objectName();
-  } while (stop != widget_.get());
-  const QString page = widget_->view().widget()->objectName();
-  EXPECT_EQ(
-      passed.join(u' ').toStdString(),
-      QStringList({QStringLiteral("Toolbar1"), page, QStringLiteral("tlbDOM")}).join(u' ').toStdString());
+  widget_->activateWindow();
+  widget_->setFocus();
+  ASSERT_TRUE(wait_for([&] { return widget_->view().input_widget()->hasFocus(); }));
+  EXPECT_TRUE(widget_->hasFocus());
+  widget_->show_Code();
+  ASSERT_TRUE(wait_for([&] { return widget_->control().InCodeView(); }));
+  widget_->setFocus();
+  EXPECT_EQ(QApplication::focusWidget()->objectName(), QStringLiteral("TextBox1"));
+  EXPECT_TRUE(widget_->hasFocus());
 }
 
 TEST_F(Widget, BorderStyleIsSeen) {
