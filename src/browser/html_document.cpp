@@ -5,10 +5,13 @@
 #include "tvx/base/url.h"
 #include "tvx/browser/input/gesture.h"
 #include "tvx/browser/input/paste.h"
+#include "tvx/browser/natural_size.h"
+#include "tvx/browser/picture_sizes.h"
 #include "tvx/dom/inner_html.h"
 #include "tvx/dom/journal.h"
 #include "tvx/dom/mutation.h"
 #include "tvx/dom/objects/address.h"
+#include "tvx/dom/objects/media.h"
 #include "tvx/dom/tree.h"
 #include "tvx/editing/commands/platform_values.h"
 #include "tvx/editing/facts/predicates.h"
@@ -41,6 +44,7 @@ HTMLDocument::HTMLDocument(dom::Ref<dom::Document> tree, std::u16string url)
       editor_(std::make_unique<editing::Editor>(*tree_)),
       composition_(std::make_unique<editing::Composition>(*editor_)),
       url_(std::move(url)),
+      picture_sizes_(std::make_unique<PictureSizes>()),
       watch_(std::make_unique<SelectionWatch>(*this)) {}
 
 HTMLDocument::~HTMLDocument() {
@@ -69,6 +73,7 @@ void HTMLDocument::fill(dom::Ref<dom::Document> tree, std::u16string url) {
   composition_ = std::make_unique<editing::Composition>(*editor_);
   composition_refused_ = false;
   watch_ = std::make_unique<SelectionWatch>(*this);
+  picture_sizes_ = std::make_unique<PictureSizes>();
   url_ = std::move(url);
 }
 
@@ -144,6 +149,15 @@ void HTMLDocument::load_body(std::u16string_view html) {
 
 std::u16string HTMLDocument::absolute_url(std::u16string_view written) const {
   return resolve_url(trimmed(written), dom::base_address(*tree_, url_)).value_or(std::u16string(written));
+}
+
+std::optional<platform::PictureSize> HTMLDocument::natural_size(Element& image) const {
+  if (const auto told = picture_sizes_->of(image)) return told;
+  return browser::natural_size(dom::ImageObject(image, url_).src());
+}
+
+void HTMLDocument::note_natural_size(const Element& image, std::optional<platform::PictureSize> size) {
+  picture_sizes_->note(image, size);
 }
 
 bool HTMLDocument::execCommand(std::u16string_view command, bool show_ui, std::u16string_view value) {

@@ -16,6 +16,7 @@
 #include "tvx/editing/editor.h"
 #include "tvx/editing/gestures/composition.h"
 #include "tvx/editing/gestures/keyboard.h"
+#include "tvx/platform/pictures/picture_size.h"
 
 namespace tvx::platform {
 class Clipboard;
@@ -24,6 +25,7 @@ class Clipboard;
 namespace tvx::browser {
 
 class DocumentClipboard;
+class PictureSizes;
 
 /// The answer of a command in the platform's way: true or false for toggles, blue-green-red numbers for
 /// colours, texts for the rest, nothing for a selection with several values.
@@ -81,6 +83,10 @@ class HTMLDocument : public std::enable_shared_from_this<HTMLDocument> {
   /// An address as it is meant: seen from the base element, else from the document; as written where that
   /// gives no address (a base of "http://").
   std::u16string absolute_url(std::u16string_view written) const;
+  /// The size that the picture of an IMG has by itself: as the view has told that shows it, else as its file
+  /// or its address tells.
+  std::optional<platform::PictureSize> natural_size(dom::Element& image) const;
+  void note_natural_size(const dom::Element& image, std::optional<platform::PictureSize> size);
   const Encoding& encoding() const { return encoding_; }
   void set_encoding(Encoding encoding) { encoding_ = std::move(encoding); }
 
@@ -235,6 +241,7 @@ class HTMLDocument : public std::enable_shared_from_this<HTMLDocument> {
   std::function<std::u16string()> image_folder_, bytes_folder_;
   LocalPictures on_local_pictures_;
   std::vector<std::u16string> under_way_;
+  std::unique_ptr<PictureSizes> picture_sizes_;
   std::unique_ptr<SelectionWatch> watch_;
 };
 

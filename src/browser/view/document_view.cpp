@@ -49,6 +49,7 @@ class DocumentView::Parts final : private dom::MutationObserver {
 
  private:
   void mutated(const dom::Mutation& mutation) override;
+  void note_picture(const ViewPicture& picture) const;
   void forgive();
 };
 
@@ -129,9 +130,20 @@ void DocumentView::Parts::receive(const ViewMessage& message) {
     facts_ = *facts;
   } else if (const auto* focus = std::get_if<ViewFocus>(&message.what)) {
     if (on_focus_) on_focus_(focus->focused);
+  } else if (const auto* picture = std::get_if<ViewPicture>(&message.what)) {
+    note_picture(*picture);
   } else {
     input_.receive(message);
   }
+}
+
+void DocumentView::Parts::note_picture(const ViewPicture& picture) const {
+  if (!document_) return;
+  const auto* image = dom::as<dom::Element>(output_.mirror().node(picture.image));
+  if (!image) return;
+  std::optional<platform::PictureSize> size;
+  if (picture.width > 0 && picture.height > 0) size = {picture.width, picture.height};
+  document_->note_natural_size(*image, size);
 }
 
 /// A process that dies may have its own reasons. One that dies again soon, or as often as it is given this

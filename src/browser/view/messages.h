@@ -214,10 +214,16 @@ struct ViewFacts {
   int scroll_x = 0, scroll_y = 0, width = 0, height = 0;
 };
 
+/// The view has loaded the picture of an element, or couldn't: both are 0 then.
+struct ViewPicture {
+  dom::NodeId image{};
+  int width = 0, height = 0;  // that it has by itself, in CSS pixels
+};
+
 struct ViewMessage {
   PatchNumber seen{};
   std::variant<ViewReady, ViewDied, ViewWithheld, PatchDone, PatchFailed, ViewAnswer, ViewTicket, ViewMouse,
-               ViewSelect, ViewDrag, ViewDrop, ViewKey, ViewText, ViewFocus, ViewFacts>
+               ViewSelect, ViewDrag, ViewDrop, ViewKey, ViewText, ViewFocus, ViewFacts, ViewPicture>
       what;
 };
 

@@ -2,7 +2,7 @@
 
 #include <type_traits>
 
-#include "tvx/browser/natural_size.h"
+#include "tvx/browser/html_document.h"
 #include "tvx/dom/objects/media.h"
 #include "tvx/library/objects/element_object.h"
 
@@ -28,9 +28,9 @@ struct FacadeOf<void (Facade::*)(Parameter)> {
 
 /// An image's object knows the size that its picture has by itself.
 inline dom::ImageObject image_facade(const ElementObject& self) {
-  const dom::ImageObject written(*self, self.document_address());
-  const auto size = browser::natural_size(written.src());
-  if (!size) return written;
+  const auto size =
+      self.document() ? self.document()->natural_size(*self) : std::optional<platform::PictureSize>();
+  if (!size) return {*self, self.document_address()};
   return {*self, self.document_address(), dom::PixelSize{size->width, size->height}};
 }
 

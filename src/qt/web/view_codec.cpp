@@ -207,6 +207,8 @@ void read_message(const QJsonArray& part, browser::PatchNumber seen, PageReport&
     if (anchor && focus) tell(browser::ViewSelect{*anchor, *focus, {}});
   } else if (kind == u"facts") {
     tell(read_facts(part));
+  } else if (kind == u"picture") {
+    tell(browser::ViewPicture{dom::NodeId(part[1].toInt()), part[2].toInt(), part[3].toInt()});
   }
 }
 

@@ -19,6 +19,7 @@ import { allowRooms, listenToStyles, roomCounts } from './rooms.js';
 import { scrollIntoView } from './dom.js';
 import { select } from './selection.js';
 import { showUnderWay } from './under_way.js';
+import { watchPictures } from './pictures.js';
 
 const commands = {
   patch: (number, list) => {
@@ -93,6 +94,7 @@ listenToMouse();
 listenToStyles();
 window.addEventListener('scroll', paintFarRoomsApart, true);
 window.addEventListener('resize', paintFarRoomsApart);
+watchPictures();
 const editingSheet = new CSSStyleSheet();
 editingSheet.replaceSync(TVX_SHEETS.editing);
 document.adoptedStyleSheets = [editingSheet, coverSheet];
