@@ -253,7 +253,9 @@ void Mirror::send_attributes() {
       const std::u16string& name = dirty[i].name.text();
       names.push_back(element.is_html() ? ascii_lower(name) : name);
     }
-    if (all) names.insert(names.end(), {u"style", u"href", u"imagesrcset"});
+    if (all)
+      names.insert(names.end(),
+                   {u"style", u"href", u"imagesrcset", u"type", u"value", u"disabled", u"tvx-hidden"});
     if (knows(element) && !has(element, LeftOut)) send_attributes_of(element, std::move(names), all);
   }
   dirty.clear();

@@ -145,6 +145,31 @@ void add_box_attributes(const Element& element, std::vector<SentAttribute>& sent
   sent.push_back({u"tvx-label", box_label(element), {}});
 }
 
+bool is_hidden_field(const Element& element) {
+  return element.is(Tag::Input) &&
+         equals_ignoring_ascii_case(element.attribute_or_empty(dom::names::type), u"hidden");
+}
+
+/// What a hidden field sends: its name, or what else it is known by, and its value.
+std::u16string hidden_label(const Element& element) {
+  std::u16string label(element.attribute_or_empty(dom::names::name));
+  if (label.empty()) label = element.attribute_or_empty(dom::names::id);
+  if (label.empty()) label = u"hidden";
+  const std::u16string_view value = element.attribute_or_empty(dom::names::value);
+  if (!value.empty()) label.append(u" = ").append(value);
+  return label;
+}
+
+/// No rule makes the engine show a field of that type: it is sent as a button with its label on it.
+void show_hidden_field(const Element& element, std::vector<SentAttribute>& sent) {
+  std::erase_if(sent, [](const SentAttribute& attribute) {
+    return attribute.name == u"type" || attribute.name == u"value" || attribute.name == u"disabled";
+  });
+  sent.push_back({u"type", u"button", {}});
+  sent.push_back({u"value", hidden_label(element), {}});
+  sent.push_back({u"tvx-hidden", u"", {}});
+}
+
 }  // namespace
 
 bool is_mirrored(const dom::Node& node) { return node.type() != dom::NodeType::DocumentType; }
@@ -179,11 +204,12 @@ std::vector<SentAttribute> mirrored_attributes(const Element& element) {
     sent.push_back({text, attribute.value, attribute.name_space});
   }
   if (is_box(element)) add_box_attributes(element, sent);
+  if (is_hidden_field(element)) show_hidden_field(element, sent);
   return sent;
 }
 
 bool attributes_depend_on_each_other(const Element& element) {
-  return is_box(element) || element.is(Tag::Link);
+  return is_box(element) || element.is(Tag::Link) || element.is(Tag::Input);
 }
 
 bool mirrors_children(const Element& element) { return !is_box(element) && !is_script(element); }

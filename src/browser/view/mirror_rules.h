@@ -24,7 +24,8 @@ bool is_mirrored(const dom::Node& node);
 std::u16string_view mirrored_name(const dom::Element& element);
 
 /// The attributes to set, in order. Left out: names that setAttribute refuses, event attributes, script
-/// addresses, what moves the focus or loads by itself, refresh and other orders to the browser.
+/// addresses, what moves the focus or loads by itself, refresh and other orders to the browser. A hidden
+/// field is sent as a button that `tvx-hidden` marks, so that it can be selected.
 std::vector<PatchOperation::Attribute> mirrored_attributes(const dom::Element& element);
 
 /// Whether one attribute's change can change how others are mirrored: then all are sent again.

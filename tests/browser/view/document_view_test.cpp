@@ -398,5 +398,68 @@ TEST_F(DocumentViewTest, InputForAnotherDocumentIsDropped) {
   EXPECT_EQ(html(), "<P>other</P>");
 }
 
+// --- what is shown in another way ---
+
+TEST_F(DocumentViewTest, AHiddenFieldIsSentAsAButtonWithWhatItSends) {
+  open(u"<p><input type=HIDDEN name=key value=7 disabled>");
+  const auto printed = [this] { return to_utf8(view_.tree().print()); };
+  EXPECT_NE(printed().find("<input name=\"key\" tvx-hidden=\"\" type=\"button\" value=\"key = 7\">"),
+            std::string::npos)
+      << printed();
+  EXPECT_EQ(html(), "<p><input type=\"HIDDEN\" name=\"key\" value=\"7\" disabled=\"\"></p>");
+  dom::set_attribute(first(dom::Tag::Input), dom::names::value, u"8");
+  pump();
+  EXPECT_NE(printed().find("value=\"key = 8\""), std::string::npos) << printed();
+  EXPECT_EQ(view_.tree().print(), print_mirrored(document_->tree()));
+}
+
+TEST_F(DocumentViewTest, AHiddenFieldThatBecomesAnotherIsShownAsThat) {
+  open(u"<p><input type=hidden name=key value=7>");
+  dom::set_attribute(first(dom::Tag::Input), dom::names::type, u"text");
+  pump();
+  EXPECT_EQ(view_.tree().print(), print_mirrored(document_->tree()));
+  EXPECT_EQ(view_.tree().print().find(u"tvx-hidden"), std::u16string::npos);
+  dom::set_attribute(first(dom::Tag::Input), dom::names::type, u"hidden");
+  pump();
+  EXPECT_EQ(view_.tree().print(), print_mirrored(document_->tree()));
+  EXPECT_NE(view_.tree().print().find(u"tvx-hidden"), std::u16string::npos);
+}
+
+TEST_F(DocumentViewTest, AHiddenFieldWithoutANameIsCalledByItsIdOrByItsType) {
+  open(u"<p><input type=hidden id=Hidden1><input type=hidden>");
+  EXPECT_NE(view_.tree().print().find(u"value=\"Hidden1\""), std::u16string::npos);
+  EXPECT_NE(view_.tree().print().find(u"value=\"hidden\""), std::u16string::npos);
+}
+
+// --- pictures ---
+
+TEST_F(DocumentViewTest, APictureHasTheSizeThatTheViewTells) {
+  open(u"<p><img src='http://example.com/a.png'>");
+  Element& image = first(dom::Tag::Img);
+  EXPECT_FALSE(document_->natural_size(image));
+  const auto told = [&](int width, int height) {
+    view_.tell({.seen = {}, .what = ViewPicture{image.id(), width, height}});
+    pump();
+  };
+  told(640, 480);
+  EXPECT_EQ(document_->natural_size(image), (platform::PictureSize{640, 480}));
+  dom::set_attribute(image, dom::names::src, u"http://example.com/b.png");
+  EXPECT_FALSE(document_->natural_size(image)) << "that is another picture";
+  told(20, 10);
+  EXPECT_EQ(document_->natural_size(image), (platform::PictureSize{20, 10}));
+  told(0, 0);
+  EXPECT_FALSE(document_->natural_size(image)) << "it couldn't be had";
+}
+
+TEST_F(DocumentViewTest, APictureThatHasLeftTheDocumentIsNoTrouble) {
+  open(u"<p><img src='http://example.com/a.png'>");
+  const dom::NodeId id = first(dom::Tag::Img).id();
+  document_->load_body(u"<p>text");
+  pump();
+  view_.tell({.seen = {}, .what = ViewPicture{id, 640, 480}});
+  pump();
+  EXPECT_EQ(html(), "<p>text</p>");
+}
+
 }  // namespace
 }  // namespace tvx::browser

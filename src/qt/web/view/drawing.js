@@ -1,6 +1,6 @@
 // What is drawn over the page, and what is told of it.
 
-import { boxOf, elementOf, newRange, parentElementOf, typeOf } from './dom.js';
+import { boxOf, elementOf, matches, newRange, parentElementOf, typeOf } from './dom.js';
 import { EDGES, HANDLES, caret, cellFrame, dropCaret, frame, guide, hide, outline, selectedCells, showBox, showCaretBox,
   showGapBox, underlines } from './boxes.js';
 import { addBox, host } from './host.js';
@@ -23,15 +23,16 @@ function drawCaret(at) {
 }
 
 /// The frame of what is selected as a whole. Small elements get room between the handles, and no handles
-/// in the middle of their sides.
+/// in the middle of their sides. What stands for a hidden field has no size of its own.
 function drawFrame() {
   const selected = state.control && state.editable ? nodes.get(state.control) : null;
   const box = selected && boxOf(selected);
   if (!box || (box.width === 0 && box.height === 0)) return hide(frame);
   const out = Math.min(box.width, box.height) < 24 ? 5 : 1;
   showBox(frame, box.left - out, box.top - out, box.width + 2 * out, box.height + 2 * out);
+  const sized = !matches(selected, '[tvx-hidden]');
   for (const handle of HANDLES) {
-    handle.shown = (handle.x || box.width >= 34) && (handle.y || box.height >= 34);
+    handle.shown = sized && (handle.x || box.width >= 34) && (handle.y || box.height >= 34);
     handle.box.style.display = handle.shown ? '' : 'none';
   }
   const moves = isMovable(selected);
