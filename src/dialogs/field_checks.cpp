@@ -14,7 +14,8 @@ using platform::FormControl;
 // Each is a word of the language files.
 constexpr std::u16string_view no_number = u"This is no whole number", too_small = u"This number is too small",
                               too_large = u"This number is too large", no_colour_text = u"This is no colour",
-                              blank_in_id = u"An id has no blanks";
+                              blank_in_id = u"An id has no blanks",
+                              no_length = u"This is neither a number nor a percentage";
 
 bool mark(FormControl& box, std::u16string_view reason) {
   box.set_fault(reason);
@@ -37,6 +38,16 @@ bool check_number(FormControl& box, Emptiness emptiness) {
   const auto number = digits ? parse_number(text) : std::nullopt;
   if (!number) return mark(box, no_number);
   if (*number < box.number()->least) return mark(box, too_small);
+  return mark(box, *number > box.number()->most ? too_large : u"");
+}
+
+bool check_length(FormControl& box) {
+  std::u16string_view text = trimmed(box.Text());
+  if (text.empty()) return mark(box, u"");
+  if (text.ends_with(u'%')) text.remove_suffix(1);
+  const bool digits = !text.empty() && std::ranges::all_of(text, is_ascii_digit);
+  const auto number = digits ? parse_number(text) : std::nullopt;
+  if (!number) return mark(box, no_length);
   return mark(box, *number > box.number()->most ? too_large : u"");
 }
 

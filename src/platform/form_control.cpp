@@ -266,12 +266,13 @@ bool FormControl::double_click() {
   return true;
 }
 
-// What is no number counts as 0.
+// What is no number counts as 0. A percentage stays one.
 bool FormControl::step(int steps) {
   if (!number_ || !reachable()) return false;
+  const bool percentage = trimmed(text_).ends_with(u'%');
   const double wanted = typed_number(text_) + static_cast<double>(number_->step) * steps;
   const int number = static_cast<int>(std::clamp<double>(wanted, number_->least, number_->most));
-  set_Text(to_text(number));
+  set_Text(percentage ? to_text(number) + u"%" : to_text(number));
   if (form_.handler_) form_.handler_->Step(*this);
   return true;
 }

@@ -17,6 +17,7 @@ using Row = dom::TableRowObject;
 namespace {
 
 constexpr int number_columns = 6;
+constexpr std::u16string_view size_help = u"In pixels, or with % of the room that there is";
 
 // --- fields and the members that they show ---
 
@@ -139,11 +140,11 @@ CellDialog::CellDialog(platform::CommonDialogs& dialogs) : dialogs_(dialogs) {
   add_list(u"lblHAlign", u"H. Align", u"cboAlign", {u"left", u"center", u"right"});
   add_list(u"lblVAlign", u"V. Align", u"cboVAlign", {u"top", u"middle", u"bottom", u"baseline"});
   form_.begin_row();
-  add_pair(u"lblHeight", u"Height", u"txtHeight");
-  add_pair(u"lblWidth", u"Width", u"txtWidth");
+  add_pair(u"lblHeight", u"Height", u"txtHeight", {}).set_ToolTipText(size_help);
+  add_pair(u"lblWidth", u"Width", u"txtWidth", {}).set_ToolTipText(size_help);
   form_.begin_row();
-  add_pair(u"lblColSpan", u"Column Span", u"txtColSpan");
-  add_pair(u"lblRowSpan", u"Row Span", u"txtRowSpan");
+  add_pair(u"lblColSpan", u"Column Span", u"txtColSpan", {.least = 1, .most = 1000});
+  add_pair(u"lblRowSpan", u"Row Span", u"txtRowSpan", {.least = 0, .most = 65534});
   form_.begin_row();
   form_.add_label(u"lblBackground", u"Background");
   form_.add_text_box(u"txtBackground");
@@ -167,16 +168,26 @@ void CellDialog::add_list(std::u16string label, std::u16string caption, std::u16
   form_.add_list(std::move(list), items);
 }
 
-void CellDialog::add_pair(std::u16string label, std::u16string caption, std::u16string box) {
+FormControl& CellDialog::add_pair(std::u16string label, std::u16string caption, std::u16string box,
+                                  platform::NumberRange range) {
   form_.add_label(std::move(label), std::move(caption));
   FormControl& number = form_.add_text_box(std::move(box));
   number.set_columns(number_columns);
-  number.set_number({});
+  number.set_number(range);
+  return number;
 }
 
 // --- what it does ---
 
-void CellDialog::Change(FormControl&) { dialogs::check_colours(form_); }
+// Wrong spans and sizes are marked, and may be confirmed all the same: each is left as it was by itself.
+void CellDialog::Change(FormControl&) {
+  dialogs::check_colours(form_);
+  for (const std::u16string_view name : {u"txtColSpan", u"txtRowSpan"})
+    if (FormControl& span = form_.Controls(name); span.reachable())
+      dialogs::check_number(span, dialogs::Emptiness::allowed);
+  for (const std::u16string_view name : {u"txtHeight", u"txtWidth"})
+    if (FormControl& size = form_.Controls(name); size.reachable()) dialogs::check_length(size);
+}
 
 // Other than in the table's dialog the field itself keeps its colour.
 void CellDialog::Click(FormControl& button) {

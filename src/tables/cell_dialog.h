@@ -30,7 +30,8 @@ class CellDialog final : private platform::FormHandler {
   dom::Ref<dom::Element> oRow();
 
  private:
-  void add_pair(std::u16string label, std::u16string caption, std::u16string box);
+  platform::FormControl& add_pair(std::u16string label, std::u16string caption, std::u16string box,
+                                  platform::NumberRange range);
   void add_list(std::u16string label, std::u16string caption, std::u16string list,
                 std::initializer_list<std::u16string_view> items);
   void Click(platform::FormControl& button) override;

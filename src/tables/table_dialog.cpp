@@ -13,6 +13,11 @@ namespace {
 
 constexpr int number_columns = 5;
 
+/// Without rows and columns there is no table.
+bool is_count(const FormControl& box) {
+  return box.Name() == u"txttablerow" || box.Name() == u"txttablecolumns";
+}
+
 }  // namespace
 
 // --- layout ---
@@ -59,7 +64,7 @@ void TableDialog::add_number(std::u16string label, std::u16string caption, std::
   form_.add_label(std::move(label), std::move(caption));
   FormControl& number = form_.add_text_box(std::move(box), text);
   number.set_columns(number_columns);
-  number.set_number({});
+  number.set_number({.least = is_count(number) ? 1 : 0});
 }
 
 // --- what it does ---
@@ -80,7 +85,22 @@ void TableDialog::Click(FormControl& button) {
   }
 }
 
-void TableDialog::Change(FormControl&) { dialogs::check_colours(form_); }
+void TableDialog::Change(FormControl&) { check(); }
+
+// Wrong numbers are marked, and may be confirmed all the same: what comes of them is known to hosts, up to
+// the press that fails. A percent sign comes by itself into a new table; one that is there has it in its
+// fields.
+void TableDialog::check() {
+  dialogs::check_colours(form_);
+  for (const auto& control : form_.controls()) {
+    if (!control->number() || !control->reachable()) continue;
+    if (of_a_table_)
+      dialogs::check_length(*control);
+    else
+      dialogs::check_number(*control,
+                            is_count(*control) ? dialogs::Emptiness::refused : dialogs::Emptiness::allowed);
+  }
+}
 
 // A number that is too large ends the press here, and the dialog stays open.
 void TableDialog::apply() {
@@ -99,6 +119,7 @@ void TableDialog::apply() {
 // --- a table that is there ---
 
 void TableDialog::show_settings_of(const dom::TableObject& table) {
+  of_a_table_ = true;
   const auto fill = [&](std::u16string_view box, const std::u16string& text) {
     form_.Controls(box).set_Text(text);
   };
@@ -113,6 +134,7 @@ void TableDialog::show_settings_of(const dom::TableObject& table) {
         u"lblCellAttributes", u"lblCellBackgroundColor", u"lblCellBorderColor", u"lblrows", u"lblcolumns",
         u"cmdBackgroundColourCell", u"cmdBorderColourCell"})
     form_.Controls(name).set_Enabled(false);
+  check();
 }
 
 void TableDialog::write_settings_to(dom::TableObject& table) const {

@@ -35,12 +35,13 @@ class TableDialog final : private platform::FormHandler {
   void Click(platform::FormControl& button) override;
   void Change(platform::FormControl& control) override;
   void apply();
+  void check();
   const std::u16string& text(std::u16string_view box) const;
 
   platform::CommonDialogs& dialogs_;
   platform::Form form_{u"Frminserttable", u"Table Properties"};
   std::u16string table_html_;
-  bool cancelled_ = false;
+  bool cancelled_ = false, of_a_table_ = false;
 };
 
 }  // namespace tvx::tables

@@ -245,4 +245,19 @@ TEST_F(TheCellDialog, WhatIsNoCellKeepsItsAttributes) {
   EXPECT_EQ(html(), "<P align=\"left\">text</P>");
 }
 
+TEST_F(TheCellDialog, WrongNumbersAreMarkedAndSizesMayBePercentages) {
+  take_cell("width=50% height=20");
+  for (const std::u16string_view name : {u"txtWidth", u"txtHeight", u"txtColSpan", u"txtRowSpan"})
+    EXPECT_EQ(control(name).fault(), u"") << to_utf8(name);
+  control(u"txtWidth").step(-1);
+  EXPECT_EQ(text(u"txtWidth"), u"49%");
+  set(u"txtHeight", u"tall");
+  EXPECT_EQ(control(u"txtHeight").fault(), u"This is neither a number nor a percentage");
+  set(u"txtColSpan", u"0");
+  EXPECT_EQ(control(u"txtColSpan").fault(), u"This number is too small");
+  set(u"txtRowSpan", u"two");
+  EXPECT_EQ(control(u"txtRowSpan").fault(), u"This is no whole number");
+  EXPECT_TRUE(control(u"OKButton").Enabled()) << "the rest can be written";
+}
+
 }  // namespace tvx::tables::test

@@ -234,4 +234,33 @@ TEST_F(TheSettings, UnchangedTheyAreNoStepWhereTheCellsAgree) {
   EXPECT_EQ(journal().depth(), 0u);
 }
 
+TEST_F(TheTableDialog, WrongNumbersAreMarkedWithTheReason) {
+  control(u"txttablerow").set_Text(u"many");
+  EXPECT_EQ(control(u"txttablerow").fault(), u"This is no whole number");
+  control(u"txttablerow").set_Text(u"0");
+  EXPECT_EQ(control(u"txttablerow").fault(), u"This number is too small");
+  control(u"txttablecolumns").set_Text(u"40000");
+  EXPECT_EQ(control(u"txttablecolumns").fault(), u"This number is too large");
+  control(u"txtWidth").set_Text(u"50%");
+  EXPECT_EQ(control(u"txtWidth").fault(), u"This is no whole number") << "the sign comes by itself";
+  for (const std::u16string_view name : {u"txtWidth", u"txtCellSpacing", u"txtBorderwidth"}) {
+    control(name).set_Text(u"");
+    EXPECT_EQ(control(name).fault(), u"");
+  }
+  EXPECT_TRUE(control(u"cmdApply").Enabled()) << "what comes of it is known";
+}
+
+TEST_F(TheSettings, MayBePercentagesAndAreMarkedWhereTheyAreNothing) {
+  load("<table border=1% width=50%><tr><td>1</table>");
+  show();
+  EXPECT_EQ(control(u"txtBorderwidth").fault(), u"") << "as a new table has it";
+  EXPECT_EQ(control(u"txtWidth").fault(), u"");
+  control(u"txtWidth").step(1);
+  EXPECT_EQ(text(u"txtWidth"), u"51%");
+  control(u"txtWidth").set_Text(u"wide");
+  EXPECT_EQ(control(u"txtWidth").fault(), u"This is neither a number nor a percentage");
+  control(u"txtWidth").set_Text(u"300");
+  EXPECT_EQ(control(u"txtWidth").fault(), u"");
+}
+
 }  // namespace tvx::tables::test
