@@ -25,6 +25,13 @@ bool passes(std::int16_t code) {
   return code == 8 || code == 46 || (code >= 48 && code <= 57) || (code >= 96 && code <= 105) || code == 110;
 }
 
+constexpr std::u16string_view pixels = u"px", percent = u"%";
+
+/// The list with the unit of a box for a size.
+std::u16string_view unit_of(const FormControl& box) {
+  return box.Name() == u"txtWidth" ? u"cboWidthUnit" : u"cboHeightUnit";
+}
+
 bool is_size(const FormControl& box) { return box.Name() == u"txtWidth" || box.Name() == u"txtHeight"; }
 
 }  // namespace
@@ -55,11 +62,11 @@ void ImageDialog::add_size_rows() {
     number.set_columns(number_columns);
     number.set_number({.least = 0, .most = 32767});
     number.set_reports_keys();
-    form_.add_label(std::move(unit), u"px");
+    form_.add_list(std::move(unit), {pixels, percent}).set_Text(pixels);
   };
   form_.begin_row();
-  add(u"lblWidth", u"Width", u"txtWidth", u"lblWidthUnit");
-  add(u"lblHeight", u"Height", u"txtHeight", u"lblHeightUnit");
+  add(u"lblWidth", u"Width", u"txtWidth", u"cboWidthUnit");
+  add(u"lblHeight", u"Height", u"txtHeight", u"cboHeightUnit");
   form_.begin_row();
   form_.add_check_box(u"chkConstrain", u"Constrain Proportions");
   form_.begin_row();
@@ -83,6 +90,16 @@ void ImageDialog::add_other_rows() {
 void ImageDialog::SetProp(std::int32_t width, std::int32_t height) {
   if (width == 0) throw RuntimeError(division_by_zero, u"Division by zero");
   proportion_ = static_cast<float>(height) / static_cast<float>(width);
+}
+
+void ImageDialog::show_size(Side side, std::int32_t number, bool of_the_room) {
+  FormControl& box = form_.Controls(side == Side::Width ? u"txtWidth" : u"txtHeight");
+  form_.Controls(unit_of(box)).set_Text(of_the_room ? percent : pixels);
+  box.set_Text(to_text(number));
+}
+
+bool ImageDialog::is_of_the_room(Side side) const {
+  return form_.Controls(side == Side::Width ? u"cboWidthUnit" : u"cboHeightUnit").Text() == percent;
 }
 
 // --- buttons ---
@@ -112,6 +129,8 @@ void ImageDialog::browse() {
 
 void ImageDialog::Change(FormControl& control) {
   if (control.Name() == u"txtSrc") show_picture();
+  if (control.Name() == u"cboWidthUnit") fit_into_unit(form_.Controls(u"txtWidth"));
+  if (control.Name() == u"cboHeightUnit") fit_into_unit(form_.Controls(u"txtHeight"));
   if (control.number() && form_.Visible()) check_number(control, Emptiness::allowed);
 }
 
@@ -147,9 +166,16 @@ void ImageDialog::KeyUp(FormControl& box, std::int16_t& KeyCode, std::int16_t) {
   keep_proportion(box);
 }
 
-// A proportion of 0 gives no width.
+// More than the room that there is was a number of pixels.
+void ImageDialog::fit_into_unit(FormControl& box) {
+  constexpr double all = 100;
+  if (form_.Controls(unit_of(box)).Text() == percent && typed_number(box.Text()) > all) box.set_Text(u"100");
+}
+
+// A proportion of 0 gives no width. It is one of pixels: what part of the room that is, nobody knows here.
 void ImageDialog::keep_proportion(FormControl& box) {
   if (!is_size(box) || !form_.Controls(u"chkConstrain").Value()) return;
+  if (is_of_the_room(Side::Width) || is_of_the_room(Side::Height)) return;
   const double proportion = proportion_, number = typed_number(box.Text());
   const bool from_width = box.Name() == u"txtWidth";
   if (!from_width && proportion == 0) return;

@@ -17,7 +17,7 @@ namespace tvx::dialogs {
 /// boxes for the size: "-1" in both after Cancel, "Reset" in the height after Reset.
 class ImageDialog final : private platform::FormHandler {
  public:
-  /// A picture as it is on this computer; both are empty for one that isn't.
+  /// A picture as it is known here: its file, if it has one on this computer, and its size.
   struct Picture {
     std::u16string path;
     std::optional<platform::PictureSize> size;
@@ -28,6 +28,10 @@ class ImageDialog final : private platform::FormHandler {
   platform::Form& form() { return form_; }
   bool isCancelled() const { return isCancelled_; }
   void set_isCancelled(bool cancelled) { isCancelled_ = cancelled; }
+  enum class Side : std::uint8_t { Width, Height };
+  /// In pixels, or in percent of the room that there is.
+  void show_size(Side side, std::int32_t number, bool of_the_room);
+  bool is_of_the_room(Side side) const;
   /// The proportion that the lock keeps. Throws RuntimeError(11) for a width of 0.
   void SetProp(std::int32_t width, std::int32_t height);
 
@@ -42,6 +46,7 @@ class ImageDialog final : private platform::FormHandler {
   void KeyPress(Control& box, std::int16_t& KeyAscii) override;
   void KeyUp(Control& box, std::int16_t& KeyCode, std::int16_t Shift) override;
   void keep_proportion(Control& box);
+  void fit_into_unit(Control& box);
   void browse();
   void show_picture();
 

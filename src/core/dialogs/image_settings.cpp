@@ -20,18 +20,52 @@ using dom::ImageObject;
 /// An image as its properties read: with the size that the picture has by itself where none is written.
 ImageObject image_of(dom::Element& element, const browser::HTMLDocument& document) {
   std::optional<dom::PixelSize> natural;
-  if (const auto size = browser::natural_size(ImageObject(element, document.url()).src()))
-    natural = {size->width, size->height};
+  if (const auto size = document.natural_size(element)) natural = {size->width, size->height};
   return ImageObject(element, document.url(), natural);
 }
 
-void fill(dialogs::ImageDialog& dialog, const ImageObject& image, const std::u16string& base) {
+using Side = dialogs::ImageDialog::Side;
+
+struct SizeField {
+  Side side;
+  std::u16string_view box;
+  dom::Name attribute;
+  std::int32_t (ImageObject::*read)() const;
+  void (ImageObject::*write)(std::int32_t);
+};
+
+const SizeField& height_field() {
+  static const SizeField field{Side::Height, u"txtHeight", dom::names::height, &ImageObject::height,
+                               &ImageObject::set_height};
+  return field;
+}
+const SizeField& width_field() {
+  static const SizeField field{Side::Width, u"txtWidth", dom::names::width, &ImageObject::width,
+                               &ImageObject::set_width};
+  return field;
+}
+
+/// What the attribute says in percent; nothing where it doesn't.
+std::optional<std::int32_t> percentage(const dom::Element& element, dom::Name attribute) {
+  const std::u16string_view text = trimmed(element.attribute_or_empty(attribute));
+  if (!text.ends_with(u'%')) return {};
+  return rounded_to_32_bits(typed_number(text));
+}
+
+void show_size(dialogs::ImageDialog& dialog, const SizeField& field, const dom::Element& element,
+               const ImageObject& image) {
+  const auto part = percentage(element, field.attribute);
+  dialog.show_size(field.side, part.value_or((image.*field.read)()), part.has_value());
+}
+
+void fill(dialogs::ImageDialog& dialog, const dom::Element& element, const ImageObject& image,
+          const std::u16string& base) {
   platform::Form& form = dialog.form();
   const auto show = [&form](std::u16string_view box, const std::u16string& text) {
     attempt([&] { form.Controls(box).set_Text(text); });
   };
-  show(u"txtHeight", to_text(image.height()));
-  show(u"txtWidth", to_text(image.width()));
+  attempt([&] { show_size(dialog, height_field(), element, image); });
+  attempt([&] { show_size(dialog, width_field(), element, image); });
   show(u"txtAltText", image.alt());
   attempt([&] { dialog.SetProp(image.width(), image.height()); });
   show(u"txtBorder", image.border());
@@ -43,16 +77,22 @@ void fill(dialogs::ImageDialog& dialog, const ImageObject& image, const std::u16
 
 // What reads already as it stands in its box isn't written: a size that the picture has by itself stays its
 // own, and an address keeps its form.
-void write(const platform::Form& form, ImageObject& image) {
+void write_size(dialogs::ImageDialog& dialog, const SizeField& field, dom::Element& element,
+                ImageObject& image) {
+  const std::int32_t number = rounded_to_32_bits(number_of(dialog.form().Controls(field.box).Text()));
+  const auto part = percentage(element, field.attribute);
+  if (dialog.is_of_the_room(field.side)) {
+    if (number != part) dom::set_attribute(element, field.attribute, to_text(number) + u"%");
+  } else if (part || number != (image.*field.read)()) {
+    (image.*field.write)(number);
+  }
+}
+
+void write(dialogs::ImageDialog& dialog, dom::Element& element, ImageObject& image) {
+  const platform::Form& form = dialog.form();
   const auto text = [&form](std::u16string_view box) { return form.Controls(box).Text(); };
-  attempt([&] {
-    const std::int32_t height = rounded_to_32_bits(number_of(text(u"txtHeight")));
-    if (height != image.height()) image.set_height(height);
-  });
-  attempt([&] {
-    const std::int32_t width = rounded_to_32_bits(number_of(text(u"txtWidth")));
-    if (width != image.width()) image.set_width(width);
-  });
+  attempt([&] { write_size(dialog, height_field(), element, image); });
+  attempt([&] { write_size(dialog, width_field(), element, image); });
   attempt([&] {
     if (text(u"txtSrc") != image.src()) image.set_src(text(u"txtSrc"));
   });
@@ -85,11 +125,13 @@ bool ImageSettings::EditImageProperties() {
   const std::size_t depth = journal.depth();
   const auto find_picture = [&](std::u16string_view address) -> dialogs::ImageDialog::Picture {
     const std::u16string whole = shown->absolute_url(address);
-    return {browser::picture_path(whole), browser::natural_size(whole)};
+    const bool shown_already = whole == ImageObject(*element, shown->url()).src();
+    return {browser::picture_path(whole),
+            shown_already ? shown->natural_size(*element) : browser::natural_size(whole)};
   };
   dialogs::ImageDialog dialog(surroundings().dialogs, find_picture);
   attempt([&] {
-    fill(dialog, image_of(*element, *shown),
+    fill(dialog, *element, image_of(*element, *shown),
          properties_.relativeURLs ? properties_.BaseURL : std::u16string());
   });
   if (!attempt([&] { context_.show_dialog(dialog.form(), u"ImageSettings"); })) return true;
@@ -100,7 +142,7 @@ bool ImageSettings::EditImageProperties() {
   if (dialog.form().Controls(u"txtWidth").Text() == u"-1") return true;
   attempt([&] {
     ImageObject image = image_of(*element, *shown);
-    write(dialog.form(), image);
+    write(dialog, *element, image);
   });
   return false;
 }

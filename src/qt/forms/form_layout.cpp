@@ -196,7 +196,10 @@ void FormLayout::name_controls(const Field& field) const {
   }
   const QString name = without_marks(to_qt(field.label->Caption()));
   for (const FormControl* control : field.controls)
-    if (control->kind() == ControlKind::CommandButton && (control->colour_field() || !has_words(control)))
+    if (control != field.controls.front() && control->has_text())
+      widget_of(control)->setAccessibleName(name);  // the unit of what stands before it
+    else if (control->kind() == ControlKind::CommandButton &&
+             (control->colour_field() || !has_words(control)))
       widget_of(control)->setAccessibleName(name);
 }
 

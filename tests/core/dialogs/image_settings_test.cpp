@@ -271,6 +271,53 @@ TEST_F(ImageSettingsOf, BrowsingGivesTheAddressOfAFile) {
       u"CancelButton");
 }
 
+TEST_F(ImageSettingsOf, TheViewTellsTheSizeOfAPictureFromElsewhere) {
+  start_with(u"<IMG src=http://example.com/a.png>");
+  control->DOM()->note_natural_size(*element(dom::Tag::Img), platform::PictureSize{640, 480});
+  open_again(
+      [](Form& form) {
+        EXPECT_EQ(text(form, u"txtWidth"), u"640");
+        EXPECT_EQ(text(form, u"txtHeight"), u"480");
+        EXPECT_EQ(form.Controls(u"lblNaturalSize").Caption(), u"640 \u00D7 480 px");
+        headless::tick(form.Controls(u"chkConstrain"), true);
+        fill(form, u"txtWidth", u"320");
+        EXPECT_EQ(text(form, u"txtHeight"), u"240");
+        fill(form, u"txtSrc", u"http://example.com/b.png");
+        EXPECT_EQ(form.Controls(u"lblNaturalSize").Caption(), u"") << "that one nobody has seen";
+        fill(form, u"txtSrc", u"http://example.com/a.png");
+      },
+      u"OKButton");
+  EXPECT_EQ(body(), u"<IMG src=\"http://example.com/a.png\" height=\"240\" width=\"320\">");
+  open_again([](Form&) {}, u"cmdReset");
+  EXPECT_EQ(body(), u"<IMG src=\"http://example.com/a.png\">");
+  open_again([](Form& form) { EXPECT_EQ(text(form, u"txtWidth"), u"640"); }, u"CancelButton");
+}
+
+TEST_F(ImageSettingsOf, ASizeMayBeAPartOfTheRoom) {
+  open(
+      u"<IMG src=a.png width=50% height=30>",
+      [](Form& form) {
+        EXPECT_EQ(text(form, u"txtWidth"), u"50");
+        EXPECT_EQ(text(form, u"cboWidthUnit"), u"%");
+        EXPECT_EQ(text(form, u"cboHeightUnit"), u"px");
+        headless::tick(form.Controls(u"chkConstrain"), true);
+        fill(form, u"txtWidth", u"80");
+        EXPECT_EQ(text(form, u"txtHeight"), u"30") << "pixels have no proportion to it";
+      },
+      u"OKButton");
+  EXPECT_EQ(body(), u"<IMG src=\"a.png\" width=\"80%\" height=\"30\">");
+  open_again([](Form& form) { form.Controls(u"cboWidthUnit").choose(0); }, u"OKButton");
+  EXPECT_EQ(body(), u"<IMG src=\"a.png\" width=\"80\" height=\"30\">");
+  open_again(
+      [](Form& form) {
+        fill(form, u"txtWidth", u"400");
+        form.Controls(u"cboWidthUnit").choose(1);
+        EXPECT_EQ(text(form, u"txtWidth"), u"100");
+      },
+      u"OKButton");
+  EXPECT_EQ(body(), u"<IMG src=\"a.png\" width=\"100%\" height=\"30\">");
+}
+
 // --- the two ways in ---
 
 TEST_F(ImageSettingsOf, TheElementPathOpensItTooAndNotesWhatItReports) {
