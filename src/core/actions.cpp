@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "tvx/base/error.h"
 #include "tvx/core/chrome/cell_menu.h"
 #include "tvx/core/parts.h"
 #include "tvx/platform/common_dialogs.h"
@@ -86,6 +87,16 @@ void revert(Parts& parts, const platform::Menu&) { parts.content.ask_and_revert(
 void cell_or_row(Parts& parts, const platform::Menu& item) { parts.tables.act_on_cell_or_row(item); }
 void edit_tag(Parts& parts, const platform::Menu&) { parts.element_dialogs.edit_tag(); }
 void properties(Parts& parts, const platform::Menu&) { parts.element_dialogs.edit_properties(); }
+void field_of_path(Parts& parts, const platform::Menu&) {
+  attempt([&] { parts.highlight.restore(); });
+  if (const auto field = FieldSettings::field_of(parts.highlight.element()))
+    parts.field_settings.edit_field(field);
+}
+void form_of_path(Parts& parts, const platform::Menu&) {
+  attempt([&] { parts.highlight.restore(); });
+  if (const auto found = FieldSettings::form_of(parts.highlight.element()))
+    parts.field_settings.edit_form(found);
+}
 
 void change_spelling(Parts& parts, const platform::Menu& item) {
   std::u16string text;
@@ -140,6 +151,8 @@ constexpr ItemRow items[] = {
     {u"mnuTProp", pend<table>},
     {u"mnuToolProperties", properties},
     {u"mnuToolEditTag", edit_tag},
+    {u"mnuToolField", field_of_path},
+    {u"mnuToolForm", form_of_path},
     {u"MnuCellRowActionsDelete", cell_or_row},
     {u"MnuCellRowActionsInsertRowAbove", cell_or_row},
     {u"MnuCellRowActionsInsertRowBelow", cell_or_row},

@@ -2,6 +2,8 @@
 
 #include "tvx/base/error.h"
 #include "tvx/base/strings.h"
+#include "tvx/dialogs/field_checks.h"
+#include "tvx/dom/objects/reflection.h"
 
 namespace tvx::dialogs {
 
@@ -33,6 +35,9 @@ FormDialog::FormDialog(dom::Element& form_element) : element_(form_element) {
   form_.add_label(u"lblFormName", u"Name");
   form_.add_text_box(u"txtName");
   form_.begin_row();
+  form_.add_label(u"lblId", u"Id");
+  form_.add_text_box(u"txtId");
+  form_.begin_row();
   form_.add_label(u"lblAction", u"Action");
   form_.add_text_box(u"txtAction");
   form_.begin_row();
@@ -55,12 +60,14 @@ void FormDialog::Paint(platform::Form&) {
   attempt([&] {
     const FormObject object(*element_);
     for (const Field& field : fields) form_.Controls(field.control).set_Text((object.*field.read)());
+    form_.Controls(u"txtId").set_Text(element_->attribute_or_empty(dom::names::id));
   });
   offer_encodings();
 }
 
 void FormDialog::Change(FormControl& control) {
   if (control.Name() == u"cboMethod") offer_encodings();
+  if (control.Name() == u"txtId") form_.default_button()->set_Enabled(check_id(control));
 }
 
 // A file can't be sent with GET. Letters count: a form that says nothing reads "get".
@@ -89,6 +96,10 @@ void FormDialog::write() const {
       if (keyword && equals_ignoring_ascii_case(text, (object.*field.read)())) return;
       (object.*field.write)(keyword ? ascii_lower(text) : text);
     });
+  attempt([&] {
+    const std::u16string_view id = trimmed(form_.Controls(u"txtId").Text());
+    if (id != element_->attribute_or_empty(dom::names::id)) dom::set_or_remove(*element_, dom::names::id, id);
+  });
 }
 
 }  // namespace tvx::dialogs

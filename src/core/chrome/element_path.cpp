@@ -8,6 +8,7 @@
 #include "tvx/core/chrome/menus.h"
 #include "tvx/core/chrome/path_buttons.h"
 #include "tvx/core/chrome/toolbars.h"
+#include "tvx/core/dialogs/field_settings.h"
 #include "tvx/core/views/panes.h"
 #include "tvx/core/views/selection_highlight.h"
 #include "tvx/dom/tree.h"
@@ -53,6 +54,8 @@ void ElementPath::press(const platform::Button& button) {
   menus_.item(u"mnuToolProperties").set_Enabled(actions.properties);
   show_obstacles(menus_, *element, actions.edit_tag);
   menus_.prepare_cell_row_actions(tag, {labels_.cell, labels_.row, labels_.delete_row, labels_.delete_cell});
+  menus_.show_form_items(menus_.mnuToolProp, FieldSettings::field_of(element) != nullptr,
+                         element->is(dom::Tag::Form), properties_.HiddenContextMenus);
   const float allowance = tag == u"tr" || tag == u"td" ? tall_menu : menu_height;
   if (properties_.HighlightDOMSelection) draw_selection_border();
   if (key.empty()) return;

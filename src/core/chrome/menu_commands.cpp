@@ -88,7 +88,7 @@ void MenuCommands::open() {
     const bool can_toggle = parts_.toolbars.Toolbar1.Item(button_toggle).Enabled();
     menus.item(u"mnuMiscSource").set_Enabled(can_toggle && properties_.showFormattingToolbar1);
     const dom::Ref<dom::Element> shown(parts_.highlight.element());
-    menus.show_form_items(FieldSettings::field_of(shown.get()) != nullptr,
+    menus.show_form_items(menus.mnuMisc, FieldSettings::field_of(shown.get()) != nullptr,
                           FieldSettings::form_of(shown.get()) != nullptr, properties_.HiddenContextMenus);
     show(menus.mnuMisc);
   }

@@ -76,6 +76,9 @@ constexpr Row element_items[] = {
     {u"mnuPropCellRowSep", u"-"},
     {u"mnuToolEditTag", u"Edit Tag"},
     {u"mnuToolSetClass", u"Class"},
+    {u"mnuToolFieldSep", u"-"},
+    {u"mnuToolField", u"Field Settings"},
+    {u"mnuToolForm", u"Form Settings"},
 };
 
 constexpr Row cell_row_items[] = {
@@ -130,6 +133,8 @@ constexpr Key keys[] = {
     {u"mnuTProp", u"ContextTABLEProperties"},
     {u"mnuToolProperties", u"DOMProperties"},
     {u"mnuToolEditTag", u"DOMEditTag"},
+    {u"mnuToolField", u"DOMFieldSettings"},
+    {u"mnuToolForm", u"DOMFormSettings"},
     {u"mnuClass", u"DOMCSSClass"},
     {u"MnuCellRowActionsDelete", u"DOMCELLROWRemove"},
     {u"MnuCellRowActionsInsertCellAfter", u"DOMCELLROWInsertCellAfter"},
@@ -202,12 +207,13 @@ ContextMenus::ContextMenus()
   fill(mnuToolProp, element_items);
   fill(item(u"MnuCellRowActions"), cell_row_items);
   for (const std::u16string_view name :
-       {u"mnuMiscFieldSep", u"mnuMiscField", u"mnuMiscForm", u"mnuMiscPasteText", u"mnuLinkPasteText"})
+       {u"mnuMiscFieldSep", u"mnuMiscField", u"mnuMiscForm", u"mnuToolFieldSep", u"mnuToolField",
+        u"mnuToolForm", u"mnuMiscPasteText", u"mnuLinkPasteText"})
     item(name).set_occasional();
   show_paste_text(false, {});
   add_cell_menus(*this);
   for (Menu* menu : {&mnuLinks, &mnuMisc}) show_spelling(*menu, nullptr, {});
-  show_form_items(false, false, {});
+  for (const Menu* menu : {&mnuMisc, &mnuToolProp}) show_form_items(*menu, false, false, {});
   item(u"mnuMiscStyle").Add(u"mnuMiscClass", u"(none)", 0);
   item(u"mnuToolSetClass").Add(u"mnuClass", u"(none)", 0);
 }
@@ -268,12 +274,14 @@ void ContextMenus::refresh_paste(Menu& menu, const std::function<bool(platform::
   }
 }
 
-void ContextMenus::show_form_items(bool in_field, bool in_form, std::u16string_view hidden) {
+void ContextMenus::show_form_items(const Menu& menu, bool of_field, bool of_form,
+                                   std::u16string_view hidden) {
   const std::vector<std::u16string_view> entries = split(hidden, u';');
-  Menu &field = item(u"mnuMiscField"), &form = item(u"mnuMiscForm");
-  field.set_Visible(in_field && !is_listed(field, entries));
-  form.set_Visible(in_form && !is_listed(form, entries));
-  item(u"mnuMiscFieldSep").set_Visible(field.Visible() || form.Visible());
+  const std::u16string prefix = &menu == &mnuToolProp ? u"mnuTool" : u"mnuMisc";
+  Menu &field = item(prefix + u"Field"), &form = item(prefix + u"Form");
+  field.set_Visible(of_field && !is_listed(field, entries));
+  form.set_Visible(of_form && !is_listed(form, entries));
+  item(prefix + u"FieldSep").set_Visible(field.Visible() || form.Visible());
 }
 
 void ContextMenus::show_spelling(Menu& menu, const std::vector<std::u16string>* suggestions,

@@ -49,8 +49,9 @@ class ContextMenus {
 
   /// Sets whether something can be pasted from `menu`, by what the clipboard has.
   void refresh_paste(platform::Menu& menu, const std::function<bool(platform::ClipboardFormat)>& has);
-  /// The items for fields and forms show where the mouse is on one, unless the host's list hides them.
-  void show_form_items(bool in_field, bool in_form, std::u16string_view hidden);
+  /// The items for fields and forms, of the mouse's menu or the element path's, show where they are for one,
+  /// unless the host's list hides them.
+  void show_form_items(const platform::Menu& menu, bool of_field, bool of_form, std::u16string_view hidden);
   /// What a wrong word at the caret could be and what else can be done with it, at the top of its menu; null:
   /// there is none. What `hidden` names, in the form of apply_hidden(), stays away.
   void show_spelling(platform::Menu& menu, const std::vector<std::u16string>* suggestions,

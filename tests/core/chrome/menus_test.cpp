@@ -50,7 +50,8 @@ TEST_F(Contexts, ItemsStandInTheirOrder) {
                                                u"mnuImgProperties", u"mnuImgTableSep", u"mnuImgTable"));
   EXPECT_THAT(names(menus.mnuToolProp),
               ElementsAre(u"mnuToolProperties", u"sep457634", u"MnuCellRowActions", u"mnuPropCellRowSep",
-                          u"mnuToolEditTag", u"mnuToolSetClass"));
+                          u"mnuToolEditTag", u"mnuToolSetClass", u"mnuToolFieldSep", u"mnuToolField",
+                          u"mnuToolForm"));
   EXPECT_THAT(names(menus.item(u"MnuCellRowActions")),
               ElementsAre(u"MnuCellRowActionsDelete", u"MnuCellRowActionsInsertRowAbove",
                           u"MnuCellRowActionsInsertRowBelow", u"MnuCellRowActionsMergeCellLeft",

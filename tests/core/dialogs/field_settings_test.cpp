@@ -204,5 +204,61 @@ TEST_F(FieldSettingsOf, AContentThatCameMeanwhileIsLeftAlone) {
   EXPECT_EQ(body(), u"<P><INPUT type=\"text\"></P>");
 }
 
+// --- by the element path ---
+
+class FieldSettingsByThePath : public FieldSettingsOf {
+ protected:
+  void press(dom::Tag tag) {
+    const auto at_index = control->DOM()->tree().source_index(*element(tag));
+    ASSERT_TRUE(control->press(control->tlbDOM(), u"KEY" + to_text(std::int64_t(at_index))));
+    EXPECT_EQ(menus.expectations(), 0u);
+  }
+  void start_in_field() {
+    start_with(u"<FORM><P><INPUT type=hidden id=a></P></FORM>");
+    control->DOM()->mouse_press(at(element(dom::Tag::Input)));
+  }
+};
+
+TEST_F(FieldSettingsByThePath, AFieldHasItsSettingsInItsMenu) {
+  start_in_field();
+  menus.expect({.menu = u"mnuToolProp", .choose = u"mnuToolField", .while_open = [](platform::Menu& menu) {
+                  EXPECT_TRUE(menu.find(u"mnuToolField")->Visible());
+                  EXPECT_FALSE(menu.find(u"mnuToolForm")->Visible());
+                  EXPECT_TRUE(menu.find(u"mnuToolFieldSep")->Visible());
+                }});
+  forms.expect({.form = u"frmField",
+                .while_open = [](Form& form) { fill(form, u"txtName", u"key"); },
+                .press = u"OKButton"});
+  press(dom::Tag::Input);
+  EXPECT_EQ(control->DocumentHTML(), u"<FORM><P><INPUT type=\"hidden\" id=\"a\" name=\"key\"></P></FORM>");
+  EXPECT_GE(host.count("MenuClick: DOMFieldSettings"), 1u);
+  EXPECT_EQ(steps(), 1u);
+}
+
+TEST_F(FieldSettingsByThePath, AFormHasThemToo) {
+  start_in_field();
+  menus.expect({.menu = u"mnuToolProp", .choose = u"mnuToolForm"});
+  forms.expect({.form = u"frmForm",
+                .while_open = [](Form& form) { fill(form, u"txtId", u"order"); },
+                .press = u"OKButton"});
+  press(dom::Tag::Form);
+  EXPECT_EQ(control->DocumentHTML(), u"<FORM id=\"order\"><P><INPUT type=\"hidden\" id=\"a\"></P></FORM>");
+  EXPECT_GE(host.count("MenuClick: DOMFormSettings"), 1u);
+}
+
+TEST_F(FieldSettingsByThePath, WhatIsNeitherHasNone) {
+  start_in_field();
+  menus.expect({.menu = u"mnuToolProp", .while_open = [](platform::Menu& menu) {
+                  for (const auto* name : {u"mnuToolField", u"mnuToolForm", u"mnuToolFieldSep"})
+                    EXPECT_FALSE(menu.find(name)->Visible());
+                }});
+  press(dom::Tag::P);
+  control->set_HiddenContextMenus(u"ToolField");
+  menus.expect({.menu = u"mnuToolProp", .while_open = [](platform::Menu& menu) {
+                  EXPECT_FALSE(menu.find(u"mnuToolField")->Visible());
+                }});
+  press(dom::Tag::Input);
+}
+
 }  // namespace
 }  // namespace tvx::core

@@ -215,5 +215,21 @@ TEST_F(FormElementsOf, AHostThatForbidsAButtonKeepsTheDocument) {
   EXPECT_FALSE(control->IsDirty());
 }
 
+TEST_F(FormElementsOf, AFormHasAnIdWithoutBlanks) {
+  open(
+      u"<FORM id=one name=a></FORM>",
+      [](Form& form) {
+        EXPECT_EQ(text(form, u"txtId"), u"one");
+        headless::fill(form.Controls(u"txtId"), u"two words");
+        EXPECT_EQ(form.Controls(u"txtId").fault(), u"An id has no blanks");
+        EXPECT_FALSE(form.Controls(u"OKButton").Enabled());
+        headless::fill(form.Controls(u"txtId"), u"two");
+        EXPECT_TRUE(form.Controls(u"OKButton").Enabled());
+      },
+      u"OKButton");
+  EXPECT_EQ(body(), u"<FORM id=\"two\" name=\"a\"></FORM>");
+  EXPECT_EQ(steps(), 1u);
+}
+
 }  // namespace
 }  // namespace tvx::core
