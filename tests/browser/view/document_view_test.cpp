@@ -406,7 +406,7 @@ TEST_F(DocumentViewTest, AHiddenFieldIsSentAsAButtonWithWhatItSends) {
   EXPECT_NE(printed().find("<input name=\"key\" tvx-hidden=\"\" type=\"button\" value=\"key = 7\">"),
             std::string::npos)
       << printed();
-  EXPECT_EQ(html(), "<p><input type=\"HIDDEN\" name=\"key\" value=\"7\" disabled=\"\"></p>");
+  EXPECT_EQ(html(), "<P><INPUT type=\"HIDDEN\" name=\"key\" value=\"7\" disabled=\"\"></P>");
   dom::set_attribute(first(dom::Tag::Input), dom::names::value, u"8");
   pump();
   EXPECT_NE(printed().find("value=\"key = 8\""), std::string::npos) << printed();
@@ -458,7 +458,7 @@ TEST_F(DocumentViewTest, APictureThatHasLeftTheDocumentIsNoTrouble) {
   pump();
   view_.tell({.seen = {}, .what = ViewPicture{id, 640, 480}});
   pump();
-  EXPECT_EQ(html(), "<p>text</p>");
+  EXPECT_EQ(html(), "<P>text</P>");
 }
 
 }  // namespace

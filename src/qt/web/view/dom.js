@@ -24,6 +24,7 @@ export const getAttribute = taken(Element.prototype, 'getAttribute');
 export const removeAttribute = taken(Element.prototype, 'removeAttribute');
 export const attachShadow = taken(Element.prototype, 'attachShadow');
 export const closest = taken(Element.prototype, 'closest');
+export const findAll = taken(Element.prototype, 'querySelectorAll');
 export const matches = taken(Element.prototype, 'matches');
 export const boxOf = taken(Element.prototype, 'getBoundingClientRect');
 export const boxesOf = taken(Element.prototype, 'getClientRects');

@@ -1,6 +1,6 @@
 // Positions, between the page's terms and the document's.
 
-import { body, caretAtPoint, childrenOf, contains, elementAtPoint, parentOf, typeOf } from './dom.js';
+import { body, boxOf, caretAtPoint, childrenOf, contains, elementAtPoint, findAll, parentOf, typeOf } from './dom.js';
 import { beneath, host } from './host.js';
 import { ids } from './state.js';
 
@@ -24,9 +24,22 @@ export function elementIdOf(target) {
   return node ? ids.get(node) : 0;
 }
 
+const DISABLED = ['input', 'select', 'textarea', 'button'].map((name) => name + ':disabled').join();
+
+/// The engine tells of no press on a disabled field: the mouse passes through it (editing.css), and it is found here.
+function disabledFieldAt(around, x, y) {
+  if (!around || typeOf(around) !== 1) return null;
+  return Array.from(findAll(around, DISABLED)).find((field) => {
+    const box = boxOf(field);
+    return x >= box.left && x < box.right && y >= box.top && y < box.bottom;
+  }) || null;
+}
+
 /// The element of the page that the mouse is over, whatever is drawn there.
 export function targetOf(event) {
-  return event.target === host ? beneath(() => elementAtPoint(event.clientX, event.clientY)) : event.target;
+  const { clientX, clientY } = event;
+  const target = event.target === host ? beneath(() => elementAtPoint(clientX, clientY)) : event.target;
+  return disabledFieldAt(target, clientX, clientY) || target;
 }
 
 export function positionAt(x, y) {

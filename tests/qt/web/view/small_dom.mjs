@@ -66,6 +66,7 @@ class Element extends Node {
     return selector.split(',').some((one) => one.toUpperCase() === this.nodeName ||
       (one === '[style*="position" i]' && /position/i.test(Element.prototype.getAttribute.call(this, 'style') || '')));
   }
+  querySelectorAll() { return []; }
   closest(selector) {
     const names = selector.toUpperCase().split(',');
     let element = this;
