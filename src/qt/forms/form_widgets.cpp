@@ -58,7 +58,7 @@ QWidget* make_text_box(FormControl& control, QWidget* parent, const UserAct& act
 
 QWidget* make_combo_box(FormControl& control, QWidget* parent, const UserAct& act) {
   auto* box = new QComboBox(parent);
-  box->setEditable(true);
+  box->setLineEdit(new TextBox(std::nullopt, box));
   box->setInsertPolicy(QComboBox::NoInsert);
   box->setSizeAdjustPolicy(QComboBox::AdjustToContents);
   box->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);

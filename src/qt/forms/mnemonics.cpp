@@ -32,6 +32,22 @@ bool is_typed_by_a_key(QChar letter) {
   }
 }
 
+QChar::JoiningType joining_of_next(const QString& caption, qsizetype from, int step) {
+  qsizetype i = from + step;
+  while (i >= 0 && i < caption.size() && caption[i].joiningType() == QChar::Joining_Transparent) i += step;
+  return i >= 0 && i < caption.size() ? caption[i].joiningType() : QChar::Joining_None;
+}
+
+/// Whether no stroke leads from a letter to those beside it, as in Arabic. One that is underlined is drawn by
+/// itself, and a word whose letters don't meet is hard to read.
+bool stands_alone(const QString& caption, qsizetype place) {
+  const QChar::JoiningType own = caption[place].joiningType(), before = joining_of_next(caption, place, -1),
+                           after = joining_of_next(caption, place, 1);
+  const bool takes_before = own == QChar::Joining_Dual || own == QChar::Joining_Right,
+             takes_after = after == QChar::Joining_Dual || after == QChar::Joining_Right;
+  return !(takes_before && before == QChar::Joining_Dual) && !(own == QChar::Joining_Dual && takes_after);
+}
+
 bool names_a_field(const Form& form, const FormControl& label) {
   for (const platform::FormRow& row : form.rows())
     for (std::size_t i = 0; i + 1 < row.controls.size(); ++i)
@@ -49,7 +65,7 @@ bool is_reached_by_its_caption(const Form& form, const FormControl& control) {
 /// The first letter of a word that is free, else any that is; -1: none.
 qsizetype free_letter(const QString& caption, const QSet<QChar>& taken) {
   const auto is_free = [&](qsizetype i) {
-    return is_typed_by_a_key(caption[i]) && !taken.contains(caption[i].toLower());
+    return is_typed_by_a_key(caption[i]) && !taken.contains(caption[i].toLower()) && stands_alone(caption, i);
   };
   for (qsizetype i = 0; i < caption.size(); ++i)
     if ((i == 0 || caption[i - 1].isSpace()) && is_free(i)) return i;
@@ -58,8 +74,11 @@ qsizetype free_letter(const QString& caption, const QSet<QChar>& taken) {
   return -1;
 }
 
-bool has_letters_of_keys(const QString& caption) {
-  return std::any_of(caption.begin(), caption.end(), is_typed_by_a_key);
+/// Another of its letters may be free in a caption whose letters don't join; else one is added to it.
+bool has_single_letters_of_keys(const QString& caption) {
+  return std::any_of(caption.begin(), caption.end(), [](QChar letter) {
+    return is_typed_by_a_key(letter) && letter.script() != QChar::Script_Arabic;
+  });
 }
 
 QString with_mark(QString caption, QSet<QChar>& taken) {
@@ -68,7 +87,7 @@ QString with_mark(QString caption, QSet<QChar>& taken) {
     return caption.insert(place, u'&');
   }
   const bool has_letters = std::any_of(caption.begin(), caption.end(), [](QChar c) { return c.isLetter(); });
-  if (!has_letters || has_letters_of_keys(caption)) return caption;
+  if (!has_letters || has_single_letters_of_keys(caption)) return caption;
   for (char16_t letter = u'a'; letter <= u'z'; ++letter) {
     if (taken.contains(letter)) continue;
     taken.insert(letter);

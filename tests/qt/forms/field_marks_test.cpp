@@ -172,6 +172,17 @@ TEST_F(FieldMarks, CaptionsWithoutLettersOfKeysGetOneInBrackets) {
   });
 }
 
+TEST_F(FieldMarks, NoLetterIsMarkedThatJoinsTheOnesBesideIt) {
+  // Letters of the width's caption stand alone, of the size's none that is free.
+  (*this)[u"lblWidth"].set_Caption(u"\u0627\u0644\u0639\u0631\u0636");
+  (*this)[u"lblColour"].set_Caption(u"\u0627\u0644\u062D\u062C\u0645");
+  show([this](FormDialog& dialog) {
+    EXPECT_EQ(widget<QLabel>(dialog, "lblWidth")->text(), QStringLiteral("&\u0627\u0644\u0639\u0631\u0636"));
+    EXPECT_EQ(widget<QLabel>(dialog, "lblColour")->text(),
+              QStringLiteral("\u0627\u0644\u062D\u062C\u0645(&A)"));
+  });
+}
+
 // --- colours and fonts ---
 
 TEST_F(FieldMarks, AColourOfTheDocumentIsPickedInsteadOfTyped) {
