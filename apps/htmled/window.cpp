@@ -451,6 +451,8 @@ void Window::look_later() {
 // What was typed in the code, and taken back there by hand, is told of as a change and no more.
 void Window::view_switched(bool) { look_later(); }
 
+void Window::document_changed() { look_later(); }
+
 // As many steps as then may still be others: where the count has come back to that, the documents are
 // compared. An edit always changes the count, so nobody compares while typing.
 void Window::look_whether_modified() {

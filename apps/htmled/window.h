@@ -69,6 +69,7 @@ class Window final : public QMainWindow, private core::HTMLedEvents, private cor
 
   // core::HTMLedObserver
   void view_switched(bool in_code_view) override;
+  void document_changed() override;
 
   void closeEvent(QCloseEvent* event) override;
 

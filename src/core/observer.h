@@ -24,6 +24,8 @@ class HTMLedObserver {
   virtual void border_changed(EdBorderStyle) {}
   /// The code view has come to the front, or gone.
   virtual void view_switched(bool /*in_code_view*/) {}
+  /// A dialog has changed the document without a word to the container, whose mark stays as it is.
+  virtual void document_changed() {}
   /// The form of the pointer over the control, as hosts count them: 1 an arrow, 13 an arrow with an
   /// hourglass, 0 the usual one.
   virtual void mouse_pointer_changed(int) {}

@@ -6,6 +6,7 @@
 #include "tvx/base/text.h"
 #include "tvx/browser/html_document.h"
 #include "tvx/browser/natural_size.h"
+#include "tvx/core/observer.h"
 #include "tvx/core/views/selection_highlight.h"
 #include "tvx/dom/journal.h"
 #include "tvx/dom/mutation.h"
@@ -134,7 +135,7 @@ bool ImageSettings::EditImageProperties() {
     fill(dialog, *element, image_of(*element, *shown),
          properties_.relativeURLs ? properties_.BaseURL : std::u16string());
   });
-  if (!attempt([&] { context_.show_dialog(dialog.form(), u"ImageSettings"); })) return true;
+  if (!attempt([&] { context_.show_dialog(dialog.form(), u"ImageSettings"); })) return false;
   const bool joins = depth != before && journal.depth() == depth;
   const dom::UndoStep step(journal, u"Image Settings",
                            joins ? dom::StepJoin::LastStep : dom::StepJoin::Never);
@@ -144,6 +145,7 @@ bool ImageSettings::EditImageProperties() {
     ImageObject image = image_of(*element, *shown);
     write(dialog, *element, image);
   });
+  context_.tell([](HTMLedObserver& observer) { observer.document_changed(); });
   return false;
 }
 
