@@ -39,9 +39,12 @@ void TableDialog::add_table_frame() {
   form_.begin_row(&frame);
   add_number(u"lblWidth", u"Width (%)", u"txtWidth", u"");
   add_number(u"lblBorderWidth", u"Border Width", u"txtBorderwidth", u"1");
+  form_.add_label(u"lblBorderUnit", u"px");
   form_.begin_row(&frame);
   add_number(u"lblCellSpacing", u"Cell spacing", u"txtCellSpacing", u"0");
+  form_.add_label(u"lblSpacingUnit", u"px");
   add_number(u"lblCellPadding", u"Cell padding", u"txtCellPadding", u"0");
+  form_.add_label(u"lblPaddingUnit", u"px");
   dialogs::add_colour_row(form_, &frame, u"lblBorderColor", u"Border Colour", u"txtBorderColour",
                           u"cmdBorderColour");
   dialogs::add_colour_row(form_, &frame, u"lblBackgroundColor", u"Background Color", u"txtBackColour",
