@@ -1,6 +1,7 @@
 #include <QLineEdit>
 #include <QMenu>
 
+#include "support/http_server.h"
 #include "tvx/core/chrome/toolbars.h"
 #include "tvx/qt/bars/toolbar_face.h"
 #include "x11/editor_fixture.h"
@@ -117,8 +118,27 @@ TEST_F(FieldsOnScreen, APictureTellsItsSizeOnceItIsLoaded) {
   });
   hands::click(place_of(QStringLiteral("#i"), 0.5, 0.5), 3);
   ASSERT_TRUE(wait_for([this] { return answered() && !QApplication::activeModalWidget(); }));
+  EXPECT_EQ(window_->editor().DOM().get(u"images.item(0).width"), Value(3)) << "without an attribute";
   EXPECT_EQ(width, QStringLiteral("3"));
   EXPECT_EQ(height, QStringLiteral("2"));
+}
+
+TEST_F(FieldsOnScreen, APictureFromAServerTellsItsSizeWhenTheUserLetsItCome) {
+  HttpServer server;
+  server.serve(
+      "/a.svg",
+      "<svg xmlns='http://www.w3.org/2000/svg' width='70' height='50'><rect width='70' height='50'/></svg>",
+      "image/svg+xml");
+  start("<body style='margin:20px'><p><img src='" + QByteArray::fromStdString(server.url("/a.svg")) +
+        "'></p>");
+  dom::Element* image = document().first(dom::Tag::Img);
+  EXPECT_FALSE(document().natural_size(*image)) << "it may not come yet";
+  window_->editor().ShowRemoteContent();
+  EXPECT_TRUE(wait_for([&] {
+    dom::Element* shown = document().first(dom::Tag::Img);
+    return document().natural_size(*shown) == platform::PictureSize{70, 50};
+  }));
+  EXPECT_EQ(window_->editor().DOM().get(u"images.item(0).height"), Value(50));
 }
 
 }  // namespace
