@@ -105,6 +105,36 @@ TEST_F(RealView, TheCaretIsSeenOnLightAndOnDarkGround) {
   QApplication::setCursorFlashTime(flash_time);
 }
 
+TEST_F(RealView, TheCaretGoesAndComes) {
+  const int flash_time = QApplication::cursorFlashTime();
+  QApplication::setCursorFlashTime(240);
+  open(u"<!DOCTYPE html><p>one two</p>");
+  document_->editor().selection().collapse({document_->body()->first_child()->first_child(), 3});
+  ASSERT_TRUE(settle());
+  ASSERT_TRUE(wait_for_drawn("caret"));
+  const auto seen = [&] { return in_page("String(tvxView.drawn().caretIsSeen)") == "true"; };
+  for (int i = 0; i < 3; ++i) {
+    EXPECT_TRUE(wait_for([&] { return !seen(); }, 3000));
+    EXPECT_TRUE(wait_for(seen, 3000));
+  }
+  ASSERT_TRUE(wait_for([&] { return !seen(); }, 3000));
+  post_text("x");  // one that has just moved is seen at once
+  ASSERT_TRUE(settle());
+  EXPECT_TRUE(wait_for(seen, 60));
+  // Another place for focus: it neither comes nor goes, and afterwards it does again.
+  QWidget other(window_.get());
+  other.setFocusPolicy(Qt::StrongFocus);
+  other.show();
+  other.setFocus();
+  ASSERT_TRUE(wait_for_drawn("caret", false));
+  view_->widget()->setFocus();
+  view_->input_widget()->setFocus();
+  ASSERT_TRUE(wait_for_drawn("caret"));
+  EXPECT_TRUE(wait_for([&] { return !seen(); }, 3000));
+  EXPECT_TRUE(wait_for(seen, 3000));
+  QApplication::setCursorFlashTime(flash_time);
+}
+
 TEST_F(RealView, ShowsWhatABrowserRefusesToMake) {
   open(u"<P =x>one<a\"b>two</P>");
   EXPECT_EQ(shown(), expected());

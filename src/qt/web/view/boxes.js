@@ -9,7 +9,7 @@ export const grip = addBox('grip');
 export const underlines = addBox('underlines');
 export const cellFrame = addBox('cell');
 export const selectedCells = addBox('cells');
-export const caret = addBox('caret blink');
+export const caret = addBox('caret');
 export const dropCaret = addBox('drop');
 export const frame = addBox('frame');
 export const outline = addBox('outline');
@@ -64,9 +64,36 @@ export function showGapBox(box, at) {
   box.classList.add('across');
 }
 
+// The caret goes and comes by an animation of no length that waits half a blink, and at whose end the next one starts. An
+// endless one would have the engine draw 60 frames a second as long as the caret is there.
+let halfBlink = 0;  // milliseconds; 0: it stays
+
+/// The time in which the caret goes and comes.
+export function setBlink(milliseconds) {
+  halfBlink = milliseconds / 2;
+  restartBlink();
+}
+
+export function stopBlink() {
+  caret.style.visibility = '';
+  caret.classList.remove('half', 'other-half');
+}
+
+function waitHalf() {
+  const other = caret.classList.contains('half');  // one that goes on under the same name isn't started again
+  caret.classList.remove('half', 'other-half');
+  caret.classList.add(other ? 'other-half' : 'half');
+  caret.style.animationDelay = halfBlink + 'ms';
+}
+
 /// A caret that has just moved is seen at once.
 export function restartBlink() {
-  caret.classList.remove('blink');
-  void caret.offsetWidth;
-  caret.classList.add('blink');
+  caret.style.visibility = '';
+  if (halfBlink) waitHalf();
+  else stopBlink();
 }
+
+caret.addEventListener('animationend', () => {
+  caret.style.visibility = caret.style.visibility ? '' : 'hidden';
+  waitHalf();
+});

@@ -1,8 +1,8 @@
 // A drag, from the press that may start one to its release. It is drawn here; what it has come to is told.
 
 import { boxOf } from './dom.js';
-import { caret, dropCaret, guide, guideSize, hide, outline, outlineSize, restartBlink, shield, showBox,
-  showCaretBox } from './boxes.js';
+import { dropCaret, guide, guideSize, hide, outline, outlineSize, restartBlink, shield, showBox,
+  showCaretBox, stopBlink } from './boxes.js';
 import { caretBox, px } from './geometry.js';
 import { columnShift, columnWidths, movedBox, scrollPull, sizedBox } from './drag_geometry.js';
 import { ids, nodes } from './state.js';
@@ -50,7 +50,7 @@ function startDrag(event) {
   shield.style.cursor = drag.type === DRAG_SIZE ? drag.handle.cursor : drag.column ? 'col-resize'
     : drag.type === DRAG_MOVE ? 'move' : event.ctrlKey ? 'copy' : 'default';
   shield.style.display = 'block';
-  caret.classList.remove('blink');
+  stopBlink();
   tellDrag(DRAG_START, event, {});
 }
 

@@ -75,6 +75,7 @@ export function drawnBoxes() {
     const rect = box.getBoundingClientRect();
     shown[name] = [rect.left, rect.top, rect.width, rect.height].map(Math.round);
   }
+  shown.caretIsSeen = Boolean(shown.caret) && caret.style.visibility === '';
   shown.underlined = underlines.childElementCount;
   shown.chosen = selectedCells.childElementCount;
   shown.movable = Boolean(shown.frame && isMovable(nodes.get(state.control)));

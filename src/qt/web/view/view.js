@@ -7,7 +7,7 @@
 import { applyPatch } from './patches.js';
 import { ask } from './questions.js';
 import { autoscroll, endDrag, showDropCaret } from './drag.js';
-import { caret, dropCaret, hide, restartBlink } from './boxes.js';
+import { dropCaret, hide, setBlink } from './boxes.js';
 import { connectBridge, later, tell } from './messages.js';
 import { cover, coverSheet } from './cover.js';
 import { drawOverlay, drawnBoxes, factsLater, reportWaitingFacts } from './drawing.js';
@@ -38,9 +38,8 @@ const commands = {
   },
   focus: (isFocused, flashTime) => {
     state.focused = isFocused;
-    caret.style.animationDuration = flashTime + 'ms';
     drawOverlay();
-    restartBlink();
+    setBlink(flashTime);
   },
   endDrag: endDrag,
   // Something from another program hovers over the window, or has left it.
