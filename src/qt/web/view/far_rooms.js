@@ -3,7 +3,8 @@
 // over what; nor is a room that holds what may stand elsewhere, in the window perhaps.
 
 import { boxOf, matches, parentOf, querySelector, typeOf } from './dom.js';
-import { dividedLists, listAround, showKind } from './rooms.js';
+import { allRooms, listAround, showKind } from './rooms.js';
+import { showMarks } from './marks.js';
 import { sheetFacts } from './sheet_facts.js';
 
 /// What the elements of a room are matched against: whatever a sheet or its own style may take out of the flow.
@@ -39,15 +40,20 @@ function firstBelow(rooms, y) {
 function setFar(room, isFar) {
   if (isFar && room.rises === undefined) room.rises = holdsWhatRises(room);
   const isApart = isFar && !room.rises;
-  if (Boolean(room.isApart) === isApart) return;
+  if (room.isApart === isApart) return;
   room.isApart = isApart;
   showKind(room);
+  for (const child of room.children) showMarks(child, !isApart);
 }
 
 /// Has the rooms painted apart that are more than a window away from the window.
 export function paintFarRoomsApart() {
   const height = window.innerHeight;
-  for (const { rooms } of dividedLists()) {
+  for (const { rooms, isDivided } of allRooms()) {
+    if (!isDivided) {
+      for (const room of rooms) setFar(room, false);
+      continue;
+    }
     const from = firstBelow(rooms, -height), to = firstBelow(rooms, 2 * height);
     rooms.forEach((room, i) => setFar(room, !room.isOpen && (i < from || i > to)));
   }

@@ -90,7 +90,7 @@ function makeRooms(element) {
 function fillRooms(one) {
   const { dirty, rooms } = one.list;
   for (const room of dirty) {
-    room.rises = undefined;
+    room.rises = room.isApart = undefined;
     if (room.slot && !rooms.includes(room)) room.slot.remove();
   }
   let next = null;
@@ -169,15 +169,24 @@ export function listenToStyles() {
   });
 }
 
-/// The lists of rooms that are boxes.
-export function dividedLists() {
-  return [...large.values()].filter((one) => one.isDivided).map((one) => one.list);
+/// The rooms of all large elements, and whether they are boxes.
+export function allRooms() {
+  return [...large.values()].map((one) => ({ rooms: one.list.rooms, isDivided: one.isDivided }));
 }
 
 /// The rooms of an element's children; null where it has none.
 export function listAround(element) {
   const one = large.get(element);
   return one ? one.list : null;
+}
+
+/// Whether a node stands in a room that is painted apart.
+export function isInFarRoom(node) {
+  for (let child = node, parent; (parent = parentOf(child)); child = parent) {
+    const list = listAround(parent), room = list && list.roomOf(child);
+    if (room && room.isApart) return true;
+  }
+  return false;
 }
 
 /// For tests: the rooms of all large elements, divided or not, and whether elements may be divided at all.

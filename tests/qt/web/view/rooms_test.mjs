@@ -9,6 +9,7 @@ const { MOST, RoomList, WANTED } = await import(new URL('room_list.js', folder))
 const { paintFarRoomsApart } = await import(new URL('far_rooms.js', folder));
 const { applyPatch } = await import(new URL('patches.js', folder));
 const { inheritedAnew } = await import(new URL('sheet_facts.js', folder));
+const { mark, markedWords } = await import(new URL('marks.js', folder));
 const { nodes } = await import(new URL('state.js', folder));
 const { roomCounts } = await import(new URL('rooms.js', folder));
 
@@ -219,7 +220,7 @@ test('the first room is open where something out of flow comes first', () => {
   apply(['t', ++lastId, body, 0, '\n'], ['c', ++lastId, body, 0, 'note'], element('p', body));
   const first = lastId;
   fill(body, 150);
-  assert.equal(slotsOf(body)[0].className, undefined);
+  assert.equal(slotsOf(body)[0].className || '', '');
   nodes.get(first).computed = { float: 'left' };
   apply(['a', first, 'align', 'left', 0]);
   assert.equal(slotsOf(body)[0].className, 'open');
@@ -287,6 +288,29 @@ test('a room that holds what may stand elsewhere is not painted apart', () => {
   apply(['n', deep, 'style']);
   layOut(body);
   assert.equal(farRooms(body).slice(19, 22), 'xxx');
+});
+
+test('only rooms in sight show waves under words', () => {
+  const body = newPage(), texts = [];
+  for (let i = 0; i < 1000; ++i) {
+    apply(element('p', body), ['t', lastId + 1, lastId, 0, 'word' + i]);
+    texts.push(++lastId);
+  }
+  layOut(body);
+  mark(texts.map((id) => [id, 0, nodes.get(id).length]));
+  const words = () => markedWords().map((word) => Number(word.slice(4)));
+  const inNearRooms = () => {
+    const near = slotsOf(body).filter((slot) => slot.className !== 'far').flatMap((slot) => slot.assigned);
+    return near.map((child) => Number(child.childNodes[0].data.slice(4)));
+  };
+  assert.deepEqual(words(), inNearRooms());
+  assert.ok(words().length > 200 && words().length < 800, words().length);
+  layOut(body, 1500);
+  assert.deepEqual(words().sort((a, b) => a - b), inNearRooms());
+  assert.ok(words().includes(999));
+  nodes.get(body).computed = { display: 'flex' };  // all are shown where the rooms are no boxes
+  apply(['a', body, 'class', 'x', 0]);
+  assert.equal(words().length, 1000);
 });
 
 test('of what inherits, only what would not inherit by itself counts', () => {

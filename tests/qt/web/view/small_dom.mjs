@@ -119,7 +119,14 @@ class Document extends Node {
   createElementNS(space, name) { return new Element(name); }
   createTextNode(text) { return new Text(text); }
   createComment(text) { return new Text(text, 8); }
-  createRange() { throw new Error('nothing is laid out here'); }
+  createRange() {
+    return {
+      setStart(node, offset) { this.start = [node, offset]; },
+      setEnd(node, offset) { this.end = offset; },
+      toString() { return this.start[0].data.slice(this.start[1], this.end); },
+      getClientRects() { throw new Error('nothing is laid out here'); },
+    };
+  }
   createTreeWalker(top) {
     let node = top;
     const after = (from) => {
@@ -146,6 +153,7 @@ class MessageChannel {
 const document = new Document();
 document.appendChild(document.createElement('html')).setAttribute('tvx-page', '7');
 Object.assign(globalThis, {
+  Highlight: class extends Set {}, CSS: { highlights: new Map() }, NodeFilter: { SHOW_TEXT: 4 },
   Node, Element, HTMLElement, Document, CSSStyleSheet, MessageChannel, document, window: globalThis,
   TVX_SHEETS: { editing: '', overlay: '', rooms: '', divided: '' }, innerWidth: 800, innerHeight: 600, scrollX: 0, scrollY: 0,
   getComputedStyle: (element, pseudo) => ({
