@@ -236,35 +236,36 @@ std::u16string clsFTP::GetCurrDirectory() {
 
 bool clsFTP::SetCurrDirectory(std::u16string_view Path) {
   const auto call = [&] {
-    if (Path.empty()) throw RuntimeError(network_errors::invalid_parameter, u"The parameter is incorrect.");
+    RemoteConnection& server = connection();
     require_plain_name(Path);
-    connection().set_current_directory(Path);
+    // No folder is named where the user's files are in the one that the server has given.
+    if (!Path.empty()) server.set_current_directory(Path);
   };
   return act(u"SetCurrDirectory", u"FtpSetCurrentDirectory", call, 1002, u"set current remote directory");
 }
 
-bool clsFTP::DeleteFile(std::u16string_view Path) {
-  const auto call = [&] {
-    require_plain_name(Path);
-    connection().delete_file(Path);
+bool clsFTP::act_on_name(std::u16string_view context, std::u16string_view operation, std::u16string_view name,
+                         NameCall call, std::int32_t event_id, const std::u16string& event_text) {
+  const auto checked = [&] {
+    require_plain_name(name);
+    (connection().*call)(name);
   };
-  return act(u"DeleteFile", u"FtpDeleteFile", call, 103, u"remote file deleted");
+  return act(context, operation, checked, event_id, event_text);
+}
+
+bool clsFTP::DeleteFile(std::u16string_view Path) {
+  return act_on_name(u"DeleteFile", u"FtpDeleteFile", Path, &RemoteConnection::delete_file, 103,
+                     u"remote file deleted");
 }
 
 bool clsFTP::CreateDirectory(std::u16string_view Path) {
-  const auto call = [&] {
-    require_plain_name(Path);
-    connection().create_directory(Path);
-  };
-  return act(u"CreateDirectory", u"FtpCreateDirectory", call, 1003, u"remote directory created");
+  return act_on_name(u"CreateDirectory", u"FtpCreateDirectory", Path, &RemoteConnection::create_directory,
+                     1003, u"remote directory created");
 }
 
 bool clsFTP::RemoveDirectory(std::u16string_view Path) {
-  const auto call = [&] {
-    require_plain_name(Path);
-    connection().remove_directory(Path);
-  };
-  return act(u"RemoveDirectory", u"FtpRemoveDirectory", call, 1004, u"remote directory deleted");
+  return act_on_name(u"RemoveDirectory", u"FtpRemoveDirectory", Path, &RemoteConnection::remove_directory,
+                     1004, u"remote directory deleted");
 }
 
 bool clsFTP::RenameFile(std::u16string_view OldName, std::u16string_view NewName) {

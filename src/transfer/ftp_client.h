@@ -88,6 +88,7 @@ class clsFTP {
   /// `Path` ends in a pattern: "*.gif", "pictures/*.*".
   bool GetDirectoryListing(std::u16string_view Path);
   std::u16string GetCurrDirectory();
+  /// An empty name is the folder where one is.
   bool SetCurrDirectory(std::u16string_view Path);
   bool DeleteFile(std::u16string_view Path);
   bool CreateDirectory(std::u16string_view Path);
@@ -114,6 +115,10 @@ class clsFTP {
   /// One call to the server with its event; false where it fails, which is told.
   bool act(std::u16string_view context, std::u16string_view operation, const std::function<void()>& call,
            std::int32_t event_id, const std::u16string& event_text);
+  using NameCall = void (platform::RemoteConnection::*)(std::u16string_view);
+  /// One call with one name, which has to be a plain one.
+  bool act_on_name(std::u16string_view context, std::u16string_view operation, std::u16string_view name,
+                   NameCall call, std::int32_t event_id, const std::u16string& event_text);
   std::optional<DirectoryFacts> find_first(std::u16string_view pattern);
   std::int32_t ask_size(std::u16string_view name);
   bool read_listing(std::u16string_view path);

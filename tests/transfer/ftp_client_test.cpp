@@ -149,9 +149,20 @@ TEST_F(Client, After12003TheTextIsTheServersReplyAlone) {
 
 TEST_F(Client, TheRuleForTheRootFolderStaysDormant) {
   connect();
-  EXPECT_FALSE(client.SetCurrDirectory(u""));
+  server.before = [](const std::string&) { throw RuntimeError(87, u"The parameter is incorrect."); };
+  EXPECT_FALSE(client.SetCurrDirectory(u".."));
   EXPECT_THAT(heard(), ElementsAre("error 87 SetCurrDirectory - Message: The parameter is incorrect."));
+}
+
+TEST_F(Client, NoFolderIsTheOneWhereOneIs) {
+  connect();
+  EXPECT_TRUE(client.SetCurrDirectory(u""));
+  EXPECT_THAT(heard(), ElementsAre("1002 set current remote directory"));
   EXPECT_THAT(server.asked, ElementsAre());
+  client.Disconnect();
+  heard();
+  EXPECT_FALSE(client.SetCurrDirectory(u""));
+  EXPECT_THAT(heard(), ElementsAre("error 6 SetCurrDirectory - Message: There is no connection"));
 }
 
 TEST_F(Client, NamesWithALineBreakOrAZeroCharacterAreRefused) {

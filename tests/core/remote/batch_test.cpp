@@ -151,7 +151,8 @@ TEST_F(Remote, ASharePathKeepsTwoLeadingBars) {
   start_with(image(u"file:///tmp"));  // the refusal of a folder repeats the path
   EXPECT_EQ(control->UploadAllImages(), 0);
   EXPECT_THAT(heard_of_files(),
-              ElementsAre("error 20000 \\\\tmp appears to be a folder. Folders cannot be uploaded"));
+              ElementsAre("1002 set current remote directory",
+                          "error 20000 \\\\tmp appears to be a folder. Folders cannot be uploaded"));
 }
 
 // --- one picture ---

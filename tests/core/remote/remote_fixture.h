@@ -71,7 +71,7 @@ class Remote : public Control {
     std::vector<std::string> lines = heard();
     std::erase_if(lines, [](const std::string& line) {
       return line.starts_with("0 ") || line == "1 Connected to Server" || line.starts_with("25 ") ||
-             line.starts_with("2 ") || line.starts_with("error 87 SetCurrDirectory");
+             line.starts_with("2 ");
     });
     return lines;
   }

@@ -63,6 +63,16 @@ TEST_F(Remote, AnEmptyFolderMeansTheStartFolderWhereFilesAreListed) {
   EXPECT_THAT(server.asked, testing::Contains("go /other"));
 }
 
+TEST_F(Remote, WithoutAStartFolderTheServersOwnIsUsedAndNothingFails) {
+  start_with();
+  server.files[u"b"] = "x";
+  EXPECT_TRUE(control->DeleteFileFTP(u"b"));
+  EXPECT_TRUE(control->ListFilesFTP(u"", u"*.*"));
+  EXPECT_THAT(heard_of_files(), ElementsAre("1002 set current remote directory", "103 remote file deleted",
+                                            "1002 set current remote directory"));
+  EXPECT_THAT(server.asked, testing::Not(testing::Contains(testing::StartsWith("go"))));
+}
+
 TEST_F(Remote, WithoutAConnectionThereIsNoList) {
   start_with();
   server.before = [](const std::string& call) {
