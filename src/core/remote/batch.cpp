@@ -21,6 +21,8 @@ namespace {
 
 using dom::ImageObject;
 
+constexpr std::u16string_view step_label = u"Upload Images";
+
 std::vector<dom::Ref<dom::Element>> pictures_of(browser::HTMLDocument& document) {
   std::vector<dom::Ref<dom::Element>> pictures;
   const auto collection = dom::collection_of(document.tree(), dom::CollectionKind::Images);
@@ -108,10 +110,21 @@ bool Transfers::Batch::upload(dom::Element& image) {
   if (!uploaded) return true;
   // Meanwhile the host may have put another picture there, or another document.
   if (object_of(*document_, image).src() != src || !dom::is_connected(image)) return true;
-  const dom::UndoStep step(document_->tree().journal(), u"Upload Image");
-  object_of(*document_, image).set_src(transfers_.properties_.FTPSaveToURL + name);
+  give_address(image, transfers_.properties_.FTPSaveToURL + name);
   ++uploaded_;
   return true;
+}
+
+// One step for all, unless somebody has edited or undone between two pictures.
+void Transfers::Batch::give_address(dom::Element& image, const std::u16string& url) {
+  dom::Journal& journal = document_->tree().journal();
+  const bool alone = step_depth_ > 0 && journal.depth() == step_depth_ &&
+                     journal.undo_label() == step_label && !journal.can_redo();
+  {
+    const dom::UndoStep step(journal, step_label, alone ? dom::StepJoin::LastStep : dom::StepJoin::Never);
+    object_of(*document_, image).set_src(url);
+  }
+  step_depth_ = journal.depth();
 }
 
 std::int32_t Transfers::UploadAllImages() {

@@ -23,15 +23,16 @@ class Transfers::Batch {
   void show_bytes(std::int32_t current, std::int32_t total);
 
  private:
-  void show_dialog();
   void upload_all();
   /// False: the user has had enough.
   bool upload(dom::Element& image);
+  void give_address(dom::Element& image, const std::u16string& url);
 
   Transfers& transfers_;
   const std::shared_ptr<browser::HTMLDocument> document_;
   const std::int32_t total_;
   std::int32_t done_ = 0, uploaded_ = 0;
+  std::size_t step_depth_ = 0;  // of the journal, after its last step of ours
   transfer::frmWait dialog_;
 };
 

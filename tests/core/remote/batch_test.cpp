@@ -147,6 +147,39 @@ TEST_F(Remote, AnUploadedImageCanBeTakenBackByUndo) {
   EXPECT_EQ(control->DocumentHTML(), before);
 }
 
+TEST_F(Remote, AllUploadedImagesAreOneStepOfUndo) {
+  write_file("a.gif", "aaa");
+  write_file("b.gif", "bbb");
+  start_with(image(image_of("a.gif")) + image(image_of("b.gif")));
+  const std::u16string before = control->DocumentHTML();
+  EXPECT_EQ(control->UploadAllImages(), 2);
+  const std::u16string after = control->DocumentHTML();
+  control->undo_document();
+  EXPECT_EQ(control->DocumentHTML(), before);
+  control->redo_document();
+  EXPECT_EQ(control->DocumentHTML(), after);
+}
+
+TEST_F(Remote, WhatIsEditedWhileImagesAreUploadedIsAStepOfItsOwn) {
+  write_file("a.gif", std::string(250, 'a'));
+  write_file("b.gif", std::string(250, 'b'));
+  start_with(image(image_of("a.gif")) + image(image_of("b.gif")) + u"<P>text</P>");
+  int blocks = 0;
+  transfer_host.within = [&](const std::string& line) {
+    if (line == "progress 100 250" && ++blocks == 2)
+      dom::set_attribute(*element(dom::Tag::P), dom::names::title, u"x");
+  };
+  EXPECT_EQ(control->UploadAllImages(), 2);
+  control->undo_document();
+  EXPECT_NE(control->DocumentHTML().find(u"title=\"x\""), std::u16string::npos);
+  EXPECT_EQ(control->CountLocalImages(), 1);
+  control->undo_document();
+  EXPECT_EQ(control->DocumentHTML().find(u"title=\"x\""), std::u16string::npos);
+  EXPECT_EQ(control->CountLocalImages(), 1);
+  control->undo_document();
+  EXPECT_EQ(control->CountLocalImages(), 2);
+}
+
 TEST_F(Remote, ASharePathKeepsTwoLeadingBars) {
   start_with(image(u"file:///tmp"));  // the refusal of a folder repeats the path
   EXPECT_EQ(control->UploadAllImages(), 0);
