@@ -122,7 +122,7 @@ constexpr ButtonRow formatting_buttons[] = {
     {u"indent", Effect::Document},
     {u"unindent", Effect::Document, u"<BLOCKQUOTE id=a>one two</BLOCKQUOTE>"},
     {u"Text", Effect::Dialog},
-    {u"Spell Check", Effect::Dialog},
+    {u"Spell Check", Effect::Dialog, u"<P id=a lang=en>onne twwo</P>"},
     {u"link", Effect::Dialog},
     {u"Image", Effect::Dialog},
     {u"RemoteImage", Effect::Dialog},

@@ -169,5 +169,5 @@ export function listenToMouse() {
   listenOn(document, 'selectionchange', selectionMoved);
   window.addEventListener('scroll', factsLater, true);
   window.addEventListener('resize', factsLater);
-  window.addEventListener('load', factsLater, true);  // an image that came moves what is below it
+  listenOn(document, 'load', factsLater, true);  // an image that came moves what is below it
 }

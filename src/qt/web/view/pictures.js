@@ -1,7 +1,7 @@
 // The sizes that pictures have by themselves, which are known once they are loaded.
 
 import { ids } from './state.js';
-import { nameOf, typeOf } from './dom.js';
+import { listenOn, nameOf, typeOf } from './dom.js';
 import { tell } from './messages.js';
 
 function reportPicture(event) {
@@ -11,7 +11,8 @@ function reportPicture(event) {
   tell('picture', ids.get(picture), loaded ? picture.naturalWidth : 0, loaded ? picture.naturalHeight : 0);
 }
 
+/// Of what is loaded the window hears of nothing but the page.
 export function watchPictures() {
-  window.addEventListener('load', reportPicture, true);
-  window.addEventListener('error', reportPicture, true);
+  listenOn(document, 'load', reportPicture, true);
+  listenOn(document, 'error', reportPicture, true);
 }
