@@ -4,9 +4,10 @@
 #include <span>
 
 #include "tvx/dom/journal.h"
+#include "tvx/dom/tree.h"
 #include "tvx/editing/facts/lines.h"
+#include "tvx/editing/gestures/alignment.h"
 #include "tvx/editing/gestures/list_keys.h"
-#include "tvx/editing/tables/table_edit.h"
 
 namespace tvx::editing {
 
@@ -41,7 +42,7 @@ bool is_list_command(std::u16string_view command) {
 }
 
 /// "center" for "justifyCenter".
-std::u16string alignment_of(std::u16string_view command) {
+std::u16string alignment_of_command(std::u16string_view command) {
   constexpr std::u16string_view prefix = u"justify";
   const std::u16string name = ascii_lower(command);
   if (!name.starts_with(prefix)) return {};
@@ -49,10 +50,33 @@ std::u16string alignment_of(std::u16string_view command) {
   return side == u"full" ? u"justify" : side;
 }
 
+bool is_in_one_list(const Editor& editor) {
+  const dom::Range range = editor.selection().range();
+  if (!range.start) return false;
+  const dom::Node* common = dom::common_ancestor(*range.start.node, *range.end.node);
+  return dom::enclosing(*common, dom::Tag::Ul) || dom::enclosing(*common, dom::Tag::Ol);
+}
+
+/// Items go with their lists, as by the Tab key. False where the command itself has to act.
+bool move_items(Editor& editor, bool inward) {
+  if (!is_in_one_list(editor)) return false;
+  if (inward) return indent_items(editor);
+  // At the outermost level the button leads out of the list.
+  const std::uint64_t before = editor.document().structure_version();
+  return outdent_items(editor) && editor.document().structure_version() != before;
+}
+
 bool execute_in_text(Editor& editor, std::u16string_view command, std::u16string_view value) {
-  if (!is_list_command(command)) return editor.execute(command, value);
+  const bool inward = equals_ignoring_ascii_case(command, u"indent");
+  const bool moves = inward || equals_ignoring_ascii_case(command, u"outdent");
+  const std::u16string alignment = alignment_of_command(command);
+  if (!moves && !is_list_command(command) && alignment.empty()) return editor.execute(command, value);
+  if (!editor.enabled(command)) return false;
+  const HeldSelection held(editor.selection());
   const dom::UndoStep step(editor.document().journal(), command);
-  const bool done = toggle_list_as_writer(editor, command);
+  const bool done = moves                ? move_items(editor, inward)
+                    : !alignment.empty() ? align_lines(editor, alignment)
+                                         : toggle_list_as_writer(editor, command);
   return done || editor.execute(command, value);
 }
 
@@ -70,11 +94,11 @@ bool execute_in_cells(Editor& editor, std::vector<Ref<Element>> cells, std::u16s
     select_cells(editor, *cell, *cell);
     on.push_back(editor.state(command));
   }
-  const std::u16string alignment = alignment_of(command);
+  const std::u16string alignment = alignment_of_command(command);
   const bool all_on = std::ranges::all_of(on, [](bool each) { return each; });
   for (std::size_t i = 0; i < cells.size(); ++i) {
     if (on[i] && !all_on) continue;
-    if (!alignment.empty() && align_cell(*cells[i], alignment)) continue;
+    if (!alignment.empty() && align_block(*cells[i], alignment)) continue;
     select_cells(editor, *cells[i], *cells[i]);
     execute_in_text(editor, command, value);
   }

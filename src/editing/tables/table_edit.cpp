@@ -6,7 +6,6 @@
 #include "tvx/dom/document.h"
 #include "tvx/dom/mutation.h"
 #include "tvx/dom/style/inline_style.h"
-#include "tvx/dom/style/style_engine.h"
 #include "tvx/dom/tree.h"
 #include "tvx/editing/facts/lines.h"
 #include "tvx/editing/facts/predicates.h"
@@ -252,18 +251,6 @@ void split_cell(Element& cell) {
   }
   set_span(cell, dom::names::rowspan, 1);
   set_span(cell, dom::names::colspan, 1);
-}
-
-bool align_cell(Element& cell, std::u16string_view alignment) {
-  using dom::style::TextAlign;
-  for (const Node* node = cell.first_child(); node; node = node->next_sibling())
-    if (is_block_piece(*node)) return false;
-  dom::remove_attribute(cell, dom::names::align);
-  dom::style::remove_inline_value(cell, u"text-align");
-  const TextAlign given = dom::style::computed_values(cell).text_align;
-  if (alignment != u"left" || (given != TextAlign::Start && given != TextAlign::Left))
-    dom::style::set_inline_value(cell, u"text-align", alignment);
-  return true;
 }
 
 bool has_header_row(const Element& table) {

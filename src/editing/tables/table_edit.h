@@ -1,7 +1,5 @@
 #pragma once
 
-#include <string_view>
-
 #include "tvx/editing/tables/table_grid.h"
 
 /// Surgery on tables that keeps them rectangular, whatever cells span. The undo step is the caller's.
@@ -27,9 +25,6 @@ bool is_filled(const TableGrid& grid, const GridPart& part);
 dom::Ref<dom::Element> merge_cells(const TableGrid& grid, const GridPart& part);
 /// A cell that spans becomes the cells that it filled; one that doesn't becomes two side by side.
 void split_cell(dom::Element& cell);
-
-/// Aligns the text of a cell by the cell itself. False where it holds blocks, which are aligned each.
-bool align_cell(dom::Element& cell, std::u16string_view alignment);
 
 bool has_header_row(const dom::Element& table);
 /// The first row becomes the table's head, or the head's rows become rows of its body.
