@@ -8,6 +8,7 @@
 #include "tvx/dom/tree.h"
 #include "tvx/files/merge_lines.h"
 #include "tvx/files/merge_markup.h"
+#include "tvx/files/source_lines.h"
 
 namespace tvx::files {
 namespace {
@@ -44,6 +45,7 @@ DocumentFile DocumentFile::untitled(std::u16string_view draft) {
   save_atomically(draft, empty_page);
   DocumentFile file;
   file.source_ = draft;
+  file.fresh_ = true;
   file.take(std::string(empty_page));
   return file;
 }
@@ -54,7 +56,7 @@ void DocumentFile::take(std::string bytes) {
   form_ = std::move(content.form);
   faithful_ = content.faithful;
   shape_ = shape_of(content.text, *tree);
-  unedited_ = page_text(*tree, shape_);
+  unedited_ = text_of(*tree);
   source_text_ = std::move(content.text);
   line_ends_ = std::move(content.line_ends);
   bytes_ = std::move(bytes);
@@ -93,15 +95,21 @@ bool DocumentFile::changed_on_disk() const {
   return now && *now != bytes_;
 }
 
+// Nobody has laid out the source of a page that was begun here.
+std::u16string DocumentFile::text_of(const dom::Document& document) const {
+  std::u16string text = page_text(document, shape_);
+  return fresh_ ? with_source_lines(std::move(text)) : text;
+}
+
 // An edited page is written anew as a whole, in this program's way. So that a file under version control
 // shows what was edited and nothing else, what wasn't is then taken from the file: word by word, else line by
 // line, where that gives the same page.
 DocumentFile::Written DocumentFile::written(const dom::Document& document) const {
-  std::u16string text = page_text(document, shape_);
+  std::u16string text = text_of(document);
   if (text == unedited_) return {bytes_, source_text_, std::move(text), line_ends_};
   for (const auto merge : {merge_markup, merge_lines}) {
     Written merged = spelled(merge(unedited_, source_text_, text), text);
-    if (page_text(*dom::parse_document(merged.source_text), shape_) == text) return merged;
+    if (text_of(*dom::parse_document(merged.source_text)) == text) return merged;
   }
   return spelled(text, text);
 }

@@ -61,6 +61,9 @@ class DocumentFile {
   Written written(const dom::Document& document) const;
   void take(std::string bytes);
 
+  std::u16string text_of(const dom::Document& document) const;
+
+  bool fresh_ = false;  // begun in this program, and not read from a file since
   std::u16string path_, source_;
   std::string bytes_;           // as they stand in the file
   std::u16string source_text_;  // what these bytes say, lines ending in LF

@@ -436,6 +436,24 @@ TEST_F(Files, ANewPageIsAWholeOne) {
   EXPECT_NE(on_disk("mine.html").find("\xC3\xA9"), std::string::npos);
 }
 
+// Nobody has laid out its source yet: a line for each paragraph. A page that was read from a file is left as
+// it is.
+TEST_F(Files, AFreshPageIsSavedWithALineForEachBlock) {
+  DocumentFile file = DocumentFile::untitled(path("draft.html"));
+  const auto tree = read(on_disk("draft.html"));
+  dom::Node* body = tree->body();
+  dom::set_inner_html(*body, u"\n<p>a</p><ul><li>b</li><li>c</li></ul><p>d</p>\n");
+  file.save(*tree, path("mine.html"));
+  const std::string saved = on_disk("mine.html");
+  EXPECT_NE(saved.find("<p>a</p>\n<ul>\n<li>b</li>\n<li>c</li>\n</ul>\n<p>d</p>\n"), std::string::npos)
+      << saved;
+  EXPECT_EQ(file.bytes_of(*tree), saved);
+  const DocumentFile again = DocumentFile::open(path("mine.html"));
+  const auto opened = read(saved);
+  dom::set_inner_html(*opened->body(), u"<p>a</p><p>b</p>");
+  EXPECT_NE(again.bytes_of(*opened).find("<p>a</p><p>b</p>"), std::string::npos);
+}
+
 /// The file after the first text of the body that says `find` has become `now`.
 std::string saved_after(const DocumentFile& file, const std::string& bytes, std::u16string_view find,
                         std::u16string_view now) {
