@@ -5,6 +5,7 @@
 #include <QGuiApplication>
 #include <QHash>
 #include <QMenu>
+#include <QProxyStyle>
 #include <QScreen>
 #include <algorithm>
 
@@ -39,6 +40,20 @@ QIcon picture_of(const Menu& item) {
   return found == std::end(pictures) ? QIcon() : icon(found->image);
 }
 
+/// The desktop's style, in which a menu that is higher than the screen is scrolled. In columns those of a
+/// style sheet's thousand classes that come last would be beside the screen.
+class ScrolledMenuStyle final : public QProxyStyle {
+ public:
+  explicit ScrolledMenuStyle(QMenu& menu) {
+    setParent(&menu);
+    menu.setStyle(this);
+  }
+  int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                QStyleHintReturn* more) const override {
+    return hint == SH_Menu_Scrollable ? 1 : QProxyStyle::styleHint(hint, option, widget, more);
+  }
+};
+
 /// A menu of the model as a QMenu, for as long as that is open. Actions know their items by name and index:
 /// an item may be gone when its action is chosen.
 class MenuFace final : private platform::MenuObserver {
@@ -47,6 +62,7 @@ class MenuFace final : private platform::MenuObserver {
   MenuFace(Menu& model, QWidget* owner) : model_(model), name_(model.Name()), widget_(new QMenu(owner)) {
     widget_->setObjectName(to_qt(name_));
     widget_->setToolTipsVisible(true);
+    new ScrolledMenuStyle(*widget_);
     model_.add_observer(*this);
     fill();
   }
@@ -77,9 +93,12 @@ class MenuFace final : private platform::MenuObserver {
   // Menus are as deep as the control's own tables make them: two levels.
   void fill(QMenu& widget, const Menu& menu) {
     for (const auto& item : menu.items()) {
-      QAction* action = item->items().empty() ? widget.addAction(QString())
-                                              : widget.addMenu(new QMenu(&widget))->menu()->menuAction();
-      if (!item->items().empty()) fill(*action->menu(), *item);
+      QMenu* const below = item->items().empty() ? nullptr : new QMenu(&widget);
+      QAction* action = below ? widget.addMenu(below) : widget.addAction(QString());
+      if (below) {
+        new ScrolledMenuStyle(*below);
+        fill(*below, *item);
+      }
       action->setObjectName(to_qt(platform::name_with_index(*item)));
       action->setIcon(picture_of(*item));
       actions_.insert(action->objectName(), action);
