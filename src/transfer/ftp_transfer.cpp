@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <future>
 #include <vector>
 
 #include "tvx/base/failure_of.h"
@@ -24,6 +25,8 @@ namespace network_errors = platform::network_errors;
 using platform::RemoteAccess;
 
 namespace {
+
+constexpr off_t large_file = 16 << 20;
 
 std::u16string without_outer_blanks(std::u16string_view text) {
   const std::size_t first = text.find_first_not_of(u' ');
@@ -175,11 +178,20 @@ class clsFTP::Download final : private Run {
   void open_local() {
     attempt([&] {
       local_step(u"DeleteLocalFile");
-      ::unlink(path_.c_str());
+      delete_old();
     });
     local_step(u"OpenLocalFile");
     file_ = std::make_unique<OpenFile>(::open(path_.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0666));
     if (!file_->is_open()) throw local_failure(errno);
+  }
+  /// The system takes its time to free a large file, once nobody has it open any more; the loop runs
+  /// meanwhile.
+  void delete_old() {
+    struct stat status {};
+    const bool large = ::stat(path_.c_str(), &status) == 0 && status.st_size >= large_file;
+    const int old = large ? ::open(path_.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC) : -1;
+    ::unlink(path_.c_str());
+    if (old >= 0) freeing_ = std::async(std::launch::async, [old] { ::close(old); });
   }
   void close_local() {
     local_step(u"CloseLocalFile");
@@ -226,6 +238,7 @@ class clsFTP::Download final : private Run {
   const std::string path_;
   const std::u16string& remote_;
   std::unique_ptr<OpenFile> file_;
+  std::future<void> freeing_;
   std::vector<char> block_;
 };
 
