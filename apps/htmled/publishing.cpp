@@ -3,6 +3,8 @@
 #include <QCoreApplication>
 #include <QPointer>
 #include <QSettings>
+#include <cstdint>
+#include <limits>
 #include <thread>
 #include <utility>
 
@@ -47,6 +49,17 @@ QSettings settings() {
 
 KeyringEntry entry_of(const PublishAccount& account) {
   return {scheme_of(account.protocol).toStdString(), account.host.toStdString(), account.user.toStdString()};
+}
+
+/// As FTPHost has it: a port only after a scheme.
+QString server_address(const PublishAccount& account, bool with_port) {
+  const bool bare = account.protocol == Protocol::Ftp && !with_port;
+  const QString scheme = bare ? QString() : scheme_of(account.protocol) + QStringLiteral("://");
+  if (!with_port) return scheme + account.host;
+  const bool needs_brackets =
+      account.host.contains(QLatin1Char(':')) && !account.host.startsWith(QLatin1Char('['));
+  const QString host = needs_brackets ? QStringLiteral("[%1]").arg(account.host) : account.host;
+  return scheme + host + QStringLiteral(":%1").arg(account.port);
 }
 
 }  // namespace
@@ -94,10 +107,10 @@ void Publishing::set_account(const PublishAccount& account) {
 }
 
 void Publishing::hand_over() {
-  const QString scheme =
-      account_.protocol == Protocol::Ftp ? QString() : scheme_of(account_.protocol) + QStringLiteral("://");
-  control_.set_FTPHost(account_.host.isEmpty() ? u"" : from_qt(scheme + account_.host));
-  control_.set_FTPPort(account_.port);
+  // To those who connect FTPPort is a 16-bit number that may be negative; a higher one goes with the name.
+  const bool fits = account_.port <= std::numeric_limits<std::int16_t>::max();
+  control_.set_FTPHost(account_.host.isEmpty() ? u"" : from_qt(server_address(account_, !fits)));
+  control_.set_FTPPort(fits ? account_.port : usual_port(account_.protocol));
   control_.set_FTPUser(from_qt(account_.user));
   control_.set_FTPPassword(from_qt(account_.password));
   control_.set_FTPInitDir(from_qt(account_.folder));

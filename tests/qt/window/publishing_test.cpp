@@ -93,6 +93,26 @@ TEST_F(PublishSettings, AreHandedToTheEditor) {
   EXPECT_EQ(control.FTPBlockSize(), 65536);
 }
 
+// Hosts know FTPPort as a 16-bit number that may be negative.
+TEST_F(PublishSettings, AHighPortIsReachedToo) {
+  Window window(loop_);
+  core::HTMLed& control = window.editor().control();
+  Publishing publishing(control, keyring_);
+  PublishAccount account;
+  account.host = QStringLiteral("e.org");
+  account.port = 36521;
+  publishing.set_account(account);
+  EXPECT_EQ(control.FTPHost(), u"ftp://e.org:36521");
+  EXPECT_EQ(control.FTPPort(), 21);
+  account.host = QStringLiteral("::1");
+  account.protocol = Protocol::Sftp;
+  publishing.set_account(account);
+  EXPECT_EQ(control.FTPHost(), u"sftp://[::1]:36521");
+  account.port = 22;
+  publishing.set_account(account);
+  EXPECT_EQ(control.FTPHost(), u"sftp://::1");
+}
+
 TEST_F(PublishSettings, ComeBackAtTheNextStartAndThePasswordFromTheKeyring) {
   Window window(loop_);
   {
