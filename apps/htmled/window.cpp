@@ -40,6 +40,8 @@ using qt::from_qt;
 using qt::to_qt;
 
 constexpr int message_milliseconds = 10'000;
+/// After an upload the page wants the picture from its new place so soon, on a busy machine too.
+constexpr qint64 uploaded_milliseconds = 10'000;
 
 QString filters() {
   return Window::tr("HTML documents") + QStringLiteral(" (*.html *.htm *.xhtml);;") +
@@ -243,6 +245,7 @@ bool Window::load_document(files::DocumentFile file) {
   set_unmodified();
   show_local_images();
   remote_content_left_ = false;
+  picture_uploaded_.invalidate();
   remote_content_strip_->hide();
   editor_->setFocus(Qt::OtherFocusReason);
   say(file_.faithful()
@@ -257,7 +260,12 @@ void Window::look_for_remote_content() {
   if (loading_) return;
   const bool withheld = editor_->RemoteContentWithheld();
   const auto answer = remote_content::remembered(to_qt(file_.path()));
-  if (withheld && answer.value_or(false)) return editor_->ShowRemoteContent();
+  // The pictures that the user has just put on the web himself: nobody needs to be asked.
+  const bool own = picture_uploaded_.isValid() && !picture_uploaded_.hasExpired(uploaded_milliseconds);
+  if (withheld && answer.value_or(own)) {
+    picture_uploaded_.invalidate();
+    return editor_->ShowRemoteContent();
+  }
   remote_content_strip_->setVisible(withheld && !answer && !remote_content_left_);
 }
 
@@ -417,10 +425,23 @@ void Window::closeEvent(QCloseEvent* event) { event->setAccepted(may_leave_docum
 
 void Window::Error(std::int32_t&, std::u16string& text) { tell(to_qt(text)); }
 
-// What follows it says more: "Could not connect" comes after the reason.
-void Window::FTPError(std::int32_t&, std::u16string& text) {
-  if (transfer_failure_.isEmpty()) transfer_failure_ = to_qt(text);
-  tell(to_qt(text));
+void Window::BeginImageUpload() { transfer_failure_.clear(); }
+
+void Window::FTPSuccess(std::int32_t& id, std::u16string&) {
+  constexpr std::int32_t file_uploaded = 102;
+  if (id == file_uploaded && !editor_->RemoteContentWithheld()) picture_uploaded_.start();
+}
+
+// What couldn't be done with a picture is told after the reason, which helps the user more.
+void Window::FTPError(std::int32_t& number, std::u16string& text) {
+  constexpr std::int32_t no_connection = 11, no_upload = 12;
+  const QString told = to_qt(text);
+  if (number == no_connection || number == no_upload) {
+    const QString reason = std::exchange(transfer_failure_, {});
+    return tell(reason.isEmpty() ? told : told + QStringLiteral(" (%1)").arg(reason));
+  }
+  if (transfer_failure_.isEmpty()) transfer_failure_ = told;
+  tell(told);
 }
 
 // A link is there to be edited. The user sees where it leads.

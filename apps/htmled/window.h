@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QElapsedTimer>
 #include <QKeySequence>
 #include <QMainWindow>
 #include <QTemporaryDir>
@@ -62,6 +63,8 @@ class Window final : public QMainWindow, private core::HTMLedEvents, private cor
  private:
   // core::HTMLedEvents
   void Error(std::int32_t& number, std::u16string& text) override;
+  void BeginImageUpload() override;
+  void FTPSuccess(std::int32_t& id, std::u16string& text) override;
   void FTPError(std::int32_t& number, std::u16string& text) override;
   void BeforeNavigate(std::u16string& url, std::u16string& frame, bool& cancel) override;
   void MenuClick(std::u16string& item, bool& cancel) override;
@@ -132,7 +135,7 @@ class Window final : public QMainWindow, private core::HTMLedEvents, private cor
   Publishing publishing_;
   QToolButton* local_images_ = nullptr;  // how many there are, in the status bar; made for the first one
   QTimer count_images_;
-  QString transfer_failure_;  // the last one's text
+  QString transfer_failure_;  // the first one's text, of what is under way
   RemoteContentBar* remote_content_;
   QToolBar* remote_content_strip_;                         // holds it above the page
   std::vector<std::pair<QAction*, const char*>> actions_;  // with their English words
@@ -140,6 +143,7 @@ class Window final : public QMainWindow, private core::HTMLedEvents, private cor
   bool modified_ = false;
   bool loading_ = false;
   bool remote_content_left_ = false;  // of this document, as the user said
+  QElapsedTimer picture_uploaded_;    // since the last one, in a page that wanted nothing from the web
   bool look_awaited_ = false;
   std::string unmodified_bytes_;      // what saving would have written then
   std::size_t unmodified_depth_ = 0;  // of the undo journal
