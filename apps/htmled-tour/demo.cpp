@@ -4,13 +4,9 @@
 #include <QDir>
 #include <QKeyEvent>
 #include <QPixmap>
-#include <QWebEnginePage>
-#include <QWebEngineScript>
-#include <algorithm>
 #include <functional>
 #include <iostream>
 #include <memory>
-#include <optional>
 
 #include "htmled/window.h"
 #include "tvx/browser/view/document_view.h"
@@ -19,7 +15,6 @@
 #include "tvx/htmled_widget.h"
 #include "tvx/platform/message_loop.h"
 #include "tvx/qt/web/web_view.h"
-#include "tvx/tables/structure.h"
 
 namespace tvx::htmled {
 namespace {
@@ -62,13 +57,6 @@ void place_caret(browser::HTMLDocument& document) {
   } else if (dom::Element* body = document.body()) {
     selection.collapse({body, 0});
   }
-}
-
-std::int64_t type_one(Window& window, platform::MessageLoop& loop) {
-  const std::int64_t begin = loop.now();
-  post_key(window, Qt::Key_X, QStringLiteral("x"));
-  settle(window, loop);
-  return loop.now() - begin;
 }
 
 }  // namespace
@@ -169,75 +157,6 @@ int run_demo(Window& window, platform::MessageLoop& loop, const QString& folder)
     return 1;
   }
   std::cout << page.toStdString() << '\n' << picture.toStdString() << '\n';
-  return 0;
-}
-
-namespace {
-
-/// How long the page was busy with one message at most, as it counts itself.
-double page_stall(Window& window, platform::MessageLoop& loop) {
-  auto answer = std::make_shared<std::optional<double>>();
-  window.editor().view().page()->runJavaScript(
-      QStringLiteral("tvxView.longestStall"), QWebEngineScript::ApplicationWorld,
-      [answer](const QVariant& value) { *answer = value.toDouble(); });
-  wait_for(loop, [&] { return answer->has_value(); });
-  return answer->value_or(0);
-}
-
-}  // namespace
-
-namespace {
-
-/// What the item of its menu does to a table, until the engine has laid it out.
-void measure_column(Window& window, platform::MessageLoop& loop) {
-  const std::shared_ptr<browser::HTMLDocument> document = window.editor().control().DOM();
-  dom::Node* node = document->body();
-  while (node && !node->is(dom::Tag::Table)) node = dom::next_in_order(*node, document->body());
-  if (!node) return;
-  const std::int64_t begin = loop.now();
-  tables::append_column(static_cast<dom::Element&>(*node));
-  const std::int64_t inserted = loop.now();
-  settle(window, loop);
-  std::cout << "column into the first table: " << inserted - begin
-            << " ms, to flushed layout: " << loop.now() - begin << " ms\n";
-}
-
-}  // namespace
-
-int run_measures(Window& window, platform::MessageLoop& loop, const QString& file,
-                 std::int64_t program_start) {
-  browser::DocumentView& view = window.editor().document_view();
-  settle(window, loop);
-  std::cout << "start to first paint: " << loop.now() - program_start << " ms\n";
-  const std::int64_t begin = loop.now();
-  if (!window.open(file)) return 1;
-  std::cout << "open returned after: " << loop.now() - begin << " ms\n";
-  std::int64_t filled = 0, stall = 0, last = loop.now();
-  wait_for(loop, [&] {
-    const std::int64_t now = loop.now();
-    stall = std::max(stall, now - last);
-    last = now;
-    if (!filled && view.filled()) filled = now;
-    return view.settled();
-  });
-  std::cout << "open, to the window filled: " << filled - begin << " ms\n"
-            << "open, to the whole document: " << loop.now() - begin << " ms\n"
-            << "longest stall of the loop meanwhile: " << stall << " ms\n"
-            << "longest stall of the page meanwhile: " << page_stall(window, loop) << " ms\n";
-  place_caret(*window.editor().control().DOM());
-  if (QWidget* input = window.editor().view().input_widget()) input->setFocus();
-  settle(window, loop);
-  const std::int64_t keys_begin = loop.now();
-  for (int i = 0; i < 100; ++i) type_one(window, loop);
-  std::cout << "key to flushed layout, tight loop: " << double(loop.now() - keys_begin) / 100 << " ms\n";
-  std::int64_t paced = 0;
-  for (int i = 0; i < 20; ++i) {
-    wait_for(
-        loop, [] { return false; }, 100);
-    paced += type_one(window, loop);
-  }
-  std::cout << "key to flushed layout, typing pace: " << double(paced) / 20 << " ms\n";
-  measure_column(window, loop);
   return 0;
 }
 

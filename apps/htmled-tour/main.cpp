@@ -1,6 +1,5 @@
 #include <QApplication>
 #include <QCommandLineParser>
-#include <chrono>
 #include <iostream>
 
 #include "htmled-tour/demo.h"
@@ -10,11 +9,6 @@
 #include "tvx/web_engine.h"
 
 namespace {
-
-std::int64_t now() {
-  using namespace std::chrono;
-  return duration_cast<milliseconds>(steady_clock::now().time_since_epoch()).count();
-}
 
 const QCommandLineOption& language_option() {
   static const QCommandLineOption option(
@@ -34,19 +28,17 @@ Tour read_arguments(QCommandLineParser& parser, const QApplication& application)
       "Leads the editor's window through by itself, and ends.\n\n"
       "  demo OUTDIR [FILE]    types a sentence, makes a word bold, undoes and redoes that, edits a table;\n"
       "                        writes edited.html and screenshot.png into OUTDIR\n"
-      "  screenshots OUTDIR    takes the pictures of docs/appearance.md and docs/dialogs.md\n"
-      "  measure FILE          opens FILE and writes how long things took\n\n"
+      "  screenshots OUTDIR    takes the pictures of docs/appearance.md and docs/dialogs.md\n\n"
       "With QT_QPA_PLATFORM=offscreen it needs no display."));
   parser.addHelpOption();
   parser.addOption(language_option());
-  parser.addPositionalArgument(QStringLiteral("TOUR"), QStringLiteral("demo, screenshots or measure"));
+  parser.addPositionalArgument(QStringLiteral("TOUR"), QStringLiteral("demo or screenshots"));
   parser.process(application);
   const QStringList words = parser.positionalArguments();
   const QString name = words.value(0);
   if (name == QStringLiteral("demo") && (words.size() == 2 || words.size() == 3))
     return {name, words[1], words.value(2)};
   if (name == QStringLiteral("screenshots") && words.size() == 2) return {name, words[1], {}};
-  if (name == QStringLiteral("measure") && words.size() == 2) return {name, {}, words[1]};
   std::cerr << parser.helpText().toStdString();
   std::exit(2);
 }
@@ -66,7 +58,6 @@ bool choose_language(tvx::htmled::Window& window, const QString& code) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  const std::int64_t start = now();
   QCoreApplication::setApplicationName(QStringLiteral("htmled"));  // the window's own settings
   tvx::qt::prepare_web_engine();
   QApplication application(argc, argv);
@@ -77,10 +68,6 @@ int main(int argc, char** argv) {
   tvx::htmled::Window window(loop);
   if (!choose_language(window, parser.value(language_option()))) return 2;
   window.show();
-  if (tour.name == QStringLiteral("measure")) {
-    window.start({});
-    return tvx::htmled::run_measures(window, loop, tour.file, start);
-  }
   const bool opened = window.start(tour.file);
   if (tour.name == QStringLiteral("screenshots"))
     return tvx::htmled::run_screenshots(window, loop, tour.folder);

@@ -1,0 +1,173 @@
+// The window beside a plain editable page in the same engine: what a key, a move of the caret and a frame
+// take in both, turn about, so that the ratio holds on a busy machine as well.
+//
+//   window_bench [--rounds N] [NAME...]   the documents of these names: 10KB, 100KB, 1MB, 10MB, rows; all but
+//   10MB
+
+#include <unistd.h>
+
+#include <QApplication>
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <cstdio>
+#include <functional>
+#include <iostream>
+
+#include "documents.h"
+#include "tvx/base/strings.h"
+#include "tvx/web_engine.h"
+#include "window/own_page.h"
+#include "window/plain_page.h"
+#include "window/samples.h"
+
+namespace {
+
+using namespace tvx::bench;
+
+struct Pair {
+  Samples own, plain;
+};
+
+struct Figure {
+  const char* name;
+  std::function<void(EditedPage&, Samples&)> take;
+  Pair pair = {};
+};
+
+std::string text_of(const QString& name) {
+  if (name == u"10KB") return tvx::to_utf8(article(10'000));
+  if (name == u"100KB") return tvx::to_utf8(article(100'000));
+  if (name == u"1MB") return tvx::to_utf8(article(1'000'000));
+  if (name == u"10MB") return tvx::to_utf8(article(10'000'000));
+  if (name != u"rows") return {};
+  std::string rows = "<!DOCTYPE html><title>Rows</title><table border=1>";
+  for (int i = 0; i < 10'000; ++i)
+    rows += "<tr><td>row " + std::to_string(i) + "</td><td>some text</td><td>more of it</td></tr>";
+  return rows + "</table>";
+}
+
+void type_in_a_loop(EditedPage& page, Samples& samples) {
+  for (int i = 0; i < 20; ++i) samples.add(page.key(Qt::Key_X, QStringLiteral("x")));
+}
+
+void type_at_a_pace(EditedPage& page, Samples& samples) {
+  for (int i = 0; i < 6; ++i) {
+    rest(100);
+    samples.add(page.key(Qt::Key_X, QStringLiteral("x")));
+  }
+}
+
+void type_until_seen(EditedPage& page, Samples& samples) {
+  for (int i = 0; i < 4; ++i) {
+    rest(100);
+    samples.add(page.letter_to_pixel());
+  }
+}
+
+void move_the_caret(EditedPage& page, Samples& samples) {
+  for (int i = 0; i < 5; ++i) samples.add(page.key(Qt::Key_Right));
+  for (int i = 0; i < 5; ++i) samples.add(page.key(Qt::Key_Left));
+}
+
+void scroll(EditedPage& page, Samples& samples) {
+  page.ask(QStringLiteral(
+      "globalThis.benchFrames = ''; (function () { const times = []; let last; const step = (at) => {"
+      "if (last !== undefined) times.push(at - last); last = at; if (times.length === 30) {"
+      "globalThis.benchFrames = times.join(); scrollTo(0, 0); return; } scrollBy(0, 200); "
+      "requestAnimationFrame(step); };"
+      "requestAnimationFrame(step); })()"));
+  QString frames;
+  wait_until(
+      [&] {
+        rest(50);
+        return !(frames = page.ask(QStringLiteral("globalThis.benchFrames"))).isEmpty();
+      },
+      20);
+  for (const QString& frame : frames.split(u',')) samples.add(frame.toDouble());
+}
+
+void print(const char* what, const Samples& own, const Samples& plain) {
+  std::printf("  %-34s %8.1f %8.1f   %8.1f %8.1f   %6.2f\n", what, own.median(), own.nearly_all(),
+              plain.median(), plain.nearly_all(), plain.median() > 0 ? own.median() / plain.median() : 0);
+}
+
+/// Where a document is gone through by both, turn about.
+void measure(const QString& name, const QString& file, OwnPage& own, PlainPage& plain, int rounds) {
+  Pair whole;
+  Samples filled;
+  for (int i = 0; i < 3; ++i) {
+    const EditedPage::Opening opening = own.open(file);
+    filled.add(opening.filled.value_or(opening.whole));
+    whole.own.add(opening.whole);
+    whole.plain.add(plain.open(file).whole);
+  }
+  Figure figures[] = {{"key to layout, in a loop", type_in_a_loop},
+                      {"key to layout, at typing pace", type_at_a_pace},
+                      {"key to painted pixel", type_until_seen},
+                      {"caret a letter on, to layout", move_the_caret},
+                      {"from frame to frame, scrolling", scroll}};
+  for (int round = 0; round < rounds; ++round) {
+    for (EditedPage* page : {static_cast<EditedPage*>(&own), static_cast<EditedPage*>(&plain)}) {
+      page->to_front();
+      page->place_caret();
+      for (Figure& figure : figures) figure.take(*page, page == &own ? figure.pair.own : figure.pair.plain);
+    }
+  }
+  std::printf("%s\n  %-34s %17s   %17s   %6s\n", qPrintable(name), "milliseconds: median, 95 %", "the editor",
+              "plain editable", "ratio");
+  print("open, to the window filled", filled, whole.plain);
+  print("open, to the whole laid out", whole.own, whole.plain);
+  for (const Figure& figure : figures) print(figure.name, figure.pair.own, figure.pair.plain);
+  std::printf("  longest stall of the editor's page: %s ms\n\n",
+              qPrintable(own.ask(QStringLiteral("tvxView.longestStall.toFixed(0)"))));
+  std::fflush(stdout);
+}
+
+/// How long this process has been there.
+double age() {
+  QFile stat(QStringLiteral("/proc/self/stat")), uptime(QStringLiteral("/proc/uptime"));
+  if (!stat.open(QIODevice::ReadOnly) || !uptime.open(QIODevice::ReadOnly)) return 0;
+  const QByteArray all = stat.readAll();
+  const QList<QByteArray> fields = all.mid(all.lastIndexOf(')') + 2).split(' ');
+  const double ticks = static_cast<double>(::sysconf(_SC_CLK_TCK));
+  return (uptime.readAll().split(' ').first().toDouble() - fields.value(19).toDouble() / ticks) * 1000;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  QCoreApplication::setApplicationName(QStringLiteral("window_bench"));
+  tvx::qt::prepare_web_engine();
+  QApplication application(argc, argv);
+  QApplication::setCursorFlashTime(0);
+  QStringList names = application.arguments().mid(1);
+  int rounds = 5;
+  if (const qsizetype at = names.indexOf(QStringLiteral("--rounds")); at >= 0 && at + 1 < names.size()) {
+    rounds = names[at + 1].toInt();
+    names.remove(at, 2);
+  }
+  if (names.isEmpty())
+    names = {QStringLiteral("10KB"), QStringLiteral("100KB"), QStringLiteral("1MB"), QStringLiteral("rows")};
+
+  OwnPage own;
+  wait_until([&] { return own.settled() && own.input(); });
+  own.key(Qt::Key_X, QStringLiteral("x"));
+  std::printf("start of the program, to a caret that has typed: %.0f ms\n\n", age());
+  PlainPage plain;
+  const QTemporaryDir folder;
+  for (const QString& name : names) {
+    const QString path = folder.filePath(name + QStringLiteral(".html"));
+    QFile file(path);
+    const std::string text = text_of(name);
+    if (text.empty() || !file.open(QIODevice::WriteOnly)) {
+      std::cerr << "window_bench: no document is called " << name.toStdString() << '\n';
+      return 2;
+    }
+    file.write(text.data(), static_cast<qint64>(text.size()));
+    file.close();
+    measure(name, path, own, plain, rounds);
+  }
+  own.window().setWindowModified(false);
+  return 0;
+}
