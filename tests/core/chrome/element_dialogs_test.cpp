@@ -51,7 +51,7 @@ TEST_F(ElementTag, ChangesTheAddressAndKeepsTheText) {
   EXPECT_EQ(content(), u"<P>see <A href=\"y\">text</A></P>");
 }
 
-TEST_F(ElementTag, TheEndTagStaysWhateverTheNewNameIs) {
+TEST_F(ElementTag, TheContentStaysWhateverTheNewNameIs) {
   start_with(u"<P>a<B>b</B></P>");
   edit(Tag::B, u"<I>");
   EXPECT_EQ(content(), u"<P>a<I>b</I></P>");
