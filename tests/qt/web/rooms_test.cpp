@@ -1,12 +1,16 @@
 #include <QImage>
 #include <QWebEnginePage>
 
+#include <random>
+
 #include "qt/real_view.h"
 #include "qt/web/room_pages.h"
+#include "tvx/base/error.h"
 #include "tvx/base/strings.h"
 #include "tvx/dom/inner_html.h"
 #include "tvx/dom/mutation.h"
 #include "tvx/dom/tree.h"
+#include "tvx/editing/editor.h"
 
 /// Rooms of large elements change nothing but the time that the engine takes.
 namespace tvx::qt {
@@ -14,6 +18,7 @@ namespace {
 
 /// What the page says of itself: where all elements are, what is at points of the window, where lines go on.
 constexpr char account_script[] = R"js((function () {
+  window.scrollTo(0, 0);
   const numbers = new Map(), walker = document.createTreeWalker(document);
   for (let node = document; node; node = walker.nextNode()) numbers.set(node, numbers.size);
   const boxes = [...document.querySelectorAll('*:not(tvx-host)')].map((element) => {
@@ -88,6 +93,10 @@ class Rooms : public RealView {
     return lines.join('\n');
   }
 };
+
+/// Where boxes are and what is hit. Where lines go on, an element whose rooms are no boxes tells less: the
+/// engine stops at no position beside its blocks.
+std::string first_lines(const std::string& account) { return account.substr(0, account.rfind('\n')); }
 
 int count_drawn(const QImage& picture) {
   int drawn = 0;
@@ -173,6 +182,61 @@ TEST_F(Rooms, FarAwayChangeNoPicture) {
     }
     EXPECT_GT(rooms(), 10);
   }
+}
+
+/// Edits as users make them, all over a page with rooms.
+TEST_F(Rooms, StayWhatThePageIsWhileItIsEdited) {
+  const RoomPage page{"",
+                      true,
+                      false,
+                      u"p{margin:9px 0}",
+                      {u"<p>one # two</p>", u"<h2>#</h2>", u"<ul><li>a<li>b</ul>", u"loose # <b>text</b>"},
+                      {},
+                      400};
+  show(page, true);
+  std::mt19937 random(20261122);
+  const auto pick = [&random](std::size_t count) { return random() % count; };
+  const auto any_position = [&]() -> dom::Boundary {
+    std::vector<dom::Text*> texts;
+    for (dom::Node* node = document_->body(); node; node = dom::next_in_order(*node, document_->body()))
+      if (auto* text = dom::as<dom::Text>(node); text && text->length() > 2) texts.push_back(text);
+    dom::Text* text = texts[pick(texts.size())];
+    return {text, pick(text->length() + 1)};
+  };
+  const auto key = [this](std::u16string name, int code) {
+    attempt(
+        [&] { document_->key_down({.key = name, .text = name.size() == 1 ? name : u"", .key_code = code}); });
+  };
+  for (int batch = 0; batch < 6; ++batch) {
+    for (int i = 0; i < 20; ++i) {
+      const dom::Boundary anchor = any_position();
+      document_->editor().selection().set(anchor, {anchor.node, pick(3) ? anchor.offset : 0});
+      static constexpr std::u16string_view commands[] = {
+          u"Bold", u"Indent", u"InsertUnorderedList", u"InsertHorizontalRule",
+          u"Undo", u"Redo",   u"FormatBlock"};
+      switch (pick(6)) {
+        case 0: key(u"Enter", 13); break;
+        case 1: key(u"Backspace", 8); break;
+        case 2: key(u"x", 'X'); break;
+        case 3: key(u"Delete", 46); break;
+        default: attempt([&] { document_->execCommand(std::u16string(commands[pick(7)]), false, u"<h3>"); });
+      }
+      if (document_->body()->last_child() == nullptr || pick(4) == 0)
+        attempt([&] { document_->execCommand(u"Undo", false, u""); });
+      if (i % 6 == 0) loop_.pump(0);
+    }
+    ASSERT_TRUE(settle());
+    ASSERT_EQ(shown(), expected());
+    in_page("document.activeElement && getSelection().removeAllRanges()");
+    const std::string with = in_page(account_script);
+    const int count = rooms();
+    in_page("tvxView.allowRooms(false)");
+    EXPECT_TRUE(first_lines(in_page(account_script)) == first_lines(with))
+        << "batch " << batch << ", rooms " << count;
+    in_page("tvxView.allowRooms(true)");
+    ASSERT_EQ(rooms(), count);
+  }
+  EXPECT_GT(rooms(), 1);
 }
 
 /// Styles that come later.

@@ -17,6 +17,11 @@ function holdsWhatRises(room) {
   return room.children.some((child) => typeOf(child) === 1 && (matches(child, selector) || querySelector(child, selector)));
 }
 
+/// Whether one of these elements may stand elsewhere: most pages have none, and are made without being looked through.
+export function seemsToRise(attributes) {
+  return sheetFacts().positioned.length > 0 || attributes.some((text) => /position/i.test(text));
+}
+
 /// What stands in a room has changed, deep in it perhaps.
 export function mayRise(node) {
   for (let child = node, parent; (parent = parentOf(child)); child = parent) {

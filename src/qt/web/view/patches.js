@@ -2,7 +2,7 @@
 
 import { boxOf, detach, insertBefore, nameOf, newComment, newElement, newElementIn, newText, parentOf, removeAttribute, root,
   setAttribute, setAttributeNS, walk } from './dom.js';
-import { mayRise, paintFarRoomsApart } from './far_rooms.js';
+import { mayRise, paintFarRoomsApart, seemsToRise } from './far_rooms.js';
 import { host, keepHost } from './host.js';
 import { ids, nodes, state } from './state.js';
 import { childCame, childGoes, emptied, forgetRooms, settleRooms, styleMayDiffer, stylesMayDiffer } from './rooms.js';
@@ -69,7 +69,7 @@ function makeElement(id, parent, before, name, space, attributes) {
     give(element, attributes[i], attributes[i + 1], attributes[i + 2]);
   }
   put(remember(id, element), parent, before);
-  mayRise(element);
+  if (name === 'dialog' || seemsToRise(attributes)) mayRise(element);
 }
 
 function forget(top) {
