@@ -6,6 +6,7 @@
 #include <QLineEdit>
 #include <QMetaProperty>
 #include <QMouseEvent>
+#include <QScopeGuard>
 #include <QSettings>
 #include <QSignalSpy>
 #include <QTemporaryDir>
@@ -371,6 +372,7 @@ TEST_F(Widget, TabGoesThroughBarsPageAndPathWhereTheHostPutTheEditor) {
   HTMLedWidget second(loop_);
   layout->addWidget(&second);
   layout->addWidget(widget_.get());
+  const auto own = qScopeGuard([&] { widget_->setParent(nullptr); });  // before the window goes
   add(between, u"between");
   QWidget::setTabOrder(&before, widget_.get());
   QWidget::setTabOrder(widget_.get(), &between);
@@ -413,7 +415,6 @@ TEST_F(Widget, TabGoesThroughBarsPageAndPathWhereTheHostPutTheEditor) {
     ASSERT_EQ(name_of_focus().toStdString(), order[i % order.size()].toStdString()) << i << " back";
     go(Qt::Key_Backtab);
   }
-  widget_->setParent(nullptr);
 }
 
 TEST_F(Widget, ItStandsForItsPage) {
