@@ -9,6 +9,7 @@
 #include <QPainter>
 #include <QPixmap>
 #include <QScrollBar>
+#include <algorithm>
 #include <utility>
 
 #include "tvx/qt/support/clipboard.h"
@@ -176,6 +177,13 @@ ListViewBox::~ListViewBox() {
 
 QSize ListViewBox::sizeHint() const { return {600, 380}; }
 
+// Names are searched, whichever column of the row was pressed.
+void ListViewBox::keyboardSearch(const QString& typed) {
+  if (currentIndex().column() > 0)
+    selectionModel()->setCurrentIndex(currentIndex().siblingAtColumn(0), QItemSelectionModel::NoUpdate);
+  QTreeView::keyboardSearch(typed);
+}
+
 void ListViewBox::act_later(std::function<void()> deed) {
   QMetaObject::invokeMethod(
       this, [this, deed = std::move(deed)] { act_(deed); }, Qt::QueuedConnection);
@@ -208,7 +216,7 @@ void ListViewBox::rows_replaced() {
 
 // A hidden column may be the one that is sorted by: the arrow stands at the one that it serves.
 void ListViewBox::show_columns() {
-  constexpr int name_letters = 34, other_letters = 22;
+  constexpr int name_letters = 34;
   const int letter = fontMetrics().averageCharWidth();
   int last_seen = 0, sorted = list_.SortKey();
   for (int column = 0; column < rows_->columnCount(); ++column) {
@@ -226,8 +234,18 @@ void ListViewBox::show_columns() {
   header()->setProperty("measured", true);
   for (int column = 0; column <= last_seen; ++column) {
     header()->setSectionResizeMode(column, column == 0 ? QHeaderView::Stretch : QHeaderView::Interactive);
-    header()->resizeSection(column, letter * (column == 0 ? name_letters : other_letters));
+    header()->resizeSection(column, column == 0 ? letter * name_letters : width_of(column));
   }
+}
+
+/// Its widest text and its caption with the arrow of sorting have room.
+int ListViewBox::width_of(int column) const {
+  const platform::ListColumn& about = list_.columns()[std::size_t(column)];
+  const QString widest = about.content == ColumnContent::Stamp   ? shown(u"202612282250", about.content)
+                         : about.content == ColumnContent::Bytes ? shown(u"888888888", about.content)
+                                                                 : QString(22, u'x');
+  const int margin = 2 * (style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, this) + 4);
+  return std::max(fontMetrics().horizontalAdvance(widest) + margin, header()->sectionSizeHint(column));
 }
 
 void ListViewBox::columns_changed() { show_columns(); }
@@ -238,6 +256,7 @@ void ListViewBox::show_selection() {
   if (currentIndex().row() == row && selectionModel()->isRowSelected(row)) return;
   const QSignalBlocker silence(selectionModel());
   setCurrentIndex(rows_->index(row, 0));
+  scrollTo(rows_->index(row, 0));
   viewport()->update();
 }
 

@@ -20,6 +20,7 @@ class ListViewBox final : public QTreeView, private platform::ListViewObserver {
   ~ListViewBox() override;
 
   QSize sizeHint() const override;
+  void keyboardSearch(const QString& typed) override;
 
  private:
   class Rows;
@@ -40,6 +41,7 @@ class ListViewBox final : public QTreeView, private platform::ListViewObserver {
   void dropEvent(QDropEvent* event) override;
 
   void show_columns();
+  int width_of(int column) const;
   void show_selection();
   void tell_seen_rows();
   void act_later(std::function<void()> deed);

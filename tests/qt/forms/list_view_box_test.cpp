@@ -88,6 +88,30 @@ TEST_F(ListViewBoxes, APressOnAHeaderSorts) {
   EXPECT_TRUE(box.header()->isSortIndicatorShown());
 }
 
+TEST_F(ListViewBoxes, TypingFindsANameAfterAPressOnASize) {
+  box.resize(600, 380);
+  fill(3);
+  QTest::mouseClick(box.viewport(), Qt::LeftButton, {}, box.visualRect(box.model()->index(0, 1)).center());
+  ASSERT_EQ(list.selected(), 0);
+  QTest::keyClicks(&box, QStringLiteral("p002"));
+  EXPECT_EQ(list.selected(), 2);
+}
+
+TEST_F(ListViewBoxes, SizesAndDatesAreReadWhole) {
+  box.resize(600, 380);
+  fill(3);
+  for (const int column : {1, 2})
+    EXPECT_GE(box.columnWidth(column), box.sizeHintForIndex(box.model()->index(0, column)).width()) << column;
+}
+
+TEST_F(ListViewBoxes, AfterSortingTheChosenRowIsInSight) {
+  fill(200);
+  list.select(0);
+  list.sort(0, true);
+  ASSERT_EQ(list.selected(), 199);
+  EXPECT_TRUE(box.viewport()->rect().contains(box.visualRect(box.model()->index(199, 0)).center()));
+}
+
 TEST_F(ListViewBoxes, ADoubleClickMeansTheRowAndTypingFindsOne) {
   fill(3);
   box.setFocus();
