@@ -44,6 +44,7 @@ PicturePreview::PicturePreview(QFileDialog& dialog)
   // Beside the lists, from the top to the buttons.
   if (auto* grid = qobject_cast<QGridLayout*>(dialog.layout()))
     grid->addWidget(this, 0, grid->columnCount(), grid->rowCount(), 1);
+  dialog.resize(dialog.size() + QSize(sizeHint().width(), 0));
   QObject::connect(&dialog, &QFileDialog::currentChanged, this, &PicturePreview::show_file);
 }
 
