@@ -21,7 +21,7 @@ class Publishing : public Conversation {
   Publishing() {
     folder_ = std::filesystem::temp_directory_path() / ("tvx-publishing-" + std::to_string(getpid()));
     std::filesystem::create_directories(remote());
-    for (const char* name : {"1.gif", "2.gif", "3 4.gif"})
+    for (const char* name : {"1.gif", "2.gif", "3.gif", "3 4.gif"})
       std::ofstream(folder_ / name, std::ios::binary) << std::string(1000, *name) << name;
     server_ = std::make_unique<ServerProcess>(std::vector<std::string>{
         "/usr/bin/python3", TVX_SOURCE_DIR "/tests/network/pyftpd.py", remote().string()});
@@ -82,6 +82,69 @@ TEST_F(Publishing, APageWithThreeImages) {
                    {{"name", "GetFileFTP"}, {"args", {(folder_ / "back.gif").string(), "2.gif"}}})["result"],
             true);
   EXPECT_EQ(bytes_of(folder_ / "back.gif"), bytes_of(folder_ / "2.gif"));
+}
+
+std::string with_all(std::string text, const std::string& what, const std::string& instead) {
+  for (std::size_t at = 0; (at = text.find(what, at)) != std::string::npos; at += instead.size())
+    text.replace(at, what.size(), instead);
+  return text;
+}
+
+TEST_F(Publishing, TheScriptOfTheDocumentationIsTrue) {
+  ASSERT_FALSE(port_.empty());
+  std::ifstream documentation(TVX_SOURCE_DIR "/docs/automation.md");
+  std::string line;
+  while (std::getline(documentation, line) && line != "### A page with its pictures") {
+  }
+  int orders = 0, answers = 0;
+  while (std::getline(documentation, line) && !line.starts_with("To end a transfer")) {
+    if (!line.starts_with("{")) continue;
+    const std::string own = with_all(with_all(line, "/home/ada", folder_.string()), ":2121", ":" + port_);
+    const std::size_t arrow = own.find("→");
+    const Json order = Json::parse(own.substr(0, arrow));
+    const std::string got = result(order["method"].get<std::string>(), order["params"]).dump();
+    ++orders;
+    if (arrow == std::string::npos) continue;
+    std::string expected = own.substr(arrow + std::string_view("→").size());
+    expected = expected.substr(expected.find('{'));
+    // Dots stand for more of the same.
+    EXPECT_EQ(got.substr(0, expected.find("...")), expected.substr(0, expected.find("..."))) << own;
+    ++answers;
+  }
+  EXPECT_EQ(orders, 11);
+  EXPECT_EQ(answers, 3);
+  for (const char* name : {"1.gif", "2.gif", "3.gif"})
+    EXPECT_EQ(bytes_of(remote() / name), bytes_of(folder_ / name)) << name;
+}
+
+TEST_F(Publishing, EveryMemberIsBuilt) {
+  constexpr int not_built = 445;
+  ASSERT_FALSE(port_.empty());
+  open_account();
+  const std::string local = (folder_ / "1.gif").string();
+  const std::vector<std::pair<const char*, Json>> calls = {
+      {"PutFileFTP", {local, "a.gif"}},      {"GetFileFTP", {(folder_ / "b").string(), "a.gif"}},
+      {"ListFilesFTP", {"", "*.*"}},         {"DeleteFileFTP", {"a.gif"}},
+      {"FTPCancelTransfer", Json::array()},  {"UploadAllImages", Json::array()},
+      {"CountLocalImages", Json::array()},   {"Insert_Image", {local}},
+      {"Insert_Image", Json::array()},       {"Insert_Image_NoFTP", {local}},
+      {"Insert_Image_NoFTP", Json::array()}, {"insertImageFromURL", {"http://example.org/a.gif"}},
+      {"insertImageFromURL", {""}}};
+  for (const auto& [name, arguments] : calls)
+    EXPECT_EQ(failure("call", {{"name", name}, {"args", arguments}}), 0) << name << arguments;
+  for (const char* name : {"FTPHost", "FTPUser", "FTPPassword", "FTPInitDir", "FTPPassive", "FTPPort",
+                           "FTPProxyServer", "FTPProxyBypassList", "ShowFTPDialog", "FTPTransferType",
+                           "FTPBlockSize", "FTPSaveToURL", "UploadImages", "LocalImageStore"}) {
+    const Json value = get(name);
+    EXPECT_EQ(failure("set", {{"name", name}, {"value", value}}), 0) << name;
+  }
+  EXPECT_EQ(get("FTPActionInProgress"), false);
+  EXPECT_EQ(object("DirectoryItem.Filename"), "");
+  // What can be called from without of the client, its list and its items.
+  for (const char* path :
+       {"ListFilesFTP(\"\", \"*.*\").count", "ListFilesFTP(\"\", \"*.*\").item(1).Filename",
+        "ListFilesFTP(\"\", \"*.*\").item(1).LastWriteTime"})
+    EXPECT_NE(failure("object", {{"path", path}}), not_built) << path;
 }
 
 TEST_F(Publishing, AScriptEndsATransferFromWithinIt) {
