@@ -104,6 +104,16 @@ TEST_F(TransferOnScreen, AServerThatGoesInTheMiddleLosesNothing) {
   EXPECT_EQ(control().CountLocalImages(), 2);
 }
 
+TEST_F(TransferOnScreen, OneUndoGivesTheLocalAddressesBack) {
+  start_with_server("none", 3, 1000);
+  const std::string before = html();
+  EXPECT_EQ(control().UploadAllImages(), 3);
+  EXPECT_NE(html(), before);
+  hands::press(QStringLiteral("ctrl+z"));
+  EXPECT_TRUE(wait_for([&] { return html() == before; })) << html();
+  EXPECT_EQ(control().CountLocalImages(), 3);
+}
+
 TEST_F(TransferOnScreen, ATransferThatIsSoonDoneShowsNothing) {
   start_with_server("none", 1, 1000);
   bool seen = false;
