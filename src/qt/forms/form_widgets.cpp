@@ -60,7 +60,8 @@ QWidget* make_combo_box(FormControl& control, QWidget* parent, const UserAct& ac
   auto* box = new QComboBox(parent);
   box->setLineEdit(new TextBox(std::nullopt, box));
   box->setInsertPolicy(QComboBox::NoInsert);
-  box->setSizeAdjustPolicy(QComboBox::AdjustToContents);
+  // It is as wide as its row; one that adjusts to what comes later would be narrow for a moment each time.
+  box->setSizeAdjustPolicy(QComboBox::AdjustToContentsOnFirstShow);
   box->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
   // Names of fonts are many: what is typed finds them. Elsewhere what is typed is what is meant.
   if (control.shows_fonts()) {
