@@ -83,7 +83,6 @@ FormDialog::FormDialog(Form& form, QWidget* owner)
   outline->addWidget(area_);
   outline->addWidget(closing_);
   outline->setSpacing(outline->spacing() + style()->pixelMetric(QStyle::PM_LayoutBottomMargin) / 2);
-  set_tab_order();
   show_caption();
   if (form.least_width() > 0)
     setMinimumSize(to_pixels(float(form.least_width())), to_pixels(float(form.least_height())));
@@ -125,14 +124,17 @@ void FormDialog::make_closing_buttons() {
     static_cast<QPushButton*>(button)->setDefault(true);
 }
 
+// The closing buttons come last, as the desktop has put them. It does so when they are shown, and takes
+// others out of the way that the keyboard goes: the order is set then.
 void FormDialog::set_tab_order() {
-  QWidget* before = nullptr;
-  for (const auto& control : form_.controls()) {
-    QWidget* widget = widgets_.value(control.get());
-    if (widget->focusPolicy() == Qt::NoFocus) continue;
-    if (before) setTabOrder(before, widget);
-    before = widget;
-  }
+  QWidgetList order;
+  for (const auto& control : form_.controls())
+    if (std::ranges::find(form_.closing_buttons(), control.get()) == form_.closing_buttons().end())
+      order << widgets_.value(control.get());
+  for (int i = 0; i < closing_->layout()->count(); ++i)
+    if (QWidget* button = closing_->layout()->itemAt(i)->widget()) order << button;
+  order.removeIf([](const QWidget* widget) { return widget->focusPolicy() == Qt::NoFocus; });
+  for (qsizetype i = 1; i < order.size(); ++i) setTabOrder(order[i - 1], order[i]);
 }
 
 // --- following the model ---
@@ -177,6 +179,7 @@ void FormDialog::changeEvent(QEvent* event) {
 
 // The user begins in the first field, and types over what stands there.
 void FormDialog::showEvent(QShowEvent* event) {
+  set_tab_order();
   for (const auto& control : form_.controls()) {
     QWidget* widget = widgets_.value(control.get());
     if (widget->focusPolicy() == Qt::NoFocus || !control->reachable()) continue;

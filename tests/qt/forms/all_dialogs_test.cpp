@@ -136,10 +136,15 @@ TEST_F(AllDialogs, ReadingProgramsHearLabelAndValueOfEachField) {
 TEST_F(AllDialogs, TabGoesThroughAllFieldsInTheirOrder) {
   with_each([this](Form& form, std::u16string_view) {
     SCOPED_TRACE(to_qt(form.Name()).toStdString());
-    show(form, [&](FormDialog&) {
+    show(form, [&](FormDialog& dialog) {
       QStringList wanted, met;
       for (const auto& control : form.controls())
-        if (is_used(*control)) wanted << to_qt(control->Name());
+        if (is_used(*control) &&
+            !dialog.findChild<QDialogButtonBox*>()->isAncestorOf(widget(dialog, *control)))
+          wanted << to_qt(control->Name());
+      QList<QAbstractButton*> closing = dialog.findChild<QDialogButtonBox*>()->buttons();
+      std::ranges::sort(closing, {}, [](const QWidget* button) { return button->x(); });
+      for (const QWidget* button : closing) wanted << button->objectName();
       for (qsizetype i = 0; i < wanted.size(); ++i) {
         met << QApplication::focusWidget()->objectName();
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
@@ -147,7 +152,8 @@ TEST_F(AllDialogs, TabGoesThroughAllFieldsInTheirOrder) {
       }
       // The boxes for an image's size take the Tab key away, as they do all that types no number.
       const bool takes_tab = form.Name() == u"frmImageSettings";
-      EXPECT_EQ(takes_tab ? wanted.mid(0, met.size()) : wanted, met);
+      if (takes_tab) wanted = wanted.mid(0, met.size());
+      EXPECT_EQ(met.join(u' ').toStdString(), wanted.join(u' ').toStdString());
     });
   });
 }
