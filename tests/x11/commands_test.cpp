@@ -109,6 +109,7 @@ struct ButtonRow {
 
 constexpr ButtonRow formatting_buttons[] = {
     {u"toggle", Effect::CodeView},
+    {u"Print", Effect::Dialog},
     {u"Copy", Effect::Clipboard},
     {u"Cut", Effect::Document},
     {u"Paste", Effect::Document, u"<P id=a>another</P>"},
@@ -122,7 +123,7 @@ constexpr ButtonRow formatting_buttons[] = {
     {u"indent", Effect::Document},
     {u"unindent", Effect::Document, u"<BLOCKQUOTE id=a>one two</BLOCKQUOTE>"},
     {u"Text", Effect::Dialog},
-    {u"Spell Check", Effect::Dialog, u"<P id=a lang=en>onne twwo</P>"},
+    {u"Spell Check", Effect::Dialog, u"<P id=a lang=en>onne</P>"},
     {u"link", Effect::Dialog},
     {u"Image", Effect::Dialog},
     {u"RemoteImage", Effect::Dialog},
