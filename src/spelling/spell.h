@@ -52,10 +52,12 @@ class clsSpell {
   /// Null if it couldn't be started.
   SpellingApplication* application() const { return application_.get(); }
 
+  /// What the application says of a word, without suggestions. Throws where it fails; there must be one.
+  bool check(const std::u16string& word);
+
  private:
   /// Keys in upper case: as collections compare theirs.
   using Words = std::map<std::u16string, std::u16string, std::less<>>;
-  bool check(const std::u16string& word);
 
   bool main_dictionary_only_ = false;
   std::u16string custom_dictionary_, added_words_;

@@ -73,6 +73,15 @@ bool is_in_address(std::u16string_view text, std::size_t from, std::size_t to) {
          has_at_sign(piece) || is_path(piece);
 }
 
+std::vector<std::u16string> with_hyphens(std::u16string_view text, std::size_t from, std::size_t to) {
+  const auto is_hyphen = [&](std::size_t at) { return text[at] == u'-' || text[at] == 0x2010; };
+  const std::u16string word(text.substr(from, to - from));
+  std::vector<std::u16string> all;
+  if (to < text.size() && is_hyphen(to)) all.push_back(word + u'-');
+  if (from > 0 && is_hyphen(from - 1)) all.push_back(u'-' + word);
+  return all;
+}
+
 std::u16string asked_form(std::u16string_view word) {
   if (is_plain(word)) return std::u16string(word);
   std::u16string kept;

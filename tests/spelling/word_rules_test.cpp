@@ -1,5 +1,6 @@
 #include "tvx/spelling/word_rules.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 namespace tvx::spelling {
@@ -33,6 +34,14 @@ TEST(WordRules, AddressesAreSkipped) {
   EXPECT_FALSE(address(u"see https://example.org wrold", u"wrold"));
   EXPECT_FALSE(address(u"and/or wrold", u"or")) << "two words";
   EXPECT_FALSE(address(u"he said:wrold", u"wrold"));
+}
+
+TEST(WordRules, HyphensBesideAWordMayBelongToIt) {
+  const std::u16string text = u"Ein- und Ausfahrt, -weise x";
+  EXPECT_THAT(with_hyphens(text, 0, 3), testing::ElementsAre(u"Ein-"));
+  EXPECT_THAT(with_hyphens(text, 20, 25), testing::ElementsAre(u"-weise"));
+  EXPECT_THAT(with_hyphens(text, 26, 27), testing::IsEmpty());
+  EXPECT_THAT(with_hyphens(u"a-b-c", 2, 3), testing::ElementsAre(u"b-", u"-b"));
 }
 
 TEST(WordRules, EMailAddressesAreSkipped) {

@@ -13,6 +13,7 @@
 #include "tvx/core/spelling/run_pace.h"
 #include "tvx/core/spelling/speller.h"
 #include "tvx/core/spelling/word_range.h"
+#include "tvx/core/spelling/word_surroundings.h"
 #include "tvx/core/spelling/wrapper.h"
 #include "tvx/dom/inner_text.h"
 #include "tvx/dom/mutation.h"
@@ -23,7 +24,6 @@
 #include "tvx/spelling/spell.h"
 #include "tvx/spelling/spelling_dialog.h"
 #include "tvx/spelling/string_tokens.h"
-#include "tvx/spelling/word_rules.h"
 
 namespace tvx::core {
 
@@ -186,14 +186,16 @@ bool SpellRun::Run::deal_with(std::int32_t number) {
 }
 
 bool SpellRun::Run::is_right(const dom::Range& word, const std::u16string& text) {
-  const auto* data = dom::as<dom::Text>(word.start.node);
-  if (data && data == word.end.node &&
-      spelling::is_in_address(data->data(), word.start.offset, word.end.offset))
-    return true;
+  if (is_in_address(word)) return true;
   if (speller_->application())
     speller_->application()->set_language(Speller::language_of(*word.start.node, language_));
   count_ = 0;
-  return speller_->SpellCheckWord(text, suggestions_, count_);
+  if (speller_->SpellCheckWord(text, suggestions_, count_)) return true;
+  return is_right_with_hyphen(word, [&](const std::u16string& form) {
+    bool right = false;
+    attempt([&] { right = speller_->application() && speller_->check(form); });
+    return right;
+  });
 }
 
 void SpellRun::Run::ask_user(const dom::Range& word, const std::u16string& text, bool add) {

@@ -8,6 +8,7 @@
 #include "tvx/base/strings.h"
 #include "tvx/browser/html_document.h"
 #include "tvx/core/spelling/speller.h"
+#include "tvx/core/spelling/word_surroundings.h"
 #include "tvx/dom/inner_text.h"
 #include "tvx/dom/journal.h"
 #include "tvx/dom/tree.h"
@@ -274,17 +275,16 @@ void SpellingMarks::hold(const dom::Range& word) {
 }
 
 bool SpellingMarks::is_wrong(const dom::Range& word, const std::u16string& text) {
-  if (!spelling::is_asked(text) || ignored_.contains(text)) return false;
-  const auto* data = dom::as<dom::Text>(word.start.node);
-  if (data && data == word.end.node &&
-      spelling::is_in_address(data->data(), word.start.offset, word.end.offset))
-    return false;
+  if (!spelling::is_asked(text) || ignored_.contains(text) || is_in_address(word)) return false;
+  const auto is_right = [this](const std::u16string& form) {
+    const spelling::SpellingApplication::Argument arguments[] = {
+        form, std::u16string(), {}, {}, properties_.CustomDictionaryFilename};
+    return application_->CheckSpelling(arguments);
+  };
   bool right = true;
   attempt([&] {
     application_->set_language(Speller::language_of(*word.start.node, language_));
-    const spelling::SpellingApplication::Argument arguments[] = {
-        text, std::u16string(), {}, {}, properties_.CustomDictionaryFilename};
-    right = application_->CheckSpelling(arguments);
+    right = is_right(text) || is_right_with_hyphen(word, is_right);
   });
   return !right;
 }

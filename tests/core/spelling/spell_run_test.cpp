@@ -110,6 +110,14 @@ TEST_F(SpellRunTest, ApostrophesHyphensDigitsAndMarks) {
                                       "e\xCC\x81te\xCC\x81"));
 }
 
+TEST_F(SpellRunTest, AWordMayBeRightWithTheHyphenBesideIt) {
+  wrong(u"Installations", {u"Installation"});
+  wrong(u"Wartungs");
+  wrong(u"Wartungs-");
+  run(u"<P>Installations- und Wartungs-Werkzeuge</P>");
+  EXPECT_THAT(words_asked, ElementsAre("Wartungs"));
+}
+
 TEST_F(SpellRunTest, AddressesAreTheHostsButNotTheEngines) {
   run(u"<P>see http://exmaple.org/pagge or jhon@exmaple.org now</P>");
   EXPECT_THAT(host.words, testing::IsSupersetOf({"pagge", "jhon@exmaple.org", "now"}));

@@ -184,6 +184,13 @@ TEST_F(SpellingMarksTest, AddressesAndNamesWithDigitsAreNotMarked) {
   EXPECT_THAT(marked(), IsEmpty());
 }
 
+TEST_F(SpellingMarksTest, AWordThatIsRightWithItsHyphenIsNotMarked) {
+  fake.wrong[u"Ein"] = {};
+  fake.wrong[u"wrold-"] = {};
+  load(u"<P>Ein- und wrold-</P>");
+  EXPECT_THAT(marked(), ElementsAre("wrold"));
+}
+
 TEST_F(SpellingMarksTest, TheWordAtTheCaretIsChangedAsOneStep) {
   fake.wrong[u"teh"] = {u"the", u"tea", u"ten", u"tech", u"eh", u"meh"};
   load(u"<P>in teh house</P>");
