@@ -2,8 +2,10 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <chrono>
+#include <functional>
 
 #include "spelling/temporary_folder.h"
 #include "tvx/base/error.h"
@@ -260,6 +262,44 @@ TEST_F(BrokenDictionary, HostileRulesEndInAnAnswer) {
   for (const char* table : tables) told(std::string("SET UTF-8\n") + table, "2\nword/A\nother/AF,99999999\n");
   told("SET UTF-8\nTRY " + long_line + "\n", "1\n" + long_line + "\n");
   told(std::string("SET UTF-8\n\0\0\0\x01", 14), std::string("1\n\0\xFF\n", 5));
+}
+
+TEST_F(BrokenDictionary, AFileWithoutEndIsToldAndNotRead) {
+  namespace fs = std::filesystem;
+  const auto told_with = [&](const char* name, const std::function<void(const std::string&)>& make) {
+    const DictionaryFiles files = dictionary("SET UTF-8\n", "1\nword\n");
+    fs::remove(folder.path(name));
+    make(folder.path(name));
+    DictionaryStore store({files});
+    std::vector<std::string> failures;
+    store.set_failed([&](const std::u16string& text) { failures.push_back(to_utf8(text)); });
+    EXPECT_EQ(store.find(u"xx"), nullptr);
+    EXPECT_EQ(store.find(u"xx"), nullptr);
+    EXPECT_THAT(failures, ElementsAre(HasSubstr("can't be read"))) << name;
+    fs::remove_all(folder.path(name));
+  };
+  for (const char* name : {"xx.aff", "xx.dic"}) {
+    told_with(name, [](const std::string& path) { fs::create_symlink("/dev/zero", path); });
+    told_with(name, [](const std::string& path) { ASSERT_EQ(::mkfifo(path.c_str(), 0600), 0); });
+    told_with(name, [](const std::string& path) { fs::create_directory(path); });
+    told_with(name, [](const std::string& path) {
+      std::ofstream(path) << "SET UTF-8\n";
+      fs::resize_file(path, std::uintmax_t{200} << 20);
+    });
+  }
+}
+
+TEST_F(BrokenDictionary, RulesWithoutEndAreToldWithinTheTime) {
+  // Each letter could be each other one, in words of nineteen letters.
+  std::string words = "40\n";
+  for (int i = 0; i < 40; ++i) words += std::string(18, char('a' + i % 26)) + char('a' + i % 7) + "\n";
+  const DictionaryFiles files =
+      dictionary("SET UTF-8\nMAP 1\nMAP abcdefghijklmnopqrstuvwxyz\nTRY abcdefghijklmnopqrstuvwxyz\n", words);
+  const auto before = std::chrono::steady_clock::now();
+  const auto answer = trial_of(files, {.time = std::chrono::milliseconds(500)});
+  EXPECT_LT(std::chrono::steady_clock::now() - before, std::chrono::seconds(10));
+  ASSERT_TRUE(answer);
+  EXPECT_EQ(to_utf8(*answer), "its rules have no end");
 }
 
 TEST_F(BrokenDictionary, OnlyWhatUsersCanWriteIsTried) {
