@@ -16,13 +16,14 @@ struct RoomPage {
   std::vector<std::u16string> items;
   std::u16string body = {};  // its attributes
   int count = 260;
+  std::u16string before = {}, after = {};  // all items
 
   std::u16string head() const {
     return (quirks ? u"" : u"<!DOCTYPE html>") + (u"<html><head><style>" + style) + u"</style></head><body " +
            body + u"></body>";
   }
   std::u16string content() const {
-    std::u16string all;
+    std::u16string all = before;
     for (int i = 0; i < count; ++i)
       for (const char16_t c : items[static_cast<std::size_t>(i) % items.size()] + u"\n") {
         if (c != u'#')
@@ -30,7 +31,7 @@ struct RoomPage {
         else
           for (const char digit : std::to_string(i)) all += static_cast<char16_t>(digit);
       }
-    return all;
+    return all + after;
   }
 };
 
@@ -208,6 +209,24 @@ static
              u".n{display:none} .c{display:contents}",
              {u"<p>#</p>", u"<div class=n>n</div>", u"text a <span class=n>z</span> text b",
               u"<div class=c>contents</div>", u"<p>#</p>"}},
+            {"a floating box around all",
+             true,
+             false,
+             u".w{margin:10px;padding:5px;border:1px solid;float:left} .w>div{background:#eee;margin:7px}",
+             {u"<p>#</p>", u"<div>d</div>", u"loose"},
+             {},
+             260,
+             u"before <div class=w>",
+             u"</div> after"},
+            {"a large box among others",
+             true,
+             false,
+             u"section{border-left:3px solid #ccc;margin:11px} .f{float:left;height:70px;background:#fcc}",
+             {u"<p>#</p>", u"<div class=f>f</div>", u"<h4>#</h4>"},
+             {},
+             260,
+             u"<p>before<div><section>",
+             u"</section></div><p>after"},
             {"lines that fill their width",
              true,
              false,
