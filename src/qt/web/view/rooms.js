@@ -20,6 +20,7 @@ const flatSheet = sheetOf(TVX_SHEETS.rooms), dividedSheet = sheetOf(TVX_SHEETS.d
 
 const large = new Map();    // element to { element, inside, list, isDivided, hasHeight, unsure }
 const touched = new Set();  // elements whose children have changed
+let triedWith = new WeakMap();  // elements to how many children they had when rooms were tried
 let allUnsure = false;      // anything may have another style
 let allowed = true;
 
@@ -70,8 +71,17 @@ export function stylesMayDiffer() {
 
 const isMostlyBlock = (node) => BLOCKS.has(nameOf(node));
 
+/// All children are asked for their style: one that can't have rooms is asked again when it has half as many more.
+function isWorthATrial(element) {
+  if (!allowed || !HOSTS.has(nameOf(element))) return false;
+  const count = childrenOf(element).length;
+  if (count <= LEAST || count < 1.5 * (triedWith.get(element) || 0) || !isPlain(element)) return false;
+  triedWith.set(element, count);
+  return true;
+}
+
 function makeRooms(element) {
-  if (!allowed || !HOSTS.has(nameOf(element)) || childrenOf(element).length <= LEAST || !isPlain(element)) return;
+  if (!isWorthATrial(element)) return;
   const one = { element, inside: null, list: new RoomList(), isDivided: null, unsure: true,
     hasHeight: valueOf(element, 'height') !== 'auto' };
   for (const node of childrenOf(element)) {
@@ -145,6 +155,7 @@ function settle(one) {
 /// After changes of the tree and of styles: brings the rooms up to date. False where there was nothing to do.
 export function settleRooms() {
   if (!allUnsure && !touched.size) return false;
+  if (allUnsure) triedWith = new WeakMap();
   for (const element of touched) if (!large.has(element)) makeRooms(element);
   for (const one of large.values()) {
     if (allUnsure) one.unsure = true;

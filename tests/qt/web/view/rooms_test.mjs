@@ -247,6 +247,25 @@ test('an element that can have no such tree is left alone', () => {
   assert.equal(nodes.get(centre).shadow, undefined);
 });
 
+test('what can have no rooms is not asked again with each change', () => {
+  const body = newPage();
+  apply(element('h1', body));
+  nodes.get(lastId).computed = { display: 'list-item' };
+  fill(body, 300);
+  const asked = globalThis.getComputedStyle;
+  let count = 0;
+  globalThis.getComputedStyle = (...rest) => {
+    ++count;
+    return asked(...rest);
+  };
+  fill(body, 10);
+  globalThis.getComputedStyle = asked;
+  assert.ok(count <= 10 * 5, String(count));
+  apply(['f', [...nodes].find(([, node]) => node.nodeName === 'H1')[0]]);
+  fill(body, 300);
+  assert.ok(roomCounts()[0] > 5);
+});
+
 test('a large element in another has rooms of its own', () => {
   const body = newPage();
   apply(element('div', body));
