@@ -441,7 +441,7 @@ TEST_F(Files, ANewPageIsAWholeOne) {
 TEST_F(Files, AFreshPageIsSavedWithALineForEachBlock) {
   DocumentFile file = DocumentFile::untitled(path("draft.html"));
   const auto tree = read(on_disk("draft.html"));
-  dom::Node* body = tree->body();
+  dom::Element* const body = tree->body();
   dom::set_inner_html(*body, u"\n<p>a</p><ul><li>b</li><li>c</li></ul><p>d</p>\n");
   file.save(*tree, path("mine.html"));
   const std::string saved = on_disk("mine.html");
