@@ -6,12 +6,16 @@
 #include "tvx/dom/journal.h"
 #include "tvx/dom/tree.h"
 #include "tvx/editing/facts/lines.h"
+#include "tvx/editing/facts/predicates.h"
 #include "tvx/editing/gestures/alignment.h"
 #include "tvx/editing/gestures/list_keys.h"
+#include "tvx/editing/tree/lines.h"
+#include "tvx/editing/tree/surgery.h"
 
 namespace tvx::editing {
 
 using dom::Element;
+using dom::Node;
 using dom::Ref;
 
 namespace {
@@ -66,6 +70,57 @@ bool move_items(Editor& editor, bool inward) {
   return outdent_items(editor) && editor.document().structure_version() != before;
 }
 
+Element* list_around(Node* node) {
+  while (node && !node->is(dom::Tag::Ul) && !node->is(dom::Tag::Ol)) node = node->parent();
+  return static_cast<Element*>(node);
+}
+
+/// White space at an edge of a node.
+NodeList filling_at(const Element& holder, bool at_end) {
+  NodeList filling;
+  for (Node* node = at_end ? holder.last_child() : holder.first_child();
+       node && node->is_text() && is_filling(*node);
+       node = at_end ? node->previous_sibling() : node->next_sibling())
+    filling.insert(at_end ? filling.begin() : filling.end(), Ref<Node>(node));
+  return filling;
+}
+
+/// A list that a command has made takes in the white space beside its lines, which parts them from their
+/// neighbours in the source: it goes back there.
+void give_back_filling(Element& list) {
+  const Ref<Node> holder(list.parent());
+  if (const NodeList before = filling_at(list, false); !before.empty())
+    move_run_preserving_ranges(before, *holder, &list);
+  if (const NodeList after = filling_at(list, true); !after.empty())
+    move_run_preserving_ranges(after, *holder, list.next_sibling());
+}
+
+/// Between blocks there is no line to act on: one is made, as for what is typed there.
+void make_line_between_blocks(Editor& editor) {
+  const Selection& selection = editor.selection();
+  const dom::Boundary caret = selection.focus();
+  if (selection.type() != SelectionType::Text || !selection.collapsed() || caret.node->is_text()) return;
+  if (!is_editing_host(*caret.node) || !has_visible_child(*caret.node)) return;
+  const Node* after = dom::child_at(*caret.node, caret.offset);
+  const Node* before = after ? after->previous_sibling() : caret.node->last_child();
+  const auto stands_apart = [](const Node* node) {
+    return !node || is_block_piece(*node) || is_filling(*node);
+  };
+  if (!stands_apart(before) || !stands_apart(after)) return;
+  const Ref<Element> line = editor.document().create_element(dom::Name(editor.paragraph_separator()));
+  append_line_break(*line);
+  insert_all(gap_at(caret), {line});
+  editor.selection().collapse({line.get(), 0});
+}
+
+bool make_list(Editor& editor, std::u16string_view command, std::u16string_view value) {
+  const bool was_list = list_around(editor.selection().range().start.node) != nullptr;
+  const bool done = toggle_list_as_writer(editor, command) || editor.execute(command, value);
+  Element* list = was_list ? nullptr : list_around(editor.selection().range().end.node);
+  if (list && is_editable(*list)) give_back_filling(*list);
+  return done;
+}
+
 bool execute_in_text(Editor& editor, std::u16string_view command, std::u16string_view value) {
   const bool inward = equals_ignoring_ascii_case(command, u"indent");
   const bool moves = inward || equals_ignoring_ascii_case(command, u"outdent");
@@ -74,9 +129,9 @@ bool execute_in_text(Editor& editor, std::u16string_view command, std::u16string
   if (!editor.enabled(command)) return false;
   const HeldSelection held(editor.selection());
   const dom::UndoStep step(editor.document().journal(), command);
-  const bool done = moves                ? move_items(editor, inward)
-                    : !alignment.empty() ? align_lines(editor, alignment)
-                                         : toggle_list_as_writer(editor, command);
+  make_line_between_blocks(editor);
+  if (is_list_command(command)) return make_list(editor, command, value);
+  const bool done = moves ? move_items(editor, inward) : align_lines(editor, alignment);
   return done || editor.execute(command, value);
 }
 
