@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <optional>
 #include <span>
+#include <unordered_set>
 
 #include "tvx/base/error.h"
 #include "tvx/base/failure_of.h"
@@ -50,6 +51,23 @@ const Operation* find_operation(std::span<const Operation> operations, std::u16s
   return found == operations.end() ? nullptr : &*found;
 }
 
+std::unordered_set<const dom::Node*> tables_of(const dom::Document& document) {
+  std::unordered_set<const dom::Node*> tables;
+  for (const dom::Node* node = &document; node; node = dom::next_in_order(*node))
+    if (node->is(dom::Tag::Table)) tables.insert(node);
+  return tables;
+}
+
+/// The first cell of a table that isn't among those.
+dom::Node* first_new_cell(dom::Document& document, const std::unordered_set<const dom::Node*>& known) {
+  const dom::Node* table = nullptr;
+  for (dom::Node* node = &document; node; node = dom::next_in_order(*node)) {
+    if (node->is(dom::Tag::Table) && !known.contains(node)) table = node;
+    if (table && node->is(dom::Tag::Td)) return node;
+  }
+  return nullptr;
+}
+
 }  // namespace
 
 dom::Ref<dom::Element> TableTools::current_element() const {
@@ -66,7 +84,11 @@ void TableTools::insert_table() {
   attempt([&] {
     const auto kept = browser().Document();
     editing::Editor& editor = browser_document().editor();
+    const auto known = tables_of(editor.document());
     editing::create_text_range(editor).paste_html(dialog.table_html());
+    // Who makes a table fills it.
+    if (dom::Node* cell = first_new_cell(editor.document(), known))
+      browser_document().select([&](editing::Selection& selection) { selection.collapse({cell, 0}); });
   });
   mark_changed();
 }

@@ -306,6 +306,7 @@ TEST_F(TableTools, ANewTableStandsInThePlaceOfTheSelection) {
       content(),
       u"<P>a</P><TABLE cellspacing=\"0%\" border=\"1%\"><TBODY><TR><TD></TD><TD></TD></TR></TBODY></TABLE>"
       u"<P>c</P>");
+  EXPECT_EQ(control->DOM()->editor().selection().focus(), (dom::Boundary{the(Tag::Td), 0})) << "to be filled";
   EXPECT_TRUE(control->IsDirty());
   EXPECT_THAT(container.changed(), testing::Contains(u"DocumentHTML"));
   EXPECT_EQ(forms.last_owner(), platform::WindowHandle(7654321));
