@@ -91,6 +91,14 @@ std::u16string drawn_text(std::u16string_view text) {
   return drawn;
 }
 
+/// A browser writes a blank beside an element as a hard one in an element of its own.
+bool is_converted_blank(const dom::Text& text) {
+  const Element* holder = text.parent_element();
+  if (text.data() != u"\u00A0" || !holder || !holder->is(Tag::Span) || text.next_sibling()) return false;
+  return holder->attributes().empty() ||
+         holder->attribute_or_empty(dom::names::class_) == u"Apple-converted-space";
+}
+
 bool is_mark(const Node& node, std::u16string_view name) {
   const auto* comment = dom::as<dom::Comment>(&node);
   return comment && trimmed(comment->data()) == name;
@@ -294,10 +302,12 @@ class Cleaning {
       if (!is_layout_of_source(text->data())) ends_line_ = false;
       // Where an element was taken away its neighbours meet.
       auto* before = dom::as<dom::Text>(holder.last_child());
+      const bool is_blank = program_.is_known() && is_converted_blank(*text);
+      const std::u16string data = is_blank ? u" " : text->data();
       if (before)
-        Builder::append_data(*before, text->data());
+        Builder::append_data(*before, data);
       else
-        Builder::insert(holder, document_.create_text(text->data()));
+        Builder::insert(holder, document_.create_text(data));
     } else if (const auto* comment = dom::as<dom::Comment>(&node); comment && is_kept_comment(*comment)) {
       Builder::insert(holder, document_.create_comment(comment->data()));
     }
