@@ -1,6 +1,5 @@
 #include <unordered_set>
 
-#include "tvx/base/work_count.h"
 #include "tvx/editing/facts/predicates.h"
 
 /// What can be edited. Editing commands standard, section "Common definitions".
@@ -72,7 +71,6 @@ Node* editing_host_within(const Node& node, Node* host_around) {
 Node* editing_host_of(const Node& node) {
   // From the node upwards as long as each could be edited; the first host found decides.
   for (const Node* current = &node; current; current = current->parent()) {
-    count_work();
     if (is_editing_host(*current)) return const_cast<Node*>(current);
     if (!current->parent() || !may_be_edited(*current)) return nullptr;
   }
