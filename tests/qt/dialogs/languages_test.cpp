@@ -91,6 +91,8 @@ const std::pair<const char*, const char*> words_from_below[] = {
     {"src/dialogs/field_checks.cpp", "This number is too large"},
     {"src/dialogs/field_checks.cpp", "This is no colour"},
     {"src/dialogs/field_checks.cpp", "An id has no blanks"},
+    {"src/dialogs/field_checks.cpp", "This is neither a number nor a percentage"},
+    {"src/tables/cell_dialog.cpp", "In pixels, or with % of the room that there is"},
     {"src/qt/forms/colour_palette.cpp", "Colours of this document"},
     {"src/dialogs/field_dialog.cpp",
      "What the value is sent under. Option buttons with the same name are one choice."},
