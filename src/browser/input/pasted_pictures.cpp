@@ -104,8 +104,8 @@ class Album {
   bool read_ = false;
 };
 
+/// Where the picture can't be shown its text is, and the author sees which one is to be put in.
 void leave_its_text(dom::Element& image, const std::u16string& address) {
-  dom::remove_attribute(image, dom::names::src);
   if (image.attribute_or_empty(dom::names::alt).empty())
     dom::set_attribute(image, dom::names::alt, file_name_of(address));
 }

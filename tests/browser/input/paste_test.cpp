@@ -376,9 +376,9 @@ TEST_F(NamedPictures, ComeAsTheOnePictureThatWasCopied) {
 
 TEST_F(NamedPictures, ThatCannotBeHadLeaveTheirText) {
   EXPECT_EQ(pasted_from({{"text/html", "<p>x<img src=\"" + passing + "\" alt=\"A cup\" width=10></p>"}}),
-            "<P>x<IMG alt=\"A cup\" width=\"10\"></P>");
+            "<P>x<IMG src=\"" + passing + "\" alt=\"A cup\" width=\"10\"></P>");
   EXPECT_EQ(pasted_from({{"text/html", "<p>x<img src=\"" + passing + "\"></p>"}}),
-            "<P>x<IMG alt=\"clip_image001.png\"></P>");
+            "<P>x<IMG src=\"" + passing + "\" alt=\"clip_image001.png\"></P>");
 }
 
 // Better none than another one.
@@ -386,7 +386,7 @@ TEST_F(NamedPictures, AreNotGuessedWhereTheRichTextHasMore) {
   const std::string picture = "{\\pict\\pngblip " + in_digits(picture_1) + "}";
   EXPECT_EQ(pasted_from({{"text/html", "<p>x<img src=\"" + passing + "\" alt=one></p>"},
                          {"text/rtf", "{\\rtf1" + picture + picture + "}"}}),
-            "<P>x<IMG alt=\"one\"></P>");
+            "<P>x<IMG src=\"" + passing + "\" alt=\"one\"></P>");
 }
 
 // An author's own picture may be missing for the moment.
