@@ -4,12 +4,14 @@
 #include <map>
 #include <stdexcept>
 
+#include "editing/case_file.h"
 #include "editing/editing_fixture.h"
 #include "tvx/browser/view/mirror.h"
 #include "tvx/browser/view/mirror_rules.h"
 #include "tvx/editing/clipboard/clipboard_door.h"
 #include "tvx/editing/clipboard/copied_content.h"
 #include "tvx/editing/clipboard/paste.h"
+#include "tvx/editing/gestures/autoformat.h"
 #include "tvx/editing/gestures/cell_selection.h"
 #include "tvx/editing/gestures/keyboard.h"
 #include "tvx/editing/gestures/typing.h"
@@ -18,18 +20,6 @@
 /// The cases of cases/*.txt, each a test of its own; cases/README.md says how they are written.
 namespace tvx::editing::test {
 namespace {
-
-/// What a person or a program does, as a line tells it.
-struct Action {
-  std::string kind, value;
-};
-
-struct Case {
-  std::string file, title;
-  int line = 0;
-  std::string before, after;
-  std::vector<Action> actions;
-};
 
 /// A clipboard that has what the case says, and keeps what the editor copies.
 class CaseClipboard final : public ClipboardDoor {
@@ -91,6 +81,11 @@ class CaseTest : public EditingFixture {
   void act(const Action& action) {
     if (action.kind == "type") {
       type_text(editor, from_utf8(action.value));
+    } else if (action.kind == "type-formatting") {
+      for (const char c : action.value) {
+        type_text(editor, std::u16string(1, char16_t(c)));
+        format_what_was_typed(editor);
+      }
     } else if (action.kind == "press") {
       press_key(editor, key_named(action.value));
     } else if (action.kind == "paste") {
@@ -159,89 +154,6 @@ class BrokenFile : public ::testing::Test {
   std::string reason_;
 };
 
-// --- reading ---
-
-std::string unescaped(std::string_view text) {
-  std::string result;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    if (text[i] != '\\' || i + 1 == text.size()) {
-      result += text[i];
-      continue;
-    }
-    const char next = text[++i];
-    result += next == 'n' ? '\n' : next == 'r' ? '\r' : next == 't' ? '\t' : next == 's' ? ' ' : next;
-  }
-  return result;
-}
-
-/// Line after line of one file; what it finds wrong it throws, with the line's number.
-class CaseReader {
- public:
-  explicit CaseReader(const std::filesystem::path& path) : path_(path) {}
-
-  std::vector<Case> read() {
-    std::ifstream in(path_);
-    for (std::string line; std::getline(in, line);) {
-      ++number_;
-      take(line);
-    }
-    finish_case();
-    return std::move(cases_);
-  }
-
- private:
-  [[noreturn]] void refuse(const std::string& why) const {
-    throw std::runtime_error(path_.string() + ":" + std::to_string(number_) + ": " + why);
-  }
-
-  void take(const std::string& line) {
-    if (line.starts_with("//")) return;
-    if (line.find_first_not_of(' ') == line.npos) return;
-    if (line.starts_with("# ")) {
-      finish_case();
-      title_ = line.substr(2);
-      return;
-    }
-    const std::size_t word_end = std::min(line.find(' '), line.size());
-    const std::string word = line.substr(0, word_end);
-    const std::string rest = line.substr(std::min(line.find_first_not_of(' ', word_end), line.size()));
-    if (word.empty()) {
-      if (!open_) refuse("a line that goes on, but none before it");
-      *open_ += unescaped(rest);
-    } else if (word == "before") {
-      finish_case();
-      if (title_.empty()) refuse("a case without a title");
-      case_ = {path_.string(), title_, number_, unescaped(rest), "", {}};
-      open_ = &case_.before;
-    } else if (word == "after") {
-      if (case_.actions.empty()) refuse("nothing is done in this case");
-      case_.after = unescaped(rest);
-      open_ = &case_.after;
-    } else if (word == "type" || word == "press" || word == "paste" || word == "paste-text" ||
-               word == "command" || word == "button" || word == "table") {
-      if (case_.before.empty()) refuse("a case starts with \"before\"");
-      case_.actions.push_back({word, unescaped(rest)});
-      open_ = &case_.actions.back().value;
-    } else {
-      refuse("unknown word \"" + word + "\"");
-    }
-  }
-
-  void finish_case() {
-    if (case_.before.empty()) return;
-    if (case_.after.empty()) refuse("the case before this line has no \"after\"");
-    cases_.push_back(std::exchange(case_, {}));
-    open_ = nullptr;
-  }
-
-  std::filesystem::path path_;
-  int number_ = 0;
-  std::string title_;
-  Case case_;
-  std::string* open_ = nullptr;
-  std::vector<Case> cases_;
-};
-
 /// "Blocks that meet" as the name of a test: "BlocksThatMeet".
 std::string name_of(const std::string& title) {
   std::string name;
@@ -257,14 +169,12 @@ std::string name_of(const std::string& title) {
   return name;
 }
 
-const std::filesystem::path folder = std::filesystem::path(TVX_SOURCE_DIR) / "tests/editing/cases";
-
 void register_file(const std::filesystem::path& path) {
   const std::string suite = "Cases_" + path.stem().string();
   try {
     // The tests keep pointers to their cases to the end of the program.
     static std::vector<std::unique_ptr<std::vector<Case>>> kept;
-    kept.push_back(std::make_unique<std::vector<Case>>(CaseReader(path).read()));
+    kept.push_back(std::make_unique<std::vector<Case>>(read_cases(path)));
     if (kept.back()->empty()) throw std::runtime_error(path.string() + " has no case");
     std::map<std::string, int> count;
     for (const Case& tested : *kept.back()) {
@@ -280,24 +190,20 @@ void register_file(const std::filesystem::path& path) {
 }
 
 std::size_t register_cases() {
-  std::vector<std::filesystem::path> files;
-  for (const auto& entry : std::filesystem::directory_iterator(folder)) {
-    if (entry.path().extension() == ".txt") files.push_back(entry.path());
-  }
-  std::ranges::sort(files);
+  const auto files = case_files();
   for (const auto& file : files) register_file(file);
   return files.size();
 }
 
 const std::size_t files_found = register_cases();
 
-TEST(Cases, AreFound) { EXPECT_GT(files_found, 0u) << folder; }
+TEST(Cases, AreFound) { EXPECT_GT(files_found, 0u); }
 
 TEST(Cases, AFileThatCannotBeUnderstoodIsRefused) {
   const auto expect_refused = [](const std::string& text) {
     const auto path = std::filesystem::temp_directory_path() / ("tvx-case-" + std::to_string(getpid()));
     std::ofstream(path) << text;
-    EXPECT_THROW(CaseReader(path).read(), std::runtime_error) << text;
+    EXPECT_THROW(read_cases(path), std::runtime_error) << text;
     std::filesystem::remove(path);
   };
   expect_refused("# t\nbefor <p>a[]</p>\n");

@@ -9,6 +9,7 @@
 #include "tvx/editing/clipboard/cell_paste.h"
 #include "tvx/editing/clipboard/copied_content.h"
 #include "tvx/editing/clipboard/pasted_content.h"
+#include "tvx/editing/deletion/comment_keeper.h"
 #include "tvx/editing/deletion/deletion.h"
 #include "tvx/editing/editor.h"
 #include "tvx/editing/facts/lines.h"
@@ -229,7 +230,11 @@ class Pasting {
     insert_all(gap, nodes);
     HeldPosition caret = right_end_;
     if (!caret) caret = nodes.empty() ? left_end_ : end_of_lines(*nodes.back());
-    if (holder && holder->parent()) dom::remove(*holder);
+    if (holder && holder->parent()) {
+      const Ref<Node> around(holder->parent());
+      dom::remove(*holder);
+      if (around != block) without_empty_looks({around.get(), 0});
+    }
     finish(caret ? caret.place() : gap_.start());
   }
 
@@ -423,7 +428,9 @@ void paste_nodes(Editor& editor, const Ref<dom::DocumentFragment>& content) {
     else if (!takes_its_block(editor))
       break_lines_of_single_pre(content);
   }
+  CommentKeeper comments(editor);
   Pasting(editor, content).run();
+  comments.put_back();
 }
 
 bool paste_html(Editor& editor, std::u16string_view html,

@@ -97,11 +97,10 @@ bool move_to_gap(Editor& editor, Direction direction, Extend extend) {
   Selection& selection = editor.selection();
   if (selection.type() != SelectionType::Text || (!selection.collapsed() && extend == Extend::No))
     return false;
-  if (extend == Extend::Yes) return false;
   const auto place = gap_on_the_way(selection.focus(), direction);
   if (!place) return false;
   editor.document().journal().end_typing_run();
-  selection.collapse(*place);
+  selection.set(extend == Extend::Yes ? selection.anchor() : *place, *place);
   return true;
 }
 
@@ -137,19 +136,21 @@ bool leave_gap_backward(Editor& editor) {
   return true;
 }
 
-bool leave_link(Editor& editor) {
+bool leave_link(Editor& editor, Direction direction) {
   Selection& selection = editor.selection();
   const Boundary caret = selection.focus();
+  const bool forward = direction == Direction::Forward;
   const auto* text = dom::as<dom::Text>(caret.node);
-  if (!text || caret.offset != text->length()) return false;
+  if (!text || caret.offset != (forward ? text->length() : 0)) return false;
   Node* node = caret.node;
-  for (; node->parent() && !node->next_sibling(); node = node->parent()) {
+  for (; node->parent() && !(forward ? node->next_sibling() : node->previous_sibling());
+       node = node->parent()) {
     if (!is_inline_node(*node) || !is_editable(*node)) return false;
     if (node->is(Tag::A)) break;
   }
   if (!node->is(Tag::A) || !node->parent() || !is_editable(*node->parent())) return false;
   editor.document().journal().end_typing_run();
-  selection.collapse(dom::after(*node));
+  selection.collapse(forward ? dom::after(*node) : dom::before(*node));
   return true;
 }
 

@@ -63,10 +63,12 @@ std::optional<KeyResult> press_move_key(Editor& editor, const KeyPress& key) {
   const bool left = key.key == u"ArrowLeft";
   if (left || key.key == u"ArrowRight") {
     if (editor.selection().type() == SelectionType::None) return KeyResult::NotMine;
+    editor.typing_run() = {};
     const dom::Boundary focus = editor.selection().focus();
     if (!key.control && editor.selection().type() == SelectionType::Text && runs_right_to_left(focus))
       return KeyResult::AskView;
-    if (!key.control && !key.shift && editor.selection().collapsed() && !left && leave_link(editor))
+    if (!key.control && !key.shift && editor.selection().collapsed() &&
+        leave_link(editor, left ? Direction::Backward : Direction::Forward))
       return KeyResult::Done;
     // Words follow the paragraph: to the left is on, where it is read from the right.
     const bool backward = left != stands_right_to_left(focus);
@@ -83,7 +85,9 @@ std::optional<KeyResult> press_move_key(Editor& editor, const KeyPress& key) {
                extend);
     return KeyResult::Done;
   }
-  if (key.key == u"End" && !key.shift && editor.selection().collapsed() && leave_link(editor))
+  const bool to_line_edge = (key.key == u"Home" || key.key == u"End") && !key.shift;
+  if (to_line_edge && editor.selection().collapsed() &&
+      leave_link(editor, key.key == u"End" ? Direction::Forward : Direction::Backward))
     return KeyResult::Done;
   if (is_view_move(key.key)) return KeyResult::AskView;
   return std::nullopt;
@@ -135,6 +139,7 @@ std::optional<KeyResult> press_shortcut(Editor& editor, const KeyPress& key) {
     if (editor.clipboard()) editor.clipboard()->paste_text(editor);
     return KeyResult::Done;
   }
+  if (key.shift && key.key == u" ") return done_if(type_text(editor, u"\u00A0"));
   for (const Shortcut& shortcut : shortcuts) {
     if (shortcut.shift != key.shift || !equals_ignoring_ascii_case(shortcut.key, key.key)) continue;
     execute_as_writer(editor, shortcut.command);

@@ -23,7 +23,7 @@ enum class KeyResult : std::uint8_t {
 
 /// What a key does in an editable document when nobody has taken it away: typing, deletion, caret moves
 /// without layout, and the shortcuts Ctrl+B, I, U, K, A, Z, Y, Shift+Ctrl+Z, and Shift+Ctrl+V
-/// for pasting as plain text.
+/// for pasting as plain text, Shift+Ctrl+Space for a space that no line is broken at.
 KeyResult press_key(Editor& editor, const KeyPress& key);
 
 }  // namespace tvx::editing

@@ -5,10 +5,10 @@
 #include "tvx/dom/builder.h"
 #include "tvx/dom/mutation.h"
 #include "tvx/dom/tree.h"
-#include "tvx/editing/deletion/deletion.h"
 #include "tvx/editing/facts/lines.h"
 #include "tvx/editing/facts/predicates.h"
 #include "tvx/editing/gestures/list_keys.h"
+#include "tvx/editing/gestures/writing_place.h"
 #include "tvx/editing/inline/inline_values.h"
 #include "tvx/editing/inline_command.h"
 #include "tvx/editing/insertion/insertion_commands.h"
@@ -29,48 +29,6 @@ namespace {
 
 Ref<Element> make_paragraph(Editor& editor) {
   return editor.document().create_element(dom::Name{std::u16string_view(editor.paragraph_separator())});
-}
-
-bool has_block_children(const Node& node) {
-  for (const Node* child = node.first_child(); child; child = child->next_sibling())
-    if (is_block_piece(*child)) return true;
-  return false;
-}
-
-/// The child of `holder` at a position in it, and the line of inline nodes around that.
-NodeList line_at(Node& holder, const Boundary& caret) {
-  Node* child = caret.node == &holder ? dom::child_at(holder, caret.offset) : caret.node;
-  while (child && child->parent() != &holder) child = child->parent();
-  if (!child || is_block_piece(*child))
-    child = caret.node == &holder && child ? child->previous_sibling() : child;
-  if (!child && caret.node == &holder) child = holder.last_child();
-  NodeList line;
-  if (!child || is_block_piece(*child)) return line;
-  Node* first = child;
-  while (first->previous_sibling() && !is_block_piece(*first->previous_sibling()) &&
-         !first->previous_sibling()->is(Tag::Br))
-    first = first->previous_sibling();
-  for (Node* node = first; node && !is_block_piece(*node); node = node->next_sibling()) {
-    line.emplace_back(node);
-    if (node->is(Tag::Br)) break;
-  }
-  while (!line.empty() && is_filling(*line.back())) line.pop_back();
-  return line;
-}
-
-/// A line that stands beside blocks in a box or a cell gets a paragraph: else what comes after it would go
-/// along when the line is parted.
-void wrap_line_beside_blocks(Editor& editor) {
-  const Boundary caret = editor.selection().focus();
-  Element* block = block_around(caret);
-  if (!block || !(block->is(Tag::Div) || block->is(Tag::Td) || block->is(Tag::Th)) ||
-      !has_block_children(*block))
-    return;
-  const NodeList line = line_at(*block, caret);
-  if (line.empty()) return;
-  const Ref<Element> paragraph = make_paragraph(editor);
-  dom::insert(*block, paragraph, line.front().get());
-  move_run_preserving_ranges(line, *paragraph, nullptr);
 }
 
 // --- preformatted text ---
@@ -236,39 +194,94 @@ void style_empty_line(Editor& editor, Element& line, const std::vector<Ref<Eleme
 
 }  // namespace
 
-RecordedLook style_that_goes_on(Editor& editor) {
-  static constexpr std::u16string_view states[] = {u"bold",      u"italic",      u"strikethrough",
-                                                   u"subscript", u"superscript", u"underline"};
-  static constexpr std::u16string_view values[] = {u"fontname", u"fontsize", u"forecolor", u"hilitecolor"};
-  RecordedLook style;
+namespace {
+
+constexpr std::u16string_view style_states[] = {u"bold",      u"italic",      u"strikethrough",
+                                                u"subscript", u"superscript", u"underline"};
+constexpr std::u16string_view style_values[] = {u"fontname", u"fontsize", u"forecolor", u"hilitecolor"};
+
+/// The node whose style the text at a caret has; a link's colour and line end with the link.
+const Node& node_outside_link(Editor& editor) {
   const Node* node = editor.selection().focus().node;
   const Element* block = block_around(editor.selection().focus());
-  if (!block || !is_editable(*node)) return style;
-  // A link's colour and line end with the link.
   const Node* outside = node;
   for (const Node* around = node; around && around != block; around = around->parent())
     if (around->is(Tag::A)) outside = around->parent();
-  const auto of = [](const Node& at, std::u16string_view name) {
-    return effective_command_value(at, inline_row(name));
-  };
+  return *outside;
+}
+
+template <class List>
+const auto* find_named(const List& list, std::u16string_view name) {
+  const auto found = std::ranges::find(list, name, [](const auto& entry) { return entry.first; });
+  return found == list.end() ? nullptr : &*found;
+}
+
+}  // namespace
+
+RecordedLook style_that_goes_on(Editor& editor) {
+  RecordedLook style;
+  const Node* node = editor.selection().focus().node;
+  if (!block_around(editor.selection().focus()) || !is_editable(*node)) return style;
+  const Node& outside = node_outside_link(editor);
   const RecordedLook pending = record_current_overrides(editor);
-  const auto pending_in = [](const auto& list, std::u16string_view name) {
-    return std::ranges::any_of(list, [&](const auto& entry) { return entry.first == name; });
-  };
-  for (const std::u16string_view name : states) {
-    const bool is_on = is_activated_value(inline_row(name), of(*outside, name));
-    if (!pending_in(pending.states, name) && is_on != is_activated_value(inline_row(name), of(*block, name)))
-      style.states.emplace_back(name, is_on);
+  for (const std::u16string_view name : style_states) {
+    const auto* chosen = find_named(pending.states, name);
+    style.states.emplace_back(
+        name, chosen
+                  ? chosen->second
+                  : is_activated_value(inline_row(name), effective_command_value(outside, inline_row(name))));
   }
-  for (const std::u16string_view name : values) {
-    const InlineValue value = of(*outside, name);
-    if (value && !pending_in(pending.values, name) && value != of(*block, name))
-      style.values.emplace_back(name, *value);
+  for (const std::u16string_view name : style_values) {
+    const auto* chosen = find_named(pending.values, name);
+    const InlineValue value =
+        chosen ? InlineValue(chosen->second) : effective_command_value(outside, inline_row(name));
+    if (value) style.values.emplace_back(name, *value);
   }
-  style.states.insert(style.states.end(), pending.states.begin(), pending.states.end());
-  for (const auto& value : pending.values)
-    if (value.first != u"createlink") style.values.push_back(value);
   return style;
+}
+
+namespace {
+
+/// What of a style the text at the caret doesn't have by itself.
+RecordedLook missing_style(Editor& editor, const RecordedLook& style, const Element* line_before) {
+  const Element* line = block_around(editor.selection().focus());
+  const Node& outside = node_outside_link(editor);
+  const auto of = [](const Node& node, std::u16string_view name) {
+    return effective_command_value(node, inline_row(name));
+  };
+  // What the line before gave its text by being a heading, say, ends with it.
+  const auto is_of_line_before = [&](std::u16string_view name, const InlineValue& value) {
+    return line_before && line && of(*line_before, name) == value && of(*line, name) != value;
+  };
+  RecordedLook missing;
+  for (const auto& [name, state] : style.states)
+    if (is_activated_value(inline_row(name), of(outside, name)) != state)
+      missing.states.emplace_back(name, state);
+  for (const auto& [name, value] : style.values)
+    if (name != u"createlink" && !loosely_equivalent_values(inline_row(name), of(outside, name), value) &&
+        !is_of_line_before(name, value))
+      missing.values.emplace_back(name, value);
+  return missing;
+}
+
+/// At the start of a line that begins with a style of its own the caret stands within that if typing goes on
+/// so, else before it.
+void choose_line_start(Editor& editor, const RecordedLook& style) {
+  const Boundary start = editor.selection().focus();
+  if (start.node->is_text()) return;
+  editor.selection().collapse(normalized_caret_place(start));
+  if (block_around(editor.selection().focus()) != block_around(start)) return;
+  if (dom::enclosing(*editor.selection().focus().node, Tag::A) != dom::enclosing(*start.node, Tag::A))
+    return editor.selection().collapse(start);
+  const RecordedLook missing = missing_style(editor, style, nullptr);
+  if (!missing.states.empty() || !missing.values.empty()) editor.selection().collapse(start);
+}
+
+}  // namespace
+
+void go_on_in_style(Editor& editor, const RecordedLook& style, const Element* line_before) {
+  if (!editor.selection().collapsed() || !is_editable(*editor.selection().focus().node)) return;
+  restore_look(missing_style(editor, style, line_before), editor);
 }
 
 void forget_link(Editor& editor) {
@@ -285,36 +298,44 @@ void forget_link(Editor& editor) {
   remove_preserving_descendants(Ref<Node>(link));
 }
 
+namespace {
+
+/// The line before had come to its end by a break, which now ends nothing.
+void drop_end_break_before(const Element* line) {
+  Node* before = line ? line->previous_sibling() : nullptr;
+  Node* last = before ? before->last_child() : nullptr;
+  if (last && last->is(Tag::Br) && is_editable(*last) && is_extraneous_line_break(*last)) dom::remove(*last);
+}
+
+}  // namespace
+
 void start_line(Editor& editor) {
-  if (!editor.selection().collapsed()) delete_selection(editor);
-  if (leave_empty_item(editor) || leave_quotation(editor)) return;
+  const Ref<Element> line_before(block_around(editor.selection().focus()));
+  const bool in_heading = line_before && is_heading(*line_before);
+  const RecordedLook style = in_heading ? record_current_overrides(editor) : style_that_goes_on(editor);
+  if (leave_empty_item(editor) || leave_quotation(editor))
+    return go_on_in_style(editor, style, line_before.get());
   wrap_line_beside_blocks(editor);
-  Element* block = block_around(editor.selection().focus());
-  const bool in_heading = block && is_heading(*block);
   const std::vector<Ref<Element>> styles = in_heading ? std::vector<Ref<Element>>() : styled_elements(editor);
-  const RecordedLook style =
-      in_heading || !styles.empty() ? record_current_overrides(editor) : style_that_goes_on(editor);
-  if (start_line_in_pre(editor)) {
-    restore_look(style, editor);
-    return;
-  }
+  if (start_line_in_pre(editor)) return go_on_in_style(editor, style, line_before.get());
   const Ref<Element> item(item_with_list(editor));
   insert_paragraph(editor);
   if (item) stay_in_item(editor, item.get());
   Element* line = block_around(editor.selection().focus());
+  drop_end_break_before(line);
   make_room_before_heading(editor, line);
-  if (line && is_empty_line(*line)) {
-    if (!styles.empty()) style_empty_line(editor, *line, styles);
-    restore_look(style, editor);
-  }
+  if (line && is_empty_line(*line) && !styles.empty()) style_empty_line(editor, *line, styles);
   forget_link(editor);
+  choose_line_start(editor, style);
+  if (!in_heading || (line && !is_heading(*line))) go_on_in_style(editor, style, line_before.get());
 }
 
 void break_line(Editor& editor) {
-  const RecordedLook style = record_current_overrides(editor);
+  const RecordedLook style = style_that_goes_on(editor);
   insert_line_break(editor);
-  if (editor.selection().collapsed()) restore_look(style, editor);
   forget_link(editor);
+  choose_line_start(editor, style);
+  go_on_in_style(editor, style);
 }
 
 void drop_spare_break(Editor& editor) {
@@ -330,7 +351,9 @@ void drop_spare_break(Editor& editor) {
   // In preformatted text the caret may stand on an empty line that the break alone holds open.
   const auto* text = dom::as<dom::Text>(caret.node);
   if (text && caret.offset > 0 && text->data()[caret.offset - 1] == u'\n') return;
+  const Ref<Node> holder(line_break->parent());
   dom::remove(*line_break);
+  without_empty_looks({holder.get(), 0});
 }
 
 }  // namespace tvx::editing

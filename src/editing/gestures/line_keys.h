@@ -14,8 +14,12 @@ void break_line(Editor& editor);
 
 /// A break at the end of a line that holds nothing open any more, in the block of the caret.
 void drop_spare_break(Editor& editor);
-/// The style that goes on when the caret comes to another line: all but the link, which ends with its text.
+/// The style of the next letter, which goes on when the caret comes to another line: all but the link, which
+/// ends with its text.
 RecordedLook style_that_goes_on(Editor& editor);
+/// From here on typing has that style, whatever stands around the caret, but for what the line that it was
+/// typed in gives all its text.
+void go_on_in_style(Editor& editor, const RecordedLook& style, const dom::Element* line_before = nullptr);
 /// The next text is no link, whatever was deleted here.
 void forget_link(Editor& editor);
 

@@ -90,10 +90,16 @@ NodeList selected_items(Editor& editor) {
   return items;
 }
 
+bool is_blank(const Node& node) { return node.is_text() && is_filling(node); }
+
+/// Comments in it stay in its place.
 void remove_if_without_items(const Ref<Node>& list) {
   for (const Node* child = list->first_child(); child; child = child->next_sibling())
     if (!is_filling(*child)) return;
-  if (list->parent()) dom::remove(*list);
+  if (!list->parent()) return;
+  for (const Ref<Node>& child : children_of(*list))
+    if (!is_blank(*child)) move_preserving_ranges(child, *list->parent(), list.get());
+  dom::remove(*list);
 }
 
 /// The items after `item` in its list.
@@ -156,8 +162,27 @@ Ref<Element> paragraph_like(Editor& editor, const Element& item) {
   return paragraph;
 }
 
+/// The only item of a cell that holds nothing else: its line is the cell's.
+bool make_line_of_cell(Element& item) {
+  const Ref<Element> list(static_cast<Element&>(*item.parent()));
+  const Ref<Node> cell(list->parent());
+  if (!(cell->is(Tag::Td) || cell->is(Tag::Th))) return false;
+  for (const Node* beside : {static_cast<const Node*>(&item), static_cast<const Node*>(list.get())})
+    for (const Node* child = beside->parent()->first_child(); child; child = child->next_sibling())
+      if (child != beside && !is_filling(*child)) return false;
+  for (const Node* child = item.first_child(); child; child = child->next_sibling())
+    if (is_block_piece(*child)) return false;
+  const Ref<Element> held(item);
+  move_run_preserving_ranges(children_of(item), *cell, list.get());
+  dom::remove(*held);
+  remove_if_without_items(list);
+  if (!has_visible_child(*cell)) append_line_break(*cell);
+  return true;
+}
+
 /// The item's lines as paragraphs in the place of the item, its lists as lists.
 void make_paragraphs(Editor& editor, Element& item) {
+  if (item.has_children() && make_line_of_cell(item)) return;
   const Ref<Element> held(item);
   const Ref<Element> list(static_cast<Element&>(*item.parent()));
   const Ref<Element> rest = list_of_rest(item);
@@ -165,7 +190,7 @@ void make_paragraphs(Editor& editor, Element& item) {
   Node* before = list->next_sibling();
   NodeList line;
   const auto end_line = [&] {
-    while (!line.empty() && is_filling(*line.back())) line.pop_back();
+    while (!line.empty() && is_blank(*line.back())) line.pop_back();
     if (!line.empty()) {
       const Ref<Element> paragraph = paragraph_like(editor, item);
       dom::insert(*holder, paragraph, before);
@@ -177,7 +202,7 @@ void make_paragraphs(Editor& editor, Element& item) {
   bool any = false;
   for (const Ref<Node>& child : children_of(item)) {
     if (!is_block_piece(*child)) {
-      if (line.empty() && is_filling(*child)) continue;
+      if (line.empty() && is_blank(*child)) continue;
       line.push_back(child);
       any = true;
       continue;
@@ -261,6 +286,25 @@ void put_lists_into_items(Node& node) {
   }
 }
 
+void put_selected_lists_into_items(Editor& editor) {
+  const dom::Range range = editor.selection().range();
+  if (!range.start) return;
+  NodeList lists;
+  walk_contained(range, [&](Node& node) {
+    if (!is_list(node)) return Visit::Children;
+    lists.emplace_back(node);
+    return Visit::Skip;
+  });
+  for (Node* end : {range.start.node, range.end.node})
+    for (Node* around = end; around && !is_editing_host(*around); around = around->parent())
+      if (is_list(*around)) {
+        lists.emplace_back(around);
+        // What a command has left of a list stands beside the one that it made.
+        if (Node* rest = around->next_sibling(); rest && is_list(*rest)) lists.emplace_back(rest);
+      }
+  for (const Ref<Node>& list : lists) put_lists_into_items(*list);
+}
+
 bool indent_items(Editor& editor) {
   Element* item = item_around(editor.selection().range().start.node);
   if (!item) return false;
@@ -283,6 +327,26 @@ bool outdent_items(Editor& editor) {
   const Node* holder = items.front()->parent()->parent();
   if (holder && is_editable_item(*holder)) move_out(items);
   return true;
+}
+
+void drop_empty_lists(Editor& editor) {
+  Node* block = block_around(editor.selection().focus());
+  if (!block || is_editing_host(*block)) return;
+  for (const bool before : {true, false}) {
+    const auto step = [&](const Node& node) {
+      return before ? node.previous_sibling() : node.next_sibling();
+    };
+    Node* beside = step(*block);
+    while (beside && is_filling(*beside)) beside = step(*beside);
+    if (beside && is_list(*beside) && is_editable(*beside)) remove_if_without_items(Ref<Node>(beside));
+  }
+}
+
+bool is_in_list(Editor& editor) { return item_around(editor.selection().range().start.node) != nullptr; }
+
+bool is_in_nested_list(Editor& editor) {
+  const Element* item = item_around(editor.selection().range().start.node);
+  return item && item->parent()->parent() && is_editable_item(*item->parent()->parent());
 }
 
 bool leave_item_at_start(Editor& editor) {
@@ -334,7 +398,27 @@ void prepare_for_list(Editor& editor) {
     if (block->parent()) part_at_breaks(editor, static_cast<Element&>(*block));
 }
 
+/// The items that are selected in part or as a whole, those in lists of theirs too.
+NodeList touched_items(Editor& editor) {
+  NodeList items;
+  const dom::Range range = editor.selection().range();
+  Element* first = item_around(range.start.node);
+  Element* last = item_around(range.end.node);
+  for (Node* node = first; node; node = dom::next_in_order(*node, nullptr)) {
+    if (is_editable_item(*node)) items.emplace_back(node);
+    if (node == last || !last) break;
+  }
+  return items;
+}
+
 }  // namespace
+
+void leave_lists(Editor& editor) {
+  if (Element* item = item_around(editor.selection().range().start.node)) put_lists_into_items(*item);
+  for (const Ref<Node>& item : touched_items(editor))
+    while (item->parent() && is_editable_item(*item))
+      if (!leave_item(editor, static_cast<Element&>(*item))) break;
+}
 
 bool toggle_list_as_writer(Editor& editor, std::u16string_view command) {
   const Tag wanted = equals_ignoring_ascii_case(command, u"insertorderedlist") ? Tag::Ol : Tag::Ul;
@@ -343,7 +427,10 @@ bool toggle_list_as_writer(Editor& editor, std::u16string_view command) {
   Element* item = item_around(range.start.node);
   if (item && dom::is_inclusive_ancestor(*item->parent(), *range.end.node)) {
     auto& list = static_cast<Element&>(*item->parent());
-    if (list.is(wanted)) return false;
+    if (list.is(wanted)) {
+      leave_lists(editor);
+      return true;
+    }
     const Ref<Element> changed = set_tag_name(list, dom::Name(wanted));
     for (const dom::Name own : {dom::names::start, dom::names::type}) dom::remove_attribute(*changed, own);
     return true;

@@ -13,6 +13,13 @@ bool indent_items(Editor& editor);
 /// last. At the outermost level nothing happens. False outside of lists.
 bool outdent_items(Editor& editor);
 
+bool is_in_list(Editor& editor);
+/// Whether the selected items stand in a list that an item of another holds.
+bool is_in_nested_list(Editor& editor);
+
+/// The selected items become paragraphs, whatever lists they stood in.
+void leave_lists(Editor& editor);
+
 /// Backspace with the caret at the start of an item, and Enter in an empty one: out by one level, at the
 /// outermost one into paragraphs where the item stood. False where the caret isn't so.
 bool leave_item_at_start(Editor& editor);
@@ -23,7 +30,12 @@ bool leave_empty_item(Editor& editor);
 /// does all that is to do; the ground may be prepared for it then.
 bool toggle_list_as_writer(Editor& editor, std::u16string_view command);
 
+/// Lists beside the caret's line that a deletion has left without items go.
+void drop_empty_lists(Editor& editor);
+
 /// Lists that stand between items come to stand in the item before them, in the list around a node.
 void put_lists_into_items(dom::Node& node);
+/// The same in all lists that the selection touches.
+void put_selected_lists_into_items(Editor& editor);
 
 }  // namespace tvx::editing

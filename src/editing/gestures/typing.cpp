@@ -7,6 +7,7 @@
 #include "tvx/dom/journal.h"
 #include "tvx/dom/mutation.h"
 #include "tvx/dom/tree.h"
+#include "tvx/editing/deletion/comment_keeper.h"
 #include "tvx/editing/deletion/delete_command.h"
 #include "tvx/editing/deletion/deletion.h"
 #include "tvx/editing/deletion/line_deletion.h"
@@ -16,16 +17,19 @@
 #include "tvx/editing/facts/text_units.h"
 #include "tvx/editing/gestures/cell_selection.h"
 #include "tvx/editing/gestures/gap_caret.h"
+#include "tvx/editing/gestures/gesture_step.h"
 #include "tvx/editing/gestures/islands.h"
 #include "tvx/editing/gestures/line_joins.h"
 #include "tvx/editing/gestures/line_keys.h"
 #include "tvx/editing/gestures/list_keys.h"
+#include "tvx/editing/gestures/writing_place.h"
 #include "tvx/editing/inline/recorded_values.h"
 #include "tvx/editing/insertion/insertion_commands.h"
 #include "tvx/editing/tables/table_caret.h"
 #include "tvx/editing/tables/table_rows.h"
 #include "tvx/editing/tree/surgery.h"
 #include "tvx/editing/walk/caret.h"
+#include "tvx/editing/walk/content_walk.h"
 
 namespace tvx::editing {
 
@@ -37,23 +41,6 @@ using dom::StepJoin;
 using dom::Tag;
 
 namespace {
-
-/// One gesture: one undo step, and observers hear of the selection once, at its end.
-class Gesture {
- public:
-  Gesture(Editor& editor, std::u16string_view label, StepJoin join = StepJoin::Never)
-      : selection_(editor.selection()), step_(editor.document().journal(), label, join) {
-    selection_.hold_notifications();
-  }
-  ~Gesture() { selection_.release_notifications(); }
-  Gesture(const Gesture&) = delete;
-  Gesture& operator=(const Gesture&) = delete;
-
- private:
-  Selection& selection_;
-  dom::UndoStep step_;
-  LineMemo memo_;
-};
 
 bool can_type(Editor& editor) {
   if (!editor.enabled(u"insertText")) return false;
@@ -80,42 +67,48 @@ void keep_paragraph(Editor& editor) {
   editor.selection().collapse({paragraph.get(), 0});
 }
 
-void collapse_keeping_look(Editor& editor, Boundary place) {
-  const RecordedLook look = record_current_overrides(editor);
-  editor.selection().collapse(place);
-  restore_look(look, editor);
-}
-
 // After a deletion the caret may stand between the cells of a table, or in an empty host.
 void settle_caret(Editor& editor) {
   if (!editor.selection().collapsed()) return;
   keep_paragraph(editor);
   const Boundary caret = editor.selection().range().start;
   const Boundary place = normalized_caret_place(caret);
-  if (place != caret) collapse_keeping_look(editor, place);
-}
-
-// Between two blocks, after a rule for instance, there is no line: what is typed there begins the one
-// after.
-void enter_line_behind(Editor& editor) {
-  const Boundary caret = editor.selection().focus();
-  if (!editor.selection().collapsed() || caret.node->is_text()) return;
-  Node* behind = dom::child_at(*caret.node, caret.offset);
-  const Node* before = behind ? behind->previous_sibling() : nullptr;
-  if (!behind || !is_text_block(*behind) || !is_editable(*behind) || (before && is_inline_node(*before)))
-    return;
-  collapse_keeping_look(editor, normalized_caret_place({behind, 0}));
+  if (place != caret) collapse_keeping_style(editor, place);
+  wrap_line_beside_blocks(editor);
 }
 
 bool is_space(char16_t c) { return is_ascii_space(c) || c == u'\u00A0'; }
 
-// In the middle of a text with no white space near, typing is writing into that text and nothing else.
+constexpr char16_t hard_space = u'\u00A0';
+
+/// Between two words a no-break space is one that somebody wanted: a blank would do there.
+bool is_hard_space(std::u16string_view text, Offset at) {
+  return text[at] == hard_space && at > 0 && at + 1 < text.size() && !is_space(text[at - 1]) &&
+         !is_space(text[at + 1]);
+}
+
+bool stands_at(const TypingRun& run, const Boundary& caret) {
+  return caret && run.node == caret.node->id() && run.offset == caret.offset;
+}
+
+bool has_typed_hard_space(Editor& editor) {
+  const TypingRun& run = editor.typing_run();
+  return stands_at(run, editor.selection().focus()) && !run.text.empty() && run.text.back() == hard_space;
+}
+
+// In the middle of a text with no white space near that would change, typing is writing into that text and
+// nothing else.
 bool type_into_text(Editor& editor, std::u16string_view word) {
   if (!editor.selection().collapsed() || !editor.overrides().empty()) return false;
   const Boundary caret = editor.selection().focus();
   auto* text = dom::as<dom::Text>(caret.node);
-  if (!text || caret.offset == 0 || is_space(text->data()[caret.offset - 1])) return false;
-  if (caret.offset < text->length() && is_space(text->data()[caret.offset])) return false;
+  if (!text || caret.offset == 0) return false;
+  const std::u16string& data = text->data();
+  if (is_space(data[caret.offset - 1]) && !has_typed_hard_space(editor) &&
+      !is_hard_space(data, caret.offset - 1))
+    return false;
+  if (caret.offset < data.size() && is_space(data[caret.offset]) && !is_hard_space(data, caret.offset))
+    return false;
   dom::replace_data(*text, caret.offset, 0, word);
   editor.selection().collapse({text, caret.offset + word.size()});
   return true;
@@ -147,10 +140,10 @@ std::size_t type_some(Editor& editor, std::u16string_view text) {
     insert_paragraph(editor);
     return text.substr(0, 2) == u"\r\n" ? 2 : 1;
   }
-  const std::u16string_view word = first_word(text);
+  const std::u16string_view word = text[0] == hard_space ? text.substr(0, 1) : first_word(text);
   if (!word.empty() && type_into_text(editor, word)) return word.size();
   const std::size_t unit = is_high_surrogate(text[0]) && text.size() > 1 ? 2 : 1;
-  insert_text(editor, text.substr(0, unit));
+  insert_plain_text(editor, text.substr(0, unit));
   return unit;
 }
 
@@ -165,10 +158,6 @@ constexpr std::size_t longest_run = 100;
 bool is_combining(char32_t c) {
   const int kind = u_charType(UChar32(c));
   return kind == U_NON_SPACING_MARK || kind == U_ENCLOSING_MARK || kind == U_COMBINING_SPACING_MARK;
-}
-
-bool stands_at(const TypingRun& run, const Boundary& caret) {
-  return caret && run.node == caret.node->id() && run.offset == caret.offset;
 }
 
 /// A run ends at a pause, where the caret was moved, and when it is long at the next word.
@@ -216,14 +205,19 @@ void note_deleted(Editor& editor) {
 
 bool type_text(Editor& editor, std::u16string_view text) {
   if (text.empty() || !can_type(editor)) return false;
+  const bool goes_on = editor.document().journal().undo_label() == u"Typing" &&
+                       !editor.typing_run().text.empty() &&
+                       stands_at(editor.typing_run(), editor.selection().focus());
   continue_run(editor, text);
   const Gesture gesture(editor, u"Typing", StepJoin::TypingRun);
-  fill_gap(editor);
-  leave_table_parts(editor);
-  enter_line_behind(editor);
-  leave_line_end(editor);
-  if (!empty_selected_cells(editor) && !editor.selection().collapsed()) remove_islands(editor);
-  make_room(editor, text.size());
+  if (!editor.selection().collapsed()) {
+    take_out_selection(editor, Wrappers::Keep);
+    stand_in_line(editor, BetweenBlocks::MakeParagraph);
+  } else {
+    // Where typing goes on there is a line.
+    if (!goes_on) stand_in_line(editor);
+    make_room(editor, text.size());
+  }
   const std::u16string_view all = text;
   while (!text.empty()) text.remove_prefix(type_some(editor, text));
   drop_spare_break(editor);
@@ -236,28 +230,52 @@ namespace {
 bool press_return(Editor& editor, std::u16string_view label, void (*insertion)(Editor&)) {
   if (!can_type(editor)) return false;
   const Gesture gesture(editor, label);
-  if (fill_gap(editor)) return true;
-  leave_table_parts(editor);
-  leave_line_end(editor);
-  if (!empty_selected_cells(editor) && !editor.selection().collapsed()) remove_islands(editor);
+  const bool caret = editor.selection().collapsed();
+  take_out_selection(editor, Wrappers::Strip);
+  if (stand_in_line(editor, caret ? BetweenBlocks::GoToNextLine : BetweenBlocks::MakeParagraph)) return true;
   insertion(editor);
-  settle_caret(editor);
   return true;
+}
+
+/// In an empty line the caret stands before the break that holds it open, never after it.
+void step_before_break(Editor& editor) {
+  const Boundary caret = editor.selection().focus();
+  if (!editor.selection().collapsed() || caret.node->is_text() || caret.offset == 0) return;
+  const Node* before = dom::child_at(*caret.node, caret.offset - 1);
+  if (before->is(Tag::Br) && is_empty_line(*block_around(caret)))
+    collapse_keeping_style(editor, dom::before(*before));
+}
+
+void delete_selected(Editor& editor) {
+  if (empty_selected_cells(editor)) return;
+  remove_islands(editor);
+  if (!delete_selected_lines(editor))
+    delete_selection(editor, {.block_merging = ends_in_lines_that_join(editor)});
+  drop_spare_break(editor);
 }
 
 /// `label` names the run that it may join.
 template <class Deletion>
-bool press_delete(Editor& editor, std::u16string_view label, Deletion&& deletion) {
+bool press_delete(Editor& editor, std::u16string_view label, Direction direction, Deletion&& deletion) {
   if (!can_type(editor)) return false;
-  const bool joins = editor.selection().collapsed();
+  step_before_break(editor);
+  const bool at_caret = editor.selection().collapsed();
   continue_deletions(editor);
-  const Gesture gesture(editor, label, joins ? StepJoin::TypingRun : StepJoin::Never);
+  // A letter that goes is a change; of what stands between two lines one must look.
+  const ContentKind beside = content_beside(editor.selection().focus(), direction).kind;
+  const bool takes_letter = at_caret && (beside == ContentKind::Text || beside == ContentKind::Object);
+  const Gesture gesture(editor, label, at_caret ? StepJoin::TypingRun : StepJoin::Never,
+                        takes_letter ? Compare::No : Compare::Yes);
   const RecordedLook look = record_current_overrides(editor);
-  if (empty_selected_cells(editor)) return true;
-  if (!editor.selection().collapsed()) remove_islands(editor);
-  if (!delete_selected_lines(editor)) deletion();
-  if (editor.selection().collapsed()) restore_look(look, editor);
+  CommentKeeper comments(editor);
+  if (at_caret)
+    deletion();
+  else
+    delete_selected(editor);
   settle_caret(editor);
+  if (!at_caret) drop_empty_lists(editor);
+  comments.put_back();
+  if (editor.selection().collapsed()) restore_look(look, editor);
   forget_link(editor);
   note_deleted(editor);
   return true;
@@ -272,21 +290,30 @@ bool is_same_line(Boundary a, Boundary b) {
   return block_of(a.node) == block_of(b.node);
 }
 
+/// One character, or one step over what stands between two lines.
+void delete_one(Editor& editor, Direction direction) {
+  const bool forward = direction == Direction::Forward;
+  if (delete_island(editor, direction) || (!forward && leave_item_at_start(editor))) return;
+  if (leave_empty_line_beside_table(editor, direction) || join_lines(editor, direction)) return;
+  if (forward) {
+    if (!delete_empty_line_forward(editor)) delete_forward_by(editor, next_grapheme);
+  } else {
+    if (!delete_empty_line_backward(editor)) delete_backward_by(editor, previous_grapheme);
+  }
+  drop_spare_break(editor);
+}
+
 bool delete_word(Editor& editor, Direction direction) {
-  return press_delete(editor, direction == Direction::Forward ? u"Delete word" : u"Backspace word", [&] {
-    const bool forward = direction == Direction::Forward;
+  const bool forward = direction == Direction::Forward;
+  return press_delete(editor, forward ? u"Delete word" : u"Backspace word", direction, [&] {
+    if (delete_island(editor, direction)) return;
     const Boundary caret = editor.selection().focus();
     const auto place = next_caret_place(caret, direction, Granularity::Word);
-    if (editor.selection().collapsed() && place && is_same_line(caret, *place)) {
+    if (place && is_same_line(caret, *place))
       editor.selection().set(forward ? caret : *place, forward ? *place : caret);
-    }
-    if (!editor.selection().collapsed()) {
-      delete_selection(editor);
-    } else if (forward) {
-      delete_forward_by(editor, next_grapheme);
-    } else {
-      delete_backward_by(editor, previous_grapheme);
-    }
+    if (editor.selection().collapsed()) return delete_one(editor, direction);
+    delete_selection(editor);
+    drop_spare_break(editor);
   });
 }
 
@@ -322,22 +349,11 @@ bool take_back_mark(Editor& editor) {
 bool delete_backward(Editor& editor) {
   if (take_back_mark(editor)) return true;
   if (leave_gap_backward(editor)) return true;
-  return press_delete(editor, u"Backspace", [&] {
-    if (delete_island(editor, Direction::Backward) || leave_item_at_start(editor)) return;
-    if (leave_empty_line_beside_table(editor, Direction::Backward)) return;
-    if (join_lines(editor, Direction::Backward)) return;
-    if (!delete_empty_line_backward(editor)) delete_backward_by(editor, previous_grapheme);
-    drop_spare_break(editor);
-  });
+  return press_delete(editor, u"Backspace", Direction::Backward,
+                      [&] { delete_one(editor, Direction::Backward); });
 }
 bool delete_forward(Editor& editor) {
-  return press_delete(editor, u"Delete", [&] {
-    if (delete_island(editor, Direction::Forward)) return;
-    if (leave_empty_line_beside_table(editor, Direction::Forward)) return;
-    if (join_lines(editor, Direction::Forward)) return;
-    if (!delete_empty_line_forward(editor)) delete_forward_by(editor, next_grapheme);
-    drop_spare_break(editor);
-  });
+  return press_delete(editor, u"Delete", Direction::Forward, [&] { delete_one(editor, Direction::Forward); });
 }
 bool delete_word_backward(Editor& editor) { return delete_word(editor, Direction::Backward); }
 bool delete_word_forward(Editor& editor) { return delete_word(editor, Direction::Forward); }

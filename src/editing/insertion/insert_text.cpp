@@ -36,8 +36,19 @@ void insert_as_new_text(Editor& editor, Node& parent, std::u16string_view unit) 
   editor.selection().set({text.get(), 0}, {text.get(), text->length()});
 }
 
+// A blank after an element of a line is seen by nobody, and no command looks at it any more.
+void show_blank(Editor& editor) {
+  const Boundary end = editor.selection().range().end;
+  auto* text = dom::as<dom::Text>(end.node);
+  if (!text || end.offset == 0 || text->data()[end.offset - 1] != u' ' || is_visible(*text)) return;
+  dom::replace_data(*text, end.offset - 1, 1, u"\u00A0");
+  editor.selection().set({text, end.offset - 1}, end);
+}
+
+enum class By : bool { Command, Writer };
+
 // One code unit. The numbers of the steps are those of the standard's "insertText" command.
-void insert_unit(Editor& editor, std::u16string_view unit) {
+void insert_unit(Editor& editor, std::u16string_view unit, By by) {
   const Boundary start = text_beside(editor.selection().range().start);
   const bool look_is_pending = !editor.overrides().empty();
   const RecordedLook look = record_current_overrides(editor);  // 9
@@ -50,31 +61,40 @@ void insert_unit(Editor& editor, std::u16string_view unit) {
   } else {
     insert_as_new_text(editor, *place.node, unit);
   }
+  if (by == By::Writer) show_blank(editor);
   // What can't be seen takes no style, and a space at the end of a line isn't once it stands apart.
   if (look_is_pending && is_ascii_space(unit.front()))
     canonicalize_whitespace(editor.selection().range().end, false);
   restore_look(look, editor);  // 15
   canonicalize_whitespace(editor.selection().range().start, false);
   canonicalize_whitespace(editor.selection().range().end, false);
-  if (is_ascii_space(unit.front())) autolink(editor, editor.selection().range().start);  // 18
+  if (by == By::Command && is_ascii_space(unit.front())) {  // 18
+    if (const auto address = address_before(editor.selection().range().start)) make_link(editor, *address);
+  }
   editor.selection().collapse(editor.selection().range().end);
+}
+
+void insert_units(Editor& editor, std::u16string_view text, By by) {
+  delete_selection(editor, {.strip_wrappers = false});
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const Node* start = editor.selection().range().start.node;
+    if (!is_editable(*start) && !is_editing_host(*start)) return;
+    if (text[i] == u'\n') {
+      insert_paragraph(editor);
+    } else {
+      insert_unit(editor, text.substr(i, 1), by);
+    }
+  }
 }
 
 }  // namespace
 
 bool insert_text(Editor& editor, std::u16string_view text) {
-  delete_selection(editor, {.strip_wrappers = false});
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    const Node* start = editor.selection().range().start.node;
-    if (!is_editable(*start) && !is_editing_host(*start)) return true;
-    if (text[i] == u'\n') {
-      insert_paragraph(editor);
-    } else {
-      insert_unit(editor, text.substr(i, 1));
-    }
-  }
+  insert_units(editor, text, By::Command);
   return true;
 }
+
+void insert_plain_text(Editor& editor, std::u16string_view text) { insert_units(editor, text, By::Writer); }
 
 namespace {
 
@@ -156,19 +176,23 @@ std::optional<Address> find_mail(std::u16string_view text) {
 
 }  // namespace
 
-void autolink(Editor& editor, Boundary end) {
+std::optional<TypedAddress> address_before(Boundary end) {
   end = first_equivalent_point(end);
   auto* text = dom::as<dom::Text>(end.node);
-  if (!text || dom::enclosing(*text, Tag::A)) return;
+  if (!text || dom::enclosing(*text, Tag::A)) return std::nullopt;
   const std::u16string_view before = std::u16string_view(text->data()).substr(0, end.offset);
   std::size_t from = before.size();
   while (from > 0 && !is_ascii_space(before[from - 1])) --from;
   std::optional<Address> address = find_url(before.substr(from));
   if (!address) address = find_mail(before.substr(from));
-  if (!address) return;
+  if (!address) return std::nullopt;
+  return TypedAddress{text, from + address->start, from + address->end, address->href};
+}
+
+void make_link(Editor& editor, const TypedAddress& address) {
   const dom::LiveRange original(editor.document(), editor.selection().range());
-  editor.selection().set({text, from + address->start}, {text, from + address->end});
-  inline_row(u"createLink").action(editor, address->href);
+  editor.selection().set({address.text, address.start}, {address.text, address.end});
+  inline_row(u"createLink").action(editor, address.href);
   editor.selection().set(original.range());
 }
 

@@ -101,6 +101,7 @@ class CaretWalk {
     } else {
       crossed_ = true;
       over_break_ = true;
+      passed_break_ = &line_break;
       pass(line_break);
     }
   }
@@ -125,6 +126,11 @@ class CaretWalk {
       // Nothing in it, so the caret stands in the block itself.
       if (entered_ == &node && is_allowed_child_name(dom::Name(Tag::Span), node)) {
         place_ = Boundary{&node, 0};
+        return;
+      }
+      // A break that comes first in its block ends an empty line.
+      if (!forward_ && over_break_ && passed_break_) {
+        place_ = dom::before(*passed_break_);
         return;
       }
       entered_ = nullptr;
@@ -188,6 +194,7 @@ class CaretWalk {
   bool forward_;
   bool crossed_;                   // a block's edge or a line break was passed
   bool over_break_ = false;        // it was a line break
+  Node* passed_break_ = nullptr;   // the last one
   const Node* entered_ = nullptr;  // the last block entered, while nothing was found in it
   bool finished_ = false;
   std::optional<Boundary> place_;
@@ -308,7 +315,7 @@ Boundary normalized_caret_place(Boundary place) {
       inner = next;
       if (inner.node->is_text() || inner.offset > 0) break;
     }
-    if (inner.node->is_text() && inner.offset == 0) return inner;
+    if (inner.node->is_text() && inner.offset == 0 && is_editable(*inner.node)) return inner;
   }
   const bool holds_text = is_allowed_child_name(dom::Name(Tag::Span), *place.node);
   const bool beside_line = (before && is_inline_node(*before)) || (gap.next && is_inline_node(*gap.next));

@@ -42,8 +42,8 @@ TEST_F(TypingInTables, BetweenRowsAndSections) {
 }
 
 TEST_F(TypingInTables, ATableWithoutCellsHasItBehind) {
-  expect_typed("<table><tbody></table>", dom::Tag::Tbody, 0, "<TABLE><TBODY></TBODY></TABLE>x[]");
-  expect_typed("<table><tr></table>", dom::Tag::Tr, 0, "<TABLE><TBODY><TR></TR></TBODY></TABLE>x[]");
+  expect_typed("<table><tbody></table>", dom::Tag::Tbody, 0, "<TABLE><TBODY></TBODY></TABLE><P>x[]</P>");
+  expect_typed("<table><tr></table>", dom::Tag::Tr, 0, "<TABLE><TBODY><TR></TR></TBODY></TABLE><P>x[]</P>");
 }
 
 TEST_F(TypingInTables, ReturnBeginsAParagraphInTheCell) {

@@ -43,7 +43,7 @@ TEST_F(Typing, BetweenBlocksBeginsTheLineBehind) {
   type_text(editor, u"x");
   EXPECT_EQ(marked(), "<P>Really</P><HR><P>x[] here</P>");
   expect_laws(first);
-  expect_typed("<P>a</P>{}<UL><LI>b</LI></UL>", u"x", "<P>a</P>x[]<UL><LI>b</LI></UL>");
+  expect_typed("<P>a</P>{}<UL><LI>b</LI></UL>", u"x", "<P>a</P><UL><LI>x[]b</LI></UL>");
   expect_typed("a{}<P>b</P>", u"x", "ax[]<P>b</P>");
 }
 

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "tvx/editing/editor.h"
+
+/// Where what a writer types goes: into a line that stands in a paragraph, an item, a heading or a cell by
+/// itself, never bare between blocks.
+namespace tvx::editing {
+
+/// Whether elements of a line that nothing is left in stay for what is typed next.
+enum class Wrappers : bool { Strip, Keep };
+/// Takes out what is selected: cells are emptied, islands go, lines leave their last line's end. Nothing at a
+/// caret.
+void take_out_selection(Editor& editor, Wrappers wrappers);
+
+/// Whether what is left of the selection's first and last line is one line after it is deleted: the text of a
+/// cell stays in its cell, and beside a table or rule there is no line.
+bool ends_in_lines_that_join(Editor& editor);
+
+/// After a deletion a caret between two blocks wants a line of its own; else it goes to the line after it.
+enum class BetweenBlocks : bool { GoToNextLine, MakeParagraph };
+/// Brings a caret that stands between blocks, items or cells into a line; makes a paragraph where there is
+/// none, and then the answer is true.
+bool stand_in_line(Editor& editor, BetweenBlocks between = BetweenBlocks::GoToNextLine);
+
+/// A line that stands beside blocks in a box, a cell or an item gets a paragraph, and so does an empty one in
+/// the body.
+void wrap_line_beside_blocks(Editor& editor);
+
+void collapse_keeping_style(Editor& editor, dom::Boundary place);
+
+}  // namespace tvx::editing
