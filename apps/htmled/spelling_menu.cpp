@@ -9,8 +9,9 @@
 #include "tvx/spelling/dictionary_files.h"
 #include "tvx/spelling/word_list.h"
 
-/// The window's menu for spelling: the check from word to word, the language, and waves while typing. What is
-/// chosen there is kept from one start of the program to the next.
+/// The window's menu for what helps with writing: the check of spelling from word to word, its language,
+/// waves while typing, and short forms that become lists and headings. What is chosen there is kept from one
+/// start of the program to the next.
 namespace tvx::htmled {
 namespace {
 
@@ -18,7 +19,8 @@ using qt::from_qt;
 using qt::to_qt;
 
 const QString language_key = QStringLiteral("spelling/language"),
-              as_you_type_key = QStringLiteral("spelling/as-you-type");
+              as_you_type_key = QStringLiteral("spelling/as-you-type"),
+              auto_format_key = QStringLiteral("typing/auto-format");
 
 QSettings settings() {
   return QSettings(QSettings::NativeFormat, QSettings::UserScope, QStringLiteral("tvxHTML"),
@@ -53,7 +55,21 @@ void Window::make_spelling_menu() {
     settings().setValue(as_you_type_key, on);
     editor_->set_CheckSpellingAsYouType(on);
   });
+  add_auto_format(tools);
   add_spelling_languages(add_menu(tools, QT_TR_NOOP("Spelling &language")));
+}
+
+void Window::add_auto_format(QMenu* menu) {
+  editor_->set_AutoFormat(settings().value(auto_format_key, true).toBool());
+  QAction* format = menu->addAction(QString());
+  format->setObjectName(QStringLiteral("auto-format"));
+  actions_.emplace_back(format, QT_TR_NOOP("&Format while typing"));
+  format->setCheckable(true);
+  format->setChecked(editor_->AutoFormat());
+  connect(format, &QAction::toggled, this, [this](bool on) {
+    settings().setValue(auto_format_key, on);
+    editor_->set_AutoFormat(on);
+  });
 }
 
 // Where a page names its languages, those count; this one is for all others.

@@ -86,6 +86,7 @@ class Window final : public QMainWindow, private core::HTMLedEvents, private cor
   void add_language_menu(QMenu* view);
   void make_spelling_menu();
   void add_spelling_languages(QMenu* menu);
+  void add_auto_format(QMenu* menu);
   void check_spelling();
   void show_words();
   /// False: the user gave up.

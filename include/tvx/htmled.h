@@ -119,6 +119,10 @@ class HTMLed {
   /// Whether the control lives in a host that keeps Enter and the focus for itself.
   bool isAccessContained() const;
   void set_isAccessContained(bool value);
+  /// Whether short forms that are typed become what they stand for: "- " a list, "1. " a numbered one, "# " a
+  /// heading, "> " a quotation, an address a link. Each is an undo step of its own.
+  bool AutoFormat() const;
+  void set_AutoFormat(bool value);
   /// What documents bring in from other machines: nothing (0), images and style sheets (1), nothing until
   /// ShowRemoteContent (2), frames, fonts and media too (3).
   std::int32_t RemoteContent() const;

@@ -56,6 +56,7 @@ class HTMLedWidget final : public QWidget {
   Q_PROPERTY(bool EditorEnabled READ EditorEnabled WRITE set_EditorEnabled)
   Q_PROPERTY(bool useEnterAsBR READ useEnterAsBR WRITE set_useEnterAsBR)
   Q_PROPERTY(bool isAccessContained READ isAccessContained WRITE set_isAccessContained)
+  Q_PROPERTY(bool AutoFormat READ AutoFormat WRITE set_AutoFormat)
   Q_PROPERTY(int RemoteContent READ RemoteContent WRITE set_RemoteContent)
   Q_PROPERTY(bool RemoteContentWithheld READ RemoteContentWithheld STORED false)
   Q_PROPERTY(EdBorderStyle BorderStyle READ BorderStyle WRITE set_BorderStyle)
@@ -191,6 +192,9 @@ class HTMLedWidget final : public QWidget {
   bool useEnterAsBR() const;
   /// Whether the control lives in a host that keeps Enter and the focus for itself.
   bool isAccessContained() const;
+  /// Whether short forms that are typed become what they stand for: "- " a list, "1. " a numbered one, "# " a
+  /// heading, "> " a quotation, an address a link. Each is an undo step of its own.
+  bool AutoFormat() const;
   /// What documents bring in from other machines: nothing (0), images and style sheets (1), nothing until
   /// ShowRemoteContent (2), frames, fonts and media too (3).
   int RemoteContent() const;
@@ -277,6 +281,7 @@ class HTMLedWidget final : public QWidget {
   void set_EditorEnabled(bool value);
   void set_useEnterAsBR(bool value);
   void set_isAccessContained(bool value);
+  void set_AutoFormat(bool value);
   void set_RemoteContent(int value);
   void set_BorderStyle(EdBorderStyle value);
   void set_showFormToolbar(bool value);

@@ -85,13 +85,14 @@ const std::vector<Key>& keys() {
       {u"FTPBlockSize", &P::FTPBlockSize, std::int32_t(100)},
       {u"SpellingLanguage", &P::SpellingLanguage, no_text},
       {u"CheckSpellingAsYouType", &P::CheckSpellingAsYouType, off},
-      {u"RemoteContent", &P::RemoteContent, remote_content_on}};
+      {u"RemoteContent", &P::RemoteContent, remote_content_on},
+      {u"AutoFormat", &P::AutoFormat, off}};
   return table;
 }
 
 /// The order in which containers have always been handed the keys; reading goes in the order of the table.
-/// RemoteContent, the youngest, is written after them and only where it isn't the default: a container that
-/// knows nothing of it gets what it always got.
+/// RemoteContent and AutoFormat, the youngest, are written after them and only where they aren't the default:
+/// a container that knows nothing of them gets what it always got.
 // clang-format off
 constexpr std::u16string_view writing_order[] = {
     u"DocumentHTML", u"FullToolBar", u"FTPHost", u"FTPUser", u"FTPPassword", u"FTPInitDir", u"FTPSaveToURL",
@@ -157,12 +158,12 @@ void read_properties(Properties& properties, TableLabels& labels, const Property
 }
 
 void write_properties(const Properties& properties, PropertyBag& bag) {
-  for (std::u16string_view name : writing_order) {
-    const auto key = std::ranges::find(keys(), name, &Key::name);
-    attempt([&] { write_key(properties, *key, bag); });
-  }
-  if (properties.RemoteContent != remote_content_on)
-    attempt([&] { write_key(properties, *std::ranges::find(keys(), u"RemoteContent", &Key::name), bag); });
+  const auto write = [&](std::u16string_view name) {
+    attempt([&] { write_key(properties, *std::ranges::find(keys(), name, &Key::name), bag); });
+  };
+  for (std::u16string_view name : writing_order) write(name);
+  if (properties.RemoteContent != remote_content_on) write(u"RemoteContent");
+  if (properties.AutoFormat) write(u"AutoFormat");
 }
 
 std::u16string_view text_of(EdHighLightStyle style) {

@@ -35,6 +35,7 @@ struct Properties {
   bool showDocumentBackgroundImage = true;
   bool EditorEnabled = true;
   bool useEnterAsBR = false;
+  bool AutoFormat = false;
   bool isAccessContained = false;
   EdBorderStyle BorderStyle = EdBorderStyle::Solid;
   bool FullToolBar = true;  // stored for hosts that know it, read by nobody

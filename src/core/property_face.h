@@ -43,6 +43,7 @@ class PropertyFace {
   void set_showDocumentBackgroundImage(bool on);
   TVX_FLAG(EditorEnabled)
   TVX_FLAG(useEnterAsBR)
+  TVX_FLAG(AutoFormat)
   TVX_FLAG(isAccessContained)
 
   // --- how the control looks ---

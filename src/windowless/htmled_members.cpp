@@ -57,6 +57,8 @@ bool HTMLed::useEnterAsBR() const { return flag(u"useEnterAsBR"); }
 void HTMLed::set_useEnterAsBR(bool value) { put(u"useEnterAsBR", value); }
 bool HTMLed::isAccessContained() const { return flag(u"isAccessContained"); }
 void HTMLed::set_isAccessContained(bool value) { put(u"isAccessContained", value); }
+bool HTMLed::AutoFormat() const { return flag(u"AutoFormat"); }
+void HTMLed::set_AutoFormat(bool value) { put(u"AutoFormat", value); }
 std::int32_t HTMLed::RemoteContent() const { return number(u"RemoteContent"); }
 void HTMLed::set_RemoteContent(std::int32_t value) { put(u"RemoteContent", value); }
 bool HTMLed::RemoteContentWithheld() const { return flag(u"RemoteContentWithheld"); }

@@ -178,6 +178,16 @@ TEST_F(Control, KeysAreWrittenInTheOrderThatContainersKnow) {
   EXPECT_THAT(written, testing::ElementsAreArray(writing_order));
 }
 
+TEST_F(Control, AutoFormatIsStoredWhereItIsOn) {
+  create();
+  headless::PropertyBag bag;
+  control->set_AutoFormat(true);
+  control->UserControl_WriteProperties(bag);
+  auto again = make(container);
+  again->UserControl_ReadProperties(bag);
+  EXPECT_TRUE(again->AutoFormat());
+}
+
 constexpr std::u16string_view reading_order[] = {u"DocumentHTML",
                                                  u"FullToolBar",
                                                  u"FTPHost",
@@ -226,7 +236,8 @@ constexpr std::u16string_view reading_order[] = {u"DocumentHTML",
                                                  u"FTPBlockSize",
                                                  u"SpellingLanguage",
                                                  u"CheckSpellingAsYouType",
-                                                 u"RemoteContent"};
+                                                 u"RemoteContent",
+                                                 u"AutoFormat"};
 
 struct OrderBag : platform::PropertyBag {
   mutable std::vector<std::u16string> read;

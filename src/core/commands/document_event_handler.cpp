@@ -10,6 +10,7 @@
 #include "tvx/core/dialogs/field_settings.h"
 #include "tvx/core/events.h"
 #include "tvx/core/views/selection_highlight.h"
+#include "tvx/editing/gestures/autoformat.h"
 #include "tvx/platform/loaded_dialogs.h"
 
 namespace tvx::core {
@@ -78,6 +79,8 @@ void DocumentEventHandler::onkeyup() { mark_changed(); }
 
 void DocumentEventHandler::onuserchange() {
   const KeepAlive alive(context_);
+  if (properties_.AutoFormat && properties_.EditorEnabled)
+    attempt([&] { editing::format_what_was_typed(document().editor()); });
   mark_changed();
 }
 

@@ -83,6 +83,10 @@ constexpr Member rows[] = {
          u"Whether the document wants images or style sheets that RemoteContent doesn't let it have.",
      .access = Access::ReadOnly,
      .get = get_of<&HTMLed::RemoteContentWithheld>},
+    property<&HTMLed::AutoFormat, &HTMLed::set_AutoFormat>(
+        73, u"AutoFormat", Type::Boolean, false,
+        u"Whether short forms that are typed become what they stand for: \"- \" a list, \"1. \" a numbered "
+        u"one, \"# \" a heading, \"> \" a quotation, an address a link."),
 };
 
 }  // namespace

@@ -145,6 +145,8 @@ bool HTMLedWidget::useEnterAsBR() const { return flag(u"useEnterAsBR"); }
 void HTMLedWidget::set_useEnterAsBR(bool value) { put(u"useEnterAsBR", value); }
 bool HTMLedWidget::isAccessContained() const { return flag(u"isAccessContained"); }
 void HTMLedWidget::set_isAccessContained(bool value) { put(u"isAccessContained", value); }
+bool HTMLedWidget::AutoFormat() const { return flag(u"AutoFormat"); }
+void HTMLedWidget::set_AutoFormat(bool value) { put(u"AutoFormat", value); }
 int HTMLedWidget::RemoteContent() const { return number(u"RemoteContent"); }
 void HTMLedWidget::set_RemoteContent(int value) { put(u"RemoteContent", value); }
 bool HTMLedWidget::RemoteContentWithheld() const { return flag(u"RemoteContentWithheld"); }

@@ -52,6 +52,26 @@ TEST_F(Control, ContainedAccessSendsEnterWithoutASecondKeyDown) {
   EXPECT_EQ(host.count("ASCIIKeyPress"), 1u);
 }
 
+TEST_F(Control, WithAutoFormatShortFormsBecomeWhatTheyStandFor) {
+  start();
+  const auto type_dash = [&] {
+    load(u"<P>{}<BR></P>");
+    control->DOM()->input_text(u"- ");
+    control->DOM()->tell_user_change();
+  };
+  EXPECT_FALSE(control->AutoFormat());
+  type_dash();
+  EXPECT_EQ(body(), u"<P>-&nbsp;</P>");
+  control->set_AutoFormat(true);
+  type_dash();
+  EXPECT_EQ(body(), u"<UL><LI><BR></LI></UL>");
+  EXPECT_TRUE(control->IsDirty());
+  control->DOM()->editor().execute(u"undo");
+  EXPECT_EQ(body(), u"<P>-&nbsp;</P>") << "what was typed is there again";
+  control->DOM()->tell_user_change();
+  EXPECT_EQ(body(), u"<P>-&nbsp;</P>") << "and stays";
+}
+
 TEST_F(Control, TheFirstRowThatFitsTakesTheKey) {
   start();
   control->set_useEnterAsBR(true);
