@@ -53,6 +53,8 @@ constexpr Way ways[] = {{"dialog-table-settings", 3, "mnuToolProperties"},
                         {"dialog-row", 1, "mnuToolProperties"},
                         {"dialog-tag", 3, "mnuToolEditTag"}};
 
+constexpr char16_t words_page[] = u"<P lang=\"en\">Apples and pears grow in every gardn of the valley.</P>";
+
 class DialogPhotographer {
  public:
   DialogPhotographer(Window& window, platform::MessageLoop& loop) : window_(window), loop_(loop) {}
@@ -89,6 +91,7 @@ class DialogPhotographer {
   }
   void show_table() { show(page, dom::Tag::Td); }
   void show_form() { show(to_u16(QString::fromUtf16(form_page).arg(picture_)), dom::Tag::P); }
+  void show_words() { show(words_page, dom::Tag::P); }
   /// As the mouse does it on the first element of that tag.
   void double_click(dom::Tag tag) {
     const auto document = window_.editor().control().DOM();
@@ -213,6 +216,8 @@ bool take_dialogs(Window& window, platform::MessageLoop& loop, const QString& la
   done = take_all("dialog-form", [&] { window.editor().insert_Form(); }) && done;
   done = take_all("dialog-field", [&] { photographer.double_click(dom::Tag::Select); }) && done;
   done = take_all("dialog-image", [&] { photographer.choose_image_in_path(); }) && done;
+  photographer.show_words();
+  done = take_all("dialog-spelling", [&] { window.editor().SpellCheck(); }) && done;
   window.editor().set_LocalizationFile(QString());
   return done;
 }

@@ -69,6 +69,11 @@ class Photographer {
     bool done = take("light");
     done = take_drag_of_a_column() && done;
     done = take_menu("context-menu", [this] { right_press(dom::Tag::P); }) && done;
+    show(u"<P lang=\"en\">Wrold news: two words of this sentance are marked as wrong.</P>");
+    wait(500);
+    done = take_menu("spelling", [this] { right_press(dom::Tag::P); }) && done;
+    show(left_to_right);
+    in_text(dom::Tag::Td);
     done = take_menu("element-menu", [this] { press_path(); }) && done;
     done = take_dialogs(QString()) && done;
     const QPalette light = QApplication::palette();
