@@ -98,11 +98,17 @@ std::u16string title_of(const headless::ShownDialog& dialog) {
   return {};
 }
 
+/// Whether a script is told of an item: it, and each menu that it is below.
+bool is_told(const platform::Menu* item) {
+  while (item && item->is_listed()) item = item->parent();
+  return !item;
+}
+
 /// All items in order, submenus' after their head: what they are called, what they say, how they stand.
 Json seen_in(platform::Menu& menu) {
   Json items = Json::array(), captions = Json::array(), enabled = Json::array(), visible = Json::array();
   for (const platform::Menu* item : platform::all_items(menu)) {
-    if (!item->is_listed()) continue;
+    if (!is_told(item)) continue;
     items.push_back(json_text(platform::name_with_index(*item)));
     captions.push_back(json_text(item->Caption()));
     enabled.push_back(item->Enabled());

@@ -61,12 +61,14 @@ TEST_F(MemberTable, DefaultsAreThoseOfANewControl) {
     EXPECT_EQ(get_property(*control, member.name), member.initial.value()) << to_utf8(member.name);
     ++compared;
   }
-  EXPECT_EQ(compared, 47);
+  EXPECT_EQ(compared, 48);
 }
 
 TEST_F(MemberTable, EveryKeyIsWrittenByTheControl) {
   headless::PropertyBag bag;
-  control->set_RemoteContent(2);  // younger than the store, which is given it only where it isn't the default
+  // Younger than the store, which is given these only where they aren't the default.
+  control->set_RemoteContent(2);
+  control->set_AutoFormat(true);
   control->UserControl_WriteProperties(bag);
   std::set<std::u16string> written(bag.written().begin(), bag.written().end());
   for (const Member& member : members())

@@ -335,7 +335,7 @@ TEST_F(SpokenWindow, TheLanguageOutlivesTheEditorsStart) {
   speak("ja");
   ASSERT_TRUE(window_.start({}));
   EXPECT_EQ(bold_tip(), "太字");
-  EXPECT_EQ(menus(), "ファイル(F) 編集(E) 表示(V) ツール(T)");
+  EXPECT_EQ(menus(), "ファイル(F) 編集(E) 表示(V) 表(A) ツール(T)");
   EXPECT_FALSE(window_.isWindowModified());
 }
 

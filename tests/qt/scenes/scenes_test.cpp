@@ -94,7 +94,7 @@ TEST_F(Writing, ANumberedListWithAListInIt) {
   press("Return");
   type("cake");
   click_button(u"unindent");
-  ends_with("<P>Plan</P><OL><LI>tea</LI><OL><LI>green</LI><LI>black</LI></OL><LI>cake</LI></OL>");
+  ends_with("<P>Plan</P><OL><LI>tea<OL><LI>green</LI><LI>black</LI></OL></LI><LI>cake</LI></OL>");
 }
 
 TEST_F(Writing, ATableByItsButtonFilledWithTab) {
