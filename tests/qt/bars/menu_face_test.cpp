@@ -89,7 +89,7 @@ TEST_F(MenuFaces, ItemsLookAsTheModelSays) {
   menus_.item(u"mnuMiscRevert").set_Visible(false);
   menus_.item(u"mnuMiscCopy").set_Checked(true);
   popup(menus_.mnuMisc, [&](QMenu& menu) {
-    EXPECT_EQ(menu.actions().size(), menus_.mnuMisc.items().size());
+    EXPECT_EQ(menu.actions().size(), qsizetype(menus_.mnuMisc.items().size()));
     EXPECT_EQ(action(menu, "mnuInsertLink")->text(), QStringLiteral("Insert / Edit Link"));
     EXPECT_FALSE(action(menu, "mnuMiscPaste")->isEnabled());
     EXPECT_FALSE(action(menu, "mnuMiscRevert")->isVisible());
