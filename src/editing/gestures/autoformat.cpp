@@ -100,6 +100,9 @@ bool format_paragraph(Editor& editor) {
   take_out_typed(editor, *block);
   if (form->command == u"indent") {
     quote(*block);
+  } else if (form->command == u"formatBlock") {
+    // The paragraph itself and not its line: white space of the source beside it is none of the heading's.
+    set_tag_name(*block, dom::Name(form->value));
   } else {
     execute_as_writer(editor, form->command, form->value);
   }

@@ -307,6 +307,21 @@ void drop_end_break_before(const Element* line) {
   if (last && last->is(Tag::Br) && is_editable(*last) && is_extraneous_line_break(*last)) dom::remove(*last);
 }
 
+/// At a heading's end there may be white space of the source, which nobody sees: the line after it is a
+/// paragraph all the same.
+Element* end_heading(Editor& editor, Element* line) {
+  if (!line || !is_heading(*line) || !is_empty_line(*line)) return line;
+  const Ref<Element> paragraph = set_tag_name(*line, dom::Name(editor.paragraph_separator()));
+  for (Node* child = paragraph->first_child(); child;) {
+    Node* next = child->next_sibling();
+    if (child->is_text() || child->is(Tag::Br)) dom::remove(*child);
+    child = next;
+  }
+  append_line_break(*paragraph);
+  editor.selection().collapse(dom::before(*paragraph->last_child()));
+  return paragraph.get();
+}
+
 }  // namespace
 
 void start_line(Editor& editor) {
@@ -322,6 +337,7 @@ void start_line(Editor& editor) {
   insert_paragraph(editor);
   if (item) stay_in_item(editor, item.get());
   Element* line = block_around(editor.selection().focus());
+  if (in_heading) line = end_heading(editor, line);
   drop_end_break_before(line);
   make_room_before_heading(editor, line);
   if (line && is_empty_line(*line) && !styles.empty()) style_empty_line(editor, *line, styles);
