@@ -5,24 +5,21 @@
 #include "tvx/base/url.h"
 
 namespace tvx::browser {
-namespace {
 
-/// "data:image/png;base64,...".
-std::optional<platform::PictureSize> size_in_address(std::u16string_view address) {
+std::optional<std::string> picture_in_address(std::u16string_view address) {
   const std::size_t comma = address.find(u',');
-  if (comma == address.npos || !ascii_lower(address.substr(0, comma)).ends_with(u";base64")) return {};
-  const auto bytes = from_base64(to_utf8(address.substr(comma + 1)));
-  return bytes ? platform::picture_size(*bytes) : std::nullopt;
+  if (!address.starts_with(u"data:") || comma == address.npos ||
+      !ascii_lower(address.substr(0, comma)).ends_with(u";base64"))
+    return {};
+  return from_base64(to_utf8(address.substr(comma + 1)));
 }
-
-}  // namespace
 
 std::u16string picture_path(std::u16string_view absolute_address) {
   return local_path(absolute_address).value_or(std::u16string());
 }
 
 std::optional<platform::PictureSize> natural_size(std::u16string_view absolute_address) {
-  if (absolute_address.starts_with(u"data:")) return size_in_address(absolute_address);
+  if (const auto bytes = picture_in_address(absolute_address)) return platform::picture_size(*bytes);
   const std::u16string path = picture_path(absolute_address);
   return path.empty() ? std::nullopt : platform::picture_size_of_file(path);
 }

@@ -34,6 +34,8 @@ class ImageDialog final : private platform::FormHandler {
   bool is_of_the_room(Side side) const;
   /// The proportion that the lock keeps. Throws RuntimeError(11) for a width of 0.
   void SetProp(std::int32_t width, std::int32_t height);
+  /// Looks for the picture again: it may have come meanwhile.
+  void show_picture();
 
  private:
   using Control = platform::FormControl;
@@ -48,7 +50,6 @@ class ImageDialog final : private platform::FormHandler {
   void keep_proportion(Control& box);
   void fit_into_unit(Control& box);
   void browse();
-  void show_picture();
 
   platform::CommonDialogs& dialogs_;
   const FindPicture find_picture_;

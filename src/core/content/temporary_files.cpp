@@ -24,7 +24,7 @@ std::optional<std::uint64_t> window_of(std::string_view name) {
   const auto [rest, error] = std::from_chars(name.data(), name.data() + name.size(), number);
   const std::size_t digits = static_cast<std::size_t>(rest - name.data());
   const std::u16string ending = from_utf8(name.substr(digits));
-  const bool ours = ending == document_file || ending == style_sheet_file;
+  const bool ours = ending == document_file || ending == style_sheet_file || ending == picture_file;
   return error == std::errc() && digits >= least_digits && ours ? std::optional(number) : std::nullopt;
 }
 

@@ -5,12 +5,13 @@
 
 #include "tvx/platform/window.h"
 
-/// The control's files among the user's temporary ones: the document that it starts with, and its style
-/// sheet.
+/// The control's files among the user's temporary ones: the document that it starts with, its style sheet,
+/// and the picture that a dialog shows.
 namespace tvx::core {
 
 inline constexpr std::u16string_view document_file = u"msHTMLEdit.html";
 inline constexpr std::u16string_view style_sheet_file = u"tvxStyle.css";
+inline constexpr std::u16string_view picture_file = u"tvxPicture";
 
 std::u16string with_final_slash(std::u16string folder);
 

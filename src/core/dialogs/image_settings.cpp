@@ -6,6 +6,7 @@
 #include "tvx/base/text.h"
 #include "tvx/browser/html_document.h"
 #include "tvx/browser/natural_size.h"
+#include "tvx/core/dialogs/fetched_picture.h"
 #include "tvx/core/observer.h"
 #include "tvx/core/views/selection_highlight.h"
 #include "tvx/dom/journal.h"
@@ -124,13 +125,16 @@ bool ImageSettings::EditImageProperties() {
   });
   highlight_.set_element(element);
   const std::size_t depth = journal.depth();
+  FetchedPicture fetched(context_);
   const auto find_picture = [&](std::u16string_view address) -> dialogs::ImageDialog::Picture {
-    const std::u16string whole = shown->absolute_url(address);
-    const bool shown_already = whole == ImageObject(*element, shown->url()).src();
-    return {browser::picture_path(whole),
-            shown_already ? shown->natural_size(*element) : browser::natural_size(whole)};
+    const std::u16string whole = shown->absolute_url(address), path = browser::picture_path(whole);
+    if (whole != ImageObject(*element, shown->url()).src()) return {path, browser::natural_size(whole)};
+    return {path.empty() ? fetched.path() : path, shown->natural_size(*element)};
   };
   dialogs::ImageDialog dialog(surroundings().dialogs, find_picture);
+  // Only what the view has had is asked for: what may not be loaded isn't, and no server hears anything new.
+  if (shown->natural_size(*element))
+    fetched.fetch(ImageObject(*element, shown->url()).src(), [&dialog] { dialog.show_picture(); });
   attempt([&] {
     fill(dialog, *element, image_of(*element, *shown),
          properties_.relativeURLs ? properties_.BaseURL : std::u16string());

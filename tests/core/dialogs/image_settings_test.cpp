@@ -1,4 +1,7 @@
+#include <unistd.h>
+
 #include "core/control_fixture.h"
+#include "support/http_server.h"
 #include "tvx/core/chrome/menus.h"
 #include "tvx/dom/journal.h"
 #include "tvx/headless/form_keys.h"
@@ -272,7 +275,7 @@ TEST_F(ImageSettingsOf, BrowsingGivesTheAddressOfAFile) {
 }
 
 TEST_F(ImageSettingsOf, TheViewTellsTheSizeOfAPictureFromElsewhere) {
-  start_with(u"<IMG src=http://example.com/a.png>");
+  start_with(u"<IMG src=http://127.0.0.1:9/a.png>");
   control->DOM()->note_natural_size(*element(dom::Tag::Img), platform::PictureSize{640, 480});
   open_again(
       [](Form& form) {
@@ -282,15 +285,68 @@ TEST_F(ImageSettingsOf, TheViewTellsTheSizeOfAPictureFromElsewhere) {
         headless::tick(form.Controls(u"chkConstrain"), true);
         fill(form, u"txtWidth", u"320");
         EXPECT_EQ(text(form, u"txtHeight"), u"240");
-        fill(form, u"txtSrc", u"http://example.com/b.png");
+        fill(form, u"txtSrc", u"http://127.0.0.1:9/b.png");
         EXPECT_EQ(form.Controls(u"lblNaturalSize").Caption(), u"") << "that one nobody has seen";
-        fill(form, u"txtSrc", u"http://example.com/a.png");
+        fill(form, u"txtSrc", u"http://127.0.0.1:9/a.png");
       },
       u"OKButton");
-  EXPECT_EQ(body(), u"<IMG src=\"http://example.com/a.png\" height=\"240\" width=\"320\">");
+  EXPECT_EQ(body(), u"<IMG src=\"http://127.0.0.1:9/a.png\" height=\"240\" width=\"320\">");
   open_again([](Form&) {}, u"cmdReset");
-  EXPECT_EQ(body(), u"<IMG src=\"http://example.com/a.png\">");
+  EXPECT_EQ(body(), u"<IMG src=\"http://127.0.0.1:9/a.png\">");
   open_again([](Form& form) { EXPECT_EQ(text(form, u"txtWidth"), u"640"); }, u"CancelButton");
+}
+
+TEST_F(ImageSettingsOf, APictureInItsAddressIsShown) {
+  start_with(u"<IMG src='data:image/gif;base64,R0lGODlhAQABAAAAACwAAAAAAQABAAA='>");
+  std::string file;
+  open_again(
+      [&](Form& form) {
+        file = to_utf8(form.Controls(u"picPreview").Picture());
+        EXPECT_TRUE(form.Controls(u"picPreview").Visible());
+        EXPECT_EQ(bytes_of(file).substr(0, 6), "GIF89a");
+        fill(form, u"txtSrc", u"b.gif");
+        EXPECT_FALSE(form.Controls(u"picPreview").Visible());
+      },
+      u"CancelButton");
+  EXPECT_FALSE(std::filesystem::exists(file));
+}
+
+class ImageSettingsFromTheWeb : public ImageSettingsOf {
+ protected:
+  ImageSettingsFromTheWeb() {
+    setenv("no_proxy", "*", 1);
+    server.serve("/a.gif", std::string("GIF89a\x04\0\x03\0\0\0\0;", 14), "image/gif");
+    start_with(u"<IMG src=" + from_utf8(server.url("/a.gif")) + u">");
+  }
+  HttpServer server;
+};
+
+TEST_F(ImageSettingsFromTheWeb, WhatTheViewHasHadIsShown) {
+  control->DOM()->note_natural_size(*element(dom::Tag::Img), platform::PictureSize{4, 3});
+  open_again(
+      [&](Form& form) {
+        const auto& preview = form.Controls(u"picPreview");
+        for (int i = 0; i < 10'000 && preview.Picture().empty(); ++i) {
+          loop.pump(0);
+          usleep(1000);
+        }
+        EXPECT_TRUE(preview.Visible());
+        EXPECT_EQ(bytes_of(to_utf8(preview.Picture())).size(), 14u);
+      },
+      u"CancelButton");
+}
+
+TEST_F(ImageSettingsFromTheWeb, WhatTheViewHasNotHadIsNotAskedFor) {
+  open_again(
+      [&](Form& form) {
+        for (int i = 0; i < 30; ++i) {
+          loop.pump(0);
+          usleep(1000);
+        }
+        EXPECT_FALSE(form.Controls(u"picPreview").Visible());
+      },
+      u"CancelButton");
+  EXPECT_TRUE(server.requests().empty());
 }
 
 TEST_F(ImageSettingsOf, ASizeMayBeAPartOfTheRoom) {
