@@ -2,6 +2,7 @@
 
 #include <signal.h>
 
+#include <algorithm>
 #include <charconv>
 #include <chrono>
 #include <filesystem>
@@ -18,13 +19,15 @@ namespace {
 
 constexpr std::size_t least_digits = 7;  // platform::next_window_handle
 
+constexpr std::u16string_view file_names[] = {style_sheet_file, document_file, picture_file};
+
 /// The number of the window that a temporary file begins with; nothing if it is no such file.
 std::optional<std::uint64_t> window_of(std::string_view name) {
   std::uint64_t number = 0;
   const auto [rest, error] = std::from_chars(name.data(), name.data() + name.size(), number);
   const std::size_t digits = static_cast<std::size_t>(rest - name.data());
   const std::u16string ending = from_utf8(name.substr(digits));
-  const bool ours = ending == document_file || ending == style_sheet_file || ending == picture_file;
+  const bool ours = std::ranges::find(file_names, ending) != std::end(file_names);
   return error == std::errc() && digits >= least_digits && ours ? std::optional(number) : std::nullopt;
 }
 
@@ -56,7 +59,7 @@ std::u16string temporary_file(platform::WindowHandle hwnd, std::u16string_view n
 }
 
 void remove_temporary_files(platform::WindowHandle hwnd) {
-  for (std::u16string_view name : {style_sheet_file, document_file}) {
+  for (std::u16string_view name : file_names) {
     std::error_code ignored;  // a file that is gone already is none of our business
     attempt([&] { std::filesystem::remove(file_system_path(temporary_file(hwnd, name)), ignored); });
   }

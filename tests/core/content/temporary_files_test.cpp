@@ -71,6 +71,17 @@ TEST_F(TemporaryFiles, OtherFilesStay) {
     EXPECT_TRUE(there(name)) << name;
 }
 
+TEST_F(TemporaryFiles, GoWithTheirControl) {
+  start();
+  std::vector<std::string> own;
+  for (std::u16string_view name : {document_file, style_sheet_file, picture_file}) {
+    own.push_back("7654321" + to_utf8(name));  // the control's window
+    write_file(own.back(), "x");
+  }
+  control->UserControl_Terminate();
+  for (const std::string& file : own) EXPECT_FALSE(there(file)) << file;
+}
+
 TEST_F(TemporaryFiles, WithNoFolderNothingIsWrittenToTheCurrentOne) {
   const fs::path before = fs::current_path(), empty = folder / "empty";
   fs::create_directory(empty);
