@@ -76,26 +76,26 @@ void ClipboardCommands::cut() {
 }
 
 void ClipboardCommands::paste() {
-  const KeepAlive alive(context_);
-  if (code_.in_front())
-    clip_.Paste(code_.box().hwnd());
-  else
-    attempt([&] {
-      const auto kept = DOM();
-      if (!succeeds(document(), u"Paste")) paste_by_hand();
-    });
-  mark_changed();
+  paste_with([this] {
+    if (!succeeds(document(), u"Paste")) paste_by_hand();
+  });
 }
 
 void ClipboardCommands::paste_text() {
+  paste_with([this] {
+    editing::Editor& editor = document().editor();
+    if (editor.clipboard()) editor.clipboard()->paste_text(editor);
+  });
+}
+
+void ClipboardCommands::paste_with(const std::function<void()>& paste_into_page) {
   const KeepAlive alive(context_);
   if (code_.in_front())
     clip_.Paste(code_.box().hwnd());
   else
     attempt([&] {
       const auto kept = DOM();
-      editing::Editor& editor = document().editor();
-      if (editor.clipboard()) editor.clipboard()->paste_text(editor);
+      paste_into_page();
     });
   mark_changed();
 }

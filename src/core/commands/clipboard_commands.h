@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string_view>
 
 #include "tvx/clipboard/clip.h"
@@ -29,6 +30,8 @@ class ClipboardCommands final : public Part {
  private:
   std::u16string_view selection_type() const;
   void copy_by_hand();
+  /// In the code view its box pastes; in the page `paste_into_page` does.
+  void paste_with(const std::function<void()>& paste_into_page);
   void paste_by_hand();
 
   CodePane& code_;
