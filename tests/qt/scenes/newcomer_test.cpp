@@ -78,6 +78,7 @@ TEST_F(Newcomer, OpensEachMenuAndChoosesEachItem) {
     for (platform::Menu* item : platform::all_items(*control().menu(popup_.toStdU16String())))
       if (!item->is_separator() && item->Visible() && item->items().empty())
         items.push_back(to_qt(platform::name_with_index(*item)));
+    EXPECT_FALSE(items.empty()) << selector;
     for (const QString& item : items) {
       SCOPED_TRACE(item.toStdString());
       open(page);
