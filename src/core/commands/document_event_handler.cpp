@@ -49,7 +49,7 @@ void DocumentEventHandler::act_on_key(int key_code, bool shift, bool control) {
     parts_.formatting.sendCR(properties_.useEnterAsBR);
   } else if (key_code == key_space && shift) {
     document().set_event_key_code(0);
-    parts_.selection.InsertAtCursor(u"&nbsp;", ed_InsertType::ed_InsertReplaceSelection);
+    parts_.selection.insert_hard_space();
   } else if (control && (key_code == key_v || key_code == key_c || key_code == key_x)) {
     if (key_code == key_v)
       parts_.clipboard.paste();

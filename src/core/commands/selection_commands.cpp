@@ -4,6 +4,7 @@
 #include "tvx/base/failure_of.h"
 #include "tvx/browser/browser.h"
 #include "tvx/core/commands/selection_operations.h"
+#include "tvx/editing/gestures/typing.h"
 
 namespace tvx::core {
 namespace {
@@ -31,10 +32,29 @@ void SelectionCommands::InsertAtCursor(std::u16string_view HTMLText, ed_InsertTy
     if (failure) return raise_error(993, u"InsertAtCursor failed " + failure->text());
     if (!inserted) raise_error(993, u"InsertAtCursor failed : Can not insert over a single control element");
   }
-  // Also where nothing was inserted; and the flag first, other than everywhere else.
+  // Also where nothing was inserted.
+  tell_inserted();
+}
+
+// The flag first, other than everywhere else.
+void SelectionCommands::tell_inserted() {
   properties_.IsDirty = true;
   context_.PropertyChanged(u"DocumentHTML");
   context_.state_changed();
+}
+
+// What is typed after it would make a blank of a space that was only put in.
+void SelectionCommands::insert_hard_space() {
+  const KeepAlive alive(context_);
+  const auto kept = browser().Document();
+  const auto typed = [&] {
+    editing::Editor& editor = browser_document().editor();
+    return editor.selection().type() == editing::SelectionType::Text && editing::type_text(editor, u"\u00A0");
+  };
+  bool done = false;
+  attempt([&] { done = typed(); });
+  if (!done) return InsertAtCursor(u"&nbsp;", ed_InsertType::ed_InsertReplaceSelection);
+  tell_inserted();
 }
 
 void SelectionCommands::FormatSelection(std::u16string_view OpeningTag, std::u16string_view ClosingTag) {

@@ -23,6 +23,12 @@ class SelectionCommands final : public Part {
   /// Selects by character position; the HTML of what was selected.
   std::u16string selectText(std::int32_t SelStartPos, std::int32_t SelLength);
   void insert_HR();
+  /// Types a space that no line is broken at; over an element that is selected as a whole it is refused, as
+  /// all that is inserted.
+  void insert_hard_space();
+
+ private:
+  void tell_inserted();
 };
 
 }  // namespace tvx::core

@@ -134,6 +134,16 @@ void make_room(Editor& editor, std::size_t count) {
     dom::replace_data(*text, caret.offset, end - caret.offset, u"");
 }
 
+/// White space is settled where a text goes in, by which a space that somebody wanted hard may become a
+/// blank.
+void keep_hard_space(Editor& editor) {
+  const Boundary caret = editor.selection().focus();
+  auto* text = dom::as<dom::Text>(caret.node);
+  if (!text || caret.offset == 0 || text->data()[caret.offset - 1] != u' ') return;
+  dom::replace_data(*text, caret.offset - 1, 1, std::u16string(1, hard_space));
+  editor.selection().collapse({text, caret.offset});
+}
+
 // Types the beginning of the text and gives its length.
 std::size_t type_some(Editor& editor, std::u16string_view text) {
   if (text[0] == u'\n' || text[0] == u'\r') {
@@ -144,6 +154,7 @@ std::size_t type_some(Editor& editor, std::u16string_view text) {
   if (!word.empty() && type_into_text(editor, word)) return word.size();
   const std::size_t unit = is_high_surrogate(text[0]) && text.size() > 1 ? 2 : 1;
   insert_plain_text(editor, text.substr(0, unit));
+  if (text[0] == hard_space) keep_hard_space(editor);
   return unit;
 }
 

@@ -121,6 +121,16 @@ TEST_F(Control, ShiftSpaceReplacesTheSelectionByANoBreakSpace) {
   EXPECT_EQ(body(), u"<P>one&nbsp;three</P>");
 }
 
+TEST_F(Control, AHardSpaceStaysOneWhenTypingGoesOn) {
+  start();
+  load(u"<P>10[]</P>");
+  EXPECT_TRUE(key(u" ", 32, true, true).taken);
+  EXPECT_TRUE(control->IsDirty());
+  key(u"k", 75);
+  key(u"m", 77);
+  EXPECT_EQ(body(), u"<P>10&nbsp;km</P>");
+}
+
 TEST_F(Control, ShiftSpaceOverAControlIsRefused) {
   start_with(u"<P>x<IMG src=\"a.gif\"></P>");
   control->DOM()->mouse_press(at(element(dom::Tag::Img)));
