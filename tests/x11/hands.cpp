@@ -31,6 +31,9 @@ void give_focus(const QWidget& window) {
 }
 
 void press(const QString& keys) { xdotool({QStringLiteral("key"), keys}); }
+void press(const QStringList& keys) {
+  xdotool(QStringList{QStringLiteral("key"), QStringLiteral("--delay"), QStringLiteral("0")} + keys);
+}
 void type(const QString& text) { xdotool({QStringLiteral("type"), QStringLiteral("--"), text}); }
 void move(QPoint to) { xdotool(move_to(to)); }
 

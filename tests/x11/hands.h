@@ -21,6 +21,8 @@ namespace hands {
 void give_focus(const QWidget& window);
 /// "ctrl+s", "Return"
 void press(const QString& keys);
+/// One after the other, without a pause.
+void press(const QStringList& keys);
 void type(const QString& text);
 void move(QPoint to);
 /// 1 is the left button, 2 the middle one.

@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include <QCoreApplication>
-#include <QElapsedTimer>
+#include <QClipboard>
 #include <QFile>
+#include <QGuiApplication>
 #include <QStandardPaths>
 #include <QTemporaryFile>
 #include <QTest>
@@ -58,6 +58,12 @@ void offer(const QByteArray& bytes, const QString& target, const QString& select
   ASSERT_TRUE(file.open());
   file.write(bytes);
   file.close();
+  // Our side hears of the new owner from the server.
+  bool heard = false;
+  const auto mode = selection == QStringLiteral("primary") ? QClipboard::Selection : QClipboard::Clipboard;
+  QObject here;
+  QObject::connect(QGuiApplication::clipboard(), &QClipboard::changed, &here,
+                   [&](QClipboard::Mode changed) { heard = heard || changed == mode; });
   QProcess process;
   // It goes on in the background and would hold our pipes open.
   process.setStandardOutputFile(QProcess::nullDevice());
@@ -65,10 +71,7 @@ void offer(const QByteArray& bytes, const QString& target, const QString& select
   process.start(QStringLiteral("xclip"), {QStringLiteral("-i"), QStringLiteral("-selection"), selection,
                                           QStringLiteral("-t"), target, file.fileName()});
   ASSERT_TRUE(process.waitForFinished(patience));
-  // Our side hears of the new owner from the server.
-  QElapsedTimer clock;
-  clock.start();
-  while (clock.elapsed() < 100) QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+  ASSERT_TRUE(QTest::qWaitFor([&] { return heard; }, patience));
 }
 
 }  // namespace tvx::x11
