@@ -5,6 +5,7 @@
 
 #include "tvx/base/strings.h"
 #include "tvx/dom/builder.h"
+#include "tvx/editing/facts/written_address.h"
 
 namespace tvx::editing {
 
@@ -25,24 +26,6 @@ std::vector<std::u16string_view> lines_of_text(std::u16string_view text) {
   }
 }
 
-bool is_address(std::u16string_view word) {
-  for (std::u16string_view scheme : {u"http://", u"https://", u"ftp://", u"mailto:"})
-    if (word.size() > scheme.size() && equals_ignoring_ascii_case(word.substr(0, scheme.size()), scheme))
-      return true;
-  return word.size() > 6 && equals_ignoring_ascii_case(word.substr(0, 4), u"www.") &&
-         contains(word.substr(4), u".");
-}
-
-/// The address that a word is, without the signs of the sentence around it; empty if it is none.
-std::u16string_view address_in(std::u16string_view word) {
-  while (!word.empty() && std::u16string_view(u".,;:!?'\")]}>").find(word.back()) != word.npos) {
-    // A bracket that belongs to the address stays.
-    if (word.back() == u')' && contains(word, u"(")) break;
-    word.remove_suffix(1);
-  }
-  return is_address(word) ? word : std::u16string_view();
-}
-
 class TextNodes {
  public:
   TextNodes(dom::Document& document, Addresses addresses) : document_(document), addresses_(addresses) {}
@@ -57,7 +40,7 @@ class TextNodes {
       }
       std::size_t end = at;
       while (end < line.size() && !is_blank(line[end]) && line[end] != u'<' && line[end] != u'>') ++end;
-      const std::u16string_view address = address_in(line.substr(at, end - at));
+      const std::u16string_view address = written_address(line.substr(at, end - at));
       if (!address.empty()) {
         add_text(holder, line.substr(shown, at - shown));
         add_link(holder, address);
@@ -76,9 +59,7 @@ class TextNodes {
   }
   void add_link(dom::Node& holder, std::u16string_view address) {
     const Ref<Element> link = document_.create_element(Tag::A);
-    std::u16string target(address);
-    if (equals_ignoring_ascii_case(address.substr(0, 4), u"www.")) target = u"http://" + target;
-    Builder::add_attribute(*link, {dom::names::href, std::move(target), {}});
+    Builder::add_attribute(*link, {dom::names::href, target_of(address), {}});
     add_text(*link, address);
     Builder::insert(holder, link);
   }

@@ -5,6 +5,7 @@
 #include "tvx/dom/tree.h"
 #include "tvx/editing/facts/lines.h"
 #include "tvx/editing/facts/predicates.h"
+#include "tvx/editing/facts/written_address.h"
 #include "tvx/editing/gestures/cell_selection.h"
 #include "tvx/editing/gestures/line_keys.h"
 #include "tvx/editing/insertion/insertion_commands.h"
@@ -110,10 +111,24 @@ bool format_paragraph(Editor& editor) {
   return true;
 }
 
+/// An address that says no scheme, "www.example.org", before a position in a text.
+std::optional<TypedAddress> bare_address_before(const Boundary& end) {
+  auto& text = static_cast<dom::Text&>(*end.node);
+  if (dom::enclosing(text, Tag::A)) return std::nullopt;
+  const std::u16string_view before = std::u16string_view(text.data()).substr(0, end.offset);
+  const std::size_t blank = before.find_last_of(u" \t\r\n\u00A0([{<\"'");
+  const std::size_t start = blank == before.npos ? 0 : blank + 1;
+  const std::u16string_view address = written_address(before.substr(start));
+  if (address.empty()) return std::nullopt;
+  return TypedAddress{&text, Offset(start), Offset(start + address.size()), target_of(address)};
+}
+
 bool link_address(Editor& editor) {
   const Boundary caret = editor.selection().focus();
   if (is_plain_text_host(*editing_host_of(*caret.node))) return false;
-  const auto address = address_before({caret.node, caret.offset - 1});
+  const Boundary end{caret.node, caret.offset - 1};
+  auto address = address_before(end);
+  if (!address) address = bare_address_before(end);
   if (!address) return false;
   const dom::UndoStep step(editor.document().journal(), u"Link");
   make_link(editor, *address);
