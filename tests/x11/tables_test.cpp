@@ -102,6 +102,29 @@ TEST_F(TablesOnScreen, ButtonsActInEachSelectedCell) {
       << html();
 }
 
+// The cell between them in the tree is plain, and none of the selected ones.
+TEST_F(TablesOnScreen, ButtonsStayPressedForAColumnOfCells) {
+  start(page);
+  drag_over("a", "d");
+  ASSERT_TRUE(wait_for([&] { return selected() == 2; }));
+  const auto is_pressed = [&](std::u16string_view key) {
+    return qobject_cast<QAbstractButton*>(toolbar_button(key))->isChecked();
+  };
+  for (const std::u16string_view key : {u"Bold", u"Align Right", u"orderedlist"}) {
+    EXPECT_FALSE(is_pressed(key)) << to_utf8(key);
+    hands::click(middle_of(*toolbar_button(key)));
+    EXPECT_TRUE(wait_for([&] { return is_pressed(key); })) << to_utf8(key) << html();
+  }
+  ASSERT_TRUE(settle());
+  EXPECT_EQ(selected(), 2u);
+  drag_over("a", "b");
+  EXPECT_TRUE(wait_for([&] { return !is_pressed(u"Bold"); })) << "one of them is plain";
+  EXPECT_FALSE(is_pressed(u"Align Right"));
+  drag_over("d", "a");
+  EXPECT_TRUE(wait_for([&] { return is_pressed(u"Bold"); })) << "from below as well";
+  EXPECT_TRUE(is_pressed(u"Align Right"));
+}
+
 TEST_F(TablesOnScreen, TheMouseMenuChangesTheTableAtTheCell) {
   start(page);
   answer_menu([](QWidget& menu) { choose_below(menu, "mnuMiscTable", "mnuCellRowBelow"); });

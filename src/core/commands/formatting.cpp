@@ -13,6 +13,7 @@
 #include "tvx/dom/mutation.h"
 #include "tvx/editing/editor.h"
 #include "tvx/editing/gestures/typing.h"
+#include "tvx/editing/gestures/writer_state.h"
 
 namespace tvx::core {
 namespace {
@@ -67,8 +68,9 @@ void Formatting::act_on_cells(std::u16string_view command) {
 void Formatting::show_pressed(int button, std::u16string_view query) {
   attempt([&] {
     const browser::CommandValue value = document().queryCommandValue(query);
-    const bool* pressed = std::get_if<bool>(&value);
-    toolbars_.Toolbar1.Item(button).set_Value(pressed && *pressed ? 1 : 0);
+    const bool* told = std::get_if<bool>(&value);
+    const bool pressed = told && (*told || editing::state_as_writer(document().editor(), query));
+    toolbars_.Toolbar1.Item(button).set_Value(pressed ? 1 : 0);
   });
 }
 
@@ -99,7 +101,7 @@ void Formatting::show_state() {
 void Formatting::show_paragraph_state() {
   for (const StateRow& row : paragraph_rows)
     attempt([&] {
-      const bool pressed = document().editor().state(row.query);
+      const bool pressed = editing::state_as_writer(document().editor(), row.query);
       toolbars_.Toolbar1.Item(row.button).set_Value(pressed ? 1 : 0);
     });
 }

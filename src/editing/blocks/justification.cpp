@@ -109,14 +109,9 @@ void justify_selection(Editor& editor, std::u16string_view alignment) {
 
 namespace {
 
-NodeList selected_leaves(Editor& editor) {
-  const std::optional<dom::Range> range = editor.active_range();
-  return range ? visible_leaves(block_extend(*range)) : NodeList();
-}
-
-// How many of the selected leaves are aligned that way, and of how many.
-std::pair<std::size_t, std::size_t> count_aligned(Editor& editor, std::u16string_view alignment) {
-  const NodeList leaves = selected_leaves(editor);
+// How many of the leaves in a range are aligned that way, and of how many.
+std::pair<std::size_t, std::size_t> count_aligned(const dom::Range& range, std::u16string_view alignment) {
+  const NodeList leaves = visible_leaves(block_extend(range));
   const auto aligned = std::count_if(leaves.begin(), leaves.end(),
                                      [&](const auto& leaf) { return alignment_of(*leaf) == alignment; });
   return {aligned, leaves.size()};
@@ -125,13 +120,20 @@ std::pair<std::size_t, std::size_t> count_aligned(Editor& editor, std::u16string
 }  // namespace
 
 bool is_alignment_mixed(Editor& editor, std::u16string_view alignment) {
-  const auto [aligned, all] = count_aligned(editor, alignment);
+  const std::optional<dom::Range> range = editor.active_range();
+  if (!range) return false;
+  const auto [aligned, all] = count_aligned(*range, alignment);
   return aligned > 0 && aligned < all;
 }
 
-bool is_aligned(Editor& editor, std::u16string_view alignment) {
-  const auto [aligned, all] = count_aligned(editor, alignment);
+bool is_aligned(const dom::Range& range, std::u16string_view alignment) {
+  const auto [aligned, all] = count_aligned(range, alignment);
   return all > 0 && aligned == all;
+}
+
+bool is_aligned(Editor& editor, std::u16string_view alignment) {
+  const std::optional<dom::Range> range = editor.active_range();
+  return range && is_aligned(*range, alignment);
 }
 
 std::u16string alignment_of_selection(Editor& editor) {

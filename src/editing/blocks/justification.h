@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "tvx/dom/node.h"
+#include "tvx/dom/range.h"
 
 /// Editing commands standard, section "Justifying the selection". An alignment is "center", "justify", "left"
 /// or "right".
@@ -17,6 +18,7 @@ std::u16string_view alignment_of(const dom::Node& node);
 
 bool is_alignment_mixed(Editor& editor, std::u16string_view alignment);
 bool is_aligned(Editor& editor, std::u16string_view alignment);
+bool is_aligned(const dom::Range& range, std::u16string_view alignment);
 /// Of the first line.
 std::u16string alignment_of_selection(Editor& editor);
 

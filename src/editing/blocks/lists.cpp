@@ -87,8 +87,11 @@ struct KindCount {
 
 ListState list_state(Editor& editor) {
   const std::optional<dom::Range> range = editor.active_range();
-  if (!range) return ListState::None;
-  NodeList nodes = topmost_contained(block_extend(*range), is_list_material);
+  return range ? list_state(*range) : ListState::None;
+}
+
+ListState list_state(const dom::Range& range) {
+  NodeList nodes = topmost_contained(block_extend(range), is_list_material);
   drop_unseen(nodes);
   if (nodes.empty()) return ListState::None;
   KindCount ordered, unordered;

@@ -16,6 +16,7 @@ bool is_html_element_of(const dom::Node& node, dom::Name name);
 /// "The selection's list state".
 enum class ListState : std::uint8_t { None, Ordered, Unordered, Mixed, MixedOrdered, MixedUnordered };
 ListState list_state(Editor& editor);
+ListState list_state(const dom::Range& range);
 
 /// Makes lists of the selected lines, or takes them out of their list if all stand in one of that kind.
 void toggle_lists(Editor& editor, dom::Tag tag);

@@ -10,6 +10,7 @@
 #include "tvx/editing/gestures/alignment.h"
 #include "tvx/editing/gestures/gesture_step.h"
 #include "tvx/editing/gestures/list_keys.h"
+#include "tvx/editing/gestures/writer_state.h"
 #include "tvx/editing/tree/lines.h"
 #include "tvx/editing/tree/surgery.h"
 
@@ -147,10 +148,7 @@ bool execute_in_cells(Editor& editor, std::vector<Ref<Element>> cells, std::u16s
     std::erase_if(cells, [](const Ref<Element>& cell) { return is_empty_line(*cell); });
   // What is on everywhere goes off everywhere: all are asked before the first is done.
   std::vector<bool> on;
-  for (const Ref<Element>& cell : cells) {
-    select_cells(editor, *cell, *cell);
-    on.push_back(editor.state(command));
-  }
+  for (const Ref<Element>& cell : cells) on.push_back(state_of_cell(cell, command).value_or(false));
   const std::u16string alignment = alignment_of_command(command);
   const bool all_on = std::ranges::all_of(on, [](bool each) { return each; });
   for (std::size_t i = 0; i < cells.size(); ++i) {

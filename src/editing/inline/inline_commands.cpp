@@ -20,28 +20,32 @@ namespace {
 
 // --- how the questions are answered ---
 
-/// Calls `visitor` with the style of each formattable node in the active range until it answers false.
-/// Returns whether there was any.
+/// Calls `visitor` with the style of each formattable node in a range until it answers false. Returns whether
+/// there was any.
 template <class Visitor>
-bool each_look(Editor& editor, InlineCommand command, Visitor visitor) {
-  const auto range = editor.active_range();
+bool each_value(const dom::Range& range, InlineCommand command, Visitor visitor) {
   bool any = false;
-  if (!range) return any;
   PathFacts facts;
   const Node* parent = nullptr;
-  InlineValue look;  // texts look like their parent
-  walk_effectively_contained(*range, [&](Node& node) {
+  InlineValue value;  // texts have that of their parent
+  walk_effectively_contained(range, [&](Node& node) {
     if (!facts.is_formattable(node)) return true;
     any = true;
     if (!node.is_text()) return bool(visitor(effective_command_value(node, command)));
-    if (node.parent() != parent) look = effective_command_value(node, command);
+    if (node.parent() != parent) value = effective_command_value(node, command);
     parent = node.parent();
-    return bool(visitor(look));
+    return bool(visitor(value));
   });
   return any;
 }
+/// The same in what is selected.
+template <class Visitor>
+bool each_value(Editor& editor, InlineCommand command, Visitor visitor) {
+  const auto range = editor.active_range();
+  return range && each_value(*range, command, visitor);
+}
 
-InlineValue look_of_start(Editor& editor, InlineCommand command) {
+InlineValue value_of_start(Editor& editor, InlineCommand command) {
   const auto range = editor.active_range();
   return range ? effective_command_value(*range->start.node, command) : std::nullopt;
 }
@@ -49,7 +53,7 @@ InlineValue look_of_start(Editor& editor, InlineCommand command) {
 template <InlineCommand command>
 bool is_partly_on(Editor& editor) {
   bool on = false, off = false;
-  each_look(editor, command, [&](const InlineValue& value) {
+  each_value(editor, command, [&](const InlineValue& value) {
     (is_activated_value(command, value) ? on : off) = true;
     return !(on && off);
   });
@@ -60,23 +64,21 @@ bool is_partly_on(Editor& editor) {
 template <InlineCommand command>
 bool is_partly_lowered_or_raised(Editor& editor) {
   bool mixed = false;
-  each_look(editor, command, [&](const InlineValue& value) { return !(mixed = value == u"mixed"); });
+  each_value(editor, command, [&](const InlineValue& value) { return !(mixed = value == u"mixed"); });
   return mixed || is_partly_on<command>(editor);
 }
 
 template <InlineCommand command>
 bool is_on(Editor& editor) {
-  bool on = true;
-  const bool any = each_look(
-      editor, command, [&](const InlineValue& value) { return on = is_activated_value(command, value); });
-  return any ? on : is_activated_value(command, look_of_start(editor, command));
+  const auto range = editor.active_range();
+  return range ? editing::is_on(*range, command) : is_activated_value(command, std::nullopt);
 }
 
 template <InlineCommand command>
-bool has_several_looks(Editor& editor) {
+bool has_several_values(Editor& editor) {
   std::optional<InlineValue> first;
   bool several = false;
-  each_look(editor, command, [&](const InlineValue& value) {
+  each_value(editor, command, [&](const InlineValue& value) {
     if (!first) first = value;
     return !(several = *first != value);
   });
@@ -84,17 +86,17 @@ bool has_several_looks(Editor& editor) {
 }
 
 template <InlineCommand command>
-std::u16string first_look(Editor& editor) {
-  InlineValue look;
-  const bool any = each_look(editor, command, [&](const InlineValue& value) {
-    look = value;
+std::u16string first_value(Editor& editor) {
+  InlineValue first;
+  const bool any = each_value(editor, command, [&](const InlineValue& value) {
+    first = value;
     return false;
   });
-  return (any ? look : look_of_start(editor, command)).value_or(u"");
+  return (any ? first : value_of_start(editor, command)).value_or(u"");
 }
 
 std::u16string first_font_size(Editor& editor) {
-  return legacy_font_size_of(first_look<InlineCommand::FontSize>(editor));
+  return legacy_font_size_of(first_value<InlineCommand::FontSize>(editor));
 }
 
 // --- what the commands do ---
@@ -165,8 +167,8 @@ const CommandDefinition rows[] = {
     {.name = u"backColor",
      .label = u"Background colour",
      .action = set_colour<InlineCommand::BackColor>,
-     .indeterminate = has_several_looks<InlineCommand::BackColor>,
-     .value = first_look<InlineCommand::BackColor>,
+     .indeterminate = has_several_values<InlineCommand::BackColor>,
+     .value = first_value<InlineCommand::BackColor>,
      .css_property = u"background-color",
      .inline_command = InlineCommand::BackColor},
     {.name = u"bold",
@@ -179,29 +181,29 @@ const CommandDefinition rows[] = {
     {.name = u"fontName",
      .label = u"Font",
      .action = set_font,
-     .indeterminate = has_several_looks<InlineCommand::FontName>,
-     .value = first_look<InlineCommand::FontName>,
+     .indeterminate = has_several_values<InlineCommand::FontName>,
+     .value = first_value<InlineCommand::FontName>,
      .css_property = u"font-family",
      .inline_command = InlineCommand::FontName},
     {.name = u"fontSize",
      .label = u"Font size",
      .action = set_font_size,
-     .indeterminate = has_several_looks<InlineCommand::FontSize>,
+     .indeterminate = has_several_values<InlineCommand::FontSize>,
      .value = first_font_size,
      .css_property = u"font-size",
      .inline_command = InlineCommand::FontSize},
     {.name = u"foreColor",
      .label = u"Text colour",
      .action = set_colour<InlineCommand::ForeColor>,
-     .indeterminate = has_several_looks<InlineCommand::ForeColor>,
-     .value = first_look<InlineCommand::ForeColor>,
+     .indeterminate = has_several_values<InlineCommand::ForeColor>,
+     .value = first_value<InlineCommand::ForeColor>,
      .css_property = u"color",
      .inline_command = InlineCommand::ForeColor},
     {.name = u"hiliteColor",
      .label = u"Background colour",
      .action = set_colour<InlineCommand::BackColor>,
-     .indeterminate = has_several_looks<InlineCommand::BackColor>,
-     .value = first_look<InlineCommand::BackColor>,
+     .indeterminate = has_several_values<InlineCommand::BackColor>,
+     .value = first_value<InlineCommand::BackColor>,
      .css_property = u"background-color",
      .inline_command = InlineCommand::BackColor},
     {.name = u"italic",
@@ -239,6 +241,13 @@ const CommandDefinition rows[] = {
 };
 
 }  // namespace
+
+bool is_on(const dom::Range& range, InlineCommand command) {
+  bool on = true;
+  const bool any = each_value(
+      range, command, [&](const InlineValue& value) { return on = is_activated_value(command, value); });
+  return any ? on : is_activated_value(command, effective_command_value(*range.start.node, command));
+}
 
 std::span<const CommandDefinition> inline_commands() { return rows; }
 

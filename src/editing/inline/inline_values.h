@@ -28,6 +28,8 @@ bool loosely_equivalent_values(InlineCommand command, const InlineValue& a, cons
 /// Whether the command switches something on and off ("has inline command activated values").
 bool has_activated_values(InlineCommand command);
 bool is_activated_value(InlineCommand command, const InlineValue& value);
+/// Whether all text in a range has the activated value; without text, the range's start.
+bool is_on(const dom::Range& range, InlineCommand command);
 /// The CSS property that the command sets, empty if none.
 std::u16string_view css_property_of(InlineCommand command);
 

@@ -1,0 +1,70 @@
+#include "tvx/editing/gestures/writer_state.h"
+
+#include "tvx/base/strings.h"
+#include "tvx/dom/tree.h"
+#include "tvx/editing/blocks/justification.h"
+#include "tvx/editing/blocks/lists.h"
+#include "tvx/editing/facts/line_memo.h"
+#include "tvx/editing/facts/lines.h"
+#include "tvx/editing/inline/inline_values.h"
+#include "tvx/editing/tables/selected_cells.h"
+
+namespace tvx::editing {
+namespace {
+
+using dom::Element;
+using dom::Ref;
+
+struct InlineRow {
+  std::u16string_view name;
+  InlineCommand command;
+};
+constexpr InlineRow inline_rows[] = {
+    {u"bold", InlineCommand::Bold},           {u"italic", InlineCommand::Italic},
+    {u"underline", InlineCommand::Underline}, {u"strikethrough", InlineCommand::Strikethrough},
+    {u"subscript", InlineCommand::Subscript}, {u"superscript", InlineCommand::Superscript},
+};
+
+struct AlignmentRow {
+  std::u16string_view name, alignment;
+};
+constexpr AlignmentRow alignment_rows[] = {
+    {u"justifyleft", u"left"},
+    {u"justifycenter", u"center"},
+    {u"justifyright", u"right"},
+    {u"justifyfull", u"justify"},
+};
+
+dom::Range content_of(Element& cell) { return {{&cell, 0}, {&cell, dom::length_of(cell)}}; }
+
+/// An empty cell is aligned by itself: its text will be.
+bool is_cell_aligned(Element& cell, std::u16string_view alignment) {
+  return is_empty_line(cell) ? alignment_of(cell) == alignment : is_aligned(content_of(cell), alignment);
+}
+
+}  // namespace
+
+std::optional<bool> state_of_cell(const Ref<Element>& cell, std::u16string_view command) {
+  const std::u16string name = ascii_lower(command);
+  const LineMemo memo;
+  for (const AlignmentRow& row : alignment_rows)
+    if (row.name == name) return is_cell_aligned(*cell, row.alignment);
+  if (is_empty_line(*cell)) return std::nullopt;
+  for (const InlineRow& row : inline_rows)
+    if (row.name == name) return is_on(content_of(*cell), row.command);
+  if (name == u"insertorderedlist") return list_state(content_of(*cell)) == ListState::Ordered;
+  if (name == u"insertunorderedlist") return list_state(content_of(*cell)) == ListState::Unordered;
+  return std::nullopt;
+}
+
+bool state_as_writer(Editor& editor, std::u16string_view command) {
+  bool any = false;
+  for (const Ref<Element>& cell : selected_cells(editor)) {
+    const std::optional<bool> on = state_of_cell(cell, command);
+    if (on == false) return false;
+    any = any || on;
+  }
+  return any || editor.state(command);
+}
+
+}  // namespace tvx::editing

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <optional>
+#include <string_view>
+
+#include "tvx/editing/editor.h"
+
+/// How a button of a command stands: whether all that is selected is so.
+namespace tvx::editing {
+
+/// Of selected cells each is asked by itself: what stands between them in the tree isn't selected.
+bool state_as_writer(Editor& editor, std::u16string_view command);
+/// Whether a cell is what a command makes of it; nothing where there is nothing in it that could be.
+std::optional<bool> state_of_cell(const dom::Ref<dom::Element>& cell, std::u16string_view command);
+
+}  // namespace tvx::editing
