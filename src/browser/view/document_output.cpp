@@ -8,6 +8,7 @@
 #include "tvx/browser/html_document.h"
 #include "tvx/browser/loading/page_source.h"
 #include "tvx/browser/view/mirror.h"
+#include "tvx/browser/view/positions.h"
 #include "tvx/browser/view/view.h"
 #include "tvx/dom/collections.h"
 #include "tvx/platform/message_loop.h"
@@ -112,6 +113,7 @@ void DocumentOutput::mutated(const dom::Mutation& mutation) {
 }
 
 void DocumentOutput::selection_changed() {
+  patches_.note_use();
   selection_.reveal(true);
   scroll_.clear();
   schedule_flush();
@@ -128,12 +130,22 @@ void DocumentOutput::flush() {
   flush_scheduled_ = false;
   if (!document_ || given_up_) return;
   if (patches_.page_outdated()) begin_page();
-  const bool moved = patches_.flush();
+  const bool moved = patches_.flush(first_wanted());
   send_mode(std::exchange(page_began_, false));
   selection_.send(wanted_selection(*document_, mirror()), moved);
   scroll_.send(view_, mirror());
   context_.send(*document_, mode_.editable);
   if (marks_.send(mirror())) schedule_flush();
+}
+
+/// What is to be in the window and may not be in the view yet.
+dom::Node* DocumentOutput::first_wanted() const {
+  if (dom::Node* element = scroll_.element()) return mirror().knows(*element) ? nullptr : element;
+  const editing::Selection& selection = document_->editor().selection();
+  if (dom::Element* control = selection.control()) return mirror().knows(*control) ? nullptr : control;
+  if (selection.type() != editing::SelectionType::Text) return nullptr;
+  dom::Node* focus = missing_at(mirror(), selection.focus());
+  return focus ? focus : missing_at(mirror(), selection.anchor());
 }
 
 /// A mode of the editor changes without notice: it is read with each flush.

@@ -75,6 +75,7 @@ class DocumentOutput final : public Display,
  private:
   void mutated(const dom::Mutation& mutation) override;
   void selection_changed() override;
+  dom::Node* first_wanted() const;
   void send_mode(bool again);
 
   View& view_;

@@ -44,8 +44,8 @@ void Mirror::reset() {
   pending_forgets_.clear();
   dirty_texts_.clear();
   dirty_attributes_.clear();
-  frames_.clear();
-  frames_.push_back({document_.get(), nullptr});
+  gaps_.clear();
+  gaps_.push_back({document_.get(), nullptr, nullptr});
   entry(*document_).node = document_.get();
   entry(*document_).flags |= Incomplete;
 }
@@ -94,7 +94,7 @@ void Mirror::mutated(const dom::Mutation& mutation) {
       removals_ = true;
       if (knows(*mutation.parent) || knows(*mutation.node)) touch(*mutation.node);
       if (knows(*mutation.parent)) entry(*mutation.parent).changed = patch_;
-      step_back(mutation);
+      step_aside(mutation);
       break;
     case dom::Mutation::Type::ReplaceData:
       if (knows(*mutation.node)) note_data(mutation);
@@ -125,12 +125,14 @@ void Mirror::note_data(const dom::Mutation& mutation) {
   at->second.suffix = std::min(at->second.suffix, suffix);
 }
 
-/// The last child sent of an incomplete element was taken away: the one before it is the last now.
-void Mirror::step_back(const dom::Mutation& removal) {
+/// A child at the edge of a gap was taken away: the one before it or after it stands there now.
+void Mirror::step_aside(const dom::Mutation& removal) {
   if (!has(*removal.parent, Incomplete)) return;
-  for (Frame& frame : frames_) {
-    if (frame.element != removal.parent || frame.last != removal.node) continue;
-    frame.last = removal.before ? removal.before->previous_sibling() : removal.parent->last_child();
+  for (Gap& gap : gaps_) {
+    if (gap.element != removal.parent) continue;
+    if (gap.last == removal.node)
+      gap.last = removal.before ? removal.before->previous_sibling() : removal.parent->last_child();
+    if (gap.end == removal.node) gap.end = removal.before;
   }
 }
 
@@ -153,7 +155,7 @@ bool Mirror::failed(dom::NodeId id) {
 
 // --- the flush ---
 
-std::vector<Operation> Mirror::flush(std::size_t budget) {
+std::vector<Operation> Mirror::flush(std::size_t budget, Node* wanted) {
   operations_.clear();
   detach_touched();
   for (const Ref<Node>& node : std::exchange(pending_forgets_, {})) {
@@ -165,17 +167,18 @@ std::vector<Operation> Mirror::flush(std::size_t budget) {
   if (std::exchange(removals_, false)) forget_hidden(carried_);
   send_data();
   send_attributes();
+  tidy_gaps();
 
   spent_ = 0;
   limit_ = std::max(budget, edit_budget);
-  const std::size_t load_frames = frames_.size();
-  place_nodes(fresh_, load_frames);
+  place_nodes(fresh_, gaps_.size());
   carried_.insert(carried_.end(), fresh_.begin(), fresh_.end());
   fresh_.clear();
 
   limit_ = budget;
-  if (!spent()) place_nodes(carried_, frames_.size());
-  fill_frames(0);
+  if (!spent()) place_nodes(carried_, gaps_.size());
+  if (wanted && !spent()) lead_to(*wanted);
+  fill_gaps(0);
   return std::exchange(operations_, {});
 }
 
@@ -212,17 +215,13 @@ void Mirror::forget(Node& root) {
       node = dom::next_skipping_children(*node, &root);
       continue;
     }
-    if (marks.flags & Incomplete) drop_frame(*node);
+    if (marks.flags & Incomplete) drop_gaps(*node);
     if (!dirty_texts_.empty()) dirty_texts_.erase(node);
     const bool was_known = marks.node != nullptr;
     marks.node = nullptr;
     marks.flags &= ~(Incomplete | Detached);
     node = was_known ? dom::next_in_order(*node, &root) : dom::next_skipping_children(*node, &root);
   }
-}
-
-void Mirror::drop_frame(const Node& element) {
-  std::erase_if(frames_, [&element](const Frame& frame) { return frame.element == &element; });
 }
 
 void Mirror::send_data() {
@@ -281,31 +280,35 @@ void Mirror::send_attributes_of(Element& element, std::vector<std::u16string> na
 }
 
 /// Sends the positions of touched nodes, as far as the budget goes; what stays in `nodes` waits. New elements
-/// are filled as they come: their frames lie above the first `frames`.
-void Mirror::place_nodes(std::vector<Ref<Node>>& nodes, std::size_t frames) {
+/// are filled as they come: their gaps lie above the first `gaps`.
+void Mirror::place_nodes(std::vector<Ref<Node>>& nodes, std::size_t gaps) {
   left_to_the_cursor_.clear();
   for (const Ref<Node>& node : nodes) {
     if (spent()) break;
-    if (has(*node, Touched) && !left_to_the_cursor_.contains(node.get())) place_run(*node, frames);
+    if (has(*node, Touched) && !left_to_the_cursor_.contains(node.get())) place_run(*node, gaps);
   }
   std::erase_if(nodes, [this](const Ref<Node>& node) { return !has(*node, Touched); });
 }
 
 /// Sends a node and the touched siblings after it, in their order, all before the first sibling that is in
 /// its position.
-void Mirror::place_run(Node& first, std::size_t frames) {
+void Mirror::place_run(Node& first, std::size_t gaps) {
   const Node& parent = *first.parent();
   const Node* end = first.next_sibling();
   while (end && (has(*end, Touched) || !is_mirrored(*end))) end = end->next_sibling();
   const bool parent_known = knows(parent);
-  if (!parent_known || (end ? !knows(*end) : has(parent, Incomplete))) {
+  if (!parent_known || (end ? !knows(*end) : is_open_ended(parent))) {
     leave_to_the_cursor(first, end);
     return;
   }
   for (Node* node = &first; node != end && !spent(); node = node->next_sibling()) {
     if (!is_mirrored(*node)) continue;
     place(*node, end);
-    fill_frames(frames);
+    // What is placed right after a gap is its end now.
+    if (node == &first && end && has(parent, Incomplete))
+      for (Gap& gap : gaps_)
+        if (gap.end == end) gap.end = node;
+    fill_gaps(gaps);
   }
 }
 
@@ -357,27 +360,7 @@ void Mirror::make(Node& node, const Node* before) {
   operation.attributes = mirrored_attributes(*element);
   if (!node.has_children() || !mirrors_children(*element)) return;
   entry(node).flags |= Incomplete;
-  frames_.push_back({node, nullptr});
-}
-
-/// Sends children of incomplete elements, the innermost first, until `down_to` frames are left or the
-/// budget is spent.
-void Mirror::fill_frames(std::size_t down_to) {
-  while (frames_.size() > down_to && !spent()) {
-    Frame& frame = frames_.back();
-    // Children that were moved since don't count as sent.
-    while (frame.last && is_mirrored(*frame.last) && !in_place(*frame.last)) {
-      frame.last = frame.last->previous_sibling();
-    }
-    Node* next = frame.last ? frame.last->next_sibling() : frame.element->first_child();
-    if (!next) {
-      entry(*frame.element).flags &= ~Incomplete;
-      frames_.pop_back();
-      continue;
-    }
-    frame.last = next;
-    if (is_mirrored(*next)) place(*next, nullptr);
-  }
+  gaps_.push_back({node, nullptr, nullptr});
 }
 
 PatchOperation& Mirror::add(Operation::Type type, Node& node) {

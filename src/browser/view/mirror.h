@@ -1,10 +1,12 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <unordered_map>
 #include <unordered_set>
 #include <vector>
 
+#include "tvx/browser/view/gap.h"
 #include "tvx/browser/view/messages.h"
 #include "tvx/dom/mutation.h"
 
@@ -17,9 +19,10 @@ namespace tvx::browser {
 /// one operation.
 ///
 /// A node is *known* when the view has it. A new document is sent in slices in tree order: an element whose
-/// children aren't all known is *incomplete* and has a frame that remembers the last child sent; after that
-/// child nothing is known, and what changes there costs nothing. New parts that are too large for one flush
-/// become frames too, or wait as *carried* nodes.
+/// children aren't all known is *incomplete* and has gaps (gap.h), stretches of children of which nothing is
+/// known; what changes there costs nothing. What is wanted in the window before its turn is sent first, and
+/// leaves a gap before it. New parts that are too large for one flush have gaps too, or wait as *carried*
+/// nodes.
 class Mirror final : public dom::MutationObserver {
  public:
   explicit Mirror(dom::Document& document);
@@ -33,10 +36,11 @@ class Mirror final : public dom::MutationObserver {
   /// Edits wait to be sent.
   bool dirty() const;
   /// Parts of the tree, new ones or the whole, are still to be sent.
-  bool loading() const { return !frames_.empty() || !carried_.empty(); }
+  bool loading() const { return !gaps_.empty() || !carried_.empty(); }
   /// What brings the view up to date: all edits, and up to `budget` of what is to be loaded. A node counts
-  /// one, and one more for each 64 units of text.
-  std::vector<PatchOperation> flush(std::size_t budget);
+  /// one, and one more for each 64 units of text. `wanted` comes first of what is to be loaded, with what
+  /// stands around it.
+  std::vector<PatchOperation> flush(std::size_t budget, dom::Node* wanted = nullptr);
 
   /// Where in the stream of patches a node was last changed; for messages about older trees.
   PatchNumber last_change(dom::NodeId id) const;
@@ -46,6 +50,11 @@ class Mirror final : public dom::MutationObserver {
   /// The node that the view knows by this id; null if none.
   dom::Node* node(dom::NodeId id) const;
   bool knows(const dom::Node& node) const { return this->node(node.id()) == &node; }
+
+  // --- positions among the children of a known node, some of which the view may not have ---
+  /// None for one among children that are still to be sent.
+  std::optional<Offset> offset_in_view(const dom::Node& parent, Offset offset) const;
+  Offset offset_in_document(const dom::Node& parent, Offset offset) const;
 
   /// The view could not make this node: it is sent once more, and left out after a second failure. Returns
   /// false when it is left out.
@@ -57,7 +66,7 @@ class Mirror final : public dom::MutationObserver {
   enum Flag : std::uint8_t {
     Touched = 1,     // was inserted, moved or removed: its position is to be sent
     Detached = 2,    // the view knows it, out of its tree
-    Incomplete = 4,  // has a frame
+    Incomplete = 4,  // has gaps
     DirtyData = 8,
     LeftOut = 16
   };
@@ -66,10 +75,6 @@ class Mirror final : public dom::MutationObserver {
     PatchNumber changed{};
     std::uint8_t flags = 0;
     std::uint8_t failures = 0;
-  };
-  struct Frame {
-    dom::Ref<dom::Node> element;
-    dom::Ref<dom::Node> last;  // the last child sent, empty: none yet
   };
   struct DirtyText {
     dom::Ref<dom::CharacterData> node;
@@ -87,21 +92,29 @@ class Mirror final : public dom::MutationObserver {
   bool is_shown(const dom::Node& node) const;
   void touch(dom::Node& node);
   void note_data(const dom::Mutation& mutation);
-  void step_back(const dom::Mutation& removal);
+  void step_aside(const dom::Mutation& removal);
 
   void detach_touched();
   void forget_hidden(std::vector<dom::Ref<dom::Node>>& nodes);
   void forget(dom::Node& root);
-  void drop_frame(const dom::Node& element);
   void send_data();
   void send_attributes();
   void send_attributes_of(dom::Element& element, std::vector<std::u16string> names, bool all);
-  void place_nodes(std::vector<dom::Ref<dom::Node>>& nodes, std::size_t frames);
-  void place_run(dom::Node& first, std::size_t frames);
+  void place_nodes(std::vector<dom::Ref<dom::Node>>& nodes, std::size_t gaps);
+  void place_run(dom::Node& first, std::size_t gaps);
   void leave_to_the_cursor(dom::Node& first, const dom::Node* end);
   void place(dom::Node& node, const dom::Node* before);
   void make(dom::Node& node, const dom::Node* before);
-  void fill_frames(std::size_t down_to);
+
+  // --- gaps (mirror_gaps.cpp) ---
+  void tidy_gaps();
+  void drop_gaps(const dom::Node& element);
+  void close_last_gap();
+  bool is_open_ended(const dom::Node& element) const;
+  void fill_gaps(std::size_t down_to);
+  void lead_to(dom::Node& wanted);
+  bool enter(dom::Node& child, std::size_t& fronts);
+  std::size_t gap_around(const dom::Node& child) const;
   bool spent() const { return spent_ >= limit_; }
 
   PatchOperation& add(PatchOperation::Type type, dom::Node& node);
@@ -110,7 +123,7 @@ class Mirror final : public dom::MutationObserver {
   dom::Ref<dom::Document> document_;
   std::vector<Entry> entries_;  // by NodeId
   std::vector<dom::Ref<dom::Node>> fresh_, carried_, pending_forgets_;
-  std::vector<Frame> frames_;
+  std::vector<Gap> gaps_;  // the last one is filled first
   std::unordered_map<dom::Node*, DirtyText> dirty_texts_;
   std::vector<DirtyAttribute> dirty_attributes_;
   std::vector<PatchOperation> operations_;

@@ -13,6 +13,13 @@ namespace {
 
 PatchNumber next(PatchNumber number) { return PatchNumber(static_cast<std::uint32_t>(number) + 1); }
 
+// Whoever has written or moved the caret in so many milliseconds is at work.
+constexpr std::int64_t work_lasts = 400;
+// A program that changes the document all the time keeps slices from being sent for so long at most.
+constexpr std::int64_t longest_wait = 300;
+// Of what may be sent at once, the part that goes between two keys.
+constexpr std::size_t share_between_keys = 4;
+
 /// Operations after which the view's own selection may stand elsewhere.
 bool moves_selection(const PatchOperation& operation) {
   using Type = PatchOperation::Type;
@@ -40,6 +47,7 @@ void PatchStream::begin_page() {
   reset_ = true;
   slice_.reset();
   slice_size_ = {};
+  used_.reset();
   compatibility_mode_ = tree_->compatibility_mode();
   base_ = base_of_();
   base_may_differ_ = false;
@@ -52,15 +60,38 @@ bool PatchStream::page_outdated() {
   return tree_->compatibility_mode() != compatibility_mode_;
 }
 
-bool PatchStream::flush() {
-  const bool load = !slice_;
-  std::vector<PatchOperation> operations = mirror_->flush(load ? slice_size_.nodes() : 0);
+void PatchStream::note_use() { used_ = loop_.now(); }
+
+bool PatchStream::may_load(bool edited) const {
+  if (slice_) return false;
+  return !edited || loop_.now() - loaded_ > longest_wait;
+}
+
+std::size_t PatchStream::budget(bool jumps) const {
+  if (jumps) return SliceSize::first;
+  const bool at_work = used_ && loop_.now() - *used_ < work_lasts;
+  return at_work ? slice_size_.nodes() / share_between_keys : slice_size_.nodes();
+}
+
+bool PatchStream::flush(dom::Node* wanted) {
+  const bool edited = mirror_->dirty() && !reset_;
+  // A page begins at its top, whatever comes next.
+  const bool jumps = wanted && mirror_->loading() && !reset_;
+  bool load = reset_ || jumps || may_load(edited);
+  std::vector<PatchOperation> operations = mirror_->flush(load ? budget(jumps) : 0, jumps ? wanted : nullptr);
+  // An edit of what is still to come is none for the view.
+  if (!load && !slice_ && operations.empty()) {
+    load = true;
+    operations = mirror_->flush(budget(false));
+  }
   const bool moved = reset_ || std::any_of(operations.begin(), operations.end(), moves_selection);
   if (reset_ || !operations.empty()) {
     // Any patch that is on its way counts as the slice: the next one waits until the view has caught up.
-    if (load && mirror_->loading()) {
+    if (mirror_->loading() && (load || !slice_)) {
       slice_ = next(last_sent_);
       slice_sent_ = loop_.now();
+      slice_tells_ = load && !jumps && budget(false) == slice_size_.nodes();
+      if (load) loaded_ = slice_sent_;
     }
     send(std::move(operations));
   }
@@ -81,7 +112,7 @@ void PatchStream::send(std::vector<PatchOperation> operations) {
 bool PatchStream::done(PatchNumber number) {
   last_done_ = std::max(last_done_, number);
   if (!slice_ || number < *slice_) return false;
-  slice_size_.took(loop_.now() - slice_sent_);
+  if (slice_tells_) slice_size_.took(loop_.now() - slice_sent_);
   slice_.reset();
   return mirror_ && mirror_->loading();
 }

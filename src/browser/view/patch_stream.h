@@ -23,7 +23,8 @@ class View;
 /// The numbered patches that keep a view's tree equal to a document's.
 ///
 /// A new document goes in slices: the next one is sent when the view has laid out the one before, so that it
-/// is never busy for long. Numbers go on from document to document: a report always names one patch.
+/// is never busy for long. Edits go before slices: while somebody writes, a slice is small, and comes when an
+/// edit is shown. Numbers go on from document to document: a report always names one patch.
 class PatchStream {
  public:
   /// The address that the page is loaded under, so that relative ones in the tree mean what they mean here.
@@ -46,9 +47,11 @@ class PatchStream {
   /// The base address may be another one.
   void base_may_differ() { base_may_differ_ = true; }
 
-  /// Sends what has changed, and a slice of what is still to come. True: the view's own selection may stand
-  /// elsewhere now.
-  bool flush();
+  /// Sends what has changed, or else a slice of what is still to come. What stands around `wanted` is sent at
+  /// once, if the view doesn't have that yet. True: the view's own selection may stand elsewhere now.
+  bool flush(dom::Node* wanted = nullptr);
+  /// The user is at work: keys come, and are not to wait long.
+  void note_use();
 
   /// The view has laid this patch out. True: the next slice may come.
   bool done(PatchNumber number);
@@ -63,6 +66,8 @@ class PatchStream {
   bool filled() const { return last_done_ >= first_patch_; }
 
  private:
+  bool may_load(bool edited) const;
+  std::size_t budget(bool jumps) const;
   void send(std::vector<PatchOperation> operations);
 
   View& view_;
@@ -77,8 +82,11 @@ class PatchStream {
   bool base_may_differ_ = false;
   PatchNumber last_sent_{}, last_done_{};
   PatchNumber first_patch_{};         // the one that began the page
-  std::optional<PatchNumber> slice_;  // on its way
+  std::optional<PatchNumber> slice_;  // on its way; or an edit, after which the next slice comes
   std::int64_t slice_sent_ = 0;
+  bool slice_tells_ = false;  // how large the next one may be
+  std::int64_t loaded_ = 0;   // when a slice was sent last
+  std::optional<std::int64_t> used_;
   SliceSize slice_size_;
 };
 

@@ -18,6 +18,8 @@ class ScrollRequest {
   void into_view(dom::Element& element, bool at_top);
   void clear() { wanted_.reset(); }
   bool waits() const { return wanted_.has_value(); }
+  /// The element that waits to come into sight; null: none does.
+  dom::Element* element() const { return wanted_ ? wanted_->element.get() : nullptr; }
 
   /// A page that is still coming is too short for the point, and may lack the element: both wait. Instead of
   /// what isn't shown itself, the innermost element around it that is shown comes into sight.

@@ -56,7 +56,8 @@ void ShownSelection::drawn(const ViewPlace& anchor, const ViewPlace& focus) {
 void ShownSelection::mouse_dealt_with(std::uint32_t number) { mouse_ = std::max(mouse_, number); }
 
 void ShownSelection::send(ViewSelection wanted, bool moved) {
-  wanted.reveal = std::exchange(reveal_, false) && wanted.type != ViewSelection::Type::None;
+  // What the view doesn't have yet comes into sight when it has.
+  wanted.reveal = wanted.type != ViewSelection::Type::None && std::exchange(reveal_, false);
   const bool again = std::exchange(unsure_, false) || moved;
   if (!again && same(wanted, shown_)) return;
   shown_ = wanted;

@@ -9,6 +9,7 @@
 #include "tvx/browser/view/mirror_rules.h"
 #include "tvx/dom/builder.h"
 #include "tvx/dom/inner_html.h"
+#include "tvx/dom/range.h"
 #include "tvx/dom/tree.h"
 #include "tvx/headless/shadow_tree.h"
 
@@ -44,9 +45,9 @@ class MirrorTest : public testing::Test {
   }
 
   /// One flush; the number of operations. No operation may fail.
-  std::size_t flush(std::size_t budget) {
+  std::size_t flush(std::size_t budget, Node* wanted = nullptr) {
     Patch patch;
-    patch.operations = mirror().flush(budget);
+    patch.operations = mirror().flush(budget, wanted);
     EXPECT_TRUE(shadow_.apply(patch).empty());
     return patch.operations.size();
   }
@@ -129,6 +130,121 @@ TEST_F(MirrorTest, TheCursorSurvivesTheRemovalOfWhatItStandsOn) {
   flush(43);
   dom::clear(*body_);
   load();
+}
+
+// --- out of turn ---
+
+TEST_F(MirrorTest, WhatIsWantedComesBeforeItsTurnWithWhatStandsAroundIt) {
+  add_paragraphs(5000);
+  flush(50);
+  Node& last = *body_->last_child()->first_child();
+  flush(700, &last);
+  EXPECT_TRUE(mirror().knows(last));
+  EXPECT_LT(shadow_.size(), 900u);
+  Node* before = body_->last_child();
+  for (int i = 0; i < 100; ++i) before = before->previous_sibling();
+  EXPECT_TRUE(mirror().knows(*before)) << "a window's height before it";
+  EXPECT_TRUE(mirror().loading());
+  EXPECT_EQ(flush(0, &last), 0u) << "it is there";
+  load();
+}
+
+TEST_F(MirrorTest, WhatIsWantedIsReachedHoweverDeepItStands) {
+  add_paragraphs(200);
+  Element* at = body_.get();
+  for (int depth = 0; depth < 30; ++depth) {
+    Ref<Element> box = document_->create_element(Tag::Div);
+    for (int i = 0; i < 100; ++i) Builder::insert(*box, paragraph(u"before"));
+    Ref<Element> inner = document_->create_element(Tag::Div);
+    Builder::insert(*box, inner);
+    for (int i = 0; i < 100; ++i) Builder::insert(*box, paragraph(u"after"));
+    Builder::insert(*at, box);
+    at = inner.get();
+  }
+  Ref<Element> deepest = paragraph(u"deepest");
+  Builder::insert(*at, deepest);
+  flush(20);
+  flush(700, deepest->first_child());
+  EXPECT_TRUE(mirror().knows(*deepest->first_child()));
+  flush(50, at->parent()->last_child());
+  EXPECT_TRUE(mirror().knows(*at->parent()->last_child())) << "sending goes on from there";
+  load();
+}
+
+TEST_F(MirrorTest, WhatStandsInNothingThatIsShownIsNotSentOutOfTurn) {
+  add_paragraphs(300);
+  Ref<Element> script = document_->create_element(Tag::Script);
+  Builder::insert(*script, document_->create_text(u"code"));
+  Builder::insert(*body_, script);
+  flush(20);
+  flush(500, script->first_child());
+  EXPECT_TRUE(mirror().knows(*script));
+  EXPECT_FALSE(mirror().knows(*script->first_child()));
+  const Ref<Element> loose = paragraph(u"loose");
+  flush(0, loose.get());
+  EXPECT_FALSE(mirror().knows(*loose));
+  load();
+}
+
+TEST_F(MirrorTest, EditsBesideAGapKeepTheOrder) {
+  add_paragraphs(3000);
+  flush(50);
+  flush(400, body_->last_child());
+  Node* end = body_->last_child();
+  while (mirror().knows(*end)) end = end->previous_sibling();
+  Node& first_after = *end->next_sibling();
+  Node* start = body_->first_child();
+  while (mirror().knows(*start)) start = start->next_sibling();
+  Node& last_before = *start->previous_sibling();
+  dom::insert(*body_, paragraph(u"right after the gap"), &first_after);
+  dom::insert(*body_, paragraph(u"right before the gap"), start);
+  dom::insert(*body_, paragraph(u"at the end"));
+  flush(0);
+  EXPECT_NE(print().find("right after"), std::string::npos);
+  EXPECT_NE(print().find("at the end"), std::string::npos);
+  dom::remove(first_after);
+  dom::remove(last_before);
+  load();
+}
+
+TEST_F(MirrorTest, TwoGapsAreOneWhenWhatStandsBetweenThemGoes) {
+  add_paragraphs(6000);
+  flush(50);
+  std::vector<Node*> all;
+  for (Node* node = body_->first_child(); node; node = node->next_sibling()) all.push_back(node);
+  flush(400, all[5000]);
+  flush(400, all[2500]);
+  for (std::size_t i = 2000; i < 3500; ++i)
+    if (mirror().knows(*all[i])) dom::remove(*all[i]);
+  for (std::size_t i = 4500; i < 5600; ++i)
+    if (mirror().knows(*all[i])) dom::insert(*body_, all[i], body_->first_child());
+  load();
+}
+
+TEST_F(MirrorTest, PositionsAmongChildrenCountWhatTheViewHas) {
+  add_paragraphs(3000);
+  flush(50);
+  flush(400, body_->last_child());
+  const dom::NodeId body = body_->id();
+  std::size_t asked = 0;
+  Node* child = body_->first_child();
+  for (Offset offset = 0; offset <= 3000; ++offset) {
+    const auto seen = mirror().offset_in_view(*body_, offset);
+    const bool known = child && mirror().knows(*child);
+    if (known) {
+      ASSERT_TRUE(seen) << offset;
+      const headless::ShadowTree::Node& shown = *shadow_.find(body);
+      ASSERT_EQ(shown.children.at(*seen)->id, child->id()) << offset;
+      const Offset back = mirror().offset_in_document(*body_, *seen);
+      ASSERT_TRUE(back == offset || !mirror().knows(*dom::child_at(*body_, back))) << "beside the gap";
+      ++asked;
+    }
+    if (child) child = child->next_sibling();
+  }
+  EXPECT_GT(asked, 100u);
+  EXPECT_FALSE(mirror().offset_in_view(*body_, 1000)) << "in the gap";
+  EXPECT_EQ(mirror().offset_in_view(*body_, 3000), shadow_.find(body)->children.size());
+  EXPECT_EQ(mirror().offset_in_document(*body_, shadow_.find(body)->children.size()), 3000u);
 }
 
 /// Nodes that the view has, moved to where the load hasn't come yet: one walk over them for all.
@@ -381,6 +497,27 @@ TEST_P(MirrorLaws, EditsDuringTheLoadEndInTheSameTree) {
       return static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n'));
     }()) << "the view keeps nodes that are in no tree";
   }
+}
+
+TEST_P(MirrorLaws, EditsAndJumpsDuringTheLoadEndInTheSameTree) {
+  add_paragraphs(1500);
+  RandomEdits edits(*document_, *body_, GetParam());
+  std::mt19937 random(GetParam() + 3000);
+  std::size_t jumps = 0;
+  for (int round = 0; round < 80 && mirror().loading(); ++round) {
+    Node* wanted = body_.get();
+    for (std::size_t n = random() % 4000; n > 0 && wanted; --n) wanted = dom::next_in_order(*wanted);
+    if (random() % 4 == 0 && wanted && !mirror().knows(*wanted)) {
+      const bool reached = (flush(400, wanted), mirror().knows(*wanted));
+      jumps += reached;
+    } else {
+      flush(random() % 12);
+    }
+    for (unsigned n = random() % 10; n > 0; --n) edits.step();
+  }
+  for (int i = 0; i < 10000 && (mirror().loading() || mirror().dirty()); ++i) flush(70);
+  EXPECT_GT(jumps, 2u);
+  ASSERT_EQ(print(), expected()) << "seed " << GetParam();
 }
 
 INSTANTIATE_TEST_SUITE_P(Seeds, MirrorLaws, testing::Range(1u, 25u));

@@ -79,6 +79,69 @@ TEST_F(PatchStreamTest, EditsGoWhileASliceIsOnItsWay) {
   EXPECT_EQ(view_.tree().size(), size) << "no more of the document";
 }
 
+TEST_F(PatchStreamTest, WhileKeysComeTheRestWaits) {
+  std::u16string body = u"<p>text";
+  for (int i = 0; i < 3000; ++i) body += u"<p>text";
+  follow(body);
+  stream_.flush();
+  auto& text = static_cast<dom::Text&>(*tree_->body()->first_child()->first_child());
+  for (int key = 0; key < 5; ++key) {
+    dom::replace_data(text, 0, 0, u"x");  // pressed while the patch before is laid out
+    EXPECT_TRUE(stream_.done(last()));
+    const std::size_t size = view_.tree().size();
+    stream_.flush();
+    EXPECT_EQ(view_.tree().size(), size) << "nothing but the key";
+    EXPECT_EQ(shown().substr(0, 200), print_mirrored(*tree_).substr(0, 200));
+  }
+  const std::size_t size = view_.tree().size();
+  stream_.note_use();
+  EXPECT_TRUE(stream_.done(last())) << "the key is shown: now the rest goes on";
+  stream_.flush();
+  EXPECT_GT(view_.tree().size(), size);
+  EXPECT_LT(view_.tree().size(), size + SliceSize::smallest / 2) << "with little, as more keys may come";
+}
+
+TEST_F(PatchStreamTest, WhoChangesThePageAllTheTimeDoesNotKeepTheRestAway) {
+  std::u16string body = u"<p>text";
+  for (int i = 0; i < 3000; ++i) body += u"<p>text";
+  follow(body);
+  stream_.flush();
+  auto& text = static_cast<dom::Text&>(*tree_->body()->first_child()->first_child());
+  for (int turn = 0; turn < 1000 && stream_.mirror()->loading(); ++turn) {
+    stream_.done(last());
+    loop_.pass(20);
+    dom::replace_data(text, 0, 1, u"x");
+    stream_.flush();
+  }
+  EXPECT_FALSE(stream_.mirror()->loading());
+}
+
+TEST_F(PatchStreamTest, AnEditOfWhatIsStillToComeDoesNotHoldItUp) {
+  std::u16string body;
+  for (int i = 0; i < 3000; ++i) body += u"<p>text";
+  follow(body);
+  stream_.flush();
+  stream_.done(last());
+  const std::size_t size = view_.tree().size();
+  dom::insert(*tree_->body(), tree_->create_element(dom::Tag::Hr));
+  stream_.flush();
+  EXPECT_GT(view_.tree().size(), size);
+}
+
+TEST_F(PatchStreamTest, WhatIsWantedDoesNotWaitForASliceThatIsOnItsWay) {
+  std::u16string body;
+  for (int i = 0; i < 3000; ++i) body += u"<p>text";
+  follow(body);
+  dom::Node* wanted = tree_->body()->last_child()->first_child();
+  stream_.flush(wanted);
+  EXPECT_FALSE(stream_.mirror()->knows(*wanted)) << "a page begins at its top";
+  stream_.flush(wanted);
+  EXPECT_TRUE(stream_.mirror()->knows(*wanted));
+  for (int i = 0; i < 100 && stream_.done(last()); ++i) stream_.flush(wanted);
+  EXPECT_TRUE(stream_.settled());
+  EXPECT_EQ(shown(), print_mirrored(*tree_));
+}
+
 TEST_F(PatchStreamTest, NumbersGoOnFromDocumentToDocument) {
   follow(u"<p>one");
   stream_.flush();

@@ -48,6 +48,32 @@ TEST_F(PositionsTest, ComeUpWithinTheTextAsItIsNow) {
   EXPECT_FALSE(nearest_boundary(mirror_, ViewPlace{id, 0})) << "it has left the document";
 }
 
+TEST(PositionsInPart, NameWhatIsMissing) {
+  std::u16string source = u"<!DOCTYPE html><body>";
+  for (int i = 0; i < 2000; ++i) source += u"<p>one";
+  const auto tree = dom::parse_document(source);
+  dom::Element& body = *tree->body();
+  Mirror mirror(*tree);
+  dom::Node& text = *body.last_child()->first_child();
+  EXPECT_EQ(missing_at(mirror, {&text, 2}), &text);
+  mirror.flush(50);
+  EXPECT_EQ(missing_at(mirror, {&body, 3}), nullptr);
+  EXPECT_EQ(missing_at(mirror, {&body, 1000}), dom::child_at(body, 1000));
+  EXPECT_EQ(missing_at(mirror, {&body, 2000}), body.last_child());
+  EXPECT_FALSE(view_place(mirror, {&body, 2000}));
+  mirror.set_patch(PatchNumber(3));
+  mirror.flush(400, &text);
+  EXPECT_EQ(missing_at(mirror, {&body, 2000}), nullptr);
+  const auto end = view_place(mirror, {&body, 2000});
+  ASSERT_TRUE(end);
+  EXPECT_LT(end->offset, 400u) << "as the view counts";
+  EXPECT_EQ(nearest_boundary(mirror, end), (dom::Boundary{&body, 2000}));
+  mirror.set_patch(PatchNumber(4));
+  EXPECT_TRUE(boundary_seen(mirror, end, PatchNumber(3)));
+  mirror.flush(400);
+  EXPECT_FALSE(boundary_seen(mirror, end, PatchNumber(3))) << "the gap is smaller by now";
+}
+
 TEST_F(PositionsTest, OfAnOlderTreeAreNone) {
   flush(1);
   const ViewPlace place{text_.id(), 1};

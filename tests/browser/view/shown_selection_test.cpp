@@ -61,6 +61,13 @@ TEST_F(ShownSelectionTest, ScrollsIntoSightOnce) {
   EXPECT_FALSE(view_.selection().reveal);
 }
 
+TEST_F(ShownSelectionTest, ComesIntoSightWhenTheViewHasIt) {
+  shown_.reveal(true);
+  sends({}, true);
+  sends(caret(1));
+  EXPECT_TRUE(view_.selection().reveal);
+}
+
 TEST_F(ShownSelectionTest, NamesTheLastPressThatIsDealtWith) {
   shown_.mouse_dealt_with(4);
   shown_.mouse_dealt_with(3);

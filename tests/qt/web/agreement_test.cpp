@@ -128,5 +128,51 @@ TEST_F(RealView, AgreesWithALargeDocumentThatIsEditedWhileItLoads) {
   EXPECT_EQ(shown(), expected());
 }
 
+/// A long article of which the window shows the start.
+std::u16string long_article(int paragraphs) {
+  std::u16string html = u"<!DOCTYPE html><body>";
+  for (int i = 0; i < paragraphs; ++i)
+    html += u"<p>Paragraph <b>" + to_text(i) +
+            u"</b> of <i>many</i> with some text in it.</p><table><tr><td>" + to_text(i) +
+            u"</td></tr></table>";
+  return html + u"<p id=last>The end</p>";
+}
+
+TEST_F(RealView, CtrlEndShowsTheEndBeforeTheRestHasCome) {
+  open(long_article(6000), false);
+  ASSERT_TRUE(wait_for([this] { return document_view_->filled(); }));
+  document_->editor().selection().collapse({document_->body()->first_child()->first_child(), 0});
+  post_key(Qt::Key_End, {}, Qt::ControlModifier);
+  const std::string end_is_in_window =
+      "(function () { const last = document.querySelector('#last');"
+      "return String(last && last.getBoundingClientRect().bottom <= innerHeight + 20 && scrollY > 100); })()";
+  ASSERT_TRUE(wait_for([&] { return in_page(end_is_in_window) == "true"; }));
+  EXPECT_LT(std::stoi(in_page("String(document.body.childNodes.length)")), 9000) << "not all is there";
+  EXPECT_FALSE(document_view_->settled());
+  post_text("xyz");
+  ASSERT_TRUE(settle(60'000));
+  EXPECT_NE(html().find("The endxyz"), std::string::npos);
+  EXPECT_EQ(in_page(end_is_in_window), "true") << "what came in above it has not moved it away";
+  EXPECT_EQ(in_page("document.querySelector('#last').textContent"), "The endxyz");
+  EXPECT_EQ(shown(), expected());
+}
+
+TEST_F(RealView, AgreesWhileWhatIsWantedComesOutOfTurn) {
+  open(long_article(2000), false);
+  Edits edits(*document_, 11);
+  std::mt19937 random(5);
+  for (int i = 0; i < 80 && !(i > 3 && document_view_->settled()); ++i) {
+    if (i % 3 == 0) {
+      auto& all = document_->tree().all();
+      document_->viewport()->scroll_into_view(*all[random() % all.size()], true);
+    } else {
+      edits.step();
+    }
+    loop_.pump(5);
+  }
+  ASSERT_TRUE(settle(60'000));
+  EXPECT_EQ(shown(), expected());
+}
+
 }  // namespace
 }  // namespace tvx::qt
