@@ -35,27 +35,37 @@ function crisp(length) {
   return Math.round(length * ratio) / ratio;
 }
 
+const written = new WeakMap();  // of a box: its properties
+
+/// Writes what differs alone: whatever is written has the engine ask for the page's style and layout again.
+export function write(box, property, value) {
+  let values = written.get(box);
+  if (!values) written.set(box, values = {});
+  if (values[property] === value) return;
+  values[property] = value;
+  box.style[property] = value;
+}
+
 /// Puts a box over a rectangle of the window. The host stands at the corner of the initial containing
 /// block, or of a positioned root.
 export function showBox(box, left, top, width, height) {
   const origin = host.getBoundingClientRect();
   const right = crisp(left + width), bottom = crisp(top + height);
-  box.style.left = crisp(left) - origin.left + 'px';
-  box.style.top = crisp(top) - origin.top + 'px';
-  if (width !== undefined) box.style.width = right - crisp(left) + 'px';
-  if (height !== undefined) box.style.height = bottom - crisp(top) + 'px';
-  box.style.display = 'block';
+  write(box, 'left', crisp(left) - origin.left + 'px');
+  write(box, 'top', crisp(top) - origin.top + 'px');
+  write(box, 'width', width === undefined ? '' : right - crisp(left) + 'px');
+  write(box, 'height', height === undefined ? '' : bottom - crisp(top) + 'px');
+  write(box, 'display', 'block');
 }
 
 export function hide(box) {
-  box.style.display = 'none';
+  write(box, 'display', 'none');
 }
 
 export function showCaretBox(box, at) {
   box.classList.remove('across');
-  if (!at) return hide(box);
-  showBox(box, at.left, at.top, 0, at.height);
-  box.style.width = '';
+  if (at) showBox(box, at.left, at.top, undefined, at.height);
+  else hide(box);
 }
 
 /// A caret that lies across a gap between blocks.

@@ -2,7 +2,7 @@
 
 import { boxOf } from './dom.js';
 import { dropCaret, guide, guideSize, hide, outline, outlineSize, restartBlink, shield, showBox,
-  showCaretBox, stopBlink } from './boxes.js';
+  showCaretBox, stopBlink, write } from './boxes.js';
 import { caretBox, px } from './geometry.js';
 import { columnShift, columnWidths, movedBox, scrollPull, sizedBox } from './drag_geometry.js';
 import { ids, nodes } from './state.js';
@@ -49,7 +49,7 @@ function startDrag(event) {
   }
   shield.style.cursor = drag.type === DRAG_SIZE ? drag.handle.cursor : drag.column ? 'col-resize'
     : drag.type === DRAG_MOVE ? 'move' : event.ctrlKey ? 'copy' : 'default';
-  shield.style.display = 'block';
+  write(shield, 'display', 'block');
   stopBlink();
   tellDrag(DRAG_START, event, {});
 }
@@ -82,8 +82,7 @@ function showGuide(event) {
   const { column } = drag, [, before, after, shift] = columnResult(event);
   const top = Math.max(column.top - window.scrollY, 0);
   const bottom = Math.min(column.top + column.height - window.scrollY, window.innerHeight);
-  showBox(guide, column.x + column.sign * shift - window.scrollX, top, 0, bottom - top);
-  guide.style.width = '';
+  showBox(guide, column.x + column.sign * shift - window.scrollX, top, undefined, bottom - top);
   guideSize.textContent = column.sign > 0 ? before + ' | ' + after : after + ' | ' + before;
 }
 

@@ -2,7 +2,7 @@
 
 import { boxOf, elementOf, matches, newRange, parentElementOf, typeOf } from './dom.js';
 import { EDGES, HANDLES, caret, cellFrame, dropCaret, frame, guide, hide, outline, selectedCells, showBox, showCaretBox,
-  showGapBox, underlines } from './boxes.js';
+  showGapBox, underlines, write } from './boxes.js';
 import { addBox, host } from './host.js';
 import { caretBox } from './geometry.js';
 import { drawCell } from './current_cell.js';
@@ -19,7 +19,7 @@ function drawCaret(at) {
   const colour = at && getComputedStyle(elementOf(focusNode) || host).color;  // asked before anything is written
   if (gap) showGapBox(caret, gap);
   else showCaretBox(caret, at);
-  if (at) caret.style.borderColor = colour;
+  if (at) write(caret, 'borderColor', colour);
 }
 
 /// The frame of what is selected as a whole. Small elements get room between the handles, and no handles
@@ -33,10 +33,10 @@ function drawFrame() {
   const sized = !matches(selected, '[tvx-hidden]');
   for (const handle of HANDLES) {
     handle.shown = sized && (handle.x || box.width >= 34) && (handle.y || box.height >= 34);
-    handle.box.style.display = handle.shown ? '' : 'none';
+    write(handle.box, 'display', handle.shown ? '' : 'none');
   }
   const moves = isMovable(selected);
-  for (const edge of EDGES) edge.style.display = moves ? '' : 'none';
+  for (const edge of EDGES) write(edge, 'display', moves ? '' : 'none');
 }
 
 function drawUnderlines() {

@@ -19,13 +19,19 @@ function known(id) {
   return node;
 }
 
-function put(node, parentId, beforeId) {
+/// Inserts a node that stands nowhere.
+function insert(node, parentId, beforeId) {
   const parent = parentId ? known(parentId) : document;
   let before = beforeId ? known(beforeId) : null;
   if (!before && parentOf(host) === parent) before = host;
-  takeOut(node);
   insertBefore(parent, node, before);
   childCame(parent, node, before);
+  return parent;
+}
+
+function put(node, parentId, beforeId) {
+  takeOut(node);
+  insert(node, parentId, beforeId);
   if (isOfASheet(node)) stylesMayDiffer();
 }
 
@@ -37,14 +43,14 @@ function takeOut(node) {
   detach(node);
 }
 
+const SHEETS = new Set(['STYLE', 'LINK', 'HEAD']);
+
 /// A style sheet, or the text of one.
 function isOfASheet(node) {
   const name = nameOf(node);
-  if (name === '#text') {
-    const parent = parentOf(node);
-    return parent !== null && nameOf(parent) === 'STYLE';
-  }
-  return name === 'STYLE' || name === 'LINK' || name === 'HEAD';
+  if (name !== '#text') return SHEETS.has(name);
+  const parent = parentOf(node);
+  return parent !== null && nameOf(parent) === 'STYLE';
 }
 
 function remember(id, node) {
@@ -68,8 +74,13 @@ function makeElement(id, parent, before, name, space, attributes) {
   for (let i = 0; i < attributes.length; i += 3) {
     give(element, attributes[i], attributes[i + 1], attributes[i + 2]);
   }
-  put(remember(id, element), parent, before);
+  insert(remember(id, element), parent, before);
+  if (SHEETS.has(name.toUpperCase())) stylesMayDiffer();
   if (name === 'dialog' || seemsToRise(attributes)) mayRise(element);
+}
+
+function makeText(id, parent, before, text) {
+  if (nameOf(insert(remember(id, newText(text)), parent, before)) === 'STYLE') stylesMayDiffer();
 }
 
 function forget(top) {
@@ -84,29 +95,30 @@ function forget(top) {
   }
 }
 
+// Each takes the operation as it came: thousands of copies of its parts would be there to be cleared away.
 const operations = {
-  e: makeElement,
-  t: (id, parent, before, text) => put(remember(id, newText(text)), parent, before),
-  c: (id, parent, before, text) => put(remember(id, newComment(text)), parent, before),
-  d: (id) => takeOut(known(id)),
-  p: (id, parent, before) => {
-    put(known(id), parent, before);
-    mayRise(known(id));
+  e: (one) => makeElement(one[1], one[2], one[3], one[4], one[5], one[6]),
+  t: (one) => makeText(one[1], one[2], one[3], one[4]),
+  c: (one) => insert(remember(one[1], newComment(one[4])), one[2], one[3]),
+  d: (one) => takeOut(known(one[1])),
+  p: (one) => {
+    put(known(one[1]), one[2], one[3]);
+    mayRise(known(one[1]));
   },
-  f: (id) => forget(known(id)),
-  x: (id, offset, length, text) => {
-    const node = known(id);
-    node.replaceData(offset, length, text);
+  f: (one) => forget(known(one[1])),
+  x: (one) => {
+    const node = known(one[1]);
+    node.replaceData(one[2], one[3], one[4]);
     if (isOfASheet(node)) stylesMayDiffer();
     if (!node.length) emptied(node);
   },
-  a: (id, name, value, space) => {
-    give(known(id), name, value, space);
-    noteStyle(known(id));
+  a: (one) => {
+    give(known(one[1]), one[2], one[3], one[4]);
+    noteStyle(known(one[1]));
   },
-  n: (id, name) => {
-    removeAttribute(known(id), name);
-    noteStyle(known(id));
+  n: (one) => {
+    removeAttribute(known(one[1]), one[2]);
+    noteStyle(known(one[1]));
   },
 };
 
@@ -124,8 +136,7 @@ export function applyPatch(number, list) {
   }
   for (const operation of list) {
     try {
-      const [kind, ...rest] = operation;
-      operations[kind](...rest);
+      operations[operation[0]](operation);
     } catch (error) {
       tell('failed', operation[1], String(error));
     }

@@ -106,7 +106,11 @@ function fillRooms(one) {
   let next = null;
   for (let i = rooms.length - 1; i >= 0; --i) {
     const room = rooms[i];
-    if (!room.slot) room.slot = one.inside.insertBefore(newElement('slot'), next);
+    if (!room.slot) {
+      room.slot = one.inside.insertBefore(newElement('slot'), next);
+      // What comes after what is far away mostly is as well, and needs no other style then.
+      if (i > 0 && rooms[i - 1].isApart) room.slot.className = 'far';
+    }
     if (dirty.has(room)) room.slot.assign(...room.children.filter((node) => typeOf(node) !== 8));
     next = room.slot;
   }

@@ -3,7 +3,17 @@
 import { root } from './dom.js';
 
 export const nodes = new Map();    // id to node
-export const ids = new WeakMap();  // node to id
+
+const NUMBER = Symbol('id');
+/// Node to id. The number stands on the node as this world of scripts has it, under a name that no page can give: a table
+/// of all nodes of a large page would be gone through each time that the engine clears away.
+export const ids = {
+  get: (node) => (node ? node[NUMBER] : undefined),
+  has: (node) => Boolean(node) && node[NUMBER] !== undefined,
+  set: (node, id) => {
+    node[NUMBER] = id;
+  },
+};
 
 export const state = {
   page: Number(root().getAttribute('tvx-page')),
