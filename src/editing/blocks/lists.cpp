@@ -27,7 +27,8 @@ bool is_html_element_of(const Node& node, Name name) {
 
 std::vector<Ref<Node>> items_around(Node* node) {
   std::vector<Ref<Node>> items;
-  for (; node; node = node->parent()) {
+  // OURS: not beyond a cell, which is a page of its own.
+  for (; node && !node->is(Tag::Td) && !node->is(Tag::Th); node = node->parent()) {
     if (node->is(Tag::Li)) items.emplace_back(node);
   }
   return items;

@@ -2,6 +2,7 @@
 
 #include "tvx/base/work_count.h"
 #include "tvx/dom/tree.h"
+#include "tvx/editing/facts/lines.h"
 #include "tvx/editing/facts/predicates.h"
 
 namespace tvx::editing {
@@ -25,9 +26,19 @@ namespace {
 
 bool is_block_boundary(const Gap& gap) { return is_block_start(gap) || is_block_end(gap); }
 
+// OURS: a cell is a page of its own. Neither the item that its table stands in nor, where it is the only
+// cell, the table is a part of the line in it.
+bool may_leave(const Node& node) { return node.parent() && !is_table_part(node); }
+
+Node* item_in_cell(Node* node) {
+  for (; node && !node->is(Tag::Td) && !node->is(Tag::Th); node = node->parent())
+    if (node->is(Tag::Li)) return node;
+  return nullptr;
+}
+
 // Inside a text no position is a block's edge, so the walk begins at the edge of the text.
 Gap walk_start(Boundary place, bool backward) {
-  if (dom::Element* item = dom::enclosing(*place.node, Tag::Li); item && item->parent()) {
+  if (Node* item = item_in_cell(place.node); item && item->parent()) {
     return backward ? Gap::before(*item) : Gap::after(*item);
   }
   if (dom::as<dom::CharacterData>(place.node) && place.node->parent()) {
@@ -43,7 +54,7 @@ Boundary extended_start(Boundary place) {
       gap = gap.at_start() ? Gap::before(*gap.node) : Gap{gap.node, gap.previous()};
     } while (!is_block_boundary(gap));
   }
-  while (gap.at_start() && gap.node->parent()) gap = Gap::before(*gap.node);
+  while (gap.at_start() && may_leave(*gap.node)) gap = Gap::before(*gap.node);
   return gap.boundary();
 }
 
@@ -54,7 +65,7 @@ Boundary extended_end(Boundary place) {
       gap = gap.at_end() ? Gap::after(*gap.node) : Gap::after(*gap.next);
     } while (!is_block_boundary(gap));
   }
-  while (gap.at_end() && gap.node->parent()) gap = Gap::after(*gap.node);
+  while (gap.at_end() && may_leave(*gap.node)) gap = Gap::after(*gap.node);
   return gap.boundary();
 }
 
@@ -62,12 +73,19 @@ Boundary extended_end(Boundary place) {
 
 dom::Range block_extend(dom::Range range) { return {extended_start(range.start), extended_end(range.end)}; }
 
+namespace {
+
+// OURS: an element of a line may end with the break that ends the line; the standard takes it as one thing.
+bool may_end_line(const Node& node) { return node.last_child() && is_look(node) && is_inline_node(node); }
+
+}  // namespace
+
 Node* seen_before_in_line(Node& node) {
   Gap gap = Gap::start_of(node);
   while (!is_block_boundary(gap)) {
     count_work();
     Node* child = gap.previous();
-    if (child && is_visible(*child)) return child;
+    if (child && is_visible(*child) && !may_end_line(*child)) return child;
     gap = child ? Gap::end_of(*child) : Gap::before(*gap.node);
   }
   return nullptr;

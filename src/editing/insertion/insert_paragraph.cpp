@@ -75,7 +75,10 @@ void ParagraphInsertion::find_container() {
   }
   if (!is_usable(*container_) || !(container_->is(Tag::P) || container_->is(Tag::Div))) return;
   Node* outer = container_.get();
-  while (!item_tags.has(*outer) && outer->parent() && is_editable(*outer->parent())) outer = outer->parent();
+  // OURS: not beyond a cell, which is a page of its own.
+  while (!item_tags.has(*outer) && !outer->is(Tag::Td) && !outer->is(Tag::Th) && outer->parent() &&
+         is_editable(*outer->parent()))
+    outer = outer->parent();
   if (item_tags.has(*outer)) container_ = outer;
 }
 
