@@ -75,7 +75,11 @@ void insert_unit(Editor& editor, std::u16string_view unit, By by) {
 }
 
 void insert_units(Editor& editor, std::u16string_view text, By by) {
+  const bool goes_on = by == By::Writer && editor.selection().collapsed();
+  const RecordedLook chosen = goes_on ? record_current_overrides(editor) : RecordedLook();
   delete_selection(editor, {.strip_wrappers = false});
+  // White space at the caret that nobody sees has gone, and the caret with it: not what was chosen for it.
+  restore_look(chosen, editor);
   for (std::size_t i = 0; i < text.size(); ++i) {
     const Node* start = editor.selection().range().start.node;
     if (!is_editable(*start) && !is_editing_host(*start)) return;

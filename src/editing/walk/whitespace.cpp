@@ -3,6 +3,7 @@
 #include "tvx/dom/mutation.h"
 #include "tvx/dom/tree.h"
 #include "tvx/editing/facts/block_range.h"
+#include "tvx/editing/facts/gap.h"
 #include "tvx/editing/facts/predicates.h"
 #include "tvx/editing/facts/rendering.h"
 #include "tvx/editing/walk/content_walk.h"
@@ -122,6 +123,8 @@ class SpaceRun {
     if (start_.data && start_.data == end_.data) return start_.offset < end_.offset;
     return dom::compare(start_.boundary(), end_.boundary()) < 0;
   }
+  // OURS: a comment parts nothing; the standard's walk ends there.
+  static bool is_comment(const Node* child) { return child && child->type() == dom::NodeType::Comment; }
   // OURS: an image or a field is seen; the standard counts the blanks on both its sides as one run.
   static Node* enterable(Node* child, const WalkPosition& from) {
     return child && in_same_editing_host(*child, from.node()) && !is_object(*child) ? child : nullptr;
@@ -129,7 +132,9 @@ class SpaceRun {
 
   // Step 3.
   bool step_back() {
-    if (Node* child = enterable(start_.previous(), start_)) {
+    if (is_comment(start_.previous())) {
+      start_.gap = Gap::before(*start_.previous());
+    } else if (Node* child = enterable(start_.previous(), start_)) {
       start_.enter_end(*child);
       line_start_.enter(*child);
     } else if (start_.at_start()) {
@@ -145,6 +150,10 @@ class SpaceRun {
 
   // Step 7.
   bool step_on() {
+    if (is_comment(end_.next())) {
+      end_.gap = Gap::after(*end_.next());
+      return true;
+    }
     if (Node* child = enterable(end_.next(), end_)) {
       end_.enter_start(*child);
       line_end_.enter(*child);
@@ -171,6 +180,10 @@ class SpaceRun {
 
   // Step 8: blanks at the end of a line take no room.
   bool strip_trailing() {
+    if (is_comment(end_.previous())) {
+      end_.gap = Gap::before(*end_.previous());
+      return true;
+    }
     if (Node* child = enterable(end_.previous(), end_)) {
       end_.enter_end(*child);
       if (child->is(dom::Tag::Br) || is_block_node(*child)) at_line_end_ = false;
