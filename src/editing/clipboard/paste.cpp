@@ -11,6 +11,7 @@
 #include "tvx/editing/clipboard/pasted_content.h"
 #include "tvx/editing/deletion/comment_keeper.h"
 #include "tvx/editing/deletion/deletion.h"
+#include "tvx/editing/deletion/islands.h"
 #include "tvx/editing/editor.h"
 #include "tvx/editing/facts/lines.h"
 #include "tvx/editing/facts/predicates.h"
@@ -429,6 +430,7 @@ void paste_nodes(Editor& editor, const Ref<dom::DocumentFragment>& content) {
       break_lines_of_single_pre(content);
   }
   CommentKeeper comments(editor);
+  remove_islands(editor);
   Pasting(editor, content).run();
   comments.put_back();
 }

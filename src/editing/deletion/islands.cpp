@@ -1,4 +1,4 @@
-#include "tvx/editing/gestures/islands.h"
+#include "tvx/editing/deletion/islands.h"
 
 #include "tvx/dom/mutation.h"
 #include "tvx/dom/tree.h"
@@ -10,16 +10,10 @@
 namespace tvx::editing {
 
 using dom::Boundary;
-using dom::Element;
 using dom::Node;
 using dom::Ref;
 
 namespace {
-
-bool is_island(const Node& node) {
-  return node.is_element() && node.parent() && !is_editable(node) && !is_editing_host(node) &&
-         (is_editable(*node.parent()) || is_editing_host(*node.parent()));
-}
 
 /// What stands beside a caret, over the edges of blocks: an island, or nothing.
 Node* island_beside(const Boundary& caret, bool forward) {

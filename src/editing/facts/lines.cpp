@@ -74,4 +74,9 @@ bool is_filling(const Node& node) {
   return text && trimmed(text->data()).empty();
 }
 
+bool is_island(const Node& node) {
+  return node.is_element() && node.parent() && !is_editable(node) && !is_editing_host(node) &&
+         (is_editable(*node.parent()) || is_editing_host(*node.parent()));
+}
+
 }  // namespace tvx::editing

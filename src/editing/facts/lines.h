@@ -18,5 +18,7 @@ bool is_empty_line(const dom::Node& block);
 bool is_block_piece(const dom::Node& node);
 /// White space or a comment: nothing to see between blocks.
 bool is_filling(const dom::Node& node);
+/// What can't be edited in the midst of what can: one thing for who writes.
+bool is_island(const dom::Node& node);
 
 }  // namespace tvx::editing

@@ -190,32 +190,13 @@ void take_whole_cells(Editor& editor) {
   if (corners && corners.several()) select_cells(editor, *corners.anchor, *corners.focus);
 }
 
-namespace {
-
-/// Elements of a line that a command has parted lines at and left nothing in.
-void drop_empty_styles_beside(Editor& editor) {
-  const Element* block = block_around(editor.selection().range().start);
-  if (!block || is_editing_host(*block)) return;
-  NodeList empty;
-  for (const Node* line : {block->previous_sibling(), block->next_sibling()})
-    for (Node* node = line ? line->first_child() : nullptr; node; node = dom::next_in_order(*node, line))
-      if (is_look(*node) && !node->has_children() && is_editable(*node)) empty.emplace_back(node);
-  for (const Ref<Node>& node : empty) without_empty_looks({node.get(), 0});
-}
-
-}  // namespace
-
 bool execute_as_writer(Editor& editor, std::u16string_view command, std::u16string_view value) {
   if (!acts_on_text(command) && !acts_on_lines(command)) return execute_in_text(editor, command, value);
   editor.document().journal().end_typing_run();
   const Gesture gesture(editor, command, dom::StepJoin::Never, Compare::Yes);
   std::vector<Ref<Element>> cells = selected_cells(editor);
-  const bool in_text = cells.empty();
-  const bool done = in_text ? execute_in_text(editor, command, value)
-                            : execute_in_cells(editor, std::move(cells), command, value);
-  put_selected_lists_into_items(editor);
-  if (in_text) drop_empty_styles_beside(editor);
-  return done;
+  return cells.empty() ? execute_in_text(editor, command, value)
+                       : execute_in_cells(editor, std::move(cells), command, value);
 }
 
 }  // namespace tvx::editing

@@ -104,6 +104,16 @@ bool move_to_gap(Editor& editor, Direction direction, Extend extend) {
   return true;
 }
 
+void leave_selected_block(Editor& editor, Direction direction) {
+  Selection& selection = editor.selection();
+  const Boundary caret = selection.focus();
+  if (!selection.collapsed() || caret.node->is_text() || is_gap_place(caret)) return;
+  Boundary place = normalized_caret_place(caret);
+  if (direction == Direction::Backward && block_around(place) != block_around(caret))
+    place = next_caret_place(caret, direction, Granularity::Character).value_or(place);
+  if (place != caret) selection.collapse(place);
+}
+
 bool fill_gap(Editor& editor) {
   Selection& selection = editor.selection();
   if (!selection.collapsed() || !is_gap_place(selection.focus())) return false;

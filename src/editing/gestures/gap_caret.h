@@ -17,6 +17,8 @@ std::optional<dom::Boundary> gap_on_the_way(const dom::Boundary& from, Direction
 
 /// Moves the caret to the gap beside it. False where its next place is a text's.
 bool move_to_gap(Editor& editor, Direction direction, Extend extend);
+/// A caret at the edge of what was selected, a table say, where no line is: to the line on that side.
+void leave_selected_block(Editor& editor, Direction direction);
 /// Makes a paragraph where the caret stands in a gap, and puts the caret in it.
 bool fill_gap(Editor& editor);
 /// Backspace in a gap: a rule before it goes, into a table the caret goes.

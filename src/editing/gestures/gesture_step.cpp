@@ -30,7 +30,8 @@ Gesture::Gesture(Editor& editor, std::u16string_view label, dom::StepJoin join, 
     : editor_(editor),
       steps_(editor.document().journal().depth()),
       held_(editor.selection()),
-      step_(editor.document().journal(), label, join) {
+      step_(editor.document().journal(), label, join),
+      leftovers_(editor) {
   if (compare == Compare::Yes && editor.document().journal().depth() == steps_) note_blocks();
 }
 
@@ -61,6 +62,7 @@ std::u16string Gesture::text() const {
 }
 
 Gesture::~Gesture() {
+  leftovers_.tidy();
   if (!compares_ || editor_.document().version() == version_) return;
   const auto stands = [&](const Ref<Node>& node) { return !node || node->parent() == host_.get(); };
   if (stands(before_) && stands(after_) && text() == text_) editor_.document().journal().roll_back();

@@ -7,6 +7,7 @@
 #include "tvx/dom/mutation.h"
 #include "tvx/editing/editor.h"
 #include "tvx/editing/facts/line_memo.h"
+#include "tvx/editing/gestures/leftovers.h"
 
 /// What the undo steps of gestures have in common.
 namespace tvx::editing {
@@ -15,7 +16,8 @@ namespace tvx::editing {
 /// moved to and fro on the way, it is none. The blocks that are selected and those beside them are compared.
 enum class Compare : bool { No, Yes };
 
-/// One gesture: one undo step, and observers hear of the selection once, at its end.
+/// One gesture: one undo step, which leaves nothing over that nobody sees (`leftovers.h`), and observers
+/// hear of the selection once, at its end.
 class Gesture {
  public:
   Gesture(Editor& editor, std::u16string_view label, dom::StepJoin join = dom::StepJoin::Never,
@@ -33,6 +35,7 @@ class Gesture {
   const HeldSelection held_;
   const dom::UndoStep step_;
   const LineMemo memo_;
+  Leftovers leftovers_;
   bool compares_ = false;
   std::uint64_t version_ = 0;
   dom::Ref<dom::Node> host_, before_, after_;  // the siblings that stay outside of the comparison

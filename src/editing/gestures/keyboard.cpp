@@ -75,8 +75,10 @@ std::optional<KeyResult> press_move_key(Editor& editor, const KeyPress& key) {
     if (!key.control && move_to_gap(editor, backward ? Direction::Backward : Direction::Forward,
                                     key.shift ? Extend::Yes : Extend::No))
       return KeyResult::Done;
-    move_caret(editor, backward ? Direction::Backward : Direction::Forward,
-               key.control ? Granularity::Word : Granularity::Character, extend);
+    const bool stretched = !editor.selection().collapsed();
+    const Direction direction = backward ? Direction::Backward : Direction::Forward;
+    move_caret(editor, direction, key.control ? Granularity::Word : Granularity::Character, extend);
+    if (stretched && !key.shift) leave_selected_block(editor, direction);
     if (key.shift) take_whole_cells(editor);
     return KeyResult::Done;
   }

@@ -114,7 +114,7 @@ bool leave_quotation(Editor& editor) {
   const Ref<Node> held(line), left(quotation);
   if (!is_allowed_child(*line, *quotation->parent())) return false;
   move_preserving_ranges(held, *left->parent(), left->next_sibling());
-  if (!has_visible_child(*left)) dom::remove(*left);
+  if (!has_visible_child(*left)) remove_keeping_comments(*left);
   editor.selection().collapse({held.get(), 0});
   return true;
 }

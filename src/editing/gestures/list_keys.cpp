@@ -5,6 +5,7 @@
 #include "tvx/dom/tree.h"
 #include "tvx/editing/facts/lines.h"
 #include "tvx/editing/facts/predicates.h"
+#include "tvx/editing/tree/lines.h"
 #include "tvx/editing/tree/surgery.h"
 #include "tvx/editing/walk/caret.h"
 #include "tvx/editing/walk/content_walk.h"
@@ -92,16 +93,6 @@ NodeList selected_items(Editor& editor) {
 
 bool is_blank(const Node& node) { return node.is_text() && is_filling(node); }
 
-/// Comments in it stay in its place.
-void remove_if_without_items(const Ref<Node>& list) {
-  for (const Node* child = list->first_child(); child; child = child->next_sibling())
-    if (!is_filling(*child)) return;
-  if (!list->parent()) return;
-  for (const Ref<Node>& child : children_of(*list))
-    if (!is_blank(*child)) move_preserving_ranges(child, *list->parent(), list.get());
-  dom::remove(*list);
-}
-
 /// The items after `item` in its list.
 NodeList items_after(const Node& item) {
   NodeList after;
@@ -125,7 +116,7 @@ void move_out(const NodeList& items) {
   for (Node* node = list->next_sibling(); node; node = node->next_sibling()) rest.emplace_back(node);
   move_run_preserving_ranges(items, *outer, holder->next_sibling());
   if (!rest.empty() && has_visible_child(*list)) move_run_preserving_ranges(rest, *items.back(), nullptr);
-  remove_if_without_items(list);
+  remove_if_without_items(*list);
   if (!has_visible_child(*holder)) append_line_break(*holder);
 }
 
@@ -175,7 +166,7 @@ bool make_line_of_cell(Element& item) {
   const Ref<Element> held(item);
   move_run_preserving_ranges(children_of(item), *cell, list.get());
   dom::remove(*held);
-  remove_if_without_items(list);
+  remove_if_without_items(*list);
   if (!has_visible_child(*cell)) append_line_break(*cell);
   return true;
 }
@@ -225,7 +216,7 @@ void make_paragraphs(Editor& editor, Element& item) {
     move_run_preserving_ranges(children_of(*rest), *own, nullptr);
     dom::remove(*rest);
   }
-  remove_if_without_items(list);
+  remove_if_without_items(*list);
 }
 
 bool leave_item(Editor& editor, Element& item) {
@@ -267,6 +258,27 @@ bool is_empty_item(const Element& item) {
 
 }  // namespace
 
+void remove_if_without_items(Node& list) {
+  for (const Node* child = list.first_child(); child; child = child->next_sibling())
+    if (!is_filling(*child)) return;
+  const Ref<Node> holder(list.parent());
+  if (!holder) return;
+  remove_keeping_comments(list);
+  if (is_text_block(*holder) && is_editable(*holder) && !has_visible_child(*holder))
+    append_line_break(*holder);
+}
+
+void put_list_into_item(Node& list) {
+  const Ref<Node> held(list), outer(list.parent());
+  if (Element* item = item_beside(list, true)) return move_preserving_ranges(held, *item, nullptr);
+  // Before the first item there is none that it could belong to: its items are one level further out.
+  if (static_cast<Element&>(list).name() == static_cast<Element&>(*outer).name())
+    return remove_preserving_descendants(held);
+  if (!is_allowed_child(list, *outer->parent())) return;
+  move_preserving_ranges(held, *outer->parent(), outer.get());
+  remove_if_without_items(*outer);
+}
+
 void put_lists_into_items(Node& node) {
   Element* outermost = outermost_list(&node);
   if (!outermost) return;
@@ -274,35 +286,7 @@ void put_lists_into_items(Node& node) {
   for (Node* inner = outermost; inner; inner = dom::next_in_order(*inner, outermost))
     if (is_list(*inner) && inner != outermost && inner->parent() && is_list(*inner->parent()))
       lists.emplace_back(inner);
-  for (const Ref<Node>& list : lists) {
-    Element* item = item_beside(*list, true);
-    Ref<Element> made;
-    if (!item) {
-      made = list->document()->create_element(Tag::Li);
-      dom::insert(*list->parent(), made, list.get());
-      item = made.get();
-    }
-    move_preserving_ranges(list, *item, nullptr);
-  }
-}
-
-void put_selected_lists_into_items(Editor& editor) {
-  const dom::Range range = editor.selection().range();
-  if (!range.start) return;
-  NodeList lists;
-  walk_contained(range, [&](Node& node) {
-    if (!is_list(node)) return Visit::Children;
-    lists.emplace_back(node);
-    return Visit::Skip;
-  });
-  for (Node* end : {range.start.node, range.end.node})
-    for (Node* around = end; around && !is_editing_host(*around); around = around->parent())
-      if (is_list(*around)) {
-        lists.emplace_back(around);
-        // What a command has left of a list stands beside the one that it made.
-        if (Node* rest = around->next_sibling(); rest && is_list(*rest)) lists.emplace_back(rest);
-      }
-  for (const Ref<Node>& list : lists) put_lists_into_items(*list);
+  for (const Ref<Node>& list : lists) put_list_into_item(*list);
 }
 
 bool indent_items(Editor& editor) {
@@ -327,19 +311,6 @@ bool outdent_items(Editor& editor) {
   const Node* holder = items.front()->parent()->parent();
   if (holder && is_editable_item(*holder)) move_out(items);
   return true;
-}
-
-void drop_empty_lists(Editor& editor) {
-  Node* block = block_around(editor.selection().focus());
-  if (!block || is_editing_host(*block)) return;
-  for (const bool before : {true, false}) {
-    const auto step = [&](const Node& node) {
-      return before ? node.previous_sibling() : node.next_sibling();
-    };
-    Node* beside = step(*block);
-    while (beside && is_filling(*beside)) beside = step(*beside);
-    if (beside && is_list(*beside) && is_editable(*beside)) remove_if_without_items(Ref<Node>(beside));
-  }
 }
 
 bool is_in_list(Editor& editor) { return item_around(editor.selection().range().start.node) != nullptr; }

@@ -30,12 +30,12 @@ bool leave_empty_item(Editor& editor);
 /// does all that is to do; the ground may be prepared for it then.
 bool toggle_list_as_writer(Editor& editor, std::u16string_view command);
 
-/// Lists beside the caret's line that a deletion has left without items go.
-void drop_empty_lists(Editor& editor);
-
-/// Lists that stand between items come to stand in the item before them, in the list around a node.
+/// A list without items goes; comments in it stay where it stood.
+void remove_if_without_items(dom::Node& list);
+/// A list that stands among the items of another comes to stand in the item before it; before the first one
+/// its items are items of that list, or of one before that.
+void put_list_into_item(dom::Node& list);
+/// All of these in the list around a node.
 void put_lists_into_items(dom::Node& node);
-/// The same in all lists that the selection touches.
-void put_selected_lists_into_items(Editor& editor);
 
 }  // namespace tvx::editing

@@ -10,6 +10,7 @@
 #include "tvx/editing/deletion/comment_keeper.h"
 #include "tvx/editing/deletion/delete_command.h"
 #include "tvx/editing/deletion/deletion.h"
+#include "tvx/editing/deletion/islands.h"
 #include "tvx/editing/deletion/line_deletion.h"
 #include "tvx/editing/facts/line_memo.h"
 #include "tvx/editing/facts/lines.h"
@@ -18,7 +19,6 @@
 #include "tvx/editing/gestures/cell_selection.h"
 #include "tvx/editing/gestures/gap_caret.h"
 #include "tvx/editing/gestures/gesture_step.h"
-#include "tvx/editing/gestures/islands.h"
 #include "tvx/editing/gestures/line_joins.h"
 #include "tvx/editing/gestures/line_keys.h"
 #include "tvx/editing/gestures/list_keys.h"
@@ -258,6 +258,7 @@ void step_before_break(Editor& editor) {
 }
 
 void delete_selected(Editor& editor) {
+  start_in_line(editor);
   if (empty_selected_cells(editor)) return;
   remove_islands(editor);
   if (!delete_selected_lines(editor))
@@ -284,7 +285,6 @@ bool press_delete(Editor& editor, std::u16string_view label, Direction direction
   else
     delete_selected(editor);
   settle_caret(editor);
-  if (!at_caret) drop_empty_lists(editor);
   comments.put_back();
   if (editor.selection().collapsed()) restore_look(look, editor);
   forget_link(editor);

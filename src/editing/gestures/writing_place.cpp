@@ -3,13 +3,13 @@
 #include "tvx/dom/mutation.h"
 #include "tvx/dom/tree.h"
 #include "tvx/editing/deletion/deletion.h"
+#include "tvx/editing/deletion/islands.h"
 #include "tvx/editing/deletion/line_deletion.h"
 #include "tvx/editing/facts/gap.h"
 #include "tvx/editing/facts/lines.h"
 #include "tvx/editing/facts/predicates.h"
 #include "tvx/editing/gestures/cell_selection.h"
 #include "tvx/editing/gestures/gap_caret.h"
-#include "tvx/editing/gestures/islands.h"
 #include "tvx/editing/inline/recorded_values.h"
 #include "tvx/editing/tables/table_caret.h"
 #include "tvx/editing/tables/table_grid.h"
@@ -98,11 +98,24 @@ void collapse_keeping_style(Editor& editor, Boundary place) {
 
 bool ends_in_lines_that_join(Editor& editor) {
   const dom::Range range = editor.selection().range();
-  return range.start && cell_around(range.start.node) == cell_around(range.end.node) &&
-         !is_gap_place(range.start) && !is_gap_place(range.end);
+  return range.start && !between_blocks(range.start).holder &&
+         cell_around(range.start.node) == cell_around(range.end.node) && !is_gap_place(range.start) &&
+         !is_gap_place(range.end);
+}
+
+void start_in_line(Editor& editor) {
+  const dom::Range range = editor.selection().range();
+  if (editor.selection().type() != SelectionType::Text || range.collapsed()) return;
+  const Between between = between_blocks(range.start);
+  if (!between.holder || !may_enter(between.after) ||
+      !dom::is_inclusive_ancestor(*between.after, *range.end.node))
+    return;
+  const Boundary place = normalized_caret_place({between.after, 0});
+  if (dom::compare(place, range.end) <= 0) editor.selection().set(place, range.end);
 }
 
 void take_out_selection(Editor& editor, Wrappers wrappers) {
+  start_in_line(editor);
   if (editor.selection().collapsed()) return;
   leave_line_end(editor);
   if (empty_selected_cells(editor)) return;

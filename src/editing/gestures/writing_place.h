@@ -12,6 +12,10 @@ enum class Wrappers : bool { Strip, Keep };
 /// caret.
 void take_out_selection(Editor& editor, Wrappers wrappers);
 
+/// A selection that starts between blocks and ends in the first of them starts in that one's first line,
+/// which is where it is seen to start.
+void start_in_line(Editor& editor);
+
 /// Whether what is left of the selection's first and last line is one line after it is deleted: the text of a
 /// cell stays in its cell, and beside a table or rule there is no line.
 bool ends_in_lines_that_join(Editor& editor);

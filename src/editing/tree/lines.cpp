@@ -105,6 +105,13 @@ void remove_with_empty_holders(Node& node, const Node& limit) {
   }
 }
 
+void remove_keeping_comments(Node& element) {
+  const Ref<Node> held(element);
+  for (const Ref<Node>& child : children_of(element))
+    if (child->type() == dom::NodeType::Comment) move_preserving_ranges(child, *element.parent(), &element);
+  dom::remove(element);
+}
+
 Boundary join_texts_at(Boundary place) {
   if (!place.node || place.node->is_text()) {
     auto* text = dom::as<dom::Text>(place.node);
@@ -144,6 +151,7 @@ HeldPosition end_of_lines(Node& node, bool in_cells) {
   Node* at = &node;
   for (;;) {
     if (at->is_text()) return {HeldPosition::At::InText, at, dom::length_of(*at)};
+    if (is_island(*at)) return {HeldPosition::At::Behind, at};
     Node* last = at->last_child();
     while (last && is_filling(*last) && last->previous_sibling() && is_block_piece(*last->previous_sibling()))
       last = last->previous_sibling();
@@ -199,8 +207,8 @@ HeldPosition zip_left(const std::vector<Element*>& looks, Node& from) {
   HeldPosition end;
   for (std::size_t i = shared.size(); i-- > 0;) {
     const NodeList nodes = children_of(*shared[i]);
-    if (!nodes.empty()) end = end_of_lines(*nodes.back());
     insert_all({Ref<Node>(looks[i]), {}}, nodes);
+    if (!nodes.empty()) end = end_of_lines(*nodes.back());
     dom::remove(*shared[i]);
   }
   return end;
@@ -211,8 +219,8 @@ HeldPosition zip_right(const std::vector<Element*>& looks, Node& from) {
   HeldPosition end;
   for (std::size_t i = shared.size(); i-- > 0;) {
     const NodeList nodes = children_of(*shared[i]);
-    if (!nodes.empty() && !end) end = end_of_lines(*nodes.back());
     insert_all({Ref<Node>(looks[i]), looks[i]->first_child()}, nodes);
+    if (!nodes.empty() && !end) end = end_of_lines(*nodes.back());
     dom::remove(*shared[i]);
   }
   return end;

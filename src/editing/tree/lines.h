@@ -27,6 +27,8 @@ HeldGap split_up_to(dom::Node& container, dom::Boundary place);
 dom::Boundary without_empty_looks(dom::Boundary place);
 /// Removes a node and what holds nothing without it, up to `limit` or a cell.
 void remove_with_empty_holders(dom::Node& node, const dom::Node& limit);
+/// Removes an element in which nothing is seen; comments in it stay where it stood.
+void remove_keeping_comments(dom::Node& element);
 /// Makes one text of two that meet at the position.
 dom::Boundary join_texts_at(dom::Boundary place);
 /// A position that goes where its node goes: a live range would stay where the node is taken away.

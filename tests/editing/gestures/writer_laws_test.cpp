@@ -195,11 +195,13 @@ TEST_P(WriterLaws, HoldAfterEachOfManyGestures) {
   const char* wanted = std::getenv("TVX_WRITER_GESTURES");
   const long all = (wanted ? std::atol(wanted) : 100'000) / 8;
   const char* first = std::getenv("TVX_WRITER_SEED");
+  const char* finds = std::getenv("TVX_WRITER_FINDS");
+  const int most_finds = finds ? std::atoi(finds) : 3;
   constexpr int round = 25;
   long done = 0;
   int failures = 0;
-  for (std::uint32_t seed = (first ? std::atol(first) : 0) + GetParam() + 1; done < all && failures < 3;
-       seed += 8) {
+  for (std::uint32_t seed = (first ? std::atol(first) : 0) + GetParam() + 1;
+       done < all && failures < most_finds; seed += 8) {
     failures += !play(seed, round);
     done += round;
   }

@@ -1,0 +1,84 @@
+#include "tvx/editing/gestures/leftovers.h"
+
+#include <utility>
+
+#include "tvx/dom/tree.h"
+#include "tvx/editing/facts/lines.h"
+#include "tvx/editing/facts/predicates.h"
+#include "tvx/editing/gestures/list_keys.h"
+#include "tvx/editing/inline/recorded_values.h"
+#include "tvx/editing/tree/surgery.h"
+
+namespace tvx::editing {
+
+using dom::Element;
+using dom::Mutation;
+using dom::Node;
+using dom::Ref;
+
+Leftovers::Leftovers(Editor& editor) : editor_(editor) { editor.document().add_observer(*this); }
+Leftovers::~Leftovers() { editor_.document().remove_observer(*this); }
+
+void Leftovers::mutated(const Mutation& mutation) {
+  if (mutation.type == Mutation::Type::Insert) {
+    auto* element = dom::as<Element>(mutation.node.get());
+    if (!element) return;
+    if (!element->has_children()) lost_.emplace_back(element);
+    if (is_list(*element) && mutation.parent && is_list(*mutation.parent)) lists_.emplace_back(element);
+    return;
+  }
+  Node* holder = mutation.type == Mutation::Type::Remove        ? mutation.parent.get()
+                 : mutation.type == Mutation::Type::ReplaceData ? mutation.node->parent()
+                                                                : nullptr;
+  auto* element = dom::as<Element>(holder);
+  if (!element) return;
+  const bool took_all = mutation.type == Mutation::Type::Remove
+                            ? !element->has_children() || is_list(*element)
+                            : dom::length_of(*mutation.node) == 0;
+  if (took_all) lost_.emplace_back(element);
+}
+
+namespace {
+
+bool can_go(const Node& node) { return node.parent() && is_editable(node) && dom::is_connected(node); }
+
+/// Only texts without content, which nobody sees in the source either.
+bool is_void_of_content(const Node& node) {
+  for (const Node* child = node.first_child(); child; child = child->next_sibling())
+    if (!child->is_text() || dom::length_of(*child) > 0) return false;
+  return true;
+}
+
+/// An element of a line, and those around it that held nothing else.
+void drop_empty_element(const Ref<Element>& element) {
+  Ref<Node> gone(element);
+  while (can_go(*gone) && is_look(*gone) && is_void_of_content(*gone)) {
+    const Ref<Node> holder(gone->parent());
+    dom::remove(*gone);
+    gone = holder;
+  }
+}
+
+}  // namespace
+
+void Leftovers::tidy() {
+  const auto lost = std::exchange(lost_, {});
+  const auto lists = std::exchange(lists_, {});
+  if (lost.empty() && lists.empty()) return;
+  const std::uint64_t version = editor_.document().structure_version();
+  const RecordedLook style = record_current_overrides(editor_);
+  for (const Ref<Element>& list : lists)
+    if (can_go(*list) && is_list(*list->parent()) && is_editable(*list->parent())) put_list_into_item(*list);
+  for (const Ref<Element>& element : lost) {
+    if (!can_go(*element)) continue;
+    if (is_list(*element))
+      remove_if_without_items(*element);
+    else
+      drop_empty_element(element);
+  }
+  // What was removed beside the caret has counted its position anew.
+  if (editor_.document().structure_version() != version && editor_.selection().collapsed())
+    restore_look(style, editor_);
+}
+
+}  // namespace tvx::editing
