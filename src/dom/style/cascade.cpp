@@ -199,6 +199,14 @@ ComputedValues Cascade::compute(const Surroundings& surroundings) const {
     values.display = blockified(values.display);
   }
   values.rendered = parent.rendered && values.display != Display::None;
+  // All else that comes of what is above has been copied from there.
+  values.lines_drawn |= values.text_decoration_line;
+  if (values.background_color.alpha != 0 || !surroundings.parent)
+    values.shown_background = values.background_color;
+  if (values.display != Display::Inline && values.display != Display::None) {
+    values.line_align = values.text_align;
+    values.line_direction = values.direction;
+  }
   return values;
 }
 

@@ -5,6 +5,10 @@
 
 #include "tvx/dom/style/color.h"
 
+namespace tvx::dom {
+class Element;
+}
+
 namespace tvx::dom::style {
 
 /// The properties whose computed values are known here: what commands and texts ask for.
@@ -97,6 +101,10 @@ namespace text_decoration {
 inline constexpr std::uint8_t none = 0, underline = 1, overline = 2, line_through = 4, blink = 8;
 }
 
+namespace script {
+inline constexpr std::uint8_t none = 0, lowered = 1, raised = 2;
+}
+
 /// What an element's properties come to. The initial values are those of CSS; `font-family` begins as
 /// "serif".
 struct ComputedValues {
@@ -119,6 +127,15 @@ struct ComputedValues {
   double vertical_align_size = 0;  // pixels for Length, percent for Percentage
   Color color{0, 0, 0, 1};
   Color background_color = transparent;
+
+  // --- no properties, but what comes of them and of those above: nobody has to climb for it ---
+  std::uint8_t lines_drawn = text_decoration::none;  // over its text, by itself or by what it stands in
+  std::uint8_t scripts = script::none;   // the SUB and SUP around it in its line, itself among them
+  Color shown_background = transparent;  // its own or the nearest that shows through it
+  const Element* link = nullptr;         // the A with an address that it stands in, or is
+  // Of the block whose lines it stands in; of the element itself if that is no part of a line.
+  TextAlign line_align = TextAlign::Left;
+  Direction line_direction = Direction::LeftToRight;
 };
 
 }  // namespace tvx::dom::style

@@ -1,6 +1,7 @@
 #include "tvx/dom/style/sheet_list.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "tvx/base/strings.h"
 #include "tvx/dom/style/media.h"
@@ -25,6 +26,15 @@ bool owns_sheet(const Element& element) {
   return element.is(Tag::Style) || (element.is(Tag::Link) && has_relation(element, u"stylesheet"));
 }
 
+bool may_own_sheet_below(const Node& node) {
+  for (const Node* current = &node; current; current = next_in_order(*current, &node)) {
+    if (current->is(Tag::Link) || current->is(Tag::Style)) return true;
+  }
+  return false;
+}
+
+constexpr std::size_t few_sheets = 8;
+
 /// Whether the sheet has a say in what the document looks like.
 bool applies(const StyleSheet& sheet) {
   const Element& owner = sheet.owner();
@@ -48,25 +58,45 @@ SheetList::~SheetList() {
 
 void SheetList::note(const Mutation& mutation) {
   const Element* parent = as<Element>(mutation.parent);
+  const NodeId left_without = std::exchange(left_without_, NodeId{});
   switch (mutation.type) {
     case Mutation::Type::ReplaceData:
       if (mutation.node->parent() && mutation.node->parent()->is(Tag::Style)) note_text();
       break;
     case Mutation::Type::Insert:
+      if (parent && parent->is(Tag::Style)) note_text();
+      if (mutation.node->id() != left_without) note_coming(*mutation.node);
+      break;
     case Mutation::Type::Remove:
       if (parent && parent->is(Tag::Style)) note_text();
-      note_subtree(*mutation.node);
+      note_leaving(*mutation.node);
       break;
     case Mutation::Type::SetAttribute: note_attribute(mutation, *as<Element>(mutation.node)); break;
   }
 }
 
-void SheetList::note_subtree(const Node& node) {
-  for (const Node* current = &node; current; current = next_in_order(*current, &node)) {
-    if (!current->is(Tag::Link) && !current->is(Tag::Style)) continue;
+void SheetList::note_coming(const Node& node) {
+  if (!may_own_sheet_below(node)) return;
+  list_changed_ = rules_changed_ = true;
+  links_changed();
+}
+
+// What is moved leaves first: a whole document lifted out of an element is not gone through for each level.
+void SheetList::note_leaving(const Node& node) {
+  if (held_a_sheet(node)) {
     list_changed_ = rules_changed_ = true;
-    return links_changed();
+    links_changed();
+  } else {
+    left_without_ = node.id();
   }
+}
+
+// A few sheets are asked where they stand, which is mostly not deep.
+bool SheetList::held_a_sheet(const Node& node) const {
+  if (list_changed_ || sheets_.size() > few_sheets) return may_own_sheet_below(node);
+  return std::any_of(sheets_.begin(), sheets_.end(), [&](const StyleSheetHandle& sheet) {
+    return is_inclusive_ancestor(node, sheet->owner());
+  });
 }
 
 /// The text of a `style` element is another: it may import something else.

@@ -41,7 +41,9 @@ class SheetList {
   void set_observer(LinkObserver* observer) { observer_ = observer; }
 
  private:
-  void note_subtree(const Node& node);
+  void note_coming(const Node& node);
+  void note_leaving(const Node& node);
+  bool held_a_sheet(const Node& node) const;
   void note_text();
   void note_attribute(const Mutation& mutation, const Element& element);
   void links_changed();
@@ -52,6 +54,7 @@ class SheetList {
   StyleEngine& engine_;
   LinkObserver* observer_ = nullptr;
   bool list_changed_ = true, rules_changed_ = true;
+  NodeId left_without_{};  // what has left the tree just now, if no sheet went with it
   std::vector<StyleSheetHandle> sheets_;
   std::vector<std::weak_ptr<StyleSheet>> dropped_;  // may still be held by somebody
   std::vector<std::vector<Rule>> extra_sheets_;

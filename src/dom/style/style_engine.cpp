@@ -2,6 +2,7 @@
 
 #include <unordered_map>
 
+#include "tvx/base/work_count.h"
 #include "tvx/dom/style/cascade.h"
 #include "tvx/dom/style/default_sheet.h"
 #include "tvx/dom/style/known_values.h"
@@ -70,11 +71,17 @@ void StyleEngine::Impl::forget_all() {
   uses_text_direction_ = false;
 }
 
+// Answers are kept from the root downwards: below an element without one there is none.
 void StyleEngine::Impl::forget_subtree(const Node& root) {
   std::size_t count = 0;
-  for (const Node* node = &root; node && !known_.empty(); node = next_in_order(*node, &root)) {
+  for (const Node* node = &root; node && !known_.empty();) {
+    if (!known_.find(*node)) {
+      node = next_skipping_children(*node, &root);
+      continue;
+    }
     if (++count > most_forgotten) return forget_all();
-    if (node->is_element()) known_.forget(*node);
+    known_.forget(*node);
+    node = next_in_order(*node, &root);
   }
 }
 
@@ -100,7 +107,9 @@ void StyleEngine::Impl::mutated(const Mutation& mutation) {
 
 void StyleEngine::Impl::note_attribute(const Mutation& mutation) {
   const SelectorUse& use = rules_->use();
-  if (!is_presentational(mutation.attribute) && !use.attributes.contains(mutation.attribute)) return;
+  if (!is_presentational(mutation.attribute) && mutation.attribute != names::href &&
+      !use.attributes.contains(mutation.attribute))
+    return;
   if (use.siblings || (uses_text_direction_ && mutation.attribute == names::dir)) return forget_all();
   forget_subtree(*mutation.node);
 }
@@ -149,11 +158,21 @@ ComputedValues StyleEngine::Impl::compute(const Element& element, const Computed
 
   const std::u16string* dir = element.attribute(names::dir);
   if (element.is(Tag::Bdi) || (dir && dir->size() == 4)) uses_text_direction_ = true;
-  return cascade.compute({parent, root_font_size_, quirks_,
-                          [this](const std::u16string& family) { return family_number(family); }});
+  ComputedValues values =
+      cascade.compute({parent, root_font_size_, quirks_,
+                       [this](const std::u16string& family) { return family_number(family); }});
+  if (is_block_display(values.display) || values.display == Display::Contents)
+    values.scripts = script::none;
+  else if (element.is(Tag::Sub))
+    values.scripts |= script::lowered;
+  else if (element.is(Tag::Sup))
+    values.scripts |= script::raised;
+  if (element.is(Tag::A) && element.has_attribute(names::href)) values.link = &element;
+  return values;
 }
 
 const ComputedValues& StyleEngine::Impl::values(const Element& element) {
+  count_work();
   refresh();
   if (const ComputedValues* found = known_.find(element)) return *found;
   chain_.clear();
@@ -171,6 +190,7 @@ const ComputedValues& StyleEngine::Impl::values(const Element& element) {
   const ComputedValues* known_root = root ? known_.find(*root) : nullptr;
   root_font_size_ = known_root ? known_root->font_size : 16;
   for (auto current = chain_.rbegin(); current != chain_.rend(); ++current) {
+    count_work();
     ComputedValues values = compute(**current, parent);
     if (!parent) root_font_size_ = values.font_size;
     if (connected) {
