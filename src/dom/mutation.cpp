@@ -5,6 +5,7 @@
 #include <cassert>
 
 #include "tvx/base/error.h"
+#include "tvx/base/work_count.h"
 #include "tvx/dom/attribute_places.h"
 #include "tvx/dom/builder.h"
 #include "tvx/dom/journal.h"
@@ -143,7 +144,7 @@ class MutationDoor {
     const auto follow = [&](Ref<Node>& node, Offset& offset) {
       if (node.get() == child.parent()) {
         if (stands_before(child, offset)) --offset;
-      } else if (node && is_inclusive_ancestor(child, *node)) {
+      } else if (node && (child.has_children() ? is_inclusive_ancestor(child, *node) : node == &child)) {
         node = child.parent();
         offset = index_of(child);
       }
@@ -184,15 +185,27 @@ bool may_hold(const Node& parent, const Node& child) {
   }
 }
 
+// Whether a child would be put into itself. A climb that meets what the child stands in has missed the child:
+// a move to nearby, one level up or into a sibling, is not a climb to the root.
+bool holds(const Node& child, const Node& parent) {
+  if (!child.has_children()) return &child == &parent;
+  const Node* around = child.parent();
+  const Node* further = around ? around->parent() : nullptr;
+  for (const Node* current = &parent; current; current = current->parent()) {
+    count_work();
+    if (current == &child) return true;
+    if (current == around || current == further) return false;
+  }
+  return false;
+}
+
 }  // namespace
 
 void insert(Node& parent, Ref<Node> child, Node* before) {
   Document& document = document_of(parent);
   if (child->document() != &document) refuse(u"The node belongs to another document");
   if (before && before->parent() != &parent) refuse(u"The place is not in this element");
-  if (child == &parent || (child->has_children() && is_ancestor(*child, parent))) {
-    refuse(u"A node can't be put into itself");
-  }
+  if (holds(*child, parent)) refuse(u"A node can't be put into itself");
   if (child->type() == NodeType::DocumentFragment) {
     while (Node* first = child->first_child()) insert(parent, first, before);
     return;

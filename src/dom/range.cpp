@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cassert>
 
+#include "tvx/base/work_count.h"
 #include "tvx/dom/sibling_places.h"
 #include "tvx/dom/tree.h"
 
@@ -34,6 +35,7 @@ bool comes_before(const Node& a, const Node& b) {
   const Node* forward = a.next_sibling();
   const Node* backward = a.previous_sibling();
   while (forward || backward) {
+    count_work();
     if (forward == &b) return true;
     if (backward == &b) return false;
     if (forward) forward = forward->next_sibling();
@@ -56,6 +58,7 @@ Lifted lift(const Node& a, const Node& b) {
   for (; depth_a > depth_b; --depth_a) below_x = x, x = x->parent();
   for (; depth_b > depth_a; --depth_b) below_y = y, y = y->parent();
   while (x != y) {
+    count_work();
     below_x = x, x = x->parent();
     below_y = y, y = y->parent();
   }
@@ -68,6 +71,8 @@ Node* common_ancestor(const Node& a, const Node& b) { return const_cast<Node*>(l
 
 std::strong_ordering compare_order(const Node& a, const Node& b) {
   if (&a == &b) return std::strong_ordering::equal;
+  if (a.parent() && a.parent() == b.parent())
+    return comes_before(a, b) ? std::strong_ordering::less : std::strong_ordering::greater;
   const Lifted lifted = lift(a, b);
   if (lifted.a == lifted.ancestor) return std::strong_ordering::less;
   if (lifted.b == lifted.ancestor) return std::strong_ordering::greater;

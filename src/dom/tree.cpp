@@ -44,7 +44,7 @@ bool is_inclusive_ancestor(const Node& ancestor, const Node& node) {
 
 Node& root_of(const Node& node) {
   const Node* current = &node;
-  while (current->parent()) current = current->parent();
+  for (; current->parent(); current = current->parent()) count_work();
   return const_cast<Node&>(*current);
 }
 
@@ -52,12 +52,16 @@ bool is_connected(const Node& node) { return root_of(node).type() == NodeType::D
 
 std::size_t depth_of(const Node& node) {
   std::size_t depth = 0;
-  for (const Node* current = node.parent(); current; current = current->parent()) ++depth;
+  for (const Node* current = node.parent(); current; current = current->parent()) {
+    count_work();
+    ++depth;
+  }
   return depth;
 }
 
 Element* enclosing(const Node& node, Tag tag) {
   for (const Node* current = &node; current; current = current->parent()) {
+    count_work();
     if (current->is(tag)) return const_cast<Element*>(static_cast<const Element*>(current));
   }
   return nullptr;
