@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -13,13 +14,15 @@ namespace tvx::growth {
 
 struct Shape {
   std::u16string_view name, before, each, between, after;
-  bool nested = false;  // `after` as often as `each`
+  std::size_t levels = 0;  // nested: how many elements `each` opens, with as many of `after`
+
+  bool nested() const { return levels > 0; }
 
   std::u16string of(std::size_t count) const {
-    std::u16string html(nested ? std::u16string_view() : before);
+    std::u16string html(nested() ? std::u16string_view() : before);
     for (std::size_t i = 0; i < count; ++i) html += each;
     html += between;
-    for (std::size_t i = 0; i < (nested ? count : 1); ++i) html += after;
+    for (std::size_t i = 0; i < (nested() ? count : 1); ++i) html += after;
     return html;
   }
 };
@@ -66,23 +69,22 @@ inline constexpr Shape shapes[] = {
     {u"preformatted lines", u"<pre>", u"line of text\n", u"", u"</pre>"},
     {u"a long text", u"<p>", u"words after words ", u"", u"</p>"},
     {u"no-break spaces", u"<p>x", u"&nbsp; ", u"", u"y</p>"},
-    {u"bold in bold", u"", u"<b>", u"x", u"</b>", true},
-    {u"text beside bold in bold", u"", u"<b>x", u"", u"</b>", true},
-    {u"spans in spans", u"", u"<span style='color:red'>", u"x", u"</span>", true},
-    {u"fonts in fonts", u"", u"<font size=5>a", u"", u"</font>", true},
-    {u"quotes in quotes", u"", u"<blockquote>", u"x", u"</blockquote>", true},
-    {u"lists in lists", u"", u"<ul><li>a", u"", u"</ul>", true},
-    {u"divisions in divisions", u"", u"<div>a", u"", u"</div>", true},
-    {u"tables in tables", u"", u"<table><tr><td>", u"x", u"</table>", true},
+    {u"bold in bold", u"", u"<b>", u"x", u"</b>", 1},
+    {u"text beside bold in bold", u"", u"<b>x", u"", u"</b>", 1},
+    {u"spans in spans", u"", u"<span style='color:red'>", u"x", u"</span>", 1},
+    {u"fonts in fonts", u"", u"<font size=5>a", u"", u"</font>", 1},
+    {u"quotes in quotes", u"", u"<blockquote>", u"x", u"</blockquote>", 1},
+    {u"lists in lists", u"", u"<ul><li>a", u"", u"</ul>", 2},
+    {u"divisions in divisions", u"", u"<div>a", u"", u"</div>", 1},
+    {u"tables in tables", u"", u"<table><tr><td>", u"x", u"</table>", 4},
 };
-/// What is nested deeper than this becomes siblings when it is read: a level of a table is four elements.
-inline constexpr std::size_t deepest = 120;
-/// How many times the steps ten times as much may take. What is nested ten times as deep also has ten times
-/// as many ancestors a node, and no more than five hundred.
-inline constexpr double most_growth(const Shape& shape) { return shape.nested ? 110 : 15; }
+/// Elements in one another. What is nested deeper than a few more becomes siblings when it is read.
+inline constexpr std::size_t deepest = 480;
+/// How many times the steps ten times as much may take.
+inline constexpr double most_growth = 15;
 /// As many as are asked for, of what is nested no more than can be.
 inline std::size_t limited(const Shape& shape, std::size_t count) {
-  return shape.nested && count > deepest ? deepest : count;
+  return shape.nested() ? std::min(count, deepest / shape.levels) : count;
 }
 
 /// Commands that are asked of everything selected, each as a user meets it; some of what another one has

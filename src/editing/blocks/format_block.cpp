@@ -10,7 +10,7 @@
 #include "tvx/editing/blocks/lists.h"
 #include "tvx/editing/editor.h"
 #include "tvx/editing/facts/block_range.h"
-#include "tvx/editing/facts/path_facts.h"
+#include "tvx/editing/facts/known_ancestors.h"
 #include "tvx/editing/facts/predicates.h"
 #include "tvx/editing/facts/rendering.h"
 #include "tvx/editing/inline/recorded_values.h"
@@ -49,14 +49,12 @@ bool is_line(const Node& node) {
 
 // Step 8: out of blocks that hold but a part of what is formatted. All that is between a node and its editing
 // host can be edited and has the same host.
-void leave_blocks(const Ref<Node>& node) {
+void leave_blocks(const Ref<Node>& node, KnownAncestors& known) {
   const auto stands_in_block = [&] {
     const Node* const host = editing_host_of(*node);
-    for (const Node* ancestor = node->parent(); host && ancestor && ancestor != host;
-         ancestor = ancestor->parent()) {
-      if (is_formattable_block(*ancestor) && !holds_blocks(*ancestor)) return true;
-    }
-    return false;
+    return host && known.any(node->parent(), host, [](const Node& ancestor) {
+      return is_formattable_block(ancestor) && !holds_blocks(ancestor);
+    });
   };
   split_parents_while({node}, stands_in_block);
 }
@@ -119,7 +117,8 @@ bool format_block(Editor& editor, std::u16string_view value) {
   if (!is_name_of_formattable_block(name)) return false;
   NodeList lines = topmost_contained(block_extend(editor.selection().range()), is_line);
   const RecordedValues values = record_values(lines);
-  for (const Ref<Node>& line : lines) leave_blocks(line);
+  KnownAncestors known;
+  for (const Ref<Node>& line : lines) leave_blocks(line, known);
   restore_values(values, editor);
   BlockFormatter(editor, name, std::move(lines)).run();
   return true;
@@ -138,8 +137,7 @@ class FormatFinder {
     std::optional<std::u16string_view> format;
     for (;; node = node->parent()) {
       if (const auto known = formats_.find(node); known != formats_.end()) format = known->second;
-      if (format || is_formattable_block(*node) || !node->parent() || !facts_.is_editable(*node->parent()))
-        break;
+      if (format || is_formattable_block(*node) || !node->parent() || !is_editable(*node->parent())) break;
       climbed.push_back(node);
     }
     if (!format) format = name_of(*node);
@@ -150,11 +148,10 @@ class FormatFinder {
 
  private:
   std::u16string_view name_of(const Node& block) {
-    if (!is_formattable_block(block) || !facts_.is_editable(block) || holds_blocks(block)) return {};
+    if (!is_formattable_block(block) || !is_editable(block) || holds_blocks(block)) return {};
     return static_cast<const Element&>(block).name().text();
   }
 
-  PathFacts facts_;
   std::unordered_map<const Node*, std::u16string_view> formats_;
 };
 

@@ -96,14 +96,13 @@ struct Indentation {
 
 Indentation indentation_around(const Node& node, bool (*makes_it)(const Node&)) {
   Indentation found;
-  PathFacts facts;
   Node* ancestor = node.parent();
-  while (ancestor && ancestor->is_element() && facts.is_editable(*ancestor) && !makes_it(*ancestor) &&
+  while (ancestor && ancestor->is_element() && is_editable(*ancestor) && !makes_it(*ancestor) &&
          !is_list(*ancestor)) {
     found.between.emplace_back(ancestor);
     ancestor = ancestor->parent();
   }
-  if (ancestor && facts.is_editable(*ancestor) && makes_it(*ancestor)) found.maker = ancestor;
+  if (ancestor && is_editable(*ancestor) && makes_it(*ancestor)) found.maker = ancestor;
   return found;
 }
 
@@ -198,19 +197,21 @@ bool is_list_item(const Node& node) { return node.is(Tag::Li) && node.parent() &
 
 bool stands_in_list(const Node& node) { return node.parent() && is_list(*node.parent()); }
 
-/// What indents a node simply, for many nodes in a tree that stays as it is: nobody climbs where another has
-/// climbed.
+/// What indents a node, for many nodes: nobody climbs where another has climbed, as long as the tree
+/// stays as it is.
 class IndentationMakers {
  public:
+  explicit IndentationMakers(bool (*makes_it)(const Node&)) : makes_it_(makes_it) {}
   Node* of(const Node& node) {
+    follow(dom::document_of(node));
     std::vector<const Node*> climbed;
     Node* found = nullptr;
     for (Node* ancestor = node.parent(); ancestor && ancestor->is_element(); ancestor = ancestor->parent()) {
       count_work();
       const auto known = makers_.find(ancestor);
       if (known != makers_.end()) found = known->second;
-      if (known != makers_.end() || !facts_.is_editable(*ancestor)) break;
-      if (is_simple_indentation_element(*ancestor)) found = ancestor;
+      if (known != makers_.end() || !is_editable(*ancestor)) break;
+      if (makes_it_(*ancestor)) found = ancestor;
       if (found || is_list(*ancestor)) break;
       climbed.push_back(ancestor);
     }
@@ -219,15 +220,22 @@ class IndentationMakers {
   }
 
  private:
+  void follow(const dom::Document& document) {
+    if (version_ == document.version()) return;
+    version_ = document.version();
+    makers_.clear();
+  }
+
+  bool (*makes_it_)(const Node&);
+  std::uint64_t version_ = 0;
   std::unordered_map<const Node*, Node*> makers_;
-  PathFacts facts_;
 };
 
 // Where all that an element indents is to be outdented and nothing in it indents anew, the element goes, once
 // for all. One node after the other comes to the same, but indents the rest anew each time. Gives how many
 // nodes that was, 0 if it does not apply.
-std::size_t outdent_together(const NodeList& nodes, std::size_t at, const dom::Range& range) {
-  IndentationMakers makers;
+std::size_t outdent_together(const NodeList& nodes, std::size_t at, const dom::Range& range,
+                             IndentationMakers& makers) {
   const Ref<Node> maker(makers.of(*nodes[at]));
   if (!maker || !dom::contains(range, *maker)) return 0;
   // What has been outdented already keeps the level that is left to it.
@@ -254,12 +262,18 @@ bool outdent_selection(Editor& editor, std::u16string_view) {
   const NodeList nodes = topmost_contained(range.range(), [&facts](const Node& node) {
     return facts.is_editable(node) && (is_list(node) || is_list_item(node) || !has_editable_descendant(node));
   });
+  IndentationMakers makers(is_simple_indentation_element), all_makers(is_indentation_element);
+  // Of hundreds of levels that nothing indents none has to climb to find that out.
+  const auto can_be_outdented = [&](const Node& node) {
+    return is_list(node) || is_indentation_element(node) || makers.of(node) || all_makers.of(node);
+  };
   for (std::size_t at = 0; at < nodes.size();) {
     if (is_list(*nodes[at]) || !stands_in_list(*nodes[at])) {
-      if (const std::size_t together = outdent_together(nodes, at, range.range())) {
+      if (const std::size_t together = outdent_together(nodes, at, range.range(), makers)) {
         at += together;
       } else {
-        outdent(nodes[at++], editor);
+        if (can_be_outdented(*nodes[at])) outdent(nodes[at], editor);
+        ++at;
       }
       continue;
     }

@@ -20,7 +20,6 @@ using dom::Ref;
 using dom::Tag;
 using dom::style::ComputedValues;
 using dom::style::Direction;
-using dom::style::Display;
 using dom::style::TextAlign;
 
 namespace {
@@ -64,18 +63,16 @@ bool is_aligner(const Node& node, std::u16string_view alignment) {
 std::u16string_view alignment_of(const Node& node) {
   const auto* element = dom::as<Element>(&node);
   if (!element) element = node.parent_element();
-  for (; element; element = element->parent_element()) {
-    const ComputedValues values = dom::style::computed_values(*element);
-    if (values.display == Display::Inline || values.display == Display::None) continue;
-    const bool left_to_right = values.direction == Direction::LeftToRight;
-    switch (values.text_align) {
-      case TextAlign::Start: return left_to_right ? u"left" : u"right";
-      case TextAlign::End: return left_to_right ? u"right" : u"left";
-      case TextAlign::Left: return u"left";
-      case TextAlign::Right: return u"right";
-      case TextAlign::Center: return u"center";
-      case TextAlign::Justify: return u"justify";
-    }
+  if (!element) return u"left";
+  const ComputedValues& values = dom::style::computed_values(*element);
+  const bool left_to_right = values.line_direction == Direction::LeftToRight;
+  switch (values.line_align) {
+    case TextAlign::Start: return left_to_right ? u"left" : u"right";
+    case TextAlign::End: return left_to_right ? u"right" : u"left";
+    case TextAlign::Left: return u"left";
+    case TextAlign::Right: return u"right";
+    case TextAlign::Center: return u"center";
+    case TextAlign::Justify: return u"justify";
   }
   return u"left";
 }

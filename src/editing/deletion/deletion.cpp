@@ -36,7 +36,8 @@ class Deletion {
   bool delete_within_text();
   void remove_contents();
   void remove_node(const Ref<Node>& node, bool unseen);
-  bool still_shows(Node& block, bool lost_unseen);
+  Node* holder_of(Node& parent) const;
+  bool still_shows(Node& block, const Node& lost, bool lost_unseen);
   bool merging_applies() const;
   bool merge_inner_block();
   void remove_empty_inner_block(const Node& reference);
@@ -60,7 +61,7 @@ class Deletion {
   Ref<Node> start_block_, end_block_;
   Ref<Node> asked_parent_, holder_;  // the last parent that lost a node, and the block that it stands in
   Ref<Node> asked_block_,
-      shown_child_;  // the block that was last asked whether it shows anything, and by what
+      shown_;  // the block that was last asked whether it shows anything, and what it shows
   bool block_shows_ = false;
   RecordedLook look_;
   RecordedValues values_;
@@ -131,20 +132,40 @@ void Deletion::remove_contents() {
   canonicalize_whitespace(range().end, false);
 }
 
-// Whether a block that has just lost a node still shows anything. It is not looked through again until
-// something goes that was seen; and then from the end, for nodes go from the start.
-bool Deletion::still_shows(Node& block, bool lost_unseen) {
+// What is seen of a block: the last leaf, for nodes go from the start.
+Node* last_seen_of(Node& block) {
+  for (Node* node = dom::last_within(block); node != &block; node = dom::previous_in_order(*node, &block)) {
+    if (!node->has_children() && is_visible(*node)) return node;
+  }
+  // Elements may show by being there, whatever they hold.
+  for (Node* child = block.last_child(); child; child = child->previous_sibling())
+    if (is_visible(*child)) return child;
+  return nullptr;
+}
+
+// Whether a block that has just lost a node still shows anything. It is not looked through again until what
+// was seen of it goes.
+bool Deletion::still_shows(Node& block, const Node& lost, bool lost_unseen) {
   if (asked_block_.get() == &block) {
     if (lost_unseen) return block_shows_;
-    if (shown_child_ && shown_child_->parent() == &block && is_visible(*shown_child_)) return true;
+    const bool stands = shown_ && shown_->parent() && shown_ != &lost &&
+                        !(lost.has_children() && dom::is_inclusive_ancestor(lost, *shown_));
+    if (stands && is_visible(*shown_)) return true;
   }
   asked_block_ = block;
-  shown_child_ = nullptr;
-  for (Node* child = block.last_child(); child && !shown_child_; child = child->previous_sibling()) {
-    count_work();
-    if (is_visible(*child)) shown_child_ = child;
+  shown_ = last_seen_of(block);
+  return block_shows_ = bool(shown_);
+}
+
+// The block around what was a child of the parent. Nodes go in the document's order, so the way up from the
+// next one mostly meets the last parent.
+Node* Deletion::holder_of(Node& parent) const {
+  Node* holder = &parent;
+  while (holder && is_inline_node(*holder)) {
+    holder = holder->parent();
+    if (holder && holder == asked_parent_) return holder_.get();
   }
-  return block_shows_ = bool(shown_child_);
+  return holder;
 }
 
 // Step 25: a block that is left without content keeps a line for the caret, wrappers go.
@@ -153,12 +174,11 @@ void Deletion::remove_node(const Ref<Node>& node, bool unseen) {
   dom::remove(*node);
   // What nobody saw changes no block; only a style element would make this ask all styles again.
   if (!unseen || asked_parent_ != parent) {
+    holder_ = holder_of(*parent);
     asked_parent_ = parent;
-    holder_ = parent;
-    while (holder_ && is_inline_node(*holder_)) holder_ = holder_->parent();
   }
   Node* block = holder_.get();
-  if (block && !still_shows(*block, unseen) && (is_editable(*parent) || is_editing_host(*parent))) {
+  if (block && !still_shows(*block, *node, unseen) && (is_editable(*parent) || is_editing_host(*parent))) {
     append_line_break(*parent);
     block_shows_ = true;
   }

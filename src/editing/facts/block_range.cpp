@@ -85,8 +85,10 @@ Node* seen_before_in_line(Node& node) {
   while (!is_block_boundary(gap)) {
     count_work();
     Node* child = gap.previous();
-    if (child && is_visible(*child) && !may_end_line(*child)) return child;
-    gap = child ? Gap::end_of(*child) : Gap::before(*gap.node);
+    const bool seen = child && is_visible(*child);
+    if (seen && !may_end_line(*child)) return child;
+    // In what nobody sees there is nothing to be seen.
+    gap = seen ? Gap::end_of(*child) : Gap::before(child ? *child : *gap.node);
   }
   return nullptr;
 }
@@ -96,7 +98,7 @@ Node* seen_after_in_line(Node& node) {
   while (!is_block_boundary(gap)) {
     count_work();
     if (gap.next && is_visible(*gap.next)) return gap.next;
-    gap = gap.next ? Gap::start_of(*gap.next) : Gap::after(*gap.node);
+    gap = Gap::after(gap.next ? *gap.next : *gap.node);
   }
   return nullptr;
 }

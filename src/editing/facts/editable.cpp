@@ -1,5 +1,8 @@
-#include <unordered_set>
+#include <memory>
+#include <unordered_map>
 
+#include "tvx/base/work_count.h"
+#include "tvx/editing/facts/ancestor_memo.h"
 #include "tvx/editing/facts/predicates.h"
 
 /// What can be edited. Editing commands standard, section "Common definitions".
@@ -13,10 +16,31 @@ using dom::Tag;
 
 namespace {
 
+/// Which host the children of deeply nested elements belong to.
+class HostMemo final : public AncestorMemo<Node*> {
+ public:
+  using AncestorMemo::AncestorMemo;
+
+ private:
+  std::optional<Node*> answer_below(const Node& parent) override {
+    Node* host = editing_host_of_children(parent);
+    return host ? std::optional(host) : std::nullopt;
+  }
+  bool depends_on(const dom::Name& attribute) const override {
+    return attribute == dom::names::contenteditable;
+  }
+};
+
 // The documents that are edited as a whole. Kept beside them: the tree knows nothing of editing.
-std::unordered_set<const Document*>& whole_documents() {
-  static std::unordered_set<const Document*> documents;
+std::unordered_map<const Document*, std::unique_ptr<HostMemo>>& whole_documents() {
+  static std::unordered_map<const Document*, std::unique_ptr<HostMemo>> documents;
   return documents;
+}
+
+HostMemo* memo_of(const Node& node) {
+  const auto& documents = whole_documents();
+  const auto found = documents.empty() ? documents.end() : documents.find(node.document());
+  return found == documents.end() ? nullptr : found->second.get();
 }
 
 enum class Wish : std::uint8_t { None, On, PlainText, Off };
@@ -40,11 +64,9 @@ bool may_be_edited(const Node& node) {
 }  // namespace
 
 void set_whole_document_editable(Document& document, bool editable) {
-  if (editable) {
-    whole_documents().insert(&document);
-  } else {
-    whole_documents().erase(&document);
-  }
+  // Anew in each case: what was known holds no more.
+  whole_documents().erase(&document);
+  if (editable) whole_documents().emplace(&document, std::make_unique<HostMemo>(document));
 }
 
 bool is_editing_host(const Node& node) {
@@ -64,17 +86,38 @@ bool is_plain_text_host(const Node& node) {
 }
 
 Node* editing_host_within(const Node& node, Node* host_around) {
+  count_work();
   if (is_editing_host(node)) return const_cast<Node*>(&node);
   return host_around && node.parent() && may_be_edited(node) ? host_around : nullptr;
 }
 
-Node* editing_host_of(const Node& node) {
-  // From the node upwards as long as each could be edited; the first host found decides.
-  for (const Node* current = &node; current; current = current->parent()) {
-    if (is_editing_host(*current)) return const_cast<Node*>(current);
+namespace {
+
+// Up to here climbing costs no more than looking up.
+constexpr std::size_t short_climb = 8;
+
+}  // namespace
+
+// Upwards as long as each could be edited; the first host found decides.
+Node* editing_host_of_children(const Node& parent) {
+  HostMemo* memo = memo_of(parent);
+  const Node* current = &parent;
+  Node* host = nullptr;
+  for (std::size_t climbed = 0;; current = current->parent(), ++climbed) {
+    count_work();
+    const std::optional<Node*> known = memo ? memo->find(*current) : std::nullopt;
+    host = known ? *known : is_editing_host(*current) ? const_cast<Node*>(current) : nullptr;
+    if (host) {
+      if (memo && climbed >= short_climb) memo->note(parent, current, host);
+      return host;
+    }
     if (!current->parent() || !may_be_edited(*current)) return nullptr;
   }
-  return nullptr;
+}
+
+Node* editing_host_of(const Node& node) {
+  if (is_editing_host(node)) return const_cast<Node*>(&node);
+  return node.parent() && may_be_edited(node) ? editing_host_of_children(*node.parent()) : nullptr;
 }
 
 bool is_editable(const Node& node) {

@@ -11,14 +11,27 @@ PathFacts::Facts PathFacts::within(const Node& node, const Facts& around) {
   return {&node, editing_host_within(node, around.host)};
 }
 
-// In tree order the parent is the last one asked about, a child of it, or one further up.
+namespace {
+
+// What is asked about next stands a few levels below the last at most: those between hold no text of their
+// own.
+constexpr int few_levels = 4;
+
+bool stands_just_below(const Node& node, const Node* above) {
+  const Node* current = &node;
+  for (int level = 0; current && level <= few_levels; ++level, current = current->parent())
+    if (current == above) return true;
+  return false;
+}
+
+}  // namespace
+
+// In tree order the parent is the last one asked about, a little below it, or one further up.
 const PathFacts::Facts& PathFacts::around(const Node& node) {
   static const Facts outside{nullptr, nullptr};
   const Node* parent = node.parent();
   if (!parent) return outside;
-  while (!path_.empty() && path_.back().node != parent && path_.back().node != parent->parent()) {
-    path_.pop_back();
-  }
+  while (!path_.empty() && !stands_just_below(*parent, path_.back().node)) path_.pop_back();
   if (!path_.empty() && path_.back().node == parent) return path_.back();
   std::vector<const Node*> missing;
   const Node* known = path_.empty() ? nullptr : path_.back().node;

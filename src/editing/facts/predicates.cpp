@@ -1,5 +1,6 @@
 #include "tvx/editing/facts/predicates.h"
 
+#include "tvx/base/work_count.h"
 #include "tvx/dom/tree.h"
 #include "tvx/editing/facts/line_memo.h"
 #include "tvx/editing/facts/rendering.h"
@@ -191,18 +192,50 @@ bool is_extraneous_line_break(const Node& node) {
 
 bool is_visible(const Node& node) { return is_rendered(node) && is_visible_where_rendered(node); }
 
+namespace {
+
+// Up to here looking through an element costs no more than remembering what came of it.
+constexpr std::size_t short_look = 8;
+
+// All elements that hold what is seen, up to the one that was asked about, show something.
+void note_seen(const Node& seen, const Node& asked) {
+  std::vector<const Node*> holders{&asked};
+  for (const Node* node = &seen; node != &asked; node = node->parent())
+    if (node->is_element()) holders.push_back(node);
+  LineMemo::note_sight(holders, true);
+}
+
+// Whether anything below is seen.
+bool shows_something(const Node& node) {
+  std::vector<const Node*> nothing_yet;
+  std::size_t walked = 0;
+  for (const Node* current = node.first_child(); current; ++walked) {
+    count_work();
+    const bool hidden = is_hidden(*current);
+    const auto known = hidden || !current->has_children() ? std::nullopt : LineMemo::find_sight(*current);
+    if (known == true || (!hidden && is_visible_itself(*current))) {
+      if (walked >= short_look) note_seen(*current, node);
+      return true;
+    }
+    if (!hidden && current->has_children()) nothing_yet.push_back(current);
+    current =
+        hidden || known ? dom::next_skipping_children(*current, &node) : dom::next_in_order(*current, &node);
+  }
+  if (walked >= short_look) {
+    nothing_yet.push_back(&node);
+    LineMemo::note_sight(nothing_yet, false);
+  }
+  return false;
+}
+
+}  // namespace
+
 bool is_visible_where_rendered(const Node& node) {
   if (is_hidden(node)) return false;
   if (is_visible_itself(node)) return true;
-  for (const Node* current = node.first_child(); current;) {
-    if (!is_hidden(*current)) {
-      if (is_visible_itself(*current)) return true;
-      current = dom::next_in_order(*current, &node);
-    } else {
-      current = dom::next_skipping_children(*current, &node);
-    }
-  }
-  return false;
+  if (!node.has_children()) return false;
+  const auto known = LineMemo::find_sight(node);
+  return known ? *known : shows_something(node);
 }
 
 bool is_invisible(const Node& node) { return !is_visible(node); }

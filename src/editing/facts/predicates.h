@@ -11,6 +11,8 @@ bool is_editing_host(const dom::Node& node);
 bool is_editable(const dom::Node& node);
 /// The host that an editable node belongs to, the node itself if it is one; null elsewhere.
 dom::Node* editing_host_of(const dom::Node& node);
+/// The host that what can be edited among a node's children belongs to; null elsewhere.
+dom::Node* editing_host_of_children(const dom::Node& parent);
 /// A host whose `contenteditable` is "plaintext-only": commands that format are not enabled there.
 bool is_plain_text_host(const dom::Node& node);
 bool in_same_editing_host(const dom::Node& a, const dom::Node& b);

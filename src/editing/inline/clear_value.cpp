@@ -2,6 +2,7 @@
 #include "tvx/editing/facts/predicates.h"
 #include "tvx/editing/facts/rendering.h"
 #include "tvx/editing/inline/inline_values.h"
+#include "tvx/editing/inline/said_above.h"
 
 namespace tvx::editing {
 
@@ -64,14 +65,6 @@ NodeList clear_value(const Ref<Element>& element, InlineCommand command) {
 
 namespace {
 
-// Without anything said above there is nothing to push down. Asked first, as it costs no look at styles.
-bool is_said_above(const Node& node, InlineCommand command) {
-  for (const Element* current = node.parent_element(); current; current = current->parent_element()) {
-    if (specified_command_value(*current, command)) return true;
-  }
-  return false;
-}
-
 // Steps 4 to 8: the editable ancestors that look otherwise, from the nearest on.
 std::vector<Ref<Element>> unlike_ancestors(const Node& node, InlineCommand command,
                                            const InlineValue& value) {
@@ -87,9 +80,11 @@ std::vector<Ref<Element>> unlike_ancestors(const Node& node, InlineCommand comma
 }  // namespace
 
 // Editing commands standard, section "Pushing down values".
-void push_down_values(const Ref<Node>& node, InlineCommand command, const InlineValue& value,
-                      Editor& editor) {
-  if (!node->parent_element() || !is_said_above(*node, command)) return;
+void push_down_values(const Ref<Node>& node, InlineCommand command, const InlineValue& value, Editor& editor,
+                      SaidAbove& said) {
+  // Without anything said above there is nothing to push down. Asked first, as it costs no question for
+  // styles.
+  if (!node->parent_element() || !said.is_above(*node)) return;
   if (loosely_equivalent_values(command, effective_command_value(*node, command), value)) return;
   auto ancestors = unlike_ancestors(*node, command, value);
   if (ancestors.empty()) return;
@@ -114,6 +109,12 @@ void push_down_values(const Ref<Node>& node, InlineCommand command, const Inline
       force_value(child, command, propagated, editor);
     }
   }
+}
+
+void push_down_values(const Ref<Node>& node, InlineCommand command, const InlineValue& value,
+                      Editor& editor) {
+  SaidAbove said(editor.document(), command);
+  push_down_values(node, command, value, editor, said);
 }
 
 }  // namespace tvx::editing

@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
+#include "tvx/base/work_count.h"
 #include "tvx/dom/style/presentational_hints.h"
 #include "tvx/dom/style/style_engine.h"
-
 #include "tvx/editing/facts/font_sizes.h"
 #include "tvx/editing/facts/predicates.h"
 #include "tvx/editing/facts/rendering.h"
@@ -29,40 +29,23 @@ bool is_hyperlink(const Node& node) {
 }
 
 InlineValue link_of(const Element& element) {
-  for (const Element* current = &element; current; current = current->parent_element()) {
-    if (is_hyperlink(*current)) return std::u16string(current->attribute_or_empty(names::href));
-  }
-  return std::nullopt;
-}
-
-// The background shows through what has none, so the nearest that has one counts.
-std::u16string background_of(const Element& element) {
-  const Element* current = &element;
-  while (current->parent_element() && style::computed_values(*current).background_color.alpha == 0) {
-    current = current->parent_element();
-  }
-  return style::to_text(style::computed_values(*current).background_color);
+  const Element* link = style::computed_values(element).link;
+  return link ? InlineValue(link->attribute_or_empty(names::href)) : std::nullopt;
 }
 
 InlineValue script_of(const Element& element) {
-  bool lowered = false, raised = false;
-  for (const Element* current = &element; current && is_inline_node(*current);
-       current = current->parent_element()) {
-    lowered |= current->is(Tag::Sub);
-    raised |= current->is(Tag::Sup);
+  switch (style::computed_values(element).scripts) {
+    case style::script::none: return std::nullopt;
+    case style::script::lowered: return u"subscript";
+    case style::script::raised: return u"superscript";
+    default: return u"mixed";
   }
-  if (lowered && raised) return u"mixed";
-  if (lowered) return u"subscript";
-  if (raised) return u"superscript";
-  return std::nullopt;
 }
 
 // Decorations are not inherited but drawn through everything below.
 InlineValue decoration_of(const Element& element, std::uint8_t line, std::u16string_view name) {
-  for (const Element* current = &element; current; current = current->parent_element()) {
-    if (style::computed_values(*current).text_decoration_line & line) return std::u16string(name);
-  }
-  return std::nullopt;
+  const bool drawn = style::computed_values(element).lines_drawn & line;
+  return drawn ? InlineValue(name) : std::nullopt;
 }
 
 }  // namespace
@@ -85,7 +68,7 @@ InlineValue effective_command_value(const Node& node, InlineCommand command) {
   switch (command) {
     case InlineCommand::None: return std::nullopt;
     case InlineCommand::CreateLink: return link_of(*element);
-    case InlineCommand::BackColor: return background_of(*element);
+    case InlineCommand::BackColor: return style::to_text(style::computed_values(*element).shown_background);
     case InlineCommand::Subscript:
     case InlineCommand::Superscript: return script_of(*element);
     case InlineCommand::Strikethrough:
@@ -175,6 +158,7 @@ InlineValue specified_property(const Element& element, InlineCommand command) {
 }  // namespace
 
 InlineValue specified_command_value(const Element& element, InlineCommand command) {
+  count_work();
   switch (command) {
     case InlineCommand::None: return std::nullopt;
     case InlineCommand::BackColor:

@@ -14,6 +14,7 @@
 /// commands". Values are the standard's: a text, or none ("null").
 namespace tvx::editing {
 
+class SaidAbove;
 using InlineValue = std::optional<std::u16string>;
 
 /// What a node looks like, whatever the reason: rules, ancestors, elements, its own style.
@@ -38,6 +39,9 @@ std::u16string_view css_property_of(InlineCommand command);
 NodeList clear_value(const dom::Ref<dom::Element>& element, InlineCommand command);
 void push_down_values(const dom::Ref<dom::Node>& node, InlineCommand command, const InlineValue& value,
                       Editor& editor);
+/// The same for many nodes.
+void push_down_values(const dom::Ref<dom::Node>& node, InlineCommand command, const InlineValue& value,
+                      Editor& editor, SaidAbove& said);
 void force_value(const dom::Ref<dom::Node>& node, InlineCommand command, const InlineValue& value,
                  Editor& editor);
 /// "Reorder modifiable descendants": brings an element that says the value outside of its wrappers.

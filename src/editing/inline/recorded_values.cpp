@@ -2,7 +2,10 @@
 
 #include <algorithm>
 #include <array>
+#include <memory>
+#include <unordered_map>
 
+#include "tvx/base/work_count.h"
 #include "tvx/dom/document.h"
 #include "tvx/editing/command_definition.h"
 #include "tvx/editing/editor.h"
@@ -26,6 +29,9 @@ constexpr std::array recorded_commands{
     std::u16string_view(u"underline")};
 
 struct Specified {
+  Specified() = default;
+  Specified(const Element* element, InlineValue said) : holder(element), value(std::move(said)) {}
+
   const Element* holder = nullptr;  // the nearest element that specifies a value; null: none does
   InlineValue value;
 };
@@ -44,26 +50,54 @@ class SpecifiedValues {
   }
 
  private:
-  Specified above(const Node* parent) {
-    if (!parent) return {};
-    const std::uint64_t version = dom::document_of(*parent).version();
-    if (parent == parent_ && version == version_) return kept_;
-    parent_ = parent;
-    version_ = version;
-    kept_ = {};
-    for (const Element* element = dom::as<Element>(parent); element; element = element->parent_element()) {
-      if (InlineValue value = specified_command_value(*element, *command_)) {
-        kept_ = {element, std::move(value)};
+  const Specified& above(const Node* parent) {
+    static const Specified nothing;
+    if (!parent) return nothing;
+    follow(dom::document_of(*parent));
+    if (parent != parent_) {
+      parent_ = parent;
+      kept_ = climb(parent);
+    }
+    return *kept_;
+  }
+
+  void follow(const dom::Document& document) {
+    if (version_ == document.version()) return;
+    version_ = document.version();
+    parent_ = nullptr;
+    known_.clear();
+  }
+
+  // Of many levels in one another none is climbed twice.
+  std::shared_ptr<const Specified> climb(const Node* parent) {
+    std::shared_ptr<const Specified> found;
+    std::size_t climbed = 0;
+    const Element* const first = dom::as<Element>(parent);
+    const Element* element = first;
+    for (; element && !found; element = element->parent_element(), ++climbed) {
+      count_work();
+      if (const auto known = known_.find(element); known != known_.end()) {
+        found = known->second;
         break;
       }
+      if (InlineValue value = specified_command_value(*element, *command_))
+        found = std::make_shared<Specified>(element, std::move(value));
     }
-    return kept_;
+    static const auto nothing = std::make_shared<const Specified>();
+    if (!found) found = nothing;
+    if (climbed < short_climb) return found;
+    for (const Element* passed = first; passed != element; passed = passed->parent_element())
+      known_.emplace(passed, found);
+    return found;
   }
+
+  static constexpr std::size_t short_climb = 8;  // up to here climbing costs no more than looking up
 
   const CommandDefinition* command_;
   const Node* parent_ = nullptr;
   std::uint64_t version_ = 0;
-  Specified kept_;
+  std::shared_ptr<const Specified> kept_;
+  std::unordered_map<const Element*, std::shared_ptr<const Specified>> known_;
 };
 
 std::vector<SpecifiedValues> finders() {

@@ -3,6 +3,7 @@
 #include "tvx/editing/facts/path_facts.h"
 #include "tvx/editing/facts/predicates.h"
 #include "tvx/editing/inline/effectively_contained.h"
+#include "tvx/editing/inline/said_above.h"
 #include "tvx/editing/inline/value_forcer.h"
 
 namespace tvx::editing {
@@ -66,8 +67,9 @@ void set_selection_value(Editor& editor, InlineCommand command, const InlineValu
   const NodeList nodes = effectively_contained_nodes(
       *editor.active_range(), [&](const Node& node) { return facts.is_editable(node); });
   ValueForcer forcer(command, value, editor);
+  SaidAbove said(editor.document(), command);
   for (const Ref<Node>& node : nodes) {
-    push_down_values(node, command, value, editor);
+    push_down_values(node, command, value, editor, said);
     if (value && is_allowed_child(*node, Name(Tag::Span))) forcer.force(node);
   }
 }

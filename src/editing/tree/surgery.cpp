@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "tvx/dom/builder.h"
+#include "tvx/dom/journal.h"
 #include "tvx/dom/tree.h"
 #include "tvx/editing/facts/block_range.h"
 #include "tvx/editing/facts/predicates.h"
@@ -56,45 +57,7 @@ class MovedBoundary {
   const Node* before_;
 };
 
-struct SavedRange {
-  LiveRange* range;
-  Boundary start, end;
-};
-
-/// Those of the kept ranges that are still there, for who hears of a move may let go of ranges of their own.
-/// The document has them in the order in which they came.
-template <class Kept, class Action>
-void for_each_alive(const dom::Document& document, const std::vector<Kept>& kept, Action act) {
-  const std::vector<LiveRange*>& alive = document.live_ranges();
-  std::size_t from = 0;
-  for (const Kept& each : kept) {
-    const auto found = std::find(alive.begin() + std::ptrdiff_t(from), alive.end(), each.range);
-    if (found == alive.end()) continue;
-    from = std::size_t(found - alive.begin()) + 1;
-    act(each);
-  }
-}
-
-}  // namespace
-
-// Editing commands standard, "preserving ranges". The plain rules of the DOM would empty a range as soon as
-// the nodes it stands in are lifted from their parent.
-void move_preserving_ranges(Ref<Node> node, Node& new_parent, Node* before) {
-  dom::Document& document = dom::document_of(new_parent);
-  if (before == node.get()) return;
-  std::vector<SavedRange> saved;
-  MovedBoundary moved(*node, new_parent, before);
-  for (LiveRange* range : document.live_ranges()) {
-    if (range->start()) saved.push_back({range, moved(range->start()), moved(range->end())});
-  }
-  dom::insert(new_parent, node, before);
-  for_each_alive(document, saved,
-                 [](const SavedRange& range) { range.range->set_unordered(range.start, range.end); });
-}
-
-namespace {
-
-/// A boundary put aside while a run of nodes moves; its node is held, for nothing else may hold it.
+/// A boundary put aside while nodes move; its node is held, for nothing else may hold it.
 struct HeldBoundary {
   Ref<Node> node;
   Offset offset;
@@ -102,7 +65,7 @@ struct HeldBoundary {
   explicit HeldBoundary(Boundary place) : node(place.node), offset(place.offset) {}
   Boundary place() const { return {node.get(), offset}; }
 
-  // The rules of move_preserving_ranges for one node of the run.
+  // The rules of move_preserving_ranges for one node of a run.
   void follow(const Node* old_parent, Offset old_index, Node& new_parent, Offset new_index) {
     if (node.get() == &new_parent && offset > new_index) ++offset;
     if (node.get() != old_parent) return;
@@ -119,6 +82,20 @@ struct HeldRange {
   LiveRange* range;
   HeldBoundary start, end;
 };
+
+/// Those of the kept ranges that are still there, for who hears of a move may let go of ranges of their own.
+/// The document has them in the order in which they came.
+template <class Kept, class Action>
+void for_each_alive(const dom::Document& document, const std::vector<Kept>& kept, Action act) {
+  const std::vector<LiveRange*>& alive = document.live_ranges();
+  std::size_t from = 0;
+  for (const Kept& each : kept) {
+    const auto found = std::find(alive.begin() + std::ptrdiff_t(from), alive.end(), each.range);
+    if (found == alive.end()) continue;
+    from = std::size_t(found - alive.begin()) + 1;
+    act(each);
+  }
+}
 
 std::vector<HeldRange> put_ranges_aside(dom::Document& document) {
   std::vector<HeldRange> held;
@@ -138,6 +115,27 @@ void put_ranges_back(const dom::Document& document, const std::vector<HeldRange>
 }
 
 }  // namespace
+
+// Editing commands standard, "preserving ranges". The plain rules of the DOM would empty a range as soon as
+// the nodes it stands in are lifted from their parent.
+void move_preserving_ranges(Ref<Node> node, Node& new_parent, Node* before) {
+  dom::Document& document = dom::document_of(new_parent);
+  if (before == node.get()) return;
+  const MovedBoundary moved(*node, new_parent, before);
+  std::vector<HeldRange> held;
+  for (LiveRange* range : document.live_ranges()) {
+    if (!range->start()) continue;
+    held.push_back({range, HeldBoundary(moved(range->start())), HeldBoundary(moved(range->end()))});
+  }
+  // Standing nowhere they aren't asked whether they stand in the node, which is a climb for each. A change
+  // outside any step notes where the selection is.
+  if (document.journal().is_open())
+    for (const HeldRange& range : held) range.range->set_unordered({}, {});
+  dom::insert(new_parent, node, before);
+  for_each_alive(document, held, [](const HeldRange& range) {
+    range.range->set_unordered(range.start.place(), range.end.place());
+  });
+}
 
 // Ranges stand nowhere meanwhile, so that no single move has to count siblings for them.
 void move_run_preserving_ranges(const NodeList& nodes, Node& new_parent, Node* before) {
