@@ -156,6 +156,11 @@ void ForeignSource::read_sheet(std::u16string_view text) {
 void ForeignSource::read_rule(std::u16string_view selectors, std::u16string_view declarations) {
   if (selectors.starts_with(u"@list")) return read_list_rule(trimmed(selectors.substr(5)), declarations);
   if (selectors.starts_with(u'@')) return;
+  if (contains(selectors, u"p.MsoNormal")) {
+    const dom::style::Declarations all(declarations);
+    text_family_ = all.get(u"font-family");
+    text_size_ = points_of(all.get(u"font-size"));
+  }
   std::optional<ClassRule> rule;
   for (std::u16string_view selector : split(selectors, u',')) {
     selector = trimmed(selector);

@@ -32,6 +32,10 @@ class ForeignSource {
 
   /// What the classes of an element show: bold, colours, alignment, borders. Declarations, "" if nothing.
   std::u16string class_style(const dom::Element& element) const;
+  /// The font that a word processor's style sheet gives all paragraphs; empty if it doesn't say.
+  const std::u16string& text_family() const { return text_family_; }
+  /// And its size in points; 0 if it doesn't say.
+  double text_size() const { return text_size_; }
   /// The left margin that its classes give it, in points.
   double class_indent(const dom::Element& element) const;
   /// A level of a list, "l0" and 1 for the first; null where the sheet doesn't say.
@@ -49,6 +53,8 @@ class ForeignSource {
   void read_list_rule(std::u16string_view selector, std::u16string_view declarations);
 
   bool office_ = false, web_word_processor_ = false, sheet_ = false, computed_ = false;
+  std::u16string text_family_;
+  double text_size_ = 0;
   std::map<std::u16string, std::vector<ClassRule>, std::less<>> classes_;
   std::map<std::u16string, ListLevel, std::less<>> levels_;
 };

@@ -13,7 +13,10 @@
 #include "tvx/editing/clipboard/foreign_lists.h"
 #include "tvx/editing/clipboard/foreign_source.h"
 #include "tvx/editing/clipboard/foreign_style.h"
+#include "tvx/editing/clipboard/given_style.h"
+#include "tvx/editing/clipboard/style_elements.h"
 #include "tvx/editing/clipboard/tidy_content.h"
+#include "tvx/editing/clipboard/tidy_tables.h"
 #include "tvx/editing/facts/tag_set.h"
 
 namespace tvx::editing {
@@ -388,10 +391,15 @@ Ref<dom::DocumentFragment> pasted_content(dom::Document& document, std::u16strin
   Cleaning cleaning(*workshop, *source, program);
   const Ref<dom::DocumentFragment> content = cleaning.run();
   drop_empty_paragraphs(*content);
+  const GivenStyle given = with_font_of_source(program, *content, style_given_at(place));
   make_lists(*content, program, cleaning.list_marks(), cleaning.indents());
   put_lists_right(*content);
-  drop_given_styles(*content, look_at(place));
+  drop_given_styles(*content, given);
+  drop_link_styles(*content);
+  drop_unused_names(*content);
+  make_style_elements(*content);
   tidy_content(*content);
+  tidy_tables(*content);
   const Ref<dom::DocumentFragment> result = document.create_fragment();
   for (const Node* child = content->first_child(); child; child = child->next_sibling())
     Builder::insert(*result, dom::clone(*child, document, dom::Deep::Yes));

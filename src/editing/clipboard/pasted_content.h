@@ -21,7 +21,8 @@ namespace tvx::editing {
 ///
 /// Content of programs whose habits are known (editing/clipboard/foreign_source.h) is rebuilt as a person
 /// would have written it: drawn bullets become lists, what classes show becomes style, drawings become
-/// pictures, and styles that say what `place` gives anyway go, as do empty paragraphs.
+/// pictures, styles that say what `place` gives anyway or what its page says of all its text go, as do empty
+/// paragraphs, and a table says once what it says of each cell.
 ///
 /// All else stays as it came. Costs a few walks over the content.
 dom::Ref<dom::DocumentFragment> pasted_content(dom::Document& document, std::u16string_view html,

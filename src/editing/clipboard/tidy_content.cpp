@@ -1,5 +1,6 @@
 #include "tvx/editing/clipboard/tidy_content.h"
 
+#include <set>
 #include <vector>
 
 #include "tvx/base/strings.h"
@@ -131,6 +132,37 @@ void drop_empty_paragraphs(Node& content) {
   const auto breaks = elements_in(
       content, [](const Element& element) { return element.is(Tag::Br) && is_between_blocks(element); });
   for (const Ref<Element>& line_break : breaks) dom::remove(*line_break);
+}
+
+/// What elements of the content are told by: a link to a place in it, a label, a cell's headers.
+static std::set<std::u16string, std::less<>> used_names(const Node& content) {
+  std::set<std::u16string, std::less<>> used;
+  for (const Node* node = content.first_child(); node; node = dom::next_in_order(*node, &content)) {
+    const auto* element = dom::as<Element>(node);
+    if (!element) continue;
+    const std::u16string_view address = element->attribute_or_empty(dom::names::href);
+    if (address.starts_with(u'#')) used.emplace(address.substr(1));
+    for (const std::u16string_view name : {u"for", u"headers", u"usemap", u"list", u"form"})
+      for (std::u16string_view word : split_on_space(element->attribute_or_empty(dom::Name(name))))
+        used.emplace(word.starts_with(u'#') ? word.substr(1) : word);
+  }
+  return used;
+}
+
+void drop_unused_names(Node& content) {
+  const auto used = used_names(content);
+  const auto named = elements_in(content, [&](const Element& element) {
+    const std::u16string_view id = element.attribute_or_empty(dom::names::id);
+    return !id.empty() && !used.contains(id);
+  });
+  for (const Ref<Element>& element : named) dom::remove_attribute(*element, dom::names::id);
+  // Those that its user made have names without these.
+  const auto hidden = elements_in(content, [&](const Element& element) {
+    const std::u16string_view name = element.attribute_or_empty(dom::names::name);
+    return element.is(Tag::A) && !element.has_attribute(dom::names::href) && !used.contains(name) &&
+           (name.starts_with(u'_') || name.starts_with(u"OLE_LINK"));
+  });
+  for (const Ref<Element>& anchor : hidden) unwrap(*anchor);
 }
 
 static void settle_white_space(Node& content) {
