@@ -51,11 +51,11 @@ QString EditedPage::ask(const QString& script) {
   return answer->value_or(QString());
 }
 
-void EditedPage::post_key(int key, const QString& text) {
+void EditedPage::post_key(int key, const QString& text, Qt::KeyboardModifiers held) {
   QWidget* target = input();
   if (!target) return;
-  QCoreApplication::postEvent(target, new QKeyEvent(QEvent::KeyPress, key, Qt::NoModifier, text));
-  QCoreApplication::postEvent(target, new QKeyEvent(QEvent::KeyRelease, key, Qt::NoModifier, text));
+  QCoreApplication::postEvent(target, new QKeyEvent(QEvent::KeyPress, key, held, text));
+  QCoreApplication::postEvent(target, new QKeyEvent(QEvent::KeyRelease, key, held, text));
 }
 
 double EditedPage::key(int key, const QString& text) {

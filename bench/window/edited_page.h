@@ -33,7 +33,7 @@ class EditedPage {
   void to_front();
   /// The value of an expression in the page, as text.
   QString ask(const QString& script);
-  void post_key(int key, const QString& text = {});
+  void post_key(int key, const QString& text = {}, Qt::KeyboardModifiers held = Qt::NoModifier);
   /// A key, to its layout.
   double key(int key, const QString& text = {});
   /// A letter, until it is seen in the window.

@@ -92,6 +92,23 @@ void print(const char* what, const Samples& own, const Samples& plain) {
               plain.median(), plain.nearly_all(), plain.median() > 0 ? own.median() / plain.median() : 0);
 }
 
+/// What the user does while a document is still coming into the window.
+void measure_while_it_comes(const QString& file, OwnPage& own) {
+  Samples keys, jumps;
+  for (int i = 0; i < 3; ++i) {
+    const Samples typed = own.type_while_it_comes(file, 30);
+    for (const double key : typed.all()) keys.add(key);
+    if (const auto jump = own.jump_while_it_comes(file)) jumps.add(*jump);
+  }
+  if (!keys.empty())
+    std::printf("  key to layout, while the rest comes: %.1f, 95 %% %.1f (%zu keys)\n", keys.median(),
+                keys.nearly_all(), keys.all().size());
+  if (!jumps.empty())
+    std::printf("  Ctrl+End while the rest comes, to the end in the window: %.0f, at most %.0f\n",
+                jumps.median(), jumps.nearly_all());
+  std::printf("\n");
+}
+
 /// Where a document is gone through by both, turn about.
 void measure(const QString& name, const QString& file, OwnPage& own, PlainPage& plain, int rounds) {
   Pair whole;
@@ -119,8 +136,9 @@ void measure(const QString& name, const QString& file, OwnPage& own, PlainPage& 
   print("open, to the window filled", filled, whole.plain);
   print("open, to the whole laid out", whole.own, whole.plain);
   for (const Figure& figure : figures) print(figure.name, figure.pair.own, figure.pair.plain);
-  std::printf("  longest stall of the editor's page: %s ms\n\n",
+  std::printf("  longest stall of the editor's page: %s ms\n",
               qPrintable(own.ask(QStringLiteral("tvxView.longestStall.toFixed(0)"))));
+  measure_while_it_comes(file, own);
   std::fflush(stdout);
 }
 

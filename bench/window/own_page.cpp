@@ -45,7 +45,7 @@ bool OwnPage::key_is_laid_out() {
   return !before_ || facts.caret_left != before_->caret_left || facts.caret_top != before_->caret_top;
 }
 
-void OwnPage::place_caret() {
+void OwnPage::collapse_in_first_text() {
   const std::shared_ptr<browser::HTMLDocument> document = window_.editor().control().DOM();
   for (dom::Node* node = document->body(); node; node = dom::next_in_order(*node, document->body())) {
     auto* text = dom::as<dom::Text>(node);
@@ -53,7 +53,47 @@ void OwnPage::place_caret() {
     document->editor().selection().collapse({text, 5});
     break;
   }
+}
+
+void OwnPage::place_caret() {
+  collapse_in_first_text();
   wait_until([this] { return settled(); });
+}
+
+void OwnPage::open_to_the_window(const QString& file) {
+  window_.setWindowModified(false);
+  window_.open(file);
+  wait_until([this] { return window_.editor().document_view().filled(); });
+  to_front();
+  collapse_in_first_text();
+}
+
+Samples OwnPage::type_while_it_comes(const QString& file, int most) {
+  Samples samples;
+  open_to_the_window(file);
+  for (int key = 0; key <= most && !settled(); ++key) {
+    const int left = window_.editor().document_view().facts().caret_left;
+    const double since = now();
+    post_key(Qt::Key_X, QStringLiteral("x"));
+    wait_until([&] { return window_.editor().document_view().facts().caret_left != left; }, 5);
+    // The first one comes with the caret itself.
+    if (key > 0) samples.add(now() - since);
+    rest(100);
+  }
+  wait_until([this] { return settled(); });
+  window_.setWindowModified(false);
+  return samples;
+}
+
+std::optional<double> OwnPage::jump_while_it_comes(const QString& file) {
+  open_to_the_window(file);
+  const double since = now();
+  post_key(Qt::Key_End, {}, Qt::ControlModifier);
+  wait_until([this] { return window_.editor().document_view().facts().scroll_y > 0; }, 60);
+  const double time = now() - since;
+  if (settled()) return {};
+  wait_until([this] { return settled(); });
+  return time;
 }
 
 }  // namespace tvx::bench

@@ -4,6 +4,7 @@
 #include "tvx/browser/view/messages.h"
 #include "tvx/qt/support/message_loop.h"
 #include "window/edited_page.h"
+#include "window/samples.h"
 
 namespace tvx::bench {
 
@@ -22,7 +23,17 @@ class OwnPage final : public EditedPage {
 
   bool settled();
 
+  /// Opens a file and types as soon as the window is filled, until all is there or so many keys: each key's
+  /// time to its layout.
+  Samples type_while_it_comes(const QString& file, int most);
+  /// Opens a file and presses Ctrl+End as soon as the window is filled: milliseconds until the end is in it.
+  /// Nothing if all was there by then.
+  std::optional<double> jump_while_it_comes(const QString& file);
+
  private:
+  void open_to_the_window(const QString& file);
+  void collapse_in_first_text();
+
   qt::MessageLoop loop_;
   htmled::Window window_;
   int turns_ = 0;                             // that what was posted needs to arrive

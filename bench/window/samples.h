@@ -10,6 +10,7 @@ class Samples {
  public:
   void add(double milliseconds) { all_.push_back(milliseconds); }
   bool empty() const { return all_.empty(); }
+  const std::vector<double>& all() const { return all_; }
   double median() const { return quantile(0.5); }
   double nearly_all() const { return quantile(0.95); }
 

@@ -136,6 +136,18 @@ void DocumentOutput::flush() {
   scroll_.send(view_, mirror());
   context_.send(*document_, mode_.editable);
   if (marks_.send(mirror())) schedule_flush();
+  resume_later();
+}
+
+/// What waits while the user is at work goes on after that.
+void DocumentOutput::resume_later() {
+  const auto milliseconds = patches_.resumes_in();
+  if (!milliseconds || std::exchange(resume_posted_, true)) return;
+  loop_.post_delayed(*milliseconds, [this, alive = alive_] {
+    if (!*alive) return;
+    resume_posted_ = false;
+    schedule_flush();
+  });
 }
 
 /// What is to be in the window and may not be in the view yet.

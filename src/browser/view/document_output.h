@@ -76,6 +76,7 @@ class DocumentOutput final : public Display,
   void mutated(const dom::Mutation& mutation) override;
   void selection_changed() override;
   dom::Node* first_wanted() const;
+  void resume_later();
   void send_mode(bool again);
 
   View& view_;
@@ -89,7 +90,7 @@ class DocumentOutput final : public Display,
   ShownMarks marks_;
   ViewMode mode_;
   bool page_began_ = false;  // the page doesn't know the mode yet
-  bool flush_scheduled_ = false;
+  bool flush_scheduled_ = false, resume_posted_ = false;
   bool given_up_ = false;
   std::uint32_t last_question_ = 0;
   std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);

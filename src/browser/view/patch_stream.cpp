@@ -14,8 +14,8 @@ namespace {
 PatchNumber next(PatchNumber number) { return PatchNumber(static_cast<std::uint32_t>(number) + 1); }
 
 // Whoever has written or moved the caret in so many milliseconds is at work.
-constexpr std::int64_t work_lasts = 400;
-// A program that changes the document all the time keeps slices from being sent for so long at most.
+constexpr std::int64_t work_lasts = 250;
+// Whoever moves the caret or changes the document all the time keeps slices from being sent for so long.
 constexpr std::int64_t longest_wait = 300;
 // Of what may be sent at once, the part that goes between two keys.
 constexpr std::size_t share_between_keys = 4;
@@ -46,6 +46,7 @@ void PatchStream::begin_page() {
   mirror_->reset();
   reset_ = true;
   slice_.reset();
+  edit_shown_ = slice_is_edit_ = false;
   slice_size_ = {};
   used_.reset();
   compatibility_mode_ = tree_->compatibility_mode();
@@ -62,15 +63,22 @@ bool PatchStream::page_outdated() {
 
 void PatchStream::note_use() { used_ = loop_.now(); }
 
+bool PatchStream::at_work() const { return used_ && loop_.now() - *used_ < work_lasts; }
+
 bool PatchStream::may_load(bool edited) const {
   if (slice_) return false;
-  return !edited || loop_.now() - loaded_ > longest_wait;
+  if (!edited && (edit_shown_ || !at_work())) return true;
+  return loop_.now() - loaded_ > longest_wait;
+}
+
+std::optional<std::int64_t> PatchStream::resumes_in() const {
+  if (slice_ || !mirror_->loading() || !at_work()) return {};
+  return *used_ + work_lasts - loop_.now();
 }
 
 std::size_t PatchStream::budget(bool jumps) const {
   if (jumps) return SliceSize::first;
-  const bool at_work = used_ && loop_.now() - *used_ < work_lasts;
-  return at_work ? slice_size_.nodes() / share_between_keys : slice_size_.nodes();
+  return at_work() ? slice_size_.nodes() / share_between_keys : slice_size_.nodes();
 }
 
 bool PatchStream::flush(dom::Node* wanted) {
@@ -80,7 +88,7 @@ bool PatchStream::flush(dom::Node* wanted) {
   bool load = reset_ || jumps || may_load(edited);
   std::vector<PatchOperation> operations = mirror_->flush(load ? budget(jumps) : 0, jumps ? wanted : nullptr);
   // An edit of what is still to come is none for the view.
-  if (!load && !slice_ && operations.empty()) {
+  if (edited && !load && !slice_ && operations.empty()) {
     load = true;
     operations = mirror_->flush(budget(false));
   }
@@ -90,11 +98,13 @@ bool PatchStream::flush(dom::Node* wanted) {
     if (mirror_->loading() && (load || !slice_)) {
       slice_ = next(last_sent_);
       slice_sent_ = loop_.now();
-      slice_tells_ = load && !jumps && budget(false) == slice_size_.nodes();
+      slice_tells_ = load && !jumps && !at_work();
+      slice_is_edit_ = !load;
       if (load) loaded_ = slice_sent_;
     }
     send(std::move(operations));
   }
+  edit_shown_ = false;
   return moved;
 }
 
@@ -114,6 +124,7 @@ bool PatchStream::done(PatchNumber number) {
   if (!slice_ || number < *slice_) return false;
   if (slice_tells_) slice_size_.took(loop_.now() - slice_sent_);
   slice_.reset();
+  edit_shown_ = slice_is_edit_;
   return mirror_ && mirror_->loading();
 }
 

@@ -23,8 +23,8 @@ class View;
 /// The numbered patches that keep a view's tree equal to a document's.
 ///
 /// A new document goes in slices: the next one is sent when the view has laid out the one before, so that it
-/// is never busy for long. Edits go before slices: while somebody writes, a slice is small, and comes when an
-/// edit is shown. Numbers go on from document to document: a report always names one patch.
+/// is never busy for long. Keys go before slices: while somebody is at work, a small slice comes when an edit
+/// is shown, and the rest waits. Numbers go on from document to document: a report always names one patch.
 class PatchStream {
  public:
   /// The address that the page is loaded under, so that relative ones in the tree mean what they mean here.
@@ -52,6 +52,8 @@ class PatchStream {
   bool flush(dom::Node* wanted = nullptr);
   /// The user is at work: keys come, and are not to wait long.
   void note_use();
+  /// In how many milliseconds a flush sends more of what waits for the user; nothing where none does.
+  std::optional<std::int64_t> resumes_in() const;
 
   /// The view has laid this patch out. True: the next slice may come.
   bool done(PatchNumber number);
@@ -66,6 +68,7 @@ class PatchStream {
   bool filled() const { return last_done_ >= first_patch_; }
 
  private:
+  bool at_work() const;
   bool may_load(bool edited) const;
   std::size_t budget(bool jumps) const;
   void send(std::vector<PatchOperation> operations);
@@ -85,7 +88,9 @@ class PatchStream {
   std::optional<PatchNumber> slice_;  // on its way; or an edit, after which the next slice comes
   std::int64_t slice_sent_ = 0;
   bool slice_tells_ = false;  // how large the next one may be
-  std::int64_t loaded_ = 0;   // when a slice was sent last
+  bool slice_is_edit_ = false;
+  bool edit_shown_ = false;  // just now: there is time for a slice
+  std::int64_t loaded_ = 0;  // when a slice was sent last
   std::optional<std::int64_t> used_;
   SliceSize slice_size_;
 };

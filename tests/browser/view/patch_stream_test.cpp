@@ -93,12 +93,41 @@ TEST_F(PatchStreamTest, WhileKeysComeTheRestWaits) {
     EXPECT_EQ(view_.tree().size(), size) << "nothing but the key";
     EXPECT_EQ(shown().substr(0, 200), print_mirrored(*tree_).substr(0, 200));
   }
-  const std::size_t size = view_.tree().size();
+  std::size_t size = view_.tree().size();
   stream_.note_use();
   EXPECT_TRUE(stream_.done(last())) << "the key is shown: now the rest goes on";
   stream_.flush();
   EXPECT_GT(view_.tree().size(), size);
   EXPECT_LT(view_.tree().size(), size + SliceSize::smallest / 2) << "with little, as more keys may come";
+  size = view_.tree().size();
+  EXPECT_TRUE(stream_.done(last()));
+  stream_.flush();
+  EXPECT_EQ(view_.tree().size(), size) << "until another key comes, or none for a while";
+  ASSERT_TRUE(stream_.resumes_in());
+  loop_.pass(*stream_.resumes_in());
+  stream_.flush();
+  EXPECT_GT(view_.tree().size(), size + SliceSize::smallest / 2);
+}
+
+TEST_F(PatchStreamTest, MovesOfTheCaretComeWithoutASlice) {
+  std::u16string body;
+  for (int i = 0; i < 3000; ++i) body += u"<p>text";
+  follow(body);
+  stream_.flush();
+  EXPECT_FALSE(stream_.resumes_in()) << "the next slice comes when this one is shown";
+  for (int key = 0; key < 5; ++key) {
+    stream_.done(last());
+    stream_.note_use();
+    const std::size_t size = view_.tree().size();
+    stream_.flush();
+    EXPECT_EQ(view_.tree().size(), size);
+    loop_.pass(30);
+  }
+  const std::size_t size = view_.tree().size();
+  loop_.pass(200);
+  stream_.note_use();
+  stream_.flush();
+  EXPECT_GT(view_.tree().size(), size) << "whoever holds a key down still gets the rest";
 }
 
 TEST_F(PatchStreamTest, WhoChangesThePageAllTheTimeDoesNotKeepTheRestAway) {
