@@ -5,6 +5,7 @@
 
 #include "qt/real_view.h"
 #include "qt/web/room_pages.h"
+#include "support/http_server.h"
 #include "tvx/base/error.h"
 #include "tvx/base/strings.h"
 #include "tvx/dom/inner_html.h"
@@ -276,6 +277,46 @@ TEST_F(Rooms, GoWhereAStyleForbidsThem) {
   EXPECT_EQ(rooms(), 0);
   view_->widget()->resize(600, 1500);
   EXPECT_TRUE(wait_for([this] { return rooms() > 1; }, 3000));
+}
+
+/// A sheet that the engine lets nobody read: the page is a file, the sheet comes from a server.
+TEST_F(Rooms, AreMadeWhereASheetComesFromElsewhere) {
+  setenv("no_proxy", "*", 1);
+  HttpServer server;
+  const auto with_sheet = [&](const char* rules, const std::u16string& item) {
+    static int number = 0;
+    const std::string path = "/" + std::to_string(++number) + ".css";
+    server.serve(path, std::string("p { background: rgb(238, 221, 255) } ") + rules, "text/css");
+    const RoomPage page{"", true, false, u"", {u"<p>#</p>", item}, {}, 800};
+    const std::u16string link = u"<link rel=stylesheet href='" + from_utf8(server.url(path)) + u"'>";
+    open(u"<!DOCTYPE html><html><head>" + link + u"</head><body></body>");
+    const std::string coloured =
+        "String(getComputedStyle(document.body.lastElementChild).backgroundColor === 'rgb(238, 221, 255)')";
+    dom::set_inner_html(*document_->body(), page.content() + u"<p>last</p>");
+    EXPECT_TRUE(settle());
+    EXPECT_TRUE(wait_for([&] { return in_page(coloured) == "true"; }, 5000));
+    in_page("window.scrollTo(0, document.documentElement.scrollHeight / 2)");
+  };
+  const auto agrees = [this] {
+    const QImage with = picture();
+    const std::string account = in_page(account_script);
+    in_page("tvxView.allowRooms(false)");
+    const bool same = first_lines(in_page(account_script)) == first_lines(account);
+    in_page("window.scrollTo(0, document.documentElement.scrollHeight / 2)");
+    return same && picture() == with;
+  };
+  with_sheet("body { margin: 30px; padding: 7px; border: 3px solid } p { margin: 30px 0 }", u"<p>x</p>");
+  EXPECT_EQ(in_page("try { document.styleSheets[0].cssRules; 'read' } catch (error) { 'refused' }"),
+            "refused");
+  EXPECT_GT(rooms(), 5);
+  EXPECT_TRUE(agrees());
+  with_sheet("body { margin: 30px; border: 3px solid } .i { margin: inherit }", u"<p class=i>x</p>");
+  EXPECT_EQ(rooms(), 0) << "children inherit the margins of the body";
+  EXPECT_TRUE(agrees());
+  with_sheet(".u { position: fixed; top: 90px; left: 50px; background: #fc0 }",
+             u"<div><b class=u>fixed #</b></div>");
+  EXPECT_GT(rooms(), 5);
+  EXPECT_TRUE(agrees()) << "what is out of the flow stays over all else";
 }
 
 }  // namespace

@@ -2,7 +2,7 @@
 // all of a long page to paint the few boxes in sight. Nothing is isolated near the window, since that can change what lies
 // over what; nor is a room that holds what may stand elsewhere, in the window perhaps.
 
-import { boxOf, matches, parentOf, querySelector, typeOf } from './dom.js';
+import { boxOf, findAll, matches, parentOf, querySelector, typeOf } from './dom.js';
 import { allRooms, listAround, showKind } from './rooms.js';
 import { showMarks } from './marks.js';
 import { sheetFacts } from './sheet_facts.js';
@@ -12,14 +12,22 @@ function risingSelector() {
   return ['[style*="position" i]', 'dialog', ...sheetFacts().positioned].join();
 }
 
+function isOutOfFlow(element) {
+  const { position } = getComputedStyle(element);
+  return position !== 'static' && position !== 'relative';
+}
+
 function holdsWhatRises(room) {
+  if (!sheetFacts().readable)
+    return room.children.some((child) => typeOf(child) === 1 && [child, ...findAll(child, '*')].some(isOutOfFlow));
   const selector = risingSelector();
   return room.children.some((child) => typeOf(child) === 1 && (matches(child, selector) || querySelector(child, selector)));
 }
 
 /// Whether one of these elements may stand elsewhere: most pages have none, and are made without being looked through.
 export function seemsToRise(attributes) {
-  return sheetFacts().positioned.length > 0 || attributes.some((text) => /position/i.test(text));
+  const { positioned, readable } = sheetFacts();
+  return !readable || positioned.length > 0 || attributes.some((text) => /position/i.test(text));
 }
 
 /// What stands in a room has changed, deep in it perhaps.

@@ -2,7 +2,7 @@
 
 import { addBox } from './host.js';
 import { boxOf, computedStyleMapOf, getAttribute, styleOf, typeOf } from './dom.js';
-import { inheritedAnew, matchesAny, sheetFacts } from './sheet_facts.js';
+import { inheritedAnew, isHandedOn, matchesAny, sheetFacts } from './sheet_facts.js';
 
 /// Elements that are mostly blocks: where rooms are tried to begin.
 export const BLOCKS = new Set(['P', 'H1', 'H2', 'H3', 'H4', 'H5', 'H6', 'UL', 'OL', 'DL', 'TABLE', 'PRE', 'HR', 'FORM',
@@ -27,7 +27,7 @@ function isEmptyBlock(style) {
 export function isPlain(element) {
   const style = getComputedStyle(element);
   return PLAIN.has(style.display) && style.columnCount === 'auto' && style.columnWidth === 'auto' &&
-    style.writingMode === 'horizontal-tb' && style.aspectRatio === 'auto' && sheetFacts().readable &&
+    style.writingMode === 'horizontal-tb' && style.aspectRatio === 'auto' &&
     isEmptyBlock(getComputedStyle(element, '::before')) && isEmptyBlock(getComputedStyle(element, '::after'));
 }
 
@@ -37,6 +37,34 @@ function inheritsAnew(child, element) {
   const names = style && style.includes('inherit') ? inheritedAnew(styleOf(child)) : [];
   for (const [selector, properties] of sheetFacts().anew) if (matchesAny(child, selector)) names.push(...properties);
   return names.some((name) => valueOf(element, name) !== valueOf(initial, name));
+}
+
+/// What an element says of itself in another way than a box does, and its children might inherit from it.
+function unlikeABox(element) {
+  const names = [], ofABox = computedStyleMapOf(initial);
+  for (const [name, values] of computedStyleMapOf(element)) {
+    const isOther = String(values) !== String(ofABox.getAll(name));
+    if (isOther && !isHandedOn(name) && !(name === 'display' && String(values) === 'block')) names.push(name);
+  }
+  return names;
+}
+
+/// Whether a child in a room inherits what a box doesn't hand on, by rules that nobody may read: it is another one when the
+/// box says the same as the element.
+export function inheritsUnread(room, element) {
+  if (sheetFacts().readable) return false;
+  const names = unlikeABox(element), { slot } = room;
+  const say = (value) => names.forEach((name) => slot.style.setProperty(name, value));
+  say('inherit');
+  const likeIt = [];
+  for (const child of room.children) {
+    if (typeOf(child) !== 1) continue;
+    for (const name of names) if (valueOf(child, name) === valueOf(element, name)) likeIt.push([child, name]);
+  }
+  say('unset');
+  const inherits = likeIt.some(([child, name]) => valueOf(child, name) !== valueOf(element, name));
+  slot.removeAttribute('style');
+  return inherits;
 }
 
 /// Whether the first of some children that shows something is text, or a block in flow.

@@ -3,9 +3,9 @@
 // and with it what selectors, positions and the mirror see. Where boxes would change how a page appears, an element has
 // none, or they are no boxes (rooms.css).
 
-import { BLOCKS, beginsAtEdge, beginsLine, isPlain, needsItsParent, valueOf } from './room_rules.js';
+import { BLOCKS, beginsAtEdge, beginsLine, inheritsUnread, isPlain, needsItsParent, valueOf } from './room_rules.js';
 import { RoomList } from './room_list.js';
-import { attachShadow, childrenOf, nameOf, newElement, parentOf, typeOf } from './dom.js';
+import { attachShadow, childrenOf, listenOn, nameOf, newElement, parentOf, typeOf } from './dom.js';
 import { sheetFacts, sheetsMayDiffer } from './sheet_facts.js';
 
 const LEAST = 200;  // an element with more children is large
@@ -151,7 +151,10 @@ function settle(one) {
   one.hasHeight = valueOf(element, 'height') !== 'auto';
   for (const room of doubtful) list.mend(room, beginsLine);
   for (const room of fillRooms(one)) doubtful.add(room);
-  for (const room of doubtful) room.isOdd = room.isTorn || room.children.some((child) => needsItsParent(child, one));
+  for (const room of doubtful) {
+    if (!list.rooms.includes(room)) continue;
+    room.isOdd = room.isTorn || room.children.some((child) => needsItsParent(child, one)) || inheritsUnread(room, element);
+  }
   for (const room of list.rooms) setOpen(room, room === list.rooms[0] && !beginsAtEdge(room.children));
   setDivided(one, !list.rooms.some((room) => room.isOdd));
 }
@@ -172,7 +175,8 @@ export function settleRooms() {
 
 /// Sheets that arrive, and rules that hold for some windows.
 export function listenToStyles() {
-  window.addEventListener('load', ({ target }) => {
+  // Of what is loaded the window hears of nothing but the page.
+  listenOn(document, 'load', ({ target }) => {
     if (nameOf(target) !== 'LINK' && nameOf(target) !== 'STYLE') return;
     stylesMayDiffer();
     settleRooms();

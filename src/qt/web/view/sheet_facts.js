@@ -10,12 +10,15 @@ const INHERITED = new RegExp('^(font|line-height|letter-spacing|word-|overflow-w
   '-webkit-(font|text|line|print|tap|locale)|--)');
 const GIVEN_ON = /^(box-sizing|unicode-bidi)$/;
 
+/// Whether children get a property from the element around them, whatever stands between.
+export const isHandedOn = (name) => INHERITED.test(name) || GIVEN_ON.test(name);
+
 /// The properties of a declaration that inherit what isn't inherited by itself.
 export function inheritedAnew(style) {
   const names = [];
   for (const name of style) {
     if (style.getPropertyValue(name) !== 'inherit') continue;
-    if (!INHERITED.test(name) && !GIVEN_ON.test(name)) names.push(name);
+    if (!isHandedOn(name)) names.push(name);
   }
   return names;
 }
@@ -56,7 +59,8 @@ export function sheetFacts() {
     try {
       rules = group.cssRules;
     } catch (error) {
-      told.readable = false;  // from elsewhere
+      told.readable = false;  // from elsewhere: elements are asked instead
+      told.changing = true;
     }
     for (const rule of rules || []) {
       if (rule.styleSheet) waiting.push(rule.styleSheet);
