@@ -27,19 +27,6 @@ Ref<dom::DocumentFragment> parse_in(Node& parent, std::u16string_view html) {
                              usable ? dom::context_of(*context) : dom::FragmentContext(), html);
 }
 
-/// Blanks that would show as one become blanks and no-break spaces.
-std::u16string with_visible_spaces(std::u16string_view text) {
-  std::u16string result;
-  for (std::size_t at = 0; at < text.size();) {
-    const std::size_t space = std::min(text.find(u"  ", at), text.size());
-    result += text.substr(at, space - at);
-    const std::size_t end = std::min(text.find_first_not_of(u' ', space), text.size());
-    if (end > space) result += canonical_spaces(end - space, false, false);
-    at = end;
-  }
-  return result;
-}
-
 }  // namespace
 
 void TextRange::finish_at(const Boundary& place) {

@@ -246,6 +246,18 @@ std::u16string canonical_spaces(Offset length, bool no_break_start, bool no_brea
   return spaces + (no_break_end ? u" \u00A0" : u"\u00A0 ");
 }
 
+std::u16string with_visible_spaces(std::u16string_view text) {
+  std::u16string result;
+  for (std::size_t at = 0; at < text.size();) {
+    const std::size_t space = std::min(text.find(u"  ", at), text.size());
+    result += text.substr(at, space - at);
+    const std::size_t end = std::min(text.find_first_not_of(u' ', space), text.size());
+    if (end > space) result += canonical_spaces(end - space, false, false);
+    at = end;
+  }
+  return result;
+}
+
 namespace {
 
 bool is_in_editable(const Boundary& place) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "tvx/dom/range.h"
 
@@ -11,6 +12,8 @@ namespace tvx::editing {
 void canonicalize_whitespace(dom::Boundary place, bool fix_collapsed_space = true);
 /// Blanks and no-break spaces that show `length` spaces; the flags tell where a blank would collapse.
 std::u16string canonical_spaces(Offset length, bool no_break_start, bool no_break_end);
+/// Blanks that would show as one become blanks and no-break spaces.
+std::u16string with_visible_spaces(std::u16string_view text);
 
 /// Before a line is broken at a position: the spaces beside it are written as those at a line's end and at a
 /// line's start, so that none is lost.
