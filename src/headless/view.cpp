@@ -50,7 +50,7 @@ void View::apply(const browser::Patch& patch) {
     compatibility_mode_ = patch.compatibility_mode;
     base_ = patch.base;
     selection_ = {};
-    marks_.clear();
+    marks_ = {};
   }
   last_patch_ = patch.number;
   browser::Patch accepted = patch;
@@ -75,9 +75,9 @@ void View::select(const browser::ViewSelection& selection) { selection_ = select
 void View::mark(const std::vector<browser::TextMarks>& marks) {
   for (const browser::TextMarks& text : marks) {
     if (text.stretches.empty())
-      marks_.erase(text.text);
+      marks_[std::size_t(text.kind)].erase(text.text);
     else
-      marks_[text.text] = text.stretches;
+      marks_[std::size_t(text.kind)][text.text] = text.stretches;
   }
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <functional>
 #include <map>
 #include <memory>
@@ -61,7 +62,13 @@ class View final : public browser::View {
   const ShadowTree& tree() const { return tree_; }
   const browser::ViewSelection& selection() const { return selection_; }
   /// The stretches of texts that have a wave, by the texts' ids; none of texts that have none.
-  const std::map<dom::NodeId, std::vector<browser::MarkedStretch>>& marks() const { return marks_; }
+  const std::map<dom::NodeId, std::vector<browser::MarkedStretch>>& marks() const {
+    return marks_[std::size_t(browser::MarkKind::WrongWord)];
+  }
+  /// Those that are marked as hits, or as the one in hand.
+  const std::map<dom::NodeId, std::vector<browser::MarkedStretch>>& marks(browser::MarkKind kind) const {
+    return marks_[std::size_t(kind)];
+  }
   const browser::ResourcePolicy& policy() const { return policy_; }
   const browser::ViewMode& mode() const { return mode_; }
   const browser::InputContext& input_context() const { return context_; }
@@ -101,7 +108,7 @@ class View final : public browser::View {
   std::function<void(browser::ViewMessage)> receive_;
   ShadowTree tree_;
   browser::ViewSelection selection_;
-  std::map<dom::NodeId, std::vector<browser::MarkedStretch>> marks_;
+  std::array<std::map<dom::NodeId, std::vector<browser::MarkedStretch>>, 3> marks_;  // by kind
   browser::ViewMode mode_;
   browser::ResourcePolicy policy_;
   browser::InputContext context_;

@@ -182,13 +182,13 @@ void DocumentOutput::scroll_into_view(dom::Element& element, bool at_top) {
   schedule_flush();
 }
 
-void DocumentOutput::mark(const dom::Text& text, std::vector<MarkedStretch> stretches) {
-  marks_.set(text, std::move(stretches));
+void DocumentOutput::mark(MarkKind kind, const dom::Text& text, std::vector<MarkedStretch> stretches) {
+  marks_.set(kind, text, std::move(stretches));
   schedule_flush();
 }
 
-void DocumentOutput::clear_marks() {
-  marks_.clear();
+void DocumentOutput::clear_marks(MarkKind kind) {
+  marks_.clear(kind);
   schedule_flush();
 }
 

@@ -54,8 +54,8 @@ class DocumentOutput final : public Display,
   void under_way_changed() override { schedule_flush(); }
 
   // MarkDisplay
-  void mark(const dom::Text& text, std::vector<MarkedStretch> stretches) override;
-  void clear_marks() override;
+  void mark(MarkKind kind, const dom::Text& text, std::vector<MarkedStretch> stretches) override;
+  void clear_marks(MarkKind kind) override;
   void resource_policy_changed() override { begin_page(); }
 
   // Display

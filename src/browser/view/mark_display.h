@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <vector>
 
 #include "tvx/base/strings.h"
@@ -7,20 +8,23 @@
 
 namespace tvx::browser {
 
-/// A stretch of a text that the view underlines with a wave.
+/// A stretch of a text that the view marks.
 struct MarkedStretch {
   Offset from = 0, to = 0;
   friend bool operator==(const MarkedStretch&, const MarkedStretch&) = default;
 };
+
+/// What a mark says: a wrong word (a wave under it), a hit of a search (its ground), the hit in hand.
+enum class MarkKind : std::uint8_t { WrongWord, Hit, PresentHit };
 
 /// What shows marks over the document's texts; a Viewport may be one. Marks are no part of the tree. While a
 /// text is edited they go with the letters that they stand under, until they are told anew.
 class MarkDisplay {
  public:
   virtual ~MarkDisplay() = default;
-  /// All of one text; none takes them away.
-  virtual void mark(const dom::Text& text, std::vector<MarkedStretch> stretches) = 0;
-  virtual void clear_marks() = 0;
+  /// All of a kind in one text; none takes them away.
+  virtual void mark(MarkKind kind, const dom::Text& text, std::vector<MarkedStretch> stretches) = 0;
+  virtual void clear_marks(MarkKind kind) = 0;
 };
 
 }  // namespace tvx::browser

@@ -10,12 +10,10 @@ namespace {
 /// So that the page has time for keys between two lots of them.
 constexpr std::size_t most_texts_at_once = 200;
 
-std::uint32_t key_of(const dom::Text& text) { return static_cast<std::uint32_t>(text.id()); }
-
 }  // namespace
 
-void ShownMarks::set(const dom::Text& text, std::vector<MarkedStretch> stretches) {
-  const std::uint32_t key = key_of(text);
+void ShownMarks::set(MarkKind kind, const dom::Text& text, std::vector<MarkedStretch> stretches) {
+  const Key key(static_cast<std::uint32_t>(text.id()), kind);
   if (stretches.empty() && all_.erase(key) == 0 && !unsent_.contains(key)) return;
   if (!stretches.empty()) all_[key] = std::move(stretches);
   unsent_.insert(key);
@@ -24,6 +22,14 @@ void ShownMarks::set(const dom::Text& text, std::vector<MarkedStretch> stretches
 void ShownMarks::clear() {
   for (const auto& [key, stretches] : all_) unsent_.insert(key);
   all_.clear();
+}
+
+void ShownMarks::clear(MarkKind kind) {
+  std::erase_if(all_, [&](const auto& marks) {
+    if (marks.first.second != kind) return false;
+    unsent_.insert(marks.first);
+    return true;
+  });
 }
 
 void ShownMarks::page_began() {
@@ -35,14 +41,14 @@ bool ShownMarks::send(const Mirror& mirror) {
   if (unsent_.empty()) return false;
   std::vector<TextMarks> lot;
   for (auto key = unsent_.begin(); key != unsent_.end() && lot.size() < most_texts_at_once;) {
-    const auto id = dom::NodeId(*key);
+    const auto id = dom::NodeId(key->first);
     const auto found = all_.find(*key);
     // What is still to be loaded waits; what is gone has none to take away.
     if (!mirror.node(id)) {
       key = found == all_.end() ? unsent_.erase(key) : std::next(key);
       continue;
     }
-    lot.push_back({id, found == all_.end() ? std::vector<MarkedStretch>() : found->second});
+    lot.push_back({id, key->second, found == all_.end() ? std::vector<MarkedStretch>() : found->second});
     key = unsent_.erase(key);
   }
   if (!lot.empty()) view_.mark(lot);

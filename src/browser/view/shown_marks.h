@@ -1,7 +1,8 @@
 #pragma once
 
+#include <map>
 #include <set>
-#include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "tvx/browser/view/mark_display.h"
@@ -17,9 +18,10 @@ class ShownMarks {
  public:
   explicit ShownMarks(View& view) : view_(view) {}
 
-  void set(const dom::Text& text, std::vector<MarkedStretch> stretches);
+  void set(MarkKind kind, const dom::Text& text, std::vector<MarkedStretch> stretches);
   /// Of all texts, as before another document.
   void clear();
+  void clear(MarkKind kind);
   /// A fresh page shows none.
   void page_began();
   /// What has changed, as far as the view knows the texts; a bounded number at a time. True: more can be
@@ -27,9 +29,10 @@ class ShownMarks {
   bool send(const Mirror& mirror);
 
  private:
+  using Key = std::pair<std::uint32_t, MarkKind>;  // the text's id
   View& view_;
-  std::unordered_map<std::uint32_t, std::vector<MarkedStretch>> all_;  // by the text's id
-  std::set<std::uint32_t> unsent_;
+  std::map<Key, std::vector<MarkedStretch>> all_;
+  std::set<Key> unsent_;
 };
 
 }  // namespace tvx::browser

@@ -12,9 +12,10 @@
 /// numbered patches go down, what the user did and where things are comes up.
 namespace tvx::browser {
 
-/// All marks of one text.
+/// All marks of a kind in one text.
 struct TextMarks {
   dom::NodeId text{};
+  MarkKind kind = MarkKind::WrongWord;
   std::vector<MarkedStretch> stretches;
 };
 
@@ -27,7 +28,7 @@ class View {
   virtual void apply(const Patch& patch) = 0;
   virtual void select(const ViewSelection& selection) = 0;
   virtual void ask(const ViewQuestion& question) = 0;
-  /// Draws waves under words, on the screen alone. Instead of those that the texts had.
+  /// Draws marks on the screen alone. Instead of those of their kind that the texts had.
   virtual void mark(const std::vector<TextMarks>&) {}
   /// What pages that begin from now on may bring in.
   virtual void set_policy(const ResourcePolicy& policy) = 0;

@@ -121,7 +121,8 @@ void SpellingMarks::forget_document() {
   if (!document_) return;
   document_->tree().remove_observer(*this);
   document_->editor().selection().remove_observer(*this);
-  if (auto* display = dynamic_cast<browser::MarkDisplay*>(document_->viewport())) display->clear_marks();
+  if (auto* display = dynamic_cast<browser::MarkDisplay*>(document_->viewport()))
+    display->clear_marks(browser::MarkKind::WrongWord);
   regions_.clear();
   held_.clear();
   marks_.clear();
@@ -348,7 +349,8 @@ void SpellingMarks::show_changed() {
     for (const auto& [text, entry] : marks_) changed_.emplace(text, entry.text);
   }
   if (display)
-    for (const auto& [text, held] : changed_) display->mark(*text, marks_of(*text));
+    for (const auto& [text, held] : changed_)
+      display->mark(browser::MarkKind::WrongWord, *text, marks_of(*text));
   changed_.clear();
 }
 

@@ -475,7 +475,7 @@ void WebView::mark(const std::vector<browser::TextMarks>& marks) {
   CommandWriter writer(d_->page_number_, "mark");
   writer.open();
   for (const browser::TextMarks& text : marks) {
-    writer.open().add(static_cast<std::int64_t>(text.text));
+    writer.open().add(static_cast<std::int64_t>(text.text)).add(static_cast<std::int64_t>(text.kind));
     for (const browser::MarkedStretch& stretch : text.stretches)
       writer.add(static_cast<std::int64_t>(stretch.from)).add(static_cast<std::int64_t>(stretch.to));
     writer.close();

@@ -1,57 +1,67 @@
-// Waves under words: highlights of the engine, which draws them with the text and moves them with it. Nothing of them
-// stands in the page's tree. The engine goes through all of them for each frame, and an article has thousands: rooms out
-// of sight show none.
+// Waves under words and the grounds of what was found: highlights of the engine, which draws them with the text and moves
+// them with it. Nothing of them stands in the page's tree. The engine goes through all of them for each frame, and an
+// article has thousands: rooms out of sight show none.
 
 import { newRange, typeOf, walk } from './dom.js';
 import { isInFarRoom } from './rooms.js';
 import { nodes } from './state.js';
 
-const NAME = 'tvx-spelling';
-// An engine without highlights shows no waves.
-const waves = typeof Highlight === 'function' && CSS.highlights ? new Highlight() : null;
-if (waves) CSS.highlights.set(NAME, waves);
+// By the kind of a mark; where two lie over each other the later one is seen. An engine without highlights shows none.
+const NAMES = ['tvx-spelling', 'tvx-hit', 'tvx-present-hit'];
+const highlights = typeof Highlight === 'function' && CSS.highlights ? NAMES.map((name, priority) => {
+  const highlight = new Highlight();
+  highlight.priority = priority;
+  CSS.highlights.set(name, highlight);
+  return highlight;
+}) : [];
 
-const rangesOf = new WeakMap();  // of a text
+const rangesOf = highlights.map(() => new WeakMap());  // of a text
+
+function unmarkKind(kind, text) {
+  for (const range of rangesOf[kind].get(text) || []) highlights[kind].delete(range);
+  rangesOf[kind].delete(text);
+}
 
 /// What a text has no more; also for texts that the page forgets.
 export function unmark(text) {
-  for (const range of rangesOf.get(text) || []) waves.delete(range);
-  rangesOf.delete(text);
+  highlights.forEach((_, kind) => unmarkKind(kind, text));
 }
 
-/// All marks of some texts: [[id, from, to, from, to...], ...].
+/// All marks of a kind in some texts: [[id, kind, from, to, from, to...], ...].
 export function mark(texts) {
-  if (!waves) return;
-  for (const [id, ...places] of texts) {
+  if (!highlights.length) return;
+  for (const [id, kind, ...places] of texts) {
     const text = nodes.get(id);
     if (!text || typeOf(text) !== 3) continue;
-    unmark(text);
+    unmarkKind(kind, text);
     const ranges = [], isFar = isInFarRoom(text);
     for (let i = 0; i < places.length; i += 2) {
       if (places[i + 1] > text.length) continue;
       const range = newRange();
       range.setStart(text, places[i]);
       range.setEnd(text, places[i + 1]);
-      if (!isFar) waves.add(range);
+      if (!isFar) highlights[kind].add(range);
       ranges.push(range);
     }
-    if (ranges.length) rangesOf.set(text, ranges);
+    if (ranges.length) rangesOf[kind].set(text, ranges);
   }
 }
 
-/// Shows the waves of all texts in a node, or takes them away until they are to be shown again.
+/// Shows the marks of all texts in a node, or takes them away until they are to be shown again.
 export function showMarks(top, isShown) {
-  if (!waves) return;
+  if (!highlights.length) return;
   const walker = walk(top, NodeFilter.SHOW_TEXT);
   for (let node = top; node; node = walker.nextNode()) {
-    for (const range of rangesOf.get(node) || []) {
-      if (isShown) waves.add(range);
-      else waves.delete(range);
-    }
+    highlights.forEach((highlight, kind) => {
+      for (const range of rangesOf[kind].get(node) || []) {
+        if (isShown) highlight.add(range);
+        else highlight.delete(range);
+      }
+    });
   }
 }
 
-/// The words that have a wave, in the order in which they were marked: for tests.
-export function markedWords() {
-  return waves ? [...waves].map(String).filter((word) => word) : [];
+/// The texts that have a mark of a kind, in the order in which they were marked: for tests.
+export function markedTexts(kind) {
+  return highlights.length ? [...highlights[kind]].map(String).filter((text) => text) : [];
 }

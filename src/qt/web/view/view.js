@@ -13,7 +13,7 @@ import { cover, coverSheet } from './cover.js';
 import { drawOverlay, drawnBoxes, factsLater, reportWaitingFacts } from './drawing.js';
 import { paintFarRoomsApart } from './far_rooms.js';
 import { listenToMouse } from './mouse.js';
-import { mark, markedWords } from './marks.js';
+import { mark, markedTexts } from './marks.js';
 import { nodes, state } from './state.js';
 import { allowRooms, listenToStyles, roomCounts } from './rooms.js';
 import { scrollIntoView } from './dom.js';
@@ -61,7 +61,7 @@ const commands = {
 };
 
 /// For who looks from outside of this script, in this world alone.
-const view = { drawn: drawnBoxes, marked: markedWords, rooms: roomCounts, allowRooms, longestStall: 0 };
+const view = { drawn: drawnBoxes, marked: (kind = 0) => markedTexts(kind), rooms: roomCounts, allowRooms, longestStall: 0 };
 
 /// What one command fails at is told, and keeps no other from being followed.
 function follow(command, rest) {
