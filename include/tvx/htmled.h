@@ -259,6 +259,26 @@ class HTMLed {
   void scrollToBottom();
   /// Switches between the document and its source.
   void show_Code();
+  /// Looks for a text in the view in front, marks all hits, selects the first one and gives their number.
+  /// Options, added up: match case (1), whole words (2), a regular expression (4), in the selection (8).
+  std::int32_t FindText(std::u16string_view Text, std::int32_t Options = 0);
+  /// Selects the next hit and gives its number, from 1; 0 where there is none.
+  std::int32_t FindNext();
+  /// Selects the hit before and gives its number, from 1; 0 where there is none.
+  std::int32_t FindPrevious();
+  /// The number of hits. Its change is told as that of a property.
+  std::int32_t FindCount();
+  /// Which hit is selected, from 1; 0 where none is.
+  std::int32_t FindPosition();
+  /// The number of hits that may not be edited.
+  std::int32_t FindLocked();
+  /// Replaces the selected hit, $1 or ${name} being groups of a regular expression, and selects the next one.
+  /// False where no hit is selected or it may not be edited.
+  bool ReplaceText(std::u16string_view Replacement);
+  /// Replaces all hits that may be edited, as one step of undo, and gives their number.
+  std::int32_t ReplaceAllText(std::u16string_view Replacement);
+  /// Ends the search and takes its marks away.
+  void FindEnd();
   /// Bold, on or off.
   void bold_document();
   /// Italic, on or off.

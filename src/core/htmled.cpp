@@ -140,6 +140,7 @@ void HTMLed::set_DOM(std::shared_ptr<browser::HTMLDocument> document) {
     connect_clipboard(*docHTML_);
   }
   parts_->spelling_marks.apply();
+  parts_->finder.apply();
 }
 
 void HTMLed::connect_clipboard(browser::HTMLDocument& document) {

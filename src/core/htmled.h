@@ -143,6 +143,16 @@ class HTMLed final : public std::enable_shared_from_this<HTMLed>,
   std::u16string selectText(std::int32_t SelStartPos, std::int32_t SelLength);
   void show_Code();
   bool InCodeView() const;
+  /// Finding and replacing in the view in front; see Finder. Options are a sum of FindOption.
+  std::int32_t FindText(std::u16string_view text, std::int32_t options);
+  std::int32_t FindNext();
+  std::int32_t FindPrevious();
+  std::int32_t FindCount();
+  std::int32_t FindPosition();
+  std::int32_t FindLocked();
+  bool ReplaceText(std::u16string_view replacement);
+  std::int32_t ReplaceAllText(std::u16string_view replacement);
+  void FindEnd();
   /// Files of the server that the properties name; what fails is told by FTPError. A second transfer within
   /// one is refused so.
   bool PutFileFTP(std::u16string_view LocalFile, std::u16string_view RemoteFile);

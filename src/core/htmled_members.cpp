@@ -42,6 +42,22 @@ bool HTMLed::InCodeView() const { return parts_->code.in_front(); }
 source::OrvelCV& HTMLed::txtCode() { return parts_->code.box(); }
 dom::Element* HTMLed::highlightElement() const { return parts_->highlight.element(); }
 
+// --- finding ---
+
+std::int32_t HTMLed::FindText(std::u16string_view text, std::int32_t options) {
+  return parts_->finder.FindText(text, options);
+}
+std::int32_t HTMLed::FindNext() { return parts_->finder.FindNext(); }
+std::int32_t HTMLed::FindPrevious() { return parts_->finder.FindPrevious(); }
+std::int32_t HTMLed::FindCount() { return parts_->finder.FindCount(); }
+std::int32_t HTMLed::FindPosition() { return parts_->finder.FindPosition(); }
+std::int32_t HTMLed::FindLocked() { return parts_->finder.FindLocked(); }
+bool HTMLed::ReplaceText(std::u16string_view replacement) { return parts_->finder.ReplaceText(replacement); }
+std::int32_t HTMLed::ReplaceAllText(std::u16string_view replacement) {
+  return parts_->finder.ReplaceAllText(replacement);
+}
+void HTMLed::FindEnd() { parts_->finder.FindEnd(); }
+
 // --- commands; while the code shows, it follows what they change ---
 
 void HTMLed::sendCR(bool bBR) {

@@ -29,6 +29,7 @@
 #include "tvx/core/remote/image_library.h"
 #include "tvx/core/remote/picture_uploads.h"
 #include "tvx/core/remote/transfers.h"
+#include "tvx/core/search/finder.h"
 #include "tvx/core/spelling/spell_run.h"
 #include "tvx/core/spelling/speller.h"
 #include "tvx/core/spelling/spelling_marks.h"
@@ -80,6 +81,7 @@ struct Parts {
   Speller speller{context};
   SpellRun spelling{context, speller, &dialogs, [this] { spelling_marks.check_again(); }};
   SpellingMarks spelling_marks{context, speller};
+  Finder finder{context, code};
 
   Formatting formatting{context, toolbars, code, edit_window};
   SelectionCommands selection{context};

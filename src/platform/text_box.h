@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "tvx/platform/message_window.h"
 
@@ -58,6 +59,20 @@ class TextBox : public MessageWindow {
   virtual std::u16string SelText() const = 0;
   /// Replaces the selection, as the user's edit; the caret stands after it.
   virtual void set_SelText(std::u16string_view text) = 0;
+  /// A stretch and what is to stand there.
+  struct Replacement {
+    std::size_t start = 0, length = 0;
+    std::u16string text;
+  };
+  /// Replaces stretches, which are in order, as one edit of the user's; the caret stands after the last one.
+  virtual void replace(const std::vector<Replacement>& replacements) = 0;
+  struct Stretch {
+    std::size_t start = 0, length = 0;
+    friend bool operator==(const Stretch&, const Stretch&) = default;
+  };
+  /// Marks stretches as hits of a search, and one of them, by its number, as the one in hand. They go with
+  /// the text that they mark, and away with another text.
+  virtual void show_hits(const std::vector<Stretch>& hits, std::size_t present) = 0;
   virtual bool can_undo() const = 0;
   virtual void Undo() = 0;
   virtual void Redo() = 0;

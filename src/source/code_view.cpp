@@ -81,6 +81,7 @@ void OrvelCV::set_Text(std::shared_ptr<const std::u16string> text) {
   filled_ = false;
   if (visible_) fill();
   property_changed(u"Text");
+  tell_of_text();
   DrawLineNumbers();
 }
 
@@ -237,6 +238,10 @@ void OrvelCV::remove_observer(CodeViewObserver& observer) { std::erase(observers
 
 void OrvelCV::tell() {
   for (std::size_t i = 0; i < observers_.size(); ++i) observers_[i]->code_view_changed();
+}
+
+void OrvelCV::tell_of_text() {
+  for (std::size_t i = 0; i < observers_.size(); ++i) observers_[i]->text_changed();
 }
 
 void OrvelCV::property_changed(std::u16string_view key) {

@@ -22,6 +22,8 @@ class CodeViewObserver {
   virtual ~CodeViewObserver() = default;
   /// The box was enabled, locked, shown, hidden, or moved to the front or the back.
   virtual void code_view_changed() = 0;
+  /// The text is another one: typed, or put in.
+  virtual void text_changed() {}
   /// The line numbers are to be painted again.
   virtual void line_numbers_changed() {}
 };
@@ -159,6 +161,7 @@ class OrvelCV final : private services::ISubclass, private platform::TextBoxHand
   }
   void property_changed(std::u16string_view key);
   void tell();
+  void tell_of_text();
   void fill();
 
   // services::ISubclass

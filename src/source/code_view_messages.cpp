@@ -140,6 +140,7 @@ void OrvelCV::MouseUp(const platform::BoxMouse& mouse) {
 void OrvelCV::Change() {
   edited_ = true;
   if (events_) events_->Change();
+  tell_of_text();
   DrawLineNumbers();
 }
 

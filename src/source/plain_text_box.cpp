@@ -35,6 +35,7 @@ std::u16string PlainTextBox::Text() const { return with_crlf(text_); }
 void PlainTextBox::set_Text(std::u16string_view text) {
   text_ = with_lf(text);
   anchor_ = focus_ = first_visible_ = 0;
+  hits_.clear();
   line_starts_.clear();
   done_.clear();
   undone_.clear();
@@ -59,6 +60,27 @@ void PlainTextBox::set_SelText(std::u16string_view text) {
   typing_run_ = false;
   replace(SelStart(), SelLength(), with_lf(text));
   typing_run_ = false;
+}
+
+// One record: from the first one's start to the last one's end.
+void PlainTextBox::replace(const std::vector<Replacement>& replacements) {
+  if (replacements.empty()) return;
+  const std::size_t start = replacements.front().start;
+  std::size_t at = start;
+  std::u16string text;
+  for (const Replacement& each : replacements) {
+    text += std::u16string_view(text_).substr(at, each.start - at);
+    text += with_lf(each.text);
+    at = each.start + each.length;
+  }
+  typing_run_ = false;
+  replace(start, at - start, text);
+  typing_run_ = false;
+}
+
+void PlainTextBox::show_hits(const std::vector<Stretch>& hits, std::size_t present) {
+  hits_ = hits;
+  present_hit_ = present;
 }
 
 void PlainTextBox::moved(std::size_t anchor, std::size_t focus) {

@@ -21,6 +21,8 @@ class PlainTextBox final : public platform::TextBox {
   void select(std::size_t start, std::size_t length) override;
   std::u16string SelText() const override;
   void set_SelText(std::u16string_view text) override;
+  void replace(const std::vector<Replacement>& replacements) override;
+  void show_hits(const std::vector<Stretch>& hits, std::size_t present) override;
   bool can_undo() const override { return !done_.empty(); }
   void Undo() override { replay(done_, undone_); }
   void Redo() override { replay(undone_, done_); }
@@ -43,6 +45,9 @@ class PlainTextBox final : public platform::TextBox {
   void scroll_to(std::size_t line);
   /// A key of the user's goes down, or up.
   void key(std::int16_t key_code, std::int16_t shift, std::u16string_view text, bool down);
+  /// What was last marked, as it was told.
+  const std::vector<Stretch>& hits() const { return hits_; }
+  std::size_t present_hit() const { return present_hit_; }
   bool can_redo() const { return !undone_.empty(); }
 
  private:
@@ -71,6 +76,8 @@ class PlainTextBox final : public platform::TextBox {
   mutable std::vector<std::size_t> line_starts_;  // empty: to be made
   std::vector<Edit> done_, undone_;
   bool typing_run_ = false;
+  std::vector<Stretch> hits_;
+  std::size_t present_hit_ = 0;
   std::size_t first_visible_ = 0, visible_lines_ = 30;
   bool enabled_ = true, locked_ = false, shown_ = false, focused_ = false;
   std::u16string key_text_;  // of the key on its way

@@ -164,6 +164,21 @@ void HTMLed::CleanUp() { call(u"CleanUp"); }
 void HTMLed::scrollToTop() { call(u"scrollToTop"); }
 void HTMLed::scrollToBottom() { call(u"scrollToBottom"); }
 void HTMLed::show_Code() { call(u"show_Code"); }
+std::int32_t HTMLed::FindText(std::u16string_view Text, std::int32_t Options) {
+  return call(u"FindText", {Text, Options}).to_integer32();
+}
+std::int32_t HTMLed::FindNext() { return call(u"FindNext").to_integer32(); }
+std::int32_t HTMLed::FindPrevious() { return call(u"FindPrevious").to_integer32(); }
+std::int32_t HTMLed::FindCount() { return call(u"FindCount").to_integer32(); }
+std::int32_t HTMLed::FindPosition() { return call(u"FindPosition").to_integer32(); }
+std::int32_t HTMLed::FindLocked() { return call(u"FindLocked").to_integer32(); }
+bool HTMLed::ReplaceText(std::u16string_view Replacement) {
+  return call(u"ReplaceText", {Replacement}).to_boolean();
+}
+std::int32_t HTMLed::ReplaceAllText(std::u16string_view Replacement) {
+  return call(u"ReplaceAllText", {Replacement}).to_integer32();
+}
+void HTMLed::FindEnd() { call(u"FindEnd"); }
 void HTMLed::bold_document() { call(u"bold_document"); }
 void HTMLed::italic_document() { call(u"italic_document"); }
 void HTMLed::underline_document() { call(u"underline_document"); }

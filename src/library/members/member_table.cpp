@@ -36,7 +36,7 @@ std::span<const Member> members() {
     std::vector<Member> rows;
     for (const std::span<const Member> subject :
          {document_properties(), look_properties(), transfer_properties(), document_operations(),
-          formatting_operations(), transfer_operations()})
+          formatting_operations(), search_operations(), transfer_operations()})
       rows.insert(rows.end(), subject.begin(), subject.end());
     return rows;
   }();

@@ -118,6 +118,7 @@ std::span<const Member> look_properties();        // look_properties.cpp
 std::span<const Member> transfer_properties();    // transfer_properties.cpp
 std::span<const Member> document_operations();    // document_operations.cpp: files, content, selection, views
 std::span<const Member> formatting_operations();  // formatting_operations.cpp
+std::span<const Member> search_operations();      // search_operations.cpp
 std::span<const Member> transfer_operations();    // transfer_operations.cpp: images, files, spelling
 
 }  // namespace tvx::library

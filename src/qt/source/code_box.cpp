@@ -96,6 +96,7 @@ class CodeBox::Edit final : public QPlainTextEdit {
     fresh->setDefaultTextOption(document()->defaultTextOption());
     fresh->setPlainText(text);
     fresh->setDocumentLayout(new QPlainTextDocumentLayout(fresh));
+    setExtraSelections({});
     const QPointer<QTextDocument> old = document();  // the first one goes with its successor
     setDocument(fresh);
     delete old;
@@ -247,6 +248,37 @@ void CodeBox::set_SelText(std::u16string_view text) {
   QTextCursor cursor = edit_->textCursor();
   cursor.insertText(with_lf(text));
   edit_->setTextCursor(cursor);
+}
+
+void CodeBox::replace(const std::vector<Replacement>& replacements) {
+  if (replacements.empty()) return;
+  QTextCursor caret = edit_->textCursor(), cursor(edit_->document());
+  cursor.beginEditBlock();
+  // From the last one: what stands before stays where it is.
+  for (auto each = replacements.rbegin(); each != replacements.rend(); ++each) {
+    cursor.setPosition(static_cast<int>(each->start));
+    cursor.setPosition(static_cast<int>(each->start + each->length), QTextCursor::KeepAnchor);
+    cursor.insertText(with_lf(each->text));
+    if (each == replacements.rbegin()) caret.setPosition(cursor.position());
+  }
+  cursor.endEditBlock();
+  edit_->setTextCursor(caret);
+}
+
+// Black on a bright ground is legible in the light and in the dark.
+void CodeBox::show_hits(const std::vector<Stretch>& hits, std::size_t present) {
+  QList<QTextEdit::ExtraSelection> marks;
+  marks.reserve(static_cast<qsizetype>(hits.size()));
+  for (std::size_t i = 0; i < hits.size(); ++i) {
+    QTextEdit::ExtraSelection mark;
+    mark.cursor = QTextCursor(edit_->document());
+    mark.cursor.setPosition(static_cast<int>(hits[i].start));
+    mark.cursor.setPosition(static_cast<int>(hits[i].start + hits[i].length), QTextCursor::KeepAnchor);
+    mark.format.setBackground(i == present ? QColor(0xFF9632) : QColor(0xFFE66B));
+    mark.format.setForeground(QColor(Qt::black));
+    marks.append(mark);
+  }
+  edit_->setExtraSelections(marks);
 }
 
 bool CodeBox::can_undo() const { return edit_->document()->isUndoAvailable(); }

@@ -36,6 +36,8 @@ class CodeBox final : public platform::TextBox {
   void select(std::size_t start, std::size_t length) override;
   std::u16string SelText() const override;
   void set_SelText(std::u16string_view text) override;
+  void replace(const std::vector<Replacement>& replacements) override;
+  void show_hits(const std::vector<Stretch>& hits, std::size_t present) override;
   bool can_undo() const override;
   void Undo() override;
   void Redo() override;

@@ -272,6 +272,21 @@ void HTMLedWidget::CleanUp() { call(u"CleanUp"); }
 void HTMLedWidget::scrollToTop() { call(u"scrollToTop"); }
 void HTMLedWidget::scrollToBottom() { call(u"scrollToBottom"); }
 void HTMLedWidget::show_Code() { call(u"show_Code"); }
+int HTMLedWidget::FindText(const QString& Text, int Options) {
+  return number_of(call(u"FindText", {value_of(Text), Options}));
+}
+int HTMLedWidget::FindNext() { return number_of(call(u"FindNext")); }
+int HTMLedWidget::FindPrevious() { return number_of(call(u"FindPrevious")); }
+int HTMLedWidget::FindCount() { return number_of(call(u"FindCount")); }
+int HTMLedWidget::FindPosition() { return number_of(call(u"FindPosition")); }
+int HTMLedWidget::FindLocked() { return number_of(call(u"FindLocked")); }
+bool HTMLedWidget::ReplaceText(const QString& Replacement) {
+  return flag_of(call(u"ReplaceText", {value_of(Replacement)}));
+}
+int HTMLedWidget::ReplaceAllText(const QString& Replacement) {
+  return number_of(call(u"ReplaceAllText", {value_of(Replacement)}));
+}
+void HTMLedWidget::FindEnd() { call(u"FindEnd"); }
 void HTMLedWidget::bold_document() { call(u"bold_document"); }
 void HTMLedWidget::italic_document() { call(u"italic_document"); }
 void HTMLedWidget::underline_document() { call(u"underline_document"); }
