@@ -20,6 +20,7 @@
 #include <utility>
 
 #include "htmled/drafts.h"
+#include "htmled/find_bar.h"
 #include "htmled/publish_dialog.h"
 #include "htmled/remote_content_bar.h"
 #include "tvx/base/error.h"
@@ -79,6 +80,7 @@ Window::Window(platform::MessageLoop& loop, const qt::Substitutes& substitutes)
   addToolBar(Qt::TopToolBarArea, remote_content_strip_);
   remote_content_strip_->hide();
   connect(remote_content_, &RemoteContentBar::answered, this, &Window::answer_remote_content);
+  make_find_bar();
   editor_->set_RemoteContent(core::remote_content_ask);
   resize(1000, 720);
   make_menus();
@@ -130,6 +132,7 @@ void Window::make_menus() {
   });
   edit->addSeparator();
   add_control_item(edit, "mnuMiscPasteText", QKeySequence(QStringLiteral("Ctrl+Shift+V")));
+  add_find_items(edit);
   add_language_menu(add_menu(nullptr, QT_TR_NOOP("&View")));
   make_table_menu();
   make_spelling_menu();
@@ -146,6 +149,28 @@ void Window::add_item(QMenu* menu, const char* text, const QKeySequence& keys, s
   action->setShortcut(keys);
   connect(action, &QAction::triggered, this, std::move(act));
   actions_.emplace_back(action, text);
+}
+
+void Window::make_find_bar() {
+  find_bar_ = new FindBar(this);
+  find_bar_->set_editor(editor_, [this] { finish_typing(); });
+  find_strip_ = new QToolBar(this);
+  find_strip_->setMovable(false);
+  find_strip_->setContextMenuPolicy(Qt::PreventContextMenu);
+  find_strip_->addWidget(find_bar_);
+  addToolBar(Qt::BottomToolBarArea, find_strip_);
+  find_strip_->hide();
+  connect(find_bar_, &FindBar::wanted, find_strip_, &QToolBar::setVisible);
+}
+
+void Window::add_find_items(QMenu* edit) {
+  edit->addSeparator();
+  add_item(edit, QT_TR_NOOP("&Find…"), QKeySequence::Find, [this] { find_bar_->open(false); });
+  add_item(edit, QT_TR_NOOP("R&eplace…"), QKeySequence(QStringLiteral("Ctrl+H")),
+           [this] { find_bar_->open(true); });
+  add_item(edit, QT_TR_NOOP("Find ne&xt"), QKeySequence(Qt::Key_F3), [this] { find_bar_->step(true); });
+  add_item(edit, QT_TR_NOOP("Find pre&vious"), QKeySequence(Qt::SHIFT | Qt::Key_F3),
+           [this] { find_bar_->step(false); });
 }
 
 // Each language under its own name, so that everybody finds the way home.
@@ -179,6 +204,7 @@ void Window::speak(const Language& language) {
 void Window::show_words() {
   for (const auto& [action, text] : actions_) action->setText(tr(text));
   remote_content_->show_words();
+  find_bar_->show_words();
   show_title();
   show_local_images();
 }

@@ -31,6 +31,7 @@ class MessageLoop;
 
 namespace tvx::htmled {
 
+class FindBar;
 class RemoteContentBar;
 
 /// The editor's window: one document, one file.
@@ -82,6 +83,8 @@ class Window final : public QMainWindow, private core::HTMLedEvents, private cor
   /// An item of the control's menus, as it is there.
   void add_control_item(QMenu* menu, const char* name, const QKeySequence& keys = {});
   void show_control_item(QAction& action);
+  void make_find_bar();
+  void add_find_items(QMenu* edit);
   void make_table_menu();
   void add_language_menu(QMenu* view);
   void make_spelling_menu();
@@ -137,6 +140,8 @@ class Window final : public QMainWindow, private core::HTMLedEvents, private cor
   QToolButton* local_images_ = nullptr;  // how many there are, in the status bar; made for the first one
   QTimer count_images_;
   QString transfer_failure_;  // the first one's text, of what is under way
+  FindBar* find_bar_;
+  QToolBar* find_strip_;  // holds it below the page
   RemoteContentBar* remote_content_;
   QToolBar* remote_content_strip_;                         // holds it above the page
   std::vector<std::pair<QAction*, const char*>> actions_;  // with their English words
