@@ -29,10 +29,13 @@ Node* child_around(const Boundary& place, const Node& host) {
 Gesture::Gesture(Editor& editor, std::u16string_view label, dom::StepJoin join, Compare compare)
     : editor_(editor),
       steps_(editor.document().journal().depth()),
+      within_another_(editor.document().journal().is_open()),
       held_(editor.selection()),
       step_(editor.document().journal(), label, join),
       leftovers_(editor) {
-  if (compare == Compare::Yes && editor.document().journal().depth() == steps_) note_blocks();
+  // In a step of somebody else's, what would be rolled back is that whole step.
+  if (compare == Compare::Yes && !within_another_ && editor.document().journal().depth() == steps_)
+    note_blocks();
 }
 
 void Gesture::note_blocks() {

@@ -32,6 +32,7 @@ class Gesture {
 
   Editor& editor_;
   const std::size_t steps_;
+  const bool within_another_;
   const HeldSelection held_;
   const dom::UndoStep step_;
   const LineMemo memo_;
