@@ -1,28 +1,31 @@
 #include "tvx/core/actions.h"
 
 #include <algorithm>
+#include <iterator>
 
 #include "tvx/base/error.h"
+#include "tvx/browser/input/writer_command.h"
 #include "tvx/core/chrome/cell_menu.h"
+#include "tvx/core/chrome/obstacles.h"
+#include "tvx/core/chrome/veto.h"
 #include "tvx/core/parts.h"
+#include "tvx/editing/commands/command_table.h"
+#include "tvx/editing/editor.h"
 #include "tvx/platform/common_dialogs.h"
 
 /// The one table of what buttons and menu items do.
 namespace tvx::core {
 namespace {
 
-struct ButtonRow {
-  std::u16string_view key;  // compared letter by letter
-  void (*act)(Parts& parts);
-};
-
 template <const char16_t* command>
 void run(Parts& parts) {
   parts.formatting.run_command(command, AskedBy::Writer);
 }
 constexpr char16_t left[] = u"JustifyLeft", center[] = u"JustifyCenter", right[] = u"JustifyRight",
-                   indent[] = u"indent", outdent[] = u"outdent", ordered[] = u"InsertOrderedList",
-                   unordered[] = u"InsertUnorderedList";
+                   justify[] = u"JustifyFull", indent[] = u"indent", outdent[] = u"outdent",
+                   ordered[] = u"InsertOrderedList", unordered[] = u"InsertUnorderedList",
+                   subscript[] = u"Subscript", superscript[] = u"Superscript", clear[] = u"RemoveFormat",
+                   unlink[] = u"Unlink", block[] = u"FormatBlock";
 
 // The button is never seen; pressed by a script it says its name.
 void find(Parts& parts) {
@@ -31,33 +34,171 @@ void find(Parts& parts) {
   around.dialogs.show_message({.text = u"Find", .owner = around.hwnd});
 }
 
-constexpr ButtonRow buttons[] = {
-    {u"toggle", [](Parts& parts) { parts.view_switch.show_Code(); }},
-    {u"Print", [](Parts& parts) { parts.files.print_Document(false); }},
-    {u"Copy", [](Parts& parts) { parts.clipboard.copy(); }},
-    {u"Cut", [](Parts& parts) { parts.clipboard.cut(); }},
-    {u"Paste", [](Parts& parts) { parts.clipboard.paste(); }},
-    {u"Align Left", run<left>},
-    {u"Center", run<center>},
-    {u"Align Right", run<right>},
-    {u"Bold", [](Parts& parts) { parts.formatting.bold(AskedBy::Writer); }},
-    {u"Italic", [](Parts& parts) { parts.formatting.italic(AskedBy::Writer); }},
-    {u"Underline", [](Parts& parts) { parts.formatting.underline(AskedBy::Writer); }},
-    {u"Strike Through", [](Parts& parts) { parts.formatting.strike(AskedBy::Writer); }},
-    {u"indent", run<indent>},
-    {u"unindent", run<outdent>},
-    {u"Text", [](Parts& parts) { parts.font_settings.change_Font(); }},
-    {u"Find", find},
-    {u"Spell Check", [](Parts& parts) { parts.spelling.SpellCheck(); }},
-    {u"Undo", [](Parts& parts) { parts.formatting.undo(); }},
-    {u"Redo", [](Parts& parts) { parts.formatting.redo(); }},
-    {u"link", [](Parts& parts) { parts.formatting.insert_Link(); }},
-    {u"Image", [](Parts& parts) { parts.images.insert_chosen(); }},
-    {u"RemoteImage", [](Parts& parts) { parts.images.insertImageFromURL(u""); }},
-    {u"orderedlist", run<ordered>},
-    {u"unorderedlist", run<unordered>},
-    {u"table", [](Parts& parts) { parts.tables.insert_table(); }},
-    {u"HR", [](Parts& parts) { parts.selection.insert_HR(); }},
+void select_all(Parts& parts) {
+  if (parts.code.in_front())
+    parts.code.box().TextBox1().select(0, parts.code.box().TextBox1().length());
+  else
+    attempt([&] { browser::press_command(parts.context.document(), u"SelectAll"); });
+}
+
+template <const char16_t* style>
+void set_style(Parts& parts) {
+  parts.selection_formats.set_paragraph_style(style);
+}
+template <const char16_t* style>
+bool has_style(Parts& parts) {
+  return parts.selection_formats.paragraph_style() == style;
+}
+constexpr char16_t p[] = u"p", h1[] = u"h1", h2[] = u"h2", h3[] = u"h3", h4[] = u"h4", h5[] = u"h5",
+                   h6[] = u"h6", pre[] = u"pre", quotation[] = u"blockquote";
+
+bool source_shows(Parts& parts) { return parts.code.in_front(); }
+
+std::u16string_view cannot_quote(Parts& parts) {
+  return parts.selection_formats.can_be_quotation() ? obstacles::none : obstacles::in_list;
+}
+std::u16string_view lacks_link(Parts& parts) {
+  return parts.selection_formats.has_link() ? obstacles::none : obstacles::no_link;
+}
+std::u16string_view cannot_paste(Parts& parts) {
+  return parts.toolbars.Toolbar1.Item(button_paste).Obstacle();
+}
+
+// The code's own steps: the document keeps its own.
+void undo_in_code(Parts& parts) { parts.code.box().TextBox1().Undo(); }
+void redo_in_code(Parts& parts) { parts.code.box().TextBox1().Redo(); }
+
+/// An operation is what a button does; some have none, and are for hosts' own bars alone.
+struct OperationRow {
+  std::u16string_view name;    // for hosts' own bars; empty: only the button knows it
+  std::u16string_view button;  // its key, compared letter by letter; empty: it has none
+  void (*act)(Parts& parts);
+  std::u16string_view command = {};  // of the document, which says whether it can act and is on
+  bool (*is_on)(Parts& parts) = nullptr;
+  std::u16string_view (*obstacle)(Parts& parts) = nullptr;  // beside that of its button
+  void (*act_in_code)(Parts& parts) = nullptr;
+  bool while_reading = false;  // also where the page may not be edited
+};
+
+void show_other_view(Parts& parts) { parts.view_switch.show_Code(); }
+void copy(Parts& parts) { parts.clipboard.copy(); }
+void cut(Parts& parts) { parts.clipboard.cut(); }
+void paste(Parts& parts) { parts.clipboard.paste(); }
+void paste_text(Parts& parts) { parts.clipboard.paste_text(); }
+void print(Parts& parts) { parts.files.print_Document(false); }
+
+constexpr OperationRow operation_rows[] = {
+    {.name = u"Source",
+     .button = u"toggle",
+     .act = show_other_view,
+     .is_on = source_shows,
+     .act_in_code = show_other_view},
+    {.name = u"Print", .button = u"Print", .act = print, .while_reading = true},
+    {.name = u"Copy", .button = u"Copy", .act = copy, .act_in_code = copy, .while_reading = true},
+    {.name = u"Cut", .button = u"Cut", .act = cut, .act_in_code = cut},
+    {.name = u"Paste", .button = u"Paste", .act = paste, .act_in_code = paste},
+    {.name = u"PasteText", .act = paste_text, .obstacle = cannot_paste, .act_in_code = paste_text},
+    {.name = u"SelectAll", .act = select_all, .act_in_code = select_all, .while_reading = true},
+    {.name = u"AlignLeft", .button = u"Align Left", .act = run<left>, .command = left},
+    {.name = u"AlignCenter", .button = u"Center", .act = run<center>, .command = center},
+    {.name = u"AlignRight", .button = u"Align Right", .act = run<right>, .command = right},
+    {.name = u"Justify", .act = run<justify>, .command = justify},
+    {.name = u"Bold",
+     .button = u"Bold",
+     .act = [](Parts& parts) { parts.formatting.bold(AskedBy::Writer); },
+     .command = u"Bold"},
+    {.name = u"Italic",
+     .button = u"Italic",
+     .act = [](Parts& parts) { parts.formatting.italic(AskedBy::Writer); },
+     .command = u"Italic"},
+    {.name = u"Underline",
+     .button = u"Underline",
+     .act = [](Parts& parts) { parts.formatting.underline(AskedBy::Writer); },
+     .command = u"Underline"},
+    {.name = u"Strike",
+     .button = u"Strike Through",
+     .act = [](Parts& parts) { parts.formatting.strike(AskedBy::Writer); },
+     .command = u"Strikethrough"},
+    {.name = u"Subscript", .act = run<subscript>, .command = subscript},
+    {.name = u"Superscript", .act = run<superscript>, .command = superscript},
+    {.name = u"ClearFormatting", .act = run<clear>, .command = clear},
+    {.name = u"Indent", .button = u"indent", .act = run<indent>, .command = indent},
+    {.name = u"Outdent", .button = u"unindent", .act = run<outdent>, .command = outdent},
+    {.name = u"Font",
+     .button = u"Text",
+     .act = [](Parts& parts) { parts.font_settings.change_Font(); },
+     .command = u"FontName"},
+    {.button = u"Find", .act = find},
+    {.name = u"Spelling", .button = u"Spell Check", .act = [](Parts& parts) { parts.spelling.SpellCheck(); }},
+    {.name = u"Undo",
+     .button = u"Undo",
+     .act = [](Parts& parts) { parts.formatting.undo(); },
+     .act_in_code = undo_in_code},
+    {.name = u"Redo",
+     .button = u"Redo",
+     .act = [](Parts& parts) { parts.formatting.redo(); },
+     .act_in_code = redo_in_code},
+    {.name = u"Link",
+     .button = u"link",
+     .act = [](Parts& parts) { parts.formatting.insert_Link(); },
+     .command = u"CreateLink"},
+    {.name = u"Unlink", .act = run<unlink>, .command = unlink, .obstacle = lacks_link},
+    {.name = u"Image",
+     .button = u"Image",
+     .act = [](Parts& parts) { parts.images.insert_chosen(); },
+     .command = u"InsertImage"},
+    {.name = u"RemoteImage",
+     .button = u"RemoteImage",
+     .act = [](Parts& parts) { parts.images.insertImageFromURL(u""); },
+     .command = u"InsertImage"},
+    {.name = u"NumberedList", .button = u"orderedlist", .act = run<ordered>, .command = ordered},
+    {.name = u"BulletedList", .button = u"unorderedlist", .act = run<unordered>, .command = unordered},
+    {.name = u"Table",
+     .button = u"table",
+     .act = [](Parts& parts) { parts.tables.insert_table(); },
+     .command = u"InsertHTML"},
+    {.name = u"Rule",
+     .button = u"HR",
+     .act = [](Parts& parts) { parts.selection.insert_HR(); },
+     .command = u"InsertHorizontalRule"},
+    {.name = u"Paragraph", .act = set_style<p>, .command = block, .is_on = has_style<p>},
+    {.name = u"Heading1", .act = set_style<h1>, .command = block, .is_on = has_style<h1>},
+    {.name = u"Heading2", .act = set_style<h2>, .command = block, .is_on = has_style<h2>},
+    {.name = u"Heading3", .act = set_style<h3>, .command = block, .is_on = has_style<h3>},
+    {.name = u"Heading4", .act = set_style<h4>, .command = block, .is_on = has_style<h4>},
+    {.name = u"Heading5", .act = set_style<h5>, .command = block, .is_on = has_style<h5>},
+    {.name = u"Heading6", .act = set_style<h6>, .command = block, .is_on = has_style<h6>},
+    {.name = u"Preformatted", .act = set_style<pre>, .command = block, .is_on = has_style<pre>},
+    {.name = u"Quotation",
+     .act = set_style<quotation>,
+     .command = block,
+     .is_on = has_style<quotation>,
+     .obstacle = cannot_quote},
+};
+
+/// The forms' buttons, whose keys say what they insert.
+struct FormRow {
+  std::u16string_view name, button;
+};
+constexpr FormRow form_rows[] = {
+    {u"Form", u"Form"},           {u"TextField", u"TextField"},     {u"TextArea", u"textarea"},
+    {u"FileField", u"FileField"}, {u"HiddenField", u"HiddenField"}, {u"ImageField", u"ImageField"},
+    {u"CheckBox", u"checkbox"},   {u"DropDownList", u"dropdown"},   {u"PushButton", u"Button"},
+    {u"SubmitButton", u"Submit"}, {u"ResetButton", u"Reset"},       {u"RadioButton", u"Radio"},
+};
+
+/// The items of the table submenu.
+struct CellRow {
+  std::u16string_view name, item;
+};
+constexpr CellRow cell_rows[] = {
+    {u"RowAbove", u"mnuCellRowAbove"},       {u"RowBelow", u"mnuCellRowBelow"},
+    {u"ColumnLeft", u"mnuCellColumnLeft"},   {u"ColumnRight", u"mnuCellColumnRight"},
+    {u"DeleteRow", u"mnuCellDeleteRow"},     {u"DeleteColumn", u"mnuCellDeleteColumn"},
+    {u"MergeCells", u"mnuCellMerge"},        {u"MergeDown", u"mnuCellMergeDown"},
+    {u"SplitCell", u"mnuCellSplit"},         {u"HeaderRow", u"mnuCellHeader"},
+    {u"SelectRow", u"mnuCellSelectRow"},     {u"SelectColumn", u"mnuCellSelectColumn"},
+    {u"SelectTable", u"mnuCellSelectTable"},
 };
 
 struct ItemRow {
@@ -69,12 +210,12 @@ void cut(Parts& parts, const platform::Menu&) {
   parts.clipboard.cut();
   parts.context.mark_changed();
 }
-void copy(Parts& parts, const platform::Menu&) { parts.clipboard.copy(); }
+void copy(Parts& parts, const platform::Menu&) { copy(parts); }
 void paste(Parts& parts, const platform::Menu&) {
   parts.clipboard.paste();
   parts.context.mark_changed();
 }
-void paste_text(Parts& parts, const platform::Menu&) { parts.clipboard.paste_text(); }
+void paste_text(Parts& parts, const platform::Menu&) { paste_text(parts); }
 /// Leaves a command for what runs when the popup has closed.
 template <const char16_t* command>
 void pend(Parts& parts, const platform::Menu&) {
@@ -162,11 +303,59 @@ constexpr ItemRow items[] = {
     {u"MnuCellRowActionsInsertCellAfter", cell_or_row},
 };
 
+/// The row with that name; null if there is none.
+template <class Row, std::size_t count>
+const Row* row_of(const Row (&rows)[count], std::u16string_view name) {
+  const auto found = std::ranges::find(rows, name, &Row::name);
+  return name.empty() || found == std::end(rows) ? nullptr : &*found;
+}
+
+/// What stands in the way of everything that works on the page.
+std::optional<std::u16string_view> obstacle_of_page(Parts& parts) {
+  if (parts.code.in_front()) return obstacles::in_code;
+  if (!parts.context.properties().EditorEnabled) return obstacles::read_only;
+  return std::nullopt;
+}
+
+OperationState state_of(Parts& parts, const OperationRow& row) {
+  OperationState state;
+  const bool in_code = parts.code.in_front();
+  const platform::Button* button = row.button.empty() ? nullptr : &parts.toolbars.Toolbar1.Item(row.button);
+  const editing::CommandDefinition* command = editing::find_command(row.command);
+  state.can_be_on = row.is_on || (command && command->state);
+  if (in_code && !row.act_in_code) return state.obstacle = obstacles::in_code, state;
+  if (!parts.context.properties().EditorEnabled && !row.while_reading)
+    return state.obstacle = obstacles::read_only, state;
+  if (!in_code && button) state.obstacle = button->Obstacle();
+  if (!in_code && row.obstacle && state.obstacle.empty()) state.obstacle = row.obstacle(parts);
+  state.enabled = state.obstacle.empty();
+  if (row.is_on) state.on = row.is_on(parts);
+  if (!command) return state;
+  editing::Editor& editor = parts.context.document().editor();
+  state.enabled = state.enabled && editor.enabled(row.command);
+  if (!row.is_on && command->state) state.on = button ? button->Value() == 1 : editor.state(row.command);
+  return state;
+}
+
+OperationState state_of(Parts& parts, const FormRow&) {
+  OperationState state;
+  if (const auto obstacle = obstacle_of_page(parts)) return state.obstacle = *obstacle, state;
+  state.enabled = parts.context.document().editor().enabled(u"InsertHTML");
+  return state;
+}
+
+OperationState state_of(Parts& parts, const CellRow& row) {
+  OperationState state;
+  if (const auto obstacle = obstacle_of_page(parts)) return state.obstacle = *obstacle, state;
+  const CellItemState item = cell_item_state(parts.menus.item(row.item), parts.context.document().editor());
+  return {item.obstacle.empty(), item.can_be_on, item.on, item.obstacle};
+}
+
 }  // namespace
 
 bool ControlActions::press(std::u16string_view button_key) {
-  const auto row = std::ranges::find(buttons, button_key, &ButtonRow::key);
-  if (row == std::end(buttons)) return false;
+  const auto row = std::ranges::find(operation_rows, button_key, &OperationRow::button);
+  if (row == std::end(operation_rows)) return false;
   row->act(parts_);
   return true;
 }
@@ -174,6 +363,54 @@ bool ControlActions::press(std::u16string_view button_key) {
 bool ControlActions::press_form(std::u16string_view button_key) {
   if (button_key != u"form") return parts_.form_elements.insert_field(button_key);
   parts_.form_elements.insert_Form();
+  return true;
+}
+
+std::vector<std::u16string_view> ControlActions::operations() {
+  std::vector<std::u16string_view> names;
+  const auto add = [&](const auto& rows) {
+    for (const auto& row : rows)
+      if (!row.name.empty()) names.push_back(row.name);
+  };
+  add(operation_rows);
+  add(form_rows);
+  add(cell_rows);
+  return names;
+}
+
+std::optional<OperationState> ControlActions::state(std::u16string_view operation) {
+  std::optional<OperationState> state;
+  const auto ask = [&](const auto* row) {
+    if (!row) return false;
+    state.emplace();
+    if (parts_.context.DOM()) attempt([&] { state = state_of(parts_, *row); });
+    return true;
+  };
+  ask(row_of(operation_rows, operation)) || ask(row_of(form_rows, operation)) ||
+      ask(row_of(cell_rows, operation));
+  return state;
+}
+
+// A button of a bar that the host has hidden is switched off with it: it is asked of nothing but its name
+// here.
+bool ControlActions::act(std::u16string_view operation) {
+  const auto now = state(operation);
+  if (!now || !now->enabled) return false;
+  const KeepAlive alive(parts_.context);
+  Toolbars& bars = parts_.toolbars;
+  if (const OperationRow* row = row_of(operation_rows, operation)) {
+    if (parts_.code.in_front())
+      row->act_in_code(parts_);
+    else if (row->button.empty())
+      row->act(parts_);
+    else
+      parts_.toolbar_commands.ButtonClick(bars.Toolbar1, bars.Toolbar1.Item(row->button));
+  } else if (const FormRow* form = row_of(form_rows, operation)) {
+    parts_.toolbar_commands.ButtonClick(bars.Toolbar2, bars.Toolbar2.Item(form->button));
+  } else {
+    const platform::Menu& item = parts_.menus.item(row_of(cell_rows, operation)->item);
+    if (host_allows_item(parts_.context, cell_key_of(item))) attempt([&] { choose(item); });
+  }
   return true;
 }
 

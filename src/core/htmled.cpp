@@ -107,7 +107,10 @@ void HTMLed::tell(const std::function<void(HTMLedObserver&)>& news) {
 
 bool HTMLed::run_time() const { return surroundings_.container.user_mode(); }
 
-void HTMLed::state_changed() { parts_->command_state.show(); }
+void HTMLed::state_changed() {
+  parts_->command_state.show();
+  tell([](HTMLedObserver& observer) { observer.state_changed(); });
+}
 
 void HTMLed::Wait() {
   const KeepAlive alive(*this);

@@ -26,6 +26,8 @@ class clsDirectoryList;
 namespace tvx::core {
 
 class ContextMenus;
+class ControlActions;
+class SelectionFormats;
 struct Parts;
 
 /// The visual HTML editor: properties (see PropertyFace), operations and events of one instance. What it does
@@ -173,6 +175,10 @@ class HTMLed final : public std::enable_shared_from_this<HTMLed>,
   const std::vector<StyleClass>& style_classes() const;
   void mnuClass_Click(std::int16_t Index);
   void mnuMiscClass_Click(std::int16_t Index);
+
+  // --- for hosts' own bars ---
+  ControlActions& actions();
+  SelectionFormats& selection_formats();
 
   // --- inside: what views, scripts and tests reach by name ---
   browser::Browser& WBrowser() { return *browser_; }

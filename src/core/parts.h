@@ -17,6 +17,7 @@
 #include "tvx/core/commands/formatting.h"
 #include "tvx/core/commands/image_commands.h"
 #include "tvx/core/commands/selection_commands.h"
+#include "tvx/core/commands/selection_formats.h"
 #include "tvx/core/content/bootstrap.h"
 #include "tvx/core/content/content.h"
 #include "tvx/core/content/document_files.h"
@@ -85,6 +86,7 @@ struct Parts {
 
   Formatting formatting{context, toolbars, code, edit_window};
   SelectionCommands selection{context};
+  SelectionFormats selection_formats{context};
   ClipboardCommands clipboard{context, code, content};
   ImageCommands images{context,
                        {[this](const std::u16string& path) { return transfers.UploadImageFile(path); },

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "tvx/core/chrome/obstacles.h"
+#include "tvx/editing/commands/command_table.h"
 #include "tvx/editing/editor.h"
 
 namespace tvx::core {
@@ -77,6 +78,15 @@ void show_twin(ContextMenus& menus, const Twin& twin) {
 }
 
 }  // namespace
+
+CellItemState cell_item_state(const Menu& item, editing::Editor& editor) {
+  const Row* row = row_of(item);
+  if (!row || !editor.enabled(u"selectTable")) return {.obstacle = obstacles::no_table};
+  const editing::CommandDefinition* command = editing::find_command(row->command);
+  const bool can_be_on = command && command->state;
+  return {can_be_on, can_be_on && editor.state(row->command),
+          editor.enabled(row->command) ? obstacles::none : row->obstacle};
+}
 
 void add_cell_menus(ContextMenus& menus) {
   Menu& head = add_head(menus.mnuMisc, head_name, head_separator);

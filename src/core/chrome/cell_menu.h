@@ -18,6 +18,13 @@ void add_cell_menus(ContextMenus& menus);
 /// Shows them, unless the host's list hides them, and what of them can be done. Null: nobody edits.
 void show_cell_menus(ContextMenus& menus, editing::Editor* editor, std::u16string_view hidden);
 
+/// How an item stands with the selection where it is.
+struct CellItemState {
+  bool can_be_on = false, on = false;
+  std::u16string_view obstacle;  // empty: it can act
+};
+CellItemState cell_item_state(const platform::Menu& item, editing::Editor& editor);
+
 /// The command that an item gives, and what hosts are told; empty for all others.
 std::u16string_view cell_command_of(const platform::Menu& item);
 std::u16string_view cell_key_of(const platform::Menu& item);

@@ -47,7 +47,7 @@ CommandState::~CommandState() {
 }
 
 void CommandState::clipboard_changed() {
-  if (run_time() && !context_.terminated() && DOM()) show();
+  if (run_time() && !context_.terminated() && DOM()) context_.state_changed();
 }
 
 // Asking the clipboard may mean asking another program: once for each content.

@@ -19,5 +19,9 @@ inline constexpr std::u16string_view no_cells = u"Select the cells that are to b
 inline constexpr std::u16string_view no_cell_below = u"There is no cell below";
 inline constexpr std::u16string_view several_cells = u"Several cells are selected";
 inline constexpr std::u16string_view no_source = u"The code view is switched off";
+inline constexpr std::u16string_view read_only = u"This page can only be read";
+inline constexpr std::u16string_view in_code = u"This works on the page, not on its code";
+inline constexpr std::u16string_view no_link = u"There is no link";
+inline constexpr std::u16string_view in_list = u"A list can't be a quotation";
 
 }  // namespace tvx::core::obstacles

@@ -17,9 +17,10 @@ class ToolbarCommands final : public Part, private platform::ToolbarHandler {
 
   /// What is visible and enabled, by the properties, with editing on or off.
   void ApplyToolbarState(bool enabled);
+  /// What a press on the button does, whether it is there to be pressed or not.
+  void ButtonClick(platform::Toolbar& toolbar, platform::Button& button) override;
 
  private:
-  void ButtonClick(platform::Toolbar& toolbar, platform::Button& button) override;
   void press_formatting_button(platform::Button& button);
   void press_form_button(platform::Button& button);
 

@@ -8,6 +8,7 @@
 #include "tvx/core/content/document_files.h"
 #include "tvx/core/content/style_sheet.h"
 #include "tvx/core/events.h"
+#include "tvx/core/observer.h"
 #include "tvx/core/views/edit_window.h"
 #include "tvx/dom/journal.h"
 #include "tvx/dom/mutation.h"
@@ -55,6 +56,7 @@ void NavigationHandler::DocumentComplete(bool top, const std::u16string&) {
     const dom::MutationScope scope(document().tree(), dom::MutationKind::Load);
     content_.apply_base_url(document());
   });
+  context_.tell([](HTMLedObserver& observer) { observer.document_loaded(); });
 }
 
 void NavigationHandler::DownloadBegin() { sheet_.download_started(); }
