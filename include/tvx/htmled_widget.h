@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QColor>
+#include <QStringList>
 #include <QVariant>
 #include <QWidget>
 #include <memory>
@@ -10,6 +12,8 @@
 #include "tvx/object.h"
 #include "tvx/property_bag.h"
 #include "tvx/web_engine.h"
+
+class QAction;
 
 namespace tvx::core {
 class HTMLed;
@@ -22,6 +26,7 @@ class Value;
 }
 namespace tvx::qt {
 
+class HostBars;
 class WebView;
 
 struct Substitutes;
@@ -38,7 +43,7 @@ struct Substitutes;
 ///
 /// Many operations wait for the document with the event loop running: events and timers of the host nest in
 /// them.
-class HTMLedWidget final : public QWidget {
+class HTMLedWidget : public QWidget {
   Q_OBJECT
   Q_PROPERTY(QString DocumentHTML READ DocumentHTML WRITE set_DocumentHTML USER true)
   Q_PROPERTY(QString allHTML READ allHTML STORED false)
@@ -161,6 +166,119 @@ class HTMLedWidget final : public QWidget {
   /// The document by names; nothing before the start.
   Object DOM() const;
   QSize sizeHint() const override { return {900, 640}; }
+
+  // --- for programs that draw their own bars and menus ---
+  /// What such a bar can offer.
+  enum class Action {
+    Undo,
+    Redo,
+    Cut,
+    Copy,
+    Paste,
+    PasteText,
+    SelectAll,
+    Bold,
+    Italic,
+    Underline,
+    Strike,
+    Subscript,
+    Superscript,
+    ClearFormatting,
+    Font,
+    Paragraph,
+    Heading1,
+    Heading2,
+    Heading3,
+    Heading4,
+    Heading5,
+    Heading6,
+    Preformatted,
+    Quotation,
+    AlignLeft,
+    AlignCenter,
+    AlignRight,
+    Justify,
+    Indent,
+    Outdent,
+    NumberedList,
+    BulletedList,
+    Link,
+    Unlink,
+    Image,
+    RemoteImage,
+    Table,
+    Rule,
+    Form,
+    TextField,
+    TextArea,
+    FileField,
+    HiddenField,
+    ImageField,
+    CheckBox,
+    DropDownList,
+    PushButton,
+    SubmitButton,
+    ResetButton,
+    RadioButton,
+    RowAbove,
+    RowBelow,
+    ColumnLeft,
+    ColumnRight,
+    DeleteRow,
+    DeleteColumn,
+    MergeCells,
+    MergeDown,
+    SplitCell,
+    HeaderRow,
+    SelectRow,
+    SelectColumn,
+    SelectTable,
+    Source,
+    Print,
+    Spelling,
+    ZoomIn,
+    ZoomOut,
+    ZoomReset
+  };
+  Q_ENUM(Action)
+  /// An operation with its text, icon and keys, which follows the document: enabled where it can act, with
+  /// the reason in its tool tip where it can't, and checked where the selection has it. It does what the
+  /// button of the editor's own bars does, ToolButtonClick included, and comes after all that was typed
+  /// before. The keys act while the focus is in the editor. It is the widget's, and there from the first time
+  /// it is asked for.
+  QAction* action(Action which);
+  /// By its name: "Bold". Null: there is none.
+  QAction* action(const QString& name);
+
+  /// How the selection, or the text at the caret, is formatted.
+  struct Format {
+    /// "p", "h1" to "h6", "pre", "blockquote", or another block's name. Empty: several, or no block at all.
+    QString paragraph_style;
+    bool several_paragraph_styles = false;
+    QString font;              // a list of families as CSS has it; empty: several
+    int size = 0;              // 1 to 7; 0: several
+    QColor colour, highlight;  // not valid: several, or no highlight
+    QString style_class;
+    friend bool operator==(const Format&, const Format&) = default;
+  };
+  Format format() const;
+  /// "p", "h1" to "h6", "pre" or "blockquote".
+  void set_paragraph_style(const QString& style);
+  void set_font(const QString& family);
+  /// 1 to 7, of which 3 is that of plain text.
+  void set_font_size(int size);
+  void set_text_colour(const QColor& colour);
+  /// A colour that isn't valid takes the highlight away.
+  void set_highlight(const QColor& colour);
+  /// The classes of the document's style sheet.
+  QStringList style_classes() const;
+  /// Gives the selection one of them; an empty name takes it away.
+  void set_style_class(const QString& name);
+  /// How large the page is shown: 1 as it is, from 0.25 to 5.
+  double zoom() const;
+  void set_zoom(double factor);
+  /// Waits, with the loop running, until what the user has typed so far is in the document.
+  void finish_input();
 
   // --- properties ---
   /// The HTML in the body: set to edit it, read to have what it has become. Reading raises
@@ -472,6 +590,16 @@ class HTMLedWidget final : public QWidget {
   void property_changed(const QString& key);
   /// The editor shows another document: one was opened, or all of its HTML was set.
   void document_replaced();
+  /// For bars of the program's own; each at most once a turn of the loop, and looked for only while somebody
+  /// listens. The caret or the selection is somewhere else.
+  void selectionChanged();
+  /// format() has another answer.
+  void formatChanged();
+  /// IsDirty has another answer.
+  void modificationChanged(bool modified);
+  /// A document has come with all that it brings.
+  void documentLoaded();
+  void zoomChanged(double factor);
   /// Whether the document that print_Document was asked for has gone to the printer, or into its file.
   void print_finished(bool done);
 
@@ -486,10 +614,13 @@ class HTMLedWidget final : public QWidget {
   HTMLedWidget(platform::MessageLoop& loop, QWidget* parent, const Substitutes& substitutes);
   core::HTMLed& control() const;
   browser::DocumentView& document_view();
-  WebView& view();
+  WebView& view() const;
 
  private:
+  friend class HostBars;
   class Parts;
+  HostBars& host_bars() const;
+  platform::MessageLoop& message_loop() const;
   void begin(std::shared_ptr<Parts> parts);
   static void bury(std::shared_ptr<Parts> parts, QWidget* remains, int milliseconds);
   void focus_moved(QWidget* from, QWidget* to);

@@ -26,8 +26,8 @@ class HTMLedObserver {
   virtual void view_switched(bool /*in_code_view*/) {}
   /// A document has come with all that it brings.
   virtual void document_loaded() {}
-  /// What the user can do, or how the selection is formatted, may be something else now. Told often; who hears
-  /// of it asks later.
+  /// What the user can do, or how the selection is formatted, may be something else now. Told often; who
+  /// hears of it asks later.
   virtual void state_changed() {}
   /// A dialog has changed the document without a word to the container, whose mark stays as it is.
   virtual void document_changed() {}

@@ -231,6 +231,7 @@ void WebView::Private::came_up(const QString& text) {
     }
     if (report->ready && !page_stands_) {
       page_stands_ = true;
+      page_->setZoomFactor(zoom_);  // the engine keeps it by address, and forgets
       send_waiting();
       send_focus();
     }
@@ -371,7 +372,9 @@ void WebView::Private::answer_query(QInputMethodQueryEvent& query) const {
     if (asked & what) query.setValue(what, value);
   };
   set(Qt::ImEnabled, context_.enabled);
-  set(Qt::ImCursorRectangle, QRect(facts_.caret_left, facts_.caret_top, 1, facts_.caret_height));
+  const auto in_widget = [this](int length) { return qRound(length * zoom_); };
+  set(Qt::ImCursorRectangle,
+      QRect(in_widget(facts_.caret_left), in_widget(facts_.caret_top), 1, in_widget(facts_.caret_height)));
   set(Qt::ImSurroundingText, QString::fromStdU16String(context_.text));
   set(Qt::ImCursorPosition, context_.cursor);
   set(Qt::ImAnchorPosition, context_.anchor);
@@ -392,7 +395,7 @@ bool WebView::Private::filter_drop(QEvent* event) {
     drop->ignore();
     return true;
   }
-  const QPoint at = drop->position().toPoint();
+  const QPoint at = (drop->position() / zoom_).toPoint();
   drop->setDropAction(Qt::CopyAction);
   drop->accept();
   if (event->type() == QEvent::Drop) {
@@ -411,8 +414,8 @@ void WebView::Private::put_ticket(const QMouseEvent& mouse) {
   ticket.type = mouse.type() == QEvent::MouseButtonRelease ? browser::ViewTicket::Type::Release
                                                            : browser::ViewTicket::Type::Press;
   ticket.button = button_of(mouse.button());
-  ticket.x = qRound(mouse.position().x());
-  ticket.y = qRound(mouse.position().y());
+  ticket.x = qRound(mouse.position().x() / zoom_);
+  ticket.y = qRound(mouse.position().y() / zoom_);
   put(ticket);
 }
 
@@ -423,7 +426,7 @@ void WebView::Private::put_middle_press(const QMouseEvent& mouse) {
   if (!page_stands_ || !context_.enabled) return;
   platform::TransferData data = platform::fetch(*mouse_selection_);
   if (data.empty()) return;
-  const QPoint at = mouse.position().toPoint();
+  const QPoint at = (mouse.position() / zoom_).toPoint();
   put(browser::ViewDrop{at.x(), at.y(), std::move(data), browser::ViewDrop::Way::MiddlePress});
 }
 
@@ -521,8 +524,15 @@ void WebView::scroll_into_view(dom::NodeId element, bool at_top) {
 
 void WebView::set_covered(int top, int bottom) {
   CommandWriter out(d_->page_number_, "cover");
-  d_->send(out.add(std::int64_t(top)).add(std::int64_t(bottom)).finish());
+  d_->send(out.add(std::int64_t(top / d_->zoom_)).add(std::int64_t(bottom / d_->zoom_)).finish());
 }
+
+void WebView::set_zoom(double factor) {
+  d_->zoom_ = factor;
+  d_->page_->setZoomFactor(factor);
+}
+double WebView::zoom() const { return d_->zoom_; }
+QPoint WebView::in_widget(QPoint in_page) const { return in_page * d_->zoom_; }
 
 void WebView::print(bool with_dialog, std::function<void(bool)> done) {
   auto printer = std::make_shared<QPrinter>(QPrinter::HighResolution);

@@ -6,6 +6,7 @@
 #include "tvx/browser/view/view.h"
 #include "tvx/platform/message_loop.h"
 
+class QPoint;
 class QWidget;
 class QWebEnginePage;
 
@@ -45,6 +46,11 @@ class WebView final : public browser::View {
   /// How much of it something else covers, from its upper and its lower edge on: what is selected is scrolled
   /// into the rest.
   void set_covered(int top, int bottom);
+  /// How large the page is shown. What the page and the document tell each other is in the page's own pixels.
+  void set_zoom(double factor);
+  double zoom() const;
+  /// A position of the page in the widget's pixels.
+  QPoint in_widget(QPoint in_page) const;
 
  private:
   class Private;

@@ -61,6 +61,7 @@ class WebView::Private final : public QObject {
   ViewBridge* bridge_ = nullptr;
   std::function<void(browser::ViewMessage)> receive_;
   int page_number_ = 0;
+  double zoom_ = 1;
   browser::InputContext context_;
   Clipboard desktop_selection_{QClipboard::Selection};
   const platform::TransferSource* mouse_selection_ = &desktop_selection_;

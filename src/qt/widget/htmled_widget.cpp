@@ -32,6 +32,7 @@
 #include "tvx/qt/widget/early_keys.h"
 #include "tvx/qt/widget/first_caret.h"
 #include "tvx/qt/widget/frame.h"
+#include "tvx/qt/widget/host_bars.h"
 #include "tvx/qt/widget/panes.h"
 #include "tvx/qt/widget/substitutes.h"
 #include "tvx/qt/widget/widget_events.h"
@@ -96,6 +97,7 @@ class HTMLedWidget::Parts final : public platform::Container,
   }
 
   ~Parts() override {
+    host_bars_.reset();
     document_view_.show(nullptr);
     // While the control still lives, whose models they draw.
     delete toolbar1_;
@@ -113,6 +115,7 @@ class HTMLedWidget::Parts final : public platform::Container,
   void property_changed(std::u16string_view key) override {
     if (widget_) emit widget_->property_changed(to_qt(key));
     if (key == u"DocumentHTML" && first_caret_) first_caret_->set_later();
+    if (host_bars_) host_bars_->look_later();
   }
 
   // browser::BrowserWindow
@@ -196,6 +199,7 @@ class HTMLedWidget::Parts final : public platform::Container,
        [this](const QWidget& part) { return view_.widget() == &part || view_.widget()->isAncestorOf(&part); },
        [this] { return view_.input_widget(); }}};
   std::optional<Panes> panes_;
+  std::optional<HostBars> host_bars_;  // once somebody may listen
   QString print_file_;
 
  private:
@@ -227,7 +231,8 @@ class HTMLedWidget::Parts final : public platform::Container,
   /// Where a context menu appears: at the press that asked for it, or at the caret.
   QPoint place_of_last_event() {
     const browser::Event* event = control_->lastEvent();
-    return event ? view_.widget()->mapToGlobal(QPoint(event->client_x, event->client_y)) : QCursor::pos();
+    return event ? view_.widget()->mapToGlobal(view_.in_widget({event->client_x, event->client_y}))
+                 : QCursor::pos();
   }
 
   ToolbarFace* toolbar1_ = nullptr;
@@ -279,12 +284,14 @@ void HTMLedWidget::begin(std::shared_ptr<Parts> parts) {
   parts_ = std::move(parts);
   parts_->control_->UserControl_Initialize();
   parts_->control_->UserControl_ReadProperties(platform::EmptyStore());
+  parts_->host_bars_.emplace(*this);
   connect(qApp, &QApplication::focusChanged, this, &HTMLedWidget::focus_moved);
 }
 
 // A host may delete the widget within an event, with routines of the control still open around it. What they
 // stand on then goes when they have returned: the parts first, and the widgets that those use after them.
 HTMLedWidget::~HTMLedWidget() {
+  parts_->host_bars_.reset();
   disconnect(qApp, nullptr, this, nullptr);
   if (parts_->control_.use_count() == 1) return;
   // Routines that wait for a dialog wait for nothing now, the innermost first.
@@ -308,7 +315,9 @@ void HTMLedWidget::bury(std::shared_ptr<Parts> parts, QWidget* remains, int mill
 
 core::HTMLed& HTMLedWidget::control() const { return *parts_->control_; }
 browser::DocumentView& HTMLedWidget::document_view() { return parts_->document_view_; }
-WebView& HTMLedWidget::view() { return parts_->view_; }
+WebView& HTMLedWidget::view() const { return parts_->view_; }
+platform::MessageLoop& HTMLedWidget::message_loop() const { return parts_->loop_; }
+HostBars& HTMLedWidget::host_bars() const { return *parts_->host_bars_; }
 
 void HTMLedWidget::set_design_mode(bool on) { parts_->design_mode_ = on; }
 void HTMLedWidget::set_print_file(const QString& path) { parts_->print_file_ = path; }

@@ -1,0 +1,93 @@
+#include <QMetaEnum>
+#include <QPointer>
+#include <algorithm>
+#include <cmath>
+#include <memory>
+
+#include "tvx/browser/input/input_queue.h"
+#include "tvx/browser/view/document_view.h"
+#include "tvx/core/commands/selection_formats.h"
+#include "tvx/core/htmled.h"
+#include "tvx/htmled_widget.h"
+#include "tvx/platform/message_loop.h"
+#include "tvx/qt/support/strings.h"
+#include "tvx/qt/web/web_view.h"
+#include "tvx/qt/widget/host_bars.h"
+
+/// What the widget offers to programs that draw their own bars.
+namespace tvx::qt {
+namespace {
+
+/// A class that an element can have: rules for states and descendants stand in the sheet, too.
+bool is_plain(const std::u16string& name) {
+  return std::ranges::all_of(name, [](char16_t c) {
+    return c == u'-' || c == u'_' || c >= 0x80 || (c >= u'0' && c <= u'9') ||
+           ((c | 0x20) >= u'a' && (c | 0x20) <= u'z');
+  });
+}
+
+}  // namespace
+
+QAction* HTMLedWidget::action(Action which) { return host_bars().action(which); }
+
+QAction* HTMLedWidget::action(const QString& name) {
+  bool found = false;
+  const int value = QMetaEnum::fromType<Action>().keyToValue(name.toLatin1(), &found);
+  return found ? action(Action(value)) : nullptr;
+}
+
+HTMLedWidget::Format HTMLedWidget::format() const { return host_bars().format(); }
+
+void HTMLedWidget::set_paragraph_style(const QString& style) {
+  control().selection_formats().set_paragraph_style(from_qt(style));
+}
+void HTMLedWidget::set_font(const QString& family) {
+  control().selection_formats().set(u"FontName", from_qt(family));
+}
+void HTMLedWidget::set_font_size(int size) {
+  control().selection_formats().set(u"FontSize", from_qt(QString::number(size)));
+}
+void HTMLedWidget::set_text_colour(const QColor& colour) {
+  control().selection_formats().set(u"ForeColor", from_qt(colour.name()));
+}
+void HTMLedWidget::set_highlight(const QColor& colour) {
+  control().selection_formats().set(
+      u"HiliteColor", colour.isValid() ? from_qt(colour.name()) : std::u16string(u"transparent"));
+}
+
+QStringList HTMLedWidget::style_classes() const {
+  QStringList names;
+  for (const core::StyleClass& each : control().style_classes())
+    if (is_plain(each.name) && !names.contains(to_qt(each.name))) names << to_qt(each.name);
+  return names;
+}
+
+void HTMLedWidget::set_style_class(const QString& name) {
+  if (name.isEmpty()) return control().mnuMiscClass_Click(0);
+  for (const core::StyleClass& each : control().style_classes())
+    if (to_qt(each.name) == name) return control().mnuMiscClass_Click(each.index);
+}
+
+double HTMLedWidget::zoom() const { return view().zoom(); }
+
+void HTMLedWidget::set_zoom(double factor) {
+  factor = std::clamp(factor, 0.25, 5.0);
+  if (std::abs(factor - 1) < 0.02) factor = 1;
+  if (factor == zoom()) return;
+  view().set_zoom(factor);
+  emit zoomChanged(factor);
+}
+
+void HTMLedWidget::finish_input() {
+  constexpr std::int64_t longest = browser::InputQueue::patience + browser::InputQueue::deadline;
+  platform::MessageLoop& loop = message_loop();
+  const std::int64_t end = loop.now() + longest;
+  // A key that the view has got stands in its inbox for a turn of the loop, where nobody else sees it.
+  const auto read = std::make_shared<bool>(false);
+  loop.post([read] { *read = true; });
+  const QPointer<HTMLedWidget> alive(this);
+  while (alive && !*read && loop.now() < end) loop.pump(5);
+  while (alive && document_view().input_waits() && loop.now() < end) loop.pump(5);
+}
+
+}  // namespace tvx::qt
