@@ -67,10 +67,21 @@ QString server_address(const PublishAccount& account, bool with_port) {
 QString scheme_of(Protocol protocol) { return QLatin1String(row_of(protocol).scheme); }
 int usual_port(Protocol protocol) { return row_of(protocol).port; }
 
+Publishing::Publishing(std::shared_ptr<Keyring> keyring) : keyring_(std::move(keyring)) {}
+
 Publishing::Publishing(core::HTMLed& control, std::shared_ptr<Keyring> keyring)
-    : control_(control), keyring_(std::move(keyring)) {}
+    : Publishing(std::move(keyring)) {
+  controls_.push_back(&control);
+}
 
 Publishing::~Publishing() = default;
+
+void Publishing::serve(core::HTMLed& control) {
+  controls_.push_back(&control);
+  if (is_set_up()) hand_over(control);
+}
+
+void Publishing::leave_out(core::HTMLed& control) { std::erase(controls_, &control); }
 
 void Publishing::restore() {
   QSettings kept = settings();
@@ -85,7 +96,7 @@ void Publishing::restore() {
   account_.passive = kept.value(QStringLiteral("passive"), true).toBool();
   account_.upload_at_once = kept.value(QStringLiteral("upload_at_once"), false).toBool();
   if (!is_set_up()) return;
-  hand_over();
+  hand_over_to_all();
   look_password_up();
 }
 
@@ -102,22 +113,31 @@ void Publishing::set_account(const PublishAccount& account) {
   kept.setValue(QStringLiteral("address"), account.address);
   kept.setValue(QStringLiteral("passive"), account.passive);
   kept.setValue(QStringLiteral("upload_at_once"), account.upload_at_once);
-  hand_over();
+  hand_over_to_all();
   if (is_set_up()) store_password();
 }
 
-void Publishing::hand_over() {
+void Publishing::hand_over_to_all() const {
+  for (core::HTMLed* control : controls_) hand_over(*control);
+}
+
+void Publishing::take_password(const QString& password) {
+  account_.password = password;
+  for (core::HTMLed* control : controls_) control->set_FTPPassword(from_qt(password));
+}
+
+void Publishing::hand_over(core::HTMLed& control) const {
   // To those who connect FTPPort is a 16-bit number that may be negative; a higher one goes with the name.
   const bool fits = account_.port <= std::numeric_limits<std::int16_t>::max();
-  control_.set_FTPHost(account_.host.isEmpty() ? u"" : from_qt(server_address(account_, !fits)));
-  control_.set_FTPPort(fits ? account_.port : usual_port(account_.protocol));
-  control_.set_FTPUser(from_qt(account_.user));
-  control_.set_FTPPassword(from_qt(account_.password));
-  control_.set_FTPInitDir(from_qt(account_.folder));
-  control_.set_FTPSaveToURL(from_qt(account_.address));
-  control_.set_FTPPassive(account_.passive);
-  control_.set_FTPBlockSize(block_size);
-  control_.set_UploadImages(account_.upload_at_once && is_set_up());
+  control.set_FTPHost(account_.host.isEmpty() ? u"" : from_qt(server_address(account_, !fits)));
+  control.set_FTPPort(fits ? account_.port : usual_port(account_.protocol));
+  control.set_FTPUser(from_qt(account_.user));
+  control.set_FTPPassword(from_qt(account_.password));
+  control.set_FTPInitDir(from_qt(account_.folder));
+  control.set_FTPSaveToURL(from_qt(account_.address));
+  control.set_FTPPassive(account_.passive);
+  control.set_FTPBlockSize(block_size);
+  control.set_UploadImages(account_.upload_at_once && is_set_up());
 }
 
 // The desktop may ask the user for the keyring's password, and never answer: nobody waits for it, not even at
@@ -131,10 +151,7 @@ void Publishing::look_password_up() {
         qApp,
         [self, question, password = std::move(password)] {
           if (!self || self->question_ != question) return;
-          if (password) {
-            self->account_.password = QString::fromStdString(*password);
-            self->control_.set_FTPPassword(from_qt(self->account_.password));
-          }
+          if (password) self->take_password(QString::fromStdString(*password));
           emit self->password_settled(password.has_value());
         },
         Qt::QueuedConnection);

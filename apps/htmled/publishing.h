@@ -3,6 +3,7 @@
 #include <QObject>
 #include <QString>
 #include <memory>
+#include <vector>
 
 #include "htmled/keyring.h"
 
@@ -29,13 +30,18 @@ struct PublishAccount {
 };
 
 /// The account that the user publishes with: kept in the program's settings, its password in the desktop's
-/// keyring, or for this session where there is none; and handed to the editor.
+/// keyring, or for this session where there is none; and handed to the editors.
 class Publishing final : public QObject {
   Q_OBJECT
  public:
-  /// The control outlives this.
+  explicit Publishing(std::shared_ptr<Keyring> keyring = desktop_keyring());
+  /// For one control, which outlives this.
   explicit Publishing(core::HTMLed& control, std::shared_ptr<Keyring> keyring = desktop_keyring());
   ~Publishing() override;
+
+  /// Another control has the account from now on, until it is left out again.
+  void serve(core::HTMLed& control);
+  void leave_out(core::HTMLed& control);
 
   /// As it was kept. The password comes when the keyring has answered.
   void restore();
@@ -48,11 +54,13 @@ class Publishing final : public QObject {
   void password_settled(bool kept);
 
  private:
-  void hand_over();
+  void hand_over(core::HTMLed& control) const;
+  void hand_over_to_all() const;
+  void take_password(const QString& password);
   void look_password_up();
   void store_password();
 
-  core::HTMLed& control_;
+  std::vector<core::HTMLed*> controls_;
   const std::shared_ptr<Keyring> keyring_;
   PublishAccount account_;
   int question_ = 0;  // answers to older ones count no more

@@ -3,6 +3,8 @@
 #include <QMenu>
 #include <QSettings>
 
+#include "htmled/document/document_page.h"
+#include "htmled/tabs.h"
 #include "htmled/window.h"
 #include "tvx/core/htmled.h"
 #include "tvx/qt/support/strings.h"
@@ -39,12 +41,21 @@ QString own_name(const QString& tag) {
 
 }  // namespace
 
-void Window::make_spelling_menu() {
-  editor_->set_SpellingLanguage(settings().value(language_key).toString());
-  editor_->set_CheckSpellingAsYouType(settings().value(as_you_type_key, true).toBool());
+void Window::set_up_writing(qt::HTMLedWidget& editor) const {
+  editor.set_SpellingLanguage(settings().value(language_key).toString());
+  editor.set_CheckSpellingAsYouType(settings().value(as_you_type_key, true).toBool());
+  editor.set_AutoFormat(settings().value(auto_format_key, true).toBool());
   // "Add Word" of the dialog writes where "Add to dictionary" of the menu does.
   if (spelling::make_user_words())
-    editor_->set_CustomDictionaryFilename(QString::fromStdString(spelling::user_words_path()));
+    editor.set_CustomDictionaryFilename(QString::fromStdString(spelling::user_words_path()));
+}
+
+void Window::for_each_editor(const std::function<void(qt::HTMLedWidget&)>& act) const {
+  for (const DocumentPage* page : tabs_->pages())
+    if (page->editor()) act(*page->editor());
+}
+
+void Window::make_spelling_menu() {
   QMenu* tools = add_menu(nullptr, QT_TR_NOOP("&Tools"));
   add_item(tools, QT_TR_NOOP("&Spelling…"), QKeySequence(Qt::Key_F7), [this] { check_spelling(); });
   QAction* waves = tools->addAction(QString());
@@ -53,14 +64,13 @@ void Window::make_spelling_menu() {
   waves->setChecked(editor_->CheckSpellingAsYouType());
   connect(waves, &QAction::toggled, this, [this](bool on) {
     settings().setValue(as_you_type_key, on);
-    editor_->set_CheckSpellingAsYouType(on);
+    for_each_editor([on](qt::HTMLedWidget& editor) { editor.set_CheckSpellingAsYouType(on); });
   });
   add_auto_format(tools);
   add_spelling_languages(add_menu(tools, QT_TR_NOOP("Spelling &language")));
 }
 
 void Window::add_auto_format(QMenu* menu) {
-  editor_->set_AutoFormat(settings().value(auto_format_key, true).toBool());
   QAction* format = menu->addAction(QString());
   format->setObjectName(QStringLiteral("auto-format"));
   actions_.emplace_back(format, QT_TR_NOOP("&Format while typing"));
@@ -68,7 +78,7 @@ void Window::add_auto_format(QMenu* menu) {
   format->setChecked(editor_->AutoFormat());
   connect(format, &QAction::toggled, this, [this](bool on) {
     settings().setValue(auto_format_key, on);
-    editor_->set_AutoFormat(on);
+    for_each_editor([on](qt::HTMLedWidget& editor) { editor.set_AutoFormat(on); });
   });
 }
 
@@ -81,7 +91,7 @@ void Window::add_spelling_languages(QMenu* menu) {
     group->addAction(action);
     connect(action, &QAction::triggered, this, [this, tag] {
       settings().setValue(language_key, tag);
-      editor_->set_SpellingLanguage(tag);
+      for_each_editor([&tag](qt::HTMLedWidget& editor) { editor.set_SpellingLanguage(tag); });
     });
   };
   QAction* of_desktop = menu->addAction(QString());
@@ -101,10 +111,6 @@ void Window::add_spelling_languages(QMenu* menu) {
 void Window::check_spelling() {
   if (editor_->InCodeView()) editor_->control().show_Code();
   editor_->control().SpellCheck();
-}
-
-void Window::SpellCheckComplete(bool& cancelled) {
-  if (!cancelled) say(tr("All words are checked"), 4000);
 }
 
 }  // namespace tvx::htmled

@@ -1,28 +1,19 @@
 #pragma once
 
-#include <QElapsedTimer>
 #include <QKeySequence>
 #include <QMainWindow>
-#include <QTemporaryDir>
-#include <QTimer>
 #include <functional>
-#include <optional>
-#include <string>
 #include <utility>
 #include <vector>
 
 #include "htmled/languages.h"
 #include "htmled/publishing.h"
-#include "tvx/core/events.h"
-#include "tvx/core/observer.h"
-#include "tvx/files/document_file.h"
 #include "tvx/htmled_widget.h"
 #include "tvx/qt/widget/substitutes.h"
 
 class QAction;
 class QMenu;
 class QToolBar;
-class QStatusBar;
 class QToolButton;
 
 namespace tvx::platform {
@@ -31,11 +22,12 @@ class MessageLoop;
 
 namespace tvx::htmled {
 
+class DocumentPage;
 class FindBar;
-class RemoteContentBar;
+class Tabs;
 
-/// The editor's window: one document, one file.
-class Window final : public QMainWindow, private core::HTMLedEvents, private core::HTMLedObserver {
+/// The editor's window: documents, of which one is in front, and menus and a status bar that are about that.
+class Window final : public QMainWindow {
   Q_OBJECT
  public:
   /// The loop outlives the window.
@@ -45,11 +37,13 @@ class Window final : public QMainWindow, private core::HTMLedEvents, private cor
   /// Starts the editor and opens the file, or a new page if the name is empty. False, with the user told, if
   /// that file can't be read; a new page stands there then.
   bool start(const QString& path);
-  /// False, with the user told, if the file can't be read; the document then stays as it was.
+  /// Opens the file in place of the document in front. False, with the user told, if the file can't be read;
+  /// the document then stays as it was.
   bool open(const QString& path);
   /// Writes what saving would write into another file. The document stays that of its own file.
   bool save_copy(const QString& path);
 
+  /// Of the document in front.
   qt::HTMLedWidget& editor() { return *editor_; }
 
   const Languages& languages() const { return languages_; }
@@ -58,25 +52,23 @@ class Window final : public QMainWindow, private core::HTMLedEvents, private cor
   /// Uploads the document's local images. Without an account the user is asked for one first.
   void upload_images();
 
-  /// All words of the window, of its dialogs and of the editor are those of that language from now on.
+  /// All words of the window, of its dialogs and of the editors are those of that language from now on.
   void speak(const Language& language);
 
+ signals:
+  /// Another document is in front: editor() is its editor.
+  void editor_changed();
+
  private:
-  // core::HTMLedEvents
-  void Error(std::int32_t& number, std::u16string& text) override;
-  void BeginImageUpload() override;
-  void FTPSuccess(std::int32_t& id, std::u16string& text) override;
-  void FTPError(std::int32_t& number, std::u16string& text) override;
-  void BeforeNavigate(std::u16string& url, std::u16string& frame, bool& cancel) override;
-  void MenuClick(std::u16string& item, bool& cancel) override;
-  void SpellCheckComplete(bool& cancelled) override;
-
-  // core::HTMLedObserver
-  void view_switched(bool in_code_view) override;
-  void document_changed() override;
-
   void closeEvent(QCloseEvent* event) override;
 
+  DocumentPage& add_page();
+  /// What all editors of the program have in common: language, spelling, account.
+  void set_up_editor(qt::HTMLedWidget& editor);
+  void set_up_writing(qt::HTMLedWidget& editor) const;
+  void for_each_editor(const std::function<void(qt::HTMLedWidget&)>& act) const;
+  void show_front();
+  void make_status_bar();
   void make_menus();
   QMenu* add_menu(QMenu* above, const char* text);
   void add_item(QMenu* menu, const char* text, const QKeySequence& keys, std::function<void()> act);
@@ -97,63 +89,25 @@ class Window final : public QMainWindow, private core::HTMLedEvents, private cor
   void show_local_images();
   void new_document();
   void ask_and_open();
-  /// Back to what the file holds, if the user says so.
-  void ask_and_revert();
-  /// What was typed before this belongs to what comes now, be it saving or undoing: waits until the editor
-  /// has dealt with it.
+  /// What was typed before this belongs to what comes now: waits until the editor has dealt with it.
   void finish_typing();
-  bool save();
-  bool save_as();
-  bool save_to(const QString& path);
-  /// Whether to go on: nothing has been changed, or the user saved it or let it go.
-  bool may_leave_document();
-  /// Whether to write over what another program has put in the file meanwhile.
-  bool may_overwrite();
-  bool load(files::DocumentFile file);
-  bool load_document(files::DocumentFile file);
-  /// Calls `act` with the document as it is to be saved; false, with the user told, if that fails.
-  bool with_document(const std::function<void(const dom::Document&)>& act);
-
-  /// Asks in a line above the page where it wants something from the web and the user hasn't said yet.
-  void look_for_remote_content();
-  void answer_remote_content(bool load);
-
-  /// The document is now what its file holds.
-  void set_unmodified();
-  /// Whether it still is: after undoing everything it is again.
-  void look_whether_modified();
-  /// When the turn is over.
-  void look_later();
-  void set_modified(bool modified);
   void show_title();
+  /// A failure: the user goes on, and a run with nobody there doesn't stop.
   void tell(const QString& text);
-  /// In the window's own line, which is there only while it says something.
+  /// In the window's own line.
   void say(const QString& text, int milliseconds = 0);
-  QStatusBar& bottom_line();
-  void show_bottom_line();
 
   platform::MessageLoop& loop_;
   Languages languages_;
-  QTemporaryDir drafts_;
-  qt::HTMLedWidget* editor_;
+  const qt::Substitutes substitutes_;
   Publishing publishing_;
-  QToolButton* local_images_ = nullptr;  // how many there are, in the status bar; made for the first one
-  QTimer count_images_;
-  QString transfer_failure_;  // the first one's text, of what is under way
   FindBar* find_bar_;
   QToolBar* find_strip_;  // holds it below the page
-  RemoteContentBar* remote_content_;
-  QToolBar* remote_content_strip_;                         // holds it above the page
+  Tabs* tabs_;
+  DocumentPage* front_ = nullptr;
+  qt::HTMLedWidget* editor_ = nullptr;                     // of the page in front
+  QToolButton* local_images_ = nullptr;                    // how many there are
   std::vector<std::pair<QAction*, const char*>> actions_;  // with their English words
-  files::DocumentFile file_;
-  bool modified_ = false;
-  bool loading_ = false;
-  bool remote_content_left_ = false;  // of this document, as the user said
-  QElapsedTimer picture_uploaded_;    // since the last one, in a page that wanted nothing from the web
-  bool look_awaited_ = false;
-  std::string unmodified_bytes_;      // what saving would have written then
-  std::size_t unmodified_depth_ = 0;  // of the undo journal
-  std::optional<std::size_t> looked_at_depth_;
 };
 
 }  // namespace tvx::htmled

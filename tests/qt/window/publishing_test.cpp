@@ -168,11 +168,12 @@ TEST_F(PublishSettings, TheStatusBarCountsLocalImages) {
   window.show();
   window.start({});
   const auto button = [&] { return window.findChild<QToolButton*>(QStringLiteral("local_images")); };
-  EXPECT_EQ(button(), nullptr);
+  ASSERT_NE(button(), nullptr);
+  EXPECT_FALSE(button()->isVisible());
   QFile picture(settings_.filePath(QStringLiteral("a.gif")));
   ASSERT_TRUE(picture.open(QIODevice::WriteOnly));
   window.editor().control().Insert_Image_NoFTP(qt::from_qt(picture.fileName()));
-  EXPECT_TRUE(comes_true([&] { return button() && button()->isVisible(); }));
+  EXPECT_TRUE(comes_true([&] { return button()->isVisible(); }));
   EXPECT_EQ(button()->text(), QStringLiteral("Local images: 1"));
   window.editor().control().undo_document();
   EXPECT_TRUE(comes_true([&] { return !button()->isVisible(); }));

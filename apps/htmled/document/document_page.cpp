@@ -1,0 +1,363 @@
+#include "htmled/document/document_page.h"
+
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QMessageBox>
+#include <QPointer>
+#include <QScopedValueRollback>
+#include <QVBoxLayout>
+#include <utility>
+
+#include "htmled/document/failure_words.h"
+#include "htmled/document/file_filters.h"
+#include "htmled/document/modified_mark.h"
+#include "htmled/drafts.h"
+#include "htmled/remote_content_bar.h"
+#include "tvx/base/error.h"
+#include "tvx/base/text_file.h"
+#include "tvx/browser/html_document.h"
+#include "tvx/browser/input/input_queue.h"
+#include "tvx/browser/loading/page_source.h"
+#include "tvx/browser/view/document_view.h"
+#include "tvx/core/htmled.h"
+#include "tvx/htmled_widget.h"
+#include "tvx/qt/support/strings.h"
+
+namespace tvx::htmled {
+namespace {
+
+using qt::from_qt;
+using qt::to_qt;
+
+constexpr int message_milliseconds = 10'000;
+
+}  // namespace
+
+DocumentPage::DocumentPage(platform::MessageLoop& loop, const qt::Substitutes& substitutes, QWidget* parent)
+    : QWidget(parent), loop_(loop), substitutes_(substitutes), remote_content_(new RemoteContentBar(this)) {
+  auto* layout = new QVBoxLayout(this);
+  layout->setContentsMargins({});
+  layout->setSpacing(0);
+  layout->addWidget(remote_content_);
+  remote_content_->hide();
+  connect(remote_content_, &RemoteContentBar::answered, this, &DocumentPage::answer_remote_content);
+  constexpr int pause_of_typing = 300;
+  count_images_.setSingleShot(true);
+  count_images_.setInterval(pause_of_typing);
+  connect(&count_images_, &QTimer::timeout, this, &DocumentPage::count_images);
+}
+
+DocumentPage::~DocumentPage() {
+  if (!editor_) return;
+  editor_->disconnect(this);
+  editor_->control().set_events(nullptr);
+  editor_->control().remove_observer(*this);
+}
+
+void DocumentPage::make_editor() {
+  if (editor_) return;
+  editor_ = new qt::HTMLedWidget(loop_, this, substitutes_);
+  if (isVisible()) editor_->hide();  // or the layout would show it in a turn of its own
+  layout()->addWidget(editor_);
+  setFocusProxy(editor_);
+  editor_->set_RemoteContent(core::remote_content_ask);
+  hear_editor();
+}
+
+void DocumentPage::hear_editor() {
+  mark_ = std::make_unique<ModifiedMark>(editor_->control(), file_);
+  connect(mark_.get(), &ModifiedMark::changed, this, &DocumentPage::title_changed);
+  connect(editor_, &qt::HTMLedWidget::property_changed, this, [this](const QString& key) {
+    if (key == QStringLiteral("RemoteContentWithheld")) look_for_remote_content();
+    if (key != QStringLiteral("DocumentHTML")) return;
+    look_later();
+    count_images_.start();
+  });
+  editor_->control().set_events(this);
+  editor_->control().add_observer(*this);
+}
+
+// The loop runs meanwhile, in which the page may have been closed.
+void DocumentPage::start() {
+  const QPointer<DocumentPage> alive(this);
+  make_editor();
+  {
+    const QScopedValueRollback<bool> loading(loading_, true);
+    editor_->show();
+    editor_->start();
+    if (!alive) return;
+  }
+  if (!pending_) return;
+  files::DocumentFile file = *std::exchange(pending_, std::nullopt);
+  try {
+    if (file.changed_on_disk()) file = files::DocumentFile::open(file.path());
+    load(std::move(file));
+  } catch (const RuntimeError& error) {
+    emit told(words_of(error));
+  }
+}
+
+// --- opening ---
+
+bool DocumentPage::open(const QString& path) {
+  try {
+    return load(files::DocumentFile::open(from_qt(QFileInfo(path).absoluteFilePath())));
+  } catch (const RuntimeError& error) {
+    emit told(words_of(error));
+    return false;
+  }
+}
+
+bool DocumentPage::open_later(const QString& path) {
+  try {
+    pending_ = files::DocumentFile::open(from_qt(QFileInfo(path).absoluteFilePath()));
+    emit title_changed();
+    return true;
+  } catch (const RuntimeError& error) {
+    emit told(words_of(error));
+    return false;
+  }
+}
+
+void DocumentPage::open_new() {
+  if (!drafts_) drafts_.emplace(drafts_template());
+  try {
+    load(files::DocumentFile::untitled(from_qt(drafts_->filePath(QStringLiteral("untitled.html")))));
+  } catch (const RuntimeError& error) {
+    emit told(words_of(error));
+  }
+}
+
+bool DocumentPage::load(files::DocumentFile file) {
+  if (!load_document(std::move(file))) return false;
+  look_for_remote_content();
+  return true;
+}
+
+bool DocumentPage::load_document(files::DocumentFile file) {
+  const QScopedValueRollback<bool> loading(loading_, true);
+  core::HTMLed& control = editor_->control();
+  if (control.InCodeView()) control.show_Code();
+  // The control writes both into what it opens: they are the file's own then.
+  control.set_DocumentTitle(file.title());
+  control.set_BaseURL(file.base_url());
+  std::u16string source = file.source();
+  control.Open_document(source, true);
+  // What stays in the window must never be saved over the file that couldn't be loaded.
+  const auto document = control.DOM();
+  if (!document || document->url() != browser::document_address(file.source())) {
+    emit told(tr("Can't open %1").arg(to_qt(file.source())));
+    return false;
+  }
+  file.keep_head(document->tree());
+  file_ = std::move(file);
+  mark_->clear();
+  count_images();
+  remote_content_left_ = false;
+  picture_uploaded_.invalidate();
+  remote_content_->hide();
+  if (isVisible()) editor_->setFocus(Qt::OtherFocusReason);
+  emit said(file_.faithful()
+                ? QString()
+                : tr("Some bytes of this file mean nothing in %1. An edited page is saved without them.")
+                      .arg(QString::fromStdString(file_.form().charset)),
+            0);
+  return true;
+}
+
+// The window's own: what the control was given is not what the file holds.
+void DocumentPage::MenuClick(std::u16string& item, bool& cancel) {
+  if (item != u"ContextMISCRevert") return;
+  cancel = true;
+  QTimer::singleShot(0, this, &DocumentPage::ask_and_revert);  // when the menu has gone
+}
+
+void DocumentPage::ask_and_revert() {
+  const auto answer =
+      QMessageBox::question(this, QStringLiteral("HTMLed"),
+                            tr("Discard all changes and go back to the document as it was last saved?"),
+                            QMessageBox::Discard | QMessageBox::Cancel, QMessageBox::Cancel);
+  if (answer != QMessageBox::Discard) return;
+  path().isEmpty() ? open_new() : void(open(path()));
+}
+
+// --- saving ---
+
+void DocumentPage::finish_typing() {
+  if (!editor_) return;
+  constexpr std::int64_t longest = browser::InputQueue::patience + browser::InputQueue::deadline;
+  const std::int64_t end = loop_.now() + longest;
+  const QPointer<DocumentPage> alive(this);
+  // A key that the view has got stands in its inbox for a turn of the loop, where nobody else sees it.
+  const auto read = std::make_shared<bool>(false);
+  loop_.post([read] { *read = true; });
+  while (!*read && loop_.now() < end) loop_.pump(5);
+  while (alive && editor_->document_view().input_waits() && loop_.now() < end) loop_.pump(5);
+}
+
+bool DocumentPage::with_document(const std::function<void(const dom::Document&)>& act) {
+  finish_typing();
+  core::HTMLed& control = editor_->control();
+  const bool in_code_view = control.InCodeView();
+  if (in_code_view) control.show_Code();
+  control.UserControl_ExitFocus();  // the border of the selected element is no part of the document
+  bool done = false;
+  try {
+    if (const auto document = control.DOM()) {
+      act(document->tree());
+      done = true;
+    }
+  } catch (const RuntimeError& error) {
+    emit told(words_of(error));
+  }
+  if (in_code_view) control.show_Code();
+  return done;
+}
+
+bool DocumentPage::save() {
+  if (path().isEmpty()) return save_as();
+  return may_overwrite() && save_to(path());
+}
+
+bool DocumentPage::save_as() {
+  QFileDialog dialog(this, tr("Save As"), path(), file_filters());
+  dialog.setAcceptMode(QFileDialog::AcceptSave);
+  dialog.setDefaultSuffix(QStringLiteral("html"));
+  return dialog.exec() == QDialog::Accepted && save_to(dialog.selectedFiles().constFirst());
+}
+
+bool DocumentPage::save_to(const QString& path) {
+  const std::u16string target = from_qt(QFileInfo(path).absoluteFilePath());
+  if (!with_document([&](const dom::Document& document) { file_.save(document, target); })) return false;
+  mark_->clear();
+  emit said(tr("Saved %1").arg(to_qt(target)), message_milliseconds);
+  return true;
+}
+
+bool DocumentPage::save_copy(const QString& path) {
+  return with_document([&](const dom::Document& document) {
+    save_atomically(from_qt(QFileInfo(path).absoluteFilePath()), file_.bytes_of(document));
+  });
+}
+
+// --- publishing ---
+
+void DocumentPage::upload_images() {
+  core::HTMLed& control = editor_->control();
+  const int before = control.CountLocalImages();
+  transfer_failure_.clear();
+  const QPointer<DocumentPage> alive(this);
+  const int uploaded = control.UploadAllImages();
+  // The loop has run meanwhile, in which the page may have been closed.
+  if (!alive) return;
+  look_later();
+  count_images();
+  QString result = tr("Uploaded %1 of %2 images").arg(uploaded).arg(before);
+  if (uploaded < before && !transfer_failure_.isEmpty()) result += QStringLiteral(": ") + transfer_failure_;
+  emit told(result);
+}
+
+void DocumentPage::count_images() {
+  local_images_ = editor_->control().CountLocalImages();
+  emit local_images_counted();
+}
+
+// A page that was fetched from the web has told its server already; files haven't.
+void DocumentPage::look_for_remote_content() {
+  if (loading_) return;
+  /// After an upload the page wants the picture from its new place so soon, on a busy machine too.
+  constexpr qint64 uploaded_milliseconds = 10'000;
+  const bool withheld = editor_->RemoteContentWithheld();
+  const auto answer = remote_content::remembered(path());
+  // The pictures that the user has just put on the web himself: nobody needs to be asked.
+  const bool own = picture_uploaded_.isValid() && !picture_uploaded_.hasExpired(uploaded_milliseconds);
+  if (withheld && answer.value_or(own)) {
+    picture_uploaded_.invalidate();
+    return editor_->ShowRemoteContent();
+  }
+  remote_content_->setVisible(withheld && !answer && !remote_content_left_);
+}
+
+void DocumentPage::answer_remote_content(bool load) {
+  remote_content::remember(path(), load);
+  remote_content_left_ = !load;
+  remote_content_->hide();
+  if (load) editor_->ShowRemoteContent();
+  editor_->setFocus(Qt::OtherFocusReason);
+}
+
+// --- asking ---
+
+bool DocumentPage::may_leave() {
+  if (!editor_) return true;
+  finish_typing();
+  mark_->look_now_if_awaited();
+  if (!is_modified()) return true;
+  const auto answer = QMessageBox::question(
+      this, QStringLiteral("HTMLed"), tr("The document has been changed. Save the changes?"),
+      QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, QMessageBox::Save);
+  return answer == QMessageBox::Save ? save() : answer == QMessageBox::Discard;
+}
+
+bool DocumentPage::may_overwrite() {
+  if (!file_.changed_on_disk()) return true;
+  const auto answer = QMessageBox::warning(
+      this, QStringLiteral("HTMLed"),
+      tr("Another program has changed the file since you opened it. Write over its changes?"),
+      QMessageBox::Yes | QMessageBox::Cancel, QMessageBox::Cancel);
+  return answer == QMessageBox::Yes;
+}
+
+// --- how it stands ---
+
+QString DocumentPage::path() const { return to_qt(pending_ ? pending_->path() : file_.path()); }
+QString DocumentPage::name() const {
+  return path().isEmpty() ? tr("Untitled") : QFileInfo(path()).fileName();
+}
+bool DocumentPage::is_modified() const { return mark_ && mark_->is_set(); }
+void DocumentPage::show_words() { remote_content_->show_words(); }
+
+void DocumentPage::look_later() {
+  if (!loading_) mark_->look_later();
+}
+
+// What was typed in the code, and taken back there by hand, is told of as a change and no more.
+void DocumentPage::view_switched(bool) { look_later(); }
+
+void DocumentPage::document_changed() { look_later(); }
+
+// --- what the control tells ---
+
+void DocumentPage::Error(std::int32_t&, std::u16string& text) { emit told(to_qt(text)); }
+
+void DocumentPage::BeginImageUpload() { transfer_failure_.clear(); }
+
+void DocumentPage::FTPSuccess(std::int32_t& id, std::u16string&) {
+  constexpr std::int32_t file_uploaded = 102;
+  if (id == file_uploaded && !editor_->RemoteContentWithheld()) picture_uploaded_.start();
+}
+
+// What couldn't be done with a picture is told after the reason, which helps the user more.
+void DocumentPage::FTPError(std::int32_t& number, std::u16string& text) {
+  constexpr std::int32_t no_connection = 11, no_upload = 12;
+  const QString words = to_qt(text);
+  if (number == no_connection || number == no_upload) {
+    const QString reason = std::exchange(transfer_failure_, {});
+    emit told(reason.isEmpty() ? words : words + QStringLiteral(" (%1)").arg(reason));
+    return;
+  }
+  if (transfer_failure_.isEmpty()) transfer_failure_ = words;
+  emit told(words);
+}
+
+// A link is there to be edited. The user sees where it leads.
+void DocumentPage::BeforeNavigate(std::u16string& url, std::u16string&, bool& cancel) {
+  cancel = true;
+  emit said(to_qt(url), message_milliseconds);
+}
+
+void DocumentPage::SpellCheckComplete(bool& cancelled) {
+  if (!cancelled) emit said(tr("All words are checked"), 4000);
+}
+
+}  // namespace tvx::htmled

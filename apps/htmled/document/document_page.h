@@ -1,0 +1,131 @@
+#pragma once
+
+#include <QElapsedTimer>
+#include <QString>
+#include <QTemporaryDir>
+#include <QTimer>
+#include <QWidget>
+#include <functional>
+#include <memory>
+#include <optional>
+
+#include "tvx/core/events.h"
+#include "tvx/core/observer.h"
+#include "tvx/files/document_file.h"
+#include "tvx/qt/widget/substitutes.h"
+
+namespace tvx::platform {
+class MessageLoop;
+}
+namespace tvx::qt {
+class HTMLedWidget;
+}
+
+namespace tvx::htmled {
+
+class ModifiedMark;
+class RemoteContentBar;
+
+/// One document of a window: its editor, its file, and what is asked and told about them. A page that nobody
+/// has seen yet has no editor: an engine's view costs time and memory.
+class DocumentPage final : public QWidget, private core::HTMLedEvents, private core::HTMLedObserver {
+  Q_OBJECT
+ public:
+  /// The loop and those who take the desktop's place outlive the page.
+  DocumentPage(platform::MessageLoop& loop, const qt::Substitutes& substitutes, QWidget* parent = nullptr);
+  ~DocumentPage() override;
+
+  /// Null before make_editor().
+  qt::HTMLedWidget* editor() const { return editor_; }
+  /// Makes the editor unless there is one. In a page that is seen it is shown by start().
+  void make_editor();
+  /// Starts the editor, and opens what open_later() was given.
+  void start();
+
+  // --- the file ---
+  /// False, with the user told, if the file can't be read; the document then stays as it was.
+  bool open(const QString& path);
+  /// The file is read now and shown by start(). False, with the user told, if it can't be read.
+  bool open_later(const QString& path);
+  void open_new();
+  bool save();
+  bool save_as();
+  /// Writes what saving would write into another file. The document stays that of its own file.
+  bool save_copy(const QString& path);
+  /// Back to what the file holds, if the user says so.
+  void ask_and_revert();
+  /// Whether to go on: nothing has been changed, or the user saved it or let it go.
+  bool may_leave();
+  /// Uploads the document's local images; there is an account.
+  void upload_images();
+
+  // --- how it stands ---
+  /// Of the file; empty: it is in no file yet.
+  QString path() const;
+  /// The file's name as the user knows it.
+  QString name() const;
+  bool is_modified() const;
+  /// A new page in which nothing has been done yet.
+  bool is_untouched() const { return path().isEmpty() && !is_modified() && !pending_; }
+  int local_images() const { return local_images_; }
+
+  /// What was typed before this belongs to what comes now, be it saving or undoing: waits until the editor
+  /// has dealt with it.
+  void finish_typing();
+  /// Another language may be spoken by now.
+  void show_words();
+
+ signals:
+  /// Name, file or mark are others.
+  void title_changed();
+  /// For the window's line; for good, where the time is 0.
+  void said(const QString& text, int milliseconds);
+  /// A failure, for the window's line.
+  void told(const QString& text);
+  void local_images_counted();
+
+ private:
+  // core::HTMLedEvents
+  void Error(std::int32_t& number, std::u16string& text) override;
+  void BeginImageUpload() override;
+  void FTPSuccess(std::int32_t& id, std::u16string& text) override;
+  void FTPError(std::int32_t& number, std::u16string& text) override;
+  void BeforeNavigate(std::u16string& url, std::u16string& frame, bool& cancel) override;
+  void MenuClick(std::u16string& item, bool& cancel) override;
+  void SpellCheckComplete(bool& cancelled) override;
+
+  // core::HTMLedObserver
+  void view_switched(bool in_code_view) override;
+  void document_changed() override;
+
+  void hear_editor();
+  bool load(files::DocumentFile file);
+  bool load_document(files::DocumentFile file);
+  bool save_to(const QString& path);
+  /// Whether to write over what another program has put in the file meanwhile.
+  bool may_overwrite();
+  /// Calls `act` with the document as it is to be saved; false, with the user told, if that fails.
+  bool with_document(const std::function<void(const dom::Document&)>& act);
+  void look_later();
+  void count_images();
+  /// Asks in a line above the page where it wants something from the web and the user hasn't said yet.
+  void look_for_remote_content();
+  void answer_remote_content(bool load);
+
+  platform::MessageLoop& loop_;
+  const qt::Substitutes substitutes_;
+  std::optional<QTemporaryDir> drafts_;  // made for a page without a file
+  RemoteContentBar* remote_content_;
+  qt::HTMLedWidget* editor_ = nullptr;
+  files::DocumentFile file_;
+  std::optional<files::DocumentFile> pending_;  // read, and shown at the start
+  std::unique_ptr<ModifiedMark> mark_;
+  QTimer count_images_;
+  int local_images_ = 0;
+  QString transfer_failure_;  // the first one's text, of what is under way
+  bool loading_ = false;
+  bool remote_content_left_ = false;  // of this document, as the user said
+  QElapsedTimer picture_uploaded_;    // since the last one, in a page that wanted nothing from the web
+};
+
+}  // namespace tvx::htmled
