@@ -4,14 +4,26 @@
 #include <algorithm>
 #include <initializer_list>
 #include <iostream>
+#include <optional>
 #include <string_view>
 
 #include "htmled/automation.h"
+#include "htmled/start/running_instance.h"
 #include "htmled/window.h"
 #include "tvx/qt/support/message_loop.h"
 #include "tvx/web_engine.h"
 
 namespace {
+
+/// The files to open where nothing but files is asked for; null where anything else is.
+std::optional<QStringList> files_alone(int argc, char** argv) {
+  QStringList files;
+  for (int i = 1; i < argc; ++i) {
+    if (argv[i][0] == '-') return std::nullopt;
+    files.append(QString::fromLocal8Bit(argv[i]));
+  }
+  return files;
+}
 
 /// Whether the program was started with one of these options.
 bool has_option(int argc, char** argv, std::initializer_list<std::string_view> options) {
@@ -26,6 +38,13 @@ const QCommandLineOption& automation_option() {
       QStringLiteral(
           "Takes requests from a program on standard input and answers on standard output: JSON-RPC, "
           "one message a line (docs/automation.md)."));
+  return option;
+}
+
+const QCommandLineOption& new_window_option() {
+  static const QCommandLineOption option(
+      QStringLiteral("new-window"),
+      QStringLiteral("Opens a window of its own, also where the program is running already."));
   return option;
 }
 
@@ -47,9 +66,11 @@ void set_up(QCommandLineParser& parser) {
   parser.setApplicationDescription(QStringLiteral("A visual editor for HTML documents."));
   parser.addHelpOption();
   parser.addVersionOption();
-  parser.addPositionalArgument(QStringLiteral("FILE"), QStringLiteral("The document to open."),
-                               QStringLiteral("[FILE]"));
-  parser.addOptions({language_option(), automation_option()});
+  parser.addPositionalArgument(QStringLiteral("FILE"),
+                               QStringLiteral("The documents to open, each in a tab. A program that is "
+                                              "running already opens them."),
+                               QStringLiteral("[FILE...]"));
+  parser.addOptions({language_option(), new_window_option(), automation_option()});
 }
 
 /// False, with the user told, if there is no such language.
@@ -74,18 +95,27 @@ int main(int argc, char** argv) {
     const QCoreApplication application(argc, argv);
     parser.process(application);
   }
+  if (const auto files = files_alone(argc, argv); files && tvx::htmled::hand_to_running_instance(*files))
+    return 0;
   tvx::qt::prepare_web_engine();
   QApplication application(argc, argv);
   parser.process(application);
   QApplication::setWindowIcon(QIcon(QStringLiteral(":/htmled/icon.svg")));
 
   tvx::qt::MessageLoop loop;
-  const QString file = parser.positionalArguments().value(0);
-  if (parser.isSet(automation_option())) return tvx::htmled::run_automation(loop, file);
+  const QStringList files = parser.positionalArguments();
+  if (parser.isSet(automation_option())) return tvx::htmled::run_automation(loop, files.value(0));
   tvx::htmled::Window window(loop);
   if (!choose_language(window, parser)) return 2;
   window.publishing().restore();
+  window.remember_appearance();
   window.show();
-  window.start(file);
+  window.start_with(files);
+  const tvx::htmled::RunningInstance instance;
+  QObject::connect(&instance, &tvx::htmled::RunningInstance::started_again, &window,
+                   [&window](const QStringList& more) {
+                     window.come_to_front();
+                     window.open_all(more);
+                   });
   return QApplication::exec();
 }

@@ -38,8 +38,8 @@ std::vector<DocumentPage*> Tabs::pages() const {
   return all;
 }
 
-void Tabs::add(DocumentPage& page) {
-  insertTab(currentIndex() + 1, &page, QString());
+void Tabs::add(DocumentPage& page, int index) {
+  insertTab(index, &page, QString());
   connect(&page, &DocumentPage::title_changed, this, &Tabs::show_names);
   show_names();
 }

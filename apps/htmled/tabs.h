@@ -19,7 +19,8 @@ class Tabs final : public QTabWidget {
   /// In the order of the bar.
   std::vector<DocumentPage*> pages() const;
   /// After the one in front.
-  void add(DocumentPage& page);
+  void add(DocumentPage& page) { add(page, currentIndex() + 1); }
+  void append(DocumentPage& page) { add(page, count()); }
   void bring_to_front(DocumentPage& page);
   /// The next one, or the one before, round about.
   void step(int direction);
@@ -34,6 +35,9 @@ class Tabs final : public QTabWidget {
   bool eventFilter(QObject* watched, QEvent* event) override;
   void tabInserted(int index) override;
   void tabRemoved(int index) override;
+
+ private:
+  void add(DocumentPage& page, int index);
 };
 
 }  // namespace tvx::htmled

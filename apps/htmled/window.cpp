@@ -2,21 +2,20 @@
 
 #include <QAction>
 #include <QActionGroup>
-#include <QCloseEvent>
-#include <QFileDialog>
 #include <QMenu>
 #include <QMenuBar>
 #include <QStatusBar>
+#include <QTimer>
 #include <QToolBar>
 #include <QToolButton>
 #include <iostream>
 #include <utility>
 
 #include "htmled/document/document_page.h"
-#include "htmled/document/file_filters.h"
 #include "htmled/drafts.h"
 #include "htmled/find_bar.h"
 #include "htmled/publish_dialog.h"
+#include "htmled/recent_files.h"
 #include "htmled/tabs.h"
 #include "tvx/core/htmled.h"
 #include "tvx/htmled_widget.h"
@@ -25,15 +24,18 @@
 namespace tvx::htmled {
 
 Window::Window(platform::MessageLoop& loop, const qt::Substitutes& substitutes)
-    : loop_(loop), substitutes_(substitutes), tabs_(new Tabs(this)) {
+    : loop_(loop), substitutes_(substitutes), tabs_(new Tabs(this)), recent_files_(new RecentFiles(this)) {
   sweep_drafts();
   resize(1000, 720);
   setCentralWidget(tabs_);
   connect(tabs_, &Tabs::front_changed, this, &Window::show_front);
+  connect(tabs_, &Tabs::close_asked, this, [this](DocumentPage* page) { close_page(*page); });
+  connect(recent_files_, &RecentFiles::chosen, this, &Window::open_in_tab);
   make_status_bar();
   make_find_bar();
-  add_page();
+  tabs_->add(*new_page());
   make_menus();
+  take_drops();
   show_words();
 }
 
@@ -45,25 +47,31 @@ Window::~Window() {
 
 // --- pages ---
 
-DocumentPage& Window::add_page() {
+DocumentPage* Window::new_page() {
   auto* page = new DocumentPage(loop_, substitutes_);
-  connect(page, &DocumentPage::title_changed, this, &Window::show_title);
+  connect(page, &DocumentPage::title_changed, this, [this, page] {
+    if (page == front_) show_title();
+  });
   connect(page, &DocumentPage::said, this, &Window::say);
   connect(page, &DocumentPage::told, this, &Window::tell);
+  connect(page, &DocumentPage::filed, this, [](const QString& path) { RecentFiles::add(path); });
   connect(page, &DocumentPage::local_images_counted, this, &Window::show_local_images);
-  tabs_->add(*page);
-  return *page;
+  return page;
 }
 
+// The first page is started by whoever starts the window.
 void Window::show_front() {
   front_ = tabs_->front();
   if (!front_) return;
   if (!front_->editor()) {
+    const bool first = !editor_;
     front_->make_editor();
     set_up_editor(*front_->editor());
+    if (!first) QTimer::singleShot(0, front_, &DocumentPage::begin);
   }
   editor_ = front_->editor();
   find_bar_->set_editor(editor_, [this] { finish_typing(); });
+  if (editor_->started()) editor_->setFocus(Qt::OtherFocusReason);
   show_title();
   show_local_images();
   emit editor_changed();
@@ -83,6 +91,12 @@ void Window::make_menus() {
   QMenu* file = add_menu(nullptr, QT_TR_NOOP("&File"));
   add_item(file, QT_TR_NOOP("&New"), QKeySequence::New, [this] { new_document(); });
   add_item(file, QT_TR_NOOP("&Open…"), QKeySequence::Open, [this] { ask_and_open(); });
+  QMenu* recent = add_menu(file, QT_TR_NOOP("Open &Recent"));
+  recent->setObjectName(QStringLiteral("recent"));
+  recent_files_->fill(*recent);
+  reopen_ = add_item(file, QT_TR_NOOP("Reopen Closed &Document"),
+                     QKeySequence(QStringLiteral("Ctrl+Shift+T")), [this] { reopen_closed(); });
+  show_closed();
   file->addSeparator();
   add_item(file, QT_TR_NOOP("&Save"), QKeySequence::Save, [this] { front_->save(); });
   add_item(file, QT_TR_NOOP("Save &As…"), QKeySequence(QStringLiteral("Ctrl+Shift+S")),
@@ -91,6 +105,8 @@ void Window::make_menus() {
   add_item(file, QT_TR_NOOP("&Publish Settings…"), {}, [this] { ask_for_account(); });
   add_item(file, QT_TR_NOOP("&Upload Images"), {}, [this] { upload_images(); });
   file->addSeparator();
+  add_item(file, QT_TR_NOOP("&Close"), QKeySequence(QStringLiteral("Ctrl+W")),
+           [this] { close_page(*front_); });
   add_item(file, QT_TR_NOOP("&Quit"), QKeySequence(QStringLiteral("Ctrl+Q")), [this] { close(); });
   QMenu* edit = add_menu(nullptr, QT_TR_NOOP("&Edit"));
   add_item(edit, QT_TR_NOOP("&Undo"), QKeySequence::Undo, [this] {
@@ -115,11 +131,13 @@ QMenu* Window::add_menu(QMenu* above, const char* text) {
   return menu;
 }
 
-void Window::add_item(QMenu* menu, const char* text, const QKeySequence& keys, std::function<void()> act) {
+QAction* Window::add_item(QMenu* menu, const char* text, const QKeySequence& keys,
+                          std::function<void()> act) {
   QAction* action = menu->addAction(QString());
   action->setShortcut(keys);
   connect(action, &QAction::triggered, this, std::move(act));
   actions_.emplace_back(action, text);
+  return action;
 }
 
 void Window::make_find_bar() {
@@ -190,21 +208,9 @@ bool Window::start(const QString& path) {
   return path.isEmpty();
 }
 
-void Window::new_document() {
-  if (front_->may_leave()) front_->open_new();
-}
-
-void Window::ask_and_open() {
-  if (!front_->may_leave()) return;
-  const QString path = QFileDialog::getOpenFileName(this, tr("Open"), front_->path(), file_filters());
-  if (!path.isEmpty()) open(path);
-}
-
 bool Window::open(const QString& path) { return front_->open(path); }
 bool Window::save_copy(const QString& path) { return front_->save_copy(path); }
 void Window::finish_typing() { front_->finish_typing(); }
-
-void Window::closeEvent(QCloseEvent* event) { event->setAccepted(front_->may_leave()); }
 
 // --- publishing ---
 

@@ -2,6 +2,7 @@
 
 #include <QKeySequence>
 #include <QMainWindow>
+#include <QStringList>
 #include <functional>
 #include <utility>
 #include <vector>
@@ -24,6 +25,7 @@ namespace tvx::htmled {
 
 class DocumentPage;
 class FindBar;
+class RecentFiles;
 class Tabs;
 
 /// The editor's window: documents, of which one is in front, and menus and a status bar that are about that.
@@ -37,6 +39,12 @@ class Window final : public QMainWindow {
   /// Starts the editor and opens the file, or a new page if the name is empty. False, with the user told, if
   /// that file can't be read; a new page stands there then.
   bool start(const QString& path);
+  /// The same with further files in tabs of their own, the first one in front.
+  bool start_with(const QStringList& paths);
+  /// Opens the file in a tab of its own, or where it is open already, and brings that to the front. A new
+  /// page in which nothing has been done makes room. False, with the user told, if it can't be read.
+  bool open_in_tab(const QString& path);
+  void open_all(const QStringList& paths);
   /// Opens the file in place of the document in front. False, with the user told, if the file can't be read;
   /// the document then stays as it was.
   bool open(const QString& path);
@@ -45,6 +53,14 @@ class Window final : public QMainWindow {
 
   /// Of the document in front.
   qt::HTMLedWidget& editor() { return *editor_; }
+  DocumentPage& front() { return *front_; }
+  Tabs& tabs() { return *tabs_; }
+  /// False: the user wants the document to stay.
+  bool close_page(DocumentPage& page);
+
+  /// From now on geometry and bars are as at the last end, and kept for the next start.
+  void remember_appearance();
+  void come_to_front();
 
   const Languages& languages() const { return languages_; }
   /// The account that images are published with.
@@ -62,7 +78,17 @@ class Window final : public QMainWindow {
  private:
   void closeEvent(QCloseEvent* event) override;
 
-  DocumentPage& add_page();
+  // --- documents (window_documents.cpp) ---
+  DocumentPage* new_page();
+  DocumentPage* page_of(const QString& path) const;
+  void new_document();
+  void ask_and_open();
+  void take_drops();
+  bool may_close(DocumentPage& page);
+  void drop_page(DocumentPage& page);
+  void reopen_closed();
+  void show_closed();
+
   /// What all editors of the program have in common: language, spelling, account.
   void set_up_editor(qt::HTMLedWidget& editor);
   void set_up_writing(qt::HTMLedWidget& editor) const;
@@ -71,7 +97,7 @@ class Window final : public QMainWindow {
   void make_status_bar();
   void make_menus();
   QMenu* add_menu(QMenu* above, const char* text);
-  void add_item(QMenu* menu, const char* text, const QKeySequence& keys, std::function<void()> act);
+  QAction* add_item(QMenu* menu, const char* text, const QKeySequence& keys, std::function<void()> act);
   /// An item of the control's menus, as it is there.
   void add_control_item(QMenu* menu, const char* name, const QKeySequence& keys = {});
   void show_control_item(QAction& action);
@@ -87,8 +113,6 @@ class Window final : public QMainWindow {
   /// False: the user gave up.
   bool ask_for_account();
   void show_local_images();
-  void new_document();
-  void ask_and_open();
   /// What was typed before this belongs to what comes now: waits until the editor has dealt with it.
   void finish_typing();
   void show_title();
@@ -105,7 +129,11 @@ class Window final : public QMainWindow {
   QToolBar* find_strip_;  // holds it below the page
   Tabs* tabs_;
   DocumentPage* front_ = nullptr;
-  qt::HTMLedWidget* editor_ = nullptr;                     // of the page in front
+  qt::HTMLedWidget* editor_ = nullptr;  // of the page in front
+  RecentFiles* recent_files_;
+  QStringList closed_;  // their files, the last one at the end
+  QAction* reopen_ = nullptr;
+  bool remembers_ = false;
   QToolButton* local_images_ = nullptr;                    // how many there are
   std::vector<std::pair<QAction*, const char*>> actions_;  // with their English words
 };

@@ -8,7 +8,7 @@ _htmled() {
       return ;;
   esac
   case $word in
-    -*) mapfile -t COMPREPLY < <(compgen -W "--automation --help --language --version" -- "$word") ;;
+    -*) mapfile -t COMPREPLY < <(compgen -W "--automation --help --language --new-window --version" -- "$word") ;;
     *)
       compopt -o filenames 2> /dev/null
       mapfile -t COMPREPLY < <(compgen -d -- "$word"; compgen -f -X '!*.@(htm|html|xhtml|xht)' -- "$word") ;;

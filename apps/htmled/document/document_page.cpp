@@ -77,24 +77,25 @@ void DocumentPage::hear_editor() {
   editor_->control().add_observer(*this);
 }
 
-// The loop runs meanwhile, in which the page may have been closed.
+// The loop runs meanwhile.
 void DocumentPage::start() {
-  const QPointer<DocumentPage> alive(this);
   make_editor();
-  {
-    const QScopedValueRollback<bool> loading(loading_, true);
-    editor_->show();
-    editor_->start();
-    if (!alive) return;
-  }
-  if (!pending_) return;
-  files::DocumentFile file = *std::exchange(pending_, std::nullopt);
+  const QScopedValueRollback<bool> loading(loading_, true);
+  editor_->show();
+  editor_->start();
+}
+
+void DocumentPage::begin() {
+  start();
+  if (!pending_) return open_new();
+  bool shown = false;
   try {
-    if (file.changed_on_disk()) file = files::DocumentFile::open(file.path());
-    load(std::move(file));
+    shown = load(pending_->changed_on_disk() ? files::DocumentFile::open(pending_->path()) : *pending_);
   } catch (const RuntimeError& error) {
     emit told(words_of(error));
   }
+  pending_.reset();
+  if (!shown) open_new();
 }
 
 // --- opening ---
@@ -152,6 +153,7 @@ bool DocumentPage::load_document(files::DocumentFile file) {
   file.keep_head(document->tree());
   file_ = std::move(file);
   mark_->clear();
+  if (!path().isEmpty()) emit filed(path());
   count_images();
   remote_content_left_ = false;
   picture_uploaded_.invalidate();
@@ -230,6 +232,7 @@ bool DocumentPage::save_to(const QString& path) {
   const std::u16string target = from_qt(QFileInfo(path).absoluteFilePath());
   if (!with_document([&](const dom::Document& document) { file_.save(document, target); })) return false;
   mark_->clear();
+  emit filed(to_qt(target));
   emit said(tr("Saved %1").arg(to_qt(target)), message_milliseconds);
   return true;
 }
@@ -294,7 +297,7 @@ bool DocumentPage::may_leave() {
   mark_->look_now_if_awaited();
   if (!is_modified()) return true;
   const auto answer = QMessageBox::question(
-      this, QStringLiteral("HTMLed"), tr("The document has been changed. Save the changes?"),
+      this, QStringLiteral("HTMLed"), tr("“%1” has been changed. Save the changes?").arg(name()),
       QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, QMessageBox::Save);
   return answer == QMessageBox::Save ? save() : answer == QMessageBox::Discard;
 }

@@ -39,8 +39,10 @@ class DocumentPage final : public QWidget, private core::HTMLedEvents, private c
   qt::HTMLedWidget* editor() const { return editor_; }
   /// Makes the editor unless there is one. In a page that is seen it is shown by start().
   void make_editor();
-  /// Starts the editor, and opens what open_later() was given.
+  /// Starts the editor.
   void start();
+  /// Starts the editor with what open_later() was given, or with a new page.
+  void begin();
 
   // --- the file ---
   /// False, with the user told, if the file can't be read; the document then stays as it was.
@@ -65,6 +67,8 @@ class DocumentPage final : public QWidget, private core::HTMLedEvents, private c
   /// The file's name as the user knows it.
   QString name() const;
   bool is_modified() const;
+  /// Whether a document is being loaded: the page can't go then.
+  bool is_busy() const { return loading_; }
   /// A new page in which nothing has been done yet.
   bool is_untouched() const { return path().isEmpty() && !is_modified() && !pending_; }
   int local_images() const { return local_images_; }
@@ -78,6 +82,8 @@ class DocumentPage final : public QWidget, private core::HTMLedEvents, private c
  signals:
   /// Name, file or mark are others.
   void title_changed();
+  /// Its file was opened, or it was saved in one.
+  void filed(const QString& path);
   /// For the window's line; for good, where the time is 0.
   void said(const QString& text, int milliseconds);
   /// A failure, for the window's line.

@@ -140,7 +140,7 @@ TEST(ProgramWords, AreFoundInTheSources) {
   const std::set<QString> words = words_in_sources();
   EXPECT_GT(words.size(), 20u);
   for (const char* word : {"&File", "Untitled", "Can't read %1", "&Address:", "Outer elements", "Try again",
-                           "The document has been changed. Save the changes?"})
+                           "“%1” has been changed. Save the changes?"})
     EXPECT_TRUE(words.contains(QString::fromUtf8(word))) << word;
 }
 
@@ -193,7 +193,8 @@ TEST_P(ProgramLanguage, AccessKeysOfAMenuDiffer) {
   const auto words = written(code);
   for (const std::vector<const char*>& menu :
        {std::vector<const char*>{"&File", "&Edit", "&View", "T&able", "&Tools"},
-        {"&New", "&Open…", "&Save", "Save &As…", "&Publish Settings…", "&Upload Images", "&Quit"},
+        {"&New", "&Open…", "Open &Recent", "Reopen Closed &Document", "&Save", "Save &As…",
+         "&Publish Settings…", "&Upload Images", "&Close", "&Quit"},
         {"&Undo", "&Redo"},
         {"&Language"}}) {
     std::set<QChar> keys;

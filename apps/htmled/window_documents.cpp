@@ -1,0 +1,154 @@
+#include <QCloseEvent>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QPointer>
+#include <QSettings>
+#include <QTimer>
+
+#include "htmled/document/document_page.h"
+#include "htmled/document/file_filters.h"
+#include "htmled/file_drops.h"
+#include "htmled/languages.h"
+#include "htmled/recent_files.h"
+#include "htmled/tabs.h"
+#include "htmled/window.h"
+
+/// The documents of the window: how they come into it, and how they go.
+namespace tvx::htmled {
+namespace {
+
+const QString geometry_key = QStringLiteral("window/geometry"), bars_key = QStringLiteral("window/bars");
+constexpr qsizetype most_closed = 20;
+
+}  // namespace
+
+// --- coming ---
+
+bool Window::start_with(const QStringList& paths) {
+  bool all = start(paths.value(0));
+  for (const QString& path : paths.mid(1)) {
+    DocumentPage* page = new_page();
+    if (page_of(path) || !page->open_later(path)) {
+      all = all && page_of(path);
+      delete page;
+    } else {
+      tabs_->append(*page);
+    }
+  }
+  return all;
+}
+
+bool Window::open_in_tab(const QString& path) {
+  if (DocumentPage* there = page_of(path)) {
+    tabs_->bring_to_front(*there);
+    return true;
+  }
+  if (front_->is_untouched()) return front_->open(path);
+  DocumentPage* page = new_page();
+  if (!page->open_later(path)) {
+    delete page;
+    return false;
+  }
+  tabs_->add(*page);
+  tabs_->bring_to_front(*page);
+  return true;
+}
+
+void Window::open_all(const QStringList& paths) {
+  for (const QString& path : paths) open_in_tab(path);
+}
+
+DocumentPage* Window::page_of(const QString& path) const {
+  const QFileInfo wanted(path);
+  for (DocumentPage* page : tabs_->pages())
+    if (!page->path().isEmpty() && QFileInfo(page->path()) == wanted) return page;
+  return nullptr;
+}
+
+void Window::new_document() {
+  DocumentPage* page = new_page();
+  tabs_->add(*page);
+  tabs_->bring_to_front(*page);
+}
+
+void Window::ask_and_open() {
+  const QStringList paths = QFileDialog::getOpenFileNames(this, tr("Open"), front_->path(), file_filters());
+  open_all(paths);
+}
+
+void Window::take_drops() {
+  auto* drops = new FileDrops(*this);
+  connect(drops, &FileDrops::dropped, this, &Window::open_all);
+}
+
+// --- going ---
+
+bool Window::may_close(DocumentPage& page) {
+  if (page.is_busy()) return false;
+  if (page.is_modified()) tabs_->bring_to_front(page);
+  return page.may_leave();
+}
+
+bool Window::close_page(DocumentPage& page) {
+  const QPointer<DocumentPage> alive(&page);
+  if (!may_close(page) || !alive) return false;
+  if (!page.path().isEmpty()) closed_.push_back(page.path());
+  if (closed_.size() > most_closed) closed_.removeFirst();
+  if (tabs_->count() > 1)
+    drop_page(page);
+  else if (page.is_untouched())
+    close();
+  else
+    page.open_new();
+  show_closed();
+  return true;
+}
+
+void Window::drop_page(DocumentPage& page) {
+  page.disconnect(this);
+  if (page.editor()) publishing_.leave_out(page.editor()->control());
+  tabs_->removeTab(tabs_->indexOf(&page));
+  page.hide();
+  page.deleteLater();
+}
+
+void Window::reopen_closed() {
+  if (closed_.empty()) return;
+  const QString path = closed_.back();
+  closed_.pop_back();
+  show_closed();
+  open_in_tab(path);
+}
+
+void Window::show_closed() {
+  if (reopen_) reopen_->setEnabled(!closed_.empty());
+}
+
+void Window::closeEvent(QCloseEvent* event) {
+  for (DocumentPage* page : tabs_->pages())
+    if (!may_close(*page)) return event->ignore();
+  if (remembers_) {
+    QSettings settings = program_settings();
+    settings.setValue(geometry_key, saveGeometry());
+    settings.setValue(bars_key, saveState());
+  }
+  event->accept();
+}
+
+// --- from one start to the next ---
+
+void Window::remember_appearance() {
+  remembers_ = true;
+  const QSettings settings = program_settings();
+  restoreGeometry(settings.value(geometry_key).toByteArray());
+  restoreState(settings.value(bars_key).toByteArray());
+}
+
+void Window::come_to_front() {
+  setWindowState(windowState() & ~Qt::WindowMinimized);
+  show();
+  raise();
+  activateWindow();
+}
+
+}  // namespace tvx::htmled
