@@ -201,6 +201,11 @@ void Window::show_words() {
 
 // --- files ---
 
+// The widgets in the window have been shown by now.
+void Window::showEvent(QShowEvent*) {
+  if (!editor_->started()) front_->start();
+}
+
 bool Window::start(const QString& path) {
   front_->start();
   if (!path.isEmpty() && front_->open(path)) return true;

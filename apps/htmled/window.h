@@ -76,6 +76,7 @@ class Window final : public QMainWindow {
   void editor_changed();
 
  private:
+  void showEvent(QShowEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
 
   // --- documents (window_documents.cpp) ---

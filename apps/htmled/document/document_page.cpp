@@ -57,7 +57,7 @@ DocumentPage::~DocumentPage() {
 void DocumentPage::make_editor() {
   if (editor_) return;
   editor_ = new qt::HTMLedWidget(loop_, this, substitutes_);
-  if (isVisible()) editor_->hide();  // or the layout would show it in a turn of its own
+  editor_->hide();
   layout()->addWidget(editor_);
   setFocusProxy(editor_);
   editor_->set_RemoteContent(core::remote_content_ask);

@@ -37,7 +37,8 @@ class DocumentPage final : public QWidget, private core::HTMLedEvents, private c
 
   /// Null before make_editor().
   qt::HTMLedWidget* editor() const { return editor_; }
-  /// Makes the editor unless there is one. In a page that is seen it is shown by start().
+  /// Makes the editor unless there is one. It is hidden until the start, which runs the loop: widgets that
+  /// are being shown may not change meanwhile.
   void make_editor();
   /// Starts the editor.
   void start();

@@ -18,6 +18,7 @@
 
 #include "htmled/publish_dialog.h"
 #include "htmled/window.h"
+#include "tvx/browser/html_document.h"
 #include "tvx/core/htmled.h"
 #include "tvx/qt/support/message_loop.h"
 #include "tvx/qt/support/strings.h"
@@ -170,6 +171,9 @@ TEST_F(PublishSettings, TheStatusBarCountsLocalImages) {
   const auto button = [&] { return window.findChild<QToolButton*>(QStringLiteral("local_images")); };
   ASSERT_NE(button(), nullptr);
   EXPECT_FALSE(button()->isVisible());
+  const auto& document = window.editor().control().DOM();
+  ASSERT_TRUE(
+      comes_true([&] { return document->editor().selection().type() == editing::SelectionType::Text; }));
   QFile picture(settings_.filePath(QStringLiteral("a.gif")));
   ASSERT_TRUE(picture.open(QIODevice::WriteOnly));
   window.editor().control().Insert_Image_NoFTP(qt::from_qt(picture.fileName()));
