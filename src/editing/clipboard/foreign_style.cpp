@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "tvx/base/strings.h"
+#include "tvx/dom/style/color.h"
 #include "tvx/dom/style/declarations.h"
 #include "tvx/editing/clipboard/foreign_source.h"
 #include "tvx/editing/facts/tag_set.h"
@@ -75,6 +76,19 @@ std::u16string with_plain_colour(std::u16string_view value) {
   return plain;
 }
 
+/// As a person writes a value: "#eaecf0" for a colour that a browser has worked out, and names in the quotes
+/// that an attribute may have in it.
+std::u16string as_by_hand(std::u16string value) {
+  if (!contains(value, u"'")) std::ranges::replace(value, u'"', u'\'');
+  for (std::size_t at = value.find(u"rgb("); at != value.npos; at = value.find(u"rgb(", at + 1)) {
+    const std::size_t end = value.find(u')', at);
+    if (end == value.npos) break;
+    const auto color = dom::style::parse_color(value.substr(at, end + 1 - at));
+    if (color && color->alpha == 1) value.replace(at, end + 1 - at, dom::style::to_hex(*color));
+  }
+  return value;
+}
+
 }  // namespace
 
 std::u16string foreign_style(const ForeignSource& source, const Element& element) {
@@ -96,7 +110,7 @@ std::u16string foreign_style(const ForeignSource& source, const Element& element
   std::u16string style;
   for (const Declaration* declaration : kept) {
     if (!style.empty()) style += u"; ";
-    style += declaration->name + u": " + with_plain_colour(declaration->value);
+    style += declaration->name + u": " + as_by_hand(with_plain_colour(declaration->value));
     if (declaration->important) style += u" !important";
   }
   return style;
