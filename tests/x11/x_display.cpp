@@ -6,6 +6,7 @@
 #include <QFile>
 #include <QGuiApplication>
 #include <QStandardPaths>
+#include <QTemporaryDir>
 #include <QTemporaryFile>
 #include <QTest>
 
@@ -53,25 +54,49 @@ QByteArray output_of(const QString& program, const QStringList& arguments) {
   return output + process.readAllStandardOutput();
 }
 
+namespace {
+
+/// Starts a program that takes the clipboard, and waits until the server has told our side of its new owner.
+template <class Start>
+void await_owner(QClipboard::Mode mode, Start&& start) {
+  bool heard = false;
+  QObject here;
+  QObject::connect(QGuiApplication::clipboard(), &QClipboard::changed, &here,
+                   [&](QClipboard::Mode changed) { heard = heard || changed == mode; });
+  start();
+  ASSERT_TRUE(QTest::qWaitFor([&] { return heard; }, patience));
+}
+
+}  // namespace
+
 void offer(const QByteArray& bytes, const QString& target, const QString& selection) {
   QTemporaryFile file;
   ASSERT_TRUE(file.open());
   file.write(bytes);
   file.close();
-  // Our side hears of the new owner from the server.
-  bool heard = false;
   const auto mode = selection == QStringLiteral("primary") ? QClipboard::Selection : QClipboard::Clipboard;
-  QObject here;
-  QObject::connect(QGuiApplication::clipboard(), &QClipboard::changed, &here,
-                   [&](QClipboard::Mode changed) { heard = heard || changed == mode; });
-  QProcess process;
-  // It goes on in the background and would hold our pipes open.
-  process.setStandardOutputFile(QProcess::nullDevice());
-  process.setStandardErrorFile(QProcess::nullDevice());
-  process.start(QStringLiteral("xclip"), {QStringLiteral("-i"), QStringLiteral("-selection"), selection,
-                                          QStringLiteral("-t"), target, file.fileName()});
-  ASSERT_TRUE(process.waitForFinished(patience));
-  ASSERT_TRUE(QTest::qWaitFor([&] { return heard; }, patience));
+  await_owner(mode, [&] {
+    QProcess process;
+    // It goes on in the background and would hold our pipes open.
+    process.setStandardOutputFile(QProcess::nullDevice());
+    process.setStandardErrorFile(QProcess::nullDevice());
+    process.start(QStringLiteral("xclip"), {QStringLiteral("-i"), QStringLiteral("-selection"), selection,
+                                            QStringLiteral("-t"), target, file.fileName()});
+    ASSERT_TRUE(process.waitForFinished(patience));
+  });
+}
+
+void offer_forms(const QMap<QString, QByteArray>& forms) {
+  const QTemporaryDir folder;
+  QStringList arguments;
+  for (auto form = forms.begin(); form != forms.end(); ++form) {
+    QFile file(folder.filePath(QString::number(arguments.size())));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write(form.value()) == form.value().size());
+    arguments << form.key() << file.fileName();
+  }
+  await_owner(QClipboard::Clipboard, [&] {
+    EXPECT_TRUE(QProcess::startDetached(QStringLiteral(TVX_BIN_DIR "/clipboard_owner"), arguments));
+  });
 }
 
 }  // namespace tvx::x11

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QMap>
 #include <QProcess>
 #include <QString>
 
@@ -34,5 +35,7 @@ QByteArray output_of(const QString& program, const QStringList& arguments);
 /// Has another program offer bytes on the clipboard in one form, until somebody else does.
 void offer(const QByteArray& bytes, const QString& target,
            const QString& selection = QStringLiteral("clipboard"));
+/// The same in several forms at once, as programs offer what a user copies.
+void offer_forms(const QMap<QString, QByteArray>& forms);
 
 }  // namespace tvx::x11
