@@ -83,8 +83,11 @@ std::optional<KeyResult> press_move_key(Editor& editor, const KeyPress& key) {
     return KeyResult::Done;
   }
   if (key.control && (key.key == u"Home" || key.key == u"End")) {
-    move_caret(editor, key.key == u"Home" ? Direction::Backward : Direction::Forward, Granularity::Document,
-               extend);
+    const Direction direction = key.key == u"Home" ? Direction::Backward : Direction::Forward;
+    move_caret(editor, direction, Granularity::Document, extend);
+    // Beyond a table at the document's edge, where a paragraph may come.
+    while (!key.shift && move_to_gap(editor, direction, Extend::No)) {
+    }
     return KeyResult::Done;
   }
   const bool to_line_edge = (key.key == u"Home" || key.key == u"End") && !key.shift;
