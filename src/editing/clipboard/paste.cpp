@@ -13,6 +13,7 @@
 #include "tvx/editing/deletion/deletion.h"
 #include "tvx/editing/deletion/islands.h"
 #include "tvx/editing/editor.h"
+#include "tvx/editing/facts/between_blocks.h"
 #include "tvx/editing/facts/lines.h"
 #include "tvx/editing/facts/predicates.h"
 #include "tvx/editing/facts/tag_set.h"
@@ -224,6 +225,7 @@ class Pasting {
       else
         take_out_as_typing_does(seen_, true);
     }
+    make_line_between_blocks();
     Element* block = block_around(gap_.start());
     const Ref<Node> holder(block && is_empty_line(*block) ? line_break_in(*block) : nullptr);
     const HeldGap gap = zip_looks();
@@ -237,6 +239,18 @@ class Pasting {
       if (around != block) without_empty_looks({around.get(), 0});
     }
     finish(caret ? caret.place() : gap_.start());
+  }
+
+  /// Between two blocks there is no line: the content gets a paragraph, as what is typed there does.
+  void make_line_between_blocks() {
+    const Between between = gap_.collapsed() ? between_blocks(gap_.start()) : Between{};
+    const dom::Name name{std::u16string_view(editor_.paragraph_separator())};
+    if (!between.before && !between.after) return;
+    if (is_list(*between.holder) || !is_allowed_child_name(name, *between.holder)) return;
+    const Ref<Element> paragraph = editor_.document().create_element(name);
+    dom::insert(*between.holder, paragraph, between.after);
+    append_line_break(*paragraph);
+    gap_.set({{paragraph.get(), 0}, {paragraph.get(), 0}});
   }
 
   static Node* line_break_in(const Node& block) {
@@ -416,7 +430,9 @@ bool takes_its_block(Editor& editor) {
 
 }  // namespace
 
-void paste_nodes(Editor& editor, const Ref<dom::DocumentFragment>& content) {
+namespace {
+
+void paste_at_selection(Editor& editor, const Ref<dom::DocumentFragment>& content) {
   if (editor.selection().type() == SelectionType::Text) {
     const bool over_cells = !selected_cells(editor).empty();
     if ((over_cells || !goes_over_its_own_shape(editor, *content)) && paste_into_cells(editor, content))
@@ -429,9 +445,15 @@ void paste_nodes(Editor& editor, const Ref<dom::DocumentFragment>& content) {
     else if (!takes_its_block(editor))
       break_lines_of_single_pre(content);
   }
-  CommentKeeper comments(editor);
   remove_islands(editor);
   Pasting(editor, content).run();
+}
+
+}  // namespace
+
+void paste_nodes(Editor& editor, const Ref<dom::DocumentFragment>& content) {
+  CommentKeeper comments(editor);
+  paste_at_selection(editor, content);
   comments.put_back();
 }
 

@@ -27,22 +27,38 @@ void CommentKeeper::mutated(const dom::Mutation& mutation) {
   if (mutation.type != dom::Mutation::Type::Remove) return;
   for (Node* node = mutation.node.get(); node; node = dom::next_in_order(*node, mutation.node.get()))
     if (node->type() == dom::NodeType::Comment && std::ranges::find(selected_, node) == selected_.end())
-      removed_.emplace_back(node);
+      removed_.push_back(node == mutation.node.get() ? Removed{node, mutation.parent, mutation.before}
+                                                     : Removed{node, {}, {}});
 }
 
+bool CommentKeeper::put_back_there(const Removed& removed) {
+  const Ref<Node>& parent = removed.parent;
+  if (!parent || !dom::is_connected(*parent) || (removed.before && removed.before->parent() != parent.get()))
+    return false;
+  dom::insert(*parent, removed.comment, removed.before.get());
+  return true;
+}
+
+void CommentKeeper::put_back_at_caret(const Ref<Node>& comment) {
+  const Boundary caret = editor_.selection().focus();
+  if (!caret) return;
+  if (!caret.node->is_text()) {
+    dom::insert(*caret.node, comment, dom::child_at(*caret.node, caret.offset));
+    editor_.selection().collapse({caret.node, caret.offset + 1});
+  } else {
+    const bool at_end = caret.offset == dom::length_of(*caret.node);
+    dom::insert(*caret.node->parent(), comment, at_end ? caret.node->next_sibling() : caret.node);
+  }
+}
+
+// The last one first: it may be what another stood before.
 void CommentKeeper::put_back() {
-  const auto comments = std::exchange(removed_, {});
-  for (const Ref<Node>& comment : comments) {
-    const Boundary caret = editor_.selection().focus();
-    if (!caret || &dom::root_of(*comment) == &editor_.document()) continue;
+  auto comments = std::exchange(removed_, {});
+  for (std::size_t i = comments.size(); i-- > 0;) {
+    const Ref<Node>& comment = comments[i].comment;
+    if (&dom::root_of(*comment) == &editor_.document()) continue;
     if (comment->parent()) dom::remove(*comment);
-    if (!caret.node->is_text()) {
-      dom::insert(*caret.node, comment, dom::child_at(*caret.node, caret.offset));
-      editor_.selection().collapse({caret.node, caret.offset + 1});
-    } else {
-      const bool at_end = caret.offset == dom::length_of(*caret.node);
-      dom::insert(*caret.node->parent(), comment, at_end ? caret.node->next_sibling() : caret.node);
-    }
+    if (!put_back_there(comments[i])) put_back_at_caret(comment);
   }
 }
 

@@ -17,7 +17,7 @@ class CommentKeeper final : private dom::MutationObserver {
   CommentKeeper(const CommentKeeper&) = delete;
   CommentKeeper& operator=(const CommentKeeper&) = delete;
 
-  /// Puts those that have gone beside the caret.
+  /// Puts those that have gone where they stood, or beside the caret if that has gone, too.
   void put_back();
 
  private:
@@ -25,7 +25,13 @@ class CommentKeeper final : private dom::MutationObserver {
 
   Editor& editor_;
   std::vector<dom::Ref<dom::Node>> selected_;  // these may go
-  std::vector<dom::Ref<dom::Node>> removed_;
+  struct Removed {
+    dom::Ref<dom::Node> comment;
+    dom::Ref<dom::Node> parent, before;  // where it stood, if it went by itself
+  };
+  static bool put_back_there(const Removed& removed);
+  void put_back_at_caret(const dom::Ref<dom::Node>& comment);
+  std::vector<Removed> removed_;
 };
 
 }  // namespace tvx::editing

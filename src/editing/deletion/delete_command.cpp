@@ -8,6 +8,7 @@
 #include "tvx/editing/deletion/deletion.h"
 #include "tvx/editing/editor.h"
 #include "tvx/editing/facts/block_range.h"
+#include "tvx/editing/facts/lines.h"
 #include "tvx/editing/facts/predicates.h"
 #include "tvx/editing/inline/recorded_values.h"
 #include "tvx/editing/tree/surgery.h"
@@ -78,7 +79,8 @@ bool BackwardDelete::find_target() {
     } else if (before && before->is(Tag::A) && is_editable(*before)) {
       remove_preserving_descendants(before);  // first the link goes, then its text
       return false;
-    } else if (before && !is_block_node(*before) && !before->is(Tag::Br) && !is_object(*before)) {
+    } else if (before && !is_block_node(*before) && !before->is(Tag::Br) && !is_object(*before) &&
+               !is_island(*before)) {
       spot_.enter_end(*before);
     } else {
       return true;

@@ -10,6 +10,7 @@
 #include "tvx/editing/gestures/alignment.h"
 #include "tvx/editing/gestures/gesture_step.h"
 #include "tvx/editing/gestures/list_keys.h"
+#include "tvx/editing/gestures/quotations.h"
 #include "tvx/editing/gestures/writer_state.h"
 #include "tvx/editing/tree/lines.h"
 #include "tvx/editing/tree/surgery.h"
@@ -65,7 +66,7 @@ bool is_in_one_list(const Editor& editor) {
 
 /// Items go with their lists, as by the Tab key. False where the command itself has to act.
 bool move_items(Editor& editor, bool inward) {
-  if (!is_in_one_list(editor)) return false;
+  if (!is_in_one_list(editor)) return !inward && leave_quotations(editor);
   if (inward) return indent_items(editor);
   if (is_in_nested_list(editor)) return outdent_items(editor);
   // At the outermost level the button leads out of the list.

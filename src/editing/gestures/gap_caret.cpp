@@ -3,6 +3,7 @@
 #include "tvx/dom/journal.h"
 #include "tvx/dom/mutation.h"
 #include "tvx/dom/tree.h"
+#include "tvx/editing/facts/between_blocks.h"
 #include "tvx/editing/facts/gap.h"
 #include "tvx/editing/facts/lines.h"
 #include "tvx/editing/facts/predicates.h"
@@ -112,6 +113,20 @@ void leave_selected_block(Editor& editor, Direction direction) {
   if (direction == Direction::Backward && block_around(place) != block_around(caret))
     place = next_caret_place(caret, direction, Granularity::Character).value_or(place);
   if (place != caret) selection.collapse(place);
+}
+
+void leave_blocks_edge(Editor& editor) {
+  Selection& selection = editor.selection();
+  if (selection.type() != SelectionType::Text || !selection.collapsed()) return;
+  const Boundary caret = selection.focus();
+  if (caret.node->is_text() || is_gap_place(caret)) return;
+  const Between between = between_blocks(caret);
+  if (!between.before && !between.after) return;
+  const Boundary place = normalized_caret_place(caret);
+  if (place == caret) return;
+  const RecordedLook style = record_current_overrides(editor);
+  selection.collapse(place);
+  restore_look(style, editor);
 }
 
 bool fill_gap(Editor& editor) {

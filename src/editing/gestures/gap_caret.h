@@ -19,6 +19,9 @@ std::optional<dom::Boundary> gap_on_the_way(const dom::Boundary& from, Direction
 bool move_to_gap(Editor& editor, Direction direction, Extend extend);
 /// A caret at the edge of what was selected, a table say, where no line is: to the line on that side.
 void leave_selected_block(Editor& editor, Direction direction);
+/// A caret that a gesture has left between two blocks where a line is near goes there, in the style chosen
+/// for it.
+void leave_blocks_edge(Editor& editor);
 /// Makes a paragraph where the caret stands in a gap, and puts the caret in it.
 bool fill_gap(Editor& editor);
 /// Backspace in a gap: a rule before it goes, into a table the caret goes.

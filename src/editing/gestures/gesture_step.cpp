@@ -3,6 +3,7 @@
 #include "tvx/dom/serialise.h"
 #include "tvx/dom/tree.h"
 #include "tvx/editing/facts/predicates.h"
+#include "tvx/editing/gestures/gap_caret.h"
 
 namespace tvx::editing {
 
@@ -66,6 +67,7 @@ std::u16string Gesture::text() const {
 
 Gesture::~Gesture() {
   leftovers_.tidy();
+  leave_blocks_edge(editor_);
   if (!compares_ || editor_.document().version() == version_) return;
   const auto stands = [&](const Ref<Node>& node) { return !node || node->parent() == host_.get(); };
   if (stands(before_) && stands(after_) && text() == text_) editor_.document().journal().roll_back();

@@ -15,6 +15,7 @@ using dom::Element;
 using dom::Mutation;
 using dom::Node;
 using dom::Ref;
+using dom::Tag;
 
 Leftovers::Leftovers(Editor& editor) : editor_(editor) { editor.document().add_observer(*this); }
 Leftovers::~Leftovers() { editor_.document().remove_observer(*this); }
@@ -24,7 +25,7 @@ void Leftovers::mutated(const Mutation& mutation) {
     auto* element = dom::as<Element>(mutation.node.get());
     if (!element) return;
     if (!element->has_children()) lost_.emplace_back(element);
-    if (is_list(*element) && mutation.parent && is_list(*mutation.parent)) lists_.emplace_back(element);
+    if (!element->is(Tag::Li) && mutation.parent && is_list(*mutation.parent)) strays_.emplace_back(element);
     return;
   }
   Node* holder = mutation.type == Mutation::Type::Remove        ? mutation.parent.get()
@@ -59,16 +60,35 @@ void drop_empty_element(const Ref<Element>& element) {
   }
 }
 
+/// What a command has taken along among the items: a break that ended the line before, white space in an
+/// element.
+void put_into_item(Editor& editor, Element& stray) {
+  if (is_list(stray)) return put_list_into_item(stray);
+  const Ref<Node> held(stray), list(stray.parent());
+  if (stray.is(Tag::Br)) {
+    dom::remove(stray);
+  } else if (Node* before = stray.previous_sibling(); before && before->is(Tag::Li)) {
+    move_preserving_ranges(held, *before, nullptr);
+  } else if (Node* after = stray.next_sibling(); after && after->is(Tag::Li) && !is_visible(stray)) {
+    move_preserving_ranges(held, *after, after->first_child());
+  } else {
+    const Ref<Node> item(editor.document().create_element(Tag::Li));
+    dom::insert(*list, item, &stray);
+    move_preserving_ranges(held, *item, nullptr);
+  }
+}
+
 }  // namespace
 
 void Leftovers::tidy() {
   const auto lost = std::exchange(lost_, {});
-  const auto lists = std::exchange(lists_, {});
-  if (lost.empty() && lists.empty()) return;
+  const auto strays = std::exchange(strays_, {});
+  if (lost.empty() && strays.empty()) return;
   const std::uint64_t version = editor_.document().structure_version();
   const RecordedLook style = record_current_overrides(editor_);
-  for (const Ref<Element>& list : lists)
-    if (can_go(*list) && is_list(*list->parent()) && is_editable(*list->parent())) put_list_into_item(*list);
+  for (const Ref<Element>& stray : strays)
+    if (can_go(*stray) && is_list(*stray->parent()) && is_editable(*stray->parent()))
+      put_into_item(editor_, *stray);
   for (const Ref<Element>& element : lost) {
     if (!can_go(*element)) continue;
     if (is_list(*element))

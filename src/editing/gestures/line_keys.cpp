@@ -8,6 +8,7 @@
 #include "tvx/editing/facts/lines.h"
 #include "tvx/editing/facts/predicates.h"
 #include "tvx/editing/gestures/list_keys.h"
+#include "tvx/editing/gestures/quotations.h"
 #include "tvx/editing/gestures/writing_place.h"
 #include "tvx/editing/inline/inline_values.h"
 #include "tvx/editing/inline_command.h"
@@ -66,6 +67,7 @@ void leave_pre(Editor& editor, Element& pre) {
   dom::insert(*pre.parent(), paragraph, pre.next_sibling());
   append_line_break(*paragraph);
   editor.selection().collapse({paragraph.get(), 0});
+  if (!has_visible_child(pre)) remove_keeping_comments(pre);
 }
 
 bool start_line_in_pre(Editor& editor) {
@@ -92,30 +94,6 @@ bool start_line_in_pre(Editor& editor) {
     append_line_break(*pre);
     editor.selection().collapse(place);
   }
-  return true;
-}
-
-// --- quotations ---
-
-Node* seen_after(const Node& node) {
-  Node* after = node.next_sibling();
-  while (after && is_filling(*after)) after = after->next_sibling();
-  return after;
-}
-
-/// Enter in the empty last line of a quotation: the line comes to stand after it.
-bool leave_quotation(Editor& editor) {
-  const Boundary caret = editor.selection().focus();
-  Element* line = block_around(caret);
-  if (!line || !(line->is(Tag::P) || line->is(Tag::Div)) || !is_empty_line(*line)) return false;
-  Node* quotation = line->parent();
-  if (!quotation || !quotation->is(Tag::Blockquote) || !is_editable(*quotation) || seen_after(*line))
-    return false;
-  const Ref<Node> held(line), left(quotation);
-  if (!is_allowed_child(*line, *quotation->parent())) return false;
-  move_preserving_ranges(held, *left->parent(), left->next_sibling());
-  if (!has_visible_child(*left)) remove_keeping_comments(*left);
-  editor.selection().collapse({held.get(), 0});
   return true;
 }
 
@@ -221,7 +199,7 @@ const auto* find_named(const List& list, std::u16string_view name) {
 RecordedLook style_that_goes_on(Editor& editor) {
   RecordedLook style;
   const Node* node = editor.selection().focus().node;
-  if (!block_around(editor.selection().focus()) || !is_editable(*node)) return style;
+  if (!block_around(editor.selection().focus()) || !editing_host_of(*node)) return style;
   const Node& outside = node_outside_link(editor);
   const RecordedLook pending = record_current_overrides(editor);
   for (const std::u16string_view name : style_states) {
@@ -328,11 +306,12 @@ void start_line(Editor& editor) {
   const Ref<Element> line_before(block_around(editor.selection().focus()));
   const bool in_heading = line_before && is_heading(*line_before);
   const RecordedLook style = in_heading ? record_current_overrides(editor) : style_that_goes_on(editor);
-  if (leave_empty_item(editor) || leave_quotation(editor))
+  if (leave_empty_item(editor) || leave_quotation_at_end(editor))
     return go_on_in_style(editor, style, line_before.get());
   wrap_line_beside_blocks(editor);
   const std::vector<Ref<Element>> styles = in_heading ? std::vector<Ref<Element>>() : styled_elements(editor);
   if (start_line_in_pre(editor)) return go_on_in_style(editor, style, line_before.get());
+  wrap_line_parted_in_style(editor);
   const Ref<Element> item(item_with_list(editor));
   insert_paragraph(editor);
   if (item) stay_in_item(editor, item.get());

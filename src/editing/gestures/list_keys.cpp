@@ -181,11 +181,13 @@ void make_paragraphs(Editor& editor, Element& item) {
   Node* before = list->next_sibling();
   NodeList line;
   const auto end_line = [&] {
-    while (!line.empty() && is_blank(*line.back())) line.pop_back();
     if (!line.empty()) {
       const Ref<Element> paragraph = paragraph_like(editor, item);
       dom::insert(*holder, paragraph, before);
       move_run_preserving_ranges(line, *paragraph, nullptr);
+      // A caret in the white space at the item's end has come along.
+      while (paragraph->last_child() && is_blank(*paragraph->last_child()))
+        dom::remove(*paragraph->last_child());
       if (!has_visible_child(*paragraph)) append_line_break(*paragraph);
     }
     line.clear();

@@ -22,6 +22,7 @@
 #include "tvx/editing/gestures/line_joins.h"
 #include "tvx/editing/gestures/line_keys.h"
 #include "tvx/editing/gestures/list_keys.h"
+#include "tvx/editing/gestures/quotations.h"
 #include "tvx/editing/gestures/writing_place.h"
 #include "tvx/editing/inline/recorded_values.h"
 #include "tvx/editing/insertion/insertion_commands.h"
@@ -30,6 +31,7 @@
 #include "tvx/editing/tree/surgery.h"
 #include "tvx/editing/walk/caret.h"
 #include "tvx/editing/walk/content_walk.h"
+#include "tvx/editing/walk/hard_spaces.h"
 
 namespace tvx::editing {
 
@@ -80,12 +82,6 @@ void settle_caret(Editor& editor) {
 bool is_space(char16_t c) { return is_ascii_space(c) || c == u'\u00A0'; }
 
 constexpr char16_t hard_space = u'\u00A0';
-
-/// Between two words a no-break space is one that somebody wanted: a blank would do there.
-bool is_hard_space(std::u16string_view text, Offset at) {
-  return text[at] == hard_space && at > 0 && at + 1 < text.size() && !is_space(text[at - 1]) &&
-         !is_space(text[at + 1]);
-}
 
 bool stands_at(const TypingRun& run, const Boundary& caret) {
   return caret && run.node == caret.node->id() && run.offset == caret.offset;
@@ -266,6 +262,16 @@ void delete_selected(Editor& editor) {
   drop_spare_break(editor);
 }
 
+/// The letter that goes by one key; nothing at the edge of a text.
+dom::Range letter_beside(const Boundary& caret, Direction direction) {
+  auto* text = dom::as<dom::Text>(caret.node);
+  if (!text) return {caret, caret};
+  if (direction == Direction::Forward)
+    return {caret,
+            {text, caret.offset < text->length() ? next_grapheme(text->data(), caret.offset) : caret.offset}};
+  return {{text, caret.offset > 0 ? previous_grapheme(text->data(), caret.offset) : 0}, caret};
+}
+
 /// `label` names the run that it may join.
 template <class Deletion>
 bool press_delete(Editor& editor, std::u16string_view label, Direction direction, Deletion&& deletion) {
@@ -280,10 +286,13 @@ bool press_delete(Editor& editor, std::u16string_view label, Direction direction
                         takes_letter ? Compare::No : Compare::Yes);
   const RecordedLook look = record_current_overrides(editor);
   CommentKeeper comments(editor);
+  HardSpaceKeeper hard_spaces(at_caret ? letter_beside(editor.selection().focus(), direction)
+                                       : editor.selection().range());
   if (at_caret)
     deletion();
   else
     delete_selected(editor);
+  hard_spaces.put_back();
   settle_caret(editor);
   comments.put_back();
   if (editor.selection().collapsed()) restore_look(look, editor);
@@ -301,11 +310,27 @@ bool is_same_line(Boundary a, Boundary b) {
   return block_of(a.node) == block_of(b.node);
 }
 
+/// A no-break space is a letter that goes. The command would write it as a blank first, and take what stands
+/// before that where a blank isn't seen.
+bool delete_hard_space(Editor& editor, Direction direction) {
+  const bool forward = direction == Direction::Forward;
+  const Boundary caret = editor.selection().focus();
+  auto* text = dom::as<dom::Text>(caret.node);
+  if (!text || caret.offset == (forward ? text->length() : 0)) return false;
+  const Offset at = forward ? caret.offset : caret.offset - 1;
+  if (text->data()[at] != hard_space) return false;
+  editor.selection().set({text, at}, {text, at + 1});
+  delete_selection(editor);
+  return true;
+}
+
 /// One character, or one step over what stands between two lines.
 void delete_one(Editor& editor, Direction direction) {
   const bool forward = direction == Direction::Forward;
+  if (delete_hard_space(editor, direction)) return drop_spare_break(editor);
   if (delete_island(editor, direction) || (!forward && leave_item_at_start(editor))) return;
   if (leave_empty_line_beside_table(editor, direction) || join_lines(editor, direction)) return;
+  if (!forward && leave_quotation_at_start(editor)) return;
   if (forward) {
     if (!delete_empty_line_forward(editor)) delete_forward_by(editor, next_grapheme);
   } else {
@@ -323,7 +348,9 @@ bool delete_word(Editor& editor, Direction direction) {
     if (place && is_same_line(caret, *place))
       editor.selection().set(forward ? caret : *place, forward ? *place : caret);
     if (editor.selection().collapsed()) return delete_one(editor, direction);
+    HardSpaceKeeper hard_spaces(editor.selection().range());
     delete_selection(editor);
+    hard_spaces.put_back();
     drop_spare_break(editor);
   });
 }

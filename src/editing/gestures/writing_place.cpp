@@ -5,7 +5,7 @@
 #include "tvx/editing/deletion/deletion.h"
 #include "tvx/editing/deletion/islands.h"
 #include "tvx/editing/deletion/line_deletion.h"
-#include "tvx/editing/facts/gap.h"
+#include "tvx/editing/facts/between_blocks.h"
 #include "tvx/editing/facts/lines.h"
 #include "tvx/editing/facts/predicates.h"
 #include "tvx/editing/gestures/cell_selection.h"
@@ -13,8 +13,11 @@
 #include "tvx/editing/inline/recorded_values.h"
 #include "tvx/editing/tables/table_caret.h"
 #include "tvx/editing/tables/table_grid.h"
+#include "tvx/editing/tree/lines.h"
 #include "tvx/editing/tree/surgery.h"
 #include "tvx/editing/walk/caret.h"
+#include "tvx/editing/walk/content_walk.h"
+#include "tvx/editing/walk/hard_spaces.h"
 
 namespace tvx::editing {
 
@@ -25,40 +28,6 @@ using dom::Ref;
 using dom::Tag;
 
 namespace {
-
-/// The gap between the children of `holder` that a position stands in or at; a text or an element of a line
-/// around the position counts as a child.
-Gap gap_among_children(const Boundary& place, Element& holder) {
-  Node* child = place.node;
-  if (child == &holder) return Gap::at(place);
-  while (child->parent() != &holder) child = child->parent();
-  return Gap::before(*child);
-}
-
-Node* passed_filling(Node* node, bool backward) {
-  while (node && is_filling(*node)) node = backward ? node->previous_sibling() : node->next_sibling();
-  return node;
-}
-
-/// A position where nothing of a line is: on each side a block or the edge of what holds them.
-struct Between {
-  Element* holder = nullptr;  // null: the position is in a line
-  Node* before = nullptr;
-  Node* after = nullptr;
-};
-
-Between between_blocks(const Boundary& caret) {
-  Element* holder = block_around(caret);
-  if (!holder || (caret.node->is_text() && !is_filling(*caret.node))) return {};
-  const Gap gap = gap_among_children(caret, *holder);
-  Node* before = passed_filling(gap.previous(), true);
-  Node* after = passed_filling(gap.next, false);
-  if (!before && !after) return is_editing_host(*holder) ? Between{holder} : Between{};
-  if ((before && !is_block_node(*before)) || (after && !is_block_node(*after))) return {};
-  // The line of an item comes before its lists.
-  if (holder->is(Tag::Li) && !before && is_list(*after)) return {};
-  return {holder, before, after};
-}
 
 bool may_enter(const Node* block) {
   return block && is_editable(*block) &&
@@ -82,7 +51,10 @@ bool leave_list_itself(Editor& editor) {
   const Boundary caret = editor.selection().focus();
   const Element* block = block_around(caret);
   if (!block || !is_list_of_any_kind(*block)) return false;
-  const Boundary place = normalized_caret_place(caret.node->is_text() ? dom::before(*caret.node) : caret);
+  const Boundary among = caret.node->is_text() ? dom::before(*caret.node) : caret;
+  Boundary place = normalized_caret_place(among);
+  if (!dom::is_ancestor(*block, *place.node))
+    place = next_caret_place(among, Direction::Backward, Granularity::Character).value_or(place);
   if (!dom::is_ancestor(*block, *place.node)) return false;
   collapse_keeping_style(editor, place);
   return true;
@@ -103,9 +75,92 @@ bool ends_in_lines_that_join(Editor& editor) {
          !is_gap_place(range.end);
 }
 
+namespace {
+
+bool has_block_beside_line(const Element& block) {
+  for (const Node* child = block.first_child(); child; child = child->next_sibling())
+    if (is_block_node(*child) && !(block.is(Tag::Li) && is_list(*child))) return true;
+  return false;
+}
+
+Ref<Element> wrap(Editor& editor, Element& block, const NodeList& line) {
+  const Ref<Element> paragraph =
+      editor.document().create_element(dom::Name{std::u16string_view(editor.paragraph_separator())});
+  const RecordedLook style = record_current_overrides(editor);
+  dom::insert(block, paragraph, line.front().get());
+  move_run_preserving_ranges(line, *paragraph, nullptr);
+  restore_look(style, editor);
+  return paragraph;
+}
+
+void stay_in(Editor& editor, Element& paragraph) {
+  if (!dom::is_inclusive_ancestor(paragraph, *editor.selection().focus().node))
+    collapse_keeping_style(editor, {&paragraph, 0});
+}
+
+bool ends_with_break(const Node& node) { return dom::last_within(node)->is(Tag::Br); }
+
+/// The line of inline nodes at a position among the children of `holder`.
+NodeList line_at(Element& holder, const Boundary& caret) {
+  Node* child = caret.node == &holder ? dom::child_at(holder, caret.offset) : caret.node;
+  while (child && child->parent() != &holder) child = child->parent();
+  if (!child || is_block_piece(*child))
+    child = caret.node == &holder && child ? child->previous_sibling() : child;
+  if (!child && caret.node == &holder) child = holder.last_child();
+  NodeList line;
+  if (!child || is_block_piece(*child)) return line;
+  Node* first = child;
+  while (first->previous_sibling() && !is_block_piece(*first->previous_sibling()) &&
+         !ends_with_break(*first->previous_sibling()))
+    first = first->previous_sibling();
+  for (Node* node = first; node && !is_block_piece(*node); node = node->next_sibling()) {
+    line.emplace_back(node);
+    if (ends_with_break(*node)) break;
+  }
+  while (!line.empty() && is_filling(*line.back())) line.pop_back();
+  while (!line.empty() && is_filling(*line.front())) line.erase(line.begin());
+  return line;
+}
+
+}  // namespace
+
+namespace {
+
+/// The line at a position in a paragraph of its own, if it is one that should have one.
+Ref<Element> wrapped_line(Editor& editor, const Boundary& caret) {
+  Element* block = block_around(caret);
+  static const auto holds_lines = [](const Element& element) {
+    return element.is(Tag::Div) || element.is(Tag::Td) || element.is(Tag::Th) || element.is(Tag::Li) ||
+           element.is(Tag::Blockquote);
+  };
+  if (!block || (caret.node->is_text() && !is_filling(*caret.node) && is_editing_host(*block))) return {};
+  if (!is_editing_host(*block) && !(holds_lines(*block) && has_block_beside_line(*block))) return {};
+  const NodeList line = line_at(*block, caret);
+  if (line.empty()) return {};
+  // Lines of the page that stand bare in the body stay so; one that was left empty between blocks doesn't.
+  if (is_editing_host(*block)) {
+    const Node* before = passed_filling(line.front()->previous_sibling(), true);
+    if (line.size() > 1 || !line.front()->is(Tag::Br) || (before && !is_block_node(*before))) return {};
+  }
+  return wrap(editor, *block, line);
+}
+
+}  // namespace
+
+void wrap_line_beside_blocks(Editor& editor) {
+  if (const Ref<Element> paragraph = wrapped_line(editor, editor.selection().focus()))
+    stay_in(editor, *paragraph);
+}
+
 void start_in_line(Editor& editor) {
   const dom::Range range = editor.selection().range();
   if (editor.selection().type() != SelectionType::Text || range.collapsed()) return;
+  if (const Ref<Element> paragraph = wrapped_line(editor, range.start)) {
+    const dom::Range moved = editor.selection().range();
+    if (!dom::is_inclusive_ancestor(*paragraph, *moved.start.node))
+      editor.selection().set({paragraph.get(), 0}, moved.end);
+    return;
+  }
   const Between between = between_blocks(range.start);
   if (!between.holder || !may_enter(between.after) ||
       !dom::is_inclusive_ancestor(*between.after, *range.end.node))
@@ -116,12 +171,13 @@ void start_in_line(Editor& editor) {
 
 void take_out_selection(Editor& editor, Wrappers wrappers) {
   start_in_line(editor);
-  if (editor.selection().collapsed()) return;
-  leave_line_end(editor);
-  if (empty_selected_cells(editor)) return;
+  if (editor.selection().collapsed() || empty_selected_cells(editor)) return;
   remove_islands(editor);
+  leave_line_end(editor);
+  HardSpaceKeeper hard_spaces(editor.selection().range());
   delete_selection(editor, {.block_merging = ends_in_lines_that_join(editor),
                             .strip_wrappers = wrappers == Wrappers::Strip});
+  hard_spaces.put_back();
 }
 
 bool stand_in_line(Editor& editor, BetweenBlocks wanted) {
@@ -146,59 +202,47 @@ bool stand_in_line(Editor& editor, BetweenBlocks wanted) {
 
 namespace {
 
-bool has_block_beside_line(const Element& block) {
-  for (const Node* child = block.first_child(); child; child = child->next_sibling())
-    if (is_block_node(*child) && !(block.is(Tag::Li) && is_list(*child))) return true;
-  return false;
+/// The next break on one side of a position in its line; null where the line ends otherwise.
+Node* break_beside(const Boundary& place, Direction direction, const Element& holder) {
+  ContentWalk walk(place, direction, &holder);
+  for (;;) {
+    const Content met = walk.next();
+    if (met.kind == ContentKind::LineBreak) return met.node;
+    if (met.kind != ContentKind::Text && met.kind != ContentKind::Object) return nullptr;
+  }
 }
 
-/// The line of inline nodes at a position among the children of `holder`.
-NodeList line_at(Element& holder, const Boundary& caret) {
-  Node* child = caret.node == &holder ? dom::child_at(holder, caret.offset) : caret.node;
-  while (child && child->parent() != &holder) child = child->parent();
-  if (!child || is_block_piece(*child))
-    child = caret.node == &holder && child ? child->previous_sibling() : child;
-  if (!child && caret.node == &holder) child = holder.last_child();
-  NodeList line;
-  if (!child || is_block_piece(*child)) return line;
-  Node* first = child;
-  while (first->previous_sibling() && !is_block_piece(*first->previous_sibling()) &&
-         !first->previous_sibling()->is(Tag::Br))
-    first = first->previous_sibling();
-  for (Node* node = first; node && !is_block_piece(*node); node = node->next_sibling()) {
-    line.emplace_back(node);
-    if (node->is(Tag::Br)) break;
-  }
-  while (!line.empty() && is_filling(*line.back())) line.pop_back();
-  return line;
+/// Parts the elements of a line after a break in them; the caret stays beside what it stands beside.
+void part_after(Editor& editor, Element& holder, Node& line_break) {
+  if (line_break.parent() == &holder) return;
+  const Boundary caret = editor.selection().focus();
+  const Ref<Node> text(caret.node->is_text() ? caret.node : nullptr);
+  const Ref<Node> next(text ? nullptr : dom::child_at(*caret.node, caret.offset));
+  const Ref<Node> before(next || text ? nullptr : caret.node->last_child());
+  const RecordedLook style = record_current_overrides(editor);
+  split_up_to(holder, dom::after(line_break));
+  if (text) editor.selection().collapse({text.get(), caret.offset});
+  if (next) editor.selection().collapse(dom::before(*next));
+  if (before) editor.selection().collapse(dom::after(*before));
+  restore_look(style, editor);
 }
 
 }  // namespace
 
-void wrap_line_beside_blocks(Editor& editor) {
-  const Boundary caret = editor.selection().focus();
-  Element* block = block_around(caret);
-  static const auto holds_lines = [](const Element& element) {
-    return element.is(Tag::Div) || element.is(Tag::Td) || element.is(Tag::Th) || element.is(Tag::Li) ||
-           element.is(Tag::Blockquote);
+void wrap_line_parted_in_style(Editor& editor) {
+  Element* block = block_around(editor.selection().focus());
+  if (!block || is_text_block(*block)) return;
+  Node* before = break_beside(editor.selection().focus(), Direction::Backward, *block);
+  Node* after = break_beside(editor.selection().focus(), Direction::Forward, *block);
+  const auto is_in_style = [&](const Node* line_break) {
+    return line_break && line_break->parent() != block;
   };
-  if (!block || (caret.node->is_text() && is_editing_host(*block))) return;
-  if (!is_editing_host(*block) && !(holds_lines(*block) && has_block_beside_line(*block))) return;
-  const NodeList line = line_at(*block, caret);
-  if (line.empty()) return;
-  // Lines of the page that stand bare in the body stay so; one that was left empty between blocks doesn't.
-  if (is_editing_host(*block)) {
-    const Node* before = passed_filling(line.front()->previous_sibling(), true);
-    if (line.size() > 1 || !line.front()->is(Tag::Br) || (before && !is_block_node(*before))) return;
-  }
-  const Ref<Element> paragraph =
-      editor.document().create_element(dom::Name{std::u16string_view(editor.paragraph_separator())});
-  const RecordedLook style = record_current_overrides(editor);
-  dom::insert(*block, paragraph, line.front().get());
-  move_run_preserving_ranges(line, *paragraph, nullptr);
-  if (!dom::is_inclusive_ancestor(*paragraph, *editor.selection().focus().node))
-    editor.selection().collapse({paragraph.get(), 0});
-  restore_look(style, editor);
+  if (!is_in_style(before) && !is_in_style(after)) return;
+  const Ref<Node> held_after(after);
+  if (before) part_after(editor, *block, *before);
+  if (after) part_after(editor, *block, *held_after);
+  const NodeList line = line_at(*block, editor.selection().focus());
+  if (!line.empty()) stay_in(editor, *wrap(editor, *block, line));
 }
 
 }  // namespace tvx::editing

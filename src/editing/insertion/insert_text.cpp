@@ -7,6 +7,8 @@
 #include "tvx/editing/inline/inline_values.h"
 #include "tvx/editing/inline/recorded_values.h"
 #include "tvx/editing/insertion/insertion_commands.h"
+#include "tvx/editing/walk/content_walk.h"
+#include "tvx/editing/walk/hard_spaces.h"
 #include "tvx/editing/walk/whitespace.h"
 
 namespace tvx::editing {
@@ -45,6 +47,21 @@ void show_blank(Editor& editor) {
   editor.selection().set({text, end.offset - 1}, end);
 }
 
+/// Line ends and tabs of the source around the caret, which are white space like a blank: beside one of them
+/// a typed blank would not be seen.
+void write_source_space_as_blanks(const Boundary& caret) {
+  auto* text = dom::as<dom::Text>(caret.node);
+  if (!text || !collapses(*text)) return;
+  const auto blank = [&](Offset at) {
+    if (text->data()[at] == u' ') return;
+    // Written before what it replaces, so that a caret after that stays there.
+    dom::replace_data(*text, at, 0, u" ");
+    dom::replace_data(*text, at + 1, 1, u"");
+  };
+  for (Offset at = caret.offset; at > 0 && is_ascii_space(text->data()[at - 1]); --at) blank(at - 1);
+  for (Offset at = caret.offset; at < text->length() && is_ascii_space(text->data()[at]); ++at) blank(at);
+}
+
 enum class By : bool { Command, Writer };
 
 // One code unit. The numbers of the steps are those of the standard's "insertText" command.
@@ -53,7 +70,8 @@ void insert_unit(Editor& editor, std::u16string_view unit, By by) {
   const bool look_is_pending = !editor.overrides().empty();
   const RecordedLook look = record_current_overrides(editor);  // 9
   editor.selection().collapse(start);
-  canonicalize_whitespace(start);  // 11
+  if (by == By::Writer && is_ascii_space(unit.front())) write_source_space_as_blanks(start);
+  canonicalize_whitespace(editor.selection().range().start);  // 11
   const Boundary place = editor.selection().range().start;
   if (auto* text = dom::as<dom::Text>(place.node)) {  // 13
     dom::replace_data(*text, place.offset, 0, unit);
@@ -76,6 +94,8 @@ void insert_unit(Editor& editor, std::u16string_view unit, By by) {
 
 void insert_units(Editor& editor, std::u16string_view text, By by) {
   const bool goes_on = by == By::Writer && editor.selection().collapsed();
+  const bool keeps_spaces = goes_on && !is_ascii_space(text.front());
+  HardSpaceKeeper hard_spaces(keeps_spaces ? editor.selection().range() : dom::Range{});
   const RecordedLook chosen = goes_on ? record_current_overrides(editor) : RecordedLook();
   delete_selection(editor, {.strip_wrappers = false});
   // White space at the caret that nobody sees has gone, and the caret with it: not what was chosen for it.
@@ -89,6 +109,7 @@ void insert_units(Editor& editor, std::u16string_view text, By by) {
       insert_unit(editor, text.substr(i, 1), by);
     }
   }
+  hard_spaces.put_back();
 }
 
 }  // namespace

@@ -96,6 +96,8 @@ std::string broken_law_of_tree(const Element& host) {
     if (!element) continue;
     if (in_list && !element->is(Tag::Li)) return "a list holds only items";
     if (parent->is(Tag::P) && is_block_node(*element)) return "no block stands in a paragraph";
+    if (of_lines.has(*parent) && is_editable(*element) && is_block_node(*element))
+      return "no block stands in an element of a line";
     if (is_list(*element) && !dom::first_child_element(*element)) return "no list is empty";
     if (of_lines.has(*element) && is_empty(*element)) return "no element of a line is empty";
     const std::u16string* style = element->attribute(dom::names::style);
@@ -133,6 +135,8 @@ std::string broken_law_of_enter(Editor& editor) {
 
 std::string broken_law_of_style(Editor& editor, const Moment& before, bool in_heading) {
   if (!before.collapsed || before.in_gap || before.in_heading || in_heading || before.in_link) return {};
+  // What preformatted text gives its letters ends with it, as what a heading gives.
+  if (before.in_pre != block_around(editor.selection().focus())->is(Tag::Pre)) return {};
   const auto now = style_of(editor);
   for (const auto& [name, value] : before.style)
     if (now.at(name) != value)
@@ -160,6 +164,7 @@ Moment Moment::of(Editor& editor, Element& host, GestureKind next) {
     const Element* block = block_around(caret);
     moment.line = block->id();
     moment.in_heading = is_heading(*block);
+    moment.in_pre = block->is(Tag::Pre);
     moment.beside_blocks = stands_beside_blocks(*block);
     if (next == GestureKind::Type || next == GestureKind::Enter) moment.style = style_of(editor);
   }
@@ -178,6 +183,7 @@ std::string broken_law(Editor& editor, Element& host, const Moment& before, Gest
   std::string law = broken_law_of_tree(host);
   const Boundary caret = editor.selection().focus();
   const bool in_heading = caret && is_heading(*block_around(caret));
+  if (law.empty() && caret && !editing_host_of(*caret.node)) law = "the caret stands where one can write";
   if (law.empty() && done == GestureKind::Type) law = broken_law_of_typing(editor, host, before);
   if (law.empty() && done == GestureKind::Enter) law = broken_law_of_enter(editor);
   if (law.empty() && (done == GestureKind::Type || done == GestureKind::Enter))
