@@ -1,7 +1,5 @@
 #pragma once
 
-#include <cstdint>
-
 #include "tvx/enumerations.h"
 
 namespace tvx::core {
@@ -10,7 +8,6 @@ using tvx::ed_FTPTransferType;
 using tvx::ed_InsertType;
 using tvx::EdBorderStyle;
 using tvx::EdHighLightStyle;
-
-enum class EdToolbar : std::int32_t { edMainToolbars = 0, edFormToolbar = 1 };
+using tvx::EdToolbar;
 
 }  // namespace tvx::core

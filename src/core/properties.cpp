@@ -18,7 +18,7 @@ using platform::as_text;
 using platform::PropertyBag;
 using platform::PropertyValue;
 
-/// Where a key's value lives. FTPDirectoryItem has no place as long as no directory list is held.
+/// Where a key's value is kept. FTPDirectoryItem is kept nowhere, as no directory list is held.
 using Member =
     std::variant<std::monostate, SharedText Properties::*, std::u16string Properties::*, bool Properties::*,
                  std::int32_t Properties::*, EdBorderStyle Properties::*, ed_FTPTransferType Properties::*>;
@@ -27,85 +27,21 @@ struct Key {
   std::u16string_view name;
   Member member;
   PropertyValue standard;
+  bool is_written_unless_standard;
 };
 
-// Stores that are around tell "true unless told otherwise" in two ways: as the number 1 and as -1.
-const PropertyValue one = std::int16_t(1), minus_one = std::int16_t(-1), off = false;
-const PropertyValue no_text = std::u16string();
-
-using P = Properties;
-
+/// In the order of reading.
 const std::vector<Key>& keys() {
   static const std::vector<Key> table{
-      {u"DocumentHTML", &P::DocumentHTML, no_text},
-      {u"FullToolBar", &P::FullToolBar, minus_one},
-      {u"FTPHost", &P::FTPHost, no_text},
-      {u"FTPUser", &P::FTPUser, no_text},
-      {u"FTPPassword", &P::FTPPassword, no_text},
-      {u"FTPInitDir", &P::FTPInitDir, no_text},
-      {u"FTPSaveToURL", &P::FTPSaveToURL, no_text},
-      {u"FTPPassive", &P::FTPPassive, off},
-      {u"CustomDictionaryFilename", &P::CustomDictionaryFilename, no_text},
-      {u"BaseURL", &P::BaseURL, std::u16string(u"http://")},
-      {u"CSSText", &P::CSSText, no_text},
-      {u"CSShttp", &P::CSShttp, one},
-      {u"showFormToolbar", &P::showFormToolbar, off},
-      {u"showFormattingToolbar1", &P::showFormattingToolbar1, one},
-      {u"showFormattingToolbar2", &P::showFormattingToolbar2, one},
-      {u"showCSSDropDown", &P::showCSSDropDown, off},
-      {u"isAccessContained", &P::isAccessContained, off},
-      {u"showDocumentBackgroundImage", &P::showDocumentBackgroundImage, one},
-      {u"FTPActionInProgress", &P::FTPActionInProgress, off},
-      {u"EditorEnabled", &P::EditorEnabled, one},
-      {u"showDOMToolbar", &P::showDOMToolbar, one},
-      {u"BorderStyle", &P::BorderStyle, std::int32_t(1)},
-      {u"useEnterAsBR", &P::useEnterAsBR, off},
-      {u"SelectionBorderStyle", &P::SelectionBorderStyle, std::u16string(u"Dashed")},
-      {u"SelectionBorderColor", &P::SelectionBorderColor, std::u16string(u"RED")},
-      {u"SelectionBorderWidth", &P::SelectionBorderWidth, std::u16string(u"1")},
-      {u"HighlightDOMSelection", &P::HighlightDOMSelection, one},
-      {u"HighlightDOMSelectionOnClick", &P::HighlightDOMSelectionOnClick, off},
-      {u"UploadImages", &P::UploadImages, off},
-      {u"LocalizationFile", &P::LocalizationFile, no_text},
-      {u"HiddenButtons", &P::HiddenButtons, no_text},
-      {u"HiddenContextMenus", &P::HiddenContextMenus, no_text},
-      {u"LocalImageStore", &P::LocalImageStore, no_text},
-      {u"DocumentText", &P::DocumentText, no_text},
-      {u"DocumentTitle", &P::DocumentTitle, no_text},
-      {u"ShowFTPDialog", &P::ShowFTPDialog, minus_one},
-      {u"FTPPort", &P::FTPPort, std::int32_t(21)},
-      {u"FTPTransferType", &P::FTPTransferType, std::int32_t(2)},
-      {u"FTPProxyServer", &P::FTPProxyServer, no_text},
-      {u"FTPProxyBypassList", &P::FTPProxyBypassList, no_text},
-      {u"allHTML", &P::allHTML, no_text},
-      {u"FTPDirectoryItem", std::monostate{}, std::int32_t(0)},
-      {u"IsDirty", &P::IsDirty, off},
-      {u"relativeURLs", &P::relativeURLs, off},
-      {u"AlwaysConvertUnicodeCharacters", &P::AlwaysConvertUnicodeCharacters, off},
-      {u"FTPBlockSize", &P::FTPBlockSize, std::int32_t(100)},
-      {u"SpellingLanguage", &P::SpellingLanguage, no_text},
-      {u"CheckSpellingAsYouType", &P::CheckSpellingAsYouType, off},
-      {u"RemoteContent", &P::RemoteContent, remote_content_on},
-      {u"AutoFormat", &P::AutoFormat, off}};
+#include "tvx/interface/store_keys.inc"
+  };
   return table;
 }
 
-/// The order in which containers have always been handed the keys; reading goes in the order of the table.
-/// RemoteContent and AutoFormat, the youngest, are written after them and only where they aren't the default:
-/// a container that knows nothing of them gets what it always got.
-// clang-format off
+/// The order in which containers have always been handed the keys.
 constexpr std::u16string_view writing_order[] = {
-    u"DocumentHTML", u"FullToolBar", u"FTPHost", u"FTPUser", u"FTPPassword", u"FTPInitDir", u"FTPSaveToURL",
-    u"FTPPassive", u"BaseURL", u"showFormToolbar", u"showFormattingToolbar1", u"showFormattingToolbar2",
-    u"CSSText", u"showCSSDropDown", u"isAccessContained", u"showDocumentBackgroundImage",
-    u"FTPActionInProgress", u"EditorEnabled", u"CSShttp", u"BorderStyle", u"showDOMToolbar",
-    u"useEnterAsBR", u"SelectionBorderStyle", u"SelectionBorderColor", u"SelectionBorderWidth",
-    u"HighlightDOMSelection", u"HighlightDOMSelectionOnClick", u"UploadImages", u"LocalizationFile",
-    u"HiddenButtons", u"HiddenContextMenus", u"LocalImageStore", u"DocumentText", u"DocumentTitle",
-    u"ShowFTPDialog", u"FTPPort", u"FTPTransferType", u"FTPProxyServer", u"FTPProxyBypassList", u"allHTML",
-    u"FTPDirectoryItem", u"IsDirty", u"relativeURLs", u"CustomDictionaryFilename",
-    u"AlwaysConvertUnicodeCharacters", u"FTPBlockSize", u"SpellingLanguage", u"CheckSpellingAsYouType"};
-// clang-format on
+#include "tvx/interface/writing_order.inc"
+};
 
 void assign(SharedText& target, const PropertyValue& value) { target = share(as_text(value)); }
 void assign(std::u16string& target, const PropertyValue& value) { target = as_text(value); }
@@ -140,6 +76,8 @@ void write_key(const Properties& properties, const Key& key, PropertyBag& bag) {
           return value_of(properties.*member);
       },
       key.member);
+  // A container that knows nothing of the youngest keys gets what it always got.
+  if (key.is_written_unless_standard && platform::equal_in_store(value, key.standard)) return;
   bag.WriteProperty(key.name, value, key.standard);
 }
 
@@ -158,12 +96,8 @@ void read_properties(Properties& properties, TableLabels& labels, const Property
 }
 
 void write_properties(const Properties& properties, PropertyBag& bag) {
-  const auto write = [&](std::u16string_view name) {
+  for (std::u16string_view name : writing_order)
     attempt([&] { write_key(properties, *std::ranges::find(keys(), name, &Key::name), bag); });
-  };
-  for (std::u16string_view name : writing_order) write(name);
-  if (properties.RemoteContent != remote_content_on) write(u"RemoteContent");
-  if (properties.AutoFormat) write(u"AutoFormat");
 }
 
 std::u16string_view text_of(EdHighLightStyle style) {

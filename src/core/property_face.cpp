@@ -44,14 +44,4 @@ void PropertyFace::set_SelectionBorderStyle(EdHighLightStyle style) {
   store(&Properties::SelectionBorderStyle, text_of(style), u"SelectionBorderStyle");
 }
 
-void PropertyFace::set_showDocumentBackgroundImage(bool on) {
-  refuse_at_run_time();
-  store(&Properties::showDocumentBackgroundImage, on, u"showDocumentBackgroundImage");
-}
-
-void PropertyFace::set_HighlightDOMSelection(bool on) {
-  refuse_at_run_time();
-  store(&Properties::HighlightDOMSelection, on, u"HighlightDOMSelection");
-}
-
 }  // namespace tvx::core

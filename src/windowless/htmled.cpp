@@ -145,6 +145,4 @@ void HTMLed::set_part(std::u16string_view path, const Value& value) {
   Object(library::face_of(control())).set(path, value);
 }
 
-Object HTMLed::DOM() const { return Object(library::document_object(control().DOM()).to_object()); }
-
 }  // namespace tvx

@@ -1,11 +1,16 @@
 #pragma once
 
+#include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <tuple>
 #include <type_traits>
+#include <utility>
 
 #include "tvx/core/htmled.h"
 #include "tvx/library/members/member_table.h"
+#include "tvx/library/objects/directory_list_object.h"
 
 /// Rows of the member table from members of the class: `get_of<&HTMLed::BaseURL>`.
 namespace tvx::library {
@@ -14,6 +19,10 @@ template <class T>
 Value to_value(const T& value) {
   if constexpr (std::is_enum_v<T>)
     return static_cast<std::int32_t>(value);
+  else if constexpr (std::is_same_v<T, std::optional<std::u16string>>)
+    return value ? Value(*value) : Value();
+  else if constexpr (std::is_same_v<T, std::shared_ptr<transfer::clsDirectoryList>>)
+    return directory_list_object(value);
   else
     return Value(value);
 }
@@ -50,49 +59,61 @@ void set_of(core::HTMLed& control, const Value& value) {
   (control.*Setter)(held);
 }
 
-/// An operation without arguments and result.
+/// What an operation's argument is held in during the call.
+template <class T>
+struct HeldOf {
+  using Type = std::remove_cvref_t<T>;
+};
+template <>
+struct HeldOf<std::u16string_view> {
+  using Type = std::u16string;
+};
+
+/// An argument that may be left out counts as left out where it is nothing, too.
+template <class Held>
+Held argument_of(const Values& arguments, std::size_t index) {
+  if constexpr (std::is_same_v<Held, std::optional<std::u16string>>) {
+    if (index >= arguments.size() || arguments[index].is_null()) return std::nullopt;
+    return arguments[index].to_text();
+  } else {
+    return from_value<Held>(arguments[index]);
+  }
+}
+
+template <class Operation>
+struct OperationOf;
+template <class Owner, class Result, class... Parameters>
+struct OperationOf<Result (Owner::*)(Parameters...)> {
+  using Places = std::index_sequence_for<Parameters...>;
+
+  template <auto Operation, std::size_t... Index>
+  static Value call(core::HTMLed& control, Values& arguments, std::index_sequence<Index...>) {
+    std::tuple<typename HeldOf<Parameters>::Type...> held{
+        argument_of<typename HeldOf<Parameters>::Type>(arguments, Index)...};
+    const auto run = [&]() -> Result { return (control.*Operation)(std::get<Index>(held)...); };
+    Value result;
+    if constexpr (std::is_void_v<Result>)
+      run();
+    else
+      result = to_value(run());
+    (bring_back<Parameters>(arguments, Index, std::get<Index>(held)), ...);
+    return result;
+  }
+
+ private:
+  template <class Parameter, class Held>
+  static void bring_back(Values& arguments, std::size_t index, const Held& held) {
+    if constexpr (std::is_lvalue_reference_v<Parameter> &&
+                  !std::is_const_v<std::remove_reference_t<Parameter>>)
+      arguments[index] = to_value(held);
+  }
+};
+
+/// An operation of the control with its arguments; those that it takes by reference come back.
 template <auto Operation>
-Value call_of(core::HTMLed& control, Values&) {
-  (control.*Operation)();
-  return {};
-}
-
-template <auto Getter, auto Setter>
-constexpr Member property(std::int32_t number, std::u16string_view name, Type type, DefaultValue initial,
-                          std::u16string_view description, Access access = Access::ReadWrite) {
-  return {.kind = MemberKind::Property,
-          .number = number,
-          .name = name,
-          .type = type,
-          .description = description,
-          .key = name,
-          .initial = initial,
-          .access = access,
-          .get = get_of<Getter>,
-          .set = set_of<Setter>};
-}
-
-template <auto Operation>
-constexpr Member operation(std::int32_t number, std::u16string_view name, std::u16string_view description) {
-  return {.kind = MemberKind::Method,
-          .number = number,
-          .name = name,
-          .type = Type::None,
-          .description = description,
-          .call = call_of<Operation>};
-}
-
-/// An operation with arguments or a result. No `call`: it isn't built into this control.
-constexpr Member operation(std::int32_t number, std::u16string_view name, Type result,
-                           std::span<const Parameter> parameters, std::u16string_view description,
-                           Value (*call)(core::HTMLed&, Values&) = nullptr) {
-  return {.kind = MemberKind::Method,
-          .number = number,
-          .name = name,
-          .type = result,
-          .description = description,
-          .parameters = parameters,
-          .call = call};
+Value call_of(core::HTMLed& control, Values& arguments) {
+  using Form = OperationOf<decltype(Operation)>;
+  return Form::template call<Operation>(control, arguments, typename Form::Places());
 }
 
 }  // namespace tvx::library

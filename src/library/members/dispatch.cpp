@@ -32,15 +32,10 @@ Value converted(const Value& value, Type type) {
     case Type::Variant: return value;
     case Type::Boolean: return value.to_boolean();
     case Type::Integer16: return std::int32_t{value.to_integer16()};
-    case Type::Integer32:
-    case Type::EdBorderStyle:
-    case Type::EdHighLightStyle:
-    case Type::ed_FTPTransferType:
-    case Type::ed_InsertType: return value.to_integer32();
     case Type::String: return value.to_text();
     case Type::Object: return value.to_object();
+    default: return value.to_integer32();  // a number, or an enumeration's
   }
-  return value;
 }
 
 Value get_property(core::HTMLed& control, std::u16string_view name) {

@@ -1,8 +1,20 @@
 #include "tvx/library/members/member_table.h"
 
 #include "tvx/base/strings.h"
+#include "tvx/library/members/bindings.h"
+#include "tvx/library/members/hand_bindings.h"
 
 namespace tvx::library {
+
+namespace {
+
+using core::HTMLed;
+
+#include "tvx/interface/enumeration_rows.inc"
+#include "tvx/interface/event_rows.inc"
+#include "tvx/interface/member_rows.inc"
+
+}  // namespace
 
 std::u16string_view name_of(Type type) {
   switch (type) {
@@ -13,10 +25,7 @@ std::u16string_view name_of(Type type) {
     case Type::String: return u"string";
     case Type::Object: return u"object";
     case Type::Variant: return u"variant";
-    case Type::EdBorderStyle: return u"EdBorderStyle";
-    case Type::EdHighLightStyle: return u"EdHighLightStyle";
-    case Type::ed_FTPTransferType: return u"ed_FTPTransferType";
-    case Type::ed_InsertType: return u"ed_InsertType";
+#include "tvx/interface/type_names.inc"
   }
   return u"";
 }
@@ -31,17 +40,9 @@ Value DefaultValue::value() const {
   return {};
 }
 
-std::span<const Member> members() {
-  static const std::vector<Member> all = [] {
-    std::vector<Member> rows;
-    for (const std::span<const Member> subject :
-         {document_properties(), look_properties(), transfer_properties(), document_operations(),
-          formatting_operations(), search_operations(), transfer_operations()})
-      rows.insert(rows.end(), subject.begin(), subject.end());
-    return rows;
-  }();
-  return all;
-}
+std::span<const Enumeration> enumerations() { return enumeration_rows; }
+std::span<const EventMember> events() { return event_rows; }
+std::span<const Member> members() { return member_rows; }
 
 const Member* find_member(std::u16string_view name) {
   for (const Member& member : members())

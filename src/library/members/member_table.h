@@ -12,8 +12,8 @@ class HTMLed;
 }
 
 /// The one table of what a host sees of the control: every property, operation and event, with its names,
-/// numbers, types, keys and defaults. Calls by name, the automation door and the reference read it; the
-/// widget's properties are checked against it.
+/// numbers, types, keys and defaults, as src/library/tvxhtml.interface describes them. Calls by name and
+/// scripts go by it.
 namespace tvx::library {
 
 enum class Type : std::uint8_t {
@@ -24,10 +24,7 @@ enum class Type : std::uint8_t {
   String,
   Object,
   Variant,
-  EdBorderStyle,
-  EdHighLightStyle,
-  ed_FTPTransferType,
-  ed_InsertType
+#include "tvx/interface/type_enumerators.inc"
 };
 /// As the reference writes it: "boolean", "32-bit number", "EdBorderStyle".
 std::u16string_view name_of(Type type);
@@ -111,14 +108,5 @@ std::span<const EventMember> events();
 /// Names without regard to case; null if there is none.
 const Member* find_member(std::u16string_view name);
 const EventMember* find_event(std::u16string_view name);
-
-// The rows, by subject.
-std::span<const Member> document_properties();    // document_properties.cpp
-std::span<const Member> look_properties();        // look_properties.cpp
-std::span<const Member> transfer_properties();    // transfer_properties.cpp
-std::span<const Member> document_operations();    // document_operations.cpp: files, content, selection, views
-std::span<const Member> formatting_operations();  // formatting_operations.cpp
-std::span<const Member> search_operations();      // search_operations.cpp
-std::span<const Member> transfer_operations();    // transfer_operations.cpp: images, files, spelling
 
 }  // namespace tvx::library

@@ -4,7 +4,7 @@
 
 namespace tvx::library {
 
-/// The reference of all members of the control, from the member table, in Markdown and UTF-8:
+/// The reference of all members of the control, from src/library/tvxhtml.interface, in Markdown and UTF-8:
 /// docs/reference.md.
 std::string reference();
 

@@ -23,20 +23,7 @@ constexpr MemberOf<clsDirectoryItem> field(std::u16string_view name) {
 }
 
 constexpr MemberOf<clsDirectoryItem> rows[] = {
-    field<&clsDirectoryItem::readonly>(u"readonly"),
-    field<&clsDirectoryItem::Hidden>(u"Hidden"),
-    field<&clsDirectoryItem::System>(u"System"),
-    field<&clsDirectoryItem::Directory>(u"Directory"),
-    field<&clsDirectoryItem::Archive>(u"Archive"),
-    field<&clsDirectoryItem::Normal>(u"Normal"),
-    field<&clsDirectoryItem::Temporary>(u"Temporary"),
-    field<&clsDirectoryItem::Compressed>(u"Compressed"),
-    field<&clsDirectoryItem::Offline>(u"Offline"),
-    field<&clsDirectoryItem::CreationTime>(u"CreationTime"),
-    field<&clsDirectoryItem::LastAccessTime>(u"LastAccessTime"),
-    field<&clsDirectoryItem::LastWriteTime>(u"LastWriteTime"),
-    field<&clsDirectoryItem::FileSize>(u"FileSize"),
-    field<&clsDirectoryItem::Filename>(u"Filename"),
+#include "tvx/interface/clsDirectoryItem_rows.inc"
 };
 
 class DirectoryItemObject final : public Object {

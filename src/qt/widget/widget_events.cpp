@@ -6,69 +6,31 @@
 
 namespace tvx::qt {
 
-using Widget = HTMLedWidget;
+namespace {
 
-void WidgetEvents::Error(std::int32_t& errNo, std::u16string& errDesc) {
-  tell([&](Widget& widget) { emit widget.Error(errNo, to_qt(errDesc)); });
+/// A text of an event as a signal passes it; what a slot writes into it goes back.
+class WrittenText {
+ public:
+  explicit WrittenText(std::u16string& target) : text(to_qt(target)), target_(target), before_(text) {}
+  ~WrittenText() {
+    if (text != before_) target_ = from_qt(text);
+  }
+  WrittenText(const WrittenText&) = delete;
+  WrittenText& operator=(const WrittenText&) = delete;
+
+  QString text;
+
+ private:
+  std::u16string& target_;
+  const QString before_;
+};
+
+Object object_of(const HTMLedWidget& widget, const dom::Ref<dom::Element>& element) {
+  return Object(library::element_object(element.get(), widget.control().DOM()).to_object());
 }
-void WidgetEvents::FTPSuccess(std::int32_t& id, std::u16string& Message) {
-  tell([&](Widget& widget) { emit widget.FTPSuccess(id, to_qt(Message)); });
-}
-void WidgetEvents::FTPError(std::int32_t& errNo, std::u16string& errDesc) {
-  tell([&](Widget& widget) { emit widget.FTPError(errNo, to_qt(errDesc)); });
-}
-void WidgetEvents::ASCIIKeyPress(std::int32_t& KeyCode, bool& Shift, bool& Control) {
-  tell([&](Widget& widget) { emit widget.ASCIIKeyPress(KeyCode, Shift, Control); });
-}
-void WidgetEvents::FTPTransferProgress(std::int32_t& CurrentBytes, std::int32_t& TotalBytes) {
-  tell([&](Widget& widget) { emit widget.FTPTransferProgress(CurrentBytes, TotalBytes); });
-}
-void WidgetEvents::SpellCheckComplete(bool& Cancelled) {
-  tell([&](Widget& widget) { emit widget.SpellCheckComplete(Cancelled); });
-}
-void WidgetEvents::ToolButtonClick(std::u16string& Toolbar, std::int16_t& index, std::u16string& buttonName,
-                                   bool& cancel) {
-  tell(
-      [&](Widget& widget) { emit widget.ToolButtonClick(to_qt(Toolbar), index, to_qt(buttonName), cancel); });
-}
-void WidgetEvents::MenuClick(std::u16string& MenuItem, bool& cancel) {
-  tell([&](Widget& widget) { emit widget.MenuClick(to_qt(MenuItem), cancel); });
-}
-void WidgetEvents::BeforeLibraryInsert(std::u16string& AssetName, bool& cancel) {
-  tell([&](Widget& widget) { emit widget.BeforeLibraryInsert(to_qt(AssetName), cancel); });
-}
-void WidgetEvents::BeforeCodeViewChange(bool& CurrentlyWYSIWYG, bool& cancel) {
-  tell([&](Widget& widget) { emit widget.BeforeCodeViewChange(CurrentlyWYSIWYG, cancel); });
-}
-void WidgetEvents::SpellCheckWord(bool& Cancelled, std::u16string& oldWord, std::u16string& newWord,
-                                  bool& AddThisWord) {
-  QString word = to_qt(newWord);
-  tell([&](Widget& widget) { emit widget.SpellCheckWord(Cancelled, to_qt(oldWord), word, AddThisWord); });
-  newWord = from_qt(word);
-}
-void WidgetEvents::BeginImageUpload() {
-  tell([](Widget& widget) { emit widget.BeginImageUpload(); });
-}
-void WidgetEvents::EndImageUpload() {
-  tell([](Widget& widget) { emit widget.EndImageUpload(); });
-}
-void WidgetEvents::BeforeGetDocumentHTML(std::u16string& CurrentDocumentHTML) {
-  const QString before = to_qt(CurrentDocumentHTML);
-  QString html = before;
-  tell([&](Widget& widget) { emit widget.BeforeGetDocumentHTML(html); });
-  if (html != before) CurrentDocumentHTML = from_qt(html);
-}
-void WidgetEvents::DocumentClick(dom::Ref<dom::Element>& CurrentElement) {
-  tell([&](Widget& widget) {
-    emit widget.DocumentClick(
-        Object(library::element_object(CurrentElement.get(), widget.control().DOM()).to_object()));
-  });
-}
-void WidgetEvents::BeforeNavigate(std::u16string& TheURL, std::u16string& TheFrameName,
-                                  bool& CancelNavigate) {
-  tell([&](Widget& widget) {
-    emit widget.BeforeNavigate(to_qt(TheURL), to_qt(TheFrameName), CancelNavigate);
-  });
-}
+
+}  // namespace
+
+#include "tvx/interface/widget_events.inc"
 
 }  // namespace tvx::qt
