@@ -1,0 +1,143 @@
+#include "tvx/core/views/letter_place.h"
+
+#include <algorithm>
+
+#include "tvx/dom/tree.h"
+#include "tvx/source/markup_scanner.h"
+
+namespace tvx::core {
+
+using dom::Boundary;
+using dom::Node;
+using dom::Tag;
+
+namespace {
+
+/// Elements whose text is no text of the page, or none that both sides have alike.
+bool hides_text(const Node& node) {
+  for (const Tag tag :
+       {Tag::Script, Tag::Style, Tag::Textarea, Tag::Xmp, Tag::Iframe, Tag::Noframes, Tag::Noembed})
+    if (node.is(tag)) return true;
+  return false;
+}
+
+/// The next text of the page after a node in tree order; null after the last one.
+dom::Text* next_text(Node& body, Node* node) {
+  for (;;) {
+    Node* next = hides_text(*node) ? nullptr : node->first_child();
+    while (!next && node != &body) {
+      next = node->next_sibling();
+      if (!next) node = node->parent();
+    }
+    if (!next) return nullptr;
+    node = next;
+    if (auto* text = dom::as<dom::Text>(node)) return text;
+  }
+}
+
+bool is_letter(char16_t unit) { return !is_ascii_space(unit); }
+
+std::size_t count_letters(std::u16string_view text) {
+  return static_cast<std::size_t>(std::ranges::count_if(text, is_letter));
+}
+
+/// How long a reference to a character is that stands at a position: 0 if none does.
+Offset reference_length(std::u16string_view source, Offset at) {
+  if (source[at] != u'&') return 0;
+  Offset end = at + 1;
+  while (end < source.size() &&
+         (is_ascii_alpha(source[end]) || is_ascii_digit(source[end]) || source[end] == u'#'))
+    ++end;
+  return end < source.size() && source[end] == u';' && end > at + 1 ? end + 1 - at : 0;
+}
+
+/// Calls `take(offset, length)` for each letter of a source's text, until it answers false.
+template <class Take>
+void each_letter(std::u16string_view source, const Take& take) {
+  source::MarkupScanner scanner(source);
+  std::u16string_view raw;
+  while (const auto piece = scanner.next()) {
+    if (piece->kind == source::Piece::Kind::StartTag) raw = piece->name;
+    if (piece->kind != source::Piece::Kind::Text) continue;
+    const bool hidden = std::ranges::any_of(
+        std::initializer_list<std::u16string_view>{u"script", u"style", u"textarea", u"xmp", u"iframe",
+                                                   u"noframes", u"noembed"},
+        [&](std::u16string_view name) { return equals_ignoring_ascii_case(raw, name); });
+    raw = {};
+    if (hidden) continue;
+    for (Offset at = piece->begin; at < piece->end; ++at) {
+      const Offset reference = reference_length(source, at);
+      if (reference == 0 && !is_letter(source[at])) continue;
+      if (!take(at, std::max<Offset>(reference, 1))) return;
+      if (reference > 0) at += reference - 1;
+    }
+  }
+}
+
+}  // namespace
+
+LetterPlace letter_place(Node& body, const Boundary& place) {
+  LetterPlace found;
+  if (!place || !dom::is_inclusive_ancestor(body, *place.node)) return found;
+  for (dom::Text* text = next_text(body, &body); text; text = next_text(body, text)) {
+    const std::u16string& data = text->data();
+    if (text == place.node) {
+      const Offset offset = std::min(place.offset, data.size());
+      found.before += count_letters(std::u16string_view(data).substr(0, offset));
+      found.after_letter = offset > 0 && is_letter(data[offset - 1]);
+      return found;
+    }
+    if (dom::compare({text, 0}, place) >= 0) return found;
+    found.before += count_letters(data);
+  }
+  return found;
+}
+
+Boundary boundary_at(Node& body, const LetterPlace& place) {
+  std::size_t before = 0;
+  Boundary last{&body, 0};
+  for (dom::Text* text = next_text(body, &body); text; text = next_text(body, text)) {
+    const std::u16string& data = text->data();
+    for (Offset at = 0; at < data.size(); ++at) {
+      if (!is_letter(data[at])) continue;
+      if (before == place.before && !place.after_letter) return {text, at};
+      last = {text, at + 1};
+      if (++before == place.before && place.after_letter) return last;
+    }
+  }
+  return last;
+}
+
+LetterPlace letter_place(std::u16string_view source, Offset place) {
+  LetterPlace found;
+  Offset end = 0, next = source.size();
+  each_letter(source, [&](Offset at, Offset length) {
+    if (at + length > place) {
+      next = at;
+      return false;
+    }
+    ++found.before;
+    end = at + length;
+    return true;
+  });
+  // After the end tags of a line the line's last letter is nearer than the first one of the next line.
+  const bool same_line = source.substr(end, place - end).find_first_of(u"\r\n") == source.npos;
+  found.after_letter = found.before > 0 && (end == place || (same_line && next > place));
+  return found;
+}
+
+Offset offset_at(std::u16string_view source, const LetterPlace& place) {
+  std::size_t before = 0;
+  Offset last = 0;
+  each_letter(source, [&](Offset at, Offset length) {
+    if (before == place.before && !place.after_letter) {
+      last = at;
+      return false;
+    }
+    last = at + length;
+    return !(++before == place.before && place.after_letter);
+  });
+  return last;
+}
+
+}  // namespace tvx::core
