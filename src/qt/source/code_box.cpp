@@ -7,14 +7,16 @@
 #include <QKeyEvent>
 #include <QMenu>
 #include <QMimeData>
-#include <QPlainTextDocumentLayout>
 #include <QPointer>
 #include <QScopedValueRollback>
 #include <QScrollBar>
 #include <QTextBlock>
+#include <QToolTip>
 #include <functional>
 #include <memory>
 
+#include "tvx/qt/source/code_assistance.h"
+#include "tvx/qt/source/code_layout.h"
 #include "tvx/qt/support/keys.h"
 #include "tvx/qt/support/strings.h"
 #include "tvx/qt/support/twips.h"
@@ -78,6 +80,7 @@ class CodeBox::Edit final : public QPlainTextEdit {
     setTabStopDistance(4 * QFontMetricsF(font()).horizontalAdvance(u' '));
     setLayoutDirection(Qt::LeftToRight);  // a source reads from left to right in every interface
     setCursorWidth(2);
+    put({});
   }
 
   std::size_t first_visible_line() const {
@@ -95,18 +98,19 @@ class CodeBox::Edit final : public QPlainTextEdit {
     fresh->setDefaultFont(font());
     fresh->setDefaultTextOption(document()->defaultTextOption());
     fresh->setPlainText(text);
-    fresh->setDocumentLayout(new QPlainTextDocumentLayout(fresh));
-    setExtraSelections({});
+    fresh->setDocumentLayout(new CodeLayout(fresh));
     const QPointer<QTextDocument> old = document();  // the first one goes with its successor
     setDocument(fresh);
     delete old;
     fresh->setUndoRedoEnabled(true);
+    assistance.document_changed();
   }
   void native_key(QKeyEvent* event) { QPlainTextEdit::keyPressEvent(event); }
   // The box itself would hold on to the focus, as Tab types in it.
   void go_back() { QWidget::focusNextPrevChild(false); }
 
   std::function<void()> on_lines_moved;
+  CodeAssistance assistance{*this};
 
  protected:
   // Keys that the box knows are not for the window's shortcuts.
@@ -116,6 +120,17 @@ class CodeBox::Edit final : public QPlainTextEdit {
       if (key->modifiers() == Qt::ControlModifier && key->key() == Qt::Key_Y) key->accept();
     }
     return QPlainTextEdit::event(event);
+  }
+  void changeEvent(QEvent* event) override {
+    QPlainTextEdit::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange) assistance.colours_changed();
+  }
+  bool viewportEvent(QEvent* event) override {
+    if (event->type() != QEvent::ToolTip) return QPlainTextEdit::viewportEvent(event);
+    const auto* help = static_cast<QHelpEvent*>(event);
+    const QString tip = assistance.tip_at(cursorForPosition(help->pos()).position());
+    tip.isEmpty() ? QToolTip::hideText() : QToolTip::showText(help->globalPos(), tip, this);
+    return true;
   }
   void keyPressEvent(QKeyEvent* event) override { box_.key_pressed(*event); }
   void keyReleaseEvent(QKeyEvent* event) override {
@@ -202,6 +217,19 @@ CodeBox::~CodeBox() {
 }
 
 QPlainTextEdit* CodeBox::widget() const { return edit_; }
+CodeAssistance& CodeBox::assistance() { return edit_->assistance; }
+
+void CodeBox::set_wrapped(bool wrapped) {
+  edit_->setLineWrapMode(wrapped ? QPlainTextEdit::WidgetWidth : QPlainTextEdit::NoWrap);
+  edit_->setWordWrapMode(wrapped ? QTextOption::WrapAtWordBoundaryOrAnywhere : QTextOption::NoWrap);
+}
+
+void CodeBox::go_to_line(std::size_t line) {
+  const auto last = static_cast<std::size_t>(edit_->blockCount()) - 1;
+  QTextCursor cursor(edit_->document()->findBlockByNumber(static_cast<int>(std::min(line, last))));
+  edit_->setTextCursor(cursor);
+  edit_->centerCursor();
+}
 
 int CodeBox::top_of_line(std::size_t line) const {
   return edit_->top_of(edit_->document()->findBlockByNumber(static_cast<int>(line)));
@@ -278,7 +306,7 @@ void CodeBox::show_hits(const std::vector<Stretch>& hits, std::size_t present) {
     mark.format.setForeground(QColor(Qt::black));
     marks.append(mark);
   }
-  edit_->setExtraSelections(marks);
+  edit_->assistance.show_hits(marks);
 }
 
 bool CodeBox::can_undo() const { return edit_->document()->isUndoAvailable(); }
@@ -313,8 +341,12 @@ void CodeBox::Refresh() { edit_->viewport()->update(); }
 
 void CodeBox::key_pressed(QKeyEvent& event) {
   event.accept();
-  const QScopedValueRollback key(key_, &event);
-  send_key_down(static_cast<std::int16_t>(key_input(event).key_code), shift_of(event.modifiers()));
+  if (edit_->assistance.key(event)) return;
+  {
+    const QScopedValueRollback key(key_, &event);
+    send_key_down(static_cast<std::int16_t>(key_input(event).key_code), shift_of(event.modifiers()));
+  }
+  edit_->assistance.key_done(event);
 }
 
 void CodeBox::key_released(QKeyEvent& event) {

@@ -8,6 +8,8 @@ class QKeyEvent;
 
 namespace tvx::qt {
 
+class CodeAssistance;
+
 /// Qt's plain text edit as a text box whose messages can be watched: keys and the clipboard's messages go
 /// through the window's procedures before the widget acts on them. Lines don't wrap and are laid out when
 /// they are seen.
@@ -23,6 +25,12 @@ class CodeBox final : public platform::TextBox {
 
   /// Belongs to its parent.
   QPlainTextEdit* widget() const;
+  /// Off at first.
+  CodeAssistance& assistance();
+  /// Whether lines go on below where they reach the box's edge.
+  void set_wrapped(bool wrapped);
+  /// Brings a line to the middle of the box, with the caret at its start; the first one is 0.
+  void go_to_line(std::size_t line);
   /// How far down a line begins in the widget; nothing is known of lines out of sight.
   int top_of_line(std::size_t line) const;
   /// Runs when the lines in sight have moved or grown.

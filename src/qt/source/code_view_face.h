@@ -18,6 +18,7 @@ class CodeViewFace final : public QWidget, private source::CodeViewObserver {
 
   QPlainTextEdit* text_box() const { return box_.widget(); }
   QWidget* pane() const;
+  CodeBox& box() { return box_; }
 
  protected:
   void resizeEvent(QResizeEvent* event) override;

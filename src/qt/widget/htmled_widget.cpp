@@ -23,6 +23,7 @@
 #include "tvx/qt/bars/toolbar_face.h"
 #include "tvx/qt/dialogs/dialogs.h"
 #include "tvx/qt/forms/form_face.h"
+#include "tvx/qt/source/code_assistance.h"
 #include "tvx/qt/source/code_view_face.h"
 #include "tvx/qt/support/clipboard.h"
 #include "tvx/qt/support/message_loop.h"
@@ -201,6 +202,7 @@ class HTMLedWidget::Parts final : public platform::Container,
   std::optional<Panes> panes_;
   std::optional<HostBars> host_bars_;  // once somebody may listen
   QString print_file_;
+  CodeBox& code_box() { return code_->box(); }
 
  private:
   void make_faces() {
@@ -318,6 +320,16 @@ browser::DocumentView& HTMLedWidget::document_view() { return parts_->document_v
 WebView& HTMLedWidget::view() const { return parts_->view_; }
 platform::MessageLoop& HTMLedWidget::message_loop() const { return parts_->loop_; }
 HostBars& HTMLedWidget::host_bars() const { return *parts_->host_bars_; }
+
+void HTMLedWidget::set_code_assistance(bool on) { parts_->code_box().assistance().set_on(on); }
+bool HTMLedWidget::code_assistance() const { return parts_->code_box().assistance().is_on(); }
+void HTMLedWidget::set_code_wrapped(bool wrapped) { parts_->code_box().set_wrapped(wrapped); }
+bool HTMLedWidget::code_wrapped() const {
+  return parts_->code_box().widget()->lineWrapMode() != QPlainTextEdit::NoWrap;
+}
+void HTMLedWidget::go_to_code_line(int line) {
+  parts_->code_box().go_to_line(static_cast<std::size_t>(std::max(line, 1)) - 1);
+}
 
 void HTMLedWidget::set_design_mode(bool on) { parts_->design_mode_ = on; }
 void HTMLedWidget::set_print_file(const QString& path) { parts_->print_file_ = path; }

@@ -1,0 +1,341 @@
+#include "tvx/qt/source/code_assistance.h"
+
+#include <QAbstractItemView>
+#include <QCompleter>
+#include <QKeyEvent>
+#include <QScrollBar>
+#include <QStringListModel>
+#include <QTextBlock>
+
+#include "tvx/qt/source/code_layout.h"
+#include "tvx/qt/support/strings.h"
+#include "tvx/qt/support/words.h"
+#include "tvx/source/code_completion.h"
+
+namespace tvx::qt {
+namespace {
+
+using source::SourceTag;
+using source::TagTrouble;
+
+/// So long nobody types before the tags are read anew.
+constexpr int pause_milliseconds = 300;
+/// More underlined tags than these help nobody, and each is drawn.
+constexpr int most_troubles = 500;
+constexpr qsizetype longest_read = 20'000'000;
+
+QTextCharFormat ground(QRgb colour) {
+  QTextCharFormat format;
+  format.setBackground(QColor::fromRgb(colour));
+  return format;
+}
+
+std::u16string_view view_of(const QString& text) {
+  return {reinterpret_cast<const char16_t*>(text.utf16()), static_cast<std::size_t>(text.size())};
+}
+
+bool types_name(const QKeyEvent& event) {
+  const QString text = event.text();
+  return text.size() == 1 && (text.at(0).isLetterOrNumber() || text.at(0) == u'<' || text.at(0) == u'-');
+}
+
+}  // namespace
+
+CodeAssistance::CodeAssistance(QPlainTextEdit& edit)
+    : QObject(&edit), edit_(edit), completer_(new QCompleter(this)), names_(new QStringListModel(this)) {
+  completer_->setModel(names_);
+  completer_->setWidget(&edit_);
+  completer_->setCompletionMode(QCompleter::PopupCompletion);
+  completer_->setCaseSensitivity(Qt::CaseInsensitive);
+  connect(completer_, qOverload<const QString&>(&QCompleter::activated), this, &CodeAssistance::complete);
+  read_later_.setSingleShot(true);
+  read_later_.setInterval(pause_milliseconds);
+  connect(&read_later_, &QTimer::timeout, this, &CodeAssistance::read_tags);
+  mark_later_.setSingleShot(true);
+  mark_later_.setInterval(0);
+  connect(&mark_later_, &QTimer::timeout, this, &CodeAssistance::mark);
+  connect(&edit_, &QPlainTextEdit::cursorPositionChanged, this, &CodeAssistance::mark_later);
+}
+
+CodeAssistance::~CodeAssistance() = default;
+
+void CodeAssistance::set_on(bool on) {
+  if (on_ == on) return;
+  on_ = on;
+  document_changed();
+}
+
+void CodeAssistance::document_changed() {
+  tags_.reset();
+  text_.clear();
+  hits_.clear();
+  edit_.setExtraSelections({});
+  if (auto* layout = dynamic_cast<CodeLayout*>(edit_.document()->documentLayout())) {
+    layout->set_dark(is_dark());
+    layout->set_coloured(on_);
+  }
+  if (!on_) return;
+  connect(edit_.document(), &QTextDocument::contentsChange, this, [this](int, int removed, int added) {
+    if (removed == added && text_.isEmpty()) return;
+    tags_.reset();
+    read_later_.start();
+  });
+  read_later_.start(0);
+}
+
+void CodeAssistance::colours_changed() {
+  if (auto* layout = dynamic_cast<CodeLayout*>(edit_.document()->documentLayout()))
+    layout->set_dark(is_dark());
+  mark_later();
+}
+
+bool CodeAssistance::is_dark() const { return edit_.palette().color(QPalette::Base).lightness() < 128; }
+
+// --- marks ---
+
+void CodeAssistance::show_hits(const QList<QTextEdit::ExtraSelection>& hits) {
+  hits_ = hits;
+  mark();
+}
+
+void CodeAssistance::read_tags() {
+  read_later_.setInterval(pause_milliseconds);
+  if (!on_ || edit_.document()->characterCount() > longest_read) return;
+  text_ = edit_.document()->toRawText();
+  text_.replace(QChar::ParagraphSeparator, u'\n');
+  tags_.emplace(view_of(text_));
+  mark();
+}
+
+void CodeAssistance::mark_later() {
+  if (on_) mark_later_.start();
+}
+
+void CodeAssistance::mark() {
+  QList<QTextEdit::ExtraSelection> marks;
+  if (on_) {
+    mark_troubles(marks);
+    mark_tags(marks);
+    mark_brackets(marks);
+  }
+  edit_.setExtraSelections(marks + hits_);
+}
+
+QTextEdit::ExtraSelection CodeAssistance::stretch(std::size_t from, std::size_t to,
+                                                  const QTextCharFormat& format) const {
+  QTextEdit::ExtraSelection mark;
+  mark.cursor = QTextCursor(edit_.document());
+  mark.cursor.setPosition(int(from));
+  mark.cursor.setPosition(int(to), QTextCursor::KeepAnchor);
+  mark.format = format;
+  return mark;
+}
+
+void CodeAssistance::mark_tags(QList<QTextEdit::ExtraSelection>& marks) const {
+  if (!tags_ || edit_.textCursor().hasSelection()) return;
+  const SourceTag* tag = tags_->at(std::size_t(edit_.textCursor().position()));
+  const SourceTag* partner = tag ? tags_->partner_of(*tag) : nullptr;
+  if (!partner) return;
+  const QTextCharFormat format = ground(is_dark() ? 0x2F4A66 : 0xCFE3FA);
+  for (const SourceTag* each : {tag, partner}) marks.append(stretch(each->name, each->name_end, format));
+}
+
+void CodeAssistance::mark_brackets(QList<QTextEdit::ExtraSelection>& marks) const {
+  constexpr QStringView openers = u"([{", closers = u")]}";
+  constexpr int reach = 20'000;  // further away nobody looks
+  const int place = edit_.textCursor().position();
+  if (edit_.textCursor().hasSelection()) return;
+  const QTextDocument* document = edit_.document();
+  const auto match = [&](int at) {
+    const QChar here = document->characterAt(at);
+    const bool opens = openers.contains(here);
+    if (!opens && !closers.contains(here)) return false;
+    const QChar other = opens ? closers.at(openers.indexOf(here)) : openers.at(closers.indexOf(here));
+    int depth = 0;
+    for (int i = at, steps = 0; i >= 0 && i < document->characterCount() && steps < reach;
+         i += opens ? 1 : -1, ++steps) {
+      const QChar c = document->characterAt(i);
+      depth += c == here ? 1 : c == other ? -1 : 0;
+      if (depth != 0) continue;
+      const QTextCharFormat format = ground(is_dark() ? 0x4A4A1E : 0xF3E9A8);
+      marks.append(stretch(std::size_t(at), std::size_t(at) + 1, format));
+      marks.append(stretch(std::size_t(i), std::size_t(i) + 1, format));
+      return true;
+    }
+    return false;
+  };
+  if (!match(place) && place > 0) match(place - 1);
+}
+
+void CodeAssistance::mark_troubles(QList<QTextEdit::ExtraSelection>& marks) const {
+  if (!tags_) return;
+  QTextCharFormat format;
+  format.setUnderlineStyle(QTextCharFormat::WaveUnderline);
+  format.setUnderlineColor(is_dark() ? QColor(0xFFB454) : QColor(0xC77700));
+  for (const SourceTag& tag : tags_->tags()) {
+    if (tag.trouble == TagTrouble::None) continue;
+    if (marks.size() >= most_troubles) return;
+    marks.append(stretch(tag.begin, tag.end, format));
+  }
+}
+
+QString CodeAssistance::name_of(const SourceTag& tag) const {
+  return text_.mid(qsizetype(tag.name), qsizetype(tag.name_end - tag.name));
+}
+
+QString CodeAssistance::trouble_of(const SourceTag& tag) const {
+  switch (tag.trouble) {
+    case TagTrouble::None: return {};
+    case TagTrouble::NeverClosed:
+      return translated(u"<%1> is never closed: it ends with the element around it").arg(name_of(tag));
+    case TagTrouble::GoesOn:
+      return translated(u"<%1> is never closed: its format goes on into what follows").arg(name_of(tag));
+    case TagTrouble::ClosesNothing:
+      return translated(u"</%1> closes nothing: it is passed over").arg(name_of(tag));
+    case TagTrouble::EmptyParagraph:
+      return translated(u"</%1> closes nothing: it makes an empty paragraph").arg(name_of(tag));
+    case TagTrouble::LineBreak: return translated(u"</%1> is read as a line break").arg(name_of(tag));
+    case TagTrouble::ClosedByAnother:
+      return translated(u"<%1> has no end tag: it ends where the element around it ends").arg(name_of(tag));
+    case TagTrouble::OpensAgain:
+      return translated(u"<%1> is closed by another end tag, and opened again after it").arg(name_of(tag));
+  }
+  return {};
+}
+
+QString CodeAssistance::tip_at(int place) const {
+  const SourceTag* tag = on_ && tags_ ? tags_->at(std::size_t(place)) : nullptr;
+  return tag ? trouble_of(*tag) : QString();
+}
+
+// --- keys ---
+
+bool CodeAssistance::key(QKeyEvent& event) {
+  if (!on_ || edit_.isReadOnly()) return false;
+  if (completer_->popup()->isVisible()) {
+    switch (event.key()) {
+      case Qt::Key_Return:
+      case Qt::Key_Enter:
+      case Qt::Key_Tab: {
+        const QString chosen = completer_->popup()->currentIndex().data().toString();
+        completer_->popup()->hide();
+        complete(chosen.isEmpty() ? completer_->currentCompletion() : chosen);
+        return true;
+      }
+      case Qt::Key_Escape: completer_->popup()->hide(); return true;
+      default: break;
+    }
+  }
+  const bool tab = event.key() == Qt::Key_Tab || event.key() == Qt::Key_Backtab;
+  const QTextCursor cursor = edit_.textCursor();
+  const QTextDocument* document = edit_.document();
+  if (tab && document->findBlock(cursor.selectionStart()) != document->findBlock(cursor.selectionEnd())) {
+    move_lines(event.key() == Qt::Key_Tab);
+    return true;
+  }
+  if (event.key() == Qt::Key_Space && event.modifiers() == Qt::ControlModifier) {
+    offer(true);
+    return true;
+  }
+  return event.text() == QStringLiteral("/") && close_element();
+}
+
+void CodeAssistance::key_done(const QKeyEvent& event) {
+  if (!on_ || edit_.isReadOnly()) return;
+  const bool goes_on = completer_->popup()->isVisible();
+  if (types_name(event) && !(event.modifiers() & (Qt::ControlModifier | Qt::AltModifier)))
+    offer(false);
+  else if (goes_on && event.key() == Qt::Key_Backspace)
+    offer(true);
+  else if (goes_on && !event.text().isEmpty())
+    completer_->popup()->hide();
+}
+
+// All lines that the selection touches, and not one at whose start it ends.
+void CodeAssistance::move_lines(bool in) {
+  QTextCursor cursor = edit_.textCursor();
+  const int start = cursor.selectionStart(), end = cursor.selectionEnd();
+  QTextBlock block = edit_.document()->findBlock(start), last = edit_.document()->findBlock(end);
+  if (last.position() == end && last != block) last = last.previous();
+  const int last_number = last.blockNumber();
+  cursor.beginEditBlock();
+  for (; block.isValid() && block.blockNumber() <= last_number; block = block.next()) {
+    QTextCursor line(block);
+    if (in) {
+      if (block.length() > 1) line.insertText(QStringLiteral("\t"));
+      continue;
+    }
+    const QString text = block.text();
+    if (text.startsWith(u'\t')) {
+      line.deleteChar();
+    } else {
+      for (int blanks = 0; blanks < 2 && blanks < text.size() && text.at(blanks) == u' '; ++blanks)
+        line.deleteChar();
+    }
+  }
+  cursor.endEditBlock();
+  const QTextBlock first = edit_.document()->findBlock(start),
+                   ending = edit_.document()->findBlockByNumber(last_number);
+  cursor.setPosition(first.position());
+  cursor.setPosition(ending.position() + ending.length() - 1, QTextCursor::KeepAnchor);
+  edit_.setTextCursor(cursor);
+}
+
+void CodeAssistance::offer(bool asked) {
+  const QTextCursor cursor = edit_.textCursor();
+  const QTextBlock block = cursor.block();
+  // A tag that begins in an earlier line goes on here.
+  constexpr int lines_back = 10;
+  QTextBlock from = block;
+  for (int i = 0; i < lines_back && from.previous().isValid(); ++i) from = from.previous();
+  QTextCursor before(edit_.document());
+  before.setPosition(std::max(from.position(), cursor.position() - 5000));
+  before.setPosition(cursor.position(), QTextCursor::KeepAnchor);
+  QString text = before.selectedText();
+  const source::Completion completion = source::completion_at(view_of(text), std::size_t(text.size()));
+  const QString written = text.mid(qsizetype(completion.from));
+  if (completion.names.empty() || cursor.hasSelection() ||
+      (written.isEmpty() && !asked && !text.endsWith(u'<')))
+    return completer_->popup()->hide();
+  QStringList names;
+  for (const std::u16string_view name : completion.names) names.append(to_qt(name));
+  names_->setStringList(names);
+  completer_->setCompletionPrefix(written);
+  if (completer_->completionCount() == 0 ||
+      (completer_->completionCount() == 1 && completer_->currentCompletion() == written))
+    return completer_->popup()->hide();
+  completer_->popup()->setCurrentIndex(completer_->completionModel()->index(0, 0));
+  QRect place = edit_.cursorRect();
+  place.setWidth(completer_->popup()->sizeHintForColumn(0) +
+                 completer_->popup()->verticalScrollBar()->sizeHint().width() + 8);
+  completer_->complete(place);
+}
+
+void CodeAssistance::complete(const QString& name) {
+  QTextCursor cursor = edit_.textCursor();
+  cursor.beginEditBlock();
+  cursor.movePosition(QTextCursor::Left, QTextCursor::KeepAnchor, int(completer_->completionPrefix().size()));
+  cursor.insertText(name);
+  cursor.endEditBlock();
+  edit_.setTextCursor(cursor);
+}
+
+// "</" closes the innermost element that is open.
+bool CodeAssistance::close_element() {
+  QTextCursor cursor = edit_.textCursor();
+  const int place = cursor.position();
+  if (cursor.hasSelection() || edit_.document()->characterAt(place - 1) != u'<') return false;
+  QTextCursor before(edit_.document());
+  before.setPosition(place - 1, QTextCursor::KeepAnchor);
+  QString text = before.selectedText();
+  text.replace(QChar::ParagraphSeparator, u'\n');
+  const source::TagStructure open(view_of(text));
+  const std::u16string_view name = open.open_at(std::size_t(text.size()), view_of(text));
+  if (name.empty()) return false;
+  completer_->popup()->hide();
+  cursor.insertText(QStringLiteral("/%1>").arg(to_qt(name)));
+  edit_.setTextCursor(cursor);
+  return true;
+}
+
+}  // namespace tvx::qt

@@ -1,0 +1,69 @@
+#pragma once
+
+#include <QObject>
+#include <QPlainTextEdit>
+#include <QTimer>
+#include <functional>
+#include <memory>
+#include <optional>
+
+#include "tvx/source/tag_structure.h"
+
+class QCompleter;
+class QKeyEvent;
+class QStringListModel;
+
+namespace tvx::qt {
+
+/// What helps whoever writes a source, where a program wants it: colours, the tag at the other end, tags that
+/// don't fit and what becomes of them, names of elements and attributes to choose from, end tags, lines moved
+/// in and out. It changes nothing by itself.
+class CodeAssistance final : public QObject {
+  Q_OBJECT
+ public:
+  explicit CodeAssistance(QPlainTextEdit& edit);
+  ~CodeAssistance() override;
+
+  bool is_on() const { return on_; }
+  void set_on(bool on);
+  /// Another document stands in the box.
+  void document_changed();
+
+  /// What was found in the source, drawn with what is marked here.
+  void show_hits(const QList<QTextEdit::ExtraSelection>& hits);
+  /// Deals with a key before the box does. False: it is for the box.
+  bool key(QKeyEvent& event);
+  /// After the box has dealt with one.
+  void key_done(const QKeyEvent& event);
+  /// What is to be said of a place, if anything.
+  QString tip_at(int place) const;
+  /// The colours of the desktop have changed.
+  void colours_changed();
+
+ private:
+  void read_tags();
+  void mark_later();
+  void mark();
+  void mark_tags(QList<QTextEdit::ExtraSelection>& marks) const;
+  void mark_brackets(QList<QTextEdit::ExtraSelection>& marks) const;
+  void mark_troubles(QList<QTextEdit::ExtraSelection>& marks) const;
+  QTextEdit::ExtraSelection stretch(std::size_t from, std::size_t to, const QTextCharFormat& format) const;
+  QString trouble_of(const source::SourceTag& tag) const;
+  QString name_of(const source::SourceTag& tag) const;
+  void move_lines(bool in);
+  void offer(bool asked);
+  void complete(const QString& name);
+  bool close_element();
+  bool is_dark() const;
+
+  QPlainTextEdit& edit_;
+  bool on_ = false;
+  QTimer read_later_, mark_later_;
+  QString text_;  // as the tags were read from it
+  std::optional<source::TagStructure> tags_;
+  QList<QTextEdit::ExtraSelection> hits_;
+  QCompleter* completer_;
+  QStringListModel* names_;
+};
+
+}  // namespace tvx::qt

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QPlainTextDocumentLayout>
+#include <QTextLayout>
+
+#include "tvx/source/line_tokens.h"
+
+namespace tvx::qt {
+
+/// The layout of a source whose lines are coloured when they are laid out, which is when they come into
+/// sight. What a line begins in is known from the start on as far as somebody has looked; after an edit it is
+/// worked out again as far as it is another one.
+class CodeLayout final : public QPlainTextDocumentLayout {
+ public:
+  explicit CodeLayout(QTextDocument* document);
+
+  void set_coloured(bool coloured);
+  /// Whether the letters are bright.
+  void set_dark(bool dark);
+
+  QRectF blockBoundingRect(const QTextBlock& block) const override;
+
+ private:
+  void changed(int at, int added);
+  void forget_colours();
+  void know_up_to(int number) const;
+  source::LineState state_before(const QTextBlock& block) const;
+  void colour(QTextBlock block) const;
+  QTextCharFormat format_of(source::TokenKind kind) const;
+
+  bool coloured_ = false, dark_ = false;
+  mutable int known_ = 0;  // lines whose states are known
+  int count_ = 1;
+};
+
+}  // namespace tvx::qt
