@@ -16,6 +16,7 @@
 #include "htmled/find_bar.h"
 #include "htmled/publish_dialog.h"
 #include "htmled/recent_files.h"
+#include "htmled/source_tools.h"
 #include "htmled/tabs.h"
 #include "tvx/core/htmled.h"
 #include "tvx/htmled_widget.h"
@@ -80,6 +81,7 @@ void Window::show_front() {
 void Window::set_up_editor(qt::HTMLedWidget& editor) {
   publishing_.serve(editor.control());
   set_up_writing(editor);
+  new SourceTools(editor);
   if (const Language* language = languages_.find(languages_.spoken()))
     editor.set_LocalizationFile(language->file);
 }
@@ -120,7 +122,9 @@ void Window::make_menus() {
   edit->addSeparator();
   add_control_item(edit, "mnuMiscPasteText", QKeySequence(QStringLiteral("Ctrl+Shift+V")));
   add_find_items(edit);
-  add_language_menu(add_menu(nullptr, QT_TR_NOOP("&View")));
+  QMenu* view = add_menu(nullptr, QT_TR_NOOP("&View"));
+  add_source_items(view);
+  add_language_menu(view);
   make_table_menu();
   make_spelling_menu();
 }
@@ -159,6 +163,20 @@ void Window::add_find_items(QMenu* edit) {
   add_item(edit, QT_TR_NOOP("Find ne&xt"), QKeySequence(Qt::Key_F3), [this] { find_bar_->step(true); });
   add_item(edit, QT_TR_NOOP("Find pre&vious"), QKeySequence(Qt::SHIFT | Qt::Key_F3),
            [this] { find_bar_->step(false); });
+}
+
+void Window::add_source_items(QMenu* view) {
+  QAction* wrap = view->addAction(QString());
+  actions_.emplace_back(wrap, QT_TR_NOOP("&Wrap lines of the source"));
+  wrap->setCheckable(true);
+  wrap->setChecked(SourceTools::wraps());
+  connect(wrap, &QAction::toggled, this, [this](bool on) {
+    SourceTools::remember_wrapping(on);
+    for (SourceTools* tools : findChildren<SourceTools*>()) tools->follow_settings();
+  });
+  add_item(view, QT_TR_NOOP("&Go to line…"), QKeySequence(QStringLiteral("Ctrl+G")), [this] {
+    if (auto* tools = editor_->findChild<SourceTools*>()) tools->ask_for_line(this);
+  });
 }
 
 // Each language under its own name, so that everybody finds the way home.

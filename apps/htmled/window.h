@@ -104,6 +104,7 @@ class Window final : public QMainWindow {
   void show_control_item(QAction& action);
   void make_find_bar();
   void add_find_items(QMenu* edit);
+  void add_source_items(QMenu* view);
   void make_table_menu();
   void add_language_menu(QMenu* view);
   void make_spelling_menu();

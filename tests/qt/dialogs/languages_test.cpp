@@ -195,8 +195,8 @@ TEST_P(ProgramLanguage, AccessKeysOfAMenuDiffer) {
        {std::vector<const char*>{"&File", "&Edit", "&View", "T&able", "&Tools"},
         {"&New", "&Open…", "Open &Recent", "Reopen Closed &Document", "&Save", "Save &As…",
          "&Publish Settings…", "&Upload Images", "&Close", "&Quit"},
-        {"&Undo", "&Redo"},
-        {"&Language"}}) {
+        {"&Undo", "&Redo", "&Find…", "R&eplace…", "Find ne&xt", "Find pre&vious"},
+        {"&Language", "&Wrap lines of the source", "&Go to line…"}}) {
     std::set<QChar> keys;
     for (const char* english : menu) {
       const QString word = words.at(QString::fromUtf8(english));
