@@ -117,5 +117,45 @@ TEST(Sheets, TextOfAStyleElementIsItsContent) {
   EXPECT_EQ(utf8(text_content(sheet->owner())), "p { color: lime }");
 }
 
+// Whatever a sheet comes from, and whatever was asked before it comes: the tree, a fragment, an element that
+// stands nowhere. `around` has the sheet in it and is moved as a whole.
+TEST(StyleSheetsOfMovedNodes, AreNoticedWhereverTheyComeFrom) {
+  for (const bool within : {false, true}) {
+    for (const int from : {0, 1, 2}) {
+      const Ref<Document> document = parse_document(u"<p>x</p><div></div>");
+      Element& body = *document->body();
+      Element& paragraph = *first_child_element(body);
+      const auto colour = [&] { return computed_value(paragraph, style::Property::Color); };
+      Ref<Element> sheet = document->create_element(Tag::Style);
+      insert(*sheet, document->create_text(u"p { color: red }"));
+      Ref<Node> around = sheet;
+      if (within) {
+        around = document->create_element(Tag::Div);
+        insert(*around, sheet);
+      }
+      EXPECT_EQ(colour(), u"rgb(0, 0, 0)");
+      if (from == 0) insert(body, around);
+      if (from == 1) {
+        Ref<Node> fragment = document->create_fragment();
+        insert(*fragment, around);
+        insert(body, fragment);
+      }
+      if (from == 2) {
+        Ref<Node> loose = document->create_element(Tag::Div);
+        insert(*loose, around);
+        EXPECT_EQ(colour(), u"rgb(0, 0, 0)");
+        insert(body, around);
+      }
+      EXPECT_EQ(colour(), u"rgb(255, 0, 0)") << within << from;
+      insert(*next_element_sibling(paragraph), around);
+      EXPECT_EQ(colour(), u"rgb(255, 0, 0)") << within << from;
+      remove(*around);
+      EXPECT_EQ(colour(), u"rgb(0, 0, 0)") << within << from;
+      insert(body, around);
+      EXPECT_EQ(colour(), u"rgb(255, 0, 0)") << within << from;
+    }
+  }
+}
+
 }  // namespace
 }  // namespace tvx::dom::style

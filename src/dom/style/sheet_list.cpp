@@ -56,7 +56,7 @@ SheetList::~SheetList() {
   }
 }
 
-void SheetList::note(const Mutation& mutation) {
+void SheetList::note(const Mutation& mutation, bool in_tree) {
   const Element* parent = as<Element>(mutation.parent);
   const NodeId left_without = std::exchange(left_without_, NodeId{});
   switch (mutation.type) {
@@ -69,7 +69,7 @@ void SheetList::note(const Mutation& mutation) {
       break;
     case Mutation::Type::Remove:
       if (parent && parent->is(Tag::Style)) note_text();
-      note_leaving(*mutation.node);
+      note_leaving(*mutation.node, in_tree);
       break;
     case Mutation::Type::SetAttribute: note_attribute(mutation, *as<Element>(mutation.node)); break;
   }
@@ -82,8 +82,9 @@ void SheetList::note_coming(const Node& node) {
 }
 
 // What is moved leaves first: a whole document lifted out of an element is not gone through for each level.
-void SheetList::note_leaving(const Node& node) {
-  if (held_a_sheet(node)) {
+// What leaves a tree of its own, a fragment, may bring sheets that nobody knows yet.
+void SheetList::note_leaving(const Node& node, bool in_tree) {
+  if (in_tree ? held_a_sheet(node) : may_own_sheet_below(node)) {
     list_changed_ = rules_changed_ = true;
     links_changed();
   } else {

@@ -22,8 +22,9 @@ class SheetList {
   SheetList(Document& document, StyleEngine& engine) : document_(document), engine_(engine) {}
   ~SheetList();
 
-  /// Whether the mutation, or anything else since the last rules(), can have changed the rules.
-  void note(const Mutation& mutation);
+  /// Whether the mutation, or anything else since the last rules(), can have changed the rules. `in_tree`:
+  /// its parent is known to stand in the document.
+  void note(const Mutation& mutation, bool in_tree);
   bool rules_changed() const { return rules_changed_; }
 
   const std::vector<StyleSheetHandle>& sheets();
@@ -42,7 +43,7 @@ class SheetList {
 
  private:
   void note_coming(const Node& node);
-  void note_leaving(const Node& node);
+  void note_leaving(const Node& node, bool in_tree);
   bool held_a_sheet(const Node& node) const;
   void note_text();
   void note_attribute(const Mutation& mutation, const Element& element);

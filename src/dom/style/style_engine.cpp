@@ -86,7 +86,8 @@ void StyleEngine::Impl::forget_subtree(const Node& root) {
 }
 
 void StyleEngine::Impl::mutated(const Mutation& mutation) {
-  sheets.note(mutation);
+  // Only of elements in the tree something is known.
+  sheets.note(mutation, mutation.parent && known_.find(*mutation.parent));
   if (known_.empty()) return;
   const SelectorUse& use = rules_->use();
   switch (mutation.type) {
