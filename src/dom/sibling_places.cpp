@@ -1,5 +1,7 @@
 #include "tvx/dom/sibling_places.h"
 
+#include "tvx/base/work_count.h"
+
 namespace tvx::dom {
 namespace {
 
@@ -13,13 +15,44 @@ Offset SiblingPlaces::keep(const Node& node, Offset index) {
   return index;
 }
 
-void SiblingPlaces::forget(KnownPlace& known, const Node& child) {
-  if (&child != known.child) {
-    if (child.next_sibling()) known = {};  // it may stand before the known one
-  } else if (child.next_sibling()) {
-    known.child = child.next_sibling();
-  } else {
-    known = {};
+// Where the child stands whose position is known. Only nearby: commands work their way along a list, and what
+// is far from a change may stand on either side of it.
+SiblingPlaces::Side SiblingPlaces::side_of_known(const Node& child) {
+  const Node* const mark = child.anchor_->known_place.child;
+  if (mark == &child) return Side::Same;
+  const Node *backward = child.previous_sibling(), *forward = child.next_sibling();
+  for (Offset steps = 0; steps < worth_keeping && (backward || forward); ++steps) {
+    if (backward == mark) return Side::Before;
+    if (forward == mark) return Side::After;
+    if (backward) backward = backward->previous_sibling();
+    if (forward) forward = forward->next_sibling();
+  }
+  return Side::Far;
+}
+
+void SiblingPlaces::make_room(const Node& child) {
+  KnownPlace& known = child.anchor_->known_place;
+  switch (side_of_known(child)) {
+    case Side::After: ++known.index; break;
+    case Side::Before: break;
+    default: known = {};
+  }
+}
+
+void SiblingPlaces::close_gap(const Node& child) {
+  KnownPlace& known = child.anchor_->known_place;
+  const Node* const next = child.next_sibling();
+  switch (side_of_known(child)) {
+    case Side::After: --known.index; break;
+    case Side::Before: break;
+    case Side::Same:
+      if (next)
+        known.child = next;
+      else
+        known = {};
+      break;
+    case Side::Far:
+      if (next) known = {};  // it may stand before the known one
   }
 }
 
@@ -30,6 +63,7 @@ Offset SiblingPlaces::index_of(const Node& node) {
   Offset steps = 0;
   const Node *backward = node.previous_sibling(), *forward = node.next_sibling();
   for (; backward && forward; ++steps) {
+    count_work();
     if (backward == mark) return keep(node, known.index + steps + 1);
     if (forward == mark) return keep(node, known.index - steps - 1);
     backward = backward->previous_sibling();
@@ -55,6 +89,7 @@ Node* SiblingPlaces::child_at(const Node& parent, Offset index) {
     at = known.index;
   }
   const bool far = distance(at) >= worth_keeping || known.parent == &parent;
+  count_work(distance(at));
   for (; at < index; ++at) child = child->next_sibling();
   for (; at > index; --at) child = child->previous_sibling();
   if (far) keep(*child, index);

@@ -16,21 +16,18 @@ class SiblingPlaces {
   // --- told by the builder, which alone changes lists of children ---
   /// `child` stands before `before` now (null: at the end).
   static void inserted(const Node& parent, const Node& child, const Node* before) {
-    KnownPlace& known = child.anchor_->known_place;
-    if (known.parent != &parent || !before) return;
-    if (known.child == before)
-      known.child = &child;
-    else
-      known = {};
+    if (child.anchor_->known_place.parent == &parent && before) make_room(child);
   }
   /// `child` is about to leave.
   static void removing(const Node& child) {
-    KnownPlace& known = child.anchor_->known_place;
-    if (known.parent == child.parent()) forget(known, child);
+    if (child.parent() && child.anchor_->known_place.parent == child.parent()) close_gap(child);
   }
 
  private:
-  static void forget(KnownPlace& known, const Node& child);
+  enum class Side : std::uint8_t { Before, Same, After, Far };
+  static Side side_of_known(const Node& child);
+  static void make_room(const Node& child);
+  static void close_gap(const Node& child);
   static Offset keep(const Node& node, Offset index);
 };
 
