@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "tvx/base/work_count.h"
 #include "tvx/source/rising_pairs.h"
 
 namespace tvx::source {
@@ -49,6 +50,7 @@ class ShortestWay {
     while (x < size_a && y < size_b && y >= 0 &&
            a_[static_cast<std::size_t>(x)] == b_[static_cast<std::size_t>(y)])
       ++x, ++y;
+    count_work(1 + static_cast<std::uint64_t>(x - start(edits, diagonal)));
     furthest(edits, diagonal) = x;
     return x >= size_a && y >= size_b;
   }
@@ -111,6 +113,7 @@ class Comparison {
   // What stands once in each sequence tells most surely what is what; then what stands once between two of
   // these; and the shortest way only where nothing does.
   void compare(Difference part, int level) {
+    count_work(part.end - part.begin + part.new_end - part.new_begin);
     while (part.begin < part.end && part.new_begin < part.new_end && a_[part.begin] == b_[part.new_begin])
       ++part.begin, ++part.new_begin;
     while (part.begin < part.end && part.new_begin < part.new_end && a_[part.end - 1] == b_[part.new_end - 1])

@@ -9,12 +9,10 @@
 namespace tvx::core {
 namespace {
 
-using dom::style::inline_value;
 using dom::style::set_inline_value;
 
-BorderLook look_of(const dom::Element& element) {
-  return {inline_value(element, u"border-style"), inline_value(element, u"border-width"),
-          inline_value(element, u"border-color")};
+BorderLook look_of(const dom::style::Declarations& style) {
+  return {style.get(u"border-style"), style.get(u"border-width"), style.get(u"border-color")};
 }
 
 }  // namespace
@@ -38,12 +36,15 @@ void SelectionHighlight::set_element(dom::Ref<dom::Element> element) {
   save_look();
 }
 
+// The same text says the same: a long style isn't read again after each key.
 void SelectionHighlight::save_look() {
+  const std::u16string* text = element_ ? element_->attribute(dom::names::style) : nullptr;
+  if (text && saved_text_ == *text) return;
   saved_ = {};
   saved_text_.reset();
-  if (!element_) return;
-  saved_ = look_of(*element_);
-  if (const std::u16string* text = element_->attribute(dom::names::style)) saved_text_ = *text;
+  if (!text) return;
+  saved_ = look_of(dom::style::Declarations(*text));
+  saved_text_ = *text;
 }
 
 // Without a border drawn there is nothing to take off, and what the border is by now is somebody's edit.

@@ -1,5 +1,6 @@
 #include "tvx/dom/parser/tree_builder.h"
 
+#include "tvx/base/work_count.h"
 #include "tvx/dom/builder.h"
 #include "tvx/dom/parser/foreign_names.h"
 
@@ -50,6 +51,7 @@ void TreeBuilder::run() {
 }
 
 void TreeBuilder::process(Token& token) {
+  count_work(1 + token.attributes.size());
   if (skip_line_break_ && skip_first_line_break(token)) return;
   while (dispatch(token) == Next::Again) {
   }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cassert>
 
+#include "tvx/base/work_count.h"
 #include "tvx/dom/style/css_tokens.h"
 #include "tvx/dom/style/shorthands.h"
 
@@ -142,6 +143,7 @@ void Declarations::parse(std::u16string_view text) {
     part.open = tokens[end].type == TokenType::End && is_open(text, tokens, at, end);
     at = part.terminated ? end + 1 : end;
     parts_.push_back(std::move(part));
+    count_work();
   }
 }
 

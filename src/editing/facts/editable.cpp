@@ -37,10 +37,18 @@ std::unordered_map<const Document*, std::unique_ptr<HostMemo>>& whole_documents(
   return documents;
 }
 
+// Mostly the same document is asked about again.
+const Document* last_document = nullptr;
+HostMemo* last_memo = nullptr;
+
 HostMemo* memo_of(const Node& node) {
-  const auto& documents = whole_documents();
-  const auto found = documents.empty() ? documents.end() : documents.find(node.document());
-  return found == documents.end() ? nullptr : found->second.get();
+  const Document* document = node.document();
+  if (document != last_document) {
+    const auto found = whole_documents().find(document);
+    last_document = document;
+    last_memo = found == whole_documents().end() ? nullptr : found->second.get();
+  }
+  return last_memo;
 }
 
 enum class Wish : std::uint8_t { None, On, PlainText, Off };
@@ -65,6 +73,8 @@ bool may_be_edited(const Node& node) {
 
 void set_whole_document_editable(Document& document, bool editable) {
   // Anew in each case: what was known holds no more.
+  last_document = nullptr;
+  last_memo = nullptr;
   whole_documents().erase(&document);
   if (editable) whole_documents().emplace(&document, std::make_unique<HostMemo>(document));
 }
@@ -75,9 +85,9 @@ bool is_editing_host(const Node& node) {
   const Wish wish = wish_of(*element);
   // Also within another host: an element that says so itself is never changed from outside.
   if (wish == Wish::On || wish == Wish::PlainText) return true;
-  if (wish == Wish::Off || element->tag() != Tag::Body || whole_documents().empty()) return false;
+  if (wish == Wish::Off || element->tag() != Tag::Body) return false;
   const Node* root = element->parent() ? element->parent()->parent() : nullptr;
-  return root && root->type() == NodeType::Document && whole_documents().contains(element->document());
+  return root && root->type() == NodeType::Document && memo_of(node);
 }
 
 bool is_plain_text_host(const Node& node) {
