@@ -60,6 +60,18 @@ TEST_F(TablesOnScreen, DraggingSelectsCellsAndDeleteEmptiesThem) {
   ASSERT_TRUE(wait_for([&] { return cells() == "one x  four   "; })) << cells();
 }
 
+// Their text would go, without the cells.
+TEST_F(TablesOnScreen, DraggingOnSelectedCellsSelectsOthers) {
+  start(page);
+  drag_over("a", "e");
+  ASSERT_TRUE(wait_for([&] { return selected() == 4; }));
+  drag_over("b", "c");
+  EXPECT_TRUE(wait_for([&] { return selected() == 2; }));
+  EXPECT_EQ(cells(), "one two three four five six ");
+  hands::press(QStringLiteral("Delete"));
+  ASSERT_TRUE(wait_for([&] { return cells() == "one   four five six "; })) << cells();
+}
+
 TEST_F(TablesOnScreen, ShiftAndArrowsSelectByCells) {
   start(page);
   hands::click(place_of_character(named("b"), 3));

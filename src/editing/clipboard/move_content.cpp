@@ -14,6 +14,7 @@
 #include "tvx/editing/facts/predicates.h"
 #include "tvx/editing/ranges/control_range.h"
 #include "tvx/editing/ranges/markup_pointer.h"
+#include "tvx/editing/tables/selected_cells.h"
 #include "tvx/editing/walk/caret.h"
 #include "tvx/editing/walk/content_walk.h"
 
@@ -147,6 +148,8 @@ bool move_selection(Editor& editor, Boundary to, KeepSource keep) {
   to = normalized_caret_place(to);
   if (is_within(to, range)) return false;
   if (Element* control = selection.control()) return move_control(editor, *control, to, keep);
+  // Cells stay in their table; the text from one of them into another isn't what is selected.
+  if (!selected_cells(editor).empty()) return false;
   return editing_host_of(*range.start.node) && editing_host_of(*range.end.node) &&
          move_text(editor, range, to, keep);
 }

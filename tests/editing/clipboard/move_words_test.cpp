@@ -81,5 +81,14 @@ TEST_F(MovedWords, MovedOnLeaveNoBlanksBehind) {
   EXPECT_EQ(marked(), "<P>{two] one three four five</P>");
 }
 
+// The text from one cell into another is in neither of them whole.
+TEST_F(MovedWords, AreNotThoseOfSelectedCells) {
+  load("<p>here</p><table><tr><td>o[ne</td><td>tw]o</td></tr></table>");
+  const std::string before = marked();
+  EXPECT_FALSE(move_selection(editor, {host.first_child()->first_child(), 2}, KeepSource::No));
+  EXPECT_FALSE(move_selection(editor, {host.first_child()->first_child(), 2}, KeepSource::Yes));
+  EXPECT_EQ(marked(), before);
+}
+
 }  // namespace
 }  // namespace tvx::editing

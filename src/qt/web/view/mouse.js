@@ -8,7 +8,7 @@ import { elementIdOf, nativeSelection, positionAt, selectionText, targetOf } fro
 import { factsLater, reportFacts } from './drawing.js';
 import { frame, grip, hide, showBox } from './boxes.js';
 import { ids, mouse, nodes, state } from './state.js';
-import { keepInCell } from './selected_cells.js';
+import { cornerCells, keepInCell } from './selected_cells.js';
 import { later, modifiersOf, tell } from './messages.js';
 
 const BUTTONS = [1, 4, 2];
@@ -72,10 +72,18 @@ function isOnScrollBar(event, target) {
   return target === root() && (event.clientX >= root().clientWidth || event.clientY >= root().clientHeight);
 }
 
+/// Selected cells can't be dragged: on them the next selection starts, which the engine doesn't do on selected text.
+function leaveSelectedCells(event) {
+  const selection = getSelection();
+  if (event.button !== 0 || event.detail > 1 || event.shiftKey || !selection.rangeCount) return;
+  if (cornerCells(selection.anchorNode, selection.focusNode)) selection.removeAllRanges();
+}
+
 function press(event) {
   const number = ++mouse.number;
   const target = targetOf(event);
   const isLeft = event.button === 0;
+  if (state.editable) leaveSelectedCells(event);
   if (isLeft) mouse.drawn = number;
   const { handle, edge, column, whole, held } = holdOf(event, target);
   const prevented = !state.editable || whole || !isLeft || held || (target && closest(target, 'summary'));
