@@ -388,5 +388,47 @@ TEST_F(Tables, NoColumnIsDraggedOverAnother) {
   EXPECT_EQ(steps(), 1u);
 }
 
+// What is written is what is seen: a column whose text takes its room keeps it, and the table grows instead.
+TEST_F(Tables, NoColumnIsDraggedNarrowerThanItsText) {
+  open_body(u"<table id=t border=1><tr><td id=a>one<td id=b>twotwotwo</table>");
+  const QRect a = box_of("#a"), b = box_of("#b"), t = box_of("#t");
+  QPoint edge(a.x() + a.width(), a.center().y());
+  drag(edge, edge + QPoint(60, 0));
+  EXPECT_EQ(box_of("#a").width(), a.width() + 60);
+  EXPECT_EQ(box_of("#b").width(), b.width());
+  EXPECT_NEAR(box_of("#t").width(), t.width() + 60, 1);
+  const auto written = [&](const std::string& id) {
+    return std::stoi(in_page("document.querySelector('" + id + "').getAttribute('width')"));
+  };
+  const auto extra = a.width() + 60 - written("#a");
+  EXPECT_NEAR(written("#b") + extra, b.width(), 1);
+  edge.rx() += 60;
+  drag(edge, edge + QPoint(-200, 0));
+  EXPECT_NEAR(box_of("#a").width(), a.width(), 1);
+  EXPECT_NEAR(written("#a") + extra, a.width(), 1);
+}
+
+TEST_F(Tables, APressOnAnEdgeLeavesThePageAsItIs) {
+  open_body(
+      u"<table id=t border=1 style='width: 200px'><col width=50><tr><td id=a>one<td style='color: "
+      u"red'>two</table>");
+  const QRect a = box_of("#a");
+  const std::string before = in_page("document.body.innerHTML");
+  post_press({a.x() + a.width(), a.center().y()}, Qt::LeftButton, false);
+  ASSERT_TRUE(settle());
+  EXPECT_EQ(in_page("document.body.innerHTML"), before);
+  EXPECT_EQ(box_of("#a"), a);
+}
+
+TEST_F(Tables, AColumnOfATableWithAWidthTakesItFromItsNeighbour) {
+  open_body(u"<table id=t border=1 width=300><tr><td id=a>one<td id=b>twotwotwo</table>");
+  const QRect a = box_of("#a");
+  const QPoint edge(a.x() + a.width(), a.center().y());
+  drag(edge, edge + QPoint(290, 0));
+  EXPECT_EQ(box_of("#t").width(), 300);
+  const int width = std::stoi(in_page("document.querySelector('#b').getAttribute('width')"));
+  EXPECT_NEAR(box_of("#b").width() - width, 4, 2) << "as wide as it says";
+}
+
 }  // namespace
 }  // namespace tvx::qt

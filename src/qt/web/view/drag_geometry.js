@@ -33,15 +33,24 @@ export function scrollPull(x, y, width, height) {
 
 const LEAST_COLUMN = 4;  // no column is dragged narrower
 
-/// How far forward the edge of a column goes, dragged to the right by so much: never over a column's other end.
+/// The least widths of the cells before and after an edge: what is in their columns takes that much.
+function leastOf(column) {
+  return [Math.max(column.leastBefore || 0, column.extraBefore + LEAST_COLUMN),
+    Math.max(column.leastAfter || 0, column.extraAfter + LEAST_COLUMN)];
+}
+
+/// How far forward the edge of a column goes, dragged to the right by so much: never over a column's other end, but
+/// where the table `grows` with its columns.
 export function columnShift(column, right) {
-  const least = column.extraBefore + LEAST_COLUMN - column.widthBefore;
-  const most = column.widthAfter - column.extraAfter - LEAST_COLUMN;
-  return Math.round(Math.max(Math.min(least, 0), Math.min(Math.max(most, 0), column.sign * right)));
+  const [leastBefore, leastAfter] = leastOf(column);
+  const least = Math.min(leastBefore - column.widthBefore, 0);
+  const most = column.grows ? Infinity : Math.max(column.widthAfter - leastAfter, 0);
+  return Math.round(Math.max(least, Math.min(most, column.sign * right)));
 }
 
 /// The widths of the cells before and after an edge that has gone forward by `shift`, without what `width` leaves out.
 export function columnWidths(column, shift) {
-  return [Math.round(column.widthBefore - column.extraBefore + shift),
-    Math.round(column.widthAfter - column.extraAfter - shift)];
+  const [leastBefore, leastAfter] = leastOf(column);
+  return [Math.round(Math.max(column.widthBefore + shift, leastBefore) - column.extraBefore),
+    Math.round(Math.max(column.widthAfter - shift, leastAfter) - column.extraAfter)];
 }

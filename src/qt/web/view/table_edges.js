@@ -1,6 +1,7 @@
 // Where the mouse takes hold of a table: its own edges, and those between its columns.
 
-import { boxOf, closest, elementAtPoint, nameOf } from './dom.js';
+import { boxOf, closest, elementAtPoint, findAll, getAttribute, nameOf, removeAttribute, setAttribute,
+  styleOf } from './dom.js';
 import { beneath } from './host.js';
 import { edgeAt } from './wholes.js';
 import { ids } from './state.js';
@@ -93,6 +94,28 @@ function extraWidth(cell) {
   return px(style.paddingLeft) + px(style.paddingRight) + cell.offsetWidth - cell.clientWidth;
 }
 
+/// How wide cells are where nobody gives their table, its columns and cells a width. These are taken away for as long
+/// as the question takes.
+function leastWidths(table, cells) {
+  if (table.rows.length > MOST_ROWS || getComputedStyle(table).tableLayout === 'fixed') return cells.map(() => 0);
+  const { scrollX, scrollY } = window;
+  const written = [];
+  const narrow = (element) => {
+    written.push([element, getAttribute(element, 'style')]);
+    styleOf(element).setProperty('width', '1px', 'important');
+  };
+  narrow(table);
+  for (const column of findAll(table, 'col, colgroup')) narrow(column);
+  for (const row of table.rows) for (const cell of row.cells) narrow(cell);
+  const least = cells.map((cell) => boxOf(cell).width);
+  for (const [element, style] of written) {
+    setAttribute(element, 'style', style || '');  // the engine leaves an empty one where one is taken away unwritten
+    if (style === null) removeAttribute(element, 'style');
+  }
+  window.scrollTo(scrollX, scrollY);
+  return least;
+}
+
 /// The edge that a press takes hold of, as a drag wants it; null: there is none.
 export function takeColumnEdge(x, y) {
   const edge = columnEdgeAt(x, y);
@@ -100,8 +123,10 @@ export function takeColumnEdge(x, y) {
   if (!cells) return null;
   const { before, after } = cells;
   const whole = boxOf(edge.table);
+  const [leastBefore, leastAfter] = leastWidths(edge.table, [before, after]);
   return {
-    cell: edge.cell, before, after,
+    cell: edge.cell, before, after, leastBefore, leastAfter,
+    grows: getAttribute(edge.table, 'width') === null && !styleOf(edge.table).width,
     sign: isRightToLeft(edge.table) ? -1 : 1,
     x: cells.x + window.scrollX, top: whole.top + window.scrollY, height: whole.height,
     widthBefore: boxOf(before).width, widthAfter: boxOf(after).width,

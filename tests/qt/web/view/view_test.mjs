@@ -125,6 +125,14 @@ test('the edge of a column stays between its cells', () => {
   assert.deepEqual(columnWidths(column, 20), [110, 30]);
 });
 
+test('no column gets narrower than what is in it', () => {
+  const column = { sign: 1, widthBefore: 100, widthAfter: 60, extraBefore: 10, extraAfter: 10, leastBefore: 80, leastAfter: 50 };
+  assert.equal(columnShift(column, -50), -20);
+  assert.equal(columnShift(column, 50), 10);
+  assert.equal(columnShift({ ...column, grows: true }, 50), 50);
+  assert.deepEqual(columnWidths({ ...column, grows: true }, 50), [140, 40]);
+});
+
 test('an edge is near within four pixels outside and three inside', () => {
   const at = { left: 100, top: 50, right: 300, bottom: 150 };
   assert.equal(nearEdge(at, 96, 100), true);
