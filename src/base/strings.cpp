@@ -4,43 +4,73 @@
 #include <unicode/utf8.h>
 
 #include <algorithm>
+#include <cstdint>
+#include <cstring>
 
 namespace tvx {
 
+namespace {
+
+// Most text is ASCII, and goes this many letters at a time.
+constexpr std::size_t stride = 16;
+
+bool is_ascii_stride(const char* bytes) {
+  std::uint64_t first, second;
+  std::memcpy(&first, bytes, 8);
+  std::memcpy(&second, bytes + 8, 8);
+  return ((first | second) & 0x8080'8080'8080'8080) == 0;
+}
+
+bool is_ascii_stride(const char16_t* units) {
+  unsigned all = 0;
+  for (std::size_t i = 0; i < stride; ++i) all |= units[i];
+  return all < 0x80;
+}
+
+}  // namespace
+
 std::string to_utf8(std::u16string_view text) {
-  std::string out;
-  out.reserve(text.size() + text.size() / 8);
+  std::string out(text.size() + text.size() / 8 + stride, '\0');
+  std::size_t length = 0;
   for (std::size_t i = 0; i < text.size();) {
+    if (out.size() - length < stride) out.resize(2 * out.size());
+    if (text.size() - i >= stride && is_ascii_stride(text.data() + i)) {
+      for (std::size_t unit = 0; unit < stride; ++unit)
+        out[length + unit] = static_cast<char>(text[i + unit]);
+      length += stride;
+      i += stride;
+      continue;
+    }
     UChar32 c;
     U16_NEXT(text.data(), i, text.size(), c);
     if (U_IS_SURROGATE(c)) c = 0xFFFD;
-    char buffer[4];
-    std::size_t length = 0;
-    U8_APPEND_UNSAFE(buffer, length, c);
-    out.append(buffer, length);
+    U8_APPEND_UNSAFE(out.data(), length, c);
   }
+  out.resize(length);
   return out;
 }
 
 std::u16string from_utf8(std::string_view bytes) {
-  std::u16string out;
-  out.reserve(bytes.size());
+  std::u16string out(bytes.size(), u'\0');  // never more units than bytes
+  char16_t* to = out.data();
   for (std::size_t i = 0; i < bytes.size();) {
-    const auto byte = static_cast<unsigned char>(bytes[i]);
-    if (byte < 0x80) {
-      out.push_back(byte);
-      ++i;
+    if (bytes.size() - i >= stride && is_ascii_stride(bytes.data() + i)) {
+      for (std::size_t byte = 0; byte < stride; ++byte)
+        to[byte] = static_cast<unsigned char>(bytes[i + byte]);
+      to += stride;
+      i += stride;
       continue;
     }
     UChar32 c;
     U8_NEXT_OR_FFFD(bytes.data(), i, bytes.size(), c);
     if (c > 0xFFFF) {
-      out.push_back(U16_LEAD(c));
-      out.push_back(U16_TRAIL(c));
+      *to++ = U16_LEAD(c);
+      *to++ = U16_TRAIL(c);
     } else {
-      out.push_back(static_cast<char16_t>(c));
+      *to++ = static_cast<char16_t>(c);
     }
   }
+  out.resize(static_cast<std::size_t>(to - out.data()));
   return out;
 }
 

@@ -13,6 +13,28 @@ TEST(Strings, GoThroughUtf8) {
   EXPECT_EQ(to_utf8(std::u16string(1, char16_t(0xD800))), "\xEF\xBF\xBD");
 }
 
+/// ASCII goes many letters at a time: any other letter may stand anywhere among them.
+TEST(Strings, GoThroughUtf8WhereverLettersStand) {
+  const std::pair<std::u16string, std::string> letters[] = {
+      {u"\u00e9", "\xC3\xA9"},     {u"\u0080", "\xC2\x80"},
+      {u"\u20ac", "\xE2\x82\xAC"}, {u"\U0001F600", "\xF0\x9F\x98\x80"},
+      {u"\u007f", "\x7F"},         {std::u16string(1, u'\0'), std::string(1, '\0')}};
+  for (std::size_t length = 0; length < 40; ++length)
+    for (std::size_t at = 0; at <= length; ++at)
+      for (const auto& [units, bytes] : letters) {
+        std::u16string text(length, u'a');
+        std::string encoded(length, 'a');
+        text.insert(at, units);
+        encoded.insert(at, bytes);
+        ASSERT_EQ(to_utf8(text), encoded) << length << " " << at;
+        ASSERT_EQ(from_utf8(encoded), text) << length << " " << at;
+      }
+  const std::u16string long_letters(1000, u'\u20ac');
+  EXPECT_EQ(to_utf8(long_letters).size(), 3000u) << "three bytes for each unit";
+  EXPECT_EQ(from_utf8(to_utf8(long_letters)), long_letters);
+  EXPECT_EQ(from_utf8(std::string(20, 'a') + "\xE2\x82"), std::u16string(20, u'a') + u"\uFFFD");
+}
+
 TEST(Strings, MalformedUtf8IsMendedBySubparts) {
   EXPECT_EQ(from_utf8("\xF0\x9F\x98"
                       "a"),

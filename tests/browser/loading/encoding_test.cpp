@@ -47,6 +47,11 @@ TEST(Encoding, WithoutADeclarationUTF8IsTakenWhereItFits) {
 }
 
 TEST(Encoding, OnlyWellFormedSequencesAreUTF8) {
+  for (std::size_t at = 0; at < 30; ++at) {
+    EXPECT_TRUE(is_utf8(std::string(at, 'a') + "\xC3\xA9" + std::string(9, 'a')));
+    EXPECT_FALSE(is_utf8(std::string(at, 'a') + "\xE9" + std::string(9, 'a')));
+    EXPECT_FALSE(is_utf8(std::string(at, 'a') + "\xC3"));
+  }
   EXPECT_TRUE(is_utf8("\xF0\x9F\x98\x80\xEF\xBF\xBF\xC2\x80"));
   for (const char* bad :
        {"\xC0\x80", "\xED\xA0\x80", "\xF4\x90\x80\x80", "\xE0\x80\x80", "\xC3", "\x80", "\xF0\x9F\x98"})
