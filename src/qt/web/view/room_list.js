@@ -80,6 +80,14 @@ export class RoomList {
     this.dirty.add(room);
   }
 
+  /// Ends the first room before one of its children: those that follow begin the next one.
+  endFirst(at) {
+    const [first, second] = this.rooms, rest = first.children.slice(at);
+    this.#fill(first, first.children.slice(0, at));
+    if (second && second.children.length + rest.length <= MOST) this.#fill(second, rest.concat(second.children));
+    else this.#fill(this.#newRoom(1), rest);
+  }
+
   /// What can begin a room may have changed.
   forgetRefusals() {
     this.#refused = new WeakSet();

@@ -136,6 +136,16 @@ function setDivided(one, isDivided) {
   one.inside.adoptedStyleSheets = isDivided ? [flatSheet, dividedSheet] : [flatSheet];
 }
 
+/// The first room, where it is no box; it has nothing but what comes before the first block in flow, as the engine stops at
+/// fewer positions where there is no box.
+function openRoom(list) {
+  const first = list.rooms[0];
+  if (!first || beginsAtEdge(first.children)) return null;
+  const at = first.children.findIndex(beginsLine);
+  if (at > 0) list.endFirst(at);
+  return first;
+}
+
 function settle(one) {
   const { element, list } = one;
   if (one.unsure) list.forgetRefusals();
@@ -151,11 +161,13 @@ function settle(one) {
   one.hasHeight = valueOf(element, 'height') !== 'auto';
   for (const room of doubtful) list.mend(room, beginsLine);
   for (const room of fillRooms(one)) doubtful.add(room);
+  const opens = openRoom(list);
+  for (const room of fillRooms(one)) doubtful.add(room);
   for (const room of doubtful) {
     if (!list.rooms.includes(room)) continue;
     room.isOdd = room.isTorn || room.children.some((child) => needsItsParent(child, one)) || inheritsUnread(room, element);
   }
-  for (const room of list.rooms) setOpen(room, room === list.rooms[0] && !beginsAtEdge(room.children));
+  for (const room of list.rooms) setOpen(room, room === opens);
   setDivided(one, !list.rooms.some((room) => room.isOdd));
 }
 
@@ -173,18 +185,20 @@ export function settleRooms() {
   return true;
 }
 
-/// Sheets that arrive, and rules that hold for some windows.
-export function listenToStyles() {
+/// Sheets that arrive, and rules that hold for some windows. `settled` is called when rooms may be others.
+export function listenToStyles(settled) {
   // Of what is loaded the window hears of nothing but the page.
   listenOn(document, 'load', ({ target }) => {
     if (nameOf(target) !== 'LINK' && nameOf(target) !== 'STYLE') return;
     stylesMayDiffer();
     settleRooms();
+    settled();
   }, true);
   window.addEventListener('resize', () => {
     if (!large.size || !sheetFacts().changing) return;
     allUnsure = true;
     settleRooms();
+    settled();
   });
 }
 

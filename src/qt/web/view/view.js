@@ -90,7 +90,7 @@ function run(text) {
 
 Object.defineProperty(globalThis, 'tvxView', { value: view });
 listenToMouse();
-listenToStyles();
+listenToStyles(paintFarRoomsApart);
 window.addEventListener('scroll', paintFarRoomsApart, true);
 window.addEventListener('resize', paintFarRoomsApart);
 watchPictures();
