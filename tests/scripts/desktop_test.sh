@@ -18,7 +18,7 @@ done
 # Options as a program's help has them, in its man page, and as the completion offers them.
 options() { grep -oE -- '--[a-z]+(-[a-z]+)*' | sort -u | tr '\n' ' '; }
 told() { "$@" --help | grep -E '^ *(-[a-z], )?--|^usage:' | options; }
-written() { sed -nE 's/^\.It.* Fl -([a-z]+).*/--\1/p' "$desktop/$1.1" | options; }
+written() { sed -nE 's/^\.It.* Fl -([a-z]+(-[a-z]+)*).*/--\1/p' "$desktop/$1.1" | options; }
 offered() {
   bash -c 'source "$1"; COMP_WORDS=("$2" --); COMP_CWORD=1; "$3"; printf "%s\n" "${COMPREPLY[@]}"' \
     completion "$desktop/htmled.bash" "$1" "$2" | options

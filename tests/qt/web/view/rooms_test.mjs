@@ -9,7 +9,7 @@ const { MOST, RoomList, WANTED } = await import(new URL('room_list.js', folder))
 const { paintFarRoomsApart } = await import(new URL('far_rooms.js', folder));
 const { applyPatch } = await import(new URL('patches.js', folder));
 const { inheritedAnew } = await import(new URL('sheet_facts.js', folder));
-const { mark, markedWords } = await import(new URL('marks.js', folder));
+const { mark, markedTexts } = await import(new URL('marks.js', folder));
 const { nodes } = await import(new URL('state.js', folder));
 const { roomCounts } = await import(new URL('rooms.js', folder));
 
@@ -316,8 +316,8 @@ test('only rooms in sight show waves under words', () => {
     texts.push(++lastId);
   }
   layOut(body);
-  mark(texts.map((id) => [id, 0, nodes.get(id).length]));
-  const words = () => markedWords().map((word) => Number(word.slice(4)));
+  mark(texts.map((id) => [id, 0, 0, nodes.get(id).length]));
+  const words = () => markedTexts(0).map((word) => Number(word.slice(4)));
   const inNearRooms = () => {
     const near = slotsOf(body).filter((slot) => slot.className !== 'far').flatMap((slot) => slot.assigned);
     return near.map((child) => Number(child.childNodes[0].data.slice(4)));
