@@ -99,16 +99,16 @@ function extraWidth(cell) {
 function leastWidths(table, cells) {
   if (table.rows.length > MOST_ROWS || getComputedStyle(table).tableLayout === 'fixed') return cells.map(() => 0);
   const { scrollX, scrollY } = window;
-  const written = [];
+  const stylesBefore = [];
   const narrow = (element) => {
-    written.push([element, getAttribute(element, 'style')]);
+    stylesBefore.push([element, getAttribute(element, 'style')]);
     styleOf(element).setProperty('width', '1px', 'important');
   };
   narrow(table);
   for (const column of findAll(table, 'col, colgroup')) narrow(column);
   for (const row of table.rows) for (const cell of row.cells) narrow(cell);
   const least = cells.map((cell) => boxOf(cell).width);
-  for (const [element, style] of written) {
+  for (const [element, style] of stylesBefore) {
     setAttribute(element, 'style', style || '');  // the engine leaves an empty one where one is taken away unwritten
     if (style === null) removeAttribute(element, 'style');
   }
