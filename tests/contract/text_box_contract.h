@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdint>
+#include <iterator>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -184,6 +186,108 @@ TYPED_TEST_P(TextBoxContract, EditsAreTakenBackAndMadeAgain) {
   EXPECT_EQ(this->text(), "bc");
 }
 
+TYPED_TEST_P(TextBoxContract, SeveralStretchesAreReplacedAsOneEdit) {
+  this->box().set_Text(u"one two\none");
+  this->box().replace({{0, 3, u"1"}, {4, 0, u"and\r\n"}, {8, 3, u""}});
+  EXPECT_EQ(this->text(), "1 and\r\ntwo\r\n");
+  EXPECT_EQ(this->caret(), 10u);
+  EXPECT_EQ(this->ears.changes, 1);
+  this->box().Undo();
+  EXPECT_EQ(this->text(), "one two\r\none");
+  EXPECT_FALSE(this->box().can_undo());
+  this->box().Redo();
+  EXPECT_EQ(this->text(), "1 and\r\ntwo\r\n");
+}
+
+TYPED_TEST_P(TextBoxContract, LettersTypedOneAfterTheOtherAreOneStep) {
+  this->type(u"abc");
+  this->box().Undo();
+  EXPECT_EQ(this->text(), "");
+  this->box().Redo();
+  EXPECT_EQ(this->text(), "abc");
+}
+
+TYPED_TEST_P(TextBoxContract, ALineOfAnyLengthIsOneLine) {
+  const std::u16string line(30'000, u'x');
+  this->box().set_Text(line + u"\nend");
+  EXPECT_EQ(this->box().length(), line.size() + 4);
+  EXPECT_EQ(this->box().line_count(), 2u);
+  EXPECT_EQ(this->box().line_of(29'999), 0u);
+  EXPECT_EQ(this->box().line_of(30'001), 1u);
+  EXPECT_EQ(this->box().Text(), line + u"\r\nend");
+  this->box().select(900, 3000);
+  EXPECT_EQ(this->box().SelText(), line.substr(0, 3000));
+  this->box().select(0, 0);
+  for (std::size_t at = 1; at <= 3000; ++at) {
+    this->key(u"ArrowRight");
+    ASSERT_EQ(this->caret(), at);
+  }
+  for (std::size_t at = 3000; at-- > 900;) {
+    this->key(u"ArrowLeft");
+    ASSERT_EQ(this->caret(), at);
+  }
+}
+
+TYPED_TEST_P(TextBoxContract, EachKeyInALongLineTakesOneLetter) {
+  const std::u16string line(12'000, u'x');
+  this->box().set_Text(line);
+  this->box().select(2500, 0);
+  std::size_t length = line.size();
+  for (std::size_t at = 2500; at-- > 900;) {
+    this->key(u"Backspace");
+    ASSERT_EQ(this->box().length(), --length);
+    ASSERT_EQ(this->caret(), at);
+  }
+  for (int i = 0; i < 1200; ++i) {
+    this->key(u"Delete");
+    ASSERT_EQ(this->box().length(), --length);
+    ASSERT_EQ(this->caret(), 900u);
+  }
+  this->type(u"abc");
+  this->key(u"Enter");
+  EXPECT_EQ(this->box().line_count(), 2u);
+  EXPECT_EQ(this->box().Text(), line.substr(0, 900) + u"abc\r\n" + line.substr(0, length - 900));
+  while (this->box().can_undo()) this->box().Undo();
+  EXPECT_EQ(this->box().Text(), line);
+}
+
+// Whatever is done, the text is what the edits make of it, and all of them are taken back.
+TYPED_TEST_P(TextBoxContract, EditsOfLongLinesAreWhatTheySay) {
+  std::u16string text;
+  for (int i = 0; i < 3000; ++i) text += i % 700 == 0 ? u"ab>cdef\n" : u"ab> cdefgh";
+  const std::u16string first = text;
+  this->box().set_Text(text);
+  std::uint32_t random = 7;
+  const auto below = [&](std::size_t limit) {
+    random = random * 1664525 + 1013904223;
+    return (random >> 8) % limit;
+  };
+  const std::u16string pieces[] = {u"", u"x", u"\n", u"a\nb\n", std::u16string(15'000, u'y')};
+  for (int i = 0; i < 300; ++i) {
+    const std::size_t at = below(text.size()),
+                      length = below(3) == 0 ? 0 : below(std::min<std::size_t>(text.size() - at, 4000));
+    const std::u16string& piece = pieces[below(std::size(pieces))];
+    this->box().select(at, length);
+    if (below(4) == 0) {
+      this->key(u"x");
+      text.replace(at, length, u"x");
+    } else {
+      this->box().set_SelText(piece);
+      text.replace(at, length, piece);
+    }
+    ASSERT_EQ(this->box().length(), text.size()) << "edit " << i;
+    if (i % 20 != 0) continue;
+    std::u16string left = this->box().Text();
+    std::erase(left, u'\r');
+    ASSERT_TRUE(left == text) << "edit " << i;
+    ASSERT_EQ(this->box().line_count(), std::size_t(std::ranges::count(text, u'\n')) + 1);
+  }
+  while (this->box().can_undo()) this->box().Undo();
+  std::u16string left = this->box().Text();
+  std::erase(left, u'\r');
+  EXPECT_TRUE(left == first);
+}
+
 TYPED_TEST_P(TextBoxContract, TheClipboardIsTheOneThatItWasGiven) {
   this->box().set_Text(u"one two");
   this->box().select(0, 3);
@@ -229,7 +333,9 @@ REGISTER_TYPED_TEST_SUITE_P(TextBoxContract, LinesGoInAnyhowAndComeOutWithCrLf, 
                             KeysThatTypeNothingAreNoCharacters, BackspaceIsACharacterThatMayBeTakenAway,
                             AKeyThatIsTakenAwayDoesNothing, TheCaretMovesByCharactersAndLines,
                             ALockedBoxTakesNoEdits, EditsAreTakenBackAndMadeAgain,
-                            TheClipboardIsTheOneThatItWasGiven, TheKeyboardComesToABoxThatIsShown,
-                            ADisabledBoxTakesNeitherKeysNorTheKeyboard);
+                            SeveralStretchesAreReplacedAsOneEdit, LettersTypedOneAfterTheOtherAreOneStep,
+                            ALineOfAnyLengthIsOneLine, EachKeyInALongLineTakesOneLetter,
+                            EditsOfLongLinesAreWhatTheySay, TheClipboardIsTheOneThatItWasGiven,
+                            TheKeyboardComesToABoxThatIsShown, ADisabledBoxTakesNeitherKeysNorTheKeyboard);
 
 }  // namespace tvx::contract

@@ -8,6 +8,7 @@
 #include <QTextBlock>
 
 #include "tvx/qt/source/code_layout.h"
+#include "tvx/qt/source/code_text.h"
 #include "tvx/qt/support/strings.h"
 #include "tvx/qt/support/words.h"
 #include "tvx/source/code_completion.h"
@@ -41,8 +42,12 @@ bool types_name(const QKeyEvent& event) {
 
 }  // namespace
 
-CodeAssistance::CodeAssistance(QPlainTextEdit& edit)
-    : QObject(&edit), edit_(edit), completer_(new QCompleter(this)), names_(new QStringListModel(this)) {
+CodeAssistance::CodeAssistance(QPlainTextEdit& edit, CodeText& code)
+    : QObject(&edit),
+      edit_(edit),
+      code_(code),
+      completer_(new QCompleter(this)),
+      names_(new QStringListModel(this)) {
   completer_->setModel(names_);
   completer_->setWidget(&edit_);
   completer_->setCompletionMode(QCompleter::PopupCompletion);
@@ -76,7 +81,7 @@ void CodeAssistance::document_changed() {
   }
   if (!on_) return;
   connect(edit_.document(), &QTextDocument::contentsChange, this, [this](int, int removed, int added) {
-    if (removed == added && text_.isEmpty()) return;
+    if (removed == 0 && added == 0) return;
     tags_.reset();
     read_later_.start();
   });
@@ -228,8 +233,7 @@ bool CodeAssistance::key(QKeyEvent& event) {
   }
   const bool tab = event.key() == Qt::Key_Tab || event.key() == Qt::Key_Backtab;
   const QTextCursor cursor = edit_.textCursor();
-  const QTextDocument* document = edit_.document();
-  if (tab && document->findBlock(cursor.selectionStart()) != document->findBlock(cursor.selectionEnd())) {
+  if (tab && code_.line_of(cursor.selectionStart()) != code_.line_of(cursor.selectionEnd())) {
     move_lines(event.key() == Qt::Key_Tab);
     return true;
   }
@@ -253,31 +257,32 @@ void CodeAssistance::key_done(const QKeyEvent& event) {
 
 // All lines that the selection touches, and not one at whose start it ends.
 void CodeAssistance::move_lines(bool in) {
-  QTextCursor cursor = edit_.textCursor();
-  const int start = cursor.selectionStart(), end = cursor.selectionEnd();
-  QTextBlock block = edit_.document()->findBlock(start), last = edit_.document()->findBlock(end);
-  if (last.position() == end && last != block) last = last.previous();
-  const int last_number = last.blockNumber();
-  cursor.beginEditBlock();
-  for (; block.isValid() && block.blockNumber() <= last_number; block = block.next()) {
-    QTextCursor line(block);
+  const std::u16string& text = code_.text();
+  const std::size_t start = code_.to_text(edit_.textCursor().selectionStart());
+  std::size_t end = code_.to_text(edit_.textCursor().selectionEnd());
+  if (end > start && text[end - 1] == u'\n') --end;
+  const std::size_t before = start == 0 ? text.npos : text.rfind(u'\n', start - 1);
+  const std::size_t first = before == text.npos ? 0 : before + 1;
+  end = std::min(text.find(u'\n', end), text.size());
+  std::u16string moved;
+  for (std::size_t line = first; line <= end;) {
+    const std::size_t line_end = std::min(text.find(u'\n', line), end);
+    std::size_t from = line;
     if (in) {
-      if (block.length() > 1) line.insertText(QStringLiteral("\t"));
-      continue;
-    }
-    const QString text = block.text();
-    if (text.startsWith(u'\t')) {
-      line.deleteChar();
+      if (line_end > line) moved += u'\t';
+    } else if (from < line_end && text[from] == u'\t') {
+      ++from;
     } else {
-      for (int blanks = 0; blanks < 2 && blanks < text.size() && text.at(blanks) == u' '; ++blanks)
-        line.deleteChar();
+      while (from < line_end && from < line + 2 && text[from] == u' ') ++from;
     }
+    moved.append(text, from, line_end - from);
+    if (line_end < end) moved += u'\n';
+    line = line_end + 1;
   }
-  cursor.endEditBlock();
-  const QTextBlock first = edit_.document()->findBlock(start),
-                   ending = edit_.document()->findBlockByNumber(last_number);
-  cursor.setPosition(first.position());
-  cursor.setPosition(ending.position() + ending.length() - 1, QTextCursor::KeepAnchor);
+  code_.replace(first, end - first, moved);
+  QTextCursor cursor = edit_.textCursor();
+  cursor.setPosition(code_.to_shown(first));
+  cursor.setPosition(code_.to_shown(first + moved.size(), false), QTextCursor::KeepAnchor);
   edit_.setTextCursor(cursor);
 }
 

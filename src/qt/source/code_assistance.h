@@ -15,13 +15,15 @@ class QStringListModel;
 
 namespace tvx::qt {
 
+class CodeText;
+
 /// What helps whoever writes a source, where a program wants it: colours, the tag at the other end, tags that
 /// don't fit and what becomes of them, names of elements and attributes to choose from, end tags, lines moved
 /// in and out. It changes nothing by itself.
 class CodeAssistance final : public QObject {
   Q_OBJECT
  public:
-  explicit CodeAssistance(QPlainTextEdit& edit);
+  CodeAssistance(QPlainTextEdit& edit, CodeText& code);
   ~CodeAssistance() override;
 
   bool is_on() const { return on_; }
@@ -57,6 +59,7 @@ class CodeAssistance final : public QObject {
   bool is_dark() const;
 
   QPlainTextEdit& edit_;
+  CodeText& code_;
   bool on_ = false;
   QTimer read_later_, mark_later_;
   QString text_;  // as the tags were read from it

@@ -14,9 +14,12 @@
 #include <QToolTip>
 #include <functional>
 #include <memory>
+#include <optional>
+#include <utility>
 
 #include "tvx/qt/source/code_assistance.h"
 #include "tvx/qt/source/code_layout.h"
+#include "tvx/qt/source/code_text.h"
 #include "tvx/qt/support/keys.h"
 #include "tvx/qt/support/strings.h"
 #include "tvx/qt/support/twips.h"
@@ -34,27 +37,28 @@ QFont code_font() {
   return font;
 }
 
-// Qt ends lines in its own way within a document.
-std::u16string with_crlf(const QString& raw) {
+std::u16string with_crlf(std::u16string_view lines) {
   std::u16string text;
-  text.reserve(static_cast<std::size_t>(raw.size()) + static_cast<std::size_t>(raw.size()) / 32);
-  qsizetype copied = 0;
-  for (qsizetype at = raw.indexOf(QChar::ParagraphSeparator); at >= 0;
-       at = raw.indexOf(QChar::ParagraphSeparator, copied)) {
-    text.append(reinterpret_cast<const char16_t*>(raw.utf16()) + copied,
-                static_cast<std::size_t>(at - copied));
+  text.reserve(lines.size() + lines.size() / 32);
+  std::size_t copied = 0;
+  for (std::size_t at = lines.find(u'\n'); at != lines.npos; at = lines.find(u'\n', copied)) {
+    text += lines.substr(copied, at - copied);
     text += u"\r\n";
     copied = at + 1;
   }
-  text.append(reinterpret_cast<const char16_t*>(raw.utf16()) + copied,
-              static_cast<std::size_t>(raw.size() - copied));
-  return text;
+  return text += lines.substr(copied);
 }
 
-QString with_lf(std::u16string_view text) {
-  QString result = to_qt(text);
-  if (result.contains(u'\r')) result.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
-  return result;
+std::u16string with_lf(std::u16string_view text) {
+  std::u16string lines(text);
+  if (lines.find(u'\r') == lines.npos) return lines;
+  std::size_t to = 0;
+  for (std::size_t at = 0; at < lines.size(); ++at) {
+    if (lines[at] == u'\r' && at + 1 < lines.size() && lines[at + 1] == u'\n') continue;
+    lines[to++] = lines[at] == u'\r' ? u'\n' : lines[at];
+  }
+  lines.resize(to);
+  return lines;
 }
 
 std::int16_t shift_of(Qt::KeyboardModifiers modifiers) {
@@ -85,32 +89,51 @@ class CodeBox::Edit final : public QPlainTextEdit {
 
   std::size_t first_visible_line() const {
     const QTextBlock block = firstVisibleBlock();
-    return block.isValid() ? static_cast<std::size_t>(block.blockNumber()) : 0;
+    return block.isValid() ? text.line_of(block.position()) : 0;
   }
   int top_of(const QTextBlock& block) const {
     return qRound(blockBoundingGeometry(block).translated(contentOffset()).top());
   }
   // A document filled before anybody listens: lines by the hundred thousand are put in, not announced one by
   // one.
-  void put(const QString& text) {
+  void put(std::u16string with) {
     auto* fresh = new QTextDocument(this);
     fresh->setUndoRedoEnabled(false);
     fresh->setDefaultFont(font());
     fresh->setDefaultTextOption(document()->defaultTextOption());
-    fresh->setPlainText(text);
+    fresh->setPlainText(text.put(std::move(with)));
     fresh->setDocumentLayout(new CodeLayout(fresh));
     const QPointer<QTextDocument> old = document();  // the first one goes with its successor
     setDocument(fresh);
     delete old;
-    fresh->setUndoRedoEnabled(true);
+    text.follow(*fresh);
     assistance.document_changed();
   }
-  void native_key(QKeyEvent* event) { QPlainTextEdit::keyPressEvent(event); }
+  // Breaks within a line are no characters: no key takes one away, or has the caret stand on both sides of
+  // it.
+  void native_key(QKeyEvent* event) {
+    QTextCursor cursor = textCursor();
+    int at = cursor.position();
+    if (!cursor.hasSelection()) {
+      while (event->key() == Qt::Key_Backspace && text.is_break(at - 1)) --at;
+      while (event->key() == Qt::Key_Delete && text.is_break(at)) ++at;
+      if (at != cursor.position()) cursor.setPosition(at), setTextCursor(cursor);
+    }
+    const std::size_t before = text.to_text(at);
+    const bool steps = event->key() == Qt::Key_Left || event->key() == Qt::Key_Right;
+    for (int last = -1; last != at && text.to_text(at) == before;) {
+      last = at;
+      QPlainTextEdit::keyPressEvent(event);
+      at = textCursor().position();
+      if (!steps) break;
+    }
+  }
   // The box itself would hold on to the focus, as Tab types in it.
   void go_back() { QWidget::focusNextPrevChild(false); }
 
   std::function<void()> on_lines_moved;
-  CodeAssistance assistance{*this};
+  CodeText text{*this};
+  CodeAssistance assistance{*this, text};
 
  protected:
   // Keys that the box knows are not for the window's shortcuts.
@@ -120,6 +143,10 @@ class CodeBox::Edit final : public QPlainTextEdit {
       if (key->modifiers() == Qt::ControlModifier && key->key() == Qt::Key_Y) key->accept();
     }
     return QPlainTextEdit::event(event);
+  }
+  void paintEvent(QPaintEvent* event) override {
+    QPlainTextEdit::paintEvent(event);
+    if (auto* layout = dynamic_cast<CodeLayout*>(document()->documentLayout())) layout->settle();
   }
   void changeEvent(QEvent* event) override {
     QPlainTextEdit::changeEvent(event);
@@ -170,22 +197,44 @@ class CodeBox::Edit final : public QPlainTextEdit {
     lead(*menu, "edit-cut", platform::WM_CUT);
     lead(*menu, "edit-copy", platform::WM_COPY);
     lead(*menu, "edit-paste", platform::WM_PASTE);
+    lead(*menu, "edit-undo", platform::EM_UNDO, text.can_undo());
+    lead(*menu, "edit-redo", platform::EM_REDO, text.can_redo());
     menu->exec(event->globalPos());
   }
   // What is dragged, dropped or pasted by the middle button is plain text, too.
   QMimeData* createMimeDataFromSelection() const override {
     auto* copy = new QMimeData;
-    copy->setText(textCursor().selectedText().replace(QChar::ParagraphSeparator, u'\n'));
+    copy->setText(to_qt(selected()));
     return copy;
   }
   bool canInsertFromMimeData(const QMimeData* source) const override { return source->hasText(); }
   void insertFromMimeData(const QMimeData* source) override { insertPlainText(source->text()); }
+  // What is moved within the box is one edit.
+  void dropEvent(QDropEvent* event) override {
+    const bool moves = event->source() && (event->source() == this || event->source() == viewport()) &&
+                       event->dropAction() == Qt::MoveAction && textCursor().hasSelection() && !isReadOnly();
+    if (!moves) return QPlainTextEdit::dropEvent(event);
+    const std::size_t to = text.to_text(cursorForPosition(event->position().toPoint()).position());
+    const std::size_t from = text.to_text(textCursor().selectionStart()),
+                      end = text.to_text(textCursor().selectionEnd());
+    // The source of the drag would take out what it thinks is still there.
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
+    if (to >= from && to <= end) return;
+    const std::u16string moved = selected();
+    if (to < from) {
+      text.replace(to, end - to, moved + text.text().substr(to, from - to));
+    } else {
+      text.replace(from, to - from, text.text().substr(end, to - end) + moved);
+    }
+  }
 
  private:
   // The clipboard's items go the way of its keys.
-  void lead(QMenu& menu, const char* name, platform::Message message) {
+  void lead(QMenu& menu, const char* name, platform::Message message, std::optional<bool> enabled = {}) {
     auto* action = menu.findChild<QAction*>(QString::fromLatin1(name));
     if (!action) return;
+    if (enabled) action->setEnabled(*enabled && !isReadOnly());
     action->disconnect(SIGNAL(triggered(bool)));
     connect(action, &QAction::triggered, this,
             [this, message] { SendMessage(box_.TextBox::handle(), message); });
@@ -195,16 +244,21 @@ class CodeBox::Edit final : public QPlainTextEdit {
             to_twips(qRound(event.position().y()))};
   }
 
+  std::u16string selected() const {
+    const std::size_t from = text.to_text(textCursor().selectionStart());
+    return text.text().substr(from, text.to_text(textCursor().selectionEnd()) - from);
+  }
+
   friend class CodeBox;
   CodeBox& box_;
 };
 
 CodeBox::CodeBox(QWidget* parent) : edit_(new Edit(*this, parent)) {
   QObject::connect(edit_, &QPlainTextEdit::textChanged, edit_, [this] {
-    if (!quiet_ && handler()) handler()->Change();
+    if (!quiet_ && !edit_->text.is_breaking() && handler()) handler()->Change();
   });
   const auto moved = [this] {
-    if (!quiet_ && handler()) handler()->SelChange();
+    if (!quiet_ && !edit_->text.is_breaking() && handler()) handler()->SelChange();
   };
   QObject::connect(edit_, &QPlainTextEdit::selectionChanged, edit_, moved);
   QObject::connect(edit_, &QPlainTextEdit::cursorPositionChanged, edit_, moved);
@@ -225,38 +279,30 @@ void CodeBox::set_wrapped(bool wrapped) {
 }
 
 void CodeBox::go_to_line(std::size_t line) {
-  const auto last = static_cast<std::size_t>(edit_->blockCount()) - 1;
-  QTextCursor cursor(edit_->document()->findBlockByNumber(static_cast<int>(std::min(line, last))));
+  QTextCursor cursor(edit_->text.block_of_line(std::min(line, line_count() - 1)));
   edit_->setTextCursor(cursor);
   edit_->centerCursor();
 }
 
-int CodeBox::top_of_line(std::size_t line) const {
-  return edit_->top_of(edit_->document()->findBlockByNumber(static_cast<int>(line)));
-}
+int CodeBox::top_of_line(std::size_t line) const { return edit_->top_of(edit_->text.block_of_line(line)); }
 
 void CodeBox::set_on_lines_moved(std::function<void()> moved) { edit_->on_lines_moved = std::move(moved); }
 
 // --- text and selection ---
 
-std::u16string CodeBox::Text() const { return with_crlf(edit_->document()->toRawText()); }
+std::u16string CodeBox::Text() const { return with_crlf(edit_->text.text()); }
 
 void CodeBox::set_Text(std::u16string_view text) {
   const QScopedValueRollback quiet(quiet_, true);
   edit_->put(with_lf(text));
 }
 
-std::size_t CodeBox::length() const {
-  return static_cast<std::size_t>(edit_->document()->characterCount()) - 1;
-}
+std::size_t CodeBox::length() const { return edit_->text.text().size(); }
 
-std::size_t CodeBox::SelStart() const {
-  return static_cast<std::size_t>(edit_->textCursor().selectionStart());
-}
+std::size_t CodeBox::SelStart() const { return edit_->text.to_text(edit_->textCursor().selectionStart()); }
 
 std::size_t CodeBox::SelLength() const {
-  const QTextCursor cursor = edit_->textCursor();
-  return static_cast<std::size_t>(cursor.selectionEnd() - cursor.selectionStart());
+  return edit_->text.to_text(edit_->textCursor().selectionEnd()) - SelStart();
 }
 
 void CodeBox::select(std::size_t start, std::size_t count) {
@@ -265,32 +311,36 @@ void CodeBox::select(std::size_t start, std::size_t count) {
   const std::size_t end = start + std::min(count, all - start);
   if (start == 0 && end == all) return edit_->selectAll();  // which leaves the view where it is
   QTextCursor cursor = edit_->textCursor();
-  cursor.setPosition(static_cast<int>(start));
-  cursor.setPosition(static_cast<int>(end), QTextCursor::KeepAnchor);
+  cursor.setPosition(edit_->text.to_shown(start));
+  if (end > start) cursor.setPosition(edit_->text.to_shown(end, false), QTextCursor::KeepAnchor);
   edit_->setTextCursor(cursor);
 }
 
-std::u16string CodeBox::SelText() const { return with_crlf(edit_->textCursor().selectedText()); }
+std::u16string CodeBox::SelText() const { return with_crlf(edit_->selected()); }
 
 void CodeBox::set_SelText(std::u16string_view text) {
   QTextCursor cursor = edit_->textCursor();
-  cursor.insertText(with_lf(text));
+  cursor.insertText(to_qt(with_lf(text)));
   edit_->setTextCursor(cursor);
 }
 
+bool CodeBox::can_undo() const { return edit_->text.can_undo(); }
+void CodeBox::Undo() { edit_->text.undo(); }
+void CodeBox::Redo() { edit_->text.redo(); }
+
+// From the first one's start to the last one's end it is one edit.
 void CodeBox::replace(const std::vector<Replacement>& replacements) {
   if (replacements.empty()) return;
-  QTextCursor caret = edit_->textCursor(), cursor(edit_->document());
-  cursor.beginEditBlock();
-  // From the last one: what stands before stays where it is.
-  for (auto each = replacements.rbegin(); each != replacements.rend(); ++each) {
-    cursor.setPosition(static_cast<int>(each->start));
-    cursor.setPosition(static_cast<int>(each->start + each->length), QTextCursor::KeepAnchor);
-    cursor.insertText(with_lf(each->text));
-    if (each == replacements.rbegin()) caret.setPosition(cursor.position());
+  const std::u16string_view all = edit_->text.text();
+  const std::size_t start = replacements.front().start;
+  std::size_t at = start;
+  std::u16string text;
+  for (const Replacement& each : replacements) {
+    text += all.substr(at, each.start - at);
+    text += with_lf(each.text);
+    at = each.start + each.length;
   }
-  cursor.endEditBlock();
-  edit_->setTextCursor(caret);
+  edit_->text.replace(start, at - start, text);
 }
 
 // Black on a bright ground is legible in the light and in the dark.
@@ -300,8 +350,9 @@ void CodeBox::show_hits(const std::vector<Stretch>& hits, std::size_t present) {
   for (std::size_t i = 0; i < hits.size(); ++i) {
     QTextEdit::ExtraSelection mark;
     mark.cursor = QTextCursor(edit_->document());
-    mark.cursor.setPosition(static_cast<int>(hits[i].start));
-    mark.cursor.setPosition(static_cast<int>(hits[i].start + hits[i].length), QTextCursor::KeepAnchor);
+    mark.cursor.setPosition(edit_->text.to_shown(hits[i].start));
+    mark.cursor.setPosition(edit_->text.to_shown(hits[i].start + hits[i].length, false),
+                            QTextCursor::KeepAnchor);
     mark.format.setBackground(i == present ? QColor(0xFF9632) : QColor(0xFFE66B));
     mark.format.setForeground(QColor(Qt::black));
     marks.append(mark);
@@ -309,17 +360,12 @@ void CodeBox::show_hits(const std::vector<Stretch>& hits, std::size_t present) {
   edit_->assistance.show_hits(marks);
 }
 
-bool CodeBox::can_undo() const { return edit_->document()->isUndoAvailable(); }
-void CodeBox::Undo() { edit_->undo(); }
-void CodeBox::Redo() { edit_->redo(); }
-
 // --- lines ---
 
-std::size_t CodeBox::line_count() const { return static_cast<std::size_t>(edit_->blockCount()); }
+std::size_t CodeBox::line_count() const { return edit_->text.line_count(); }
 
 std::size_t CodeBox::line_of(std::size_t place) const {
-  const QTextBlock block = edit_->document()->findBlock(static_cast<int>(std::min(place, length())));
-  return static_cast<std::size_t>(block.blockNumber());
+  return edit_->text.line_of(edit_->text.to_shown(std::min(place, length())));
 }
 
 std::size_t CodeBox::first_visible_line() const { return edit_->first_visible_line(); }
@@ -372,8 +418,10 @@ bool CodeBox::edit_key(const QKeyEvent& event) {
   if (event.matches(QKeySequence::Copy)) return tell(platform::WM_COPY), true;
   if (event.matches(QKeySequence::Cut)) return tell(platform::WM_CUT), true;
   if (event.matches(QKeySequence::Paste)) return tell(platform::WM_PASTE), true;
-  if (event.key() != Qt::Key_Y || event.modifiers() != Qt::ControlModifier) return false;
-  if (!Locked()) edit_->redo();
+  const bool again = event.matches(QKeySequence::Redo) ||
+                     (event.key() == Qt::Key_Y && event.modifiers() == Qt::ControlModifier);
+  if (!again && !event.matches(QKeySequence::Undo)) return false;
+  if (!Locked()) again ? Redo() : Undo();
   return true;
 }
 

@@ -16,7 +16,7 @@ constexpr int longest_coloured = 20'000;
 
 /// What a line begins in; what it ends in is the block's own state.
 struct LineStart final : QTextBlockUserData {
-  explicit LineStart(LineState state) : state(state) {}
+  explicit LineStart(LineState known) : state(known) {}
   LineState state;
 };
 
@@ -64,10 +64,20 @@ void CodeLayout::forget_colours() {
 
 QRectF CodeLayout::blockBoundingRect(const QTextBlock& block) const {
   if (coloured_ && block.isValid() && block.layout()->lineCount() == 0) {
-    know_up_to(block.blockNumber() - 1);
+    know_up_to(block.blockNumber());  // itself included: what is coloured is known
     colour(block);
   }
   return QPlainTextDocumentLayout::blockBoundingRect(block);
+}
+
+void CodeLayout::settle() {
+  settling_ = true;
+  document()->markContentsDirty(0, 0);
+  settling_ = false;
+}
+
+void CodeLayout::documentChanged(int from, int removed, int added) {
+  if (!settling_) QPlainTextDocumentLayout::documentChanged(from, removed, added);
 }
 
 LineState CodeLayout::state_before(const QTextBlock& block) const {

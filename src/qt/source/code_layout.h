@@ -19,6 +19,12 @@ class CodeLayout final : public QPlainTextDocumentLayout {
   void set_dark(bool dark);
 
   QRectF blockBoundingRect(const QTextBlock& block) const override;
+  /// For the document a line that gets its colours has changed, and it says so with the next edit, which
+  /// would have all lines in sight laid out anew. They need not be. Not within an edit.
+  void settle();
+
+ protected:
+  void documentChanged(int from, int removed, int added) override;
 
  private:
   void changed(int at, int added);
@@ -31,6 +37,7 @@ class CodeLayout final : public QPlainTextDocumentLayout {
   bool coloured_ = false, dark_ = false;
   mutable int known_ = 0;  // lines whose states are known
   int count_ = 1;
+  bool settling_ = false;
 };
 
 }  // namespace tvx::qt

@@ -36,6 +36,12 @@ class QtRoom {
   platform::Clipboard& clipboard() { return clipboard_; }
   void show(bool shown) { face_.setVisible(shown); }
   void key(std::u16string_view name, int held) {
+    press(name, held);
+    QApplication::processEvents();
+  }
+
+ private:
+  void press(std::u16string_view name, int held) {
     Qt::KeyboardModifiers modifiers;
     if (held & shift_key) modifiers |= Qt::ShiftModifier;
     if (held & control_key) modifiers |= Qt::ControlModifier;
@@ -47,7 +53,6 @@ class QtRoom {
     QTest::keyClick(box_.widget(), static_cast<char>(name[0]), modifiers);
   }
 
- private:
   qt::Clipboard clipboard_;
   QWidget window_;
   QLineEdit other_{&window_};  // which has the keyboard at first, and gets it where the box is hidden
