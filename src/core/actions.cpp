@@ -11,6 +11,7 @@
 #include "tvx/core/parts.h"
 #include "tvx/editing/commands/command_table.h"
 #include "tvx/editing/editor.h"
+#include "tvx/editing/gestures/writer_state.h"
 #include "tvx/platform/common_dialogs.h"
 
 /// The one table of what buttons and menu items do.
@@ -333,7 +334,8 @@ OperationState state_of(Parts& parts, const OperationRow& row) {
   if (!command) return state;
   editing::Editor& editor = parts.context.document().editor();
   state.enabled = state.enabled && editor.enabled(row.command);
-  if (!row.is_on && command->state) state.on = button ? button->Value() == 1 : editor.state(row.command);
+  if (!row.is_on && command->state)
+    state.on = button ? button->Value() == 1 : editing::state_as_writer(editor, row.command);
   return state;
 }
 

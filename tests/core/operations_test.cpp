@@ -61,6 +61,24 @@ TEST_F(Operations, FollowTheSelection) {
   EXPECT_FALSE(state(u"MergeCells").enabled);
 }
 
+// The cell beside stands between them in the tree.
+TEST_F(Operations, FollowSelectedCellsAndNothingBetweenThem) {
+  start();
+  load_and_tell(
+      u"<table><tbody><tr><td><sub><font color=red face=Courier>[a</font></sub></td><td>x</td></tr>"
+      u"<tr><td><sub><font color=red face=Courier>b]</font></sub></td><td>y</td></tr></tbody>"
+      u"</table>");
+  EXPECT_TRUE(state(u"Subscript").on);
+  EXPECT_FALSE(state(u"Superscript").on);
+  EXPECT_EQ(format().font, u"Courier");
+  EXPECT_EQ(format().colour, (dom::style::Color{255, 0, 0, 1}));
+  load_and_tell(
+      u"<table><tbody><tr><td><sub><font face=Courier>[a</font></sub></td><td>x</td></tr>"
+      u"<tr><td>b]</td><td>y</td></tr></tbody></table>");
+  EXPECT_FALSE(state(u"Subscript").on);
+  EXPECT_EQ(format().font, u"") << "several";
+}
+
 TEST_F(Operations, ActAsTheirButtonsWithTheHostsVeto) {
   start();
   load_and_tell(u"<p>[a]</p>");

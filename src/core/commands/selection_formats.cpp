@@ -6,6 +6,7 @@
 #include "tvx/dom/journal.h"
 #include "tvx/dom/tree.h"
 #include "tvx/editing/editor.h"
+#include "tvx/editing/gestures/writer_state.h"
 #include "tvx/editing/inline/links.h"
 
 namespace tvx::core {
@@ -28,13 +29,8 @@ bool is_listed(const dom::Boundary& position) {
   return around(position, [](const dom::Element& each) { return each.is(dom::Tag::Li); });
 }
 
-/// What all of the selection has; none where there are several.
-std::u16string value_of(editing::Editor& editor, std::u16string_view command) {
-  return editor.indeterminate(command) ? std::u16string() : editor.value(command);
-}
-
 std::optional<dom::style::Color> colour_of(editing::Editor& editor, std::u16string_view command) {
-  const auto colour = dom::style::parse_color(value_of(editor, command));
+  const auto colour = dom::style::parse_color(editing::value_as_writer(editor, command));
   return colour && colour->alpha > 0 ? colour : std::nullopt;
 }
 
@@ -82,8 +78,8 @@ SelectionFormat SelectionFormats::current() {
         }))
       format.style_class = named->attribute_or_empty(dom::Name(u"class"));
     if (editor.selection().type() != editing::SelectionType::Text) return;
-    format.font = value_of(editor, u"FontName");
-    const std::u16string size = value_of(editor, u"FontSize");
+    format.font = editing::value_as_writer(editor, u"FontName");
+    const std::u16string size = editing::value_as_writer(editor, u"FontSize");
     if (size.size() == 1 && size[0] >= u'1' && size[0] <= u'7') format.size = size[0] - u'0';
     format.colour = colour_of(editor, u"ForeColor");
     format.highlight = colour_of(editor, u"HiliteColor");

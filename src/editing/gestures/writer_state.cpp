@@ -1,5 +1,8 @@
 #include "tvx/editing/gestures/writer_state.h"
 
+#include <algorithm>
+#include <iterator>
+
 #include "tvx/base/strings.h"
 #include "tvx/dom/tree.h"
 #include "tvx/editing/blocks/justification.h"
@@ -35,6 +38,13 @@ constexpr AlignmentRow alignment_rows[] = {
     {u"justifyfull", u"justify"},
 };
 
+constexpr InlineRow value_rows[] = {
+    {u"fontname", InlineCommand::FontName},
+    {u"fontsize", InlineCommand::FontSize},
+    {u"forecolor", InlineCommand::ForeColor},
+    {u"hilitecolor", InlineCommand::BackColor},
+};
+
 dom::Range content_of(Element& cell) { return {{&cell, 0}, {&cell, dom::length_of(cell)}}; }
 
 /// An empty cell is aligned by itself: its text will be.
@@ -65,6 +75,23 @@ bool state_as_writer(Editor& editor, std::u16string_view command) {
     any = any || on;
   }
   return any || editor.state(command);
+}
+
+std::u16string value_as_writer(Editor& editor, std::u16string_view command) {
+  const std::u16string name = ascii_lower(command);
+  const auto row = std::ranges::find(value_rows, name, &InlineRow::name);
+  std::optional<std::u16string> common;
+  if (row != std::end(value_rows)) {
+    const LineMemo memo;
+    for (const Ref<Element>& cell : selected_cells(editor)) {
+      if (is_empty_line(*cell)) continue;
+      const std::u16string value = common_value(content_of(*cell), row->command);
+      if (common && *common != value) return {};
+      common = value;
+    }
+  }
+  if (common) return *common;
+  return editor.indeterminate(command) ? std::u16string() : editor.value(command);
 }
 
 }  // namespace tvx::editing

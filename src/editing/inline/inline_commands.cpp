@@ -242,6 +242,19 @@ const CommandDefinition rows[] = {
 
 }  // namespace
 
+std::u16string common_value(const dom::Range& range, InlineCommand command) {
+  std::optional<InlineValue> first;
+  bool several = false;
+  each_value(range, command, [&](const InlineValue& value) {
+    if (!first) first = value;
+    return !(several = *first != value);
+  });
+  if (several) return {};
+  if (!first) first = effective_command_value(*range.start.node, command);
+  const std::u16string value = first->value_or(u"");
+  return command == InlineCommand::FontSize ? legacy_font_size_of(value) : value;
+}
+
 bool is_on(const dom::Range& range, InlineCommand command) {
   bool on = true;
   const bool any = each_value(

@@ -31,6 +31,8 @@ bool has_activated_values(InlineCommand command);
 bool is_activated_value(InlineCommand command, const InlineValue& value);
 /// Whether all text in a range has the activated value; without text, the range's start.
 bool is_on(const dom::Range& range, InlineCommand command);
+/// The value of all text in a range, "" where there are several; without text, that of the range's start.
+std::u16string common_value(const dom::Range& range, InlineCommand command);
 /// The CSS property that the command sets, empty if none.
 std::u16string_view css_property_of(InlineCommand command);
 

@@ -55,4 +55,17 @@ TEST_F(WriterState, ElsewhereItIsTheCommandsOwn) {
   EXPECT_TRUE(state(u"bold"));
 }
 
+TEST_F(WriterState, ValuesAreThoseOfEachCell) {
+  load_column("<td><font size=5 face=Arial>[a</font>", "<td>x", "<td><font size=5>b]</font>");
+  EXPECT_EQ(value_as_writer(editor, u"FontSize"), u"5");
+  EXPECT_EQ(value_as_writer(editor, u"FontName"), u"");
+  load_column("<td><font color=red>[a</font>", "<td>x", "<td>]");
+  EXPECT_EQ(value_as_writer(editor, u"ForeColor"), u"rgb(255, 0, 0)");
+  EXPECT_EQ(value_as_writer(editor, u"HiliteColor"), editor.value(u"HiliteColor"));
+  load("<p><font size=5>[a</font>b]");
+  EXPECT_EQ(value_as_writer(editor, u"FontSize"), u"");
+  load("<p><font size=5>[a]</font>b");
+  EXPECT_EQ(value_as_writer(editor, u"FontSize"), u"5");
+}
+
 }  // namespace tvx::editing::test
