@@ -97,6 +97,7 @@ class CodeBox::Edit final : public QPlainTextEdit {
   // A document filled before anybody listens: lines by the hundred thousand are put in, not announced one by
   // one.
   void put(std::u16string with) {
+    setExtraSelections({});  // they stand in the document that goes
     auto* fresh = new QTextDocument(this);
     fresh->setUndoRedoEnabled(false);
     fresh->setDefaultFont(font());
