@@ -89,9 +89,16 @@ class TagStructure::Reading {
     return equals_ignoring_ascii_case(name, u"svg") || equals_ignoring_ascii_case(name, u"math");
   }
 
+  /// Nobody writes elements within each other so deep: tags that are never closed would make each end tag
+  /// look through all of them.
+  std::size_t lowest() const {
+    constexpr std::size_t deepest = 500;
+    return open_.size() - std::min(open_.size(), deepest);
+  }
+
   /// The innermost open element of that name; none beyond one that no end tag reaches out of.
   std::size_t find_open(std::u16string_view name) const {
-    for (std::size_t i = open_.size(); i-- > 0;) {
+    for (std::size_t i = open_.size(); i-- > lowest();) {
       if (equals_ignoring_ascii_case(name_of(open_[i]), name)) return i;
       if (is_one_of(name_of(open_[i]), scopes) && !is_one_of(name, table_scope) && !is_one_of(name, rows) &&
           !is_one_of(name, row_groups) && !is_one_of(name, cells))
@@ -102,7 +109,7 @@ class TagStructure::Reading {
 
   /// As far as nothing but formats stands between: a block within isn't closed by what begins in it.
   void end_paragraph() {
-    for (std::size_t i = open_.size(); i-- > 0;) {
+    for (std::size_t i = open_.size(); i-- > lowest();) {
       const std::u16string_view open = name_of(open_[i]);
       if (equals_ignoring_ascii_case(open, u"p")) return close_down_to(i, {});
       if (!is_one_of(open, format_names) && !equals_ignoring_ascii_case(open, u"span")) return;
@@ -110,7 +117,7 @@ class TagStructure::Reading {
   }
 
   void end_in(Names ended, Names scope) {
-    for (std::size_t i = open_.size(); i-- > 0;) {
+    for (std::size_t i = open_.size(); i-- > lowest();) {
       if (is_one_of(name_of(open_[i]), ended)) return close_down_to(i, {});
       if (is_one_of(name_of(open_[i]), scope)) return;
     }

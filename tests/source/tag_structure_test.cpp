@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+#include <ctime>
+
 #include "tvx/source/code_completion.h"
 
 namespace tvx::source {
@@ -67,6 +69,16 @@ TEST(TagStructure, TheInnermostOpenElementIsKnown) {
   EXPECT_EQ(open_at_end(u"<div><p>a</p><br>"), "div");
   EXPECT_EQ(open_at_end(u"<DIV></DIV>"), "");
   EXPECT_EQ(open_at_end(u"<ul><li>a</li><li>b"), "li");
+}
+
+TEST(TagStructure, TagsThatAreNeverClosedCostNoMoreEach) {
+  std::u16string source;
+  for (int i = 0; i < 50'000; ++i) source += u"<b>";
+  for (int i = 0; i < 50'000; ++i) source += u"</i>";
+  const std::clock_t begin = std::clock();
+  const TagStructure structure(source);
+  EXPECT_EQ(structure.tags().size(), 100'000u);
+  EXPECT_LT(double(std::clock() - begin) / CLOCKS_PER_SEC, 5.0) << "looking through all of them took minutes";
 }
 
 std::vector<std::string> offered(std::u16string_view source) {
