@@ -46,7 +46,7 @@ FindBar::FindBar(QWidget* parent)
       more_(add_button("more", [this] { show_replacement(!replacement_->isVisibleTo(this)); })),
       case_(add_toggle("matchCase", QStringLiteral("Aa"))),
       words_(add_toggle("wholeWords", QStringLiteral("\u201Cab\u201D"))),
-      expression_(add_toggle("regularExpression", QStringLiteral(".*"))),
+      expression_(add_toggle("regularExpression", QStringLiteral("\u200E.*"))),
       selection_(add_toggle("inSelection", QStringLiteral("[\u2026]"))),
       previous_(add_button("previous", [this] { step(false); })),
       next_(add_button("next", [this] { step(true); })),
