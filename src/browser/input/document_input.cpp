@@ -42,7 +42,7 @@ DocumentInput::DocumentInput(Display& display, platform::MessageLoop& loop)
 
 void DocumentInput::show(std::shared_ptr<HTMLDocument> document) {
   queue_.clear();
-  changed_tree_ = false;
+  changes_.clear();
   if (document_) document_->tree().remove_observer(*this);
   document_ = std::move(document);
   if (document_) document_->tree().add_observer(*this);
@@ -73,13 +73,14 @@ void DocumentInput::receive(const ViewMessage& message) {
 }
 
 void DocumentInput::mutated(const dom::Mutation& mutation) {
-  if (queue_.handling() && mutation.kind == dom::MutationKind::Step) changed_tree_ = true;
+  if (queue_.handling() && mutation.kind == dom::MutationKind::Step) changes_.note(mutation);
 }
 
 // The one door for what the user changes: all input comes through the queue, and this is after each item.
 void DocumentInput::handled() {
-  if (const auto document = document_; document && std::exchange(changed_tree_, false))
-    document->tell_user_change();
+  const bool changed = changes_.any();
+  changes_.clear();
+  if (const auto document = document_; document && changed) document->tell_user_change();
 }
 
 // --- questions ---
@@ -98,7 +99,7 @@ std::optional<QuestionId> DocumentInput::handle_answer(const ViewAnswer* answer)
   if (!document) return {};
   if (mouse_.asks()) {
     const auto question = mouse_.answer(answer);
-    if (!question) changed_tree_ = false;  // as in handle_mouse()
+    if (!question) changes_.clear();  // as in handle_mouse()
     return question;
   }
   if (const auto drop = std::exchange(drop_, {})) {
@@ -153,7 +154,7 @@ std::optional<QuestionId> DocumentInput::handle_mouse(const ViewTicket&,
   drop_.reset();
   const auto question = mouse_.handle(reports);
   // A press edits nothing; what a menu did that it opened has been reported.
-  if (!question) changed_tree_ = false;
+  if (!question) changes_.clear();
   return question;
 }
 

@@ -7,6 +7,7 @@
 #include "tvx/browser/input/drag_session.h"
 #include "tvx/browser/input/input_queue.h"
 #include "tvx/browser/input/mouse_reports.h"
+#include "tvx/browser/input/net_change.h"
 #include "tvx/dom/mutation.h"
 
 namespace tvx::browser {
@@ -54,7 +55,7 @@ class DocumentInput final : private InputHandler, private dom::MutationObserver 
   DragSession drags_;
   MouseReports mouse_;
   InputQueue queue_;
-  bool changed_tree_ = false;     // what is being handled did
+  NetChange changes_;             // of what is being handled
   bool extend_ = false;           // the move that is asked for extends the selection
   std::optional<ViewDrop> drop_;  // waits for its position
 };

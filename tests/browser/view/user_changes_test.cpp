@@ -10,12 +10,13 @@ namespace {
 
 class UserChanges : public DocumentViewTest, private DocumentHandler {
  protected:
-  void start(unsigned seed) {
+  static constexpr std::u16string_view mixed =
+      u"<p>one two three</p><p>four <img id=i> five</p><table "
+      u"border=1><tr><td>a</td><td>b</td></tr></table>"
+      u"<p>six seven</p>";
+  void start(unsigned seed, std::u16string_view content = mixed) {
     random_.seed(seed);
-    open(
-        u"<p>one two three</p><p>four <img id=i> five</p><table "
-        u"border=1><tr><td>a</td><td>b</td></tr></table>"
-        u"<p>six seven</p>");
+    open(content);
     document_->connect(this);
   }
   void TearDown() override { document_->connect(nullptr); }
@@ -106,6 +107,20 @@ TEST_F(UserChanges, AreToldWhateverMadeThemAndNothingElseIs) {
     document_->connect(nullptr);
   }
   EXPECT_GT(changes, 200);
+}
+
+TEST_F(UserChanges, AreNotWhatAKeyDoesAndTakesBack) {
+  start(1, u"<table border=1><tr><td>a</td></tr></table><p><!--note-->two</p>");
+  dom::Text* const two = dom::as<dom::Text>(first(dom::Tag::P).last_child());
+  ASSERT_NE(two, nullptr);
+  selection().collapse({two, 0});
+  pump();
+  const std::string before = html();
+  key(u"Backspace");
+  pump();
+  EXPECT_EQ(html(), before);
+  EXPECT_EQ(told_, 0);
+  EXPECT_FALSE(document_->tree().journal().can_undo());
 }
 
 TEST_F(UserChanges, AreNotWhatAHostWritesMeanwhile) {
