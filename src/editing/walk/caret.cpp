@@ -3,6 +3,7 @@
 #include "tvx/dom/journal.h"
 #include "tvx/dom/tree.h"
 #include "tvx/editing/editor.h"
+#include "tvx/editing/facts/between_blocks.h"
 #include "tvx/editing/facts/block_range.h"
 #include "tvx/editing/facts/gap.h"
 #include "tvx/editing/facts/predicates.h"
@@ -77,8 +78,14 @@ class CaretWalk {
     const auto* element = dom::as<Element>(&child);
     if (!element || display_of(*element) == Display::None) return pass(child);
     if (child.is(Tag::Br)) return meet_break(child);
+    // A break that comes right after a block ends an empty line.
+    if (!forward_ && over_break_ && passed_break_ && is_block_node(child)) {
+      place_ = dom::before(*passed_break_);
+      return;
+    }
     if (child.is(Tag::Hr)) {
       crossed_ = true;
+      entered_ = nullptr;
       return pass(child);
     }
     if (is_whole(child)) return meet_whole(child);
@@ -110,6 +117,7 @@ class CaretWalk {
     const bool before = forward_ == crossed_;
     if (is_block_node(element)) {
       crossed_ = true;
+      entered_ = nullptr;
       return pass(element);
     }
     place_ = before ? dom::before(element) : dom::after(element);
@@ -318,8 +326,11 @@ Boundary normalized_caret_place(Boundary place) {
     if (inner.node->is_text() && inner.offset == 0 && is_editable(*inner.node)) return inner;
   }
   const bool holds_text = is_allowed_child_name(dom::Name(Tag::Span), *place.node);
-  const bool beside_line = (before && is_inline_node(*before)) || (gap.next && is_inline_node(*gap.next));
-  if (holds_text && (beside_line || !place.node->has_children())) return place;
+  // White space and comments between two blocks are no line.
+  before = passed_filling(before, true);
+  Node* after = passed_filling(gap.next, false);
+  const bool beside_line = (before && is_inline_node(*before)) || (after && is_inline_node(*after));
+  if (holds_text && (beside_line || (!before && !after))) return place;
   if (const auto found = CaretWalk(place, Direction::Forward, true).next_place()) return *found;
   if (const auto found = CaretWalk(place, Direction::Backward, true).next_place()) return *found;
   return place;

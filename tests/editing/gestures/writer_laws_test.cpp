@@ -215,6 +215,25 @@ TEST_P(WriterLaws, WhatCanBeClickedIsReachedByArrowKeys) {
   }
 }
 
+/// The documents that gestures make have lines that nobody would write down for a test.
+TEST_P(WriterLaws, WhatCanBeClickedIsReachedInWhatGesturesMake) {
+  const char* wanted = std::getenv("TVX_WRITER_WALKS");
+  const char* first = std::getenv("TVX_WRITER_SEED");
+  const char* finds = std::getenv("TVX_WRITER_FINDS");
+  const long all = (wanted ? std::atol(wanted) : 800) / 8;
+  int failures = 0;
+  for (long i = 0; i < all && failures < (finds ? std::atoi(finds) : 3); ++i) {
+    const std::uint32_t seed = (first ? std::atol(first) : 0) + GetParam() + 1 + 8 * i;
+    if (!play(seed, 25)) continue;
+    const std::string before = html();
+    const std::string law = broken_law_of_moves(editor, host);
+    if (law.empty()) continue;
+    ADD_FAILURE() << law << "\nseed " << seed << ", gesture 0: walk\nfrom " << before << "\nto   "
+                  << marked();
+    ++failures;
+  }
+}
+
 INSTANTIATE_TEST_SUITE_P(EightShards, WriterLaws, ::testing::Range(0u, 8u));
 
 }  // namespace
