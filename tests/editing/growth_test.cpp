@@ -39,6 +39,31 @@ TEST_P(Growth, EveryCommandOnEverything) {
   }
 }
 
+std::uint64_t steps_of(const Shape& shape, const growth::Stroke& stroke, growth::Where where,
+                       std::size_t count) {
+  const dom::Ref<dom::Document> document = dom::parse_document(shape.of(count));
+  Editor editor(*document);
+  editor.set_design_mode(true);
+  growth::place_caret(editor, where);
+  const std::uint64_t steps = work_done, version = document->version();
+  growth::press(editor, stroke);
+  return work_done - steps + document->version() - version;
+}
+
+TEST_P(Growth, EveryKeyEverywhere) {
+  using growth::Where;
+  for (const growth::Stroke& stroke : growth::strokes) {
+    for (const Where where : {Where::All, Where::Start, Where::Middle, Where::End}) {
+      const std::size_t most = growth::limited(GetParam(), count * 10);
+      const std::uint64_t small = steps_of(GetParam(), stroke, where, most / 10);
+      const std::uint64_t large = steps_of(GetParam(), stroke, where, most);
+      EXPECT_LT(double(large), growth::most_growth * double(std::max<std::uint64_t>(small, count)))
+          << growth::name_of(stroke, where) << " of " << to_utf8(GetParam().name) << ": " << small << ", "
+          << large;
+    }
+  }
+}
+
 INSTANTIATE_TEST_SUITE_P(Shapes, Growth, ::testing::ValuesIn(growth::shapes), [](const auto& info) {
   std::string name;
   for (const char c : to_utf8(info.param.name)) name += c == ' ' || c == '-' ? '_' : c;

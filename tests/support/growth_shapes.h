@@ -6,7 +6,9 @@
 #include <string_view>
 
 #include "tvx/base/strings.h"
+#include "tvx/dom/range.h"
 #include "tvx/editing/editor.h"
+#include "tvx/editing/gestures/keyboard.h"
 
 /// Documents of any size in the shapes that make editing slow: much of one thing, side by side or in one
 /// another.
@@ -165,6 +167,58 @@ inline void act(editing::Editor& editor, const Command& command) {
     editor.state(asked);
     editor.value(asked);
   }
+}
+
+/// Keys, pressed where a writer presses them.
+enum class Where : std::uint8_t { All, Start, Middle, End };
+struct Stroke {
+  std::u16string_view key, text = {};
+  bool control = false, shift = false;
+};
+inline constexpr Stroke strokes[] = {
+    {u"x", u"x"},
+    {u" ", u" "},
+    {u"Enter"},
+    {u"Enter", {}, false, true},
+    {u"Backspace"},
+    {u"Delete"},
+    {u"Backspace", {}, true},
+    {u"Delete", {}, true},
+    {u"Tab"},
+    {u"Tab", {}, false, true},
+    {u"ArrowLeft"},
+    {u"ArrowRight"},
+    {u"ArrowLeft", {}, true},
+    {u"ArrowRight", {}, true, true},
+    {u"b", {}, true},
+    {u"a", {}, true},
+};
+
+inline std::string name_of(const Stroke& stroke, Where where) {
+  static constexpr const char* places[] = {"over all", "at the start", "in the middle", "at the end"};
+  return std::string(stroke.control ? "Ctrl+" : "") + (stroke.shift ? "Shift+" : "") + to_utf8(stroke.key) +
+         " " + places[std::size_t(where)];
+}
+
+inline void place_caret(editing::Editor& editor, Where where) {
+  if (where == Where::All) {
+    editor.execute(u"selectAll");
+    return;
+  }
+  dom::Node* node = editor.document().body();
+  while (node->has_children()) {
+    if (where == Where::Middle)
+      node = dom::child_at(*node, node->child_count() / 2);
+    else
+      node = where == Where::Start ? node->first_child() : node->last_child();
+  }
+  editor.selection().collapse({node, where == Where::End ? dom::length_of(*node) : 0});
+}
+inline void press(editing::Editor& editor, const Stroke& stroke) {
+  editing::press_key(editor, {.key = std::u16string(stroke.key),
+                              .text = std::u16string(stroke.text),
+                              .control = stroke.control,
+                              .shift = stroke.shift});
 }
 
 }  // namespace tvx::growth

@@ -56,7 +56,7 @@ SheetList::~SheetList() {
   }
 }
 
-void SheetList::note(const Mutation& mutation, bool in_tree) {
+void SheetList::note(const Mutation& mutation, Place place) {
   const Element* parent = as<Element>(mutation.parent);
   const NodeId left_without = std::exchange(left_without_, NodeId{});
   switch (mutation.type) {
@@ -65,11 +65,12 @@ void SheetList::note(const Mutation& mutation, bool in_tree) {
       break;
     case Mutation::Type::Insert:
       if (parent && parent->is(Tag::Style)) note_text();
-      if (mutation.node->id() != left_without) note_coming(*mutation.node);
+      // What is put together elsewhere is looked through when it comes into the tree.
+      if (mutation.node->id() != left_without && place != Place::Elsewhere) note_coming(*mutation.node);
       break;
     case Mutation::Type::Remove:
       if (parent && parent->is(Tag::Style)) note_text();
-      note_leaving(*mutation.node, in_tree);
+      note_leaving(*mutation.node, place);
       break;
     case Mutation::Type::SetAttribute: note_attribute(mutation, *as<Element>(mutation.node)); break;
   }
@@ -83,8 +84,8 @@ void SheetList::note_coming(const Node& node) {
 
 // What is moved leaves first: a whole document lifted out of an element is not gone through for each level.
 // What leaves a tree of its own, a fragment, may bring sheets that nobody knows yet.
-void SheetList::note_leaving(const Node& node, bool in_tree) {
-  if (in_tree ? held_a_sheet(node) : may_own_sheet_below(node)) {
+void SheetList::note_leaving(const Node& node, Place place) {
+  if (place == Place::Tree ? held_a_sheet(node) : may_own_sheet_below(node)) {
     list_changed_ = rules_changed_ = true;
     links_changed();
   } else {

@@ -15,6 +15,9 @@ namespace tvx::dom::style {
 
 class LinkObserver;
 
+/// Where something happens, as far as that is known without a climb to the root.
+enum class Place : std::uint8_t { Tree, Elsewhere, Unknown };
+
 /// The sheets of a document, and their rules as the cascade needs them. Hears of every mutation and notes
 /// what it leaves to be done; the work is done when somebody asks.
 class SheetList {
@@ -22,9 +25,9 @@ class SheetList {
   SheetList(Document& document, StyleEngine& engine) : document_(document), engine_(engine) {}
   ~SheetList();
 
-  /// Whether the mutation, or anything else since the last rules(), can have changed the rules. `in_tree`:
-  /// its parent is known to stand in the document.
-  void note(const Mutation& mutation, bool in_tree);
+  /// Whether the mutation, or anything else since the last rules(), can have changed the rules. `place` is
+  /// its parent's.
+  void note(const Mutation& mutation, Place place);
   bool rules_changed() const { return rules_changed_; }
 
   const std::vector<StyleSheetHandle>& sheets();
@@ -43,7 +46,7 @@ class SheetList {
 
  private:
   void note_coming(const Node& node);
-  void note_leaving(const Node& node, bool in_tree);
+  void note_leaving(const Node& node, Place place);
   bool held_a_sheet(const Node& node) const;
   void note_text();
   void note_attribute(const Mutation& mutation, const Element& element);

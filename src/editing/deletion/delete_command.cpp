@@ -26,6 +26,33 @@ namespace {
 
 bool is_hidden_editable(const Node* node) { return node && is_editable(*node) && is_invisible(*node); }
 
+bool may_be_sheet(const Node& node) { return node.is(Tag::Style) || node.is(Tag::Link); }
+// Whatever a sheet says, within reason.
+bool is_always_hidden(const Node& node) {
+  return !node.is_element() || may_be_sheet(node) || node.is(Tag::Script) || node.is(Tag::Meta);
+}
+
+void remove_all(const NodeList& nodes) {
+  for (const Ref<Node>& node : nodes) dom::remove(*node);
+}
+
+}  // namespace
+
+// Each question after a removal would go through all that nobody sees anew, and count all styles.
+NodeList hidden_run(Node* first, Node* (Node::*next)() const) {
+  NodeList run;
+  bool takes_sheet = false;
+  for (Node* node = first; is_hidden_editable(node); node = (node->*next)()) {
+    if (takes_sheet && !is_always_hidden(*node)) break;
+    takes_sheet = takes_sheet || dom::next_in_order(*node, node) || may_be_sheet(*node);
+    run.emplace_back(node);
+    if (node->is(Tag::Br)) break;  // lines may be others without it
+  }
+  return run;
+}
+
+namespace {
+
 /// Backspace on a caret. The steps are those of the standard's "delete" command; the numbers name them.
 class BackwardDelete {
  public:
@@ -70,10 +97,12 @@ bool BackwardDelete::find_target() {
   for (;;) {
     Node& node = spot_.node();
     Node* before = spot_.previous();
-    if (spot_.at_start() && is_hidden_editable(node.previous_sibling())) {
-      dom::remove(*node.previous_sibling());
-    } else if (is_hidden_editable(before)) {
-      dom::remove(*before);
+    if (const NodeList hidden =
+            hidden_run(spot_.at_start() ? node.previous_sibling() : nullptr, &Node::previous_sibling);
+        !hidden.empty()) {
+      remove_all(hidden);
+    } else if (const NodeList inner = hidden_run(before, &Node::previous_sibling); !inner.empty()) {
+      remove_all(inner);
     } else if (!is_editing_host(node) && ((spot_.at_start() && is_inline_node(node)) || is_invisible(node))) {
       spot_.leave_backward();
     } else if (before && before->is(Tag::A) && is_editable(*before)) {
@@ -124,8 +153,9 @@ void BackwardDelete::find_start() {
     if (start_.at_start()) {
       if (!start_.node().parent()) return;
       start_.leave_backward();
-    } else if (is_hidden_editable(start_.previous())) {
-      dom::remove(*start_.previous());
+    } else if (const NodeList hidden = hidden_run(start_.previous(), &Node::previous_sibling);
+               !hidden.empty()) {
+      remove_all(hidden);
     } else {
       return;
     }
@@ -195,8 +225,8 @@ bool BackwardDelete::merge_items() {
 // Steps 16 to 19.
 void BackwardDelete::merge_blocks() {
   while (Node* before = start_.previous()) {
-    if (is_hidden_editable(before)) {
-      dom::remove(*before);
+    if (const NodeList hidden = hidden_run(before, &Node::previous_sibling); !hidden.empty()) {
+      remove_all(hidden);
     } else {
       start_.enter_end(*before);
     }

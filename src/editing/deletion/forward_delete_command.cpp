@@ -17,13 +17,10 @@ using dom::Tag;
 
 namespace {
 
-bool is_hidden_editable(const Node* node) { return node && is_editable(*node) && is_invisible(*node); }
-
-/// Removes the child after a position, which then stands before the next one.
-void remove_next(WalkPosition& spot) {
-  Node* const next = spot.next();
-  spot.gap.next = next->next_sibling();
-  dom::remove(*next);
+/// Removes children after a position, which then stands before the next one.
+void remove_next(WalkPosition& spot, const NodeList& nodes) {
+  spot.gap.next = nodes.back()->next_sibling();
+  for (const dom::Ref<Node>& node : nodes) dom::remove(*node);
 }
 
 /// The delete key on a caret. The steps are those of the standard's "forwardDelete" command.
@@ -74,10 +71,12 @@ void ForwardDelete::find_target() {
   for (;;) {
     Node& node = spot_.node();
     Node* next = spot_.next();
-    if (spot_.at_end() && is_hidden_editable(node.next_sibling())) {
-      dom::remove(*node.next_sibling());
-    } else if (is_hidden_editable(next)) {
-      remove_next(spot_);
+    if (const NodeList hidden =
+            hidden_run(spot_.at_end() ? node.next_sibling() : nullptr, &Node::next_sibling);
+        !hidden.empty()) {
+      for (const dom::Ref<Node>& each : hidden) dom::remove(*each);
+    } else if (const NodeList inner = hidden_run(next, &Node::next_sibling); !inner.empty()) {
+      remove_next(spot_, inner);
     } else if (!is_editing_host(node) && ((spot_.at_end() && is_inline_node(node)) || is_invisible(node))) {
       spot_.leave_forward();
     } else if (next && !is_block_node(*next) && !next->is(Tag::Br) && !is_object(*next) &&
@@ -121,8 +120,8 @@ void ForwardDelete::find_end() {
     if (end_.at_end()) {
       if (!end_.node().parent()) return;
       end_.leave_forward();
-    } else if (is_hidden_editable(end_.next())) {
-      remove_next(end_);
+    } else if (const NodeList hidden = hidden_run(end_.next(), &Node::next_sibling); !hidden.empty()) {
+      remove_next(end_, hidden);
     } else {
       return;
     }
@@ -151,8 +150,8 @@ bool ForwardDelete::delete_line_behind() {
 // Steps 14 to 17.
 void ForwardDelete::merge_blocks() {
   while (Node* next = end_.next()) {
-    if (is_hidden_editable(next)) {
-      remove_next(end_);
+    if (const NodeList hidden = hidden_run(next, &Node::next_sibling); !hidden.empty()) {
+      remove_next(end_, hidden);
     } else {
       end_.enter_start(*next);
     }

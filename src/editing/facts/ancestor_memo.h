@@ -63,21 +63,30 @@ class AncestorMemo : private dom::MutationObserver {
   }
 
   void left(const dom::Mutation& mutation) {
-    settle();
     if (!mutation.node->has_children()) {
       known_.erase(mutation.node->id());
       return;
     }
+    settle();
     answer_of_away_ = mutation.parent ? answer_below(*mutation.parent) : std::nullopt;
     away_ = mutation.node;
   }
 
-  // What was asked about while it stood nowhere has other answers now.
+  // What was asked about while it stood nowhere has other answers now: forgotten when somebody asks, for it
+  // may be put into something larger first.
   void came(const dom::Mutation& mutation) {
-    const bool is_back = away_ && mutation.node == away_.get();
-    if (is_back) away_ = nullptr;
-    const auto answer = is_back && mutation.parent ? answer_below(*mutation.parent) : std::nullopt;
-    if (!answer || answer != answer_of_away_) forget(*mutation.node);
+    const dom::Node& node = *mutation.node;
+    if (away_ && &node == away_.get()) {
+      away_ = nullptr;
+      const auto answer = mutation.parent ? answer_below(*mutation.parent) : std::nullopt;
+      if (!answer || answer != answer_of_away_) forget(node);
+    } else if (!node.has_children()) {
+      known_.erase(node.id());
+    } else {
+      if (away_ && away_->parent() != &node) settle();
+      away_ = mutation.node;
+      answer_of_away_ = std::nullopt;
+    }
   }
 
   void settle() {

@@ -67,8 +67,11 @@ std::optional<Boundary> gap_on_the_way(const Boundary& from, Direction direction
   bool at_start = !from.node->is_text();
   // Within one gap white space may stand on both sides of the caret.
   const Node* passed = nullptr;
+  // Between the same two siblings that are seen one position is as good as the other.
+  std::optional<bool> fits;
   for (;;) {
-    if (!at_start && (!starts_in_gap || passed) && is_gap(gap)) {
+    if (!at_start && (!starts_in_gap || passed) && !fits) fits = is_gap(gap);
+    if (!at_start && (!starts_in_gap || passed) && *fits) {
       const Boundary place = gap.boundary();
       if (!goal || (forward ? dom::compare(place, *goal) < 0 : dom::compare(place, *goal) > 0)) return place;
       return std::nullopt;
@@ -78,13 +81,16 @@ std::optional<Boundary> gap_on_the_way(const Boundary& from, Direction direction
     if (!child) {
       if (is_editing_host(*gap.node) || !gap.node->parent()) return std::nullopt;
       passed = gap.node;
+      fits.reset();
       gap = forward ? Gap::after(*gap.node) : Gap::before(*gap.node);
-    } else if (child->is_text() || !child->is_element() || child->is(Tag::Br) || child->is(Tag::Hr) ||
-               is_object(*child) || !is_editable(*child)) {
+    } else if (is_invisible(*child) || child->is_text() || !child->is_element() || child->is(Tag::Br) ||
+               child->is(Tag::Hr) || is_object(*child) || !is_editable(*child)) {
       if (!is_filling(*child)) passed = child;
+      if (!is_filling(*child) && !is_invisible(*child)) fits.reset();
       gap = forward ? Gap::after(*child) : Gap::before(*child);
     } else {
       passed = child;
+      fits.reset();
       gap = forward ? Gap::start_of(*child) : Gap::end_of(*child);
     }
     if (goal) {

@@ -1,4 +1,5 @@
 #include "tvx/editing/gestures/keyboard.h"
+#include "tvx/editing/facts/line_memo.h"
 
 #include <unicode/uchar.h>
 
@@ -156,6 +157,7 @@ std::optional<KeyResult> press_shortcut(Editor& editor, const KeyPress& key) {
 }  // namespace
 
 KeyResult press_key(Editor& editor, const KeyPress& key) {
+  const LineMemo memo;
   if (const auto result = press_move_key(editor, key)) return *result;
   if (const auto result = press_editing_key(editor, key)) return *result;
   if (const auto result = press_shortcut(editor, key)) return *result;
