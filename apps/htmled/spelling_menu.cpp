@@ -6,6 +6,7 @@
 #include "htmled/document/document_page.h"
 #include "htmled/tabs.h"
 #include "htmled/window.h"
+#include "htmled/writing_choices.h"
 #include "tvx/core/htmled.h"
 #include "tvx/qt/support/strings.h"
 #include "tvx/spelling/dictionary_files.h"
@@ -41,10 +42,24 @@ QString own_name(const QString& tag) {
 
 }  // namespace
 
+// --- switches ---
+
+bool writing_choices::is_on(Writing choice) {
+  return settings().value(choice == Writing::Waves ? as_you_type_key : auto_format_key, true).toBool();
+}
+
+void writing_choices::turn(Writing choice) {
+  settings().setValue(choice == Writing::Waves ? as_you_type_key : auto_format_key, !is_on(choice));
+}
+
+void writing_choices::apply(qt::HTMLedWidget& editor) {
+  editor.set_CheckSpellingAsYouType(is_on(Writing::Waves));
+  editor.set_AutoFormat(is_on(Writing::AutoFormat));
+}
+
 void Window::set_up_writing(qt::HTMLedWidget& editor) const {
   editor.set_SpellingLanguage(settings().value(language_key).toString());
-  editor.set_CheckSpellingAsYouType(settings().value(as_you_type_key, true).toBool());
-  editor.set_AutoFormat(settings().value(auto_format_key, true).toBool());
+  writing_choices::apply(editor);
   // "Add Word" of the dialog writes where "Add to dictionary" of the menu does.
   if (spelling::make_user_words())
     editor.set_CustomDictionaryFilename(QString::fromStdString(spelling::user_words_path()));
@@ -55,36 +70,9 @@ void Window::for_each_editor(const std::function<void(qt::HTMLedWidget&)>& act) 
     if (page->editor()) act(*page->editor());
 }
 
-void Window::make_spelling_menu() {
-  QMenu* tools = add_menu(nullptr, QT_TR_NOOP("&Tools"));
-  add_item(tools, QT_TR_NOOP("&Spelling…"), QKeySequence(Qt::Key_F7), [this] { check_spelling(); });
-  QAction* waves = tools->addAction(QString());
-  actions_.emplace_back(waves, QT_TR_NOOP("Mark &wrong words while typing"));
-  waves->setCheckable(true);
-  waves->setChecked(editor_->CheckSpellingAsYouType());
-  connect(waves, &QAction::toggled, this, [this](bool on) {
-    settings().setValue(as_you_type_key, on);
-    for_each_editor([on](qt::HTMLedWidget& editor) { editor.set_CheckSpellingAsYouType(on); });
-  });
-  add_auto_format(tools);
-  add_spelling_languages(add_menu(tools, QT_TR_NOOP("Spelling &language")));
-}
-
-void Window::add_auto_format(QMenu* menu) {
-  QAction* format = menu->addAction(QString());
-  format->setObjectName(QStringLiteral("auto-format"));
-  actions_.emplace_back(format, QT_TR_NOOP("&Format while typing"));
-  format->setCheckable(true);
-  format->setChecked(editor_->AutoFormat());
-  connect(format, &QAction::toggled, this, [this](bool on) {
-    settings().setValue(auto_format_key, on);
-    for_each_editor([on](qt::HTMLedWidget& editor) { editor.set_AutoFormat(on); });
-  });
-}
-
 // Where a page names its languages, those count; this one is for all others.
-void Window::add_spelling_languages(QMenu* menu) {
-  auto* group = new QActionGroup(menu);
+void Window::fill_spelling_languages(QMenu& menu) {
+  auto* group = new QActionGroup(&menu);
   const auto add = [&](QAction* action, const QString& tag) {
     action->setObjectName(tag);
     action->setCheckable(true);
@@ -94,15 +82,15 @@ void Window::add_spelling_languages(QMenu* menu) {
       for_each_editor([&tag](qt::HTMLedWidget& editor) { editor.set_SpellingLanguage(tag); });
     });
   };
-  QAction* of_desktop = menu->addAction(QString());
-  actions_.emplace_back(of_desktop, QT_TR_NOOP("Language of the &desktop"));
+  QAction* of_desktop = menu.addAction(QString());
   add(of_desktop, QString());
-  menu->addSeparator();
+  menu.addSeparator();
   for (const spelling::DictionaryFiles& files : spelling::installed_dictionaries()) {
     const QString tag = to_qt(files.language);
-    add(menu->addAction(own_name(tag)), tag);
+    add(menu.addAction(own_name(tag)), tag);
   }
-  connect(menu, &QMenu::aboutToShow, this, [this, group] {
+  connect(&menu, &QMenu::aboutToShow, this, [this, group, of_desktop] {
+    of_desktop->setText(tr("Language of the &desktop"));
     for (QAction* action : group->actions())
       action->setChecked(action->objectName() == editor_->SpellingLanguage());
   });

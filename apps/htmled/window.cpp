@@ -14,6 +14,9 @@
 #include "htmled/document/document_page.h"
 #include "htmled/drafts.h"
 #include "htmled/find_bar.h"
+#include "htmled/format/format_bar.h"
+#include "htmled/menus/commands.h"
+#include "htmled/menus/view_choices.h"
 #include "htmled/publish_dialog.h"
 #include "htmled/recent_files.h"
 #include "htmled/source_tools.h"
@@ -34,8 +37,11 @@ Window::Window(platform::MessageLoop& loop, const qt::Substitutes& substitutes)
   connect(recent_files_, &RecentFiles::chosen, this, &Window::open_in_tab);
   make_status_bar();
   make_find_bar();
+  format_bar_ = new FormatBar(this);
+  addToolBar(Qt::TopToolBarArea, format_bar_);
   tabs_->add(*new_page());
-  make_menus();
+  commands_ = new Commands(*this);
+  commands_->show_editor();
   take_drops();
   show_words();
 }
@@ -73,6 +79,8 @@ void Window::show_front() {
   editor_ = front_->editor();
   find_bar_->set_editor(editor_, [this] { finish_typing(); });
   if (editor_->started()) editor_->setFocus(Qt::OtherFocusReason);
+  format_bar_->set_editor(*editor_);
+  if (commands_) commands_->show_editor();
   show_title();
   show_local_images();
   emit editor_changed();
@@ -82,67 +90,12 @@ void Window::set_up_editor(qt::HTMLedWidget& editor) {
   publishing_.serve(editor.control());
   set_up_writing(editor);
   new SourceTools(editor);
+  view_choices::apply(editor);
   if (const Language* language = languages_.find(languages_.spoken()))
     editor.set_LocalizationFile(language->file);
 }
 
 // --- menus and their words ---
-
-// Words are looked up when they are shown, and again when the language changes: here they are only marked.
-void Window::make_menus() {
-  QMenu* file = add_menu(nullptr, QT_TR_NOOP("&File"));
-  add_item(file, QT_TR_NOOP("&New"), QKeySequence::New, [this] { new_document(); });
-  add_item(file, QT_TR_NOOP("&Open…"), QKeySequence::Open, [this] { ask_and_open(); });
-  QMenu* recent = add_menu(file, QT_TR_NOOP("Open &Recent"));
-  recent->setObjectName(QStringLiteral("recent"));
-  recent_files_->fill(*recent);
-  reopen_ = add_item(file, QT_TR_NOOP("Reopen Closed &Document"),
-                     QKeySequence(QStringLiteral("Ctrl+Shift+T")), [this] { reopen_closed(); });
-  show_closed();
-  file->addSeparator();
-  add_item(file, QT_TR_NOOP("&Save"), QKeySequence::Save, [this] { front_->save(); });
-  add_item(file, QT_TR_NOOP("Save &As…"), QKeySequence(QStringLiteral("Ctrl+Shift+S")),
-           [this] { front_->save_as(); });
-  file->addSeparator();
-  add_item(file, QT_TR_NOOP("&Publish Settings…"), {}, [this] { ask_for_account(); });
-  add_item(file, QT_TR_NOOP("&Upload Images"), {}, [this] { upload_images(); });
-  file->addSeparator();
-  add_item(file, QT_TR_NOOP("&Close"), QKeySequence(QStringLiteral("Ctrl+W")),
-           [this] { close_page(*front_); });
-  add_item(file, QT_TR_NOOP("&Quit"), QKeySequence(QStringLiteral("Ctrl+Q")), [this] { close(); });
-  QMenu* edit = add_menu(nullptr, QT_TR_NOOP("&Edit"));
-  add_item(edit, QT_TR_NOOP("&Undo"), QKeySequence::Undo, [this] {
-    finish_typing();
-    editor_->control().undo_document();
-  });
-  add_item(edit, QT_TR_NOOP("&Redo"), QKeySequence::Redo, [this] {
-    finish_typing();
-    editor_->control().redo_document();
-  });
-  edit->addSeparator();
-  add_control_item(edit, "mnuMiscPasteText", QKeySequence(QStringLiteral("Ctrl+Shift+V")));
-  add_find_items(edit);
-  QMenu* view = add_menu(nullptr, QT_TR_NOOP("&View"));
-  add_source_items(view);
-  add_language_menu(view);
-  make_table_menu();
-  make_spelling_menu();
-}
-
-QMenu* Window::add_menu(QMenu* above, const char* text) {
-  QMenu* menu = above ? above->addMenu(QString()) : menuBar()->addMenu(QString());
-  actions_.emplace_back(menu->menuAction(), text);
-  return menu;
-}
-
-QAction* Window::add_item(QMenu* menu, const char* text, const QKeySequence& keys,
-                          std::function<void()> act) {
-  QAction* action = menu->addAction(QString());
-  action->setShortcut(keys);
-  connect(action, &QAction::triggered, this, std::move(act));
-  actions_.emplace_back(action, text);
-  return action;
-}
 
 void Window::make_find_bar() {
   find_bar_ = new FindBar(this);
@@ -155,36 +108,11 @@ void Window::make_find_bar() {
   connect(find_bar_, &FindBar::wanted, find_strip_, &QToolBar::setVisible);
 }
 
-void Window::add_find_items(QMenu* edit) {
-  edit->addSeparator();
-  add_item(edit, QT_TR_NOOP("&Find…"), QKeySequence::Find, [this] { find_bar_->open(false); });
-  add_item(edit, QT_TR_NOOP("R&eplace…"), QKeySequence(QStringLiteral("Ctrl+H")),
-           [this] { find_bar_->open(true); });
-  add_item(edit, QT_TR_NOOP("Find ne&xt"), QKeySequence(Qt::Key_F3), [this] { find_bar_->step(true); });
-  add_item(edit, QT_TR_NOOP("Find pre&vious"), QKeySequence(Qt::SHIFT | Qt::Key_F3),
-           [this] { find_bar_->step(false); });
-}
-
-void Window::add_source_items(QMenu* view) {
-  QAction* wrap = view->addAction(QString());
-  actions_.emplace_back(wrap, QT_TR_NOOP("&Wrap lines of the source"));
-  wrap->setCheckable(true);
-  wrap->setChecked(SourceTools::wraps());
-  connect(wrap, &QAction::toggled, this, [this](bool on) {
-    SourceTools::remember_wrapping(on);
-    for (SourceTools* tools : findChildren<SourceTools*>()) tools->follow_settings();
-  });
-  add_item(view, QT_TR_NOOP("&Go to line…"), QKeySequence(QStringLiteral("Ctrl+G")), [this] {
-    if (auto* tools = editor_->findChild<SourceTools*>()) tools->ask_for_line(this);
-  });
-}
-
 // Each language under its own name, so that everybody finds the way home.
-void Window::add_language_menu(QMenu* view) {
-  QMenu* menu = add_menu(view, QT_TR_NOOP("&Language"));
-  auto* group = new QActionGroup(menu);
+void Window::fill_language_menu(QMenu& menu) {
+  auto* group = new QActionGroup(&menu);
   for (const Language& language : languages_.all()) {
-    QAction* action = menu->addAction(language.name);
+    QAction* action = menu.addAction(language.name);
     action->setObjectName(language.code);
     action->setCheckable(true);
     group->addAction(action);
@@ -193,7 +121,7 @@ void Window::add_language_menu(QMenu* view) {
       speak(language);
     });
   }
-  connect(menu, &QMenu::aboutToShow, this, [this, group] {
+  connect(&menu, &QMenu::aboutToShow, this, [this, group] {
     // By itself the program speaks English.
     const QString spoken = languages_.spoken().isEmpty() ? QStringLiteral("en") : languages_.spoken();
     for (QAction* action : group->actions()) action->setChecked(action->objectName() == spoken);
@@ -209,7 +137,8 @@ void Window::speak(const Language& language) {
 }
 
 void Window::show_words() {
-  for (const auto& [action, text] : actions_) action->setText(tr(text));
+  commands_->show_words();
+  format_bar_->show_words();
   find_bar_->show_words();
   for (DocumentPage* page : tabs_->pages()) page->show_words();
   tabs_->show_names();
@@ -258,6 +187,10 @@ void Window::show_local_images() {
 }
 
 // --- telling ---
+
+void Window::say_exported(const QString& path, bool done) {
+  done ? say(tr("Exported %1").arg(path), 10'000) : tell(tr("Can't save %1").arg(path));
+}
 
 // There from the start: a line that came and went would move the page.
 void Window::make_status_bar() {

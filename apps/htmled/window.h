@@ -12,7 +12,6 @@
 #include "tvx/htmled_widget.h"
 #include "tvx/qt/widget/substitutes.h"
 
-class QAction;
 class QMenu;
 class QToolBar;
 class QToolButton;
@@ -23,8 +22,10 @@ class MessageLoop;
 
 namespace tvx::htmled {
 
+class Commands;
 class DocumentPage;
 class FindBar;
+class FormatBar;
 class RecentFiles;
 class Tabs;
 
@@ -65,6 +66,24 @@ class Window final : public QMainWindow {
   const Languages& languages() const { return languages_; }
   /// The account that images are published with.
   Publishing& publishing() { return publishing_; }
+  // --- what its menus call ---
+  Commands& commands() { return *commands_; }
+  FindBar& find_bar() { return *find_bar_; }
+  FormatBar& format_bar() { return *format_bar_; }
+  RecentFiles& recent_files() { return *recent_files_; }
+  void new_document();
+  void ask_and_open();
+  void ask_and_save_copy();
+  void reopen_closed();
+  bool can_reopen() const { return !closed_.empty(); }
+  /// False: the user gave up.
+  bool ask_for_account();
+  void check_spelling();
+  void fill_language_menu(QMenu& menu);
+  void fill_spelling_languages(QMenu& menu);
+  void for_each_editor(const std::function<void(qt::HTMLedWidget&)>& act) const;
+  /// Whether the page stands in that file now.
+  void say_exported(const QString& path, bool done);
   /// Uploads the document's local images. Without an account the user is asked for one first.
   void upload_images();
 
@@ -82,38 +101,17 @@ class Window final : public QMainWindow {
   // --- documents (window_documents.cpp) ---
   DocumentPage* new_page();
   DocumentPage* page_of(const QString& path) const;
-  void new_document();
-  void ask_and_open();
   void take_drops();
   bool may_close(DocumentPage& page);
   void drop_page(DocumentPage& page);
-  void reopen_closed();
-  void show_closed();
 
   /// What all editors of the program have in common: language, spelling, account.
   void set_up_editor(qt::HTMLedWidget& editor);
   void set_up_writing(qt::HTMLedWidget& editor) const;
-  void for_each_editor(const std::function<void(qt::HTMLedWidget&)>& act) const;
   void show_front();
   void make_status_bar();
-  void make_menus();
-  QMenu* add_menu(QMenu* above, const char* text);
-  QAction* add_item(QMenu* menu, const char* text, const QKeySequence& keys, std::function<void()> act);
-  /// An item of the control's menus, as it is there.
-  void add_control_item(QMenu* menu, const char* name, const QKeySequence& keys = {});
-  void show_control_item(QAction& action);
   void make_find_bar();
-  void add_find_items(QMenu* edit);
-  void add_source_items(QMenu* view);
-  void make_table_menu();
-  void add_language_menu(QMenu* view);
-  void make_spelling_menu();
-  void add_spelling_languages(QMenu* menu);
-  void add_auto_format(QMenu* menu);
-  void check_spelling();
   void show_words();
-  /// False: the user gave up.
-  bool ask_for_account();
   void show_local_images();
   /// What was typed before this belongs to what comes now: waits until the editor has dealt with it.
   void finish_typing();
@@ -134,10 +132,10 @@ class Window final : public QMainWindow {
   qt::HTMLedWidget* editor_ = nullptr;  // of the page in front
   RecentFiles* recent_files_;
   QStringList closed_;  // their files, the last one at the end
-  QAction* reopen_ = nullptr;
   bool remembers_ = false;
-  QToolButton* local_images_ = nullptr;                    // how many there are
-  std::vector<std::pair<QAction*, const char*>> actions_;  // with their English words
+  QToolButton* local_images_ = nullptr;  // how many there are
+  Commands* commands_ = nullptr;
+  FormatBar* format_bar_ = nullptr;
 };
 
 }  // namespace tvx::htmled

@@ -76,6 +76,15 @@ void Window::ask_and_open() {
   open_all(paths);
 }
 
+void Window::ask_and_save_copy() {
+  QFileDialog dialog(this, tr("Save a copy"), front_->path(), file_filters());
+  dialog.setAcceptMode(QFileDialog::AcceptSave);
+  dialog.setDefaultSuffix(QStringLiteral("html"));
+  if (dialog.exec() != QDialog::Accepted) return;
+  const QString path = dialog.selectedFiles().constFirst();
+  if (front_->save_copy(path)) say(tr("Saved %1").arg(path), 10'000);
+}
+
 void Window::take_drops() {
   auto* drops = new FileDrops(*this);
   connect(drops, &FileDrops::dropped, this, &Window::open_all);
@@ -100,7 +109,6 @@ bool Window::close_page(DocumentPage& page) {
     close();
   else
     page.open_new();
-  show_closed();
   return true;
 }
 
@@ -116,12 +124,7 @@ void Window::reopen_closed() {
   if (closed_.empty()) return;
   const QString path = closed_.back();
   closed_.pop_back();
-  show_closed();
   open_in_tab(path);
-}
-
-void Window::show_closed() {
-  if (reopen_) reopen_->setEnabled(!closed_.empty());
 }
 
 void Window::closeEvent(QCloseEvent* event) {

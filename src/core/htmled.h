@@ -179,6 +179,8 @@ class HTMLed final : public std::enable_shared_from_this<HTMLed>,
   // --- for hosts' own bars ---
   ControlActions& actions();
   SelectionFormats& selection_formats();
+  /// A table of that size in the place of the selection.
+  void insert_table(std::int32_t rows, std::int32_t columns);
 
   // --- inside: what views, scripts and tests reach by name ---
   browser::Browser& WBrowser() { return *browser_; }

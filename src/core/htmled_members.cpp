@@ -180,6 +180,9 @@ void HTMLed::insert_Form() {
 void HTMLed::mnuClass_Click(std::int16_t Index) { parts_->classes.give_to_element(Index); }
 void HTMLed::mnuMiscClass_Click(std::int16_t Index) { parts_->classes.give_to_selection(Index); }
 ControlActions& HTMLed::actions() { return parts_->actions; }
+void HTMLed::insert_table(std::int32_t rows, std::int32_t columns) {
+  parts_->tables.insert_table(rows, columns);
+}
 SelectionFormats& HTMLed::selection_formats() { return parts_->selection_formats; }
 platform::Toolbar& HTMLed::Toolbar1() { return parts_->toolbars.Toolbar1; }
 platform::Toolbar& HTMLed::Toolbar2() { return parts_->toolbars.Toolbar2; }

@@ -7,6 +7,7 @@
 
 #include "tvx/base/error.h"
 #include "tvx/base/failure_of.h"
+#include "tvx/base/strings.h"
 #include "tvx/browser/browser.h"
 #include "tvx/core/views/selection_highlight.h"
 #include "tvx/dom/journal.h"
@@ -18,6 +19,7 @@
 #include "tvx/tables/cell_dialog.h"
 #include "tvx/tables/structure.h"
 #include "tvx/tables/table_dialog.h"
+#include "tvx/tables/table_html.h"
 
 namespace tvx::core {
 namespace {
@@ -80,15 +82,24 @@ void TableTools::insert_table() {
   tables::TableDialog dialog(surroundings().dialogs);
   const bool for_this_document = attempt([&] { context_.show_dialog(dialog.form(), table_section); });
   if (!for_this_document || dialog.table_html().empty()) return;
-  // An element that is selected as a whole refuses the text; the document counts as changed all the same.
+  put_in(dialog.table_html());
+}
+
+void TableTools::insert_table(int rows, int columns) {
+  const KeepAlive alive(context_);
+  attempt([&] {
+    const std::u16string height = to_text(rows), width = to_text(columns);
+    put_in(tables::html_of(
+        {.rows = height, .columns = width, .width = u"100", .cell_spacing = u"0", .border = u"1"}));
+  });
+}
+
+// An element that is selected as a whole refuses the text; the document counts as changed all the same.
+void TableTools::put_in(const std::u16string& html) {
   attempt([&] {
     const auto kept = browser().Document();
     editing::Editor& editor = browser_document().editor();
-    const auto known = tables_of(editor.document());
-    editing::create_text_range(editor).paste_html(dialog.table_html());
-    // Who makes a table fills it.
-    if (dom::Node* cell = first_new_cell(editor.document(), known))
-      browser_document().select([&](editing::Selection& selection) { selection.collapse({cell, 0}); });
+    editing::create_text_range(editor).paste_html(html);
   });
   mark_changed();
 }

@@ -29,6 +29,8 @@ class TableTools final : public Part {
 
   /// Asks for a table and puts it in the place of the selection.
   void insert_table();
+  /// One as wide as the page.
+  void insert_table(int rows, int columns);
   /// An item of the cell and row submenu; the current element is the cell or row. Marks the document,
   /// whatever could be done.
   void act_on_cell_or_row(const platform::Menu& item);
@@ -39,6 +41,7 @@ class TableTools final : public Part {
   bool edit_properties_of(const dom::Ref<dom::Element>& element);
 
  private:
+  void put_in(const std::u16string& html);
   dom::Ref<dom::Element> current_element() const;
   void operate(const TableOperation& operation, const dom::Ref<dom::Element>& part);
   void edit_settings(dom::Element& table);

@@ -232,6 +232,7 @@ void WebView::Private::came_up(const QString& text) {
     if (report->ready && !page_stands_) {
       page_stands_ = true;
       page_->setZoomFactor(zoom_);  // the engine keeps it by address, and forgets
+      if (dark_) show_dark();
       send_waiting();
       send_focus();
     }
@@ -531,6 +532,29 @@ void WebView::set_zoom(double factor) {
   d_->zoom_ = factor;
   d_->page_->setZoomFactor(factor);
 }
+void WebView::set_dark(bool on) {
+  if (d_->dark_ == on) return;
+  d_->dark_ = on;
+  d_->show_dark();
+}
+bool WebView::is_dark() const { return d_->dark_; }
+
+// A sheet of the view's own, which is in no tree. What the page leaves unpainted isn't turned round: that is
+// the engine's own ground.
+void WebView::Private::show_dark() {
+  page_->setBackgroundColor(dark_ ? QColor(0x1e, 0x1e, 0x1e) : QColor(Qt::white));
+  if (!page_stands_) return;
+  page_->runJavaScript(QStringLiteral(R"js((() => {
+    const own = globalThis.tvxDarkSheet || (globalThis.tvxDarkSheet = new CSSStyleSheet());
+    own.replaceSync('@media screen { html { filter: invert(0.9) hue-rotate(180deg) !important } ' +
+      'img, video, iframe, object, embed { filter: invert(1) hue-rotate(180deg) } }');
+    const others = document.adoptedStyleSheets.filter((each) => each !== own);
+    document.adoptedStyleSheets = %1 ? [...others, own] : others;
+  })())js")
+                           .arg(dark_ ? QStringLiteral("true") : QStringLiteral("false")),
+                       QWebEngineScript::ApplicationWorld);
+}
+
 double WebView::zoom() const { return d_->zoom_; }
 QPoint WebView::in_widget(QPoint in_page) const { return in_page * d_->zoom_; }
 

@@ -49,6 +49,9 @@ class WebView final : public browser::View {
   /// How large the page is shown. What the page and the document tell each other is in the page's own pixels.
   void set_zoom(double factor);
   double zoom() const;
+  /// Light on dark; pictures stay as they are, and so does what is printed.
+  void set_dark(bool on);
+  bool is_dark() const;
   /// A position of the page in the widget's pixels.
   QPoint in_widget(QPoint in_page) const;
 

@@ -62,6 +62,8 @@ class WebView::Private final : public QObject {
   std::function<void(browser::ViewMessage)> receive_;
   int page_number_ = 0;
   double zoom_ = 1;
+  bool dark_ = false;
+  void show_dark();
   browser::InputContext context_;
   Clipboard desktop_selection_{QClipboard::Selection};
   const platform::TransferSource* mouse_selection_ = &desktop_selection_;

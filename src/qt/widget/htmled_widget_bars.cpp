@@ -78,6 +78,11 @@ void HTMLedWidget::set_zoom(double factor) {
   emit zoomChanged(factor);
 }
 
+bool HTMLedWidget::dark_page() const { return view().is_dark(); }
+void HTMLedWidget::set_dark_page(bool on) { view().set_dark(on); }
+
+void HTMLedWidget::insert_table(int rows, int columns) { control().insert_table(rows, columns); }
+
 void HTMLedWidget::finish_input() {
   constexpr std::int64_t longest = browser::InputQueue::patience + browser::InputQueue::deadline;
   platform::MessageLoop& loop = message_loop();

@@ -10,6 +10,7 @@
 #include <QLibraryInfo>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QMetaEnum>
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QSettings>
@@ -20,6 +21,7 @@
 #include <map>
 #include <set>
 
+#include "htmled/menus/commands.h"
 #include "htmled/window.h"
 #include "tvx/core/htmled.h"
 #include "tvx/localise/xml_document.h"
@@ -27,6 +29,7 @@
 #include "tvx/qt/support/message_loop.h"
 #include "tvx/qt/support/strings.h"
 #include "tvx/qt/support/words.h"
+#include "tvx/qt/widget/action_faces.h"
 
 namespace tvx::htmled {
 namespace {
@@ -188,20 +191,40 @@ TEST_P(ProgramLanguage, LeavesNothingInEnglish) {
   }
 }
 
+/// The English words of the window's menus, those of the bar first.
+std::vector<std::vector<QString>> words_of_menus() {
+  std::vector<std::vector<QString>> menus(1);
+  std::vector<std::size_t> open{0};
+  for (const Command& command : Commands::table()) {
+    QString word = QString::fromUtf8(command.text);
+    if (command.kind == Command::Kind::Editor) {
+      bool known = false;
+      const int value = QMetaEnum::fromType<qt::HTMLedWidget::Action>().keyToValue(command.name, &known);
+      EXPECT_TRUE(known) << command.name;
+      word = QString::fromUtf8(qt::face_of(qt::HTMLedWidget::Action(value)).text);
+    }
+    if (!word.isEmpty()) menus[open.back()].push_back(word);
+    if (command.kind == Command::Kind::End) open.pop_back();
+    if (command.kind != Command::Kind::Menu) continue;
+    open.push_back(menus.size());
+    menus.emplace_back();
+  }
+  return menus;
+}
+
 /// Every item of a menu is reached by a letter of its own.
 TEST_P(ProgramLanguage, AccessKeysOfAMenuDiffer) {
   const auto words = written(code);
-  for (const std::vector<const char*>& menu :
-       {std::vector<const char*>{"&File", "&Edit", "&View", "T&able", "&Tools"},
-        {"&New", "&Open…", "Open &Recent", "Reopen Closed &Document", "&Save", "Save &As…",
-         "&Publish Settings…", "&Upload Images", "&Close", "&Quit"},
-        {"&Undo", "&Redo", "&Find…", "R&eplace…", "Find ne&xt", "Find pre&vious"},
-        {"&Language", "&Wrap lines of the source", "&Go to line…"}}) {
-    std::set<QChar> keys;
-    for (const char* english : menu) {
-      const QString word = words.at(QString::fromUtf8(english));
+  const auto menus = words_of_menus();
+  EXPECT_GT(menus.size(), 8u);
+  for (const std::vector<QString>& menu : menus) {
+    std::map<QChar, QString> keys;
+    for (const QString& english : menu) {
+      ASSERT_TRUE(words.contains(english)) << text(english);
+      const QString word = words.at(english);
       ASSERT_EQ(word.count(u'&'), 1) << text(word);
-      EXPECT_TRUE(keys.insert(word.at(word.indexOf(u'&') + 1).toLower()).second) << text(word);
+      const auto [owner, first] = keys.emplace(word.at(word.indexOf(u'&') + 1).toLower(), word);
+      EXPECT_TRUE(first) << text(word) << " and " << text(owner->second);
     }
   }
 }
@@ -309,11 +332,11 @@ class SpokenWindow : public LanguageChoice {
 };
 
 TEST_F(SpokenWindow, ChoosingALanguageChangesAllWordsAtOnce) {
-  EXPECT_EQ(menus(), "File Edit View Table Tools");
+  EXPECT_EQ(menus(), "File Edit View Insert Format Table Tools Help");
   EXPECT_EQ(bold_tip(), "Bold");
   ASSERT_NE(language_item("de"), nullptr);
   language_item("de")->trigger();
-  EXPECT_EQ(menus(), "Datei Bearbeiten Ansicht Tabelle Extras");
+  EXPECT_EQ(menus(), "Datei Bearbeiten Ansicht Einfügen Format Tabelle Extras Hilfe");
   EXPECT_EQ(text(window_.windowTitle()), "Unbenannt[*] – HTMLed");
   EXPECT_EQ(bold_tip(), "Fett");
   EXPECT_TRUE(shows_tip("Fett"));
@@ -323,12 +346,12 @@ TEST_F(SpokenWindow, ChoosingALanguageChangesAllWordsAtOnce) {
   EXPECT_EQ(text(qt::LinkDialog(QString()).windowTitle()), "Hyperlink");
 
   language_item("fr")->trigger();
-  EXPECT_EQ(menus(), "Fichier Édition Affichage Tableau Outils");
+  EXPECT_EQ(menus(), "Fichier Édition Affichage Insertion Format Tableau Outils Aide");
   EXPECT_TRUE(shows_tip("Gras"));
   EXPECT_EQ(text(qt::LinkDialog(QString()).windowTitle()), "Lien hypertexte");
 
   language_item("en")->trigger();
-  EXPECT_EQ(menus(), "File Edit View Table Tools");
+  EXPECT_EQ(menus(), "File Edit View Insert Format Table Tools Help");
   EXPECT_EQ(bold_tip(), "Bold");
   EXPECT_EQ(control().table_labels().cell, u"Cell");
 }
@@ -344,7 +367,7 @@ TEST_F(SpokenWindow, TheLanguageOutlivesTheEditorsStart) {
   speak("ja");
   ASSERT_TRUE(window_.start({}));
   EXPECT_EQ(bold_tip(), "太字");
-  EXPECT_EQ(menus(), "ファイル(F) 編集(E) 表示(V) 表(A) ツール(T)");
+  EXPECT_EQ(menus(), "ファイル(F) 編集(E) 表示(V) 挿入(I) 書式(O) 表(A) ツール(T) ヘルプ(H)");
   EXPECT_FALSE(window_.isWindowModified());
 }
 
