@@ -94,8 +94,10 @@ Ref<Element> wrap(Editor& editor, Element& block, const NodeList& line) {
 }
 
 void stay_in(Editor& editor, Element& paragraph) {
-  if (!dom::is_inclusive_ancestor(paragraph, *editor.selection().focus().node))
-    collapse_keeping_style(editor, {&paragraph, 0});
+  const Boundary caret = editor.selection().focus();
+  if (dom::is_inclusive_ancestor(paragraph, *caret.node)) return;
+  const bool comes_after = dom::compare(caret, dom::before(paragraph)) > 0 && !is_empty_line(paragraph);
+  collapse_keeping_style(editor, {&paragraph, comes_after ? dom::length_of(paragraph) : 0});
 }
 
 bool ends_with_break(const Node& node) { return dom::last_within(node)->is(Tag::Br); }
@@ -155,10 +157,11 @@ void wrap_line_beside_blocks(Editor& editor) {
 void start_in_line(Editor& editor) {
   const dom::Range range = editor.selection().range();
   if (editor.selection().type() != SelectionType::Text || range.collapsed()) return;
-  if (const Ref<Element> paragraph = wrapped_line(editor, range.start)) {
-    const dom::Range moved = editor.selection().range();
-    if (!dom::is_inclusive_ancestor(*paragraph, *moved.start.node))
-      editor.selection().set({paragraph.get(), 0}, moved.end);
+  const Node* first =
+      range.start.node->is_text() ? nullptr : dom::child_at(*range.start.node, range.start.offset);
+  if (first && first->is(Tag::Br) && is_editing_host(*range.start.node)) {
+    if (const Ref<Element> paragraph = wrapped_line(editor, range.start))
+      editor.selection().set({paragraph.get(), 0}, editor.selection().range().end);
     return;
   }
   const Between between = between_blocks(range.start);
