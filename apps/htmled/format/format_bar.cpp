@@ -62,7 +62,7 @@ FormatBar::FormatBar(QWidget* parent)
   addSeparator();
   addWidget(text_);
   addWidget(highlight_);
-  addSeparator();
+  before_classes_ = addSeparator();
   classes_ = add_box("classes", 12);
   classes_shown_ = actions().constLast();
   connect(styles_, &QComboBox::activated, this, [this](int index) {
@@ -104,7 +104,7 @@ void FormatBar::set_editor(HTMLedWidget& editor) {
   if (clear_) removeAction(clear_);
   editor_ = &editor;
   clear_ = editor.action(HTMLedWidget::Action::ClearFormatting);
-  insertAction(actions().at(actions().indexOf(classes_shown_) - 1), clear_);
+  insertAction(before_classes_, clear_);
   connect(&editor, &QObject::destroyed, this, [this] { clear_ = nullptr; });
   connect(&editor, &HTMLedWidget::formatChanged, this, &FormatBar::show_format);
   connect(&editor, &HTMLedWidget::documentLoaded, this, [this] {
@@ -160,6 +160,7 @@ void FormatBar::fill_classes() {
   if (!editor_) return;
   const QStringList names = editor_->style_classes();
   classes_shown_->setVisible(!names.isEmpty());
+  before_classes_->setVisible(!names.isEmpty());
   classes_->clear();
   classes_->addItem(Window::tr("(no class)"));
   classes_->addItems(names);

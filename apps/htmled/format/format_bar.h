@@ -41,7 +41,7 @@ class FormatBar final : public QToolBar {
 
   QPointer<qt::HTMLedWidget> editor_;
   QComboBox *styles_, *fonts_, *sizes_, *classes_;
-  QAction* classes_shown_ = nullptr;
+  QAction *before_classes_ = nullptr, *classes_shown_ = nullptr;
   QAction* clear_ = nullptr;  // the editor's
   ColourButton *text_, *highlight_;
 };
