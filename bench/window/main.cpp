@@ -1,14 +1,21 @@
 // The window beside a plain editable page in the same engine: what a key, a move of the caret and a frame
 // take in both, turn about, so that the ratio holds on a busy machine as well.
 //
-//   window_bench [--rounds N] [NAME...]   the documents of these names: 10KB, 100KB, 1MB, 10MB, rows; all but
-//   10MB
+//   window_bench [--rounds N] [NAME...]   the documents of these names; without any the first four
+//   10KB 100KB 1MB   generated articles
+//   rows             a table of 10,000 rows
+//   10MB             an article again
+//   items            a list of 10,000 items
+//   paragraph        one of 3,000 lines or so
+//   box              5,000 paragraphs in one DIV
+//   right-to-left    5,000 paragraphs in Hebrew
 
 #include <unistd.h>
 
 #include <QApplication>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QTemporaryDir>
 #include <cstdio>
 #include <functional>
@@ -35,16 +42,40 @@ struct Figure {
   Pair pair = {};
 };
 
+constexpr char head[] = "<!DOCTYPE html><title>Test</title>";
+
+/// So many times `item`, "#" being a number.
+std::string many(int count, const std::string& item) {
+  std::string all;
+  for (int i = 0; i < count; ++i)
+    for (const char c : item)
+      if (c == '#')
+        all += std::to_string(i);
+      else
+        all += c;
+  return all;
+}
+
 std::string text_of(const QString& name) {
   if (name == u"10KB") return tvx::to_utf8(article(10'000));
   if (name == u"100KB") return tvx::to_utf8(article(100'000));
   if (name == u"1MB") return tvx::to_utf8(article(1'000'000));
   if (name == u"10MB") return tvx::to_utf8(article(10'000'000));
-  if (name != u"rows") return {};
-  std::string rows = "<!DOCTYPE html><title>Rows</title><table border=1>";
-  for (int i = 0; i < 10'000; ++i)
-    rows += "<tr><td>row " + std::to_string(i) + "</td><td>some text</td><td>more of it</td></tr>";
-  return rows + "</table>";
+  if (name == u"rows")
+    return std::string(head) + "<table border=1>" +
+           many(10'000, "<tr><td>row #</td><td>some text</td><td>more of it</td></tr>") + "</table>";
+  const std::string words = "some words <b>that</b> go on, the # of them, until a line is full, ";
+  if (name == u"items")
+    return std::string(head) + "<ol>" + many(10'000, "<li>" + words + "and the next") + "</ol>";
+  if (name == u"paragraph") return std::string(head) + "<p>" + many(3'000, words) + "</p>";
+  const std::string paragraphs = many(5'000, "<p>" + words + words + words + "and the next.</p>");
+  if (name == u"box") return std::string(head) + "<div id=all>" + paragraphs + "</div>";
+  if (name == u"right-to-left")
+    return std::string(head) + "<body dir=rtl>" +
+           many(5'000,
+                "<p>\u05e9\u05dc\u05d5\u05dd \u05e2\u05d5\u05dc\u05dd # <i>\u05d5\u05e2\u05d5\u05d3</i> "
+                "\u05de\u05dc\u05d9\u05dd \u05e8\u05d1\u05d5\u05ea, word.</p>");
+  return {};
 }
 
 void type_in_a_loop(EditedPage& page, Samples& samples) {
@@ -92,10 +123,14 @@ void print(const char* what, const Samples& own, const Samples& plain) {
               plain.median(), plain.nearly_all(), plain.median() > 0 ? own.median() / plain.median() : 0);
 }
 
+/// How often a file is opened: a huge one takes its time.
+int times_for(const QString& file) { return QFileInfo(file).size() > 5'000'000 ? 1 : 3; }
+
 /// What the user does while a document is still coming into the window.
 void measure_while_it_comes(const QString& file, OwnPage& own) {
   Samples keys, jumps;
-  for (int i = 0; i < 3; ++i) {
+  const int times = times_for(file);
+  for (int i = 0; i < times; ++i) {
     const Samples typed = own.type_while_it_comes(file, 30);
     for (const double key : typed.all()) keys.add(key);
     if (const auto jump = own.jump_while_it_comes(file)) jumps.add(*jump);
@@ -113,7 +148,8 @@ void measure_while_it_comes(const QString& file, OwnPage& own) {
 void measure(const QString& name, const QString& file, OwnPage& own, PlainPage& plain, int rounds) {
   Pair whole;
   Samples filled;
-  for (int i = 0; i < 3; ++i) {
+  const int times = times_for(file);
+  for (int i = 0; i < times; ++i) {
     const EditedPage::Opening opening = own.open(file);
     filled.add(opening.filled.value_or(opening.whole));
     whole.own.add(opening.whole);
