@@ -115,7 +115,7 @@ TEST_F(RealView, AgreesWithTheDocumentAfterEachSettledBatchOfRandomEdits) {
 
 TEST_F(RealView, AgreesWithALargeDocumentThatIsEditedWhileItLoads) {
   std::u16string html = u"<!DOCTYPE html><body>";
-  for (int i = 0; i < 3000; ++i) {
+  for (int i = 0; i < 2500; ++i) {
     html += u"<p>Paragraph <b>" + to_text(i) + u"</b> of <i>many</i> with some text in it.</p>";
   }
   open(html, false);
@@ -155,6 +155,35 @@ TEST_F(RealView, CtrlEndShowsTheEndBeforeTheRestHasCome) {
   EXPECT_EQ(in_page(end_is_in_window), "true") << "what came in above it has not moved it away";
   EXPECT_EQ(in_page("document.querySelector('#last').textContent"), "The endxyz");
   EXPECT_EQ(shown(), expected());
+}
+
+/// Wherever it is in the document: what comes in above it later doesn't move it away.
+TEST_F(RealView, WhatIsScrolledToStaysWhereItIsWhileTheRestComes) {
+  for (const int number : {700, 1500, 2499}) {
+    SCOPED_TRACE(number);
+    std::u16string html = u"<!DOCTYPE html><body>";
+    for (int i = 0; i < 2500; ++i) {
+      html += u"<p id=p" + to_text(i) + u">A <b>paragraph</b> of <i>many</i> with <u>more</u> in <s>it</s> ";
+      html += u"and <q>all</q> that.</p>\n";
+    }
+    open(html, false);
+    ASSERT_TRUE(wait_for([this] { return document_view_->filled(); }));
+    dom::Element* wanted = nullptr;
+    for (dom::Element* element : document_->tree().all())
+      if (element->attribute_or_empty(dom::names::id) == u"p" + to_text(number)) wanted = element;
+    document_->viewport()->scroll_into_view(*wanted, number < 2400);
+    const auto top = [&] {
+      return std::stoi(in_page("(function () { const wanted = document.querySelector('#p" +
+                               std::to_string(number) +
+                               "'); return wanted ? String(Math.round(wanted.getBoundingClientRect().top)) : "
+                               "'99999'; })()"));
+    };
+    ASSERT_TRUE(wait_for([&] { return top() < 600; }));
+    const int first = top();
+    ASSERT_TRUE(settle(60'000));
+    EXPECT_NEAR(top(), first, 2);
+    EXPECT_EQ(shown(), expected());
+  }
 }
 
 TEST_F(RealView, AgreesWhileWhatIsWantedComesOutOfTurn) {

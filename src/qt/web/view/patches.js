@@ -3,6 +3,7 @@
 import { boxOf, detach, insertBefore, nameOf, newComment, newElement, newElementIn, newText, parentOf, removeAttribute, root,
   setAttribute, setAttributeNS, walk } from './dom.js';
 import { mayRise, paintFarRoomsApart, seemsToRise } from './far_rooms.js';
+import { hold, keepHeld } from './hold.js';
 import { host, keepHost } from './host.js';
 import { ids, nodes, state } from './state.js';
 import { childCame, childGoes, emptied, forgetRooms, settleRooms, styleMayDiffer, stylesMayDiffer } from './rooms.js';
@@ -134,6 +135,7 @@ export function applyPatch(number, list) {
     state.started = true;
     detach(root());
   }
+  const held = hold(list);
   for (const operation of list) {
     try {
       operations[operation[0]](operation);
@@ -145,6 +147,7 @@ export function applyPatch(number, list) {
   const settled = settleRooms();
   state.seen = number;
   if (root()) boxOf(root());
+  keepHeld(held);
   if (settled) paintFarRoomsApart();
   tell('done', number);
 }

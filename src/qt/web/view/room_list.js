@@ -5,6 +5,12 @@ export const WANTED = 48;       // children of a room
 export const MOST = 2 * WANTED; // then it is divided
 const MOST_OF_ALL = 20_000;      // nodes that the engine takes at once: then it is torn
 
+/// Counts what comes in before the same child.
+function countBefore(room, before) {
+  if (!room.coming || room.coming.before !== before) room.coming = { before, count: 0 };
+  ++room.coming.count;
+}
+
 export class RoomList {
   rooms = [];            // { children, ... } in the order of their children
   dirty = new Set();     // rooms that have changed
@@ -25,6 +31,7 @@ export class RoomList {
       room = this.rooms[this.rooms.indexOf(room) - 1];
       at = room.children.length;
     }
+    if (before && at > 0 && at < room.children.length) countBefore(room, before);
     room.children.splice(at, 0, node);
     this.#roomOf.set(node, room);
     this.dirty.add(room);
@@ -46,7 +53,10 @@ export class RoomList {
 
   /// Divides rooms that have grown, at children that seem to be able to begin one.
   divide(mayBegin) {
-    for (const room of [...this.dirty]) {
+    const waiting = [...this.dirty];
+    for (const room of waiting) {
+      const start = this.#startOfRest(room, mayBegin);
+      if (start > 0) waiting.push(this.#putBefore(room, start));
       if (room.children.length <= MOST) continue;
       const starts = [0];
       room.children.forEach((node, i) => {
@@ -92,6 +102,25 @@ export class RoomList {
   forgetRefusals() {
     this.#refused = new WeakSet();
     for (const room of this.rooms) if (room.children.length > MOST) this.dirty.add(room);
+  }
+
+  /// Where much has come in before one child, that child begins the room, if it can: what follows it may be in the window,
+  /// and keeps the box that it stands in, by which the engine keeps it where it is.
+  #startOfRest(room, mayBegin) {
+    const { coming } = room;
+    if (!coming || coming.count < WANTED / 2) return 0;
+    room.coming = null;
+    const at = room.children.indexOf(coming.before);
+    if (at < 0) return 0;
+    return room.children.findIndex((node, i) => i >= at && !this.#refused.has(node) && mayBegin(node));
+  }
+
+  /// A room before this one for its children up to one of them.
+  #putBefore(room, at) {
+    const front = this.#newRoom(this.rooms.indexOf(room));
+    this.#fill(front, room.children.slice(0, at));
+    this.#fill(room, room.children.slice(at));
+    return front;
   }
 
   #newRoom(index) {

@@ -70,6 +70,24 @@ test('a list of rooms keeps all children in their order, in rooms of a fitting s
   assert.ok(list.rooms.length > model.length / MOST / 2);
 });
 
+test('what much comes in before keeps its room', () => {
+  const list = new RoomList(), isBlock = () => true, make = (name) => ({ name });
+  const first = Array.from({ length: 40 }, () => make('first')), last = Array.from({ length: 40 }, () => make('last'));
+  for (const node of [...first, ...last]) list.add(node, null);
+  list.divide(isBlock);
+  const [room] = list.rooms;
+  assert.equal(room.children.length, 80);
+  for (let i = 0; i < 300; ++i) {
+    list.add(make('between'), last[0]);
+    if (i % 30 === 29) list.divide(isBlock);
+  }
+  assert.equal(list.roomOf(last[0]), room, 'it stands where it stood');
+  assert.deepEqual(room.children, last);
+  assert.deepEqual(list.rooms.flatMap((one) => one.children.map((node) => node.name)),
+    [...first.map(() => 'first'), ...Array(300).fill('between'), ...last.map(() => 'last')]);
+  assert.ok(list.rooms.every((one) => one.children.length <= MOST));
+});
+
 test('what only seems to begin a room stays with what stands before it', () => {
   const list = new RoomList();
   for (let i = 0; i < 5 * WANTED; ++i) list.add({ i }, null);
