@@ -71,3 +71,14 @@ export function revealFocus() {
   }
   window.scrollBy(...wayToReveal(at));
 }
+
+let lastHeight = window.innerHeight;
+
+/// A window that becomes lower, as where a bar opens below it, keeps the caret in sight that was in sight before.
+export function keepInSight() {
+  const before = lastHeight, selection = getSelection();
+  lastHeight = window.innerHeight;
+  if (lastHeight >= before || state.control || !selection.rangeCount) return;
+  const at = caretBox(selection.focusNode, selection.focusOffset);
+  if (at && at.top >= 0 && at.top + at.height <= before) revealFocus();
+}

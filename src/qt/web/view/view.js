@@ -17,7 +17,7 @@ import { mark, markedTexts } from './marks.js';
 import { nodes, state } from './state.js';
 import { allowRooms, listenToStyles, roomCounts } from './rooms.js';
 import { scrollIntoView } from './dom.js';
-import { select } from './selection.js';
+import { keepInSight, select } from './selection.js';
 import { showUnderWay } from './under_way.js';
 import { watchPictures } from './pictures.js';
 
@@ -93,6 +93,7 @@ listenToMouse();
 listenToStyles(paintFarRoomsApart);
 window.addEventListener('scroll', paintFarRoomsApart, true);
 window.addEventListener('resize', paintFarRoomsApart);
+window.addEventListener('resize', keepInSight);
 watchPictures();
 const editingSheet = new CSSStyleSheet();
 editingSheet.replaceSync(TVX_SHEETS.editing);
