@@ -1,11 +1,13 @@
 #include "tvx/files/document_file.h"
 
+#include "tvx/base/code_page.h"
 #include "tvx/base/file_replacement.h"
 #include "tvx/base/strings.h"
 #include "tvx/base/text_file.h"
 #include "tvx/dom/mutation.h"
 #include "tvx/dom/parse.h"
 #include "tvx/dom/tree.h"
+#include "tvx/files/declared_charset.h"
 #include "tvx/files/merge_lines.h"
 #include "tvx/files/merge_markup.h"
 #include "tvx/files/source_lines.h"
@@ -53,10 +55,12 @@ DocumentFile DocumentFile::untitled(std::u16string_view draft) {
 void DocumentFile::take(std::string bytes) {
   FileContent content = read_form(bytes);
   const dom::Ref<dom::Document> tree = dom::parse_document(content.text);
-  form_ = std::move(content.form);
+  form_ = form_in_file_ = std::move(content.form);
+  mixed_in_file_ = !content.line_ends.empty();
+  declared_in_file_ = declared_charset(*tree);
   faithful_ = content.faithful;
   shape_ = shape_of(content.text, *tree);
-  unedited_ = text_of(*tree);
+  unedited_ = page_text(*tree);
   source_text_ = std::move(content.text);
   line_ends_ = std::move(content.line_ends);
   bytes_ = std::move(bytes);
@@ -96,8 +100,8 @@ bool DocumentFile::changed_on_disk() const {
 }
 
 // Nobody has laid out the source of a page that was begun here.
-std::u16string DocumentFile::text_of(const dom::Document& document) const {
-  std::u16string text = page_text(document, shape_);
+std::u16string DocumentFile::page_text(const dom::Document& document) const {
+  std::u16string text = files::page_text(document, shape_);
   return fresh_ ? with_source_lines(std::move(text)) : text;
 }
 
@@ -105,22 +109,51 @@ std::u16string DocumentFile::text_of(const dom::Document& document) const {
 // shows what was edited and nothing else, what wasn't is then taken from the file: word by word, else line by
 // line, where that gives the same page.
 DocumentFile::Written DocumentFile::written(const dom::Document& document) const {
-  std::u16string text = text_of(document);
-  if (text == unedited_) return {bytes_, source_text_, std::move(text), line_ends_};
+  std::u16string text = page_text(document);
+  const FileForm form = form_of(document);
+  if (text == unedited_ && !respelled()) return {bytes_, source_text_, std::move(text), line_ends_, form};
   for (const auto merge : {merge_markup, merge_lines}) {
-    Written merged = spelled(merge(unedited_, source_text_, text), text);
-    if (text_of(*dom::parse_document(merged.source_text)) == text) return merged;
+    Written merged = spelled(merge(unedited_, source_text_, text), text, form);
+    if (page_text(*dom::parse_document(merged.source_text)) == text) return merged;
   }
-  return spelled(text, text);
+  return spelled(text, text, form);
 }
 
 // What the character set can't hold becomes references, so that the file's text is read from its bytes.
-DocumentFile::Written DocumentFile::spelled(std::u16string_view source, std::u16string page_text) const {
+DocumentFile::Written DocumentFile::spelled(std::u16string_view source, std::u16string page,
+                                            const FileForm& form) const {
   LineEnds ends;
   if (!line_ends_.empty()) ends = line_ends_after(source_text_, line_ends_, source);
-  std::string bytes = write_form(source, form_, ends);
+  std::string bytes = write_form(source, form, ends);
   std::u16string text = read_form(bytes).text;
-  return {std::move(bytes), std::move(text), std::move(page_text), std::move(ends)};
+  return {std::move(bytes), std::move(text), std::move(page), std::move(ends), form};
+}
+
+// --- the form ---
+
+FileForm DocumentFile::form_of(const dom::Document& document) const {
+  FileForm form = form_;
+  const std::string declared = declared_charset(document);
+  if (form.byte_order_mark || declared == declared_in_file_) return form;
+  if (!declared.empty()) form.charset = declared;
+  form.declared = !declared.empty();
+  return form;
+}
+
+bool DocumentFile::respelled() const {
+  return form_.line_end != form_in_file_.line_end || form_.byte_order_mark != form_in_file_.byte_order_mark ||
+         (mixed_in_file_ && line_ends_.empty());
+}
+
+void DocumentFile::set_line_end(LineEnd end) {
+  form_.line_end = end;
+  line_ends_.clear();
+}
+
+void DocumentFile::take_mark_away() {
+  if (!form_.byte_order_mark) return;
+  form_.byte_order_mark = false;
+  form_.charset = "utf-8";
 }
 
 std::string DocumentFile::bytes_of(const dom::Document& document) const { return written(document).bytes; }
@@ -133,6 +166,9 @@ void DocumentFile::save(const dom::Document& document, std::u16string_view path)
   source_text_ = std::move(now.source_text);
   unedited_ = std::move(now.page_text);
   line_ends_ = std::move(now.line_ends);
+  form_ = form_in_file_ = std::move(now.form);
+  mixed_in_file_ = !line_ends_.empty();
+  declared_in_file_ = declared_charset(document);
 }
 
 }  // namespace tvx::files

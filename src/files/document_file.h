@@ -36,12 +36,25 @@ class DocumentFile {
   const std::u16string& title() const { return title_; }
   const std::u16string& base_url() const { return base_url_; }
   const FileForm& form() const { return form_; }
+  /// The form that a save would give the document: a character set that the page has come to name counts, but
+  /// not against a byte order mark.
+  FileForm form_of(const dom::Document& document) const;
+  /// All lines end so, whatever the file had.
+  void set_line_end(LineEnd end);
+  /// Without a byte order mark the page's own word counts.
+  void take_mark_away();
+  /// Whether a save would spell the very same page with other bytes.
+  bool respelled() const;
   /// False if some bytes of the file mean nothing in its character set; an edited page loses them.
   bool faithful() const { return faithful_; }
 
   /// Puts title and base into the opened document again as the file has them, letter by letter. This is no
   /// edit: there is nothing to undo.
   void keep_head(dom::Document& document) const;
+
+  /// The page as the file has it, and as the document is now, both in this program's way of writing.
+  const std::u16string& page_text() const { return unedited_; }
+  std::u16string page_text(const dom::Document& document) const;
 
   /// Whether another program has written the file since it was opened or saved.
   bool changed_on_disk() const;
@@ -56,12 +69,11 @@ class DocumentFile {
     std::string bytes;
     std::u16string source_text, page_text;
     LineEnds line_ends;
+    FileForm form;
   };
-  Written spelled(std::u16string_view source, std::u16string page_text) const;
+  Written spelled(std::u16string_view source, std::u16string page, const FileForm& form) const;
   Written written(const dom::Document& document) const;
   void take(std::string bytes);
-
-  std::u16string text_of(const dom::Document& document) const;
 
   bool fresh_ = false;  // begun in this program, and not read from a file since
   std::u16string path_, source_;
@@ -69,7 +81,9 @@ class DocumentFile {
   std::u16string source_text_;  // what these bytes say, lines ending in LF
   LineEnds line_ends_;          // of these lines, where they differ
   std::u16string unedited_;     // the same as this program would write it
-  FileForm form_;
+  FileForm form_, form_in_file_;
+  bool mixed_in_file_ = false;    // the lines' ends
+  std::string declared_in_file_;  // the character set that the page itself names
   PageShape shape_;
   bool faithful_ = true;
   std::u16string title_, base_url_;
