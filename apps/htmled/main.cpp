@@ -1,6 +1,7 @@
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QIcon>
+#include <QTimer>
 #include <algorithm>
 #include <initializer_list>
 #include <iostream>
@@ -9,6 +10,7 @@
 
 #include "htmled/automation.h"
 #include "htmled/start/running_instance.h"
+#include "htmled/start/termination.h"
 #include "htmled/window.h"
 #include "tvx/qt/support/message_loop.h"
 #include "tvx/web_engine.h"
@@ -117,5 +119,13 @@ int main(int argc, char** argv) {
                      window.come_to_front();
                      window.open_all(more);
                    });
+  const tvx::htmled::Termination termination;
+  QObject::connect(&termination, &tvx::htmled::Termination::asked, &window, [&window](int signal) {
+    window.keep_everything();
+    QApplication::exit(128 + signal);
+  });
+  QObject::connect(&application, &QApplication::commitDataRequest, &window,
+                   &tvx::htmled::Window::keep_everything, Qt::DirectConnection);
+  QTimer::singleShot(0, &window, &tvx::htmled::Window::offer_unsaved);
   return QApplication::exec();
 }

@@ -35,6 +35,7 @@ Window::Window(platform::MessageLoop& loop, const qt::Substitutes& substitutes)
   connect(tabs_, &Tabs::front_changed, this, &Window::show_front);
   connect(tabs_, &Tabs::close_asked, this, [this](DocumentPage* page) { close_page(*page); });
   connect(recent_files_, &RecentFiles::chosen, this, &Window::open_in_tab);
+  connect(&kept_pages_, &KeptPages::failed, this, &Window::tell);
   make_status_bar();
   make_find_bar();
   format_bar_ = new FormatBar(this);
@@ -55,7 +56,7 @@ Window::~Window() {
 // --- pages ---
 
 DocumentPage* Window::new_page() {
-  auto* page = new DocumentPage(loop_, substitutes_);
+  auto* page = new DocumentPage({loop_, substitutes_, kept_pages_});
   connect(page, &DocumentPage::title_changed, this, [this, page] {
     if (page == front_) show_title();
   });
@@ -83,6 +84,7 @@ void Window::show_front() {
   if (commands_) commands_->show_editor();
   show_title();
   show_local_images();
+  front_->look_at_file();
   emit editor_changed();
 }
 

@@ -9,6 +9,7 @@
 
 #include "htmled/languages.h"
 #include "htmled/publishing.h"
+#include "htmled/unsaved/page_keeper.h"
 #include "tvx/htmled_widget.h"
 #include "tvx/qt/widget/substitutes.h"
 
@@ -62,6 +63,10 @@ class Window final : public QMainWindow {
   /// From now on geometry and bars are as at the last end, and kept for the next start.
   void remember_appearance();
   void come_to_front();
+  /// Offers what a program that ended otherwise than by its user hadn't saved.
+  void offer_unsaved();
+  /// The program ends, and nobody is asked: what isn't saved is offered at the next start.
+  void keep_everything();
 
   const Languages& languages() const { return languages_; }
   /// The account that images are published with.
@@ -96,6 +101,7 @@ class Window final : public QMainWindow {
 
  private:
   void showEvent(QShowEvent* event) override;
+  void changeEvent(QEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
 
   // --- documents (window_documents.cpp) ---
@@ -104,6 +110,7 @@ class Window final : public QMainWindow {
   void take_drops();
   bool may_close(DocumentPage& page);
   void drop_page(DocumentPage& page);
+  void restore_page(const files::KeptPage& kept, const std::function<void()>& done);
 
   /// What all editors of the program have in common: language, spelling, account.
   void set_up_editor(qt::HTMLedWidget& editor);
@@ -122,6 +129,7 @@ class Window final : public QMainWindow {
   void say(const QString& text, int milliseconds = 0);
 
   platform::MessageLoop& loop_;
+  KeptPages kept_pages_;
   Languages languages_;
   const qt::Substitutes substitutes_;
   Publishing publishing_;

@@ -114,6 +114,7 @@ bool Window::close_page(DocumentPage& page) {
 
 void Window::drop_page(DocumentPage& page) {
   page.disconnect(this);
+  page.let_go();
   if (page.editor()) publishing_.leave_out(page.editor()->control());
   tabs_->removeTab(tabs_->indexOf(&page));
   page.hide();
@@ -130,6 +131,7 @@ void Window::reopen_closed() {
 void Window::closeEvent(QCloseEvent* event) {
   for (DocumentPage* page : tabs_->pages())
     if (!may_close(*page)) return event->ignore();
+  for (DocumentPage* page : tabs_->pages()) page->let_go();
   if (remembers_) {
     QSettings settings = program_settings();
     settings.setValue(geometry_key, saveGeometry());

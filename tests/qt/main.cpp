@@ -14,6 +14,7 @@ int main(int argc, char** argv) {
   tvx::qt::prepare_web_engine();
   QApplication application(argc, argv);
   const QTemporaryDir settings;  // nothing is remembered for the user who runs them
+  qputenv("XDG_STATE_HOME", settings.path().toLocal8Bit());
   QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, settings.path());
   return RUN_ALL_TESTS();
 }

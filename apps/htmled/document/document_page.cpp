@@ -13,6 +13,7 @@
 #include "htmled/document/modified_mark.h"
 #include "htmled/drafts.h"
 #include "htmled/remote_content_bar.h"
+#include "htmled/unsaved/page_keeper.h"
 #include "tvx/base/error.h"
 #include "tvx/base/text_file.h"
 #include "tvx/browser/html_document.h"
@@ -33,8 +34,8 @@ constexpr int message_milliseconds = 10'000;
 
 }  // namespace
 
-DocumentPage::DocumentPage(platform::MessageLoop& loop, const qt::Substitutes& substitutes, QWidget* parent)
-    : QWidget(parent), loop_(loop), substitutes_(substitutes), remote_content_(new RemoteContentBar(this)) {
+DocumentPage::DocumentPage(const PageSurroundings& surroundings, QWidget* parent)
+    : QWidget(parent), around_(surroundings), remote_content_(new RemoteContentBar(this)) {
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins({});
   layout->setSpacing(0);
@@ -56,7 +57,7 @@ DocumentPage::~DocumentPage() {
 
 void DocumentPage::make_editor() {
   if (editor_) return;
-  editor_ = new qt::HTMLedWidget(loop_, this, substitutes_);
+  editor_ = new qt::HTMLedWidget(around_.loop, this, around_.substitutes);
   editor_->hide();
   layout()->addWidget(editor_);
   setFocusProxy(editor_);
@@ -66,7 +67,11 @@ void DocumentPage::make_editor() {
 
 void DocumentPage::hear_editor() {
   mark_ = std::make_unique<ModifiedMark>(editor_->control(), file_);
-  connect(mark_.get(), &ModifiedMark::changed, this, &DocumentPage::title_changed);
+  keeper_ = std::make_unique<PageKeeper>(around_.kept_pages, [this] { return unsaved(); });
+  connect(mark_.get(), &ModifiedMark::changed, this, [this](bool modified) {
+    modified ? keeper_->note_change() : keeper_->forget();
+    emit title_changed();
+  });
   connect(editor_, &qt::HTMLedWidget::property_changed, this, [this](const QString& key) {
     if (key == QStringLiteral("RemoteContentWithheld")) look_for_remote_content();
     if (key != QStringLiteral("DocumentHTML")) return;
@@ -87,7 +92,11 @@ void DocumentPage::start() {
 
 void DocumentPage::begin() {
   start();
-  if (!pending_) return open_new();
+  has_begun_ = true;
+  if (!pending_) {
+    open_new();
+    return show_restored();
+  }
   bool shown = false;
   try {
     shown = load(pending_->changed_on_disk() ? files::DocumentFile::open(pending_->path()) : *pending_);
@@ -96,6 +105,7 @@ void DocumentPage::begin() {
   }
   pending_.reset();
   if (!shown) open_new();
+  show_restored();
 }
 
 // --- opening ---
@@ -153,6 +163,9 @@ bool DocumentPage::load_document(files::DocumentFile file) {
   file.keep_head(document->tree());
   file_ = std::move(file);
   mark_->clear();
+  stamp_ = present_stamp();
+  keeps_own_ = false;
+  has_begun_ = true;
   if (!path().isEmpty()) emit filed(path());
   count_images();
   remote_content_left_ = false;
@@ -188,13 +201,13 @@ void DocumentPage::ask_and_revert() {
 void DocumentPage::finish_typing() {
   if (!editor_) return;
   constexpr std::int64_t longest = browser::InputQueue::patience + browser::InputQueue::deadline;
-  const std::int64_t end = loop_.now() + longest;
+  const std::int64_t end = around_.loop.now() + longest;
   const QPointer<DocumentPage> alive(this);
   // A key that the view has got stands in its inbox for a turn of the loop, where nobody else sees it.
   const auto read = std::make_shared<bool>(false);
-  loop_.post([read] { *read = true; });
-  while (!*read && loop_.now() < end) loop_.pump(5);
-  while (alive && editor_->document_view().input_waits() && loop_.now() < end) loop_.pump(5);
+  around_.loop.post([read] { *read = true; });
+  while (!*read && around_.loop.now() < end) around_.loop.pump(5);
+  while (alive && editor_->document_view().input_waits() && around_.loop.now() < end) around_.loop.pump(5);
 }
 
 bool DocumentPage::with_document(const std::function<void(const dom::Document&)>& act) {
@@ -232,6 +245,7 @@ bool DocumentPage::save_to(const QString& path) {
   const std::u16string target = from_qt(QFileInfo(path).absoluteFilePath());
   if (!with_document([&](const dom::Document& document) { file_.save(document, target); })) return false;
   mark_->clear();
+  stamp_ = present_stamp();
   emit filed(to_qt(target));
   emit said(tr("Saved %1").arg(to_qt(target)), message_milliseconds);
   return true;
@@ -303,7 +317,9 @@ bool DocumentPage::may_leave() {
 }
 
 bool DocumentPage::may_overwrite() {
+  if (keeps_own_ && present_stamp() == stamp_) return true;
   if (!file_.changed_on_disk()) return true;
+  stamp_ = present_stamp();
   const auto answer = QMessageBox::warning(
       this, QStringLiteral("HTMLed"),
       tr("Another program has changed the file since you opened it. Write over its changes?"),
@@ -321,7 +337,9 @@ bool DocumentPage::is_modified() const { return mark_ && mark_->is_set(); }
 void DocumentPage::show_words() { remote_content_->show_words(); }
 
 void DocumentPage::look_later() {
-  if (!loading_) mark_->look_later();
+  if (loading_) return;
+  mark_->look_later();
+  keeper_->note_change();
 }
 
 // What was typed in the code, and taken back there by hand, is told of as a change and no more.

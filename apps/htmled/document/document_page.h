@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QDateTime>
 #include <QElapsedTimer>
 #include <QString>
 #include <QTemporaryDir>
@@ -12,6 +13,7 @@
 #include "tvx/core/events.h"
 #include "tvx/core/observer.h"
 #include "tvx/files/document_file.h"
+#include "tvx/files/kept_page.h"
 #include "tvx/qt/widget/substitutes.h"
 
 namespace tvx::platform {
@@ -23,16 +25,24 @@ class HTMLedWidget;
 
 namespace tvx::htmled {
 
+class KeptPages;
 class ModifiedMark;
+class PageKeeper;
 class RemoteContentBar;
+
+/// What the pages of a window have in common. All of it outlives them.
+struct PageSurroundings {
+  platform::MessageLoop& loop;
+  qt::Substitutes substitutes;  // who takes the desktop's place
+  KeptPages& kept_pages;
+};
 
 /// One document of a window: its editor, its file, and what is asked and told about them. A page that nobody
 /// has seen yet has no editor: an engine's view costs time and memory.
 class DocumentPage final : public QWidget, private core::HTMLedEvents, private core::HTMLedObserver {
   Q_OBJECT
  public:
-  /// The loop and those who take the desktop's place outlive the page.
-  DocumentPage(platform::MessageLoop& loop, const qt::Substitutes& substitutes, QWidget* parent = nullptr);
+  explicit DocumentPage(const PageSurroundings& surroundings, QWidget* parent = nullptr);
   ~DocumentPage() override;
 
   /// Null before make_editor().
@@ -59,6 +69,14 @@ class DocumentPage final : public QWidget, private core::HTMLedEvents, private c
   void ask_and_revert();
   /// Whether to go on: nothing has been changed, or the user saved it or let it go.
   bool may_leave();
+  /// Makes the document what was kept of it, in one step of undo; `done` is called when it is kept again. In
+  /// a page that hasn't begun this happens when it does.
+  void restore(files::KeptPage kept, std::function<void()> done);
+  /// Keeps what isn't saved, in case that the program ends; and keeps it no longer.
+  void keep_now();
+  void let_go();
+  /// Asks what to do where another program has written the file.
+  void look_at_file();
   /// Uploads the document's local images; there is an account.
   void upload_images();
 
@@ -92,6 +110,12 @@ class DocumentPage final : public QWidget, private core::HTMLedEvents, private c
   void local_images_counted();
 
  private:
+  struct FileStamp {
+    QDateTime time;
+    qint64 size = -1;
+    bool operator==(const FileStamp&) const = default;
+  };
+
   // core::HTMLedEvents
   void Error(std::int32_t& number, std::u16string& text) override;
   void BeginImageUpload() override;
@@ -106,9 +130,13 @@ class DocumentPage final : public QWidget, private core::HTMLedEvents, private c
   void document_changed() override;
 
   void hear_editor();
+  std::optional<files::KeptPage> unsaved();
+  void show_restored();
+  void ask_about_file(const files::DocumentFile& file);
   bool load(files::DocumentFile file);
   bool load_document(files::DocumentFile file);
   bool save_to(const QString& path);
+  FileStamp present_stamp() const;
   /// Whether to write over what another program has put in the file meanwhile.
   bool may_overwrite();
   /// Calls `act` with the document as it is to be saved; false, with the user told, if that fails.
@@ -119,14 +147,19 @@ class DocumentPage final : public QWidget, private core::HTMLedEvents, private c
   void look_for_remote_content();
   void answer_remote_content(bool load);
 
-  platform::MessageLoop& loop_;
-  const qt::Substitutes substitutes_;
+  PageSurroundings around_;
   std::optional<QTemporaryDir> drafts_;  // made for a page without a file
   RemoteContentBar* remote_content_;
   qt::HTMLedWidget* editor_ = nullptr;
   files::DocumentFile file_;
   std::optional<files::DocumentFile> pending_;  // read, and shown at the start
   std::unique_ptr<ModifiedMark> mark_;
+  std::unique_ptr<PageKeeper> keeper_;
+  std::optional<files::KeptPage> restored_;  // to be shown at the start
+  std::function<void()> when_restored_;
+  FileStamp stamp_;         // of the file as it was read, written or asked about last
+  bool keeps_own_ = false;  // the user has been asked, and keeps the document
+  bool has_begun_ = false;
   QTimer count_images_;
   int local_images_ = 0;
   QString transfer_failure_;  // the first one's text, of what is under way

@@ -14,7 +14,13 @@ namespace tvx::htmled {
 ModifiedMark::ModifiedMark(core::HTMLed& control, const files::DocumentFile& file)
     : control_(control), file_(file) {}
 
+void ModifiedMark::set_for_good() {
+  for_good_ = true;
+  set(true);
+}
+
 void ModifiedMark::clear() {
+  for_good_ = false;
   look_awaited_ = false;
   looked_at_depth_.reset();
   if (const auto document = control_.DOM()) {
@@ -41,6 +47,7 @@ void ModifiedMark::look_now_if_awaited() {
 // compared. An edit always changes the count, so nobody compares while typing.
 void ModifiedMark::look() {
   look_awaited_ = false;
+  if (for_good_) return set(true);
   const auto document = control_.DOM();
   // To look at the code changes nothing. What is typed there reaches the document when the code view is left.
   if (!document || (control_.InCodeView() && !control_.txtCode().untouched_text())) {

@@ -25,6 +25,8 @@ class ModifiedMark final : public QObject {
   /// The document is now what its file holds.
   void clear();
   void look();
+  /// Whatever the document is, the file is another now: until clear().
+  void set_for_good();
   /// When the turn is over: a key is told of before it types.
   void look_later();
   /// What look_later() has put off.
@@ -39,6 +41,7 @@ class ModifiedMark final : public QObject {
   core::HTMLed& control_;
   const files::DocumentFile& file_;
   bool modified_ = false;
+  bool for_good_ = false;
   bool look_awaited_ = false;
   std::string unmodified_bytes_;      // what saving would have written then
   std::size_t unmodified_depth_ = 0;  // of the undo journal

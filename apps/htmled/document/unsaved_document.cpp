@@ -1,0 +1,111 @@
+#include <QApplication>
+#include <QFileInfo>
+#include <utility>
+
+#include "htmled/document/document_page.h"
+#include "htmled/document/failure_words.h"
+#include "htmled/document/modified_mark.h"
+#include "htmled/unsaved/changed_file_dialog.h"
+#include "htmled/unsaved/page_keeper.h"
+#include "tvx/base/error.h"
+#include "tvx/browser/html_document.h"
+#include "tvx/core/htmled.h"
+#include "tvx/dom/without_overlay.h"
+#include "tvx/files/page_replacement.h"
+#include "tvx/htmled_widget.h"
+
+/// What a page does so that nothing is lost: it is kept while it isn't saved, restored after a crash, and
+/// looks whether another program has written its file.
+namespace tvx::htmled {
+
+std::optional<files::KeptPage> DocumentPage::unsaved() {
+  mark_->look_now_if_awaited();
+  core::HTMLed& control = editor_->control();
+  const auto document = control.DOM();
+  if (!is_modified() || !document) return {};
+  files::KeptPage page{file_.path(), QDateTime::currentSecsSinceEpoch(), {}, {}};
+  const dom::WithoutOverlay without_overlay(document->tree());
+  page.page = file_.page_text(document->tree());
+  if (control.InCodeView() && !control.txtCode().untouched_text()) page.code = control.txtCode().Text();
+  return page;
+}
+
+void DocumentPage::keep_now() {
+  if (keeper_) keeper_->keep_now();
+}
+
+void DocumentPage::let_go() {
+  if (keeper_) keeper_->forget();
+}
+
+void DocumentPage::restore(files::KeptPage kept, std::function<void()> done) {
+  restored_ = std::move(kept);
+  when_restored_ = std::move(done);
+  if (has_begun_ && !loading_) show_restored();
+}
+
+void DocumentPage::show_restored() {
+  if (!restored_) return;
+  const files::KeptPage kept = *std::exchange(restored_, std::nullopt);
+  core::HTMLed& control = editor_->control();
+  const auto document = control.DOM();
+  if (!document) return;
+  if (control.InCodeView()) control.show_Code();
+  files::replace_page(document->tree(), kept.page);
+  if (kept.code) {
+    control.show_Code();
+    control.txtCode().edit(*kept.code);
+  }
+  mark_->look();
+  keeper_->note_change();
+  keeper_->keep_now();
+  if (const auto done = std::exchange(when_restored_, {})) done();
+}
+
+// --- files that other programs write ---
+
+DocumentPage::FileStamp DocumentPage::present_stamp() const {
+  const QFileInfo file(path());
+  return path().isEmpty() || !file.exists() ? FileStamp{} : FileStamp{file.lastModified(), file.size()};
+}
+
+// A look at the folder costs nothing; only where time or size are others is the file read.
+void DocumentPage::look_at_file() {
+  if (!mark_ || loading_ || path().isEmpty() || QApplication::activeModalWidget()) return;
+  const FileStamp now = present_stamp();
+  if (now == stamp_) return;
+  stamp_ = now;
+  keeps_own_ = false;
+  if (now == FileStamp{}) {
+    mark_->set_for_good();
+    emit said(tr("%1 isn't there any more. Saving writes it anew.").arg(path()), 0);
+    return;
+  }
+  if (!file_.changed_on_disk()) return;
+  try {
+    ask_about_file(files::DocumentFile::open(file_.path()));
+  } catch (const RuntimeError& error) {
+    emit told(words_of(error));
+  }
+}
+
+void DocumentPage::ask_about_file(const files::DocumentFile& file) {
+  finish_typing();
+  mark_->look_now_if_awaited();
+  const auto document = editor_->control().DOM();
+  if (!document) return;
+  std::u16string own;
+  {
+    const dom::WithoutOverlay without_overlay(document->tree());
+    own = file_.page_text(document->tree());
+  }
+  ChangedFileDialog dialog(name(), own, file.page_text(), is_modified(), this);
+  if (dialog.exec() == QDialog::Accepted) {
+    load(file);
+    return;
+  }
+  keeps_own_ = true;
+  mark_->set_for_good();
+}
+
+}  // namespace tvx::htmled
