@@ -18,6 +18,21 @@ namespace {
 constexpr std::string_view empty_page =
     "<!DOCTYPE html>\n<html>\n<head>\n<meta charset=\"utf-8\">\n</head>\n<body>\n<p></p>\n</body>\n</html>\n";
 
+std::string escaped(std::u16string_view text) {
+  std::string result;
+  for (const char c : to_utf8(text))
+    result += c == '&' ? "&amp;" : c == '<' ? "&lt;" : c == '"' ? "&quot;" : std::string(1, c);
+  return result;
+}
+
+std::string new_page(std::u16string_view title, std::u16string_view language) {
+  const std::string tag = language.empty() ? "<html>" : "<html lang=\"" + escaped(language) + "\">";
+  return "<!DOCTYPE html>\n" + tag +
+         "\n<head>\n<meta charset=\"utf-8\">\n<meta name=\"viewport\" content=\"width=device-width, "
+         "initial-scale=1\">\n<title>" +
+         escaped(title) + "</title>\n</head>\n<body>\n<p></p>\n</body>\n</html>\n";
+}
+
 dom::Element* first(const dom::Document& document, dom::Tag tag) {
   for (const dom::Node* node = &document; node; node = dom::next_in_order(*node))
     if (node->is(tag)) return const_cast<dom::Element*>(static_cast<const dom::Element*>(node));
@@ -43,12 +58,14 @@ DocumentFile DocumentFile::open(std::u16string_view path) {
   return file;
 }
 
-DocumentFile DocumentFile::untitled(std::u16string_view draft) {
-  save_atomically(draft, empty_page);
+DocumentFile DocumentFile::untitled(std::u16string_view draft, std::u16string_view title,
+                                    std::u16string_view language) {
+  const std::string page = title.empty() ? std::string(empty_page) : new_page(title, language);
+  save_atomically(draft, page);
   DocumentFile file;
   file.source_ = draft;
   file.fresh_ = true;
-  file.take(std::string(empty_page));
+  file.take(page);
   return file;
 }
 

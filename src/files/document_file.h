@@ -24,8 +24,9 @@ class DocumentFile {
   /// Reads a file. Throws RuntimeError path_access if it can't be read.
   static DocumentFile open(std::u16string_view path);
   /// A page with nothing in it, in no file of the user's yet. Its text is written to `draft`, so that there
-  /// is something to open.
-  static DocumentFile untitled(std::u16string_view draft);
+  /// is something to open. With a title it is a whole page of today, in a language if one is given.
+  static DocumentFile untitled(std::u16string_view draft, std::u16string_view title = {},
+                               std::u16string_view language = {});
 
   /// Empty: the page is in no file yet.
   const std::u16string& path() const { return path_; }

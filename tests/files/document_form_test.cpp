@@ -98,6 +98,17 @@ TEST_F(DocumentForm, AByteOrderMarkCountsUntilItIsTakenAway) {
   EXPECT_EQ(bytes(), "<!DOCTYPE html><meta charset=\"windows-1252\"><p>\xFC</p>\n");
 }
 
+TEST_F(DocumentForm, ANewPageIsAWholeOneOfToday) {
+  file_ = DocumentFile::untitled(path(), u"A & B", u"de-AT");
+  EXPECT_EQ(
+      read_all_bytes(path()),
+      "<!DOCTYPE html>\n<html lang=\"de-AT\">\n<head>\n<meta charset=\"utf-8\">\n<meta name=\"viewport\" "
+      "content=\"width=device-width, initial-scale=1\">\n<title>A &amp; B</title>\n</head>\n<body>\n<p></p>\n"
+      "</body>\n</html>\n");
+  EXPECT_EQ(file_.title(), u"A & B");
+  EXPECT_TRUE(file_.path().empty());
+}
+
 TEST_F(DocumentForm, ADeclarationTooFarInToCountChangesNothing) {
   const std::string far = "<!DOCTYPE html><!--" + std::string(1100, 'x') + "--><meta charset=\"utf-8\">";
   open(far + "<p>\xFC</p>\n");
