@@ -1,9 +1,9 @@
 #include <QActionGroup>
-#include <QLocale>
 #include <QMenu>
 #include <QSettings>
 
 #include "htmled/document/document_page.h"
+#include "htmled/language_names.h"
 #include "htmled/tabs.h"
 #include "htmled/window.h"
 #include "htmled/writing_choices.h"
@@ -28,16 +28,6 @@ const QString language_key = QStringLiteral("spelling/language"),
 QSettings settings() {
   return QSettings(QSettings::NativeFormat, QSettings::UserScope, QStringLiteral("tvxHTML"),
                    QStringLiteral("htmled"));
-}
-
-/// "Deutsch (Deutschland)"; the tag itself where nobody knows it.
-QString own_name(const QString& tag) {
-  const QLocale locale(tag);
-  if (locale.language() == QLocale::C) return tag;
-  QString name = locale.nativeLanguageName();
-  if (name.isEmpty()) return tag;
-  name[0] = name[0].toUpper();
-  return tag.contains(u'-') ? QStringLiteral("%1 (%2)").arg(name, locale.nativeTerritoryName()) : name;
 }
 
 }  // namespace
@@ -87,7 +77,7 @@ void Window::fill_spelling_languages(QMenu& menu) {
   menu.addSeparator();
   for (const spelling::DictionaryFiles& files : spelling::installed_dictionaries()) {
     const QString tag = to_qt(files.language);
-    add(menu.addAction(own_name(tag)), tag);
+    add(menu.addAction(own_language_name(tag)), tag);
   }
   connect(&menu, &QMenu::aboutToShow, this, [this, group, of_desktop] {
     of_desktop->setText(tr("Language of the &desktop"));

@@ -2,12 +2,12 @@
 
 #include <QAction>
 #include <QActionGroup>
+#include <QLocale>
 #include <QMenu>
 #include <QMenuBar>
 #include <QStatusBar>
 #include <QTimer>
 #include <QToolBar>
-#include <QToolButton>
 #include <iostream>
 #include <utility>
 
@@ -20,6 +20,7 @@
 #include "htmled/publish_dialog.h"
 #include "htmled/recent_files.h"
 #include "htmled/source_tools.h"
+#include "htmled/status/status_bar.h"
 #include "htmled/tabs.h"
 #include "tvx/core/htmled.h"
 #include "tvx/htmled_widget.h"
@@ -63,7 +64,12 @@ DocumentPage* Window::new_page() {
   connect(page, &DocumentPage::said, this, &Window::say);
   connect(page, &DocumentPage::told, this, &Window::tell);
   connect(page, &DocumentPage::filed, this, [](const QString& path) { RecentFiles::add(path); });
-  connect(page, &DocumentPage::local_images_counted, this, &Window::show_local_images);
+  connect(page, &DocumentPage::local_images_counted, this, [this, page] {
+    if (page == front_) show_local_images();
+  });
+  connect(page, &DocumentPage::form_changed, this, [this, page] {
+    if (page == front_) show_form();
+  });
   return page;
 }
 
@@ -79,12 +85,14 @@ void Window::show_front() {
   }
   editor_ = front_->editor();
   find_bar_->set_editor(editor_, [this] { finish_typing(); });
+  status_->set_editor(editor_);
+  show_form();
   if (editor_->started()) editor_->setFocus(Qt::OtherFocusReason);
   format_bar_->set_editor(*editor_);
   if (commands_) commands_->show_editor();
   show_title();
   show_local_images();
-  front_->look_at_file();
+  QTimer::singleShot(0, front_, &DocumentPage::look_at_file);
   emit editor_changed();
 }
 
@@ -93,6 +101,8 @@ void Window::set_up_editor(qt::HTMLedWidget& editor) {
   set_up_writing(editor);
   new SourceTools(editor);
   view_choices::apply(editor);
+  if (remembers_) editor.set_zoom(kept_zoom());
+  connect(&editor, &qt::HTMLedWidget::zoomChanged, this, &Window::keep_zoom);
   if (const Language* language = languages_.find(languages_.spoken()))
     editor.set_LocalizationFile(language->file);
 }
@@ -102,6 +112,7 @@ void Window::set_up_editor(qt::HTMLedWidget& editor) {
 void Window::make_find_bar() {
   find_bar_ = new FindBar(this);
   find_strip_ = new QToolBar(this);
+  find_strip_->setObjectName(QStringLiteral("find_strip"));
   find_strip_->setMovable(false);
   find_strip_->setContextMenuPolicy(Qt::PreventContextMenu);
   find_strip_->addWidget(find_bar_);
@@ -145,7 +156,8 @@ void Window::show_words() {
   for (DocumentPage* page : tabs_->pages()) page->show_words();
   tabs_->show_names();
   show_title();
-  show_local_images();
+  status_->show_words();
+  show_form();
 }
 
 // --- files ---
@@ -181,12 +193,7 @@ void Window::upload_images() {
   front_->upload_images();
 }
 
-void Window::show_local_images() {
-  const int count = front_->local_images();
-  local_images_->setVisible(count > 0);
-  local_images_->setText(tr("Local images: %1").arg(count));
-  local_images_->setToolTip(tr("These images are on this computer only. Press to upload them."));
-}
+void Window::show_local_images() { status_->show_local_images(front_->local_images()); }
 
 // --- telling ---
 
@@ -196,12 +203,23 @@ void Window::say_exported(const QString& path, bool done) {
 
 // There from the start: a line that came and went would move the page.
 void Window::make_status_bar() {
-  local_images_ = new QToolButton;
-  local_images_->setObjectName(QStringLiteral("local_images"));
-  local_images_->setAutoRaise(true);
-  local_images_->hide();
-  connect(local_images_, &QToolButton::clicked, this, &Window::upload_images);
-  statusBar()->addPermanentWidget(local_images_);
+  status_ = new StatusBar(this);
+  setStatusBar(status_);
+  connect(status_, &StatusBar::upload_asked, this, &Window::upload_images);
+  connect(status_, &StatusBar::outdated, this, &Window::show_form);
+  connect(status_, &StatusBar::language_chosen, this,
+          [this](const QString& tag) { front_->set_language(tag); });
+  connect(status_, &StatusBar::charset_chosen, this,
+          [this](const QString& name) { front_->set_charset(name); });
+  connect(status_, &StatusBar::line_end_chosen, this,
+          [this](files::LineEnd end) { front_->set_line_end(end); });
+  connect(status_, &StatusBar::zoom_chosen, this, [this](double factor) { editor_->set_zoom(factor); });
+}
+
+void Window::show_form() {
+  const QString chosen = editor_->SpellingLanguage();
+  status_->show_form(front_->form(), front_->language(),
+                     chosen.isEmpty() ? QLocale::system().bcp47Name() : chosen);
 }
 
 void Window::show_title() {

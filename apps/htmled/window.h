@@ -15,7 +15,6 @@
 
 class QMenu;
 class QToolBar;
-class QToolButton;
 
 namespace tvx::platform {
 class MessageLoop;
@@ -28,6 +27,7 @@ class DocumentPage;
 class FindBar;
 class FormatBar;
 class RecentFiles;
+class StatusBar;
 class Tabs;
 
 /// The editor's window: documents, of which one is in front, and menus and a status bar that are about that.
@@ -120,6 +120,9 @@ class Window final : public QMainWindow {
   void make_find_bar();
   void show_words();
   void show_local_images();
+  void show_form();
+  static double kept_zoom();
+  void keep_zoom(double factor) const;
   /// What was typed before this belongs to what comes now: waits until the editor has dealt with it.
   void finish_typing();
   void show_title();
@@ -141,7 +144,7 @@ class Window final : public QMainWindow {
   RecentFiles* recent_files_;
   QStringList closed_;  // their files, the last one at the end
   bool remembers_ = false;
-  QToolButton* local_images_ = nullptr;  // how many there are
+  StatusBar* status_;
   Commands* commands_ = nullptr;
   FormatBar* format_bar_ = nullptr;
 };

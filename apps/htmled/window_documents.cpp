@@ -4,6 +4,7 @@
 #include <QPointer>
 #include <QSettings>
 #include <QTimer>
+#include <QToolBar>
 
 #include "htmled/document/document_page.h"
 #include "htmled/document/file_filters.h"
@@ -17,7 +18,8 @@
 namespace tvx::htmled {
 namespace {
 
-const QString geometry_key = QStringLiteral("window/geometry"), bars_key = QStringLiteral("window/bars");
+const QString geometry_key = QStringLiteral("window/geometry"), bars_key = QStringLiteral("window/bars"),
+              zoom_key = QStringLiteral("window/zoom");
 constexpr qsizetype most_closed = 20;
 
 }  // namespace
@@ -147,6 +149,14 @@ void Window::remember_appearance() {
   const QSettings settings = program_settings();
   restoreGeometry(settings.value(geometry_key).toByteArray());
   restoreState(settings.value(bars_key).toByteArray());
+  find_strip_->hide();  // it comes when something is sought
+  editor_->set_zoom(kept_zoom());
+}
+
+double Window::kept_zoom() { return program_settings().value(zoom_key, 1.0).toDouble(); }
+
+void Window::keep_zoom(double factor) const {
+  if (remembers_) program_settings().setValue(zoom_key, factor);
 }
 
 void Window::come_to_front() {

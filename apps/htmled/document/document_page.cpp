@@ -2,6 +2,7 @@
 
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QLocale>
 #include <QMessageBox>
 #include <QPointer>
 #include <QScopedValueRollback>
@@ -92,7 +93,6 @@ void DocumentPage::start() {
 
 void DocumentPage::begin() {
   start();
-  has_begun_ = true;
   if (!pending_) {
     open_new();
     return show_restored();
@@ -133,7 +133,10 @@ bool DocumentPage::open_later(const QString& path) {
 void DocumentPage::open_new() {
   if (!drafts_) drafts_.emplace(drafts_template());
   try {
-    load(files::DocumentFile::untitled(from_qt(drafts_->filePath(QStringLiteral("untitled.html")))));
+    const QString spelling = editor_->SpellingLanguage();
+    const QString language = spelling.isEmpty() ? QLocale::system().bcp47Name() : spelling;
+    load(files::DocumentFile::untitled(from_qt(drafts_->filePath(QStringLiteral("untitled.html"))),
+                                       from_qt(tr("Untitled")), from_qt(language)));
   } catch (const RuntimeError& error) {
     emit told(words_of(error));
   }
@@ -167,6 +170,8 @@ bool DocumentPage::load_document(files::DocumentFile file) {
   keeps_own_ = false;
   has_begun_ = true;
   if (!path().isEmpty()) emit filed(path());
+  emit title_changed();
+  emit form_changed();
   count_images();
   remote_content_left_ = false;
   picture_uploaded_.invalidate();
@@ -247,6 +252,8 @@ bool DocumentPage::save_to(const QString& path) {
   mark_->clear();
   stamp_ = present_stamp();
   emit filed(to_qt(target));
+  emit title_changed();
+  emit form_changed();
   emit said(tr("Saved %1").arg(to_qt(target)), message_milliseconds);
   return true;
 }

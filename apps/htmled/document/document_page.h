@@ -80,6 +80,16 @@ class DocumentPage final : public QWidget, private core::HTMLedEvents, private c
   /// Uploads the document's local images; there is an account.
   void upload_images();
 
+  // --- what the status bar shows and changes (document_form.cpp) ---
+  files::FileForm form() const;
+  /// The tag that the page names; empty: it names none.
+  QString language() const;
+  void set_language(const QString& tag);
+  void set_charset(const QString& name);
+  void set_line_end(files::LineEnd end);
+  /// Shows what the page says of itself as a whole, and writes what the user makes of it.
+  void ask_properties();
+
   // --- how it stands ---
   /// Of the file; empty: it is in no file yet.
   QString path() const;
@@ -101,6 +111,8 @@ class DocumentPage final : public QWidget, private core::HTMLedEvents, private c
  signals:
   /// Name, file or mark are others.
   void title_changed();
+  /// form() or language() may be others.
+  void form_changed();
   /// Its file was opened, or it was saved in one.
   void filed(const QString& path);
   /// For the window's line; for good, where the time is 0.
@@ -130,6 +142,8 @@ class DocumentPage final : public QWidget, private core::HTMLedEvents, private c
   void document_changed() override;
 
   void hear_editor();
+  /// Changes the document from the program, as the user's step.
+  void change_page(const std::function<void(dom::Document&)>& change);
   std::optional<files::KeptPage> unsaved();
   void show_restored();
   void ask_about_file(const files::DocumentFile& file);

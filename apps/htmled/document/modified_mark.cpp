@@ -47,7 +47,10 @@ void ModifiedMark::look_now_if_awaited() {
 // compared. An edit always changes the count, so nobody compares while typing.
 void ModifiedMark::look() {
   look_awaited_ = false;
-  if (for_good_) return set(true);
+  if (for_good_ || file_.respelled()) {
+    was_respelled_ = true;
+    return set(true);
+  }
   const auto document = control_.DOM();
   // To look at the code changes nothing. What is typed there reaches the document when the code view is left.
   if (!document || (control_.InCodeView() && !control_.txtCode().untouched_text())) {
@@ -55,7 +58,8 @@ void ModifiedMark::look() {
     return set(true);
   }
   const std::size_t depth = document->tree().journal().depth();
-  const bool moved = std::exchange(looked_at_depth_, depth) != depth;
+  const bool moved = std::exchange(looked_at_depth_, depth) != depth || was_respelled_;
+  was_respelled_ = false;
   bool same = false;
   if (depth != unmodified_depth_)
     set(true);
@@ -64,8 +68,7 @@ void ModifiedMark::look() {
 }
 
 void ModifiedMark::set(bool modified) {
-  modified_ = modified;
-  emit changed(modified);
+  if (std::exchange(modified_, modified) != modified) emit changed(modified);
 }
 
 }  // namespace tvx::htmled

@@ -42,6 +42,7 @@ class ModifiedMark final : public QObject {
   const files::DocumentFile& file_;
   bool modified_ = false;
   bool for_good_ = false;
+  bool was_respelled_ = false;  // at the last look
   bool look_awaited_ = false;
   std::string unmodified_bytes_;      // what saving would have written then
   std::size_t unmodified_depth_ = 0;  // of the undo journal

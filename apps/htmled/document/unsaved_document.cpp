@@ -52,6 +52,7 @@ void DocumentPage::show_restored() {
   if (!document) return;
   if (control.InCodeView()) control.show_Code();
   files::replace_page(document->tree(), kept.page);
+  document->tell_user_change();
   if (kept.code) {
     control.show_Code();
     control.txtCode().edit(*kept.code);
@@ -71,7 +72,7 @@ DocumentPage::FileStamp DocumentPage::present_stamp() const {
 
 // A look at the folder costs nothing; only where time or size are others is the file read.
 void DocumentPage::look_at_file() {
-  if (!mark_ || loading_ || path().isEmpty() || QApplication::activeModalWidget()) return;
+  if (!mark_ || loading_ || pending_ || path().isEmpty() || QApplication::activeModalWidget()) return;
   const FileStamp now = present_stamp();
   if (now == stamp_) return;
   stamp_ = now;

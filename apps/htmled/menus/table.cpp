@@ -90,6 +90,8 @@ constexpr Command rows[] = {
      [](Window& w) { ask_and_export_pdf(w); }},
     editors("Print"),
     line(),
+    {Kind::Own, QT_TR_NOOP("Page Proper&ties…"), "page-properties", "Alt+Return", "document-properties",
+     [](Window& w) { w.front().ask_properties(); }},
     {Kind::Own, QT_TR_NOOP("&Publish Settings…"), "publish", nullptr, nullptr,
      [](Window& w) { w.ask_for_account(); }},
     {Kind::Own, QT_TR_NOOP("&Upload Images"), "upload", nullptr, nullptr,

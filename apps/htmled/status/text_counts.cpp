@@ -1,0 +1,63 @@
+#include "htmled/status/text_counts.h"
+
+#include "tvx/browser/html_document.h"
+#include "tvx/core/htmled.h"
+#include "tvx/dom/inner_text.h"
+#include "tvx/editing/search/read_text.h"
+#include "tvx/htmled_widget.h"
+
+namespace tvx::htmled {
+
+void TextCounts::set_editor(qt::HTMLedWidget* editor) {
+  if (editor_) editor_->disconnect(this);
+  editor_ = editor;
+  if (!turn_.isSingleShot()) {
+    constexpr int pause = 400, selection_pause = 150;
+    for (QTimer* timer : {&pause_, &turn_, &selection_pause_}) timer->setSingleShot(true);
+    pause_.setInterval(pause);
+    selection_pause_.setInterval(selection_pause);
+    connect(&pause_, &QTimer::timeout, this, &TextCounts::begin);
+    connect(&turn_, &QTimer::timeout, this, &TextCounts::go_on);
+    connect(&selection_pause_, &QTimer::timeout, this, &TextCounts::count_selection);
+  }
+  of_document_ = {};
+  of_selection_.reset();
+  emit counted();
+  if (!editor_) return;
+  const auto later = [this] { pause_.start(); };
+  connect(editor_, &qt::HTMLedWidget::property_changed, this, later);
+  connect(editor_, &qt::HTMLedWidget::documentLoaded, this, later);
+  connect(editor_, &qt::HTMLedWidget::selectionChanged, this, [this] { selection_pause_.start(); });
+  pause_.start();
+  selection_pause_.start();
+}
+
+void TextCounts::begin() {
+  emit paused();
+  const auto document = editor_ ? editor_->control().DOM() : nullptr;
+  if (!document || !document->body()) return;
+  text_ = editing::ReadText(*document->body()).text();
+  counter_.begin(text_);
+  go_on();
+}
+
+void TextCounts::go_on() {
+  constexpr std::size_t units_a_turn = 32 * 1024;
+  if (!counter_.go_on(units_a_turn)) return turn_.start();
+  if (counter_.count() == of_document_) return;
+  of_document_ = counter_.count();
+  emit counted();
+}
+
+void TextCounts::count_selection() {
+  const auto document = editor_ ? editor_->control().DOM() : nullptr;
+  std::optional<editing::TextCount> now;
+  if (document && document->editor().selection().type() == editing::SelectionType::Text &&
+      !document->editor().selection().collapsed())
+    now = editing::count_text(dom::inner_text(document->editor().selection().range()));
+  if (now == of_selection_) return;
+  of_selection_ = now;
+  emit counted();
+}
+
+}  // namespace tvx::htmled

@@ -1,0 +1,128 @@
+#include "htmled/status/status_bar.h"
+
+#include <gtest/gtest.h>
+
+#include <QFile>
+#include <QLabel>
+#include <QMenu>
+#include <QTemporaryDir>
+#include <QToolButton>
+#include <functional>
+
+#include "htmled/document/document_page.h"
+#include "htmled/window.h"
+#include "tvx/base/strings.h"
+#include "tvx/browser/html_document.h"
+#include "tvx/core/htmled.h"
+#include "tvx/dom/inner_html.h"
+#include "tvx/htmled_widget.h"
+#include "tvx/qt/support/message_loop.h"
+
+namespace tvx::htmled {
+namespace {
+
+class StatusBarTest : public testing::Test {
+ protected:
+  StatusBarTest() { window_.show(); }
+
+  void open(const QByteArray& bytes) {
+    QFile out(path_);
+    ASSERT_TRUE(out.open(QIODevice::WriteOnly) && out.write(bytes) == bytes.size());
+    out.close();
+    ASSERT_TRUE(window_.start(path_));
+  }
+  bool wait_for(const std::function<bool()>& condition) {
+    const std::int64_t end = loop_.now() + 10'000;
+    while (!condition() && loop_.now() < end) loop_.pump(20);
+    return condition();
+  }
+  QByteArray saved() {
+    EXPECT_TRUE(window_.front().save());
+    QFile in(path_);
+    return in.open(QIODevice::ReadOnly) ? in.readAll() : QByteArray();
+  }
+  std::string counts() { return window_.findChild<QLabel*>(QStringLiteral("counts"))->text().toStdString(); }
+  QToolButton* button(const char* name) { return window_.findChild<QToolButton*>(QString::fromLatin1(name)); }
+  void choose(const char* name, const QString& item) {
+    QMenu* menu = button(name)->menu();
+    emit menu->aboutToShow();
+    for (QAction* action : menu->actions())
+      if (action->text() == item) return action->trigger();
+    FAIL() << name << " doesn't offer " << item.toStdString();
+  }
+
+  qt::MessageLoop loop_;
+  QTemporaryDir folder_;
+  const QString path_ = folder_.filePath(QStringLiteral("page.html"));
+  Window window_{loop_};
+};
+
+TEST_F(StatusBarTest, CountsTheDocumentAndTheSelection) {
+  open("<!DOCTYPE html><meta charset=utf-8><p>One two</p><p>three</p>\n");
+  EXPECT_TRUE(wait_for([&] { return counts() == "3 words, 12 characters"; })) << counts();
+  auto& document = *window_.editor().control().DOM();
+  document.select([&](editing::Selection& selection) {
+    dom::Node* text = document.body()->first_child()->first_child();
+    selection.set({text, 0}, {text, 3});
+  });
+  EXPECT_TRUE(wait_for([&] { return counts() == "1 of 3 words, 3 of 12 characters"; })) << counts();
+  document.select([&](editing::Selection& selection) { selection.collapse({document.body(), 0}); });
+  dom::set_inner_html(*document.body(), u"<p>four");
+  emit window_.editor().property_changed(QStringLiteral("DocumentHTML"));
+  EXPECT_TRUE(wait_for([&] { return counts() == "1 words, 4 characters"; })) << counts();
+}
+
+TEST_F(StatusBarTest, ChangesTheCharacterSetInFileAndPage) {
+  open("<!DOCTYPE html><meta charset=\"utf-8\"><p>gr\xC3\xBC\xC3\x9F</p>\n");
+  EXPECT_EQ(button("charset")->text().toStdString(), "UTF-8");
+  choose("charset", QStringLiteral("WINDOWS-1252"));
+  EXPECT_EQ(button("charset")->text().toStdString(), "WINDOWS-1252");
+  EXPECT_TRUE(wait_for([&] { return window_.isWindowModified(); }));
+  EXPECT_EQ(saved(), "<!DOCTYPE html><meta charset=\"windows-1252\"><p>gr\xFC\xDF</p>\n");
+  EXPECT_FALSE(window_.isWindowModified());
+}
+
+TEST_F(StatusBarTest, ChangesTheLineEnds) {
+  open("<!DOCTYPE html>\n<meta charset=\"utf-8\">\n<p>a</p>\n");
+  EXPECT_EQ(button("line_end")->text().toStdString(), "LF");
+  choose("line_end", QStringLiteral("CR LF"));
+  EXPECT_TRUE(window_.isWindowModified());
+  choose("line_end", QStringLiteral("LF"));
+  EXPECT_TRUE(wait_for([&] { return !window_.isWindowModified(); })) << "as in the file again";
+  choose("line_end", QStringLiteral("CR LF"));
+  EXPECT_EQ(saved(), "<!DOCTYPE html>\r\n<meta charset=\"utf-8\">\r\n<p>a</p>\r\n");
+  EXPECT_FALSE(window_.isWindowModified());
+}
+
+TEST_F(StatusBarTest, ChangesTheLanguageAsOneStep) {
+  open("<!DOCTYPE html><html lang=\"de\"><meta charset=\"utf-8\"><p>a</p></html>\n");
+  EXPECT_EQ(button("language")->text().toStdString(), "Deutsch");
+  window_.front().set_language(QStringLiteral("fr"));
+  EXPECT_EQ(button("language")->text().toStdString(), "Français");
+  EXPECT_EQ(window_.front().language(), QStringLiteral("fr"));
+  window_.editor().control().undo_document();
+  EXPECT_EQ(window_.front().language(), QStringLiteral("de"));
+  EXPECT_TRUE(wait_for([&] { return button("language")->text() == QStringLiteral("Deutsch"); }));
+}
+
+TEST_F(StatusBarTest, ShowsAndSetsTheZoom) {
+  open("<!DOCTYPE html><p>a</p>\n");
+  EXPECT_EQ(button("zoom")->text().toStdString(), "100 %");
+  choose("zoom", QStringLiteral("150 %"));
+  EXPECT_TRUE(wait_for([&] { return button("zoom")->text() == QStringLiteral("150 %"); }));
+  EXPECT_DOUBLE_EQ(window_.editor().zoom(), 1.5);
+}
+
+TEST_F(StatusBarTest, IsThereFromTheStartAndMovesNothing) {
+  open("<!DOCTYPE html><p>a</p>\n");
+  const QSize before = window_.editor().size();
+  EXPECT_TRUE(window_.statusBar()->isVisible());
+  window_.statusBar()->showMessage(QStringLiteral("a message"));
+  loop_.pump(20);
+  window_.statusBar()->clearMessage();
+  loop_.pump(20);
+  EXPECT_EQ(window_.editor().size(), before);
+}
+
+}  // namespace
+}  // namespace tvx::htmled
