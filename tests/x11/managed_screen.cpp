@@ -59,6 +59,11 @@ void ManagedScreen::start(const QString& program, const QStringList& arguments) 
   ASSERT_TRUE(program_.waitForStarted());
 }
 
+void ManagedScreen::kill_program() {
+  program_.kill();
+  program_.waitForFinished();
+}
+
 QString ManagedScreen::ask(const QStringList& question) {
   QProcess process;
   process.setProcessEnvironment(surroundings_);

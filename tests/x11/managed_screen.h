@@ -24,6 +24,9 @@ class ManagedScreen : public testing::Test {
   /// Until the window with the keys has the words in its title.
   bool comes_to_front(const QString& words);
   const QProcess& program() const { return program_; }
+  /// Ends the program as nothing in it can prevent.
+  void kill_program();
+  const QProcessEnvironment& surroundings() const { return surroundings_; }
   QString path_of(const QString& name) const { return folder_.filePath(name); }
   void write(const QString& name, const QByteArray& bytes);
   QByteArray file(const QString& name) const;

@@ -1,0 +1,160 @@
+#include <gtest/gtest.h>
+
+#include <signal.h>
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QProcess>
+#include <QTest>
+
+#include "x11/hands.h"
+#include "x11/managed_screen.h"
+
+/// The program's promises about several documents and about what isn't saved, on a managed screen, as the
+/// user sees them: by window titles, files, and keys.
+namespace tvx::x11 {
+namespace {
+
+constexpr const char* program_file = TVX_BIN_DIR "/htmled";
+
+class DocumentsOnScreen : public ManagedScreen {
+ protected:
+  void SetUp() override {
+    ManagedScreen::SetUp();
+    if (IsSkipped() || HasFatalFailure()) return;
+    for (const char* name : {"one.html", "two.html"})
+      write(QString::fromLatin1(name),
+            QByteArray("<!DOCTYPE html>\n<title>t</title>\n<p>The page ") + name + "</p>\n");
+  }
+  QString htmled() const { return QString::fromLatin1(program_file); }
+  QString page(const char* name) const { return path_of(QString::fromLatin1(name)); }
+  /// Until what was typed is in the document.
+  bool is_marked() {
+    return wait_for([&] { return active_title().contains(u'*'); });
+  }
+  QByteArray kept() const {
+    QByteArray bytes;
+    QDir unsaved(QString::fromLocal8Bit(qgetenv("XDG_STATE_HOME")) + QStringLiteral("/tvxHTML/unsaved"));
+    for (const QFileInfo& folder : unsaved.entryInfoList(QDir::Dirs | QDir::NoDotAndDotDot))
+      for (const QFileInfo& each : QDir(folder.filePath()).entryInfoList({QStringLiteral("*.page")})) {
+        QFile in(each.filePath());
+        if (in.open(QIODevice::ReadOnly)) bytes += in.readAll();
+      }
+    return bytes;
+  }
+};
+
+TEST_F(DocumentsOnScreen, ATabThatIsClosedAsksForItsFile) {
+  start(htmled(), {page("one.html"), page("two.html")});
+  ASSERT_TRUE(comes_to_front(QStringLiteral("one.html")));
+  press(QStringLiteral("ctrl+Tab"));
+  ASSERT_TRUE(comes_to_front(QStringLiteral("two.html")));
+  QTest::qWait(500);
+  type(QStringLiteral("abc "));
+  ASSERT_TRUE(is_marked()) << active_title().toStdString();
+  press(QStringLiteral("ctrl+w"));
+  ASSERT_TRUE(wait_for([&] { return active_title() == QStringLiteral("HTMLed"); })) << "nobody asks";
+  press(QStringLiteral("Escape"));
+  ASSERT_TRUE(comes_to_front(QStringLiteral("two.html*"))) << "it stays";
+  press(QStringLiteral("ctrl+w"));
+  ASSERT_TRUE(wait_for([&] { return active_title() == QStringLiteral("HTMLed"); }));
+  press(QStringLiteral("Return"));  // Save
+  ASSERT_TRUE(comes_to_front(QStringLiteral("one.html")));
+  EXPECT_TRUE(file(QStringLiteral("two.html")).contains("abc The page"));
+  press(QStringLiteral("ctrl+shift+t"));
+  EXPECT_TRUE(comes_to_front(QStringLiteral("two.html"))) << "opened again";
+}
+
+TEST_F(DocumentsOnScreen, ASecondStartOpensInTheWindowThatIsThere) {
+  start(htmled(), {page("one.html")});
+  ASSERT_TRUE(comes_to_front(QStringLiteral("one.html")));
+  QProcess second;
+  second.setProcessEnvironment(surroundings());
+  second.setWorkingDirectory(path_of(QString()));
+  second.start(htmled(), {QStringLiteral("two.html")});
+  ASSERT_TRUE(second.waitForFinished(20'000)) << "it goes when its file is handed over";
+  EXPECT_EQ(second.exitCode(), 0);
+  EXPECT_TRUE(comes_to_front(QStringLiteral("two.html")));
+  press(QStringLiteral("ctrl+Tab"));
+  EXPECT_TRUE(comes_to_front(QStringLiteral("one.html")));
+}
+
+TEST_F(DocumentsOnScreen, AProgramThatWasKilledLeavesNoOtherOneWithoutAWindow) {
+  start(htmled(), {page("one.html")});
+  ASSERT_TRUE(comes_to_front(QStringLiteral("one.html")));
+  kill_program();
+  start(htmled(), {page("two.html")});
+  EXPECT_TRUE(comes_to_front(QStringLiteral("two.html")));
+}
+
+// By hand with TVX_KILLS=100.
+TEST_F(DocumentsOnScreen, WhatIsTypedIsThereAgainAfterTheProgramWasKilled) {
+  constexpr int promised_milliseconds = 10'000;
+  const int kills = std::max(2, qEnvironmentVariableIntValue("TVX_KILLS"));
+  int found = 0;
+  for (int turn = 0; turn < kills; ++turn) {
+    const QString name = QStringLiteral("turn%1.html").arg(turn);
+    write(name, "<!DOCTYPE html>\n<title>t</title>\n<p>start</p>\n");
+    start(htmled(), {path_of(name)});
+    ASSERT_TRUE(comes_to_front(name));
+    QTest::qWait(700);
+    const QString word = QStringLiteral("word%1 ").arg(turn);
+    type(word);
+    ASSERT_TRUE(is_marked());
+    QElapsedTimer since;
+    since.start();
+    // Typing goes on: no pause may be needed.
+    while (since.elapsed() < promised_milliseconds) type(QStringLiteral("x"));
+    kill_program();
+    const bool there = kept().contains(("<p>" + word.trimmed()).toUtf8());
+    found += there;
+    EXPECT_TRUE(there) << "turn " << turn;
+    if (turn + 1 == kills) break;
+    QDir(QString::fromLocal8Bit(qgetenv("XDG_STATE_HOME")) + QStringLiteral("/tvxHTML")).removeRecursively();
+  }
+  std::printf("killed %d times, found again %d times\n", kills, found);
+  start(htmled());
+  ASSERT_TRUE(wait_for([&] { return active_title() == QStringLiteral("Unsaved changes"); }));
+  press(QStringLiteral("Return"));  // Restore
+  const QString last = QStringLiteral("turn%1.html*").arg(kills - 1);
+  ASSERT_TRUE(comes_to_front(last)) << active_title().toStdString();
+  press(QStringLiteral("ctrl+s"));
+  EXPECT_TRUE(wait_for([&] {
+    return file(last.chopped(1)).contains("<p>word" + QByteArray::number(kills - 1));
+  })) << file(last.chopped(1)).toStdString();
+}
+
+TEST_F(DocumentsOnScreen, WhatIsTypedIsKeptWhenTheSystemEndsTheProgram) {
+  start(htmled(), {page("one.html")});
+  ASSERT_TRUE(comes_to_front(QStringLiteral("one.html")));
+  QTest::qWait(700);
+  type(QStringLiteral("justnow "));
+  ASSERT_TRUE(is_marked());
+  ASSERT_EQ(::kill(pid_t(program().processId()), SIGTERM), 0);
+  EXPECT_TRUE(wait_for([&] { return program().state() == QProcess::NotRunning; }));
+  EXPECT_TRUE(kept().contains("<p>justnow The page"));
+  QDir(QString::fromLocal8Bit(qgetenv("XDG_STATE_HOME")) + QStringLiteral("/tvxHTML")).removeRecursively();
+}
+
+TEST_F(DocumentsOnScreen, AFileThatAnotherProgramWritesIsAskedAboutAtFocus) {
+  start(htmled(), {page("one.html")});
+  ASSERT_TRUE(comes_to_front(QStringLiteral("one.html")));
+  QTest::qWait(700);
+  const QString window = ask({QStringLiteral("getactivewindow")});
+  ask({QStringLiteral("windowminimize"), window});
+  ASSERT_TRUE(wait_for([&] { return active_title().isEmpty(); }));
+  write(QStringLiteral("one.html"), "<!DOCTYPE html>\n<title>t</title>\n<p>Theirs</p>\n");
+  ask({QStringLiteral("windowactivate"), window});
+  ASSERT_TRUE(comes_to_front(QStringLiteral("The file has changed")));
+  press(QStringLiteral("Return"));  // Load the file
+  ASSERT_TRUE(comes_to_front(QStringLiteral("one.html")));
+  QTest::qWait(700);
+  type(QStringLiteral("mine "));
+  ASSERT_TRUE(is_marked());
+  press(QStringLiteral("ctrl+s"));
+  EXPECT_TRUE(wait_for([&] { return file(QStringLiteral("one.html")).contains("<p>mine Theirs</p>"); }));
+}
+
+}  // namespace
+}  // namespace tvx::x11
