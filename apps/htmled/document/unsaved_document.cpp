@@ -70,7 +70,7 @@ DocumentPage::FileStamp DocumentPage::present_stamp() const {
   return path().isEmpty() || !file.exists() ? FileStamp{} : FileStamp{file.lastModified(), file.size()};
 }
 
-// A look at the folder costs nothing; only where time or size are others is the file read.
+// To ask the folder costs nothing; only where time or size are others is the file read.
 void DocumentPage::look_at_file() {
   if (!mark_ || loading_ || pending_ || path().isEmpty() || QApplication::activeModalWidget()) return;
   const FileStamp now = present_stamp();

@@ -40,7 +40,7 @@ QStringList languages() {
 }  // namespace
 
 PropertiesDialog::PropertiesDialog(const PageProperties& properties, const QString& name, QWidget* parent)
-    : QDialog(parent), before_(properties), sheets_(new SheetsField(this)), preview_(new QCheckBox(this)) {
+    : QDialog(parent), before_(properties), sheets_(new SheetsField) {
   setObjectName(QStringLiteral("page_properties"));
   setWindowTitle(tr("Properties of “%1”").arg(name));
   constexpr int pause = 250;
@@ -54,6 +54,7 @@ PropertiesDialog::PropertiesDialog(const PageProperties& properties, const QStri
   tabs->addTab(sheets_, tr("&Style sheets"));
   sheets_->set_sheets(properties.sheets);
   connect(sheets_, &SheetsField::changed, later, qOverload<>(&QTimer::start));
+  preview_ = new QCheckBox(this);  // after the tabs, in whose first field the keyboard is
   preview_->setText(tr("Show changes in the &page"));
   preview_->setObjectName(QStringLiteral("preview"));
   preview_->setChecked(true);
@@ -68,6 +69,7 @@ PropertiesDialog::PropertiesDialog(const PageProperties& properties, const QStri
   layout->addWidget(preview_);
   layout->addWidget(buttons);
   resize(560, 420);
+  findChild<QLineEdit*>(QStringLiteral("title"))->setFocus();
 }
 
 QWidget* PropertiesDialog::make_general() {

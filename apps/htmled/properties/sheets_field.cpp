@@ -13,6 +13,15 @@
 #include "tvx/qt/support/strings.h"
 
 namespace tvx::htmled {
+namespace {
+
+QString label_of(const files::PageProperties::Sheet& sheet) {
+  const QString first = qt::to_qt(sheet.text).trimmed().section(u'\n', 0, 0);
+  if (!sheet.linked) return SheetsField::tr("In the page: %1").arg(first);
+  return first.isEmpty() ? SheetsField::tr("A linked sheet") : first;
+}
+
+}  // namespace
 
 SheetsField::SheetsField(QWidget* parent)
     : QWidget(parent),
@@ -89,11 +98,7 @@ void SheetsField::show_list(int row) {
   {
     const QScopedValueRollback<bool> showing(showing_, true);
     list_->clear();
-    for (const auto& sheet : sheets_) {
-      const QString first = qt::to_qt(sheet.text).trimmed().section(u'\n', 0, 0);
-      list_->addItem(sheet.linked ? (first.isEmpty() ? tr("A linked sheet") : first)
-                                  : tr("In the page: %1").arg(first));
-    }
+    for (const auto& sheet : sheets_) list_->addItem(label_of(sheet));
     list_->setCurrentRow(std::min(row, int(sheets_.size()) - 1));
   }
   show_text();
@@ -119,6 +124,7 @@ void SheetsField::take_text() {
   auto& sheet = sheets_[std::size_t(row)];
   const QString text = text_->toPlainText();
   sheet.text = qt::from_qt(sheet.linked ? text.simplified() : text);
+  list_->item(row)->setText(label_of(sheet));
   emit changed();
 }
 

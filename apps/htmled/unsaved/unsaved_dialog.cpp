@@ -58,7 +58,9 @@ void UnsavedDialog::add_buttons() {
     });
     return button;
   };
-  add(tr("&Restore"), "restore", QDialogButtonBox::AcceptRole, Answer::Restore)->setDefault(true);
+  QPushButton* restore = add(tr("&Restore"), "restore", QDialogButtonBox::AcceptRole, Answer::Restore);
+  restore->setDefault(true);
+  restore->setFocus();
   add(tr("&Discard"), "discard", QDialogButtonBox::DestructiveRole, Answer::Discard);
   add(tr("Ask me &later"), "later", QDialogButtonBox::RejectRole, Answer::Later);
   layout()->addWidget(buttons);
