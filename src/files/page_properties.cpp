@@ -50,7 +50,8 @@ std::vector<dom::Element*> sheets_of(const dom::Document& document) {
   for (dom::Node* child = head ? head->first_child() : nullptr; child; child = child->next_sibling()) {
     if (!child->is(Tag::Style) && !child->is(Tag::Link)) continue;
     auto* element = static_cast<dom::Element*>(child);
-    const auto words = split_on_space(ascii_lower(value_of(element, u"rel")));
+    const std::u16string relations = ascii_lower(value_of(element, u"rel"));
+    const auto words = split_on_space(relations);
     if (child->is(Tag::Style) || std::ranges::find(words, u"stylesheet") != words.end())
       sheets.push_back(element);
   }
