@@ -24,7 +24,9 @@ void Window::changeEvent(QEvent* event) {
     for (DocumentPage* page : tabs_->pages()) page->keep_now();
 }
 
+// What was typed last is still on its way to the document.
 void Window::keep_everything() {
+  front_->finish_typing();
   for (DocumentPage* page : tabs_->pages()) page->keep_now();
   kept_pages_.finish();
 }
