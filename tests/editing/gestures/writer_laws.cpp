@@ -43,6 +43,30 @@ std::size_t unknown_letters_in(const Element& host) {
   return letters;
 }
 
+const Node* cell_of(const Node* node) {
+  while (node && !node->is(Tag::Td) && !node->is(Tag::Th)) node = node->parent();
+  return node;
+}
+
+/// Letters that are not in the range, white space left out. Of cells whole rectangles are selected: there
+/// none is asked for.
+std::size_t letters_outside(const Element& host, const dom::Range& range) {
+  if (range.start && cell_of(range.start.node) != cell_of(range.end.node)) return 0;
+  std::size_t letters = 0;
+  for (Node* node = host.first_child(); node; node = dom::next_in_order(*node, &host)) {
+    const auto* text = dom::as<dom::Text>(node);
+    if (!text) continue;
+    for (Offset at = 0; at < text->length(); ++at) {
+      const char16_t letter = text->data()[at];
+      if (is_ascii_space(letter) || letter == u'\u00A0') continue;
+      const bool selected = range.start && !range.collapsed() && dom::compare({node, at}, range.start) >= 0 &&
+                            dom::compare({node, at}, range.end) < 0;
+      letters += !selected;
+    }
+  }
+  return letters;
+}
+
 /// A colour that was only chosen is told as it was written.
 std::u16string told(const std::u16string& value) { return value == u"#ff0000" ? u"rgb(255, 0, 0)" : value; }
 
@@ -169,6 +193,8 @@ Moment Moment::of(Editor& editor, Element& host, GestureKind next) {
     moment.beside_blocks = stands_beside_blocks(*block);
     if (next == GestureKind::Type || next == GestureKind::Enter) moment.style = style_of(editor);
   }
+  if (next == GestureKind::Type || next == GestureKind::Enter || next == GestureKind::LineBreak)
+    moment.letters = letters_outside(host, range);
   if (next == GestureKind::Journal) return moment;
   if (moment.collapsed) moment.unknown_letters = unknown_letters_in(host);
   const bool by_key = next == GestureKind::Delete || next == GestureKind::DeleteWord;
@@ -189,6 +215,7 @@ std::string broken_law(Editor& editor, Element& host, const Moment& before, Gest
   if (law.empty() && done == GestureKind::Enter) law = broken_law_of_enter(editor);
   if (law.empty() && (done == GestureKind::Type || done == GestureKind::Enter))
     law = broken_law_of_style(editor, before, in_heading);
+  if (law.empty() && letters_outside(host, {}) < before.letters) law = "what wasn't selected is still read";
   if (!law.empty()) return law;
   for (const dom::Ref<Node>& node : before.kept)
     if (!is_in(host, *node))
