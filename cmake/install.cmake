@@ -40,10 +40,10 @@ function(tvx_installed_library name component)
       set(skip EXCLUDE_FROM_ALL)
     endif()
     install(TARGETS ${target} EXPORT tvxHTML-${component}-${kind}
-      LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT ${kind} ${skip}
+      LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT ${kind} NAMELINK_COMPONENT ${kind}-development ${skip}
       ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT ${kind} ${skip})
     install(EXPORT tvxHTML-${component}-${kind} NAMESPACE tvxHTML:: FILE tvxHTML-${component}-${kind}.cmake
-      DESTINATION ${TVX_PACKAGE_FOLDER} COMPONENT ${kind} ${skip})
+      DESTINATION ${TVX_PACKAGE_FOLDER} COMPONENT ${kind}-development ${skip})
     tvx_install_pkg_config(${name} ${kind} "${ARG_ON}" "${ARG_PACKAGES}" "${ARG_PUBLIC_PACKAGES}" ${skip})
   endforeach()
 
@@ -68,7 +68,7 @@ function(tvx_install_pkg_config name kind on packages public_packages)
   list(JOIN TVX_REQUIRES_PRIVATE " " TVX_REQUIRES_PRIVATE)
   configure_file(${PROJECT_SOURCE_DIR}/cmake/library.pc.in ${PROJECT_BINARY_DIR}/pkgconfig/${kind}/${name}.pc @ONLY)
   install(FILES ${PROJECT_BINARY_DIR}/pkgconfig/${kind}/${name}.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig
-    COMPONENT ${kind} ${ARGN})
+    COMPONENT ${kind}-development ${ARGN})
 endfunction()
 
 tvx_installed_library(tvxhtml-core Core
