@@ -41,7 +41,11 @@ void Leftovers::mutated(const Mutation& mutation) {
 
 namespace {
 
-bool can_go(const Node& node) { return node.parent() && is_editable(node) && dom::is_connected(node); }
+// The host stands near the root; climbing there from each of hundreds of levels would not be.
+bool can_go(const Node& node) {
+  const Node* host = editing_host_of(node);
+  return node.parent() && host && host != &node && dom::is_connected(*host);
+}
 
 /// Only texts without content, which nobody sees in the source either.
 bool is_void_of_content(const Node& node) {
