@@ -23,7 +23,7 @@ using editing::test::Action;
 using editing::test::Case;
 
 /// Each shows a window of its own, so that no test takes long on a busy machine.
-constexpr unsigned shards = 3;
+constexpr unsigned shards = 6;
 
 /// The X server's names of keys, one after the other; nothing where nobody can press them here.
 using Keys = QStringList;
@@ -140,14 +140,14 @@ class CasesOnScreen : public EditorOnScreen, public testing::WithParamInterface<
   }
 
   void play(const Case& tested) {
+    SCOPED_TRACE(tested.file + ":" + std::to_string(tested.line) + ": " + tested.title);
     editing::load_marked(document().editor(), *document().body(), from_utf8(tested.before));
     for (const Action& action : tested.actions) {
       act(action);
       if (HasFatalFailure()) return;
     }
     press_waiting();
-    EXPECT_EQ(marked(), tested.after)
-        << tested.file << ":" << tested.line << ": " << tested.title << "\nfrom " << tested.before;
+    EXPECT_EQ(marked(), tested.after) << "from " << tested.before;
   }
 
   Keys waiting_;  // not pressed yet
