@@ -5,6 +5,7 @@
 #include "tvx/editing/deletion/deletion.h"
 #include "tvx/editing/editor.h"
 #include "tvx/editing/facts/gap.h"
+#include "tvx/editing/facts/lines.h"
 #include "tvx/editing/facts/predicates.h"
 #include "tvx/editing/walk/content_walk.h"
 #include "tvx/editing/walk/whitespace.h"
@@ -80,7 +81,7 @@ void ForwardDelete::find_target() {
     } else if (!is_editing_host(node) && ((spot_.at_end() && is_inline_node(node)) || is_invisible(node))) {
       spot_.leave_forward();
     } else if (next && !is_block_node(*next) && !next->is(Tag::Br) && !is_object(*next) &&
-               !is_collapsed_block_prop(*next)) {
+               !is_island(*next) && !is_collapsed_block_prop(*next)) {
       spot_.enter_start(*next);
     } else {
       return;
