@@ -26,13 +26,6 @@ bool owns_sheet(const Element& element) {
   return element.is(Tag::Style) || (element.is(Tag::Link) && has_relation(element, u"stylesheet"));
 }
 
-bool may_own_sheet_below(const Node& node) {
-  for (const Node* current = &node; current; current = next_in_order(*current, &node)) {
-    if (current->is(Tag::Link) || current->is(Tag::Style)) return true;
-  }
-  return false;
-}
-
 constexpr std::size_t few_sheets = 8;
 
 /// Whether the sheet has a say in what the document looks like.
@@ -56,21 +49,19 @@ SheetList::~SheetList() {
   }
 }
 
-void SheetList::note(const Mutation& mutation, Place place) {
+void SheetList::note(const Mutation& mutation, bool in_tree) {
   const Element* parent = as<Element>(mutation.parent);
-  const NodeId left_without = std::exchange(left_without_, NodeId{});
   switch (mutation.type) {
     case Mutation::Type::ReplaceData:
       if (mutation.node->parent() && mutation.node->parent()->is(Tag::Style)) note_text();
       break;
     case Mutation::Type::Insert:
       if (parent && parent->is(Tag::Style)) note_text();
-      // What is put together elsewhere is looked through when it comes into the tree.
-      if (mutation.node->id() != left_without && place != Place::Elsewhere) note_coming(*mutation.node);
+      note_coming(*mutation.node);
       break;
     case Mutation::Type::Remove:
       if (parent && parent->is(Tag::Style)) note_text();
-      note_leaving(*mutation.node, place);
+      note_leaving(*mutation.node, in_tree);
       break;
     case Mutation::Type::SetAttribute: note_attribute(mutation, *as<Element>(mutation.node)); break;
   }
@@ -78,23 +69,44 @@ void SheetList::note(const Mutation& mutation, Place place) {
 
 void SheetList::note_coming(const Node& node) {
   if (!may_own_sheet_below(node)) return;
+  ++without_epoch_;
   list_changed_ = rules_changed_ = true;
   links_changed();
 }
 
-// What is moved leaves first: a whole document lifted out of an element is not gone through for each level.
 // What leaves a tree of its own, a fragment, may bring sheets that nobody knows yet.
-void SheetList::note_leaving(const Node& node, Place place) {
-  if (place == Place::Tree ? held_a_sheet(node) : may_own_sheet_below(node)) {
-    list_changed_ = rules_changed_ = true;
-    links_changed();
-  } else {
-    left_without_ = node.id();
+void SheetList::note_leaving(const Node& node, bool in_tree) {
+  if (!(in_tree ? held_a_sheet(node) : may_own_sheet_below(node))) return;
+  list_changed_ = rules_changed_ = true;
+  links_changed();
+}
+
+// Each node is gone through once until a sheet comes: nested elements are moved level by level, each with all
+// that is below it.
+bool SheetList::may_own_sheet_below(const Node& node) {
+  const auto is_known = [&](const Node& at) {
+    const auto id = std::size_t(at.id());
+    return id < without_.size() && without_[id] == without_epoch_;
+  };
+  std::vector<std::size_t> without;
+  for (const Node* current = &node; current;) {
+    if (is_known(*current)) {
+      current = next_skipping_children(*current, &node);
+      continue;
+    }
+    if (current->is(Tag::Link) || current->is(Tag::Style)) return true;
+    without.push_back(std::size_t(current->id()));
+    current = next_in_order(*current, &node);
   }
+  for (const std::size_t id : without) {
+    if (id >= without_.size()) without_.resize(id + id / 2 + 1);
+    without_[id] = without_epoch_;
+  }
+  return false;
 }
 
 // A few sheets are asked where they stand, which is mostly not deep.
-bool SheetList::held_a_sheet(const Node& node) const {
+bool SheetList::held_a_sheet(const Node& node) {
   if (list_changed_ || sheets_.size() > few_sheets) return may_own_sheet_below(node);
   return std::any_of(sheets_.begin(), sheets_.end(), [&](const StyleSheetHandle& sheet) {
     return is_inclusive_ancestor(node, sheet->owner());

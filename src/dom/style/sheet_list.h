@@ -15,9 +15,6 @@ namespace tvx::dom::style {
 
 class LinkObserver;
 
-/// Where something happens, as far as that is known without a climb to the root.
-enum class Place : std::uint8_t { Tree, Elsewhere, Unknown };
-
 /// The sheets of a document, and their rules as the cascade needs them. Hears of every mutation and notes
 /// what it leaves to be done; the work is done when somebody asks.
 class SheetList {
@@ -25,9 +22,9 @@ class SheetList {
   SheetList(Document& document, StyleEngine& engine) : document_(document), engine_(engine) {}
   ~SheetList();
 
-  /// Whether the mutation, or anything else since the last rules(), can have changed the rules. `place` is
-  /// its parent's.
-  void note(const Mutation& mutation, Place place);
+  /// Whether the mutation, or anything else since the last rules(), can have changed the rules. `in_tree`:
+  /// its parent is known to stand in the document.
+  void note(const Mutation& mutation, bool in_tree);
   bool rules_changed() const { return rules_changed_; }
 
   const std::vector<StyleSheetHandle>& sheets();
@@ -46,8 +43,9 @@ class SheetList {
 
  private:
   void note_coming(const Node& node);
-  void note_leaving(const Node& node, Place place);
-  bool held_a_sheet(const Node& node) const;
+  void note_leaving(const Node& node, bool in_tree);
+  bool may_own_sheet_below(const Node& node);
+  bool held_a_sheet(const Node& node);
   void note_text();
   void note_attribute(const Mutation& mutation, const Element& element);
   void links_changed();
@@ -58,7 +56,9 @@ class SheetList {
   StyleEngine& engine_;
   LinkObserver* observer_ = nullptr;
   bool list_changed_ = true, rules_changed_ = true;
-  NodeId left_without_{};  // what has left the tree just now, if no sheet went with it
+  /// By NodeId: with this number a node has no element below it, nor is one, that may own a sheet.
+  std::vector<std::uint32_t> without_;
+  std::uint32_t without_epoch_ = 1;  // another one for each sheet that comes
   std::vector<StyleSheetHandle> sheets_;
   std::vector<std::weak_ptr<StyleSheet>> dropped_;  // may still be held by somebody
   std::vector<std::vector<Rule>> extra_sheets_;

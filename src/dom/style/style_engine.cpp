@@ -1,6 +1,5 @@
 #include "tvx/dom/style/style_engine.h"
 
-#include <array>
 #include <unordered_map>
 
 #include "tvx/base/work_count.h"
@@ -47,8 +46,6 @@ class StyleEngine::Impl {
  private:
   void forget_all();
   void forget_subtree(const Node& root);
-  Place place_of(const Mutation& mutation);
-  bool is_in_tree(NodeId id) const { return id == in_tree_[0] || id == in_tree_[1]; }
   void note_attribute(const Mutation& mutation);
   ComputedValues compute(const Element& element, const ComputedValues* parent);
   const std::vector<PropertyValue>& inline_values(const std::u16string& text);
@@ -57,7 +54,6 @@ class StyleEngine::Impl {
 
   Document& document_;
   bool quirks_ = false;
-  std::array<NodeId, 2> in_tree_{};   // nodes that stand in the document; empty where none is known
   bool uses_text_direction_ = false;  // some answer came from an element's text
   const RuleIndex* rules_ = nullptr;
   KnownValues known_;
@@ -90,7 +86,8 @@ void StyleEngine::Impl::forget_subtree(const Node& root) {
 }
 
 void StyleEngine::Impl::mutated(const Mutation& mutation) {
-  sheets.note(mutation, place_of(mutation));
+  // Only of elements in the tree something is known.
+  sheets.note(mutation, mutation.parent && known_.find(*mutation.parent));
   if (known_.empty()) return;
   const SelectorUse& use = rules_->use();
   switch (mutation.type) {
@@ -107,28 +104,6 @@ void StyleEngine::Impl::mutated(const Mutation& mutation) {
       break;
     case Mutation::Type::SetAttribute: note_attribute(mutation); break;
   }
-}
-
-// Only of elements in the tree something is known; and changes come one beside the other.
-Place StyleEngine::Impl::place_of(const Mutation& mutation) {
-  constexpr int few_levels = 8;
-  if (!mutation.parent) return Place::Unknown;
-  Place place = Place::Unknown;
-  const Node* node = mutation.parent.get();
-  for (int level = 0; level < few_levels && place == Place::Unknown; ++level, node = node->parent()) {
-    if (is_in_tree(node->id()) || known_.find(*node) || node->type() == NodeType::Document)
-      place = Place::Tree;
-    else if (!node->parent())
-      place = Place::Elsewhere;
-  }
-  // What has left may have been one of them, or held one.
-  const bool left = mutation.type == Mutation::Type::Remove;
-  if (left && (mutation.node->has_children() || is_in_tree(mutation.node->id()))) in_tree_ = {};
-  if (place == Place::Tree) {
-    const Node* around = mutation.parent->parent();
-    in_tree_ = {mutation.parent->id(), around ? around->id() : NodeId{}};
-  }
-  return place;
 }
 
 void StyleEngine::Impl::note_attribute(const Mutation& mutation) {
