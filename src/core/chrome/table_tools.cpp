@@ -99,7 +99,11 @@ void TableTools::put_in(const std::u16string& html) {
   attempt([&] {
     const auto kept = browser().Document();
     editing::Editor& editor = browser_document().editor();
+    const auto known = tables_of(editor.document());
     editing::create_text_range(editor).paste_html(html);
+    // Who makes a table fills it.
+    if (dom::Node* cell = first_new_cell(editor.document(), known))
+      browser_document().select([&](editing::Selection& selection) { selection.collapse({cell, 0}); });
   });
   mark_changed();
 }
