@@ -45,8 +45,15 @@ void EditorOnScreen::wait_for_caret() {
   EXPECT_TRUE(settle());
 }
 
-std::string EditorOnScreen::html() { return to_utf8(dom::inner_html(*document().body())); }
-std::string EditorOnScreen::text() { return to_utf8(dom::text_content(*document().body())); }
+// A tab has no body yet while its document comes.
+std::string EditorOnScreen::html() {
+  const dom::Element* body = document().body();
+  return body ? to_utf8(dom::inner_html(*body)) : "";
+}
+std::string EditorOnScreen::text() {
+  const dom::Element* body = document().body();
+  return body ? to_utf8(dom::text_content(*body)) : "";
+}
 
 bool EditorOnScreen::settle() {
   for (int i = 0; i < 3; ++i) loop_.pump(0);

@@ -132,6 +132,7 @@ constexpr Row rows[] = {
     {"spelling", Effect::Dialog, u"<P id=a lang=en>onne two</P>"},
     {"waves", Effect::View},
     {"auto-format", Effect::View},
+    {"page-properties", Effect::Dialog},
     {"keys", Effect::Dialog},
     {"about", Effect::Dialog},
 };

@@ -106,7 +106,9 @@ void Commands::show_words() {
   for (const Entry& entry : entries_) {
     if (!entry.own) continue;
     entry.own->setText(Window::tr(entry.command->text));
-    if (entry.command->kind == Kind::Own) show_state(*entry.command);
+    if (entry.command->kind != Kind::Own) continue;
+    show_state(*entry.command);
+    entry.own->setEnabled(true);  // for its keys
   }
 }
 

@@ -127,7 +127,10 @@ class WindowTest : public testing::Test {
     });
     watch.start(10);
     for (QAction* action : window_.findChildren<QAction*>())
-      if (action->text().remove(u'&').remove(u'…') == item) action->trigger();
+      if (action->text().remove(u'&').remove(u'…') == item) {
+        action->trigger();
+        break;  // what it does may take others away
+      }
     return asked;
   }
 
