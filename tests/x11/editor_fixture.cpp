@@ -45,14 +45,14 @@ void EditorOnScreen::wait_for_caret() {
   EXPECT_TRUE(settle());
 }
 
-// A tab has no body yet while its document comes.
+// A tab has no page yet while its document comes.
 std::string EditorOnScreen::html() {
-  const dom::Element* body = document().body();
-  return body ? to_utf8(dom::inner_html(*body)) : "";
+  const auto page = control().DOM();
+  return page && page->body() ? to_utf8(dom::inner_html(*page->body())) : "";
 }
 std::string EditorOnScreen::text() {
-  const dom::Element* body = document().body();
-  return body ? to_utf8(dom::text_content(*body)) : "";
+  const auto page = control().DOM();
+  return page && page->body() ? to_utf8(dom::text_content(*page->body())) : "";
 }
 
 bool EditorOnScreen::settle() {
