@@ -219,8 +219,12 @@ TEST_F(SpellingOnScreen, AWordIsAddedByTheMenu) {
 
 TEST_F(SpellingOnScreen, ALongRunShowsHowFarItIsAndIsEnded) {
   QByteArray page = "<body>";
-  for (int i = 0; i < 20000; ++i)
-    page += "<p>Some words that are all right in each of the many lines here.</p>";
+  for (int i = 0; i < 20000; ++i) {
+    page += "<p>";
+    for (int words = 0; words < 4; ++words)
+      page += "Some words that are all right in each of the many lines here. ";
+    page += "</p>";
+  }
   start(page);
   control().set_CheckSpellingAsYouType(false);
   bool seen = false, alive = false;
