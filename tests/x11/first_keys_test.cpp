@@ -1,5 +1,3 @@
-#include <QTest>
-
 #include "x11/hands.h"
 #include "x11/managed_screen.h"
 
@@ -67,7 +65,7 @@ TEST_F(FirstKeys, SavingTakesAllThatWasTypedBefore) {
     ask({QStringLiteral("key"), QStringLiteral("--delay"), QStringLiteral("0"), QStringLiteral("w"),
          QString::number(round), QStringLiteral("ctrl+s")});
     text += word.toLatin1();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return file(QStringLiteral("page.html")).contains(text); }, 3000))
+    EXPECT_TRUE(wait_for([&] { return file(QStringLiteral("page.html")).contains(text); }))
         << text.toStdString() << " in " << file(QStringLiteral("page.html")).toStdString();
   }
 }

@@ -18,9 +18,7 @@
 #include "tvx/base/error.h"
 #include "tvx/base/text_file.h"
 #include "tvx/browser/html_document.h"
-#include "tvx/browser/input/input_queue.h"
 #include "tvx/browser/loading/page_source.h"
-#include "tvx/browser/view/document_view.h"
 #include "tvx/core/htmled.h"
 #include "tvx/htmled_widget.h"
 #include "tvx/qt/support/strings.h"
@@ -204,15 +202,7 @@ void DocumentPage::ask_and_revert() {
 // --- saving ---
 
 void DocumentPage::finish_typing() {
-  if (!editor_) return;
-  constexpr std::int64_t longest = browser::InputQueue::patience + browser::InputQueue::deadline;
-  const std::int64_t end = around_.loop.now() + longest;
-  const QPointer<DocumentPage> alive(this);
-  // A key that the view has got stands in its inbox for a turn of the loop, where nobody else sees it.
-  const auto read = std::make_shared<bool>(false);
-  around_.loop.post([read] { *read = true; });
-  while (!*read && around_.loop.now() < end) around_.loop.pump(5);
-  while (alive && editor_->document_view().input_waits() && around_.loop.now() < end) around_.loop.pump(5);
+  if (editor_) editor_->finish_input();
 }
 
 bool DocumentPage::with_document(const std::function<void(const dom::Document&)>& act) {

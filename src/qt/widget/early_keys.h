@@ -25,6 +25,8 @@ class EarlyKeys final : public QObject {
 
   /// From here on until the first caret stands.
   void start();
+  /// Keys wait. They do so for a limited time.
+  bool has_keys() const { return !keys_.empty(); }
 
  private:
   bool eventFilter(QObject* watched, QEvent* event) override;

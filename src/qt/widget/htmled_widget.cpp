@@ -13,6 +13,7 @@
 #include <utility>
 
 #include "tvx/base/error.h"
+#include "tvx/browser/input/input_queue.h"
 #include "tvx/browser/view/document_view.h"
 #include "tvx/core/htmled.h"
 #include "tvx/platform/container.h"
@@ -354,6 +355,20 @@ void HTMLedWidget::start() {
   if (parts_ != parts) return;
   parts->take_first_focus();
   parts->first_caret_->set_later();
+}
+
+void HTMLedWidget::finish_input() {
+  constexpr std::int64_t longest = browser::InputQueue::patience + browser::InputQueue::deadline;
+  platform::MessageLoop& loop = message_loop();
+  const QPointer<HTMLedWidget> alive(this);
+  // What was pressed before the page had a caret belongs to it as well.
+  while (alive && parts_->early_keys_.has_keys()) loop.pump(5);
+  const std::int64_t end = loop.now() + longest;
+  // A key that the view has got stands in its inbox for a turn of the loop, where nobody else sees it.
+  const auto read = std::make_shared<bool>(false);
+  loop.post([read] { *read = true; });
+  while (alive && !*read && loop.now() < end) loop.pump(5);
+  while (alive && document_view().input_waits() && loop.now() < end) loop.pump(5);
 }
 
 void HTMLedWidget::resizeEvent(QResizeEvent* event) { parts_->resize(event->size()); }

@@ -1,15 +1,10 @@
 #include <QMetaEnum>
-#include <QPointer>
 #include <algorithm>
 #include <cmath>
-#include <memory>
 
-#include "tvx/browser/input/input_queue.h"
-#include "tvx/browser/view/document_view.h"
 #include "tvx/core/commands/selection_formats.h"
 #include "tvx/core/htmled.h"
 #include "tvx/htmled_widget.h"
-#include "tvx/platform/message_loop.h"
 #include "tvx/qt/support/strings.h"
 #include "tvx/qt/web/web_view.h"
 #include "tvx/qt/widget/host_bars.h"
@@ -82,17 +77,5 @@ bool HTMLedWidget::dark_page() const { return view().is_dark(); }
 void HTMLedWidget::set_dark_page(bool on) { view().set_dark(on); }
 
 void HTMLedWidget::insert_table(int rows, int columns) { control().insert_table(rows, columns); }
-
-void HTMLedWidget::finish_input() {
-  constexpr std::int64_t longest = browser::InputQueue::patience + browser::InputQueue::deadline;
-  platform::MessageLoop& loop = message_loop();
-  const std::int64_t end = loop.now() + longest;
-  // A key that the view has got stands in its inbox for a turn of the loop, where nobody else sees it.
-  const auto read = std::make_shared<bool>(false);
-  loop.post([read] { *read = true; });
-  const QPointer<HTMLedWidget> alive(this);
-  while (alive && !*read && loop.now() < end) loop.pump(5);
-  while (alive && document_view().input_waits() && loop.now() < end) loop.pump(5);
-}
 
 }  // namespace tvx::qt

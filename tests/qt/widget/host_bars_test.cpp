@@ -51,6 +51,18 @@ class HostBarsOf : public testing::Test {
   HTMLedWidget widget_{loop_};
 };
 
+/// The page comes later than the window: who typed meanwhile and saves means both.
+TEST_F(HostBarsOf, InputBeforeThePageIsThereIsFinishedToo) {
+  widget_.set_DocumentHTML(QStringLiteral("<p>page</p>"));
+  widget_.show();
+  ASSERT_FALSE(widget_.document_view().settled());
+  QTest::keyClick(widget_.view().widget(), 'o');
+  QTest::keyClick(widget_.view().widget(), 'n');
+  ASSERT_FALSE(widget_.DocumentHTML().contains(QStringLiteral("on")));
+  widget_.finish_input();
+  EXPECT_THAT(widget_.DocumentHTML().toStdString(), testing::HasSubstr("<P>onpage</P>"));
+}
+
 TEST_F(HostBarsOf, EachOperationHasAnActionWithItsWords) {
   const QMetaEnum names = QMetaEnum::fromType<Action>();
   std::set<std::u16string> offered;
