@@ -1,7 +1,7 @@
 # What a host sees of the control is described once, in src/library/tvxhtml.interface. From there the build writes code,
 # included as "tvx/interface/<piece>.inc", and those headers of hosts whose form is include/tvx/<header>.in.
 
-set(TVX_WRITTEN_HEADERS enumerations.h events.h htmled.h htmled_widget.h)
+set(TVX_WRITTEN_HEADERS enumerations.h events.h htmled.h htmled_widget.h tvxhtml.h)
 # The layers that include pieces.
 set(TVX_WRITTEN_LAYERS transfer core library windowless automation qt)
 

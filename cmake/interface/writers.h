@@ -13,6 +13,7 @@ void write_core(const Interface& interface, Pieces& pieces);
 void write_library(const Interface& interface, Pieces& pieces);
 void write_relays(const Interface& interface, Pieces& pieces);
 void write_hosts(const Interface& interface, Pieces& pieces);
+void write_c(const Interface& interface, Pieces& pieces);
 /// docs/reference.md.
 std::string reference(const Interface& interface);
 
@@ -31,5 +32,7 @@ std::string result_type(const Interface& interface, const Entry& entry, Face fac
 std::string parameter_list(const Interface& interface, const Entry& entry, Face face, bool with_defaults);
 std::string setter_parameter(const Interface& interface, const Entry& property, Face face);
 std::string signal_parameters(const Interface& interface, const Entry& event);
+/// A member as late binding has it: "Open_document(strURL: string&, openEntireDoc: boolean&)".
+std::string c_signature(const Entry& entry);
 /// The name of an operation's parameter that is its result in C++, "" where it is none.
 std::string returned_parameter(const Entry& operation);
