@@ -51,6 +51,18 @@ TEST_F(FormatBarOnScreen, ShowsWhatIsSelected) {
   EXPECT_EQ(box("sizes").currentIndex(), -1);
 }
 
+TEST_F(FormatBarOnScreen, NamesTheStylesInTheLanguageOfTheProgram) {
+  start("<p id=p>Wort</p>");
+  window_->speak(*window_->languages().find(QStringLiteral("de")));
+  EXPECT_TRUE(wait_for([&] { return shown("styles") == QStringLiteral("Absatz"); }))
+      << shown("styles").toStdString();
+  hands::press(QStringLiteral("ctrl+n"));
+  EXPECT_TRUE(wait_for([&] { return window_->findChildren<qt::HTMLedWidget*>().size() == 2; }));
+  wait_for_caret();
+  EXPECT_TRUE(wait_for([&] { return shown("styles") == QStringLiteral("Absatz"); }))
+      << shown("styles").toStdString();
+}
+
 TEST_F(FormatBarOnScreen, AChoiceKeepsSelectionAndKeyboard) {
   start("<body style='margin:20px'><p id=p>words here</p>");
   select(QStringLiteral("#p"));

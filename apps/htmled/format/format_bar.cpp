@@ -113,14 +113,18 @@ void FormatBar::set_editor(HTMLedWidget& editor) {
   });
   // Where the page can't be formatted the whole bar is grey.
   const auto follow = [this] {
-    const bool can_act = editor_ && editor_->action(HTMLedWidget::Action::Paragraph)->isEnabled();
+    if (!editor_) return;
+    const bool can_act = editor_->action(HTMLedWidget::Action::Paragraph)->isEnabled();
     for (QWidget* each :
          std::initializer_list<QWidget*>{styles_, fonts_, sizes_, text_, highlight_, classes_})
       each->setEnabled(can_act);
+    // A new editor learns its language later than the program.
+    if (styles_->itemText(0) == word_of(*editor_, styles[0].action)) return;
+    fill_styles();
+    show_format();
   };
   connect(editor.action(HTMLedWidget::Action::Paragraph), &QAction::changed, this, follow);
   follow();
-  fill_styles();
   fill_classes();
   show_format();
 }
