@@ -16,6 +16,7 @@
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QPushButton>
+#include <QSaveFile>
 #include <QStyleHints>
 #include <QVBoxLayout>
 #include <QWebChannel>
@@ -23,6 +24,7 @@
 #include <cassert>
 #include <iostream>
 
+#include "tvx/qt/print/sheet_jobs.h"
 #include "tvx/qt/support/clipboard.h"
 #include "tvx/qt/support/keys.h"
 #include "tvx/qt/support/modal.h"
@@ -121,7 +123,7 @@ WebView::Private::~Private() {
   if (view_) view_->removeEventFilter(this);
   if (input_widget_) input_widget_->removeEventFilter(this);
   // The page goes before the profile, whatever becomes of the widgets.
-  delete page_;
+  let_go(page_);
   delete stack_;
 }
 
@@ -574,6 +576,15 @@ void WebView::print(bool with_dialog, std::function<void(bool)> done) {
                          if (done) loop->post([done, printed] { done(printed); });
                        });
   d_->view_->print(printer.get());
+}
+
+void WebView::print_into(const QString& path, std::function<void(bool)> done) {
+  make_sheets(*d_->page_, QPageLayout(QPageSize(QPageSize::A4), QPageLayout::Portrait, QMarginsF()),
+              [path, done = std::move(done)](const QByteArray& pdf) {
+                QSaveFile file(path);
+                done(!pdf.isEmpty() && file.open(QIODevice::WriteOnly) && file.write(pdf) == pdf.size() &&
+                     file.commit());
+              });
 }
 
 }  // namespace tvx::qt

@@ -43,6 +43,8 @@ class WebView final : public browser::View {
   /// Brings an element to the window's top. Nothing happens to one that the page doesn't know.
   void scroll_into_view(dom::NodeId element, bool at_top) override;
   void print(bool with_dialog, std::function<void(bool)> done) override;
+  /// Into a PDF file, which is written even if the view goes meanwhile: `done` must do without it.
+  void print_into(const QString& path, std::function<void(bool)> done);
   /// How much of it something else covers, from its upper and its lower edge on: what is selected is scrolled
   /// into the rest.
   void set_covered(int top, int bottom);

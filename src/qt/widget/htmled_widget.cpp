@@ -7,7 +7,6 @@
 #include <QPrinterInfo>
 #include <QResizeEvent>
 #include <QTimer>
-#include <QWebEnginePage>
 #include <algorithm>
 #include <optional>
 #include <utility>
@@ -260,13 +259,9 @@ void HTMLedWidget::Parts::print(bool with_dialog) {
       if (widget_) emit widget_->print_finished(done);
     });
   }
-  QWebEnginePage* page = view_.page();
-  connect(page, &QWebEnginePage::pdfPrintingFinished, widget_,
-          [page, widget = widget_](const QString&, bool done) {
-            disconnect(page, &QWebEnginePage::pdfPrintingFinished, widget, nullptr);
-            emit widget->print_finished(done);
-          });
-  page->printToPdf(print_file_);
+  view_.print_into(print_file_, [widget = widget_](bool done) {
+    if (widget) emit widget->print_finished(done);
+  });
 }
 
 HTMLedWidget::HTMLedWidget(QWidget* parent) : QWidget(parent) {

@@ -581,69 +581,6 @@ TEST_F(WidgetDeletedWithin, PropertyChanged) {
   rest();
 }
 
-// --- printing ---
-
-TEST_F(Widget, PrintsIntoAPdfOfSeveralPagesWithoutTheBorder) {
-  const QTemporaryDir folder;
-  const QString path = folder.filePath(QStringLiteral("out.pdf"));
-  QString html;
-  for (int i = 0; i < 200; ++i) html += QStringLiteral("<P>Paragraph %1</P>").arg(i);
-  show(html);
-  widget_->set_HighlightDOMSelectionOnClick(true);
-  widget_->selectText(0, 3);
-  ASSERT_TRUE(settle());
-  ASSERT_TRUE(widget_->control().allHTML().find(u"border") != std::u16string::npos);
-
-  widget_->set_print_file(path);
-  QSignalSpy printed(widget_.get(), &HTMLedWidget::print_finished);
-  QSignalSpy failed(widget_.get(), &HTMLedWidget::Error);
-  widget_->show_Code();  // what is printed is the document all the same
-  widget_->print_Document(true);
-  EXPECT_EQ(failed.count(), 0);
-  ASSERT_TRUE(wait_for([&] { return printed.count() > 0; }));
-  EXPECT_TRUE(printed.at(0).at(0).toBool());
-  EXPECT_EQ(widget_->control().allHTML().find(u"border"), std::u16string::npos);
-
-  QFile file(path);
-  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-  const QByteArray pdf = file.readAll();
-  EXPECT_TRUE(pdf.startsWith("%PDF-"));
-  EXPECT_TRUE(pdf.trimmed().endsWith("%%EOF"));
-  const int pages = int(pdf.count("/Type /Page\n") + pdf.count("/Type /Page/") + pdf.count("/Type /Page "));
-  EXPECT_GE(pages, 3) << "200 paragraphs fill more than two sheets";
-}
-
-// A print dialog off screen has one printer: a file.
-TEST_F(Widget, ThePrintDialogPrintsIntoAFile) {
-  const QTemporaryDir folder;
-  const QString path = folder.filePath(QStringLiteral("chosen.pdf"));
-  show(QStringLiteral("<P>words</P>"));
-  widget_->set_print_file(folder.filePath(QStringLiteral("not asked for")));
-  QSignalSpy printed(widget_.get(), &HTMLedWidget::print_finished);
-  when_dialog_opens(nullptr, [&](QWidget& dialog) {
-    auto* field = dialog.findChild<QLineEdit*>(QStringLiteral("filename"));
-    ASSERT_NE(field, nullptr);
-    field->setText(path);
-    QTest::keyClick(field, Qt::Key_Return);
-  });
-  widget_->print_Document(false);
-  ASSERT_TRUE(wait_for([&] { return printed.count() > 0; }));
-  EXPECT_TRUE(printed.at(0).at(0).toBool());
-  QFile file(path);
-  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-  EXPECT_TRUE(file.readAll().startsWith("%PDF-"));
-}
-
-TEST_F(Widget, ACancelledPrintDialogPrintsNothing) {
-  show(QStringLiteral("<P>words</P>"));
-  widget_->set_print_file(QStringLiteral("/nowhere.pdf"));
-  QSignalSpy printed(widget_.get(), &HTMLedWidget::print_finished);
-  when_dialog_opens(nullptr, [](QWidget& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });
-  widget_->print_Document(false);
-  ASSERT_EQ(printed.count(), 1);
-  EXPECT_FALSE(printed.at(0).at(0).toBool());
-}
-
 TEST_F(WidgetDeletedWithin, ThePrintDialog) {
   show(QStringLiteral("<P>words</P>"));
   widget_->set_print_file(QStringLiteral("/nowhere.pdf"));
@@ -668,15 +605,6 @@ TEST_F(WidgetDeletedWithin, AColourDialogOverATablesDialog) {
   EXPECT_EQ(widget_, nullptr);
   EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
   rest();
-}
-
-TEST_F(Widget, WithoutAPrinterPrintingIsRefusedByItsNumber) {
-  show(QStringLiteral("<P>x</P>"));
-  QSignalSpy failed(widget_.get(), &HTMLedWidget::Error);
-  widget_->print_Document(true);
-  if (failed.isEmpty()) GTEST_SKIP() << "SKIPPED: this machine has a printer";
-  EXPECT_EQ(failed.at(0).at(0).toInt(), 16384);
-  EXPECT_EQ(failed.at(0).at(1).toString(), QStringLiteral("Printing is disabled by the control"));
 }
 
 }  // namespace
