@@ -86,15 +86,29 @@ void prepare_web_engine() {
 WebView::Private::Private(platform::MessageLoop& loop, QWidget* parent) : loop_(loop) {
   load_view_resources();
   stack_ = new QStackedWidget(parent);
+  guard_ = new ResourceGuard(this);
+  connect(guard_, &ResourceGuard::withheld, this, [this] { put(browser::ViewWithheld{}); });
+  connect(QGuiApplication::styleHints(), &QStyleHints::cursorFlashTimeChanged, this, [this] {
+    if (page_stands_) send_focus();
+  });
+  set_heartbeat(heartbeat_milliseconds);
+  connect(&heartbeat_, &QTimer::timeout, this, [this] { beat(); });
+  heartbeat_.start();
+}
+
+void WebView::Private::bring_engine() {
+  if (page_) return;
   view_ = new QWebEngineView(stack_);
   view_->setObjectName(QStringLiteral("page"));
   page_ = new WebPage(view_profile(), view_);
-  guard_ = new ResourceGuard(page_);
+  guard_->setParent(page_);  // which may outlive this
   page_->setUrlRequestInterceptor(guard_);
   bridge_ = new ViewBridge(this);
   channel_ = new QWebChannel(this);
   channel_->registerObject(QStringLiteral("bridge"), bridge_);
   page_->setWebChannel(channel_, QWebEngineScript::ApplicationWorld);
+  if (zoom_ != 1) page_->setZoomFactor(zoom_);
+  if (dark_) show_dark();
   view_->setPage(page_);
   view_->setContextMenuPolicy(Qt::NoContextMenu);
   view_->setAcceptDrops(true);
@@ -106,16 +120,9 @@ WebView::Private::Private(platform::MessageLoop& loop, QWidget* parent) : loop_(
   connect(page_, &QWebEnginePage::loadFinished, this, [this](bool loaded) {
     if (loaded) start_script();
   });
-  connect(guard_, &ResourceGuard::withheld, this, [this] { put(browser::ViewWithheld{}); });
   connect(page_, &QWebEnginePage::renderProcessTerminated, this, [this] { process_ended(); });
-  connect(QGuiApplication::styleHints(), &QStyleHints::cursorFlashTimeChanged, this, [this] {
-    if (page_stands_) send_focus();
-  });
   view_->installEventFilter(this);
   watch_input_widget();
-  set_heartbeat(heartbeat_milliseconds);
-  connect(&heartbeat_, &QTimer::timeout, this, [this] { beat(); });
-  heartbeat_.start();
 }
 
 WebView::Private::~Private() {
@@ -179,6 +186,7 @@ void WebView::Private::send_waiting() {
 }
 
 void WebView::Private::begin_page(const browser::Patch& patch) {
+  bring_engine();
   ++page_number_;
   page_stands_ = false;
   waiting_.clear();
@@ -454,8 +462,12 @@ WebView::WebView(platform::MessageLoop& loop, QWidget* parent)
 WebView::~WebView() = default;
 
 QWidget* WebView::widget() const { return d_->stack_; }
-QWebEnginePage* WebView::page() const { return d_->page_; }
-QWidget* WebView::input_widget() const { return d_->view_->focusProxy(); }
+void WebView::bring_engine() { d_->bring_engine(); }
+QWebEnginePage* WebView::page() const {
+  d_->bring_engine();
+  return d_->page_;
+}
+QWidget* WebView::input_widget() const { return d_->view_ ? d_->view_->focusProxy() : nullptr; }
 void WebView::set_mouse_selection(const platform::TransferSource& source) { d_->mouse_selection_ = &source; }
 void WebView::set_heartbeat(int milliseconds) { d_->set_heartbeat(milliseconds); }
 void WebView::set_policy(const browser::ResourcePolicy& policy) { d_->guard_->set_policy(policy); }
@@ -511,6 +523,7 @@ void WebView::set_input_context(const browser::InputContext& context) {
 }
 
 void WebView::show_notice(std::u16string_view text) {
+  if (!d_->notice_) return;
   d_->notice_->setText(translated(text));
   d_->again_->setText(translated(u"Try again"));
   d_->stack_->setCurrentIndex(text.empty() ? 0 : 1);
@@ -532,7 +545,7 @@ void WebView::set_covered(int top, int bottom) {
 
 void WebView::set_zoom(double factor) {
   d_->zoom_ = factor;
-  d_->page_->setZoomFactor(factor);
+  if (d_->page_) d_->page_->setZoomFactor(factor);
 }
 void WebView::set_dark(bool on) {
   if (d_->dark_ == on) return;
@@ -544,6 +557,7 @@ bool WebView::is_dark() const { return d_->dark_; }
 // A sheet of the view's own, which is in no tree. What the page leaves unpainted isn't turned round: that is
 // the engine's own ground.
 void WebView::Private::show_dark() {
+  if (!page_) return;
   page_->setBackgroundColor(dark_ ? QColor(0x1e, 0x1e, 0x1e) : QColor(Qt::white));
   if (!page_stands_) return;
   page_->runJavaScript(QStringLiteral(R"js((() => {
@@ -567,6 +581,7 @@ void WebView::print(bool with_dialog, std::function<void(bool)> done) {
     if (done) done(false);
     return;
   }
+  d_->bring_engine();
   auto* connection = new QMetaObject::Connection;
   *connection =
       QObject::connect(d_->view_, &QWebEngineView::printFinished, d_.get(),
@@ -579,7 +594,7 @@ void WebView::print(bool with_dialog, std::function<void(bool)> done) {
 }
 
 void WebView::print_into(const QString& path, std::function<void(bool)> done) {
-  make_sheets(*d_->page_, QPageLayout(QPageSize(QPageSize::A4), QPageLayout::Portrait, QMarginsF()),
+  make_sheets(*page(), QPageLayout(QPageSize(QPageSize::A4), QPageLayout::Portrait, QMarginsF()),
               [path, done = std::move(done)](const QByteArray& pdf) {
                 QSaveFile file(path);
                 done(!pdf.isEmpty() && file.open(QIODevice::WriteOnly) && file.write(pdf) == pdf.size() &&

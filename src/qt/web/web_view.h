@@ -21,12 +21,15 @@ class WebView final : public browser::View {
   ~WebView() override;
 
   QWidget* widget() const;
+  /// Starts the engine. The first page does so, too: a view that never has one costs no process.
+  void bring_engine();
+  /// Brings the engine.
   QWebEnginePage* page() const;
   /// What a middle press pastes in place of the desktop's own selection. It outlives this.
   void set_mouse_selection(const platform::TransferSource& source);
   /// How often the engine is asked whether it lives. So many times more it may stay away (Watchdog).
   void set_heartbeat(int milliseconds);
-  /// The widget that takes keys and mouse events; null while the engine has none.
+  /// The widget that takes keys and mouse events; null while the engine has none, or isn't there.
   QWidget* input_widget() const;
 
   void set_receiver(std::function<void(browser::ViewMessage)> receive) override;

@@ -38,6 +38,7 @@ class WebView::Private final : public QObject {
   Private(platform::MessageLoop& loop, QWidget* parent);
   ~Private() override;
 
+  void bring_engine();
   /// Sends a command to the present page with what else this turn of the loop brings, or keeps it until that
   /// stands.
   void send(const QString& command);

@@ -341,6 +341,7 @@ void HTMLedWidget::write_properties(platform::PropertyBag& store) const {
 void HTMLedWidget::start() {
   if (parts_->design_mode_ || std::exchange(parts_->started_, true)) return;
   const auto parts = parts_;
+  parts->view_.bring_engine();
   parts->first_caret_->start();
   parts->early_keys_.start();
   parts->take_first_focus();

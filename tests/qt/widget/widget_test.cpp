@@ -277,6 +277,7 @@ TEST_F(Widget, InADesignerItShowsWhatItIsAndNeverStarts) {
   widget_->show();
   EXPECT_FALSE(widget_->started());
   EXPECT_EQ(widget_->control().DOM(), nullptr);
+  EXPECT_EQ(widget_->findChild<QWidget*>(QStringLiteral("page")), nullptr) << "no engine was brought for it";
   EXPECT_TRUE(widget_->control().txtCode().Text().starts_with(u"Orvel HTML Editor - version : "));
   widget_->set_HighlightDOMSelection(false);
   EXPECT_FALSE(widget_->HighlightDOMSelection());
