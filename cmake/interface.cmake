@@ -20,7 +20,8 @@ set(forms ${TVX_WRITTEN_HEADERS})
 list(TRANSFORM forms REPLACE "(.+)" "${PROJECT_SOURCE_DIR}/include/tvx/\\1.in")
 set(headers ${TVX_WRITTEN_HEADERS})
 list(TRANSFORM headers PREPEND ${PROJECT_BINARY_DIR}/include/tvx/)
-set(pieces clsDirectoryItem_fields clsDirectoryItem_rows control_events enumeration_rows event_relay event_rows host_events
+set(pieces clsDirectoryItem_fields clsDirectoryItem_rows control_events designer_properties
+  enumeration_rows event_relay event_rows host_events
   host_members member_rows property_fields property_members reference_text relay_declarations store_keys type_enumerators
   type_names widget_events widget_members writing_order)
 list(TRANSFORM pieces APPEND .inc)

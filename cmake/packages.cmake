@@ -1,4 +1,5 @@
-# Debian packages, made by scripts/package: the programs, the shared libraries, and what building against these needs.
+# Debian packages, made by scripts/package: the programs, the shared libraries, what building against these needs, and the
+# plugin for Qt Designer.
 include(GNUInstallDirs)
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME tvxhtml)
@@ -9,13 +10,14 @@ set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_PACKAGE_DIRECTORY ${PROJECT_BINARY_DIR}/packages)
 set(CPACK_STRIP_FILES ON)
 set(CPACK_DEB_COMPONENT_INSTALL ON)
-set(CPACK_COMPONENTS_ALL programs scripts shared headers shared-development)
+set(CPACK_COMPONENTS_ALL programs scripts shared headers shared-development designer)
 set(CPACK_COMPONENTS_GROUPING ONE_PER_GROUP)
 set(CPACK_COMPONENT_PROGRAMS_GROUP editor)
 set(CPACK_COMPONENT_SCRIPTS_GROUP editor)
 set(CPACK_COMPONENT_SHARED_GROUP library)
 set(CPACK_COMPONENT_HEADERS_GROUP development)
 set(CPACK_COMPONENT_SHARED-DEVELOPMENT_GROUP development)
+set(CPACK_COMPONENT_DESIGNER_GROUP designer)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${PROJECT_BINARY_DIR}/lib/shared)
@@ -46,9 +48,17 @@ set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "libtvxhtml1 (= ${PROJECT_VERSION}), qt6-base-dev")
 set(CPACK_DEBIAN_DEVELOPMENT_DESCRIPTION "What building a program with the editor needs: headers, and what CMake and pkg-config find the libraries by.")
 
+set(CPACK_DEBIAN_DESIGNER_PACKAGE_NAME tvxhtml-designer)
+set(CPACK_DEBIAN_DESIGNER_PACKAGE_SECTION devel)
+set(CPACK_DEBIAN_DESIGNER_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_DESIGNER_PACKAGE_DEPENDS "libtvxhtml1 (= ${PROJECT_VERSION})")
+set(CPACK_DEBIAN_DESIGNER_PACKAGE_RECOMMENDS designer-qt6)
+set(CPACK_DEBIAN_DESIGNER_DESCRIPTION "The editor in the widget box of Qt Designer, with its properties, signals and slots, and for programs that load their
+forms when they run.")
+
 # Each package brings its licence and its changes along.
 string(TIMESTAMP now "%a, %d %b %Y %H:%M:%S +0000" UTC)
-foreach(package "htmled;programs" "libtvxhtml1;shared" "libtvxhtml-dev;headers")
+foreach(package "htmled;programs" "libtvxhtml1;shared" "libtvxhtml-dev;headers" "tvxhtml-designer;designer")
   list(GET package 0 name)
   list(GET package 1 component)
   set(folder ${PROJECT_BINARY_DIR}/package/${name})

@@ -53,6 +53,7 @@ void run(const fs::path& description, const fs::path& forms, const fs::path& fol
   write_relays(interface, pieces);
   write_hosts(interface, pieces);
   write_c(interface, pieces);
+  write_designer(interface, pieces);
   const std::string note = "// Written from src/library/tvxhtml.interface by the build.\n";
   for (const auto& [name, text] : pieces)
     if (name.ends_with(".inc")) write(folder / name, note + text);

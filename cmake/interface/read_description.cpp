@@ -145,8 +145,8 @@ class Reader {
   }
 
   bool add_fact(Entry& entry, const std::string& line) {
-    static const std::set<std::string> known = {"store", "access", "kept",    "getter", "setter",
-                                                "unit",  "errors", "returns", "binding"};
+    static const std::set<std::string> known = {"store", "access", "kept",    "getter",  "setter",
+                                                "unit",  "errors", "returns", "binding", "text"};
     const std::size_t colon = line.find(':');
     if (colon == line.npos || !is_name(line.substr(0, colon))) return false;
     const std::string name = line.substr(0, colon);

@@ -8,7 +8,7 @@ trap 'rm -rf "$work"' EXIT
 status=0
 fail() { echo "$1"; status=1; }
 
-cmake --build "$build" --target htmled htmled-cli tvxhtml-core-shared tvxhtml-widget-shared > "$work/log" 2>&1 || { cat "$work/log"; exit 1; }
+cmake --build "$build" --target htmled htmled-cli tvxhtml-core-shared tvxhtml-widget-shared tvxhtml-designer > "$work/log" 2>&1 || { cat "$work/log"; exit 1; }
 cpack --config "$build/CPackConfig.cmake" -B "$work/packages" > "$work/log" 2>&1 || { cat "$work/log"; exit 1; }
 package() { echo "$work"/packages/"$1"_*.deb; }
 field() { dpkg-deb -f "$(package "$1")" "$2"; }
@@ -19,16 +19,19 @@ needs htmled libqt6webenginecore6-bin
 needs libtvxhtml1 libqt6webenginewidgets6
 needs libtvxhtml1 libhunspell
 needs libtvxhtml-dev "libtvxhtml1 (= $(field libtvxhtml1 Version))"
-[ "$(ls "$work/packages"/*.deb | wc -l)" -eq 3 ] || fail "not three packages: $(ls "$work/packages")"
+needs tvxhtml-designer "libtvxhtml1 (= $(field libtvxhtml1 Version))"
+all="htmled libtvxhtml1 libtvxhtml-dev tvxhtml-designer"
+[ "$(ls "$work/packages"/*.deb | wc -l)" -eq "$(wc -w <<< "$all")" ] || fail "not $all: $(ls "$work/packages")"
 
-for name in htmled libtvxhtml1 libtvxhtml-dev; do
+for name in $all; do
   dpkg-deb -c "$(package "$name")" | awk '$1 !~ /^d/ { print $6 }' >> "$work/files"
   dpkg-deb -x "$(package "$name")" "$work/root"
 done
 twice=$(sort "$work/files" | uniq -d)
 [ -z "$twice" ] || fail "in two packages: $twice"
 for file in bin/htmled bin/htmled-cli share/tvxhtml/languages lib/libtvxhtml-core.so.1 lib/libtvxhtml-widget.so.1 \
-  include/tvx/htmled_widget.h lib/libtvxhtml-widget.so lib/pkgconfig/tvxhtml-widget.pc share/doc/libtvxhtml1/copyright; do
+  include/tvx/htmled_widget.h lib/libtvxhtml-widget.so lib/pkgconfig/tvxhtml-widget.pc share/doc/libtvxhtml1/copyright \
+  "lib/$(c++ -print-multiarch)/qt6/plugins/designer/libtvxhtml-designer.so"; do
   [ -e "$work/root/usr/$file" ] || fail "in no package: $file"
 done
 

@@ -1,0 +1,27 @@
+# Installs the widget with its plugin for Qt Designer, builds programs with a form against it and runs them; then draws a
+# form in Designer itself:
+#   cmake -DBUILD=... -DWORK=... -DPLUGINS=... -DLIBDIR=... -P designer_test.cmake
+cmake_minimum_required(VERSION 3.25)
+get_filename_component(here ${CMAKE_CURRENT_LIST_DIR} REALPATH)
+unset(ENV{LD_LIBRARY_PATH})
+
+function(run)
+  execute_process(COMMAND ${ARGN} RESULT_VARIABLE failed OUTPUT_VARIABLE said ERROR_VARIABLE said)
+  if(failed)
+    list(JOIN ARGN " " command)
+    message(FATAL_ERROR "failed: ${command}\n${said}")
+  endif()
+endfunction()
+
+file(REMOVE_RECURSE ${WORK})
+set(prefix ${WORK}/installed)
+run(${CMAKE_COMMAND} --build ${BUILD} --target tvxhtml-designer)
+foreach(part shared shared-development headers designer)
+  run(${CMAKE_COMMAND} --install ${BUILD} --component ${part} --prefix ${prefix})
+endforeach()
+run(${CMAKE_COMMAND} -S ${here} -B ${WORK}/form -G Ninja -DCMAKE_PREFIX_PATH=${prefix})
+run(${CMAKE_COMMAND} --build ${WORK}/form)
+set(offscreen ${CMAKE_COMMAND} -E env QT_QPA_PLATFORM=offscreen)
+run(${offscreen} ${WORK}/form/compiled)
+run(${offscreen} ${WORK}/form/loaded ${prefix}/${PLUGINS}/designer ${here}/form.ui)
+run(${here}/draw_a_form.sh ${prefix} ${prefix}/${PLUGINS} ${WORK}/drawn)
