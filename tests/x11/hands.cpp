@@ -2,15 +2,12 @@
 
 #include <gtest/gtest.h>
 
-#include <QTest>
 #include <QWidget>
 
 #include "x11/x_display.h"
 
 namespace tvx::x11 {
 namespace {
-
-constexpr int patience = 30'000;  // milliseconds
 
 void xdotool(const QStringList& arguments) { output_of(QStringLiteral("xdotool"), arguments); }
 
@@ -19,8 +16,6 @@ QStringList move_to(QPoint at) {
 }
 
 }  // namespace
-
-bool wait_for(const std::function<bool()>& condition) { return QTest::qWaitFor(condition, patience); }
 
 namespace hands {
 

@@ -2,15 +2,12 @@
 
 #include <QPoint>
 #include <QString>
-#include <functional>
+
+#include "x11/waiting.h"
 
 class QWidget;
 
 namespace tvx::x11 {
-
-/// Runs the event loop until the condition holds; false if it never does. A loaded machine gets half a
-/// minute.
-bool wait_for(const std::function<bool()>& condition);
 
 /// A person at the X server's keyboard and mouse: the server makes the events, and gives keys to the window
 /// that has its focus. Places are those of the screen.

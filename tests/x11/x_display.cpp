@@ -8,7 +8,8 @@
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTemporaryFile>
-#include <QTest>
+
+#include "x11/waiting.h"
 
 namespace tvx::x11 {
 namespace {
@@ -47,7 +48,7 @@ QByteArray output_of(const QString& program, const QStringList& arguments) {
   QObject::connect(&process, &QProcess::readyReadStandardOutput,
                    [&] { output += process.readAllStandardOutput(); });
   process.start(program, arguments);
-  const bool ended = QTest::qWaitFor([&] { return process.state() == QProcess::NotRunning; }, patience);
+  const bool ended = wait_for([&] { return process.state() == QProcess::NotRunning; });
   EXPECT_TRUE(ended) << program.toStdString() << " gets no answer";
   if (process.state() != QProcess::NotRunning) process.kill();
   process.waitForFinished(1000);
@@ -64,7 +65,7 @@ void await_owner(QClipboard::Mode mode, Start&& start) {
   QObject::connect(QGuiApplication::clipboard(), &QClipboard::changed, &here,
                    [&](QClipboard::Mode changed) { heard = heard || changed == mode; });
   start();
-  ASSERT_TRUE(QTest::qWaitFor([&] { return heard; }, patience));
+  ASSERT_TRUE(wait_for([&] { return heard; }));
 }
 
 }  // namespace
