@@ -114,7 +114,9 @@ void stay_in_item(Editor& editor, Element* item) {
   Node* first = created->first_child();
   while (first && is_filling(*first)) first = first->next_sibling();
   if (first && !is_list(*first)) {
-    editor.selection().collapse(normalized_caret_place({created, 0}));
+    // Where it stands there already, it may be on purpose before a link and not in it.
+    if (dom::enclosing(*editor.selection().focus().node, Tag::Li) != created)
+      editor.selection().collapse(normalized_caret_place({created, 0}));
     return;
   }
   if (!first) return;
