@@ -7,10 +7,10 @@
 #include "tvx/browser/html_document.h"
 #include "tvx/dom/tree.h"
 #include "tvx/editing/selection.h"
+#include "tvx/headless/lines.h"
 
 namespace tvx::headless {
 
-using browser::ViewMove;
 using browser::ViewPlace;
 using Operation = browser::PatchOperation;
 
@@ -88,7 +88,7 @@ void View::ask(const browser::ViewQuestion& question) {
   if (question.type == browser::ViewQuestion::Type::Hit) {
     answer.place = answer_hit(question.y, answer.element);
   } else if (question.type == browser::ViewQuestion::Type::Move) {
-    answer.place = answer_move(question);
+    answer.place = Lines(tree_).move(question.move, question.from);
   }
   tell({.seen = {}, .what = answer});
 }
@@ -109,103 +109,6 @@ void View::print(bool, std::function<void(bool)> done) {
   loop_.post([done = std::move(done)] {
     if (done) done(false);
   });
-}
-
-// --- lines ---
-
-namespace {
-
-bool is_block_name(std::u16string_view name) {
-  static constexpr std::u16string_view names[] = {
-      u"address", u"article", u"aside",    u"blockquote", u"body", u"center", u"dd",  u"dir", u"div",
-      u"dl",      u"dt",      u"fieldset", u"footer",     u"form", u"h1",     u"h2",  u"h3",  u"h4",
-      u"h5",      u"h6",      u"header",   u"hr",         u"li",   u"main",   u"nav", u"ol",  u"p",
-      u"pre",     u"section", u"table",    u"td",         u"th",   u"tr",     u"ul"};
-  return std::find(std::begin(names), std::end(names), name) != std::end(names);
-}
-
-bool is_block(const ShadowTree::Node& node) {
-  return node.type == Operation::Type::Element && is_block_name(node.name);
-}
-
-bool is_leaf_block(const ShadowTree::Node& node) {
-  return is_block(node) && std::none_of(node.children.begin(), node.children.end(),
-                                        [](const auto* child) { return is_block(*child); });
-}
-
-const ShadowTree::Node* block_of(const ShadowTree::Node* node) {
-  while (node && !is_block(*node)) node = node->parent;
-  return node;
-}
-
-std::size_t length_of(const std::vector<const ShadowTree::Node*>& texts) {
-  std::size_t length = 0;
-  for (const auto* text : texts) length += text->text.size();
-  return length;
-}
-
-}  // namespace
-
-std::vector<View::Line> View::lines() const {
-  std::vector<Line> found;
-  std::vector<const ShadowTree::Node*> open;
-  const auto push = [&open](const ShadowTree::Node& node) {
-    open.insert(open.end(), node.children.rbegin(), node.children.rend());
-  };
-  push(tree_.page());
-  while (!open.empty()) {
-    const ShadowTree::Node* node = open.back();
-    open.pop_back();
-    push(*node);
-    const bool is_text = node->type == Operation::Type::Text;
-    if (!is_text && !is_leaf_block(*node)) continue;
-    const ShadowTree::Node* block = block_of(node);
-    if (!block) continue;
-    if (found.empty() || found.back().block != block->id) found.push_back({block->id, {}});
-    if (is_text) found.back().texts.push_back(node);
-  }
-  return found;
-}
-
-std::optional<ViewPlace> View::answer_move(const browser::ViewQuestion& question) const {
-  const ShadowTree::Node* from = tree_.find(question.from.node);
-  const ShadowTree::Node* block = block_of(from);
-  if (!block) return {};
-  const std::vector<Line> all = lines();
-  const auto is_here = [&](const Line& line) { return line.block == block->id; };
-  auto line = std::find_if(all.begin(), all.end(), is_here);
-  if (line == all.end()) return {};
-
-  std::size_t column = 0;
-  for (const auto* text : line->texts) {
-    if (text == from) {
-      column += question.from.offset;
-      break;
-    }
-    column += text->text.size();
-  }
-  switch (question.move) {
-    case ViewMove::LineStart: column = 0; break;
-    case ViewMove::LineEnd: column = length_of(line->texts); break;
-    case ViewMove::LineUp:
-    case ViewMove::PageUp:
-      if (line == all.begin()) return question.from;
-      --line;
-      break;
-    case ViewMove::LineDown:
-    case ViewMove::PageDown:
-      if (line + 1 == all.end()) return question.from;
-      ++line;
-      break;
-    case ViewMove::Left: column -= column > 0; break;
-    case ViewMove::Right: ++column; break;
-  }
-  column = std::min(column, length_of(line->texts));
-  for (const auto* text : line->texts) {
-    if (column <= text->text.size()) return ViewPlace{text->id, static_cast<std::uint32_t>(column)};
-    column -= text->text.size();
-  }
-  return ViewPlace{line->block, 0};
 }
 
 std::optional<ViewPlace> View::answer_hit(int y, dom::NodeId& element) const {

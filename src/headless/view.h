@@ -96,12 +96,6 @@ class View final : public browser::View {
   void tell(browser::ViewMessage message);
 
  private:
-  struct Line {
-    dom::NodeId block;
-    std::vector<const ShadowTree::Node*> texts;
-  };
-  std::vector<Line> lines() const;
-  std::optional<browser::ViewPlace> answer_move(const browser::ViewQuestion& question) const;
   std::optional<browser::ViewPlace> answer_hit(int y, dom::NodeId& element) const;
 
   platform::MessageLoop& loop_;

@@ -9,6 +9,7 @@
 #include "tvx/browser/view/view.h"
 #include "tvx/dom/mutation.h"
 #include "tvx/dom/parse.h"
+#include "tvx/dom/tree.h"
 #include "tvx/platform/message_loop.h"
 
 /// What every view of a document does.
@@ -73,6 +74,15 @@ class ViewContract : public testing::Test {
     while (block-- > 0) node = node->next_sibling();
     return *node->first_child();
   }
+  dom::Node& text_of(std::u16string_view id) const {
+    dom::Node* node = tree_->body();
+    const auto is_wanted = [&] {
+      const auto* element = dom::as<dom::Element>(node);
+      return element && element->attribute_or_empty(dom::names::id) == id;
+    };
+    while (!is_wanted()) node = dom::next_in_order(*node, tree_->body());
+    return *node->first_child();
+  }
 
   Room room_;
   dom::Ref<dom::Document> tree_;
@@ -135,6 +145,45 @@ TYPED_TEST_P(ViewContract, TheCaretMovesByLinesAndStaysAtTheEnds) {
   EXPECT_EQ(this->move(ViewMove::LineUp, {second, 0}), (ViewPlace{first, 0}));
 }
 
+TYPED_TEST_P(ViewContract, ALineInACellIsOverTheCellBelowIt) {
+  this->open(
+      u"<p>text</p><table><tbody><tr><td id=a>one<td id=b>two<tr><td id=c>four<td "
+      u"id=d>five</table><p>end</p>");
+  const auto in = [&](std::u16string_view id) { return this->text_of(id).id(); };
+  const dom::NodeId one = in(u"a"), two = in(u"b"), four = in(u"c"), five = in(u"d");
+  EXPECT_EQ(this->move(ViewMove::LineDown, {two, 0}), (ViewPlace{five, 0}));
+  EXPECT_EQ(this->move(ViewMove::LineUp, {four, 0}), (ViewPlace{one, 0}));
+  const auto above = this->move(ViewMove::LineUp, {one, 0});
+  EXPECT_EQ(above ? above->node : dom::NodeId(), this->text(0).id());
+  const auto after = this->move(ViewMove::LineDown, {four, 0});
+  EXPECT_EQ(after ? after->node : dom::NodeId(), this->text(2).id());
+}
+
+TYPED_TEST_P(ViewContract, ATableThatIsAllStaysAroundTheCaret) {
+  this->open(u"<table><tbody><tr><td id=a>one<td id=b>two</table>");
+  const dom::NodeId one = this->text_of(u"a").id();
+  EXPECT_EQ(this->move(ViewMove::LineDown, {one, 1}), (ViewPlace{one, 1}));
+  EXPECT_EQ(this->move(ViewMove::LineUp, {one, 1}), (ViewPlace{one, 1}));
+}
+
+TYPED_TEST_P(ViewContract, ARuleIsNoLine) {
+  this->open(u"<p>one</p><hr><hr><p>two</p><hr>");
+  const dom::NodeId one = this->text(0).id(), two = this->text(3).id();
+  EXPECT_EQ(this->move(ViewMove::LineDown, {one, 0}), (ViewPlace{two, 0}));
+  EXPECT_EQ(this->move(ViewMove::LineUp, {two, 0}), (ViewPlace{one, 0}));
+  EXPECT_EQ(this->move(ViewMove::LineDown, {two, 0}), (ViewPlace{two, 0}));
+}
+
+TYPED_TEST_P(ViewContract, BetweenBlocksTheNextLineIsTheOneBeside) {
+  this->open(u"<p>one</p><hr><hr><p>two</p><table><tbody><tr><td id=a>three</table><hr>");
+  const dom::NodeId page = this->tree_->body()->id(), one = this->text(0).id(), two = this->text(3).id();
+  const dom::NodeId three = this->text_of(u"a").id();
+  EXPECT_EQ(this->move(ViewMove::LineUp, {page, 2}), (ViewPlace{one, 0}));
+  EXPECT_EQ(this->move(ViewMove::LineDown, {page, 2}), (ViewPlace{two, 0}));
+  EXPECT_EQ(this->move(ViewMove::LineUp, {page, 6}), (ViewPlace{three, 0}));
+  EXPECT_EQ(this->move(ViewMove::LineDown, {page, 6}), (ViewPlace{page, 6}));
+}
+
 TYPED_TEST_P(ViewContract, AQuestionAboutANodeThatIsNotKnownIsAnsweredWithNothing) {
   this->open(u"<p>one</p>");
   EXPECT_EQ(this->move(ViewMove::LineDown, {dom::NodeId(9999), 0}), std::nullopt);
@@ -153,6 +202,8 @@ TYPED_TEST_P(ViewContract, WhoIsGoneHearsNothing) {
 REGISTER_TYPED_TEST_SUITE_P(ViewContract, EachPatchIsReportedWhenItIsLaidOutAndNeverWithinTheCall,
                             AnOperationOnANodeThatIsNotKnownFailsAndTheOthersAreDone,
                             APingIsAnsweredAfterAllThatCameBefore, TheCaretMovesByLinesAndStaysAtTheEnds,
+                            ALineInACellIsOverTheCellBelowIt, ATableThatIsAllStaysAroundTheCaret,
+                            ARuleIsNoLine, BetweenBlocksTheNextLineIsTheOneBeside,
                             AQuestionAboutANodeThatIsNotKnownIsAnsweredWithNothing, WhoIsGoneHearsNothing);
 
 }  // namespace tvx::contract

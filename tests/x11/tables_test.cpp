@@ -88,6 +88,67 @@ TEST_F(TablesOnScreen, ShiftAndArrowsSelectByCells) {
   ASSERT_TRUE(wait_for([&] { return cells() == "  three four five six "; })) << cells();
 }
 
+TEST_F(TablesOnScreen, DownLeavesATableThatEndsThePage) {
+  start("<p>text</p><table border=1><tbody><tr><td id=a>one</td><td id=b>two</td></tr></tbody></table>");
+  hands::click(place_of_character(named("a"), 1));
+  ASSERT_TRUE(settle());
+  hands::press(QStringLiteral("Down"));
+  ASSERT_TRUE(settle());
+  hands::press(QStringLiteral("Up"));
+  ASSERT_TRUE(settle());
+  hands::type(QStringLiteral("x"));
+  ASSERT_TRUE(wait_for([&] {
+    return in_page(QStringLiteral("document.querySelector('#a').innerText")) == "oxne";
+  })) << html();
+  hands::press(QStringLiteral("Down"));
+  ASSERT_TRUE(settle());
+  hands::type(QStringLiteral("after"));
+  EXPECT_TRUE(wait_for([&] { return html().ends_with("</TABLE><P>after</P>"); })) << html();
+}
+
+TEST_F(TablesOnScreen, UpLeavesATableThatStartsThePage) {
+  start(
+      "<body><table border=1><tbody><tr><td id=a>one</td><td id=b>two</td></tr></tbody></table><p>text</p>");
+  hands::click(place_of_character(named("b"), 1));
+  ASSERT_TRUE(settle());
+  hands::press(QStringLiteral("Up"));
+  ASSERT_TRUE(settle());
+  hands::type(QStringLiteral("before"));
+  EXPECT_TRUE(wait_for([&] { return html().starts_with("<P>before</P><TABLE"); })) << html();
+}
+
+// In the column that the caret came from.
+TEST_F(TablesOnScreen, DownStopsBetweenTwoTablesAndGoesOnBelow) {
+  const QByteArray table = "<table border=1><tbody><tr><td>one</td><td id=%>two</td></tr></tbody></table>";
+  start("<body>" + QByteArray(table).replace('%', 'a') + QByteArray(table).replace('%', 'b'));
+  hands::click(place_of_character(named("a"), 1));
+  ASSERT_TRUE(settle());
+  hands::press(QStringLiteral("Down"));
+  ASSERT_TRUE(settle());
+  EXPECT_EQ(document().editor().selection().focus().node, document().tree().body());
+  hands::press(QStringLiteral("Down"));
+  ASSERT_TRUE(settle());
+  hands::type(QStringLiteral("x"));
+  EXPECT_TRUE(wait_for([&] {
+    return in_page(QStringLiteral("document.querySelector('#b').innerText")) == "txwo";
+  })) << html();
+}
+
+// The engine took what may not be edited for lines, and the caret stayed in it.
+TEST_F(TablesOnScreen, DownPassesWhatMayNotBeEditedAndRules) {
+  start("<body><p id=a>one</p><div contenteditable=false>wide</div><hr><p id=b>two</p>");
+  hands::click(place_of_character(named("a"), 1));
+  ASSERT_TRUE(settle());
+  hands::press(QStringLiteral("Down"));
+  ASSERT_TRUE(settle());
+  EXPECT_EQ(document().editor().selection().focus().node, document().tree().body())
+      << "between island and rule";
+  hands::press(QStringLiteral("Down"));
+  ASSERT_TRUE(settle());
+  hands::type(QStringLiteral("x"));
+  EXPECT_TRUE(wait_for([&] { return html().ends_with("txwo</P>"); })) << html();
+}
+
 // The engine takes the start of the next cell for the end of the paragraph.
 TEST_F(TablesOnScreen, ATriplePressTakesOneCell) {
   start(page);

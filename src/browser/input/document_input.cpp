@@ -8,6 +8,7 @@
 #include "tvx/browser/view/mirror.h"
 #include "tvx/browser/view/positions.h"
 #include "tvx/dom/tree.h"
+#include "tvx/editing/gestures/line_moves.h"
 
 namespace tvx::browser {
 
@@ -20,6 +21,12 @@ template <class Input>
 Input with_patch(Input input, PatchNumber seen) {
   input.seen = seen;
   return input;
+}
+
+bool is_line_move(ViewMove move) { return move == ViewMove::LineUp || move == ViewMove::LineDown; }
+
+editing::Direction direction_of(ViewMove move) {
+  return move == ViewMove::LineUp ? editing::Direction::Backward : editing::Direction::Forward;
 }
 
 /// Units that an input method means to replace, counted from the caret or from what it composes.
@@ -108,9 +115,31 @@ std::optional<QuestionId> DocumentInput::handle_answer(const ViewAnswer* answer)
   }
   if (!answer) return {};
   const auto place = boundary_seen(display_.mirror(), answer->place, answer->seen);
-  if (place) document->move_caret_to(*place, extend_);
+  if (place && is_line_move(move_)) {
+    // From past an island there may be no further line: then there is none from the caret either.
+    const bool none = islands_passed_ > 0 && answer->place == asked_from_;
+    if (const auto further = handle_line(none ? document->editor().selection().focus() : *place))
+      return further;
+  } else if (place) {
+    document->move_caret_to(*place, extend_);
+  }
   display_.reveal(true);
   display_.schedule_flush();
+  return {};
+}
+
+/// The view has told where the next line is. The caret goes there, or to where it can stand on the way.
+std::optional<QuestionId> DocumentInput::handle_line(const Boundary& line) {
+  constexpr int most_islands = 100;
+  const Boundary from = document_->editor().selection().focus();
+  const editing::Direction direction = direction_of(move_);
+  Boundary to = line;
+  if (const auto passed = editing::past_island(to, direction)) {
+    if (!passed->in_line && ++islands_passed_ <= most_islands)
+      if (const auto question = ask_for_move(move_, passed->place)) return question;
+    to = passed->in_line ? passed->place : from;
+  }
+  document_->move_caret_to(editing::gap_between_lines(from, to, direction).value_or(to), extend_);
   return {};
 }
 
@@ -127,12 +156,19 @@ std::optional<QuestionId> DocumentInput::handle_key(const ViewKey& key) {
   }
   const KeyOutcome outcome = document->key_down(key.key);
   if (!outcome.ask || document != document_ || !display_.answers()) return {};
-  display_.flush();  // the view is asked about the tree as it is now
-  const auto from = view_place(display_.mirror(), document->editor().selection().focus());
-  if (!from) return {};
   drop_.reset();
-  return ask(
-      {.type = ViewQuestion::Type::Move, .move = *outcome.ask, .from = *from, .extend = outcome.extend});
+  extend_ = outcome.extend;
+  islands_passed_ = 0;
+  return ask_for_move(*outcome.ask, document->editor().selection().focus());
+}
+
+std::optional<QuestionId> DocumentInput::ask_for_move(ViewMove move, const Boundary& from) {
+  display_.flush();  // the view is asked about the tree as it is now
+  const auto place = view_place(display_.mirror(), from);
+  if (!place) return {};
+  move_ = move;
+  asked_from_ = *place;
+  return ask({.type = ViewQuestion::Type::Move, .move = move, .from = *place, .extend = extend_});
 }
 
 void DocumentInput::handle_text(const ViewText& input) {

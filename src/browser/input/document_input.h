@@ -47,6 +47,8 @@ class DocumentInput final : private InputHandler, private dom::MutationObserver 
   void mutated(const dom::Mutation& mutation) override;
 
   QuestionId ask(ViewQuestion question);
+  std::optional<QuestionId> ask_for_move(ViewMove move, const dom::Boundary& from);
+  std::optional<QuestionId> handle_line(const dom::Boundary& line);
   void deliver_drop(const ViewDrop& drop, const std::optional<ViewPlace>& at);
   bool may_drop(const ViewDrop& drop);
 
@@ -57,6 +59,9 @@ class DocumentInput final : private InputHandler, private dom::MutationObserver 
   InputQueue queue_;
   NetChange changes_;             // of what is being handled
   bool extend_ = false;           // the move that is asked for extends the selection
+  ViewMove move_{};               // which it is
+  ViewPlace asked_from_{};        // and from where it was asked for
+  int islands_passed_ = 0;        // on its way
   std::optional<ViewDrop> drop_;  // waits for its position
 };
 

@@ -41,7 +41,9 @@ Node* seen_beside(const Gap& gap, bool before) {
   return node;
 }
 
-bool is_gap(const Gap& gap) {
+}  // namespace
+
+bool is_gap_place(const Gap& gap) {
   if (gap.node->is_text() || !may_hold_paragraph(nullptr, *gap.node)) return false;
   const Node* before = seen_beside(gap, true);
   const Node* after = seen_beside(gap, false);
@@ -50,10 +52,8 @@ bool is_gap(const Gap& gap) {
   return before || after;
 }
 
-}  // namespace
-
 bool is_gap_place(const Boundary& place) {
-  return place && place.node->is_element() && is_gap(Gap::at(place));
+  return place && place.node->is_element() && is_gap_place(Gap::at(place));
 }
 
 std::optional<Boundary> gap_on_the_way(const Boundary& from, Direction direction) {
@@ -70,7 +70,7 @@ std::optional<Boundary> gap_on_the_way(const Boundary& from, Direction direction
   // Between the same two siblings that are seen one position is as good as the other.
   std::optional<bool> fits;
   for (;;) {
-    if (!at_start && (!starts_in_gap || passed) && !fits) fits = is_gap(gap);
+    if (!at_start && (!starts_in_gap || passed) && !fits) fits = is_gap_place(gap);
     if (!at_start && (!starts_in_gap || passed) && *fits) {
       const Boundary place = gap.boundary();
       if (!goal || (forward ? dom::compare(place, *goal) < 0 : dom::compare(place, *goal) > 0)) return place;

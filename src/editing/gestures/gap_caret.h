@@ -3,6 +3,7 @@
 #include <optional>
 
 #include "tvx/editing/editor.h"
+#include "tvx/editing/facts/gap.h"
 #include "tvx/editing/walk/caret.h"
 
 /// Places where a caret stands beside what it can't go into: before the first table, between two rules, at
@@ -12,6 +13,7 @@ namespace tvx::editing {
 /// A position between blocks where no line is: on each side a table, a rule or what may not be edited, or the
 /// edge of what holds them.
 bool is_gap_place(const dom::Boundary& place);
+bool is_gap_place(const Gap& gap);
 /// The first such position on the way from a caret to where it would go next.
 std::optional<dom::Boundary> gap_on_the_way(const dom::Boundary& from, Direction direction);
 

@@ -51,6 +51,31 @@ TEST_F(DocumentInputTest, AMoveByLinesIsAskedOfThePageAsTheTreeIsNow) {
   EXPECT_TRUE(input_.idle());
 }
 
+TEST_F(DocumentInputTest, WhatMayNotBeEditedIsPassedByLines) {
+  const auto answer = [&](std::size_t question, ViewPlace place) {
+    ASSERT_EQ(display_.asked.size(), question + 1);
+    receive({.seen = {}, .what = ViewAnswer{display_.asked[question].id, place, {}, {}}});
+  };
+  const dom::Ref<dom::Element> page(display_.document()->tree().body());
+  dom::Element& island = static_cast<dom::Element&>(*page->last_child());
+  dom::set_attribute(island, dom::names::contenteditable, u"false");
+  const dom::Ref<dom::Node> line(page->first_child());
+  key(u"ArrowDown");
+  answer(0, {display_.text(1).id(), 2});
+  EXPECT_EQ(display_.asked[1].from, (ViewPlace{page->id(), 2})) << "asked again from past it";
+  EXPECT_EQ(display_.asked[1].move, ViewMove::LineDown);
+  answer(1, {page->id(), 2});
+  EXPECT_EQ(display_.selection().focus(), (Boundary{page.get(), 2})) << "there is no further line";
+  EXPECT_TRUE(input_.idle());
+
+  dom::insert(*page, dom::remove(*line));
+  display_.selection().collapse({page.get(), 0});
+  key(u"ArrowDown");
+  answer(2, {display_.text(0).id(), 0});
+  answer(3, {line->first_child()->id(), 1});
+  EXPECT_EQ(display_.selection().focus(), (Boundary{line->first_child(), 1}));
+}
+
 TEST_F(DocumentInputTest, KeysWaitForTheAnswerBeforeThem) {
   key(u"ArrowDown");
   key(u"x", u"x");

@@ -6,7 +6,7 @@ import { caretBox } from './geometry.js';
 import { elementIdOf, lengthOf, positionAt, positionOf, selectionText } from './positions.js';
 import { factsLater } from './drawing.js';
 import { later, tell } from './messages.js';
-import { mendLineMove } from './table_moves.js';
+import { moveByLine } from './table_moves.js';
 import { nodes, state } from './state.js';
 
 const MOVES = [['backward', 'line'], ['forward', 'line'], ['backward', 'lineboundary'],
@@ -33,10 +33,9 @@ function move(kind, nodeId, offset, extend) {
   const anchorNode = selection.anchorNode, anchorOffset = selection.anchorOffset;
   // To the left and the right a stretch that isn't extended collapses to its edge on that side.
   const alter = (kind >= 6 ? !extend : selection.isCollapsed) ? 'move' : 'extend';
-  const before = caretBox(node, offset);
-  selection.modify(alter, ...MOVES[kind]);
-  if (MOVES[kind][1] === 'line') mendLineMove(node, offset, before, alter, MOVES[kind][0]);
-  // From the last line Chromium goes on after the body: there is no further line.
+  if (MOVES[kind][1] === 'line') moveByLine(node, offset, alter, MOVES[kind][0]);
+  else selection.modify(alter, ...MOVES[kind]);
+  // Chromium also goes on after the body.
   if (body() && !contains(body(), selection.focusNode)) {
     selection.setBaseAndExtent(anchorNode, anchorOffset, node, offset);
   }

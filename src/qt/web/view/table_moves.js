@@ -1,9 +1,13 @@
-// Moves by a line in tables. The engine takes the cells of a row for lines one after the other. Who presses Down means
+// Moves by a line. In tables the engine takes the cells of a row for lines one after the other. Who presses Down means
 // the cell below, and below the last row what follows the table.
 
-import { boxOf, caretAtPoint, closest, contains, elementOf, newRange, parentElementOf, nameOf, walk } from './dom.js';
+import { body, boxOf, boxesOf, caretAtPoint, childrenOf, closest, contains, elementOf, matches, nameOf,
+  newRange, parentElementOf, parentOf, typeOf, walk } from './dom.js';
+import { isBetweenBlocks, isInLine, nearestSeen } from './gap_caret.js';
 import { beneath } from './host.js';
-import { emptyBox } from './geometry.js';
+import { caretBox, emptyBox } from './geometry.js';
+import { stepByLine } from './line_steps.js';
+import { mouse } from './state.js';
 
 const MOST_LINES = 1000;     // of one row, on the way out of a table
 const MOST_ROWS_PASSED = 60;
@@ -79,12 +83,10 @@ function moveFocus(alter, [node, offset], x) {
 /// Goes on by lines until the table is left. False where nothing lies beyond it.
 function leaveTable(table, alter, direction) {
   const selection = getSelection();
-  for (let i = 0; i < MOST_LINES && table.contains(selection.focusNode); ++i) {
-    const { focusNode, focusOffset } = selection;
-    selection.modify(alter, direction, 'line');
-    if (selection.focusNode === focusNode && selection.focusOffset === focusOffset) break;
+  for (let i = 0; i < MOST_LINES && contains(table, selection.focusNode); ++i) {
+    if (!stepByLine(alter, direction)) return false;
   }
-  return !table.contains(selection.focusNode);
+  return !contains(table, selection.focusNode);
 }
 
 /// The outermost table around the focus that a move from `node` has come into.
@@ -98,20 +100,68 @@ function tableEntered(node) {
   return entered;
 }
 
-/// After a move by a line from a position: mends what it did to cells. `box` is the caret's before.
-export function mendLineMove(node, offset, box, alter, direction) {
-  const up = direction === 'backward';
-  const x = goal && goal.node === node && goal.offset === offset ? goal.x : box ? box.left : 0;
-  const selection = getSelection();
-  for (let cell = cellOf(node); cell && !cell.contains(selection.focusNode);) {
-    const next = cellBeyond(cell, x, up);
-    if (next) return moveFocus(alter, positionIn(next, x, up), x);
-    const table = closest(cell, 'table');
-    if (!leaveTable(table, alter, direction)) return moveFocus(alter, [node, offset], x);
-    cell = cellOf(table.parentElement);
+/// Where the last move by a line was to, and up to which press of the mouse that counts.
+let lastMove = { x: 0, drawn: -1 };
+
+/// The x that a move by a line goes down or up at. Between blocks the caret has none of its own: there it goes on.
+function aim(node, offset) {
+  if (goal && goal.node === node && goal.offset === offset) return goal.x;
+  if (lastMove.drawn === mouse.drawn && isBetweenBlocks(node, offset)) return lastMove.x;
+  const box = caretBox(node, offset);
+  return box ? box.left : 0;
+}
+
+const indexOf = (child) => Array.prototype.indexOf.call(childrenOf(parentOf(child)), child);
+
+/// A rule, or what isn't shown.
+const isPassed = (node) => nameOf(node) === 'HR' || (typeOf(node) === 1 && boxesOf(node).length === 0);
+
+/// What comes next after a position between blocks, or before it; null at the end of a cell or of all.
+function beyond(node, offset, up) {
+  const step = up ? -1 : 1;
+  for (let from = up ? offset - 1 : offset;;) {
+    const ahead = nearestSeen(childrenOf(node), from, step);
+    if (ahead && !isPassed(ahead)) return ahead;
+    if (!ahead && (node === body() || matches(node, 'td,th'))) return null;
+    from = indexOf(ahead || node) + step;
+    if (!ahead) node = parentElementOf(node);
   }
+}
+
+/// A position at an x in the line of a block that is next to where the caret comes from: [node, offset].
+function edgeOf(block, x, up) {
+  if (typeOf(block) === 3) return [block, up ? block.length : 0];
+  if (isInLine(block)) return [parentOf(block), indexOf(block) + (up ? 1 : 0)];
+  for (;;) {
+    const row = nameOf(block) === 'TABLE' && block.rows[up ? block.rows.length - 1 : 0];
+    const children = childrenOf(block);
+    const inner = row ? nearestCell(row, x, () => true).cell
+      : nearestSeen(children, up ? children.length - 1 : 0, up ? -1 : 1);
+    if (!inner || isInLine(inner) || nameOf(inner) === 'HR') return positionIn(block, x, up);
+    block = inner;
+  }
+}
+
+/// Moves the focus by a line from a position where it stands. It stays where there is no further line.
+export function moveByLine(node, offset, alter, direction) {
+  const up = direction === 'backward';
+  const x = aim(node, offset);
+  lastMove = { x, drawn: mouse.drawn };
+  const selection = getSelection();
+  // The engine takes a position between blocks for one in the line beside it.
+  const next = isBetweenBlocks(node, offset) && beyond(node, offset, up);
+  if (next) return moveFocus(alter, edgeOf(next, x, up), x);
+  const moved = stepByLine(alter, direction);
+  for (let cell = cellOf(node); cell && !(moved && contains(cell, selection.focusNode));) {
+    const below = cellBeyond(cell, x, up);
+    if (below) return moveFocus(alter, positionIn(below, x, up), x);
+    const table = closest(cell, 'table');
+    if (!moved || !leaveTable(table, alter, direction)) return moveFocus(alter, [node, offset], x);
+    cell = cellOf(parentElementOf(table));
+  }
+  if (!moved) return moveFocus(alter, [node, offset], x);
   const entered = tableEntered(node);
   const row = entered && entered.rows[up ? entered.rows.length - 1 : 0];
   const { cell } = row ? nearestCell(row, x, () => true) : {};
-  if (cell && !cell.contains(selection.focusNode)) moveFocus(alter, positionIn(cell, x, up), x);
+  if (cell && !contains(cell, selection.focusNode)) moveFocus(alter, positionIn(cell, x, up), x);
 }
