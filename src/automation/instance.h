@@ -5,12 +5,12 @@
 #include <optional>
 #include <string>
 
-#include "tvx/automation/event_relay.h"
 #include "tvx/automation/expectations.h"
 #include "tvx/automation/stage.h"
 #include "tvx/headless/dialogs.h"
 #include "tvx/headless/forms.h"
 #include "tvx/headless/menus.h"
+#include "tvx/library/members/event_relay.h"
 
 namespace tvx::platform {
 class Clipboard;
@@ -77,7 +77,7 @@ class Instance final : public ObjectResolver {
   headless::Forms forms_;
   Expectations expectations_;
   EventAnswers answers_;
-  EventRelay relay_;
+  library::EventRelay relay_;
   std::unique_ptr<Stage> stage_;
   std::shared_ptr<core::HTMLed> control_;
   bool terminated_ = false;

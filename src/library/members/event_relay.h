@@ -10,13 +10,13 @@ namespace tvx::browser {
 class HTMLDocument;
 }
 
-namespace tvx::automation {
+namespace tvx::library {
 
 /// Hears every event of a control and hands it on as a row of the event table with its arguments as values.
 /// What stands in the arguments afterwards goes back to the control.
 class EventRelay final : public core::HTMLedEvents {
  public:
-  using Sink = std::function<void(const library::EventMember& event, library::Values& arguments)>;
+  using Sink = std::function<void(const EventMember& event, Values& arguments)>;
   /// `document` is asked for the document that an element of an argument belongs to.
   using Document = std::function<std::shared_ptr<browser::HTMLDocument>()>;
 
@@ -32,4 +32,4 @@ class EventRelay final : public core::HTMLedEvents {
   Document document_;
 };
 
-}  // namespace tvx::automation
+}  // namespace tvx::library

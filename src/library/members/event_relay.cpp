@@ -1,10 +1,8 @@
-#include "tvx/automation/event_relay.h"
+#include "tvx/library/members/event_relay.h"
 
 #include "tvx/library/objects/document_object.h"
 
-namespace tvx::automation {
-
-using library::Value;
+namespace tvx::library {
 
 namespace {
 
@@ -13,24 +11,22 @@ Value value_of(bool flag, const EventRelay::Document&) { return flag; }
 Value value_of(std::int32_t number, const EventRelay::Document&) { return number; }
 Value value_of(std::int16_t number, const EventRelay::Document&) { return std::int32_t{number}; }
 Value value_of(const dom::Ref<dom::Element>& element, const EventRelay::Document& document) {
-  return library::element_object(element.get(), document());
+  return element_object(element.get(), document());
 }
 
 void assign(std::u16string& text, const Value& value) { text = value.to_text(); }
 void assign(bool& flag, const Value& value) { flag = value.to_boolean(); }
 void assign(std::int32_t& number, const Value& value) { number = value.to_integer32(); }
 void assign(std::int16_t& number, const Value& value) { number = value.to_integer16(); }
-void assign(dom::Ref<dom::Element>& element, const Value& value) { element = library::element_of(value); }
+void assign(dom::Ref<dom::Element>& element, const Value& value) { element = element_of(value); }
 
-const library::EventMember& event_numbered(int number) {
-  return library::events()[static_cast<std::size_t>(number) - 1];
-}
+const EventMember& event_numbered(int number) { return events()[static_cast<std::size_t>(number) - 1]; }
 
 }  // namespace
 
 template <class... Arguments>
 void EventRelay::relay(int number, Arguments&... arguments) {
-  library::Values values{value_of(arguments, document_)...};
+  Values values{value_of(arguments, document_)...};
   sink_(event_numbered(number), values);
   std::size_t place = 0;
   (assign(arguments, values[place++]), ...);
@@ -38,4 +34,4 @@ void EventRelay::relay(int number, Arguments&... arguments) {
 
 #include "tvx/interface/event_relay.inc"
 
-}  // namespace tvx::automation
+}  // namespace tvx::library
