@@ -77,7 +77,7 @@ tvx_installed_library(tvxhtml-core Core
   LINKS PkgConfig::ICU CURL::libcurl EXPAT::EXPAT PkgConfig::HUNSPELL
   PACKAGES icu-uc icu-i18n libcurl expat hunspell)
 set(headers document_file.h error.h message_loop.h object.h property_bag.h)
-set(written enumerations.h events.h htmled.h)
+set(written enumerations.h events.h htmled.h tvxhtml.h)
 if(TVX_QT)
   tvx_installed_library(tvxhtml-widget Widget ON tvxhtml-core LAYERS qt
     LINKS Qt6::WebEngineWidgets Qt6::WebChannel Qt6::Svg Qt6::PrintSupport PUBLIC Qt6::Widgets
@@ -85,6 +85,8 @@ if(TVX_QT)
   list(APPEND headers settings_store.h web_engine.h)
   list(APPEND written htmled_widget.h)
 endif()
+
+include(${CMAKE_CURRENT_LIST_DIR}/exported.cmake)
 
 list(TRANSFORM headers PREPEND ${PROJECT_SOURCE_DIR}/include/tvx/)
 list(TRANSFORM written PREPEND ${PROJECT_BINARY_DIR}/include/tvx/)

@@ -3,7 +3,7 @@
 
 set(TVX_WRITTEN_HEADERS enumerations.h events.h htmled.h htmled_widget.h tvxhtml.h)
 # The layers that include pieces.
-set(TVX_WRITTEN_LAYERS transfer core library windowless automation qt)
+set(TVX_WRITTEN_LAYERS transfer core library windowless automation exported qt)
 
 # Where a header of hosts is.
 function(tvx_find_header header path)
@@ -20,7 +20,7 @@ set(forms ${TVX_WRITTEN_HEADERS})
 list(TRANSFORM forms REPLACE "(.+)" "${PROJECT_SOURCE_DIR}/include/tvx/\\1.in")
 set(headers ${TVX_WRITTEN_HEADERS})
 list(TRANSFORM headers PREPEND ${PROJECT_BINARY_DIR}/include/tvx/)
-set(pieces clsDirectoryItem_fields clsDirectoryItem_rows control_events designer_properties
+set(pieces clsDirectoryItem_fields clsDirectoryItem_rows control_events date_members designer_properties
   enumeration_rows event_relay event_rows host_events
   host_members member_rows property_fields property_members reference_text relay_declarations store_keys type_enumerators
   type_names widget_events widget_members writing_order)
@@ -33,7 +33,7 @@ foreach(layer IN LISTS TVX_WRITTEN_LAYERS)
   list(APPEND written ${links})
 endforeach()
 list(APPEND written ${PROJECT_BINARY_DIR}/layers/core/tvx/enumerations.h ${PROJECT_BINARY_DIR}/layers/windowless/tvx/events.h
-  ${PROJECT_BINARY_DIR}/layers/windowless/tvx/htmled.h)
+  ${PROJECT_BINARY_DIR}/layers/windowless/tvx/htmled.h ${PROJECT_BINARY_DIR}/layers/exported/tvx/tvxhtml.h)
 if(TVX_QT)
   list(APPEND written ${PROJECT_BINARY_DIR}/layers/qt/tvx/htmled_widget.h)
 else()

@@ -91,6 +91,22 @@ std::string enumerations(const Interface& interface) {
   return code;
 }
 
+/// "clsDirectoryItem" is of the kind "directoryItem".
+std::string kind_of(const Entry& described) {
+  std::string kind = described.name.substr(starts_with(described.name, "cls") ? 3 : 0);
+  kind[0] = lower(kind.substr(0, 1))[0];
+  return kind;
+}
+
+std::string date_members(const Interface& interface) {
+  std::string rows;
+  for (const Entry* described : interface.all(Kind::Class))
+    for (const Entry& member : described->members)
+      if (member.type == "date")
+        rows += "{" + literal(kind_of(*described)) + ", " + literal(member.name) + "},\n";
+  return rows;
+}
+
 }  // namespace
 
 std::string c_signature(const Entry& entry) {
@@ -110,4 +126,6 @@ void write_c(const Interface& interface, Pieces& pieces) {
   pieces["c_events"] = events(interface);
   pieces["c_event_list"] = event_list(interface);
   pieces["c_enumerations"] = enumerations(interface);
+  // The library's own knowledge of what goes through it.
+  pieces["date_members.inc"] = date_members(interface);
 }

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+#include "tvx/tvxhtml.h"
+
+namespace tvx::core {
+class HTMLed;
+}
+namespace tvx::platform {
+class PropertyBag;
+}
+
+namespace tvx::exported {
+
+/// Who is told what happens to a control.
+class StageOwner {
+ public:
+  virtual ~StageOwner() = default;
+  virtual void property_changed(std::u16string_view key) = 0;
+  virtual void window_closed() = 0;
+};
+
+/// Where a control is shown, in the words of the header.
+struct Position {
+  std::uint32_t where = TVX_OFF_SCREEN;
+  std::uint64_t window = 0;
+  tvx_box box = {0, 0, 900, 640};
+  /// The number by which the control is known until now; 0: a new one.
+  std::int32_t handle = 0;
+};
+
+/// What stands around a control: nothing that is seen, or a window. The control is there as long as this is.
+class Stage {
+ public:
+  virtual ~Stage() = default;
+  virtual core::HTMLed& control() = 0;
+  /// Starts the editor, in a program, or lays it out for a form designer.
+  virtual void start(bool user_mode) = 0;
+  virtual void show() = 0;
+  virtual void hide() = 0;
+  virtual void resize(const tvx_box& box) = 0;
+  virtual void take_focus() = 0;
+  /// Of the desktop's; 0: none.
+  virtual std::uint64_t window() = 0;
+  /// The control's life is over, also within a routine of its own: then this stays until that has returned.
+  /// The owner is told nothing more.
+  virtual void end() = 0;
+};
+
+}  // namespace tvx::exported
