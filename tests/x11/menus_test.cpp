@@ -392,6 +392,9 @@ TEST_F(MenusOnScreen, ATableIsDrawnInTheGrid) {
     return in_page(QStringLiteral("document.querySelectorAll('tr').length + ' ' + "
                                   "document.querySelectorAll('td').length")) == "2 6";
   })) << html();
+  // The letters are those of other items of the menu: none is open any more.
+  hands::type(QStringLiteral("High"));
+  EXPECT_TRUE(wait_for([&] { return html().find("<TD>High</TD>") != std::string::npos; })) << html();
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include "htmled/format/table_grid.h"
 
+#include <QApplication>
 #include <QKeyEvent>
 #include <QMenu>
 #include <QMouseEvent>
@@ -100,9 +101,10 @@ void fill_table_menu(Window& window, QMenu& menu) {
     menu.setActiveAction(holder);
     grid->setFocus();
   });
-  QObject::connect(grid, &TableGrid::chosen, &window, [&window, &menu](int rows, int columns) {
-    for (QWidget* each = &menu; auto* open = qobject_cast<QMenu*>(each); each = open->parentWidget())
-      open->close();
+  QObject::connect(grid, &TableGrid::chosen, &window, [&window](int rows, int columns) {
+    // Its own menu, and those that it was opened from.
+    while (QWidget* open = QApplication::activePopupWidget())
+      if (!open->close()) break;
     qt::HTMLedWidget& editor = window.editor();
     editor.finish_input();
     editor.insert_table(rows, columns);
