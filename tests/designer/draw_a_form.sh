@@ -1,25 +1,16 @@
 #!/bin/bash
 # Draws a form in Qt Designer as its user does: takes the editor from the widget box, gives it a property, and saves.
-# What uic makes of it is compiled: draw_a_form.sh PREFIX PLUGINS FOLDER
+# What uic makes of it is compiled: on_a_screen.sh draw_a_form.sh PREFIX PLUGINS FOLDER
 set -euo pipefail
 prefix=$1 folder=$3
 tests=$(dirname "$(readlink -f "$0")")
 rm -rf "$folder"
-mkdir -p "$folder/home" "$folder/run"
-chmod 700 "$folder/run"
-export HOME=$folder/home XDG_CONFIG_HOME=$folder/home XDG_RUNTIME_DIR=$folder/run LANG=C.UTF-8
-export QT_PLUGIN_PATH=$2 QT_QPA_PLATFORM=xcb QT_SCALE_FACTOR=1
-unset WAYLAND_DISPLAY
+mkdir -p "$folder/home"
+export HOME=$folder/home XDG_CONFIG_HOME=$folder/home QT_PLUGIN_PATH=$2
 form=$folder/letter.ui
 cp "$tests/empty.ui" "$form"
 
-started=()
-finish() {
-  for process in "${started[@]}"; do kill "$process" 2> /dev/null || true; done
-  wait 2> /dev/null || true
-}
-trap finish EXIT
-# Until a command succeeds, for half a minute: the last words are what it is waited for.
+# Until a command succeeds, for half a minute.
 wait_until() {
   for _ in $(seq 150); do
     if "$@" > /dev/null 2>&1; then return; fi
@@ -30,17 +21,9 @@ wait_until() {
   exit 1
 }
 
-# The server chooses a number that is free.
-Xvfb -displayfd 4 -screen 0 1400x900x24 -nolisten tcp 4> "$folder/display" 2> /dev/null &
-started+=($!)
-wait_until test -s "$folder/display"
-DISPLAY=:$(cat "$folder/display")
-export DISPLAY
-openbox > /dev/null 2>&1 &
-started+=($!)
 /usr/lib/qt6/bin/designer "$form" > "$folder/designer.log" 2>&1 &
 designer=$!
-started+=($designer)
+trap 'kill $designer 2> /dev/null || true' EXIT
 wait_until xdotool search --onlyvisible --name '^Qt Designer$'
 sleep 3
 
