@@ -18,6 +18,9 @@ class DirectoryListObject final : public Object {
     return {{"count", list_->count()}};
   }
 
+  bool is_operation(std::u16string_view name) const override {
+    return equals_ignoring_ascii_case(name, u"count");
+  }
   Value invoke(std::u16string_view name, Values& arguments) override {
     if (equals_ignoring_ascii_case(name, u"count")) return expect_arguments(arguments, 0, 0), list_->count();
     if (equals_ignoring_ascii_case(name, u"item")) return item(arguments);

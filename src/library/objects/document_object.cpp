@@ -20,6 +20,7 @@ class DocumentObject final : public Object {
     return {{"readyState", document_->readyState()}, {"url", document_->url()}};
   }
   Value invoke(std::u16string_view name, Values& arguments) override;
+  bool is_operation(std::u16string_view name) const override;
   void set(std::u16string_view name, const Value& value) override;
 
   const DocumentHandle& document() const { return document_; }
@@ -126,6 +127,10 @@ constexpr MemberOf<DocumentObject> rows[] = {
     {.name = u"queryCommandState", .call = query<&editing::Editor::state>},
     {.name = u"queryCommandIndeterm", .call = query<&editing::Editor::indeterminate>},
 };
+
+bool DocumentObject::is_operation(std::u16string_view name) const {
+  return is_operation_named<DocumentObject>(rows, name);
+}
 
 Value DocumentObject::invoke(std::u16string_view name, Values& arguments) {
   return invoke_named<DocumentObject>(rows, name, *this, arguments);

@@ -168,6 +168,11 @@ std::int32_t ElementObject::source_index() const {
   return static_cast<std::int32_t>(element_->document()->source_index(*element_));
 }
 
+bool ElementObject::is_operation(std::u16string_view name) const {
+  const auto* row = find_row(*element_, name);
+  return row && row->call;
+}
+
 Value ElementObject::invoke(std::u16string_view name, Values& arguments) {
   if (const auto* row = find_row(*element_, name)) return invoke_member(*row, *this, arguments);
   const Reflected* row = find_reflected(name);

@@ -16,6 +16,7 @@ class ElementObject final : public Object {
   std::u16string_view kind() const override { return u"element"; }
   std::vector<std::pair<std::string, Value>> description() const override;
   Value invoke(std::u16string_view name, Values& arguments) override;
+  bool is_operation(std::u16string_view name) const override;
   void set(std::u16string_view name, const Value& value) override;
 
   dom::Element& operator*() const { return *element_; }

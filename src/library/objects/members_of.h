@@ -25,6 +25,12 @@ const MemberOf<Self>* find_member(std::span<const MemberOf<Self>> rows, std::u16
   return nullptr;
 }
 
+template <class Self>
+bool is_operation_named(std::span<const MemberOf<Self>> rows, std::u16string_view name) {
+  const MemberOf<Self>* row = find_member(rows, name);
+  return row && row->call;
+}
+
 /// Answers `invoke` from a row. Arguments after a property are an item of what it gives: `rows(2)`.
 template <class Self>
 Value invoke_member(const MemberOf<Self>& row, Self& self, Values& arguments) {

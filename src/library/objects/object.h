@@ -23,6 +23,9 @@ class Object {
   /// What tells it from others of its kind when it travels as a value: name and value.
   virtual std::vector<std::pair<std::string, Value>> description() const { return {}; }
   virtual Value invoke(std::u16string_view name, Values& arguments) = 0;
+  /// Whether a member without arguments does something, or makes something anew: a language that tells
+  /// reading from calling doesn't invoke it to read it.
+  virtual bool is_operation(std::u16string_view) const { return false; }
   virtual void set(std::u16string_view name, const Value& value);
   /// What `object(arguments)` means: an item of a collection. RuntimeError(438) where it has none.
   virtual Value item(Values& arguments);

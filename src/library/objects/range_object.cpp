@@ -21,6 +21,7 @@ class TextRangeObject final : public Object {
     return {{"text", range_.text()}};
   }
   Value invoke(std::u16string_view name, Values& arguments) override;
+  bool is_operation(std::u16string_view name) const override;
   void set(std::u16string_view name, const Value& value) override;
 
   TextRange& operator*() { return range_; }
@@ -144,6 +145,10 @@ constexpr MemberOf<TextRangeObject> text_rows[] = {
     {.name = u"isEqual", .call = ask<&TextRange::is_equal>},
 };
 
+bool TextRangeObject::is_operation(std::u16string_view name) const {
+  return is_operation_named<TextRangeObject>(text_rows, name);
+}
+
 Value TextRangeObject::invoke(std::u16string_view name, Values& arguments) {
   return invoke_named<TextRangeObject>(text_rows, name, *this, arguments);
 }
@@ -166,6 +171,9 @@ class ControlRangeObject final : public Object {
     return element_object(&range_.item(static_cast<std::size_t>(index)), document_);
   }
 
+  bool is_operation(std::u16string_view name) const override {
+    return equals_ignoring_ascii_case(name, u"select");
+  }
   Value invoke(std::u16string_view name, Values& arguments) override {
     if (equals_ignoring_ascii_case(name, u"item")) return item(arguments);
     if (equals_ignoring_ascii_case(name, u"execCommand")) {

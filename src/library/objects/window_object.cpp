@@ -39,6 +39,10 @@ class SelectionObject final : public Object {
   std::u16string_view kind() const override { return u"selection"; }
   std::vector<std::pair<std::string, Value>> description() const override { return {{"type", type()}}; }
 
+  bool is_operation(std::u16string_view name) const override {
+    return equals_ignoring_ascii_case(name, u"createRange") || equals_ignoring_ascii_case(name, u"empty") ||
+           equals_ignoring_ascii_case(name, u"clear");
+  }
   Value invoke(std::u16string_view name, Values& arguments) override {
     expect_arguments(arguments, 0, 0);
     if (equals_ignoring_ascii_case(name, u"type")) return type();
