@@ -9,6 +9,7 @@
 
 /// Writes what is made of the description of the control's interface:
 ///   write_interface <description> <folder of *.h.in> <folder for pieces> <folder for headers>
+///                   [<folder of *.pyi.in> <folder for the Python module>]
 /// What would be written as it stands is left alone, so that nothing that includes it is compiled anew.
 namespace {
 
@@ -27,7 +28,7 @@ void write(const fs::path& path, const std::string& text) {
   if (!(file << text << std::flush)) throw std::runtime_error(path.string() + ": can't be written");
 }
 
-/// A header from its form: pieces in the place of the lines that name them.
+/// A file from its form: pieces in the place of the lines that name them.
 std::string header(const fs::path& form, const Pieces& pieces) {
   std::ifstream file(form);
   if (!file) throw std::runtime_error(form.string() + ": can't be read");
@@ -44,9 +45,7 @@ std::string header(const fs::path& form, const Pieces& pieces) {
   return text;
 }
 
-void run(const fs::path& description, const fs::path& forms, const fs::path& folder,
-         const fs::path& headers) {
-  const Interface interface = read_interface(description.string());
+Pieces pieces_of(const Interface& interface) {
   Pieces pieces;
   write_core(interface, pieces);
   write_library(interface, pieces);
@@ -54,18 +53,38 @@ void run(const fs::path& description, const fs::path& forms, const fs::path& fol
   write_hosts(interface, pieces);
   write_c(interface, pieces);
   write_designer(interface, pieces);
+  write_python(interface, pieces);
+  return pieces;
+}
+
+void write_forms(const fs::path& forms, const fs::path& folder, const Pieces& pieces) {
+  for (const auto& file : fs::directory_iterator(forms))
+    if (file.path().extension() == ".in") write(folder / file.path().stem(), header(file.path(), pieces));
+}
+
+void write_code(const Pieces& pieces, const fs::path& forms, const fs::path& folder,
+                const fs::path& headers) {
   const std::string note = "// Written from src/library/tvxhtml.interface by the build.\n";
   for (const auto& [name, text] : pieces)
     if (name.ends_with(".inc")) write(folder / name, note + text);
-  for (const auto& file : fs::directory_iterator(forms))
-    if (file.path().extension() == ".in") write(headers / file.path().stem(), header(file.path(), pieces));
+  write_forms(forms, headers, pieces);
+}
+
+void write_module(const Pieces& pieces, const fs::path& forms, const fs::path& folder) {
+  for (const auto& [name, text] : pieces)
+    if (name.ends_with(".py")) write(folder / name, text);
+  write_forms(forms, folder, pieces);
 }
 
 }  // namespace
 
 int main(int count, char** arguments) try {
-  if (count != 5) throw std::runtime_error("use: write_interface <description> <forms> <pieces> <headers>");
-  run(arguments[1], arguments[2], arguments[3], arguments[4]);
+  if (count != 5 && count != 7)
+    throw std::runtime_error(
+        "use: write_interface <description> <forms> <pieces> <headers> [<forms> <module>]");
+  const Pieces pieces = pieces_of(read_interface(arguments[1]));
+  write_code(pieces, arguments[2], arguments[3], arguments[4]);
+  if (count == 7) write_module(pieces, arguments[5], arguments[6]);
   return 0;
 } catch (const std::exception& failure) {
   std::cerr << "write_interface: " << failure.what() << "\n";

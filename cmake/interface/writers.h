@@ -15,6 +15,7 @@ void write_relays(const Interface& interface, Pieces& pieces);
 void write_hosts(const Interface& interface, Pieces& pieces);
 void write_c(const Interface& interface, Pieces& pieces);
 void write_designer(const Interface& interface, Pieces& pieces);
+void write_python(const Interface& interface, Pieces& pieces);
 /// docs/reference.md.
 std::string reference(const Interface& interface);
 

@@ -1,0 +1,25 @@
+"""The visual HTML editor tvxHTML, from Python.
+
+    import tvxhtml
+
+    with tvxhtml.HTMLed() as editor:
+        editor.start()
+        editor.DocumentHTML = "<p>Hello world</p>"
+        editor.selectText(6, 5)
+        editor.bold_document()
+        print(editor.DocumentHTML)
+
+Properties, operations and events have the names that the reference lists. Everything happens in the thread that made the
+first editor.
+"""
+
+from . import _members
+from ._control import _CLASSES, Event, EventArguments, HTMLed
+from ._library import Closed, Error
+from ._objects import Method, Object
+from ._version import __version__
+
+globals().update({each.__name__: each for each in _members.ENUMERATIONS})
+globals().update(_CLASSES)
+__all__ = ["HTMLed", "Object", "Method", "Event", "EventArguments", "Error", "Closed", "__version__",
+           *(each.__name__ for each in _members.ENUMERATIONS), *_CLASSES]
