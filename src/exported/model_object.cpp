@@ -58,6 +58,7 @@ class ModelObject final : public Counted {
       return TVX_OK;
     }
     if ((how & ~(TVX_CALL | TVX_GET)) != 0 || how == 0) return TVX_NO_MEMBER;
+    if (how == TVX_GET && name && object->is_operation(*name)) return TVX_NO_MEMBER;
     const library::Values before = arguments.values;
     result = value_for(name ? object->invoke(*name, arguments.values) : object->item(arguments.values));
     if (result.type == TVX_DOUBLE && name && is_date(*object, *name)) result.type = TVX_DATE;
