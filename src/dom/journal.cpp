@@ -34,6 +34,8 @@ struct Journal::Step {
   bool typing = false;
   std::vector<Record> mutations;
   SelectionRecord before, after;
+  // While the step is open, what could be done again before it: a step that is rolled back leaves that.
+  std::vector<std::unique_ptr<Step>> undone_before;
 };
 
 namespace {
@@ -194,6 +196,8 @@ void Journal::finish_step() {
   std::unique_ptr<Step> step = std::move(open_step_);
   if (!step) return;  // the journal was cleared meanwhile
   // Attributes tidied by a read with no step before it: nothing to join, nothing to undo.
+  if (step->mutations.empty() && undone_.empty()) undone_ = std::move(step->undone_before);
+  step->undone_before.clear();
   if (step->mutations.empty() || (keeps_redo_ && !joined_)) return;
   if (!keeps_redo_) {
     step->after = capture();
@@ -213,7 +217,7 @@ void Journal::before_mutation() {
 void Journal::record(Mutation&& mutation) {
   if (replaying_ || mutation.kind != MutationKind::Step || !open_step_) return;
   if (mutation.parent == &document_) mutation.parent = nullptr;
-  if (!keeps_redo_) undone_.clear();
+  if (!keeps_redo_ && !undone_.empty()) open_step_->undone_before = std::move(undone_), undone_.clear();
   auto& mutations = open_step_->mutations;
   if (!open_step_->typing || mutations.empty() || !merge_typing(mutations.back(), mutation)) {
     mutations.emplace_back(std::move(mutation));

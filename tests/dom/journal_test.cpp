@@ -191,6 +191,32 @@ TEST_F(JournalTest, RollBackTakesTheOpenStepBackAndLeavesItOpen) {
   EXPECT_EQ(html(), u"<P>one</P>");
 }
 
+TEST_F(JournalTest, AStepThatIsRolledBackLeavesWhatCanBeDoneAgain) {
+  set_attribute(*p_, names::id, u"a");
+  set_attribute(*p_, names::id, u"b");
+  journal().undo();
+  journal().undo();
+  {
+    UndoStep step(journal(), u"Preview");
+    replace_data(*text_, 0, 0, u"x");
+    journal().roll_back();
+    replace_data(*text_, 0, 0, u"y");
+    EXPECT_FALSE(journal().can_redo()) << "not while it is open";
+    journal().roll_back();
+  }
+  EXPECT_TRUE(journal().redo());
+  EXPECT_TRUE(journal().redo());
+  EXPECT_EQ(html(), u"<P id=\"b\">one</P>");
+  journal().undo();
+  {
+    UndoStep step(journal(), u"Preview");
+    replace_data(*text_, 0, 0, u"x");
+    journal().roll_back();
+    replace_data(*text_, 0, 0, u"y");
+  }
+  EXPECT_FALSE(journal().can_redo()) << "something else was done";
+}
+
 TEST_F(JournalTest, ClearInsideAnOpenStepForgetsTheStep) {
   {
     UndoStep step(journal(), u"Load");
