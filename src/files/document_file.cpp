@@ -157,9 +157,14 @@ FileForm DocumentFile::form_of(const dom::Document& document) const {
   return form;
 }
 
+std::optional<LineEnd> DocumentFile::chosen_line_end() const {
+  const bool unites = mixed_in_file_ && line_ends_.empty();
+  if (form_.line_end == form_in_file_.line_end && !unites) return {};
+  return form_.line_end;
+}
+
 bool DocumentFile::respelled() const {
-  return form_.line_end != form_in_file_.line_end || form_.byte_order_mark != form_in_file_.byte_order_mark ||
-         (mixed_in_file_ && line_ends_.empty());
+  return chosen_line_end() || form_.byte_order_mark != form_in_file_.byte_order_mark;
 }
 
 void DocumentFile::set_line_end(LineEnd end) {

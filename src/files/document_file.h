@@ -42,6 +42,8 @@ class DocumentFile {
   FileForm form_of(const dom::Document& document) const;
   /// All lines end so, whatever the file had.
   void set_line_end(LineEnd end);
+  /// What that was called with; nothing where the lines end as they do in the file.
+  std::optional<LineEnd> chosen_line_end() const;
   /// Without a byte order mark the page's own word counts.
   void take_mark_away();
   /// Whether a save would spell the very same page with other bytes.

@@ -1,6 +1,8 @@
 #include "tvx/files/kept_page.h"
 
+#include <algorithm>
 #include <charconv>
+#include <iterator>
 
 #include "tvx/base/strings.h"
 
@@ -8,6 +10,9 @@ namespace tvx::files {
 namespace {
 
 constexpr std::string_view heading = "tvxHTML unsaved page 1\n";
+
+/// In the order of the enumeration.
+constexpr std::string_view line_end_names[] = {"lf", "crlf", "cr"};
 
 void append(std::string& bytes, std::string_view name, std::string_view value) {
   bytes += name;
@@ -50,6 +55,8 @@ std::string kept_bytes(const KeptPage& page) {
   append(bytes, "time", std::to_string(page.time));
   append(bytes, "page", to_utf8(page.page));
   if (page.code) append(bytes, "code", to_utf8(*page.code));
+  if (page.line_end) append(bytes, "line_end", line_end_names[std::size_t(*page.line_end)]);
+  if (page.without_mark) append(bytes, "without_mark", {});
   return bytes;
 }
 
@@ -63,6 +70,12 @@ std::optional<KeptPage> read_kept_page(std::string_view bytes) {
   std::from_chars(time->data(), time->data() + time->size(), kept.time);
   kept.page = from_utf8(*page);
   if (const auto code = reader.next("code")) kept.code = from_utf8(*code);
+  if (const auto end = reader.next("line_end")) {
+    const auto found = std::ranges::find(line_end_names, *end);
+    if (found == std::end(line_end_names)) return {};
+    kept.line_end = LineEnd(found - std::begin(line_end_names));
+  }
+  kept.without_mark = reader.next("without_mark").has_value();
   if (!reader.at_end()) return {};
   return kept;
 }

@@ -5,7 +5,14 @@
 namespace tvx::files {
 namespace {
 
-KeptPage some_page() { return {u"/home/ada/größe.html", 1234567890, u"<p>a\nb</p>\n", u"code 0\n"}; }
+KeptPage some_page() {
+  KeptPage page;
+  page.path = u"/home/ada/größe.html";
+  page.time = 1234567890;
+  page.page = u"<p>a\nb</p>\n";
+  page.code = u"code 0\n";
+  return page;
+}
 
 TEST(KeptPage, ComesBackAsItWas) {
   for (const bool in_code_view : {false, true}) {
@@ -21,11 +28,28 @@ TEST(KeptPage, ComesBackAsItWas) {
 }
 
 TEST(KeptPage, WithoutAFileHasNoPath) {
-  const auto read = read_kept_page(kept_bytes({u"", 1, u"", {}}));
+  const auto read = read_kept_page(kept_bytes(KeptPage()));
   ASSERT_TRUE(read);
   EXPECT_TRUE(read->path.empty());
   EXPECT_TRUE(read->page.empty());
   EXPECT_FALSE(read->code);
+}
+
+TEST(KeptPage, KnowsHowTheUserWantsTheFileSpelled) {
+  for (const LineEnd end : {LineEnd::Lf, LineEnd::CrLf, LineEnd::Cr})
+    for (const bool without_mark : {false, true}) {
+      KeptPage page = some_page();
+      page.line_end = end;
+      page.without_mark = without_mark;
+      const auto read = read_kept_page(kept_bytes(page));
+      ASSERT_TRUE(read);
+      EXPECT_EQ(read->line_end, end);
+      EXPECT_EQ(read->without_mark, without_mark);
+      EXPECT_EQ(read->code, page.code);
+    }
+  EXPECT_FALSE(read_kept_page(kept_bytes(some_page()))->line_end);
+  std::string bytes = kept_bytes(some_page()) + "line_end 2\nxx\n";
+  EXPECT_FALSE(read_kept_page(bytes)) << "no way in which lines end";
 }
 
 TEST(KeptPage, APartOfOneIsNone) {

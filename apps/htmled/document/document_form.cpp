@@ -68,6 +68,7 @@ void DocumentPage::set_charset(const QString& name) {
 void DocumentPage::set_line_end(files::LineEnd end) {
   file_.set_line_end(end);
   mark_->look();
+  keeper_->note_change();
   emit form_changed();
 }
 

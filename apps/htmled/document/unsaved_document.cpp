@@ -13,6 +13,7 @@
 #include "tvx/dom/without_overlay.h"
 #include "tvx/files/page_replacement.h"
 #include "tvx/htmled_widget.h"
+#include "tvx/qt/support/strings.h"
 
 /// What a page does so that nothing is lost: it is kept while it isn't saved, restored after a crash, and
 /// looks whether another program has written its file.
@@ -23,10 +24,16 @@ std::optional<files::KeptPage> DocumentPage::unsaved() {
   core::HTMLed& control = editor_->control();
   const auto document = control.DOM();
   if (!is_modified() || !document) return {};
-  files::KeptPage page{file_.path(), QDateTime::currentSecsSinceEpoch(), {}, {}};
+  files::KeptPage page;
+  page.path = file_.path();
+  page.time = QDateTime::currentSecsSinceEpoch();
+  page.line_end = file_.chosen_line_end();
+  page.without_mark = !file_.form().byte_order_mark;
   const dom::WithoutOverlay without_overlay(document->tree());
   page.page = file_.page_text(document->tree());
   if (control.InCodeView() && !control.txtCode().untouched_text()) page.code = control.txtCode().Text();
+  // It is offered in the code view: its tags don't fit yet.
+  if (const QString waiting = editor_->waiting_source(); !waiting.isNull()) page.code = qt::from_qt(waiting);
   return page;
 }
 
@@ -53,6 +60,9 @@ void DocumentPage::show_restored() {
   if (control.InCodeView()) control.show_Code();
   files::replace_page(document->tree(), kept.page);
   document->tell_user_change();
+  if (kept.line_end) file_.set_line_end(*kept.line_end);
+  if (kept.without_mark) file_.take_mark_away();
+  emit form_changed();
   if (kept.code) {
     control.show_Code();
     control.txtCode().edit(*kept.code);
