@@ -35,12 +35,14 @@ MessageResult TextBox::handle_message(Message message, Parameter wParam, Paramet
       if (clipboard_ && !Locked() && clipboard_->GetFormat(ClipboardFormat::text))
         set_SelText(clipboard_->GetText());
       return 0;
-    case EM_CANUNDO: return can_undo();
+    case EM_CANUNDO: return can_undo() || (handler_ && handler_->CanTakeBack(false));
     case EM_UNDO:
+      if (handler_ && !Locked() && handler_->TakeBack(false)) return 1;
       if (!can_undo()) return 0;
       if (!Locked()) Undo();
       return 1;
     case EM_REDO:
+      if (handler_ && !Locked() && handler_->TakeBack(true)) return 1;
       if (!Locked()) Redo();
       return 1;
     case EM_REPLACESEL:

@@ -37,6 +37,10 @@ class TextBoxHandler {
   virtual void Change() {}
   virtual void SelChange() {}
   virtual void GotFocus() {}
+  /// Whether TakeBack() would find something, and taking an edit back (`again`: doing it again) in the place
+  /// of the box. False: the box does it by its own history.
+  virtual bool CanTakeBack(bool /*again*/) { return false; }
+  virtual bool TakeBack(bool /*again*/) { return false; }
 };
 
 /// A box of plain text in lines that don't wrap, with an undo stack of its own: what a source editor wants of
@@ -66,6 +70,9 @@ class TextBox : public MessageWindow {
   };
   /// Replaces stretches, which are in order, as one edit of the user's; the caret stands after the last one.
   virtual void replace(const std::vector<Replacement>& replacements) = 0;
+  /// Replaces a stretch as no edit of the user's: nobody is told, the caret and the lines in sight stay on
+  /// what they are on, and the history of edits begins anew.
+  virtual void follow(std::size_t start, std::size_t length, std::u16string_view text) = 0;
   struct Stretch {
     std::size_t start = 0, length = 0;
     friend bool operator==(const Stretch&, const Stretch&) = default;
@@ -74,6 +81,7 @@ class TextBox : public MessageWindow {
   /// the text that they mark, and away with another text.
   virtual void show_hits(const std::vector<Stretch>& hits, std::size_t present) = 0;
   virtual bool can_undo() const = 0;
+  virtual bool can_redo() const = 0;
   virtual void Undo() = 0;
   virtual void Redo() = 0;
 

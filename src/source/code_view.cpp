@@ -91,6 +91,13 @@ void OrvelCV::edit(std::u16string_view text) {
   box.set_SelText(text);
 }
 
+void OrvelCV::follow(std::size_t start, std::size_t length, std::u16string_view text) {
+  TextBox1().follow(start, length, text);
+  edited_ = true;
+  tell_of_text();
+  DrawLineNumbers();
+}
+
 // --- operations and properties ---
 
 void OrvelCV::SetFocus() {

@@ -150,6 +150,8 @@ class OrvelCV final : private services::ISubclass, private platform::TextBoxHand
   LineMarks line_marks();
   std::vector<LineNumber> line_numbers() { return source::line_numbers(line_marks(), pane_); }
 
+  /// What another side has made of a stretch of the text; see TextBox::follow.
+  void follow(std::size_t start, std::size_t length, std::u16string_view text);
   /// What the user made of the text, with whatever line ends: one step of undo.
   void edit(std::u16string_view text);
 
@@ -186,6 +188,8 @@ class OrvelCV final : private services::ISubclass, private platform::TextBoxHand
   void Change() override;
   void SelChange() override;
   void GotFocus() override;
+  bool CanTakeBack(bool again) override { return events_ && events_->CanTakeBack(again); }
+  bool TakeBack(bool again) override { return events_ && events_->TakeBack(again); }
 
   PlainTextBox plain_;
   platform::TextBox* box_ = &plain_;

@@ -78,6 +78,25 @@ void PlainTextBox::replace(const std::vector<Replacement>& replacements) {
   typing_run_ = false;
 }
 
+void PlainTextBox::follow(std::size_t start, std::size_t length, std::u16string_view text) {
+  const std::u16string with = with_lf(text);
+  const std::size_t seen = line_starts()[std::min(first_visible_, line_count() - 1)];
+  const auto moved_along = [&](std::size_t place) {
+    if (place <= start) return place;
+    return place >= start + length ? place - length + with.size()
+                                   : start + std::min(place - start, with.size());
+  };
+  text_.replace(start, length, with);
+  line_starts_.clear();
+  anchor_ = moved_along(anchor_);
+  focus_ = moved_along(focus_);
+  first_visible_ = line_of(moved_along(seen));
+  hits_.clear();
+  done_.clear();
+  undone_.clear();
+  typing_run_ = false;
+}
+
 void PlainTextBox::show_hits(const std::vector<Stretch>& hits, std::size_t present) {
   hits_ = hits;
   present_hit_ = present;
@@ -229,8 +248,8 @@ bool PlainTextBox::command_key(std::int16_t key_code, std::int16_t shift) {
     case u'C': tell(platform::WM_COPY); return true;
     case u'V': tell(platform::WM_PASTE); return true;
     case u'X': tell(platform::WM_CUT); return true;
-    case u'Z': return locked_ || (replay(done_, undone_), true);
-    case u'Y': return locked_ || (replay(undone_, done_), true);
+    case u'Z': tell(platform::EM_UNDO); return true;
+    case u'Y': tell(platform::EM_REDO); return true;
     default: return false;
   }
 }

@@ -22,8 +22,10 @@ class PlainTextBox final : public platform::TextBox {
   std::u16string SelText() const override;
   void set_SelText(std::u16string_view text) override;
   void replace(const std::vector<Replacement>& replacements) override;
+  void follow(std::size_t start, std::size_t length, std::u16string_view text) override;
   void show_hits(const std::vector<Stretch>& hits, std::size_t present) override;
   bool can_undo() const override { return !done_.empty(); }
+  bool can_redo() const override { return !undone_.empty(); }
   void Undo() override { replay(done_, undone_); }
   void Redo() override { replay(undone_, done_); }
   std::size_t line_count() const override;
@@ -48,7 +50,6 @@ class PlainTextBox final : public platform::TextBox {
   /// What was last marked, as it was told.
   const std::vector<Stretch>& hits() const { return hits_; }
   std::size_t present_hit() const { return present_hit_; }
-  bool can_redo() const { return !undone_.empty(); }
 
  private:
   struct Edit {

@@ -33,7 +33,14 @@ class BoxEars final : public platform::TextBoxHandler {
   void Change() override { ++changes; }
   void GotFocus() override { ++focused; }
 
+  bool TakeBack(bool again) override {
+    if (takes_back) taken_back += again ? "redo " : "undo ";
+    return takes_back;
+  }
+
   std::vector<std::string> heard;
+  bool takes_back = false;
+  std::string taken_back;
   int changes = 0, focused = 0;
   bool takes_keys = false, takes_characters = false;
 };
@@ -288,6 +295,47 @@ TYPED_TEST_P(TextBoxContract, EditsOfLongLinesAreWhatTheySay) {
   EXPECT_TRUE(left == first);
 }
 
+TYPED_TEST_P(TextBoxContract, WhatFollowsAnotherSideIsNoEdit) {
+  this->box().set_Text(u"one\ntwo\nthree");
+  this->box().select(4, 3);
+  this->key(u"x");
+  this->box().select(6, 2);
+  this->ears.heard.clear();
+  this->box().follow(0, 3, u"a\r\nlonger");
+  EXPECT_EQ(this->text(), "a\r\nlonger\r\nx\r\nthree");
+  EXPECT_EQ(this->box().SelText(), u"th") << "the selection stays on what it is on";
+  EXPECT_TRUE(this->ears.heard.empty());
+  EXPECT_FALSE(this->box().can_undo());
+  this->box().follow(this->box().length(), 0, u"!");
+  EXPECT_EQ(this->box().SelText(), u"th");
+  this->key(u"y");
+  EXPECT_EQ(this->text(), "a\r\nlonger\r\nx\r\nyree!");
+  EXPECT_TRUE(this->box().can_undo());
+}
+
+TYPED_TEST_P(TextBoxContract, AnEmptyFollowingEndsTheHistoryAlone) {
+  this->box().set_Text(u"one");
+  this->key(u"x");
+  EXPECT_TRUE(this->box().can_undo());
+  this->box().follow(0, 0, {});
+  EXPECT_FALSE(this->box().can_undo());
+  EXPECT_EQ(this->text(), "xone");
+}
+
+TYPED_TEST_P(TextBoxContract, StepsMayBeSomebodyElses) {
+  this->box().set_Text(u"one");
+  this->key(u"x");
+  this->ears.takes_back = true;
+  this->key(u"z", control_key);
+  EXPECT_EQ(this->text(), "xone");
+  EXPECT_EQ(this->ears.taken_back, "undo ");
+  this->key(u"y", control_key);
+  EXPECT_EQ(this->ears.taken_back, "undo redo ");
+  this->ears.takes_back = false;
+  this->key(u"z", control_key);
+  EXPECT_EQ(this->text(), "one");
+}
+
 TYPED_TEST_P(TextBoxContract, TheClipboardIsTheOneThatItWasGiven) {
   this->box().set_Text(u"one two");
   this->box().select(0, 3);
@@ -335,7 +383,9 @@ REGISTER_TYPED_TEST_SUITE_P(TextBoxContract, LinesGoInAnyhowAndComeOutWithCrLf, 
                             ALockedBoxTakesNoEdits, EditsAreTakenBackAndMadeAgain,
                             SeveralStretchesAreReplacedAsOneEdit, LettersTypedOneAfterTheOtherAreOneStep,
                             ALineOfAnyLengthIsOneLine, EachKeyInALongLineTakesOneLetter,
-                            EditsOfLongLinesAreWhatTheySay, TheClipboardIsTheOneThatItWasGiven,
-                            TheKeyboardComesToABoxThatIsShown, ADisabledBoxTakesNeitherKeysNorTheKeyboard);
+                            EditsOfLongLinesAreWhatTheySay, WhatFollowsAnotherSideIsNoEdit,
+                            AnEmptyFollowingEndsTheHistoryAlone, StepsMayBeSomebodyElses,
+                            TheClipboardIsTheOneThatItWasGiven, TheKeyboardComesToABoxThatIsShown,
+                            ADisabledBoxTakesNeitherKeysNorTheKeyboard);
 
 }  // namespace tvx::contract

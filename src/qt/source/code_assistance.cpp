@@ -70,6 +70,11 @@ void CodeAssistance::set_on(bool on) {
   document_changed();
 }
 
+void CodeAssistance::set_line_marked(bool marked) {
+  line_marked_ = marked;
+  mark_later_.start();
+}
+
 void CodeAssistance::document_changed() {
   tags_.reset();
   text_.clear();
@@ -79,6 +84,7 @@ void CodeAssistance::document_changed() {
     layout->set_dark(is_dark());
     layout->set_coloured(on_);
   }
+  mark_later();
   if (!on_) return;
   connect(edit_.document(), &QTextDocument::contentsChange, this, [this](int, int removed, int added) {
     if (removed == 0 && added == 0) return;
@@ -113,11 +119,12 @@ void CodeAssistance::read_tags() {
 }
 
 void CodeAssistance::mark_later() {
-  if (on_) mark_later_.start();
+  if (on_ || line_marked_) mark_later_.start();
 }
 
 void CodeAssistance::mark() {
   QList<QTextEdit::ExtraSelection> marks;
+  if (line_marked_) mark_line(marks);
   if (on_) {
     mark_troubles(marks);
     mark_tags(marks);
@@ -134,6 +141,15 @@ QTextEdit::ExtraSelection CodeAssistance::stretch(std::size_t from, std::size_t 
   mark.cursor.setPosition(int(to), QTextCursor::KeepAnchor);
   mark.format = format;
   return mark;
+}
+
+void CodeAssistance::mark_line(QList<QTextEdit::ExtraSelection>& marks) const {
+  QTextEdit::ExtraSelection mark;
+  mark.cursor = edit_.textCursor();
+  mark.cursor.clearSelection();
+  mark.format = ground(is_dark() ? 0x26323F : 0xEAF2FC);
+  mark.format.setProperty(QTextFormat::FullWidthSelection, true);
+  marks.append(mark);
 }
 
 void CodeAssistance::mark_tags(QList<QTextEdit::ExtraSelection>& marks) const {

@@ -39,6 +39,8 @@ class CodeAssistance final : public QObject {
   void key_done(const QKeyEvent& event);
   /// What is to be said of a place, if anything.
   QString tip_at(int place) const;
+  /// Whether the line of the caret is marked, also without the rest of this. Off at first.
+  void set_line_marked(bool marked);
   /// The colours of the desktop have changed.
   void colours_changed();
 
@@ -46,6 +48,7 @@ class CodeAssistance final : public QObject {
   void read_tags();
   void mark_later();
   void mark();
+  void mark_line(QList<QTextEdit::ExtraSelection>& marks) const;
   void mark_tags(QList<QTextEdit::ExtraSelection>& marks) const;
   void mark_brackets(QList<QTextEdit::ExtraSelection>& marks) const;
   void mark_troubles(QList<QTextEdit::ExtraSelection>& marks) const;
@@ -60,7 +63,7 @@ class CodeAssistance final : public QObject {
 
   QPlainTextEdit& edit_;
   CodeText& code_;
-  bool on_ = false;
+  bool on_ = false, line_marked_ = false;
   QTimer read_later_, mark_later_;
   QString text_;  // as the tags were read from it
   std::optional<source::TagStructure> tags_;

@@ -81,7 +81,7 @@ class CodeBox::Edit final : public QPlainTextEdit {
     setWordWrapMode(QTextOption::NoWrap);
     setFrameShape(NoFrame);
     setFont(code_font());
-    setTabStopDistance(4 * QFontMetricsF(font()).horizontalAdvance(u' '));
+    set_tabs();
     setLayoutDirection(Qt::LeftToRight);  // a source reads from left to right in every interface
     setCursorWidth(2);
     put({});
@@ -109,6 +109,33 @@ class CodeBox::Edit final : public QPlainTextEdit {
     delete old;
     text.follow(*fresh);
     assistance.document_changed();
+  }
+  void set_tabs() { setTabStopDistance(4 * QFontMetricsF(font()).horizontalAdvance(u' ')); }
+  // What stands in the lines in sight goes on standing there. Much is put in faster with a fresh document.
+  void follow(std::size_t start, std::size_t length, const std::u16string& with) {
+    constexpr std::size_t much = 100'000;
+    const auto along = [&](std::size_t place) {
+      if (place <= start) return place;
+      return place >= start + length ? place - length + with.size()
+                                     : start + std::min(place - start, with.size());
+    };
+    const std::size_t anchor = along(text.to_text(textCursor().anchor())),
+                      caret = along(text.to_text(textCursor().position()));
+    const QTextBlock top = firstVisibleBlock();
+    const int into_top = verticalScrollBar()->value() - top.firstLineNumber(),
+              sideways = horizontalScrollBar()->value();
+    const std::size_t seen = along(text.to_text(top.position()));
+    if (length + with.size() > much)
+      put(std::u16string(text.text()).replace(start, length, with));
+    else
+      replace_beside_caret(start, length, with);
+    text.forget_edits();
+    QTextCursor cursor = textCursor();
+    cursor.setPosition(text.to_shown(anchor));
+    cursor.setPosition(text.to_shown(caret), QTextCursor::KeepAnchor);
+    if (cursor != textCursor() || cursor.anchor() != textCursor().anchor()) setTextCursor(cursor);
+    verticalScrollBar()->setValue(document()->findBlock(text.to_shown(seen)).firstLineNumber() + into_top);
+    horizontalScrollBar()->setValue(sideways);
   }
   // Breaks within a line are no characters: no key takes one away, or has the caret stand on both sides of
   // it.
@@ -198,8 +225,9 @@ class CodeBox::Edit final : public QPlainTextEdit {
     lead(*menu, "edit-cut", platform::WM_CUT);
     lead(*menu, "edit-copy", platform::WM_COPY);
     lead(*menu, "edit-paste", platform::WM_PASTE);
-    lead(*menu, "edit-undo", platform::EM_UNDO, text.can_undo());
-    lead(*menu, "edit-redo", platform::EM_REDO, text.can_redo());
+    platform::TextBoxHandler* handler = box_.handler();
+    lead(*menu, "edit-undo", platform::EM_UNDO, text.can_undo() || (handler && handler->CanTakeBack(false)));
+    lead(*menu, "edit-redo", platform::EM_REDO, text.can_redo() || (handler && handler->CanTakeBack(true)));
     menu->exec(event->globalPos());
   }
   // What is dragged, dropped or pasted by the middle button is plain text, too.
@@ -231,6 +259,12 @@ class CodeBox::Edit final : public QPlainTextEdit {
   }
 
  private:
+  void replace_beside_caret(std::size_t start, std::size_t length, const std::u16string& with) {
+    QTextCursor cursor(document());
+    cursor.setPosition(text.to_shown(start));
+    if (length > 0) cursor.setPosition(text.to_shown(start + length, false), QTextCursor::KeepAnchor);
+    cursor.insertText(to_qt(with));
+  }
   // The clipboard's items go the way of its keys.
   void lead(QMenu& menu, const char* name, platform::Message message, std::optional<bool> enabled = {}) {
     auto* action = menu.findChild<QAction*>(QString::fromLatin1(name));
@@ -279,6 +313,12 @@ void CodeBox::set_wrapped(bool wrapped) {
   edit_->setWordWrapMode(wrapped ? QTextOption::WrapAtWordBoundaryOrAnywhere : QTextOption::NoWrap);
 }
 
+void CodeBox::set_font(const QFont& font) {
+  edit_->setFont(font);
+  edit_->document()->setDefaultFont(font);
+  edit_->set_tabs();
+}
+
 void CodeBox::go_to_line(std::size_t line) {
   QTextCursor cursor(edit_->text.block_of_line(std::min(line, line_count() - 1)));
   edit_->setTextCursor(cursor);
@@ -325,7 +365,15 @@ void CodeBox::set_SelText(std::u16string_view text) {
   edit_->setTextCursor(cursor);
 }
 
+// An empty stretch ends the history, and has nothing laid out anew.
+void CodeBox::follow(std::size_t start, std::size_t length, std::u16string_view text) {
+  if (length == 0 && text.empty()) return edit_->text.forget_edits();
+  const QScopedValueRollback quiet(quiet_, true);
+  edit_->follow(start, length, with_lf(text));
+}
+
 bool CodeBox::can_undo() const { return edit_->text.can_undo(); }
+bool CodeBox::can_redo() const { return edit_->text.can_redo(); }
 void CodeBox::Undo() { edit_->text.undo(); }
 void CodeBox::Redo() { edit_->text.redo(); }
 
@@ -422,7 +470,7 @@ bool CodeBox::edit_key(const QKeyEvent& event) {
   const bool again = event.matches(QKeySequence::Redo) ||
                      (event.key() == Qt::Key_Y && event.modifiers() == Qt::ControlModifier);
   if (!again && !event.matches(QKeySequence::Undo)) return false;
-  if (!Locked()) again ? Redo() : Undo();
+  tell(again ? platform::EM_REDO : platform::EM_UNDO);
   return true;
 }
 

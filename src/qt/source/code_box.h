@@ -29,6 +29,7 @@ class CodeBox final : public platform::TextBox {
   CodeAssistance& assistance();
   /// Whether lines go on below where they reach the box's edge.
   void set_wrapped(bool wrapped);
+  void set_font(const QFont& font);
   /// Brings a line to the middle of the box, with the caret at its start; the first one is 0.
   void go_to_line(std::size_t line);
   /// How far down a line begins in the widget; nothing is known of lines out of sight.
@@ -45,8 +46,10 @@ class CodeBox final : public platform::TextBox {
   std::u16string SelText() const override;
   void set_SelText(std::u16string_view text) override;
   void replace(const std::vector<Replacement>& replacements) override;
+  void follow(std::size_t start, std::size_t length, std::u16string_view text) override;
   void show_hits(const std::vector<Stretch>& hits, std::size_t present) override;
   bool can_undo() const override;
+  bool can_redo() const override;
   void Undo() override;
   void Redo() override;
   std::size_t line_count() const override;

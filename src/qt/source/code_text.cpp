@@ -124,6 +124,11 @@ void CodeText::replace(std::size_t start, std::size_t length, std::u16string_vie
   edit_.setTextCursor(cursor);
 }
 
+void CodeText::forget_edits() {
+  done_.clear();
+  undone_.clear();
+}
+
 // The toolkit may name more than what has changed: what is laid out anew counts for it too. What is alike on
 // both sides stays, breaks included; a line's end that comes in is the user's.
 void CodeText::changed(int at, int removed, int added) {

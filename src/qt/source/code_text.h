@@ -43,6 +43,7 @@ class CodeText final : public QObject {
   bool can_redo() const { return !undone_.empty(); }
   void undo() { replay(done_, undone_); }
   void redo() { replay(undone_, done_); }
+  void forget_edits();
 
  private:
   struct Edit {

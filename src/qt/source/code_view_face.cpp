@@ -66,6 +66,12 @@ CodeViewFace::~CodeViewFace() {
 
 QWidget* CodeViewFace::pane() const { return pane_; }
 
+void CodeViewFace::set_code_font(const QFont& font) {
+  box_.set_font(font);
+  pane_->setFont(font);
+  lay_out();
+}
+
 void CodeViewFace::code_view_changed() {
   setVisible(code_.Visible());
   code_.in_front() ? raise() : lower();

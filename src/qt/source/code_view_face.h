@@ -19,6 +19,8 @@ class CodeViewFace final : public QWidget, private source::CodeViewObserver {
   QPlainTextEdit* text_box() const { return box_.widget(); }
   QWidget* pane() const;
   CodeBox& box() { return box_; }
+  /// Of the code and of its numbers.
+  void set_code_font(const QFont& font);
 
  protected:
   void resizeEvent(QResizeEvent* event) override;
