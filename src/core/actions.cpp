@@ -69,6 +69,16 @@ std::u16string_view cannot_paste(Parts& parts) {
 void undo_in_code(Parts& parts) { parts.code.box().TextBox1().Undo(); }
 void redo_in_code(Parts& parts) { parts.code.box().TextBox1().Redo(); }
 
+// In the source beside the page the clipboard's operations are those of its box, and so are the steps.
+template <platform::Message message>
+void tell_side(Parts& parts) {
+  platform::SendMessage(parts.side.box().hwnd(), message);
+}
+void select_all_of_side(Parts& parts) {
+  platform::TextBox& box = parts.side.box().TextBox1();
+  box.select(0, box.length());
+}
+
 /// An operation is what a button does; some have none, and are for hosts' own bars alone.
 struct OperationRow {
   std::u16string_view name;    // for hosts' own bars; empty: only the button knows it
@@ -78,7 +88,8 @@ struct OperationRow {
   bool (*is_on)(Parts& parts) = nullptr;
   std::u16string_view (*obstacle)(Parts& parts) = nullptr;  // beside that of its button
   void (*act_in_code)(Parts& parts) = nullptr;
-  bool while_reading = false;  // also where the page may not be edited
+  void (*act_in_side)(Parts& parts) = nullptr;  // none: it is for the page
+  bool while_reading = false;                   // also where the page may not be edited
 };
 
 void show_other_view(Parts& parts) { parts.view_switch.show_Code(); }
@@ -95,11 +106,32 @@ constexpr OperationRow operation_rows[] = {
      .is_on = source_shows,
      .act_in_code = show_other_view},
     {.name = u"Print", .button = u"Print", .act = print, .while_reading = true},
-    {.name = u"Copy", .button = u"Copy", .act = copy, .act_in_code = copy, .while_reading = true},
-    {.name = u"Cut", .button = u"Cut", .act = cut, .act_in_code = cut},
-    {.name = u"Paste", .button = u"Paste", .act = paste, .act_in_code = paste},
-    {.name = u"PasteText", .act = paste_text, .obstacle = cannot_paste, .act_in_code = paste_text},
-    {.name = u"SelectAll", .act = select_all, .act_in_code = select_all, .while_reading = true},
+    {.name = u"Copy",
+     .button = u"Copy",
+     .act = copy,
+     .act_in_code = copy,
+     .act_in_side = tell_side<platform::WM_COPY>,
+     .while_reading = true},
+    {.name = u"Cut",
+     .button = u"Cut",
+     .act = cut,
+     .act_in_code = cut,
+     .act_in_side = tell_side<platform::WM_CUT>},
+    {.name = u"Paste",
+     .button = u"Paste",
+     .act = paste,
+     .act_in_code = paste,
+     .act_in_side = tell_side<platform::WM_PASTE>},
+    {.name = u"PasteText",
+     .act = paste_text,
+     .obstacle = cannot_paste,
+     .act_in_code = paste_text,
+     .act_in_side = tell_side<platform::WM_PASTE>},
+    {.name = u"SelectAll",
+     .act = select_all,
+     .act_in_code = select_all,
+     .act_in_side = select_all_of_side,
+     .while_reading = true},
     {.name = u"AlignLeft", .button = u"Align Left", .act = run<left>, .command = left},
     {.name = u"AlignCenter", .button = u"Center", .act = run<center>, .command = center},
     {.name = u"AlignRight", .button = u"Align Right", .act = run<right>, .command = right},
@@ -134,11 +166,13 @@ constexpr OperationRow operation_rows[] = {
     {.name = u"Undo",
      .button = u"Undo",
      .act = [](Parts& parts) { parts.formatting.undo(); },
-     .act_in_code = undo_in_code},
+     .act_in_code = undo_in_code,
+     .act_in_side = tell_side<platform::EM_UNDO>},
     {.name = u"Redo",
      .button = u"Redo",
      .act = [](Parts& parts) { parts.formatting.redo(); },
-     .act_in_code = redo_in_code},
+     .act_in_code = redo_in_code,
+     .act_in_side = tell_side<platform::EM_REDO>},
     {.name = u"Link",
      .button = u"link",
      .act = [](Parts& parts) { parts.formatting.insert_Link(); },
@@ -358,11 +392,14 @@ OperationState state_of(Parts& parts, const CellRow& row) {
 bool ControlActions::press(std::u16string_view button_key) {
   const auto row = std::ranges::find(operation_rows, button_key, &OperationRow::button);
   if (row == std::end(operation_rows)) return false;
+  if (row->act_in_side && parts_.side.in_hand()) return row->act_in_side(parts_), true;
+  parts_.side.take();
   row->act(parts_);
   return true;
 }
 
 bool ControlActions::press_form(std::u16string_view button_key) {
+  parts_.side.take();
   if (button_key != u"form") return parts_.form_elements.insert_field(button_key);
   parts_.form_elements.insert_Form();
   return true;
@@ -403,13 +440,16 @@ bool ControlActions::act(std::u16string_view operation) {
   if (const OperationRow* row = row_of(operation_rows, operation)) {
     if (parts_.code.in_front())
       row->act_in_code(parts_);
-    else if (row->button.empty())
-      row->act(parts_);
-    else
+    else if (!row->button.empty())
       parts_.toolbar_commands.ButtonClick(bars.Toolbar1, bars.Toolbar1.Item(row->button));
+    else if (row->act_in_side && parts_.side.in_hand())
+      row->act_in_side(parts_);
+    else
+      parts_.side.take(), row->act(parts_);
   } else if (const FormRow* form = row_of(form_rows, operation)) {
     parts_.toolbar_commands.ButtonClick(bars.Toolbar2, bars.Toolbar2.Item(form->button));
   } else {
+    parts_.side.take();
     const platform::Menu& item = parts_.menus.item(row_of(cell_rows, operation)->item);
     if (host_allows_item(parts_.context, cell_key_of(item))) attempt([&] { choose(item); });
   }

@@ -144,6 +144,7 @@ void HTMLed::set_DOM(std::shared_ptr<browser::HTMLDocument> document) {
   }
   parts_->spelling_marks.apply();
   parts_->finder.apply();
+  parts_->side.apply();
 }
 
 void HTMLed::connect_clipboard(browser::HTMLDocument& document) {

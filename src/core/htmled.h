@@ -28,6 +28,7 @@ namespace tvx::core {
 class ContextMenus;
 class ControlActions;
 class SelectionFormats;
+class SideSource;
 struct Parts;
 
 /// The visual HTML editor: properties (see PropertyFace), operations and events of one instance. What it does
@@ -179,6 +180,8 @@ class HTMLed final : public std::enable_shared_from_this<HTMLed>,
   // --- for hosts' own bars ---
   ControlActions& actions();
   SelectionFormats& selection_formats();
+  /// The source beside the page, for programs that show both.
+  SideSource& side_source();
   /// A table of that size in the place of the selection.
   void insert_table(std::int32_t rows, std::int32_t columns);
 

@@ -6,21 +6,37 @@ namespace tvx::core {
 
 // --- content ---
 
-std::u16string HTMLed::DocumentHTML() { return parts_->content.DocumentHTML(); }
+std::u16string HTMLed::DocumentHTML() {
+  parts_->side.take();
+  return parts_->content.DocumentHTML();
+}
 void HTMLed::set_DocumentHTML(std::u16string_view html) { parts_->content.set_DocumentHTML(html); }
-std::u16string HTMLed::allHTML() { return parts_->content.allHTML(); }
-std::u16string HTMLed::DocumentText() { return parts_->content.DocumentText(); }
+std::u16string HTMLed::allHTML() {
+  parts_->side.take();
+  return parts_->content.allHTML();
+}
+std::u16string HTMLed::DocumentText() {
+  parts_->side.take();
+  return parts_->content.DocumentText();
+}
 void HTMLed::set_BaseURL(std::u16string_view url) { parts_->content.set_BaseURL(url); }
 void HTMLed::RevertToOriginal() { parts_->content.RevertToOriginal(); }
-void HTMLed::make_original() { parts_->content.make_original(); }
+void HTMLed::make_original() {
+  parts_->side.take();
+  parts_->content.make_original();
+}
 const std::u16string& HTMLed::originalHTML() const { return parts_->content.original_html(); }
 void HTMLed::Open_document(std::u16string& strURL, bool openEntireDoc) {
   parts_->files.Open_document(strURL, openEntireDoc);
 }
 void HTMLed::Save_document(const std::u16string& strFilename, bool bEntireDocument) {
+  parts_->side.take();
   parts_->files.Save_document(strFilename, bEntireDocument);
 }
-void HTMLed::print_Document(bool DontShowDialog) { parts_->files.print_Document(DontShowDialog); }
+void HTMLed::print_Document(bool DontShowDialog) {
+  parts_->side.take();
+  parts_->files.print_Document(DontShowDialog);
+}
 bool HTMLed::openingDocument() const { return parts_->files.opening(); }
 const std::u16string& HTMLed::styleSheetPath() const { return parts_->style_sheet.path(); }
 const std::vector<StyleClass>& HTMLed::style_classes() const { return parts_->style_sheet.classes(); }
@@ -31,7 +47,10 @@ const std::u16string& HTMLed::appPath() const { return parts_->bootstrap.app_pat
 void HTMLed::set_size(float width, float height) { parts_->panes.set_size(width, height); }
 void HTMLed::UserControl_Resize() { parts_->panes.resize(); }
 const Layout& HTMLed::layout() const { return parts_->panes.layout(); }
-void HTMLed::WBrowser_GotFocus() { parts_->edit_window.got_focus(); }
+void HTMLed::WBrowser_GotFocus() {
+  parts_->side.leave();
+  parts_->edit_window.got_focus();
+}
 void HTMLed::WBrowser_LostFocus(std::u16string_view active_control) {
   parts_->edit_window.lost_focus(active_control, InCodeView());
 }
@@ -96,16 +115,34 @@ void HTMLed::numbered_list() {
 void HTMLed::unnumbered_list() {
   parts_->view_switch.change_document([this] { parts_->formatting.run_command(u"InsertUnorderedList"); });
 }
-void HTMLed::undo_document() { parts_->formatting.undo(); }
-void HTMLed::redo_document() { parts_->formatting.redo(); }
-void HTMLed::insert_Link() { parts_->formatting.insert_Link(); }
+void HTMLed::undo_document() {
+  parts_->side.take();
+  parts_->formatting.undo();
+}
+void HTMLed::redo_document() {
+  parts_->side.take();
+  parts_->formatting.redo();
+}
+void HTMLed::insert_Link() {
+  parts_->side.take();
+  parts_->formatting.insert_Link();
+}
 void HTMLed::SpellCheck() {
   parts_->view_switch.change_document([this] { parts_->spelling.SpellCheck(); });
 }
 void HTMLed::SpellingCancel() { parts_->spelling.SpellingCancel(); }
-void HTMLed::cut_document() { parts_->clipboard.cut(); }
-void HTMLed::copy_document() { parts_->clipboard.copy(); }
-void HTMLed::paste_document() { parts_->clipboard.paste(); }
+void HTMLed::cut_document() {
+  parts_->side.take();
+  parts_->clipboard.cut();
+}
+void HTMLed::copy_document() {
+  parts_->side.take();
+  parts_->clipboard.copy();
+}
+void HTMLed::paste_document() {
+  parts_->side.take();
+  parts_->clipboard.paste();
+}
 platform::Clipboard& HTMLed::clipboard() const { return parts_->clipboard.clipboard(); }
 void HTMLed::insert_HR() {
   parts_->view_switch.change_document([this] { parts_->selection.insert_HR(); });
@@ -137,9 +174,11 @@ void HTMLed::ShowRemoteContent() {
 }
 std::int32_t HTMLed::CountLocalImages() { return parts_->images.CountLocalImages(); }
 std::optional<std::u16string> HTMLed::GetCurrentSelection(bool HTMLText) {
+  parts_->side.take();
   return parts_->selection.GetCurrentSelection(HTMLText);
 }
 std::u16string HTMLed::selectText(std::int32_t SelStartPos, std::int32_t SelLength) {
+  parts_->side.take();
   return parts_->selection.selectText(SelStartPos, SelLength);
 }
 const browser::Event* HTMLed::lastEvent() const { return parts_->input.last_event(); }
@@ -177,12 +216,20 @@ void HTMLed::change_Font() {
 void HTMLed::insert_Form() {
   parts_->view_switch.change_document([this] { parts_->form_elements.insert_Form(); });
 }
-void HTMLed::mnuClass_Click(std::int16_t Index) { parts_->classes.give_to_element(Index); }
-void HTMLed::mnuMiscClass_Click(std::int16_t Index) { parts_->classes.give_to_selection(Index); }
+void HTMLed::mnuClass_Click(std::int16_t Index) {
+  parts_->side.take();
+  parts_->classes.give_to_element(Index);
+}
+void HTMLed::mnuMiscClass_Click(std::int16_t Index) {
+  parts_->side.take();
+  parts_->classes.give_to_selection(Index);
+}
 ControlActions& HTMLed::actions() { return parts_->actions; }
 void HTMLed::insert_table(std::int32_t rows, std::int32_t columns) {
+  parts_->side.take();
   parts_->tables.insert_table(rows, columns);
 }
+SideSource& HTMLed::side_source() { return parts_->side; }
 SelectionFormats& HTMLed::selection_formats() { return parts_->selection_formats; }
 platform::Toolbar& HTMLed::Toolbar1() { return parts_->toolbars.Toolbar1; }
 platform::Toolbar& HTMLed::Toolbar2() { return parts_->toolbars.Toolbar2; }

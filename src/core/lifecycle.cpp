@@ -49,6 +49,7 @@ void HTMLed::UserControl_EnterFocus() {
   if (!run_time()) return;
   state_changed();  // another program may have copied something
   if (InCodeView()) return txtCode().SetFocus();
+  if (parts_->side.shows() && parts_->side.box().has_focus()) return;
   attempt([&] {
     dom::Element& body = body_of(document());
     dom::Element* first = dom::first_child_element(body);

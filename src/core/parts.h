@@ -38,6 +38,7 @@
 #include "tvx/core/views/edit_window.h"
 #include "tvx/core/views/panes.h"
 #include "tvx/core/views/selection_highlight.h"
+#include "tvx/core/views/side_source.h"
 #include "tvx/core/views/view_switch.h"
 
 namespace tvx::core {
@@ -57,7 +58,6 @@ struct Parts {
   CodePane code{context};
   EditWindow edit_window{context};
   Panes panes{context, toolbars, code};
-  CommandState command_state{context, toolbars};
 
   Words words{context, toolbars, menus, labels};
   DialogHost dialogs{context, words};
@@ -76,13 +76,16 @@ struct Parts {
   Bootstrap bootstrap{context, content, style_sheet, code};
   DocumentFiles files{context, content, style_sheet, code, highlight};
   NavigationHandler navigation{context, content, style_sheet, files, edit_window};
-  ViewSwitch view_switch{context, content, code, panes, toolbar_commands, highlight};
+  SideSource side{context, code, content, highlight,
+                  [this](bool again) { again ? formatting.redo() : formatting.undo(); }};
+  CommandState command_state{context, toolbars, side};
+  ViewSwitch view_switch{context, content, code, side, panes, toolbar_commands, highlight};
 
   Transfers transfers{context, dialogs};
   Speller speller{context};
   SpellRun spelling{context, speller, &dialogs, [this] { spelling_marks.check_again(); }};
   SpellingMarks spelling_marks{context, speller};
-  Finder finder{context, code};
+  Finder finder{context, code, side};
 
   Formatting formatting{context, toolbars, code, edit_window};
   SelectionCommands selection{context};

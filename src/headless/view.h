@@ -102,7 +102,7 @@ class View final : public browser::View {
   std::function<void(browser::ViewMessage)> receive_;
   ShadowTree tree_;
   browser::ViewSelection selection_;
-  std::array<std::map<dom::NodeId, std::vector<browser::MarkedStretch>>, 3> marks_;  // by kind
+  std::array<std::map<dom::NodeId, std::vector<browser::MarkedStretch>>, 4> marks_;  // by kind
   browser::ViewMode mode_;
   browser::ResourcePolicy policy_;
   browser::InputContext context_;

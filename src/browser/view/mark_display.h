@@ -14,8 +14,9 @@ struct MarkedStretch {
   friend bool operator==(const MarkedStretch&, const MarkedStretch&) = default;
 };
 
-/// What a mark says: a wrong word (a wave under it), a hit of a search (its ground), the hit in hand.
-enum class MarkKind : std::uint8_t { WrongWord, Hit, PresentHit };
+/// What a mark says: a wrong word (a wave under it), a hit of a search (its ground), the hit in hand,
+/// the text that the user is at elsewhere.
+enum class MarkKind : std::uint8_t { WrongWord, Hit, PresentHit, Place };
 
 /// What shows marks over the document's texts; a Viewport may be one. Marks are no part of the tree. While a
 /// text is edited they go with the letters that they stand under, until they are told anew.

@@ -5,6 +5,7 @@
 #include "tvx/core/chrome/menus.h"
 #include "tvx/core/chrome/obstacles.h"
 #include "tvx/core/chrome/toolbars.h"
+#include "tvx/core/views/side_source.h"
 #include "tvx/dom/journal.h"
 #include "tvx/editing/editor.h"
 #include "tvx/platform/clipboard.h"
@@ -38,7 +39,8 @@ std::u16string_view unless(bool can_act, std::u16string_view obstacle) {
 
 }  // namespace
 
-CommandState::CommandState(Context& context, Toolbars& toolbars) : Part(context), toolbars_(toolbars) {
+CommandState::CommandState(Context& context, Toolbars& toolbars, SideSource& side)
+    : Part(context), toolbars_(toolbars), side_(side) {
   if (platform::Clipboard* clipboard = surroundings().clipboard) clipboard->add_observer(*this);
 }
 
@@ -69,7 +71,11 @@ void CommandState::show() {
     undo = properties_.IsDirty && (journal.depth() > 0 || journal.is_open());
     redo = properties_.IsDirty && journal.can_redo();
   });
-  const bool selected = has_selected(context_);
+  bool selected = has_selected(context_);
+  if (side_.in_hand()) {
+    undo = undo || side_.waits();
+    selected = side_.box().TextBox1().SelLength() > 0;
+  }
   platform::Toolbar& bar = toolbars_.Toolbar1;
   bar.Item(button_copy).set_Obstacle(unless(selected, obstacles::no_selection));
   bar.Item(button_cut).set_Obstacle(unless(selected, obstacles::no_selection));

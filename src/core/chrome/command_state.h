@@ -9,12 +9,13 @@
 namespace tvx::core {
 
 class ContextMenus;
+class SideSource;
 class Toolbars;
 
 /// Which buttons can't act just now, and why: those of the clipboard and of undo.
 class CommandState final : public Part, private platform::ClipboardObserver {
  public:
-  CommandState(Context& context, Toolbars& toolbars);
+  CommandState(Context& context, Toolbars& toolbars, SideSource& side);
   ~CommandState() override;
 
   void show();
@@ -24,6 +25,7 @@ class CommandState final : public Part, private platform::ClipboardObserver {
   bool can_paste();
 
   Toolbars& toolbars_;
+  SideSource& side_;
   std::optional<bool> pasteable_;   // none: not asked yet
   std::uint64_t pasteable_at_ = 0;  // the clipboard's count of changes then
 };

@@ -6,6 +6,7 @@
 #include "tvx/browser/html_document.h"
 #include "tvx/browser/input/gesture.h"
 #include "tvx/core/views/code_pane.h"
+#include "tvx/core/views/side_source.h"
 #include "tvx/dom/journal.h"
 #include "tvx/editing/search/replace_read.h"
 #include "tvx/platform/message_loop.h"
@@ -30,17 +31,24 @@ std::u16string with_lf(std::u16string text) {
 
 }  // namespace
 
-Finder::Finder(Context& context, CodePane& code) : Part(context), code_(code) {
+Finder::Finder(Context& context, CodePane& code, SideSource& side) : Part(context), code_(code), side_(side) {
   code_.box().add_observer(*this);
+  side_.box().add_observer(*this);
 }
 
 Finder::~Finder() {
   *alive_ = false;
   code_.box().remove_observer(*this);
+  side_.box().remove_observer(*this);
   if (document_) document_->tree().remove_observer(*this);
 }
 
-bool Finder::in_code() const { return code_.in_front(); }
+source::OrvelCV* Finder::code_in_hand() const {
+  if (code_.in_front()) return &code_.box();
+  return side_.in_hand() ? &side_.box() : nullptr;
+}
+
+platform::TextBox& Finder::box() const { return searched_->TextBox1(); }
 
 // --- what is looked for, and where ---
 
@@ -56,7 +64,8 @@ std::int32_t Finder::FindText(std::u16string_view text, std::int32_t options) {
   hits_.clear();
   try {
     pattern_.emplace(text, pattern_options(options, in_code()));
-    hits_in_code_ = in_code();
+    searched_ = code_in_hand();
+    hits_in_code_ = searched_ != nullptr;
     refresh();
   } catch (const RuntimeError&) {
     clear_marks();
@@ -104,9 +113,10 @@ void Finder::follow_document() {
 
 // A search begins where the user was, and not at the hit that it has led to so far.
 void Finder::note_origin() {
-  if (pattern_ && fresh_ && hits_in_code_ == in_code() && present() < hits_.size()) return;
-  if (in_code()) {
-    platform::TextBox& box = code_.box().TextBox1();
+  source::OrvelCV* const here = code_in_hand();
+  if (pattern_ && fresh_ && searched_ == here && present() < hits_.size()) return;
+  if (here) {
+    platform::TextBox& box = here->TextBox1();
     code_origin_ = {box.SelStart(), box.SelStart() + box.SelLength()};
     return;
   }
@@ -118,17 +128,21 @@ void Finder::note_origin() {
 // --- the hits ---
 
 void Finder::refresh() {
-  if (!pattern_ || fresh_) return;
-  if (hits_in_code_ != in_code()) {
-    hits_in_code_ = in_code();
+  if (!pattern_) return;
+  if (searched_ != code_in_hand()) {
+    clear_marks();
+    searched_ = code_in_hand();
+    hits_in_code_ = searched_ != nullptr;
+    fresh_ = false;
     pattern_.emplace(sought_, pattern_options(options_, hits_in_code_));
     note_origin();
   }
+  if (fresh_) return;
   hits_.clear();
   page_.reset();
   code_text_.clear();
   if (hits_in_code_) {
-    code_text_ = with_lf(code_.box().TextBox1().Text());
+    code_text_ = with_lf(box().Text());
     hits_ = pattern_->hits_in(code_text_);
   } else if (dom::Element* body = document_ ? document_->body() : nullptr) {
     page_.emplace(*body);
@@ -150,8 +164,7 @@ void Finder::keep_those_in_scope() {
 
 Finder::Hit Finder::selected() {
   if (hits_in_code_) {
-    platform::TextBox& box = code_.box().TextBox1();
-    return {box.SelStart(), box.SelStart() + box.SelLength()};
+    return {box().SelStart(), box().SelStart() + box().SelLength()};
   }
   const dom::Range range = document_ ? document_->editor().selection().range() : dom::Range();
   if (!range.start || !page_) return {};
@@ -190,7 +203,7 @@ std::int32_t Finder::step(bool forward) {
 
 void Finder::select(std::size_t number) {
   const Hit& hit = hits_[number];
-  if (hits_in_code_) return code_.box().TextBox1().select(hit.from, hit.to - hit.from);
+  if (hits_in_code_) return box().select(hit.from, hit.to - hit.from);
   document_->editor().selection().set(page_->range_of(hit.from, hit.to));
 }
 
@@ -214,7 +227,7 @@ std::int32_t Finder::FindLocked() {
 // --- replacing ---
 
 bool Finder::may_replace(const Hit& hit) const {
-  if (hits_in_code_) return !code_.box().Locked() && code_.box().Enabled();
+  if (hits_in_code_) return !box().Locked() && box().Enabled();
   return editing::may_replace(page_->pieces_of(hit.from, hit.to));
 }
 
@@ -253,7 +266,7 @@ void Finder::replace(const std::vector<Hit>& hits, const std::vector<std::u16str
       edits.push_back({hits[i].from, hits[i].to - hits[i].from, texts[i]});
       code_origin_.to += texts[i].size() - edits.back().length;  // what it looks in grows along
     }
-    code_.box().TextBox1().replace(edits);
+    box().replace(edits);
     return;
   }
   const browser::HTMLDocument::Gesture quiet(*document_);
@@ -313,7 +326,7 @@ void Finder::show_marks() {
   if (!hits_in_code_) return show_in_page(from, to, here);
   std::vector<platform::TextBox::Stretch> stretches;
   for (std::size_t i = from; i < to; ++i) stretches.push_back({hits_[i].from, hits_[i].to - hits_[i].from});
-  code_.box().TextBox1().show_hits(stretches, here - from);
+  box().show_hits(stretches, here - from);
 }
 
 Finder::ShownTexts Finder::wanted_marks(std::size_t from, std::size_t to, std::size_t present) const {
@@ -354,7 +367,7 @@ void Finder::clear_marks() {
     display->clear_marks(browser::MarkKind::PresentHit);
   }
   shown_.clear();
-  if (pattern_ && hits_in_code_) code_.box().TextBox1().show_hits({}, 0);
+  if (pattern_ && hits_in_code_) box().show_hits({}, 0);
 }
 
 }  // namespace tvx::core

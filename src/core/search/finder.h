@@ -18,6 +18,7 @@
 namespace tvx::core {
 
 class CodePane;
+class SideSource;
 
 /// What the numbers of FindText's options say, added up.
 enum FindOption : std::int32_t {
@@ -28,14 +29,15 @@ enum FindOption : std::int32_t {
 };
 
 /// Finds and replaces in the view that is in front: in the document's text as a reader sees it, or in the
-/// code. All hits are marked in the view, the present one is selected; the marks are no part of the tree.
+/// code; of a page and the source beside it in the one in which the user is, or was last. All hits are marked
+/// in the view, the present one is selected; the marks are no part of the tree.
 ///
 /// Where the text changes, the hits are found anew when the changes have paused, and whenever somebody asks.
 /// While nothing is looked for, nothing is watched. Failures of a pattern are RuntimeError(5) with the texts
 /// of TextPattern.
 class Finder final : public Part, private dom::MutationObserver, private source::CodeViewObserver {
  public:
-  Finder(Context& context, CodePane& code);
+  Finder(Context& context, CodePane& code, SideSource& side);
   ~Finder();
 
   /// Looks for a text; selects the first hit from the place on where the selection was before, and says how
@@ -73,7 +75,11 @@ class Finder final : public Part, private dom::MutationObserver, private source:
   void code_view_changed() override { note_change(); }
   void text_changed() override { note_change(); }
 
-  bool in_code() const;
+  /// Whether a source is searched: the code view, or the one beside the page while the user is in that.
+  bool in_code() const { return code_in_hand() != nullptr; }
+  source::OrvelCV* code_in_hand() const;
+  /// That the hits were found in.
+  platform::TextBox& box() const;
   void note_change();
   void wait_for_pause();
   void follow_document();
@@ -97,13 +103,15 @@ class Finder final : public Part, private dom::MutationObserver, private source:
   void clear_marks();
 
   CodePane& code_;
+  SideSource& side_;
   std::u16string sought_;
   std::int32_t options_ = 0;
   std::optional<TextPattern> pattern_;
   std::shared_ptr<browser::HTMLDocument> document_;
 
-  bool fresh_ = false;         // the hits are those of the text as it is
-  bool hits_in_code_ = false;  // what they were found in
+  bool fresh_ = false;                   // the hits are those of the text as it is
+  bool hits_in_code_ = false;            // what they were found in
+  source::OrvelCV* searched_ = nullptr;  // the code then
   std::optional<editing::ReadText> page_;
   std::u16string code_text_;
   std::vector<Hit> hits_;

@@ -14,6 +14,7 @@
 #include "tvx/core/views/code_pane.h"
 #include "tvx/core/views/panes.h"
 #include "tvx/core/views/selection_highlight.h"
+#include "tvx/core/views/side_source.h"
 #include "tvx/dom/collections.h"
 #include "tvx/dom/inner_html.h"
 #include "tvx/dom/journal.h"
@@ -40,12 +41,14 @@ void ViewSwitch::show_Code() {
   bool wysiwyg = !code_.in_front(), cancel = false;
   raise([&](HTMLedEvents& host) { host.BeforeCodeViewChange(wysiwyg, cancel); });
   if (!cancel) {
+    side_.take();
     const bool done = attempt([&] {
       capture_selected_html();
       code_.in_front() ? leave_code_view() : enter_code_view();
     });
     if (done) {
       code_.set_in_front(!code_.in_front());
+      side_.apply();
     } else {
       raise_error(106, u"the editor cannot parse the code and cant show the code");
     }
@@ -110,6 +113,7 @@ void ViewSwitch::write_code_to_body() {
 void ViewSwitch::change_document(const std::function<void()>& change) {
   const KeepAlive alive(context_);
   if (code_.in_front()) attempt([&] { write_code_to_body(); });
+  side_.take();
   change();
   content_.let_code_follow();
 }
@@ -117,6 +121,7 @@ void ViewSwitch::change_document(const std::function<void()>& change) {
 // The content is read before the mode changes and written back after it. Leaving the code view in between
 // writes the typed source as a step of undo; what is written back here then is a step of its own.
 void ViewSwitch::switch_editing(bool enabled) {
+  side_.take();
   context_.wait_until_complete();
   const std::u16string before = dom::inner_html(body_of(browser_document()));
   const std::u16string html = content_.ConvertUnicodeCharacters(before);

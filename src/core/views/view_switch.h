@@ -10,16 +10,18 @@ class CodePane;
 class Content;
 class Panes;
 class SelectionHighlight;
+class SideSource;
 class ToolbarCommands;
 
 /// From the design view to the code view and back, and what is done in the code view.
 class ViewSwitch final : public Part {
  public:
-  ViewSwitch(Context& context, Content& content, CodePane& code, Panes& panes, ToolbarCommands& toolbars,
-             SelectionHighlight& highlight)
+  ViewSwitch(Context& context, Content& content, CodePane& code, SideSource& side, Panes& panes,
+             ToolbarCommands& toolbars, SelectionHighlight& highlight)
       : Part(context),
         content_(content),
         code_(code),
+        side_(side),
         panes_(panes),
         toolbars_(toolbars),
         highlight_(highlight) {}
@@ -40,6 +42,7 @@ class ViewSwitch final : public Part {
 
   Content& content_;
   CodePane& code_;
+  SideSource& side_;
   Panes& panes_;
   ToolbarCommands& toolbars_;
   SelectionHighlight& highlight_;

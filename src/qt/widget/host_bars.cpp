@@ -173,7 +173,7 @@ void HostBars::act(Action which) {
     case Action::ZoomOut: widget_.set_zoom(widget_.zoom() / zoom_step); break;
     case Action::ZoomReset: widget_.set_zoom(1); break;
     default:
-      widget_.finish_input();
+      widget_.finish_page_input();
       if (alive) widget_.control().actions().act(face_of(which).name);
   }
   if (!alive) return;

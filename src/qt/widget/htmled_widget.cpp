@@ -8,6 +8,7 @@
 #include <QResizeEvent>
 #include <QTimer>
 #include <algorithm>
+#include <functional>
 #include <optional>
 #include <utility>
 
@@ -15,6 +16,7 @@
 #include "tvx/browser/input/input_queue.h"
 #include "tvx/browser/view/document_view.h"
 #include "tvx/core/htmled.h"
+#include "tvx/core/views/side_source.h"
 #include "tvx/platform/container.h"
 #include "tvx/platform/empty_store.h"
 #include "tvx/platform/message_loop.h"
@@ -35,6 +37,7 @@
 #include "tvx/qt/widget/frame.h"
 #include "tvx/qt/widget/host_bars.h"
 #include "tvx/qt/widget/panes.h"
+#include "tvx/qt/widget/split_view.h"
 #include "tvx/qt/widget/substitutes.h"
 #include "tvx/qt/widget/widget_events.h"
 
@@ -105,6 +108,7 @@ class HTMLedWidget::Parts final : public platform::Container,
     delete toolbar2_;
     delete branch_;
     delete code_;
+    split_.reset();
     delete frame_;
     control_->remove_observer(*this);
     control_->UserControl_Terminate();
@@ -165,7 +169,8 @@ class HTMLedWidget::Parts final : public platform::Container,
     toolbar1_->show_in(inside(layout.Picture1), layout.Picture1.Visible);
     toolbar2_->show_in(inside(layout.Picture2), layout.Picture2.Visible);
     branch_->show_in(within(inside(layout.Picture3)), layout.Picture3.Visible);
-    view_.widget()->setGeometry(inside(layout.WBrowser));
+    const QRect room = inside(layout.WBrowser);
+    view_.widget()->setGeometry(split_ ? split_->arrange(room) : room);
     code_->setGeometry(inside(layout.txtCode));
     code_->setVisible(layout.txtCode.Visible);
     control_->txtCode().in_front() ? code_->raise() : code_->lower();
@@ -202,7 +207,30 @@ class HTMLedWidget::Parts final : public platform::Container,
   std::optional<Panes> panes_;
   std::optional<HostBars> host_bars_;  // once somebody may listen
   QString print_file_;
-  CodeBox& code_box() { return code_->box(); }
+  std::optional<SplitView> split_;  // once it was wanted
+  double split_share_ = 0.5;        // before that
+  CodeViewFace& code_face() { return *code_; }
+  void for_each_code(const std::function<void(CodeViewFace&)>& act) {
+    act(*code_);
+    if (split_) act(split_->face());
+  }
+
+  void set_split_view(bool on) {
+    if (on && !split_) {
+      split_.emplace(*widget_, control_->side_source(),
+                     SplitView::Ways{[this] { apply(control_->layout()); },
+                                     [this](double share) {
+                                       if (widget_) emit widget_->splitShareChanged(share);
+                                     }});
+      panes_->set_side(split_->face());
+      const CodeBox& box = code_->box();
+      split_->face().set_code_font(box.widget()->font());
+      split_->face().box().set_wrapped(box.widget()->lineWrapMode() != QPlainTextEdit::NoWrap);
+      split_->face().box().assistance().set_on(code_->box().assistance().is_on());
+      split_->set_share(split_share_);
+    }
+    if (split_) control_->side_source().set_wanted(on);
+  }
 
  private:
   void make_faces() {
@@ -317,14 +345,60 @@ WebView& HTMLedWidget::view() const { return parts_->view_; }
 platform::MessageLoop& HTMLedWidget::message_loop() const { return parts_->loop_; }
 HostBars& HTMLedWidget::host_bars() const { return *parts_->host_bars_; }
 
-void HTMLedWidget::set_code_assistance(bool on) { parts_->code_box().assistance().set_on(on); }
-bool HTMLedWidget::code_assistance() const { return parts_->code_box().assistance().is_on(); }
-void HTMLedWidget::set_code_wrapped(bool wrapped) { parts_->code_box().set_wrapped(wrapped); }
-bool HTMLedWidget::code_wrapped() const {
-  return parts_->code_box().widget()->lineWrapMode() != QPlainTextEdit::NoWrap;
+// --- the code, in its view and beside the page ---
+
+void HTMLedWidget::set_code_assistance(bool on) {
+  parts_->for_each_code([&](CodeViewFace& face) { face.box().assistance().set_on(on); });
 }
+bool HTMLedWidget::code_assistance() const { return parts_->code_face().box().assistance().is_on(); }
+
+void HTMLedWidget::set_code_wrapped(bool wrapped) {
+  parts_->for_each_code([&](CodeViewFace& face) { face.box().set_wrapped(wrapped); });
+}
+bool HTMLedWidget::code_wrapped() const {
+  return parts_->code_face().text_box()->lineWrapMode() != QPlainTextEdit::NoWrap;
+}
+
+void HTMLedWidget::set_code_font(const QFont& font) {
+  parts_->for_each_code([&](CodeViewFace& face) { face.set_code_font(font); });
+}
+QFont HTMLedWidget::code_font() const { return parts_->code_face().text_box()->font(); }
+
+CodeBox* HTMLedWidget::code_in_hand() const {
+  if (control().InCodeView()) return &parts_->code_face().box();
+  return parts_->split_ && control().side_source().shows() ? &parts_->split_->face().box() : nullptr;
+}
+
 void HTMLedWidget::go_to_code_line(int line) {
-  parts_->code_box().go_to_line(static_cast<std::size_t>(std::max(line, 1)) - 1);
+  if (CodeBox* box = code_in_hand()) box->go_to_line(static_cast<std::size_t>(std::max(line, 1)) - 1);
+}
+int HTMLedWidget::code_line() const {
+  const CodeBox* box = code_in_hand();
+  return box ? static_cast<int>(box->line_of(box->SelStart())) + 1 : 0;
+}
+int HTMLedWidget::code_line_count() const {
+  const CodeBox* box = code_in_hand();
+  return box ? static_cast<int>(box->line_count()) : 0;
+}
+
+void HTMLedWidget::set_split_view(bool on) {
+  if (split_view() == on) return;
+  parts_->set_split_view(on);
+  emit splitViewChanged(on);
+}
+bool HTMLedWidget::split_view() const { return control().side_source().wanted(); }
+
+void HTMLedWidget::set_split_share(double share) {
+  parts_->split_share_ = share;
+  if (parts_->split_) parts_->split_->set_share(share);
+}
+double HTMLedWidget::split_share() const {
+  return parts_->split_ ? parts_->split_->share() : parts_->split_share_;
+}
+
+QString HTMLedWidget::waiting_source() const {
+  core::SideSource& side = control().side_source();
+  return side.waits() ? to_qt(side.box().Text()) : QString();
 }
 
 void HTMLedWidget::set_design_mode(bool on) { parts_->design_mode_ = on; }
@@ -353,7 +427,7 @@ void HTMLedWidget::start() {
   parts->first_caret_->set_later();
 }
 
-void HTMLedWidget::finish_input() {
+void HTMLedWidget::finish_page_input() {
   constexpr std::int64_t longest = browser::InputQueue::patience + browser::InputQueue::deadline;
   platform::MessageLoop& loop = message_loop();
   const QPointer<HTMLedWidget> alive(this);

@@ -4,6 +4,7 @@
 
 #include "tvx/core/commands/selection_formats.h"
 #include "tvx/core/htmled.h"
+#include "tvx/core/views/side_source.h"
 #include "tvx/htmled_widget.h"
 #include "tvx/qt/support/strings.h"
 #include "tvx/qt/web/web_view.h"
@@ -77,5 +78,11 @@ bool HTMLedWidget::dark_page() const { return view().is_dark(); }
 void HTMLedWidget::set_dark_page(bool on) { view().set_dark(on); }
 
 void HTMLedWidget::insert_table(int rows, int columns) { control().insert_table(rows, columns); }
+
+void HTMLedWidget::finish_input() {
+  const QPointer<HTMLedWidget> alive(this);
+  finish_page_input();
+  if (alive) control().side_source().take();
+}
 
 }  // namespace tvx::qt

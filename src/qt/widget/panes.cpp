@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "tvx/core/htmled.h"
+#include "tvx/core/views/side_source.h"
 #include "tvx/qt/bars/branch_face.h"
 #include "tvx/qt/bars/toolbar_face.h"
 #include "tvx/qt/support/strings.h"
@@ -25,7 +26,7 @@ Panes::Panes(QWidget& widget, core::HTMLed& control, const Widgets& widgets, Way
   gate_ = new TabGate(&widget, [this](Qt::FocusReason reason) {
     if (reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason)
       enter_by_end(reason == Qt::TabFocusReason);
-    else
+    else if (!control_.side_source().in_hand() || !enter(Side))
       enter(Document);
   });
   // Without a policy of its own a widget can't be put into an order.
@@ -43,8 +44,8 @@ bool Panes::step(bool next) {
 
 void Panes::follow_focus(const QWidget* focused) {
   QWidget* stands = gate_;
-  for (QWidget* part : {widgets_.view, widgets_.code})
-    if (part->isAncestorOf(focused)) stands = part;
+  for (QWidget* part : {widgets_.view, widgets_.code, side_.data()})
+    if (part && part->isAncestorOf(focused)) stands = part;
   if (widget_->focusProxy() != stands) widget_->setFocusProxy(stands);
 }
 
@@ -65,15 +66,19 @@ void Panes::add_shortcut(const QKeySequence& keys, std::function<void()> act) {
 Panes::Pane Panes::pane_of(const QWidget* widget) const {
   if (widgets_.toolbar1->isAncestorOf(widget)) return Toolbar1;
   if (widgets_.toolbar2->isAncestorOf(widget)) return Toolbar2;
+  if (is_side(widget)) return Side;
   return widgets_.path->isAncestorOf(widget) ? Path : Document;
 }
 
 Panes::Pane Panes::pane_with_focus() const { return pane_of(QApplication::focusWidget()); }
 
-bool Panes::is_bar(const QWidget* widget) const { return pane_of(widget) != Document; }
+bool Panes::is_bar(const QWidget* widget) const {
+  const Pane pane = pane_of(widget);
+  return pane != Document && pane != Side;
+}
 
 void Panes::walk_round(int direction) {
-  constexpr Pane round[] = {Document, Toolbar1, Toolbar2, Path};
+  constexpr Pane round[] = {Document, Side, Toolbar1, Toolbar2, Path};
   const int at = int(std::ranges::find(round, pane_with_focus()) - round);
   for (int step = 1; step <= pane_count; ++step)
     if (enter(round[(at + direction * step + pane_count * step) % pane_count])) return;
@@ -90,6 +95,10 @@ bool Panes::enter(int pane) {
     case Toolbar1: return widgets_.toolbar1->take_focus();
     case Toolbar2: return widgets_.toolbar2->take_focus();
     case Path: return widgets_.path->take_focus();
+    case Side:
+      if (!side_ || !side_->isVisible()) return false;
+      side_->setFocus(Qt::OtherFocusReason);
+      return true;
     default: break;
   }
   control_.InCodeView() ? widgets_.code->setFocus() : ways_.focus_document();

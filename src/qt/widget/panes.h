@@ -39,8 +39,11 @@ class Panes {
   };
   Panes(QWidget& widget, core::HTMLed& control, const Widgets& widgets, Ways ways);
 
+  /// The source beside the page, from when there is one.
+  void set_side(QWidget& side) { side_ = &side; }
   /// From the part that has the focus to the next or the one before, or out of the control.
   bool step(bool next);
+  bool is_side(const QWidget* widget) const { return side_ && side_->isAncestorOf(widget); }
   /// Whether it is a button of a bar or a name of the path.
   bool is_bar(const QWidget* widget) const;
   /// The control stands for the part that has the focus, else for its gate.
@@ -50,7 +53,7 @@ class Panes {
   void tell_lost_focus(const QWidget* from);
 
  private:
-  enum Pane { Toolbar1, Toolbar2, Document, Path, pane_count };
+  enum Pane { Toolbar1, Toolbar2, Document, Side, Path, pane_count };
 
   void add_shortcut(const QKeySequence& keys, std::function<void()> act);
   Pane pane_of(const QWidget* widget) const;
@@ -65,6 +68,7 @@ class Panes {
   Widgets widgets_;
   Ways ways_;
   QPointer<TabGate> gate_;
+  QPointer<QWidget> side_;
 };
 
 }  // namespace tvx::qt

@@ -7,7 +7,7 @@ import { isInFarRoom } from './rooms.js';
 import { nodes } from './state.js';
 
 // By the kind of a mark; where two lie over each other the later one is seen. An engine without highlights shows none.
-const NAMES = ['tvx-spelling', 'tvx-hit', 'tvx-present-hit'];
+const NAMES = ['tvx-spelling', 'tvx-hit', 'tvx-present-hit', 'tvx-place'];
 const highlights = typeof Highlight === 'function' && CSS.highlights ? NAMES.map((name, priority) => {
   const highlight = new Highlight();
   highlight.priority = priority;
