@@ -15,6 +15,7 @@
 #include "tvx/browser/html_document.h"
 #include "tvx/core/htmled.h"
 #include "tvx/core/search/finder.h"
+#include "tvx/core/views/side_source.h"
 #include "tvx/dom/inner_text.h"
 #include "tvx/htmled_widget.h"
 #include "tvx/qt/support/strings.h"
@@ -186,6 +187,8 @@ bool FindBar::take_selection() {
   QString text;
   if (control.InCodeView()) {
     text = to_qt(control.txtCode().TextBox1().SelText());
+  } else if (control.side_source().in_hand()) {
+    text = to_qt(control.side_source().box().TextBox1().SelText());
   } else {
     const auto document = control.DOM();
     if (!document || document->editor().selection().type() != editing::SelectionType::Text) return false;

@@ -43,16 +43,17 @@ void SourceTools::remember_wrapping(bool wraps) { program_settings().setValue(wr
 void SourceTools::follow_settings() { editor_.set_code_wrapped(wraps()); }
 
 void SourceTools::ask_for_line(QWidget* owner) {
-  if (!editor_.InCodeView()) return;
-  platform::TextBox& box = editor_.control().txtCode().TextBox1();
-  const int last = static_cast<int>(box.line_count());
+  const int last = editor_.code_line_count();
+  if (last == 0) return;
   bool chosen = false;
-  const int line =
-      QInputDialog::getInt(owner, tr("Go to line"), tr("Line, of %1:").arg(last),
-                           static_cast<int>(box.line_of(box.SelStart())) + 1, 1, last, 1, &chosen);
+  const int line = QInputDialog::getInt(owner, tr("Go to line"), tr("Line, of %1:").arg(last),
+                                        editor_.code_line(), 1, last, 1, &chosen);
   if (!chosen) return;
   editor_.go_to_code_line(line);
-  if (QPlainTextEdit* edit = box_of(editor_)) edit->setFocus(Qt::OtherFocusReason);
+  QPlainTextEdit* edit = editor_.InCodeView()
+                             ? box_of(editor_)
+                             : editor_.findChild<QPlainTextEdit*>(QStringLiteral("sideTextBox"));
+  if (edit) edit->setFocus(Qt::OtherFocusReason);
 }
 
 void SourceTools::view_switched(bool in_code) { in_code ? enter_code() : leave_code(); }

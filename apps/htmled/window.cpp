@@ -103,6 +103,7 @@ void Window::set_up_editor(qt::HTMLedWidget& editor) {
   view_choices::apply(editor);
   if (remembers_) editor.set_zoom(kept_zoom());
   connect(&editor, &qt::HTMLedWidget::zoomChanged, this, &Window::keep_zoom);
+  connect(&editor, &qt::HTMLedWidget::splitShareChanged, this, &Window::keep_split_share);
   if (const Language* language = languages_.find(languages_.spoken()))
     editor.set_LocalizationFile(language->file);
 }

@@ -123,6 +123,8 @@ class Window final : public QMainWindow {
   void show_form();
   static double kept_zoom();
   void keep_zoom(double factor) const;
+  /// Of all documents, as the user has moved the handle in one.
+  void keep_split_share(double share);
   /// What was typed before this belongs to what comes now: waits until the editor has dealt with it.
   void finish_typing();
   void show_title();

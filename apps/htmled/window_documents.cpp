@@ -10,6 +10,7 @@
 #include "htmled/document/file_filters.h"
 #include "htmled/file_drops.h"
 #include "htmled/languages.h"
+#include "htmled/menus/view_choices.h"
 #include "htmled/recent_files.h"
 #include "htmled/tabs.h"
 #include "htmled/window.h"
@@ -157,6 +158,13 @@ double Window::kept_zoom() { return program_settings().value(zoom_key, 1.0).toDo
 
 void Window::keep_zoom(double factor) const {
   if (remembers_) program_settings().setValue(zoom_key, factor);
+}
+
+void Window::keep_split_share(double share) {
+  view_choices::keep_split_share(share);
+  for_each_editor([&](qt::HTMLedWidget& editor) {
+    if (editor.split_share() != share) editor.set_split_share(share);
+  });
 }
 
 void Window::come_to_front() {

@@ -6,6 +6,7 @@
 #include "tvx/base/error.h"
 #include "tvx/browser/html_document.h"
 #include "tvx/core/htmled.h"
+#include "tvx/core/views/side_source.h"
 #include "tvx/dom/journal.h"
 #include "tvx/files/document_file.h"
 
@@ -52,8 +53,10 @@ void ModifiedMark::look() {
     return set(true);
   }
   const auto document = control_.DOM();
-  // To look at the code changes nothing. What is typed there reaches the document when the code view is left.
-  if (!document || (control_.InCodeView() && !control_.txtCode().untouched_text())) {
+  // To look at the code changes nothing. What is typed there reaches the document when the code view is left,
+  // or when its tags fit.
+  if (!document || control_.side_source().waits() ||
+      (control_.InCodeView() && !control_.txtCode().untouched_text())) {
     looked_at_depth_.reset();
     return set(true);
   }

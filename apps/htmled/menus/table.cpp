@@ -15,6 +15,7 @@
 #include "htmled/source_tools.h"
 #include "htmled/window.h"
 #include "htmled/writing_choices.h"
+#include "tvx/core/htmled.h"
 
 /// The one table of the window's menus.
 namespace tvx::htmled {
@@ -66,6 +67,14 @@ void turn_wrapping(Window& window) {
 
 void ask_for_line(Window& window) {
   if (auto* tools = window.editor().findChild<SourceTools*>()) tools->ask_for_line(&window);
+}
+
+/// Who asks for both while the source alone shows wants to see both.
+void turn_split_view(Window& window) {
+  const bool both = view_choices::is_on(Choice::SplitView), in_code = window.editor().InCodeView();
+  if (!both || !in_code) view_choices::turn(Choice::SplitView);
+  window.for_each_editor(view_choices::apply);
+  if (in_code) window.editor().control().show_Code();
 }
 
 constexpr Command rows[] = {
@@ -124,12 +133,15 @@ constexpr Command rows[] = {
 
     menu(QT_TR_NOOP("&View"), "view"),
     editors("Source"),
+    {Kind::Own, QT_TR_NOOP("&Page and source side by side"), "split-view", "Shift+F9",
+     "view-split-left-right", [](Window& w) { turn_split_view(w); }, nullptr,
+     [](Window&) { return view_choices::is_on(view_choices::Choice::SplitView); }},
     {Kind::Own, QT_TR_NOOP("&Wrap lines of the source"), "wrap-source", nullptr, nullptr,
      [](Window& w) { turn_wrapping(w); }, nullptr, [](Window&) { return SourceTools::wraps(); }},
     {Kind::Own, QT_TR_NOOP("&Go to line…"), "go-to-line", "Ctrl+G", "go-jump",
      [](Window& w) { ask_for_line(w); },
      [](Window& w) {
-       return w.editor().InCodeView() ? nullptr : QT_TR_NOOP("The page has no lines with numbers");
+       return w.editor().code_line_count() > 0 ? nullptr : QT_TR_NOOP("The page has no lines with numbers");
      }},
     line(),
     {Kind::Own, QT_TR_NOOP("&Format bar"), "format-bar", nullptr, nullptr,

@@ -1,4 +1,5 @@
 #include <QMetaEnum>
+#include <QPointer>
 #include <algorithm>
 #include <cmath>
 
