@@ -8,6 +8,7 @@
 #include "tvx/base/text.h"
 #include "tvx/base/url.h"
 #include "tvx/browser/browser.h"
+#include "tvx/browser/input/writer_command.h"
 #include "tvx/dom/collections.h"
 #include "tvx/dom/objects/media.h"
 #include "tvx/platform/common_dialogs.h"
@@ -56,10 +57,11 @@ std::optional<std::u16string> ImageCommands::find_picture(const std::optional<st
   return std::u16string(TrimNul(*given));
 }
 
-void ImageCommands::insert(const std::u16string& address) {
+void ImageCommands::insert(const std::u16string& address, By by) {
   DeleteUrlCacheEntry(address);
-  if (!browser_document().execCommand(u"insertimage", false, address))
-    throw RuntimeError(errors::invalid_call, u"The image can't be inserted");
+  const bool done = by == By::User ? browser::press_command(browser_document(), u"insertimage", address)
+                                   : browser_document().execCommand(u"insertimage", false, address);
+  if (!done) throw RuntimeError(errors::invalid_call, u"The image can't be inserted");
 }
 
 std::u16string ImageCommands::upload(const std::u16string& path) {
@@ -76,14 +78,14 @@ void ImageCommands::Insert_Image(const std::optional<std::u16string>& localImage
     if (platform::is_local_file(*path)) {
       const std::u16string url = upload(*path);
       if (context_.terminated()) return;
-      if (!url.empty()) insert(EncodeURL(url));
+      if (!url.empty()) insert(EncodeURL(url), localImagePath ? By::Host : By::User);
     }
     mark_changed();
   });
   if (!came_to_its_end) raise_error(insertion_failed, u"Insert Image Failed");
 }
 
-void ImageCommands::insert_local(const std::u16string& path, std::u16string_view scheme) {
+void ImageCommands::insert_local(const std::u16string& path, std::u16string_view scheme, By by) {
   const std::u16string target =
       properties_.LocalImageStore.empty() ? path : platform::store_picture(path, properties_.LocalImageStore);
   std::u16string url(scheme);
@@ -93,7 +95,7 @@ void ImageCommands::insert_local(const std::u16string& path, std::u16string_view
   } else {
     url = platform::local_picture_address(target);
   }
-  insert(EncodeURL(url));
+  insert(EncodeURL(url), by);
 }
 
 void ImageCommands::Insert_Image_NoFTP(const std::optional<std::u16string>& localImagePath) {
@@ -102,7 +104,8 @@ void ImageCommands::Insert_Image_NoFTP(const std::optional<std::u16string>& loca
     const auto path = find_picture(localImagePath);
     if (!path) return;
     const bool is_address = localImagePath && (contains(*path, u"file:///") || contains(*path, u"http://"));
-    if (platform::is_local_file(*path)) insert_local(*path, is_address ? u"" : u"file:///");
+    const By by = localImagePath ? By::Host : By::User;
+    if (platform::is_local_file(*path)) insert_local(*path, is_address ? u"" : u"file:///", by);
     // The flag first, other than where a picture is uploaded.
     properties_.IsDirty = true;
     context_.PropertyChanged(u"DocumentHTML");

@@ -40,8 +40,11 @@ class ImageCommands final : public Part {
   /// one.
   std::optional<std::u16string> find_picture(const std::optional<std::u16string>& given);
   std::u16string upload(const std::u16string& path);
-  void insert_local(const std::u16string& path, std::u16string_view scheme);
-  void insert(const std::u16string& address);
+  /// A picture that the user has chosen gets a line where there is none; one of a host is inserted as the
+  /// command says.
+  enum class By : bool { Host, User };
+  void insert_local(const std::u16string& path, std::u16string_view scheme, By by);
+  void insert(const std::u16string& address, By by);
 
   Server server_;
 };

@@ -9,6 +9,7 @@
 #include "tvx/editing/gestures/gesture_step.h"
 #include "tvx/editing/gestures/line_commands.h"
 #include "tvx/editing/gestures/writer_state.h"
+#include "tvx/editing/gestures/writing_place.h"
 
 namespace tvx::editing {
 
@@ -54,6 +55,15 @@ bool execute_in_cells(Editor& editor, std::vector<Ref<Element>> cells, std::u16s
   return true;
 }
 
+/// A picture stands in a line, as letters do.
+bool insert_picture(Editor& editor, std::u16string_view address) {
+  if (address.empty() || !editor.enabled(u"insertImage")) return false;
+  const HeldSelection held(editor.selection());
+  const dom::UndoStep step(editor.document().journal(), u"insertImage");
+  stand_in_line(editor);
+  return editor.execute(u"insertImage", address);
+}
+
 /// The cell beside another; null at the table's edge.
 const GridCell* cell_beside(const TableGrid& grid, const GridCell& from, CellStep step) {
   switch (step) {
@@ -84,6 +94,7 @@ void take_whole_cells(Editor& editor) {
 }
 
 bool execute_as_writer(Editor& editor, std::u16string_view command, std::u16string_view value) {
+  if (equals_ignoring_ascii_case(command, u"insertimage")) return insert_picture(editor, value);
   if (!acts_on_text(command) && !acts_on_lines(command)) return execute_in_text(editor, command, value);
   editor.document().journal().end_typing_run();
   const Gesture gesture(editor, command, dom::StepJoin::Never, Compare::Yes);
