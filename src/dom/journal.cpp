@@ -2,7 +2,9 @@
 
 #include <cassert>
 #include <memory>
+#include <utility>
 
+#include "tvx/base/interruption.h"
 #include "tvx/dom/tree.h"
 
 namespace tvx::dom {
@@ -34,8 +36,6 @@ struct Journal::Step {
   bool typing = false;
   std::vector<Record> mutations;
   SelectionRecord before, after;
-  // While the step is open, what could be done again before it: a step that is rolled back leaves that.
-  std::vector<std::unique_ptr<Step>> undone_before;
 };
 
 namespace {
@@ -152,10 +152,12 @@ void Journal::restore(SelectionRecord record) {
   selection_->restore(record);
 }
 
-void Journal::open(std::u16string_view label, StepJoin join) {
+// A step that joins the one before it isn't stopped: that one would go with it, and both are short.
+void Journal::open(std::u16string_view label, StepJoin join, StepEnd end) {
   if (depth_++ > 0) return;
   uncover();
   begin_step(label, join);
+  stoppable_ = end == StepEnd::WithScope && !joined_ && begin_stoppable();
 }
 
 void Journal::uncover() {
@@ -169,8 +171,16 @@ void Journal::cover() {
 void Journal::close() {
   assert(depth_ > 0);
   if (--depth_ > 0) return;
-  finish_step();
+  const bool given_up = stoppable_ && being_interrupted();
+  if (std::exchange(stoppable_, false)) end_stoppable();
+  given_up ? give_up() : finish_step();
   cover();
+}
+
+void Journal::give_up() {
+  const MutationScope scope(document_, MutationKind::Step);
+  roll_back();
+  open_step_ = nullptr;
 }
 
 void Journal::begin_step(std::u16string_view label, StepJoin join) {
@@ -196,10 +206,9 @@ void Journal::finish_step() {
   std::unique_ptr<Step> step = std::move(open_step_);
   if (!step) return;  // the journal was cleared meanwhile
   // Attributes tidied by a read with no step before it: nothing to join, nothing to undo.
-  if (step->mutations.empty() && undone_.empty()) undone_ = std::move(step->undone_before);
-  step->undone_before.clear();
   if (step->mutations.empty() || (keeps_redo_ && !joined_)) return;
   if (!keeps_redo_) {
+    undone_.clear();  // only now: a step that is rolled back leaves what can be done again
     step->after = capture();
     run_open_ = step->typing;
   }
@@ -207,7 +216,8 @@ void Journal::finish_step() {
 }
 
 void Journal::before_mutation() {
-  if (replaying_ || document_.mutation_kind() != MutationKind::Step || depth_ > 0) return;
+  if (replaying_ || document_.mutation_kind() != MutationKind::Step) return;
+  if (depth_ > 0) return stop_if_wanted();
   // A host writing to the tree outside any gesture: a step of its own, closed by record().
   uncover();
   begin_step(u"", StepJoin::Never);
@@ -217,7 +227,6 @@ void Journal::before_mutation() {
 void Journal::record(Mutation&& mutation) {
   if (replaying_ || mutation.kind != MutationKind::Step || !open_step_) return;
   if (mutation.parent == &document_) mutation.parent = nullptr;
-  if (!keeps_redo_ && !undone_.empty()) open_step_->undone_before = std::move(undone_), undone_.clear();
   auto& mutations = open_step_->mutations;
   if (!open_step_->typing || mutations.empty() || !merge_typing(mutations.back(), mutation)) {
     mutations.emplace_back(std::move(mutation));

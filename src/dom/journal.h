@@ -44,6 +44,9 @@ enum class StepJoin : std::uint8_t {
   LastStep    // belongs to the last step whatever that was, and keeps redo (reads that tidy attributes)
 };
 
+/// Who closes a step.
+enum class StepEnd : std::uint8_t { ByHand, WithScope };
+
 /// The journal: primitive mutations, grouped in steps; one user gesture or one public operation is one
 /// step. Steps nest, the outermost counts. Changes made outside any step (a host writing to the tree) are
 /// steps of their own, so that undo can never meet a tree it doesn't know.
@@ -61,7 +64,9 @@ class Journal {
   std::u16string_view undo_label() const;
   std::u16string_view redo_label() const;
 
-  void open(std::u16string_view label, StepJoin join = StepJoin::Never);
+  /// A step is closed by whoever opened it. One in a scope is closed even where an exception passes, so that
+  /// the user can stop what runs in it (base/interruption.h): it is taken back then, and redo is what it was.
+  void open(std::u16string_view label, StepJoin join = StepJoin::Never, StepEnd end = StepEnd::ByHand);
   void close();
   /// Takes back what the open step did so far, and leaves it open (a composition that is cancelled).
   void roll_back();
@@ -84,6 +89,7 @@ class Journal {
   void record(Mutation&& mutation);
   void begin_step(std::u16string_view label, StepJoin join);
   void finish_step();
+  void give_up();
   SelectionRecord capture() const;
   void restore(SelectionRecord record);
   bool replay(std::vector<std::unique_ptr<Step>>& from, std::vector<std::unique_ptr<Step>>& to,
@@ -100,13 +106,14 @@ class Journal {
   bool keeps_redo_ = false;  // the open step is a LastStep
   bool joined_ = false;      // the open step was taken from done_
   bool single_ = false;      // the open step is one change outside any step
+  bool stoppable_ = false;   // the open step may be stopped
 };
 
 /// Opens a step and closes it at the end of the scope, also when an exception passes.
 class UndoStep {
  public:
   UndoStep(Journal& journal, std::u16string_view label, StepJoin join = StepJoin::Never) : journal_(journal) {
-    journal_.open(label, join);
+    journal_.open(label, join, StepEnd::WithScope);
   }
   ~UndoStep() { journal_.close(); }
   UndoStep(const UndoStep&) = delete;

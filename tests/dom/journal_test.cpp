@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "tvx/base/interruption.h"
 #include "tvx/dom/builder.h"
 #include "tvx/dom/range.h"
 #include "tvx/dom/serialise.h"
@@ -215,6 +216,40 @@ TEST_F(JournalTest, AStepThatIsRolledBackLeavesWhatCanBeDoneAgain) {
     replace_data(*text_, 0, 0, u"y");
   }
   EXPECT_FALSE(journal().can_redo()) << "something else was done";
+}
+
+/// A user who stops everything at once.
+class Impatient final : public InterruptionWatch {
+ public:
+  Impatient() { set_interruption_watch(this, 1); }
+  ~Impatient() override { set_interruption_watch(nullptr); }
+  int loop_level() const override { return 0; }
+  void started() override {}
+  void ended() override {}
+  bool wants_to_stop() override { return true; }
+};
+
+TEST_F(JournalTest, AStepInAScopeCanBeStopped) {
+  const Impatient user;
+  EXPECT_FALSE(run_interruptible([&] {
+    UndoStep step(journal(), u"Bold");
+    replace_data(*text_, 3, 0, u"!");
+  }));
+  EXPECT_EQ(html(), u"<P>one</P>");
+  EXPECT_FALSE(journal().is_open());
+  EXPECT_FALSE(journal().can_undo());
+}
+
+// Nobody would close it: it outlives the act that has opened it.
+TEST_F(JournalTest, AStepClosedByHandIsNotStopped) {
+  const Impatient user;
+  EXPECT_TRUE(run_interruptible([&] {
+    journal().open(u"Composition");
+    replace_data(*text_, 3, 0, u"!");
+  }));
+  EXPECT_TRUE(run_interruptible([&] { replace_data(*text_, 4, 0, u"?"); }));
+  journal().close();
+  EXPECT_EQ(html(), u"<P>one!?</P>");
 }
 
 TEST_F(JournalTest, ClearInsideAnOpenStepForgetsTheStep) {

@@ -1,5 +1,6 @@
 #include "tvx/editing/gestures/gesture_step.h"
 
+#include "tvx/base/interruption.h"
 #include "tvx/dom/serialise.h"
 #include "tvx/dom/tree.h"
 #include "tvx/editing/facts/predicates.h"
@@ -66,6 +67,8 @@ std::u16string Gesture::text() const {
 }
 
 Gesture::~Gesture() {
+  const Uninterrupted all;
+  if (being_interrupted()) return;  // nothing has come of it
   leftovers_.tidy();
   leave_blocks_edge(editor_);
   if (!compares_ || editor_.document().version() == version_) return;
