@@ -12,6 +12,7 @@
 #include <utility>
 
 #include "tvx/base/error.h"
+#include "tvx/base/interruption.h"
 #include "tvx/browser/html_document.h"
 #include "tvx/core/htmled.h"
 #include "tvx/core/search/finder.h"
@@ -302,8 +303,11 @@ void FindBar::replace_all() {
   attempt([this] {
     core::HTMLed& control = editor_->control();
     const int locked = control.FindLocked();
-    const int replaced = control.ReplaceAllText(from_qt(replacement_->text()));
+    int replaced = 0;
+    const bool done =
+        run_interruptible([&] { replaced = control.ReplaceAllText(from_qt(replacement_->text())); });
     show_count();
+    if (!done) return say({});
     say(locked > 0 ? tr("Replaced: %1. Left, because they may not be edited: %2").arg(replaced).arg(locked)
                    : tr("Replaced: %1").arg(replaced));
   });

@@ -15,7 +15,9 @@ InterruptionWatch* interruption_watch() { return state().watch; }
 
 void detail::ask_whether_to_stop() {
   state().until_asked = state().between_questions;
-  if (!state().watch || !state().watch->wants_to_stop()) return;
+  InterruptionWatch* const watch = state().watch;
+  // In a dialog that the act has opened, Escape is the dialog's.
+  if (!watch || state().act_level != watch->loop_level() || !watch->wants_to_stop()) return;
   state().stoppable = false;
   state().stopping = true;
   throw Interrupted();

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "tvx/base/error.h"
+#include "tvx/base/interruption.h"
 #include "tvx/core/parts.h"
 #include "tvx/platform/common_dialogs.h"
 #include "tvx/platform/container.h"
@@ -84,6 +85,7 @@ void call_safely(const std::function<void()>& call) {
 
 void HTMLed::call_outside(const std::function<void()>& call) {
   const KeepAlive alive(*this);
+  const Uninterrupted host;
   const HostNesting nesting;
   if (HostNesting::refuses()) return;
   if (!HostNesting::goes_too_deep()) return call_safely(call);

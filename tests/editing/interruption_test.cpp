@@ -144,6 +144,18 @@ TEST_F(Interruption, WhatRunsInALoopWithinAnActIsNotThatAct) {
   }));
 }
 
+// A dialog that shows what it will do, in a step that is open around it.
+TEST_F(Interruption, WhatADialogChangesInAStepOfTheActIsNotStopped) {
+  prepare(documents[0]);
+  StopAt user(0);
+  EXPECT_TRUE(run_interruptible([&] {
+    const dom::UndoStep step(document->journal(), u"Preview");
+    user.level = 2;
+    EXPECT_TRUE(editor.execute(u"bold"));
+    user.level = 1;
+  }));
+}
+
 TEST_F(Interruption, TheRestOfAnActIsLeftToo) {
   prepare(documents[0]);
   const StopAt user(5);

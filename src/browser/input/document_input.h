@@ -44,6 +44,7 @@ class DocumentInput final : private InputHandler, private dom::MutationObserver 
   std::optional<QuestionId> handle_answer(const ViewAnswer* answer) override;
   QuestionId ask_for_ping() override;
   void handled() override;
+  void stopped() override { changes_.clear(); }
   void mutated(const dom::Mutation& mutation) override;
 
   QuestionId ask(ViewQuestion question);

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "tvx/base/interruption.h"
+
 namespace tvx::browser {
 namespace {
 
@@ -122,12 +124,17 @@ void InputQueue::run() {
         queue.schedule();  // also when an exception of a handler passes
       }
     } done{*this, alive};
-    const auto question = handle(item);
-    if (!*alive) return;
-    handler_.handled();
+    std::optional<QuestionId> question;
+    act([&] { question = handle(item); });
     if (!*alive) return;
     begin_question(question);
   }
+}
+
+void InputQueue::act(const std::function<void()>& what) {
+  const auto alive = alive_;
+  const bool done = run_interruptible(what);
+  if (*alive) done ? handler_.handled() : handler_.stopped();
 }
 
 /// Whether the first item, or the question before it, still has time to be answered; a timer then comes
@@ -199,9 +206,8 @@ void InputQueue::finish_question(const ViewAnswer* answer) {
   if (running_) return;  // asked by a handler that is still inside a loop of its own: it asked too early
   running_ = true;
   const auto alive = alive_;
-  const auto again = handler_.handle_answer(answer);
-  if (!*alive) return;
-  handler_.handled();
+  std::optional<QuestionId> again;
+  act([&] { again = handler_.handle_answer(answer); });
   if (!*alive) return;
   running_ = false;
   begin_question(again);

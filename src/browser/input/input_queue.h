@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <deque>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <variant>
@@ -31,6 +32,8 @@ class InputHandler {
   virtual QuestionId ask_for_ping() = 0;
   /// An item, or an answer, has been dealt with.
   virtual void handled() {}
+  /// The user has stopped what an item or an answer led to: nothing has come of it.
+  virtual void stopped() {}
 };
 
 /// All input of a document, in the order that the user gave it.
@@ -92,6 +95,7 @@ class InputQueue {
   bool may_still_report();
   void heard() { silent_ = false; }
   void wait_until(std::int64_t time);
+  void act(const std::function<void()>& what);
   std::optional<QuestionId> handle(const Item& item);
   void begin_question(std::optional<QuestionId> question);
   void finish_question(const ViewAnswer* answer);

@@ -2,6 +2,7 @@
 #include "tvx/core/chrome/command_state.h"
 
 #include "tvx/base/error.h"
+#include "tvx/base/interruption.h"
 #include "tvx/browser/html_document.h"
 #include "tvx/core/chrome/actions.h"
 #include "tvx/core/chrome/cell_menu.h"
@@ -137,10 +138,13 @@ void MenuCommands::MenuItemClick(platform::Menu& item) {
   // The items of the class menus ask the host themselves.
   const auto index = std::int16_t(item.Index().value_or(0));
   if (item.Name() == u"mnuClass") return parts_.classes.give_to_element(index);
-  if (item.Name() == u"mnuMiscClass") return parts_.classes.give_to_selection(index);
+  if (item.Name() == u"mnuMiscClass") {
+    run_interruptible([&] { parts_.classes.give_to_selection(index); });
+    return;
+  }
   const std::u16string_view key = ContextMenus::key_of(item);
   if (key.empty() || !host_allows_item(context_, key)) return;
-  attempt([&] { parts_.actions.choose(item); });
+  run_interruptible([&] { attempt([&] { parts_.actions.choose(item); }); });
 }
 
 }  // namespace tvx::core

@@ -1,6 +1,7 @@
 #include "tvx/core/chrome/toolbar_commands.h"
 
 #include "tvx/base/error.h"
+#include "tvx/base/interruption.h"
 #include "tvx/base/strings.h"
 #include "tvx/core/chrome/actions.h"
 #include "tvx/core/chrome/element_path.h"
@@ -32,12 +33,14 @@ void ToolbarCommands::ApplyToolbarState(bool enabled) {
 
 void ToolbarCommands::ButtonClick(platform::Toolbar& toolbar, platform::Button& button) {
   const KeepAlive alive(context_);
-  if (&toolbar == &toolbars_.Toolbar1)
-    press_formatting_button(button);
-  else if (&toolbar == &toolbars_.Toolbar2)
-    press_form_button(button);
-  else if (&toolbar == &toolbars_.tlbDOM)
-    attempt([&] { path_.press(button); });
+  run_interruptible([&] {
+    if (&toolbar == &toolbars_.Toolbar1)
+      press_formatting_button(button);
+    else if (&toolbar == &toolbars_.Toolbar2)
+      press_form_button(button);
+    else if (&toolbar == &toolbars_.tlbDOM)
+      attempt([&] { path_.press(button); });
+  });
 }
 
 void ToolbarCommands::press_formatting_button(platform::Button& button) {

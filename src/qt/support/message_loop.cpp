@@ -8,6 +8,8 @@
 #include <algorithm>
 #include <chrono>
 
+#include "tvx/base/interruption.h"
+
 namespace tvx::qt {
 namespace {
 
@@ -51,6 +53,7 @@ platform::TimerId MessageLoop::post_delayed(std::int64_t milliseconds, Task task
 void MessageLoop::cancel(platform::TimerId timer) { tasks_.cancel(timer); }
 
 void MessageLoop::pump(std::int64_t max_wait_milliseconds) {
+  const Uninterrupted all;  // what runs in here is no part of the act that waits for it
   QCoreApplication::sendPostedEvents();
   QEventLoop::ProcessEventsFlags flags = QEventLoop::AllEvents;
   if (max_wait_milliseconds > 0 && !tasks_.has_pending()) {

@@ -4,6 +4,7 @@
 #include <QMetaMethod>
 #include <QPointer>
 
+#include "tvx/base/interruption.h"
 #include "tvx/browser/html_document.h"
 #include "tvx/browser/view/document_view.h"
 #include "tvx/core/actions.h"
@@ -174,7 +175,7 @@ void HostBars::act(Action which) {
     case Action::ZoomReset: widget_.set_zoom(1); break;
     default:
       widget_.finish_page_input();
-      if (alive) widget_.control().actions().act(face_of(which).name);
+      if (alive) run_interruptible([&] { widget_.control().actions().act(face_of(which).name); });
   }
   if (!alive) return;
   show_state(which);

@@ -28,6 +28,7 @@
 #include "tvx/qt/source/code_assistance.h"
 #include "tvx/qt/source/code_view_face.h"
 #include "tvx/qt/support/clipboard.h"
+#include "tvx/qt/support/escape_watch.h"
 #include "tvx/qt/support/message_loop.h"
 #include "tvx/qt/support/strings.h"
 #include "tvx/qt/support/twips.h"
@@ -80,6 +81,7 @@ class HTMLedWidget::Parts final : public platform::Container,
         forms_(widget),
         view_(loop, &widget),
         document_view_(view_, loop) {
+    EscapeWatch::install();
     platform::CommonDialogs& dialogs = substitutes.dialogs ? *substitutes.dialogs : dialogs_;
     core::Surroundings surroundings{loop, *this, dialogs};
     surroundings.geometry = &document_view_;

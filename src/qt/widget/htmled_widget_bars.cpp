@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "tvx/base/interruption.h"
 #include "tvx/core/commands/selection_formats.h"
 #include "tvx/core/htmled.h"
 #include "tvx/core/views/side_source.h"
@@ -23,6 +24,11 @@ bool is_plain(const std::u16string& name) {
   });
 }
 
+/// As a button of a bar: the user can stop it.
+void set_format(core::HTMLed& control, std::u16string_view command, const QString& value) {
+  run_interruptible([&] { control.selection_formats().set(command, from_qt(value)); });
+}
+
 }  // namespace
 
 QAction* HTMLedWidget::action(Action which) { return host_bars().action(which); }
@@ -36,20 +42,15 @@ QAction* HTMLedWidget::action(const QString& name) {
 HTMLedWidget::Format HTMLedWidget::format() const { return host_bars().format(); }
 
 void HTMLedWidget::set_paragraph_style(const QString& style) {
-  control().selection_formats().set_paragraph_style(from_qt(style));
+  run_interruptible([&] { control().selection_formats().set_paragraph_style(from_qt(style)); });
 }
-void HTMLedWidget::set_font(const QString& family) {
-  control().selection_formats().set(u"FontName", from_qt(family));
-}
-void HTMLedWidget::set_font_size(int size) {
-  control().selection_formats().set(u"FontSize", from_qt(QString::number(size)));
-}
+void HTMLedWidget::set_font(const QString& family) { set_format(control(), u"FontName", family); }
+void HTMLedWidget::set_font_size(int size) { set_format(control(), u"FontSize", QString::number(size)); }
 void HTMLedWidget::set_text_colour(const QColor& colour) {
-  control().selection_formats().set(u"ForeColor", from_qt(colour.name()));
+  set_format(control(), u"ForeColor", colour.name());
 }
 void HTMLedWidget::set_highlight(const QColor& colour) {
-  control().selection_formats().set(
-      u"HiliteColor", colour.isValid() ? from_qt(colour.name()) : std::u16string(u"transparent"));
+  set_format(control(), u"HiliteColor", colour.isValid() ? colour.name() : QStringLiteral("transparent"));
 }
 
 QStringList HTMLedWidget::style_classes() const {
