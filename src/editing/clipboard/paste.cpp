@@ -432,7 +432,62 @@ bool takes_its_block(Editor& editor) {
 
 namespace {
 
+/// The table that is all that is selected, from before it to after it.
+Element* table_selected_as_whole(Editor& editor) {
+  const dom::Range range = editor.selection().range();
+  if (editor.selection().type() != SelectionType::Text || range.start.node != range.end.node ||
+      range.start.node->is_text())
+    return nullptr;
+  Element* table = nullptr;
+  const Node* end = dom::child_at(*range.end.node, range.end.offset);
+  for (Node* node = dom::child_at(*range.start.node, range.start.offset); node != end;
+       node = node->next_sibling()) {
+    if (is_filling(*node)) continue;
+    if (table || !node->is(Tag::Table) || !is_editable(*node)) return nullptr;
+    table = static_cast<Element*>(node);
+  }
+  return table;
+}
+
+bool stands_alone(const Node& node) {
+  for (const Node* child = node.parent()->first_child(); child; child = child->next_sibling())
+    if (child != &node && is_visible(*child)) return false;
+  return true;
+}
+
+bool is_seen_line(const Node& content) {
+  bool seen = false;
+  for (const Node* child = content.first_child(); child; child = child->next_sibling()) {
+    if (is_block_piece(*child)) return false;
+    seen = seen || is_visible(*child);
+  }
+  return seen;
+}
+
+/// In a document without a line what is pasted has one of its own, as what is typed.
+void start_first_line(Editor& editor) {
+  const dom::Boundary caret = editor.selection().focus();
+  if (editor.selection().type() != SelectionType::Text || !editor.selection().collapsed()) return;
+  Node* host = editing_host_of(*caret.node);
+  const dom::Name name{std::u16string_view(editor.paragraph_separator())};
+  if (!host || has_visible_child(*host) || block_around(caret) != host || !is_allowed_child_name(name, *host))
+    return;
+  const Ref<Element> line = editor.document().create_element(name);
+  append_line_break(*line);
+  dom::insert(*host, line);
+  editor.selection().collapse({line.get(), 0});
+}
+
 void paste_at_selection(Editor& editor, const Ref<dom::DocumentFragment>& content) {
+  if (Element* table = table_selected_as_whole(editor)) {
+    if (stands_alone(*table)) {
+      editor.selection().collapse(dom::before(*table));
+      dom::remove(*table);
+    } else {
+      editor.selection().select_control(*table);
+    }
+  }
+  if (is_seen_line(*content)) start_first_line(editor);
   if (editor.selection().type() == SelectionType::Text) {
     const bool over_cells = !selected_cells(editor).empty();
     if ((over_cells || !goes_over_its_own_shape(editor, *content)) && paste_into_cells(editor, content))

@@ -8,6 +8,7 @@
 #include "tvx/editing/facts/lines.h"
 #include "tvx/editing/facts/predicates.h"
 #include "tvx/editing/gestures/alignment.h"
+#include "tvx/editing/gestures/line_keys.h"
 #include "tvx/editing/gestures/list_keys.h"
 #include "tvx/editing/gestures/quotations.h"
 #include "tvx/editing/inline/recorded_values.h"
@@ -149,8 +150,11 @@ bool execute_on_lines(Editor& editor, std::u16string_view command, std::u16strin
   if (equals_ignoring_ascii_case(command, u"formatblock") && format_empty_line(editor, value)) return true;
   const bool inward = equals_ignoring_ascii_case(command, u"indent");
   if (inward || equals_ignoring_ascii_case(command, u"outdent")) {
-    if (move_items(editor, inward)) return true;
-  } else if (const std::u16string alignment = alignment_of_command(command); !alignment.empty()) {
+    const bool done = move_items(editor, inward) || editor.execute(command, value);
+    drop_end_break_before(block_around(editor.selection().range().start));
+    return done;
+  }
+  if (const std::u16string alignment = alignment_of_command(command); !alignment.empty()) {
     if (align_lines(editor, alignment)) return true;
   }
   return editor.execute(command, value);

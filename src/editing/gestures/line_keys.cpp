@@ -278,13 +278,28 @@ void forget_link(Editor& editor) {
   remove_preserving_descendants(Ref<Node>(link));
 }
 
-namespace {
-
-/// The line before had come to its end by a break, which now ends nothing.
 void drop_end_break_before(const Element* line) {
   Node* before = line ? line->previous_sibling() : nullptr;
   Node* last = before ? before->last_child() : nullptr;
   if (last && last->is(Tag::Br) && is_editable(*last) && is_extraneous_line_break(*last)) dom::remove(*last);
+}
+
+namespace {
+
+/// A line's end in the source, after what was a bare line, stays after the line that Enter makes.
+void leave_source_end(Editor& editor, Element* line) {
+  if (!line || !is_empty_line(*line) || !is_text_block(*line)) return;
+  for (Node* child = line->first_child(); child;) {
+    Node* next = child->next_sibling();
+    const auto* text = dom::as<dom::Text>(child);
+    if (text && is_filling(*text) && collapses(*text)) {
+      const Ref<Node> end = dom::remove(*child);
+      if (text->data().find(u'\n') != text->data().npos)
+        dom::insert(*line->parent(), end, line->next_sibling());
+      editor.selection().collapse({line, 0});
+    }
+    child = next;
+  }
 }
 
 /// At a heading's end there may be white space of the source, which nobody sees: the line after it is a
@@ -318,7 +333,10 @@ void start_line(Editor& editor) {
   insert_paragraph(editor);
   if (item) stay_in_item(editor, item.get());
   Element* line = block_around(editor.selection().focus());
-  if (in_heading) line = end_heading(editor, line);
+  if (in_heading)
+    line = end_heading(editor, line);
+  else
+    leave_source_end(editor, line);
   drop_end_break_before(line);
   make_room_before_heading(editor, line);
   if (line && is_empty_line(*line) && !styles.empty()) style_empty_line(editor, *line, styles);

@@ -14,6 +14,9 @@ void break_line(Editor& editor);
 
 /// A break at the end of a line that holds nothing open any more, in the block of the caret.
 void drop_spare_break(Editor& editor);
+/// The line before had come to its end by a break, which ends nothing where a block of its own comes after
+/// it.
+void drop_end_break_before(const dom::Element* line);
 /// The style of the next letter, which goes on when the caret comes to another line: all but the link, which
 /// ends with its text.
 RecordedLook style_that_goes_on(Editor& editor);

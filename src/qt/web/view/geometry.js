@@ -1,7 +1,7 @@
 // Where things are.
 
-import { boxOf, boxesOf, childrenOf, clientLeftOf, clientTopOf, nameOf, newRange, parentElementOf,
-  typeOf } from './dom.js';
+import { boxOf, boxesOf, childrenOf, clientLeftOf, clientTopOf, nameOf, newRange, nextOf,
+  parentElementOf, previousOf, typeOf } from './dom.js';
 import { host } from './host.js';
 
 /// The number in a length of a style; 0 where it has none.
@@ -64,7 +64,9 @@ export function caretBox(node, offset) {
   if (last && last.height > 0) return caretAt(last, last.left);
   if (typeOf(node) !== 1) {
     const parent = parentElementOf(node);
-    return parent ? emptyBox(parent) : null;
+    // A text that nothing is left of, after a picture say.
+    const beside = parent && node.length === 0 && caretBetween(previousOf(node), nextOf(node), parent);
+    return beside || (parent ? emptyBox(parent) : null);
   }
   const children = childrenOf(node);
   return caretBetween(children[offset - 1], children[offset], node) || emptyBox(node);
