@@ -4,11 +4,14 @@
 #include <QFormLayout>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QRegularExpression>
+
+#include "tvx/editing/facts/written_address.h"
 
 namespace tvx::qt {
 
 LinkDialog::LinkDialog(const QString& address, QWidget* parent)
-    : QDialog(parent), address_(new QLineEdit(address, this)) {
+    : QDialog(parent), given_(address.trimmed()), address_(new QLineEdit(address, this)) {
   setWindowTitle(tr("Hyperlink"));
   // Wide enough for most addresses; the dialog's height is what it needs.
   address_->setMinimumWidth(fontMetrics().averageCharWidth() * 60);
@@ -29,6 +32,16 @@ LinkDialog::LinkDialog(const QString& address, QWidget* parent)
   form->setSizeConstraint(QLayout::SetFixedSize);
 }
 
-QString LinkDialog::address() const { return address_->text().trimmed(); }
+// Who leaves out what an address starts with means the web, or a letter. What stood there before stays as it
+// is: it may be the name of a file.
+QString LinkDialog::address() const {
+  const QString text = address_->text().trimmed();
+  if (text == given_) return text;
+  const std::u16string written = text.toStdU16String();
+  if (editing::written_address(written) == written)
+    return QString::fromStdU16String(editing::target_of(written));
+  static const QRegularExpression mailbox(QStringLiteral("^[^\\s@:/?#]+@[^\\s@:/?#]+\\.[^\\s@:/?#]+$"));
+  return mailbox.match(text).hasMatch() ? QStringLiteral("mailto:") + text : text;
+}
 
 }  // namespace tvx::qt

@@ -19,6 +19,7 @@ class LinkDialog final : public QDialog {
   QString address() const;
 
  private:
+  const QString given_;
   QLineEdit* address_;
 };
 

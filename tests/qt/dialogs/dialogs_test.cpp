@@ -1,4 +1,5 @@
 #include "tvx/qt/dialogs/dialogs.h"
+#include "tvx/qt/dialogs/link_dialog.h"
 
 #include <gtest/gtest.h>
 
@@ -181,6 +182,20 @@ TEST_F(DialogsTest, ALinkIsAskedForWithTheAddressItHas) {
     press(field, Qt::Key_Return);
   });
   EXPECT_EQ(dialogs_.ask_link({u"http://old.org/"}), u"http://new.org/");
+}
+
+TEST_F(DialogsTest, ALinkLeadsWhereWhoWroteItMeans) {
+  const auto written = [](const char* present, const char* text) {
+    LinkDialog dialog(QString::fromLatin1(present));
+    dialog.findChild<QLineEdit*>()->setText(QString::fromLatin1(text));
+    return dialog.address().toStdString();
+  };
+  EXPECT_EQ(written("", " www.example.org/map "), "http://www.example.org/map");
+  EXPECT_EQ(written("", "anna@example.org"), "mailto:anna@example.org");
+  for (const char* stays : {"https://example.org", "page.html", "#part", "images/a@b.png", "mailto:a@b.c",
+                            "www.", "tel:123", "//example.org/x", "HTTP://EXAMPLE.ORG"})
+    EXPECT_EQ(written("", stays), stays);
+  EXPECT_EQ(written("www.example.org", "www.example.org"), "www.example.org") << "nobody has touched it";
 }
 
 TEST_F(DialogsTest, ALinkWithoutAnAddressCanNotBeAgreedTo) {
