@@ -12,6 +12,7 @@
 #include "htmled/document/failure_words.h"
 #include "htmled/document/file_filters.h"
 #include "htmled/document/modified_mark.h"
+#include "htmled/document/proposed_name.h"
 #include "htmled/drafts.h"
 #include "htmled/remote_content_bar.h"
 #include "htmled/unsaved/page_keeper.h"
@@ -230,8 +231,11 @@ bool DocumentPage::save() {
 }
 
 bool DocumentPage::save_as() {
+  finish_typing();
   QFileDialog dialog(this, tr("Save As"), path(), file_filters());
   dialog.setAcceptMode(QFileDialog::AcceptSave);
+  if (const auto document = editor_->control().DOM(); document && path().isEmpty())
+    dialog.selectFile(proposed_name(*document));
   dialog.setDefaultSuffix(QStringLiteral("html"));
   return dialog.exec() == QDialog::Accepted && save_to(dialog.selectedFiles().constFirst());
 }
