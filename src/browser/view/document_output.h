@@ -47,6 +47,7 @@ class DocumentOutput final : public Display,
 
   bool settled() const;
   bool filled() const { return patches_.filled(); }
+  const ShownMarks& marks() const { return marks_; }
 
   // Viewport
   void scroll_to(int x, int y) override;

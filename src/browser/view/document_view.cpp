@@ -85,6 +85,11 @@ bool DocumentView::shows_notice() const { return parts_->output_.given_up(); }
 
 const ViewFacts& DocumentView::facts() const { return parts_->facts_; }
 
+std::vector<MarkedStretch> DocumentView::marked(MarkKind kind, const dom::Text& text) const {
+  const std::vector<MarkedStretch>* stretches = parts_->output_.marks().find(kind, text);
+  return stretches ? *stretches : std::vector<MarkedStretch>();
+}
+
 void DocumentView::set_on_focus(std::function<void(bool)> on_focus) {
   parts_->on_focus_ = std::move(on_focus);
 }

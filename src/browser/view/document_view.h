@@ -3,8 +3,10 @@
 #include <functional>
 #include <memory>
 #include <utility>
+#include <vector>
 
 #include "tvx/browser/geometry.h"
+#include "tvx/browser/view/mark_display.h"
 
 namespace tvx::platform {
 class MessageLoop;
@@ -41,6 +43,8 @@ class DocumentView final : public Geometry {
   /// Whether the view gave up on this document after dying of it twice.
   bool shows_notice() const;
   const ViewFacts& facts() const;
+  /// What is marked in a text, as it was told last.
+  std::vector<MarkedStretch> marked(MarkKind kind, const dom::Text& text) const;
   /// Called when the view takes or loses the keyboard.
   void set_on_focus(std::function<void(bool)> on_focus);
   /// What was asked for last counts, the selection's position included. It is done when the view has what it

@@ -32,6 +32,11 @@ void ShownMarks::clear(MarkKind kind) {
   });
 }
 
+const std::vector<MarkedStretch>* ShownMarks::find(MarkKind kind, const dom::Text& text) const {
+  const auto found = all_.find({static_cast<std::uint32_t>(text.id()), kind});
+  return found == all_.end() ? nullptr : &found->second;
+}
+
 void ShownMarks::page_began() {
   unsent_.clear();
   for (const auto& [key, stretches] : all_) unsent_.insert(key);

@@ -22,6 +22,8 @@ class ShownMarks {
   /// Of all texts, as before another document.
   void clear();
   void clear(MarkKind kind);
+  /// Null: there are none.
+  const std::vector<MarkedStretch>* find(MarkKind kind, const dom::Text& text) const;
   /// A fresh page shows none.
   void page_began();
   /// What has changed, as far as the view knows the texts; a bounded number at a time. True: more can be
