@@ -99,6 +99,8 @@ int main(int argc, char** argv) {
   }
   if (const auto files = files_alone(argc, argv); files && tvx::htmled::hand_to_running_instance(*files))
     return 0;
+  // What is read is the document. The engine's own tree of the page, beside it, would say everything twice.
+  qunsetenv("QTWEBENGINE_ENABLE_LINUX_ACCESSIBILITY");
   tvx::qt::prepare_web_engine();
   QApplication application(argc, argv);
   parser.process(application);

@@ -25,6 +25,7 @@
 #include "tvx/qt/bars/toolbar_face.h"
 #include "tvx/qt/dialogs/dialogs.h"
 #include "tvx/qt/forms/form_face.h"
+#include "tvx/qt/reading/page_reading.h"
 #include "tvx/qt/source/code_assistance.h"
 #include "tvx/qt/source/code_view_face.h"
 #include "tvx/qt/support/clipboard.h"
@@ -96,6 +97,7 @@ class HTMLedWidget::Parts final : public platform::Container,
     make_faces();
     forms_.set_page(*view_.widget(), [this](int top, int bottom) { view_.set_covered(top, bottom); });
     document_view_.set_on_focus([this](bool focused) {
+      reading_.focus_changed(focused);
       first_caret_->view_focused(focused);
       if (focused) control_->WBrowser_GotFocus();
       if (focused) first_caret_->set_later();
@@ -104,6 +106,7 @@ class HTMLedWidget::Parts final : public platform::Container,
 
   ~Parts() override {
     host_bars_.reset();
+    reading_.show(nullptr);
     document_view_.show(nullptr);
     // While the control still lives, whose models they draw.
     delete toolbar1_;
@@ -142,6 +145,7 @@ class HTMLedWidget::Parts final : public platform::Container,
   // core::HTMLedObserver
   void document_replaced(const std::shared_ptr<browser::HTMLDocument>& document) override {
     document_view_.show(document);
+    reading_.show(document);
     if (widget_) emit widget_->document_replaced();
   }
   void layout_changed(const core::Layout& layout) override { apply(layout); }
@@ -175,7 +179,9 @@ class HTMLedWidget::Parts final : public platform::Container,
     view_.widget()->setGeometry(split_ ? split_->arrange(room) : room);
     code_->setGeometry(inside(layout.txtCode));
     code_->setVisible(layout.txtCode.Visible);
-    control_->txtCode().in_front() ? code_->raise() : code_->lower();
+    const bool covered = control_->txtCode().in_front();
+    covered ? code_->raise() : code_->lower();
+    if (std::exchange(page_covered_, covered) != covered) reading_.cover_changed();
     frame_->lower();
   }
 
@@ -198,6 +204,8 @@ class HTMLedWidget::Parts final : public platform::Container,
   WebView view_;
   browser::DocumentView document_view_;
   std::shared_ptr<core::HTMLed> control_;
+  PageReading reading_{{view_, document_view_, loop_, [this] { return page_covered_; }}};
+  bool page_covered_ = false;
   bool started_ = false;
   bool design_mode_ = false;
   bool has_focus_ = false;
