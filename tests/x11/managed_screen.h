@@ -27,6 +27,8 @@ class ManagedScreen : public testing::Test {
   /// Ends the program as nothing in it can prevent.
   void kill_program();
   const QProcessEnvironment& surroundings() const { return surroundings_; }
+  /// Of programs that are started from now on.
+  void set_surroundings(const QString& name, const QString& value) { surroundings_.insert(name, value); }
   QString path_of(const QString& name) const { return folder_.filePath(name); }
   void write(const QString& name, const QByteArray& bytes);
   QByteArray file(const QString& name) const;
