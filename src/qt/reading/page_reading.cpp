@@ -40,6 +40,22 @@ void be_asked_first() {
   QAccessible::installFactory(make_interface);
 }
 
+/// The engine's widget for the page offers the engine's tree; this in its place offers what is in it, the
+/// widget that takes the keys.
+class PageFrame final : public QAccessibleWidget {
+ public:
+  explicit PageFrame(QWidget* view) : QAccessibleWidget(view, QAccessible::Client) {}
+};
+
+/// The widget's interface, another instead of it if it has one that isn't ours.
+template <class Ours>
+QAccessibleInterface* claim(QWidget& widget) {
+  QAccessibleInterface* const known = QAccessible::queryAccessibleInterface(&widget);
+  if (!known || dynamic_cast<Ours*>(known)) return known;
+  QAccessible::deleteAccessibleInterface(QAccessible::uniqueId(known));
+  return QAccessible::queryAccessibleInterface(&widget);
+}
+
 browser::KeyInput delete_key() {
   browser::KeyInput key;
   key.key = u"Delete";
@@ -52,6 +68,7 @@ browser::KeyInput delete_key() {
 PageReading::PageReading(Surroundings around) : around_(std::move(around)) {
   pages().push_back(this);
   be_asked_first();
+  around_.view.widget()->installEventFilter(this);
   QAccessible::installActivationObserver(this);
 }
 
@@ -96,32 +113,38 @@ editing::AccessibleTree* PageReading::tree() {
 
 // --- interfaces ---
 
-/// The engine's widget for the page offers the engine's tree; in its place stands one that offers what is in
-/// it, the widget that takes the keys.
 QAccessibleInterface* PageReading::interface_for(QWidget& widget) {
-  auto* stack = qobject_cast<QStackedWidget*>(around_.view.widget());
-  if (!stack) return nullptr;
-  if (&widget == stack->widget(0)) return new QAccessibleWidget(&widget, QAccessible::Client);
-  const bool takes_keys = &widget == around_.view.input_widget() && widget.parentWidget() == stack->widget(0);
+  QWidget* const view = view_widget();
+  if (!view) return nullptr;
+  if (&widget == view) return new PageFrame(view);
+  const bool takes_keys = &widget == around_.view.input_widget() && widget.parentWidget() == view;
   return takes_keys ? new ElementAccessible(*this, widget) : nullptr;
 }
 
-/// The engine makes a widget for each of its processes. One that was asked for its interface before anybody
-/// knew whose it is has one of the toolkit's.
-void PageReading::claim_widget() {
-  QWidget* widget = around_.view.input_widget();
-  if (!widget) return;
+/// The engine's; null while there is none.
+QWidget* PageReading::view_widget() const {
+  auto* stack = qobject_cast<QStackedWidget*>(around_.view.widget());
+  return stack ? stack->widget(0) : nullptr;
+}
+
+/// The engine comes late, and makes a widget for each of its processes. One that was asked for its interface
+/// before anybody knew whose it is has one of the engine's.
+void PageReading::claim_widgets() {
+  QWidget *const view = view_widget(), *const input = around_.view.input_widget();
+  if (!view || !input) return;
   be_asked_first();
-  QAccessibleInterface* interface = QAccessible::queryAccessibleInterface(widget);
-  if (interface && !dynamic_cast<ElementAccessible*>(interface)) {
-    QAccessible::deleteAccessibleInterface(QAccessible::uniqueId(interface));
-    interface = QAccessible::queryAccessibleInterface(widget);
-  }
+  claim<PageFrame>(*view);
+  QAccessibleInterface* const interface = claim<ElementAccessible>(*input);
   root_ = interface ? QAccessible::uniqueId(interface) : 0;
 }
 
+bool PageReading::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::ChildAdded && QAccessible::isActive()) schedule();
+  return QObject::eventFilter(watched, event);
+}
+
 QAccessibleInterface* PageReading::root() {
-  claim_widget();
+  claim_widgets();
   return root_ ? QAccessible::accessibleInterface(root_) : nullptr;
 }
 

@@ -53,7 +53,7 @@ class PageReading final : public QObject,
   /// Another view than before may be in front.
   void cover_changed();
 
-  /// The interface of the widget that takes the page's keys; null for every other widget.
+  /// The interface of the engine's widget, and of the one in it that takes the keys; null for any other.
   QAccessibleInterface* interface_for(QWidget& widget);
 
   // --- for the interfaces ---
@@ -87,7 +87,9 @@ class PageReading final : public QObject,
   void tell_children(const editing::AccessibleChange& change);
   void tell_caret(bool text_changed);
   void tell_selection();
-  void claim_widget();
+  void claim_widgets();
+  QWidget* view_widget() const;
+  bool eventFilter(QObject* watched, QEvent* event) override;
   ElementAccessible* known(const dom::Element& element) const;
   void remove(const dom::Element& element);
   void remove_all();
