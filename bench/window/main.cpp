@@ -2,6 +2,7 @@
 // take in both, turn about, so that the ratio holds on a busy machine as well.
 //
 //   window_bench [--rounds N] [NAME...]   the documents of these names; without any the first four
+//   window_bench --steps                  one step at a time, as it is told to (steps.h)
 //   10KB 100KB 1MB   generated articles
 //   rows             a table of 10,000 rows
 //   10MB             an article again
@@ -27,6 +28,7 @@
 #include "window/own_page.h"
 #include "window/plain_page.h"
 #include "window/samples.h"
+#include "window/steps.h"
 
 namespace {
 
@@ -188,6 +190,19 @@ double age() {
   return (uptime.readAll().split(' ').first().toDouble() - fields.value(19).toDouble() / ticks) * 1000;
 }
 
+/// Writes a document of this name into a file of a folder; no path where none is called so.
+QString written(const QString& name, const QTemporaryDir& folder) {
+  const QString path = folder.filePath(name + QStringLiteral(".html"));
+  QFile file(path);
+  const std::string text = text_of(name);
+  if (text.empty() || !file.open(QIODevice::WriteOnly)) {
+    std::cerr << "window_bench: no document is called " << name.toStdString() << '\n';
+    return {};
+  }
+  file.write(text.data(), static_cast<qint64>(text.size()));
+  return path;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -201,6 +216,7 @@ int main(int argc, char** argv) {
     rounds = names[at + 1].toInt();
     names.remove(at, 2);
   }
+  const bool in_steps = names.removeAll(QStringLiteral("--steps")) > 0;
   if (names.isEmpty())
     names = {QStringLiteral("10KB"), QStringLiteral("100KB"), QStringLiteral("1MB"), QStringLiteral("rows")};
 
@@ -208,20 +224,19 @@ int main(int argc, char** argv) {
   wait_until([&] { return own.settled() && own.input(); });
   own.key(Qt::Key_X, QStringLiteral("x"));
   std::printf("start of the program, to a caret that has typed: %.0f ms\n\n", age());
+  std::fflush(stdout);
   PlainPage plain;
   const QTemporaryDir folder;
-  for (const QString& name : names) {
-    const QString path = folder.filePath(name + QStringLiteral(".html"));
-    QFile file(path);
-    const std::string text = text_of(name);
-    if (text.empty() || !file.open(QIODevice::WriteOnly)) {
-      std::cerr << "window_bench: no document is called " << name.toStdString() << '\n';
-      return 2;
+  int failed = 0;
+  if (in_steps) {
+    failed = do_steps(own, plain, [&folder](const QString& name) { return written(name, folder); });
+  } else {
+    for (const QString& name : names) {
+      const QString path = written(name, folder);
+      if (path.isEmpty()) return 2;
+      measure(name, path, own, plain, rounds);
     }
-    file.write(text.data(), static_cast<qint64>(text.size()));
-    file.close();
-    measure(name, path, own, plain, rounds);
   }
   own.window().setWindowModified(false);
-  return 0;
+  return failed;
 }
