@@ -25,7 +25,8 @@ inline constexpr char page_tree_script[] = R"js((function () {
     if (typeOf(node) === 1) {
       out += '<' + (spaces[spaceOf(node)] || '') + localNameOf(node);
       for (const a of Array.from(attributesOf(node)).sort((a, b) => a.name < b.name ? -1 : 1)) {
-        if (a.name === 'tvx-cells') continue;  // the view's own: the table has selected cells
+        // The view's own: the table has selected cells, the element texts with marks.
+        if (a.name === 'tvx-cells' || a.name === 'tvx-marked') continue;
         out += ' ' + a.name + '=' + quoted(a.value);
       }
       out += '>\n';

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <chrono>
 #include <map>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "tvx/base/error.h"
@@ -15,12 +17,14 @@ struct FakeSpeller {
   std::map<std::u16string, std::vector<std::u16string>> wrong;  // and what it suggests
   std::vector<std::string> calls;
   bool fails = false;
+  bool slow = false;  // a millisecond a call
 
   StartApplication start() {
     return [this] { return std::make_unique<Application>(*this); };
   }
   void heard(std::string call) {
     calls.push_back(std::move(call));
+    if (slow) std::this_thread::sleep_for(std::chrono::milliseconds(1));
     if (fails) throw RuntimeError(errors::invalid_call, u"The speller is busy");
   }
 

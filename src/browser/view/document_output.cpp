@@ -49,7 +49,9 @@ DocumentOutput::DocumentOutput(View& view, platform::MessageLoop& loop, std::fun
       patches_(view, loop),
       selection_(view),
       context_(view),
-      marks_(view) {}
+      marks_(view) {
+  patches_.set_on_sent([this](const std::vector<PatchOperation>& operations) { marks_.came(operations); });
+}
 
 DocumentOutput::~DocumentOutput() {
   *alive_ = false;
@@ -93,8 +95,8 @@ void DocumentOutput::begin_page() {
   schedule_flush();
 }
 
-void DocumentOutput::patch_done(PatchNumber number) {
-  if (patches_.done(number)) schedule_flush();
+void DocumentOutput::patch_done(const PatchDone& done) {
+  if (patches_.done(done.number, done.milliseconds)) schedule_flush();
 }
 
 void DocumentOutput::patch_failed(const PatchFailed& failure) {
@@ -186,6 +188,8 @@ void DocumentOutput::mark(MarkKind kind, const dom::Text& text, std::vector<Mark
   marks_.set(kind, text, std::move(stretches));
   schedule_flush();
 }
+
+bool DocumentOutput::is_busy() const { return document_ && !given_up_ && mirror().loading(); }
 
 void DocumentOutput::clear_marks(MarkKind kind) {
   marks_.clear(kind);

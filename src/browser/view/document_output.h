@@ -35,7 +35,7 @@ class DocumentOutput final : public Display,
   void set_editable(bool editable);
 
   // --- what becomes of it ---
-  void patch_done(PatchNumber number);
+  void patch_done(const PatchDone& done);
   void patch_failed(const PatchFailed& failure);
   /// What was on its way is lost.
   void lost() { patches_.lost(); }
@@ -57,6 +57,7 @@ class DocumentOutput final : public Display,
   // MarkDisplay
   void mark(MarkKind kind, const dom::Text& text, std::vector<MarkedStretch> stretches) override;
   void clear_marks(MarkKind kind) override;
+  bool is_busy() const override;
   void resource_policy_changed() override { begin_page(); }
 
   // Display

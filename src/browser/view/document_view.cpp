@@ -120,7 +120,7 @@ void DocumentView::Parts::show(std::shared_ptr<HTMLDocument> document) {
 
 void DocumentView::Parts::receive(const ViewMessage& message) {
   if (const auto* done = std::get_if<PatchDone>(&message.what)) {
-    output_.patch_done(done->number);
+    output_.patch_done(*done);
     if (output_.settled() && !output_.given_up()) restarts_ = hurried_tries_ = 0;
     return;
   }

@@ -26,6 +26,8 @@ class MarkDisplay {
   /// All of a kind in one text; none takes them away.
   virtual void mark(MarkKind kind, const dom::Text& text, std::vector<MarkedStretch> stretches) = 0;
   virtual void clear_marks(MarkKind kind) = 0;
+  /// Whether a document is still coming into the view: who has much to mark leaves the time to it.
+  virtual bool is_busy() const { return false; }
 };
 
 }  // namespace tvx::browser

@@ -115,9 +115,11 @@ struct ViewDied {
 };
 /// The page wanted something that it may not bring in. Told once a page.
 struct ViewWithheld {};
+/// Applied and laid out.
 struct PatchDone {
   PatchNumber number{};
-};  // applied and laid out
+  std::optional<double> milliseconds = {};  // that the view answered nothing else meanwhile, if it knows
+};
 struct PatchFailed {
   dom::NodeId node{};
   std::u16string reason;

@@ -117,12 +117,14 @@ void PatchStream::send(std::vector<PatchOperation> operations) {
   patch.operations = std::move(operations);
   mirror_->set_patch(next(last_sent_));
   view_.apply(patch);
+  if (hear_) hear_(patch.operations);
 }
 
-bool PatchStream::done(PatchNumber number) {
+bool PatchStream::done(PatchNumber number, std::optional<double> milliseconds) {
   last_done_ = std::max(last_done_, number);
   if (!slice_ || number < *slice_) return false;
-  if (slice_tells_) slice_size_.took(loop_.now() - slice_sent_);
+  const auto under_way = static_cast<double>(loop_.now() - slice_sent_);
+  if (slice_tells_) slice_size_.took(number == *slice_ ? milliseconds.value_or(under_way) : under_way);
   slice_.reset();
   edit_shown_ = slice_is_edit_;
   return mirror_ && mirror_->loading();

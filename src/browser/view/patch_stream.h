@@ -33,6 +33,9 @@ class PatchStream {
   /// Both outlive this.
   PatchStream(View& view, platform::MessageLoop& loop) : view_(view), loop_(loop) {}
 
+  /// Who wants to hear what is sent.
+  void set_on_sent(std::function<void(const std::vector<PatchOperation>&)> hear) { hear_ = std::move(hear); }
+
   /// Follows this tree, from its beginning.
   void follow(dom::Document& tree, Base base);
   /// Nothing is to be sent.
@@ -55,8 +58,8 @@ class PatchStream {
   /// In how many milliseconds a flush sends more of what waits for the user; nothing where none does.
   std::optional<std::int64_t> resumes_in() const;
 
-  /// The view has laid this patch out. True: the next slice may come.
-  bool done(PatchNumber number);
+  /// The view has laid this patch out, in so many milliseconds if it knows. True: the next slice may come.
+  bool done(PatchNumber number, std::optional<double> milliseconds = {});
   /// The view couldn't make a node. Sent once more, then left out.
   void failed(const PatchFailed& failure);
   /// The view's process is gone, and what was on its way with it.
@@ -75,6 +78,7 @@ class PatchStream {
 
   View& view_;
   platform::MessageLoop& loop_;
+  std::function<void(const std::vector<PatchOperation>&)> hear_;
   dom::Ref<dom::Document> tree_;
   Base base_of_;
   std::unique_ptr<Mirror> mirror_;

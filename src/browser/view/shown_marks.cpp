@@ -14,12 +14,14 @@ constexpr std::size_t most_texts_at_once = 200;
 
 void ShownMarks::set(MarkKind kind, const dom::Text& text, std::vector<MarkedStretch> stretches) {
   const Key key(static_cast<std::uint32_t>(text.id()), kind);
-  if (stretches.empty() && all_.erase(key) == 0 && !unsent_.contains(key)) return;
+  const bool is_pending = unsent_.contains(key) || waiting_.erase(key) > 0;
+  if (stretches.empty() && all_.erase(key) == 0 && !is_pending) return;
   if (!stretches.empty()) all_[key] = std::move(stretches);
   unsent_.insert(key);
 }
 
 void ShownMarks::clear() {
+  waiting_.clear();
   for (const auto& [key, stretches] : all_) unsent_.insert(key);
   all_.clear();
 }
@@ -39,6 +41,7 @@ const std::vector<MarkedStretch>* ShownMarks::find(MarkKind kind, const dom::Tex
 
 void ShownMarks::page_began() {
   unsent_.clear();
+  waiting_.clear();
   for (const auto& [key, stretches] : all_) unsent_.insert(key);
 }
 
@@ -50,7 +53,8 @@ bool ShownMarks::send(const Mirror& mirror) {
     const auto found = all_.find(*key);
     // What is still to be loaded waits; what is gone has none to take away.
     if (!mirror.node(id)) {
-      key = found == all_.end() ? unsent_.erase(key) : std::next(key);
+      if (found != all_.end()) waiting_.insert(*key);
+      key = unsent_.erase(key);
       continue;
     }
     lot.push_back({id, key->second, found == all_.end() ? std::vector<MarkedStretch>() : found->second});
@@ -58,6 +62,16 @@ bool ShownMarks::send(const Mirror& mirror) {
   }
   if (!lot.empty()) view_.mark(lot);
   return lot.size() == most_texts_at_once;
+}
+
+void ShownMarks::came(const std::vector<PatchOperation>& operations) {
+  for (const PatchOperation& operation : operations) {
+    if (waiting_.empty()) return;
+    if (operation.type != PatchOperation::Type::Text) continue;
+    const auto id = static_cast<std::uint32_t>(operation.node);
+    for (auto key = waiting_.lower_bound({id, MarkKind{}}); key != waiting_.end() && key->first == id;)
+      unsent_.insert(waiting_.extract(key++));
+  }
 }
 
 }  // namespace tvx::browser

@@ -29,12 +29,15 @@ class ShownMarks {
   /// What has changed, as far as the view knows the texts; a bounded number at a time. True: more can be
   /// sent.
   bool send(const Mirror& mirror);
+  /// The view gets these: their marks wait no longer.
+  void came(const std::vector<PatchOperation>& operations);
 
  private:
   using Key = std::pair<std::uint32_t, MarkKind>;  // the text's id
   View& view_;
   std::map<Key, std::vector<MarkedStretch>> all_;
   std::set<Key> unsent_;
+  std::set<Key> waiting_;  // unsent, of texts that the view didn't have when they were to be sent
 };
 
 }  // namespace tvx::browser

@@ -10,14 +10,14 @@ constexpr double least_share = 1.0 / 8;
 
 }  // namespace
 
-void SliceSize::took(std::int64_t milliseconds) {
-  // The first slice brought the page up: it says nothing about the ones to come.
+void SliceSize::took(double milliseconds) {
+  // The first slice had fonts and styles made: it says nothing about the ones to come.
   if (at_first_) {
     at_first_ = false;
     nodes_ = smallest;
     return;
   }
-  const double time = static_cast<double>(std::max<std::int64_t>(milliseconds, 1));
+  const double time = std::max(milliseconds, 1.0);
   weigh_nodes(time);
   const double same_part = time - node_cost_ * static_cast<double>(nodes_);
   const auto fitting =

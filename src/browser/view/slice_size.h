@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
 
 namespace tvx::browser {
 
@@ -16,11 +15,11 @@ class SliceSize {
   /// What fills a window.
   static constexpr std::size_t first = 700;
   static constexpr std::size_t smallest = 400, largest = 20'000;
-  static constexpr double aim_milliseconds = 35;
+  static constexpr double aim_milliseconds = 30;
 
   std::size_t nodes() const { return nodes_; }
   /// A slice of that many nodes has been shown.
-  void took(std::int64_t milliseconds);
+  void took(double milliseconds);
 
  private:
   void weigh_nodes(double time);

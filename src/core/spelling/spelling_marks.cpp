@@ -33,6 +33,8 @@ using editing::Direction;
 namespace {
 
 constexpr std::chrono::milliseconds budget_of_a_turn{5};
+/// Between two turns while the document is still coming into the view, which waits for this loop meanwhile.
+constexpr std::int64_t pause_milliseconds = 45;
 /// With more places than these the whole document is checked instead.
 constexpr std::size_t most_regions = 32;
 constexpr std::size_t most_offered = 5;
@@ -213,9 +215,14 @@ bool SpellingMarks::is_being_typed(const dom::Range& word) const {
 
 void SpellingMarks::schedule() {
   if (std::exchange(scheduled_, true)) return;
-  surroundings().loop.post([this, alive = alive_] {
+  const auto task = [this, alive = alive_] {
     if (*alive) turn();
-  });
+  };
+  const auto* display = dynamic_cast<browser::MarkDisplay*>(document_->viewport());
+  if (std::exchange(more_waits_, false) && display && display->is_busy())
+    surroundings().loop.post_delayed(pause_milliseconds, task);
+  else
+    surroundings().loop.post(task);
 }
 
 void SpellingMarks::turn() {
@@ -233,7 +240,9 @@ void SpellingMarks::turn() {
     if (!regions_.empty() && regions_.front().get() == &region) regions_.pop_front();
   }
   show_changed();
-  if (!regions_.empty()) schedule();
+  if (regions_.empty()) return;
+  more_waits_ = true;
+  schedule();
 }
 
 bool SpellingMarks::check(Region& region, Clock::time_point end) {

@@ -107,6 +107,7 @@ class SpellingMarks final : public Part, private dom::MutationObserver, private 
   std::set<std::u16string, std::less<>> ignored_;
   const void* display_ = nullptr;  // who was shown the marks; only compared
   bool scheduled_ = false;
+  bool more_waits_ = false;  // a turn has used up its time
   std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
 };
 

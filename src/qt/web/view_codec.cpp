@@ -189,7 +189,7 @@ void read_message(const QJsonArray& part, browser::PatchNumber seen, PageReport&
   if (kind == u"ready") {
     report.ready = true;
   } else if (kind == u"done") {
-    tell(browser::PatchDone{browser::PatchNumber(part[1].toInt())});
+    tell(browser::PatchDone{browser::PatchNumber(part[1].toInt()), part[2].toDouble()});
   } else if (kind == u"failed") {
     tell(browser::PatchFailed{dom::NodeId(part[1].toInt()), part[2].toString().toStdU16String()});
   } else if (kind == u"answer") {

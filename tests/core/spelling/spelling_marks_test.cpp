@@ -76,6 +76,33 @@ TEST_F(SpellingMarksTest, WrongWordsAreMarkedOverInlineElementsToo) {
   EXPECT_FALSE(context.values.IsDirty);
 }
 
+TEST_F(SpellingMarksTest, WhatComesIntoTheViewGoesFirst) {
+  struct Display final : browser::Viewport, browser::MarkDisplay {
+    void scroll_to(int, int) override {}
+    void scroll_into_view(dom::Element&, bool) override {}
+    void mark(browser::MarkKind, const dom::Text&, std::vector<browser::MarkedStretch>) override {}
+    void clear_marks(browser::MarkKind) override {}
+    bool is_busy() const override { return busy; }
+    bool busy = true;
+  } display;
+  fake.slow = true;
+  std::u16string words;
+  for (int i = 0; i < 40; ++i) words += u"<P>hello wrold</P>";
+  context.load(words);
+  context.document().set_viewport(&display);
+  marks.apply();
+  context.loop.settle();
+  EXPECT_FALSE(marks.settled()) << "after a turn the view has the loop to itself";
+  EXPECT_FALSE(marked().empty()) << "what is in the window comes first";
+  context.loop.pump(100);
+  display.busy = false;
+  context.loop.pump(100);
+  context.loop.settle();
+  EXPECT_TRUE(marks.settled()) << "then without a pause";
+  EXPECT_EQ(marked().size(), 40u);
+  context.document().set_viewport(nullptr);
+}
+
 TEST_F(SpellingMarksTest, NothingIsMarkedWithoutTheProperty) {
   context.values.CheckSpellingAsYouType = false;
   load(u"<P>wrold</P>");

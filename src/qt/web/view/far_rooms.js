@@ -59,6 +59,19 @@ function setFar(room, isFar) {
   for (const child of room.children) showMarks(child, !isApart);
 }
 
+let isWaiting = false;
+
+/// At the end of the commands that are being followed.
+export function farRoomsLater() {
+  isWaiting = true;
+}
+
+export function paintWaitingRooms() {
+  if (!isWaiting) return;
+  isWaiting = false;
+  paintFarRoomsApart();
+}
+
 /// Has the rooms painted apart that are more than a window away from the window.
 export function paintFarRoomsApart() {
   const height = window.innerHeight;

@@ -10,14 +10,14 @@ const MANY_OPERATIONS = 40;  // more than an edit of a line
 
 /// Whether nodes come in before others.
 function fills(list) {
-  return list.length >= MANY_OPERATIONS && list.some(([kind, , , before]) => (kind === 'e' || kind === 't') && before);
+  return list.length >= MANY_OPERATIONS && list.some((one) => one[3] && (one[0] === 'e' || one[0] === 't'));
 }
 
 const standsInWindow = (box) => box && box.top >= 0 && box.top < window.innerHeight;
 
 /// A position in the window and its height there: the caret, or what is a third down. Null where nothing is to be held.
 export function hold(list) {
-  if (window.scrollY <= 0 || !fills(list)) return null;
+  if (!fills(list) || window.scrollY <= 0) return null;
   const { focusNode: node, focusOffset: offset } = getSelection();
   const at = node && caretBox(node, offset);
   if (standsInWindow(at)) return { node, offset, top: at.top };

@@ -18,8 +18,13 @@ export function addBox(className, parent = shadow) {
   return box;
 }
 
+let standsIn = null;
+
+/// What stands in the same element stands before the host.
+export const isInElementOfHost = (parent) => parent === standsIn;
+
 export function keepHost() {
-  const top = root();
+  const top = standsIn = root();
   if (top && (parentOf(host) !== top || nextOf(host))) insertBefore(top, host, null);
 }
 

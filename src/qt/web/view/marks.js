@@ -1,8 +1,8 @@
 // Waves under words and the grounds of what was found: highlights of the engine, which draws them with the text and moves
-// them with it. Nothing of them stands in the page's tree. The engine goes through all of them for each frame, and an
-// article has thousands: rooms out of sight show none.
+// them with it. Nothing of them stands in the page's tree but an attribute of the elements that have any (editing.css).
+// The engine goes through all of them for each frame, and an article has thousands: rooms out of sight show none.
 
-import { newRange, typeOf, walk } from './dom.js';
+import { getAttribute, newRange, parentElementOf, setAttribute, typeOf, walk } from './dom.js';
 import { isInFarRoom } from './rooms.js';
 import { nodes } from './state.js';
 
@@ -15,7 +15,21 @@ const highlights = typeof Highlight === 'function' && CSS.highlights ? NAMES.map
   return highlight;
 }) : [];
 
-const rangesOf = highlights.map(() => new WeakMap());  // of a text
+const rangesOf = highlights.map(() => new Map());  // of a text
+const hasMarks = () => rangesOf.some((ranges) => ranges.size > 0);
+
+const MARKED = 'tvx-marked';
+
+/// An element keeps it when its marks have gone: it costs little, and more are likely.
+function nameBearer(text) {
+  const element = parentElementOf(text);
+  if (element && getAttribute(element, MARKED) === null) setAttribute(element, MARKED, '');
+}
+
+/// A text that was moved stands in another element with its marks.
+export function marksMoved(text) {
+  if (rangesOf.some((ranges) => ranges.has(text))) nameBearer(text);
+}
 
 function unmarkKind(kind, text) {
   for (const range of rangesOf[kind].get(text) || []) highlights[kind].delete(range);
@@ -43,15 +57,18 @@ export function mark(texts) {
       if (!isFar) highlights[kind].add(range);
       ranges.push(range);
     }
-    if (ranges.length) rangesOf[kind].set(text, ranges);
+    if (!ranges.length) continue;
+    rangesOf[kind].set(text, ranges);
+    if (!isFar) nameBearer(text);
   }
 }
 
 /// Shows the marks of all texts in a node, or takes them away until they are to be shown again.
 export function showMarks(top, isShown) {
-  if (!highlights.length) return;
+  if (!hasMarks()) return;
   const walker = walk(top, NodeFilter.SHOW_TEXT);
   for (let node = top; node; node = walker.nextNode()) {
+    if (isShown) marksMoved(node);
     highlights.forEach((highlight, kind) => {
       for (const range of rangesOf[kind].get(node) || []) {
         if (isShown) highlight.add(range);

@@ -2,13 +2,13 @@
 
 import { boxOf, detach, insertBefore, nameOf, newComment, newElement, newElementIn, newText, parentOf, removeAttribute, root,
   setAttribute, setAttributeNS, walk } from './dom.js';
-import { mayRise, paintFarRoomsApart, seemsToRise } from './far_rooms.js';
+import { farRoomsLater, mayRise, seemsToRise } from './far_rooms.js';
 import { hold, keepHeld } from './hold.js';
-import { host, keepHost } from './host.js';
+import { host, isInElementOfHost, keepHost } from './host.js';
 import { ids, nodes, state } from './state.js';
 import { childCame, childGoes, emptied, forgetRooms, settleRooms, styleMayDiffer, stylesMayDiffer } from './rooms.js';
 import { tell } from './messages.js';
-import { unmark } from './marks.js';
+import { marksMoved, unmark } from './marks.js';
 
 const NAMESPACES = [null, 'http://www.w3.org/2000/svg', 'http://www.w3.org/1998/Math/MathML'];
 const ATTRIBUTE_NAMESPACES = [null, 'http://www.w3.org/1999/xlink',
@@ -24,7 +24,7 @@ function known(id) {
 function insert(node, parentId, beforeId) {
   const parent = parentId ? known(parentId) : document;
   let before = beforeId ? known(beforeId) : null;
-  if (!before && parentOf(host) === parent) before = host;
+  if (!before && isInElementOfHost(parent) && parentOf(host) === parent) before = host;
   insertBefore(parent, node, before);
   childCame(parent, node, before);
   return parent;
@@ -33,6 +33,7 @@ function insert(node, parentId, beforeId) {
 function put(node, parentId, beforeId) {
   takeOut(node);
   insert(node, parentId, beforeId);
+  marksMoved(node);
   if (isOfASheet(node)) stylesMayDiffer();
 }
 
@@ -148,6 +149,8 @@ export function applyPatch(number, list) {
   state.seen = number;
   if (root()) boxOf(root());
   keepHeld(held);
-  if (settled) paintFarRoomsApart();
-  tell('done', number);
+  if (settled) farRoomsLater();
+  const now = performance.now();
+  tell('done', number, now - state.since);
+  state.since = now;
 }

@@ -95,6 +95,17 @@ function makeRooms(element) {
   setDivided(one, true);
 }
 
+/// New rooms that come after one that is far away: mostly they are as well, and need no other style then.
+function followFarRooms(rooms) {
+  const far = new Set();
+  let isFar = false;
+  for (const room of rooms) {
+    if (room.slot) isFar = room.slot.className === 'far';
+    else if (isFar) far.add(room);
+  }
+  return far;
+}
+
 /// Makes the slots what the list says, and answers the rooms whose start may be another. From the end on: a slot is put
 /// before the next one. A comment can't stand in a slot.
 function fillRooms(one) {
@@ -103,13 +114,13 @@ function fillRooms(one) {
     room.rises = room.isApart = undefined;
     if (room.slot && !rooms.includes(room)) room.slot.remove();
   }
+  const far = followFarRooms(rooms);
   let next = null;
   for (let i = rooms.length - 1; i >= 0; --i) {
     const room = rooms[i];
     if (!room.slot) {
       room.slot = one.inside.insertBefore(newElement('slot'), next);
-      // What comes after what is far away mostly is as well, and needs no other style then.
-      if (i > 0 && rooms[i - 1].isApart) room.slot.className = 'far';
+      if (far.has(room)) room.slot.className = 'far';
     }
     if (dirty.has(room)) room.slot.assign(...room.children.filter((node) => typeOf(node) !== 8));
     next = room.slot;
@@ -121,7 +132,8 @@ function fillRooms(one) {
 
 /// What the style of a slot goes by.
 export function showKind(room) {
-  room.slot.className = room.isOpen ? 'open' : room.isApart ? 'far' : '';
+  const kind = room.isOpen ? 'open' : room.isApart ? 'far' : '';
+  if (room.slot.className !== kind) room.slot.className = kind;
 }
 
 function setOpen(room, isOpen) {

@@ -18,6 +18,7 @@ export const ids = {
 export const state = {
   page: Number(root().getAttribute('tvx-page')),
   seen: 0,               // the last patch applied
+  since: 0,              // when the commands began that are being followed, or the last patch of them was done
   started: false,        // the skeleton has given way to the document's own tree
   editable: true,
   focused: false,

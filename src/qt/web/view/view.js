@@ -11,7 +11,7 @@ import { dropCaret, hide, setBlink } from './boxes.js';
 import { connectBridge, later, tell } from './messages.js';
 import { cover, coverSheet } from './cover.js';
 import { drawOverlay, drawnBoxes, factsLater, reportWaitingFacts } from './drawing.js';
-import { paintFarRoomsApart } from './far_rooms.js';
+import { paintFarRoomsApart, paintWaitingRooms } from './far_rooms.js';
 import { listenToMouse } from './mouse.js';
 import { mark, markedTexts } from './marks.js';
 import { nodes, state } from './state.js';
@@ -76,12 +76,14 @@ function follow(command, rest) {
 
 /// All commands of a turn.
 function run(text) {
-  const since = performance.now();
+  const since = state.since = performance.now();
   for (const [forPage, command, ...rest] of JSON.parse(text)) {
     if (forPage === state.page) follow(command, rest);
   }
   // The caret's box and what the page has scrolled to go up with what else there is to say, not a frame later.
   reportWaitingFacts();
+  // After that, as it has the engine lay out anew what changes.
+  paintWaitingRooms();
   // Until the page gets to its next task nothing else is answered, no key and no click.
   later(() => {
     view.longestStall = Math.max(view.longestStall, performance.now() - since);

@@ -335,6 +335,7 @@ test('only rooms in sight show waves under words', () => {
   }
   layOut(body);
   mark(texts.map((id) => [id, 0, 0, nodes.get(id).length]));
+  assert.equal(nodes.get(texts[0]).parentNode.getAttribute('tvx-marked'), '', 'the sheet finds what has marks');
   const words = () => markedTexts(0).map((word) => Number(word.slice(4)));
   const inNearRooms = () => {
     const near = slotsOf(body).filter((slot) => slot.className !== 'far').flatMap((slot) => slot.assigned);
@@ -347,6 +348,7 @@ test('only rooms in sight show waves under words', () => {
   assert.ok(words().includes(999));
   nodes.get(body).computed = { display: 'flex' };  // all are shown where the rooms are no boxes
   apply(['a', body, 'class', 'x', 0]);
+  paintFarRoomsApart();
   assert.equal(words().length, 1000);
 });
 

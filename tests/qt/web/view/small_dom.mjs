@@ -16,6 +16,10 @@ class Node extends EventTarget {
     const siblings = this.#parent ? this.#parent.#children : [];
     return siblings[siblings.indexOf(this) + 1] || null;
   }
+  get previousSibling() {
+    const siblings = this.#parent ? this.#parent.#children : [];
+    return siblings[siblings.indexOf(this) - 1] || null;
+  }
   contains(other) {
     while (other && other !== this) other = other.#parent;
     return Boolean(other);
