@@ -44,7 +44,7 @@ file(MAKE_DIRECTORY ${PROJECT_BINARY_DIR}/include/tvx ${TVX_PIECES})
 file(GLOB units CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/cmake/interface/*.cpp ${PROJECT_SOURCE_DIR}/cmake/interface/*.h)
 add_executable(tvx_write_interface ${units})
 target_compile_options(tvx_write_interface PRIVATE -O0 -Wall -Wextra)
-add_custom_command(OUTPUT ${headers} ${written} DEPENDS ${description} ${forms} VERBATIM
+add_custom_command(OUTPUT ${headers} ${written} DEPENDS tvx_write_interface ${description} ${forms} VERBATIM
   COMMAND tvx_write_interface ${description} ${PROJECT_SOURCE_DIR}/include/tvx
     ${TVX_PIECES} ${PROJECT_BINARY_DIR}/include/tvx
   COMMENT "Writing the control's interface")
