@@ -148,12 +148,12 @@ std::string members(const Interface& interface) {
 
 // --- the stub ---
 
-std::string type(const Interface& interface, const std::string& described, bool given) {
+std::string type(const Interface& interface, const std::string& described) {
   if (described == "boolean") return "bool";
   if (described == "int16" || described == "int32") return "int";
   if (described == "string") return "str";
   if (described == "date") return "datetime.datetime";
-  if (described == "variant") return given ? "str | None" : "str | None";
+  if (described == "variant") return "str | None";
   if (described == "object") return "Object | None";
   if (interface.is_enumeration(described)) return described;
   return described + " | None";
@@ -162,16 +162,16 @@ std::string type(const Interface& interface, const std::string& described, bool 
 std::string operation_result(const Interface& interface, const Entry& operation) {
   const std::string returned = returned_parameter(operation);
   for (const Parameter& parameter : operation.parameters)
-    if (parameter.name == returned) return type(interface, parameter.type, false);
+    if (parameter.name == returned) return type(interface, parameter.type);
   if (operation.type.empty() || operation.fact("returns") == "nothing") return "None";
-  return type(interface, operation.type, false);
+  return type(interface, operation.type);
 }
 
 std::string operation_parameters(const Interface& interface, const Entry& operation) {
   std::vector<std::string> list;
   for (const Parameter& parameter : operation.parameters) {
     if (parameter.out) continue;
-    std::string text = parameter.name + ": " + type(interface, parameter.type, true);
+    std::string text = parameter.name + ": " + type(interface, parameter.type);
     if (parameter.optional) text += " = None";
     if (!parameter.initial.empty()) text += " = " + value(interface, parameter.type, parameter.initial);
     list.push_back(text);
@@ -180,7 +180,7 @@ std::string operation_parameters(const Interface& interface, const Entry& operat
 }
 
 std::string stub_property(const Interface& interface, const Entry& property) {
-  const std::string kind = type(interface, property.type, false);
+  const std::string kind = type(interface, property.type);
   std::string text = "    @property\n    def " + property.name + "(self) -> " + kind + ":\n" +
                      docstring(property, "        ");
   if (property.can_be_set())
@@ -198,7 +198,7 @@ std::string stub_operation(const Interface& interface, const Entry& operation) {
 std::string arguments_class(const Interface& interface, const Entry& event) {
   std::string text = "class " + event.name + "Arguments(EventArguments):\n" + docstring(event, "    ");
   for (const Parameter& parameter : event.parameters) {
-    const std::string kind = type(interface, parameter.type, false);
+    const std::string kind = type(interface, parameter.type);
     if (is_settable(parameter))
       text += "    " + parameter.name + ": " + kind + "\n";
     else
@@ -218,7 +218,7 @@ std::string stub_classes(const Interface& interface) {
     text += "\nclass " + entry->name + "(Object):\n" + docstring(*entry, "    ");
     for (const Entry& member : entry->members) {
       if (member.type.empty() || member.parameters.empty())
-        text += "    " + member.name + ": " + type(interface, member.type, false) + "\n";
+        text += "    " + member.name + ": " + type(interface, member.type) + "\n";
       else
         text += stub_operation(interface, member).substr(0, stub_operation(interface, member).find(":\n")) +
                 ": ...\n";
@@ -242,16 +242,18 @@ std::string stub_members(const Interface& interface) {
 
 std::string python_declaration(const Interface& interface, const Entry& entry) {
   if (entry.kind == Kind::Property)
-    return entry.name + ": " + type(interface, entry.type, false) +
-           (entry.can_be_set() ? "" : "  # can't be set") + "\n";
+    return "editor." + entry.name + ": " + type(interface, entry.type) +
+           (entry.can_be_set() ? "\n" : "  # only read\n");
   if (entry.kind == Kind::Operation)
-    return entry.name + "(" + operation_parameters(interface, entry) + ") -> " +
+    return "editor." + entry.name + "(" + operation_parameters(interface, entry) + ") -> " +
            operation_result(interface, entry) + "\n";
-  std::vector<std::string> list;
+  std::vector<std::string> told, answers;
   for (const Parameter& parameter : entry.parameters)
-    list.push_back("event." + parameter.name + ": " + type(interface, parameter.type, false));
-  return "@editor." + entry.name + "\n" +
-         (list.empty() ? "def heard(event): ...\n" : "def heard(event): ...  # " + joined(list) + "\n");
+    (is_settable(parameter) ? answers : told)
+        .push_back("event." + parameter.name + ": " + type(interface, parameter.type));
+  return "@editor." + entry.name + "\ndef hear(event): ...\n" +
+         (told.empty() ? "" : "# told: " + joined(told) + "\n") +
+         (answers.empty() ? "" : "# can be set: " + joined(answers) + "\n");
 }
 
 void write_python(const Interface& interface, Pieces& pieces) {

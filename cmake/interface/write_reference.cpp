@@ -69,8 +69,9 @@ constexpr const char* about_classes = R"(
 constexpr const char* about_members = R"(
 ## Each member
 
-Of two declarations the first is that of `tvx::HTMLed`, the second that of `tvx::qt::HTMLedWidget`, whose setters and
-operations are slots.
+First in C++: of two declarations the first is that of `tvx::HTMLed`, the second that of `tvx::qt::HTMLedWidget`, whose
+setters and operations are slots. Then in C: the number for `Invoke` (`tvx/tvxhtml.h`), and what late binding takes and
+gives. Then in Python, where `editor` is a `tvxhtml.HTMLed` ([embedding.md](embedding.md)).
 )";
 
 std::string code(const std::string& text) { return "`" + text + "`"; }
@@ -222,7 +223,9 @@ std::string declarations(const Interface& interface, const Entry& entry) {
     if (entry.kind == Kind::Property && entry.can_be_set())
       lines += "void set_" + entry.name + "(" + setter_parameter(interface, entry, face) + " value);\n";
   }
-  return "```cpp\n" + lines + "```\n";
+  return "```cpp\n" + lines + "```\n" + "```c\n" +
+         (entry.kind == Kind::Event ? "TVX_EVENT_" : "TVX_MEMBER_") + entry.name + "  /* " +
+         c_signature(entry) + " */\n```\n```python\n" + python_declaration(interface, entry) + "```\n";
 }
 
 std::string each_member(const Interface& interface) {

@@ -36,5 +36,7 @@ std::string setter_parameter(const Interface& interface, const Entry& property, 
 std::string signal_parameters(const Interface& interface, const Entry& event);
 /// A member as late binding has it: "Open_document(strURL: string&, openEntireDoc: boolean&)".
 std::string c_signature(const Entry& entry);
+/// As a host in Python writes it.
+std::string python_declaration(const Interface& interface, const Entry& entry);
 /// The name of an operation's parameter that is its result in C++, "" where it is none.
 std::string returned_parameter(const Entry& operation);

@@ -56,7 +56,11 @@ class EventArguments:
         return list(self._values)
 
     def __repr__(self):
-        return f"EventArguments({', '.join(f'{name}={value!r}' for name, value in self._values.items())})"
+        return f"{type(self).__name__}({', '.join(f'{name}={value!r}' for name, value in self._values.items())})"
+
+
+_ARGUMENTS = {name: type(f"{name}Arguments", (EventArguments,), {"__slots__": (), "__doc__": doc})
+              for _, name, _, doc in _members.EVENTS}
 
 
 class Event:
@@ -111,7 +115,7 @@ class _Sink(_abi.Exported):
         held = [references[index].as_.reference.contents for index in range(len(parameters))]
         values = {each: _typed(kind, value_of(library, value, Object)) for (each, kind, _), value in zip(parameters, held)}
         before = dict(values)
-        told = EventArguments(values, {each for each, _, settable in parameters if settable})
+        told = _ARGUMENTS[name](values, {each for each, _, settable in parameters if settable})
         try:
             for handler in handlers:
                 handler(told)
@@ -348,7 +352,7 @@ class HTMLed:
     def _window_closed(self):
         self._closed_window = True
         for handler in list(self.closed.handlers):
-            handler()
+            handler(EventArguments({}, ()))
 
     def _property_changed(self, key):
         for handler in list(self.property_changed.handlers):
