@@ -13,7 +13,7 @@ function(run)
 endfunction()
 
 file(REMOVE_RECURSE ${WORK})
-run(${CMAKE_COMMAND} --build ${BUILD} --target tvxhtml-core-shared tvxhtml-widget-shared)
+run(${CMAKE_COMMAND} --build ${BUILD} --target tvxhtml-core-shared tvxhtml-widget-shared tvxHTML)
 foreach(part shared shared-development headers)
   run(${CMAKE_COMMAND} --install ${BUILD} --component ${part} --prefix ${prefix})
 endforeach()

@@ -8,7 +8,7 @@ trap 'rm -rf "$work"' EXIT
 status=0
 fail() { echo "$1"; status=1; }
 
-cmake --build "$build" --target htmled htmled-cli tvxhtml-core-shared tvxhtml-widget-shared tvxhtml-designer > "$work/log" 2>&1 || { cat "$work/log"; exit 1; }
+cmake --build "$build" --target tvx_packaged > "$work/log" 2>&1 || { cat "$work/log"; exit 1; }
 cpack --config "$build/CPackConfig.cmake" -B "$work/packages" > "$work/log" 2>&1 || { cat "$work/log"; exit 1; }
 package() { echo "$work"/packages/"$1"_*.deb; }
 field() { dpkg-deb -f "$(package "$1")" "$2"; }
@@ -20,7 +20,8 @@ needs libtvxhtml1 libqt6webenginewidgets6
 needs libtvxhtml1 libhunspell
 needs libtvxhtml-dev "libtvxhtml1 (= $(field libtvxhtml1 Version))"
 needs tvxhtml-designer "libtvxhtml1 (= $(field libtvxhtml1 Version))"
-all="htmled libtvxhtml1 libtvxhtml-dev tvxhtml-designer"
+needs python3-tvxhtml "libtvxhtml1 (= $(field libtvxhtml1 Version))"
+all="htmled libtvxhtml1 libtvxhtml-dev tvxhtml-designer python3-tvxhtml"
 [ "$(ls "$work/packages"/*.deb | wc -l)" -eq "$(wc -w <<< "$all")" ] || fail "not $all: $(ls "$work/packages")"
 
 for name in $all; do
@@ -29,7 +30,8 @@ for name in $all; do
 done
 twice=$(sort "$work/files" | uniq -d)
 [ -z "$twice" ] || fail "in two packages: $twice"
-for file in bin/htmled bin/htmled-cli share/tvxhtml/languages lib/libtvxhtml-core.so.1 lib/libtvxhtml-widget.so.1 \
+for file in bin/htmled bin/htmled-cli share/tvxhtml/languages lib/libtvxhtml-core.so.1 lib/libtvxhtml-widget.so.1 lib/libtvxHTML.so.1 \
+  share/tvxHTML/classes include/tvx/tvxhtml.h lib/python3/dist-packages/tvxhtml/__init__.pyi \
   include/tvx/htmled_widget.h lib/libtvxhtml-widget.so lib/pkgconfig/tvxhtml-widget.pc share/doc/libtvxhtml1/copyright \
   "lib/$(c++ -print-multiarch)/qt6/plugins/designer/libtvxhtml-designer.so"; do
   [ -e "$work/root/usr/$file" ] || fail "in no package: $file"
@@ -40,6 +42,9 @@ export PKG_CONFIG_PATH=$work/root/usr/lib/pkgconfig
 # shellcheck disable=SC2046 # words
 c++ -std=c++20 "$tree/tests/install/consumer/core.cpp" -o "$work/program" $(pkg-config --cflags --libs tvxhtml-core)
 LD_LIBRARY_PATH=$work/root/usr/lib "$work/program" || fail "a host's program doesn't run"
+
+export XDG_DATA_DIRS=$work/root/usr/share PYTHONPATH=$work/root/usr/lib/python3/dist-packages PYTHONDONTWRITEBYTECODE=1
+/usr/bin/python3 -c 'import tvxhtml; print(tvxhtml.HTMLed(FTPPort=7).FTPPort)' | grep -qx 7 || fail "the Python module finds no library"
 
 if command -v lintian > /dev/null; then
   lintian --fail-on error --tag-display-limit 0 "$work"/packages/*.deb > "$work/log" 2>&1 || { grep '^E:' "$work/log"; status=1; }
