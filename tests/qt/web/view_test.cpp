@@ -105,6 +105,19 @@ TEST_F(RealView, TheCaretIsSeenOnLightAndOnDarkGround) {
   QApplication::setCursorFlashTime(flash_time);
 }
 
+// It was drawn at the start of the line.
+TEST_F(RealView, TheCaretInAnEmptyTextIsBesideThePicture) {
+  open(u"<!DOCTYPE html><body style=\"margin: 0\"><p><img width=60 height=40></p>");
+  dom::Node& line = *document_->body()->first_child();
+  const dom::Ref<dom::Text> text = document_->tree().create_text(u"");
+  dom::insert(line, text);
+  document_->editor().selection().collapse({text.get(), 0});
+  ASSERT_TRUE(settle());
+  ASSERT_TRUE(wait_for_drawn("caret"));
+  EXPECT_TRUE(wait_for([&] { return std::stoi(in_page("String(tvxView.drawn().caret[0])")) >= 58; }, 10'000))
+      << in_page("tvxView.drawn().caret.join(' ')");
+}
+
 TEST_F(RealView, TheCaretGoesAndComes) {
   const int flash_time = QApplication::cursorFlashTime();
   QApplication::setCursorFlashTime(240);
