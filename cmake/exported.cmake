@@ -32,6 +32,13 @@ install(EXPORT tvxHTML-C-shared NAMESPACE tvxHTML:: FILE tvxHTML-C-shared.cmake 
   COMPONENT shared-development ${skip})
 tvx_install_pkg_config(tvxHTML shared "" "" "" ${skip})
 
+if(TVX_QT)
+  tvx_exported_library(tvxHTML-window MODULE embedded LINKS tvxhtml-widget-shared Qt6::Widgets MAP window.map)
+  set_target_properties(tvxHTML-window PROPERTIES OUTPUT_NAME window PREFIX "" INSTALL_RPATH "$ORIGIN/.."
+    LIBRARY_OUTPUT_DIRECTORY ${TVX_C_FOLDER}/tvxhtml)
+  install(TARGETS tvxHTML-window LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/tvxhtml COMPONENT shared ${skip})
+endif()
+
 # So that the class is found by its name wherever the library has been installed: the path counts from the file's folder.
 file(RELATIVE_PATH library /${CMAKE_INSTALL_DATADIR}/tvxHTML /${CMAKE_INSTALL_LIBDIR}/libtvxHTML.so.1)
 file(WRITE ${PROJECT_BINARY_DIR}/package/classes

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <limits>
 #include <string_view>
 
 #include "tvx/tvxhtml.h"
@@ -22,11 +23,14 @@ class StageOwner {
   virtual void window_closed() = 0;
 };
 
+/// For a position that is left to the desktop.
+inline constexpr std::int32_t anywhere = std::numeric_limits<std::int32_t>::min();
+
 /// Where a control is shown, in the words of the header.
 struct Position {
   std::uint32_t where = TVX_OFF_SCREEN;
   std::uint64_t window = 0;
-  tvx_box box = {0, 0, 900, 640};
+  tvx_box box = {anywhere, anywhere, 900, 640};
   /// The number by which the control is known until now; 0: a new one.
   std::int32_t handle = 0;
 };

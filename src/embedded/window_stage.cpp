@@ -1,0 +1,125 @@
+#include "tvx/embedded/window_stage.h"
+
+#include <QApplication>
+#include <QEvent>
+#include <QTimer>
+#include <QWindow>
+#include <set>
+
+#include "tvx/base/error.h"
+#include "tvx/core/htmled.h"
+#include "tvx/embedded/application.h"
+#include "tvx/platform/window.h"
+
+namespace tvx::embedded {
+
+namespace {
+
+std::set<WindowStage*>& living() {
+  static std::set<WindowStage*> stages;
+  return stages;
+}
+
+/// A new widget whose control has this number, by which hosts know it already.
+qt::HTMLedWidget* widget_numbered(std::int32_t handle) {
+  if (handle != 0) platform::set_next_window_handle(platform::WindowHandle{handle});
+  auto* widget = new qt::HTMLedWidget;
+  platform::set_next_window_handle(std::nullopt);
+  return widget;
+}
+
+}  // namespace
+
+WindowStage::WindowStage(exported::StageOwner& owner, const exported::Position& position)
+    : owner_(&owner),
+      host_window_(position.where == TVX_IN_WINDOW ? position.window : 0),
+      widget_(widget_numbered(position.handle)) {
+  widget_->setWindowTitle(QStringLiteral("HTMLed"));
+  connect(widget_, &qt::HTMLedWidget::property_changed, this, [this](const QString& key) {
+    if (owner_) owner_->property_changed(key.toStdU16String());
+  });
+  qApp->installEventFilter(this);
+  living().insert(this);
+}
+
+WindowStage::~WindowStage() {
+  living().erase(this);
+  end();
+}
+
+void WindowStage::abandon_all() {
+  for (WindowStage* stage : living()) stage->end();
+}
+
+void WindowStage::enter_host_window() {
+  widget_->setWindowFlags(Qt::FramelessWindowHint);
+  widget_->winId();
+  QWindow* host = QWindow::fromWinId(static_cast<WId>(host_window_));
+  if (!host) throw RuntimeError(errors::invalid_call, u"There is no such window");
+  host->QObject::setParent(this);
+  widget_->windowHandle()->setParent(host);
+}
+
+core::HTMLed& WindowStage::control() {
+  if (!widget_) throw RuntimeError(errors::object_not_set, u"The control's window is gone");
+  return widget_->control();
+}
+
+// The engine's view makes the toolkit create the window anew, on the desktop: so it comes first.
+void WindowStage::start(bool user_mode) {
+  widget_->set_design_mode(!user_mode);
+  widget_->start();
+  if (widget_ && host_window_ != 0) enter_host_window();
+  if (widget_) widget_->show();
+}
+
+void WindowStage::show() {
+  if (widget_) widget_->show();
+}
+
+void WindowStage::hide() {
+  if (widget_) widget_->hide();
+}
+
+void WindowStage::resize(const tvx_box& box) {
+  if (!widget_) return;
+  const bool has_position = box.left != exported::anywhere && box.top != exported::anywhere;
+  if (has_position || host_window_ != 0) widget_->move(has_position ? QPoint(box.left, box.top) : QPoint());
+  widget_->resize(box.width, box.height);
+}
+
+void WindowStage::take_focus() {
+  if (!widget_) return;
+  if (QWindow* window = widget_->windowHandle()) window->requestActivate();
+  widget_->setFocus(Qt::OtherFocusReason);
+}
+
+std::uint64_t WindowStage::window() { return widget_ && is_on_x11() ? widget_->winId() : 0; }
+
+void WindowStage::end() {
+  if (!owner_) return;
+  owner_ = nullptr;
+  qApp->removeEventFilter(this);
+  disconnect(widget_, nullptr, this, nullptr);
+  widget_->control().set_events(nullptr);
+  delete widget_;
+}
+
+bool WindowStage::eventFilter(QObject* object, QEvent* event) {
+  if (object == widget_ && event->type() == QEvent::Close)
+    QTimer::singleShot(0, this, [this] {
+      if (owner_) owner_->window_closed();
+    });
+  if (host_window_ != 0 && event->type() == QEvent::MouseButtonPress) follow_press(object);
+  return false;
+}
+
+// A window manager hands the keyboard to windows of its own alone, and ours is within the host's.
+void WindowStage::follow_press(QObject* pressed) {
+  const auto* widget = qobject_cast<QWidget*>(pressed);
+  if (!widget_ || !widget || (widget != widget_ && !widget_->isAncestorOf(widget))) return;
+  QWindow* window = widget_->windowHandle();
+  if (window && QGuiApplication::focusWindow() != window) window->requestActivate();
+}
+
+}  // namespace tvx::embedded

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QObject>
+#include <QPointer>
+
+#include "tvx/exported/stage.h"
+#include "tvx/htmled_widget.h"
+
+namespace tvx::embedded {
+
+/// A control in a window: one of its own, or the host's.
+class WindowStage final : public QObject, public exported::Stage {
+ public:
+  WindowStage(exported::StageOwner& owner, const exported::Position& position);
+  ~WindowStage() override;
+
+  core::HTMLed& control() override;
+  void start(bool user_mode) override;
+  void show() override;
+  void hide() override;
+  void resize(const tvx_box& box) override;
+  void take_focus() override;
+  std::uint64_t window() override;
+  void end() override;
+
+  /// At the end of the process: the windows go, and nobody is told.
+  static void abandon_all();
+
+ private:
+  bool eventFilter(QObject* object, QEvent* event) override;
+  void enter_host_window();
+  void follow_press(QObject* pressed);
+
+  exported::StageOwner* owner_;
+  const std::uint64_t host_window_;  // 0: it has one of its own
+  QPointer<qt::HTMLedWidget> widget_;
+};
+
+}  // namespace tvx::embedded
