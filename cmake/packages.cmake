@@ -2,7 +2,7 @@
 # plugin for Qt Designer, and the Python module.
 include(GNUInstallDirs)
 add_custom_target(tvx_packaged)
-add_dependencies(tvx_packaged htmled htmled-cli tvxhtml-core-shared tvxhtml-widget-shared tvxHTML tvxhtml-designer
+add_dependencies(tvx_packaged htmled htmled-cli tvxhtml-core-shared tvxhtml-widget-shared tvxHTML tvxHTML-window tvxhtml-designer
   tvxhtml-python)
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME tvxhtml)

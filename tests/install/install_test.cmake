@@ -23,6 +23,12 @@ endif()
 if(Widget IN_LIST COMPONENTS)
   list(APPEND targets tvxhtml-widget-${KIND})
 endif()
+if(KIND STREQUAL "shared")
+  list(APPEND targets tvxHTML)
+  if(Widget IN_LIST COMPONENTS)
+    list(APPEND targets tvxHTML-window)
+  endif()
+endif()
 run(${CMAKE_COMMAND} --build ${BUILD} --target ${targets} htmled-cli)
 foreach(part ${KIND} ${KIND}-development headers scripts)
   run(${CMAKE_COMMAND} --install ${BUILD} --component ${part} --prefix ${WORK}/installed)
@@ -47,6 +53,20 @@ foreach(request "1;COMPONENTS;Nonsense" "2;COMPONENTS;Core")
   endif()
 endforeach()
 
+# Programs in C know the library, or the name of its class alone; the latter is built with the header and nothing else.
+if(KIND STREQUAL "shared")
+  set(ENV{XDG_DATA_HOME} ${WORK}/nobody)
+  set(ENV{XDG_DATA_DIRS} ${prefix}/share)
+  set(build ${WORK}/C)
+  run(${CMAKE_COMMAND} -S ${here}/consumer -B ${build} -G Ninja -DCMAKE_PREFIX_PATH=${prefix} -DCOMPONENT=C)
+  run(${CMAKE_COMMAND} --build ${build})
+  run(${build}/consumer)
+  if(Widget IN_LIST COMPONENTS)
+    run(cc -std=c99 -pedantic -Wall -Werror ${here}/consumer/c_by_name.c -o ${WORK}/by-name -I${prefix}/include -ldl)
+    run(${WORK}/by-name)
+  endif()
+endif()
+
 # The same program with pkg-config alone.
 set(ENV{PKG_CONFIG_PATH} ${prefix}/${LIBDIR}/pkgconfig)
 execute_process(COMMAND pkg-config --cflags --libs tvxhtml-core OUTPUT_VARIABLE flags COMMAND_ERROR_IS_FATAL ANY
@@ -54,6 +74,13 @@ execute_process(COMMAND pkg-config --cflags --libs tvxhtml-core OUTPUT_VARIABLE 
 separate_arguments(flags)
 run(c++ -std=c++20 ${here}/consumer/core.cpp -o ${WORK}/by-pkg-config ${flags} -Wl,-rpath,${prefix}/${LIBDIR})
 run(${WORK}/by-pkg-config)
+if(KIND STREQUAL "shared")
+  execute_process(COMMAND pkg-config --cflags --libs tvxHTML OUTPUT_VARIABLE flags COMMAND_ERROR_IS_FATAL ANY
+    OUTPUT_STRIP_TRAILING_WHITESPACE)
+  separate_arguments(flags)
+  run(cc -std=c99 ${here}/consumer/c.c -o ${WORK}/c-by-pkg-config ${flags} -Wl,-rpath,${prefix}/${LIBDIR})
+  run(${WORK}/c-by-pkg-config)
+endif()
 
 # No path of this machine goes along, and a shared library shows nothing of what it is made of.
 file(GLOB_RECURSE texts ${prefix}/*.cmake ${prefix}/*.pc ${prefix}/*.h)

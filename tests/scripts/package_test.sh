@@ -31,7 +31,7 @@ done
 twice=$(sort "$work/files" | uniq -d)
 [ -z "$twice" ] || fail "in two packages: $twice"
 for file in bin/htmled bin/htmled-cli share/tvxhtml/languages lib/libtvxhtml-core.so.1 lib/libtvxhtml-widget.so.1 lib/libtvxHTML.so.1 \
-  share/tvxHTML/classes include/tvx/tvxhtml.h lib/python3/dist-packages/tvxhtml/__init__.pyi \
+  lib/tvxhtml/window.so lib/libtvxHTML.so share/tvxHTML/classes include/tvx/tvxhtml.h lib/python3/dist-packages/tvxhtml/__init__.pyi \
   include/tvx/htmled_widget.h lib/libtvxhtml-widget.so lib/pkgconfig/tvxhtml-widget.pc share/doc/libtvxhtml1/copyright \
   "lib/$(c++ -print-multiarch)/qt6/plugins/designer/libtvxhtml-designer.so"; do
   [ -e "$work/root/usr/$file" ] || fail "in no package: $file"
@@ -42,6 +42,10 @@ export PKG_CONFIG_PATH=$work/root/usr/lib/pkgconfig
 # shellcheck disable=SC2046 # words
 c++ -std=c++20 "$tree/tests/install/consumer/core.cpp" -o "$work/program" $(pkg-config --cflags --libs tvxhtml-core)
 LD_LIBRARY_PATH=$work/root/usr/lib "$work/program" || fail "a host's program doesn't run"
+
+cc -std=c99 "$tree/tests/install/consumer/c_by_name.c" -o "$work/by-name" -I"$work/root/usr/include" -ldl
+XDG_DATA_HOME=$work/nobody XDG_DATA_DIRS=$work/root/usr/share QT_QPA_PLATFORM=offscreen "$work/by-name" > "$work/log" 2>&1 ||
+  { cat "$work/log"; fail "a program in C doesn't find the class by its name"; }
 
 export XDG_DATA_DIRS=$work/root/usr/share PYTHONPATH=$work/root/usr/lib/python3/dist-packages PYTHONDONTWRITEBYTECODE=1
 /usr/bin/python3 -c 'import tvxhtml; print(tvxhtml.HTMLed(FTPPort=7).FTPPort)' | grep -qx 7 || fail "the Python module finds no library"
