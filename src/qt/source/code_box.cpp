@@ -237,7 +237,7 @@ class CodeBox::Edit final : public QPlainTextEdit {
     return copy;
   }
   bool canInsertFromMimeData(const QMimeData* source) const override { return source->hasText(); }
-  void insertFromMimeData(const QMimeData* source) override { insertPlainText(source->text()); }
+  void insertFromMimeData(const QMimeData* source) override { text.insert(textCursor(), source->text()); }
   // What is moved within the box is one edit.
   void dropEvent(QDropEvent* event) override {
     const bool moves = event->source() && (event->source() == this || event->source() == viewport()) &&

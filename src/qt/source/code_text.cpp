@@ -34,31 +34,50 @@ std::u16string text_between(QTextDocument& document, int from, int to) {
   return text;
 }
 
+/// A text as it is shown, and where it has breaks that are no part of it.
+std::u16string in_pieces(std::u16string_view text, std::vector<int>& breaks) {
+  std::u16string shown;
+  shown.reserve(text.size() + text.size() / longest_piece);
+  for (std::size_t line = 0; line <= text.size();) {
+    const std::size_t end = std::min(text.find(u'\n', line), text.size());
+    std::size_t at = line;
+    while (end - line > longest_line && end - at > longest_piece) {
+      const std::size_t next = next_break(text, at);
+      shown += text.substr(at, next - at);
+      breaks.push_back(static_cast<int>(shown.size()));
+      shown += u'\n';
+      at = next;
+    }
+    shown += text.substr(at, end - at);
+    if (end < text.size()) shown += u'\n';
+    line = end + 1;
+  }
+  return shown;
+}
+
+/// What ends a line for the toolkit does so in the text.
+std::u16string in_lines(const QString& text) {
+  std::u16string lines;
+  lines.reserve(static_cast<std::size_t>(text.size()));
+  for (qsizetype i = 0; i < text.size(); ++i) {
+    const char16_t unit = text[i].unicode();
+    if (unit == u'\r' && i + 1 < text.size() && text[i + 1] == u'\n') continue;
+    const bool ends = unit == u'\r' || unit == u'\u2029' || unit == 0xFDD0 || unit == 0xFDD1;
+    lines += ends ? u'\n' : unit;
+  }
+  return lines;
+}
+
 }  // namespace
 
 QString CodeText::put(std::u16string text) {
   // The toolkit ends a line there too.
   std::ranges::replace(text, u'\u2029', u'\n');
   text_ = std::move(text);
-  shown_.clear();
   breaks_.clear();
   done_.clear();
   undone_.clear();
-  const std::u16string_view all = text_;
-  for (std::size_t line = 0; line <= all.size();) {
-    const std::size_t end = std::min(all.find(u'\n', line), all.size());
-    std::size_t at = line;
-    while (end - line > longest_line && end - at > longest_piece) {
-      const std::size_t next = next_break(all, at);
-      shown_ += all.substr(at, next - at);
-      breaks_.push_back(static_cast<int>(shown_.size()));
-      shown_ += u'\n';
-      at = next;
-    }
-    shown_ += all.substr(at, end - at);
-    if (end < all.size()) shown_ += u'\n';
-    line = end + 1;
-  }
+  shown_ = in_pieces(text_, breaks_);
   return to_qt(shown_);
 }
 
@@ -120,8 +139,45 @@ void CodeText::replace(std::size_t start, std::size_t length, std::u16string_vie
   cursor.setPosition(to_shown(start));
   cursor.setPosition(length == 0 ? cursor.position() : to_shown(start + length, false),
                      QTextCursor::KeepAnchor);
-  cursor.insertText(to_qt(with));
+  insert(cursor, to_qt(with));
+}
+
+// A long line comes in pieces: the toolkit lays out what is put into a line, all of it.
+void CodeText::insert(QTextCursor cursor, const QString& text) {
+  std::u16string lines = in_lines(text);
+  std::vector<int> breaks;
+  const std::u16string shown = in_pieces(lines, breaks);
+  if (breaks.empty()) {
+    cursor.insertText(text);
+  } else {
+    const int from = cursor.selectionStart(), to = cursor.selectionEnd();
+    for (int& each : breaks) each += from;
+    const std::size_t place = to_text(from);
+    Edit edit{place, text_.substr(place, to_text(to) - place), std::move(lines)};
+    text_.replace(place, edit.removed.size(), edit.inserted);
+    put_shown(from, to, shown);
+    breaks_.insert(std::ranges::lower_bound(breaks_, from), breaks.begin(), breaks.end());
+    if (!replaying_) record(std::move(edit));
+    const QScopedValueRollback known(known_, true);
+    cursor.insertText(to_qt(shown));
+    break_later(from, from + static_cast<int>(shown.size()));
+  }
   edit_.setTextCursor(cursor);
+}
+
+/// Another stretch in what is shown; the breaks in the one before are gone.
+void CodeText::put_shown(int from, int to, std::u16string_view with) {
+  const int more = static_cast<int>(with.size()) - (to - from);
+  shown_.replace(static_cast<std::size_t>(from), static_cast<std::size_t>(to - from), with);
+  const auto first = std::ranges::lower_bound(breaks_, from), last = std::ranges::lower_bound(breaks_, to);
+  for (auto each = last; each != breaks_.end(); ++each) *each += more;
+  breaks_.erase(first, last);
+}
+
+// Not from within: the document is in the midst of telling of its change.
+void CodeText::break_later(int from, int to) {
+  QMetaObject::invokeMethod(
+      this, [this, from, to] { break_blocks(from, to); }, Qt::QueuedConnection);
 }
 
 void CodeText::forget_edits() {
@@ -132,7 +188,7 @@ void CodeText::forget_edits() {
 // The toolkit may name more than what has changed: what is laid out anew counts for it too. What is alike on
 // both sides stays, breaks included; a line's end that comes in is the user's.
 void CodeText::changed(int at, int removed, int added) {
-  if (breaking_) return;
+  if (breaking_ || known_) return;
   QTextDocument& document = *edit_.document();
   const auto begin = static_cast<std::size_t>(at);
   const std::size_t old_end = std::min(begin + static_cast<std::size_t>(removed), shown_.size());
@@ -147,20 +203,13 @@ void CodeText::changed(int at, int removed, int added) {
     ++tail;
   const int from = at + static_cast<int>(head), to = static_cast<int>(old_end - tail);
   const std::u16string inserted = now.substr(head, now.size() - head - tail);
-  const int more = static_cast<int>(inserted.size()) - (to - from);
   if (from == to && inserted.empty()) return;
   const std::size_t place = to_text(from), end = to_text(to);
   Edit edit{place, text_.substr(place, end - place), inserted};
   text_.replace(place, end - place, inserted);
-  shown_.replace(head + begin, static_cast<std::size_t>(to - from), inserted);
-  const auto first = std::ranges::lower_bound(breaks_, from), last = std::ranges::lower_bound(breaks_, to);
-  for (auto each = last; each != breaks_.end(); ++each) *each += more;
-  breaks_.erase(first, last);
+  put_shown(from, to, inserted);
   if (!replaying_ && !(edit.removed.empty() && edit.inserted.empty())) record(std::move(edit));
-  // Not from within: the document is in the midst of telling of its change.
-  QMetaObject::invokeMethod(
-      this, [this, from, to = from + static_cast<int>(inserted.size())] { break_blocks(from, to); },
-      Qt::QueuedConnection);
+  break_later(from, from + static_cast<int>(inserted.size()));
 }
 
 // Letters typed one after the other are one step, and so are those taken back one after the other.
@@ -193,28 +242,55 @@ void CodeText::replay(std::vector<Edit>& from, std::vector<Edit>& to) {
   replace(edit.place, edit.removed.size(), edit.inserted);
 }
 
-void CodeText::break_blocks(int from, int to) {
-  QTextDocument& document = *edit_.document();
-  const QScopedValueRollback breaking(breaking_, true);
-  const int length = document.characterCount() - 1;
-  QTextBlock block = document.findBlock(std::min(from, length));
-  const int last_length = length - std::min(to, length);  // what is after the stretch stays as long as it is
-  for (; block.isValid() && block.position() <= document.characterCount() - 1 - last_length;
-       block = block.next()) {
+/// Where lines that are too long by now are to be parted, in what is shown.
+std::vector<int> CodeText::wanted_breaks(int from, int to) const {
+  const QTextDocument& document = *edit_.document();
+  std::vector<int> wanted;
+  QTextBlock block = document.findBlock(std::min(from, document.characterCount() - 1));
+  for (; block.isValid() && block.position() <= to; block = block.next()) {
     const bool is_piece = is_break(block.position() - 1) || is_break(block.position() + block.length() - 1);
     const auto size = static_cast<std::size_t>(block.length() - 1);
     if (size <= (is_piece ? 2 * longest_piece : longest_line)) continue;
     const std::u16string line = from_qt(block.text());
-    const auto at = static_cast<int>(next_break(line, 0)) + block.position();
-    QTextCursor cursor(&document);
-    cursor.setPosition(at);
-    cursor.insertBlock();
-    shown_.insert(static_cast<std::size_t>(at), 1, u'\n');
-    const auto after = std::ranges::lower_bound(breaks_, at);
-    for (auto each = after; each != breaks_.end(); ++each) ++*each;
-    breaks_.insert(std::ranges::lower_bound(breaks_, at), at);
-    block = document.findBlock(at);  // the first piece: the rest comes next
+    for (std::size_t at = 0; line.size() - at > 2 * longest_piece;) {
+      at = next_break(line, at);
+      wanted.push_back(block.position() + static_cast<int>(at));
+    }
   }
+  return wanted;
+}
+
+// All at once, as one line of a megabyte has a thousand pieces.
+void CodeText::break_blocks(int from, int to) {
+  const std::vector<int> wanted = wanted_breaks(from, to);
+  if (wanted.empty()) return;
+  const QScopedValueRollback breaking(breaking_, true);
+  QTextCursor cursor(edit_.document());
+  cursor.beginEditBlock();
+  // From the end on, so that the positions before hold.
+  for (auto at = wanted.rbegin(); at != wanted.rend(); ++at) {
+    cursor.setPosition(*at);
+    cursor.insertBlock();
+  }
+  cursor.endEditBlock();
+  std::u16string shown;
+  std::vector<int> breaks;
+  shown.reserve(shown_.size() + wanted.size());
+  breaks.reserve(breaks_.size() + wanted.size());
+  std::size_t copied = 0;
+  auto known = breaks_.begin();
+  int more = 0;
+  for (const int at : wanted) {
+    for (; known != breaks_.end() && *known < at; ++known) breaks.push_back(*known + more);
+    breaks.push_back(at + more++);
+    shown += std::u16string_view(shown_).substr(copied, static_cast<std::size_t>(at) - copied);
+    shown += u'\n';
+    copied = static_cast<std::size_t>(at);
+  }
+  for (; known != breaks_.end(); ++known) breaks.push_back(*known + more);
+  shown += std::u16string_view(shown_).substr(copied);
+  shown_ = std::move(shown);
+  breaks_ = std::move(breaks);
 }
 
 }  // namespace tvx::qt

@@ -39,6 +39,8 @@ class CodeText final : public QObject {
 
   /// As an edit of the user's; the caret stands after it.
   void replace(std::size_t start, std::size_t length, std::u16string_view with);
+  /// In the place of what the cursor has selected.
+  void insert(QTextCursor cursor, const QString& text);
   bool can_undo() const { return !done_.empty(); }
   bool can_redo() const { return !undone_.empty(); }
   void undo() { replay(done_, undone_); }
@@ -51,8 +53,11 @@ class CodeText final : public QObject {
     std::u16string removed, inserted;
   };
   void changed(int at, int removed, int added);
+  void put_shown(int from, int to, std::u16string_view with);
+  void break_later(int from, int to);
   void record(Edit edit);
   void replay(std::vector<Edit>& from, std::vector<Edit>& to);
+  std::vector<int> wanted_breaks(int from, int to) const;
   void break_blocks(int from, int to);
   std::size_t breaks_before(int shown) const;
 
@@ -61,6 +66,7 @@ class CodeText final : public QObject {
   std::vector<int> breaks_;      // positions in what is shown
   std::vector<Edit> done_, undone_;
   bool breaking_ = false, replaying_ = false;
+  bool known_ = false;  // what the document tells of is in the text already
 };
 
 }  // namespace tvx::qt

@@ -232,6 +232,62 @@ TEST_F(CodeViewFaceTest, ALargeSourceOpensScrollsAndTakesKeys) {
   EXPECT_EQ(length, text.size() + 100);
 }
 
+// Says what it measured. Each piece of a long line once took a copy of all that follows.
+TEST_F(CodeViewFaceTest, ALineOfTenMegabytesIsPasted) {
+  show(u"one\r\ntwo");
+  const std::size_t length = 10'000'000;
+  QApplication::clipboard()->setText(QString(int(length), u'<'));
+  code.TextBox1().select(4, 0);  // a line's end counts as one
+  QElapsedTimer clock;
+  clock.start();
+  box()->paste();
+  QApplication::processEvents();
+  box()->viewport()->repaint();
+  const auto pasted = clock.restart();
+  type(u"x"_qs);
+  QApplication::processEvents();
+  box()->viewport()->repaint();
+  std::cout << "10 MB of \"<\" pasted: " << pasted << " ms, a key " << clock.elapsed() << " ms\n";
+  const std::u16string text = code.Text();
+  EXPECT_EQ(text.size(), length + 9);
+  EXPECT_EQ(text.substr(0, 7), u"one\r\n<<");
+  EXPECT_EQ(text.substr(text.size() - 6), u"<<xtwo");
+  EXPECT_EQ(code.LineCount(), 2);
+  EXPECT_GT(box()->blockCount(), 5000);
+  code.TextBox1().Undo();
+  code.TextBox1().Undo();
+  EXPECT_EQ(code.Text(), u"one\r\ntwo");
+}
+
+// Breaks before, within and after what is put in stand where they belong.
+TEST_F(CodeViewFaceTest, PiecesOfALongLineAreThoseOfItsText) {
+  const std::u16string line(30'000, u'a');
+  show(line + u"\r\n" + line);
+  code.TextBox1().select(15'000, 0);
+  QApplication::clipboard()->setText(QString(20'000, u'b') + u'\n' + QString(20'000, u'c'));
+  box()->paste();
+  QApplication::processEvents();
+  const std::u16string half(15'000, u'a');
+  const std::u16string wanted =
+      half + std::u16string(20'000, u'b') + u"\r\n" + std::u16string(20'000, u'c') + half + u"\r\n" + line;
+  EXPECT_TRUE(code.Text() == wanted);
+  EXPECT_EQ(code.LineCount(), 3);
+  for (QTextBlock block = box()->document()->begin(); block.isValid(); block = block.next())
+    EXPECT_LE(block.length(), 2001) << block.blockNumber();
+  // Typed in the midst of pieces and at their ends, and taken back; a line's end counts as one.
+  for (const std::size_t at : {100u, 1000u, 20'000u, 34'999u, 35'001u, 50'000u, 100'000u}) {
+    code.TextBox1().select(at, 0);
+    type(u"x"_qs);
+    std::u16string with = wanted;
+    with.insert(at + (at > 35'000) + (at > 70'001), 1, u'x');
+    EXPECT_TRUE(code.Text() == with) << at;
+    code.TextBox1().select(at, 1);
+    EXPECT_EQ(code.TextBox1().SelText(), u"x") << at;
+    code.TextBox1().Undo();
+  }
+  EXPECT_TRUE(code.Text() == wanted);
+}
+
 TEST_F(CodeViewFaceTest, PicturesOfASelectionOverLines) {
   const QByteArray folder = qgetenv("TVX_PICTURES");
   if (folder.isEmpty()) GTEST_SKIP() << "set TVX_PICTURES to a folder";
