@@ -21,18 +21,37 @@ bool hides_text(const Node& node) {
   return false;
 }
 
-/// The next text of the page after a node in tree order; null after the last one.
+/// The next node in tree order; null after the last one. What is in an element that hides text is passed.
+Node* next_node(Node& body, Node* node) {
+  Node* next = hides_text(*node) ? nullptr : node->first_child();
+  while (!next && node != &body) {
+    next = node->next_sibling();
+    if (!next) node = node->parent();
+  }
+  return next;
+}
+
 dom::Text* next_text(Node& body, Node* node) {
   for (;;) {
-    Node* next = hides_text(*node) ? nullptr : node->first_child();
-    while (!next && node != &body) {
-      next = node->next_sibling();
-      if (!next) node = node->parent();
-    }
-    if (!next) return nullptr;
-    node = next;
+    node = next_node(body, node);
+    if (!node) return nullptr;
     if (auto* text = dom::as<dom::Text>(node)) return text;
   }
+}
+
+/// The first node in tree order that stands at a position or after it, a text for one within it; null: the
+/// position is after all of them. To ask of each node whether it comes before would take a long page's time
+/// squared.
+const Node* first_after(const Node& body, const Boundary& place) {
+  const Node* node = place.node;
+  if (node->is_text()) return node;
+  const Node* child = node->first_child();
+  for (Offset i = 0; child && i < place.offset; ++i) child = child->next_sibling();
+  while (!child && node != &body) {
+    child = node->next_sibling();
+    node = node->parent();
+  }
+  return child;
 }
 
 bool is_letter(char16_t unit) { return !is_ascii_space(unit); }
@@ -79,16 +98,15 @@ void each_letter(std::u16string_view source, const Take& take) {
 LetterPlace letter_place(Node& body, const Boundary& place) {
   LetterPlace found;
   if (!place || !dom::is_inclusive_ancestor(body, *place.node)) return found;
-  for (dom::Text* text = next_text(body, &body); text; text = next_text(body, text)) {
-    const std::u16string& data = text->data();
-    if (text == place.node) {
-      const Offset offset = std::min(place.offset, data.size());
-      found.before += count_letters(std::u16string_view(data).substr(0, offset));
-      found.after_letter = offset > 0 && is_letter(data[offset - 1]);
-      return found;
-    }
-    if (dom::compare({text, 0}, place) >= 0) return found;
-    found.before += count_letters(data);
+  const Node* const end = first_after(body, place);
+  for (Node* node = &body; node && node != end; node = next_node(body, node)) {
+    if (end && hides_text(*node) && dom::is_inclusive_ancestor(*node, *end)) return found;
+    if (const auto* text = dom::as<dom::Text>(node)) found.before += count_letters(text->data());
+  }
+  if (const auto* text = dom::as<dom::Text>(place.node); text && text == end) {
+    const Offset offset = std::min(place.offset, text->length());
+    found.before += count_letters(std::u16string_view(text->data()).substr(0, offset));
+    found.after_letter = offset > 0 && is_letter(text->data()[offset - 1]);
   }
   return found;
 }

@@ -102,7 +102,6 @@ void SideSource::enter() {
   attempt([&] { shown_ = present_text(); });
   if (!shown_) shown_ = source::SourceText::as_it_is(share(u""));
   settled_ = with_lf(*shown_->code());
-  troubles_ = source::markup_troubles(settled_);
   box_.set_Text(shown_->code());
   box_.attachMessages();
   box_.set_Visible(true);
@@ -186,16 +185,19 @@ void SideSource::leave() {
 
 std::u16string SideSource::typed_text() { return with_lf(box_.TextBox1().Text()); }
 
+bool SideSource::fits(const std::u16string& typed) const {
+  const std::size_t troubles = source::markup_troubles(typed);
+  return troubles == 0 || troubles <= source::markup_troubles(settled_);
+}
+
 bool SideSource::take_typed(bool insists) {
   if (changed_) follow();
   const std::u16string typed = typed_text();
   if (typed == settled_) return waits_ = false, true;
-  const std::size_t troubles = source::markup_troubles(typed);
-  if (!insists && troubles > troubles_) return false;
+  if (!insists && !fits(typed)) return false;
   write(shown_->markup_after(source::with_crlf(typed)));
   waits_ = false;
   settled_ = typed;
-  troubles_ = troubles;
   box_.follow(0, 0, {});  // from here on the document's steps lead back
   // Where lines are drawn as the user has left them the next edit starts from here.
   source::SourceText now = present_text();
@@ -247,7 +249,6 @@ std::optional<std::size_t> SideSource::follow() {
   }
   shown_ = std::move(text);
   settled_ = now;
-  troubles_ = source::markup_troubles(now);
   return place;
 }
 

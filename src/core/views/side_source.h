@@ -76,6 +76,8 @@ class SideSource final : public Part,
   void wait_for_pause(std::int64_t milliseconds);
   void settle();
 
+  /// Whether no more tags don't fit than in what the document has.
+  bool fits(const std::u16string& typed) const;
   /// False: the tags don't fit, and nobody insists.
   bool take_typed(bool insists);
   void write(const std::u16string& markup);
@@ -101,7 +103,6 @@ class SideSource final : public Part,
 
   std::optional<source::SourceText> shown_;  // of the document as it was last read
   std::u16string settled_;                   // what the box holds where nothing waits; lines end with LF
-  std::size_t troubles_ = 0;                 // of it
   bool waits_ = false;                       // the box may hold something else
   bool changed_ = false;                     // the document may be another than settled_ shows
   bool own_ = false;                         // what changes now is done here

@@ -70,5 +70,23 @@ TEST(LetterPlace, EachPositionComesBack) {
   }
 }
 
+TEST(LetterPlace, BesideElementsCountsTheLettersBefore) {
+  const Both both(u"<P>ab</P><UL><LI>cd</LI></UL><SCRIPT>xx</SCRIPT><P>ef</P>");
+  dom::Element& body = *both.document->body();
+  const auto before = [&](dom::Node* node, Offset offset) {
+    return letter_place(body, {node, offset}).before;
+  };
+  EXPECT_EQ(before(&body, 0), 0u);
+  EXPECT_EQ(before(&body, 1), 2u);
+  EXPECT_EQ(before(body.first_child(), 1), 2u) << "the end of the first paragraph";
+  EXPECT_EQ(before(body.first_child()->next_sibling(), 0), 2u);
+  EXPECT_EQ(before(body.first_child()->next_sibling(), 1), 4u);
+  EXPECT_EQ(before(&body, 3), 4u) << "after the script";
+  EXPECT_EQ(before(&body, 4), 6u);
+  dom::Node* script = body.last_child()->previous_sibling();
+  EXPECT_EQ(before(script, 0), 4u);
+  EXPECT_EQ(before(script->first_child(), 1), 4u) << "its letters are none of the page";
+}
+
 }  // namespace
 }  // namespace tvx::core
