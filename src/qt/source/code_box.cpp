@@ -110,7 +110,7 @@ class CodeBox::Edit final : public QPlainTextEdit {
     text.follow(*fresh);
     assistance.document_changed();
   }
-  void set_tabs() { setTabStopDistance(4 * QFontMetricsF(font()).horizontalAdvance(u' ')); }
+  void set_tabs() { setTabStopDistance(tab_width * QFontMetricsF(font()).horizontalAdvance(u' ')); }
   // What stands in the lines in sight goes on standing there. Much is put in faster with a fresh document.
   void follow(std::size_t start, std::size_t length, const std::u16string& with) {
     constexpr std::size_t much = 100'000;
@@ -159,6 +159,7 @@ class CodeBox::Edit final : public QPlainTextEdit {
   // The box itself would hold on to the focus, as Tab types in it.
   void go_back() { QWidget::focusNextPrevChild(false); }
 
+  int tab_width = 4;  // in letters
   std::function<void()> on_lines_moved;
   CodeText text{*this};
   CodeAssistance assistance{*this, text};
@@ -318,6 +319,12 @@ void CodeBox::set_font(const QFont& font) {
   edit_->document()->setDefaultFont(font);
   edit_->set_tabs();
 }
+
+void CodeBox::set_tab_width(int letters) {
+  edit_->tab_width = letters;
+  edit_->set_tabs();
+}
+int CodeBox::tab_width() const { return edit_->tab_width; }
 
 void CodeBox::go_to_line(std::size_t line) {
   QTextCursor cursor(edit_->text.block_of_line(std::min(line, line_count() - 1)));

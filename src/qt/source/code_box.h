@@ -30,6 +30,9 @@ class CodeBox final : public platform::TextBox {
   /// Whether lines go on below where they reach the box's edge.
   void set_wrapped(bool wrapped);
   void set_font(const QFont& font);
+  /// In letters.
+  void set_tab_width(int letters);
+  int tab_width() const;
   /// Brings a line to the middle of the box, with the caret at its start; the first one is 0.
   void go_to_line(std::size_t line);
   /// How far down a line begins in the widget; nothing is known of lines out of sight.

@@ -235,6 +235,7 @@ class HTMLedWidget::Parts final : public platform::Container,
       panes_->set_side(split_->face());
       const CodeBox& box = code_->box();
       split_->face().set_code_font(box.widget()->font());
+      split_->face().box().set_tab_width(box.tab_width());
       split_->face().box().set_wrapped(box.widget()->lineWrapMode() != QPlainTextEdit::NoWrap);
       split_->face().box().assistance().set_on(code_->box().assistance().is_on());
       split_->set_share(split_share_);
@@ -373,6 +374,11 @@ void HTMLedWidget::set_code_font(const QFont& font) {
   parts_->for_each_code([&](CodeViewFace& face) { face.set_code_font(font); });
 }
 QFont HTMLedWidget::code_font() const { return parts_->code_face().text_box()->font(); }
+
+void HTMLedWidget::set_code_tab_width(int letters) {
+  parts_->for_each_code([&](CodeViewFace& face) { face.box().set_tab_width(letters); });
+}
+int HTMLedWidget::code_tab_width() const { return parts_->code_face().box().tab_width(); }
 
 CodeBox* HTMLedWidget::code_in_hand() const {
   if (control().InCodeView()) return &parts_->code_face().box();
