@@ -60,12 +60,15 @@ DocumentFile DocumentFile::open(std::u16string_view path) {
 
 DocumentFile DocumentFile::untitled(std::u16string_view draft, std::u16string_view title,
                                     std::u16string_view language) {
-  const std::string page = title.empty() ? std::string(empty_page) : new_page(title, language);
-  save_atomically(draft, page);
+  return from_template(draft, title.empty() ? std::string(empty_page) : new_page(title, language));
+}
+
+DocumentFile DocumentFile::from_template(std::u16string_view draft, std::string bytes) {
+  save_atomically(draft, bytes);
   DocumentFile file;
   file.source_ = draft;
   file.fresh_ = true;
-  file.take(page);
+  file.take(std::move(bytes));
   return file;
 }
 

@@ -28,6 +28,9 @@ class DocumentFile {
   static DocumentFile untitled(std::u16string_view draft, std::u16string_view title = {},
                                std::u16string_view language = {});
 
+  /// The same with a page that somebody has begun: these bytes, in the character set that they name.
+  static DocumentFile from_template(std::u16string_view draft, std::string bytes);
+
   /// Empty: the page is in no file yet.
   const std::u16string& path() const { return path_; }
   /// What the control opens: the file, or the draft.
