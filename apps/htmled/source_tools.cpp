@@ -5,6 +5,7 @@
 #include <QScrollBar>
 
 #include "htmled/languages.h"
+#include "htmled/preferences/preferences.h"
 #include "tvx/browser/html_document.h"
 #include "tvx/core/htmled.h"
 #include "tvx/htmled_widget.h"
@@ -40,7 +41,11 @@ SourceTools::~SourceTools() {
 
 bool SourceTools::wraps() { return program_settings().value(wrapped_key, false).toBool(); }
 void SourceTools::remember_wrapping(bool wraps) { program_settings().setValue(wrapped_key, wraps); }
-void SourceTools::follow_settings() { editor_.set_code_wrapped(wraps()); }
+void SourceTools::follow_settings() {
+  editor_.set_code_wrapped(wraps());
+  if (const auto font = preferences::code_font()) editor_.set_code_font(*font);
+  editor_.set_code_tab_width(preferences::tab_width());
+}
 
 void SourceTools::ask_for_line(QWidget* owner) {
   const int last = editor_.code_line_count();

@@ -67,10 +67,7 @@ void Window::fill_spelling_languages(QMenu& menu) {
     action->setObjectName(tag);
     action->setCheckable(true);
     group->addAction(action);
-    connect(action, &QAction::triggered, this, [this, tag] {
-      settings().setValue(language_key, tag);
-      for_each_editor([&tag](qt::HTMLedWidget& editor) { editor.set_SpellingLanguage(tag); });
-    });
+    connect(action, &QAction::triggered, this, [this, tag] { set_spelling_language(tag); });
   };
   QAction* of_desktop = menu.addAction(QString());
   add(of_desktop, QString());
@@ -84,6 +81,12 @@ void Window::fill_spelling_languages(QMenu& menu) {
     for (QAction* action : group->actions())
       action->setChecked(action->objectName() == editor_->SpellingLanguage());
   });
+}
+
+void Window::set_spelling_language(const QString& tag) {
+  settings().setValue(language_key, tag);
+  for_each_editor([&tag](qt::HTMLedWidget& editor) { editor.set_SpellingLanguage(tag); });
+  show_form();
 }
 
 void Window::check_spelling() {

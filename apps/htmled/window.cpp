@@ -136,9 +136,7 @@ void Window::fill_language_menu(QMenu& menu) {
     });
   }
   connect(&menu, &QMenu::aboutToShow, this, [this, group] {
-    // By itself the program speaks English.
-    const QString spoken = languages_.spoken().isEmpty() ? QStringLiteral("en") : languages_.spoken();
-    for (QAction* action : group->actions()) action->setChecked(action->objectName() == spoken);
+    for (QAction* action : group->actions()) action->setChecked(action->objectName() == spoken());
   });
 }
 

@@ -69,6 +69,8 @@ class Window final : public QMainWindow {
   void keep_everything();
 
   const Languages& languages() const { return languages_; }
+  /// The code of the language that the program speaks: by itself English.
+  QString spoken() const;
   /// The account that images are published with.
   Publishing& publishing() { return publishing_; }
   // --- what its menus call ---
@@ -79,11 +81,20 @@ class Window final : public QMainWindow {
   void new_document();
   void ask_and_open();
   void ask_and_save_copy();
+  /// A page that begins with a template which the user chooses.
+  void new_from_template();
+  /// The document becomes one of the user's templates, under a name that is asked for.
+  void ask_and_save_template();
   void reopen_closed();
   bool can_reopen() const { return !closed_.empty(); }
   /// False: the user gave up.
   bool ask_for_account();
   void check_spelling();
+  /// For pages that name no language; empty: that of the desktop. Kept for the next start.
+  void set_spelling_language(const QString& tag);
+  // --- what the user prefers by now, for all documents ---
+  void ask_again_for_web_content();
+  void keep_as_preferred();
   void fill_language_menu(QMenu& menu);
   void fill_spelling_languages(QMenu& menu);
   void for_each_editor(const std::function<void(qt::HTMLedWidget&)>& act) const;

@@ -1,6 +1,8 @@
 #include <QCloseEvent>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QInputDialog>
+#include <QMessageBox>
 #include <QPointer>
 #include <QSettings>
 #include <QTimer>
@@ -13,6 +15,8 @@
 #include "htmled/menus/view_choices.h"
 #include "htmled/recent_files.h"
 #include "htmled/tabs.h"
+#include "htmled/templates/page_templates.h"
+#include "htmled/templates/template_dialog.h"
 #include "htmled/window.h"
 
 /// The documents of the window: how they come into it, and how they go.
@@ -72,6 +76,36 @@ void Window::new_document() {
   DocumentPage* page = new_page();
   tabs_->add(*page);
   tabs_->bring_to_front(*page);
+}
+
+void Window::new_from_template() {
+  TemplateDialog dialog(spoken(), this);
+  const PageTemplate* chosen = dialog.exec() == QDialog::Accepted ? dialog.chosen() : nullptr;
+  if (!chosen) return;
+  const QByteArray page = content_of(*chosen, spoken());
+  if (page.isEmpty()) return tell(tr("Can't read %1").arg(chosen->file));
+  if (front_->is_untouched() && !front_->is_busy()) return front_->open_template(page);
+  DocumentPage* fresh = new_page();
+  fresh->open_template_later(page);
+  tabs_->add(*fresh);
+  tabs_->bring_to_front(*fresh);
+}
+
+void Window::ask_and_save_template() {
+  const QString name = QInputDialog::getText(this, tr("Save as template"), tr("Name of the template:"),
+                                             QLineEdit::Normal, QFileInfo(front_->name()).completeBaseName());
+  const QString file = own_template_file(name);
+  if (file.isEmpty()) return;
+  if (QFileInfo::exists(file) &&
+      QMessageBox::question(this, QStringLiteral("HTMLed"),
+                            tr("There is a template “%1” already. Replace it?").arg(name)) !=
+          QMessageBox::Yes)
+    return;
+  if (front_->save_copy(file)) say(tr("Saved the template “%1”").arg(name), 10'000);
+}
+
+QString Window::spoken() const {
+  return languages_.spoken().isEmpty() ? QStringLiteral("en") : languages_.spoken();
 }
 
 void Window::ask_and_open() {
@@ -152,6 +186,10 @@ void Window::remember_appearance() {
   restoreState(settings.value(bars_key).toByteArray());
   find_strip_->hide();  // it comes when something is sought
   editor_->set_zoom(kept_zoom());
+}
+
+void Window::ask_again_for_web_content() {
+  for (DocumentPage* page : tabs_->pages()) page->look_for_remote_content();
 }
 
 double Window::kept_zoom() { return program_settings().value(zoom_key, 1.0).toDouble(); }

@@ -31,6 +31,10 @@ void Window::keep_everything() {
   kept_pages_.finish();
 }
 
+void Window::keep_as_preferred() {
+  for (DocumentPage* page : tabs_->pages()) page->keep_as_preferred();
+}
+
 void Window::offer_unsaved() {
   const auto folders = std::make_shared<std::vector<UnsavedFolder>>(UnsavedFolder::abandoned());
   struct Origin {

@@ -30,7 +30,7 @@ for name in $all; do
 done
 twice=$(sort "$work/files" | uniq -d)
 [ -z "$twice" ] || fail "in two packages: $twice"
-for file in bin/htmled bin/htmled-cli share/tvxhtml/languages lib/libtvxhtml-core.so.1 lib/libtvxhtml-widget.so.1 lib/libtvxHTML.so.1 \
+for file in bin/htmled bin/htmled-cli share/tvxhtml/languages share/tvxhtml/templates/letter.html lib/libtvxhtml-core.so.1 lib/libtvxhtml-widget.so.1 lib/libtvxHTML.so.1 \
   lib/tvxhtml/window.so lib/libtvxHTML.so share/tvxHTML/classes include/tvx/tvxhtml.h lib/python3/dist-packages/tvxhtml/__init__.pyi \
   include/tvx/htmled_widget.h lib/libtvxhtml-widget.so lib/pkgconfig/tvxhtml-widget.pc share/doc/libtvxhtml1/copyright \
   "lib/$(c++ -print-multiarch)/qt6/plugins/designer/libtvxhtml-designer.so"; do

@@ -14,6 +14,7 @@
 #include "htmled/document/modified_mark.h"
 #include "htmled/document/proposed_name.h"
 #include "htmled/drafts.h"
+#include "htmled/preferences/preferences.h"
 #include "htmled/remote_content_bar.h"
 #include "htmled/unsaved/page_keeper.h"
 #include "tvx/base/error.h"
@@ -129,13 +130,25 @@ bool DocumentPage::open_later(const QString& path) {
   }
 }
 
+QString DocumentPage::new_language() const {
+  if (const QString preferred = preferences::new_page_language(); !preferred.isEmpty()) return preferred;
+  const QString spelling = editor_->SpellingLanguage();
+  return spelling.isEmpty() ? QLocale::system().bcp47Name() : spelling;
+}
+
+void DocumentPage::open_template(const QByteArray& bytes) {
+  template_ = bytes;
+  open_new();
+}
+
 void DocumentPage::open_new() {
   if (!drafts_) drafts_.emplace(drafts_template());
+  const std::u16string draft = from_qt(drafts_->filePath(QStringLiteral("untitled.html")));
   try {
-    const QString spelling = editor_->SpellingLanguage();
-    const QString language = spelling.isEmpty() ? QLocale::system().bcp47Name() : spelling;
-    load(files::DocumentFile::untitled(from_qt(drafts_->filePath(QStringLiteral("untitled.html"))),
-                                       from_qt(tr("Untitled")), from_qt(language)));
+    const QString language = new_language();
+    load(template_.isEmpty()
+             ? files::DocumentFile::untitled(draft, from_qt(tr("Untitled")), from_qt(language))
+             : files::DocumentFile::from_template(draft, template_.toStdString()));
   } catch (const RuntimeError& error) {
     emit told(words_of(error));
   }
@@ -282,11 +295,13 @@ void DocumentPage::count_images() {
 
 // A page that was fetched from the web has told its server already; files haven't.
 void DocumentPage::look_for_remote_content() {
-  if (loading_) return;
+  if (loading_ || !editor_) return;
   /// After an upload the page wants the picture from its new place so soon, on a busy machine too.
   constexpr qint64 uploaded_milliseconds = 10'000;
   const bool withheld = editor_->RemoteContentWithheld();
-  const auto answer = remote_content::remembered(path());
+  auto answer = remote_content::remembered(path());
+  if (const auto usual = preferences::web_content(); !answer && usual != preferences::WebContent::Ask)
+    answer = usual == preferences::WebContent::Load;
   // The pictures that the user has just put on the web himself: nobody needs to be asked.
   const bool own = picture_uploaded_.isValid() && !picture_uploaded_.hasExpired(uploaded_milliseconds);
   if (withheld && answer.value_or(own)) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QDateTime>
 #include <QElapsedTimer>
 #include <QString>
@@ -61,6 +62,9 @@ class DocumentPage final : public QWidget, private core::HTMLedEvents, private c
   /// The file is read now and shown by start(). False, with the user told, if it can't be read.
   bool open_later(const QString& path);
   void open_new();
+  /// A page without a file that begins with these bytes; the same when it is started.
+  void open_template(const QByteArray& bytes);
+  void open_template_later(const QByteArray& bytes) { template_ = bytes; }
   bool save();
   bool save_as();
   /// Writes what saving would write into another file. The document stays that of its own file.
@@ -75,6 +79,10 @@ class DocumentPage final : public QWidget, private core::HTMLedEvents, private c
   /// Keeps what isn't saved, in case that the program ends; and keeps it no longer.
   void keep_now();
   void let_go();
+  /// The user prefers another way of keeping than before.
+  void keep_as_preferred();
+  /// Asks in a line above the page where it wants something from the web and the user hasn't said yet.
+  void look_for_remote_content();
   /// Asks what to do where another program has written the file.
   void look_at_file();
   /// Uploads the document's local images; there is an account.
@@ -154,11 +162,11 @@ class DocumentPage final : public QWidget, private core::HTMLedEvents, private c
   /// Whether to write over what another program has put in the file meanwhile.
   bool may_overwrite();
   /// Calls `act` with the document as it is to be saved; false, with the user told, if that fails.
+  /// That a new page names.
+  QString new_language() const;
   bool with_document(const std::function<void(const dom::Document&)>& act);
   void look_later();
   void count_images();
-  /// Asks in a line above the page where it wants something from the web and the user hasn't said yet.
-  void look_for_remote_content();
   void answer_remote_content(bool load);
 
   PageSurroundings around_;
@@ -167,6 +175,7 @@ class DocumentPage final : public QWidget, private core::HTMLedEvents, private c
   qt::HTMLedWidget* editor_ = nullptr;
   files::DocumentFile file_;
   std::optional<files::DocumentFile> pending_;  // read, and shown at the start
+  QByteArray template_;                         // that a page without a file begins with
   std::unique_ptr<ModifiedMark> mark_;
   std::unique_ptr<PageKeeper> keeper_;
   std::optional<files::KeptPage> restored_;  // to be shown at the start

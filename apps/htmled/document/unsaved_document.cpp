@@ -41,6 +41,12 @@ void DocumentPage::keep_now() {
   if (keeper_) keeper_->keep_now();
 }
 
+void DocumentPage::keep_as_preferred() {
+  if (!keeper_) return;
+  keeper_->forget();
+  if (is_modified()) keeper_->note_change();
+}
+
 void DocumentPage::let_go() {
   if (keeper_) keeper_->forget();
 }

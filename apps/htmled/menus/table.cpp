@@ -11,6 +11,7 @@
 #include "htmled/menus/pdf_export.h"
 #include "htmled/menus/special_characters.h"
 #include "htmled/menus/view_choices.h"
+#include "htmled/preferences/preferences_dialog.h"
 #include "htmled/recent_files.h"
 #include "htmled/source_tools.h"
 #include "htmled/window.h"
@@ -80,6 +81,8 @@ void turn_split_view(Window& window) {
 constexpr Command rows[] = {
     menu(QT_TR_NOOP("&File"), "file"),
     {Kind::Own, QT_TR_NOOP("&New"), "new", "Ctrl+N", "document-new", [](Window& w) { w.new_document(); }},
+    {Kind::Own, QT_TR_NOOP("New fro&m template…"), "new-from-template", "Ctrl+Shift+N", nullptr,
+     [](Window& w) { w.new_from_template(); }},
     {Kind::Own, QT_TR_NOOP("&Open…"), "open", "Ctrl+O", "document-open", [](Window& w) { w.ask_and_open(); }},
     filled(QT_TR_NOOP("Open &Recent"), "recent", [](Window& w, QMenu& menu) { w.recent_files().fill(menu); }),
     {Kind::Own, QT_TR_NOOP("Reopen Closed &Document"), "reopen", "Ctrl+Shift+T", nullptr,
@@ -91,6 +94,8 @@ constexpr Command rows[] = {
      [](Window& w) { w.front().save_as(); }},
     {Kind::Own, QT_TR_NOOP("Save a cop&y…"), "save-copy", nullptr, nullptr,
      [](Window& w) { w.ask_and_save_copy(); }},
+    {Kind::Own, QT_TR_NOOP("Save as temp&late…"), "save-template", nullptr, nullptr,
+     [](Window& w) { w.ask_and_save_template(); }},
     {Kind::Own, QT_TR_NOOP("Re&vert"), "revert", nullptr, "document-revert",
      [](Window& w) { w.front().ask_and_revert(); },
      [](Window& w) { return w.front().is_modified() ? nullptr : QT_TR_NOOP("Nothing has been changed"); }},
@@ -129,6 +134,9 @@ constexpr Command rows[] = {
      [](Window& w) { w.find_bar().step(true); }},
     {Kind::Own, QT_TR_NOOP("Find pre&vious"), "find-previous", "Shift+F3", nullptr,
      [](Window& w) { w.find_bar().step(false); }},
+    line(),
+    {Kind::Own, QT_TR_NOOP("Prefere&nces…"), "preferences", "Ctrl+,", "configure",
+     [](Window& w) { PreferencesDialog(w).exec(); }},
     end(),
 
     menu(QT_TR_NOOP("&View"), "view"),

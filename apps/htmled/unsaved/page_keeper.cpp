@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "htmled/document/failure_words.h"
+#include "htmled/preferences/preferences.h"
 #include "htmled/unsaved/unsaved_folder.h"
 #include "tvx/base/error.h"
 
@@ -93,12 +94,13 @@ void KeptPages::finish() {
 PageKeeper::PageKeeper(KeptPages& pages, std::function<std::optional<files::KeptPage>()> take)
     : pages_(pages), take_(std::move(take)), name_(pages.new_name()) {
   timer_.setSingleShot(true);
-  timer_.setInterval(delay);
   connect(&timer_, &QTimer::timeout, this, &PageKeeper::keep_now);
 }
 
 void PageKeeper::note_change() {
-  if (!std::exchange(noted_, true)) timer_.start();
+  if (std::exchange(noted_, true)) return;
+  if (!preferences::keeps_unsaved()) return forget();
+  timer_.start(preferences::keep_seconds() * 1000);
 }
 
 void PageKeeper::keep_now() {

@@ -39,14 +39,11 @@ class KeptPages final : public QObject {
   int last_name_ = 0;
 };
 
-/// Keeps one page while it differs from its file: some seconds after a change at the latest, and at once
-/// where the user turns to something else.
+/// Keeps one page while it differs from its file: as many seconds after a change as the user prefers at the
+/// latest, and at once where the user turns to something else. Who prefers none keeps nothing.
 class PageKeeper final : public QObject {
   Q_OBJECT
  public:
-  /// From a change to the moment that it is kept, in milliseconds, where nothing happens before.
-  static constexpr int delay = 8000;
-
   /// `take` gives the page as it stands; nothing where it is what its file holds.
   PageKeeper(KeptPages& pages, std::function<std::optional<files::KeptPage>()> take);
   /// What is kept stays: who lets a page go calls forget().

@@ -119,8 +119,25 @@ const std::pair<const char*, const char*> words_from_below[] = {
      "the document can be edited as code and saved."},
 };
 
+/// In double braces; the date is no word.
+std::set<QString> words_in_templates() {
+  static const QRegularExpression marked(QStringLiteral(R"re(\{\{(.+?)\}\})re"));
+  std::set<QString> words;
+  QDirIterator pages(QStringLiteral(TVX_SOURCE_DIR "/apps/htmled/templates/pages"),
+                     {QStringLiteral("*.html")}, QDir::Files);
+  while (pages.hasNext()) {
+    QFile file(pages.next());
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+    const QString page = QString::fromUtf8(file.readAll());
+    for (auto found = marked.globalMatch(page); found.hasNext();) words.insert(found.next().captured(1));
+  }
+  words.erase(QStringLiteral("date"));
+  return words;
+}
+
 std::set<QString> all_words() {
   std::set<QString> words = words_in_sources();
+  words.merge(words_in_templates());
   for (const auto& [file, word] : words_from_below) words.insert(QString::fromUtf8(word));
   return words;
 }
@@ -145,6 +162,12 @@ TEST(ProgramWords, AreFoundInTheSources) {
   for (const char* word : {"&File", "Untitled", "Can't read %1", "&Address:", "Outer elements", "Try again",
                            "“%1” has been changed. Save the changes?"})
     EXPECT_TRUE(words.contains(QString::fromUtf8(word))) << word;
+}
+
+TEST(ProgramWords, AreFoundInTheTemplates) {
+  const std::set<QString> words = words_in_templates();
+  EXPECT_GT(words.size(), 40u);
+  EXPECT_TRUE(words.contains(QStringLiteral("Letter")));
 }
 
 TEST(ProgramWords, OfLowerLayersStandThere) {
