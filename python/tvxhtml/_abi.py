@@ -106,7 +106,6 @@ class Interface:
     """A pointer to one of the library's objects, with one reference of its own."""
 
     __slots__ = ("address", "functions", "__weakref__")
-    identifier = None
 
     def __init__(self, address, functions):
         self.address = address
@@ -140,11 +139,7 @@ class Exported:
 
     def __init_subclass__(cls):
         # One table for all objects of a class, whose functions find the object by its address.
-        functions = {name: getattr(cls, name, None) for name, _ in cls.table_type._fields_}
-        entries = []
-        for name, prototype in cls.table_type._fields_:
-            entries.append(prototype(functions[name]))
-        cls._table = cls.table_type(*entries)
+        cls._table = cls.table_type(*(prototype(getattr(cls, name)) for name, prototype in cls.table_type._fields_))
 
     def __init__(self):
         self._references = 0

@@ -384,7 +384,7 @@ class HTMLed:
 # --- members ---
 
 
-def _make_property(number, name, kind, is_settable, doc):
+def _make_property(number, _name, kind, _is_settable, doc):
     wrap = _wrapper(kind)
 
     def get(self):
