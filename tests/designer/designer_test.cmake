@@ -15,7 +15,7 @@ endfunction()
 
 file(REMOVE_RECURSE ${WORK})
 set(prefix ${WORK}/installed)
-run(${CMAKE_COMMAND} --build ${BUILD} --target tvxhtml-designer tvxHTML)
+run(${CMAKE_COMMAND} --build ${BUILD} --target tvxhtml-designer tvxHTML tvxHTML-window)
 foreach(part shared shared-development headers designer)
   run(${CMAKE_COMMAND} --install ${BUILD} --component ${part} --prefix ${prefix})
 endforeach()

@@ -68,7 +68,7 @@ class Screen:
         raise Failure(f"not in time: {words}")
 
     def window(self):
-        return self.wait(lambda: self.tool("search", "--onlyvisible", "--name", "^A letter$", check=False), "a window")[-1]
+        return self.wait(lambda: self.tool("search", "--onlyvisible", "--name", "^(A letter|HTMLed)$", check=False), "a window")[-1]
 
     def use(self, program, output, picture):
         """As a newcomer does who has just read the guide."""
@@ -153,7 +153,8 @@ class Follower:
                     tried.add(language)
             if not wanted and kind != "install":
                 continue
-            print(f"{self.options.guide.name}:{line}: {kind} {argument}", flush=True)
+            left_out = " (left out)" if kind == "install" and not self.options.install else ""
+            print(f"{self.options.guide.name}:{line}: {kind} {argument}{left_out}", flush=True)
             try:
                 self.do(kind, argument, text)
             except (Failure, subprocess.SubprocessError) as failure:
