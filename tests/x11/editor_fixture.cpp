@@ -1,11 +1,14 @@
 #include "x11/editor_fixture.h"
 
 #include <QFile>
+#include <QMenu>
+#include <QMenuBar>
 #include <QTest>
 #include <QWebEnginePage>
 #include <QWebEngineScript>
 #include <cstdio>
 
+#include "htmled/menus/commands.h"
 #include "tvx/browser/view/document_view.h"
 #include "tvx/dom/inner_html.h"
 #include "tvx/dom/tree.h"
@@ -105,6 +108,41 @@ QPoint EditorOnScreen::middle_of(const QWidget& widget) { return widget.mapToGlo
 QWidget* EditorOnScreen::toolbar_button(std::u16string_view key) {
   const auto* bar = window_->editor().findChild<qt::ToolbarFace*>(QStringLiteral("Toolbar1"));
   return bar ? bar->button_widget(control().Toolbar1().Item(key).Index()) : nullptr;
+}
+
+std::vector<QMenu*> EditorOnScreen::way_to(const std::string& name) {
+  using htmled::Command;
+  std::vector<QMenu*> open;
+  for (const Command& command : htmled::Commands::table()) {
+    if (command.kind == Command::Kind::Menu)
+      open.push_back(window_->findChild<QMenu*>(QString::fromLatin1(command.name)));
+    else if (command.kind == Command::Kind::End)
+      open.pop_back();
+    else if (command.name && name == command.name)
+      return open;
+  }
+  return {};
+}
+
+QAction* EditorOnScreen::item(const std::string& name) {
+  if (QAction* own = window_->commands().own(name)) return own;
+  return window_->editor().action(QString::fromStdString(name));
+}
+
+void EditorOnScreen::choose(const std::string& name) {
+  const auto press = [&](QMenu& menu, QAction& action) {
+    ASSERT_TRUE(action.isEnabled()) << name;
+    hands::click(menu.mapToGlobal(menu.actionGeometry(&action).center()));
+  };
+  const std::vector<QMenu*> way = way_to(name);
+  ASSERT_FALSE(way.empty()) << name;
+  QMenuBar& bar = *window_->menuBar();
+  hands::click(bar.mapToGlobal(bar.actionGeometry(way.front()->menuAction()).center()));
+  for (std::size_t i = 0; i < way.size(); ++i) {
+    ASSERT_TRUE(wait_for([&] { return way[i]->isVisible(); })) << name;
+    if (i + 1 < way.size()) press(*way[i], *way[i + 1]->menuAction());
+  }
+  press(*way.back(), *item(name));
 }
 
 void EditorOnScreen::answer_dialog(std::function<void(QDialog&)> answer) {

@@ -11,12 +11,16 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "htmled/window.h"
 #include "tvx/browser/html_document.h"
 #include "tvx/core/htmled.h"
 #include "tvx/htmled_widget.h"
 #include "tvx/qt/support/message_loop.h"
+
+class QAction;
+class QMenu;
 
 namespace tvx::x11 {
 
@@ -48,6 +52,12 @@ class EditorOnScreen : public testing::Test {
   /// The middle of a widget.
   static QPoint middle_of(const QWidget& widget);
   QWidget* toolbar_button(std::u16string_view key);
+
+  /// All menus above an item of the window's menus, the one in the bar first.
+  std::vector<QMenu*> way_to(const std::string& name);
+  QAction* item(const std::string& name);
+  /// Through the bar and the menus below to the item, a press each.
+  void choose(const std::string& name);
 
   /// What is done to the next dialog or menu, once it is there. Each has a loop of its own, within which
   /// whoever opened it waits.

@@ -149,40 +149,6 @@ class MenusOnScreen : public EditorOnScreen {
     EditorOnScreen::SetUp();
   }
 
-  /// All menus above an item, the one in the bar first.
-  std::vector<QMenu*> way_to(const std::string& name) {
-    std::vector<QMenu*> open, found;
-    for (const Command& command : Commands::table()) {
-      if (command.kind == Command::Kind::Menu)
-        open.push_back(window_->findChild<QMenu*>(QString::fromLatin1(command.name)));
-      else if (command.kind == Command::Kind::End)
-        open.pop_back();
-      else if (command.name && name == command.name)
-        return open;
-    }
-    return {};
-  }
-  QAction* item(const std::string& name) {
-    if (QAction* own = window_->commands().own(name)) return own;
-    return window_->editor().action(QString::fromStdString(name));
-  }
-  /// Through the bar and the menus below to the item, a press each.
-  void choose(const std::string& name) {
-    const std::vector<QMenu*> way = way_to(name);
-    ASSERT_FALSE(way.empty()) << name;
-    QMenuBar& bar = *window_->menuBar();
-    hands::click(bar.mapToGlobal(bar.actionGeometry(way.front()->menuAction()).center()));
-    for (std::size_t i = 0; i < way.size(); ++i) {
-      ASSERT_TRUE(wait_for([&] { return way[i]->isVisible(); })) << name;
-      if (i + 1 < way.size()) press_item(*way[i], *way[i + 1]->menuAction(), name);
-    }
-    press_item(*way.back(), *item(name), name);
-  }
-  static void press_item(QMenu& menu, QAction& action, const std::string& name) {
-    ASSERT_TRUE(action.isEnabled()) << name;
-    hands::click(menu.mapToGlobal(menu.actionGeometry(&action).center()));
-  }
-
   void show(const Row& row) {
     control().set_DocumentHTML(row.content);
     ASSERT_TRUE(settle());

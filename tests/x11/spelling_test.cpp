@@ -21,7 +21,7 @@ namespace tvx::x11 {
 namespace {
 
 /// Chooses an item of an open menu by the keys.
-void choose(QWidget& widget, const QString& caption) {
+void choose_by_keys(QWidget& widget, const QString& caption) {
   auto& menu = *qobject_cast<QMenu*>(&widget);
   bool found = false;
   for (QAction* action : menu.actions()) {
@@ -200,7 +200,7 @@ TEST_F(SpellingOnScreen, AMendedWordHasNoWaveAnyMore) {
   start("<body style='margin:40px'><p>one wrrong word</p>");
   ASSERT_TRUE(has_waves("wrrong"));
   ASSERT_TRUE(wait_for([this] { return wave_pixels() > 10; }));
-  answer_menu([](QWidget& menu) { choose(menu, QStringLiteral("wrong")); });
+  answer_menu([](QWidget& menu) { choose_by_keys(menu, QStringLiteral("wrong")); });
   hands::click(place_of_character(QStringLiteral("p"), 6), 3);
   ASSERT_TRUE(wait_for([this] { return text() == "one wrong word"; })) << text();
   ASSERT_TRUE(has_waves(""));
@@ -210,7 +210,7 @@ TEST_F(SpellingOnScreen, AMendedWordHasNoWaveAnyMore) {
 TEST_F(SpellingOnScreen, AWordIsAddedByTheMenu) {
   start("<body style='margin:40px'><p>one Zaphodia and another Zaphodia</p>");
   ASSERT_TRUE(has_waves("Zaphodia,Zaphodia")) << waves();
-  answer_menu([](QWidget& menu) { choose(menu, QStringLiteral("Add to dictionary")); });
+  answer_menu([](QWidget& menu) { choose_by_keys(menu, QStringLiteral("Add to dictionary")); });
   hands::click(place_of_character(QStringLiteral("p"), 6), 3);
   ASSERT_TRUE(wait_for([this] { return waves().empty(); })) << waves();
   EXPECT_EQ(file(QStringLiteral("data/tvxHTML/words.txt")), "Zaphodia\n");
