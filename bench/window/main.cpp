@@ -18,9 +18,13 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QTemporaryDir>
+#include <algorithm>
 #include <cstdio>
 #include <functional>
 #include <iostream>
+#include <string>
+#include <utility>
+#include <vector>
 
 #include "documents.h"
 #include "tvx/base/strings.h"
@@ -120,7 +124,43 @@ void scroll(EditedPage& page, Samples& samples) {
   for (const QString& frame : frames.split(u',')) samples.add(frame.toDouble());
 }
 
+/// What docs/performance.md shows: a row for each figure, a column for each document.
+struct Table {
+  void begin_column(const QString& name) { names.push_back(name.toStdString()); }
+  void add(const std::string& row, const std::string& cell) {
+    auto found = std::find_if(rows.begin(), rows.end(), [&](const auto& one) { return one.first == row; });
+    if (found == rows.end()) found = rows.insert(rows.end(), {row, {}});
+    found->second.resize(names.size() - 1);
+    found->second.push_back(cell);
+  }
+  void print() const {
+    std::string line = "| the editor / plain editable", under = "|---";
+    for (const std::string& name : names) line += " | " + name, under += "|--:";
+    std::printf("%s |\n%s|\n", line.c_str(), under.c_str());
+    for (const auto& [row, cells] : rows) {
+      std::printf("| %s", row.c_str());
+      for (std::size_t i = 0; i < names.size(); ++i)
+        std::printf(" | %s", i < cells.size() ? cells[i].c_str() : "");
+      std::printf(" |\n");
+    }
+  }
+
+  std::vector<std::string> names;
+  std::vector<std::pair<std::string, std::vector<std::string>>> rows;
+};
+
+Table table;
+
+std::string milliseconds(double time) {
+  char text[32];
+  std::snprintf(text, sizeof text, time < 10 ? "%.1f ms" : "%.0f ms", time);
+  return text;
+}
+
 void print(const char* what, const Samples& own, const Samples& plain) {
+  char ratio[32];
+  std::snprintf(ratio, sizeof ratio, "%.2f", plain.median() > 0 ? own.median() / plain.median() : 0);
+  table.add(what, ratio + (" (" + milliseconds(own.median()) + ")"));
   std::printf("  %-34s %8.1f %8.1f   %8.1f %8.1f   %6.2f\n", what, own.median(), own.nearly_all(),
               plain.median(), plain.nearly_all(), plain.median() > 0 ? own.median() / plain.median() : 0);
 }
@@ -137,6 +177,8 @@ void measure_while_it_comes(const QString& file, OwnPage& own) {
     for (const double key : typed.all()) keys.add(key);
     if (const auto jump = own.jump_while_it_comes(file)) jumps.add(*jump);
   }
+  if (!keys.empty()) table.add("key to layout, while the rest comes", milliseconds(keys.median()));
+  if (!jumps.empty()) table.add("Ctrl+End while the rest comes", milliseconds(jumps.median()));
   if (!keys.empty())
     std::printf("  key to layout, while the rest comes: %.1f, 95 %% %.1f (%zu keys)\n", keys.median(),
                 keys.nearly_all(), keys.all().size());
@@ -148,6 +190,7 @@ void measure_while_it_comes(const QString& file, OwnPage& own) {
 
 /// Where a document is gone through by both, turn about.
 void measure(const QString& name, const QString& file, OwnPage& own, PlainPage& plain, int rounds) {
+  table.begin_column(name);
   Pair whole;
   Samples filled;
   const int times = times_for(file);
@@ -174,8 +217,9 @@ void measure(const QString& name, const QString& file, OwnPage& own, PlainPage& 
   print("open, to the window filled", filled, whole.plain);
   print("open, to the whole laid out", whole.own, whole.plain);
   for (const Figure& figure : figures) print(figure.name, figure.pair.own, figure.pair.plain);
-  std::printf("  longest stall of the editor's page: %s ms\n",
-              qPrintable(own.ask(QStringLiteral("tvxView.longestStall.toFixed(0)"))));
+  const double stall = own.ask(QStringLiteral("String(tvxView.longestStall)")).toDouble();
+  std::printf("  longest stall of the editor's page: %.0f ms\n", stall);
+  table.add("longest stall of the page", milliseconds(stall));
   measure_while_it_comes(file, own);
   std::fflush(stdout);
 }
@@ -236,6 +280,7 @@ int main(int argc, char** argv) {
       if (path.isEmpty()) return 2;
       measure(name, path, own, plain, rounds);
     }
+    table.print();
   }
   own.window().setWindowModified(false);
   return failed;

@@ -10,7 +10,9 @@
     plain-open, plain-pace ...   the same in a plain editable page
 
 Starts window_bench, which does the steps, and asks its engine for a trace over the engine's own remote protocol. Needs
-nothing but Python. Times are processor time of threads in milliseconds; in brackets is the time on the clock.
+nothing but Python. Prints a table of processor times, in milliseconds, of one opening or of one key: what of the page's loop the
+view's own script takes with what it calls, and what the engine takes for style, layout, painting and messages. Of keys 'on the
+clock' has the 100 ms of rest after each.
 """
 
 import argparse
@@ -33,7 +35,7 @@ REPEATS = {'pace': 20, 'pixel': 12, 'caret': 20}
 # What an event of the engine counts to, by its name; what none of these fits counts to the event around it.
 SUBJECTS = [
     ('clearing memory away', r'GC|V8\.GC.*|BlinkGC.*|.*Heap.*Sweep.*|ThreadState::.*|MinorGC|MajorGC|Scavenge.*'),
-    ('our script', r'FunctionCall|EvaluateScript|v8\..*|V8\..*|RunMicrotasks|TimerFire|EventDispatch|ParseFunction'),
+    ('script and what it calls', r'v8\..*|V8\..*'),
     ('style', r'UpdateLayoutTree|Document::updateStyle|Document::recalcStyle|StyleEngine.*|Document::rebuildLayoutTree.*|'
               r'RuleSet.*|ParseAuthorStyleSheet|CSS.*|Document::UpdateStyle.*|SelectorQuery.*|UpdateStyleAndLayoutTree'),
     ('layout', r'Layout|LocalFrameView::layout|LocalFrameView::performLayout|LayoutNG.*|NG.*|UpdateLayout.*|'
@@ -49,6 +51,7 @@ SUBJECTS = [
                        r'.*DirectRenderer.*|Display::.*|Viz.*'),
     ('messages', r'Receive mojo.*|.*mojom.*|SimpleWatcher.*|Connector.*|MessagePipe.*|.*Mojo.*|Send mojo.*|ChannelMojo.*|IPC.*'),
 ]
+PAGE, REST = 'CrRendererMain', 'the rest of the page\'s loop'
 SUBJECTS = [(subject, re.compile('^(' + names + ')$')) for subject, names in SUBJECTS]
 
 
@@ -150,59 +153,68 @@ def subject_of(name):
 
 
 def own_times(events):
-    """Of each thread and subject the processor time, and of each task its length: [(thread, subject), ...] to ms."""
+    """Processor time in milliseconds by thread, subject and name of event, and the tasks of the page's thread, each with its
+    time by subject."""
     threads = {(e['pid'], e['tid']): e['args']['name'] for e in events if e.get('ph') == 'M' and e['name'] == 'thread_name'}
     by_thread = collections.defaultdict(list)
     for event in events:
         if event.get('ph') == 'X' and 'dur' in event:
             by_thread[event['pid'], event['tid']].append(event)
     times, tasks = collections.Counter(), []
-    names = collections.Counter()
     for thread, own in by_thread.items():
+        name = threads.get(thread, '?')
         own.sort(key=lambda event: (event['ts'], -event['dur']))
-        stack = []
+        stack = []  # of events that the present one stands in: (end, subject, name)
         for event in own:
-            while stack and event['ts'] >= stack[-1]['end']:
+            while stack and event['ts'] >= stack[-1][0]:
                 stack.pop()
-            spent = event.get('tdur', 0)
-            subject = subject_of(event['name']) or (stack[-1]['subject'] if stack else 'the rest')
-            times[threads.get(thread, '?'), subject] += spent / 1000
-            names[threads.get(thread, '?'), subject, event['name']] += spent / 1000
+            spent = event.get('tdur', 0) / 1000
+            subject = subject_of(event['name']) or (stack[-1][1] if stack else REST)
+            if not stack:
+                tasks.append((name, collections.Counter()))
+            times[name, subject, event['name']] += spent
+            tasks[-1][1][subject] += spent
             if stack:
-                times[threads.get(thread, '?'), stack[-1]['subject']] -= spent / 1000
-                names[threads.get(thread, '?'), stack[-1]['subject'], stack[-1]['name']] -= spent / 1000
-            else:
-                tasks.append((threads.get(thread, '?'), event))
-            stack.append({'end': event['ts'] + event['dur'], 'subject': subject, 'name': event['name']})
-    return times, tasks, names
+                times[name, stack[-1][1], stack[-1][2]] -= spent
+                tasks[-1][1][stack[-1][1]] -= spent
+            stack.append((event['ts'] + event['dur'], subject, event['name']))
+    return times, [task for name, task in tasks if name == PAGE]
 
 
-def report(step, count, answer, events, names_too):
-    times, tasks, names = own_times(events)
-    print(f'\n{step}: {answer[0] / count:.1f} ms on the clock, {answer[1] / count:.2f} of processor time of the program\'s loop'
-          + (f', each of {count}' if count > 1 else ''))
-    by_thread = collections.defaultdict(dict)
-    for (thread, subject), time_ in times.items():
-        by_thread[re.sub(r'\d+$|/.*', '', thread)][subject] = by_thread[re.sub(r'\d+$|/.*', '', thread)].get(subject, 0) + time_
-    for thread, subjects in sorted(by_thread.items(), key=lambda one: -sum(one[1].values())):
-        whole = sum(subjects.values())
-        if whole / count < 0.1:
-            continue
-        print(f'  {thread:34}{whole / count:9.2f}')
-        for subject, time_ in sorted(subjects.items(), key=lambda one: -one[1]):
-            if time_ / count >= 0.02:
-                print(f'    {subject:32}{time_ / count:9.2f}')
-    if names_too:
-        for (thread, subject, name), time_ in names.most_common(45):
-            print(f'      {thread:28}{subject:22}{name:50}{time_ / count:9.2f}')
-    page = sorted((event for thread, event in tasks if thread == 'CrRendererMain'), key=lambda event: -event.get('tdur', 0))
-    print('  longest tasks of the page:',
-          ', '.join(f'{event.get("tdur", 0) / 1000:.1f} ({event["dur"] / 1000:.1f})' for event in page[:6]))
+def column_of(count, answer, events):
+    """What the table says of a step: of each of `count` repeats."""
+    times, tasks = own_times(events)
+    column = collections.Counter()
+    for (thread, subject, _), spent in times.items():
+        if thread == PAGE:
+            column[subject] += spent / count
+            column['the page: its loop'] += spent / count
+        elif re.match('Compositor|ThreadPool|Chrome_Child', thread):
+            column['the page: other threads'] += spent / count
+        elif thread != 'CrBrowserMain':
+            column['the program: the engine\'s other threads'] += spent / count
+    column['the program: its loop'] = answer[1] / count
+    column['on the clock'] = answer[0] / count
+    longest = max(tasks, key=lambda task: sum(task.values()), default=collections.Counter())
+    column['longest task of the page'] = sum(longest.values())
+    return column, times, longest
+
+
+ROWS = [*(subject for subject, _ in SUBJECTS), REST, 'the page: its loop', 'the page: other threads', 'the program: its loop',
+        'the program: the engine\'s other threads', 'longest task of the page', 'on the clock']
+
+
+def print_table(columns):
+    print('\n| processor time, ms | ' + ' | '.join(columns) + ' |\n|---' + '|--:' * len(columns) + '|')
+    for row in ROWS:
+        cells = [column[row] for column in columns.values()]
+        if any(cell >= 0.05 for cell in cells):
+            print(f'| {row} | ' + ' | '.join(f'{cell:.0f}' if cell >= 20 else f'{cell:.1f}' for cell in cells) + ' |')
 
 
 def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
-    parser.add_argument('steps', nargs='*', default=['open', 'pace', 'pixel'])
+    parser.add_argument('steps', nargs='*', default=['open', 'plain-open', 'pace', 'plain-pace', 'pixel', 'plain-pixel'])
     parser.add_argument('--size', default='1MB')
     parser.add_argument('--build', default='build/release')
     parser.add_argument('--save', help='a folder for the traces themselves')
@@ -210,22 +222,29 @@ def main():
     given = parser.parse_args()
     bench = Bench(os.path.join(given.build, 'bin', 'window_bench'))
     remote = bench.remote()
-    opened = set()
+    opened, columns = set(), {}
     for step in given.steps:
         who, what = step.split('-') if '-' in step else ('editor', step)
         count = REPEATS.get(what, 1)
-        if what != 'open' and who not in opened:
+        # What a first time brings, as fonts and compiled scripts, is not what is asked here.
+        if who not in opened:
             bench.do(f'{who} open {given.size}')
         opened.add(who)
-        line = f'{who} {what} {given.size if what == "open" else count}'
         if what != 'open':
-            bench.do(f'{who} {what} 3')  # warm
+            bench.do(f'{who} {what} 3')
+        line = f'{who} {what} {given.size if what == "open" else count}'
         answer, events = remote.trace(lambda: bench.do(line))
         if given.save:
             with open(os.path.join(given.save, step + '.json'), 'w') as file:
                 json.dump({'traceEvents': events}, file)
-        report(step, count, answer, events, given.names)
+        columns[step], times, longest = column_of(count, answer, events)
+        print(f'{step}: longest task of the page {sum(longest.values()):.1f} ms:',
+              ', '.join(f'{subject} {spent:.1f}' for subject, spent in longest.most_common() if spent >= 0.5))
+        if given.names:
+            for (thread, subject, name), spent in times.most_common(40):
+                print(f'  {thread:28}{subject:22}{name:56}{spent / count:9.2f}')
     bench.end()
+    print_table(columns)
 
 
 if __name__ == '__main__':
