@@ -1,5 +1,7 @@
 #include "tvx/core/views/side_source.h"
 
+#include <random>
+
 #include "core/control_fixture.h"
 #include "tvx/core/actions.h"
 #include "tvx/dom/journal.h"
@@ -27,6 +29,11 @@ class SideSourceOfPage : public Control {
   void pause() {
     const std::int64_t end = loop.now() + 1000;
     while (loop.now() < end) loop.pump(50);
+  }
+  void turn_to_page() {
+    side().box().plain_box().set_shown(false);  // which takes the keys from it
+    side().box().plain_box().set_shown(true);
+    control->WBrowser_GotFocus();
   }
   void enter_source() {
     box().SetFocus();
@@ -161,7 +168,7 @@ TEST_F(SideSourceOfPage, ACommandComesAfterWhatIsTyped) {
 TEST_F(SideSourceOfPage, TurningToThePageTakesWhatIsTypedAndShowsWhatTheParserMadeOfIt) {
   start_beside(u"<P>one</P>");
   type_after(u"one", u" <b>two");
-  control->WBrowser_GotFocus();
+  turn_to_page();
   EXPECT_EQ(body(), u"<P>one <B>two</B></P>");
   EXPECT_NE(source().find(u"</B>"), std::u16string::npos);
   EXPECT_FALSE(side().in_hand());
@@ -200,7 +207,7 @@ TEST_F(SideSourceOfPage, WhatWaitsIsTakenBackInTheBoxFirst) {
 TEST_F(SideSourceOfPage, UndoInThePageTakesBackWhatWasTypedInTheSource) {
   start_beside(u"<P>one</P>");
   type_after(u"one", u" two");
-  control->WBrowser_GotFocus();
+  turn_to_page();
   control->undo_document();
   pause();
   EXPECT_EQ(body(), u"<P>one</P>");
@@ -291,7 +298,7 @@ TEST_F(SideSourceOfPage, WhatIsFoundIsInTheSideInHand) {
   EXPECT_EQ(control->ReplaceAllText(u"found"), 2);
   pause();
   EXPECT_EQ(body(), u"<P title=\"found\">found</P>");
-  control->WBrowser_GotFocus();
+  turn_to_page();
   EXPECT_EQ(control->FindText(u"found", 0), 1);
 }
 
@@ -368,6 +375,48 @@ TEST_F(SideSourceOfPage, ABorderOfTheCurrentElementIsInNeither) {
   type_after(u"ne", u"z");
   pause();
   EXPECT_EQ(control->DocumentHTML(), u"<P>xonez</P>");
+}
+
+// --- anything ---
+
+// Letters, tags that fit, new lines and letters taken away, here and there.
+TEST_F(SideSourceOfPage, WhateverIsTypedInEitherBothSayTheSameAndAllOfItIsTakenBack) {
+  std::mt19937 random(20261122);
+  const auto number = [&](std::size_t below) {
+    return std::size_t(random() % std::max<std::size_t>(below, 1));
+  };
+  constexpr std::u16string_view pieces[] = {u"x", u"<B>y</B>", u"\n", u" ", u"<P>z</P>", u"&amp;", u"<BR>"};
+  for (int round = 0; round < 20; ++round) {
+    start_beside(u"<H1>One</H1><P>two <I>three</I> four</P><UL><LI>five</LI><LI>six</LI></UL><P>seven</P>");
+    const std::u16string before = body();
+    const std::size_t depth = journal().depth();
+    for (int edit = 0; edit < 12; ++edit) {
+      if (number(2) == 0) {
+        turn_to_page();
+        auto& selection = control->DOM()->editor().selection();
+        selection.collapse(boundary_at(*control->DOM()->body(), {number(30), true}));
+        number(4) == 0 ? key(u"Backspace", 8) : key(u"k", 'K');
+      } else {
+        enter_source();
+        const std::u16string text = source();
+        // Beside a letter, so that no tag is cut.
+        const std::size_t letter = text.find_first_of(u"abcdefghijklmnopqrstuvwxyz", number(text.size()));
+        if (letter == text.npos || text.rfind(u'<', letter) > text.rfind(u'>', letter)) continue;
+        box().select(letter, number(3) == 0 ? 1 : 0);
+        box().set_SelText(pieces[number(std::size(pieces))]);
+      }
+      if (number(3) > 0) pause();
+    }
+    turn_to_page();
+    pause();
+    const auto formatted = source::SourceText::formatted(std::make_shared<const std::u16string>(body()));
+    ASSERT_EQ(box().Text(), *formatted.code()) << "round " << round;
+    const std::u16string after = body();
+    while (journal().depth() > depth) control->undo_document();
+    EXPECT_EQ(body(), before);
+    while (journal().can_redo()) control->redo_document();
+    EXPECT_EQ(body(), after);
+  }
 }
 
 }  // namespace
