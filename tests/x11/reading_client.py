@@ -55,6 +55,17 @@ def all_of(node):
         waiting.extend(reversed(children(node)))
 
 
+def shown_of(top):
+    """What is to be seen: what is in a menu that isn't open is left out."""
+    waiting = [top]
+    while waiting:
+        node = waiting.pop()
+        if node is None or (node.get_role_name() != "application" and "showing" not in states(node)):
+            continue
+        yield node
+        waiting.extend(reversed(children(node)))
+
+
 def text(node):
     return Atspi.Text.get_text(node, 0, -1) if "Text" in node.get_interfaces() else None
 
@@ -178,6 +189,27 @@ def caret():
     ears.hears("object:text-caret-moved", "Last line here.", 15)
 
 
+def lines():
+    whole = next(each for each in all_of(page()) if each.get_role_name() == "paragraph" and text(each).startswith("1 2 3 "))
+    letters = text(whole)
+
+    def line():
+        found = Atspi.Text.get_text_at_offset(whole, Atspi.Text.get_caret_offset(whole), Atspi.TextBoundaryType.LINE_START)
+        return found.start_offset, found.end_offset, found.content
+
+    assert Atspi.Text.set_caret_offset(whole, 0)
+    until(lambda: line()[1] < len(letters), "the window's first line")
+    read = [line()]
+    while read[-1][1] < len(letters):
+        keys("Down")
+        until(lambda: line()[0] == read[-1][1], f"the line after {read[-1]}, not {line()}")
+        read.append(line())
+    same("".join(content for _, _, content in read), letters)
+    assert len(read) > 2, read
+    keys("Up", "End")
+    until(lambda: line() == read[-2], f"the line before the last, not {line()}")
+
+
 def hear():
     page()
     ears = Ears("object:text-changed", "object:children-changed")
@@ -267,18 +299,53 @@ def code():
     until(lambda: [each for each in boxes() if "<H1>The tour</H1>" in (text(each) or "")], "the code")
 
 
+SPEAKING = {"push button", "check box", "radio button", "combo box", "menu item", "page tab", "text", "menu", "toggle button",
+            "spin button", "list", "table", "tool bar", "dialog"}
+
+
+def silent(top):
+    """What can be used and says nothing of itself; of the page, its author says what he likes."""
+    found = []
+    for each in shown_of(top):
+        if each.get_role_name() not in SPEAKING or each.get_name().strip():
+            continue
+        above = []
+        parent = each.get_parent()
+        while parent is not None and parent.get_role_name() != "application":
+            above.append((parent.get_role_name(), parent.get_name()))
+            parent = parent.get_parent()
+        # The list that a combo box opens is the combo box's.
+        if not any(role in ("document frame", "combo box") for role, _ in above):
+            found.append((each.get_role_name(), each.get_description(), above[:4]))
+    return found
+
+
 def names():
     page()
-    speaking = {"push button", "check box", "radio button", "combo box", "menu item", "page tab", "text", "menu", "toggle button"}
-    silent = []
-    for each in all_of(program()):
-        if each.get_role_name() not in speaking or "showing" not in states(each) or each.get_name().strip():
-            continue
-        silent.append((each.get_role_name(), each.get_description(), each.get_parent().get_name()))
-    same(silent, [])
-    found = {each.get_name() for each in all_of(program()) if "showing" in states(each)}
+    same(silent(program()), [])
+    found = {each.get_name() for each in shown_of(program())}
     for wanted in ("Insert Image", "Element H1", "Bold", "Format bar"):
         assert wanted in found, wanted + " is not among " + repr(found)
+    keys("ctrl+f")
+    until(lambda: [each for each in shown_of(program()) if each.get_name() == "Next hit"], "the find bar")
+    same(silent(program()), [])
+
+
+def dialogs():
+    page()
+    for opener in ("Insert / Edit Hyperlink", "Insert / Edit Table", "Insert Image", "Change selected text font and color"):
+        button = next(each for each in shown_of(program()) if each.get_name() == opener)
+        actions = [Atspi.Action.get_action_name(button, i) for i in range(Atspi.Action.get_n_actions(button))]
+        Atspi.Action.do_action(button, actions.index("Press"))
+
+        def opened():
+            return [each for each in children(program()) if each.get_role_name() == "dialog" and "showing" in states(each)]
+
+        dialog = until(opened, "the dialog of " + opener)[0]
+        assert dialog.get_name(), opener + " opens a dialog without a name"
+        same(silent(dialog), [])
+        keys("Escape")
+        until(lambda: not opened(), "the dialog of " + opener + " to go")
 
 
 if __name__ == "__main__":

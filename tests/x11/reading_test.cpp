@@ -26,6 +26,12 @@ const char page[] =
 
 class ReadingOnScreen : public ManagedScreen {
  protected:
+  /// More words than a line of the window takes.
+  static QByteArray long_paragraph() {
+    QByteArray numbers = "<p>";
+    for (int i = 1; i <= 400; ++i) numbers += QByteArray::number(i) + ' ';
+    return numbers + "</p>\n";
+  }
   void SetUp() override {
     if (!QFile::exists(QStringLiteral("/usr/share/dbus-1/services/org.a11y.Bus.service")))
       GTEST_SKIP() << "SKIPPED: needs at-spi2-core: scripts/setup installs it";
@@ -45,7 +51,7 @@ class ReadingOnScreen : public ManagedScreen {
     set_surroundings(QStringLiteral("LC_ALL"), QStringLiteral("C.UTF-8"));
     // What a test before has left unsaved is none of this one's.
     set_surroundings(QStringLiteral("XDG_STATE_HOME"), path_of(QStringLiteral("state")));
-    write(QStringLiteral("page.html"), page);
+    write(QStringLiteral("page.html"), QByteArray(page).replace("<hr>", long_paragraph() + "<hr>"));
     start(QStringLiteral(TVX_BIN_DIR "/htmled"),
           {QStringLiteral("--language"), QStringLiteral("en"), path_of(QStringLiteral("page.html"))});
     ASSERT_TRUE(comes_to_front(QStringLiteral("page.html")));
@@ -88,6 +94,8 @@ TEST_F(ReadingOnScreen, TheCaretIsFollowedAsKeysMoveIt) {
   EXPECT_EQ(client_says(QStringLiteral("caret")), "");
 }
 
+TEST_F(ReadingOnScreen, LinesAreThoseOfTheWindow) { EXPECT_EQ(client_says(QStringLiteral("lines")), ""); }
+
 TEST_F(ReadingOnScreen, EditsAreHeardAsTheLettersThatTheyAre) {
   EXPECT_EQ(client_says(QStringLiteral("hear")), "");
 }
@@ -108,6 +116,10 @@ TEST_F(ReadingOnScreen, TheCodeIsReadInPlaceOfThePage) { EXPECT_EQ(client_says(Q
 
 TEST_F(ReadingOnScreen, EverythingThatIsPressedHasAName) {
   EXPECT_EQ(client_says(QStringLiteral("names")), "");
+}
+
+TEST_F(ReadingOnScreen, EverythingInADialogHasAName) {
+  EXPECT_EQ(client_says(QStringLiteral("dialogs")), "");
 }
 
 }  // namespace

@@ -152,6 +152,7 @@ void AccessibleTree::note_attribute(const Mutation& mutation) {
 void AccessibleTree::mutated(const Mutation& mutation) {
   passing_.reset();
   if (mutation.kind == dom::MutationKind::Overlay) return;
+  ++version_;
   if (mutation.kind == dom::MutationKind::Step) ++edits_;
   const auto is_sheet = [](const Node* node) {
     return node && (node->is(Tag::Style) || node->is(Tag::Link));

@@ -68,6 +68,8 @@ class AccessibleTree final : private dom::MutationObserver {
   AccessibleChanges take_changes();
   /// How many edits there were: overlays and new content aren't counted.
   std::uint64_t edits() const { return edits_; }
+  /// Counts changes, but for overlays.
+  std::uint64_t version() const { return version_; }
   /// Called at each change, within it: it may only note that there was one.
   void set_on_change(std::function<void()> call) { on_change_ = std::move(call); }
 
@@ -96,7 +98,7 @@ class AccessibleTree final : private dom::MutationObserver {
   std::vector<dom::Ref<dom::Element>> soiled_;
   std::vector<dom::Ref<dom::Node>> removed_;
   bool everything_ = false;
-  std::uint64_t edits_ = 0;
+  std::uint64_t edits_ = 0, version_ = 0;
   std::function<void()> on_change_;
 };
 

@@ -85,6 +85,7 @@ class ElementAccessible : public QAccessibleInterface,
   bool is_editable() const;
   std::pair<Offset, Offset> clamped(int start, int end) const;
   std::pair<Offset, Offset> selected() const;
+  std::pair<Offset, Offset> line_around(int offset) const;
   QString line(Offset from, Offset to, int* start, int* end) const;
   QString name() const;
   QString description() const;

@@ -43,6 +43,19 @@ QString ElementAccessible::text(int start, int end) const {
 
 // --- words and lines ---
 
+/// The window's own line where the caret stands; what is before and after it, up to a break, is one each.
+std::pair<Offset, Offset> ElementAccessible::line_around(int offset) const {
+  const Offset at = clamped(offset < 0 ? characterCount() : offset, -1).first;
+  const auto whole = content()->line_at(at);
+  const auto known = page_->caret_line().of(*page_->tree(), *element());
+  if (!known || known->first < whole.first || known->second > whole.second) return whole;
+  if (at < known->first) return {whole.first, known->first};
+  // The blank or the break that ends it is part of it.
+  Offset end = known->second;
+  if (end < whole.second && (content()->text()[end] == u' ' || content()->text()[end] == u'\n')) ++end;
+  return at < end || end >= whole.second ? std::pair(known->first, end) : std::pair(end, whole.second);
+}
+
 QString ElementAccessible::line(Offset from, Offset to, int* start, int* end) const {
   *start = static_cast<int>(from);
   *end = static_cast<int>(to);
@@ -54,7 +67,7 @@ QString ElementAccessible::textAtOffset(int offset, QAccessible::TextBoundaryTyp
   if (!is_line(type)) return QAccessibleTextInterface::textAtOffset(offset, type, start, end);
   *start = *end = -1;
   if (!content()) return {};
-  const auto [from, to] = content()->line_at(clamped(offset < 0 ? characterCount() : offset, -1).first);
+  const auto [from, to] = line_around(offset);
   return line(from, to, start, end);
 }
 
@@ -63,9 +76,9 @@ QString ElementAccessible::textBeforeOffset(int offset, QAccessible::TextBoundar
   if (!is_line(type)) return QAccessibleTextInterface::textBeforeOffset(offset, type, start, end);
   *start = *end = -1;
   if (!content()) return {};
-  const Offset here = content()->line_at(clamped(offset < 0 ? characterCount() : offset, -1).first).first;
+  const Offset here = line_around(offset).first;
   if (here == 0) return {};
-  const auto [from, to] = content()->line_at(here - 1);
+  const auto [from, to] = line_around(static_cast<int>(here) - 1);
   return line(from, to, start, end);
 }
 
@@ -74,9 +87,9 @@ QString ElementAccessible::textAfterOffset(int offset, QAccessible::TextBoundary
   if (!is_line(type)) return QAccessibleTextInterface::textAfterOffset(offset, type, start, end);
   *start = *end = -1;
   if (!content()) return {};
-  const Offset here = content()->line_at(clamped(offset < 0 ? characterCount() : offset, -1).first).second;
+  const Offset here = line_around(offset).second;
   if (here >= content()->text().size()) return {};
-  const auto [from, to] = content()->line_at(here);
+  const auto [from, to] = line_around(static_cast<int>(here));
   return line(from, to, start, end);
 }
 

@@ -97,6 +97,7 @@ void PageReading::start() {
 }
 
 void PageReading::stop() {
+  line_.forget();
   remove_all();
   if (tree_) document_->editor().selection().remove_observer(*this);
   tree_.reset();
@@ -276,19 +277,32 @@ bool PageReading::has_focus() const {
   return widget && widget->hasFocus();
 }
 
+/// A move is told once it is known which line of the window it has led to: that is what will be read. What is
+/// typed is told at once.
 void PageReading::tell_caret(bool text_changed) {
   const editing::AccessibleTree::Place place = caret();
   if (!place.element) return;
-  QAccessibleInterface* const interface = interface_of(*place.element);
-  if (!interface) return;
   const bool moved = place.element != told_caret_.element || place.offset != told_caret_.offset;
+  const bool takes_focus = has_focus() && told_focus_.get() != place.element;
+  if (!moved && !text_changed && !takes_focus) return;
   told_caret_ = place;
+  if (text_changed) {
+    line_.forget();
+    return send_caret();
+  }
+  line_.ask(*tree_, place, document_->editor().selection().focus(), [this] { send_caret(); });
+}
+
+void PageReading::send_caret() {
+  const editing::AccessibleTree::Place place = caret();
+  QAccessibleInterface* const interface = place.element ? interface_of(*place.element) : nullptr;
+  if (!interface) return;
   if (has_focus() && told_focus_.get() != place.element) {
     told_focus_ = place.element;
     QAccessibleEvent event(interface, QAccessible::Focus);
     QAccessible::updateAccessibility(&event);
   }
-  if ((!moved && !text_changed) || !interface->textInterface()) return;
+  if (!interface->textInterface()) return;
   QAccessibleTextCursorEvent event(interface, static_cast<int>(place.offset));
   QAccessible::updateAccessibility(&event);
 }

@@ -10,6 +10,7 @@
 #include "tvx/editing/reading/accessible_tree.h"
 #include "tvx/editing/selection.h"
 #include "tvx/editing/tables/table_grid.h"
+#include "tvx/qt/reading/caret_line.h"
 
 class QWidget;
 
@@ -69,6 +70,7 @@ class PageReading final : public QObject,
   void forget(const dom::Element& element) { interfaces_.erase(&element); }
   /// The line that the caret stands in, or what is selected as a whole.
   editing::AccessibleTree::Place caret();
+  const CaretLine& caret_line() const { return line_; }
   bool has_focus() const;
   void select(const dom::Range& range);
   /// As a person types it, or takes it away: in its turn, with all that a host may say to it.
@@ -86,6 +88,7 @@ class PageReading final : public QObject,
   void tell_change(const editing::AccessibleChange& change);
   void tell_children(const editing::AccessibleChange& change);
   void tell_caret(bool text_changed);
+  void send_caret();
   void tell_selection();
   void claim_widgets();
   QWidget* view_widget() const;
@@ -102,6 +105,7 @@ class PageReading final : public QObject,
   std::unique_ptr<editing::TableGrid> grid_;
   const dom::Element* grid_of_ = nullptr;  // only compared
   std::uint64_t grid_version_ = 0;
+  CaretLine line_{around_.view, around_.loop};
   bool scheduled_ = false;
   // What was told last.
   editing::AccessibleTree::Place told_caret_;  // the element is only compared

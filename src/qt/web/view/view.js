@@ -12,6 +12,7 @@ import { connectBridge, later, tell } from './messages.js';
 import { cover, coverSheet } from './cover.js';
 import { drawOverlay, drawnBoxes, factsLater, reportWaitingFacts } from './drawing.js';
 import { paintFarRoomsApart, paintWaitingRooms } from './far_rooms.js';
+import { lineAround } from './lines.js';
 import { listenToMouse } from './mouse.js';
 import { mark, markedTexts } from './marks.js';
 import { nodes, state } from './state.js';
@@ -61,7 +62,8 @@ const commands = {
 };
 
 /// For who looks from outside of this script, in this world alone.
-const view = { drawn: drawnBoxes, marked: (kind = 0) => markedTexts(kind), rooms: roomCounts, allowRooms, longestStall: 0 };
+const view = { drawn: drawnBoxes, marked: (kind = 0) => markedTexts(kind), rooms: roomCounts, allowRooms, lineAround,
+  longestStall: 0 };
 
 /// What one command fails at is told, and keeps no other from being followed.
 function follow(command, rest) {
