@@ -8,6 +8,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QScopedValueRollback>
+#include <QToolBar>
 #include <QToolButton>
 #include <utility>
 
@@ -132,6 +133,7 @@ void FindBar::lay_out() {
 }
 
 void FindBar::show_words() {
+  if (auto* strip = qobject_cast<QToolBar*>(parentWidget())) strip->setAccessibleName(tr("Find"));
   sought_->setPlaceholderText(tr("Find"));
   sought_->setAccessibleName(tr("Find"));
   replacement_->setPlaceholderText(tr("Replace with"));

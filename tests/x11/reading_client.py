@@ -296,7 +296,7 @@ def code():
     assert Atspi.Action.do_action(button, actions.index("Press"))
     until(lambda: "showing" not in states(top), "the page to be covered")
     boxes = lambda: [each for each in all_of(program()) if each.get_role_name() == "text" and "showing" in states(each)]
-    until(lambda: [each for each in boxes() if "<H1>The tour</H1>" in (text(each) or "")], "the code")
+    until(lambda: [each for each in boxes() if each.get_name() == "Source" and "<H1>The tour</H1>" in text(each)], "the code")
 
 
 SPEAKING = {"push button", "check box", "radio button", "combo box", "menu item", "page tab", "text", "menu", "toggle button",
@@ -314,8 +314,8 @@ def silent(top):
         while parent is not None and parent.get_role_name() != "application":
             above.append((parent.get_role_name(), parent.get_name()))
             parent = parent.get_parent()
-        # The list that a combo box opens is the combo box's.
-        if not any(role in ("document frame", "combo box") for role, _ in above):
+        # The list that a combo box opens, and where a number is written, are named as a whole.
+        if not any(role in ("document frame", "combo box", "spin button") for role, _ in above):
             found.append((each.get_role_name(), each.get_description(), above[:4]))
     return found
 
@@ -336,7 +336,10 @@ def dialogs():
     for opener in ("Insert / Edit Hyperlink", "Insert / Edit Table", "Insert Image", "Change selected text font and color"):
         button = next(each for each in shown_of(program()) if each.get_name() == opener)
         actions = [Atspi.Action.get_action_name(button, i) for i in range(Atspi.Action.get_n_actions(button))]
-        Atspi.Action.do_action(button, actions.index("Press"))
+        try:
+            Atspi.Action.do_action(button, actions.index("Press"))
+        except GLib.Error:
+            pass  # the program answers when the dialog is closed
 
         def opened():
             return [each for each in children(program()) if each.get_role_name() == "dialog" and "showing" in states(each)]

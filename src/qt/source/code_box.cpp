@@ -23,6 +23,7 @@
 #include "tvx/qt/support/keys.h"
 #include "tvx/qt/support/strings.h"
 #include "tvx/qt/support/twips.h"
+#include "tvx/qt/support/words.h"
 
 namespace tvx::qt {
 namespace {
@@ -82,6 +83,7 @@ class CodeBox::Edit final : public QPlainTextEdit {
     setFrameShape(NoFrame);
     setFont(code_font());
     set_tabs();
+    setAccessibleName(translated(u"Source"));
     setLayoutDirection(Qt::LeftToRight);  // a source reads from left to right in every interface
     setCursorWidth(2);
     put({});
@@ -179,6 +181,7 @@ class CodeBox::Edit final : public QPlainTextEdit {
   }
   void changeEvent(QEvent* event) override {
     QPlainTextEdit::changeEvent(event);
+    if (event->type() == QEvent::LanguageChange) setAccessibleName(translated(u"Source"));
     if (event->type() == QEvent::PaletteChange) assistance.colours_changed();
   }
   bool viewportEvent(QEvent* event) override {
