@@ -53,19 +53,17 @@ function(tvx_installed_library name component)
   set_target_properties(${name}-shared PROPERTIES LINK_DEPENDS ${map})
 endfunction()
 
-# A static library brings what it needs into each program: it is no private matter then.
+# A static library brings what it needs into each program. Of what a shared one needs nothing is said: pkg-config wants
+# to find private packages as well, and who only links the library has no headers of theirs.
 function(tvx_install_pkg_config name kind on packages public_packages)
   file(RELATIVE_PATH TVX_TO_PREFIX /${CMAKE_INSTALL_LIBDIR}/pkgconfig /)
   string(REGEX REPLACE "/$" "" TVX_TO_PREFIX ${TVX_TO_PREFIX})
   set(TVX_LIBRARY ${name})
   set(TVX_REQUIRES ${on} ${public_packages})
-  set(TVX_REQUIRES_PRIVATE ${packages})
   if(kind STREQUAL static)
     list(APPEND TVX_REQUIRES ${packages})
-    set(TVX_REQUIRES_PRIVATE)
   endif()
   list(JOIN TVX_REQUIRES " " TVX_REQUIRES)
-  list(JOIN TVX_REQUIRES_PRIVATE " " TVX_REQUIRES_PRIVATE)
   configure_file(${PROJECT_SOURCE_DIR}/cmake/library.pc.in ${PROJECT_BINARY_DIR}/pkgconfig/${kind}/${name}.pc @ONLY)
   install(FILES ${PROJECT_BINARY_DIR}/pkgconfig/${kind}/${name}.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig
     COMPONENT ${kind}-development ${ARGN})

@@ -38,6 +38,10 @@ for file in bin/htmled bin/htmled-cli share/tvxhtml/languages share/tvxhtml/temp
 done
 
 QT_QPA_PLATFORM=offscreen "$work/root/usr/bin/htmled" --version | grep -q '^htmled ' || fail "htmled doesn't run"
+# Who has libtvxhtml-dev alone has no headers of what the library is made with.
+for name in tvxhtml-core tvxHTML; do
+  PKG_CONFIG_LIBDIR=$work/root/usr/lib/pkgconfig pkg-config --cflags --libs $name > /dev/null || fail "pkg-config wants more for $name"
+done
 export PKG_CONFIG_PATH=$work/root/usr/lib/pkgconfig
 # shellcheck disable=SC2046 # words
 c++ -std=c++20 "$tree/tests/install/consumer/core.cpp" -o "$work/program" $(pkg-config --cflags --libs tvxhtml-core)
