@@ -128,7 +128,7 @@ CASE(the_registry_is_whole_at_all_times) {
 
 CASE(lines_that_are_none_are_passed_over) {
   tvx_id id;
-  char path[64];
+  char path[8];
   start_over();
   write_registry("# A.Class\t{00000000-0000-0000-0000-000000000001}\t/comment\nA.Class\nA.Class\t{}\t/no-id\n"
                  "A.Class\t{0000000-0000-0000-0000-000000000001}\t/short-id\n"
@@ -255,7 +255,9 @@ CASE(the_library_can_be_unloaded_when_nothing_is_left) {
     CHECK(get(&tvx_class_htmled, NULL, &object) == TVX_POINTER);
     CHECK(is_loaded("/libtvxHTML.so"));
     dlclose(library);
+#ifndef TVX_SANITIZED /* whose checks keep the library in the process */
     CHECK(!is_loaded("/libtvxHTML.so"));
+#endif
     library = library_handle();
   }
 }
