@@ -352,6 +352,18 @@ test('only rooms in sight show waves under words', () => {
   assert.equal(words().length, 1000);
 });
 
+test('a text takes its marks with it into another element', () => {
+  const body = newPage();
+  apply(element('p', body), ['t', lastId + 1, lastId, 0, 'wrold']);
+  const text = ++lastId;
+  mark([[text, 0, 0, 5]]);
+  apply(element('b', body));
+  const bold = nodes.get(lastId);
+  assert.equal(bold.getAttribute('tvx-marked'), null);
+  apply(['p', text, lastId, 0]);
+  assert.equal(bold.getAttribute('tvx-marked'), '');
+});
+
 test('of what inherits, only what would not inherit by itself counts', () => {
   const declared = (values) => Object.assign(Object.keys(values), { getPropertyValue: (name) => values[name] });
   assert.deepEqual(inheritedAnew(declared({ color: 'inherit', 'font-size': 'inherit', 'box-sizing': 'inherit' })), []);
