@@ -6,6 +6,7 @@
 #include "tvx/dom/builder.h"
 #include "tvx/dom/range.h"
 #include "tvx/dom/serialise.h"
+#include "tvx/dom/style/inline_style.h"
 #include "tvx/dom/tree.h"
 
 namespace tvx::dom {
@@ -162,6 +163,20 @@ TEST_F(JournalTest, NoStepHoldsATraceOfAnOverlay) {
   border.take_off();
   journal().set_overlay_keeper(nullptr);
   EXPECT_EQ(html(), u"<P style=\"color: red;\">one</P>");
+}
+
+// It reads the style before it writes it.
+TEST_F(JournalTest, AStyleIsReadAndWrittenWithoutTheOverlay) {
+  Border border(*p_);
+  journal().set_overlay_keeper(&border);
+  style::InlineStyle style(*p_);
+  style.set(u"color", u"red");
+  style.set(u"margin-top", u"1px");
+  style.remove(u"margin-top");
+  border.take_off();
+  journal().set_overlay_keeper(nullptr);
+  EXPECT_EQ(style.css_text().find(u"border"), std::u16string::npos);
+  EXPECT_EQ(style.get(u"color"), u"red");
 }
 
 TEST_F(JournalTest, AnEqualValueIsNoMutation) {
