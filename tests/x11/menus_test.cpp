@@ -47,6 +47,9 @@ constexpr Row rows[] = {
     {"open", Effect::Dialog},
     {"save-as", Effect::Dialog},
     {"save-copy", Effect::Dialog},
+    {"new-from-template", Effect::Dialog},
+    {"save-template", Effect::Dialog},
+    {"preferences", Effect::Dialog},
     {"export-pdf", Effect::Dialog},
     {"Print", Effect::Dialog},
     {"publish", Effect::Dialog},
@@ -139,8 +142,8 @@ constexpr Row rows[] = {
 
 /// Those that tests of their own press, and the menus that are filled anew each time.
 const std::set<std::string> pressed_elsewhere = {
-    "go-to-line", "new",  "recent", "reopen",   "save",  "revert",    "upload",           "close",
-    "quit",       "Undo", "Redo",   "language", "class", "new-table", "spelling-language"};
+    "go-to-line", "split-view", "new",  "recent", "reopen",   "save",  "revert",    "upload",
+    "close",      "quit",       "Undo", "Redo",   "language", "class", "new-table", "spelling-language"};
 
 class MenusOnScreen : public EditorOnScreen {
  protected:
