@@ -36,5 +36,5 @@ endforeach()
 tvx_check_headers(hosts LINKS tvxHTML::Core tvxHTML::Files HEADERS tvx/document_file.h tvx/enumerations.h tvx/error.h
   tvx/events.h tvx/htmled.h tvx/message_loop.h tvx/object.h tvx/property_bag.h tvx/tvxhtml.h)
 if(TVX_QT)
-  tvx_check_headers(hosts_with_qt LINKS tvxHTML::Widget HEADERS tvx/htmled_widget.h tvx/settings_store.h tvx/web_engine.h)
+  tvx_check_headers(hosts_with_qt LINKS tvxHTML::Widget HEADERS tvx/htmled_widget.h tvx/page_setup.h tvx/settings_store.h tvx/web_engine.h)
 endif()

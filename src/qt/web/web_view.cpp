@@ -12,11 +12,9 @@
 #include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QMessageBox>
 #include <QMimeData>
-#include <QPrintDialog>
-#include <QPrinter>
 #include <QPushButton>
-#include <QSaveFile>
 #include <QStyleHints>
 #include <QVBoxLayout>
 #include <QWebChannel>
@@ -24,6 +22,9 @@
 #include <cassert>
 #include <iostream>
 
+#include "tvx/qt/print/printing.h"
+#include "tvx/qt/print/running_lines.h"
+#include "tvx/qt/print/sheet_finish.h"
 #include "tvx/qt/print/sheet_jobs.h"
 #include "tvx/qt/support/clipboard.h"
 #include "tvx/qt/support/keys.h"
@@ -61,6 +62,16 @@ browser::MouseButton button_of(Qt::MouseButton button) {
 
 bool is_readable(const QMimeData& data) {
   return data.hasText() || data.hasHtml() || data.hasUrls() || data.hasImage();
+}
+
+// Opened beside the program's work; it goes with the window, if that is still there.
+void tell_failure(QWidget* owner, const QString& printer, const QString& failure) {
+  auto* box = new QMessageBox(QMessageBox::Warning, {}, {}, QMessageBox::Ok, owner);
+  box->setAttribute(Qt::WA_DeleteOnClose);
+  box->setWindowTitle(QCoreApplication::applicationName());
+  box->setText(translated(u"The printer “%1” didn't take the page.").arg(printer));
+  box->setInformativeText(failure);
+  box->open();
 }
 
 }  // namespace
@@ -574,32 +585,44 @@ void WebView::Private::show_dark() {
 double WebView::zoom() const { return d_->zoom_; }
 QPoint WebView::in_widget(QPoint in_page) const { return in_page * d_->zoom_; }
 
+// --- paper ---
+
+void WebView::set_page_setup(const PageSetup& setup) { d_->setup_ = setup; }
+const PageSetup& WebView::page_setup() const { return d_->setup_; }
+
+void WebView::Private::print(const PrintOrder& order, std::function<void(bool)> done) {
+  PageSetup setup = setup_;
+  if (order.layout.isValid()) setup.layout = order.layout;
+  bring_engine();
+  make_sheets(
+      *page_, layout_with_lines(setup),
+      [order, setup, done = std::move(done), owner = QPointer<QWidget>(stack_)](const Sheets& sheets) {
+        const QString failure = carry_out(order, finished_pdf(sheets, setup), sheets.title);
+        if (!failure.isEmpty() && !order.printer.isEmpty()) tell_failure(owner, order.printer, failure);
+        if (done) done(failure.isEmpty());
+      });
+}
+
 void WebView::print(bool with_dialog, std::function<void(bool)> done) {
-  auto printer = std::make_shared<QPrinter>(QPrinter::HighResolution);
-  const bool agreed = !with_dialog || Modal<QPrintDialog>(printer.get(), d_->stack_).run();
-  if (!agreed || !printer->isValid()) {
-    if (done) done(false);
-    return;
-  }
-  d_->bring_engine();
-  auto* connection = new QMetaObject::Connection;
-  *connection =
-      QObject::connect(d_->view_, &QWebEngineView::printFinished, d_.get(),
-                       [printer, connection, done = std::move(done), loop = &d_->loop_](bool printed) {
-                         QObject::disconnect(*connection);
-                         delete connection;
-                         if (done) loop->post([done, printed] { done(printed); });
-                       });
-  d_->view_->print(printer.get());
+  const QPageLayout layout = page_setup().layout;
+  const std::optional<PrintOrder> order =
+      with_dialog ? ask_for_printer(owner_for_dialog(d_->stack_->parentWidget()), layout)
+                  : order_for_usual_printer(layout);
+  if (order) return d_->print(*order, std::move(done));
+  if (done) done(false);
 }
 
 void WebView::print_into(const QString& path, std::function<void(bool)> done) {
-  make_sheets(*page(), QPageLayout(QPageSize(QPageSize::A4), QPageLayout::Portrait, QMarginsF()),
-              [path, done = std::move(done)](const QByteArray& pdf) {
-                QSaveFile file(path);
-                done(!pdf.isEmpty() && file.open(QIODevice::WriteOnly) && file.write(pdf) == pdf.size() &&
-                     file.commit());
-              });
+  PrintOrder order;
+  order.file = path;
+  order.layout = page_setup().layout;
+  d_->print(order, std::move(done));
+}
+
+void WebView::make_pdf(std::function<void(const QByteArray&)> done) {
+  const PageSetup setup = page_setup();
+  make_sheets(*page(), layout_with_lines(setup),
+              [setup, done = std::move(done)](const Sheets& sheets) { done(finished_pdf(sheets, setup)); });
 }
 
 }  // namespace tvx::qt

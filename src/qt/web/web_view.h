@@ -6,11 +6,15 @@
 #include "tvx/browser/view/view.h"
 #include "tvx/platform/message_loop.h"
 
+class QByteArray;
 class QPoint;
+class QString;
 class QWidget;
 class QWebEnginePage;
 
 namespace tvx::qt {
+
+struct PageSetup;
 
 /// The view in Chromium, in a process of its own. Keys and input methods never reach it; mouse events do,
 /// and the page tells what it made of them. Every message to the receiver comes from a task of the loop.
@@ -45,9 +49,15 @@ class WebView final : public browser::View {
   void scroll_to(int x, int y) override;
   /// Brings an element to the window's top. Nothing happens to one that the page doesn't know.
   void scroll_into_view(dom::NodeId element, bool at_top) override;
+  /// To a printer or, with a dialog, into a file as well. What goes wrong is told to the user. It goes on if
+  /// the view goes meanwhile: `done` must do without that.
   void print(bool with_dialog, std::function<void(bool)> done) override;
-  /// Into a PDF file, which is written even if the view goes meanwhile: `done` must do without it.
+  /// Into a PDF file, and into a PDF; as before. An empty one: it couldn't be made.
   void print_into(const QString& path, std::function<void(bool)> done);
+  void make_pdf(std::function<void(const QByteArray&)> done);
+  /// How the page stands on paper.
+  void set_page_setup(const PageSetup& setup);
+  const PageSetup& page_setup() const;
   /// How much of it something else covers, from its upper and its lower edge on: what is selected is scrolled
   /// into the rest.
   void set_covered(int top, int bottom);

@@ -7,6 +7,7 @@
 #include <QWebEngineView>
 #include <deque>
 
+#include "tvx/page_setup.h"
 #include "tvx/qt/support/clipboard.h"
 #include "tvx/qt/web/watchdog.h"
 #include "tvx/qt/web/web_page.h"
@@ -18,6 +19,8 @@ class QPushButton;
 class QWebChannel;
 
 namespace tvx::qt {
+
+struct PrintOrder;
 
 /// The one thing that both sides of the web channel know: a slot up and a call down.
 class ViewBridge final : public QObject {
@@ -63,6 +66,8 @@ class WebView::Private final : public QObject {
   std::function<void(browser::ViewMessage)> receive_;
   int page_number_ = 0;
   double zoom_ = 1;
+  PageSetup setup_;
+  void print(const PrintOrder& order, std::function<void(bool)> done);
   bool dark_ = false;
   void show_dark();
   browser::InputContext context_;

@@ -137,7 +137,7 @@ class HTMLedWidget::Parts final : public platform::Container,
   void scroll_into_view(dom::Element& element) override { document_view_.scroll_into_view(element, true); }
   // A dialog can print into a file; who asks for none wants a printer, or has named the file.
   bool can_print() override {
-    return !print_file_.isEmpty() || !QPrinterInfo::availablePrinterNames().isEmpty() ||
+    return !print_file_.isEmpty() || pdf_wanted_ || !QPrinterInfo::availablePrinterNames().isEmpty() ||
            QGuiApplication::platformName() != QStringLiteral("offscreen");
   }
   void print(bool with_dialog) override;
@@ -217,8 +217,9 @@ class HTMLedWidget::Parts final : public platform::Container,
   std::optional<Panes> panes_;
   std::optional<HostBars> host_bars_;  // once somebody may listen
   QString print_file_;
-  std::optional<SplitView> split_;  // once it was wanted
-  double split_share_ = 0.5;        // before that
+  std::function<void(const QByteArray&)> pdf_wanted_;  // by make_pdf, in place of printing
+  std::optional<SplitView> split_;                     // once it was wanted
+  double split_share_ = 0.5;                           // before that
   CodeViewFace& code_face() { return *code_; }
   void for_each_code(const std::function<void(CodeViewFace&)>& act) {
     act(*code_);
@@ -284,21 +285,23 @@ class HTMLedWidget::Parts final : public platform::Container,
 };
 
 // What is printed is what the view shows, so it must have been told of everything: the border of the current
-// element came off just now.
+// element came off just now. A file is written even if the widget goes meanwhile: its parts stay as long.
 void HTMLedWidget::Parts::print(bool with_dialog) {
-  constexpr std::int64_t longest_wait = 5000;
+  constexpr std::int64_t longest_wait = 30'000;
   const auto alive = control_;
+  const QString file = print_file_;
   const std::int64_t end = loop_.now() + longest_wait;
   while (!document_view_.settled() && loop_.now() < end) loop_.pump(5);
-  if (!widget_) return;
-  if (with_dialog || print_file_.isEmpty()) {
+  if (!widget_ && (with_dialog || pdf_wanted_ || file.isEmpty())) return;
+  if (pdf_wanted_) return view_.make_pdf(std::exchange(pdf_wanted_, nullptr));
+  if (with_dialog || file.isEmpty()) {
     if (!with_dialog && QPrinterInfo::defaultPrinter().isNull())
       throw RuntimeError(errors::invalid_call, u"There is no printer");
-    return view_.print(with_dialog, [this](bool done) {
-      if (widget_) emit widget_->print_finished(done);
+    return view_.print(with_dialog, [widget = widget_](bool done) {
+      if (widget) emit widget->print_finished(done);
     });
   }
-  view_.print_into(print_file_, [widget = widget_](bool done) {
+  view_.print_into(file, [widget = widget_](bool done) {
     if (widget) emit widget->print_finished(done);
   });
 }
@@ -419,6 +422,20 @@ QString HTMLedWidget::waiting_source() const {
 
 void HTMLedWidget::set_design_mode(bool on) { parts_->design_mode_ = on; }
 void HTMLedWidget::set_print_file(const QString& path) { parts_->print_file_ = path; }
+void HTMLedWidget::set_page_setup(const PageSetup& setup) { parts_->view_.set_page_setup(setup); }
+PageSetup HTMLedWidget::page_setup() const { return parts_->view_.page_setup(); }
+
+// On the way of printing, which takes what is for the screen alone from the page.
+void HTMLedWidget::make_pdf(std::function<void(const QByteArray&)> done) {
+  const auto parts = parts_;
+  parts->pdf_wanted_ = [widget = QPointer(this), done](const QByteArray& pdf) {
+    if (widget) done(pdf);
+  };
+  control().print_Document(true);
+  if (!std::exchange(parts->pdf_wanted_, nullptr)) return;
+  QTimer::singleShot(0, this, [done] { done({}); });
+}
+
 bool HTMLedWidget::started() const { return parts_->started_; }
 
 void HTMLedWidget::read_properties(const platform::PropertyBag& store) {

@@ -43,8 +43,11 @@ export const computedStyleMapOf = taken(Element.prototype, 'computedStyleMap');
 export const listenOn = taken(EventTarget.prototype, 'addEventListener');
 
 const inlineStyle = taken(HTMLElement.prototype, 'style');
+export const wordsOf = taken(HTMLElement.prototype, 'innerText');
+
 const getRoot = taken(Document.prototype, 'documentElement');
 const getBody = taken(Document.prototype, 'body');
+const getTitle = taken(Document.prototype, 'title');
 const createElement = taken(Document.prototype, 'createElement');
 const createElementNS = taken(Document.prototype, 'createElementNS');
 const createTextNode = taken(Document.prototype, 'createTextNode');
@@ -57,6 +60,7 @@ const caretRangeFromPoint = taken(Document.prototype, 'caretRangeFromPoint');
 
 export const root = () => getRoot(document);
 export const body = () => getBody(document);
+export const titleOfPage = () => getTitle(document);
 export const styleSheets = () => getStyleSheets(document);
 export const newElement = (name) => createElement(document, name);
 export const newElementIn = (space, name) => createElementNS(document, space, name);

@@ -15,6 +15,14 @@ const highlights = typeof Highlight === 'function' && CSS.highlights ? NAMES.map
   return highlight;
 }) : [];
 
+/// On paper there are none: the engine draws a text with a highlight twice, whatever that looks like.
+export function registerMarks(areSeen) {
+  highlights.forEach((highlight, kind) => {
+    if (areSeen) CSS.highlights.set(NAMES[kind], highlight);
+    else CSS.highlights.delete(NAMES[kind]);
+  });
+}
+
 const rangesOf = highlights.map(() => new Map());  // of a text
 const hasMarks = () => rangesOf.some((ranges) => ranges.size > 0);
 

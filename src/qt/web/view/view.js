@@ -15,6 +15,7 @@ import { paintFarRoomsApart, paintWaitingRooms } from './far_rooms.js';
 import { lineAround } from './lines.js';
 import { listenToMouse } from './mouse.js';
 import { mark, markedTexts } from './marks.js';
+import { markForPaper, unmarkForPaper } from './paper.js';
 import { nodes, state } from './state.js';
 import { allowRooms, listenToStyles, roomCounts } from './rooms.js';
 import { scrollIntoView } from './dom.js';
@@ -63,7 +64,7 @@ const commands = {
 
 /// For who looks from outside of this script, in this world alone.
 const view = { drawn: drawnBoxes, marked: (kind = 0) => markedTexts(kind), rooms: roomCounts, allowRooms, lineAround,
-  longestStall: 0 };
+  longestStall: 0, markForPaper, unmarkForPaper };
 
 /// What one command fails at is told, and keeps no other from being followed.
 function follow(command, rest) {

@@ -11,35 +11,13 @@
 #include <QWebEnginePage>
 
 #include "qt/modal_user.h"
-#include "tvx/browser/view/document_view.h"
-#include "tvx/core/htmled.h"
-#include "tvx/htmled_widget.h"
-#include "tvx/qt/support/message_loop.h"
+#include "qt/print/paper.h"
 #include "tvx/qt/web/web_view.h"
 
 namespace tvx::qt {
 namespace {
 
-class Printing : public testing::Test {
- protected:
-  Printing() : widget_(std::make_unique<HTMLedWidget>(loop_)) {}
-
-  void show(const QString& html) {
-    widget_->show();
-    widget_->set_DocumentHTML(html);
-  }
-  bool settle() {
-    return wait_for([&] { return widget_->document_view().settled(); });
-  }
-  bool wait_for(const std::function<bool()>& condition) {
-    const std::int64_t end = loop_.now() + 20'000;
-    while (!condition() && loop_.now() < end) loop_.pump(20);
-    return condition();
-  }
-
-  MessageLoop loop_;
-  std::unique_ptr<HTMLedWidget> widget_;
-};
+using Printing = Paper;
 
 TEST_F(Printing, PrintsIntoAPdfOfSeveralPagesWithoutTheBorder) {
   const QTemporaryDir folder;
@@ -62,13 +40,7 @@ TEST_F(Printing, PrintsIntoAPdfOfSeveralPagesWithoutTheBorder) {
   EXPECT_TRUE(printed.at(0).at(0).toBool());
   EXPECT_EQ(widget_->control().allHTML().find(u"border"), std::u16string::npos);
 
-  QFile file(path);
-  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-  const QByteArray pdf = file.readAll();
-  EXPECT_TRUE(pdf.startsWith("%PDF-"));
-  EXPECT_TRUE(pdf.trimmed().endsWith("%%EOF"));
-  const int pages = int(pdf.count("/Type /Page\n") + pdf.count("/Type /Page/") + pdf.count("/Type /Page "));
-  EXPECT_GE(pages, 3) << "200 paragraphs fill more than two sheets";
+  EXPECT_GE(sheets_of(path), 3) << "200 paragraphs fill more than two sheets";
 }
 
 // The engine would take the program with it.
