@@ -17,6 +17,7 @@
 #include "htmled/format/format_bar.h"
 #include "htmled/menus/commands.h"
 #include "htmled/menus/view_choices.h"
+#include "htmled/print/kept_page_setup.h"
 #include "htmled/publish_dialog.h"
 #include "htmled/recent_files.h"
 #include "htmled/source_tools.h"
@@ -60,6 +61,7 @@ DocumentPage* Window::new_page() {
   auto* page = new DocumentPage({loop_, substitutes_, kept_pages_});
   connect(page, &DocumentPage::title_changed, this, [this, page] {
     if (page == front_) show_title();
+    apply_page_setup();
   });
   connect(page, &DocumentPage::said, this, &Window::say);
   connect(page, &DocumentPage::told, this, &Window::tell);
@@ -101,11 +103,21 @@ void Window::set_up_editor(qt::HTMLedWidget& editor) {
   set_up_writing(editor);
   new SourceTools(editor);
   view_choices::apply(editor);
+  apply_page_setup();
   if (remembers_) editor.set_zoom(kept_zoom());
   connect(&editor, &qt::HTMLedWidget::zoomChanged, this, &Window::keep_zoom);
   connect(&editor, &qt::HTMLedWidget::splitShareChanged, this, &Window::keep_split_share);
   if (const Language* language = languages_.find(languages_.spoken()))
     editor.set_LocalizationFile(language->file);
+}
+
+void Window::apply_page_setup() const {
+  qt::PageSetup setup = kept_page_setup();
+  for (const DocumentPage* page : tabs_->pages()) {
+    if (!page->editor()) continue;
+    setup.file_name = page->name();
+    page->editor()->set_page_setup(setup);
+  }
 }
 
 // --- menus and their words ---

@@ -98,6 +98,8 @@ class Window final : public QMainWindow {
   void fill_language_menu(QMenu& menu);
   void fill_spelling_languages(QMenu& menu);
   void for_each_editor(const std::function<void(qt::HTMLedWidget&)>& act) const;
+  /// All documents stand on paper as the program keeps it.
+  void apply_page_setup() const;
   /// Whether the page stands in that file now.
   void say_exported(const QString& path, bool done);
   /// Uploads the document's local images. Without an account the user is asked for one first.

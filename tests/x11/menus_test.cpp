@@ -51,6 +51,8 @@ constexpr Row rows[] = {
     {"save-template", Effect::Dialog},
     {"preferences", Effect::Dialog},
     {"export-pdf", Effect::Dialog},
+    {"page-setup", Effect::Dialog},
+    {"print-preview", Effect::Dialog},
     {"Print", Effect::Dialog},
     {"publish", Effect::Dialog},
     {"Cut", Effect::Document},

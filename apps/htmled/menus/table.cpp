@@ -8,10 +8,11 @@
 #include "htmled/menus/class_menu.h"
 #include "htmled/menus/commands.h"
 #include "htmled/menus/keys_dialog.h"
-#include "htmled/menus/pdf_export.h"
 #include "htmled/menus/special_characters.h"
 #include "htmled/menus/view_choices.h"
 #include "htmled/preferences/preferences_dialog.h"
+#include "htmled/print/pdf_export.h"
+#include "htmled/print/preview_dialog.h"
 #include "htmled/recent_files.h"
 #include "htmled/source_tools.h"
 #include "htmled/window.h"
@@ -101,7 +102,11 @@ constexpr Command rows[] = {
      [](Window& w) { return w.front().is_modified() ? nullptr : QT_TR_NOOP("Nothing has been changed"); }},
     line(),
     {Kind::Own, QT_TR_NOOP("&Export as PDF…"), "export-pdf", nullptr, "document-export",
-     [](Window& w) { ask_and_export_pdf(w); }},
+     [](Window& w) { ask_and_export_pdf(w, &w); }},
+    {Kind::Own, QT_TR_NOOP("Pa&ge Setup…"), "page-setup", nullptr, "document-page-setup",
+     [](Window& w) { ask_page_setup(w, &w); }},
+    {Kind::Own, QT_TR_NOOP("Print Previe&w…"), "print-preview", "Ctrl+Shift+P", "document-print-preview",
+     [](Window& w) { open_preview(w); }},
     editors("Print"),
     line(),
     {Kind::Own, QT_TR_NOOP("Page Proper&ties…"), "page-properties", "Alt+Return", "document-properties",
