@@ -10,6 +10,16 @@ fail() { echo "$1"; status=1; }
 
 desktop-file-validate "$desktop"/*.desktop || fail "the desktop entry isn't valid"
 appstreamcli validate --no-net --no-color "$desktop"/*.metainfo.xml || fail "the catalogue data aren't valid"
+# With the address of the pictures it has screenshots, each of them a picture that there is.
+with_pictures=$(mktemp --suffix=.metainfo.xml)
+trap 'rm -f "$with_pictures"' EXIT
+cmake -DFROM="$desktop/org.tvxhtml.htmled.metainfo.xml" -DTO="$with_pictures" -DADDRESS=https://example.org/images \
+  -P "$desktop/metainfo.cmake"
+appstreamcli validate --no-net --no-color "$with_pictures" || fail "the catalogue data with screenshots aren't valid"
+pictures=$(grep -oP '(?<=https://example.org/images/)[^<]+' "$with_pictures") || fail "there are no screenshots"
+for picture in $pictures; do
+  [ -f "$1/docs/images/$picture" ] || fail "$picture isn't there"
+done
 for page in htmled htmled-cli; do
   found=$(mandoc -Tlint -W warning "$desktop/$page.1") || true
   [ -z "$found" ] || fail "$found"

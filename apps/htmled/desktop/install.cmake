@@ -1,7 +1,11 @@
 # What a desktop knows a program by: its entry, icon and catalogue data, man pages and completion.
 set(desktop ${CMAKE_CURRENT_LIST_DIR})
 install(FILES ${desktop}/org.tvxhtml.htmled.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications COMPONENT programs)
-install(FILES ${desktop}/org.tvxhtml.htmled.metainfo.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo COMPONENT programs)
+set(TVX_PICTURES_ADDRESS "" CACHE STRING "Where docs/images is on the web: the catalogue data name screenshots there")
+set(metainfo ${CMAKE_CURRENT_BINARY_DIR}/org.tvxhtml.htmled.metainfo.xml)
+execute_process(COMMAND ${CMAKE_COMMAND} -DFROM=${desktop}/org.tvxhtml.htmled.metainfo.xml -DTO=${metainfo}
+  -DADDRESS=${TVX_PICTURES_ADDRESS} -P ${desktop}/metainfo.cmake COMMAND_ERROR_IS_FATAL ANY)
+install(FILES ${metainfo} DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo COMPONENT programs)
 install(FILES ${desktop}/org.tvxhtml.htmled.svg DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps COMPONENT programs)
 foreach(program htmled htmled-cli)
   configure_file(${desktop}/${program}.1 ${CMAKE_CURRENT_BINARY_DIR}/${program}.1 COPYONLY)
