@@ -2,8 +2,7 @@
 
 #include <signal.h>
 
-#include <QElapsedTimer>
-#include <QFile>
+#include <QDir>
 #include <QTest>
 
 #include "x11/hands.h"
@@ -17,6 +16,11 @@ constexpr const char* program_file = TVX_BIN_DIR "/htmled";
 
 class PrintingOnScreen : public ManagedScreen {
  protected:
+  void SetUp() override {
+    // What an earlier test left unsaved would be asked about.
+    QDir(QString::fromLocal8Bit(qgetenv("XDG_STATE_HOME")) + QStringLiteral("/tvxHTML")).removeRecursively();
+    ManagedScreen::SetUp();
+  }
   /// A page that takes the engine a second or more to put on paper.
   void open_long_page() {
     QByteArray page = "<!DOCTYPE html>\n<title>t</title>\n";
