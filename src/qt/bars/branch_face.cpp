@@ -10,6 +10,7 @@
 #include <QPointer>
 #include <algorithm>
 
+#include "tvx/qt/support/accessible_words.h"
 #include "tvx/qt/support/strings.h"
 #include "tvx/qt/support/twips.h"
 
@@ -37,8 +38,8 @@ class Crumb final : public QAbstractButton {
   void show_state(const QString& caption, bool enabled, bool current) {
     setText(caption);
     setEnabled(enabled);
-    setAccessibleName(place_ == BranchFace::overflow ? BranchFace::tr("Outer elements")
-                                                     : BranchFace::tr("Element %1").arg(caption));
+    name_for_readers(*this, place_ == BranchFace::overflow ? BranchFace::tr("Outer elements")
+                                                           : BranchFace::tr("Element %1").arg(caption));
     setToolTip(place_ == BranchFace::overflow ? BranchFace::tr("Outer elements") : QString());
     current_ = current;
   }

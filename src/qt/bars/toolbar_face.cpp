@@ -9,6 +9,7 @@
 #include <cstdlib>
 
 #include "tvx/qt/bars/icon_set.h"
+#include "tvx/qt/support/accessible_words.h"
 #include "tvx/qt/support/strings.h"
 #include "tvx/qt/support/twips.h"
 #include "tvx/qt/support/words.h"
@@ -44,8 +45,10 @@ class ToolbarButton final : public QToolButton {
     const bool can_act = model.Enabled() && obstacle.isEmpty();
     setText(caption);
     setToolTip(tip.isEmpty() || obstacle.isEmpty() ? tip + obstacle : tip + u'\n' + obstacle);
-    setAccessibleDescription(obstacle);
-    setAccessibleName(!tip.isEmpty() ? tip : !caption.trimmed().isEmpty() ? caption : to_qt(model.Key()));
+    describe_for_readers(*this, obstacle);
+    name_for_readers(*this, !tip.isEmpty()                 ? tip
+                            : !caption.trimmed().isEmpty() ? caption
+                                                           : to_qt(model.Key()));
     if (hasFocus() && !can_act) bar_->pass_focus_on(index_);
     setEnabled(can_act);
     // Only those that have ever been pressed in present themselves as switches to assistive programs.

@@ -80,12 +80,15 @@ PageReading::~PageReading() {
   if (pages().empty()) QAccessible::removeFactory(make_interface);
 }
 
-void PageReading::accessibilityActiveChanged(bool active) { active ? start() : stop(); }
+void PageReading::accessibilityActiveChanged(bool active) {
+  active_ = active;
+  active ? start() : stop();
+}
 
 void PageReading::show(const std::shared_ptr<browser::HTMLDocument>& document) {
   stop();
   document_ = document;
-  if (QAccessible::isActive()) start();
+  if (active_) start();
 }
 
 void PageReading::start() {
@@ -140,7 +143,7 @@ void PageReading::claim_widgets() {
 }
 
 bool PageReading::eventFilter(QObject* watched, QEvent* event) {
-  if (event->type() == QEvent::ChildAdded && QAccessible::isActive()) schedule();
+  if (event->type() == QEvent::ChildAdded && active_) schedule();
   return QObject::eventFilter(watched, event);
 }
 
@@ -211,7 +214,7 @@ void PageReading::cover_changed() {
 
 void PageReading::tell() {
   scheduled_ = false;
-  if (!tree_ || !QAccessible::isActive() || !root()) return;
+  if (!tree_ || !active_ || !root()) return;
   if (dom::Element* body = tree_->root()) tree_->follow(*body);
   const QString title = to_qt(document_->title());
   if (std::exchange(told_title_, title) != title) {

@@ -106,6 +106,7 @@ class PageReading final : public QObject,
   const dom::Element* grid_of_ = nullptr;  // only compared
   std::uint64_t grid_version_ = 0;
   CaretLine line_{around_.view, around_.loop};
+  bool active_ = QAccessible::isActive();  // a reading program is there
   bool scheduled_ = false;
   // What was told last.
   editing::AccessibleTree::Place told_caret_;  // the element is only compared
