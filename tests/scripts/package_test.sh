@@ -30,12 +30,14 @@ for name in $all; do
 done
 twice=$(sort "$work/files" | uniq -d)
 [ -z "$twice" ] || fail "in two packages: $twice"
-for file in bin/htmled bin/htmled-cli share/tvxhtml/languages share/tvxhtml/templates/letter.html lib/libtvxhtml-core.so.1 lib/libtvxhtml-widget.so.1 lib/libtvxHTML.so.1 \
+for file in bin/htmled bin/htmled-cli share/tvxhtml/languages share/tvxhtml/templates/letter.html share/tvxhtml/tour.html lib/libtvxhtml-core.so.1 lib/libtvxhtml-widget.so.1 lib/libtvxHTML.so.1 \
   lib/tvxhtml/window.so lib/libtvxHTML.so share/tvxHTML/classes include/tvx/tvxhtml.h lib/python3/dist-packages/tvxhtml/__init__.pyi \
   include/tvx/htmled_widget.h lib/libtvxhtml-widget.so lib/pkgconfig/tvxhtml-widget.pc share/doc/libtvxhtml1/copyright \
   "lib/$(c++ -print-multiarch)/qt6/plugins/designer/libtvxhtml-designer.so"; do
   [ -e "$work/root/usr/$file" ] || fail "in no package: $file"
 done
+
+"$tree/scripts/check-links" "$work/root/usr/share/tvxhtml/handbook" || fail "the handbook is installed without all of its pages and pictures"
 
 QT_QPA_PLATFORM=offscreen "$work/root/usr/bin/htmled" --version | grep -q '^htmled ' || fail "htmled doesn't run"
 # Who has libtvxhtml-dev alone has no headers of what the library is made with.

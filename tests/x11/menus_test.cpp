@@ -138,6 +138,7 @@ constexpr Row rows[] = {
     {"waves", Effect::View},
     {"auto-format", Effect::View},
     {"page-properties", Effect::Dialog},
+    {"handbook", Effect::Window},
     {"keys", Effect::Dialog},
     {"about", Effect::Dialog},
 };
@@ -145,7 +146,8 @@ constexpr Row rows[] = {
 /// Those that tests of their own press, and the menus that are filled anew each time.
 const std::set<std::string> pressed_elsewhere = {
     "go-to-line", "split-view", "new",  "recent", "reopen",   "save",  "revert",    "upload",
-    "close",      "quit",       "Undo", "Redo",   "language", "class", "new-table", "spelling-language"};
+    "close",      "quit",       "Undo", "Redo",   "language", "class", "new-table", "spelling-language",
+    "tour"};
 
 class MenusOnScreen : public EditorOnScreen {
  protected:

@@ -4,6 +4,8 @@
 #include "htmled/find_bar.h"
 #include "htmled/format/format_bar.h"
 #include "htmled/format/table_grid.h"
+#include "htmled/help/handbook.h"
+#include "htmled/help/tour.h"
 #include "htmled/menus/about.h"
 #include "htmled/menus/class_menu.h"
 #include "htmled/menus/commands.h"
@@ -276,7 +278,10 @@ constexpr Command rows[] = {
     end(),
 
     menu(QT_TR_NOOP("&Help"), "help"),
-    {Kind::Own, QT_TR_NOOP("&Keys"), "keys", "F1", "help-contents",
+    {Kind::Own, QT_TR_NOOP("Hand&book"), "handbook", "F1", nullptr, [](Window& w) { open_handbook(w); }},
+    {Kind::Own, QT_TR_NOOP("&Tour"), "tour", nullptr, nullptr, [](Window& w) { open_tour(w); }},
+    line(),
+    {Kind::Own, QT_TR_NOOP("&Keys"), "keys", "Shift+F1", "help-contents",
      [](Window& w) { KeysDialog(w.commands(), &w).exec(); }},
     {Kind::Own, QT_TR_NOOP("&About HTMLed"), "about", nullptr, "help-about",
      [](Window& w) { show_about(w); }},
