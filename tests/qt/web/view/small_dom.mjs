@@ -99,6 +99,9 @@ class Element extends Node {
   get attributes() { return [...this.#attributes]; }
 }
 class HTMLElement extends Element {
+  get innerText() {
+    return Array.from(childNodes(this), (child) => child.innerText ?? child.data ?? '').join('');
+  }
   get style() { return super.style; }
 }
 
@@ -119,6 +122,7 @@ class Document extends Node {
   get documentElement() { return this.childNodes.find((node) => node instanceof Element) || null; }
   get body() { return this.documentElement.childNodes.find((node) => node.nodeName === 'BODY') || null; }
   get styleSheets() { return []; }
+  get title() { return ''; }
   createElement(name) { return new HTMLElement(name.toUpperCase()); }
   createElementNS(space, name) { return new Element(name); }
   createTextNode(text) { return new Text(text); }
