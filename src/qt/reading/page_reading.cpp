@@ -82,7 +82,9 @@ PageReading::~PageReading() {
 
 void PageReading::accessibilityActiveChanged(bool active) {
   active_ = active;
-  active ? start() : stop();
+  if (!active) return stop();
+  start();
+  claim_widgets();
 }
 
 void PageReading::show(const std::shared_ptr<browser::HTMLDocument>& document) {
@@ -143,7 +145,7 @@ void PageReading::claim_widgets() {
 }
 
 bool PageReading::eventFilter(QObject* watched, QEvent* event) {
-  if (event->type() == QEvent::ChildAdded && active_) schedule();
+  if (event->type() == QEvent::ChildAdded) schedule();
   return QObject::eventFilter(watched, event);
 }
 
@@ -214,6 +216,7 @@ void PageReading::cover_changed() {
 
 void PageReading::tell() {
   scheduled_ = false;
+  be_asked_first();
   if (!tree_ || !active_ || !root()) return;
   if (dom::Element* body = tree_->root()) tree_->follow(*body);
   const QString title = to_qt(document_->title());
