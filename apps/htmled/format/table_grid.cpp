@@ -7,6 +7,7 @@
 #include <QPainter>
 #include <algorithm>
 
+#include "htmled/counted.h"
 #include "htmled/window.h"
 #include "tvx/htmled_widget.h"
 
@@ -56,8 +57,10 @@ void TableGrid::paintEvent(QPaintEvent*) {
   painter.setPen(colours.color(QPalette::WindowText));
   const QRect words(margin, margin + most_rows * (cell + gap), width() - 2 * margin, fontMetrics().height());
   painter.drawText(words, Qt::AlignCenter,
-                   rows_ > 0 && columns_ > 0 ? tr("%1 rows, %2 columns").arg(rows_).arg(columns_)
-                                             : tr("Draw the table's size"));
+                   rows_ > 0 && columns_ > 0
+                       ? tr("%1, %2").arg(counted(tr("%1 row|%1 rows"), qulonglong(rows_)),
+                                          counted(tr("%1 column|%1 columns"), qulonglong(columns_)))
+                       : tr("Draw the table's size"));
 }
 
 void TableGrid::mouseMoveEvent(QMouseEvent* event) {

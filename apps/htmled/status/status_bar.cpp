@@ -6,6 +6,7 @@
 #include <QToolButton>
 #include <cmath>
 
+#include "htmled/counted.h"
 #include "htmled/language_names.h"
 #include "tvx/htmled_widget.h"
 #include "tvx/qt/support/strings.h"
@@ -31,6 +32,13 @@ QString name_of(const std::string& charset) { return QString::fromStdString(char
 
 QString percent(double factor) {
   return QLocale().toString(std::lround(factor * 100)) + QStringLiteral(" %");
+}
+
+/// "1 of 30 words"; which form it is depends on all of them.
+QString part_of(const QString& forms, std::size_t some, std::size_t all) {
+  return form_for(forms, all)
+      .replace(QStringLiteral("%1"), QLocale().toString(qulonglong(some)))
+      .replace(QStringLiteral("%2"), QLocale().toString(qulonglong(all)));
 }
 
 void add_choice(QMenu& menu, const QString& text, bool chosen, const std::function<void()>& act) {
@@ -113,15 +121,16 @@ void StatusBar::show_words() {
 }
 
 void StatusBar::show_counts() {
-  const QLocale locale;
-  const auto number = [&](std::size_t count) { return locale.toString(qulonglong(count)); };
   const editing::TextCount& all = counts_.of_document();
-  if (const auto& some = counts_.of_selection())
-    text_->setText(
-        tr("%1 of %2 words, %3 of %4 characters")
-            .arg(number(some->words), number(all.words), number(some->characters), number(all.characters)));
-  else
-    text_->setText(tr("%1 words, %2 characters").arg(number(all.words), number(all.characters)));
+  QString words, characters;
+  if (const auto& some = counts_.of_selection()) {
+    words = part_of(tr("%1 of %2 word|%1 of %2 words"), some->words, all.words);
+    characters = part_of(tr("%1 of %2 character|%1 of %2 characters"), some->characters, all.characters);
+  } else {
+    words = counted(tr("%1 word|%1 words"), all.words);
+    characters = counted(tr("%1 character|%1 characters"), all.characters);
+  }
+  text_->setText(tr("%1, %2").arg(words, characters));
 }
 
 void StatusBar::show_zoom(double factor) {

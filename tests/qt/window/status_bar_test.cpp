@@ -69,7 +69,7 @@ TEST_F(StatusBarTest, CountsTheDocumentAndTheSelection) {
   document.select([&](editing::Selection& selection) { selection.collapse({document.body(), 0}); });
   dom::set_inner_html(*document.body(), u"<p>four");
   emit window_.editor().property_changed(QStringLiteral("DocumentHTML"));
-  EXPECT_TRUE(wait_for([&] { return counts() == "1 words, 4 characters"; })) << counts();
+  EXPECT_TRUE(wait_for([&] { return counts() == "1 word, 4 characters"; })) << counts();
 }
 
 TEST_F(StatusBarTest, ChangesTheCharacterSetInFileAndPage) {
