@@ -24,6 +24,10 @@ namespace {
 
 constexpr double zoom_step = 1.25;
 
+QString with_keys(const QString& tip, const QKeySequence& keys) {
+  return keys.isEmpty() ? tip : QStringLiteral("%1 (%2)").arg(tip, keys.toString(QKeySequence::NativeText));
+}
+
 }  // namespace
 
 // A child of the editor: what the editor asks for, a printer above all, then stands over the preview.
@@ -49,9 +53,7 @@ QAction* PreviewDialog::add(QToolBar& bar, const QString& text, const char* name
   QAction* action = bar.addAction(text);
   action->setObjectName(QString::fromLatin1(name));
   action->setShortcut(keys);
-  QString tip = action->iconText();
-  if (!keys.isEmpty()) tip += QStringLiteral(" (%1)").arg(keys.toString(QKeySequence::NativeText));
-  action->setToolTip(tip);
+  action->setToolTip(with_keys(action->iconText(), keys));
   return action;
 }
 
@@ -97,7 +99,7 @@ void PreviewDialog::add_turning(QToolBar& bar) {
 void PreviewDialog::add_zoom(QToolBar& bar) {
   const auto by = [this](double step) { return [this, step] { sheets_->set_zoom(sheets_->zoom() * step); }; };
   QAction* smaller = add(bar, QStringLiteral("−"), "smaller", QKeySequence(Qt::CTRL | Qt::Key_Minus));
-  smaller->setToolTip(tr("Zoom out"));
+  smaller->setToolTip(with_keys(tr("Zoom out"), smaller->shortcut()));
   connect(smaller, &QAction::triggered, this, by(1 / zoom_step));
   zoom_ = new QLabel;
   zoom_->setObjectName(QStringLiteral("zoom"));
@@ -105,7 +107,7 @@ void PreviewDialog::add_zoom(QToolBar& bar) {
   zoom_->setMinimumWidth(zoom_->fontMetrics().horizontalAdvance(QStringLiteral("1000 %")));
   bar.addWidget(zoom_);
   QAction* larger = add(bar, QStringLiteral("+"), "larger", QKeySequence(Qt::CTRL | Qt::Key_Plus));
-  larger->setToolTip(tr("Zoom in"));
+  larger->setToolTip(with_keys(tr("Zoom in"), larger->shortcut()));
   connect(larger, &QAction::triggered, this, by(zoom_step));
   const auto fit = [this](SheetsView::Fit how) { return [this, how] { sheets_->set_fit(how); }; };
   whole_ = add(bar, tr("&Whole page"), "whole");

@@ -2,9 +2,11 @@
 
 #include <QCoreApplication>
 #include <QEvent>
+#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QToolButton>
+#include <QToolTip>
 #include <algorithm>
 #include <cstdlib>
 
@@ -59,6 +61,13 @@ class ToolbarButton final : public QToolButton {
  private:
   // The model alone says what looks pressed in.
   void nextCheckState() override {}
+
+  bool event(QEvent* event) override {
+    if (event->type() != QEvent::ToolTip || toolTip().isEmpty()) return QToolButton::event(event);
+    QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), bar_->tip_with_keys(index_, toolTip()),
+                       this);
+    return true;
+  }
 
   void keyPressEvent(QKeyEvent* event) override {
     using Step = ToolbarFace::Step;
@@ -294,6 +303,16 @@ platform::ButtonPlace ToolbarFace::place_of(const platform::Button& button) cons
   const QWidget* widget = button_widget(button.Index());
   return widget ? platform::ButtonPlace{to_twips(widget->x()), to_twips(widget->y())}
                 : platform::ButtonPlace{};
+}
+
+// What keeps the button from acting has a line of its own.
+QString ToolbarFace::tip_with_keys(int index, const QString& tip) const {
+  if (!keys_ || index > model_.Count() || model_.Item(index).ToolTipText().empty()) return tip;
+  const QKeySequence keys = keys_(model_.Item(index));
+  if (keys.isEmpty()) return tip;
+  const qsizetype line = tip.indexOf(u'\n'), end = line < 0 ? tip.size() : line;
+  return QStringLiteral("%1 (%2)").arg(tip.first(end), keys.toString(QKeySequence::NativeText)) +
+         tip.sliced(end);
 }
 
 // --- pressing and walking ---

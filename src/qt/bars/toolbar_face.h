@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QKeySequence>
 #include <QRect>
 #include <QWidget>
 #include <functional>
@@ -26,6 +27,10 @@ class ToolbarFace final : public QWidget, private platform::ToolbarObserver {
 
   /// Where the focus goes on Escape: most likely the document.
   void set_on_leave(std::function<void()> leave) { leave_ = std::move(leave); }
+
+  /// Tool tips end with these keys, as they are when the tool tip comes. The model's text stays without.
+  using Keys = std::function<QKeySequence(const platform::Button&)>;
+  void set_keys(Keys keys) { keys_ = std::move(keys); }
 
   /// Where the bar stands, and whether its holder shows.
   void show_in(const QRect& box, bool visible);
@@ -69,6 +74,7 @@ class ToolbarFace final : public QWidget, private platform::ToolbarObserver {
   void set_tab_stop(int index);
   bool can_take_focus(int index) const;
   void press(int index);
+  QString tip_with_keys(int index, const QString& tip) const;
   void pass_focus_on(int from);
   void walk(int from, Step step);
   platform::ButtonPlace place_of(const platform::Button& button) const;
@@ -82,6 +88,7 @@ class ToolbarFace final : public QWidget, private platform::ToolbarObserver {
   bool stale_ = false, holder_visible_ = true;
   mutable int measured_width_ = -1, measured_height_ = 0;
   std::function<void()> leave_;
+  Keys keys_;
 };
 
 }  // namespace tvx::qt

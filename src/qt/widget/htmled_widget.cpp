@@ -34,6 +34,7 @@
 #include "tvx/qt/support/strings.h"
 #include "tvx/qt/support/twips.h"
 #include "tvx/qt/web/web_view.h"
+#include "tvx/qt/widget/button_keys.h"
 #include "tvx/qt/widget/early_keys.h"
 #include "tvx/qt/widget/first_caret.h"
 #include "tvx/qt/widget/frame.h"
@@ -248,6 +249,9 @@ class HTMLedWidget::Parts final : public platform::Container,
   void make_faces() {
     toolbar1_ = new ToolbarFace(control_->Toolbar1(), widget_);
     toolbar2_ = new ToolbarFace(control_->Toolbar2(), widget_);
+    toolbar1_->set_keys([widget = widget_](const platform::Button& button) {
+      return widget ? keys_of_button(*widget, button.Key()) : QKeySequence();
+    });
     branch_ = new BranchFace(control_->tlbDOM(), widget_);
     code_ = new CodeViewFace(control_->txtCode(), widget_);
     code_->setObjectName(QStringLiteral("txtCode"));

@@ -4,9 +4,11 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMouseEvent>
+#include <QToolTip>
 #include <QVBoxLayout>
 
 #include "tvx/core/chrome/toolbars.h"
@@ -104,6 +106,35 @@ TEST_F(ToolbarFaces, IconsAreDrawnInTheColourOfTheText) {
   EXPECT_TRUE(has_colour(drawn, Qt::white));
   EXPECT_FALSE(has_colour(drawn, Qt::black));
   EXPECT_FALSE(has_colour(disabled, Qt::white));
+}
+
+/// What stands beside the mouse while it rests on a button.
+std::string tip_shown_at(QWidget& button) {
+  QToolTip::hideText();
+  QHelpEvent rests(QEvent::ToolTip, button.rect().center(), button.mapToGlobal(button.rect().center()));
+  QApplication::sendEvent(&button, &rests);
+  return QToolTip::text().toStdString();
+}
+
+TEST_F(ToolbarFaces, ToolTipsEndWithTheKeysOfTheirButtons) {
+  EXPECT_EQ(tip_shown_at(*widget(core::button_bold)), "Bold") << "nobody told any keys";
+  bar_.set_keys([](const Button& button) {
+    return button.Key() == u"Bold" || button.Key() == u"Undo" ? QKeySequence(QStringLiteral("Ctrl+B"))
+                                                              : QKeySequence();
+  });
+  EXPECT_EQ(tip_shown_at(*widget(core::button_bold)), "Bold (Ctrl+B)");
+  EXPECT_EQ(tip_shown_at(*widget(core::button_italic)), "Italic");
+  EXPECT_EQ(tools_.Toolbar1.Item(core::button_bold).ToolTipText(), u"Bold") << "for hosts, as it was";
+  tools_.Toolbar1.Item(core::button_undo).set_Obstacle(u"There is nothing to undo");
+  QApplication::processEvents();
+  EXPECT_EQ(tip_shown_at(*widget(core::button_undo)), "Undo (Ctrl+B)\nThere is nothing to undo");
+}
+
+TEST_F(ToolbarFaces, AButtonWithoutAToolTipShowsNoKeysEither) {
+  bar_.set_keys([](const Button&) { return QKeySequence(QStringLiteral("Ctrl+B")); });
+  tools_.Toolbar1.Item(core::button_bold).set_ToolTipText(u"");
+  QApplication::processEvents();
+  EXPECT_EQ(tip_shown_at(*widget(core::button_bold)), "");
 }
 
 TEST_F(ToolbarFaces, AClickPressesAndLeavesTheFocusWhereItWas) {

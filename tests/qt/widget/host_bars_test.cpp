@@ -7,6 +7,7 @@
 #include <QTest>
 #include <set>
 
+#include "tvx/base/strings.h"
 #include "tvx/browser/html_document.h"
 #include "tvx/browser/view/document_view.h"
 #include "tvx/core/actions.h"
@@ -16,6 +17,7 @@
 #include "tvx/qt/support/message_loop.h"
 #include "tvx/qt/support/strings.h"
 #include "tvx/qt/web/web_view.h"
+#include "tvx/qt/widget/button_keys.h"
 
 /// What the widget offers to programs that draw their own bars: actions that follow the document, news of it,
 /// and the selection's format.
@@ -103,6 +105,34 @@ TEST_F(HostBarsOf, ActionsFollowTheSelectionAndSayWhyTheyCantAct) {
   EXPECT_FALSE(bold->isChecked());
   EXPECT_FALSE(cut->isEnabled());
   EXPECT_EQ(cut->toolTip(), QStringLiteral("Cut (Ctrl+X)\nNothing is selected"));
+}
+
+TEST_F(HostBarsOf, ButtonsTellTheKeysThatAreValidNow) {
+  const auto keys = [&](std::u16string_view button) {
+    return keys_of_button(widget_, button).toString(QKeySequence::PortableText).toStdString();
+  };
+  EXPECT_EQ(keys(u"Bold"), "Ctrl+B") << "the page's own, without any action";
+  EXPECT_EQ(keys(u"toggle"), "") << "without its action nothing answers to F9";
+  QAction* source = widget_.action(Action::Source);
+  EXPECT_EQ(keys(u"toggle"), "F9");
+  source->setShortcut(QKeySequence(QStringLiteral("Ctrl+Shift+F9")));
+  EXPECT_EQ(keys(u"toggle"), "Ctrl+Shift+F9") << "the host's choice";
+  EXPECT_EQ(keys(u"a host's own"), "");
+}
+
+/// Each has its name among the actions: one that is written wrong would never show a key.
+TEST_F(HostBarsOf, ButtonsOfTheBarFindTheirActions) {
+  const QMetaEnum names = QMetaEnum::fromType<Action>();
+  for (int i = 0; i < names.keyCount(); ++i) widget_.action(Action(i));
+  std::string with_keys;
+  platform::Toolbar& bar = widget_.control().Toolbar1();
+  for (int i = 1; i <= bar.Count(); ++i)
+    if (const QKeySequence keys = keys_of_button(widget_, bar.Item(i).Key()); !keys.isEmpty())
+      with_keys += to_utf8(bar.Item(i).Key()) + "; ";
+  EXPECT_EQ(
+      with_keys,
+      "toggle; Print; Copy; Cut; Paste; Align Left; Center; Align Right; Bold; Italic; Underline; indent; "
+      "unindent; Spell Check; Undo; Redo; link; orderedlist; unorderedlist; ");
 }
 
 TEST_F(HostBarsOf, AnActionComesAfterWhatWasTypedBefore) {
