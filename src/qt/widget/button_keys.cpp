@@ -1,6 +1,7 @@
 #include "tvx/qt/widget/button_keys.h"
 
 #include <QAction>
+#include <QString>
 #include <QWidget>
 #include <algorithm>
 
@@ -48,8 +49,9 @@ QKeySequence keys_of_button(const QWidget& widget, std::u16string_view button) {
   const Row* row = std::ranges::find(rows, button, &Row::button);
   if (row == std::end(rows)) return {};
   const QString name = to_qt(row->action);
-  for (const QAction* action : widget.actions())
-    if (action->objectName() == name) return action->shortcut();
+  for (const QWidget* owner : {&widget, static_cast<const QWidget*>(widget.window())})
+    for (const QAction* action : owner->findChildren<QAction*>(Qt::FindDirectChildrenOnly))
+      if (action->objectName().compare(name, Qt::CaseInsensitive) == 0) return action->shortcut();
   return QKeySequence(QString::fromLatin1(row->of_page), QKeySequence::PortableText);
 }
 

@@ -120,6 +120,16 @@ TEST_F(HostBarsOf, ButtonsTellTheKeysThatAreValidNow) {
   EXPECT_EQ(keys(u"a host's own"), "");
 }
 
+TEST_F(HostBarsOf, ButtonsTellTheKeysOfTheWindowsOwnActions) {
+  QWidget window;
+  HTMLedWidget editor(loop_, &window);
+  EXPECT_TRUE(keys_of_button(editor, u"Spell Check").isEmpty());
+  QAction spelling(&window);
+  spelling.setObjectName(QStringLiteral("spelling"));
+  spelling.setShortcut(QKeySequence(QStringLiteral("F7")));
+  EXPECT_EQ(keys_of_button(editor, u"Spell Check"), QKeySequence(QStringLiteral("F7")));
+}
+
 /// Each has its name among the actions: one that is written wrong would never show a key.
 TEST_F(HostBarsOf, ButtonsOfTheBarFindTheirActions) {
   const QMetaEnum names = QMetaEnum::fromType<Action>();
