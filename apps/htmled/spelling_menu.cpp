@@ -47,7 +47,21 @@ void writing_choices::apply(qt::HTMLedWidget& editor) {
   editor.set_AutoFormat(is_on(Writing::AutoFormat));
 }
 
+const char* writing_choices::obstacle_to_spelling(bool has_dictionaries) {
+  return has_dictionaries ? nullptr : QT_TR_NOOP("No dictionary is installed");
+}
+
+const char* writing_choices::obstacle_to_spelling() {
+  return obstacle_to_spelling(!spelling::installed_dictionaries().empty());
+}
+
+void writing_choices::show_obstacle_to_spelling(qt::HTMLedWidget& editor, const char* obstacle) {
+  platform::Button& button = editor.control().Toolbar1().Item(u"Spell Check");
+  button.set_Obstacle(obstacle ? from_qt(QString::fromUtf8(obstacle)) : std::u16string());
+}
+
 void Window::set_up_writing(qt::HTMLedWidget& editor) const {
+  writing_choices::show_obstacle_to_spelling(editor, writing_choices::obstacle_to_spelling());
   editor.set_SpellingLanguage(settings().value(language_key).toString());
   writing_choices::apply(editor);
   // "Add Word" of the dialog writes where "Add to dictionary" of the menu does.

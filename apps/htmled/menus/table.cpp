@@ -270,7 +270,7 @@ constexpr Command rows[] = {
 
     menu(QT_TR_NOOP("&Tools"), "tools"),
     {Kind::Own, QT_TR_NOOP("&Spelling…"), "spelling", "F7", "tools-check-spelling",
-     [](Window& w) { w.check_spelling(); }},
+     [](Window& w) { w.check_spelling(); }, [](Window&) { return writing_choices::obstacle_to_spelling(); }},
     writing<Writing::Waves>(QT_TR_NOOP("Mark &wrong words while typing"), "waves"),
     writing<Writing::AutoFormat>(QT_TR_NOOP("&Format while typing"), "auto-format"),
     filled(QT_TR_NOOP("Spelling &language"), "spelling-language",
