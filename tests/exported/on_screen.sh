@@ -11,6 +11,8 @@ screen=$!
 trap 'kill "${manager:-}" "$screen" 2> /dev/null; wait; rm -rf "$folder"' EXIT
 read -r number < "$folder/display"
 export DISPLAY=:$number
+# The platform that the other tests ask for has no screen.
+unset QT_QPA_PLATFORM WAYLAND_DISPLAY
 # Its own first command: it manages windows by then, and none that comes is passed over.
 openbox --sm-disable --startup "touch $folder/managed" > "$folder/openbox.log" 2>&1 &
 manager=$!
