@@ -195,7 +195,8 @@ TEST_F(Tables, UpAndDownPassCellsOfSeveralRowsAndLeaveTablesWithin) {
   click(place_of("#a", 1));
   ASSERT_TRUE(frames("#a"));
   goes(Qt::Key_Down, "#x");
-  goes(Qt::Key_Up, "#a");
+  // Before a table that starts a cell one can write, too.
+  for (const char* to : {"#e", "#a"}) goes(Qt::Key_Up, to);
   click(place_of("#b", 1));
   for (const char* to : {"#d", "#f"}) goes(Qt::Key_Down, to);
   post_key(Qt::Key_Down);
