@@ -13,7 +13,7 @@ class Arguments:
     """What is passed to a call, and what it has left behind references. What was made for it goes with it."""
 
     def __init__(self, library, count):
-        self.library = library
+        self.tools = library
         self.count = count
         self.values = (_abi.Value * count)()
         self.referred = (_abi.Value * count)()
@@ -24,7 +24,7 @@ class Arguments:
             return self.fill(self.values[index], value)
         referred = self.referred[index]
         if isinstance(value, str):  # the callee takes it back
-            self.library.set_text(referred, value)
+            self.tools.set_text(referred, value)
         else:
             self.fill(referred, value)
         self.values[index].type = _abi.REFERENCE
@@ -59,12 +59,12 @@ class Arguments:
 
     def left(self, index, wrap):
         """What the call has left behind a reference."""
-        return value_of(self.library, self.referred[index], wrap)
+        return value_of(self.tools, self.referred[index], wrap)
 
     def free(self):
         for value in self.referred:
             if value.type == _abi.TEXT or value.type == _abi.OBJECT:
-                self.library.clear(value)
+                self.tools.clear(value)
 
 
 def value_of(library, value, wrap):

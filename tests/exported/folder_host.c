@@ -30,7 +30,7 @@ CASE(a_folder_is_an_object_with_entries) {
   CHECK(item.type == TVX_OBJECT && item.as.object);
   value = host_get(item.as.object, "Filename");
   CHECK(strcmp(host_utf8(&made, &value.as.text), "page.html") == 0);
-  made.library->functions->ClearValue(made.library, &value);
+  made.tools->functions->ClearValue(made.tools, &value);
   value = host_get(item.as.object, "FileSize");
   CHECK(value.type == TVX_INTEGER32 && value.as.integer32 == 11);
   value = host_get(item.as.object, "LastWriteTime");
@@ -40,8 +40,8 @@ CASE(a_folder_is_an_object_with_entries) {
   made.control->functions->Close(made.control);
   value = host_call(list.as.object, "count", NULL, 0); /* it is the host's */
   CHECK(value.as.integer32 == count.as.integer32);
-  made.library->functions->ClearValue(made.library, &item);
-  made.library->functions->ClearValue(made.library, &list);
+  made.tools->functions->ClearValue(made.tools, &item);
+  made.tools->functions->ClearValue(made.tools, &list);
   host_release(&made);
 }
 

@@ -28,7 +28,7 @@ host_control host_make(void) {
   factory->functions->Release(factory);
   CHECK(made.control->functions->QueryInterface(made.control, &tvx_id_dispatch, (void **)&made.members) == TVX_OK);
   CHECK(made.control->functions->QueryInterface(made.control, &tvx_id_events, (void **)&made.events) == TVX_OK);
-  CHECK(made.control->functions->QueryInterface(made.control, &tvx_id_library, (void **)&made.library) == TVX_OK);
+  CHECK(made.control->functions->QueryInterface(made.control, &tvx_id_library, (void **)&made.tools) == TVX_OK);
   return made;
 }
 
@@ -41,7 +41,7 @@ host_control host_start(void) {
 void host_release(host_control *made) {
   made->members->functions->Release(made->members);
   made->events->functions->Release(made->events);
-  made->library->functions->Release(made->library);
+  made->tools->functions->Release(made->tools);
   made->control->functions->Release(made->control);
   memset(made, 0, sizeof *made);
 }
@@ -122,7 +122,7 @@ tvx_value host_call(tvx_dispatch *object, const char *name, tvx_value *arguments
 
 const char *host_utf8(const host_control *made, const tvx_text *text) {
   static char buffer[65536];
-  CHECK(made->library->functions->TextToUTF8(made->library, text, buffer, sizeof buffer) < sizeof buffer);
+  CHECK(made->tools->functions->TextToUTF8(made->tools, text, buffer, sizeof buffer) < sizeof buffer);
   return buffer;
 }
 
@@ -131,7 +131,7 @@ const char *host_get_text(const host_control *made, const char *name) {
   const char *utf8;
   CHECK(value.type == TVX_TEXT);
   utf8 = host_utf8(made, &value.as.text);
-  made->library->functions->ClearValue(made->library, &value);
+  made->tools->functions->ClearValue(made->tools, &value);
   return utf8;
 }
 

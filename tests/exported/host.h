@@ -21,7 +21,7 @@ typedef struct host_control {
   tvx_control* control;
   tvx_dispatch* members;
   tvx_events* events;
-  tvx_library* library;
+  tvx_library* tools;
 } host_control;
 
 /* A case of a test program, which ends with cases.h. CMake finds cases by this line. */

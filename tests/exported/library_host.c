@@ -187,7 +187,7 @@ static void fill_a_cell(int row) {
   CHECK(tvx_create("tvxHTML.HTMLed", &tvx_id_control, (void **)&control) == TVX_OK);
   made.control = control;
   CHECK(control->functions->QueryInterface(control, &tvx_id_dispatch, (void **)&made.members) == TVX_OK);
-  CHECK(control->functions->QueryInterface(control, &tvx_id_library, (void **)&made.library) == TVX_OK);
+  CHECK(control->functions->QueryInterface(control, &tvx_id_library, (void **)&made.tools) == TVX_OK);
   CHECK(control->functions->QueryInterface(control, &tvx_id_events, (void **)&made.events) == TVX_OK);
   CHECK(control->functions->Show(control, TVX_OFF_SCREEN, 0, NULL) == TVX_OK);
   snprintf(html, sizeof html, "<p>cell %d", row);
@@ -271,7 +271,7 @@ static void *call_from_elsewhere(void *data) {
   CHECK(members->functions->Invoke(members, TVX_MEMBER_CleanUp, TVX_CALL, NULL, 0, &value, NULL) == TVX_WRONG_THREAD);
   CHECK(value.type == TVX_EMPTY);
   CHECK(made->control->functions->Show(made->control, TVX_OFF_SCREEN, 0, NULL) == TVX_WRONG_THREAD);
-  CHECK(made->library->functions->Pump(made->library, 0) == TVX_WRONG_THREAD);
+  CHECK(made->tools->functions->Pump(made->tools, 0) == TVX_WRONG_THREAD);
   return NULL;
 }
 
@@ -310,7 +310,7 @@ CASE(the_last_release_may_come_from_another_thread) {
   CHECK(made.events->functions->Advise(made.events, &sink.dispatch, &connection) == TVX_OK);
   in_thread(release_elsewhere, &made);
   CHECK(sink.references == 2); /* it ends in this thread */
-  CHECK(other.library->functions->Pump(other.library, 0) == TVX_OK);
+  CHECK(other.tools->functions->Pump(other.tools, 0) == TVX_OK);
   CHECK(sink.references == 1);
   host_release(&other);
 }
@@ -330,7 +330,7 @@ typedef struct cupboard {
   int16_t user_mode;
   int told;
   int reads, writes, kept;
-  tvx_library *library;
+  tvx_library *tools;
   char keys[100][64];
   tvx_value values[100];
 } cupboard;
@@ -365,11 +365,11 @@ static tvx_result store_read(tvx_store *self, const tvx_text *key, tvx_value *va
   ++all->reads;
   if (at == all->kept) return TVX_NOTHING;
   if (all->values[at].type != TVX_TEXT) {
-    all->library->functions->ClearValue(all->library, value);
+    all->tools->functions->ClearValue(all->tools, value);
     *value = all->values[at];
     return TVX_OK;
   }
-  return all->library->functions->SetText(all->library, value, all->values[at].as.text.characters,
+  return all->tools->functions->SetText(all->tools, value, all->values[at].as.text.characters,
                                           all->values[at].as.text.length);
 }
 
@@ -380,7 +380,7 @@ static tvx_result store_write(tvx_store *self, const tvx_text *key, const tvx_va
   CHECK(at == all->kept); /* each key once */
   if (is_default) return TVX_OK;
   if (value->type == TVX_TEXT)
-    CHECK(all->library->functions->SetText(all->library, &all->values[at], value->as.text.characters,
+    CHECK(all->tools->functions->SetText(all->tools, &all->values[at], value->as.text.characters,
                                            value->as.text.length) == TVX_OK);
   else
     all->values[at] = *value;
@@ -408,13 +408,13 @@ static void init_cupboard(cupboard *all, tvx_library *library) {
   all->container.functions = &container;
   all->user_mode = TVX_TRUE;
   all->references = 1;
-  all->library = library;
+  all->tools = library;
 }
 
 CASE(a_saved_control_is_read_back) {
   host_control first = host_start(), second = host_make();
   cupboard all;
-  init_cupboard(&all, first.library);
+  init_cupboard(&all, first.tools);
   host_set(first.members, "DocumentHTML", host_text("<p>kept</p>"));
   host_set(first.members, "FTPPort", host_number(2121));
   host_set(first.members, "relativeURLs", host_boolean(1));
@@ -434,7 +434,7 @@ CASE(a_saved_control_is_read_back) {
 CASE(a_container_hears_of_changed_properties) {
   host_control made = host_start();
   cupboard all;
-  init_cupboard(&all, made.library);
+  init_cupboard(&all, made.tools);
   CHECK(made.control->functions->SetContainer(made.control, &all.container) == TVX_OK && all.references == 2);
   host_set(made.members, "FTPUser", host_text("somebody"));
   CHECK(all.told == 1 && strcmp(all.keys[0], "FTPUser") == 0);
@@ -449,7 +449,7 @@ CASE(a_control_in_a_form_designer_never_starts) {
   cupboard all;
   tvx_value value = host_boolean(0);
   tvx_error error;
-  init_cupboard(&all, made.library);
+  init_cupboard(&all, made.tools);
   all.user_mode = TVX_FALSE;
   CHECK(made.control->functions->SetContainer(made.control, &all.container) == TVX_OK);
   CHECK(made.control->functions->Show(made.control, TVX_OFF_SCREEN, 0, NULL) == TVX_OK);
@@ -459,7 +459,7 @@ CASE(a_control_in_a_form_designer_never_starts) {
   host_set(made.members, "HighlightDOMSelection", value); /* 382 in a program */
   CHECK(host_invoke(made.members, "IsDirty", TVX_SET, &value, 1, NULL, &error) == TVX_EXCEPTION);
   CHECK(error.number == 387);
-  made.library->functions->FreeText(made.library, &error.text);
+  made.tools->functions->FreeText(made.tools, &error.text);
   host_release(&made);
 }
 

@@ -49,9 +49,9 @@ static void check_property(host_control *made, int32_t number, const char *name,
   if (value.type != TVX_OBJECT) { /* to the value that it has: taken, or refused with a number that says why */
     tvx_result result = made->members->functions->Invoke(made->members, number, TVX_SET, &value, 1, NULL, &error);
     CHECK(result == TVX_OK || (result == TVX_EXCEPTION && (error.number == 382 || error.number == 383)));
-    if (result != TVX_OK) made->library->functions->FreeText(made->library, &error.text);
+    if (result != TVX_OK) made->tools->functions->FreeText(made->tools, &error.text);
   }
-  made->library->functions->ClearValue(made->library, &value);
+  made->tools->functions->ClearValue(made->tools, &value);
 }
 
 static void check_operation(host_control *made, int32_t number, const char *name, const char *type, int count) {
@@ -63,7 +63,7 @@ static void check_operation(host_control *made, int32_t number, const char *name
   result = made->members->functions->Invoke(made->members, number, TVX_CALL, arguments, (uint32_t)count, &value, &error);
   if (result != TVX_OK) fprintf(stderr, "%s: %ld, error %ld\n", name, (long)result, (long)error.number);
   CHECK(result == TVX_OK && has_type(&value, type));
-  made->library->functions->ClearValue(made->library, &value);
+  made->tools->functions->ClearValue(made->tools, &value);
 }
 
 CASE(every_member_can_be_called_by_its_number) {
@@ -97,17 +97,17 @@ CASE(failures_have_a_number_and_a_text) {
   tvx_error error;
   CHECK(host_invoke(made.members, "IsDirty", TVX_SET, &value, 1, NULL, &error) == TVX_EXCEPTION);
   CHECK(error.number == 382 && error.text.length > 0);
-  made.library->functions->FreeText(made.library, &error.text);
+  made.tools->functions->FreeText(made.tools, &error.text);
   CHECK(error.text.length == 0);
-  CHECK(made.library->functions->GetError(made.library, &error) == TVX_OK && error.number == 382);
-  made.library->functions->FreeText(made.library, &error.text);
+  CHECK(made.tools->functions->GetError(made.tools, &error) == TVX_OK && error.number == 382);
+  made.tools->functions->FreeText(made.tools, &error.text);
   value = host_text("not a number");
   CHECK(host_invoke(made.members, "FTPPort", TVX_SET, &value, 1, NULL, &error) == TVX_EXCEPTION);
   CHECK(error.number == 13);
-  made.library->functions->FreeText(made.library, &error.text);
+  made.tools->functions->FreeText(made.tools, &error.text);
   CHECK(host_invoke(made.members, "CleanUp", TVX_CALL, &value, 1, NULL, &error) == TVX_EXCEPTION);
   CHECK(error.number == 450);
-  made.library->functions->FreeText(made.library, &error.text);
+  made.tools->functions->FreeText(made.tools, &error.text);
   CHECK(host_invoke(made.members, "CleanUp", TVX_CALL, NULL, 0, NULL, &error) == TVX_OK);
   CHECK(error.number == 0 && error.text.length == 0);
   host_release(&made);
@@ -145,7 +145,7 @@ CASE(arguments_come_back_where_a_reference_leads) {
   host_call(made.members, "InCodeView", &reference, 1);
   CHECK(result.as.boolean == TVX_TRUE);
   /* Nobody chooses a file here: "" comes back, in the place of what the library has put there. */
-  CHECK(made.library->functions->SetText(made.library, &file, NULL, 0) == TVX_OK);
+  CHECK(made.tools->functions->SetText(made.tools, &file, NULL, 0) == TVX_OK);
   given[0] = host_reference(&file);
   given[1] = host_boolean(0);
   answer = host_call(made.members, "Open_document", given, 2);
@@ -191,7 +191,7 @@ CASE(a_sink_can_veto_by_reference) {
 
 static void change_text(host_sink *sink, int32_t number, tvx_value *arguments, uint32_t count) {
   tvx_value *text;
-  tvx_library *library = sink->made->library;
+  tvx_library *library = sink->made->tools;
   if (number != TVX_EVENT_BeforeGetDocumentHTML) return;
   CHECK(count == 1);
   text = arguments[0].as.reference;
@@ -266,7 +266,7 @@ CASE(a_control_can_be_closed_within_its_event) {
   host_init_sink(&sink, &made, close_it);
   CHECK(made.events->functions->Advise(made.events, &sink.dispatch, &connection) == TVX_OK);
   host_invoke(made.members, "DocumentHTML", TVX_GET, NULL, 0, &value, NULL);
-  made.library->functions->ClearValue(made.library, &value);
+  made.tools->functions->ClearValue(made.tools, &value);
   CHECK(sink.references == 1);
   CHECK(host_invoke(made.members, "DocumentHTML", TVX_GET, NULL, 0, &value, NULL) == TVX_CLOSED);
   CHECK(made.control->functions->Show(made.control, TVX_OFF_SCREEN, 0, NULL) == TVX_CLOSED);
@@ -289,7 +289,7 @@ CASE(elements_are_objects_with_members_by_name) {
   CHECK(item.type == TVX_OBJECT && item.as.object);
   text = host_get(item.as.object, "innerText");
   CHECK(strcmp(host_utf8(&made, &text.as.text), "two") == 0);
-  made.library->functions->ClearValue(made.library, &text);
+  made.tools->functions->ClearValue(made.tools, &text);
   host_set(item.as.object, "innerHTML", host_text("three"));
   CHECK(strcmp(host_get_text(&made, "DocumentText"), "one\n\nthree") == 0);
   /* An object as an argument. */
@@ -297,10 +297,10 @@ CASE(elements_are_objects_with_members_by_name) {
   CHECK(text.type == TVX_BOOLEAN && text.as.boolean == TVX_TRUE);
   /* What it hasn't. */
   CHECK(host_invoke(item.as.object, "noSuchThing", TVX_CALL, NULL, 0, &text, NULL) == TVX_EXCEPTION);
-  made.library->functions->ClearValue(made.library, &item);
-  made.library->functions->ClearValue(made.library, &list);
-  made.library->functions->ClearValue(made.library, &body);
-  made.library->functions->ClearValue(made.library, &dom);
+  made.tools->functions->ClearValue(made.tools, &item);
+  made.tools->functions->ClearValue(made.tools, &list);
+  made.tools->functions->ClearValue(made.tools, &body);
+  made.tools->functions->ClearValue(made.tools, &dom);
   host_release(&made);
 }
 
@@ -308,7 +308,7 @@ CASE(objects_outlive_their_control) {
   host_control made = host_start();
   tvx_value dom, body, text;
   tvx_error error;
-  tvx_library *library = made.library;
+  tvx_library *library = made.tools;
   host_set(made.members, "DocumentHTML", host_text("<p>one</p>"));
   dom = host_get(made.members, "DOM");
   body = host_get(dom.as.object, "body");
@@ -336,8 +336,8 @@ CASE(an_entry_of_a_folder_has_dates) {
   host_set(item.as.object, "Filename", host_text("page.html"));
   value = host_get(item.as.object, "Filename");
   CHECK(strcmp(host_utf8(&made, &value.as.text), "page.html") == 0);
-  made.library->functions->ClearValue(made.library, &value);
-  made.library->functions->ClearValue(made.library, &item);
+  made.tools->functions->ClearValue(made.tools, &value);
+  made.tools->functions->ClearValue(made.tools, &item);
   host_release(&made);
 }
 
@@ -350,7 +350,7 @@ CASE(an_object_of_the_hosts_own_is_no_argument) {
   object.as.object = &sink.dispatch;
   CHECK(host_invoke(made.members, "BaseURL", TVX_SET, &object, 1, &value, &error) == TVX_EXCEPTION);
   CHECK(error.number == 13);
-  made.library->functions->FreeText(made.library, &error.text);
+  made.tools->functions->FreeText(made.tools, &error.text);
   host_release(&made);
 }
 
@@ -395,18 +395,18 @@ CASE(texts_may_contain_zeros_and_halves_of_characters) {
   host_set(made.members, "FTPUser", value);
   value = host_get(made.members, "FTPUser");
   CHECK(value.as.text.length == 6 && memcmp(value.as.text.characters, odd, sizeof odd) == 0);
-  made.library->functions->ClearValue(made.library, &value);
+  made.tools->functions->ClearValue(made.tools, &value);
   CHECK(value.type == TVX_EMPTY);
-  CHECK(made.library->functions->NewTextFromUTF8(made.library, "a\xC3\xA4\xF0\x9F\x98\x80\xFF", -1, &text) == TVX_OK);
+  CHECK(made.tools->functions->NewTextFromUTF8(made.tools, "a\xC3\xA4\xF0\x9F\x98\x80\xFF", -1, &text) == TVX_OK);
   CHECK(text.length == 5 && text.characters[1] == 0xE4 && text.characters[2] == 0xD83D && text.characters[4] == 0xFFFD);
-  CHECK(made.library->functions->TextToUTF8(made.library, &text, NULL, 0) == 10);
-  CHECK(made.library->functions->TextToUTF8(made.library, &text, bytes, 6) == 10);
+  CHECK(made.tools->functions->TextToUTF8(made.tools, &text, NULL, 0) == 10);
+  CHECK(made.tools->functions->TextToUTF8(made.tools, &text, bytes, 6) == 10);
   CHECK(strcmp(bytes, "a\xC3\xA4") == 0); /* the next one has four bytes */
-  made.library->functions->FreeText(made.library, &text);
-  made.library->functions->FreeText(made.library, &text); /* it is empty by now */
+  made.tools->functions->FreeText(made.tools, &text);
+  made.tools->functions->FreeText(made.tools, &text); /* it is empty by now */
   text.characters = odd;
   text.length = 6;
-  made.library->functions->FreeText(made.library, &text); /* it isn't the library's, and stays as it is */
+  made.tools->functions->FreeText(made.tools, &text); /* it isn't the library's, and stays as it is */
   CHECK(odd[5] == 0xDE00);
   host_release(&made);
 }

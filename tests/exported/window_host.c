@@ -10,7 +10,7 @@ static host_control show_in_window(const char *html) {
   tvx_result result;
   host_set(made.members, "DocumentHTML", host_text(html));
   result = made.control->functions->Show(made.control, TVX_OWN_WINDOW, 0, &box);
-  if (result != TVX_OK && made.library->functions->GetError(made.library, &error) == TVX_OK)
+  if (result != TVX_OK && made.tools->functions->GetError(made.tools, &error) == TVX_OK)
     fprintf(stderr, "Show: %ld, %s\n", (long)result, host_utf8(&made, &error.text));
   CHECK(result == TVX_OK);
   return made;
@@ -38,7 +38,7 @@ CASE(a_control_goes_from_off_screen_into_a_window) {
   host_call(made.members, "show_Code", NULL, 0);
   host_call(made.members, "InCodeView", &reference, 1);
   CHECK(sink.heard[TVX_EVENT_BeforeCodeViewChange] == 1 && result.as.boolean == TVX_FALSE);
-  CHECK(made.library->functions->Pump(made.library, 50) == TVX_OK);
+  CHECK(made.tools->functions->Pump(made.tools, 50) == TVX_OK);
   CHECK(made.control->functions->Hide(made.control) == TVX_OK);
   CHECK(made.control->functions->Show(made.control, TVX_OWN_WINDOW, 0, NULL) == TVX_OK);
   CHECK(made.control->functions->Show(made.control, TVX_OFF_SCREEN, 0, NULL) == TVX_STARTED);
@@ -54,10 +54,10 @@ CASE(windows_and_controls_off_screen_live_side_by_side) {
   CHECK(strcmp(host_get_text(&first, "DocumentText"), "one") == 0);
   CHECK(strcmp(host_get_text(&second, "DocumentText"), "two") == 0);
   CHECK(strcmp(host_get_text(&third, "DocumentText"), "three") == 0);
-  CHECK(first.library->functions->Pump(first.library, 100) == TVX_OK);
+  CHECK(first.tools->functions->Pump(first.tools, 100) == TVX_OK);
   host_release(&first);
   host_release(&third);
-  CHECK(second.library->functions->Pump(second.library, 100) == TVX_OK);
+  CHECK(second.tools->functions->Pump(second.tools, 100) == TVX_OK);
   host_release(&second);
 }
 
@@ -83,7 +83,7 @@ CASE(a_window_can_be_released_within_its_event) {
   CHECK(made.events->functions->Advise(made.events, &sink.dispatch, &connection) == TVX_OK);
   members->functions->Invoke(members, TVX_MEMBER_show_Code, TVX_CALL, NULL, 0, NULL, NULL);
   CHECK(sink.heard[TVX_EVENT_BeforeCodeViewChange] == 1 && sink.references == 1);
-  CHECK(other.library->functions->Pump(other.library, 200) == TVX_OK);
+  CHECK(other.tools->functions->Pump(other.tools, 200) == TVX_OK);
   host_release(&other);
 }
 
@@ -100,8 +100,8 @@ CASE(without_x11_nothing_can_be_shown_in_a_hosts_window) {
   host_control made = host_make();
   tvx_error error;
   CHECK(made.control->functions->Show(made.control, TVX_IN_WINDOW, 1, NULL) == TVX_NO_WINDOWS);
-  CHECK(made.library->functions->GetError(made.library, &error) == TVX_OK && error.text.length > 0);
-  made.library->functions->FreeText(made.library, &error.text);
+  CHECK(made.tools->functions->GetError(made.tools, &error) == TVX_OK && error.text.length > 0);
+  made.tools->functions->FreeText(made.tools, &error.text);
   /* It has not been shown: it can still be, off screen. */
   CHECK(made.control->functions->Show(made.control, TVX_OFF_SCREEN, 0, NULL) == TVX_OK);
   host_set(made.members, "DocumentHTML", host_text("<p>one</p>"));

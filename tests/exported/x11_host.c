@@ -31,7 +31,7 @@ static int has_text(const host_control *made, const char *text) {
 static void pump_until(const host_control *made, const char *text, int milliseconds) {
   int waited;
   for (waited = 0; waited < milliseconds && !has_text(made, text); waited += turn)
-    CHECK(made->library->functions->Pump(made->library, turn) == TVX_OK);
+    CHECK(made->tools->functions->Pump(made->tools, turn) == TVX_OK);
 }
 
 /* A machine that is busy misses a press now and then; the user tries again. */
@@ -78,18 +78,18 @@ CASE(a_user_types_in_a_hosts_window) {
   CHECK(made.control->functions->Show(made.control, TVX_IN_WINDOW, window, &box) == TVX_OK);
   CHECK(made.control->functions->GetWindow(made.control, &inner) == TVX_OK && inner != 0 && inner != window);
   CHECK(parent_of(display, inner) == window);
-  CHECK(made.library->functions->Pump(made.library, 500) == TVX_OK);
+  CHECK(made.tools->functions->Pump(made.tools, 500) == TVX_OK);
   CHECK(XGetWindowAttributes(display, (Window)inner, &attributes));
   CHECK(attributes.x == 20 && attributes.y == 30 && attributes.width == 700 && attributes.height == 500);
   type_until(&made, inner, "key ctrl+End type hello", "hello");
   CHECK(host_get(made.members, "IsDirty").as.boolean == TVX_TRUE);
   CHECK(made.control->functions->Resize(made.control, &larger) == TVX_OK);
-  CHECK(made.library->functions->Pump(made.library, 200) == TVX_OK);
+  CHECK(made.tools->functions->Pump(made.tools, 200) == TVX_OK);
   CHECK(XGetWindowAttributes(display, (Window)inner, &attributes));
   CHECK(attributes.x == 0 && attributes.y == 0 && attributes.width == 760 && attributes.height == 560);
   type_until(&made, inner, "key ctrl+a type all", "all");
   CHECK(made.control->functions->Close(made.control) == TVX_OK);
-  CHECK(made.library->functions->Pump(made.library, 200) == TVX_OK);
+  CHECK(made.tools->functions->Pump(made.tools, 200) == TVX_OK);
   host_release(&made);
   XDestroyWindow(display, window);
   XCloseDisplay(display);
@@ -116,18 +116,18 @@ CASE(a_host_vetoes_buttons_that_the_user_presses) {
   host_set(made.members, "DocumentHTML", host_text("<p>one</p>"));
   CHECK(made.control->functions->Show(made.control, TVX_OWN_WINDOW, 0, NULL) == TVX_OK);
   CHECK(made.control->functions->GetWindow(made.control, &window) == TVX_OK);
-  CHECK(made.library->functions->Pump(made.library, 500) == TVX_OK);
+  CHECK(made.tools->functions->Pump(made.tools, 500) == TVX_OK);
   { /* The word is selected: an unvetoed press would make it bold. */
     tvx_value place[2];
     place[0] = host_number(0);
     place[1] = host_number(3);
     place[0] = host_call(made.members, "selectText", place, 2);
-    made.library->functions->ClearValue(made.library, &place[0]);
+    made.tools->functions->ClearValue(made.tools, &place[0]);
   }
   for (round = 0; round < 5 && !sink.data; ++round)
     for (x = 16; x < 700 && !sink.data; x += 20) {
       press(window, x, 14, "");
-      CHECK(made.library->functions->Pump(made.library, 1000) == TVX_OK);
+      CHECK(made.tools->functions->Pump(made.tools, 1000) == TVX_OK);
     }
   CHECK(sink.data);
   CHECK(strcmp(host_get_text(&made, "DocumentHTML"), "<P>one</P>") == 0);
@@ -214,7 +214,7 @@ CASE(a_host_hears_that_the_user_closes_the_window) {
   snprintf(command, sizeof command, "windowactivate %lu sleep 0.5 key alt+F4", (unsigned long)window);
   for (waited = 0; waited < 2 * longest_wait && !host.closed; waited += turn) {
     if (waited % (longest_wait / 3) == 0) user(command);
-    CHECK(made.library->functions->Pump(made.library, turn) == TVX_OK);
+    CHECK(made.tools->functions->Pump(made.tools, turn) == TVX_OK);
   }
   CHECK(host.closed == 1);
   host_set(made.members, "DocumentHTML", host_text("<p>one</p>")); /* the control itself is there */
