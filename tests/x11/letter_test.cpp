@@ -263,7 +263,6 @@ TEST_F(Letter, IsWrittenCheckedSavedAndReadAgain) {
   answer_with(path_of(QStringLiteral("fair.html")));
   choose("save");
   ASSERT_TRUE(wait_for([&] { return !window_->front().is_modified(); }));
-  const std::string written = html();
   picture("saved");
 
   hands::give_focus(*window_);
