@@ -145,6 +145,19 @@ void EditorOnScreen::choose(const std::string& name) {
   press(*way.back(), *item(name));
 }
 
+QPoint EditorOnScreen::place_in_table_grid(int rows, int columns) {
+  constexpr int margin = 8, step = 24, middle = 11;
+  QMenu& insert = *window_->findChild<QMenu*>(QStringLiteral("insert"));
+  QMenu& grid = *window_->findChild<QMenu*>(QStringLiteral("new-table"));
+  QMenuBar& bar = *window_->menuBar();
+  hands::click(bar.mapToGlobal(bar.actionGeometry(insert.menuAction()).center()));
+  EXPECT_TRUE(wait_for([&] { return insert.isVisible(); }));
+  hands::click(insert.mapToGlobal(insert.actionGeometry(grid.menuAction()).center()));
+  EXPECT_TRUE(wait_for([&] { return grid.isVisible(); }));
+  const QPoint corner = grid.mapToGlobal(grid.actionGeometry(grid.actions().constFirst()).topLeft());
+  return corner + QPoint(margin + (columns - 1) * step + middle, margin + (rows - 1) * step + middle);
+}
+
 void EditorOnScreen::answer_dialog(std::function<void(QDialog&)> answer) {
   answer_ = [answer = std::move(answer)]() -> std::function<void()> {
     auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());

@@ -59,6 +59,9 @@ class EditorOnScreen : public testing::Test {
   /// Through the bar and the menus below to the item, a press each.
   void choose(const std::string& name);
 
+  /// Opens Insert, Table; where the grid has the box for a size.
+  QPoint place_in_table_grid(int rows, int columns);
+
   /// What is done to the next dialog or menu, once it is there. Each has a loop of its own, within which
   /// whoever opened it waits.
   void answer_dialog(std::function<void(QDialog&)> answer);

@@ -4,8 +4,6 @@
 #include <QImage>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMenu>
-#include <QMenuBar>
 #include <QPainter>
 #include <QProcess>
 #include <QScreen>
@@ -108,15 +106,7 @@ class Letter : public EditorOnScreen {
   }
   /// Insert, Table, and the size in the grid.
   void draw_table(int rows, int columns) {
-    QMenu& insert = *window_->findChild<QMenu*>(QStringLiteral("insert"));
-    QMenu& grid = *window_->findChild<QMenu*>(QStringLiteral("new-table"));
-    QMenuBar& bar = *window_->menuBar();
-    hands::click(bar.mapToGlobal(bar.actionGeometry(insert.menuAction()).center()));
-    ASSERT_TRUE(wait_for([&] { return insert.isVisible(); }));
-    hands::click(insert.mapToGlobal(insert.actionGeometry(grid.menuAction()).center()));
-    ASSERT_TRUE(wait_for([&] { return grid.isVisible(); }));
-    const QPoint corner = grid.mapToGlobal(grid.actionGeometry(grid.actions().constFirst()).topLeft());
-    const QPoint cell = corner + QPoint(8 + (columns - 1) * 24 + 11, 8 + (rows - 1) * 24 + 11);
+    const QPoint cell = place_in_table_grid(rows, columns);
     hands::move(cell);
     picture("table-grid");
     hands::click(cell);

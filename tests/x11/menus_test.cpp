@@ -350,15 +350,7 @@ TEST_F(MenusOnScreen, TheKeysOfTheMenusAreListed) {
 /// A grid below Insert, Table: the mouse draws the size.
 TEST_F(MenusOnScreen, ATableIsDrawnInTheGrid) {
   start("<body><p>x</p>");
-  QMenu& insert = *window_->findChild<QMenu*>(QStringLiteral("insert"));
-  QMenu& grid = *window_->findChild<QMenu*>(QStringLiteral("new-table"));
-  QMenuBar& bar = *window_->menuBar();
-  hands::click(bar.mapToGlobal(bar.actionGeometry(insert.menuAction()).center()));
-  ASSERT_TRUE(wait_for([&] { return insert.isVisible(); }));
-  hands::click(insert.mapToGlobal(insert.actionGeometry(grid.menuAction()).center()));
-  ASSERT_TRUE(wait_for([&] { return grid.isVisible(); }));
-  const QRect box = grid.actionGeometry(grid.actions().constFirst());
-  const QPoint cell = grid.mapToGlobal(box.topLeft()) + QPoint(8 + 2 * 24 + 11, 8 + 24 + 11);
+  const QPoint cell = place_in_table_grid(2, 3);
   hands::move(cell);
   hands::click(cell);
   ASSERT_TRUE(wait_for([&] {
