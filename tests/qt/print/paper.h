@@ -1,36 +1,17 @@
 #pragma once
 
-#include <gtest/gtest.h>
-
+#include <QFile>
 #include <QProcess>
 #include <QTemporaryDir>
-#include <functional>
-#include <memory>
+#include <string>
 
-#include "tvx/browser/view/document_view.h"
-#include "tvx/core/htmled.h"
-#include "tvx/htmled_widget.h"
-#include "tvx/qt/support/message_loop.h"
+#include "qt/shown_widget.h"
 
 namespace tvx::qt {
 
 /// A widget whose document is put on paper, and what the tools of the desktop see of that.
-class Paper : public testing::Test {
+class Paper : public ShownWidget {
  protected:
-  Paper() : widget_(std::make_unique<HTMLedWidget>(loop_)) {}
-
-  void show(const QString& html) {
-    widget_->show();
-    widget_->set_DocumentHTML(html);
-  }
-  bool settle() {
-    return wait_for([&] { return widget_->document_view().settled(); });
-  }
-  bool wait_for(const std::function<bool()>& condition) {
-    const std::int64_t end = loop_.now() + 20'000;
-    while (!condition() && loop_.now() < end) loop_.pump(20);
-    return condition();
-  }
   /// The document's PDF as a file.
   QString pdf() {
     static int number = 0;
@@ -66,8 +47,6 @@ class Paper : public testing::Test {
   }
 
   QTemporaryDir folder_;
-  MessageLoop loop_;
-  std::unique_ptr<HTMLedWidget> widget_;
 };
 
 }  // namespace tvx::qt

@@ -17,6 +17,7 @@
 #include <QWindow>
 
 #include "qt/modal_user.h"
+#include "qt/shown_widget.h"
 #include "tvx/base/strings.h"
 #include "tvx/browser/html_document.h"
 #include "tvx/browser/view/document_view.h"
@@ -154,26 +155,7 @@ TEST(WidgetMembers, EnumerationsAreTheTables) {
 
 // --- in use ---
 
-class Widget : public testing::Test {
- protected:
-  Widget() : widget_(std::make_unique<HTMLedWidget>(loop_)) {}
-
-  void show(const QString& html) {
-    widget_->show();
-    widget_->set_DocumentHTML(html);
-  }
-  bool settle() {
-    return wait_for([&] { return widget_->document_view().settled(); });
-  }
-  bool wait_for(const std::function<bool()>& condition) {
-    const std::int64_t end = loop_.now() + 20'000;
-    while (!condition() && loop_.now() < end) loop_.pump(20);
-    return condition();
-  }
-
-  MessageLoop loop_;
-  std::unique_ptr<HTMLedWidget> widget_;
-};
+class Widget : public ShownWidget {};
 
 TEST_F(Widget, WhatIsSetBeforeTheFirstShowIsWhatItStartsWith) {
   widget_->set_DocumentHTML(QStringLiteral("<P>early</P>"));
