@@ -110,7 +110,7 @@ std::vector<std::u16string_view> attributes_of(std::u16string_view element) {
     if (equals_ignoring_ascii_case(each.element, element))
       for (const std::u16string_view name : split_on_space(each.attributes)) names.push_back(name);
   std::ranges::sort(names);
-  names.erase(std::ranges::unique(names).begin(), names.end());
+  names.erase(std::unique(names.begin(), names.end()), names.end());
   return names;
 }
 
