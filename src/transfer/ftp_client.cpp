@@ -298,13 +298,13 @@ bool clsFTP::GetDirectoryListing(std::u16string_view Path) {
 }
 
 bool clsFTP::read_listing(std::u16string_view path) {
-  const auto [folder, pattern] = folder_and_pattern(path);
   // The list that this call fills: the host may have asked for another one when it goes on.
   const std::shared_ptr<clsDirectoryList> list = directory_;
   std::u16string_view operation = u"FtpFindFirstFile";
   const auto failure = failure_of([&] {
-    run_step(operation, [&, folder = folder, pattern = pattern] {
+    run_step(operation, [&] {
       require_plain_name(path);
+      const auto [folder, pattern] = folder_and_pattern(path);
       Listing listing(connection(), folder);
       while (const auto entry = listing.next()) {
         if (!fits_pattern(entry->name, pattern, LetterCase::Ignored)) continue;
