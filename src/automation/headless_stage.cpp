@@ -1,34 +1,32 @@
+#include <optional>
+
 #include "tvx/automation/stage.h"
 #include "tvx/base/error.h"
 #include "tvx/browser/html_document.h"
-#include "tvx/browser/view/document_view.h"
+#include "tvx/core/views/shown_document.h"
 #include "tvx/headless/container.h"
-#include "tvx/headless/view.h"
+#include "tvx/headless/page_window.h"
 
 namespace tvx::automation {
 
 namespace {
 
-class HeadlessStage final : public Stage, private core::HTMLedObserver, private browser::BrowserWindow {
+class HeadlessStage final : public Stage, private headless::PageWindow {
  public:
   HeadlessStage(StageParts parts, const InstanceOptions& options)
-      : print_(std::move(parts.print)),
-        container_(!options.design_mode),
-        view_(parts.loop),
-        document_view_(view_, parts.loop) {
+      : PageWindow(parts.loop), print_(std::move(parts.print)), container_(!options.design_mode) {
     container_.on_property_changed(parts.property_changed);
     control_ = core::HTMLed::create({.loop = parts.loop,
                                      .container = container_,
                                      .dialogs = parts.dialogs,
                                      .hwnd = options.hwnd,
-                                     .geometry = &geometry_,
+                                     .geometry = &geometry(),
                                      .window = this,
                                      .clipboard = options.clipboard,
                                      .popups = &parts.popups,
                                      .forms = &parts.forms});
-    control_->add_observer(*this);
+    shown_.emplace(*control_, document_view());
   }
-  ~HeadlessStage() override { control_->remove_observer(*this); }
 
   const std::shared_ptr<core::HTMLed>& control() const override { return control_; }
 
@@ -42,7 +40,7 @@ class HeadlessStage final : public Stage, private core::HTMLedObserver, private 
     control_->UserControl_Resize();
   }
 
-  void end() override { document_view_.show(nullptr); }
+  void end() override { shown_.reset(); }
 
   void resize(float width, float height) override {
     control_->set_size(width, height);
@@ -52,24 +50,19 @@ class HeadlessStage final : public Stage, private core::HTMLedObserver, private 
   void key(browser::KeyInput key, bool down) override {
     if (control_->InCodeView()) return key_in_code_view(key, down);
     if (!control_->DOM()) throw RuntimeError(errors::object_not_set, u"There is no document");
-    view_.tell({.seen = {}, .what = browser::ViewKey{std::move(key), down}});
+    view().tell({.seen = {}, .what = browser::ViewKey{std::move(key), down}});
   }
 
-  bool settled() const override { return document_view_.settled(); }
+  bool settled() const override { return document_view().settled(); }
 
   dom::Element* element_at(int x, int y) const override {
-    return control_->DOM() ? geometry_.element_at(*control_->DOM(), x, y) : nullptr;
+    return control_->DOM() ? geometry().element_at(*control_->DOM(), x, y) : nullptr;
   }
   std::pair<int, int> place_of(int source_index) const override {
     return {0, source_index * headless::FixedGeometry::row_height};
   }
 
  private:
-  void document_replaced(const std::shared_ptr<browser::HTMLDocument>& document) override {
-    document_view_.show(document);
-  }
-  void editor_enabled_changed(bool enabled) override { document_view_.set_editable(enabled); }
-
   void key_in_code_view(const browser::KeyInput& key, bool down) {
     const auto held =
         static_cast<std::int16_t>((key.shift ? 1 : 0) | (key.control ? 2 : 0) | (key.alt ? 4 : 0));
@@ -79,14 +72,11 @@ class HeadlessStage final : public Stage, private core::HTMLedObserver, private 
 
   bool can_print() override { return true; }
   void print(bool with_dialog) override { print_(with_dialog); }
-  void scroll_to(int x, int y) override { view_.scroll_to(x, y); }
 
   std::function<void(bool)> print_;
   headless::Container container_;
-  headless::View view_;
-  browser::DocumentView document_view_;
-  headless::FixedGeometry geometry_;
   std::shared_ptr<core::HTMLed> control_;
+  std::optional<core::ShownDocument> shown_;  // until the end
 };
 
 }  // namespace

@@ -1,11 +1,12 @@
 #include "tvx/exported/off_screen_stage.h"
 
-#include "tvx/browser/browser.h"
-#include "tvx/browser/view/document_view.h"
+#include <optional>
+
 #include "tvx/core/htmled.h"
+#include "tvx/core/views/shown_document.h"
 #include "tvx/headless/clipboard.h"
 #include "tvx/headless/dialogs.h"
-#include "tvx/headless/view.h"
+#include "tvx/headless/page_window.h"
 #include "tvx/platform/container.h"
 #include "tvx/platform/empty_store.h"
 
@@ -13,22 +14,18 @@ namespace tvx::exported {
 
 namespace {
 
-class OffScreenStage final : public Stage,
-                             private platform::Container,
-                             private browser::BrowserWindow,
-                             private core::HTMLedObserver {
+class OffScreenStage final : public Stage, private platform::Container {
  public:
   OffScreenStage(StageOwner& owner, platform::MessageLoop& loop)
       : owner_(&owner),
-        view_(loop),
-        document_view_(view_, loop),
+        page_(loop),
         control_(core::HTMLed::create({.loop = loop,
                                        .container = *this,
                                        .dialogs = dialogs_,
-                                       .geometry = &geometry_,
-                                       .window = this,
+                                       .geometry = &page_.geometry(),
+                                       .window = &page_,
                                        .clipboard = &clipboard_})) {
-    control_->add_observer(*this);
+    shown_.emplace(*control_, page_.document_view());
     control_->UserControl_Initialize();
     resize(Position().box);
     // Reading an empty store gives a control more than the defaults: the captions of its own.
@@ -61,8 +58,7 @@ class OffScreenStage final : public Stage,
     owner_ = nullptr;
     control_->set_events(nullptr);
     control_->UserControl_Terminate();
-    control_->remove_observer(*this);
-    document_view_.show(nullptr);
+    shown_.reset();
   }
 
  private:
@@ -73,26 +69,14 @@ class OffScreenStage final : public Stage,
     if (owner_) owner_->property_changed(key);
   }
 
-  // browser::BrowserWindow
-  bool can_print() override { return false; }
-  void print(bool) override {}
-  void scroll_to(int x, int y) override { view_.scroll_to(x, y); }
-
-  // core::HTMLedObserver
-  void document_replaced(const std::shared_ptr<browser::HTMLDocument>& document) override {
-    document_view_.show(document);
-  }
-  void editor_enabled_changed(bool enabled) override { document_view_.set_editable(enabled); }
-
   StageOwner* owner_;
   bool user_mode_ = false;
   bool laid_out_ = false;
   headless::Dialogs dialogs_;
   headless::Clipboard clipboard_;
-  headless::View view_;
-  browser::DocumentView document_view_;
-  headless::FixedGeometry geometry_;
+  headless::PageWindow page_;
   std::shared_ptr<core::HTMLed> control_;
+  std::optional<core::ShownDocument> shown_;  // until the end
 };
 
 }  // namespace

@@ -2,12 +2,12 @@
 
 #include <utility>
 
-#include "tvx/browser/view/document_view.h"
 #include "tvx/core/htmled.h"
+#include "tvx/core/views/shown_document.h"
 #include "tvx/headless/clipboard.h"
 #include "tvx/headless/dialogs.h"
 #include "tvx/headless/message_loop.h"
-#include "tvx/headless/view.h"
+#include "tvx/headless/page_window.h"
 #include "tvx/library/objects/buttons.h"
 #include "tvx/library/objects/host_object.h"
 #include "tvx/library/objects/object_path.h"
@@ -26,24 +26,21 @@ constexpr float initial_width = 640 * 15, initial_height = 480 * 15;
 }  // namespace
 
 /// What stands around the control. Nobody sees it, so nobody is told of changed properties.
-class HTMLed::Parts final : public platform::Container,
-                            public browser::BrowserWindow,
-                            public core::HTMLedObserver {
+class HTMLed::Parts final : public platform::Container {
  public:
   explicit Parts(platform::MessageLoop* loop)
       : own_loop_(loop ? nullptr : std::make_unique<headless::MessageLoop>()),
         loop_(loop ? *loop : *own_loop_),
-        view_(loop_),
-        document_view_(view_, loop_),
+        page_(loop_),
         control_(core::HTMLed::create({.loop = loop_,
                                        .container = *this,
                                        .dialogs = dialogs_,
-                                       .geometry = &geometry_,
-                                       .window = this,
+                                       .geometry = &page_.geometry(),
+                                       .window = &page_,
                                        .clipboard = &clipboard_})),
+        shown_(*control_, page_.document_view()),
         events_(*control_) {
     control_->set_events(&events_);
-    control_->add_observer(*this);
     control_->UserControl_Initialize();
     control_->set_size(initial_width, initial_height);
     // Reading an empty store gives a control more than the defaults: the captions of its own.
@@ -52,25 +49,12 @@ class HTMLed::Parts final : public platform::Container,
   ~Parts() override {
     control_->UserControl_Terminate();
     control_->set_events(nullptr);
-    control_->remove_observer(*this);
-    document_view_.show(nullptr);
   }
 
   // platform::Container
   // Until the start, properties are what a designer sets: kept, and used then.
   bool user_mode() const override { return started_; }
   void property_changed(std::u16string_view) override {}
-
-  // browser::BrowserWindow
-  bool can_print() override { return false; }
-  void print(bool) override {}
-  void scroll_to(int x, int y) override { view_.scroll_to(x, y); }
-
-  // core::HTMLedObserver
-  void document_replaced(const std::shared_ptr<browser::HTMLDocument>& document) override {
-    document_view_.show(document);
-  }
-  void editor_enabled_changed(bool enabled) override { document_view_.set_editable(enabled); }
 
  private:
   std::unique_ptr<headless::MessageLoop> own_loop_;
@@ -82,12 +66,15 @@ class HTMLed::Parts final : public platform::Container,
  private:
   headless::Dialogs dialogs_;
   headless::Clipboard clipboard_;
-  headless::View view_;
-  browser::DocumentView document_view_;
-  headless::FixedGeometry geometry_;
+  headless::PageWindow page_;
 
  public:
   const std::shared_ptr<core::HTMLed> control_;
+
+ private:
+  core::ShownDocument shown_;
+
+ public:
   windowless::HostEvents events_;
 };
 
