@@ -5,7 +5,6 @@
 #include <QTest>
 
 #include "x11/hands.h"
-#include "x11/x_display.h"
 
 namespace tvx::x11 {
 namespace {
@@ -26,29 +25,24 @@ void ManagedScreen::SetUp() {
   if (!XDisplay::skip_reason.isEmpty()) GTEST_SKIP() << "SKIPPED: " << XDisplay::skip_reason.toStdString();
   if (QStandardPaths::findExecutable(QStringLiteral("openbox")).isEmpty())
     GTEST_SKIP() << "SKIPPED: needs openbox: scripts/setup installs it";
-  server_.setStandardErrorFile(QProcess::nullDevice());
-  server_.start(QStringLiteral("Xvfb"),
-                {QStringLiteral("-displayfd"), QStringLiteral("1"), QStringLiteral("-screen"),
-                 QStringLiteral("0"), QStringLiteral("1280x1024x24"), QStringLiteral("-nolisten"),
-                 QStringLiteral("tcp"), QStringLiteral("-noreset")});
-  QByteArray told;
-  while (!told.endsWith('\n') && server_.waitForReadyRead(patience)) told += server_.readAllStandardOutput();
-  ASSERT_TRUE(told.endsWith('\n')) << "Xvfb doesn't start";
+  display_.emplace();
   surroundings_ = QProcessEnvironment::systemEnvironment();
-  surroundings_.insert(QStringLiteral("DISPLAY"), QStringLiteral(":") + QString::fromLatin1(told.trimmed()));
+  surroundings_.insert(QStringLiteral("DISPLAY"), QString::fromLatin1(display_->name()));
   surroundings_.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
   manager_.setProcessEnvironment(surroundings_);
   manager_.setStandardOutputFile(QProcess::nullDevice());
   manager_.setStandardErrorFile(QProcess::nullDevice());
-  manager_.start(QStringLiteral("openbox"), {QStringLiteral("--sm-disable")});
-  // It names itself on the root window once it manages windows.
-  ASSERT_TRUE(wait_for([&] { return !ask({QStringLiteral("get_num_desktops")}).isEmpty(); }));
+  // Its own first command: it manages windows by then, and none that comes is passed over.
+  const QString managed = path_of(QStringLiteral("managed"));
+  manager_.start(QStringLiteral("openbox"), {QStringLiteral("--sm-disable"), QStringLiteral("--startup"),
+                                             QStringLiteral("touch %1").arg(managed)});
+  ASSERT_TRUE(wait_for([&] { return QFile::exists(managed); })) << "openbox doesn't manage the screen";
 }
 
 void ManagedScreen::TearDown() {
   end(program_);
   end(manager_);
-  end(server_);
+  display_.reset();
 }
 
 void ManagedScreen::start(const QString& program, const QStringList& arguments) {

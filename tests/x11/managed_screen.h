@@ -4,6 +4,9 @@
 
 #include <QProcess>
 #include <QTemporaryDir>
+#include <optional>
+
+#include "x11/x_display.h"
 
 namespace tvx::x11 {
 
@@ -35,7 +38,8 @@ class ManagedScreen : public testing::Test {
 
  private:
   QTemporaryDir folder_;
-  QProcess server_, manager_, program_;
+  std::optional<XDisplay> display_;
+  QProcess manager_, program_;
   QProcessEnvironment surroundings_;
 };
 
