@@ -14,7 +14,7 @@ unset WAYLAND_DISPLAY
 exec 4> "$folder/display"
 Xvfb -displayfd 4 -screen 0 1100x800x24 2> "$folder/log" &
 server=$!
-manager= started=
+manager='' started=''
 trap '[ -z "$started" ] || kill $started; [ -z "$manager" ] || kill $manager; kill $server; rm -rf "$folder"' EXIT
 until [ -s "$folder/display" ]; do sleep 0.05; done
 DISPLAY=:$(< "$folder/display")

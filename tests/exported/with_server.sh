@@ -10,6 +10,7 @@ printf '<P>page</P>' > "$folder/page.html"
 printf 'text' > "$folder/notes.txt"
 touch -d '2020-02-03 12:00' "$folder/page.html"
 coproc SERVER { exec /usr/bin/python3 "$server" "$folder"; }
+# shellcheck disable=SC2034 # read in the trap
 exec {in}>&"${SERVER[1]}"
 read -r -t 20 port <&"${SERVER[0]}"
 TVX_SERVER=ftp://127.0.0.1:$port "$@"

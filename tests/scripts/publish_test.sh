@@ -10,6 +10,7 @@ printf '<P>Text <IMG src="file://%s/one.gif"><IMG src="file://%s/two.gif"><IMG s
   "$folder/local" "$folder/local" "$folder/local" > "$folder/local/page.html"
 
 coproc SERVER { exec /usr/bin/python3 "$server" "$folder/remote"; }
+# shellcheck disable=SC2034 # read in the trap
 exec {in}>&"${SERVER[1]}"
 read -r -t 20 port <&"${SERVER[0]}"
 
