@@ -327,6 +327,22 @@ TEST_F(TextFile, ALinkToItselfIsAnError) {
   EXPECT_TRUE(fs::is_symlink(name("loop")));
 }
 
+// Who edits a file of another user as the superuser doesn't take it away from him.
+TEST_F(TextFile, AFileStaysItsOwners) {
+  constexpr uid_t nobody = 65534;
+  put("page.html", "old");
+  chmod(name("page.html").c_str(), 0640);
+  if (chown(name("page.html").c_str(), nobody, nobody) != 0)
+    GTEST_SKIP() << "SKIPPED: only the superuser gives files away";
+  save_atomically(path("page.html"), "new");
+  struct stat now {};
+  ASSERT_EQ(stat(name("page.html").c_str(), &now), 0);
+  EXPECT_EQ(now.st_uid, nobody);
+  EXPECT_EQ(now.st_gid, nobody);
+  EXPECT_EQ(now.st_mode & 07777, 0640u);
+  EXPECT_EQ(got("page.html"), "new");
+}
+
 TEST_F(TextFile, WhatIsNotedOnAFileStays) {
   put("page.html", "old");
   if (setxattr(name("page.html").c_str(), "user.note", "kept", 4, 0) != 0)
