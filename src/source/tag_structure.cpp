@@ -58,6 +58,7 @@ class TagStructure::Reading {
       tags_.push_back({piece->begin, piece->end, name, name + piece->name.size(), ends});
       ends ? end_tag() : start_tag();
     }
+    source_ends_ = true;
     close_down_to(0, {});
   }
 
@@ -137,7 +138,7 @@ class TagStructure::Reading {
     close_down_to(start + 1, name);
     open_.pop_back();
     if (is_foreign(name) && foreign_ > 0) --foreign_;
-    tags_[opener].partner = number;
+    tags_[opener].partner = tags_[opener].ended_by = number;
     tags_[number].partner = opener;
   }
 
@@ -147,6 +148,7 @@ class TagStructure::Reading {
       SourceTag& tag = tags_[open_.back()];
       const std::u16string_view name = name_of(open_.back());
       open_.pop_back();
+      if (!source_ends_) tag.ended_by = tags_.size() - 1;
       if (is_foreign(name) && foreign_ > 0) --foreign_;
       if (is_one_of(name, optional_names)) continue;
       const bool is_format = is_one_of(name, format_names);
@@ -160,6 +162,7 @@ class TagStructure::Reading {
   std::vector<SourceTag>& tags_;
   std::vector<std::size_t> open_;
   int foreign_ = 0;  // how deep in a drawing or a formula
+  bool source_ends_ = false;
 };
 
 TagStructure::TagStructure(std::u16string_view source) { Reading(source, tags_).run(); }
@@ -186,7 +189,7 @@ std::u16string_view TagStructure::open_at(Offset place, std::u16string_view sour
       if (tag.partner != SourceTag::nobody) i = tag.partner;
       continue;
     }
-    const bool ended_before = tag.partner != SourceTag::nobody && tags_[tag.partner].end <= place;
+    const bool ended_before = tag.ended_by != SourceTag::nobody && tags_[tag.ended_by].end <= place;
     if (!ended_before && !is_void_element(name)) return name;
   }
   return {};

@@ -27,7 +27,8 @@ struct SourceTag {
   Offset name = 0, name_end = 0;
   bool is_end_tag = false;
   TagTrouble trouble = TagTrouble::None;
-  std::size_t partner = nobody;  // the tag at the element's other end
+  std::size_t partner = nobody;   // the tag at the element's other end
+  std::size_t ended_by = nobody;  // the tag that ended the element, which may be its partner or any other
 };
 
 /// The tags of a source in their order, each with its partner, by the rules by which a browser reads HTML:

@@ -69,6 +69,9 @@ TEST(TagStructure, TheInnermostOpenElementIsKnown) {
   EXPECT_EQ(open_at_end(u"<div><p>a</p><br>"), "div");
   EXPECT_EQ(open_at_end(u"<DIV></DIV>"), "");
   EXPECT_EQ(open_at_end(u"<ul><li>a</li><li>b"), "li");
+  EXPECT_EQ(open_at_end(u"<div><p>a<ul><li>b</ul>"), "div") << "the list has ended the paragraph";
+  EXPECT_EQ(open_at_end(u"<div><p>a<ul>"), "ul");
+  EXPECT_EQ(open_at_end(u"<div><span>a</div>"), "") << "another's end tag has ended it";
 }
 
 TEST(TagStructure, TagsThatAreNeverClosedCostNoMoreEach) {

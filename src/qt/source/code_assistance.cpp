@@ -79,6 +79,7 @@ void CodeAssistance::document_changed() {
   tags_.reset();
   text_.clear();
   hits_.clear();
+  end_tag_rest_.clear();
   edit_.setExtraSelections({});
   if (auto* layout = dynamic_cast<CodeLayout*>(edit_.document()->documentLayout())) {
     layout->set_dark(is_dark());
@@ -262,6 +263,7 @@ bool CodeAssistance::key(QKeyEvent& event) {
 
 void CodeAssistance::key_done(const QKeyEvent& event) {
   if (!on_ || edit_.isReadOnly()) return;
+  if (event.text() == QStringLiteral(">")) take_back_end_tag();
   const bool goes_on = completer_->popup()->isVisible();
   if (types_name(event) && !(event.modifiers() & (Qt::ControlModifier | Qt::AltModifier)))
     offer(false);
@@ -354,9 +356,26 @@ bool CodeAssistance::close_element() {
   const std::u16string_view name = open.open_at(std::size_t(text.size()), view_of(text));
   if (name.empty()) return false;
   completer_->popup()->hide();
-  cursor.insertText(QStringLiteral("/%1>").arg(to_qt(name)));
+  end_tag_rest_ = to_qt(name) + u'>';
+  cursor.insertText(u'/' + end_tag_rest_);
   edit_.setTextCursor(cursor);
+  end_tag_ = cursor;
+  end_tag_.setKeepPositionOnInsert(true);
   return true;
+}
+
+// Who doesn't know that it is completed, or doesn't look, types the whole end tag: it stands there once.
+void CodeAssistance::take_back_end_tag() {
+  if (end_tag_rest_.isEmpty()) return;
+  QTextCursor typed = edit_.textCursor();
+  const int length = typed.position() - end_tag_.position();
+  if (typed.hasSelection() || length != end_tag_rest_.size()) return;
+  typed.setPosition(end_tag_.position(), QTextCursor::KeepAnchor);
+  if (typed.selectedText().compare(end_tag_rest_, Qt::CaseInsensitive) != 0) return;
+  end_tag_rest_.clear();
+  typed.joinPreviousEditBlock();
+  typed.removeSelectedText();
+  typed.endEditBlock();
 }
 
 }  // namespace tvx::qt

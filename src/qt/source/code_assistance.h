@@ -59,6 +59,7 @@ class CodeAssistance final : public QObject {
   void offer(bool asked);
   void complete(const QString& name);
   bool close_element();
+  void take_back_end_tag();
   bool is_dark() const;
 
   QPlainTextEdit& edit_;
@@ -70,6 +71,8 @@ class CodeAssistance final : public QObject {
   QList<QTextEdit::ExtraSelection> hits_;
   QCompleter* completer_;
   QStringListModel* names_;
+  QTextCursor end_tag_;   // stands after the end tag that was completed last
+  QString end_tag_rest_;  // what was completed of it
 };
 
 }  // namespace tvx::qt

@@ -141,6 +141,23 @@ TEST_F(CodeAssistanceTest, WhatIsOpenIsClosed) {
   EXPECT_EQ(text(), "<div><p>a</p></div>");
 }
 
+TEST_F(CodeAssistanceTest, AnEndTagTypedAsAWholeStandsThereOnce) {
+  show(u"<div><p>a");
+  box.select(9, 0);
+  QTest::keyClicks(&edit(), "</p></DIV> b");
+  EXPECT_EQ(text(), "<div><p>a</p></div> b");
+  QTest::keyClicks(&edit(), "<i>c</");
+  QTest::keyClicks(&edit(), "in text i>");
+  EXPECT_EQ(text(), "<div><p>a</p></div> b<i>c</i>in text i>") << "something else is left alone";
+}
+
+TEST_F(CodeAssistanceTest, WhatAnotherElementHasEndedIsNotClosedAgain) {
+  show(u"<div><p>a<ul><li>b</ul>");
+  box.select(23, 0);
+  QTest::keyClicks(&edit(), "</");
+  EXPECT_EQ(text(), "<div><p>a<ul><li>b</ul></div>");
+}
+
 TEST_F(CodeAssistanceTest, NamesAreOfferedAndTaken) {
   show(u"");
   QTest::keyClicks(&edit(), "<blo");
