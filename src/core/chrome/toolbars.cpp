@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "tvx/base/strings.h"
-#include "tvx/core/chrome/obstacles.h"
 #include "tvx/core/chrome/path_buttons.h"
 
 namespace tvx::core {
@@ -13,9 +12,8 @@ using platform::Button;
 using platform::ButtonStyle;
 using platform::Toolbar;
 
-/// An obstacle is of buttons whose operation isn't built yet.
 struct Row {
-  std::u16string_view key, tool_tip, image, obstacle = {};
+  std::u16string_view key, tool_tip, image;
 };
 
 /// A row without a key is a separator.
@@ -71,10 +69,8 @@ constexpr int last_of_group_1 = 19;
 template <std::size_t count>
 void fill(Toolbar& toolbar, const Row (&rows)[count]) {
   for (const Row& row : rows)
-    toolbar
-        .Add({std::u16string(row.key), u"", std::u16string(row.tool_tip), std::u16string(row.image),
-              row.key.empty() ? ButtonStyle::Separator : ButtonStyle::Default})
-        .set_Obstacle(row.obstacle);
+    toolbar.Add({std::u16string(row.key), u"", std::u16string(row.tool_tip), std::u16string(row.image),
+                 row.key.empty() ? ButtonStyle::Separator : ButtonStyle::Default});
 }
 
 void set_state(Button& button, bool on) {
