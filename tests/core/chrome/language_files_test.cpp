@@ -74,12 +74,18 @@ class LanguageFile : public Control, public testing::WithParamInterface<std::str
   /// The dialogs of the control, by the names of their sections, each opened as the user opens it.
   void open_dialogs(const std::function<void(const std::string& section, platform::Form&)>& opened) {
     std::string section;
-    forms.on_opened([&](platform::Form& form) { opened(section, form); });
-    const auto open = [&](const char* name, const auto& road) {
+    int count = 0;
+    forms.on_opened([&](platform::Form& form) {
+      // A machine with much to do shows it while it reads the dictionary.
+      if (form.Name() == u"frmSpellingProgress") return;
+      ++count;
+      opened(section, form);
+    });
+    const auto open = [&](const char* name, const auto& act) {
       section = name;
-      const std::size_t before = forms.shown().size();
-      road();
-      EXPECT_EQ(forms.shown().size(), before + 1) << name;
+      count = 0;
+      act();
+      EXPECT_EQ(count, 1) << name;
     };
     control->set_DocumentHTML(u"<IMG src=\"file:///none.gif\">");
     open("WaitSettings", [&] { control->UploadAllImages(); });  // to no server at all
