@@ -1,5 +1,7 @@
 #include "tvx/files/document_file.h"
 
+#include <utility>
+
 #include "tvx/base/code_page.h"
 #include "tvx/base/file_replacement.h"
 #include "tvx/base/strings.h"
@@ -75,12 +77,13 @@ DocumentFile DocumentFile::from_template(std::u16string_view draft, std::string 
 void DocumentFile::take(std::string bytes) {
   FileContent content = read_form(bytes);
   const dom::Ref<dom::Document> tree = dom::parse_document(content.text);
+  tree_ = std::make_shared<dom::Ref<dom::Document>>(tree);
   form_ = form_in_file_ = std::move(content.form);
   mixed_in_file_ = !content.line_ends.empty();
   declared_in_file_ = declared_charset(*tree);
   faithful_ = content.faithful;
   shape_ = shape_of(content.text, *tree);
-  unedited_ = page_text(*tree);
+  unedited_.reset();
   source_text_ = std::move(content.text);
   line_ends_ = std::move(content.line_ends);
   bytes_ = std::move(bytes);
@@ -92,6 +95,13 @@ void DocumentFile::take(std::string bytes) {
     if (const std::u16string* href = base->attribute(dom::names::href)) base_as_written_ = *href;
   title_ = collapsed(title_as_written_.value_or(u""));
   base_url_ = base_as_written_.value_or(u"");
+}
+
+// Nothing but ASCII, and no word of a character set: a page is read as UTF-8 then.
+browser::ParsedPage DocumentFile::parsed() {
+  const bool is_ascii = form_in_file_.charset == "us-ascii";
+  browser::Encoding encoding{is_ascii ? "utf-8" : form_in_file_.charset, form_in_file_.byte_order_mark};
+  return {bytes_, tree_ ? std::exchange(*tree_, nullptr) : nullptr, std::move(encoding)};
 }
 
 void DocumentFile::keep_head(dom::Document& document) const {
@@ -119,6 +129,13 @@ bool DocumentFile::changed_on_disk() const {
   return now && *now != bytes_;
 }
 
+// Most pages are opened and looked at: what they would be written as is worked out when it is first asked
+// for.
+const std::u16string& DocumentFile::page_text() const {
+  if (!unedited_) unedited_ = page_text(tree_ && *tree_ ? **tree_ : *dom::parse_document(source_text_));
+  return *unedited_;
+}
+
 // Nobody has laid out the source of a page that was begun here.
 std::u16string DocumentFile::page_text(const dom::Document& document) const {
   std::u16string text = files::page_text(document, shape_);
@@ -131,9 +148,9 @@ std::u16string DocumentFile::page_text(const dom::Document& document) const {
 DocumentFile::Written DocumentFile::written(const dom::Document& document) const {
   std::u16string text = page_text(document);
   const FileForm form = form_of(document);
-  if (text == unedited_ && !respelled()) return {bytes_, source_text_, std::move(text), line_ends_, form};
+  if (text == page_text() && !respelled()) return {bytes_, source_text_, std::move(text), line_ends_, form};
   for (const auto merge : {merge_markup, merge_lines}) {
-    Written merged = spelled(merge(unedited_, source_text_, text), text, form);
+    Written merged = spelled(merge(page_text(), source_text_, text), text, form);
     if (page_text(*dom::parse_document(merged.source_text)) == text) return merged;
   }
   return spelled(text, text, form);
@@ -188,6 +205,7 @@ void DocumentFile::save(const dom::Document& document, std::u16string_view path)
   save_atomically(path, now.bytes);
   path_ = source_ = path;
   bytes_ = std::move(now.bytes);
+  tree_.reset();
   source_text_ = std::move(now.source_text);
   unedited_ = std::move(now.page_text);
   line_ends_ = std::move(now.line_ends);

@@ -1,15 +1,13 @@
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 
+#include "tvx/browser/loading/parsed_page.h"
 #include "tvx/files/file_form.h"
 #include "tvx/files/page_text.h"
-
-namespace tvx::dom {
-class Document;
-}
 
 namespace tvx::files {
 
@@ -54,12 +52,16 @@ class DocumentFile {
   /// False if some bytes of the file mean nothing in its character set; an edited page loses them.
   bool faithful() const { return faithful_; }
 
+  /// For who has source() opened next, once: it was parsed to know the title and the base, and needn't be
+  /// again. As long as that lives, this file stays as it is.
+  browser::ParsedPage parsed();
+
   /// Puts title and base into the opened document again as the file has them, letter by letter. This is no
   /// edit: there is nothing to undo.
   void keep_head(dom::Document& document) const;
 
   /// The page as the file has it, and as the document is now, both in this program's way of writing.
-  const std::u16string& page_text() const { return unedited_; }
+  const std::u16string& page_text() const;
   std::u16string page_text(const dom::Document& document) const;
 
   /// Whether another program has written the file since it was opened or saved.
@@ -83,10 +85,12 @@ class DocumentFile {
 
   bool fresh_ = false;  // begun in this program, and not read from a file since
   std::u16string path_, source_;
-  std::string bytes_;           // as they stand in the file
-  std::u16string source_text_;  // what these bytes say, lines ending in LF
-  LineEnds line_ends_;          // of these lines, where they differ
-  std::u16string unedited_;     // the same as this program would write it
+  std::string bytes_;                               // as they stand in the file
+  std::u16string source_text_;                      // what these bytes say, lines ending in LF
+  LineEnds line_ends_;                              // of these lines, where they differ
+  mutable std::optional<std::u16string> unedited_;  // the same as this program would write it
+  // Of the source, until somebody takes it: of all copies of this.
+  std::shared_ptr<dom::Ref<dom::Document>> tree_;
   FileForm form_, form_in_file_;
   bool mixed_in_file_ = false;    // the lines' ends
   std::string declared_in_file_;  // the character set that the page itself names

@@ -15,6 +15,19 @@ namespace {
 
 constexpr std::string_view utf8_mark = "\xEF\xBB\xBF", ascii = "us-ascii";
 
+/// Whether a unit of the text is one of those. Nothing ends the search within a stride: the compiler makes a
+/// few instructions of it then, and mostly there is none.
+template <class Text, class Wanted>
+bool holds(const Text& text, Wanted wanted) {
+  constexpr std::size_t stride = 1024;
+  bool found = false;
+  std::size_t at = 0;
+  for (; at + stride <= text.size() && !found; at += stride)
+    for (std::size_t i = 0; i < stride; ++i) found |= wanted(text[at + i]);
+  for (; at < text.size() && !found; ++at) found = wanted(text[at]);
+  return found;
+}
+
 LineEnds line_ends_of(std::u16string_view text) {
   LineEnds ends;
   for (std::size_t i = 0; i < text.size(); ++i) {
@@ -130,13 +143,18 @@ FileContent read_form(std::string_view bytes) {
   form.charset = page.encoding.name;
   form.byte_order_mark = page.encoding.byte_order_mark;
   form.declared = form.byte_order_mark || CodePage::by_name(browser::declared_encoding(bytes)).has_value();
-  const auto is_ascii = [](char c) { return static_cast<unsigned char>(c) < 0x80; };
-  if (!form.declared && std::ranges::all_of(bytes, is_ascii)) form.charset = ascii;
+  if (!form.declared && !holds(bytes, [](char c) { return static_cast<unsigned char>(c) >= 0x80; }))
+    form.charset = ascii;
+  const bool lost = holds(page.text, [](char16_t c) { return c == u'\uFFFD'; });
+  content.faithful = !lost || encode(page.text, form) == bytes;
+  if (!holds(page.text, [](char16_t c) { return c == u'\r'; })) {
+    content.text = std::move(page.text);
+    return content;
+  }
   LineEnds ends = line_ends_of(page.text);
   form.line_end = most_frequent(ends);
   if (std::ranges::any_of(ends, [&](LineEnd end) { return end != form.line_end; }))
     content.line_ends = std::move(ends);
-  content.faithful = !contains(page.text, u"\uFFFD") || encode(page.text, form) == bytes;
   content.text = with_lf(page.text);
   return content;
 }

@@ -64,13 +64,16 @@ bool DocumentFile::faithful() const { return parts_->file.faithful(); }
 bool DocumentFile::changed_on_disk() const { return parts_->file.changed_on_disk(); }
 
 void DocumentFile::open_in(core::HTMLed& control) const {
-  const files::DocumentFile& file = parts_->file;
+  files::DocumentFile& file = parts_->file;
   if (control.InCodeView()) control.show_Code();
   // The control writes both into what it opens: they are the file's own then.
   control.set_DocumentTitle(file.title());
   control.set_BaseURL(file.base_url());
   std::u16string source = file.source();
-  control.Open_document(source, true);
+  {
+    const browser::ParsedPage parsed = file.parsed();
+    control.Open_document(source, true);
+  }
   // What stays in the control must never be saved over the file that couldn't be loaded.
   const auto document = control.DOM();
   if (!document || document->url() != browser::document_address(file.source()))

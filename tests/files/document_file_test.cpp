@@ -17,6 +17,7 @@
 #include "tvx/base/strings.h"
 #include "tvx/base/text_file.h"
 #include "tvx/browser/loading/encoding.h"
+#include "tvx/browser/loading/page_source.h"
 #include "tvx/dom/inner_html.h"
 #include "tvx/dom/mutation.h"
 #include "tvx/dom/parse.h"
@@ -411,6 +412,39 @@ TEST_F(Files, SavingUnderAnotherNameMovesTheDocument) {
   file.save(*tree, path("other.html"));
   EXPECT_EQ(file.path(), path("other.html"));
   EXPECT_EQ(on_disk("other.html"), "<p>a\r\n");
+}
+
+// What was parsed to know the title is what a load of the file would have made.
+TEST_F(Files, APageIsParsedOnceWhenItIsOpened) {
+  for (const std::string bytes : pages) {
+    DocumentFile file = opened(bytes);
+    const auto loaded = browser::make_page(browser::read_local(path("page.html")));
+    const dom::Document* tree = nullptr;
+    {
+      const browser::ParsedPage parsed = file.parsed();
+      const auto page = browser::make_page(browser::read_local(path("page.html")));
+      tree = &page->tree();
+      EXPECT_EQ(printed(*tree), printed(loaded->tree())) << bytes;
+      EXPECT_EQ(page->encoding().name, loaded->encoding().name) << bytes;
+      EXPECT_EQ(page->encoding().byte_order_mark, loaded->encoding().byte_order_mark) << bytes;
+      EXPECT_EQ(browser::ParsedPage::of(bytes), nullptr) << "taken";
+    }
+    EXPECT_EQ(file.bytes_of(*read(bytes)), bytes) << "the file knows its text without the tree";
+  }
+}
+
+// A copy of the file doesn't take for the file's own what somebody edits.
+TEST_F(Files, ATreeThatWasTakenIsNobodysButTheTakers) {
+  DocumentFile file = opened("<p>a");
+  const DocumentFile copy = file;
+  std::shared_ptr<browser::HTMLDocument> page;
+  {
+    const browser::ParsedPage parsed = file.parsed();
+    page = browser::make_page(browser::read_local(path("page.html")));
+  }
+  dom::clear(*page->tree().body());
+  EXPECT_NE(copy.page_text().find(u"<p>a"), std::u16string::npos);
+  EXPECT_NE(file.page_text().find(u"<p>a"), std::u16string::npos);
 }
 
 TEST_F(Files, ChangesOfOthersAreSeen) {

@@ -99,7 +99,8 @@ void DocumentPage::begin() {
   }
   bool shown = false;
   try {
-    shown = load(pending_->changed_on_disk() ? files::DocumentFile::open(pending_->path()) : *pending_);
+    shown = load(pending_->changed_on_disk() ? files::DocumentFile::open(pending_->path())
+                                             : std::move(*pending_));
   } catch (const RuntimeError& error) {
     emit told(words_of(error));
   }
@@ -168,7 +169,10 @@ bool DocumentPage::load_document(files::DocumentFile file) {
   control.set_DocumentTitle(file.title());
   control.set_BaseURL(file.base_url());
   std::u16string source = file.source();
-  control.Open_document(source, true);
+  {
+    const browser::ParsedPage parsed = file.parsed();
+    control.Open_document(source, true);
+  }
   // What stays in the window must never be saved over the file that couldn't be loaded.
   const auto document = control.DOM();
   if (!document || document->url() != browser::document_address(file.source())) {

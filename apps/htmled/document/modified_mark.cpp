@@ -3,12 +3,12 @@
 #include <QTimer>
 #include <utility>
 
-#include "tvx/base/error.h"
 #include "tvx/browser/html_document.h"
 #include "tvx/core/htmled.h"
 #include "tvx/core/views/side_source.h"
 #include "tvx/dom/journal.h"
 #include "tvx/files/document_file.h"
+#include "tvx/files/page_digest.h"
 
 namespace tvx::htmled {
 
@@ -29,8 +29,7 @@ void ModifiedMark::clear() {
     journal.end_typing_run();  // what is typed from here on is a step of its own
     unmodified_depth_ = journal.depth();
     looked_at_depth_ = unmodified_depth_;
-    unmodified_bytes_.clear();
-    attempt([&] { unmodified_bytes_ = file_.bytes_of(document->tree()); });
+    unmodified_ = files::page_digest(document->tree());
   }
   set(false);
 }
@@ -63,11 +62,10 @@ void ModifiedMark::look() {
   const std::size_t depth = document->tree().journal().depth();
   const bool moved = std::exchange(looked_at_depth_, depth) != depth || was_respelled_;
   was_respelled_ = false;
-  bool same = false;
   if (depth != unmodified_depth_)
     set(true);
   else if (moved)
-    set(!attempt([&] { same = file_.bytes_of(document->tree()) == unmodified_bytes_; }) || !same);
+    set(files::page_digest(document->tree()) != unmodified_);
 }
 
 void ModifiedMark::set(bool modified) {

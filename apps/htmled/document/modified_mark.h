@@ -2,8 +2,8 @@
 
 #include <QObject>
 #include <cstddef>
+#include <cstdint>
 #include <optional>
-#include <string>
 
 namespace tvx::core {
 class HTMLed;
@@ -44,7 +44,7 @@ class ModifiedMark final : public QObject {
   bool for_good_ = false;
   bool was_respelled_ = false;  // at the last look
   bool look_awaited_ = false;
-  std::string unmodified_bytes_;      // what saving would have written then
+  std::uint64_t unmodified_ = 0;      // the digest of the page then
   std::size_t unmodified_depth_ = 0;  // of the undo journal
   std::optional<std::size_t> looked_at_depth_;
 };

@@ -5,6 +5,7 @@
 #include "tvx/base/text_file.h"
 #include "tvx/base/url.h"
 #include "tvx/browser/loading/encoding.h"
+#include "tvx/browser/loading/parsed_page.h"
 #include "tvx/dom/parse.h"
 
 namespace tvx::browser {
@@ -96,6 +97,12 @@ std::u16string page_of_text(std::u16string_view text) {
 bool fill_page(HTMLDocument& document, const HttpAnswer& found) {
   const PageKind kind = kind_of(media_type(found.content_type));
   if (kind == PageKind::None) return false;
+  if (ParsedPage* parsed = found.content_type.empty() ? ParsedPage::of(found.body) : nullptr) {
+    document.fill(parsed->take_tree(), found.address);
+    document.set_encoding(parsed->encoding());
+    document.begin_interactive();
+    return true;
+  }
   DecodedPage page = decode_page(found.body, charset_of_type(found.content_type));
   if (kind == PageKind::Text) page.text = page_of_text(page.text);
   document.fill(dom::parse_document(page.text), found.address);

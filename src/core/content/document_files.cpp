@@ -1,5 +1,8 @@
 #include "tvx/core/content/document_files.h"
 
+#include <memory>
+#include <utility>
+
 #include "tvx/base/error.h"
 #include "tvx/base/fault.h"
 #include "tvx/base/text_file.h"
@@ -67,7 +70,9 @@ void DocumentFiles::open_entire_document(const std::u16string& url) {
   context_.set_DOM(browser().Document());
   opened_document_ = DOM();
   context_.wait_while([&] { return !is_usable(document()); });
-  properties_.DocumentHTML = share(content_.ConvertUnicodeCharacters(dom::inner_html(body_of(document()))));
+  std::u16string html = dom::inner_html(body_of(document()));
+  if (properties_.AlwaysConvertUnicodeCharacters) html = content_.ConvertUnicodeCharacters(html);
+  properties_.DocumentHTML = std::make_shared<const std::u16string>(std::move(html));
   sheet_.adopt_settings();
 }
 
