@@ -192,12 +192,16 @@ void measure_while_it_comes(const QString& file, OwnPage& own) {
 void measure(const QString& name, const QString& file, OwnPage& own, PlainPage& plain, int rounds) {
   table.begin_column(name);
   Pair whole;
-  Samples filled;
+  Samples filled, stalls;
+  const auto longest_stall = [&own] {
+    return own.ask(QStringLiteral("String(tvxView.longestStall)")).toDouble();
+  };
   const int times = times_for(file);
   for (int i = 0; i < times; ++i) {
     const EditedPage::Opening opening = own.open(file);
     filled.add(opening.filled.value_or(opening.whole));
     whole.own.add(opening.whole);
+    stalls.add(longest_stall());
     whole.plain.add(plain.open(file).whole);
   }
   Figure figures[] = {{"key to layout, in a loop", type_in_a_loop},
@@ -217,9 +221,9 @@ void measure(const QString& name, const QString& file, OwnPage& own, PlainPage& 
   print("open, to the window filled", filled, whole.plain);
   print("open, to the whole laid out", whole.own, whole.plain);
   for (const Figure& figure : figures) print(figure.name, figure.pair.own, figure.pair.plain);
-  const double stall = own.ask(QStringLiteral("String(tvxView.longestStall)")).toDouble();
-  std::printf("  longest stall of the editor's page: %.0f ms\n", stall);
-  table.add("longest stall of the page", milliseconds(stall));
+  std::printf("  longest stall of the editor's page: %.0f ms while it comes, at most %.0f, %.0f afterwards\n",
+              stalls.median(), stalls.nearly_all(), longest_stall());
+  table.add("longest stall of the page while it comes", milliseconds(stalls.median()));
   measure_while_it_comes(file, own);
   std::fflush(stdout);
 }

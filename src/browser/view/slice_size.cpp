@@ -1,40 +1,66 @@
 #include "tvx/browser/view/slice_size.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace tvx::browser {
 namespace {
 
-// Times are those of a busy machine: a node is never thought cheaper than this part of what it took in all.
+// What a slice before this one still weighs.
+constexpr double fading = 0.95;
+// A node is never thought cheaper than this part of what it took in all.
 constexpr double least_share = 1.0 / 8;
+// Of the errors that there are if what is there costs nothing.
+constexpr double most_error = 0.75;
+// From one slice to the next: a machine that does other work for a moment says little.
+constexpr double most_growth = 1.5;
 
 }  // namespace
 
 void SliceSize::took(double milliseconds) {
   // The first slice had fonts and styles made: it says nothing about the ones to come.
-  if (at_first_) {
-    at_first_ = false;
+  if (std::exchange(at_first_, false)) {
+    there_ = first;
     nodes_ = smallest;
     return;
   }
-  const double time = std::max(milliseconds, 1.0);
-  weigh_nodes(time);
-  const double same_part = time - node_cost_ * static_cast<double>(nodes_);
-  const auto fitting =
-      static_cast<std::size_t>(std::max(aim_milliseconds - same_part, same_part) / node_cost_);
-  last_nodes_ = nodes_;
-  last_time_ = time;
-  nodes_ = std::clamp(std::clamp(fitting, nodes_ / 2, nodes_ * 2), smallest, largest);
+  weigh(std::max(milliseconds, 1.0));
+  there_ += nodes_;
+  const auto [node, node_there] = costs();
+  const double same_part = node_there * static_cast<double>(there_);
+  const double fitting = std::max(aim_milliseconds - same_part, same_part) / node;
+  const double now = static_cast<double>(nodes_);
+  const double next = std::clamp(fitting, now / 2, now * most_growth);
+  nodes_ = std::clamp(static_cast<std::size_t>(next), smallest, largest);
 }
 
-// Two slices of different sizes tell; until there are two, all is thought to be the nodes'.
-void SliceSize::weigh_nodes(double time) {
-  const double nodes = static_cast<double>(nodes_), last = static_cast<double>(last_nodes_);
-  const double rate = time / nodes;
-  double cost = node_cost_ == 0 ? rate : node_cost_;
-  if (last_nodes_ != 0 && std::max(nodes, last) >= 1.25 * std::min(nodes, last))
-    cost = (time - last_time_) / (nodes - last);
-  node_cost_ = std::clamp(cost, rate * least_share, rate);
+// By how much an error counts in relation to the time: most errors are another program's, and make it longer.
+void SliceSize::weigh(double time) {
+  const double nodes = static_cast<double>(nodes_), there = static_cast<double>(there_);
+  const double weight = 1 / (time * time);
+  const auto add = [weight](double& sum, double value) { sum = fading * sum + weight * value; };
+  add(sums_.nodes_nodes, nodes * nodes);
+  add(sums_.nodes_there, nodes * there);
+  add(sums_.there_there, there * there);
+  add(sums_.nodes_time, nodes * time);
+  add(sums_.there_time, there * time);
+  add(sums_.time_time, time * time);
+}
+
+// Both by least squares. All is thought to be the new nodes', unless the times are explained much better
+// otherwise.
+SliceSize::Costs SliceSize::costs() const {
+  const auto& [nodes_nodes, nodes_there, there_there, nodes_time, there_time, time_time] = sums_;
+  const double rate = nodes_time / nodes_nodes;
+  const double determinant = nodes_nodes * there_there - nodes_there * nodes_there;
+  if (determinant <= 1e-3 * nodes_nodes * there_there) return {rate, 0};
+  const double there = (there_time * nodes_nodes - nodes_time * nodes_there) / determinant;
+  const double node = (nodes_time * there_there - there_time * nodes_there) / determinant;
+  const double error = time_time - node * nodes_time - there * there_time;
+  if (there < 0 || error > most_error * (time_time - rate * nodes_time)) return {rate, 0};
+  const double least = rate * least_share;
+  if (node >= least) return {node, there};
+  return {least, std::max(0.0, (there_time - least * nodes_there) / there_there)};
 }
 
 }  // namespace tvx::browser
