@@ -32,12 +32,13 @@ class OpenFile {
   }
 
   /// Appends all that is left to `bytes`, which then holds at most one byte more than `limit`: more means
-  /// that there is more. False if reading breaks off.
+  /// that there is more. Fastest where room for all and one byte is reserved. False if reading breaks off.
   bool read(std::string& bytes, std::size_t limit) {
     constexpr std::size_t step = 1 << 16;
     while (bytes.size() <= limit) {
-      const std::size_t size = bytes.size();
-      bytes.resize(std::min(size + std::max(step, size / 2), limit + 1));
+      const std::size_t size = bytes.size(), room = bytes.capacity() - size;
+      const bool is_reserved = room > 0 && bytes.capacity() > step;
+      bytes.resize(std::min(size + (is_reserved ? room : std::max(step, size / 2)), limit + 1));
       const ssize_t got = ::read(descriptor_, bytes.data() + size, bytes.size() - size);
       bytes.resize(size + static_cast<std::size_t>(std::max<ssize_t>(got, 0)));
       if (got == 0) return true;

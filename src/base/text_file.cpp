@@ -73,6 +73,7 @@ FileBytes read_file(std::u16string_view path, std::size_t limit) {
   if (!file.is_open() || fstat(file.descriptor(), &status) != 0) return broken_off(errno);
   result.failure = why_unreadable(status, limit);
   if (!result.failure.empty()) return result;
+  result.bytes.reserve(static_cast<std::size_t>(std::max<off_t>(status.st_size, 0)) + 1);
   if (!file.read(result.bytes, limit)) return broken_off(errno);
   if (result.bytes.size() <= limit) return result;
   status.st_size = static_cast<off_t>(result.bytes.size());
