@@ -173,5 +173,20 @@ TEST_F(EscapeOnScreen, DoesNotStopWhatAHostCalls) {
   EXPECT_TRUE(wait_for([&] { return escapes.count == 1; }));
 }
 
+// The menu bar has the keys until it is left, and gives them back to whoever had them.
+TEST_F(EscapeOnScreen, AMenuThatWasLeftByItDoesntSendTheSourcesKeysToThePage) {
+  start("<!DOCTYPE html><p>one</p>");
+  hands::press(QStringLiteral("alt+v"));
+  ASSERT_TRUE(wait_for([&] { return QApplication::activePopupWidget() != nullptr; }));
+  hands::press(QStringLiteral("Escape"));
+  ASSERT_TRUE(wait_for([&] { return !QApplication::activePopupWidget(); }));
+  hands::press(QStringLiteral("F9"));
+  ASSERT_TRUE(wait_for([&] { return control().InCodeView(); }));
+  QTest::qWait(500);
+  hands::type(QStringLiteral("xy"));
+  EXPECT_TRUE(wait_for([&] { return control().txtCode().Text().find(u"xy") != std::u16string::npos; }));
+  EXPECT_EQ(html(), "<P>one</P>");
+}
+
 }  // namespace
 }  // namespace tvx::x11

@@ -43,6 +43,9 @@ bool Panes::step(bool next) {
 }
 
 void Panes::follow_focus(const QWidget* focused) {
+  // The menu bar, when it is left, gives the keys back to whoever had them: the page may be covered by then.
+  if (control_.txtCode().in_front() && widgets_.view->isAncestorOf(focused))
+    return widgets_.code->setFocus(Qt::OtherFocusReason);
   QWidget* stands = gate_;
   for (QWidget* part : {widgets_.view, widgets_.code, side_.data()})
     if (part && part->isAncestorOf(focused)) stands = part;
