@@ -80,6 +80,44 @@ TEST_F(DocumentsOnScreen, ASecondStartOpensInTheWindowThatIsThere) {
   EXPECT_TRUE(comes_to_front(QStringLiteral("one.html")));
 }
 
+TEST_F(DocumentsOnScreen, AWindowOfItsOwnTakesNoStartsFromTheFirst) {
+  start(htmled(), {page("one.html")});
+  ASSERT_TRUE(comes_to_front(QStringLiteral("one.html")));
+  QProcess own;
+  own.setProcessEnvironment(surroundings());
+  own.start(htmled(), {QStringLiteral("--new-window"), page("two.html")});
+  ASSERT_TRUE(comes_to_front(QStringLiteral("two.html")));
+  QTest::qWait(700);
+  press(QStringLiteral("ctrl+q"));
+  ASSERT_TRUE(own.waitForFinished(20'000));
+  QProcess third;
+  third.setProcessEnvironment(surroundings());
+  third.start(htmled(), {page("two.html")});
+  EXPECT_TRUE(third.waitForFinished(20'000)) << "the first takes its file";
+  third.kill();
+  third.waitForFinished();
+}
+
+TEST_F(DocumentsOnScreen, WhatCannotBeSavedIsOfferedAnotherFile) {
+  ASSERT_TRUE(QDir().mkpath(path_of(QStringLiteral("gone"))));
+  write(QStringLiteral("gone/three.html"), "<!DOCTYPE html>\n<title>t</title>\n<p>The page</p>\n");
+  start(htmled(), {page("gone/three.html")});
+  ASSERT_TRUE(comes_to_front(QStringLiteral("three.html")));
+  QTest::qWait(700);
+  type(QStringLiteral("abc "));
+  ASSERT_TRUE(is_marked());
+  ASSERT_TRUE(QDir(path_of(QStringLiteral("gone"))).removeRecursively());
+  press(QStringLiteral("ctrl+s"));
+  ASSERT_TRUE(wait_for([&] { return active_title() == QStringLiteral("HTMLed"); })) << "nothing says so";
+  press(QStringLiteral("Return"));
+  ASSERT_TRUE(comes_to_front(QStringLiteral("Save As")));
+  QTest::qWait(700);
+  type(page("kept.html"));
+  press(QStringLiteral("Return"));
+  EXPECT_TRUE(wait_for([&] { return file(QStringLiteral("kept.html")).contains("abc The page"); }));
+  EXPECT_TRUE(comes_to_front(QStringLiteral("kept.html")));
+}
+
 TEST_F(DocumentsOnScreen, AProgramThatWasKilledLeavesNoOtherOneWithoutAWindow) {
   start(htmled(), {page("one.html")});
   ASSERT_TRUE(comes_to_front(QStringLiteral("one.html")));
@@ -155,6 +193,25 @@ TEST_F(DocumentsOnScreen, AFileThatAnotherProgramWritesIsAskedAboutAtFocus) {
   ASSERT_TRUE(is_marked());
   press(QStringLiteral("ctrl+s"));
   EXPECT_TRUE(wait_for([&] { return file(QStringLiteral("one.html")).contains("<p>mine Theirs</p>"); }));
+}
+
+TEST_F(DocumentsOnScreen, WhoComesBackTypingLosesNothingToAnotherProgramsFile) {
+  start(htmled(), {page("one.html")});
+  ASSERT_TRUE(comes_to_front(QStringLiteral("one.html")));
+  QTest::qWait(700);
+  type(QStringLiteral("mine "));
+  ASSERT_TRUE(is_marked());
+  const QString window = ask({QStringLiteral("getactivewindow")});
+  ask({QStringLiteral("windowminimize"), window});
+  ASSERT_TRUE(wait_for([&] { return active_title().isEmpty(); }));
+  QTest::qWait(500);  // a window that has the focus again at once hears of neither
+  write(QStringLiteral("one.html"), "<!DOCTYPE html>\n<title>t</title>\n<p>Theirs</p>\n");
+  ask({QStringLiteral("windowactivate"), window});
+  ASSERT_TRUE(comes_to_front(QStringLiteral("The file has changed")));
+  press(QStringLiteral("Return"));  // Keep this document
+  ASSERT_TRUE(comes_to_front(QStringLiteral("one.html*")));
+  press(QStringLiteral("ctrl+s"));
+  EXPECT_TRUE(wait_for([&] { return file(QStringLiteral("one.html")).contains("<p>mine The page"); }));
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <QLocale>
 #include <QMessageBox>
 #include <QPointer>
+#include <QPushButton>
 #include <QScopedValueRollback>
 #include <QVBoxLayout>
 #include <utility>
@@ -223,23 +224,24 @@ void DocumentPage::finish_typing() {
   if (editor_) editor_->finish_input();
 }
 
-bool DocumentPage::with_document(const std::function<void(const dom::Document&)>& act) {
+std::optional<QString> DocumentPage::with_document(const std::function<void(const dom::Document&)>& act) {
   finish_typing();
   core::HTMLed& control = editor_->control();
   const bool in_code_view = control.InCodeView();
   if (in_code_view) control.show_Code();
   control.UserControl_ExitFocus();  // the border of the selected element is no part of the document
-  bool done = false;
+  std::optional<QString> failure;
   try {
-    if (const auto document = control.DOM()) {
+    if (const auto document = control.DOM())
       act(document->tree());
-      done = true;
-    }
+    else
+      failure.emplace();
   } catch (const RuntimeError& error) {
-    emit told(words_of(error));
+    failure = words_of(error);
+    emit told(*failure);
   }
   if (in_code_view) control.show_Code();
-  return done;
+  return failure;
 }
 
 bool DocumentPage::save() {
@@ -259,7 +261,9 @@ bool DocumentPage::save_as() {
 
 bool DocumentPage::save_to(const QString& path) {
   const std::u16string target = from_qt(QFileInfo(path).absoluteFilePath());
-  if (!with_document([&](const dom::Document& document) { file_.save(document, target); })) return false;
+  if (const auto failure =
+          with_document([&](const dom::Document& document) { file_.save(document, target); }))
+    return !failure->isEmpty() && save_elsewhere(*failure);
   mark_->clear();
   stamp_ = present_stamp();
   emit filed(to_qt(target));
@@ -269,8 +273,16 @@ bool DocumentPage::save_to(const QString& path) {
   return true;
 }
 
+// A line at the window's edge is overlooked, and then the work is lost with the window.
+bool DocumentPage::save_elsewhere(const QString& failure) {
+  QMessageBox question(QMessageBox::Warning, QStringLiteral("HTMLed"), failure, QMessageBox::Cancel, this);
+  const QAbstractButton* elsewhere = question.addButton(tr("Save As"), QMessageBox::AcceptRole);
+  question.exec();
+  return question.clickedButton() == elsewhere && save_as();
+}
+
 bool DocumentPage::save_copy(const QString& path) {
-  return with_document([&](const dom::Document& document) {
+  return !with_document([&](const dom::Document& document) {
     save_atomically(from_qt(QFileInfo(path).absoluteFilePath()), file_.bytes_of(document));
   });
 }

@@ -107,7 +107,7 @@ class DocumentPage final : public QWidget, private core::HTMLedEvents, private c
   /// Whether a document is being loaded: the page can't go then.
   bool is_busy() const { return loading_; }
   /// A new page in which nothing has been done yet.
-  bool is_untouched() const { return path().isEmpty() && !is_modified() && !pending_; }
+  bool is_untouched() const { return path().isEmpty() && !is_modified() && !pending_ && !restored_; }
   int local_images() const { return local_images_; }
 
   /// What was typed before this belongs to what comes now, be it saving or undoing: waits until the editor
@@ -161,10 +161,13 @@ class DocumentPage final : public QWidget, private core::HTMLedEvents, private c
   FileStamp present_stamp() const;
   /// Whether to write over what another program has put in the file meanwhile.
   bool may_overwrite();
-  /// Calls `act` with the document as it is to be saved; false, with the user told, if that fails.
+  /// Says that the file couldn't be saved, and offers to choose another one; whether it is saved in the end.
+  bool save_elsewhere(const QString& failure);
   /// That a new page names.
   QString new_language() const;
-  bool with_document(const std::function<void(const dom::Document&)>& act);
+  /// Calls `act` with the document as it is to be saved. Gives why that failed, with the user told, if it
+  /// did.
+  std::optional<QString> with_document(const std::function<void(const dom::Document&)>& act);
   void look_later();
   void count_images();
   void answer_remote_content(bool load);

@@ -100,7 +100,9 @@ RunningInstance::RunningInstance(QObject* parent) : QObject(parent) {
   });
   server_.setSocketOptions(QLocalServer::UserAccessOption);
   const QString name = QString::fromLocal8Bit(path);
-  if (server_.listen(name) || Connection(path).is_open()) return;
+  // Listening would take the socket from a program that has it, and nobody would hear the next start once
+  // this program has ended.
+  if (Connection(path).is_open()) return;
   QLocalServer::removeServer(name);
   server_.listen(name);
 }

@@ -30,12 +30,13 @@ ChangedFileDialog::ChangedFileDialog(const QString& name, std::u16string_view do
   QPushButton* keep = buttons->addButton(tr("&Keep this document"), QDialogButtonBox::RejectRole);
   load->setObjectName(QStringLiteral("load"));
   keep->setObjectName(QStringLiteral("keep"));
-  QPushButton* harmless = edited ? keep : load;
-  harmless->setDefault(true);
-  harmless->setFocus();
   connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
   connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
   layout->addWidget(buttons);
+  // Only now do the buttons know their dialog.
+  QPushButton* harmless = edited ? keep : load;
+  harmless->setDefault(true);
+  harmless->setFocus();
 }
 
 }  // namespace tvx::htmled

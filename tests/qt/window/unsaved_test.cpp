@@ -144,6 +144,27 @@ TEST_F(UnsavedPages, WithoutAFileComeBackWithoutOne) {
   EXPECT_TRUE(window_->isWindowModified());
 }
 
+TEST_F(UnsavedPages, WithoutAFileAllComeBack) {
+  ASSERT_TRUE(window_->start({}));
+  edit(u"<P>the first</P>");
+  window_->new_document();
+  ASSERT_TRUE(wait_for(
+      [&] { return window_->editor().started() && !window_->front().is_busy() && !body().empty(); }));
+  edit(u"<P>the second</P>");
+  window_->keep_everything();
+  new_window();
+  ASSERT_TRUE(window_->start({}));
+  offer("restore");
+  ASSERT_TRUE(wait_for([&] { return window_->isWindowModified() && kept().empty(); }));
+  std::vector<std::string> bodies;
+  for (DocumentPage* each : window_->tabs().pages()) {
+    window_->tabs().bring_to_front(*each);
+    ASSERT_TRUE(wait_for([&] { return window_->isWindowModified(); }));
+    bodies.push_back(body());
+  }
+  EXPECT_EQ(bodies, (std::vector<std::string>{"<P>the first</P>", "<P>the second</P>"}));
+}
+
 TEST_F(UnsavedPages, ComeBackAsTheCodeThatWasBeingTyped) {
   ASSERT_TRUE(window_->start(file()));
   control().show_Code();
