@@ -1,9 +1,9 @@
 // Joins the ES modules of a folder into one script: join_modules <entry.js> <joined.js>.
 //
 // The modules stand one after the other in one scope, each after those that it imports. So that this means
-// what the modules mean by themselves, imports are named one by one from files beside them, no two modules
-// have a name in common at their top level, and a name that one exports is another's only where it is
-// imported.
+// what the modules mean by themselves, imports are named one by one from files beside them, no module
+// declares a name twice at its top level, no two modules have one in common there, and a name that one
+// exports is another's only where it is imported.
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
@@ -144,7 +144,7 @@ void take_declarations(Module& module) {
     const bool is_exported = match[1].matched;
     for (const auto& name :
          declared_names(module, at + static_cast<std::size_t>(match.length()), variables)) {
-      module.declared.insert(name);
+      if (!module.declared.insert(name).second) fail(module, at, "declared twice: " + name);
       if (is_exported) module.exported.insert(name);
     }
     if (is_exported) {

@@ -26,6 +26,13 @@ refused() {
 }
 
 fresh
+module main.js "import { greet } from './one.js';
+
+function twice() { return 1; }
+greet(twice());
+function twice() { return 2; }"
+refused "main.js:5: declared twice: twice"
+fresh
 module main.js "import { greet, second } from './one.js';
 greet(second.first); // not imported, and no code: first"
 "$join" "$folder/main.js" "$folder/joined" || status=1
