@@ -22,7 +22,7 @@ set(headers ${TVX_WRITTEN_HEADERS})
 list(TRANSFORM headers PREPEND ${PROJECT_BINARY_DIR}/include/tvx/)
 set(pieces clsDirectoryItem_fields clsDirectoryItem_rows control_events date_members designer_properties
   enumeration_rows event_relay event_rows host_events
-  host_members member_rows property_fields property_members reference_text relay_declarations store_keys type_enumerators
+  host_members member_rows property_fields property_members reference_text relay_declarations service_classes store_keys type_enumerators
   type_names widget_events widget_members writing_order)
 list(TRANSFORM pieces APPEND .inc)
 # Units name what they include by the way that led there, the include roots' links: each is an output, or a change would

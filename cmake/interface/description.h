@@ -21,7 +21,7 @@ struct StorePlace {
   bool unless_default = false;
 };
 
-enum class Kind { Property, Operation, Event, Key, Enumeration, Class };
+enum class Kind { Property, Operation, Event, Key, Enumeration, Class, Service };
 
 /// One description.
 struct Entry {
@@ -30,7 +30,7 @@ struct Entry {
   int number = 0;
   std::string name, type, initial;  // of an operation the type is its result's, "" where there is none
   std::vector<Parameter> parameters;
-  std::vector<Entry> members;  // of an enumeration and of a class
+  std::vector<Entry> members;  // of an enumeration, of a class and of a service
   std::map<std::string, std::string> facts;
   StorePlace store;
   std::string summary;
@@ -52,7 +52,12 @@ struct Interface {
   std::vector<Entry> entries;
 
   std::vector<const Entry*> all(Kind kind) const;
+  /// The enumerations of services.
+  std::vector<const Entry*> service_enumerations() const;
   bool is_enumeration(const std::string& type) const;
+  bool is_service_enumeration(const std::string& type) const;
+  /// Null: there is no service of this name.
+  const Entry* service(const std::string& name) const;
   /// An object of a class or of any.
   bool is_object(const std::string& type) const;
   /// The number that a name of an enumeration stands for.

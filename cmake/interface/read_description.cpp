@@ -22,7 +22,7 @@ class Reader {
         paragraph_ended_ = true;
       else if (line[0] != ' ')
         begin(line);
-      else
+      else if (!starts_with(line, "    ") || !continue_fact(trimmed(line)))
         add(trimmed(line));
     }
     return std::move(interface_);
@@ -43,15 +43,37 @@ class Reader {
     }
     static const std::map<std::string, Kind> kinds = {
         {"property", Kind::Property}, {"operation", Kind::Operation},     {"event", Kind::Event},
-        {"key", Kind::Key},           {"enumeration", Kind::Enumeration}, {"class", Kind::Class}};
+        {"key", Kind::Key},           {"enumeration", Kind::Enumeration}, {"class", Kind::Class},
+        {"service", Kind::Service}};
     const auto kind = kinds.find(word);
     if (kind == kinds.end()) fail("no description starts with \"" + word + "\"");
     Entry entry;
     entry.kind = kind->second;
     entry.group = group_;
     read_head(entry, rest);
-    interface_.entries.push_back(std::move(entry));
+    list_of(entry).push_back(std::move(entry));
     paragraph_ended_ = false;
+  }
+
+  /// Where a description goes: one of SERVICE.MEMBER, which keeps the second name alone, to the service above
+  /// it.
+  std::vector<Entry>& list_of(Entry& entry) {
+    const std::size_t dot = entry.name.find('.');
+    belongs_to_service_ = dot != entry.name.npos;
+    if (!belongs_to_service_) return interface_.entries;
+    const std::string owner = entry.name.substr(0, dot);
+    Entry* service = interface_.entries.empty() ? nullptr : &interface_.entries.back();
+    if (!service || service->kind != Kind::Service || service->name != owner)
+      fail("the service " + owner + " isn't described just before");
+    entry.name = entry.name.substr(dot + 1);
+    if (!is_name(entry.name)) fail("\"" + entry.name + "\" is no name");
+    return service->members;
+  }
+
+  Entry& current() {
+    if (interface_.entries.empty()) fail("this belongs to no description");
+    Entry& last = interface_.entries.back();
+    return belongs_to_service_ ? last.members.back() : last;
   }
 
   /// "NUMBER NAME: TYPE = DEFAULT", "NUMBER NAME(PARAMETERS): RESULT", or a part of these.
@@ -66,7 +88,7 @@ class Reader {
     }
     const std::size_t end = std::min(text.find_first_of(":("), text.size());
     entry.name = trimmed(text.substr(0, end));
-    if (!is_name(entry.name)) fail("\"" + entry.name + "\" is no name");
+    if (!is_name(entry.name.substr(0, entry.name.find('.')))) fail("\"" + entry.name + "\" is no name");
     text = text.substr(end);
     if (starts_with(text, "(")) {
       const std::size_t close = text.rfind(')');
@@ -110,8 +132,7 @@ class Reader {
 
   /// A line below a description: a fact, a member, or a piece of its text.
   void add(const std::string& line) {
-    if (interface_.entries.empty()) fail("this belongs to no description");
-    Entry& entry = interface_.entries.back();
+    Entry& entry = current();
     if (entry.summary.empty() && add_member(entry, line)) return;
     if (entry.summary.empty() && add_fact(entry, line)) return;
     if (entry.summary.empty() || (!paragraph_ended_ && entry.prose.empty()))
@@ -145,15 +166,26 @@ class Reader {
   }
 
   bool add_fact(Entry& entry, const std::string& line) {
-    static const std::set<std::string> known = {"store", "access", "kept",    "getter",  "setter",
-                                                "unit",  "errors", "returns", "binding", "text"};
+    static const std::set<std::string> known = {"store", "access",    "kept",    "getter",  "setter",
+                                                "unit",  "errors",    "returns", "binding", "text",
+                                                "c",     "interface", "class"};
     const std::size_t colon = line.find(':');
     if (colon == line.npos || !is_name(line.substr(0, colon))) return false;
     const std::string name = line.substr(0, colon);
     if (!known.count(name)) fail("there is no fact \"" + name + "\"");
     const std::string value = trimmed(line.substr(colon + 1));
     if (!entry.facts.emplace(name, value).second) fail("told twice: " + name);
+    last_fact_ = name;
     if (name == "store") read_place(entry.store, value);
+    return true;
+  }
+
+  /// A line that stands further in goes on with the fact above it.
+  bool continue_fact(const std::string& line) {
+    Entry& entry = current();
+    const auto fact = entry.facts.find(last_fact_);
+    if (!entry.summary.empty() || fact == entry.facts.end()) return false;
+    append(fact->second, line);
     return true;
   }
 
@@ -177,6 +209,8 @@ class Reader {
   int line_ = 0;
   std::string group_;
   bool paragraph_ended_ = false;
+  std::string last_fact_;
+  bool belongs_to_service_ = false;  // the description that is being read
   Interface interface_;
 };
 
@@ -205,11 +239,32 @@ class Check {
     if (entry.kind == Kind::Property || entry.kind == Kind::Key || !entry.type.empty())
       check_type(entry, entry.type);
     for (const Parameter& parameter : entry.parameters) check_type(entry, parameter.type);
+    if (entry.kind == Kind::Service) return check_service(entry);
     for (const Entry& member : entry.members)
       if (!member.type.empty()) check_type(entry, member.type);
     if (interface_.is_enumeration(entry.type) && !entry.initial.empty())
       if (interface_.number_of(entry.type, entry.initial) < 0)
         reader_.fail(entry.line, entry.initial + " is no " + entry.type);
+  }
+
+  void check_service(const Entry& service) {
+    for (const char* fact : {"c", "interface"})
+      if (service.fact(fact).empty()) reader_.fail(service.line, service.name + " has no \"" + fact + ":\"");
+    int members = 0, events = 0;
+    for (const Entry& member : service.members) {
+      if (member.summary.empty())
+        reader_.fail(member.line, service.name + "." + member.name + " isn't described");
+      if (member.kind == Kind::Enumeration) continue;
+      if (member.number != ++(member.kind == Kind::Event ? events : members))
+        reader_.fail(member.line, service.name + "." + member.name + " isn't in the order of the numbers");
+      if (!member.type.empty()) check_service_type(member, member.type);
+      for (const Parameter& parameter : member.parameters) check_service_type(member, parameter.type);
+    }
+  }
+
+  void check_service_type(const Entry& entry, const std::string& type) {
+    if (type != "pointer" && !interface_.is_service_enumeration(type) && !interface_.service(type))
+      check_type(entry, type);
   }
 
   void check_type(const Entry& entry, const std::string& type) {
@@ -251,6 +306,26 @@ std::vector<const Entry*> Interface::all(Kind kind) const {
   for (const Entry& entry : entries)
     if (entry.kind == kind) found.push_back(&entry);
   return found;
+}
+
+const Entry* Interface::service(const std::string& name) const {
+  for (const Entry* entry : all(Kind::Service))
+    if (entry->name == name) return entry;
+  return nullptr;
+}
+
+std::vector<const Entry*> Interface::service_enumerations() const {
+  std::vector<const Entry*> found;
+  for (const Entry* service : all(Kind::Service))
+    for (const Entry& member : service->members)
+      if (member.kind == Kind::Enumeration) found.push_back(&member);
+  return found;
+}
+
+bool Interface::is_service_enumeration(const std::string& type) const {
+  for (const Entry* entry : service_enumerations())
+    if (entry->name == type) return true;
+  return false;
 }
 
 bool Interface::is_enumeration(const std::string& type) const {

@@ -79,12 +79,20 @@ std::string tuple(const std::vector<std::string>& rows) {
 
 bool is_settable(const Parameter& parameter) { return parameter.by_reference; }
 
+/// The control's and those of services.
+std::vector<const Entry*> all_enumerations(const Interface& interface) {
+  std::vector<const Entry*> all = interface.all(Kind::Enumeration);
+  const std::vector<const Entry*> others = interface.service_enumerations();
+  all.insert(all.end(), others.begin(), others.end());
+  return all;
+}
+
 // --- the tables ---
 
 std::string enumerations(const Interface& interface) {
   std::string text;
   std::vector<std::string> names;
-  for (const Entry* entry : interface.all(Kind::Enumeration)) {
+  for (const Entry* entry : all_enumerations(interface)) {
     text += "\n\nclass " + entry->name + "(IntEnum):\n" + docstring(*entry, "    ") + "\n";
     for (const Entry& member : entry->members)
       text += "    " + python_name(member.name) + " = " + std::to_string(member.number) + "\n";
@@ -112,6 +120,51 @@ std::string returned_index(const Entry& operation) {
   for (std::size_t i = 0; i < operation.parameters.size(); ++i)
     if (operation.parameters[i].name == returned) return std::to_string(i);
   return "None";
+}
+
+/// Rows of (name, ((argument, type, brought back), ...)): the functions of a service's table after the first
+/// three.
+std::string service_table(const Entry& service) {
+  std::vector<std::string> functions;
+  const auto add = [&](const std::string& name, const std::vector<std::string>& arguments) {
+    functions.push_back(joined({quoted(name), tuple(arguments)}));
+  };
+  const auto argument = [](const std::string& name, const std::string& type, bool out) {
+    return joined({quoted(name), quoted(type), flag(out)});
+  };
+  for (const Entry& member : service.members) {
+    if (member.kind == Kind::Property) {
+      std::string name = member.name;
+      if (name[0] >= 'a' && name[0] <= 'z') name[0] = static_cast<char>(name[0] - 'a' + 'A');
+      add("Get" + name, {argument("value", member.type, true)});
+      if (member.has_setter()) add("Set" + name, {argument("value", member.type, false)});
+    } else if (member.kind == Kind::Operation) {
+      std::vector<std::string> arguments;
+      for (const Parameter& parameter : member.parameters)
+        arguments.push_back(argument(parameter.name, parameter.type, false));
+      if (!member.type.empty()) arguments.push_back(argument("result", member.type, true));
+      add(member.name, arguments);
+    }
+  }
+  return tuple(functions);
+}
+
+std::string service_docs(const Entry& service) {
+  std::vector<std::string> docs;
+  for (const Entry& member : service.members)
+    if (member.kind != Kind::Enumeration) docs.push_back(quoted(member.name) + ": " + doc(member));
+  return "{" + joined(docs) + "}";
+}
+
+std::vector<std::string> services(const Interface& interface) {
+  std::vector<std::string> rows;
+  for (const Entry* service : interface.all(Kind::Service)) {
+    const std::string id = service->fact("class");
+    rows.push_back(
+        joined({quoted(service->name), quoted(service->fact("interface")), id.empty() ? "None" : quoted(id),
+                service_table(*service), doc(*service), service_docs(*service)}));
+  }
+  return rows;
 }
 
 std::string members(const Interface& interface) {
@@ -143,6 +196,9 @@ std::string members(const Interface& interface) {
          table("OPERATIONS", operations) +
          "\n# number, name, parameters (name, type, can be set), what it tells" + table("EVENTS", events) +
          "\n# name, what it is" + table("CLASSES", classes) +
+         "\n# name, interface, class, functions (name, arguments (name, type, brought back)), what it is, "
+         "what its members are" +
+         table("SERVICES", services(interface)) +
          "\nEVENTS_BY_NUMBER = {number: (name, parameters) for number, name, parameters, _ in EVENTS}\n";
 }
 
@@ -155,7 +211,9 @@ std::string type(const Interface& interface, const std::string& described) {
   if (described == "date") return "datetime.datetime";
   if (described == "variant") return "str | None";
   if (described == "object") return "Object | None";
-  if (interface.is_enumeration(described)) return described;
+  if (described == "pointer") return "int";
+  if (interface.is_enumeration(described) || interface.is_service_enumeration(described)) return described;
+  if (interface.service(described)) return described;
   return described + " | None";
 }
 
@@ -209,7 +267,7 @@ std::string arguments_class(const Interface& interface, const Entry& event) {
 
 std::string stub_classes(const Interface& interface) {
   std::string text;
-  for (const Entry* entry : interface.all(Kind::Enumeration)) {
+  for (const Entry* entry : all_enumerations(interface)) {
     text += "\nclass " + entry->name + "(IntEnum):\n" + docstring(*entry, "    ");
     for (const Entry& member : entry->members)
       text += "    " + python_name(member.name) + " = " + std::to_string(member.number) + "\n";
@@ -225,6 +283,23 @@ std::string stub_classes(const Interface& interface) {
     }
   }
   for (const Entry* entry : interface.all(Kind::Event)) text += "\n" + arguments_class(interface, *entry);
+  return text;
+}
+
+/// The described members of a service; its form in the stub has the rest.
+std::string stub_service(const Interface& interface, const Entry& service) {
+  std::string text;
+  for (const Entry& member : service.members) {
+    if (member.kind == Kind::Property && member.type == "variant")
+      text += "    " + member.name + ": Any\n    " + docstring(member, "    ").substr(4);
+    else if (member.kind == Kind::Property)
+      text += stub_property(interface, member);
+    else if (member.kind == Kind::Operation)
+      text += stub_operation(interface, member);
+    else if (member.kind == Kind::Event)
+      text += "    @property\n    def " + member.name + "(self) -> Event[EventArguments]:\n" +
+              docstring(member, "        ");
+  }
   return text;
 }
 
@@ -256,7 +331,20 @@ std::string python_declaration(const Interface& interface, const Entry& entry) {
          (answers.empty() ? "" : "# can be set: " + joined(answers) + "\n");
 }
 
+std::string python_service_declaration(const Interface& interface, const Entry& service,
+                                       const Entry& member) {
+  const std::string object = service.fact("c") + ".";
+  if (member.kind == Kind::Event) return "@" + object + member.name + "\ndef hear(event): ...\n";
+  if (member.kind == Kind::Property)
+    return object + member.name + ": " + (member.type == "variant" ? "Any" : type(interface, member.type)) +
+           (member.can_be_set() ? "\n" : "  # only read\n");
+  return object + member.name + "(" + operation_parameters(interface, member) + ") -> " +
+         operation_result(interface, member) + "\n";
+}
+
 void write_python(const Interface& interface, Pieces& pieces) {
+  for (const Entry* service : interface.all(Kind::Service))
+    pieces["python_" + service->name] = stub_service(interface, *service);
   pieces["_members.py"] = members(interface);
   pieces["python_classes"] = stub_classes(interface);
   pieces["python_members"] = stub_members(interface);

@@ -66,6 +66,14 @@ constexpr const char* about_classes = R"(
 
 )";
 
+constexpr const char* about_services = R"(
+## Services
+
+What `libtvxHTML.so` has beside the control, for programs in C (`tvx/tvxhtml.h`) and Python. A class is created by its name,
+"tvxHTML.CTimer", or by its identifier, as `HTMLed` is; what it fails with is named by a number into which 0x80040000 is ORed,
+and comes from "tvxHTML.WindowProc".
+)";
+
 constexpr const char* about_members = R"(
 ## Each member
 
@@ -205,6 +213,30 @@ std::string classes(const Interface& interface) {
   return text;
 }
 
+std::string service_member(const Interface& interface, const Entry& service, const Entry& member) {
+  return "\n#### `" + service.name + "." + member.name + "`\n\n```c\n" +
+         c_service_declaration(interface, service, member) + "```\n```python\n" +
+         python_service_declaration(interface, service, member) + "```\n\n" + prose_of(member);
+}
+
+std::string services(const Interface& interface) {
+  std::string text = about_services;
+  for (const Entry* service : interface.all(Kind::Service)) {
+    text += "\n### `" + service->name + "`\n\n" + prose_of(*service);
+    for (const Entry& member : service->members) {
+      if (member.kind != Kind::Enumeration) {
+        text += service_member(interface, *service, member);
+        continue;
+      }
+      std::vector<std::string> names;
+      for (const Entry& each : member.members)
+        names.push_back(code(each.name) + " = " + std::to_string(each.number));
+      text += "\n#### `" + member.name + "`\n\n" + wrapped(joined(names) + ".") + "\n" + prose_of(member);
+    }
+  }
+  return text;
+}
+
 std::string declarations(const Interface& interface, const Entry& entry) {
   std::string lines;
   for (const Face face : {Face::Host, Face::Qt}) {
@@ -243,5 +275,5 @@ std::string each_member(const Interface& interface) {
 std::string reference(const Interface& interface) {
   return introduction + (about_properties + properties(interface)) + store(interface) + about_operations +
          operations(interface) + about_events + events(interface) + about_enumerations +
-         enumerations(interface) + classes(interface) + each_member(interface);
+         enumerations(interface) + classes(interface) + services(interface) + each_member(interface);
 }

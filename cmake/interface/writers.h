@@ -36,6 +36,9 @@ std::string setter_parameter(const Interface& interface, const Entry& property, 
 std::string signal_parameters(const Interface& interface, const Entry& event);
 /// A member as late binding has it: "Open_document(strURL: string&, openEntireDoc: boolean&)".
 std::string c_signature(const Entry& entry);
+/// The functions, or the event's number, of a service's member.
+std::string c_service_declaration(const Interface& interface, const Entry& service, const Entry& member);
+std::string python_service_declaration(const Interface& interface, const Entry& service, const Entry& member);
 /// As a host in Python writes it.
 std::string python_declaration(const Interface& interface, const Entry& entry);
 /// The name of an operation's parameter that is its result in C++, "" where it is none.

@@ -54,11 +54,28 @@ static void host(void) {
   FIELD(tvx_store_functions, ReadProperty), FIELD(tvx_store_functions, WriteProperty);
 }
 
+static void beside_the_control(void) {
+  COMMON(tvx_frame_functions);
+  FIELD(tvx_frame_functions, SetTitle), FIELD(tvx_frame_functions, GetTitle);
+  COMMON(tvx_subclass_functions);
+  FIELD(tvx_subclass_functions, GetMsgResponse), FIELD(tvx_subclass_functions, SetMsgResponse);
+  FIELD(tvx_subclass_functions, WindowProc);
+  COMMON(tvx_subclassing_functions);
+  FIELD(tvx_subclassing_functions, AttachMessage), FIELD(tvx_subclassing_functions, DetachMessage);
+  FIELD(tvx_subclassing_functions, GetCurrentMessage), FIELD(tvx_subclassing_functions, CallOldWindowProc);
+  FIELD(tvx_subclassing_functions, SendMessage);
+  COMMON(tvx_timer_functions);
+  FIELD(tvx_timer_functions, GetItem), FIELD(tvx_timer_functions, SetItem);
+  FIELD(tvx_timer_functions, GetInterval), FIELD(tvx_timer_functions, SetInterval);
+  FIELD(tvx_timer_functions, PulseTimer);
+}
+
 int main(void) {
   printf("version %d, pointers of %lu bytes\n", TVX_INTERFACE_VERSION, (unsigned long)sizeof(void *));
   values();
   library();
   control();
   host();
+  beside_the_control();
   return 0;
 }

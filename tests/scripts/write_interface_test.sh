@@ -31,6 +31,35 @@ END
 refused "Act: an argument that may be left out stands alone"
 
 describe << 'END'
+service Clock
+  c: clock
+  interface: {00112233-4455-6677-8899-AABBCCDDEEFF}
+  Tells the time.
+
+property 2 Clock.Hour: int32
+  What it is.
+END
+refused "Clock.Hour isn't in the order of the numbers"
+
+describe << 'END'
+service Clock
+  c: clock
+  interface: {00112233-4455-6677-8899-AABBCCDDEEFF}
+  Tells the time.
+
+property 1 Watch.Hour: int32
+  What it is.
+END
+refused "the service Watch isn't described just before"
+
+describe << 'END'
+service Clock
+  c: clock
+  Tells the time.
+END
+refused 'Clock has no "interface:"'
+
+describe << 'END'
 property 1 First: boolean = true
   store: 1, 2, default -1
   What it is.
