@@ -33,7 +33,7 @@ install(EXPORT tvxHTML-C-shared NAMESPACE tvxHTML:: FILE tvxHTML-C-shared.cmake 
 tvx_install_pkg_config(tvxHTML shared "" "" "" ${skip})
 
 if(TVX_QT)
-  tvx_exported_library(tvxHTML-window MODULE embedded LINKS tvxhtml-widget-shared Qt6::Widgets MAP window.map)
+  tvx_exported_library(tvxHTML-window MODULE embedded LINKS tvxhtml-widget-shared Qt6::Widgets PkgConfig::XCB MAP window.map)
   set_target_properties(tvxHTML-window PROPERTIES OUTPUT_NAME window PREFIX "" INSTALL_RPATH "$ORIGIN/.."
     LIBRARY_OUTPUT_DIRECTORY ${TVX_C_FOLDER}/tvxhtml)
   install(TARGETS tvxHTML-window LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/tvxhtml COMPONENT shared ${skip})
@@ -41,6 +41,17 @@ endif()
 
 # So that the class is found by its name wherever the library has been installed: the path counts from the file's folder.
 file(RELATIVE_PATH library /${CMAKE_INSTALL_DATADIR}/tvxHTML /${CMAKE_INSTALL_LIBDIR}/libtvxHTML.so.1)
-file(WRITE ${PROJECT_BINARY_DIR}/package/classes
-  "tvxHTML.HTMLed\t{04C657AA-8E4F-4912-B967-DCEC43DE5A5C}\t${library}\n")
+# The classes beside the control have their identifiers in the description.
+set(classes "tvxHTML.HTMLed\t{04C657AA-8E4F-4912-B967-DCEC43DE5A5C}\t${library}\n")
+set(description ${PROJECT_SOURCE_DIR}/src/library/tvxhtml.interface)
+set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${description})
+file(STRINGS ${description} lines REGEX "^service |^  class: ")
+foreach(line IN LISTS lines)
+  if(line MATCHES "^service (.+)")
+    set(name ${CMAKE_MATCH_1})
+  elseif(line MATCHES "{[0-9A-F-]+}")
+    string(APPEND classes "tvxHTML.${name}\t${CMAKE_MATCH_0}\t${library}\n")
+  endif()
+endforeach()
+file(WRITE ${PROJECT_BINARY_DIR}/package/classes "${classes}")
 install(FILES ${PROJECT_BINARY_DIR}/package/classes DESTINATION ${CMAKE_INSTALL_DATADIR}/tvxHTML COMPONENT shared ${skip})

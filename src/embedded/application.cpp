@@ -1,7 +1,9 @@
 #include "tvx/embedded/application.h"
 
+#include <xcb/xcb.h>
 #include <QApplication>
 #include <QThread>
+
 #include <clocale>
 #include <cstdlib>
 #include <string>
@@ -74,6 +76,18 @@ void make_application() {
 }
 
 }  // namespace
+
+bool is_window_on_x11(std::uint64_t number) {
+  const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+  if (!x11) return false;
+  xcb_connection_t* connection = x11->connection();
+  const xcb_get_geometry_cookie_t asked = xcb_get_geometry(connection, static_cast<xcb_drawable_t>(number));
+  xcb_generic_error_t* error = nullptr;  // taken here, or the toolkit would write about it
+  xcb_get_geometry_reply_t* geometry = xcb_get_geometry_reply(connection, asked, &error);
+  std::free(error);
+  std::free(geometry);
+  return geometry != nullptr;
+}
 
 bool is_on_x11() { return QGuiApplication::platformName() == QStringLiteral("xcb"); }
 

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QEvent>
+#include <QResizeEvent>
 #include <QTimer>
 #include <QWindow>
 #include <set>
@@ -28,16 +29,25 @@ qt::HTMLedWidget* widget_numbered(std::int32_t handle) {
   return widget;
 }
 
+void expect_window(std::uint64_t number) {
+  if (!is_window_on_x11(number)) throw RuntimeError(errors::invalid_call, u"There is no such window");
+}
+
+/// The number of the host's window, which is there; 0 for a window of the control's own.
+std::uint64_t host_window_of(const exported::Position& position) {
+  if (position.where != TVX_IN_WINDOW) return 0;
+  expect_window(position.window);
+  return position.window;
+}
+
 }  // namespace
 
 WindowStage::WindowStage(exported::StageOwner& owner, const exported::Position& position)
-    : owner_(&owner),
-      host_window_(position.where == TVX_IN_WINDOW ? position.window : 0),
-      widget_(widget_numbered(position.handle)) {
-  widget_->setWindowTitle(QStringLiteral("HTMLed"));
+    : owner_(&owner), host_window_(host_window_of(position)), widget_(widget_numbered(position.handle)) {
   connect(widget_, &qt::HTMLedWidget::property_changed, this, [this](const QString& key) {
     if (owner_) owner_->property_changed(key.toStdU16String());
   });
+  connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) { follow_focus(now); });
   qApp->installEventFilter(this);
   living().insert(this);
 }
@@ -52,10 +62,10 @@ void WindowStage::abandon_all() {
 }
 
 void WindowStage::enter_host_window() {
+  expect_window(host_window_);  // the start has taken a while
   widget_->setWindowFlags(Qt::FramelessWindowHint);
   widget_->winId();
   QWindow* host = QWindow::fromWinId(static_cast<WId>(host_window_));
-  if (!host) throw RuntimeError(errors::invalid_call, u"There is no such window");
   host->QObject::setParent(this);
   widget_->windowHandle()->setParent(host);
 }
@@ -94,6 +104,11 @@ void WindowStage::take_focus() {
   widget_->setFocus(Qt::OtherFocusReason);
 }
 
+void WindowStage::set_title(std::u16string_view title) {
+  if (widget_)
+    widget_->setWindowTitle(QString::fromUtf16(title.data(), static_cast<qsizetype>(title.size())));
+}
+
 std::uint64_t WindowStage::window() { return widget_ && is_on_x11() ? widget_->winId() : 0; }
 
 void WindowStage::end() {
@@ -106,12 +121,28 @@ void WindowStage::end() {
 }
 
 bool WindowStage::eventFilter(QObject* object, QEvent* event) {
-  if (object == widget_ && event->type() == QEvent::Close)
+  if (object == widget_ && event->type() == QEvent::Close) {
+    if (owner_ && host_window_ == 0 && !owner_->may_close()) {
+      event->ignore();
+      return true;
+    }
     QTimer::singleShot(0, this, [this] {
       if (owner_) owner_->window_closed();
     });
+  }
+  if (object == widget_ && event->type() == QEvent::Resize && owner_) {
+    const QSize size = static_cast<QResizeEvent*>(event)->size();
+    owner_->resized(size.width(), size.height());
+  }
   if (host_window_ != 0 && event->type() == QEvent::MouseButtonPress) follow_press(object);
   return false;
+}
+
+void WindowStage::follow_focus(const QWidget* now) {
+  const bool is_inside = now && widget_ && (now == widget_ || widget_->isAncestorOf(now));
+  if (is_inside == has_focus_) return;
+  has_focus_ = is_inside;
+  if (owner_) owner_->focus_changed(has_focus_);
 }
 
 // A window manager hands the keyboard to windows of its own alone, and ours is within the host's.

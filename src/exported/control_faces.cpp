@@ -127,6 +127,25 @@ tvx_result unadvise(tvx_events* self, std::uint32_t connection) {
   });
 }
 
+// --- tvx_frame ---
+
+tvx_result set_title(tvx_frame* self, const tvx_text* title) {
+  if (!title) return TVX_POINTER;
+  return called(self, [&](ControlObject& object) {
+    object.set_title(view_of(*title));
+    return TVX_OK;
+  });
+}
+
+tvx_result get_title(tvx_frame* self, tvx_text* title) {
+  if (!title) return TVX_POINTER;
+  *title = {};
+  return called(self, [&](ControlObject& object) {
+    *title = new_text(object.title());
+    return TVX_OK;
+  });
+}
+
 }  // namespace
 
 const tvx_control_functions control_functions = {query_interface<tvx_control>,
@@ -148,5 +167,8 @@ const tvx_dispatch_functions control_dispatch_functions = {
 
 const tvx_events_functions events_functions = {query_interface<tvx_events>, add_reference<tvx_events>,
                                                release_reference<tvx_events>, advise, unadvise};
+
+const tvx_frame_functions frame_functions = {query_interface<tvx_frame>, add_reference<tvx_frame>,
+                                             release_reference<tvx_frame>, set_title, get_title};
 
 }  // namespace tvx::exported

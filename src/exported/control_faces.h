@@ -9,6 +9,7 @@ namespace tvx::exported {
 extern const tvx_control_functions control_functions;
 extern const tvx_dispatch_functions control_dispatch_functions;
 extern const tvx_events_functions events_functions;
+extern const tvx_frame_functions frame_functions;
 
 /// Thrown where there can be no window, with the reason.
 struct NoWindows {

@@ -16,12 +16,14 @@ ControlObject::ControlObject()
     : control_face_(control_functions, *this),
       dispatch_face_(control_dispatch_functions, *this),
       events_face_(events_functions, *this),
+      frame_face_(frame_functions, *this),
       stage_(make_off_screen_stage(*this, Module::only().loop())) {
   const auto tell = [this](const library::EventMember& event, library::Values& arguments) {
     const Module::UnderWay under_way;
     sinks_.tell(event, arguments);
   };
   const auto document = [this] { return stage_ ? stage_->control().DOM() : nullptr; };
+  window_ = ControlWindow::make(platform::WindowHandle{stage_->control().hwnd()});
   relay_ = std::make_shared<library::EventRelay>(tell, document);
   stage_->control().set_events(relay_.get());
 }
@@ -33,12 +35,28 @@ void* ControlObject::face(const tvx_id& id) {
   if (id == tvx_id_dispatch) return &dispatch_face_;
   if (id == tvx_id_events) return &events_face_;
   if (id == tvx_id_library) return &library_face_;
+  if (id == tvx_id_frame) return &frame_face_;
   return nullptr;
 }
 
 core::HTMLed& ControlObject::control() const {
   if (!stage_) throw RuntimeError(errors::object_not_set, u"The control has been closed");
   return stage_->control();
+}
+
+bool ControlObject::may_close() {
+  const Module::UnderWay under_way;
+  return !window_ || window_->may_close();
+}
+
+void ControlObject::resized(std::int32_t width, std::int32_t height) {
+  const Module::UnderWay under_way;
+  if (window_) window_->resized(width, height);
+}
+
+void ControlObject::focus_changed(bool has_focus) {
+  const Module::UnderWay under_way;
+  if (window_) window_->focus_changed(has_focus);
 }
 
 bool ControlObject::user_mode() const {
@@ -77,22 +95,39 @@ tvx_result ControlObject::write(tvx_store& store) {
 
 tvx_result ControlObject::show(const Position& position, bool has_box) {
   if (shown_ && position.where != position_.where) return TVX_STARTED;
-  const tvx_box box = has_box ? position.box : position_.box;
-  const bool is_first = !shown_;
-  if (is_first) {
-    const bool runs = user_mode();
+  if (!shown_) {
     Position first = position;
-    first.box = box;
-    if (position.where != TVX_OFF_SCREEN) move_to_window(first);
-    position_ = first;
-    shown_ = true;
-    stage_->resize(box);
-    stage_->start(runs);
+    if (!has_box) first.box = position_.box;
+    show_first(first);
+  } else if (has_box) {
+    resize(position.box);
   }
   if (!stage_) return TVX_CLOSED;  // by the host, within an event of the start
-  if (!is_first && has_box) resize(box);
-  if (stage_) stage_->show();
+  stage_->show();
   return TVX_OK;
+}
+
+// What fails leaves the control as it was, to be shown elsewhere.
+void ControlObject::show_first(const Position& position) {
+  const bool runs = user_mode();
+  const Position before = std::exchange(position_, position);
+  std::unique_ptr<Stage> old;
+  try {
+    if (position.where != TVX_OFF_SCREEN) old = std::exchange(stage_, window_stage(position));
+    shown_ = true;
+    stage_->resize(position.box);
+    stage_->start(runs);
+  } catch (...) {
+    if (old && stage_) {
+      bury(std::exchange(stage_, std::move(old)));
+      stage_->control().set_events(relay_.get());
+    }
+    if (old) bury(std::move(old));
+    shown_ = shown_ && position.where == TVX_OFF_SCREEN;
+    if (!shown_) position_ = before;
+    throw;
+  }
+  if (old) bury(std::move(old));
 }
 
 tvx_result ControlObject::resize(const tvx_box& box) {
@@ -101,7 +136,12 @@ tvx_result ControlObject::resize(const tvx_box& box) {
   return TVX_OK;
 }
 
-void ControlObject::move_to_window(const Position& position) {
+void ControlObject::set_title(std::u16string_view title) {
+  title_ = title;
+  stage_->set_title(title_);
+}
+
+std::unique_ptr<Stage> ControlObject::window_stage(const Position& position) {
   Position there = position;
   there.handle = stage_->control().hwnd();
   std::unique_ptr<Stage> next;
@@ -110,16 +150,17 @@ void ControlObject::move_to_window(const Position& position) {
   } catch (const RuntimeError& error) {
     throw NoWindows{error};
   }
+  next->set_title(title_);
   headless::PropertyBag properties;
   stage_->control().UserControl_WriteProperties(properties);
   next->control().UserControl_ReadProperties(properties);
+  stage_->control().set_events(nullptr);
   next->control().set_events(relay_.get());
-  bury_stage();
-  stage_ = std::move(next);
+  return next;
 }
 
-void ControlObject::bury_stage() {
-  const std::shared_ptr<Stage> old = std::move(stage_);
+void ControlObject::bury(std::unique_ptr<Stage> stage) {
+  const std::shared_ptr<Stage> old = std::move(stage);
   old->end();
   Module::only().bury(old);
 }
@@ -127,7 +168,8 @@ void ControlObject::bury_stage() {
 void ControlObject::close() {
   if (!stage_) return;
   stage_->control().set_events(nullptr);
-  bury_stage();
+  bury(std::move(stage_));
+  window_.reset();  // its watchers hear of the end
   sinks_.clear();
   container_ = {};
 }

@@ -1,10 +1,12 @@
 #pragma once
 
 #include <memory>
+#include <string>
 
 #include "tvx/exported/event_sinks.h"
 #include "tvx/exported/library_face.h"
 #include "tvx/exported/object_faces.h"
+#include "tvx/exported/services/control_window.h"
 #include "tvx/exported/stage.h"
 #include "tvx/library/members/event_relay.h"
 
@@ -30,27 +32,36 @@ class ControlObject final : public Counted, private StageOwner {
   tvx_result show(const Position& position, bool has_box);
   tvx_result resize(const tvx_box& box);
   Stage& stage() const { return *stage_; }
+  const std::u16string& title() const { return title_; }
+  void set_title(std::u16string_view title);
   void close();
 
  private:
   // StageOwner
   void property_changed(std::u16string_view key) override;
+  bool may_close() override;
   void window_closed() override;
+  void resized(std::int32_t width, std::int32_t height) override;
+  void focus_changed(bool has_focus) override;
 
   bool user_mode() const;
-  /// The control goes on in a window, under its number and with its properties.
-  void move_to_window(const Position& position);
-  void bury_stage();
+  void show_first(const Position& position);
+  /// A window in which the control can go on, under its number and with its properties.
+  std::unique_ptr<Stage> window_stage(const Position& position);
+  static void bury(std::unique_ptr<Stage> stage);
 
   Face<tvx_control> control_face_;
   Face<tvx_dispatch> dispatch_face_;
   Face<tvx_events> events_face_;
   Face<tvx_library> library_face_{library_functions, *this};
+  Face<tvx_frame> frame_face_;
   Held<tvx_container> container_;
   EventSinks sinks_;
+  std::unique_ptr<ControlWindow> window_;  // before what tells it
   std::unique_ptr<Stage> stage_;
   std::shared_ptr<library::EventRelay> relay_;
   Position position_;
+  std::u16string title_ = u"HTMLed";
   bool shown_ = false;
 };
 

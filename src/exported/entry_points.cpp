@@ -9,8 +9,11 @@ using namespace tvx::exported;
 
 namespace {
 
-constexpr const char* class_name = "tvxHTML.HTMLed";
-constexpr const char* class_id = "{04C657AA-8E4F-4912-B967-DCEC43DE5A5C}";
+std::vector<RegisteredClass> registered_classes() {
+  std::vector<RegisteredClass> rows;
+  for (const ExportedClass& each : exported_classes()) rows.push_back({each.name, each.id_text});
+  return rows;
+}
 
 /// The registry belongs to no thread.
 template <class Write>
@@ -28,20 +31,21 @@ tvx_result written(Write&& write) noexcept {
 extern "C" {
 
 tvx_result DllRegisterServer(void) {
-  return written([] { register_class(class_name, class_id, path_of_library()); });
+  return written([] { register_classes(registered_classes(), path_of_library()); });
 }
 
 tvx_result DllUnregisterServer(void) {
-  return written([] { unregister_class(class_name, path_of_library()); });
+  return written([] { unregister_classes(registered_classes(), path_of_library()); });
 }
 
 tvx_result DllGetClassObject(const tvx_id* asked_class, const tvx_id* id, void** object) {
   if (!asked_class || !id || !object) return TVX_POINTER;
   *object = nullptr;
-  if (!(*asked_class == tvx_class_htmled)) return TVX_NO_CLASS;
+  const ExportedClass* found = find_class(*asked_class);
+  if (!found) return TVX_NO_CLASS;
   if (!Module::only().can_make()) return TVX_WRONG_THREAD;
   return written([&] {
-           auto* factory = new Factory;
+           auto* factory = new Factory(*found);
            factory->query(id, object);
            factory->release();
          }) != TVX_OK

@@ -1,17 +1,15 @@
 #include "tvx/exported/factory.h"
 
-#include "tvx/exported/control_object.h"
-
 namespace tvx::exported {
 
 namespace {
 
-tvx_result create_instance(tvx_factory*, tvx_unknown* outer, const tvx_id* id, void** object) {
+tvx_result create_instance(tvx_factory* self, tvx_unknown* outer, const tvx_id* id, void** object) {
   if (!id || !object) return TVX_POINTER;
   *object = nullptr;
   if (outer) return TVX_NO_AGGREGATION;
   return guarded([&] {
-    auto* made = new ControlObject;
+    Counted* made = owner_of<Factory>(self).made().make();
     const tvx_result result = made->query(id, object);
     made->release();
     return result;
@@ -29,7 +27,7 @@ constexpr tvx_factory_functions factory_functions = {query_interface<tvx_factory
 
 }  // namespace
 
-Factory::Factory() : factory_face_(factory_functions, *this) {}
+Factory::Factory(const ExportedClass& made) : made_(made), factory_face_(factory_functions, *this) {}
 
 void* Factory::face(const tvx_id& id) {
   if (id == tvx_id_factory || id == tvx_id_unknown) return &factory_face_;

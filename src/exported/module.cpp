@@ -6,6 +6,7 @@
 
 #include "tvx/base/error.h"
 #include "tvx/base/strings.h"
+#include "tvx/exported/services/timer_loop.h"
 #include "tvx/exported/window_part.h"
 
 namespace tvx::exported {
@@ -14,6 +15,9 @@ Module& Module::only() {
   static Module module;
   return module;
 }
+
+Module::Module() = default;
+Module::~Module() = default;
 
 void Module::object_made() {
   if (!is_bound()) thread_ = std::this_thread::get_id();
@@ -28,6 +32,11 @@ bool Module::can_unload() {
 headless::MessageLoop& Module::loop() {
   if (!loop_) loop_ = std::make_unique<headless::MessageLoop>();
   return *loop_;
+}
+
+TimerLoop& Module::timer_loop() {
+  if (!timer_loop_) timer_loop_ = std::make_unique<TimerLoop>(loop());
+  return *timer_loop_;
 }
 
 void Module::pump(std::int64_t milliseconds) {
@@ -47,7 +56,10 @@ void Module::pump(std::int64_t milliseconds) {
 }
 
 WindowPart& Module::windows() {
-  if (!windows_) windows_ = load_window_part();
+  if (!windows_) {
+    windows_ = load_window_part();
+    if (timer_loop_) timer_loop_->look_for_glib();  // the toolkit brings it along
+  }
   return *windows_;
 }
 
@@ -72,7 +84,9 @@ void Module::sweep() noexcept {
   ++depth_;
   for (auto dead = take_buried(); !dead.empty(); dead = take_buried()) dead.clear();
   --depth_;
-  if (objects_ == 0) loop_.reset();
+  if (objects_ > 0) return;
+  timer_loop_.reset();
+  loop_.reset();
 }
 
 void Module::set_failure(std::int32_t number, std::u16string_view text) {

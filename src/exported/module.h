@@ -15,6 +15,7 @@
 
 namespace tvx::exported {
 
+class TimerLoop;
 class WindowPart;
 
 /// What all objects of the library have in common: their thread, their loop, how many there are, and the last
@@ -25,6 +26,8 @@ class WindowPart;
 class Module {
  public:
   static Module& only();
+  Module();
+  ~Module();
 
   /// The first object decides which thread the objects live in.
   void object_made();
@@ -38,6 +41,8 @@ class Module {
   /// The loop of controls off screen; it lives while there are objects.
   headless::MessageLoop& loop();
   void pump(std::int64_t milliseconds);
+  /// The loop of timers.
+  TimerLoop& timer_loop();
 
   /// The part that needs a desktop and is loaded when first asked for. Throws RuntimeError where it can't be.
   WindowPart& windows();
@@ -58,6 +63,9 @@ class Module {
     UnderWay& operator=(const UnderWay&) = delete;
   };
 
+  /// Within one call or event, and not in several around each other.
+  bool is_outermost() const { return depth_ <= 1; }
+
   struct Failure {
     std::int32_t number;
     std::u16string text;
@@ -77,6 +85,7 @@ class Module {
   int depth_ = 0;
   std::optional<Failure> last_failure_;
   std::unique_ptr<headless::MessageLoop> loop_;
+  std::unique_ptr<TimerLoop> timer_loop_;
   std::atomic<WindowPart*> windows_ = nullptr;  // stays until the process ends
 
   std::mutex mutex_;  // guards buried_ alone

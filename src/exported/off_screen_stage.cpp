@@ -47,10 +47,13 @@ class OffScreenStage final : public Stage, private platform::Container {
     constexpr float twips = 15;
     control_->set_size(static_cast<float>(box.width) * twips, static_cast<float>(box.height) * twips);
     if (laid_out_) control_->UserControl_Resize();
+    if (owner_) owner_->resized(box.width, box.height);
   }
   void take_focus() override {
     if (user_mode_) control_->UserControl_EnterFocus();
+    if (owner_) owner_->focus_changed(true);
   }
+  void set_title(std::u16string_view) override {}
   std::uint64_t window() override { return 0; }
 
   void end() override {

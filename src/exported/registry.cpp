@@ -5,6 +5,7 @@
 #include <sys/file.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <climits>
 #include <cstdlib>
 #include <filesystem>
@@ -70,7 +71,12 @@ bool is_of_class(const std::string& line, const std::string& name) {
   return !fields.empty() && equals_ignoring_ascii_case(from_utf8(fields[0]), from_utf8(name));
 }
 
-/// The file without those lines, and with another at its end.
+bool is_of_one(const std::string& line, const std::vector<RegisteredClass>& classes) {
+  return std::ranges::any_of(classes,
+                             [&](const RegisteredClass& each) { return is_of_class(line, each.name); });
+}
+
+/// The file without those lines, and with others at its end.
 void rewrite(const std::function<bool(const std::string& line)>& goes, const std::string& added) {
   const std::string folder = registry_folder(), path = folder + "/classes";
   const Lock lock(folder + "/classes.lock");
@@ -90,18 +96,22 @@ std::string path_of_library() {
   return std::filesystem::absolute(info.dli_fname).lexically_normal();
 }
 
-void register_class(const std::string& name, const std::string& id, const std::string& library) {
-  const std::string line = name + "\t" + id + "\t" + library + "\n";
-  if (library.find_first_of("\t\r\n") != library.npos || line.size() > longest_line)
-    fail(library + " can't stand in the registry");
-  rewrite([&](const std::string& old) { return is_of_class(old, name); }, line);
+void register_classes(const std::vector<RegisteredClass>& classes, const std::string& library) {
+  std::string lines;
+  for (const RegisteredClass& each : classes) {
+    const std::string line = each.name + "\t" + each.id + "\t" + library + "\n";
+    if (library.find_first_of("\t\r\n") != library.npos || line.size() > longest_line)
+      fail(library + " can't stand in the registry");
+    lines += line;
+  }
+  rewrite([&](const std::string& old) { return is_of_one(old, classes); }, lines);
 }
 
-void unregister_class(const std::string& name, const std::string& library) {
+void unregister_classes(const std::vector<RegisteredClass>& classes, const std::string& library) {
   rewrite(
       [&](const std::string& old) {
         const std::vector<std::string> fields = fields_of(old);
-        return is_of_class(old, name) && (fields.size() < 3 || fields[2] == library);
+        return is_of_one(old, classes) && (fields.size() < 3 || fields[2] == library);
       },
       "");
 }

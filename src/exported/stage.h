@@ -20,7 +20,12 @@ class StageOwner {
  public:
   virtual ~StageOwner() = default;
   virtual void property_changed(std::u16string_view key) = 0;
+  /// The user wants to close the control's own window: whether that may be.
+  virtual bool may_close() = 0;
   virtual void window_closed() = 0;
+  /// In pixels.
+  virtual void resized(std::int32_t width, std::int32_t height) = 0;
+  virtual void focus_changed(bool has_focus) = 0;
 };
 
 /// For a position that is left to the desktop.
@@ -46,6 +51,8 @@ class Stage {
   virtual void hide() = 0;
   virtual void resize(const tvx_box& box) = 0;
   virtual void take_focus() = 0;
+  /// Of a window of its own.
+  virtual void set_title(std::u16string_view title) = 0;
   /// Of the desktop's; 0: none.
   virtual std::uint64_t window() = 0;
   /// The control's life is over, also within a routine of its own: then this stays until that has returned.

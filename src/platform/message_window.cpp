@@ -6,8 +6,18 @@
 #include <utility>
 
 #include "tvx/base/fault.h"
+#include "tvx/platform/window_number.h"
 
 namespace tvx::platform {
+
+namespace {
+
+thread_local WindowHandle wanted_number = WindowHandle::none;
+
+}  // namespace
+
+WindowNumber::WindowNumber(WindowHandle number) { wanted_number = number; }
+WindowNumber::~WindowNumber() { wanted_number = WindowHandle::none; }
 
 /// The windows of this thread. It dies after them: each of them has asked for it.
 class WindowTable {
@@ -20,6 +30,8 @@ class WindowTable {
 
   // Even numbers below those of controls, so that neither is taken for the other.
   static WindowHandle add(MessageWindow& window) {
+    const WindowHandle wanted = std::exchange(wanted_number, WindowHandle::none);
+    if (wanted != WindowHandle::none && windows().try_emplace(wanted, &window).second) return wanted;
     constexpr std::int32_t first = 0x10002, end = 1'000'000;
     thread_local std::int32_t next = first;
     while (windows().contains(WindowHandle{next})) next = next + 2 < end ? next + 2 : first;

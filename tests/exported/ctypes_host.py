@@ -4,7 +4,7 @@ Nothing of the header is compiled here; the functions are called by their positi
 """
 import ctypes
 import sys
-from ctypes import (CFUNCTYPE, POINTER, Structure, Union, byref, c_double, c_int16, c_int32, c_uint16, c_uint32,
+from ctypes import (CFUNCTYPE, POINTER, Structure, Union, byref, c_double, c_int16, c_int32, c_ssize_t, c_uint16, c_uint32,
                     c_uint64, c_void_p, cast, create_string_buffer)
 
 
@@ -30,12 +30,17 @@ class Error(Structure):
 
 EMPTY, INTEGER32, TEXT, OBJECT, BOOLEAN, REFERENCE = 0, 3, 8, 9, 11, 12
 CALL, GET, SET = 1, 2, 4
+EXCEPTION = -2147352567
 CLASS = bytes.fromhex("04C657AA8E4F4912B967DCEC43DE5A5C")
 FACTORY = bytes.fromhex("92FC1579742549AE814BFEBEC3F5AD40")
 CONTROL = bytes.fromhex("9B25E5F37BCB482E997A2EEEEDB65871")
 DISPATCH = bytes.fromhex("2BD9E0BE6EDE4E57AD4468886DED63BA")
 EVENTS = bytes.fromhex("BBE2F064F1C14606BF761F611A4F8013")
 LIBRARY = bytes.fromhex("CE94C0C8551B44919A78E8E015027833")
+TIMER_CLASS = bytes.fromhex("B05C5549D1F2442DB097578465AE6615")
+TIMER = bytes.fromhex("05823329ADD34501A81502E27E50A80B")
+SUBCLASSING_CLASS = bytes.fromhex("9193FD64EB744AB4B7F1A8763A3CDF7E")
+SUBCLASSING = bytes.fromhex("A2011F1E81FB43338D60DC6CC3EBCB70")
 
 
 def call(pointer, place, *arguments, types=()):
@@ -119,13 +124,71 @@ class Sink:
         self.object = ctypes.addressof(self.pointer)
 
 
-def main():
-    library = ctypes.CDLL(sys.argv[1])
-    factory, control = c_void_p(), c_void_p()
-    assert library.DllGetClassObject(create_string_buffer(CLASS, 16), create_string_buffer(FACTORY, 16), byref(factory)) == 0
-    assert call(factory.value, 3, None, create_string_buffer(CONTROL, 16), byref(control),
+def create(library, class_id, identifier):
+    factory, made = c_void_p(), c_void_p()
+    assert library.DllGetClassObject(create_string_buffer(class_id, 16), create_string_buffer(FACTORY, 16), byref(factory)) == 0
+    assert call(factory.value, 3, None, create_string_buffer(identifier, 16), byref(made),
                 types=(c_void_p, c_void_p, c_void_p)) == 0
     release(factory.value)
+    return made
+
+
+def use_timer(library):
+    timer = create(library, TIMER_CLASS, TIMER).value
+    events, common = query(timer, EVENTS), query(timer, LIBRARY)
+    heard, connection = [], c_uint32()
+    sink = Sink(lambda number, arguments: heard.append((number, arguments)))
+    assert call(events, 3, sink.object, byref(connection), types=(c_void_p, c_void_p)) == 0
+    assert call(timer, 6, 5, types=(c_int32,)) == 0  # SetInterval
+    for _ in range(2000):
+        if len(heard) >= 3:
+            break
+        call(common, 4, 5, types=(c_int32,))
+    assert len(heard) >= 3 and heard[0] == (1, []), heard
+    assert call(timer, 6, 0, types=(c_int32,)) == 0
+    for pointer in (events, common, timer):
+        release(pointer)
+    assert sink.references == 1
+
+
+class Watcher:
+    """An object of ours with the functions of tvx_subclass."""
+
+    def __init__(self, response, answer):
+        self.told = []
+
+        def asked(_, value):
+            value[0] = response
+            return 0
+
+        def told(_, hwnd, message, first, second, result):
+            self.told.append((hwnd, message, first, second))
+            result[0] = answer
+            return 0
+
+        none = CFUNCTYPE(c_int32, c_void_p)(lambda _: 1)
+        self.functions = [none, none, none, CFUNCTYPE(c_int32, c_void_p, POINTER(c_int32))(asked), none,
+                          CFUNCTYPE(c_int32, c_void_p, c_int32, c_int32, c_ssize_t, c_ssize_t, POINTER(c_int32))(told)]
+        self.table = (c_void_p * 6)(*(cast(function, c_void_p) for function in self.functions))
+        self.pointer = c_void_p(ctypes.addressof(self.table))
+        self.object = ctypes.addressof(self.pointer)
+
+
+def use_watcher(library, hwnd):
+    kit, watcher, result = create(library, SUBCLASSING_CLASS, SUBCLASSING).value, Watcher(0, 7), c_int32()
+    assert call(kit, 3, watcher.object, hwnd, 1025, types=(c_void_p, c_int32, c_int32)) == 0
+    message = dict(types=(c_int32, c_int32, c_ssize_t, c_ssize_t, c_void_p))
+    assert call(kit, 7, hwnd, 1025, 3, -4, byref(result), **message) == 0 and result.value == 7
+    assert watcher.told == [(hwnd, 1025, 3, -4)], watcher.told
+    assert call(kit, 3, watcher.object, hwnd, 1025, types=(c_void_p, c_int32, c_int32)) == EXCEPTION
+    assert call(kit, 4, watcher.object, hwnd, 1025, types=(c_void_p, c_int32, c_int32)) == 0
+    assert call(kit, 7, hwnd, 1025, 0, 0, byref(result), **message) == 0 and result.value == 0
+    release(kit)
+
+
+def main():
+    library = ctypes.CDLL(sys.argv[1])
+    control = create(library, CLASS, CONTROL)
     members, events, common = (query(control.value, face) for face in (DISPATCH, EVENTS, LIBRARY))
     def set_text(target, new):
         made = text(new)
@@ -160,6 +223,8 @@ def main():
         raise SystemExit("IsDirty could be set")
     except RuntimeError as failure:
         assert failure.args[0] == 382 and failure.args[1], failure
+    use_timer(library)
+    use_watcher(library, invoke(members, "hwnd", GET))
     for pointer in (members, events, common, control.value):
         release(pointer)
     assert sink.references == 1

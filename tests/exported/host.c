@@ -21,6 +21,15 @@ tvx_factory *host_factory(void) {
   return factory;
 }
 
+void *host_instance(const tvx_id *class_id, const tvx_id *id) {
+  tvx_factory *factory = NULL;
+  void *object = NULL;
+  CHECK(get_class_object()(class_id, &tvx_id_factory, (void **)&factory) == TVX_OK);
+  CHECK(factory->functions->CreateInstance(factory, NULL, id, &object) == TVX_OK && object);
+  factory->functions->Release(factory);
+  return object;
+}
+
 host_control host_make(void) {
   host_control made;
   tvx_factory *factory = host_factory();

@@ -29,6 +29,8 @@ typedef struct host_control {
 
 /* The library that the tests are given by its path. */
 tvx_factory* host_factory(void);
+/* An object of another class of the library, by one of its interfaces. */
+void* host_instance(const tvx_id* class_id, const tvx_id* id);
 host_control host_make(void);
 /* Made and shown off screen. */
 host_control host_start(void);

@@ -62,9 +62,19 @@ CASE(a_registered_class_is_created_by_its_name) {
   control->functions->Release(control);
   CHECK(tvx_create("TVXhtml.htmlED", &tvx_id_control, (void **)&control) == TVX_OK);
   control->functions->Release(control);
+  {
+    tvx_timer *timer = NULL;
+    tvx_subclassing *kit = NULL;
+    CHECK(tvx_create("tvxHTML.CTimer", &tvx_id_timer, (void **)&timer) == TVX_OK);
+    CHECK(tvx_create("tvxHTML.GSubclass", &tvx_id_subclassing, (void **)&kit) == TVX_OK);
+    CHECK(tvx_create("tvxHTML.CTimer", &tvx_id_control, (void **)&control) == TVX_NO_INTERFACE && !control);
+    timer->functions->Release(timer);
+    kit->functions->Release(kit);
+  }
   CHECK(tvx_create("tvxHTML.HTMLe", &tvx_id_control, (void **)&control) == TVX_NOT_REGISTERED);
   CHECK(entry(library, "DllUnregisterServer") == TVX_OK);
   CHECK(tvx_create("tvxHTML.HTMLed", &tvx_id_control, (void **)&control) == TVX_NOT_REGISTERED && !control);
+  CHECK(!strstr(registry_text(), "tvxHTML."));
 }
 
 CASE(registering_twice_leaves_one_entry) {

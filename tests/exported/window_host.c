@@ -1,5 +1,5 @@
 /* A host in C whose control is in a window, with no loop of its own. It has no Qt but for what the library brings. */
-#include "host.h"
+#include "watcher.h"
 
 #include <locale.h>
 
@@ -45,6 +45,42 @@ CASE(a_control_goes_from_off_screen_into_a_window) {
   CHECK(made.control->functions->Close(made.control) == TVX_OK);
   CHECK(made.control->functions->Hide(made.control) == TVX_CLOSED);
   CHECK(sink.references == 1);
+  host_release(&made);
+}
+
+CASE(watchers_stay_when_the_control_goes_into_a_window) {
+  host_control made = host_make();
+  tvx_subclassing *kit = make_kit();
+  watcher mine = make_watcher(kit, NULL), size = make_watcher(kit, NULL), end = make_watcher(kit, NULL);
+  const int32_t hwnd = hwnd_of(&made);
+  tvx_box box = {0, 0, 620, 410};
+  CHECK(attach(&mine, hwnd, 1025) == TVX_OK && attach(&size, hwnd, 5) == TVX_OK && attach(&end, hwnd, 2) == TVX_OK);
+  CHECK(made.control->functions->Show(made.control, TVX_OWN_WINDOW, 0, NULL) == TVX_OK);
+  CHECK(sent(kit, hwnd, 1025) == 7 && mine.calls == 1 && end.calls == 0);
+  CHECK(made.control->functions->Resize(made.control, &box) == TVX_OK);
+  CHECK(made.tools->functions->Pump(made.tools, 100) == TVX_OK);
+  CHECK(size.second == (620 | 410 << 16));
+  host_release(&made);
+  CHECK(end.calls == 1);
+  kit->functions->Release(kit);
+}
+
+CASE(a_windows_title_is_what_the_host_says) {
+  host_control made = host_make();
+  tvx_frame *frame;
+  tvx_value title = host_text("A letter");
+  tvx_text got;
+  CHECK(made.control->functions->QueryInterface(made.control, &tvx_id_frame, (void **)&frame) == TVX_OK);
+  CHECK(frame->functions->GetTitle(frame, &got) == TVX_OK && strcmp(host_utf8(&made, &got), "HTMLed") == 0);
+  made.tools->functions->FreeText(made.tools, &got);
+  CHECK(frame->functions->SetTitle(frame, &title.as.text) == TVX_OK);
+  CHECK(frame->functions->SetTitle(frame, NULL) == TVX_POINTER);
+  CHECK(made.control->functions->Show(made.control, TVX_OWN_WINDOW, 0, NULL) == TVX_OK);
+  CHECK(frame->functions->GetTitle(frame, &got) == TVX_OK && strcmp(host_utf8(&made, &got), "A letter") == 0);
+  made.tools->functions->FreeText(made.tools, &got);
+  CHECK(made.control->functions->Close(made.control) == TVX_OK);
+  CHECK(frame->functions->SetTitle(frame, &title.as.text) == TVX_CLOSED);
+  frame->functions->Release(frame);
   host_release(&made);
 }
 

@@ -1,6 +1,6 @@
 /* Hosts in C with a window on the desktop, under the hands of a user: xdotool. One has GLib's loop, one has none. */
 #define _DEFAULT_SOURCE
-#include "host.h"
+#include "watcher.h"
 
 #include <X11/Xlib.h>
 #include <glib.h>
@@ -171,6 +171,146 @@ CASE(a_user_types_under_glibs_loop) {
   host_release(&made);
 }
 
+/* A timer's events come from the loop that the host runs, before and after a window has been shown. */
+typedef struct ticking {
+  tvx_dispatch sink;
+  void (*act)(struct ticking *self);
+  GMainLoop *loop;
+  int times;
+} ticking;
+
+static tvx_result tick_query(tvx_dispatch *self, const tvx_id *id, void **object) {
+  (void)self, (void)id, (void)object;
+  return TVX_NO_INTERFACE;
+}
+static uint32_t tick_count(tvx_dispatch *self) {
+  (void)self;
+  return 1;
+}
+static tvx_result tick_numbers(tvx_dispatch *self, const tvx_text *names, uint32_t count, int32_t *numbers) {
+  (void)self, (void)names, (void)count, (void)numbers;
+  return TVX_NO_NAME;
+}
+static tvx_result tick(tvx_dispatch *self, int32_t event, uint16_t how, tvx_value *arguments, uint32_t count,
+                       tvx_value *result, tvx_error *error) {
+  ticking *host = (ticking *)self;
+  (void)event, (void)how, (void)arguments, (void)count, (void)result, (void)error;
+  ++host->times;
+  host->act(host);
+  return TVX_OK;
+}
+
+static tvx_timer *make_ticking(ticking *host, void (*act)(ticking *)) {
+  static const tvx_dispatch_functions functions = {tick_query, tick_count, tick_count, tick_numbers, tick};
+  tvx_timer *timer = host_instance(&tvx_class_timer, &tvx_id_timer);
+  tvx_events *events;
+  uint32_t connection;
+  memset(host, 0, sizeof *host);
+  host->sink.functions = &functions;
+  host->act = act;
+  CHECK(timer->functions->QueryInterface(timer, &tvx_id_events, (void **)&events) == TVX_OK);
+  CHECK(events->functions->Advise(events, &host->sink, &connection) == TVX_OK);
+  events->functions->Release(events);
+  return timer;
+}
+
+static void quit_at_three(ticking *host) {
+  if (host->times % 3 == 0) g_main_loop_quit(host->loop);
+}
+
+static gboolean too_late(gpointer data) {
+  (void)data;
+  CHECK(!"the timer runs");
+  return G_SOURCE_REMOVE;
+}
+
+static void run_until_three(ticking *host) {
+  const guint end = g_timeout_add(longest_wait, too_late, NULL);
+  g_main_loop_run(host->loop);
+  g_source_remove(end);
+}
+
+CASE(timers_run_in_glibs_loop) {
+  ticking host;
+  tvx_timer *timer = make_ticking(&host, quit_at_three);
+  host_control made;
+  host.loop = g_main_loop_new(NULL, FALSE);
+  CHECK(timer->functions->SetInterval(timer, 10) == TVX_OK);
+  run_until_three(&host);
+  made = host_make();
+  CHECK(made.control->functions->Show(made.control, TVX_OWN_WINDOW, 0, NULL) == TVX_OK);
+  host.times = 0;
+  run_until_three(&host);
+  CHECK(timer->functions->SetInterval(timer, 0) == TVX_OK);
+  timer->functions->Release(timer);
+  host_release(&made);
+  g_main_loop_unref(host.loop);
+}
+
+/* --- a window that isn't there --- */
+
+static int has_markup(const host_control *made, const char *html) {
+  return strcmp(host_get_text(made, "DocumentHTML"), html) == 0;
+}
+
+CASE(where_there_is_no_window_nothing_is_shown) {
+  Display *display = XOpenDisplay(NULL);
+  Window window, gone;
+  host_control made = host_make();
+  tvx_box box = {5, 6, 500, 400};
+  tvx_error error;
+  int32_t hwnd = hwnd_of(&made);
+  CHECK(display);
+  gone = host_window(display, 300, 200);
+  XDestroyWindow(display, gone);
+  window = host_window(display, 800, 600);
+  host_set(made.members, "DocumentHTML", host_text("<p>one</p>"));
+  CHECK(made.control->functions->Show(made.control, TVX_IN_WINDOW, gone, &box) == TVX_NO_WINDOWS);
+  CHECK(made.tools->functions->GetError(made.tools, &error) == TVX_OK);
+  CHECK(strcmp(host_utf8(&made, &error.text), "There is no such window") == 0);
+  made.tools->functions->FreeText(made.tools, &error.text);
+  CHECK(hwnd_of(&made) == hwnd && has_markup(&made, "<p>one</p>")); /* as it was given: it hasn't started */
+  CHECK(made.control->functions->Show(made.control, TVX_IN_WINDOW, window, &box) == TVX_OK);
+  CHECK(made.tools->functions->Pump(made.tools, 300) == TVX_OK && has_text(&made, "one"));
+  host_release(&made);
+  XDestroyWindow(display, window);
+  XCloseDisplay(display);
+}
+
+static struct {
+  Display *display;
+  Window window;
+} doomed;
+
+static void destroy_the_window(ticking *host) {
+  if (host->times > 1) return;
+  XDestroyWindow(doomed.display, doomed.window);
+  XSync(doomed.display, False);
+}
+
+/* The host's window goes while the editor starts. */
+CASE(what_fails_while_it_starts_stays_off_screen) {
+  host_control made = host_make();
+  ticking host;
+  tvx_timer *timer = make_ticking(&host, destroy_the_window);
+  tvx_box box = {0, 0, 500, 400};
+  int32_t hwnd = hwnd_of(&made);
+  CHECK((doomed.display = XOpenDisplay(NULL)) != NULL);
+  doomed.window = host_window(doomed.display, 600, 500);
+  host_set(made.members, "DocumentHTML", host_text("<p>one</p>"));
+  host_set(made.members, "showFormToolbar", host_boolean(1));
+  CHECK(timer->functions->SetInterval(timer, 1) == TVX_OK);
+  CHECK(made.control->functions->Show(made.control, TVX_IN_WINDOW, doomed.window, &box) == TVX_EXCEPTION);
+  CHECK(timer->functions->SetInterval(timer, 0) == TVX_OK && host.times > 0);
+  timer->functions->Release(timer);
+  CHECK(hwnd_of(&made) == hwnd && has_markup(&made, "<p>one</p>"));
+  CHECK(made.tools->functions->Pump(made.tools, 200) == TVX_OK);
+  CHECK(made.control->functions->Show(made.control, TVX_OFF_SCREEN, 0, NULL) == TVX_OK);
+  CHECK(has_markup(&made, "<P>one</P>") && host_get(made.members, "showFormToolbar").as.boolean == TVX_TRUE);
+  host_release(&made);
+  XCloseDisplay(doomed.display);
+}
+
 /* --- the window's own end --- */
 
 typedef struct form {
@@ -221,6 +361,59 @@ CASE(a_host_hears_that_the_user_closes_the_window) {
   CHECK(has_text(&made, "one") && host.changed > 0);
   host_release(&made);
   CHECK(host.references == 1);
+}
+
+static char *title_of(Display *display, uint64_t window) {
+  static char title[128];
+  Atom type, name = XInternAtom(display, "_NET_WM_NAME", False);
+  int format;
+  unsigned long count, left;
+  unsigned char *data = NULL;
+  CHECK(XGetWindowProperty(display, (Window)window, name, 0, 64, False, AnyPropertyType, &type, &format, &count, &left,
+                           &data) == Success);
+  snprintf(title, sizeof title, "%.*s", (int)count, data ? (char *)data : "");
+  if (data) XFree(data);
+  return title;
+}
+
+CASE(a_watcher_keeps_the_window_open) {
+  static const tvx_container_functions functions = {form_query, form_add,     form_release,
+                                                    form_mode,  form_changed, form_closed};
+  form host = {{&functions}, 1, 0, 0};
+  host_control made = host_make();
+  Display *display = XOpenDisplay(NULL);
+  tvx_subclassing *kit = make_kit();
+  watcher seen = make_watcher(kit, NULL), focus = make_watcher(kit, NULL);
+  tvx_frame *frame;
+  tvx_value title = host_text("A letter");
+  uint64_t window;
+  char command[128];
+  int waited;
+  CHECK(display && attach(&seen, hwnd_of(&made), 16) == TVX_OK && attach(&focus, hwnd_of(&made), 7) == TVX_OK);
+  CHECK(made.control->functions->SetContainer(made.control, &host.container) == TVX_OK);
+  CHECK(made.control->functions->QueryInterface(made.control, &tvx_id_frame, (void **)&frame) == TVX_OK);
+  CHECK(frame->functions->SetTitle(frame, &title.as.text) == TVX_OK);
+  frame->functions->Release(frame);
+  CHECK(made.control->functions->Show(made.control, TVX_OWN_WINDOW, 0, NULL) == TVX_OK);
+  CHECK(made.control->functions->GetWindow(made.control, &window) == TVX_OK);
+  snprintf(command, sizeof command, "windowactivate %lu sleep 0.5 key alt+F4", (unsigned long)window);
+  for (waited = 0; waited < 2 * longest_wait && !seen.calls; waited += turn) {
+    if (waited % (longest_wait / 3) == 0) user(command);
+    CHECK(made.tools->functions->Pump(made.tools, turn) == TVX_OK);
+  }
+  CHECK(seen.calls > 0 && host.closed == 0);
+  CHECK(strcmp(title_of(display, window), "A letter") == 0);
+  CHECK(made.tools->functions->Pump(made.tools, 200) == TVX_OK && host.closed == 0);
+  CHECK(focus.calls > 0);
+  detach(&seen, hwnd_of(&made), 16);
+  for (waited = 0; waited < 2 * longest_wait && !host.closed; waited += turn) {
+    if (waited % (longest_wait / 3) == 0) user(command);
+    CHECK(made.tools->functions->Pump(made.tools, turn) == TVX_OK);
+  }
+  CHECK(host.closed == 1);
+  kit->functions->Release(kit);
+  host_release(&made);
+  XCloseDisplay(display);
 }
 
 #include "cases.h"
