@@ -17,11 +17,13 @@ from . import _members
 from ._control import _ARGUMENTS, _CLASSES, Event, EventArguments, HTMLed
 from ._library import Closed, Error
 from ._objects import Method, Object
+from ._services import CTimer, GSubclass, ISubclass, pump
 from ._version import __version__
 
 globals().update({each.__name__: each for each in _members.ENUMERATIONS})
 globals().update(_CLASSES)
 globals().update({each.__name__: each for each in _ARGUMENTS.values()})
-__all__ = ["HTMLed", "Object", "Method", "Event", "EventArguments", "Error", "Closed", "__version__",
+__all__ = ["HTMLed", "Object", "Method", "Event", "EventArguments", "CTimer", "GSubclass", "ISubclass", "pump", "Error",
+           "Closed", "__version__",
            *(each.__name__ for each in _members.ENUMERATIONS), *_CLASSES,
            *(each.__name__ for each in _ARGUMENTS.values())]

@@ -57,6 +57,7 @@ ID_FACTORY = identifier("{92FC1579-7425-49AE-814B-FEBEC3F5AD40}")
 ID_LIBRARY = identifier("{CE94C0C8-551B-4491-9A78-E8E015027833}")
 ID_DISPATCH = identifier("{2BD9E0BE-6EDE-4E57-AD44-68886DED63BA}")
 ID_EVENTS = identifier("{BBE2F064-F1C1-4606-BF76-1F611A4F8013}")
+ID_FRAME = identifier("{510DE99C-2904-4C9A-BE4E-F6CE73AA50F9}")
 ID_CONTROL = identifier("{9B25E5F3-7BCB-482E-997A-2EEEEDB65871}")
 
 
@@ -100,6 +101,9 @@ ControlTable = table(
     ("SetFocus", c_int32),
     ("GetWindow", c_int32, POINTER(c_uint64)),
     ("Close", c_int32))
+
+
+FrameTable = table("FrameTable", ("SetTitle", c_int32, POINTER(Text)), ("GetTitle", c_int32, POINTER(Text)))
 
 
 class Interface:

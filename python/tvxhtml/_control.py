@@ -86,13 +86,13 @@ class Event:
 
 
 class _Sink(_abi.Exported):
-    """Hears of a control's events."""
+    """Hears of a control's events. It doesn't keep the control: its handlers may refer to that, and the library to this."""
 
     table_type = _abi.DispatchTable
 
-    def __init__(self, events):
+    def __init__(self, control):
         super().__init__()
-        self.events = events
+        self.control = weakref.ref(control)
 
     @staticmethod
     def GetIDsOfNames(_address, _names, _count, _numbers):  # the library doesn't call it
@@ -109,7 +109,8 @@ class _Sink(_abi.Exported):
 
     def tell(self, library, number, references):
         name, parameters = _members.EVENTS_BY_NUMBER[number]
-        handlers = list(self.events[name].handlers)
+        control = self.control()
+        handlers = list(control._events[name].handlers) if control is not None else ()
         if not handlers:
             return
         held = [references[index].as_.reference.contents for index in range(len(parameters))]
@@ -250,7 +251,7 @@ class HTMLed:
         self.closed = Event("closed", "The user has closed the editor's own window.")
         self.property_changed = Event("property_changed", "A property that would be saved has another value, or may have.")
         connection = ctypes.c_uint32()
-        with _Sink(self._events) as sink:
+        with _Sink(self) as sink:
             library.check(self._events_face.functions.Advise(self._events_face.address, sink, connection))
         self._finalizer = weakref.finalize(self, _close, self._faces, connection.value)
         with _Container(self, design) as container:
@@ -300,11 +301,13 @@ class HTMLed:
         """Starts the editor without a window, a desktop or the browser engine."""
         self._show(_abi.OFF_SCREEN, 0, None)
 
-    def show(self, *, window=None, box=None):
+    def show(self, *, window=None, box=None, title=None):
         """Shows the editor: in a window of its own, or inside the window of that number in the X Window System.
 
-        `box` is (left, top, width, height) in pixels.
+        `box` is (left, top, width, height) in pixels; `title` is that of its own window.
         """
+        if title is not None:
+            self.title = title
         self._show(_abi.OWN_WINDOW if window is None else _abi.IN_WINDOW, window or 0, box)
 
     def _show(self, where, window, box):
@@ -327,6 +330,26 @@ class HTMLed:
         """The number of the editor's own window in the X Window System, None where it has none."""
         number = ctypes.c_uint64()
         return number.value if self._call("GetWindow", number) else None
+
+    @property
+    def title(self):
+        """What the title of the editor's own window says."""
+        text = _abi.Text()
+        self._call_frame("GetTitle", text)
+        return Library.only().take(text)
+
+    @title.setter
+    def title(self, words):
+        characters = words.encode("utf-16-le", "surrogatepass")
+        self._call_frame("SetTitle", _abi.Text(ctypes.cast(ctypes.c_char_p(characters), ctypes.c_void_p),
+                                               len(characters) // 2))
+
+    def _call_frame(self, name, text):
+        control = self._faces.get("control")
+        if control is None:
+            raise Closed(_abi.CLOSED, "the editor has been closed")
+        frame = control.query(_abi.ID_FRAME, _abi.FrameTable)
+        Library.only().check(getattr(frame.functions, name)(frame.address, text))
 
     def pump(self, milliseconds=0):
         """Deals with messages for that long; 0: with those that are there now."""

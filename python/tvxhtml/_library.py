@@ -71,20 +71,26 @@ class Library:
         if not path:
             path, class_id = _registered("tvxHTML.HTMLed") or ("libtvxHTML.so.1", class_id)
         self.path = path
-        entry = ctypes.CDLL(path).DllGetClassObject
-        entry.restype = ctypes.c_int32
-        entry.argtypes = [ctypes.POINTER(_abi.Identifier), ctypes.POINTER(_abi.Identifier), ctypes.POINTER(ctypes.c_void_p)]
-        found = ctypes.c_void_p()
-        result = entry(class_id, _abi.ID_FACTORY, found)
-        if result != _abi.OK:
-            raise Error(result, f"{path} has no HTMLed")
-        self.factory = _abi.Interface(found.value, _abi.FactoryTable)
+        self.entry = ctypes.CDLL(path).DllGetClassObject
+        self.entry.restype = ctypes.c_int32
+        self.entry.argtypes = [ctypes.POINTER(_abi.Identifier), ctypes.POINTER(_abi.Identifier),
+                               ctypes.POINTER(ctypes.c_void_p)]
+        self.factory = self.factory_of(class_id)
         self.face = self.factory.query(_abi.ID_LIBRARY, _abi.LibraryTable)
         self.raised = []  # what handlers of events have raised, for the call that led to them
 
-    def create(self, identifier, table):
+    def factory_of(self, class_id):
         found = ctypes.c_void_p()
-        self.check(self.factory.functions.CreateInstance(self.factory.address, None, identifier, found))
+        result = self.entry(class_id, _abi.ID_FACTORY, found)
+        if result != _abi.OK:
+            raise Error(result, _WORDS.get(result) or f"{self.path} has no such class")
+        return _abi.Interface(found.value, _abi.FactoryTable)
+
+    def create(self, identifier, table, class_id=None):
+        """A new object by one of its interfaces: a control, or one of that class."""
+        factory = self.factory_of(class_id) if class_id else self.factory
+        found = ctypes.c_void_p()
+        self.check(factory.functions.CreateInstance(factory.address, None, identifier, found))
         return _abi.Interface(found.value, table)
 
     # --- texts ---

@@ -292,6 +292,16 @@ class Objects(unittest.TestCase):
             self.assertEqual(entry.LastWriteTime, datetime.datetime(2001, 2, 3, 4, 5, 6))
 
 
+class Frame(unittest.TestCase):
+    def test_a_title_can_be_set_before_there_is_a_window(self):
+        with HTMLed() as editor:
+            self.assertEqual(editor.title, "HTMLed")
+            editor.title = "A letter \U0001F600"
+            self.assertEqual(editor.title, "A letter \U0001F600")
+        with self.assertRaises(Closed):
+            editor.title
+
+
 class Lifetime(unittest.TestCase):
     def test_with_closes(self):
         with started() as editor:
@@ -311,7 +321,7 @@ class Lifetime(unittest.TestCase):
     def test_who_forgets_to_close_leaves_nothing(self):
         editor = started()
         seen = weakref.ref(editor)
-        editor.BeforeGetDocumentHTML.connect(lambda event: None)
+        editor.BeforeGetDocumentHTML.connect(lambda event, mine=editor: mine)
         del editor
         gc.collect()
         self.assertIsNone(seen())
@@ -337,12 +347,168 @@ class Lifetime(unittest.TestCase):
         self.assertEqual(_abi.Exported._live, {})
 
 
+class Timers(unittest.TestCase):
+    def pump_until(self, condition):
+        for _ in range(2000):
+            if condition():
+                return
+            tvxhtml.pump(5)
+        self.fail("nothing happens")
+
+    def test_raise_their_event_until_they_are_stopped(self):
+        heard = []
+        timer = tvxhtml.CTimer(5, item={"any": "thing"})
+        timer.ThatTime.connect(lambda event: heard.append(timer.item["any"]))
+        self.assertEqual(timer.Interval, 5)
+        self.pump_until(lambda: len(heard) >= 3)
+        timer.Interval = 0
+        before = len(heard)
+        tvxhtml.pump(30)
+        self.assertEqual(heard, ["thing"] * before)
+        timer.PulseTimer()
+        self.assertEqual(len(heard), before + 1)
+
+    def test_run_while_an_operation_waits(self):
+        heard = []
+        timer = tvxhtml.CTimer(1)
+        timer.ThatTime.connect(heard.append)
+        with started() as editor:
+            for _ in range(1000):
+                editor.DocumentHTML = "<P>one</P>"
+                if heard:
+                    break
+        timer.Interval = 0
+        self.assertTrue(heard)
+
+    def test_stay_alive_while_they_run(self):
+        heard = []
+        timer = tvxhtml.CTimer(1)
+        seen = weakref.ref(timer)
+
+        def hear(event):
+            heard.append(event)
+            if len(heard) == 3:
+                seen().Interval = 0
+
+        timer.ThatTime.connect(hear)
+        del timer
+        gc.collect()
+        self.pump_until(lambda: len(heard) == 3)
+        gc.collect()
+        self.assertIsNone(seen())
+        self.assertEqual(_abi.Exported._live, {})
+
+    def test_the_hundred_and_first_is_refused(self):
+        timers = [tvxhtml.CTimer(1000) for _ in range(100)]
+        with self.assertRaises(Error) as raised:
+            tvxhtml.CTimer(1000)
+        self.assertEqual(raised.exception.number & 0xFFFFFFFF, 0x80040000 | tvxhtml.EErrorTimer.eeTooManyTimers)
+        self.assertEqual(raised.exception.text, "No more than 10 timers allowed per class")
+        for timer in timers:
+            timer.Interval = 0
+
+    def test_what_a_handler_raises_comes_out_of_the_pump(self):
+        timer = tvxhtml.CTimer(1)
+
+        @timer.ThatTime
+        def fail(event):
+            timer.Interval = 0
+            raise ZeroDivisionError("in the handler")
+
+        with self.assertRaisesRegex(ZeroDivisionError, "in the handler"):
+            tvxhtml.pump(1000)
+
+    def test_a_thousand_leave_nothing(self):
+        def work(times):
+            for _ in range(times):
+                timer = tvxhtml.CTimer(1)
+                timer.ThatTime.connect(lambda event: None)
+                timer.Interval = 0
+            gc.collect()
+            return resource.getrusage(resource.RUSAGE_SELF).ru_maxrss
+
+        first = work(1000)
+        self.assertLess(work(10000) - first, 2048)  # in KB
+        self.assertEqual(_abi.Exported._live, {})
+
+
+PING = 1025
+
+
+class Watchers(unittest.TestCase):
+    def test_hear_of_messages(self):
+        told = []
+        kit = tvxhtml.GSubclass()
+        with started() as editor:
+            watcher = tvxhtml.ISubclass(lambda *message: told.append((kit.CurrentMessage, *message)) or 5,
+                                        tvxhtml.EMsgResponse.emrConsume)
+            kit.AttachMessage(watcher, editor.hwnd, PING)
+            self.assertEqual(kit.SendMessage(editor.hwnd, PING, 3, -4), 5)
+            self.assertEqual(told, [(PING, editor.hwnd, PING, 3, -4)])
+            watcher.MsgResponse = tvxhtml.EMsgResponse.emrPostProcess
+            self.assertEqual(kit.SendMessage(editor.hwnd, PING), 0)
+            self.assertEqual(kit.CallOldWindowProc(editor.hwnd, PING, 0, 0), 0)
+            kit.DetachMessage(watcher, editor.hwnd, PING)
+            kit.SendMessage(editor.hwnd, PING)
+            self.assertEqual(len(told), 2)
+
+    def test_can_be_a_class(self):
+        class Size(tvxhtml.ISubclass):
+            seen = None
+
+            def WindowProc(self, hwnd, iMsg, wParam, lParam):
+                self.seen = (lParam & 0xFFFF, lParam >> 16)
+
+        size = Size()
+        with started() as editor:
+            tvxhtml.GSubclass().AttachMessage(size, editor.hwnd, 5)
+            editor.resize(0, 0, 320, 200)
+            self.assertEqual(size.seen, (320, 200))
+
+    def test_who_is_forgotten_is_detached(self):
+        told = []
+        kit = tvxhtml.GSubclass()
+        with started() as editor:
+            watcher = tvxhtml.ISubclass(lambda *message: told.append(message) or 5, tvxhtml.EMsgResponse.emrConsume)
+            kit.AttachMessage(watcher, editor.hwnd, PING)
+            del watcher
+            gc.collect()
+            self.assertEqual(kit.SendMessage(editor.hwnd, PING), 0)
+        self.assertEqual(told, [])
+        gc.collect()
+        self.assertEqual(_abi.Exported._live, {})
+
+    def test_what_cant_be_watched(self):
+        kit, watcher = tvxhtml.GSubclass(), tvxhtml.ISubclass()
+        with started() as editor:
+            for hwnd, number in ((1, 13083), (editor.hwnd, 13082)):
+                with self.assertRaises(Error) as raised:
+                    kit.AttachMessage(watcher, hwnd, PING)
+                    kit.AttachMessage(watcher, hwnd, PING)
+                self.assertEqual(raised.exception.number & 0xFFFFFFFF, 0x80040000 | number)
+
+    def test_what_one_raises_comes_out_of_the_call(self):
+        def fail(*message):
+            raise ZeroDivisionError("in the watcher")
+
+        kit, watcher = tvxhtml.GSubclass(), tvxhtml.ISubclass(fail)
+        with started() as editor:
+            kit.AttachMessage(watcher, editor.hwnd, PING)
+            with self.assertRaisesRegex(ZeroDivisionError, "in the watcher"):
+                kit.SendMessage(editor.hwnd, PING)
+
+
 class Stub(unittest.TestCase):
     def test_says_what_the_module_has(self):
         stub = ast.parse(pathlib.Path(tvxhtml.__file__).with_name("__init__.pyi").read_text())
         classes = {each.name: each for each in stub.body if isinstance(each, ast.ClassDef)}
         for name in tvxhtml.__all__:
-            self.assertTrue(name in classes or name == "__version__", name)
+            self.assertTrue(name in classes or name in ("__version__", "pump"), name)
+        for each in (tvxhtml.CTimer, tvxhtml.ISubclass, tvxhtml.GSubclass):
+            described = {part.name if isinstance(part, ast.FunctionDef) else part.target.id
+                         for part in classes[each.__name__].body if isinstance(part, (ast.FunctionDef, ast.AnnAssign))}
+            self.assertEqual({name for name in described if not name.startswith("_")},
+                             {name for name in dir(each) if not name.startswith("_")})
         told = {each.name for each in classes["HTMLed"].body if isinstance(each, ast.FunctionDef)}
         told |= {each.target.id for each in classes["HTMLed"].body if isinstance(each, ast.AnnAssign)}
         has = {name for name in dir(HTMLed) if not name.startswith("_")}
