@@ -186,6 +186,7 @@ bool DocumentPage::load_document(files::DocumentFile file) {
   stamp_ = present_stamp();
   keeps_own_ = false;
   has_begun_ = true;
+  show_hint();
   if (!path().isEmpty()) emit filed(path());
   emit title_changed();
   emit form_changed();
@@ -366,7 +367,13 @@ QString DocumentPage::name() const {
   return path().isEmpty() ? tr("Untitled") : QFileInfo(path()).fileName();
 }
 bool DocumentPage::is_modified() const { return mark_ && mark_->is_set(); }
-void DocumentPage::show_words() { remote_content_->show_words(); }
+void DocumentPage::show_words() {
+  remote_content_->show_words();
+  if (has_begun_) show_hint();
+}
+void DocumentPage::show_hint() {
+  editor_->set_placeholder_text(tr("Start writing, or choose File > New from template."));
+}
 
 void DocumentPage::look_later() {
   if (loading_) return;

@@ -150,6 +150,9 @@ class DocumentPage final : public QWidget, private core::HTMLedEvents, private c
   void document_changed() override;
 
   void hear_editor();
+  /// On a page that is empty. Before the first document has come, the one that the editor starts with would
+  /// show it.
+  void show_hint();
   /// Changes the document from the program, as the user's step.
   void change_page(const std::function<void(dom::Document&)>& change);
   std::optional<files::KeptPage> unsaved();

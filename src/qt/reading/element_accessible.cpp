@@ -162,9 +162,21 @@ QString ElementAccessible::name() const {
   }
 }
 
+/// A page of one line, in which nothing stands.
+bool ElementAccessible::is_empty_page() const {
+  const AccessibleContent* read = content();
+  if (!read || !is_editable() || !read->text().empty() || read->children().size() > 1) return false;
+  if (read->children().empty()) return true;
+  dom::Element& line = *read->children().front();
+  const auto kind = editing::accessible_kind(line);
+  if (kind != AccessibleKind::Paragraph && kind != AccessibleKind::Heading) return false;
+  const AccessibleContent& inner = page_->tree()->content(line);
+  return inner.children().empty() && inner.text().empty();
+}
+
 /// What the toolkit has no other words for.
 QString ElementAccessible::description() const {
-  if (widget_) return {};
+  if (widget_) return is_empty_page() ? page_->view().placeholder_text() : QString();
   switch (editing::accessible_kind(*element_)) {
     case AccessibleKind::Heading: return translated(u"Level %1").arg(editing::heading_level(*element_));
     case AccessibleKind::Quotation: return translated(u"Quotation");

@@ -89,6 +89,7 @@ class ElementAccessible : public QAccessibleInterface,
   QString line(Offset from, Offset to, int* start, int* end) const;
   QString name() const;
   QString description() const;
+  bool is_empty_page() const;
   void add_states_of_kind(QAccessible::State& state) const;
 
   QPointer<PageReading> page_;

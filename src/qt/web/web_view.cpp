@@ -256,6 +256,7 @@ void WebView::Private::came_up(const QString& text) {
       if (dark_) show_dark();
       send_waiting();
       send_focus();
+      send_placeholder();
     }
   }
   --in_callback_;
@@ -580,6 +581,18 @@ void WebView::Private::show_dark() {
   })())js")
                            .arg(dark_ ? QStringLiteral("true") : QStringLiteral("false")),
                        QWebEngineScript::ApplicationWorld);
+}
+
+void WebView::set_placeholder_text(const QString& text) {
+  if (d_->placeholder_ == text) return;
+  d_->placeholder_ = text;
+  d_->send_placeholder();
+}
+const QString& WebView::placeholder_text() const { return d_->placeholder_; }
+
+void WebView::Private::send_placeholder() {
+  if (!page_stands_) return;  // each page that comes is told
+  send(CommandWriter(page_number_, "hint").add(std::u16string_view(placeholder_.toStdU16String())).finish());
 }
 
 double WebView::zoom() const { return d_->zoom_; }

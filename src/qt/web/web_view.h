@@ -67,6 +67,9 @@ class WebView final : public browser::View {
   /// Light on dark; pictures stay as they are, and so does what is printed.
   void set_dark(bool on);
   bool is_dark() const;
+  /// What an empty page says; an empty text: nothing.
+  void set_placeholder_text(const QString& text);
+  const QString& placeholder_text() const;
   /// A position of the page in the widget's pixels.
   QPoint in_widget(QPoint in_page) const;
 

@@ -70,6 +70,8 @@ class WebView::Private final : public QObject {
   void print(const PrintOrder& order, std::function<void(bool)> done);
   bool dark_ = false;
   void show_dark();
+  QString placeholder_;
+  void send_placeholder();
   browser::InputContext context_;
   Clipboard desktop_selection_{QClipboard::Selection};
   const platform::TransferSource* mouse_selection_ = &desktop_selection_;

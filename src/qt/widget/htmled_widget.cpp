@@ -424,6 +424,9 @@ QString HTMLedWidget::waiting_source() const {
   return side.waits() ? to_qt(side.box().Text()) : QString();
 }
 
+void HTMLedWidget::set_placeholder_text(const QString& text) { parts_->view_.set_placeholder_text(text); }
+QString HTMLedWidget::placeholder_text() const { return parts_->view_.placeholder_text(); }
+
 void HTMLedWidget::set_design_mode(bool on) { parts_->design_mode_ = on; }
 void HTMLedWidget::set_print_file(const QString& path) { parts_->print_file_ = path; }
 void HTMLedWidget::set_page_setup(const PageSetup& setup) { parts_->view_.set_page_setup(setup); }

@@ -1,11 +1,14 @@
 // The boxes of the overlay.
 
 import { addBox, host } from './host.js';
+import { newElement } from './dom.js';
 
 // Takes the mouse while something is dragged, so that the cursor is the drag's own.
 export const shield = addBox('shield');
 // Shows over an edge that the mouse can take hold of it.
 export const grip = addBox('grip');
+export const hint = addBox('hint');
+const sentence = hint.appendChild(newElement('bdi'));
 export const underlines = addBox('underlines');
 export const cellFrame = addBox('cell');
 export const selectedCells = addBox('cells');
@@ -56,6 +59,11 @@ export function showBox(box, left, top, width, height) {
   write(box, 'width', width === undefined ? '' : right - crisp(left) + 'px');
   write(box, 'height', height === undefined ? '' : bottom - crisp(top) + 'px');
   write(box, 'display', 'block');
+}
+
+/// What the hint says, in the direction of its own language.
+export function setSentence(text) {
+  if (sentence.textContent !== text) sentence.textContent = text;
 }
 
 export function hide(box) {

@@ -1,11 +1,12 @@
 // What is drawn over the page, and what is told of it.
 
 import { boxOf, elementOf, matches, newRange, parentElementOf, typeOf } from './dom.js';
-import { EDGES, HANDLES, caret, cellFrame, dropCaret, frame, guide, hide, outline, selectedCells, showBox, showCaretBox,
-  showGapBox, underlines, write } from './boxes.js';
+import { EDGES, HANDLES, caret, cellFrame, dropCaret, frame, guide, hide, hint, outline, selectedCells, showBox,
+  showCaretBox, showGapBox, underlines, write } from './boxes.js';
 import { addBox, host } from './host.js';
 import { caretBox } from './geometry.js';
 import { drawCell } from './current_cell.js';
+import { drawHint } from './hint.js';
 import { drawSelectedCells } from './selected_cells.js';
 import { gapBox } from './gap_caret.js';
 import { isMovable } from './wholes.js';
@@ -64,18 +65,21 @@ export function drawOverlay() {
   drawCell();
   drawSelectedCells();
   drawUnderlines();
+  drawHint();
   return box;
 }
 
 /// Boxes of the window by their names, and whether the frame's element can be moved: for tests.
 export function drawnBoxes() {
   const shown = {};
-  for (const [name, box] of Object.entries({ caret, frame, outline, guide, drop: dropCaret, cell: cellFrame })) {
+  for (const [name, box] of Object.entries({ caret, frame, outline, guide, drop: dropCaret, cell: cellFrame,
+    hint })) {
     if (box.style.display !== 'block') continue;
     const rect = box.getBoundingClientRect();
     shown[name] = [rect.left, rect.top, rect.width, rect.height].map(Math.round);
   }
   shown.caretIsSeen = Boolean(shown.caret) && caret.style.visibility === '';
+  if (shown.hint) shown.sentence = hint.textContent;
   shown.underlined = underlines.childElementCount;
   shown.chosen = selectedCells.childElementCount;
   shown.movable = Boolean(shown.frame && isMovable(nodes.get(state.control)));

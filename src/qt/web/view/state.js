@@ -24,6 +24,7 @@ export const state = {
   focused: false,
   freePlacement: false,  // positioned elements may be dragged to where they shall stand
   control: 0,            // the element selected as a whole
+  hint: '',              // what an empty page says
   composed: null,        // what an input method is composing: { node, start, end }
   ownSelection: '',      // the native selection as it was last set or reported
   cover: { top: 0, bottom: 0 },  // how much of the window a dialog covers, from its edges on

@@ -43,6 +43,10 @@ const commands = {
     drawOverlay();
     setBlink(flashTime);
   },
+  hint: (text) => {
+    state.hint = text;
+    drawOverlay();
+  },
   endDrag: endDrag,
   // Something from another program hovers over the window, or has left it.
   hover: (x, y) => {
