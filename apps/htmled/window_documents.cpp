@@ -101,7 +101,7 @@ void Window::ask_and_save_template() {
                             tr("There is a template “%1” already. Replace it?").arg(name)) !=
           QMessageBox::Yes)
     return;
-  if (front_->save_copy(file)) say(tr("Saved the template “%1”").arg(name), 10'000);
+  if (front_->save_template(file)) say(tr("Saved the template “%1”").arg(name), 10'000);
 }
 
 QString Window::spoken() const {

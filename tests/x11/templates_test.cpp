@@ -1,5 +1,6 @@
 #include <QDialog>
 #include <QDir>
+#include <QImage>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QTextBrowser>
@@ -105,6 +106,36 @@ TEST_F(TemplatesOnScreen, ADocumentBecomesATemplateOfTheUsersAndIsBegunAgain) {
   EXPECT_TRUE(wait_for([&] { return window_->tabs().count() == 2 && html() == "<P>my own start</P>"; }))
       << html();
   EXPECT_EQ(document().title(), u"Mine");
+}
+
+TEST_F(TemplatesOnScreen, ATemplateTakesThePicturesOfItsPageAlong) {
+  QImage picture(30, 20, QImage::Format_RGB32);
+  picture.fill(Qt::red);
+  ASSERT_TRUE(QDir(folder_.path()).mkdir(QStringLiteral("my pictures")));
+  const QString logo = path_of(QStringLiteral("my pictures/logo.png"));
+  ASSERT_TRUE(picture.save(logo));
+  start("<!DOCTYPE html><p><img src='my%20pictures/logo.png'></p>");
+  answer_dialog([](QDialog&) {
+    hands::press(QStringLiteral("ctrl+a"));
+    hands::type(QStringLiteral("head"));
+    hands::press(QStringLiteral("Return"));
+  });
+  hands::press(QStringLiteral("alt+f"));
+  ASSERT_TRUE(wait_for([] { return QApplication::activePopupWidget() != nullptr; }));
+  hands::press(QStringLiteral("l"));
+  ASSERT_TRUE(wait_for([&] { return answered() && !QApplication::activeModalWidget(); }));
+  hands::give_focus(*window_);
+  ASSERT_TRUE(
+      wait_for([&] { return !file(QStringLiteral("tvxHTML/templates/head_files/logo.png")).isEmpty(); }));
+  ASSERT_TRUE(QFile::remove(logo));
+  open_templates([&](QDialog& dialog) {
+    press_row(dialog, QStringLiteral("head"));
+    hands::press(QStringLiteral("Return"));
+  });
+  ASSERT_TRUE(wait_for([&] { return window_->tabs().count() == 2; }));
+  EXPECT_TRUE(wait_for([&] {
+    return in_page(QStringLiteral("String((document.querySelector('img') || {}).naturalWidth)")) == "30";
+  })) << html();
 }
 
 }  // namespace

@@ -17,6 +17,7 @@
 #include "htmled/drafts.h"
 #include "htmled/preferences/preferences.h"
 #include "htmled/remote_content_bar.h"
+#include "htmled/templates/page_templates.h"
 #include "htmled/unsaved/page_keeper.h"
 #include "tvx/base/error.h"
 #include "tvx/base/text_file.h"
@@ -285,6 +286,14 @@ bool DocumentPage::save_elsewhere(const QString& failure) {
 bool DocumentPage::save_copy(const QString& path) {
   return !with_document([&](const dom::Document& document) {
     save_atomically(from_qt(QFileInfo(path).absoluteFilePath()), file_.bytes_of(document));
+  });
+}
+
+bool DocumentPage::save_template(const QString& path) {
+  return with_document([&](const dom::Document& document) {
+    const QString folder = QFileInfo(to_qt(file_.source())).absolutePath();
+    const QByteArray page = QByteArray::fromStdString(file_.bytes_of(document));
+    save_atomically(from_qt(path), with_copies(page, folder, path).toStdString());
   });
 }
 

@@ -69,6 +69,8 @@ class DocumentPage final : public QWidget, private core::HTMLedEvents, private c
   bool save_as();
   /// Writes what saving would write into another file. The document stays that of its own file.
   bool save_copy(const QString& path);
+  /// The same into the file of a template, with the pictures that stand beside the document.
+  bool save_template(const QString& path);
   /// Back to what the file holds, if the user says so.
   void ask_and_revert();
   /// Whether to go on: nothing has been changed, or the user saved it or let it go.

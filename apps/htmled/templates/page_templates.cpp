@@ -6,9 +6,16 @@
 #include <QGuiApplication>
 #include <QLocale>
 #include <QRegularExpression>
+#include <QSet>
 #include <QStandardPaths>
+#include <QUrl>
 #include <algorithm>
 #include <iterator>
+#include <map>
+
+#include "tvx/base/url.h"
+#include "tvx/files/brought_files.h"
+#include "tvx/qt/support/strings.h"
 
 namespace tvx::htmled {
 namespace {
@@ -80,7 +87,37 @@ std::vector<PageTemplate> page_templates(const QString& language) {
 
 QByteArray content_of(const PageTemplate& chosen, const QString& language) {
   const QByteArray bytes = bytes_of(chosen.file);
-  return chosen.own ? bytes : in_language(QString::fromUtf8(bytes), language).toUtf8();
+  if (!chosen.own) return in_language(QString::fromUtf8(bytes), language).toUtf8();
+  return QByteArray::fromStdString(files::with_brought_files(
+      bytes.toStdString(), qt::from_qt(QFileInfo(chosen.file).absolutePath()), file_url));
+}
+
+QByteArray with_copies(const QByteArray& page, const QString& folder, const QString& file) {
+  const QFileInfo target(file);
+  const QString beside = target.completeBaseName() + QStringLiteral("_files");
+  const QDir copies(target.dir().filePath(beside));
+  QSet<QString> taken;
+  std::map<QString, QString> addresses;
+  const auto copy = [&](const QString& source) {
+    QString name = QFileInfo(source).fileName();
+    for (int number = 2; taken.contains(name); ++number)
+      name = QStringLiteral("%1-%2").arg(number).arg(QFileInfo(source).fileName());
+    taken.insert(name);
+    const QString path = copies.filePath(name);
+    if (QFileInfo(path) != QFileInfo(source)) {
+      QDir().mkpath(copies.path());
+      QFile::remove(path);
+      if (!QFile::copy(source, path)) return QUrl::fromLocalFile(source).toString(QUrl::FullyEncoded);
+    }
+    return QString::fromLatin1(QUrl::toPercentEncoding(beside) + '/' + QUrl::toPercentEncoding(name));
+  };
+  return QByteArray::fromStdString(
+      files::with_brought_files(page.toStdString(), qt::from_qt(folder), [&](std::u16string_view path) {
+        const QString source = qt::to_qt(path);
+        const auto [known, is_new] = addresses.try_emplace(source);
+        if (is_new) known->second = copy(source);
+        return qt::from_qt(known->second);
+      }));
 }
 
 QString own_templates_folder() {
