@@ -31,4 +31,10 @@ QString counted(const QString& forms, qulonglong number) {
   return form_for(forms, number).replace(QStringLiteral("%1"), QLocale().toString(number));
 }
 
+QString counted_of(const QString& forms, qulonglong some, qulonglong all) {
+  return form_for(forms, all)
+      .replace(QStringLiteral("%1"), QLocale().toString(some))
+      .replace(QStringLiteral("%2"), QLocale().toString(all));
+}
+
 }  // namespace tvx::htmled

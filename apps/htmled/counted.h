@@ -10,5 +10,7 @@ QString form_for(const QString& forms, qulonglong number);
 
 /// That form with the number in it, written as the system writes numbers.
 QString counted(const QString& forms, qulonglong number);
+/// "1 of 30 words": which form it is depends on all of them.
+QString counted_of(const QString& forms, qulonglong some, qulonglong all);
 
 }  // namespace tvx::htmled

@@ -10,6 +10,7 @@
 #include <QVBoxLayout>
 #include <utility>
 
+#include "htmled/counted.h"
 #include "htmled/document/failure_words.h"
 #include "htmled/document/file_filters.h"
 #include "htmled/document/modified_mark.h"
@@ -309,7 +310,8 @@ void DocumentPage::upload_images() {
   if (!alive) return;
   look_later();
   count_images();
-  QString result = tr("Uploaded %1 of %2 images").arg(uploaded).arg(before);
+  QString result = counted_of(tr("Uploaded %1 of %2 image|Uploaded %1 of %2 images"), qulonglong(uploaded),
+                              qulonglong(before));
   if (uploaded < before && !transfer_failure_.isEmpty()) result += QStringLiteral(": ") + transfer_failure_;
   emit told(result);
 }

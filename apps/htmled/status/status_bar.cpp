@@ -34,13 +34,6 @@ QString percent(double factor) {
   return QLocale().toString(std::lround(factor * 100)) + QStringLiteral(" %");
 }
 
-/// "1 of 30 words"; which form it is depends on all of them.
-QString part_of(const QString& forms, std::size_t some, std::size_t all) {
-  return form_for(forms, all)
-      .replace(QStringLiteral("%1"), QLocale().toString(qulonglong(some)))
-      .replace(QStringLiteral("%2"), QLocale().toString(qulonglong(all)));
-}
-
 void add_choice(QMenu& menu, const QString& text, bool chosen, const std::function<void()>& act) {
   QAction* item = menu.addAction(text);
   item->setCheckable(true);
@@ -124,8 +117,8 @@ void StatusBar::show_counts() {
   const editing::TextCount& all = counts_.of_document();
   QString words, characters;
   if (const auto& some = counts_.of_selection()) {
-    words = part_of(tr("%1 of %2 word|%1 of %2 words"), some->words, all.words);
-    characters = part_of(tr("%1 of %2 character|%1 of %2 characters"), some->characters, all.characters);
+    words = counted_of(tr("%1 of %2 word|%1 of %2 words"), some->words, all.words);
+    characters = counted_of(tr("%1 of %2 character|%1 of %2 characters"), some->characters, all.characters);
   } else {
     words = counted(tr("%1 word|%1 words"), all.words);
     characters = counted(tr("%1 character|%1 characters"), all.characters);

@@ -54,5 +54,21 @@ TEST(Counted, EveryLanguageHasItsForms) {
   }
 }
 
+TEST(Counted, OfSeveralTheFormIsThatOfAll) {
+  const QString forms = QStringLiteral("Uploaded %1 of %2 image|Uploaded %1 of %2 images");
+  EXPECT_EQ(text(counted_of(forms, 1, 1)), "Uploaded 1 of 1 image");
+  EXPECT_EQ(text(counted_of(forms, 0, 1)), "Uploaded 0 of 1 image");
+  EXPECT_EQ(text(counted_of(forms, 1, 3)), "Uploaded 1 of 3 images");
+  for (const auto& [language, one] : std::map<std::string, std::string>{{"en", "Uploaded 1 of 1 image"},
+                                                                        {"de", "1 von 1 Bild hochgeladen"},
+                                                                        {"fr", "1 sur 1 image envoyée"},
+                                                                        {"ar", "رُفعت 1 من صورة واحدة"}}) {
+    Words words;
+    ASSERT_TRUE(words.read(QString::fromStdString(TVX_SOURCE_DIR "/languages/" + language + ".xml")));
+    const QByteArray english = forms.toUtf8();
+    EXPECT_EQ(text(counted_of(words.translate("", english.constData(), nullptr, -1), 1, 1)), one);
+  }
+}
+
 }  // namespace
 }  // namespace tvx::htmled
