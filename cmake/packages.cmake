@@ -33,7 +33,7 @@ set(CPACK_DEBIAN_EDITOR_PACKAGE_NAME htmled)
 set(CPACK_DEBIAN_EDITOR_PACKAGE_SECTION web)
 set(CPACK_DEBIAN_EDITOR_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_EDITOR_PACKAGE_DEPENDS ${unlinked})
-set(CPACK_DEBIAN_EDITOR_PACKAGE_RECOMMENDS "qt6-qpa-plugins, qt6-wayland, qt6-translations-l10n, hunspell-en-us | hunspell-dictionary")
+set(CPACK_DEBIAN_EDITOR_PACKAGE_RECOMMENDS "qt6-qpa-plugins, qt6-wayland, qt6-translations-l10n, cups-client, hunspell-en-us | hunspell-dictionary")
 set(CPACK_DEBIAN_EDITOR_DESCRIPTION "Pages are edited as a browser shows them and saved with every line
 that wasn't edited as it was: tables, forms, pictures, spelling, publishing to
 a server. With it comes htmled-cli, which edits pages by scripts and without a
