@@ -51,7 +51,7 @@ std::u16string simplified(std::u16string_view path) {
     if (leads_out) kept.push_back(segments[i]);
     if (up && !leads_out && !kept.empty()) kept.pop_back();
     // What ends in a dot segment names a folder.
-    if (last && !leads_out && (rooted || !kept.empty())) kept.push_back({});
+    if (last && !leads_out && !kept.empty()) kept.push_back({});
   }
   std::u16string out;
   if (rooted) out = u"/";

@@ -73,6 +73,8 @@ TEST(CanonicalURL, ARelativeTextKeepsWhatLeadsOut) {
   EXPECT_EQ(CanonicalURL(u"../a/../b", 0), u"../b");
   EXPECT_EQ(CanonicalURL(u"../../b", 0), u"../../b");
   EXPECT_EQ(CanonicalURL(u"a/..", 0), u"");
+  EXPECT_EQ(CanonicalURL(u"a/b/..", 0), u"a/");
+  EXPECT_EQ(CanonicalURL(u"a/.", 0), u"a/");
   EXPECT_EQ(CanonicalURL(u"./b", 0), u"b");
 }
 

@@ -347,9 +347,11 @@ TEST_F(TextFile, WhatIsNotedOnAFileStays) {
   put("page.html", "old");
   if (setxattr(name("page.html").c_str(), "user.note", "kept", 4, 0) != 0)
     GTEST_SKIP() << "SKIPPED: this file system keeps no extended attributes";
+  setxattr(name("page.html").c_str(), "user.flag", "", 0, 0);
   save_atomically(path("page.html"), "new");
   std::string value(10, '\0');
   EXPECT_EQ(getxattr(name("page.html").c_str(), "user.note", value.data(), value.size()), 4);
+  EXPECT_EQ(getxattr(name("page.html").c_str(), "user.flag", value.data(), value.size()), 0);
 }
 
 // --- what a killed program leaves ---
