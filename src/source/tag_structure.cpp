@@ -137,7 +137,7 @@ class TagStructure::Reading {
     const std::size_t opener = open_[start];
     close_down_to(start + 1, name);
     open_.pop_back();
-    if (is_foreign(name) && foreign_ > 0) --foreign_;
+    if (is_foreign(name)) --foreign_;
     tags_[opener].partner = tags_[opener].ended_by = number;
     tags_[number].partner = opener;
   }
@@ -149,7 +149,7 @@ class TagStructure::Reading {
       const std::u16string_view name = name_of(open_.back());
       open_.pop_back();
       if (!source_ends_) tag.ended_by = tags_.size() - 1;
-      if (is_foreign(name) && foreign_ > 0) --foreign_;
+      if (is_foreign(name)) --foreign_;
       if (is_one_of(name, optional_names)) continue;
       const bool is_format = is_one_of(name, format_names);
       tag.trouble = closer.empty() ? (is_format ? TagTrouble::GoesOn : TagTrouble::NeverClosed)

@@ -66,6 +66,13 @@ TEST(LineTokens, AnEndTagEndsItsElementEvenWithinAString) {
                           "<> >", "<> <", "tag b", "<> >"));
 }
 
+TEST(LineTokens, ALineEndsWhereItEnds) {
+  // In the source the next line, or what is typed next, follows in the same text.
+  const std::u16string_view source = u"a <b &amp; </c";
+  EXPECT_THAT(tokens({source.substr(0, 3)}), IsEmpty());
+  EXPECT_THAT(tokens({source.substr(0, 6)}), ElementsAre("<> <", "tag b"));
+}
+
 TEST(LineTokens, AStyleSheet) {
   EXPECT_THAT(tokens({u"<style>p.a, #b { color: #fff; margin: 0 2em }",
                       u"@media print { i { top: 1px } } /* x */</style>"}),
