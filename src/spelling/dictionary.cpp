@@ -18,7 +18,7 @@ std::vector<int> scripts_of(std::u16string_view language) {
   UScriptCode codes[8];
   UErrorCode failed = U_ZERO_ERROR;
   const int count = uscript_getCode(to_utf8(language).c_str(), codes, 8, &failed);
-  if (U_FAILURE(failed) || count < 1) return {};
+  if (U_FAILURE(failed)) return {};
   return {codes, codes + count};
 }
 

@@ -10,6 +10,7 @@
 #include "spelling/temporary_folder.h"
 #include "tvx/base/error.h"
 #include "tvx/spelling/affix_file.h"
+#include "tvx/spelling/dictionary.h"
 #include "tvx/spelling/dictionary_trial.h"
 #include "tvx/spelling/hunspell_application.h"
 #include "tvx/spelling/spell.h"
@@ -32,6 +33,9 @@ TEST(DictionaryFiles, ALanguageIsNamedInOneForm) {
   EXPECT_EQ(language_tag(u"fr"), u"fr");
   EXPECT_EQ(language_tag(u"C"), u"");
   EXPECT_EQ(language_tag(u"POSIX"), u"");
+  EXPECT_EQ(language_tag(u"de-1996"), u"de-1996");
+  EXPECT_EQ(language_tag(u"1"), u"") << "no language's name";
+  EXPECT_EQ(language_tag(u"x-german"), u"");
   EXPECT_EQ(language_tag(u""), u"");
   EXPECT_EQ(language_tag(u"../x"), u"");
 }
@@ -68,6 +72,37 @@ TEST(DictionaryFiles, AreFoundWhereDICPATHSaysAndInTheUsersFolder) {
   EXPECT_EQ(dictionary_for(all, u"xx-YY")->words, folder.path("first/xx_YY.dic")) << "the first find counts";
   EXPECT_TRUE(dictionary_for(all, u"zz"));
   EXPECT_EQ(dictionary_for(all, u"alone"), nullptr) << "rules without words";
+}
+
+// --- letters of other languages ---
+
+class Letters : public ::testing::Test {
+ protected:
+  bool are_of(const std::u16string& language, std::u16string_view word) {
+    folder.write("xx.aff", "SET UTF-8\n");
+    folder.write("xx.dic", "1\nword\n");
+    return Dictionary({language, folder.path("xx.aff"), folder.path("xx.dic")}).has_script_of(word);
+  }
+  TemporaryFolder folder;
+};
+
+TEST_F(Letters, OfAnotherScriptAreNoWordOfTheLanguage) {
+  EXPECT_TRUE(are_of(u"en", u"word"));
+  EXPECT_FALSE(are_of(u"en", u"\u0441\u043B\u043E\u0432\u043E"));
+  EXPECT_TRUE(are_of(u"ru", u"\u0441\u043B\u043E\u0432\u043E"));
+  EXPECT_FALSE(are_of(u"ru", u"word"));
+  EXPECT_FALSE(are_of(u"ru", u"w\u043E"));
+}
+
+TEST_F(Letters, FiguresAndMarksAreOfAllLanguages) {
+  EXPECT_TRUE(are_of(u"ru", u"12-3"));
+  EXPECT_TRUE(are_of(u"en", u"e\u0301te\u0301"));
+  EXPECT_TRUE(are_of(u"en", u"don\u2019t"));
+}
+
+TEST_F(Letters, OfALanguageWithoutAKnownScriptAreAllItsOwn) {
+  EXPECT_TRUE(are_of(u"zz", u"word"));
+  EXPECT_TRUE(are_of(u"zz", u"\u0441\u043B\u043E\u0432\u043E"));
 }
 
 // --- those of the system ---

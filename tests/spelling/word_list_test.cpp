@@ -4,6 +4,8 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <chrono>
+
 #include "spelling/temporary_folder.h"
 #include "tvx/base/code_page.h"
 #include "tvx/spelling/spell.h"
@@ -35,6 +37,20 @@ TEST(WordList, WhatIsAppendedCountsAtOnce) {
   EXPECT_TRUE(list.has(u"later"));
   std::filesystem::remove(folder.path("list"));
   EXPECT_FALSE(list.has(u"later"));
+}
+
+TEST(WordList, AFileThatAnotherProgramWritesIsReadAnew) {
+  const TemporaryFolder folder;
+  folder.write("list", "one\n");
+  WordList list(folder.path("list"));
+  EXPECT_TRUE(list.has(u"one"));
+  const auto time = std::filesystem::last_write_time(folder.path("list"));
+  folder.write("list", "two\n");
+  std::filesystem::last_write_time(folder.path("list"), time + std::chrono::seconds(1));
+  EXPECT_TRUE(list.has(u"two")) << "as long as before";
+  folder.write("list", "two\nthree\n");
+  std::filesystem::last_write_time(folder.path("list"), time + std::chrono::seconds(1));
+  EXPECT_TRUE(list.has(u"three")) << "within one tick of the clock";
 }
 
 TEST(WordList, AFileThatIsNoUtf8IsInTheSystemsCodePage) {
