@@ -31,7 +31,7 @@ void take_attributes(dom::Element& element, const dom::Element& from) {
 void replace_page(dom::Document& document, std::u16string_view text) {
   const dom::Ref<dom::Document> page = dom::parse_document(text);
   dom::Element *root = document.document_element(), *new_root = page->document_element();
-  if (!root || !new_root) return;
+  if (!root) return;  // a host has taken it away
   const dom::UndoStep step(document.journal(), u"Restore");
   take_attributes(*root, *new_root);
   for (const dom::Tag tag : {dom::Tag::Head, dom::Tag::Body}) {

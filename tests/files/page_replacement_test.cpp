@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "tvx/dom/journal.h"
+#include "tvx/dom/mutation.h"
 #include "tvx/dom/parse.h"
 #include "tvx/dom/serialise.h"
 
@@ -26,6 +27,13 @@ TEST(PageReplacement, IsOneStepOfUndo) {
   EXPECT_EQ(document->journal().depth(), 1u);
   ASSERT_TRUE(document->journal().undo());
   EXPECT_EQ(text_of(*document), before);
+}
+
+TEST(PageReplacement, NeedsARoot) {
+  const auto document = dom::parse_document(u"<p>one</p>");
+  dom::remove(*document->document_element());
+  replace_page(*document, u"<p>two</p>");
+  EXPECT_EQ(document->document_element(), nullptr);
 }
 
 TEST(PageReplacement, LeavesAloneWhatIsTheSame) {

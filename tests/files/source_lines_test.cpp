@@ -43,7 +43,7 @@ TEST(SourceLines, OnceIsEnough) {
 
 TEST(SourceLines, BrokenMarkupHarmsNobody) {
   for (const char16_t* broken :
-       {u"<", u"</", u"<!--", u"<p", u"<p a=\"", u"<pre>", u"<pre></pr", u"<>", u"</><p>"})
+       {u"<", u"</", u"<!--", u"<p", u"<p>a</p>b<p", u"<p a=\"", u"<pre>", u"<pre></pr", u"<>", u"</><p>"})
     EXPECT_EQ(lined(broken), to_utf8(std::u16string(broken)));
 }
 
