@@ -87,39 +87,35 @@ std::int32_t Transfers::Batch::run() {
 
 void Transfers::Batch::upload_all() {
   for (const dom::Ref<dom::Element>& image : pictures_of(*document_)) {
-    if (transfers_.context_.terminated()) return;
-    bool go_on = true;
+    if (transfers_.context_.terminated() || dialog_.bCancel) return;
     attempt([&] {
-      if (has_local_address(*document_, *image)) go_on = upload(*image);
+      if (has_local_address(*document_, *image)) upload(*image);
     });
-    if (!go_on) return;
   }
 }
 
-bool Transfers::Batch::upload(dom::Element& image) {
+void Transfers::Batch::upload(dom::Element& image) {
   const std::u16string src = object_of(*document_, image).src();
   const std::u16string path = path_in(src), name = name_in(src);
   ++done_;
-  if (dialog_.bCancel) return false;
   dialog_.set_lblMessage(u"Uploading to FTP Host : " + to_text(done_) + u" of " + to_text(total_));
   dialog_.show_file(name);
   dialog_.show_count(done_, total_);
   services::Wait(transfers_.surroundings().loop, 5);
   bool uploaded = false;
   attempt([&] { uploaded = transfers_.client_->PutFileProgress(name, path); });
-  if (!uploaded) return true;
+  if (!uploaded) return;
   // Meanwhile the host may have put another picture there, or another document.
-  if (object_of(*document_, image).src() != src || !dom::is_connected(image)) return true;
+  if (object_of(*document_, image).src() != src || !dom::is_connected(image)) return;
   give_address(image, transfers_.properties_.FTPSaveToURL + name);
   ++uploaded_;
-  return true;
 }
 
 // One step for all, unless somebody has edited or undone between two pictures.
 void Transfers::Batch::give_address(dom::Element& image, const std::u16string& url) {
   dom::Journal& journal = document_->tree().journal();
-  const bool alone = step_depth_ > 0 && journal.depth() == step_depth_ &&
-                     journal.undo_label() == step_label && !journal.can_redo();
+  const bool alone =
+      journal.depth() == step_depth_ && journal.undo_label() == step_label && !journal.can_redo();
   {
     const dom::UndoStep step(journal, step_label, alone ? dom::StepJoin::LastStep : dom::StepJoin::Never);
     object_of(*document_, image).set_src(url);

@@ -25,7 +25,7 @@ class Transfers::Batch {
  private:
   void upload_all();
   /// False: the user has had enough.
-  bool upload(dom::Element& image);
+  void upload(dom::Element& image);
   void give_address(dom::Element& image, const std::u16string& url);
 
   Transfers& transfers_;
