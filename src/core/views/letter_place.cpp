@@ -60,14 +60,15 @@ std::size_t count_letters(std::u16string_view text) {
   return static_cast<std::size_t>(std::ranges::count_if(text, is_letter));
 }
 
+bool is_in_reference(char16_t unit) { return is_ascii_alpha(unit) || is_ascii_digit(unit) || unit == u'#'; }
+
 /// How long a reference to a character is that stands at a position: 0 if none does.
 Offset reference_length(std::u16string_view source, Offset at) {
   if (source[at] != u'&') return 0;
-  Offset end = at + 1;
-  while (end < source.size() &&
-         (is_ascii_alpha(source[end]) || is_ascii_digit(source[end]) || source[end] == u'#'))
-    ++end;
-  return end < source.size() && source[end] == u';' && end > at + 1 ? end + 1 - at : 0;
+  const std::u16string_view rest = source.substr(at + 1);
+  const auto end = std::ranges::find_if_not(rest, is_in_reference);
+  const bool ends = end != rest.end() && *end == u';' && end != rest.begin();
+  return ends ? static_cast<Offset>(end - rest.begin()) + 2 : 0;
 }
 
 /// Calls `take(offset, length)` for each letter of a source's text, until it answers false.
