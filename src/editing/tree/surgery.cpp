@@ -184,6 +184,16 @@ void remove_preserving_descendants(Ref<Node> node) {
   }
 }
 
+namespace {
+
+bool holds_boundary(dom::Document& document, const Element& element) {
+  return std::ranges::any_of(document.live_ranges(), [&](const LiveRange* range) {
+    return range->start().node == &element || range->end().node == &element;
+  });
+}
+
+}  // namespace
+
 Ref<Element> set_tag_name(Element& element, Name name) {
   Ref<Element> held(element);
   if (element.is_html() && element.name() == name) return held;
@@ -192,7 +202,7 @@ Ref<Element> set_tag_name(Element& element, Name name) {
   // Boundaries around the element stay as they are, those in it go over with its children.
   dom::Document& document = dom::document_of(element);
   std::vector<HeldRange> ranges;
-  if (element.has_children()) ranges = put_ranges_aside(document);
+  if (element.has_children() || holds_boundary(document, element)) ranges = put_ranges_aside(document);
   dom::insert(*element.parent(), replacement, &element);
   for (const dom::Attribute& attribute : element.attributes()) {
     dom::set_attribute(*replacement, attribute.name, attribute.value, attribute.name_space);
