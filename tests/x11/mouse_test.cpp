@@ -38,6 +38,24 @@ TEST_F(MouseOnScreen, SizingAnImageByItsHandle) {
   EXPECT_EQ(html().find("height=\"80\""), std::string::npos) << html();
 }
 
+TEST_F(MouseOnScreen, WhatIsTypedAfterALinkedPictureIsNoLink) {
+  start("<body style='margin:20px'><p><a href='http://a.b/'>" + image + "</a></p>");
+  hands::click(place_of(QStringLiteral("img"), 0.5, 0.5));
+  ASSERT_TRUE(wait_for([&] { return document().editor().selection().control() != nullptr; }));
+  hands::press(QStringLiteral("Right"));
+  hands::type(QStringLiteral("x"));
+  EXPECT_TRUE(wait_for([&] { return html().find("</A>x</P>") != std::string::npos; })) << html();
+}
+
+TEST_F(MouseOnScreen, ASelectedPictureIsCentredByItsParagraph) {
+  start("<body style='margin:20px'>\n<p>" + image + "</p>\n<p>Text</p>\n");
+  hands::click(place_of(QStringLiteral("img"), 0.5, 0.5));
+  ASSERT_TRUE(wait_for([&] { return document().editor().selection().control() != nullptr; }));
+  hands::click(middle_of(*toolbar_button(u"Center")));
+  EXPECT_TRUE(wait_for([&] { return html().starts_with("\n<P style=\"text-align: center\"><IMG"); }))
+      << html();
+}
+
 TEST_F(MouseOnScreen, DraggingText) {
   start("<body style='margin:20px'><p id=a>one two three</p><p id=b>other</p>");
   const std::string before = html();

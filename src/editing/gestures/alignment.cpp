@@ -63,8 +63,9 @@ bool align_block(Element& block, std::u16string_view alignment) {
 }
 
 bool align_lines(Editor& editor, std::u16string_view alignment) {
+  // A picture that is selected is aligned by the line it stands in.
   const Selection& selection = editor.selection();
-  if (selection.type() != SelectionType::Text) return false;
+  if (selection.type() == SelectionType::None) return false;
   dom::Range range = selection.range();
   if (!range.collapsed())
     if (const dom::Range seen = shrunk_to_characters(range); seen.start) range = seen;

@@ -171,8 +171,9 @@ bool leave_link(Editor& editor, Direction direction) {
   Selection& selection = editor.selection();
   const Boundary caret = selection.focus();
   const bool forward = direction == Direction::Forward;
-  const auto* text = dom::as<dom::Text>(caret.node);
-  if (!text || caret.offset != (forward ? text->length() : 0)) return false;
+  // Beside a picture the caret stands in the link itself.
+  if (!caret.node->is_text() && !is_inline_node(*caret.node)) return false;
+  if (caret.offset != (forward ? dom::length_of(*caret.node) : 0)) return false;
   Node* node = caret.node;
   for (; node->parent() && !(forward ? node->next_sibling() : node->previous_sibling());
        node = node->parent()) {

@@ -29,7 +29,7 @@ bool fill_gap(Editor& editor);
 /// Backspace in a gap: a rule before it goes, into a table the caret goes.
 bool leave_gap_backward(Editor& editor);
 
-/// The caret at the end of a link's text, or at its start, steps out of the link, where the next text is
+/// The caret at the end of a link's content, or at its start, steps out of the link, where the next text is
 /// none. False elsewhere.
 bool leave_link(Editor& editor, Direction direction);
 

@@ -80,6 +80,8 @@ std::optional<KeyResult> press_move_key(Editor& editor, const KeyPress& key) {
     const Direction direction = backward ? Direction::Backward : Direction::Forward;
     move_caret(editor, direction, key.control ? Granularity::Word : Granularity::Character, extend);
     if (stretched && !key.shift) leave_selected_block(editor, direction);
+    // Beside a picture the end of its link isn't seen.
+    if (stretched && !key.shift && !editor.selection().focus().node->is_text()) leave_link(editor, direction);
     if (key.shift) take_whole_cells(editor);
     return KeyResult::Done;
   }
