@@ -5,6 +5,7 @@
 #include "tvx/dom/journal.h"
 #include "tvx/dom/tree.h"
 #include "tvx/editing/editor.h"
+#include "tvx/editing/facts/between_blocks.h"
 #include "tvx/editing/facts/lines.h"
 #include "tvx/editing/facts/predicates.h"
 #include "tvx/editing/gestures/alignment.h"
@@ -76,14 +77,36 @@ NodeList filling_at(const Element& holder, bool at_end) {
   return filling;
 }
 
-/// A list that a command has made takes in the white space beside its lines, which parts them from their
+/// What a command has put around lines takes in the white space beside them, which parts them from their
 /// neighbours in the source: it goes back there.
-void give_back_filling(Element& list) {
-  const Ref<Node> holder(list.parent());
-  if (const NodeList before = filling_at(list, false); !before.empty())
-    move_run_preserving_ranges(before, *holder, &list);
-  if (const NodeList after = filling_at(list, true); !after.empty())
-    move_run_preserving_ranges(after, *holder, list.next_sibling());
+void give_back_filling(Element& made) {
+  const Ref<Node> holder(made.parent());
+  if (const NodeList before = filling_at(made, false); !before.empty())
+    move_run_preserving_ranges(before, *holder, &made);
+  if (const NodeList after = filling_at(made, true); !after.empty())
+    move_run_preserving_ranges(after, *holder, made.next_sibling());
+}
+
+/// The quotations and divisions around a selection that hold blocks.
+NodeList wrappers_around(const dom::Range& range) {
+  NodeList wrappers;
+  for (Node* node : {range.start.node, range.end.node})
+    for (; node && !is_editing_host(*node); node = node->parent())
+      if ((node->is(dom::Tag::Blockquote) || node->is(dom::Tag::Div)) && is_editable(*node) &&
+          passed_filling(node->first_child(), false) &&
+          is_block_piece(*passed_filling(node->first_child(), false)))
+        wrappers.emplace_back(node);
+  return wrappers;
+}
+
+/// As the command does; what it has put around the lines doesn't hold what is between blocks.
+bool execute_and_give_back(Editor& editor, std::u16string_view command, std::u16string_view value) {
+  const NodeList before = wrappers_around(editor.selection().range());
+  const bool done = editor.execute(command, value);
+  for (const Ref<Node>& wrapper : wrappers_around(editor.selection().range()))
+    if (std::ranges::find(before, wrapper) == before.end())
+      give_back_filling(static_cast<Element&>(*wrapper));
+  return done;
 }
 
 /// Between blocks, and in an empty page, there is no line to act on: one is made, as for what is typed there.
@@ -150,14 +173,14 @@ bool execute_on_lines(Editor& editor, std::u16string_view command, std::u16strin
   if (equals_ignoring_ascii_case(command, u"formatblock") && format_empty_line(editor, value)) return true;
   const bool inward = equals_ignoring_ascii_case(command, u"indent");
   if (inward || equals_ignoring_ascii_case(command, u"outdent")) {
-    const bool done = move_items(editor, inward) || editor.execute(command, value);
+    const bool done = move_items(editor, inward) || execute_and_give_back(editor, command, value);
     drop_end_break_before(block_around(editor.selection().range().start));
     return done;
   }
   if (const std::u16string alignment = alignment_of_command(command); !alignment.empty()) {
     if (align_lines(editor, alignment)) return true;
   }
-  return editor.execute(command, value);
+  return execute_and_give_back(editor, command, value);
 }
 
 }  // namespace tvx::editing
