@@ -83,6 +83,7 @@ class CaseTest : public EditingFixture {
       type_text(editor, from_utf8(action.value));
     } else if (action.kind == "type-formatting") {
       for (const char c : action.value) {
+        if (c == '\n') link_what_was_typed(editor);
         type_text(editor, std::u16string(1, char16_t(c)));
         format_what_was_typed(editor);
       }

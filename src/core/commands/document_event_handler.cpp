@@ -44,6 +44,8 @@ void DocumentEventHandler::onkeydown() {
 // Setting the key code to 0 is how a key is taken away from the document.
 void DocumentEventHandler::act_on_key(int key_code, bool shift, bool control) {
   if (!user_may_edit() && !(control && key_code == key_c)) return;
+  if (key_code == key_enter && properties_.AutoFormat)
+    attempt([&] { editing::link_what_was_typed(document().editor()); });
   if (key_code == key_enter && (properties_.isAccessContained || properties_.useEnterAsBR)) {
     document().set_event_key_code(0);
     parts_.formatting.sendCR(properties_.useEnterAsBR);

@@ -1,5 +1,7 @@
 #include "tvx/editing/facts/written_address.h"
 
+#include <algorithm>
+
 #include "tvx/base/strings.h"
 
 namespace tvx::editing {
@@ -22,8 +24,8 @@ bool is_address(std::u16string_view word) {
 
 std::u16string_view written_address(std::u16string_view word) {
   while (!word.empty() && std::u16string_view(u".,;:!?'\")]}>").find(word.back()) != word.npos) {
-    // A bracket that belongs to the address stays.
-    if (word.back() == u')' && contains(word, u"(")) break;
+    // A bracket that is opened in the address belongs to it.
+    if (word.back() == u')' && std::ranges::count(word, u'(') >= std::ranges::count(word, u')')) break;
     word.remove_suffix(1);
   }
   return is_address(word) ? word : std::u16string_view();

@@ -1,5 +1,7 @@
 #include "tvx/editing/gestures/autoformat.h"
 
+#include <algorithm>
+
 #include "tvx/dom/journal.h"
 #include "tvx/dom/mutation.h"
 #include "tvx/dom/tree.h"
@@ -116,18 +118,32 @@ std::optional<TypedAddress> bare_address_before(const Boundary& end) {
   auto& text = static_cast<dom::Text&>(*end.node);
   if (dom::enclosing(text, Tag::A)) return std::nullopt;
   const std::u16string_view before = std::u16string_view(text.data()).substr(0, end.offset);
-  const std::size_t blank = before.find_last_of(u" \t\r\n\u00A0([{<\"'");
-  const std::size_t start = blank == before.npos ? 0 : blank + 1;
+  const std::size_t blank = before.find_last_of(u" \t\r\n\u00A0");
+  const std::size_t word = blank == before.npos ? 0 : blank + 1;
+  const std::size_t start = std::min(before.find_first_not_of(u"([{<\"'", word), before.size());
   const std::u16string_view address = written_address(before.substr(start));
   if (address.empty()) return std::nullopt;
   return TypedAddress{&text, Offset(start), Offset(start + address.size()), target_of(address)};
 }
 
-bool link_address(Editor& editor) {
-  const Boundary caret = editor.selection().focus();
-  if (is_plain_text_host(*editing_host_of(*caret.node))) return false;
-  const Boundary end{caret.node, caret.offset - 1};
+/// A bracket that is opened in an address closes there, though what closes others ends a sentence.
+void take_own_brackets(TypedAddress& address, Offset end) {
+  const std::u16string_view text = address.text->data();
+  const std::size_t scheme = text.substr(address.start, address.end - address.start).find(u"://");
+  if (scheme == text.npos) return;
+  const auto count = [&](char16_t c) {
+    return std::ranges::count(text.substr(address.start, address.end - address.start), c);
+  };
+  while (address.end < end && text[address.end] == u')' && count(u'(') > count(u')')) {
+    address.href += u')';
+    ++address.end;
+  }
+}
+
+bool link_address(Editor& editor, const Boundary& end) {
+  if (is_plain_text_host(*editing_host_of(*end.node))) return false;
   auto address = address_before(end);
+  if (address) take_own_brackets(*address, end.offset);
   if (!address) address = bare_address_before(end);
   if (!address) return false;
   const dom::UndoStep step(editor.document().journal(), u"Link");
@@ -139,9 +155,20 @@ bool link_address(Editor& editor) {
 
 bool format_what_was_typed(Editor& editor) {
   if (!takes_typed_blank(editor) || !editor.enabled(u"insertText")) return false;
-  const bool done = format_paragraph(editor) || link_address(editor);
+  const Boundary caret = editor.selection().focus();
+  const bool done = format_paragraph(editor) || link_address(editor, {caret.node, caret.offset - 1});
   if (done) editor.document().journal().end_typing_run();
   return done;
+}
+
+bool link_what_was_typed(Editor& editor) {
+  const TypingRun& run = editor.typing_run();
+  const Boundary caret = editor.selection().focus();
+  if (!editor.selection().collapsed() || !caret || !caret.node->is_text()) return false;
+  if (run.node != caret.node->id() || run.offset != caret.offset || run.text.empty()) return false;
+  if (!editor.enabled(u"insertText") || !link_address(editor, caret)) return false;
+  editor.document().journal().end_typing_run();
+  return true;
 }
 
 }  // namespace tvx::editing
