@@ -10,15 +10,17 @@ namespace tvx::platform {
 namespace {
 
 constexpr std::string_view before_fragment = "<html><body>\r\n<!--StartFragment-->";
-constexpr std::string_view behind_fragment = "<!--EndFragment-->\r\n</body>\r\n</html>";
-constexpr std::size_t header_size = 105;
+constexpr std::string_view after_fragment = "<!--EndFragment-->\r\n</body>\r\n</html>";
+constexpr std::size_t positions_size = 105;
+constexpr std::string_view source_name = "SourceURL:";
 
-std::string header(std::size_t end, std::size_t start_fragment, std::size_t end_fragment) {
-  std::array<char, header_size + 1> text{};
+std::string positions(std::size_t start, std::size_t end, std::size_t start_fragment,
+                      std::size_t end_fragment) {
+  std::array<char, positions_size + 1> text{};
   std::snprintf(
       text.data(), text.size(),
       "Version:1.0\r\nStartHTML:%010zu\r\nEndHTML:%010zu\r\nStartFragment:%010zu\r\nEndFragment:%010zu\r\n",
-      header_size, end, start_fragment, end_fragment);
+      start, end, start_fragment, end_fragment);
   return text.data();
 }
 
@@ -45,14 +47,18 @@ std::u16string decode(std::string_view bytes) {
 
 }  // namespace
 
-std::string html_block(std::u16string_view fragment) {
+std::string html_block(std::u16string_view fragment, std::u16string_view source) {
   const std::string content = to_utf8(fragment);
-  const std::size_t start = header_size + before_fragment.size(), end = start + content.size();
-  std::string block = header(end + behind_fragment.size(), start, end);
-  block.reserve(end + behind_fragment.size());
+  std::string source_line;
+  if (!source.empty()) source_line = std::string(source_name) + to_utf8(source) + "\r\n";
+  const std::size_t page = positions_size + source_line.size();
+  const std::size_t start = page + before_fragment.size(), end = start + content.size();
+  std::string block = positions(page, end + after_fragment.size(), start, end);
+  block.reserve(end + after_fragment.size());
+  block += source_line;
   block += before_fragment;
   block += content;
-  block += behind_fragment;
+  block += after_fragment;
   return block;
 }
 
@@ -67,6 +73,14 @@ std::optional<std::u16string> page_of_html_block(std::string_view block) {
     return decode(block.substr(page));
   if (*start > *end || *end > block.size()) return {};
   return u"<!--StartFragment-->" + decode(block.substr(*start, *end - *start)) + u"<!--EndFragment-->";
+}
+
+std::u16string source_of_html_block(std::string_view block) {
+  const std::string_view header = block.substr(0, block.find('<'));
+  const std::size_t at = header.find(source_name);
+  if (at == header.npos) return {};
+  const std::string_view line = header.substr(at + source_name.size());
+  return std::u16string(trimmed(from_utf8(line.substr(0, line.find_first_of("\r\n")))));
 }
 
 }  // namespace tvx::platform

@@ -2,6 +2,7 @@
 
 #include "tvx/base/url.h"
 #include "tvx/browser/input/gesture.h"
+#include "tvx/browser/input/pasted_addresses.h"
 #include "tvx/browser/input/pasted_files.h"
 #include "tvx/browser/input/pasted_pictures.h"
 #include "tvx/dom/journal.h"
@@ -23,14 +24,27 @@ bool takes_only_text(editing::Editor& editor) {
   return host && editing::is_plain_text_host(*host);
 }
 
+/// Addresses that mean something else here than in the page they come from are written out.
+void keep_addresses(const HTMLDocument& document, dom::DocumentFragment& content,
+                    const platform::TransferSource& source) {
+  if (!platform::offers(source, block_target)) return;
+  const std::u16string base = platform::source_of_html_block(source.read(block_target));
+  if (base.empty()) return;
+  rewrite_relative_addresses(content, [&](const std::u16string& written) {
+    const std::u16string meant = resolve_url(written, base).value_or(written);
+    return document.absolute_url(written) == meant ? written : meant;
+  });
+}
+
 /// `pictures` gets the addresses of the local ones.
 bool paste_as_html(HTMLDocument& document, const platform::TransferData& data,
                    const platform::TransferSource* source, std::vector<std::u16string>& pictures) {
   editing::Editor& editor = document.editor();
-  const auto take_pictures = [&](dom::DocumentFragment& content) {
+  const auto fit_to_document = [&](dom::DocumentFragment& content) {
+    if (source) keep_addresses(document, content, *source);
     pictures = take_named_pictures(content, data, source, document.bytes_folder());
   };
-  if (!data.html.empty() && editing::paste_html(editor, data.html, take_pictures)) return true;
+  if (!data.html.empty() && editing::paste_html(editor, data.html, fit_to_document)) return true;
   if (!data.image.empty()) {
     const std::u16string address = address_of_picture(data, document.bytes_folder());
     if (local_path(address)) pictures.push_back(address);
@@ -82,16 +96,18 @@ bool paste_into(HTMLDocument& document, const platform::TransferData& data, std:
   return pasted;
 }
 
-platform::TransferItems transfer_items(const editing::CopiedContent& content) {
+platform::TransferItems transfer_items(const editing::CopiedContent& content, std::u16string_view base) {
   platform::TransferItems items;
-  items.emplace_back(block_target, platform::html_block(content.html));
-  items.emplace_back(platform::targets::html, to_utf8(std::u16string(declaration) + content.html));
+  const bool leads_on = resolve_url(u"x", base).has_value();
+  items.emplace_back(block_target, platform::html_block(content.html, leads_on ? base : u""));
+  items.emplace_back(platform::targets::html,
+                     to_utf8(std::u16string(declaration) + with_absolute_addresses(content.html, base)));
   if (!content.text.empty()) items.emplace_back(platform::targets::text, to_utf8(content.text));
   return items;
 }
 
 bool DocumentClipboard::put(const editing::CopiedContent& content) {
-  return clipboard_.put(transfer_items(content));
+  return clipboard_.put(transfer_items(content, document_.absolute_url(u"")));
 }
 
 bool DocumentClipboard::paste(editing::Editor&) {

@@ -22,14 +22,17 @@ namespace tvx::browser {
 /// of all others and of addresses a link is made. Of plain text each line stays a line and nothing becomes
 /// markup.
 ///
+/// Relative addresses that were seen from another page are written so that they lead to the same.
+///
 /// What the data doesn't have of the content, pictures above all, is asked of `source`; null: nothing.
 bool paste_into(HTMLDocument& document, const platform::TransferData& data,
                 std::u16string_view step = u"Paste", const platform::TransferSource* source = nullptr);
 /// Whether something of it could be used.
 bool can_paste(const platform::TransferData& data);
 
-/// What of the selection goes to other programs, in all forms; empty while nothing is selected.
-platform::TransferItems transfer_items(const editing::CopiedContent& content);
+/// What of the selection goes to other programs, in all forms; empty while nothing is selected. `base` is
+/// what relative addresses in it are seen from.
+platform::TransferItems transfer_items(const editing::CopiedContent& content, std::u16string_view base = {});
 
 /// The clipboard as a document's commands reach it.
 class DocumentClipboard final : public editing::ClipboardDoor {

@@ -123,6 +123,54 @@ TEST_F(PasteInto, CopiesAndPastesItsOwnBlock) {
   EXPECT_FALSE(document->tree().journal().can_undo());
 }
 
+// --- addresses that are seen from a page ---
+
+class CopyBetweenPages : public PasteInto {
+ protected:
+  /// Copies a line of one page and pastes it into an empty one.
+  std::string copied(const std::string& line, std::u16string from, std::u16string to) {
+    document = page_at(std::move(from));
+    load("<p>[" + line + "]</p>");
+    EXPECT_TRUE(command(u"Copy"));
+    document = page_at(std::move(to));
+    load("<p>[]<br></p>");
+    EXPECT_TRUE(command(u"Paste"));
+    return html();
+  }
+  std::shared_ptr<HTMLDocument> page_at(std::u16string url) {
+    auto page = HTMLDocument::create(dom::parse_document(u"<!DOCTYPE html><body></body>"), std::move(url));
+    page->set_designMode(u"On");
+    page->set_clipboard(&clipboard);
+    return page;
+  }
+};
+
+TEST_F(CopyBetweenPages, APictureAndALinkLeadToTheSame) {
+  const std::string line = "a<img src=\"pics/b.png\"><a href=\"../c.html#d\">e</a>";
+  const std::string there =
+      "<P>a<IMG src=\"file:///home/x/pics/b.png\"><A href=\"file:///home/c.html#d\">e</A></P>";
+  EXPECT_EQ(copied(line, u"file:///home/x/one.html", u"file:///tmp/two.html"), there);
+  EXPECT_EQ(copied(line, u"file:///home/x/one.html", u""), there) << "a new page";
+}
+
+TEST_F(CopyBetweenPages, BesideThePageTheyStayAsWritten) {
+  EXPECT_EQ(copied("a<img src=\"pics/b.png\">c", u"file:///home/x/one.html", u"file:///home/x/two.html"),
+            "<P>a<IMG src=\"pics/b.png\">c</P>");
+  EXPECT_EQ(copied("a<img src=\"pics/b.png\">c", u"", u""), "<P>a<IMG src=\"pics/b.png\">c</P>");
+}
+
+TEST_F(CopyBetweenPages, WhatIsWholeOrWithinThePageStaysAsWritten) {
+  EXPECT_EQ(copied("a<a href=\"#part\">b</a><a href=\"HTTP://c.d\">e</a>", u"file:///home/x/one.html", u""),
+            "<P>a<A href=\"#part\">b</A><A href=\"HTTP://c.d\">e</A></P>");
+}
+
+TEST_F(CopyBetweenPages, OtherProgramsGetThemWhole) {
+  copied("a<img src=\"b.png\" alt=\"c & d\">", u"https://e.f/g/h.html", u"");
+  EXPECT_EQ(clipboard.read("text/html"),
+            "<meta http-equiv=\"content-type\" content=\"text/html; charset=utf-8\">"
+            "<P>a<IMG src=\"https://e.f/g/b.png\" alt=\"c &amp; d\"></P>");
+}
+
 // --- what is preferred ---
 
 TEST_F(PasteInto, HtmlComesBeforePicturesAndText) {
