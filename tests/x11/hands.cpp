@@ -15,6 +15,10 @@ QStringList move_to(QPoint at) {
   return {QStringLiteral("mousemove"), QString::number(at.x()), QString::number(at.y())};
 }
 
+QStringList keys_without_pause(const QStringList& keys) {
+  return QStringList{QStringLiteral("key"), QStringLiteral("--delay"), QStringLiteral("0")} + keys;
+}
+
 }  // namespace
 
 namespace hands {
@@ -26,14 +30,16 @@ void give_focus(const QWidget& window) {
 }
 
 void press(const QString& keys) { xdotool({QStringLiteral("key"), keys}); }
-void press(const QStringList& keys) {
-  xdotool(QStringList{QStringLiteral("key"), QStringLiteral("--delay"), QStringLiteral("0")} + keys);
-}
+void press(const QStringList& keys) { xdotool(keys_without_pause(keys)); }
 void type(const QString& text) { xdotool({QStringLiteral("type"), QStringLiteral("--"), text}); }
 void move(QPoint to) { xdotool(move_to(to)); }
 
 void click(QPoint at, int button) {
   xdotool(move_to(at) + QStringList{QStringLiteral("click"), QString::number(button)});
+}
+
+void press_and_click(const QStringList& keys, QPoint at) {
+  xdotool(keys_without_pause(keys) + move_to(at) + QStringList{QStringLiteral("click"), QStringLiteral("1")});
 }
 
 void drag(QPoint from, QPoint to) {

@@ -24,6 +24,8 @@ void type(const QString& text);
 void move(QPoint to);
 /// 1 is the left button, 2 the middle one.
 void click(QPoint at, int button = 1);
+/// The keys and the click, without a pause.
+void press_and_click(const QStringList& keys, QPoint at);
 /// Presses, goes there in steps, and lets go.
 void drag(QPoint from, QPoint to);
 

@@ -90,6 +90,14 @@ TEST_F(TypingOnScreen, AButtonLeavesTheKeysToTheDocument) {
   EXPECT_TRUE(wait_for([&] { return html() == "<P><B>b</B>A paragraph</P>"; })) << html();
 }
 
+TEST_F(TypingOnScreen, AButtonActsAfterTheKeysThatCameBeforeIt) {
+  start("<ul><li>one</li></ul>");
+  hands::press_and_click({QStringLiteral("End"), QStringLiteral("Return"), QStringLiteral("Tab")},
+                         middle_of(*toolbar_button(u"orderedlist")));
+  hands::type(QStringLiteral("two"));
+  EXPECT_TRUE(wait_for([&] { return html() == "<UL><LI>one<OL><LI>two</LI></OL></LI></UL>"; })) << html();
+}
+
 TEST_F(TypingOnScreen, AListsNameStandsInThePathAtOnce) {
   start("<p>A paragraph");
   hands::click(middle_of(*toolbar_button(u"unorderedlist")));

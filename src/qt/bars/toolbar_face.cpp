@@ -5,6 +5,7 @@
 #include <QHelpEvent>
 #include <QKeyEvent>
 #include <QPainter>
+#include <QPointer>
 #include <QToolButton>
 #include <QToolTip>
 #include <algorithm>
@@ -323,6 +324,9 @@ QWidget* ToolbarFace::button_widget(int index) const {
 }
 
 void ToolbarFace::press(int index) {
+  const QPointer<ToolbarFace> alive(this);
+  if (before_press_) before_press_();
+  if (!alive) return;
   if (index <= model_.Count()) model_.press(model_.Item(index));
 }
 

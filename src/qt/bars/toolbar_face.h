@@ -28,6 +28,9 @@ class ToolbarFace final : public QWidget, private platform::ToolbarObserver {
   /// Where the focus goes on Escape: most likely the document.
   void set_on_leave(std::function<void()> leave) { leave_ = std::move(leave); }
 
+  /// Called before a press acts: most likely, what the user has typed before it is still on its way.
+  void set_before_press(std::function<void()> before_press) { before_press_ = std::move(before_press); }
+
   /// Tool tips end with these keys, as they are when the tool tip comes. The model's text stays without.
   using Keys = std::function<QKeySequence(const platform::Button&)>;
   void set_keys(Keys keys) { keys_ = std::move(keys); }
@@ -87,7 +90,7 @@ class ToolbarFace final : public QWidget, private platform::ToolbarObserver {
   int tab_stop_ = 0;
   bool stale_ = false, holder_visible_ = true;
   mutable int measured_width_ = -1, measured_height_ = 0;
-  std::function<void()> leave_;
+  std::function<void()> leave_, before_press_;
   Keys keys_;
 };
 

@@ -255,6 +255,10 @@ class HTMLedWidget::Parts final : public platform::Container,
     branch_ = new BranchFace(control_->tlbDOM(), widget_);
     code_ = new CodeViewFace(control_->txtCode(), widget_);
     code_->setObjectName(QStringLiteral("txtCode"));
+    for (ToolbarFace* bar : {toolbar1_, toolbar2_})
+      bar->set_before_press([widget = widget_] {
+        if (widget) widget->finish_page_input();
+      });
     toolbar2_->show_in({}, false);
     frame_ = new Frame(widget_);
     first_caret_.emplace(*widget_, *control_);
