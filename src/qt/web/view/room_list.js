@@ -31,7 +31,7 @@ export class RoomList {
       room = this.rooms[this.rooms.indexOf(room) - 1];
       at = room.children.length;
     }
-    if (before && at > 0 && at < room.children.length) countBefore(room, before);
+    if (before && at < room.children.length) countBefore(room, before);
     room.children.splice(at, 0, node);
     this.#roomOf.set(node, room);
     this.dirty.add(room);

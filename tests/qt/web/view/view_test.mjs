@@ -77,6 +77,9 @@ test('an attribute that the engine refuses costs no element', async () => {
 test('the host stays the last of the root', async () => {
   await apply(['e', 10, 1, 0, 'frameset', 0, []]);
   assert.match(shown(), /<FRAMESET><\/FRAMESET>\|<\/HTML>$/);
+  await apply(['e', 11, 1, 2, 'head', 0, []]);
+  assert.match(shown(), /<HEAD><\/HEAD><BODY>.*<FRAMESET><\/FRAMESET>\|<\/HTML>$/);
+  await apply(['d', 11]);
 });
 
 test('controls of a form hide none of its methods', async () => {
@@ -139,6 +142,13 @@ test('an edge is near within four pixels outside and three inside', () => {
   assert.equal(nearEdge(at, 95, 100), false);
   assert.equal(nearEdge(at, 102, 100), true);
   assert.equal(nearEdge(at, 103, 100), false);
+  assert.equal(nearEdge(at, 304, 100), true);
+  assert.equal(nearEdge(at, 305, 100), false);
+  assert.equal(nearEdge(at, 297, 100), false);
+  assert.equal(nearEdge(at, 200, 46), true);
+  assert.equal(nearEdge(at, 200, 45), false);
+  assert.equal(nearEdge(at, 200, 154), true);
+  assert.equal(nearEdge(at, 200, 155), false);
 });
 
 function known(whole) {
@@ -157,6 +167,21 @@ test('the edge between two columns is that of the cells that fill the fewest', (
   assert.equal(x, 100);
   assert.equal(sideAt(whole.rows[0].cells[0], 50, 10), null);
   assert.equal(sideAt(whole.rows[0].cells[1], 299, 10), null, 'after the last column there is none');
+  // What a table has beside its cells by its border or by rounding is no column.
+  assert.equal(sideAt(known(table([[0, 296]])).rows[0].cells[0], 295, 10), null);
+  const bordered = known(table([[0, 293]]));
+  bordered.computed = { borderLeftWidth: '3px' };
+  assert.equal(sideAt(bordered.rows[0].cells[0], 292, 10), null);
+  assert.notEqual(sideAt(known(table([[0, 295], [295, 5]])).rows[0].cells[0], 294, 10), null);
+});
+
+test('what isn\'t mirrored has no edges', () => {
+  assert.equal(sideAt(table([[0, 100], [100, 200]]).rows[0].cells[0], 99, 10), null);
+});
+
+test('an edge after which no cell begins can\'t be moved', () => {
+  const whole = known(table([[0, 100], [150, 150]]));
+  assert.equal(cellsAtEdge(sideAt(whole.rows[0].cells[0], 99, 10)), null);
 });
 
 test('in a table from right to left the cell before an edge is the right one', () => {
@@ -172,6 +197,10 @@ test('the end of a table and the corner below it are handles', () => {
   assert.deepEqual(tableHandleAt(whole, 301, 20), { x: 1, y: 0, cursor: 'ew-resize' });
   assert.deepEqual(tableHandleAt(whole, 295, 58), { x: 1, y: 1, cursor: 'nwse-resize' });
   assert.equal(tableHandleAt(whole, 150, 61), null);
+  assert.equal(tableHandleAt(whole, 291, 60).y, 1);
+  assert.equal(tableHandleAt(whole, 290, 60), null);
+  assert.equal(tableHandleAt(whole, 300, 51).y, 1);
+  assert.equal(tableHandleAt(whole, 300, 50).y, 0);
 });
 
 test('a move by a line goes to the cell below at the same x', () => {
@@ -183,11 +212,22 @@ test('a move by a line goes to the cell below at the same x', () => {
   assert.equal(cellBeyond(last[0], 10, false), null);
 });
 
+test('rows that share the line of collapsed borders stand one below the other', () => {
+  const whole = table([[0, 100, 1, 21], [100, 100, 1, 22]], [[0, 100], [100, 100]]);
+  const [first, last] = whole.rows.map((row) => row.cells);
+  assert.equal(cellBeyond(first[0], 50, false), last[0]);
+  assert.equal(cellBeyond(last[0], 50, true), first[0]);
+  assert.equal(cellBeyond(first[1], 150, false), null);
+  assert.notEqual(cellBeyond(last[1], 150, true), first[1]);
+});
+
 test('the nearest cell is taken where none is at the x, and cells of several rows are passed', () => {
   const whole = table([[0, 100, 1, 40], [100, 100]], [[100, 100]]);
   assert.deepEqual(nearestCell(whole.rows[1], 20, () => true), { cell: whole.rows[1].cells[0], away: 80 });
   assert.equal(cellBeyond(whole.rows[0].cells[1], 120, false), whole.rows[1].cells[0]);
   assert.equal(cellBeyond(whole.rows[0].cells[0], 20, false), null);
+  const stepped = table([[0, 100], [100, 100]], [[100, 100]], [[100, 100]]);
+  assert.equal(cellBeyond(stepped.rows[0].cells[0], 20, false), stepped.rows[1].cells[0]);
 });
 
 test('the window goes as far as a caret needs', () => {
@@ -210,4 +250,14 @@ test('an area of cells grows until it cuts none', () => {
   const wide = box(0, 0, 20, 10), low = box(0, 10, 10, 20), last = box(10, 10, 20, 20), aside = box(20, 0, 30, 20);
   assert.deepEqual(closedArea(low, wide, [wide, low, last, aside]), box(0, 0, 20, 20));
   assert.deepEqual(closedArea(low, last, [wide, low, last, aside]), box(0, 10, 20, 20));
+  // One that is cut only when the area has grown.
+  for (const [turn, grown] of [[(l, t, r, b) => box(l, t, r, b), box(-10, 0, 20, 10)],
+    [(l, t, r, b) => box(t, l, b, r), box(0, -10, 10, 20)],
+    [(l, t, r, b) => box(-r, t, -l, b), box(-20, 0, 10, 10)], [(l, t, r, b) => box(t, -r, b, -l), box(0, -20, 10, 10)]]) {
+    const start = turn(10, 0, 20, 10);
+    assert.deepEqual(closedArea(start, start, [turn(-10, 5, 5, 10), turn(0, 0, 15, 10)]), grown);
+  }
+  // Collapsed borders: what only shares a line of pixels isn't cut.
+  const around = [box(-9, 10, 1, 20), box(19, 10, 29, 20), box(0, 1, 20, 11), box(0, 19, 20, 29)];
+  assert.deepEqual(closedArea(low, last, around), box(0, 10, 20, 20));
 });
