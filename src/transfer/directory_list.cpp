@@ -64,10 +64,10 @@ void clsDirectoryList::clear() {
 double FileTimeToDate(std::int64_t file_time) {
   constexpr std::int64_t units_a_second = 10'000'000, seconds_until_1970 = 11'644'473'600;
   constexpr double units_a_millisecond = 10'000, milliseconds_a_day = 86'400'000, days_until_1899 = 109'205;
-  if (file_time == 0) return -days_until_1899;
+  if (file_time <= 0) return file_time == 0 ? -days_until_1899 : 0;
   const std::time_t time = file_time / units_a_second - seconds_until_1970;
   std::tm local{};
-  if (file_time < 0 || !localtime_r(&time, &local)) return 0;
+  if (!localtime_r(&time, &local)) return 0;
   const std::int64_t local_time = file_time + std::int64_t{local.tm_gmtoff} * units_a_second;
   if (local_time < 0) return 0;
   return static_cast<double>(local_time) / units_a_millisecond / milliseconds_a_day - days_until_1899;

@@ -138,7 +138,8 @@ void frmLibraryImage::list_folder() {
     lFTP_.SetCurrDirectory(lFTP_.InitDir);
     list_.clear();
     list_.set_note(looking);
-    listed = lFTP_.GetDirectoryListing(u"*.*") && fill_list();
+    listed = lFTP_.GetDirectoryListing(u"*.*");
+    if (listed) fill_list();
   }
   lFTP_.Disconnect();
   if (has_to_end()) return;
@@ -152,7 +153,7 @@ void frmLibraryImage::list_folder() {
 
 // The list is held: the client may get another one while the loop runs. Sizes count up to the last row that
 // is shown singly; nobody waits for a breath after each of ten thousand.
-bool frmLibraryImage::fill_list() {
+void frmLibraryImage::fill_list() {
   const std::shared_ptr<clsDirectoryList> folder = lFTP_.Directory();
   std::int64_t last_breath = around_.loop.now();
   for (std::int32_t position = 1; position <= folder->count(); ++position) {
@@ -162,9 +163,8 @@ bool frmLibraryImage::fill_list() {
     if (position >= rows_shown_singly && around_.loop.now() - last_breath < work_between_breaths) continue;
     services::Wait(around_.loop, breath);
     last_breath = around_.loop.now();
-    if (has_to_end()) return false;
+    if (has_to_end()) return;
   }
-  return true;
 }
 
 void frmLibraryImage::add_row(const clsDirectoryItem& entry) {

@@ -70,7 +70,7 @@ class frmLibraryImage final : private platform::FormHandler,
 
   void copy_account();
   void list_folder();
-  bool fill_list();
+  void fill_list();
   void add_row(const clsDirectoryItem& entry);
   void fetch_seen_pictures();
   void insert_selected();

@@ -68,6 +68,8 @@ TYPED_TEST_P(WaitContract, WhatItSaysMayChangeWhileItIsOpen) {
     this->wait->show_action(transfer::frmWait::Action::Uploading);
     this->wait->show_file(u"a.gif");
     this->wait->show_bytes(0, 1000, 0);
+    this->wait->show_bytes(1000, 1000, 0);
+    EXPECT_EQ(this->wait->form().Controls(u"lblSpeed").Caption(), u"") << "no time has passed to tell it by";
     this->wait->show_bytes(500, 1000, 2000);
     this->wait->show_count(1, 3);
   });
