@@ -41,6 +41,9 @@ TEST(Rules, OneForEachAsWritten) {
   const auto media = parse_rules(u"@media print { .a { } .b { } }");
   EXPECT_EQ(selectors(media[0].child_rules), "[.a][.b]");
   EXPECT_EQ(utf8(media[0].prelude), "print");
+  // A rule that can't be decided here holds for nothing, and one without a block has nothing in it.
+  for (const std::u16string_view text : {u"@container (width > 1px) { .a { } }", u"@media print; .a { }"})
+    for (const Rule& rule : parse_rules(text)) EXPECT_TRUE(rule.child_rules.empty()) << utf8(text);
   EXPECT_EQ(utf8(parse_rules(u".a { color: red; }")[0].block), "color: red;");
 }
 

@@ -4,6 +4,7 @@
 #include "tvx/dom/objects/form.h"
 #include "tvx/dom/objects/media.h"
 #include "tvx/dom/objects/reflection.h"
+#include "tvx/dom/serialise.h"
 
 namespace tvx::dom::test {
 
@@ -173,14 +174,33 @@ TEST_F(Objects, WhereContentCannotBeWrittenItIsRefused) {
                         Tag::Tr, Tag::Td}) {
     EXPECT_EQ(failure([&] { assign_outer_html(the(tag), u"x"); }), errors::not_supported) << int(tag);
     EXPECT_EQ(failure([&] { assign_outer_text(the(tag), u"x"); }), errors::not_supported) << int(tag);
+    EXPECT_EQ(failure([&] { assign_outer_nodes(the(tag), document->create_fragment()); }),
+              errors::not_supported)
+        << int(tag);
   }
   const Ref<Element> loose = document->create_element(Tag::P);
   EXPECT_EQ(failure([&] { assign_outer_html(*loose, u"x"); }), errors::not_supported);
+  EXPECT_EQ(failure([&] { assign_outer_nodes(*loose, document->create_fragment()); }), errors::not_supported);
   EXPECT_EQ(html(), before);
   EXPECT_EQ(steps(), 0u);
   assign_inner_html(the(Tag::Td), u"<b>y</b>");
   assign_outer_html(the(Tag::Table), u"<hr>");
   EXPECT_EQ(html(), "<HR><IMG>") << "cells and whole tables are not";
+}
+
+// What stands in no element, or beside the body, is read as content of a body.
+TEST_F(Objects, ContentOutsideOfTheBodyIsReplacedToo) {
+  load("x");
+  const Ref<DocumentFragment> fragment = document->create_fragment();
+  const Ref<Element> loose = document->create_element(Tag::P);
+  insert(*fragment, loose);
+  assign_outer_html(*loose, u"<i>a</i>b");
+  EXPECT_EQ(to_utf8(serialise_children(*fragment)), "<I>a</I>b");
+  const Ref<Element> aside = document->create_element(Tag::Div);
+  insert(*document->document_element(), aside);
+  assign_outer_html(*aside, u"<i>a</i>b");
+  EXPECT_EQ(to_utf8(serialise_children(*document->document_element())),
+            "<HEAD></HEAD><BODY>x</BODY><I>a</I>b");
 }
 
 }  // namespace tvx::dom::test
