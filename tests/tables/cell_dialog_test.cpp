@@ -2,6 +2,7 @@
 
 #include "tables/table_fixture.h"
 #include "tvx/headless/dialogs.h"
+#include "tvx/headless/forms.h"
 
 namespace tvx::tables::test {
 
@@ -229,6 +230,16 @@ TEST_F(TheCellDialog, CancelRaisesItsFlag) {
   EXPECT_FALSE(dialog.booCancel());
   control(u"CancelButton").click();
   EXPECT_TRUE(dialog.booCancel());
+}
+
+TEST_F(TheCellDialog, BothButtonsCloseIt) {
+  headless::Forms forms;
+  for (const std::u16string_view button : {u"OKButton", u"CancelButton"}) {
+    forms.Open(dialog.form(), platform::WindowHandle(7));
+    EXPECT_TRUE(dialog.form().Visible());
+    control(button).click();
+    EXPECT_FALSE(dialog.form().Visible()) << to_utf8(button);
+  }
 }
 
 TEST_F(TheCellDialog, WithNothingTakenNothingIsGiven) {
