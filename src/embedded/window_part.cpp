@@ -1,6 +1,8 @@
 #include "tvx/exported/window_part.h"
 
+#include <QAbstractEventDispatcher>
 #include <QApplication>
+#include <QDeadlineTimer>
 #include <QEventLoop>
 #include <QTimer>
 #include <algorithm>
@@ -12,6 +14,15 @@
 namespace tvx::embedded {
 
 namespace {
+
+/// A turn of the toolkit's loop deals with what is most urgent alone; the engine draws in what comes after
+/// that. Where something is always there, as in an animation, it ends all the same.
+void deal_with_what_is_there() {
+  const QDeadlineTimer end(10);
+  QAbstractEventDispatcher* dispatcher = QAbstractEventDispatcher::instance();
+  while (dispatcher && dispatcher->processEvents(QEventLoop::AllEvents) && !end.hasExpired()) {
+  }
+}
 
 class QtWindows final : public exported::WindowPart {
  public:
@@ -25,7 +36,7 @@ class QtWindows final : public exported::WindowPart {
     if (!QCoreApplication::instance()) return;
     // Outside of an event loop of Qt's own nobody else does this.
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    if (milliseconds <= 0) return QCoreApplication::processEvents(QEventLoop::AllEvents);
+    if (milliseconds <= 0) return deal_with_what_is_there();
     QTimer end;
     end.setSingleShot(true);
     end.start(static_cast<int>(std::min<std::int64_t>(milliseconds, 1 << 30)));

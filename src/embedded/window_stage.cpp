@@ -94,7 +94,10 @@ void WindowStage::hide() {
 void WindowStage::resize(const tvx_box& box) {
   if (!widget_) return;
   const bool has_position = box.left != exported::anywhere && box.top != exported::anywhere;
-  if (has_position || host_window_ != 0) widget_->move(has_position ? QPoint(box.left, box.top) : QPoint());
+  const QPoint position = has_position ? QPoint(box.left, box.top) : QPoint();
+  // Without a frame: the toolkit would take that around the host's window for the control's.
+  if (host_window_ != 0) return widget_->setGeometry(QRect(position, QSize(box.width, box.height)));
+  if (has_position) widget_->move(position);
   widget_->resize(box.width, box.height);
 }
 
@@ -109,7 +112,13 @@ void WindowStage::set_title(std::u16string_view title) {
     widget_->setWindowTitle(QString::fromUtf16(title.data(), static_cast<qsizetype>(title.size())));
 }
 
-std::uint64_t WindowStage::window() { return widget_ && is_on_x11() ? widget_->winId() : 0; }
+std::uint64_t WindowStage::window() {
+  if (!widget_ || !is_on_x11()) return 0;
+  const std::uint64_t number = widget_->winId();
+  // The host asks for it by a connection of its own: ours has told the server of it by then.
+  is_window_on_x11(number);
+  return number;
+}
 
 void WindowStage::end() {
   if (!owner_) return;

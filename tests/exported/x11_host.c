@@ -3,6 +3,7 @@
 #include "watcher.h"
 
 #include <X11/Xlib.h>
+#include <X11/Xutil.h>
 #include <glib.h>
 #include <unistd.h>
 
@@ -90,6 +91,73 @@ CASE(a_user_types_in_a_hosts_window) {
   type_until(&made, inner, "key ctrl+a type all", "all");
   CHECK(made.control->functions->Close(made.control) == TVX_OK);
   CHECK(made.tools->functions->Pump(made.tools, 200) == TVX_OK);
+  host_release(&made);
+  XDestroyWindow(display, window);
+  XCloseDisplay(display);
+}
+
+static int shows_red(Display *display, uint64_t window) {
+  XWindowAttributes inside;
+  Window child;
+  XImage *image;
+  int x, y, left, top, found = 0;
+  CHECK(XGetWindowAttributes(display, (Window)window, &inside));
+  CHECK(XTranslateCoordinates(display, (Window)window, DefaultRootWindow(display), 0, 0, &left, &top, &child));
+  image = XGetImage(display, DefaultRootWindow(display), left, top, (unsigned)inside.width, (unsigned)inside.height,
+                    AllPlanes, ZPixmap);
+  CHECK(image);
+  for (y = 0; y < inside.height && !found; y += 2)
+    for (x = 0; x < inside.width && !found; x += 8) found = (XGetPixel(image, x, y) & 0xFFFFFF) == 0xFF0000;
+  XDestroyImage(image);
+  return found;
+}
+
+/* As a host does whose own loop calls it twenty times a second: it never waits within. */
+CASE(short_pumps_are_enough_to_draw_the_page) {
+  Display *display = XOpenDisplay(NULL);
+  host_control made = host_make();
+  tvx_box box = {0, 0, 500, 400};
+  uint64_t inner;
+  enum { rare = 50 };
+  int waited, red = 0;
+  Window window;
+  CHECK(display);
+  window = host_window(display, 600, 500);
+  host_set(made.members, "DocumentHTML", host_text("<p style='background: red'>one</p>"));
+  CHECK(made.control->functions->Show(made.control, TVX_IN_WINDOW, window, &box) == TVX_OK);
+  CHECK(made.control->functions->GetWindow(made.control, &inner) == TVX_OK);
+  for (waited = 0; waited < longest_wait && !red; waited += rare) {
+    usleep(rare * 1000);
+    CHECK(made.tools->functions->Pump(made.tools, 0) == TVX_OK);
+    if (waited % (10 * rare) == 0) red = shows_red(display, inner);
+  }
+  CHECK(red);
+  host_release(&made);
+  XDestroyWindow(display, window);
+  XCloseDisplay(display);
+}
+
+/* The frame around the host's window isn't the control's. */
+CASE(a_control_stays_in_its_position_when_the_hosts_window_changes) {
+  Display *display = XOpenDisplay(NULL);
+  host_control made = host_make();
+  tvx_box box = {0, 0, 500, 400}, smaller = {7, 9, 400, 300};
+  XWindowAttributes attributes;
+  uint64_t inner;
+  Window window;
+  CHECK(display);
+  window = host_window(display, 600, 500);
+  CHECK(made.control->functions->Show(made.control, TVX_IN_WINDOW, window, &box) == TVX_OK);
+  CHECK(made.control->functions->GetWindow(made.control, &inner) == TVX_OK);
+  CHECK(made.tools->functions->Pump(made.tools, 1000) == TVX_OK);
+  XResizeWindow(display, window, 500, 420);
+  XSync(display, False);
+  CHECK(made.tools->functions->Pump(made.tools, 1000) == TVX_OK);
+  CHECK(made.control->functions->Resize(made.control, &smaller) == TVX_OK);
+  CHECK(made.tools->functions->Pump(made.tools, 300) == TVX_OK);
+  CHECK(made.control->functions->GetWindow(made.control, &inner) == TVX_OK);
+  CHECK(XGetWindowAttributes(display, (Window)inner, &attributes));
+  CHECK(attributes.x == 7 && attributes.y == 9 && attributes.width == 400 && attributes.height == 300);
   host_release(&made);
   XDestroyWindow(display, window);
   XCloseDisplay(display);
