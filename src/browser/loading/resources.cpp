@@ -1,5 +1,6 @@
 #include "tvx/browser/loading/resources.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "tvx/base/error.h"
@@ -25,10 +26,43 @@ Resources::Ticket Resources::load_part(std::u16string_view address, std::string_
     return 0;
   }
   ++used_->requests;
-  return load(address, accept, limit, [used = used_, done = std::move(done)](HttpAnswer answer) {
-    used->bytes += answer.body.size();
-    done(std::move(answer));
+  if (!is_remote(address))
+    return load(address, accept, limit, [used = used_, done = std::move(done)](HttpAnswer answer) {
+      used->bytes += answer.body.size();
+      done(std::move(answer));
+    });
+  const auto ticket = std::make_shared<Ticket>(0);
+  *ticket = load(address, accept, limit, [this, ticket](HttpAnswer answer) {
+    const auto found = parts_.find(*ticket);
+    if (found == parts_.end()) return;  // it failed before it began, which is told below
+    const Part part = std::move(found->second);
+    parts_.erase(found);
+    part.page->bytes += answer.body.size();
+    if (part.page->bytes > budget_.bytes) answer = {static_cast<std::int32_t>(LoadFailure::NotFound)};
+    if (part.page->bytes >= budget_.bytes) give_up(*part.page);
+    part.done(std::move(answer));
   });
+  if (*ticket == 0)
+    done({static_cast<std::int32_t>(LoadFailure::NotFound)});
+  else
+    parts_.emplace(*ticket, Part{used_, std::move(done)});
+  return *ticket;
+}
+
+// All parts that a page names are ordered at once: when the first of them have used up what it may bring in,
+// the others are on their way.
+void Resources::give_up(const Used& page) {
+  const auto find = [&] {
+    return std::find_if(parts_.begin(), parts_.end(),
+                        [&](const auto& entry) { return entry.second.page.get() == &page; });
+  };
+  // Who is told of one may cancel others.
+  for (auto next = find(); next != parts_.end(); next = find()) {
+    const Part part = std::move(next->second);
+    http_.cancel(next->first);
+    parts_.erase(next);
+    part.done({static_cast<std::int32_t>(LoadFailure::NotFound)});
+  }
 }
 
 Resources::Ticket Resources::load(std::u16string_view address, std::string_view accept, std::size_t limit,

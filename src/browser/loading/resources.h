@@ -1,5 +1,6 @@
 #pragma once
 
+#include <map>
 #include <memory>
 #include <string_view>
 #include <utility>
@@ -39,7 +40,9 @@ class Resources {
   const ResourceBudget& budget() const { return budget_; }
   void set_budget(const ResourceBudget& budget) { budget_ = budget; }
   void cancel(Ticket ticket) {
-    if (ticket != 0) http_.cancel(ticket);
+    if (ticket == 0) return;
+    parts_.erase(ticket);
+    http_.cancel(ticket);
   }
 
  private:
@@ -50,7 +53,13 @@ class Resources {
     int requests = 0;
     std::size_t bytes = 0;
   };
+  /// A part of a page that is on its way.
+  struct Part {
+    std::shared_ptr<Used> page;
+    Done done;
+  };
   Ticket load_part(std::u16string_view address, std::string_view accept, std::size_t limit, Done done);
+  void give_up(const Used& page);
   /// `limit`: the most bytes of a local file.
   Ticket load(std::u16string_view address, std::string_view accept, std::size_t limit, Done done);
 
@@ -58,6 +67,7 @@ class Resources {
   std::weak_ptr<void> owner_;
   ResourceBudget budget_;
   std::shared_ptr<Used> used_ = std::make_shared<Used>();
+  std::map<Ticket, Part> parts_;
 };
 
 /// Whether a page or a sheet of one address may bring in another by itself: one from elsewhere doesn't reach
