@@ -265,25 +265,50 @@ bool Journal::redo() { return replay(undone_, done_, false); }
 bool Journal::replay(std::vector<std::unique_ptr<Step>>& from, std::vector<std::unique_ptr<Step>>& to,
                      bool backward) {
   if (from.empty() || depth_ > 0) return false;
-  run_open_ = false;
   uncover();
+  const SelectionRecord stood = capture();
   std::unique_ptr<Step> step = std::move(from.back());
   from.pop_back();
-  {
-    replaying_ = true;
-    MutationScope scope(document_, MutationKind::Step);
-    if (backward) {
-      for (auto mutation = step->mutations.rbegin(); mutation != step->mutations.rend(); ++mutation)
-        take_back(*mutation, document_);
-    } else {
-      for (const Record& mutation : step->mutations) make_again(mutation, document_);
-    }
-    replaying_ = false;
+  try {
+    replay(*step, backward);
+  } catch (const Interrupted&) {
+    from.push_back(std::move(step));
+    restore(stood);
+    cover();
+    throw;
   }
+  run_open_ = false;
   restore(backward ? step->before : step->after);
   to.push_back(std::move(step));
   cover();
   return true;
+}
+
+// Stopped, it leaves the tree as it was.
+void Journal::replay(const Step& step, bool backward) {
+  const auto& mutations = step.mutations;
+  const std::size_t count = mutations.size();
+  const auto at = [&](std::size_t i) -> const Record& { return mutations[backward ? count - 1 - i : i]; };
+  replaying_ = true;
+  const MutationScope scope(document_, MutationKind::Step);
+  const bool stoppable = begin_stoppable();
+  std::size_t done = 0;
+  try {
+    for (; done < count; ++done) {
+      stop_if_wanted();
+      backward ? take_back(at(done), document_) : make_again(at(done), document_);
+    }
+  } catch (const Interrupted&) {
+    while (done > 0) {
+      --done;
+      backward ? make_again(at(done), document_) : take_back(at(done), document_);
+    }
+    replaying_ = false;
+    if (stoppable) end_stoppable();
+    throw;
+  }
+  replaying_ = false;
+  if (stoppable) end_stoppable();
 }
 
 }  // namespace tvx::dom

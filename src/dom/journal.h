@@ -57,7 +57,8 @@ class Journal {
 
   bool can_undo() const;
   bool can_redo() const;
-  /// Takes back the last step, selection included. False if there is none or a step is open.
+  /// Takes back the last step, selection included. False if there is none or a step is open. The user can
+  /// stop it, and redo (base/interruption.h): the tree, the selection and the steps are then as they were.
   bool undo();
   bool redo();
   /// The label of the step that undo() would take back, empty if none.
@@ -94,6 +95,7 @@ class Journal {
   void restore(SelectionRecord record);
   bool replay(std::vector<std::unique_ptr<Step>>& from, std::vector<std::unique_ptr<Step>>& to,
               bool backward);
+  void replay(const Step& step, bool backward);
 
   Document& document_;
   SelectionKeeper* selection_ = nullptr;

@@ -116,6 +116,37 @@ TEST_F(Interruption, AtAnyChangeOfAnyActNothingHasBeenDone) {
   EXPECT_GT(stopped, 2000);
 }
 
+TEST_F(Interruption, AtAnyChangeOfAnUndoOrRedoNothingHasBeenDone) {
+  editor.set_design_mode(false);
+  for (const Act& act : acts()) {
+    if (act.name.find(" as a writer") != std::string::npos) continue;
+    prepare(documents[0]);
+    act.run(editor);
+    dom::Journal& journal = document->journal();
+    if (!journal.can_undo()) continue;
+    for (const char16_t* command : {u"undo", u"redo"}) {
+      const std::string before = all();
+      const std::size_t depth = journal.depth();
+      bool done = false;
+      for (int change = 0; !done; ++change) {
+        SCOPED_TRACE(act.name + ", " + to_utf8(command) + " stopped at " + std::to_string(change));
+        ASSERT_LT(change, 2000);
+        const StopAt user(change);
+        done = run_interruptible([&] { editor.execute(command); });
+        EXPECT_FALSE(user.is_open());
+        if (done) break;
+        ++stopped;
+        ASSERT_EQ(all(), before);
+        EXPECT_EQ(journal.depth(), depth);
+        EXPECT_EQ(journal.can_redo(), command == std::u16string_view(u"redo"));
+      }
+      EXPECT_NE(all(), before) << act.name;
+      EXPECT_NE(journal.depth(), depth);
+    }
+  }
+  EXPECT_GT(stopped, 500);
+}
+
 TEST_F(Interruption, WhatAHostCallsIsNotStopped) {
   prepare(documents[0]);
   const StopAt user(0);
