@@ -1,5 +1,6 @@
 #include "tvx/files/document_file.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "tvx/base/code_page.h"
@@ -27,8 +28,18 @@ std::string escaped(std::u16string_view text) {
   return result;
 }
 
+bool is_written_leftwards(std::u16string_view language) {
+  constexpr std::u16string_view leftward[] = {u"ar", u"ckb", u"dv", u"fa", u"he", u"iw",
+                                              u"ps", u"sd",  u"ug", u"ur", u"yi"};
+  const std::u16string_view name = language.substr(0, language.find_first_of(u"-_"));
+  return std::ranges::any_of(
+      leftward, [&](std::u16string_view each) { return equals_ignoring_ascii_case(each, name); });
+}
+
 std::string new_page(std::u16string_view title, std::u16string_view language) {
-  const std::string tag = language.empty() ? "<html>" : "<html lang=\"" + escaped(language) + "\">";
+  const std::string direction = is_written_leftwards(language) ? " dir=\"rtl\"" : "";
+  const std::string tag =
+      language.empty() ? "<html>" : "<html lang=\"" + escaped(language) + "\"" + direction + ">";
   return "<!DOCTYPE html>\n" + tag +
          "\n<head>\n<meta charset=\"utf-8\">\n<meta name=\"viewport\" content=\"width=device-width, "
          "initial-scale=1\">\n<title>" +

@@ -5,6 +5,8 @@
 #include "tvx/base/strings.h"
 #include "tvx/dom/document.h"
 #include "tvx/dom/parse.h"
+#include "tvx/source/markup_scanner.h"
+#include "tvx/source/tag_structure.h"
 
 namespace tvx::files {
 namespace {
@@ -100,6 +102,52 @@ dom::Letters letters_of(std::u16string_view text) {
   return upper > 0 ? dom::Letters::Upper : dom::Letters::Small;
 }
 
+/// Whether the page says that it is XHTML: by a declaration, a document type or a namespace.
+bool says_xml(std::u16string_view text) {
+  const std::u16string_view lead = text.substr(0, end_of_lead(text));
+  if (lead.find(u"<?xml") != lead.npos || find_ignoring_case(lead, u"//dtd xhtml", 0) != lead.npos)
+    return true;
+  source::MarkupScanner scanner(text.substr(lead.size()));
+  const auto first = scanner.next();
+  return first && first->kind == source::Piece::Kind::StartTag &&
+         text.substr(lead.size() + first->begin, first->end - first->begin)
+                 .find(u"http://www.w3.org/1999/xhtml") != text.npos;
+}
+
+/// XML knows a blank that doesn't break by its number only.
+void append_as_xml(std::u16string& out, std::u16string_view markup) {
+  constexpr std::u16string_view name = u"&nbsp;";
+  for (std::size_t at = 0; at < markup.size();) {
+    const std::size_t found = std::min(markup.find(name, at), markup.size());
+    out += markup.substr(at, found - at);
+    if (found < markup.size()) out += u"&#160;";
+    at = found + name.size();
+  }
+}
+
+/// Elements without content get the slash that ends them there.
+std::u16string as_xml(std::u16string_view text) {
+  std::u16string out;
+  out.reserve(text.size() + text.size() / 64);
+  bool is_code = false;  // of a script or a style sheet
+  source::MarkupScanner scanner(text);
+  while (const auto piece = scanner.next()) {
+    const std::u16string_view markup = text.substr(piece->begin, piece->end - piece->begin);
+    const bool is_start = piece->kind == source::Piece::Kind::StartTag;
+    if (is_start && source::is_void_element(piece->name) && markup.ends_with(u'>')) {
+      append_as_xml(out, markup.substr(0, markup.size() - 1));
+      out += u" />";
+    } else if (is_start || (piece->kind == source::Piece::Kind::Text && !is_code)) {
+      append_as_xml(out, markup);
+    } else {
+      out += markup;
+    }
+    is_code = is_start && (equals_ignoring_ascii_case(piece->name, u"script") ||
+                           equals_ignoring_ascii_case(piece->name, u"style"));
+  }
+  return out;
+}
+
 void put_before_head(std::u16string& text, std::u16string_view space) {
   if (space.empty()) return;
   const std::size_t head = find_ignoring_case(text, u"><head", 0);
@@ -125,6 +173,7 @@ void put_tail(std::u16string& text, const PageShape& shape) {
 PageShape shape_of(std::u16string_view text, const dom::Document& tree) {
   PageShape shape;
   shape.letters = letters_of(text);
+  shape.is_xml = says_xml(text);
   read_lead(shape, text, tree);
   if (text.substr(0, shape.lead.size()) == shape.lead) read_before_head(shape, text);
   read_tail(shape, text);
@@ -134,6 +183,7 @@ PageShape shape_of(std::u16string_view text, const dom::Document& tree) {
 std::u16string page_text(const dom::Document& tree, const PageShape& shape) {
   const dom::Element* root = tree.document_element();
   std::u16string text = root ? dom::serialise_node(*root, shape.letters) : u"";
+  if (shape.is_xml) text = as_xml(text);
   put_before_head(text, shape.before_head);
   const std::u16string behind = outer_nodes(tree, false);
   if (behind.empty()) put_tail(text, shape);

@@ -22,6 +22,7 @@ struct PageShape {
   std::u16string before_head;
   std::u16string after_body, after_html;  // white space only
   dom::Letters letters = dom::Letters::Small;
+  bool is_xml = false;  // also to be read by a parser of XML, which takes no tag without its end
 };
 
 /// The shape of a text (with LF) that was parsed to that tree.

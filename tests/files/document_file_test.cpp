@@ -244,6 +244,26 @@ std::ptrdiff_t lines_lost(const std::string& before, const std::string& after) {
   return std::ssize(lost);
 }
 
+TEST_F(Files, APageOfXmlStaysOne) {
+  const std::string head =
+      "<?xml version=\"1.0\" encoding=\"utf-8\"?>\n<!DOCTYPE html PUBLIC \"-//W3C//DTD XHTML 1.0 "
+      "Strict//EN\" "
+      "\"http://www.w3.org/TR/xhtml1/DTD/xhtml1-strict.dtd\">\n<html "
+      "xmlns=\"http://www.w3.org/1999/xhtml\">\n<head><title>T</title><meta charset=\"utf-8\"/>"
+      "<script>a(\"<br>&nbsp;\")</script></head>\n<body>\n<p>One<br />two<br/>&nbsp;</p>\n";
+  const std::string tail = "</body>\n</html>\n";
+  expect_kept_through_edit(head + tail);
+  DocumentFile file = opened(head + tail);
+  const dom::Ref<dom::Document> tree = read(head + tail);
+  dom::Element& body = *tree->body();
+  std::u16string html = dom::inner_html(body);
+  html.insert(html.rfind(u"</P>") + 4, u"\n<p>a&nbsp;b<br>c<img src=\"x.png\"></p><hr>");
+  dom::set_inner_html(body, html);
+  const std::string saved = file.bytes_of(*tree);
+  EXPECT_EQ(saved, head + "<p>a&#160;b<br />c<img src=\"x.png\" /></p><hr />\n" + tail);
+  EXPECT_EQ(printed(*read(saved)), printed(*tree));
+}
+
 TEST_F(Files, LinesThatArentEditedStayAsTheyAreWritten) {
   const std::string page =
       "<!DOCTYPE html>\n<HTML lang=en>\n<head><title>T</title>\n<body bgcolor='white'>\n<p>don&#8217;t\n"

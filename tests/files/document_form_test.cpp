@@ -109,6 +109,15 @@ TEST_F(DocumentForm, ANewPageIsAWholeOneOfToday) {
   EXPECT_TRUE(file_.path().empty());
 }
 
+TEST_F(DocumentForm, ANewPageInALeftwardLanguageIsWrittenLeftwards) {
+  for (const char16_t* language : {u"ar", u"he-IL", u"fa_IR"}) {
+    DocumentFile::untitled(path(), u"T", language);
+    EXPECT_NE(read_all_bytes(path()).find("\" dir=\"rtl\">\n<head>"), std::string::npos) << to_utf8(language);
+  }
+  DocumentFile::untitled(path(), u"T", u"arn");
+  EXPECT_EQ(read_all_bytes(path()).find("rtl"), std::string::npos);
+}
+
 TEST_F(DocumentForm, ADeclarationTooFarInToCountChangesNothing) {
   const std::string far = "<!DOCTYPE html><!--" + std::string(1100, 'x') + "--><meta charset=\"utf-8\">";
   open(far + "<p>\xFC</p>\n");
