@@ -260,6 +260,20 @@ TEST_F(PasteInto, TextIsEscapedAndKeepsItsLines) {
   EXPECT_EQ(html(), "<P>1 &lt; 2<BR>&lt;script&gt;</P>");
 }
 
+TEST_F(PasteInto, AnAddressBecomesALinkWhereItCameAlone) {
+  TransferData data;
+  data.text = u"http://example.org/";
+  const std::string link = "<P><A href=\"http://example.org/\">http://example.org/</A></P>";
+  load("<p>[]<br></p>");
+  EXPECT_TRUE(paste_into(*document, data));
+  EXPECT_EQ(html(), link);
+  // What has another form that gives nothing here is somebody's text all the same.
+  data.html = u"<!--StartFragment--><script>1</script><!--EndFragment-->";
+  load("<p>[]<br></p>");
+  EXPECT_TRUE(paste_into(*document, data));
+  EXPECT_EQ(html(), "<P>http://example.org/</P>");
+}
+
 TEST_F(PasteInto, NothingToReadIsAFailure) {
   load("<p>a[b]c</p>");
   EXPECT_FALSE(command(u"Paste"));

@@ -325,6 +325,24 @@ TEST_F(DocumentViewTest, AContentThatIsNeverShownWholeIsTriedThreeTimes) {
   EXPECT_TRUE(shown_.shows_notice()) << "as often when the user asks for it";
 }
 
+TEST_F(DocumentViewTest, AContentOfWhichAPartIsShownEachTimeIsTriedThreeTimes) {
+  std::u16string page;
+  for (int i = 0; i < 5000; ++i) page += u"<p>first</p>";
+  view_.withhold_answers(true);
+  open(page);
+  for (int i = 0; i < 3; ++i) {
+    EXPECT_FALSE(shown_.shows_notice()) << i;
+    pump(60'000);
+    view_.withhold_answers(false);
+    view_.tell({.seen = {}, .what = ViewDied{.of_silence = true}});
+    const std::size_t before = view_.patches();
+    for (int turn = 0; turn < 20 && view_.patches() == before; ++turn) loop_.pump(0);
+    view_.withhold_answers(true);
+    pump();
+  }
+  EXPECT_TRUE(shown_.shows_notice());
+}
+
 TEST_F(DocumentViewTest, AContentThatWasShownWholeIsNotToBlame) {
   open(u"<p>first</p>");
   for (int i = 0; i < 12; ++i) {
