@@ -54,6 +54,29 @@ class Paste : public test::EditingFixture {
 
 // --- what is copied ---
 
+TEST_F(Paste, WhatCannotBePutAnywhereIsNotCut) {
+  editor.set_clipboard(nullptr);
+  for (const char* command : {"copy", "cut", "paste"}) {
+    load("<p>a[b]c</p>");
+    EXPECT_FALSE(run({command})) << command;
+    EXPECT_EQ(marked(), "<P>a[b]c</P>") << command;
+  }
+}
+
+TEST_F(Paste, CellsAreCutByEmptyingThem) {
+  load("<table><tbody><tr><td>[a</td><td>b]</td><td>c</td></tr></tbody></table>");
+  EXPECT_TRUE(run({"cut"}));
+  EXPECT_NE(door.html.find(u"<TD>b</TD>"), door.html.npos) << to_utf8(door.html);
+  EXPECT_EQ(document->all().size(), 13u) << html();
+  EXPECT_EQ(html().find("b</TD>"), std::string::npos) << html();
+}
+
+TEST_F(Paste, ALineOverAPartOfALineStaysInIt) {
+  expect_paste("<h1>x</h1>", "<p>a[b]c</p>", "<P>ax[]c</P>");
+  expect_paste("<h1>x</h1>", "<p>[b]c</p>", "<P>x[]c</P>");
+  expect_paste("<h1>x</h1>", "<p>[b]</p>", "<H1>x[]</H1>");
+}
+
 TEST_F(Paste, NothingIsCopiedOfACaret) {
   load("<p>a[]b</p>");
   EXPECT_FALSE(editor.enabled(u"copy"));

@@ -14,6 +14,12 @@ TEST_F(LinkCommands, ALinkThatIsTouchedChangesAsAWhole) {
   expect_edit("<A href=\"old\">o[n]e</A>", {"createLink", "new"}, "<A href=\"new\">o[n]e</A>");
 }
 
+TEST_F(LinkCommands, OfSeveralLinksEachChangesAsAWhole) {
+  load("<P><A href=\"a\">o[ne</A> and <A href=\"b\">t]wo</A></P>");
+  EXPECT_TRUE(run({"createLink", "new"}));
+  EXPECT_EQ(html(), "<P><A href=\"new\">one and two</A></P>");
+}
+
 TEST_F(LinkCommands, LinksAreNotNested) {
   expect_edit("<A name=\"n\">o[n]e</A>", {"createLink", "x"},
               "<SPAN name=\"n\">o<A href=\"x\">[n]</A>e</SPAN>");

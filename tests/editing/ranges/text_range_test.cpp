@@ -244,6 +244,8 @@ TEST_F(TextRanges, FindText) {
   EXPECT_EQ(shown(range), "<P>one [T<B>wo]</B></P><P>three</P>");
   EXPECT_FALSE(range.find_text(u"one")) << "it looks ahead";
   EXPECT_FALSE(range.find_text(u"twothree")) << "not over a block's edge";
+  EXPECT_FALSE(range.find_text(u"")) << "nothing is found nowhere";
+  EXPECT_EQ(shown(range), "<P>one [T<B>wo]</B></P><P>three</P>");
 }
 
 TEST_F(TextRanges, CollapseGoesToTheEndsOfTheText) {
