@@ -240,6 +240,21 @@ TEST_F(ImageSettingsOf, AnImageWithoutAWidthHasNoProportion) {
   EXPECT_EQ(body(), u"<IMG src=\"http://example.com/none.png\" height=\"60\">");
 }
 
+TEST_F(ImageSettingsOf, AnImageWithoutAHeightKeepsNone) {
+  open(
+      u"<IMG src=http://example.com/none.png width=30>",
+      [](Form& form) {
+        EXPECT_EQ(text(form, u"txtHeight"), u"0");
+        headless::tick(form.Controls(u"chkConstrain"), true);
+        fill(form, u"txtHeight", u"60");
+        EXPECT_EQ(text(form, u"txtWidth"), u"30") << "no height gives a width";
+        fill(form, u"txtWidth", u"60");
+        EXPECT_EQ(text(form, u"txtHeight"), u"0");
+      },
+      u"CancelButton");
+  for (const std::string& heard : host.heard) EXPECT_FALSE(heard.starts_with("Error")) << heard;
+}
+
 // --- the picture itself ---
 
 /// The head of a GIF of 7 by 5.
