@@ -72,6 +72,22 @@ class EscapeOnScreen : public EditorOnScreen {
     for (int i = 0; i < 1000; ++i) page += "<p>word <i>of</i> a line</p>";
     return page + "</body></html>";
   }
+  /// Written as no program would write it, so that what is written anew is seen.
+  static QByteArray oddly_written_page() {
+    QByteArray page = "<!doctype HTML>\r\n<HTML>\r\n<Body BGCOLOR=white>\r\n";
+    for (int i = 0; i < 4'000; ++i)
+      page += "<P Class=a   title='b'>word <I>of</i> a\t line &eacute; &#38;<BR>\r\n<img alt=\"\">\r\n";
+    return page + "<p id=last>end</body>\r\n";
+  }
+  void expect_a_letter_is_all_that_is_saved(const QString& name) {
+    QByteArray wanted = file(name);
+    hands::press(QStringLiteral("ctrl+End"));
+    hands::type(QStringLiteral("x"));
+    ASSERT_TRUE(wait_for([&] { return window_->isWindowModified(); }));
+    hands::press(QStringLiteral("ctrl+s"));
+    ASSERT_TRUE(wait_for([&] { return !window_->isWindowModified(); }));
+    EXPECT_TRUE(file(name) == wanted.replace("end</body>", "endx</body>"));
+  }
   void select_all() {
     hands::press(QStringLiteral("ctrl+a"));
     ASSERT_TRUE(wait_for([&] { return !document().editor().selection().collapsed(); }));
@@ -87,18 +103,21 @@ class EscapeOnScreen : public EditorOnScreen {
   }
   void expect_stopped(const std::function<void()>& act) {
     const std::string before = html();
-    const QByteArray saved = file();
+    const bool modified = window_->isWindowModified();
+    const dom::Journal& journal = document().tree().journal();
+    const bool undoes = journal.can_undo(), redoes = journal.can_redo();
     const Escapes escapes;
     {
       const SlowChanges slow(document().tree(), *window_);
       act();
-      EXPECT_TRUE(wait_for([&] { return slow.pressed() && !document().tree().journal().is_open(); }));
+      EXPECT_TRUE(wait_for([&] { return slow.pressed() && !journal.is_open(); }));
       EXPECT_TRUE(slow.said_so());
       EXPECT_TRUE(settle());
     }
     EXPECT_TRUE(html() == before);
-    EXPECT_FALSE(window_->isWindowModified());
-    EXPECT_TRUE(document().tree().journal().can_redo());
+    EXPECT_EQ(window_->isWindowModified(), modified);
+    EXPECT_EQ(journal.can_undo(), undoes);
+    EXPECT_EQ(journal.can_redo(), redoes);
     EXPECT_EQ(escapes.count, 0);
     EXPECT_EQ(window_->findChild<QLabel*>(QStringLiteral("escapeNote")), nullptr);
     EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
@@ -119,6 +138,53 @@ TEST_F(EscapeOnScreen, StopsACommandOnAllAndTheNextOneWorks) {
   EXPECT_TRUE(settle());
   hands::press(QStringLiteral("ctrl+z"));
   EXPECT_TRUE(wait_for([&] { return html() == before; }));
+}
+
+// Undo of what was done to all is as long as that was.
+TEST_F(EscapeOnScreen, StopsAnUndoAndARedo) {
+  start(long_page());
+  const std::string plain = html();
+  select_all();
+  hands::press(QStringLiteral("ctrl+b"));
+  ASSERT_TRUE(wait_for([&] { return html() != plain; }));
+  ASSERT_TRUE(settle());
+  const std::string bold = html();
+  expect_stopped([] { hands::press(QStringLiteral("ctrl+z")); });
+  hands::press(QStringLiteral("ctrl+z"));
+  EXPECT_TRUE(wait_for([&] { return html() == plain; }));
+  EXPECT_TRUE(settle());
+  expect_stopped([] { hands::press(QStringLiteral("ctrl+y")); });
+  hands::press(QStringLiteral("ctrl+y"));
+  EXPECT_TRUE(wait_for([&] { return html() == bold; }));
+  EXPECT_TRUE(settle());
+}
+
+// What a stopped command has touched and put back isn't written anew: the file has the letter typed
+// afterwards, and all else as somebody wrote it.
+TEST_F(EscapeOnScreen, LeavesTheFileAsItWasWritten) {
+  start(oddly_written_page());
+  for (const char* keys : {"ctrl+b", "ctrl+u", "Delete", "q"}) {
+    SCOPED_TRACE(keys);
+    select_all();
+    expect_stopped([keys] { hands::press(QString::fromLatin1(keys)); });
+  }
+  expect_a_letter_is_all_that_is_saved(QStringLiteral("page.html"));
+}
+
+// Opening isn't stopped by it; neither is what comes in after the window has been filled.
+TEST_F(EscapeOnScreen, WhileAPageComesInItDoesNoHarm) {
+  start("<!DOCTYPE html><p>first</p>");
+  QFile big(path_of(QStringLiteral("big.html")));
+  ASSERT_TRUE(big.open(QIODevice::WriteOnly) && big.write(oddly_written_page()) > 0);
+  big.close();
+  hands::press(QStringLiteral("Escape"));
+  ASSERT_TRUE(window_->open_in_tab(big.fileName()));
+  for (int i = 0; i < 5; ++i) {
+    hands::press(QStringLiteral("Escape"));
+    loop_.pump(100);
+  }
+  wait_for_caret();
+  expect_a_letter_is_all_that_is_saved(QStringLiteral("big.html"));
 }
 
 TEST_F(EscapeOnScreen, StopsAKeyThatDeletesAll) {

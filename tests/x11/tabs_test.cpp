@@ -1,9 +1,13 @@
 #include <QFile>
+#include <QPointer>
 #include <QProcess>
 #include <QTabBar>
+#include <QWebEnginePage>
+#include <QWebEngineScript>
 
 #include "htmled/document/document_page.h"
 #include "htmled/tabs.h"
+#include "tvx/qt/web/web_view.h"
 #include "x11/editor_fixture.h"
 #include "x11/hands.h"
 
@@ -36,6 +40,12 @@ class TabsOnScreen : public EditorOnScreen {
   }
   bool names_are(const char* wanted) {
     return wait_for([&] { return names() == QString::fromLatin1(wanted); });
+  }
+  /// The page in front takes nothing for a while.
+  void keep_page_busy() {
+    window_->editor().view().page()->runJavaScript(
+        QStringLiteral("const end = Date.now() + 1000; while (Date.now() < end);"),
+        QWebEngineScript::ApplicationWorld);
   }
   QPoint tab(int index) { return bar().mapToGlobal(bar().tabRect(index).center()); }
   /// Files of another program, dragged from its window into ours, where they are let go.
@@ -82,6 +92,32 @@ TEST_F(TabsOnScreen, APressBringsATabToTheFrontWithTheKeys) {
   wait_for_caret();
   hands::type(QStringLiteral("x"));
   EXPECT_TRUE(wait_for([&] { return text() == "xpage"; })) << text();
+}
+
+// Saving waits for what was typed before, which the page has yet to take. Nothing that follows overtakes it.
+TEST_F(TabsOnScreen, APageIsSavedBeforeItIsClosedByTheNextKey) {
+  start_with_three();
+  const QPointer<htmled::DocumentPage> page = &window_->front();
+  bool asked = false;
+  answer_dialog([&](QDialog&) {
+    asked = true;
+    hands::press(QStringLiteral("Escape"));
+  });
+  keep_page_busy();
+  hands::press({QStringLiteral("x"), QStringLiteral("ctrl+s"), QStringLiteral("ctrl+w")});
+  EXPECT_TRUE(names_are("page.html two.html")) << names().toStdString();
+  EXPECT_FALSE(asked);
+  EXPECT_TRUE(file(QStringLiteral("three.html")).contains("x"));
+  EXPECT_TRUE(wait_for([&] { return !page; }));
+}
+
+TEST_F(TabsOnScreen, EachPressOfAKeyClosesOneTab) {
+  start_with_three();
+  keep_page_busy();
+  hands::press({QStringLiteral("ctrl+w"), QStringLiteral("ctrl+w")});
+  EXPECT_TRUE(names_are("page.html")) << names().toStdString();
+  EXPECT_TRUE(settle());
+  EXPECT_EQ(text(), "page");
 }
 
 TEST_F(TabsOnScreen, PagesThatAnotherProgramBringsAreOpenedEachInATab) {

@@ -18,6 +18,16 @@ QEvent::Type wake_event() {
   return static_cast<QEvent::Type>(type);
 }
 
+void run_events(QEventLoop::ProcessEventsFlags which, std::int64_t max_wait_milliseconds) {
+  const Uninterrupted all;  // what runs in here is no part of the act that waits for it
+  QCoreApplication::sendPostedEvents();
+  if (max_wait_milliseconds <= 0) return QCoreApplication::processEvents(which);
+  QTimer end;
+  end.setSingleShot(true);
+  end.start(static_cast<int>(std::min<std::int64_t>(max_wait_milliseconds, 1 << 30)));
+  QCoreApplication::processEvents(which | QEventLoop::WaitForMoreEvents);
+}
+
 }  // namespace
 
 MessageLoop::MessageLoop() : timer_(new QTimer(this)) {
@@ -53,17 +63,11 @@ platform::TimerId MessageLoop::post_delayed(std::int64_t milliseconds, Task task
 void MessageLoop::cancel(platform::TimerId timer) { tasks_.cancel(timer); }
 
 void MessageLoop::pump(std::int64_t max_wait_milliseconds) {
-  const Uninterrupted all;  // what runs in here is no part of the act that waits for it
-  QCoreApplication::sendPostedEvents();
-  QEventLoop::ProcessEventsFlags flags = QEventLoop::AllEvents;
-  if (max_wait_milliseconds > 0 && !tasks_.has_pending()) {
-    QTimer end;
-    end.setSingleShot(true);
-    end.start(static_cast<int>(std::min<std::int64_t>(max_wait_milliseconds, 1 << 30)));
-    QCoreApplication::processEvents(flags | QEventLoop::WaitForMoreEvents);
-  } else {
-    QCoreApplication::processEvents(flags);
-  }
+  run_events(QEventLoop::AllEvents, tasks_.has_pending() ? 0 : max_wait_milliseconds);
+}
+
+void MessageLoop::pump_without_input(std::int64_t max_wait_milliseconds) {
+  run_events(QEventLoop::ExcludeUserInputEvents, max_wait_milliseconds);
 }
 
 void MessageLoop::wake() {

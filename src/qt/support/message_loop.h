@@ -21,6 +21,10 @@ class MessageLoop final : public QObject, public platform::MessageLoop {
   platform::TimerId post_delayed(std::int64_t milliseconds, Task task) override;
   void cancel(platform::TimerId timer) override;
   void pump(std::int64_t max_wait_milliseconds) override;
+  /// The same for everything but the user: keys and presses wait for whoever runs next. For what has been
+  /// asked for and waits only until what came before it has arrived: what comes after it, closing the page
+  /// above all, comes after it.
+  static void pump_without_input(std::int64_t max_wait_milliseconds);
 
  private:
   bool event(QEvent* event) override;

@@ -476,13 +476,13 @@ void HTMLedWidget::finish_page_input() {
   platform::MessageLoop& loop = message_loop();
   const QPointer<HTMLedWidget> alive(this);
   // What was pressed before the page had a caret belongs to it as well.
-  while (alive && parts_->early_keys_.has_keys()) loop.pump(5);
+  while (alive && parts_->early_keys_.has_keys()) MessageLoop::pump_without_input(5);
   const std::int64_t end = loop.now() + longest;
   // A key that the view has got stands in its inbox for a turn of the loop, where nobody else sees it.
   const auto read = std::make_shared<bool>(false);
   loop.post([read] { *read = true; });
-  while (alive && !*read && loop.now() < end) loop.pump(5);
-  while (alive && document_view().input_waits() && loop.now() < end) loop.pump(5);
+  while (alive && !*read && loop.now() < end) MessageLoop::pump_without_input(5);
+  while (alive && document_view().input_waits() && loop.now() < end) MessageLoop::pump_without_input(5);
 }
 
 void HTMLedWidget::resizeEvent(QResizeEvent* event) { parts_->resize(event->size()); }
