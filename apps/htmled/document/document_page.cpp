@@ -291,7 +291,7 @@ bool DocumentPage::save_copy(const QString& path) {
 }
 
 bool DocumentPage::save_template(const QString& path) {
-  return with_document([&](const dom::Document& document) {
+  return !with_document([&](const dom::Document& document) {
     const QString folder = QFileInfo(to_qt(file_.source())).absolutePath();
     const QByteArray page = QByteArray::fromStdString(file_.bytes_of(document));
     save_atomically(from_qt(path), with_copies(page, folder, path).toStdString());
