@@ -14,7 +14,9 @@
 #include "htmled/document/document_page.h"
 #include "htmled/drafts.h"
 #include "htmled/find_bar.h"
+#include "htmled/first_size.h"
 #include "htmled/format/format_bar.h"
+#include "htmled/legible_colours.h"
 #include "htmled/menus/commands.h"
 #include "htmled/menus/view_choices.h"
 #include "htmled/print/kept_page_setup.h"
@@ -32,7 +34,8 @@ namespace tvx::htmled {
 Window::Window(platform::MessageLoop& loop, const qt::Substitutes& substitutes)
     : loop_(loop), substitutes_(substitutes), tabs_(new Tabs(this)), recent_files_(new RecentFiles(this)) {
   sweep_drafts();
-  resize(1000, 720);
+  new LegibleColours(*this);
+  set_first_size(*this, {1000, 720});
   setCentralWidget(tabs_);
   connect(tabs_, &Tabs::front_changed, this, &Window::show_front);
   connect(tabs_, &Tabs::close_asked, this, [this](DocumentPage* page) { close_page(*page); });

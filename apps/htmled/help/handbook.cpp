@@ -20,6 +20,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "htmled/first_size.h"
 #include "htmled/help/pictures_in_text.h"
 #include "htmled/languages.h"
 
@@ -87,7 +88,7 @@ Handbook::Handbook(const QString& folder, QWidget* parent)
   });
   show_words();
   const QSettings settings = program_settings();
-  if (!restoreGeometry(settings.value(geometry_key).toByteArray())) resize(940, 680);
+  if (!restoreGeometry(settings.value(geometry_key).toByteArray())) set_first_size(*this, {940, 680});
   if (!parts_->restoreState(settings.value(parts_key).toByteArray())) parts_->setSizes({220, 720});
   zoom(settings.value(zoom_key).toInt());
   contents_->count() > 0 ? open(first_page) : say_missing();

@@ -11,6 +11,7 @@
 #include <cmath>
 
 #include "htmled/document/document_page.h"
+#include "htmled/first_size.h"
 #include "htmled/print/kept_page_setup.h"
 #include "htmled/print/page_setup_dialog.h"
 #include "htmled/print/pdf_export.h"
@@ -44,7 +45,7 @@ PreviewDialog::PreviewDialog(Window& window)
   sheets_->setAccessibleName(tr("Print preview"));
   connect(sheets_, &SheetsView::moved, this, &PreviewDialog::show_state);
   connect(sheets_, &SheetsView::zoomed, this, &PreviewDialog::show_state);
-  resize(900, 760);
+  set_first_size(*this, {900, 760});
   sheets_->setFocus();
   look();
 }
