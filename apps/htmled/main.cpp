@@ -9,6 +9,7 @@
 #include <string_view>
 
 #include "htmled/automation.h"
+#include "htmled/joined_letters_style.h"
 #include "htmled/start/running_instance.h"
 #include "htmled/start/termination.h"
 #include "htmled/window.h"
@@ -104,6 +105,7 @@ int main(int argc, char** argv) {
   tvx::qt::prepare_web_engine();
   QApplication application(argc, argv);
   parser.process(application);
+  QApplication::setStyle(new tvx::htmled::JoinedLettersStyle);
   QApplication::setWindowIcon(QIcon(QStringLiteral(":/htmled/icon.svg")));
 
   tvx::qt::MessageLoop loop;
