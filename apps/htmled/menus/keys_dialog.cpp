@@ -31,7 +31,7 @@ constexpr Extra extras[] = {
     {QT_TRANSLATE_NOOP("KeysDialog", "Menu of what stands at the caret"), "Menu"},
 };
 
-QString plain(QString text) { return text.remove(u'&').remove(u'…'); }
+QString plain(QString text) { return text.remove(u'&').remove(u'…').trimmed(); }
 
 void add_lines(std::vector<KeysDialog::Line>& lines, const QMenu& menu, const QString& top) {
   for (const QAction* action : menu.actions()) {

@@ -67,7 +67,7 @@ void PreferencesDialog::fill() {
   const int tab = tabs_ ? tabs_->currentIndex() : 0;
   const QString focused = focusWidget() ? focusWidget()->objectName() : QString();
   for (QWidget* each : findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) delete each;
-  setWindowTitle(without_key(tr("Prefere&nces…")).remove(u'…'));
+  setWindowTitle(without_key(tr("Prefere&nces…")).remove(u'…').trimmed());
   tabs_ = new QTabWidget(this);
   tabs_->setObjectName(QStringLiteral("pages"));
   tabs_->addTab(make_general(), tr("&General"));

@@ -93,7 +93,7 @@ QWidget* PropertiesDialog::make_appearance() {
   add_colour(*form, tr("&Text:"), &PageProperties::text, "text");
   add_colour(*form, tr("&Links:"), &PageProperties::link, "link");
   add_colour(*form, tr("&Visited links:"), &PageProperties::visited, "visited");
-  add_line(*form, tr("Background &picture:"), &PageProperties::background_image, "background_image",
+  add_line(*form, tr("Background p&icture:"), &PageProperties::background_image, "background_image",
            tr("The address of a picture"));
   return page;
 }

@@ -110,7 +110,7 @@ void SheetsField::show_text() {
   const int row = list_->currentRow();
   const bool some = row >= 0;
   const bool linked = some && sheets_[std::size_t(row)].linked;
-  kind_->setText(linked ? tr("&Address of the sheet:") : tr("R&ules of the sheet:"));
+  kind_->setText(linked ? tr("&Address of the sheet:") : tr("Rul&es of the sheet:"));
   text_->setPlainText(some ? qt::to_qt(sheets_[std::size_t(row)].text) : QString());
   text_->setEnabled(some);
   remove_->setEnabled(some);
