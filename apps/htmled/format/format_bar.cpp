@@ -118,18 +118,25 @@ void FormatBar::set_editor(HTMLedWidget& editor) {
     for (QWidget* each :
          std::initializer_list<QWidget*>{styles_, fonts_, sizes_, text_, highlight_, classes_})
       each->setEnabled(can_act);
-    // A new editor learns its language later than the program.
-    if (styles_->itemText(0) == word_of(*editor_, styles[0].action)) return;
+    if (has_words_of_editor()) return;
     fill_styles();
     show_format();
   };
-  connect(editor.action(HTMLedWidget::Action::Paragraph), &QAction::changed, this, follow);
+  // A new editor learns its language later than the program, one action after the other.
+  for (const Style& style : styles) connect(editor.action(style.action), &QAction::changed, this, follow);
   follow();
   fill_classes();
   show_format();
 }
 
 // --- what can be chosen ---
+
+bool FormatBar::has_words_of_editor() const {
+  int index = 0;
+  return std::ranges::all_of(styles, [&](const Style& style) {
+    return styles_->itemText(index++) == word_of(*editor_, style.action);
+  });
+}
 
 void FormatBar::fill_styles() {
   if (!editor_) return;

@@ -30,6 +30,7 @@ class FormatBar final : public QToolBar {
 
  private:
   QComboBox* add_box(const char* name, int letters);
+  bool has_words_of_editor() const;
   void fill_styles();
   void fill_fonts();
   void fill_classes();
