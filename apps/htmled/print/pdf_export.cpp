@@ -3,7 +3,6 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QPointer>
-#include <memory>
 
 #include "htmled/document/document_page.h"
 #include "htmled/window.h"
@@ -28,15 +27,9 @@ void ask_and_export_pdf(Window& window, QWidget* parent) {
   const QPointer<qt::HTMLedWidget> editor(&window.editor());
   editor->finish_input();
   if (!editor) return;
-  const auto finished = std::make_shared<QMetaObject::Connection>();
-  *finished = QObject::connect(editor, &qt::HTMLedWidget::print_finished, &window,
-                               [&window, path, finished](bool done) {
-                                 QObject::disconnect(*finished);
-                                 window.say_exported(path, done);
-                               });
-  editor->set_print_file(path);
-  editor->print_Document(true);
-  if (editor) editor->set_print_file({});
+  editor->write_pdf(path, [window = QPointer(&window), path](bool written) {
+    if (window) window->say_exported(path, written);
+  });
 }
 
 }  // namespace tvx::htmled

@@ -114,6 +114,8 @@ void SheetJobs::start_next(QWebEnginePage* page) {
 // Both are asked for at once, and done in this order: nothing may be left to begin when the view has gone.
 void SheetJobs::print(Job& job) {
   job.is_under_way = true;
+  // After a process that has died, and has no successor yet, nobody would answer.
+  if (job.page->renderProcessPid() == 0) return finish(job.number, {});
   const QPointer<SheetJobs> alive(this);
   job.page->runJavaScript(QStringLiteral("globalThis.tvxView ? tvxView.markForPaper() : ''"),
                           QWebEngineScript::ApplicationWorld,

@@ -219,6 +219,7 @@ class HTMLedWidget::Parts final : public platform::Container,
   std::optional<HostBars> host_bars_;  // once somebody may listen
   QString print_file_;
   std::function<void(const QByteArray&)> pdf_wanted_;  // by make_pdf, in place of printing
+  std::function<void(bool)> file_wanted_;              // by write_pdf, likewise
   std::optional<SplitView> split_;                     // once it was wanted
   double split_share_ = 0.5;                           // before that
   CodeViewFace& code_face() { return *code_; }
@@ -300,6 +301,7 @@ void HTMLedWidget::Parts::print(bool with_dialog) {
   const QString file = print_file_;
   const std::int64_t end = loop_.now() + longest_wait;
   while (!document_view_.settled() && loop_.now() < end) loop_.pump(5);
+  if (file_wanted_) return view_.print_into(file, std::exchange(file_wanted_, nullptr));
   if (!widget_ && (with_dialog || pdf_wanted_ || file.isEmpty())) return;
   if (pdf_wanted_) return view_.make_pdf(std::exchange(pdf_wanted_, nullptr));
   if (with_dialog || file.isEmpty()) {
@@ -445,6 +447,16 @@ void HTMLedWidget::make_pdf(std::function<void(const QByteArray&)> done) {
   control().print_Document(true);
   if (!std::exchange(parts->pdf_wanted_, nullptr)) return;
   QTimer::singleShot(0, this, [done] { done({}); });
+}
+
+void HTMLedWidget::write_pdf(const QString& path, std::function<void(bool)> done) {
+  const auto parts = parts_;
+  const QString before = std::exchange(parts->print_file_, path);
+  parts->file_wanted_ = done;
+  control().print_Document(true);
+  parts->print_file_ = before;
+  if (!std::exchange(parts->file_wanted_, nullptr)) return;
+  QTimer::singleShot(0, qApp, [done] { done(false); });
 }
 
 bool HTMLedWidget::started() const { return parts_->started_; }

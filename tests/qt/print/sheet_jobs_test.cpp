@@ -9,6 +9,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <QWebEnginePage>
+#include <optional>
 
 #include "qt/modal_user.h"
 #include "qt/print/paper.h"
@@ -85,6 +86,35 @@ TEST_F(Printing, APdfWhoseProcessDiesHasFailedAndTheNextIsWritten) {
   widget_->print_Document(true);
   ASSERT_TRUE(wait_for([&] { return printed.count() == 2; }));
   EXPECT_TRUE(printed.at(1).at(0).toBool());
+}
+
+// After several deaths a notice stands in the page's place, and nobody was ever told that nothing is printed.
+TEST_F(Printing, WhatHasNoProcessAnyMoreFails) {
+  show(QStringLiteral("<P>words</P>"));
+  ASSERT_TRUE(settle());
+  QSignalSpy printed(widget_.get(), &HTMLedWidget::print_finished);
+  const QTemporaryDir folder;
+  widget_->set_print_file(folder.filePath(QStringLiteral("none.pdf")));
+  for (int deaths = 0; deaths < 2; ++deaths) {
+    ASSERT_TRUE(wait_for([&] { return widget_->view().page()->renderProcessPid() > 0; }));
+    const auto process = pid_t(widget_->view().page()->renderProcessPid());
+    ASSERT_EQ(::kill(process, SIGKILL), 0);
+    ASSERT_TRUE(wait_for([&] { return widget_->view().page()->renderProcessPid() != process; }));
+  }
+  ASSERT_EQ(widget_->view().page()->renderProcessPid(), 0);
+  widget_->print_Document(true);
+  ASSERT_TRUE(wait_for([&] { return printed.count() == 1; }));
+  EXPECT_FALSE(printed.at(0).at(0).toBool());
+}
+
+// Nobody was told: the signal that tells it went with the widget.
+TEST_F(Printing, APdfThatFailsIsToldThoughTheWidgetIsDeletedMeanwhile) {
+  show(QStringLiteral("<P>words</P>"));
+  std::optional<bool> told;
+  widget_->write_pdf(QStringLiteral("/nowhere/at/all.pdf"), [&](bool written) { told = written; });
+  widget_.reset();
+  ASSERT_TRUE(wait_for([&] { return told.has_value(); }));
+  EXPECT_FALSE(*told);
 }
 
 TEST_F(Printing, PdfsThatAreAskedForTogetherAreWrittenOneAfterTheOther) {
