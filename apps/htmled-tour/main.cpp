@@ -4,6 +4,7 @@
 
 #include "htmled-tour/demo.h"
 #include "htmled-tour/screenshots.h"
+#include "htmled/joined_letters_style.h"
 #include "htmled/window.h"
 #include "tvx/qt/support/message_loop.h"
 #include "tvx/web_engine.h"
@@ -61,6 +62,7 @@ int main(int argc, char** argv) {
   QCoreApplication::setApplicationName(QStringLiteral("htmled"));  // the window's own settings
   tvx::qt::prepare_web_engine();
   QApplication application(argc, argv);
+  QApplication::setStyle(new tvx::htmled::JoinedLettersStyle);
   QCommandLineParser parser;
   const Tour tour = read_arguments(parser, application);
 

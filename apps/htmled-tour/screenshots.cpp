@@ -16,6 +16,7 @@
 #include <optional>
 
 #include "htmled-tour/dialog_pictures.h"
+#include "htmled-tour/sample_pictures.h"
 #include "htmled/window.h"
 #include "tvx/browser/view/document_view.h"
 #include "tvx/core/htmled.h"
@@ -90,7 +91,9 @@ class Photographer {
     window_.resize(940, 600);
     show(right_to_left);
     in_text(dom::Tag::B);
-    return take("right-to-left") && done;
+    done = take("right-to-left") && done;
+    // The page's style sheet is the sample's from here on.
+    return (window_.devicePixelRatioF() != 1 || take_sample_pictures(window_, loop_, folder_)) && done;
   }
 
  private:
