@@ -1,4 +1,5 @@
-# Writes the catalogue data, with screenshots where their address on the web is known: a catalogue shows no others.
+# Writes the catalogue data, with screenshots where their address on the web is known. Installed pictures can't be named:
+# catalogues take addresses of the web alone, and refuse data with others (web-url-expected).
 #
 #   cmake -DFROM=<metainfo> -DTO=<file> [-DADDRESS=https://...] -P metainfo.cmake
 file(READ ${FROM} text)
