@@ -8,6 +8,7 @@
 #include <QProcess>
 #include <QScreen>
 #include <QStatusBar>
+#include <QTest>
 #include <QToolButton>
 
 #include "htmled/document/document_page.h"
@@ -68,6 +69,7 @@ class Letter : public EditorOnScreen {
     const QString folder = qEnvironmentVariable("TVX_PICTURES");
     if (folder.isEmpty()) return;
     ASSERT_TRUE(settle());
+    QTest::qWait(400);  // the engine paints a frame after the layout
     const QRect shown = window_->frameGeometry();
     const QPixmap screen =
         window_->screen()->grabWindow(0, shown.x(), shown.y(), shown.width(), shown.height());
@@ -242,6 +244,8 @@ void Letter::check_the_spelling() {
 }
 
 TEST_F(Letter, IsWrittenCheckedSavedAndReadAgain) {
+  EXPECT_TRUE(wait_for(
+      [&] { return in_page(QStringLiteral("tvxView.drawn().sentence || ''")).find("Start writing") == 0; }));
   picture("empty");
   ASSERT_NO_FATAL_FAILURE(write_the_text());
   ASSERT_NO_FATAL_FAILURE(make_the_table());
