@@ -264,7 +264,7 @@ std::size_t CurlDriver::give_bytes(char* bytes, std::size_t size, std::size_t co
     return CURL_READFUNC_PAUSE;
   }
   ++driver.progress_;
-  std::memcpy(bytes, driver.source_.data(), given);
+  driver.source_.copy(bytes, given);
   driver.source_.remove_prefix(given);
   return given;
 }
