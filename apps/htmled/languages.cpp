@@ -4,6 +4,7 @@
 #include <QCollator>
 #include <QDir>
 #include <QLibraryInfo>
+#include <QProxyStyle>
 #include <algorithm>
 
 #include "tvx/localise/xml_document.h"
@@ -24,6 +25,28 @@ QString own_name(const XmlElement& root, const QString& code) {
   for (const localise::XmlAttribute& attribute : root.attributes())
     if (attribute.name == u"name") return to_qt(attribute.value);
   return code;
+}
+
+/// Words from right to left. An underlined letter is drawn by itself: the letters of Arabic that meet it
+/// don't any more, and the word grows out of its room. Beside a picture the words of a button stand on its
+/// edge.
+class LeftwardStyle final : public QProxyStyle {
+  int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                QStyleHintReturn* more) const override {
+    if (QGuiApplication::isRightToLeft() &&
+        (hint == SH_UnderlineShortcut || hint == SH_DialogButtonBox_ButtonsHaveIcons))
+      return 0;
+    return QProxyStyle::styleHint(hint, option, widget, more);
+  }
+};
+
+void use_leftward_style() {
+  if (!qobject_cast<QApplication*>(qApp)) return;
+  static const bool once = [] {
+    QApplication::setStyle(new LeftwardStyle);
+    return true;
+  }();
+  static_cast<void>(once);
 }
 
 }  // namespace
@@ -107,6 +130,7 @@ void Languages::speak(const Language& language) {
                      QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
     QCoreApplication::installTranslator(&qt_words_);
   if (words_.read(language.file)) QCoreApplication::installTranslator(&words_);
+  if (locale.textDirection() == Qt::RightToLeft) use_leftward_style();
   QGuiApplication::setLayoutDirection(locale.textDirection());
 }
 

@@ -15,6 +15,7 @@
 #include <QRegularExpression>
 #include <QSettings>
 #include <QStatusBar>
+#include <QStyle>
 #include <QTemporaryDir>
 #include <QToolButton>
 #include <algorithm>
@@ -423,8 +424,11 @@ TEST_F(SpokenWindow, ArabicMirrorsTheWindowAndLeavesTheDocumentAlone) {
   EXPECT_EQ(qt::LinkDialog(QString()).layoutDirection(), Qt::RightToLeft);
   EXPECT_EQ(control().DocumentHTML(), u"<P>text</P>");
   EXPECT_FALSE(window_.isWindowModified());
+  const auto underlines = [&] { return window_.style()->styleHint(QStyle::SH_UnderlineShortcut) != 0; };
+  EXPECT_FALSE(underlines()) << "an underlined letter would stand apart from those that it joins";
   speak("en");
   EXPECT_FALSE(is_at_the_right());
+  EXPECT_TRUE(underlines());
 }
 
 TEST_F(SpokenWindow, TheMenuMarksTheLanguageSpoken) {
