@@ -1,6 +1,7 @@
 #include <QComboBox>
 #include <QDialog>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QTabBar>
 #include <QTabWidget>
 
@@ -96,6 +97,27 @@ TEST_F(PropertiesOnScreen, CancelledNothingIsChangedAndWhatCanBeDoneAgainStays) 
   EXPECT_FALSE(window_->isWindowModified());
   hands::press(QStringLiteral("ctrl+y"));
   EXPECT_TRUE(wait_for([&] { return text() == "xone"; })) << "redo acts as before";
+}
+
+TEST_F(PropertiesOnScreen, ReturnPressesTheButtonThatHasTheKeys) {
+  start(page);
+  ask([&](QDialog& dialog) {
+    auto& tabs = *dialog.findChild<QTabWidget*>();
+    hands::click(tabs.tabBar()->mapToGlobal(tabs.tabBar()->tabRect(2).center()));
+    ASSERT_TRUE(wait_for([&] { return tabs.currentIndex() == 2; }));
+    const auto* button = dialog.findChild<QWidget*>(QStringLiteral("embed_sheet"));
+    for (int i = 0; i < 8 && !button->hasFocus(); ++i) {
+      const QWidget* before = QApplication::focusWidget();
+      hands::press(QStringLiteral("Tab"));
+      ASSERT_TRUE(wait_for([&] { return QApplication::focusWidget() != before; }));
+    }
+    ASSERT_TRUE(button->hasFocus());
+    hands::press(QStringLiteral("Return"));
+    EXPECT_TRUE(
+        wait_for([&] { return dialog.findChild<QListWidget*>(QStringLiteral("sheets"))->count() == 1; }));
+    EXPECT_TRUE(dialog.isVisible()) << "it goes on";
+    hands::press(QStringLiteral("Escape"));
+  });
 }
 
 TEST_F(PropertiesOnScreen, EscapeCancels) {

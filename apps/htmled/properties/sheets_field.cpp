@@ -62,7 +62,6 @@ SheetsField::SheetsField(QWidget* parent)
 QPushButton* SheetsField::add_button(const QString& text, const char* name) {
   auto* button = new QPushButton(text, this);
   button->setObjectName(QString::fromLatin1(name));
-  button->setAutoDefault(false);
   return button;
 }
 

@@ -28,7 +28,6 @@ TemplateDialog::TemplateDialog(const QString& language, QWidget* parent)
   create_->setDefault(true);
   QPushButton* folder = buttons->addButton(tr("&Open your templates' folder"), QDialogButtonBox::ActionRole);
   folder->setObjectName(QStringLiteral("folder"));
-  folder->setAutoDefault(false);
   connect(folder, &QPushButton::clicked, this, &TemplateDialog::open_folder);
   connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
   connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
