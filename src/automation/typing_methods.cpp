@@ -27,8 +27,9 @@ Json type(Session& session, const Params& params) {
   Instance& instance = session.instance_of(params);
   const std::u16string text = params.text("text");
   for (std::size_t at = 0; at < text.size();) {
-    const bool pair = is_high_surrogate(text[at]) && at + 1 < text.size() && is_low_surrogate(text[at + 1]);
-    const std::u16string_view character = std::u16string_view(text).substr(at, pair ? 2 : 1);
+    // What came as UTF-8 has no half of a pair.
+    const std::u16string_view character =
+        std::u16string_view(text).substr(at, is_high_surrogate(text[at]) ? 2 : 1);
     const std::u16string_view name = character == u"\n"   ? std::u16string_view(u"Enter")
                                      : character == u"\t" ? u"Tab"
                                                           : character;

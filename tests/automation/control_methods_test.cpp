@@ -25,6 +25,8 @@ TEST_F(ControlMethods, ASavedControlHasItsDocumentAtOnce) {
   EXPECT_EQ(result("get", {{"name", "FTPPort"}, {"instance", 2}})["value"], 2121);
   EXPECT_EQ(result("get", {{"name", "CSShttp"}, {"instance", 2}})["value"], false);
   EXPECT_EQ(get("FTPPort"), 21) << "the first control has its own";
+  control("new", {{"store", {{"FTPPort", 70000}}}});
+  EXPECT_EQ(result("get", {{"name", "FTPPort"}, {"instance", 3}})["value"], 70000);
 }
 
 TEST_F(ControlMethods, AtDesignTimeThereIsNoDocument) {
@@ -43,6 +45,14 @@ TEST_F(ControlMethods, WritingGivesWhatDiffersAndTheOrderOfAll) {
   EXPECT_FALSE(written["store"].contains("FTPUser"));
   EXPECT_EQ(written["order"][0], "DocumentHTML");
   EXPECT_EQ(written["order"][1], "FullToolBar");
+}
+
+TEST_F(ControlMethods, ASizeIsAWidthAndAHeight) {
+  control("new", {{"size", {6000, 4000}}});
+  control("resize", {{"size", {7000.5, 3000}}});
+  for (const char* act : {"new", "resize"})
+    for (const Json& wrong : {Json{6000}, Json{6000, 4000, 1}, Json{"6000", 4000}, Json{6000, nullptr}})
+      EXPECT_EQ(failure("control", {{"do", act}, {"size", wrong}}), -32602) << act << wrong;
 }
 
 TEST_F(ControlMethods, ATerminatedControlIsGone) {

@@ -20,6 +20,14 @@ TEST_F(DocumentMethods, ContentWithMarksIsLoadedAndDumped) {
   EXPECT_EQ(result("document.dump")["html"], "<P>Hello world</P>");
 }
 
+// Public cases were made in a page of the standards' mode; a body has its document's own.
+TEST_F(DocumentMethods, TheModeOfThePageIsThatOfItsHost) {
+  load("<p>[x]</p>", "div");
+  EXPECT_EQ(object("docHTML.compatMode"), "CSS1Compat");
+  load("<p>[x]</p>", "body");
+  EXPECT_EQ(object("docHTML.compatMode"), "BackCompat");
+}
+
 TEST_F(DocumentMethods, CommandsRunAndAnswer) {
   for (const char* host : {"body", "div"}) {
     load("<p>Hello [world]</p>", host);

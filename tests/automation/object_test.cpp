@@ -21,6 +21,42 @@ TEST_F(ObjectPaths, LeadThroughTheDocument) {
   EXPECT_EQ(object("docHTML.getElementById('none')"), nullptr);
 }
 
+TEST_F(ObjectPaths, AttributesReadAsTheyAreAndAddressesWhole) {
+  set("DocumentHTML",
+      "<table background='http://h/a/../b'></table><a href='http://h/a/../b'>two</a><a name=b>b</a>");
+  EXPECT_EQ(object("docHTML.all.tags('table')(0).background"), "http://h/a/../b");
+  EXPECT_EQ(object("docHTML.all.tags('a')(0).href"), "http://h/b");
+  EXPECT_EQ(object("docHTML.all.tags('a')(1).href"), "");
+}
+
+TEST_F(ObjectPaths, ElementsAreGivenByTheirNumber) {
+  set("DocumentHTML", "<p>one <b>two</b></p>");
+  const int body = object("docHTML.body.sourceIndex").get<int>();
+  const auto contains = [](Json element) {
+    return Json{{"path", "docHTML.body.children(0).contains"}, {"args", {std::move(element)}}};
+  };
+  EXPECT_EQ(result("object", contains({{"object", "element"}, {"sourceIndex", body + 2}}))["value"], true);
+  EXPECT_EQ(result("object", contains({{"object", "element"}, {"sourceIndex", body}}))["value"], false);
+  EXPECT_EQ(failure("object", contains({{"object", "element"}, {"sourceIndex", body + 3}})), 5)
+      << "the last one is the B";
+  EXPECT_EQ(failure("object", contains({{"object", "element"}})), 13);
+  EXPECT_EQ(failure("object", contains({{"object", "element"}, {"sourceIndex", "1"}})), 13);
+  EXPECT_EQ(failure("object", contains({{"object", "range"}, {"sourceIndex", 1}})), 13);
+  EXPECT_EQ(failure("object", contains({{"sourceIndex", 1}})), 13);
+}
+
+TEST_F(ObjectPaths, CommandsNeedNoMoreThanTheirName) {
+  result("document.load", {{"html", "<p>[one]</p>"}});
+  EXPECT_EQ(object("docHTML.execCommand('bold')"), true);
+  EXPECT_EQ(object("docHTML.execCommand('italic', false)"), true);
+  EXPECT_EQ(object("docHTML.execCommand('foreColor', false, 'red')"), true);
+  EXPECT_EQ(
+      result("object", {{"path", "docHTML.execCommand"}, {"args", {"underline", nullptr, nullptr}}})["value"],
+      true);
+  EXPECT_EQ(object("docHTML.body.innerText"), "one");
+  EXPECT_EQ(failure("object", {{"path", "docHTML.execCommand()"}}), 450);
+}
+
 TEST_F(ObjectPaths, Write) {
   set("DocumentHTML", "<p>one</p>");
   result("object", {{"path", "docHTML.body.children(0).style.color"}, {"set", "red"}});
