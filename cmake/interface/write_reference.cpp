@@ -55,7 +55,8 @@ the control from within every event, and may close it there; its exceptions end 
 constexpr const char* about_enumerations = R"(
 ## Enumerations
 
-All are 32 bits wide.
+All are 32 bits wide. `Solid` is `tvx::EdBorderStyle::Solid` beside `tvx::HTMLed`, `HTMLedWidget::Solid` at the Qt widget,
+`TVX_Solid` in C and `tvxhtml.EdBorderStyle.Solid` in Python, where `None` is `None_`.
 
 | Enumeration | Members | |
 |---|---|---|

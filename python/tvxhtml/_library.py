@@ -71,7 +71,10 @@ class Library:
         if not path:
             path, class_id = _registered("tvxHTML.HTMLed") or ("libtvxHTML.so.1", class_id)
         self.path = path
-        self.entry = ctypes.CDLL(path).DllGetClassObject
+        try:
+            self.entry = ctypes.CDLL(path).DllGetClassObject
+        except OSError as failure:
+            raise OSError(f"{failure}; the package libtvxhtml1 has it, and TVXHTML_LIBRARY may name another") from None
         self.entry.restype = ctypes.c_int32
         self.entry.argtypes = [ctypes.POINTER(_abi.Identifier), ctypes.POINTER(_abi.Identifier),
                                ctypes.POINTER(ctypes.c_void_p)]
