@@ -85,7 +85,7 @@ class LineMaker {
       ++at_;
     }
     const std::size_t start = at_;
-    while (at_ < page_.size() && page_[at_] != u'>' && !is_ascii_space(page_[at_])) ++at_;
+    at_ = std::min(page_.find_first_of(u"> \t\n\f\r", at_), page_.size());
     tag.name = ascii_lower(page_.substr(start, at_ - start));
     for (char16_t quote = 0; at_ < page_.size(); ++at_) {
       const char16_t c = page_[at_];

@@ -6,6 +6,7 @@
 #include "tvx/base/strings.h"
 #include "tvx/base/text_file.h"
 #include "tvx/dom/journal.h"
+#include "tvx/dom/mutation.h"
 #include "tvx/dom/parse.h"
 #include "tvx/files/declared_charset.h"
 #include "tvx/files/document_file.h"
@@ -34,6 +35,18 @@ class DocumentForm : public testing::Test {
   DocumentFile file_;
   dom::Ref<dom::Document> document_;
 };
+
+// As most of the file's own are written.
+TEST_F(DocumentForm, NewTagsAreWrittenInTheFilesLetters) {
+  const auto with_a_paragraph = [this](const std::string& page) {
+    open(page);
+    dom::insert(*document_->body(), document_->create_element(dom::Tag::P));
+    return bytes();
+  };
+  EXPECT_EQ(with_a_paragraph("<P>a <B>b</B> <I>c</I></P>"), "<P>a <B>b</B> <I>c</I></P><P></P>");
+  EXPECT_TRUE(with_a_paragraph("<P>a<P>b").ends_with("<P></P>")) << "without end tags too";
+  EXPECT_EQ(with_a_paragraph("<p>a <b>b</b> <i>c</i></p>"), "<p>a <b>b</b> <i>c</i></p><p></p>");
+}
 
 TEST_F(DocumentForm, ACharsetThatThePageComesToNameIsWritten) {
   open("<!DOCTYPE html><meta charset=\"utf-8\"><p>gr\xC3\xBC\xC3\x9F</p>\n");
