@@ -310,6 +310,15 @@ def edit():
     until(lambda: text(last) == "Last line here.", "the insertion to be undone")
 
 
+def empty():
+    top = page()
+    same(top.get_description(), "")
+    keys("ctrl+a", "Delete")
+    until(lambda: top.get_description() == "Start writing, or choose File > New from template.", "the empty page to say how to begin")
+    write("x")
+    until(lambda: top.get_description() == "", "the sentence to go")
+
+
 def code():
     top = page()
     button = find(program(), "push button", "Toggle Design / Code view")

@@ -112,6 +112,8 @@ TEST_F(ReadingOnScreen, TheClientEditsAsAPersonTypesWithUndo) {
   EXPECT_EQ(client_says(QStringLiteral("edit")), "");
 }
 
+TEST_F(ReadingOnScreen, AnEmptyPageSaysHowToBegin) { EXPECT_EQ(client_says(QStringLiteral("empty")), ""); }
+
 TEST_F(ReadingOnScreen, TheCodeIsReadInPlaceOfThePage) { EXPECT_EQ(client_says(QStringLiteral("code")), ""); }
 
 TEST_F(ReadingOnScreen, EverythingThatIsPressedHasAName) {
