@@ -15,6 +15,7 @@
 #include <algorithm>
 #include <functional>
 #include <iostream>
+#include <string_view>
 #include <vector>
 
 #include "htmled/window.h"
@@ -158,6 +159,11 @@ class DialogPhotographer {
   const QString picture_ = draw_picture();
 };
 
+/// Which shows the dialog in its own language alone.
+bool in_handbook(std::string_view name) {
+  return name == "dialog-table" || name == "dialog-form" || name == "dialog-field" || name == "dialog-image";
+}
+
 /// In rows of two, as wide as the widest of each column.
 QPixmap sheet_of(const std::vector<QPixmap>& pictures, const QColor& ground) {
   int widths[2] = {}, heights[2] = {};
@@ -165,7 +171,9 @@ QPixmap sheet_of(const std::vector<QPixmap>& pictures, const QColor& ground) {
     widths[i % 2] = std::max(widths[i % 2], pictures[i].width());
     heights[i / 2] = std::max(heights[i / 2], pictures[i].height());
   }
-  QPixmap sheet(widths[0] + widths[1] + 3 * margin, heights[0] + heights[1] + 3 * margin);
+  const int columns = pictures.size() > 1 ? 2 : 1, rows = pictures.size() > 2 ? 2 : 1;
+  QPixmap sheet(widths[0] + widths[1] + (columns + 1) * margin,
+                heights[0] + heights[1] + (rows + 1) * margin);
   sheet.fill(ground);
   QPainter painter(&sheet);
   for (std::size_t i = 0; i < pictures.size(); ++i)
@@ -202,8 +210,12 @@ bool take_dialogs(Window& window, platform::MessageLoop& loop, const QString& la
       std::cerr << "htmled-tour: no dialog for " << name << '\n';
       return false;
     }
-    return save(sheet_of(pictures, ground),
-                QDir(folder).filePath(QLatin1String(name) + suffix + QStringLiteral(".png")));
+    const auto file = [&](const QString& kind) {
+      return QDir(folder).filePath(QLatin1String(name) + kind + QStringLiteral(".png"));
+    };
+    const bool alone = !in_handbook(name) || !suffix.isEmpty() ||
+                       save(sheet_of({pictures.front()}, ground), file(QStringLiteral("-english")));
+    return save(sheet_of(pictures, ground), file(suffix)) && alone;
   };
   photographer.show_table();
   bool done = take_all("dialog-table", [&] { window.editor().Table_Document(); });
