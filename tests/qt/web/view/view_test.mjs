@@ -234,6 +234,8 @@ test('the window goes as far as a caret needs', () => {
   assert.deepEqual(wayToReveal({ left: 10, top: -30, height: 20 }), [0, -34]);
   assert.deepEqual(wayToReveal({ left: 900, top: 590, height: 20 }), [120, 14]);
   assert.deepEqual(wayToReveal({ left: -10, top: 100, height: 20 }), [-30, 0]);
+  assert.deepEqual(wayToReveal({ left: 10, top: 0, height: 20 }), [0, 0], 'what is in it just so stays');
+  assert.deepEqual(wayToReveal({ left: 10, top: 580, height: 20 }), [0, 0]);
 });
 
 test('what a dialog covers of the window is no place for a caret', () => {
