@@ -5,6 +5,7 @@
 #include <unordered_map>
 
 #include "tvx/base/code_page.h"
+#include "tvx/base/line_ends.h"
 #include "tvx/base/strings.h"
 #include "tvx/browser/loading/encoding.h"
 #include "tvx/files/references.h"
@@ -45,16 +46,6 @@ LineEnd most_frequent(const LineEnds& ends) {
   const auto lf = count(LineEnd::Lf), crlf = count(LineEnd::CrLf), cr = count(LineEnd::Cr);
   if (crlf > lf && crlf >= cr) return LineEnd::CrLf;
   return cr > lf ? LineEnd::Cr : LineEnd::Lf;
-}
-
-std::u16string with_lf(std::u16string_view text) {
-  std::u16string result;
-  result.reserve(text.size());
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    if (text[i] == u'\r' && i + 1 < text.size() && text[i + 1] == u'\n') continue;
-    result += text[i] == u'\r' ? u'\n' : text[i];
-  }
-  return result;
 }
 
 std::u16string_view letters_of(LineEnd end) {

@@ -5,6 +5,7 @@
 
 #include "tvx/base/error.h"
 #include "tvx/base/fault.h"
+#include "tvx/base/line_ends.h"
 #include "tvx/platform/property_bag.h"
 #include "tvx/source/preparation.h"
 

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "tvx/base/line_ends.h"
 #include "tvx/base/strings.h"
-#include "tvx/source/preparation.h"
 
 namespace tvx::source {
 namespace {
@@ -13,16 +13,6 @@ constexpr std::int16_t shift_bit = 1, control_bit = 2, alt_bit = 4;
 constexpr std::int16_t key_backspace = 8, key_tab = 9, key_enter = 13, key_page_up = 33, key_page_down = 34,
                        key_end = 35, key_home = 36, key_left = 37, key_up = 38, key_right = 39, key_down = 40,
                        key_insert = 45, key_delete = 46;
-
-std::u16string with_lf(std::u16string_view text) {
-  std::u16string result;
-  result.reserve(text.size());
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    if (text[i] == u'\r' && i + 1 < text.size() && text[i + 1] == u'\n') continue;
-    result += text[i] == u'\r' ? u'\n' : text[i];
-  }
-  return result;
-}
 
 bool is_word(char16_t c) { return is_ascii_alpha(c) || is_ascii_digit(c) || c == u'_' || c >= 0x80; }
 

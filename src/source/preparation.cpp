@@ -177,19 +177,4 @@ class Preparation {
 
 PreparedText prepare_for_formatting(std::u16string_view text) { return Preparation(text).run(); }
 
-std::u16string with_crlf(std::u16string_view text) {
-  std::u16string result;
-  result.reserve(text.size() + text.size() / 32);
-  Offset copied = 0;
-  for (Offset at = 0; at < text.size(); ++at) {
-    if (text[at] != u'\r' && text[at] != u'\n') continue;
-    result += text.substr(copied, at - copied);
-    result += u"\r\n";
-    if (text[at] == u'\r' && at + 1 < text.size() && text[at + 1] == u'\n') ++at;
-    copied = at + 1;
-  }
-  result += text.substr(copied);
-  return result;
-}
-
 }  // namespace tvx::source

@@ -40,7 +40,4 @@ struct PreparedText {
 /// edges of blocks; inside them, and in tags, each line break becomes CR LF. All else stays as it is.
 PreparedText prepare_for_formatting(std::u16string_view text);
 
-/// CR, LF and CR LF alike become CR LF.
-std::u16string with_crlf(std::u16string_view text);
-
 }  // namespace tvx::source

@@ -52,9 +52,5 @@ constexpr Example examples[] = {
 INSTANTIATE_TEST_SUITE_P(Example, Preparing, testing::ValuesIn(examples),
                          [](const auto& info) { return std::string(info.param.name); });
 
-TEST(WithCrlf, MakesOneOfAllLineEnds) {
-  EXPECT_EQ(with_crlf(u"a\nb\rc\r\nd\r\r\n"), u"a\r\nb\r\nc\r\nd\r\n\r\n");
-}
-
 }  // namespace
 }  // namespace tvx::source

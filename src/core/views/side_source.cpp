@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "tvx/base/error.h"
+#include "tvx/base/line_ends.h"
 #include "tvx/browser/html_document.h"
 #include "tvx/browser/input/gesture.h"
 #include "tvx/browser/view/mark_display.h"
@@ -195,7 +196,7 @@ bool SideSource::take_typed(bool insists) {
   const std::u16string typed = typed_text();
   if (typed == settled_) return waits_ = false, true;
   if (!insists && !fits(typed)) return false;
-  write(shown_->markup_after(source::with_crlf(typed)));
+  write(shown_->markup_after(with_crlf(typed)));
   waits_ = false;
   settled_ = typed;
   box_.follow(0, 0, {});  // from here on the document's steps lead back

@@ -17,6 +17,7 @@
 #include <optional>
 #include <utility>
 
+#include "tvx/base/line_ends.h"
 #include "tvx/qt/source/code_assistance.h"
 #include "tvx/qt/source/code_layout.h"
 #include "tvx/qt/source/code_text.h"
@@ -36,30 +37,6 @@ QFont code_font() {
   font.setStyleHint(QFont::Monospace);
   font.setFixedPitch(true);
   return font;
-}
-
-std::u16string with_crlf(std::u16string_view lines) {
-  std::u16string text;
-  text.reserve(lines.size() + lines.size() / 32);
-  std::size_t copied = 0;
-  for (std::size_t at = lines.find(u'\n'); at != lines.npos; at = lines.find(u'\n', copied)) {
-    text += lines.substr(copied, at - copied);
-    text += u"\r\n";
-    copied = at + 1;
-  }
-  return text += lines.substr(copied);
-}
-
-std::u16string with_lf(std::u16string_view text) {
-  std::u16string lines(text);
-  if (lines.find(u'\r') == lines.npos) return lines;
-  std::size_t to = 0;
-  for (std::size_t at = 0; at < lines.size(); ++at) {
-    if (lines[at] == u'\r' && at + 1 < lines.size() && lines[at + 1] == u'\n') continue;
-    lines[to++] = lines[at] == u'\r' ? u'\n' : lines[at];
-  }
-  lines.resize(to);
-  return lines;
 }
 
 std::int16_t shift_of(Qt::KeyboardModifiers modifiers) {
