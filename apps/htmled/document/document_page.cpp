@@ -23,8 +23,8 @@
 #include "tvx/base/error.h"
 #include "tvx/base/text_file.h"
 #include "tvx/browser/html_document.h"
-#include "tvx/browser/loading/page_source.h"
 #include "tvx/core/htmled.h"
+#include "tvx/files/edited_page.h"
 #include "tvx/htmled_widget.h"
 #include "tvx/qt/support/strings.h"
 
@@ -166,23 +166,10 @@ bool DocumentPage::load(files::DocumentFile file) {
 
 bool DocumentPage::load_document(files::DocumentFile file) {
   const QScopedValueRollback<bool> loading(loading_, true);
-  core::HTMLed& control = editor_->control();
-  if (control.InCodeView()) control.show_Code();
-  // The control writes both into what it opens: they are the file's own then.
-  control.set_DocumentTitle(file.title());
-  control.set_BaseURL(file.base_url());
-  std::u16string source = file.source();
-  {
-    const browser::ParsedPage parsed = file.parsed();
-    control.Open_document(source, true);
-  }
-  // What stays in the window must never be saved over the file that couldn't be loaded.
-  const auto document = control.DOM();
-  if (!document || document->url() != browser::document_address(file.source())) {
+  if (!files::open_in(editor_->control(), file)) {
     emit told(tr("Can't open %1").arg(to_qt(file.source())));
     return false;
   }
-  file.keep_head(document->tree());
   file_ = std::move(file);
   mark_->clear();
   stamp_ = present_stamp();
@@ -230,21 +217,15 @@ void DocumentPage::finish_typing() {
 std::optional<QString> DocumentPage::with_document(const std::function<void(const dom::Document&)>& act) {
   finish_typing();
   core::HTMLed& control = editor_->control();
-  const bool in_code_view = control.InCodeView();
-  if (in_code_view) control.show_Code();
-  control.UserControl_ExitFocus();  // the border of the selected element is no part of the document
-  std::optional<QString> failure;
+  if (!control.DOM()) return QString();
   try {
-    if (const auto document = control.DOM())
-      act(document->tree());
-    else
-      failure.emplace();
+    files::with_document(control, act);
   } catch (const RuntimeError& error) {
-    failure = words_of(error);
-    emit told(*failure);
+    const QString failure = words_of(error);
+    emit told(failure);
+    return failure;
   }
-  if (in_code_view) control.show_Code();
-  return failure;
+  return {};
 }
 
 bool DocumentPage::save() {
