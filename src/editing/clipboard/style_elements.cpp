@@ -7,6 +7,7 @@
 #include "tvx/dom/mutation.h"
 #include "tvx/dom/style/declarations.h"
 #include "tvx/dom/tree.h"
+#include "tvx/editing/clipboard/elements_in.h"
 #include "tvx/editing/facts/lines.h"
 #include "tvx/editing/facts/tag_set.h"
 
@@ -18,14 +19,6 @@ using dom::Ref;
 using dom::Tag;
 
 namespace {
-
-template <class Test>
-std::vector<Ref<Element>> elements_in(Node& content, Test&& test) {
-  std::vector<Ref<Element>> found;
-  for (Node* node = content.first_child(); node; node = dom::next_in_order(*node, &content))
-    if (auto* element = dom::as<Element>(node); element && test(*element)) found.emplace_back(element);
-  return found;
-}
 
 bool has_word(std::u16string_view words, std::u16string_view wanted) {
   for (std::u16string_view word : split_on_space(words))

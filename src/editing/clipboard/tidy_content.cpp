@@ -6,6 +6,7 @@
 #include "tvx/base/strings.h"
 #include "tvx/dom/mutation.h"
 #include "tvx/dom/tree.h"
+#include "tvx/editing/clipboard/elements_in.h"
 #include "tvx/editing/facts/lines.h"
 #include "tvx/editing/facts/tag_set.h"
 
@@ -63,14 +64,6 @@ bool is_style_with_lines(const Node& node) {
     if (element && contains(element->attribute_or_empty(dom::names::style), u"white-space")) return true;
   }
   return false;
-}
-
-template <class Test>
-std::vector<Ref<Element>> elements_in(Node& content, Test&& test) {
-  std::vector<Ref<Element>> found;
-  for (Node* node = content.first_child(); node; node = dom::next_in_order(*node, &content))
-    if (auto* element = dom::as<Element>(node); element && test(*element)) found.emplace_back(element);
-  return found;
 }
 
 bool holds_only_blocks(const Element& element) {

@@ -5,6 +5,7 @@
 #include "tvx/dom/tree.h"
 #include "tvx/editing/facts/path_facts.h"
 #include "tvx/editing/inline/inline_values.h"
+#include "tvx/editing/tree/range_walk.h"
 
 namespace tvx::editing {
 
@@ -92,21 +93,6 @@ class CoveredHolders {
   std::vector<Node*> of_start_, of_end_;
 };
 
-Node* first_behind(const dom::Boundary& place) {
-  if (Node* child = dom::child_at(*place.node, place.offset)) return child;
-  return dom::next_skipping_children(*place.node);
-}
-
-// The nodes that begin in the range and hold its end, the outermost last.
-std::vector<const Node*> holders_of_end(const Range& range) {
-  std::vector<const Node*> holders;
-  for (const Node* node = range.end.node; node && !dom::is_inclusive_ancestor(*node, *range.start.node);
-       node = node->parent()) {
-    holders.push_back(node);
-  }
-  return holders;
-}
-
 }  // namespace
 
 void walk_effectively_contained(const Range& range, const std::function<bool(Node&)>& visitor) {
@@ -117,8 +103,8 @@ void walk_effectively_contained(const Range& range, const std::function<bool(Nod
   }
   auto holders = holders_of_end(range);
   auto covered_holder = covered.of_end().rbegin();
-  Node* const stop = first_behind(range.end);
-  for (Node* node = first_behind(range.start); node && node != stop; node = dom::next_in_order(*node)) {
+  Node* const stop = first_after(range.end);
+  for (Node* node = first_after(range.start); node && node != stop; node = dom::next_in_order(*node)) {
     if (!holders.empty() && holders.back() == node) {
       holders.pop_back();
       if (covered_holder == covered.of_end().rend() || *covered_holder != node) continue;

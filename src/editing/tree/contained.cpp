@@ -1,5 +1,6 @@
 #include "tvx/dom/tree.h"
 #include "tvx/editing/facts/predicates.h"
+#include "tvx/editing/tree/range_walk.h"
 #include "tvx/editing/tree/surgery.h"
 
 namespace tvx::editing {
@@ -8,15 +9,11 @@ using dom::Boundary;
 using dom::Node;
 using dom::Ref;
 
-namespace {
-
-// The first node in tree order that begins after a boundary.
-Node* first_behind(Boundary place) {
-  if (Node* child = dom::child_at(*place.node, place.offset)) return child;
-  return dom::next_skipping_children(*place.node);
+Node* first_after(const Boundary& position) {
+  if (Node* child = dom::child_at(*position.node, position.offset)) return child;
+  return dom::next_skipping_children(*position.node);
 }
 
-// The nodes that begin in the range and hold its end, the outermost last.
 std::vector<const Node*> holders_of_end(const dom::Range& range) {
   std::vector<const Node*> holders;
   for (const Node* node = range.end.node; node && !dom::is_inclusive_ancestor(*node, *range.start.node);
@@ -26,14 +23,12 @@ std::vector<const Node*> holders_of_end(const dom::Range& range) {
   return holders;
 }
 
-}  // namespace
-
 // A node that begins in the range is contained unless it holds the range's end. Those nodes come in tree
 // order from the outermost on, so that one step along their list tells each from the rest.
 void walk_contained(const dom::Range& range, const std::function<Visit(Node&)>& visitor) {
-  Node* const stop = first_behind(range.end);
+  Node* const stop = first_after(range.end);
   auto holders = holders_of_end(range);
-  for (Node* node = first_behind(range.start); node && node != stop;) {
+  for (Node* node = first_after(range.start); node && node != stop;) {
     const bool holds_end = !holders.empty() && holders.back() == node;
     if (holds_end) holders.pop_back();
     const Visit visit = holds_end ? Visit::Children : visitor(*node);

@@ -45,7 +45,7 @@ class MovedBoundary {
     const Node* previous = node_.previous_sibling();
     return previous ? dom::stands_before(*previous, offset) : offset == 0;
   }
-  // Where the node will stand: within one parent, without itself at its old place.
+  // Where the node will stand: within one parent, not counting itself at its old position.
   Offset new_index() const {
     const Offset index = before_ ? dom::index_of(*before_) : new_parent_.child_count();
     const bool leaves_gap = node_.parent() == &new_parent_ && dom::stands_before(node_, index);
