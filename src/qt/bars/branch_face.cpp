@@ -10,6 +10,7 @@
 #include <QPointer>
 #include <algorithm>
 
+#include "tvx/qt/bars/faint.h"
 #include "tvx/qt/support/accessible_words.h"
 #include "tvx/qt/support/strings.h"
 #include "tvx/qt/support/twips.h"
@@ -18,11 +19,6 @@ namespace tvx::qt {
 namespace {
 
 constexpr int edge = 6, padding = 7, angle_width = 11, smallest_row = 26, gap = 3;
-
-QColor faint(QColor colour, float opacity) {
-  colour.setAlphaF(opacity);
-  return colour;
-}
 
 }  // namespace
 

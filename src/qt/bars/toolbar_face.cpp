@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <cstdlib>
 
+#include "tvx/qt/bars/faint.h"
 #include "tvx/qt/bars/icon_set.h"
 #include "tvx/qt/support/accessible_words.h"
 #include "tvx/qt/support/strings.h"
@@ -23,11 +24,6 @@ namespace {
 // Two rows are 56 pixels, the height that the control gives a holder of about two rows.
 constexpr int icon_side = 20, smallest_button = 26, row_gap = 2, edge = 4, separator_width = 9,
               caption_margin = 6;
-
-QColor faint(QColor colour, float opacity) {
-  colour.setAlphaF(opacity);
-  return colour;
-}
 
 }  // namespace
 
