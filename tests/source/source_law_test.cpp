@@ -59,6 +59,7 @@ class SourceLaw : public testing::Test {
   void report() {
     std::cout << "documents: " << documents_ << ", edits: " << edits_ << ", other than expected: " << others_
               << "\n";
+    EXPECT_GT(edits_, 0u);
     EXPECT_EQ(others_, 0u);
   }
 

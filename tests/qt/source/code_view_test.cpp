@@ -16,7 +16,6 @@
 #include "tvx/qt/source/code_view_face.h"
 #include "tvx/qt/support/clipboard.h"
 #include "tvx/source/code_view.h"
-#include "tvx/source/formatter.h"
 
 namespace tvx::qt {
 namespace {
@@ -286,32 +285,6 @@ TEST_F(CodeViewFaceTest, PiecesOfALongLineAreThoseOfItsText) {
     code.TextBox1().Undo();
   }
   EXPECT_TRUE(code.Text() == wanted);
-}
-
-TEST_F(CodeViewFaceTest, PicturesOfASelectionOverLines) {
-  const QByteArray folder = qgetenv("TVX_PICTURES");
-  if (folder.isEmpty()) GTEST_SKIP() << "set TVX_PICTURES to a folder";
-  const std::u16string source = source::FormatHTMLSource(
-      u"<H1>Spring catalogue</H1><P>Our <B>new</B> arrivals, <A href=\"arrivals.html\">all on one "
-      u"page</A>.</P>"
-      u"<TABLE "
-      u"border=\"1\"><TBODY><TR><TD>Tulip</TD><TD>3.50</TD></TR><TR><TD>Daffodil</TD><TD>2.20</TD></TR>"
-      u"</TBODY></TABLE><UL><LI>Delivery in a week</LI><LI>Two years of guarantee</LI></UL>",
-      2, false, false);
-  for (const bool dark : {false, true}) {
-    QPalette palette;
-    if (dark) {
-      palette = QPalette(QColor(0x35, 0x35, 0x38));
-      palette.setColor(QPalette::Base, QColor(0x24, 0x24, 0x27));
-      palette.setColor(QPalette::Text, QColor(0xE6, 0xE6, 0xE6));
-    }
-    window.setPalette(palette);
-    show(source);
-    code.TextBox1().select(source.find(u"<TR>"), 60);
-    QApplication::processEvents();
-    window.grab().save(QString::fromLocal8Bit(folder) +
-                       (dark ? u"/code-dark.png"_qs : u"/code-light.png"_qs));
-  }
 }
 
 }  // namespace

@@ -95,6 +95,7 @@ TEST_F(CodeViewWindow, TheCodeStandsWhereTheDocumentStood) {
 
 TEST_F(CodeViewWindow, ClosingInTheCodeViewIsNoHarm) {
   control().show_Code();
+  ASSERT_TRUE(control().InCodeView());
   press(Qt::Key_X, {}, QStringLiteral("x"));
 }
 
