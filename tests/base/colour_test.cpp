@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "support/failures.h"
 #include "tvx/base/error.h"
 
 namespace tvx {
@@ -33,12 +34,7 @@ TEST(RGBToHex, TakesTheFirstThreePartsAsTheyAre) {
 }
 
 int failure_of(std::u16string_view text) {
-  try {
-    RGBToHex(text, u",");
-  } catch (const RuntimeError& error) {
-    return error.number();
-  }
-  return 0;
+  return number_of_failure([&] { RGBToHex(text, u","); });
 }
 
 TEST(RGBToHex, FailsWithoutThreeNumbers) {

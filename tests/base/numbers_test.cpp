@@ -2,20 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include "support/failures.h"
 #include "tvx/base/error.h"
 
 namespace tvx {
 namespace {
-
-template <class Act>
-int failure(Act&& act) {
-  try {
-    act();
-  } catch (const RuntimeError& error) {
-    return error.number();
-  }
-  return 0;
-}
 
 TEST(Numbers, AWholeTextIsANumberOrNone) {
   EXPECT_EQ(parse_number(u" 12 "), 12);
@@ -27,7 +18,7 @@ TEST(Numbers, AWholeTextIsANumberOrNone) {
        {u"", u" ", u"x", u"1x", u"1 2", u".", u"-", u"1e", u"--1", u"1,5", u"inf", u"0x1"})
     EXPECT_FALSE(parse_number(text));
   EXPECT_EQ(number_of(u"7"), 7);
-  EXPECT_EQ(failure([] { number_of(u""); }), errors::type_mismatch);
+  EXPECT_EQ(number_of_failure([] { number_of(u""); }), errors::type_mismatch);
 }
 
 TEST(Numbers, WhatWasTypedCountsAsFarAsItIsANumber) {
@@ -52,12 +43,12 @@ TEST(Numbers, HalvesGoToTheEvenNeighbour) {
 
 TEST(Numbers, WhatIsTooLargeOverflows) {
   EXPECT_EQ(rounded_to_16_bits(32767.4), 32767);
-  EXPECT_EQ(failure([] { rounded_to_16_bits(32767.5); }), errors::overflow);
+  EXPECT_EQ(number_of_failure([] { rounded_to_16_bits(32767.5); }), errors::overflow);
   EXPECT_EQ(rounded_to_16_bits(-32768.5), -32768);
-  EXPECT_EQ(failure([] { rounded_to_16_bits(-32769); }), errors::overflow);
+  EXPECT_EQ(number_of_failure([] { rounded_to_16_bits(-32769); }), errors::overflow);
   EXPECT_EQ(rounded_to_32_bits(2147483647), 2147483647);
-  EXPECT_EQ(failure([] { rounded_to_32_bits(2147483648.0); }), errors::overflow);
-  EXPECT_EQ(failure([] { rounded_to_16_bits(typed_number(u"1e999")); }), errors::overflow);
+  EXPECT_EQ(number_of_failure([] { rounded_to_32_bits(2147483648.0); }), errors::overflow);
+  EXPECT_EQ(number_of_failure([] { rounded_to_16_bits(typed_number(u"1e999")); }), errors::overflow);
 }
 
 }  // namespace

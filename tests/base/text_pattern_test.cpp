@@ -5,6 +5,7 @@
 
 #include <chrono>
 
+#include "support/failures.h"
 #include "tvx/base/error.h"
 #include "tvx/base/strings.h"
 
@@ -34,15 +35,6 @@ std::vector<std::string> replaced(const Sought& sought, std::u16string_view text
   for (const std::u16string& each : pattern.replacements_of(hits, text, replacement))
     all.push_back(to_utf8(each));
   return all;
-}
-
-std::string failure(const std::function<void()>& act) {
-  try {
-    act();
-  } catch (const RuntimeError& error) {
-    return std::to_string(error.number()) + " " + to_utf8(error.text());
-  }
-  return "none";
 }
 
 constexpr TextPattern::Options expression{.regular_expression = true};
@@ -111,13 +103,13 @@ TEST(TextPattern, GroupsComeIntoTheReplacement) {
 
 TEST(TextPattern, WhatIsNoExpressionIsSaid) {
   for (const char16_t* text : {u"(", u"[a", u"*", u"a{2", u"\\"})
-    EXPECT_EQ(failure([&] { TextPattern(text, expression); }), "5 This is no regular expression")
+    EXPECT_EQ(words_of_failure([&] { TextPattern(text, expression); }), "5 This is no regular expression")
         << to_utf8(text);
 }
 
 TEST(TextPattern, AGroupThatIsNotThereIsSaid) {
   for (const char16_t* text : {u"$1", u"${a}", u"${a", u"$", u"$x"})
-    EXPECT_EQ(failure([&] {
+    EXPECT_EQ(words_of_failure([&] {
                 replaced({u"a", expression}, u"a", text);
               }),
               "5 The replacement names a group that the expression doesn't have")
@@ -128,7 +120,7 @@ TEST(TextPattern, AnExpressionThatTriesEverythingIsEnded) {
   const std::u16string text(5000, u'a');
   for (const char16_t* dear : {u"(a+)+$b", u"(a|aa)*c", u"(.*)*x"}) {
     const auto begin = std::chrono::steady_clock::now();
-    const std::string told = failure([&] { found({dear, expression}, text + u"!"); });
+    const std::string told = words_of_failure([&] { found({dear, expression}, text + u"!"); });
     const auto taken = std::chrono::steady_clock::now() - begin;
     EXPECT_EQ(told, "5 The regular expression takes too long") << to_utf8(dear);
     EXPECT_LT(taken, std::chrono::seconds(10)) << to_utf8(dear);

@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "support/failures.h"
 #include "tvx/base/code_page.h"
 #include "tvx/base/error.h"
 #include "tvx/base/fault.h"
@@ -196,12 +197,7 @@ class Control : public testing::Test {
   }
   template <class Call>
   static int error_of(Call&& call) {
-    try {
-      call();
-    } catch (const RuntimeError& error) {
-      return error.number();
-    }
-    return 0;
+    return number_of_failure(call);
   }
 
   struct Window : browser::BrowserWindow {

@@ -3,15 +3,8 @@
 #   cmake -DBUILD=... -DWORK=... -DPLUGINS=... -DLIBDIR=... -P designer_test.cmake
 cmake_minimum_required(VERSION 3.25)
 get_filename_component(here ${CMAKE_CURRENT_LIST_DIR} REALPATH)
+include(${here}/../support/run.cmake)
 unset(ENV{LD_LIBRARY_PATH})
-
-function(run)
-  execute_process(COMMAND ${ARGN} RESULT_VARIABLE failed OUTPUT_VARIABLE said ERROR_VARIABLE said)
-  if(failed)
-    list(JOIN ARGN " " command)
-    message(FATAL_ERROR "failed: ${command}\n${said}")
-  endif()
-endfunction()
 
 file(REMOVE_RECURSE ${WORK})
 set(prefix ${WORK}/installed)

@@ -5,6 +5,7 @@
 #include <stdexcept>
 
 #include "editing/case_file.h"
+#include "editing/clipboard_of_one_editor.h"
 #include "editing/editing_fixture.h"
 #include "tvx/browser/view/mirror.h"
 #include "tvx/browser/view/mirror_rules.h"
@@ -20,21 +21,6 @@
 /// The cases of cases/*.txt, each a test of its own; cases/README.md says how they are written.
 namespace tvx::editing::test {
 namespace {
-
-/// A clipboard that has what the case says, and keeps what the editor copies.
-class CaseClipboard final : public ClipboardDoor {
- public:
-  std::u16string html, text;
-  bool put(const CopiedContent& content) override {
-    html = content.html;
-    text = content.text;
-    return true;
-  }
-  bool paste(Editor& editor) override {
-    if (!html.empty()) return paste_html(editor, u"<!--StartFragment-->" + html + u"<!--EndFragment-->");
-    return paste_plain_text(editor, text);
-  }
-};
 
 KeyPress key_named(std::string name) {
   KeyPress key;
@@ -140,7 +126,7 @@ class CaseTest : public EditingFixture {
   }
 
   const Case& case_;
-  CaseClipboard clipboard_;
+  ClipboardOfOneEditor clipboard_;
   browser::Mirror mirror_{*document};
   headless::ShadowTree view_;
 };

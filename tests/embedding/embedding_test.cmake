@@ -2,15 +2,8 @@
 #   cmake -DBUILD=... -DSOURCE=... -DWORK=... -DLIBDIR=... -P embedding_test.cmake
 cmake_minimum_required(VERSION 3.25)
 get_filename_component(here ${CMAKE_CURRENT_LIST_DIR} REALPATH)
+include(${here}/../support/run.cmake)
 set(prefix ${WORK}/installed)
-
-function(run)
-  execute_process(COMMAND ${ARGN} RESULT_VARIABLE failed OUTPUT_VARIABLE said ERROR_VARIABLE said)
-  if(failed)
-    list(JOIN ARGN " " command)
-    message(FATAL_ERROR "failed: ${command}\n${said}")
-  endif()
-endfunction()
 
 file(REMOVE_RECURSE ${WORK})
 run(${CMAKE_COMMAND} --build ${BUILD} --target tvxhtml-core-shared tvxhtml-widget-shared tvxHTML

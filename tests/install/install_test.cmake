@@ -2,16 +2,9 @@
 #   cmake -DBUILD=... -DKIND=shared|static -DWORK=... -DCOMPONENTS=... -DLIBDIR=... -P install_test.cmake
 cmake_minimum_required(VERSION 3.25)
 get_filename_component(here ${CMAKE_CURRENT_LIST_DIR} REALPATH)
+include(${here}/../support/run.cmake)
 set(prefix ${WORK}/moved)
 set(ENV{QT_QPA_PLATFORM} offscreen)
-
-function(run)
-  execute_process(COMMAND ${ARGN} RESULT_VARIABLE failed OUTPUT_VARIABLE said ERROR_VARIABLE said)
-  if(failed)
-    list(JOIN ARGN " " command)
-    message(FATAL_ERROR "failed: ${command}\n${said}")
-  endif()
-endfunction()
 
 # Nobody's environment helps a program to find what is installed.
 unset(ENV{LD_LIBRARY_PATH})

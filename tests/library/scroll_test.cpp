@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "support/failures.h"
 #include "tvx/base/error.h"
 #include "tvx/base/text.h"
 #include "tvx/browser/html_document.h"
@@ -31,12 +32,7 @@ class ScrollByName : public testing::Test {
     return object.to_object()->invoke(name, arguments);
   }
   int failure(const Value& object, std::u16string_view name, Values arguments) {
-    try {
-      call(object, name, std::move(arguments));
-    } catch (const RuntimeError& error) {
-      return error.number();
-    }
-    return 0;
+    return number_of_failure([&] { call(object, name, std::move(arguments)); });
   }
 
   std::shared_ptr<browser::HTMLDocument> document_ =

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "support/failures.h"
 #include "tvx/base/error.h"
 
 namespace tvx::platform {
@@ -62,16 +63,6 @@ class AForm : public testing::Test {
   Form form{u"frmSize", u"Size of it"};
   FormControl& frame = form.add_frame(u"fraSize", u"Sizes");
 };
-
-template <class Step>
-int number_of_failure(Step step) {
-  try {
-    step();
-  } catch (const RuntimeError& error) {
-    return error.number();
-  }
-  return 0;
-}
 
 TEST_F(AForm, HasItsControlsByNameInAnyLetters) {
   EXPECT_EQ(&form.Controls(u"TXTSIZE"), form.find(u"txtSize"));

@@ -1,4 +1,5 @@
 #include "tvx/platform/menu.h"
+#include "support/failures.h"
 #include "tvx/base/work_count.h"
 
 #include <gmock/gmock.h>
@@ -32,15 +33,6 @@ class Menus : public testing::Test {
     menu.Add(u"mnuStyle", u"Style").Add(u"mnuClass", u"(none)", 0);
     menu.set_handler(&clicks);
     style = menu.find(u"mnuStyle");
-  }
-  template <class Call>
-  static int error_of(Call&& call) {
-    try {
-      call();
-    } catch (const RuntimeError& error) {
-      return error.number();
-    }
-    return 0;
   }
 
   Menu menu{u"mnuMisc", u"Misc"};
@@ -91,11 +83,11 @@ TEST_F(Menus, ArraysGrowBehindTheirLastItemWithGaps) {
   std::vector<std::u16string> names;
   for (const auto& item : style->items()) names.push_back(name_with_index(*item));
   EXPECT_THAT(names, ElementsAre(u"mnuClass(0)", u"mnuClass(2)", u"mnuClass(3)", u"mnuLast"));
-  EXPECT_EQ(error_of([&] { style->Load(u"mnuClass", 3); }), 360);
-  EXPECT_EQ(error_of([&] { style->Item(u"mnuClass", 1); }), 340);
+  EXPECT_EQ(number_of_failure([&] { style->Load(u"mnuClass", 3); }), 360);
+  EXPECT_EQ(number_of_failure([&] { style->Item(u"mnuClass", 1); }), 340);
   style->Unload(u"mnuClass", 3);
   EXPECT_EQ(style->UBound(u"mnuClass"), 2);
-  EXPECT_EQ(error_of([&] { style->Unload(u"mnuClass", 3); }), 340);
+  EXPECT_EQ(number_of_failure([&] { style->Unload(u"mnuClass", 3); }), 340);
 }
 
 TEST_F(Menus, ALongArrayCostsNoMoreAnItemThanAShortOne) {
@@ -110,10 +102,10 @@ TEST_F(Menus, ALongArrayCostsNoMoreAnItemThanAShortOne) {
 }
 
 TEST_F(Menus, TheFirstOfAnArrayStays) {
-  EXPECT_EQ(error_of([&] { style->Unload(u"mnuClass", 0); }), 362);
+  EXPECT_EQ(number_of_failure([&] { style->Unload(u"mnuClass", 0); }), 362);
   EXPECT_EQ(style->items().size(), 1u);
-  EXPECT_EQ(error_of([&] { style->UBound(u"mnuLast"); }), 340);
-  EXPECT_EQ(error_of([&] { menu.Load(u"mnuCut", 1); }), 340) << "no array";
+  EXPECT_EQ(number_of_failure([&] { style->UBound(u"mnuLast"); }), 340);
+  EXPECT_EQ(number_of_failure([&] { menu.Load(u"mnuCut", 1); }), 340) << "no array";
 }
 
 TEST_F(Menus, ObserversOfTheTopHearOfEverythingBelow) {

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "support/failures.h"
 #include "tvx/base/error.h"
 
 namespace tvx::platform {
@@ -40,22 +41,12 @@ TEST(PropertyValue, ComesInTheKindAskedFor) {
   EXPECT_EQ(as_text(text(u"x")), u"x");
 }
 
-template <class Act>
-int failure_of(Act act) {
-  try {
-    act();
-  } catch (const RuntimeError& error) {
-    return error.number();
-  }
-  return 0;
-}
-
 TEST(PropertyValue, FailsWhereItHasNoSuchForm) {
-  EXPECT_EQ(failure_of([] { as_bool(text(u"yes")); }), errors::type_mismatch);
-  EXPECT_EQ(failure_of([] { as_int16(text(u"")); }), errors::type_mismatch);
-  EXPECT_EQ(failure_of([] { as_int16(large(32768)); }), errors::overflow);
-  EXPECT_EQ(failure_of([] { as_int32(text(u"2147483648")); }), errors::overflow);
-  EXPECT_EQ(failure_of([] { as_int16(large(-32768)); }), 0);
+  EXPECT_EQ(number_of_failure([] { as_bool(text(u"yes")); }), errors::type_mismatch);
+  EXPECT_EQ(number_of_failure([] { as_int16(text(u"")); }), errors::type_mismatch);
+  EXPECT_EQ(number_of_failure([] { as_int16(large(32768)); }), errors::overflow);
+  EXPECT_EQ(number_of_failure([] { as_int32(text(u"2147483648")); }), errors::overflow);
+  EXPECT_EQ(number_of_failure([] { as_int16(large(-32768)); }), 0);
 }
 
 }  // namespace

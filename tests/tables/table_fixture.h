@@ -6,6 +6,7 @@
 #include <stdexcept>
 #include <string>
 
+#include "support/failures.h"
 #include "tvx/base/error.h"
 #include "tvx/base/strings.h"
 #include "tvx/browser/view/mirror.h"
@@ -78,15 +79,9 @@ class Tables : public ::testing::Test {
     EXPECT_EQ(to_utf8(dom::print_tree(*again)), to_utf8(dom::print_tree(*document))) << where;
   }
 
-  /// The number of the failure, 0 if there was none.
   template <class Act>
   static int failure(Act&& act) {
-    try {
-      act();
-    } catch (const RuntimeError& error) {
-      return error.number();
-    }
-    return 0;
+    return number_of_failure(act);
   }
 };
 

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "support/failures.h"
 #include "tvx/base/error.h"
 
 namespace tvx::tables {
@@ -20,12 +21,7 @@ std::u16string with(std::u16string_view rows, std::u16string_view columns) {
 }
 
 int failure(std::u16string_view rows, std::u16string_view columns) {
-  try {
-    with(rows, columns);
-  } catch (const RuntimeError& error) {
-    return error.number();
-  }
-  return 0;
+  return number_of_failure([&] { with(rows, columns); });
 }
 
 TEST(TableHtml, TheDefaultsMakeOneRowOfFourCells) {

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "support/failures.h"
 #include "tvx/base/strings.h"
 #include "tvx/library/members/member_table.h"
 
@@ -25,15 +26,6 @@ class Heard final : public HTMLedEvents {
   std::vector<std::string> said;
   bool refuse = false;
 };
-
-int number_of_failure(const std::function<void()>& act) {
-  try {
-    act();
-    return 0;
-  } catch (const RuntimeError& error) {
-    return error.number();
-  }
-}
 
 TEST(HTMLed, BeforeItsStartItHasTheTablesDefaults) {
   const HTMLed editor;

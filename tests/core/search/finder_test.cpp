@@ -3,6 +3,8 @@
 #include <map>
 
 #include "core/control_fixture.h"
+#include "core/marked_texts.h"
+#include "support/failures.h"
 #include "tvx/browser/html_document.h"
 #include "tvx/dom/inner_text.h"
 #include "tvx/dom/journal.h"
@@ -43,20 +45,7 @@ class FinderTest : public Control {
   }
   /// The marked texts, in their order.
   std::vector<std::string> marked(browser::MarkKind kind) {
-    std::vector<std::string> all;
-    dom::Node* top = tree().body();
-    for (dom::Node* node = top; node;) {
-      if (const auto* text = dom::as<dom::Text>(node))
-        for (const auto& stretch : display.marks[kind][text])
-          all.push_back(to_utf8(text->data().substr(stretch.from, stretch.to - stretch.from)));
-      dom::Node* next = node->first_child();
-      while (!next && node != top) {
-        next = node->next_sibling();
-        if (!next) node = node->parent();
-      }
-      node = next;
-    }
-    return all;
+    return marked_texts(*tree().body(), [&](const dom::Text& text) { return display.marks[kind][&text]; });
   }
   std::vector<std::string> hits() { return marked(browser::MarkKind::Hit); }
   std::vector<std::string> present() { return marked(browser::MarkKind::PresentHit); }
@@ -64,14 +53,6 @@ class FinderTest : public Control {
   source::PlainTextBox& plain() { return control->txtCode().plain_box(); }
   void pause() {
     for (int i = 0; i < 3; ++i) loop.pump(300);
-  }
-  std::string failure(const std::function<void()>& act) {
-    try {
-      act();
-    } catch (const RuntimeError& error) {
-      return std::to_string(error.number()) + " " + to_utf8(error.text());
-    }
-    return "none";
   }
 
   Display display;
@@ -127,7 +108,7 @@ TEST_F(FinderTest, OptionsCount) {
 TEST_F(FinderTest, WhatIsNoExpressionIsSaidAndNothingIsMarked) {
   load(u"<P>a(b</P>");
   EXPECT_EQ(control->FindText(u"a", 0), 1);
-  EXPECT_EQ(failure([&] { control->FindText(u"(", find_regular_expression); }),
+  EXPECT_EQ(words_of_failure([&] { control->FindText(u"(", find_regular_expression); }),
             "5 This is no regular expression");
   EXPECT_EQ(control->FindCount(), 0);
   EXPECT_THAT(present(), IsEmpty());

@@ -1,6 +1,7 @@
 #include "tvx/core/spelling/spelling_marks.h"
 
 #include "core/fake_context.h"
+#include "core/marked_texts.h"
 #include "spelling/fake_application.h"
 #include "spelling/temporary_folder.h"
 #include "tvx/core/spelling/speller.h"
@@ -31,20 +32,7 @@ class SpellingMarksTest : public testing::Test {
   }
   /// All marked stretches of the body's texts, in their order.
   std::vector<std::string> marked() {
-    std::vector<std::string> all;
-    dom::Node* top = &context.body();
-    for (dom::Node* node = top; node;) {
-      if (const auto* text = dom::as<dom::Text>(node))
-        for (const auto& stretch : marks.marks_of(*text))
-          all.push_back(to_utf8(text->data().substr(stretch.from, stretch.to - stretch.from)));
-      dom::Node* next = node->first_child();
-      while (!next && node != top) {
-        next = node->next_sibling();
-        if (!next) node = node->parent();
-      }
-      node = next;
-    }
-    return all;
+    return marked_texts(context.body(), [this](const dom::Text& text) { return marks.marks_of(text); });
   }
   dom::Text& text(std::size_t paragraph = 0) {
     return *dom::as<dom::Text>(dom::child_at(context.body(), paragraph)->first_child());

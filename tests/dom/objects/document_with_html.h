@@ -4,6 +4,7 @@
 
 #include <string>
 
+#include "support/failures.h"
 #include "tvx/base/error.h"
 #include "tvx/dom/inner_html.h"
 #include "tvx/dom/journal.h"
@@ -26,15 +27,9 @@ class Objects : public ::testing::Test {
   }
   std::size_t steps() const { return document->journal().depth(); }
 
-  /// The number of the failure, 0 if there was none.
   template <class Act>
   static int failure(Act&& act) {
-    try {
-      act();
-    } catch (const RuntimeError& error) {
-      return error.number();
-    }
-    return 0;
+    return number_of_failure(act);
   }
 
   Ref<Document> document;

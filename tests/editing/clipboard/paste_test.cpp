@@ -1,25 +1,11 @@
 #include "tvx/editing/clipboard/paste.h"
 
+#include "editing/clipboard_of_one_editor.h"
 #include "editing/editing_fixture.h"
 #include "tvx/editing/clipboard/clipboard_door.h"
 
 namespace tvx::editing {
 namespace {
-
-/// A clipboard of one editor.
-class Door final : public ClipboardDoor {
- public:
-  std::u16string html, text;
-  bool put(const CopiedContent& content) override {
-    html = content.html;
-    text = content.text;
-    return true;
-  }
-  bool paste(Editor& editor) override {
-    if (!html.empty()) return paste_html(editor, u"<!--StartFragment-->" + html + u"<!--EndFragment-->");
-    return paste_plain_text(editor, text);
-  }
-};
 
 class Paste : public test::EditingFixture {
  protected:
@@ -49,7 +35,7 @@ class Paste : public test::EditingFixture {
     EXPECT_EQ(this->marked(), first) << "undone";
   }
 
-  Door door;
+  test::ClipboardOfOneEditor door;
 };
 
 // --- what is copied ---

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <sstream>
 
+#include "support/failures.h"
 #include "tvx/base/error.h"
 #include "tvx/base/strings.h"
 #include "tvx/core/htmled.h"
@@ -85,15 +86,6 @@ class Description : public testing::Test {
     return made;
   }
 
-  static int error_of(const std::function<void()>& act) {
-    try {
-      act();
-    } catch (const RuntimeError& error) {
-      return error.number();
-    }
-    return 0;
-  }
-
   headless::VirtualTimeLoop loop;
   headless::Container designer{false}, form{true};
   headless::Dialogs dialogs;
@@ -117,8 +109,8 @@ TEST_F(Description, PropertiesCanBeSetWhereThePageSaysSo) {
   for (const Row& row : rows_below("Properties")) {
     const std::u16string name = from_utf8(row[1]);
     const Value value = find_member(name)->initial.value();
-    const int in_designer = error_of([&] { set_property(*designed, name, value); });
-    const int in_form = row[5] == "yes" ? 0 : error_of([&] { set_property(*running, name, value); });
+    const int in_designer = number_of_failure([&] { set_property(*designed, name, value); });
+    const int in_form = row[5] == "yes" ? 0 : number_of_failure([&] { set_property(*running, name, value); });
     std::string answer = "yes";
     if (in_form == 383)
       answer = "no: 383";
@@ -164,10 +156,10 @@ TEST_F(Description, OperationsTakeAsManyArgumentsAsThePageLists) {
     const std::string name = row[1].substr(0, row[1].find(' '));
     const std::size_t most = name == row[1] ? 0 : std::size_t(std::ranges::count(row[1], ',')) + 1;
     Values too_many(most + 1, Value(1));
-    EXPECT_EQ(error_of([&] { call_method(*control, from_utf8(name), too_many); }), 450) << name;
+    EXPECT_EQ(number_of_failure([&] { call_method(*control, from_utf8(name), too_many); }), 450) << name;
     if (most == 0 || row[1].find('[') != std::string::npos) continue;
     Values too_few(most - 1, Value(1));
-    EXPECT_EQ(error_of([&] { call_method(*control, from_utf8(name), too_few); }), 450) << name;
+    EXPECT_EQ(number_of_failure([&] { call_method(*control, from_utf8(name), too_few); }), 450) << name;
   }
 }
 

@@ -4,6 +4,7 @@
 
 #include <set>
 
+#include "support/failures.h"
 #include "tvx/base/error.h"
 #include "tvx/base/strings.h"
 #include "tvx/core/htmled.h"
@@ -111,12 +112,7 @@ TEST_F(MemberTable, AccessIsAsTheTableSays) {
 }
 
 int failure_of(core::HTMLed& control, std::u16string_view name, Values arguments) {
-  try {
-    call_method(control, name, arguments);
-  } catch (const RuntimeError& error) {
-    return error.number();
-  }
-  return 0;
+  return number_of_failure([&] { call_method(control, name, arguments); });
 }
 
 TEST_F(MemberTable, CallsAreCheckedBeforeTheyAreMade) {

@@ -2,20 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include "support/failures.h"
 #include "tvx/base/error.h"
 
 namespace tvx::library {
 namespace {
-
-template <class Convert>
-int failure_of(Convert&& convert) {
-  try {
-    convert();
-  } catch (const RuntimeError& error) {
-    return error.number();
-  }
-  return 0;
-}
 
 TEST(Value, BooleansAndNumbersConvertAsHostsHaveIt) {
   EXPECT_EQ(Value(true).to_integer32(), -1);
@@ -37,14 +28,14 @@ TEST(Value, TextsShowWhatTheyCameFrom) {
 }
 
 TEST(Value, WhatDoesntFitIsRefused) {
-  EXPECT_EQ(failure_of([] { Value(70000).to_integer16(); }), errors::overflow);
-  EXPECT_EQ(failure_of([] { Value(3e9).to_integer32(); }), errors::overflow);
-  EXPECT_EQ(failure_of([] { Value(u"ten").to_integer32(); }), errors::type_mismatch);
-  EXPECT_EQ(failure_of([] { Value(u"").to_boolean(); }), errors::type_mismatch);
-  EXPECT_EQ(failure_of([] { Value(u"0x10").to_number(); }), errors::type_mismatch);
-  EXPECT_EQ(failure_of([] { Value().to_text(); }), errors::type_mismatch);
-  EXPECT_EQ(failure_of([] { Value(5).to_object(); }), errors::type_mismatch);
-  EXPECT_EQ(failure_of([] { Value().to_object(); }), 0);
+  EXPECT_EQ(number_of_failure([] { Value(70000).to_integer16(); }), errors::overflow);
+  EXPECT_EQ(number_of_failure([] { Value(3e9).to_integer32(); }), errors::overflow);
+  EXPECT_EQ(number_of_failure([] { Value(u"ten").to_integer32(); }), errors::type_mismatch);
+  EXPECT_EQ(number_of_failure([] { Value(u"").to_boolean(); }), errors::type_mismatch);
+  EXPECT_EQ(number_of_failure([] { Value(u"0x10").to_number(); }), errors::type_mismatch);
+  EXPECT_EQ(number_of_failure([] { Value().to_text(); }), errors::type_mismatch);
+  EXPECT_EQ(number_of_failure([] { Value(5).to_object(); }), errors::type_mismatch);
+  EXPECT_EQ(number_of_failure([] { Value().to_object(); }), 0);
 }
 
 }  // namespace
