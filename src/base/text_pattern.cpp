@@ -23,7 +23,7 @@ constexpr char16_t no_break_space = 0xA0;
   throw RuntimeError(errors::invalid_call, std::u16string(text));
 }
 
-/// Unit by unit: no character becomes longer or shorter, so that places stay what they are.
+/// Unit by unit: no character becomes longer or shorter, so that positions stay what they are.
 char16_t folded(char16_t unit) {
   if (unit < 0x80) return unit >= u'A' && unit <= u'Z' ? static_cast<char16_t>(unit + 32) : unit;
   if (unit >= 0xD800 && unit < 0xE000) return unit;
@@ -65,7 +65,7 @@ class TextPattern::Words {
   bool is_boundary(std::size_t at) {
     if (at == 0 || at == text_.size()) return true;
     const char16_t before = text_[at - 1], after = text_[at];
-    // Most places are known without asking, and asking is dear.
+    // Most positions are known without asking, and asking is expensive.
     if (is_plain_letter(before) && is_plain_letter(after)) return false;
     if (is_ascii_space(before) != is_ascii_space(after)) return true;
     return is_boundary_of_line(at);
@@ -76,7 +76,7 @@ class TextPattern::Words {
     if (!iterator_ || at < start_ || at > end_) read_line(at);
     return iterator_->isBoundary(static_cast<std::int32_t>(at - start_)) != 0;
   }
-  // A line may be all of a text of many megabytes: a part around the place is enough.
+  // A line may be all of a text of many megabytes: a part around the position is enough.
   void read_line(std::size_t at) {
     constexpr std::size_t reach = 2000;
     start_ = at > reach ? at - reach : 0;

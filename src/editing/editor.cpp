@@ -35,7 +35,7 @@ Editor::KnownPosition Editor::position_of(const dom::Boundary& boundary) {
 }
 
 // The standard drops them at each change of a boundary. Edits move boundaries too, and nobody tells of that:
-// so the places are compared whenever the selection is set and whenever somebody asks.
+// so the positions are compared whenever the selection is set and whenever somebody asks.
 Overrides& Editor::overrides() {
   const KnownPosition anchor = position_of(selection_.anchor()), focus = position_of(selection_.focus());
   if (anchor != overrides_anchor_ || focus != overrides_focus_) overrides_.clear();

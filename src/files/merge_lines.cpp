@@ -65,7 +65,7 @@ std::vector<std::u16string> contents_of(const Lines& lines) {
   return contents;
 }
 
-/// Lines that occur once in each text, as pairs of places, in the order of the first.
+/// Lines that occur once in each text, as pairs of line numbers, in the order of the first.
 std::vector<std::pair<std::size_t, std::size_t>> unique_pairs(const Lines& a, const Lines& b) {
   struct Count {
     std::size_t in_a = 0, in_b = 0, place_in_b = 0;
@@ -85,7 +85,7 @@ std::vector<std::pair<std::size_t, std::size_t>> unique_pairs(const Lines& a, co
   return pairs;
 }
 
-/// For each line of `a` its place in `b`, nothing where it has none; the places rise.
+/// For each line of `a` its number in `b`, nothing where it has none; the numbers rise.
 std::vector<std::optional<std::size_t>> matches(const Lines& a, const Lines& b) {
   std::vector<std::optional<std::size_t>> result(a.size());
   auto anchors = source::longest_rise(unique_pairs(a, b));

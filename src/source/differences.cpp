@@ -15,13 +15,13 @@ using Pair = std::pair<std::size_t, std::size_t>;
 /// Memory and time grow with the square of this.
 constexpr int most_edits = 256;
 
-/// The shortest way from one sequence to the other, by Myers: for each number of edits the furthest place on
-/// each diagonal. Every round is kept, so that the way can be followed back.
+/// The shortest way from one sequence to the other, by Myers: for each number of edits the furthest position
+/// on each diagonal. Every round is kept, so that the way can be followed back.
 class ShortestWay {
  public:
   ShortestWay(Items a, Items b) : a_(a), b_(b) {}
 
-  /// The items that both share, as pairs of places; false where more than `most_edits` are needed.
+  /// The items that both share, as pairs of positions; false where more than `most_edits` are needed.
   bool find(std::vector<Pair>& shared) {
     for (int edits = 0; edits <= most_edits; ++edits) {
       rounds_.emplace_back(static_cast<std::size_t>(2 * edits + 1));
@@ -69,7 +69,7 @@ class ShortestWay {
   std::vector<std::vector<std::ptrdiff_t>> rounds_;
 };
 
-/// The items that occur once in a sequence, in their own order, each with its place.
+/// The items that occur once in a sequence, in their own order, each with its position.
 std::vector<std::pair<std::uint32_t, std::size_t>> unique_items(Items items) {
   std::vector<std::pair<std::uint32_t, std::size_t>> found;
   found.reserve(items.size());
@@ -84,7 +84,7 @@ std::vector<std::pair<std::uint32_t, std::size_t>> unique_items(Items items) {
   return found;
 }
 
-/// Items that occur once in each sequence, as pairs of places; of these the longest choice that rises.
+/// Items that occur once in each sequence, as pairs of positions; of these the longest choice that rises.
 std::vector<Pair> unique_pairs(Items a, Items b) {
   const auto in_a = unique_items(a), in_b = unique_items(b);
   std::vector<Pair> pairs;

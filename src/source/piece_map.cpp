@@ -15,7 +15,7 @@ InBoth SpaceRun::whole() const {
   return {joined(before.code, after.code), joined(before.markup, after.markup)};
 }
 
-/// The first piece that ends after a place.
+/// The first piece that ends after a position.
 std::size_t PieceMap::piece_after(Offset at) const {
   return static_cast<std::size_t>(std::ranges::upper_bound(pieces_, at, {}, &MappedPiece::end) -
                                   pieces_.begin());

@@ -35,7 +35,7 @@ struct SpaceRun {
   bool is_text() const { return !has_gap && !(before.empty() && (at_start || at_end)); }
 };
 
-/// Which place of the code is which of the markup.
+/// Which position in the code is which in the markup.
 class PieceMap {
  public:
   PieceMap(std::u16string_view markup, std::u16string_view code, const std::vector<MappedPiece>& pieces)

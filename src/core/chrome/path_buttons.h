@@ -9,14 +9,14 @@
 namespace tvx::core {
 
 /// The way from the body down to an element, one button an element: its tag as the caption, "KEY" and its
-/// place in the document as the key.
+/// number in the document as the key.
 ///
-/// The way is a list of places and holds no element: each is looked up anew where it is needed.
+/// The way is a list of these numbers and holds no element: each is looked up anew where it is needed.
 namespace branch {
 
 inline constexpr float button_height = 345, button_width = 500;  // twips
 
-/// The places from the child of the body down to the element; the body itself has none. An element outside
+/// The numbers from the child of the body down to the element; the body itself has none. An element outside
 /// the body begins at the root. Empty for no element and for one that has left the document.
 std::vector<std::size_t> path_to(const dom::Document& document, const dom::Element* element);
 

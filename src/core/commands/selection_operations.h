@@ -28,7 +28,7 @@ void wrap_selection(editing::Editor& editor, std::u16string_view opening, std::u
 /// Selects `length` characters of the body from the one at `start`, and gives their HTML. A character is a
 /// grapheme, an object, or one step over the edge of a block or a BR. A length that reaches past the end
 /// selects to the end; a start past the end throws RuntimeError(5), with nothing selected any more.
-/// Linear in the place of the last character.
+/// Takes time linear in the position of the last character.
 std::u16string select_characters(editing::Editor& editor, std::int32_t start, std::int32_t length);
 
 }  // namespace tvx::core

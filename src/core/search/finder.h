@@ -40,7 +40,7 @@ class Finder final : public Part, private dom::MutationObserver, private source:
   Finder(Context& context, CodePane& code, SideSource& side);
   ~Finder();
 
-  /// Looks for a text; selects the first hit from the place on where the selection was before, and says how
+  /// Looks for a text; selects the first hit from the start of the former selection on, and says how
   /// many there are. With an empty text nothing is looked for any more.
   std::int32_t FindText(std::u16string_view text, std::int32_t options);
   /// Selects the next hit or the one before, round the text's end; its number, counted from 1, or 0.

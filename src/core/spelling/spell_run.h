@@ -31,8 +31,8 @@ class SpellRun final : public Part {
   void SpellCheck();
   /// The run ends after the word in hand.
   void SpellingCancel() { cancelled_ = true; }
-  /// Another walk, over the texts of a node one by one, for whoever calls it. A replacement is made in the
-  /// text itself, of the first place where the wrong word occurs in it.
+  /// Another walk, over the texts of a node one by one, for any caller. A replacement is made in the
+  /// text itself, where the wrong word first occurs in it.
   void recurs_document(dom::Node& node, spelling::clsSpell& speller, bool& result);
 
   bool running() const { return running_; }

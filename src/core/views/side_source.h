@@ -29,7 +29,7 @@ class SelectionHighlight;
 /// or asks for the document: take(). The document's steps are the only history; what hasn't gone into the
 /// document yet is taken back in the box.
 ///
-/// Where the document changes under what waits here, both stay if they are in different places; else what the
+/// Where the document changes under what waits here, both changes stay if they don't overlap; else what the
 /// document holds counts.
 class SideSource final : public Part,
                          private source::CodeViewEvents,

@@ -56,7 +56,7 @@ void move_all(Node& from, const HeldGap& gap) { insert_all(gap, children_of(from
 BlockPaste::BlockPaste(Editor& editor, dom::Range gap, Options options)
     : editor_(editor), gap_(editor.document(), gap), options_(options) {}
 
-// The container in which both places stand, and on each side what new blocks may merge with.
+// The container of both positions, and on each side what new blocks may merge with.
 void BlockPaste::find_sides() {
   Ref<Element> left_block(block_around(gap_.start())), right_block(block_around(gap_.end()));
   if (left_block == right_block && left_block) {
@@ -66,7 +66,7 @@ void BlockPaste::find_sides() {
       split_ = true;
       container_ = left_->parent();
       gap_.set_end({right_.get(), 0});
-      // The places of the right side are where its first line begins.
+      // The positions of the right side are where its first line begins.
     } else {
       container_ = left_block;
       before_ = split_up_to(*container_, gap_.end()).before;

@@ -7,20 +7,20 @@ namespace tvx::editing {
 
 class Editor;
 
-/// Puts blocks between two places that nothing is left between. Both sides are zipped with what they meet:
-/// the first line with the line that ends at the left place, the last with the line that begins at the right
-/// one, and around them the lists, quotations and (with `tables`) table parts that are of one kind on both
-/// sides.
+/// Puts blocks where a range was emptied. On both sides content and document are joined like the halves of a
+/// zip: the first line with the line that ends at the left position, the last with the line that begins at
+/// the right one, and around them the lists, quotations and (with `tables`) table parts that are of one kind
+/// on both sides.
 class BlockPaste {
  public:
   struct Options {
     bool tables = false;     // the content has the rows and cells that were taken out here
-    bool ends_line = false;  // what stands after the right place doesn't join the content's last line
+    bool ends_line = false;  // what stands after the right position doesn't join the content's last line
   };
   BlockPaste(Editor& editor, dom::Range gap, Options options);
   /// Where the caret then stands.
   dom::Boundary run(const dom::Ref<dom::DocumentFragment>& content);
-  /// Whether the two places were in one line, which is two lines now.
+  /// Whether both positions were in one line, which is two lines now.
   bool breaks_line() const { return split_; }
 
  private:
@@ -40,7 +40,7 @@ class BlockPaste {
   dom::LiveRange gap_;
   Options options_;
   dom::Ref<dom::Node> container_;
-  dom::Ref<dom::Element> left_, right_;            // children of the container that hold the places
+  dom::Ref<dom::Element> left_, right_;            // children of the container that hold the positions
   dom::Ref<dom::Element> left_line_, right_line_;  // the text blocks that end and start there
   dom::Ref<dom::Node> before_;                     // new blocks go before it
   bool left_empty_ = false, right_empty_ = false;

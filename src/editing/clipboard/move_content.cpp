@@ -47,7 +47,7 @@ bool is_within(const Boundary& place, const dom::Range& range) {
   return compare(range.start, place) <= 0 && compare(place, range.end) <= 0;
 }
 
-/// The first element of that name between two places.
+/// The first element of that name between two positions.
 Element* find_between(const dom::Range& range, dom::Name name) {
   Node* node = dom::child_at(*range.start.node, range.start.offset);
   if (!node) node = range.start.node;

@@ -15,7 +15,7 @@ class Editor;
 /// Nodes that stand in no tree and belong to the editor's document. They are used up.
 ///
 /// A line goes into the line at the selection. Of several lines the first goes on the line before the caret
-/// and the line after it the caret goes on the last; where the caret's line is empty the content takes its
+/// and the rest of the caret's line goes on the last; where the caret's line is empty the content takes its
 /// place. Items go among items. Elements that both sides have in common stand once: what was copied from a
 /// place and is pasted there again leaves the tree as it was.
 void paste_nodes(Editor& editor, const dom::Ref<dom::DocumentFragment>& content);

@@ -117,7 +117,7 @@ std::u16string_view first_word(std::u16string_view text) {
   return text.substr(0, length);
 }
 
-// In overwrite mode a typed character takes the place of the one after it the caret, but never of a line's
+// In overwrite mode a typed character takes the place of the one after the caret, but never of a line's
 // end.
 void make_room(Editor& editor, std::size_t count) {
   const Boundary caret = editor.selection().focus();
@@ -301,7 +301,7 @@ bool press_delete(Editor& editor, std::u16string_view label, Direction direction
   return true;
 }
 
-// Whether two places stand in one block. Across blocks a word is a character: the lines join.
+// Whether two positions are in one block. Across blocks a word is a character: the lines join.
 bool is_same_line(Boundary a, Boundary b) {
   const auto block_of = [](const Node* node) {
     while (node && is_inline_node(*node)) node = node->parent();

@@ -59,7 +59,7 @@ bool takes_no_field(const Node& node) {
   return element && tags.has(*element);
 }
 
-// Where the field goes: the caret's place, or after what takes no field.
+// Where the field goes: the caret's position, or after what takes no field.
 void leave_other_fields(Editor& editor) {
   const Boundary caret = editor.selection().range().start;
   const Node* outermost = nullptr;

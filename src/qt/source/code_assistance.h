@@ -37,7 +37,7 @@ class CodeAssistance final : public QObject {
   bool key(QKeyEvent& event);
   /// After the box has dealt with one.
   void key_done(const QKeyEvent& event);
-  /// What is to be said of a place, if anything.
+  /// What is to be said of a position, if anything.
   QString tip_at(int place) const;
   /// Whether the line of the caret is marked, also without the rest of this. Off at first.
   void set_line_marked(bool marked);
