@@ -9,6 +9,7 @@
 #include "tvx/exported/off_screen_stage.h"
 #include "tvx/exported/window_part.h"
 #include "tvx/headless/property_bag.h"
+#include "tvx/platform/window.h"
 
 namespace tvx::exported {
 
@@ -107,27 +108,22 @@ tvx_result ControlObject::show(const Position& position, bool has_box) {
   return TVX_OK;
 }
 
-// What fails leaves the control as it was, to be shown elsewhere.
 void ControlObject::show_first(const Position& position) {
   const bool runs = user_mode();
   const Position before = std::exchange(position_, position);
-  std::unique_ptr<Stage> old;
+  headless::PropertyBag properties;
+  stage_->control().UserControl_WriteProperties(properties);
   try {
-    if (position.where != TVX_OFF_SCREEN) old = std::exchange(stage_, window_stage(position));
+    if (position.where != TVX_OFF_SCREEN) move_to_window(position, properties);
     shown_ = true;
     stage_->resize(position.box);
     stage_->start(runs);
   } catch (...) {
-    if (old && stage_) {
-      bury(std::exchange(stage_, std::move(old)));
-      stage_->control().set_events(relay_.get());
-    }
-    if (old) bury(std::move(old));
+    if (shown_ && position.where != TVX_OFF_SCREEN) move_off_screen(properties);
     shown_ = shown_ && position.where == TVX_OFF_SCREEN;
     if (!shown_) position_ = before;
     throw;
   }
-  if (old) bury(std::move(old));
 }
 
 tvx_result ControlObject::resize(const tvx_box& box) {
@@ -141,7 +137,7 @@ void ControlObject::set_title(std::u16string_view title) {
   stage_->set_title(title_);
 }
 
-std::unique_ptr<Stage> ControlObject::window_stage(const Position& position) {
+void ControlObject::move_to_window(const Position& position, const headless::PropertyBag& properties) {
   Position there = position;
   there.handle = stage_->control().hwnd();
   std::unique_ptr<Stage> next;
@@ -151,24 +147,36 @@ std::unique_ptr<Stage> ControlObject::window_stage(const Position& position) {
     throw NoWindows{error};
   }
   next->set_title(title_);
-  headless::PropertyBag properties;
-  stage_->control().UserControl_WriteProperties(properties);
-  next->control().UserControl_ReadProperties(properties);
-  stage_->control().set_events(nullptr);
-  next->control().set_events(relay_.get());
-  return next;
+  go_on_in(std::move(next), properties);
 }
 
-void ControlObject::bury(std::unique_ptr<Stage> stage) {
-  const std::shared_ptr<Stage> old = std::move(stage);
+// Where it can't start in the window. A host may have closed it meanwhile.
+void ControlObject::move_off_screen(const headless::PropertyBag& properties) {
+  if (!stage_) return;
+  platform::set_next_window_handle(platform::WindowHandle{stage_->control().hwnd()});
+  std::unique_ptr<Stage> next = make_off_screen_stage(*this, Module::only().loop());
+  platform::set_next_window_handle(std::nullopt);
+  go_on_in(std::move(next), properties);
+}
+
+// The stage before ends first: its temporary files have the same names.
+void ControlObject::go_on_in(std::unique_ptr<Stage> next, const headless::PropertyBag& properties) {
+  next->control().UserControl_ReadProperties(properties);
+  next->control().set_events(relay_.get());
+  bury_stage();
+  stage_ = std::move(next);
+}
+
+void ControlObject::bury_stage() {
+  const std::shared_ptr<Stage> old = std::move(stage_);
+  old->control().set_events(nullptr);
   old->end();
   Module::only().bury(old);
 }
 
 void ControlObject::close() {
   if (!stage_) return;
-  stage_->control().set_events(nullptr);
-  bury(std::move(stage_));
+  bury_stage();
   window_.reset();  // its watchers hear of the end
   sinks_.clear();
   container_ = {};

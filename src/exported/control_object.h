@@ -10,6 +10,10 @@
 #include "tvx/exported/stage.h"
 #include "tvx/library/members/event_relay.h"
 
+namespace tvx::headless {
+class PropertyBag;
+}
+
 namespace tvx::exported {
 
 /// A control as a host has it. It lives off screen until it is shown; where it is first shown in a window,
@@ -45,10 +49,13 @@ class ControlObject final : public Counted, private StageOwner {
   void focus_changed(bool has_focus) override;
 
   bool user_mode() const;
+  /// What fails leaves the control as it was, to be shown elsewhere.
   void show_first(const Position& position);
-  /// A window in which the control can go on, under its number and with its properties.
-  std::unique_ptr<Stage> window_stage(const Position& position);
-  static void bury(std::unique_ptr<Stage> stage);
+  /// The control goes on elsewhere, under its number and with its properties.
+  void move_to_window(const Position& position, const headless::PropertyBag& properties);
+  void move_off_screen(const headless::PropertyBag& properties);
+  void go_on_in(std::unique_ptr<Stage> next, const headless::PropertyBag& properties);
+  void bury_stage();
 
   Face<tvx_control> control_face_;
   Face<tvx_dispatch> dispatch_face_;

@@ -137,6 +137,26 @@ CASE(short_pumps_are_enough_to_draw_the_page) {
   XCloseDisplay(display);
 }
 
+CASE(a_style_sheet_that_was_set_before_the_start_is_shown) {
+  Display *display = XOpenDisplay(NULL);
+  host_control made = host_make();
+  uint64_t inner;
+  int waited, red = 0;
+  CHECK(display);
+  host_set(made.members, "CSShttp", host_boolean(0));
+  host_set(made.members, "CSSText", host_text("p { background: red }"));
+  host_set(made.members, "DocumentHTML", host_text("<p>one</p>"));
+  CHECK(made.control->functions->Show(made.control, TVX_OWN_WINDOW, 0, NULL) == TVX_OK);
+  for (waited = 0; waited < longest_wait && !red; waited += 500) {
+    CHECK(made.tools->functions->Pump(made.tools, 500) == TVX_OK);
+    CHECK(made.control->functions->GetWindow(made.control, &inner) == TVX_OK);
+    red = shows_red(display, inner);
+  }
+  CHECK(red);
+  host_release(&made);
+  XCloseDisplay(display);
+}
+
 /* The frame around the host's window isn't the control's. */
 CASE(a_control_stays_in_its_position_when_the_hosts_window_changes) {
   Display *display = XOpenDisplay(NULL);
