@@ -61,6 +61,8 @@ TEST_F(FormatBarOnScreen, NamesTheStylesInTheLanguageOfTheProgram) {
   wait_for_caret();
   EXPECT_TRUE(wait_for([&] { return shown("styles") == QStringLiteral("Absatz"); }))
       << shown("styles").toStdString();
+  EXPECT_EQ(box("styles").itemText(1), QStringLiteral("Überschrift 1")) << "each of them";
+  EXPECT_EQ(box("styles").itemText(8), QStringLiteral("Zitat"));
 }
 
 TEST_F(FormatBarOnScreen, AChoiceKeepsSelectionAndKeyboard) {

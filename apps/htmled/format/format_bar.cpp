@@ -100,7 +100,10 @@ QComboBox* FormatBar::add_box(const char* name, int letters) {
 
 void FormatBar::set_editor(HTMLedWidget& editor) {
   if (editor_ == &editor) return;
-  if (editor_) editor_->disconnect(this);
+  if (editor_) {
+    editor_->disconnect(this);
+    for (const Style& style : styles) editor_->action(style.action)->disconnect(this);
+  }
   if (clear_) removeAction(clear_);
   editor_ = &editor;
   clear_ = editor.action(HTMLedWidget::Action::ClearFormatting);
