@@ -118,6 +118,31 @@ TEST_F(DocumentsOnScreen, WhatCannotBeSavedIsOfferedAnotherFile) {
   EXPECT_TRUE(comes_to_front(QStringLiteral("kept.html")));
 }
 
+TEST_F(DocumentsOnScreen, PicturesGoAlongIntoAnotherFolder) {
+  for (const char* folder : {"from/small", "to"})
+    ASSERT_TRUE(QDir().mkpath(path_of(QString::fromLatin1(folder))));
+  write(QStringLiteral("from/a b.png"), "picture");
+  write(QStringLiteral("from/small/c.png"), "another");
+  write(QStringLiteral("outside.png"), "outside");
+  write(QStringLiteral("from/page.html"),
+        "<!DOCTYPE html>\n<title>t</title>\n<p>x<img src=\"a%20b.png\"><img src=small/c.png>"
+        "<img src=../outside.png><img src=missing.png></p>\n");
+  start(htmled(), {page("from/page.html")});
+  ASSERT_TRUE(comes_to_front(QStringLiteral("page.html")));
+  QTest::qWait(700);
+  press(QStringLiteral("ctrl+shift+s"));
+  ASSERT_TRUE(comes_to_front(QStringLiteral("Save As")));
+  QTest::qWait(700);
+  type(page("to/page.html"));
+  press(QStringLiteral("Return"));
+  ASSERT_TRUE(wait_for([&] { return active_title() == QStringLiteral("HTMLed"); })) << "nobody asks";
+  press(QStringLiteral("Return"));
+  EXPECT_TRUE(wait_for([&] { return file(QStringLiteral("to/small/c.png")) == "another"; }));
+  EXPECT_EQ(file(QStringLiteral("to/a b.png")), "picture");
+  EXPECT_EQ(QDir(path_of(QStringLiteral("to"))).entryList(QDir::Files).size(), 2)
+      << "the page and one picture";
+}
+
 TEST_F(DocumentsOnScreen, AProgramThatWasKilledLeavesNoOtherOneWithoutAWindow) {
   start(htmled(), {page("one.html")});
   ASSERT_TRUE(comes_to_front(QStringLiteral("one.html")));

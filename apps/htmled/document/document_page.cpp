@@ -1,5 +1,6 @@
 #include "htmled/document/document_page.h"
 
+#include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QLocale>
@@ -13,6 +14,7 @@
 #include "htmled/counted.h"
 #include "htmled/document/failure_words.h"
 #include "htmled/document/file_filters.h"
+#include "htmled/document/files_beside.h"
 #include "htmled/document/modified_mark.h"
 #include "htmled/document/proposed_name.h"
 #include "htmled/drafts.h"
@@ -240,7 +242,30 @@ bool DocumentPage::save_as() {
   if (const auto document = editor_->control().DOM(); document && path().isEmpty())
     dialog.selectFile(proposed_name(*document));
   dialog.setDefaultSuffix(QStringLiteral("html"));
-  return dialog.exec() == QDialog::Accepted && save_to(dialog.selectedFiles().constFirst());
+  const QString before = path();
+  if (dialog.exec() != QDialog::Accepted || !save_to(dialog.selectedFiles().constFirst())) return false;
+  if (!before.isEmpty()) take_files_along(QFileInfo(before).absolutePath());
+  return true;
+}
+
+// The page still shows them from the old folder, and nobody would miss them before the next start.
+void DocumentPage::take_files_along(const QString& from) {
+  const QString to = QFileInfo(path()).absolutePath();
+  const auto document = editor_->control().DOM();
+  if (from == to || !file_.base_url().empty() || !document) return;
+  QStringList files = files_beside(document->tree(), from);
+  files.removeIf([&](const QString& file) { return QFileInfo::exists(QDir(to).filePath(file)); });
+  if (files.isEmpty()) return;
+  constexpr qsizetype shown = 10;
+  QString question =
+      tr("The page shows files that are beside the old one and not beside the new one. Copy them, too?");
+  question += QStringLiteral("\n\n") + files.mid(0, shown).join(u'\n');
+  if (files.size() > shown) question += QStringLiteral("\n…");
+  if (QMessageBox::question(this, QStringLiteral("HTMLed"), question, QMessageBox::Yes | QMessageBox::No,
+                            QMessageBox::Yes) != QMessageBox::Yes)
+    return;
+  if (const QString failed = copy_files(files, from, to); !failed.isEmpty())
+    emit told(tr("Can't save %1").arg(failed));
 }
 
 bool DocumentPage::save_to(const QString& path) {
