@@ -22,9 +22,8 @@ TEST_F(ObjectPaths, LeadThroughTheDocument) {
 }
 
 TEST_F(ObjectPaths, AttributesReadAsTheyAreAndAddressesWhole) {
-  set("DocumentHTML",
-      "<table background='http://h/a/../b'></table><a href='http://h/a/../b'>two</a><a name=b>b</a>");
-  EXPECT_EQ(object("docHTML.all.tags('table')(0).background"), "http://h/a/../b");
+  set("DocumentHTML", "<p lang='http://h/a/../b'>one</p><a href='http://h/a/../b'>two</a><a name=b>b</a>");
+  EXPECT_EQ(object("docHTML.all.tags('p')(0).lang"), "http://h/a/../b");
   EXPECT_EQ(object("docHTML.all.tags('a')(0).href"), "http://h/b");
   EXPECT_EQ(object("docHTML.all.tags('a')(1).href"), "");
 }

@@ -63,6 +63,12 @@ TEST_F(Paste, ALineOverAPartOfALineStaysInIt) {
   expect_paste("<h1>x</h1>", "<p>[b]</p>", "<H1>x[]</H1>");
 }
 
+TEST_F(Paste, BlocksOverItemsOfAListLeaveNoItemOver) {
+  expect_paste("<p>x</p><p>y</p>", "<ul><li>a[b</li><li>c]d</li></ul>", "<UL><LI>ax</LI><LI>y[]d</LI></UL>");
+  expect_paste("<p>x</p><p>y</p>", "<ul><li>x</li><li>[a</li><li>b]</li></ul>",
+               "<UL><LI>x</LI><LI>x</LI><LI>y[]</LI></UL>");
+}
+
 TEST_F(Paste, NothingIsCopiedOfACaret) {
   load("<p>a[]b</p>");
   EXPECT_FALSE(editor.enabled(u"copy"));
