@@ -3,6 +3,7 @@
 #include "tvx/dom/journal.h"
 #include "tvx/dom/tree.h"
 #include "tvx/editing/facts/predicates.h"
+#include "tvx/editing/tables/grid_memo.h"
 #include "tvx/editing/tables/table_edit.h"
 #include "tvx/editing/tree/lines.h"
 #include "tvx/editing/walk/caret.h"
@@ -50,12 +51,12 @@ SelectedCorners selected_corners(const Editor& editor) {
 std::optional<SelectedPart> selected_part(const Editor& editor) {
   const SelectedCorners corners = selected_corners(editor);
   if (!corners) return {};
-  const TableGrid grid(*corners.table);
-  const GridPart part = grid.part_between(*corners.anchor, *corners.focus);
-  const GridCell* first = grid.at(part.top, part.left);
+  const auto grid = grid_of(*corners.table);
+  const GridPart part = grid->part_between(*corners.anchor, *corners.focus);
+  const GridCell* first = grid->at(part.top, part.left);
   Element* cell = first ? first->cell : corners.anchor;
   // A cell whose row is no row of the table stands in no grid.
-  if (!grid.of(*cell)) return {};
+  if (!grid->of(*cell)) return {};
   return SelectedPart{Ref(corners.table), part, Ref(cell), corners.several()};
 }
 

@@ -5,6 +5,7 @@
 #include "tvx/editing/command_definition.h"
 #include "tvx/editing/facts/lines.h"
 #include "tvx/editing/facts/predicates.h"
+#include "tvx/editing/tables/grid_memo.h"
 #include "tvx/editing/tables/selected_cells.h"
 #include "tvx/editing/tables/table_columns.h"
 #include "tvx/editing/tables/table_edit.h"
@@ -100,7 +101,7 @@ bool delete_columns(Editor& editor, std::u16string_view) {
 
 bool can_merge(const Editor& editor) {
   const auto selected = selected_part(editor);
-  return selected && selected->several && is_filled(TableGrid(*selected->table), selected->part);
+  return selected && selected->several && is_filled(*grid_of(*selected->table), selected->part);
 }
 void caret_to_end(Editor& editor, Element& cell) {
   const HeldPosition end = end_of_lines(cell, true);

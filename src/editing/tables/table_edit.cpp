@@ -9,6 +9,7 @@
 #include "tvx/dom/tree.h"
 #include "tvx/editing/facts/lines.h"
 #include "tvx/editing/facts/predicates.h"
+#include "tvx/editing/tables/grid_memo.h"
 #include "tvx/editing/tables/table_columns.h"
 #include "tvx/editing/tables/table_removal.h"
 #include "tvx/editing/tables/table_spans.h"
@@ -213,7 +214,7 @@ bool is_filled(const TableGrid& grid, const GridPart& part) {
 
 bool can_merge_down(const Element& cell) {
   const Element* table = table_of(cell);
-  return table && part_with_below(TableGrid(*table), cell);
+  return table && part_with_below(*grid_of(*table), cell);
 }
 
 Ref<Element> merge_down(Element& cell) {
@@ -254,12 +255,12 @@ void split_cell(Element& cell) {
 }
 
 bool has_header_row(const Element& table) {
-  const TableGrid grid(table);
-  if (grid.rows() == 0) return false;
-  if (grid.row(0).parent()->is(Tag::Thead)) return true;
+  const auto grid = grid_of(table);
+  if (grid->rows() == 0) return false;
+  if (grid->row(0).parent()->is(Tag::Thead)) return true;
   bool any = false;
-  for (std::size_t column = 0; column < grid.columns(); ++column) {
-    const GridCell* cell = grid.at(0, column);
+  for (std::size_t column = 0; column < grid->columns(); ++column) {
+    const GridCell* cell = grid->at(0, column);
     if (cell && !cell->cell->is(Tag::Th)) return false;
     any = any || cell;
   }

@@ -11,6 +11,7 @@
 #include "tvx/core/commands/selection_formats.h"
 #include "tvx/core/htmled.h"
 #include "tvx/editing/editor.h"
+#include "tvx/editing/tables/grid_memo.h"
 #include "tvx/qt/bars/icon_set.h"
 #include "tvx/qt/support/strings.h"
 #include "tvx/qt/support/words.h"
@@ -80,6 +81,7 @@ void HostBars::look() {
   if (alive) tell_modification();
   if (alive) tell_selection();
   if (alive) tell_format();
+  const editing::GridMemo memo;  // a dozen of the items ask about the table
   for (std::size_t i = 0; alive && i < count; ++i)
     if (actions_[i]) show_state(Action(i));
 }
