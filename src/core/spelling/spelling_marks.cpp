@@ -35,6 +35,8 @@ namespace {
 constexpr std::chrono::milliseconds budget_of_a_turn{5};
 /// Between two turns while the document is still coming into the view, which waits for this loop meanwhile.
 constexpr std::int64_t pause_milliseconds = 45;
+/// Until the dictionary is read, where a document has only begun to come: the page and its caret come first.
+constexpr std::int64_t start_milliseconds = 250;
 /// With more places than these the whole document is checked instead.
 constexpr std::size_t most_regions = 32;
 constexpr std::size_t most_offered = 5;
@@ -98,7 +100,7 @@ void SpellingMarks::apply() {
   const std::shared_ptr<browser::HTMLDocument> document = wanted() ? DOM() : nullptr;
   if (document == document_) return;
   forget_document();
-  if (document && start_application()) follow(document);
+  if (document) follow(document);
 }
 
 bool SpellingMarks::start_application() {
@@ -219,8 +221,9 @@ void SpellingMarks::schedule() {
     if (*alive) turn();
   };
   const auto* display = dynamic_cast<browser::MarkDisplay*>(document_->viewport());
-  if (std::exchange(more_waits_, false) && display && display->is_busy())
-    surroundings().loop.post_delayed(pause_milliseconds, task);
+  const bool more = std::exchange(more_waits_, false);
+  if (display && display->is_busy() && (more || !application_))
+    surroundings().loop.post_delayed(application_ ? pause_milliseconds : start_milliseconds, task);
   else
     surroundings().loop.post(task);
 }
@@ -229,6 +232,10 @@ void SpellingMarks::turn() {
   scheduled_ = false;
   if (!document_) return;
   const KeepAlive alive(context_);
+  const std::shared_ptr<bool> self_at_start = alive_;
+  const bool started = start_application();
+  if (!*self_at_start || !document_) return;
+  if (!started) return forget_document();
   const Clock::time_point end = Clock::now() + budget_of_a_turn;
   while (!regions_.empty()) {
     // Checking may tell the host of a broken dictionary, and the host may do anything.

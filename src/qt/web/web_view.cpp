@@ -134,6 +134,9 @@ void WebView::Private::bring_engine() {
   connect(page_, &QWebEnginePage::renderProcessTerminated, this, [this] { process_ended(); });
   view_->installEventFilter(this);
   watch_input_widget();
+  // The page's process comes up beside what this one has still to do; left to itself the engine starts it
+  // when it is idle.
+  page_->runJavaScript(QString(), QWebEngineScript::ApplicationWorld);
 }
 
 WebView::Private::~Private() {

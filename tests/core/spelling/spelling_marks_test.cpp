@@ -80,6 +80,8 @@ TEST_F(SpellingMarksTest, WhatComesIntoTheViewGoesFirst) {
   context.document().set_viewport(&display);
   marks.apply();
   context.loop.settle();
+  EXPECT_TRUE(fake.calls.empty()) << "the page comes before the dictionary";
+  context.loop.pump(250);
   EXPECT_FALSE(marks.settled()) << "after a turn the view has the loop to itself";
   EXPECT_FALSE(marked().empty()) << "what is in the window comes first";
   context.loop.pump(100);
