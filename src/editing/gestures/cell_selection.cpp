@@ -10,6 +10,7 @@
 #include "tvx/editing/gestures/line_commands.h"
 #include "tvx/editing/gestures/writer_state.h"
 #include "tvx/editing/gestures/writing_place.h"
+#include "tvx/editing/inline/remove_format.h"
 
 namespace tvx::editing {
 
@@ -29,6 +30,8 @@ bool acts_on_text(std::u16string_view command) {
 }
 
 bool execute_in_text(Editor& editor, std::u16string_view command, std::u16string_view value) {
+  if (equals_ignoring_ascii_case(command, u"removeformat") && editor.selection().collapsed())
+    return editor.enabled(command) && write_plain_from_here(editor);
   return acts_on_lines(command) ? execute_on_lines(editor, command, value) : editor.execute(command, value);
 }
 

@@ -4,6 +4,7 @@
 
 #include "tvx/editing/active_range.h"
 #include "tvx/editing/editor.h"
+#include "tvx/editing/facts/lines.h"
 #include "tvx/editing/facts/predicates.h"
 #include "tvx/editing/facts/tag_set.h"
 #include "tvx/editing/inline/effectively_contained.h"
@@ -12,6 +13,7 @@
 
 namespace tvx::editing {
 
+using dom::Boundary;
 using dom::Node;
 using dom::Ref;
 using dom::Tag;
@@ -34,7 +36,30 @@ constexpr std::array commands{
     InlineCommand::FontSize,  InlineCommand::ForeColor,     InlineCommand::BackColor,
     InlineCommand::Italic,    InlineCommand::Strikethrough, InlineCommand::Underline};
 
+/// What text without a style of its own has from.
+const Node* bearer_of_plain_text(const Boundary& caret) {
+  const Node* block = block_around(caret);
+  if (!block) block = editing_host_of(*caret.node);
+  for (const Node* node = caret.node; node && node != block; node = node->parent())
+    if (node->is(Tag::A)) return node;
+  return block;
+}
+
 }  // namespace
+
+bool write_plain_from_here(Editor& editor) {
+  const Node* bearer = bearer_of_plain_text(editor.selection().focus());
+  if (!bearer) return false;
+  editor.overrides().clear();
+  for (const InlineCommand command : commands) {
+    InlineValue value = effective_command_value(*bearer, command);
+    if (!value && command == InlineCommand::BackColor) value = u"transparent";
+    set_selection_value(editor, command, value);
+  }
+  for (const std::u16string_view script : {u"subscript", u"superscript"})
+    editor.overrides().states[std::u16string(script)] = false;
+  return true;
+}
 
 bool remove_format(Editor& editor, std::u16string_view) {
   for (const Ref<Node>& element : effectively_contained_nodes(*editor.active_range(), is_candidate)) {
