@@ -155,14 +155,22 @@ std::u16string DocumentFile::page_text(const dom::Document& document) const {
 
 // An edited page is written anew as a whole, in this program's way. So that a file under version control
 // shows what was edited and nothing else, what wasn't is then taken from the file: word by word, else line by
-// line, where that gives the same page.
+// line, where that gives the same page. What was taken out, saved and brought back by undo is taken from the
+// file as it was opened.
 DocumentFile::Written DocumentFile::written(const dom::Document& document) const {
   std::u16string text = page_text(document);
   const FileForm form = form_of(document);
   if (text == page_text() && !respelled()) return {bytes_, source_text_, std::move(text), line_ends_, form};
+  const auto merged = [&](auto merge, const std::u16string& page,
+                          const std::u16string& source) -> std::optional<Written> {
+    Written found = spelled(merge(page, source, text), text, form);
+    if (page_text(*dom::parse_document(found.source_text)) != text) return {};
+    return found;
+  };
   for (const auto merge : {merge_markup, merge_lines}) {
-    Written merged = spelled(merge(page_text(), source_text_, text), text, form);
-    if (page_text(*dom::parse_document(merged.source_text)) == text) return merged;
+    if (opened_)
+      if (auto found = merged(merge, opened_->page_text, opened_->source_text)) return *std::move(found);
+    if (auto found = merged(merge, page_text(), source_text_)) return *std::move(found);
   }
   return spelled(text, text, form);
 }
@@ -215,6 +223,7 @@ void DocumentFile::save(const dom::Document& document, std::u16string_view path)
   Written now = written(document);
   save_atomically(path, now.bytes);
   path_ = source_ = path;
+  if (!opened_ && !fresh_) opened_ = Spelling{source_text_, page_text()};
   bytes_ = std::move(now.bytes);
   tree_.reset();
   source_text_ = std::move(now.source_text);

@@ -83,6 +83,11 @@ class DocumentFile {
   Written written(const dom::Document& document) const;
   void take(std::string bytes);
 
+  /// A page's text as its writer has spelled it, and the same as this program would write it.
+  struct Spelling {
+    std::u16string source_text, page_text;
+  };
+
   bool fresh_ = false;  // begun in this program, and not read from a file since
   std::u16string path_, source_;
   std::string bytes_;                               // as they stand in the file
@@ -91,6 +96,8 @@ class DocumentFile {
   mutable std::optional<std::u16string> unedited_;  // the same as this program would write it
   // Of the source, until somebody takes it: of all copies of this.
   std::shared_ptr<dom::Ref<dom::Document>> tree_;
+  // The source and that text as they were before the first save.
+  std::optional<Spelling> opened_;
   FileForm form_, form_in_file_;
   bool mixed_in_file_ = false;    // the lines' ends
   std::string declared_in_file_;  // the character set that the page itself names

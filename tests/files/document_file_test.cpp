@@ -278,6 +278,26 @@ TEST_F(Files, LinesThatArentEditedStayAsTheyAreWritten) {
   EXPECT_EQ(lines_lost(page, saved), 1) << saved;
 }
 
+TEST_F(Files, WhatWasTakenOutAndSavedComesBackAsItWasWritten) {
+  const std::string
+      before = "<!DOCTYPE html>\n<html><body>\n<p>one\n<TABLE border=1><tr><td>a<td>b</TABLE>\n<P class=x>",
+      bytes = before + "t&eacute;xt\n</body></html>\n";
+  DocumentFile file = opened(bytes);
+  const dom::Ref<dom::Document> tree = read(bytes);
+  const dom::Ref<dom::Node> table(dom::next_element_sibling(*dom::first_child_element(*tree->body())));
+  const dom::Ref<dom::Node> after(table->next_sibling());
+  dom::remove(*table);
+  file.save(*tree, path("page.html"));
+  ASSERT_EQ(on_disk().find("TABLE"), std::string::npos);
+  dom::insert(*tree->body(), table, after.get());
+  file.save(*tree, path("page.html"));
+  EXPECT_EQ(on_disk(), bytes);
+  dom::Node* last = dom::next_element_sibling(*table);
+  dom::replace_data(static_cast<dom::Text&>(*last->first_child()), 0, 0, u"my ");
+  file.save(*tree, path("page.html"));
+  EXPECT_EQ(on_disk(), before + "my t&eacute;xt\n</body></html>\n");
+}
+
 TEST_F(Files, EachLineKeepsItsEndWhereTheyAreMixed) {
   DocumentFile file = opened("<p>one\r\n<p>two\n<p>three\r<p>four\r\n<!-- x\ry -->\n<p>five\n\r\n");
   const dom::Ref<dom::Document> tree = read(on_disk());
