@@ -8,6 +8,7 @@
 #include "tvx/editing/gestures/list_keys.h"
 #include "tvx/editing/inline/recorded_values.h"
 #include "tvx/editing/tree/surgery.h"
+#include "tvx/editing/walk/content_walk.h"
 
 namespace tvx::editing {
 
@@ -31,6 +32,9 @@ void Leftovers::mutated(const Mutation& mutation) {
   Node* holder = mutation.type == Mutation::Type::Remove        ? mutation.parent.get()
                  : mutation.type == Mutation::Type::ReplaceData ? mutation.node->parent()
                                                                 : nullptr;
+  if (mutation.type == Mutation::Type::Remove && is_prohibited_paragraph_child(*mutation.node) &&
+      mutation.before && mutation.before->is_text())
+    after_gone_.push_back(mutation.before);
   auto* element = dom::as<Element>(holder);
   if (!element) return;
   const bool took_all = mutation.type == Mutation::Type::Remove
@@ -82,12 +86,26 @@ void put_into_item(Editor& editor, Element& stray) {
   }
 }
 
+bool is_line_of_source(const Node* node) {
+  const auto* text = dom::as<dom::Text>(node);
+  return text && text->data().find(u'\n') != text->data().npos && is_filling(*text);
+}
+
+/// White space before and after a block that has gone is that of one line too many.
+void drop_line_of_source(const Node& after) {
+  Node* before = after.previous_sibling();
+  if (!is_line_of_source(&after) || !is_line_of_source(before) || !can_go(after) || !is_editable(after))
+    return;
+  if (collapses(static_cast<const dom::Text&>(after))) dom::remove(*before);
+}
+
 }  // namespace
 
 void Leftovers::tidy() {
   const auto lost = std::exchange(lost_, {});
   const auto strays = std::exchange(strays_, {});
-  if (lost.empty() && strays.empty()) return;
+  const auto after_gone = std::exchange(after_gone_, {});
+  if (lost.empty() && strays.empty() && after_gone.empty()) return;
   const std::uint64_t version = editor_.document().structure_version();
   const RecordedLook style = record_current_overrides(editor_);
   for (const Ref<Element>& stray : strays)
@@ -100,6 +118,7 @@ void Leftovers::tidy() {
     else
       drop_empty_element(element);
   }
+  for (const Ref<Node>& after : after_gone) drop_line_of_source(*after);
   // What was removed beside the caret has counted its position anew.
   if (editor_.document().structure_version() != version && editor_.selection().collapsed())
     restore_look(style, editor_);

@@ -1,6 +1,7 @@
 #include "tvx/editing/gestures/line_commands.h"
 
 #include <algorithm>
+#include <set>
 
 #include "tvx/dom/journal.h"
 #include "tvx/dom/tree.h"
@@ -87,6 +88,27 @@ void give_back_filling(Element& made) {
     move_run_preserving_ranges(after, *holder, made.next_sibling());
 }
 
+/// The lines of a selection as blocks.
+std::vector<Ref<Element>> line_blocks(const dom::Range& range) {
+  std::vector<Ref<Element>> blocks;
+  const Node* end = dom::child_at(*range.end.node, range.end.offset);
+  if (!end) end = dom::next_skipping_children(*range.end.node);
+  for (Node* node = block_around(range.start); node && node != end; node = dom::next_in_order(*node))
+    if (is_text_block(*node)) blocks.emplace_back(static_cast<Element*>(node));
+  return blocks;
+}
+
+/// A block that lines were given takes in the white space beside them as well.
+bool format_lines(Editor& editor, std::u16string_view command, std::u16string_view value) {
+  const std::vector<Ref<Element>> before = line_blocks(editor.selection().range());
+  std::set<const Node*> known;
+  for (const Ref<Element>& block : before) known.insert(block.get());
+  const bool done = editor.execute(command, value);
+  for (const Ref<Element>& block : line_blocks(editor.selection().range()))
+    if (!known.contains(block.get()) && is_editable(*block) && block->parent()) give_back_filling(*block);
+  return done;
+}
+
 /// The quotations and divisions around a selection that hold blocks.
 NodeList wrappers_around(const dom::Range& range) {
   NodeList wrappers;
@@ -170,7 +192,8 @@ bool execute_on_lines(Editor& editor, std::u16string_view command, std::u16strin
   make_line_between_blocks(editor);
   hold_line_open(editor);
   if (is_list_command(command)) return make_list(editor, command, value);
-  if (equals_ignoring_ascii_case(command, u"formatblock") && format_empty_line(editor, value)) return true;
+  if (equals_ignoring_ascii_case(command, u"formatblock"))
+    return format_empty_line(editor, value) || format_lines(editor, command, value);
   const bool inward = equals_ignoring_ascii_case(command, u"indent");
   if (inward || equals_ignoring_ascii_case(command, u"outdent")) {
     const bool done = move_items(editor, inward) || execute_and_give_back(editor, command, value);

@@ -302,6 +302,16 @@ void leave_source_end(Editor& editor, Element* line) {
   }
 }
 
+/// Where the line before has a line of its own in the source, the new one has too.
+void start_source_line(const Element* before, Element* line) {
+  if (!before || !line || line->previous_sibling() != before || !before->parent()) return;
+  const auto* start = dom::as<dom::Text>(before->previous_sibling());
+  if (!start || !is_filling(*start) || !collapses(*start)) return;
+  const std::size_t end = start->data().rfind(u'\n');
+  if (end == start->data().npos) return;
+  dom::insert(*line->parent(), line->document()->create_text(start->data().substr(end)), line);
+}
+
 /// At a heading's end there may be white space of the source, which nobody sees: the line after it is a
 /// paragraph all the same.
 Element* end_heading(Editor& editor, Element* line) {
@@ -338,6 +348,7 @@ void start_line(Editor& editor) {
   else
     leave_source_end(editor, line);
   drop_end_break_before(line);
+  start_source_line(line_before.get(), line);
   make_room_before_heading(editor, line);
   if (line && is_empty_line(*line) && !styles.empty()) style_empty_line(editor, *line, styles);
   forget_link(editor);
