@@ -172,6 +172,10 @@ bool is_collapsed_whitespace_node(const Node& node) {
   if (!is_whitespace_node(node)) return false;
   if (static_cast<const dom::Text&>(node).data().empty() || !node.parent()) return true;
   if (!is_rendered(*node.parent())) return true;
+  // OURS: a line begins after a block. In the standard's order what is in the block comes between.
+  if (const Node* before = node.previous_sibling();
+      before && before->is_element() && is_block_node(*before) && is_rendered(*before))
+    return true;
   const Node* holder = line_holder_of(node);
   const LineGoes before = walk_line(node, LineMemo::Side::Before, LineGoes::Holds, [&](const Node& at) {
     return &at == holder ? nullptr : dom::previous_in_order(at);
