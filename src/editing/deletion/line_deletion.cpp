@@ -80,7 +80,11 @@ bool delete_selected_lines(Editor& editor) {
   if (!first || !behind || dom::is_inclusive_ancestor(*first, *behind) || dom::is_ancestor(*behind, *first) ||
       !is_editable(*first) || !is_editable(*behind))
     return false;
-  selection.set(dom::before(*outermost_beginning_with(first, *behind)), {behind.get(), 0});
+  // White space before the line that stays is that of its line in the source.
+  const Node* indentation = behind->previous_sibling();
+  const bool keeps = indentation && indentation->is_text() && is_filling(*indentation);
+  selection.set(dom::before(*outermost_beginning_with(first, *behind)),
+                keeps ? dom::before(*indentation) : Boundary{behind.get(), 0});
   delete_selection(editor, {.block_merging = false});
   if (behind->parent()) selection.collapse(normalized_caret_place({behind.get(), 0}));
   return true;
