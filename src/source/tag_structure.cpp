@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <span>
 
+#include "tvx/base/work_count.h"
 #include "tvx/source/markup_scanner.h"
 
 namespace tvx::source {
@@ -100,6 +101,7 @@ class TagStructure::Reading {
   /// The innermost open element of that name; none beyond one that no end tag reaches out of.
   std::size_t find_open(std::u16string_view name) const {
     for (std::size_t i = open_.size(); i-- > lowest();) {
+      count_work();
       if (equals_ignoring_ascii_case(name_of(open_[i]), name)) return i;
       if (is_one_of(name_of(open_[i]), scopes) && !is_one_of(name, table_scope) && !is_one_of(name, rows) &&
           !is_one_of(name, row_groups) && !is_one_of(name, cells))
