@@ -71,17 +71,19 @@ void WebPage::load_skeleton(int number, dom::CompatibilityMode mode, const QStri
         "<!DOCTYPE html PUBLIC \"-//W3C//DTD XHTML 1.0 Transitional//EN\" "
         "\"http://www.w3.org/TR/xhtml1/DTD/xhtml1-transitional.dtd\">");
   }
+  const QUrl address(base);
+  const bool is_remote = address.isValid() && address.scheme().startsWith(u"http");
   text +=
       QStringLiteral(
-          "<html tvx-page=\"%1\"><head><meta http-equiv=\"Content-Security-Policy\" content=\"script-src "
+          "<html tvx-page=\"%1\" tvx-address=\"%2\"><head><meta http-equiv=\"Content-Security-Policy\" "
+          "content=\"script-src "
           "'none'; object-src 'none'; frame-src 'none'; worker-src 'none'; connect-src 'none'; form-action "
-          "'none'; base-uri 'none'\"></head><body></body></html>")
-          .arg(number);
-  QUrl address(base);
-  const bool usable = address.isValid() && (address.isLocalFile() || address.scheme().startsWith(u"http"));
+          "'none'; base-uri http: https:\"></head><body></body></html>")
+          .arg(QString::number(number), is_remote ? base.toHtmlEscaped() : QString());
   ++expected_loads_;
-  // A page under a local address may load local images, as a new document's user expects.
-  setHtml(text, usable ? address : QUrl(QStringLiteral("file:///")));
+  // Only under a local address does the engine load local images and sheets, as those of a new page or one
+  // that is yet to go to its address in the web. Whether this page may have them is for the guard to say.
+  setHtml(text, address.isLocalFile() ? address : QUrl(QStringLiteral("file:///")));
 }
 
 bool WebPage::acceptNavigationRequest(const QUrl& url, NavigationType type, bool is_main_frame) {

@@ -66,6 +66,32 @@ TEST_F(WebInView, ShowsAPageWithItsSheetAndItsPicture) {
   EXPECT_EQ(shown(), expected());
 }
 
+/// As a page that will stand in the web, whose newest pictures are still here.
+TEST_F(WebInView, ALocalPageWithABaseInTheWebShowsPicturesAndSheetsFromBoth) {
+  const auto folder = std::filesystem::temp_directory_path() / ("htmled-base-" + std::to_string(getpid()));
+  std::filesystem::create_directory(folder);
+  const std::string local = "file://" + folder.string();
+  std::ofstream(folder / "i.svg") << picture;
+  std::ofstream(folder / "a.css") << "p { color: rgb(1, 2, 3) }";
+  std::ofstream(folder / "page.html")
+      << "<!DOCTYPE html><base href='" << server_.url("/in/") << "'><link rel=stylesheet href='" << local
+      << "/a.css'><style>p { background-image: url(b.svg) }</style><p>text</p><img id=here src='" << local
+      << "/i.svg'><img id=there src=w.svg>";
+  server_.serve("/in/w.svg", picture, "image/svg+xml");
+  server_.serve("/in/b.svg", picture, "image/svg+xml");
+  browser_.Navigate(from_utf8((folder / "page.html").string()));
+  ASSERT_TRUE(wait_for([this] { return ready(); }));
+  ASSERT_TRUE(settle());
+  for (const char* name : {"here", "there"}) {
+    const std::string width = std::string("document.getElementById('") + name + "').naturalWidth + ''";
+    EXPECT_TRUE(wait_for([&] { return in_page(width.c_str()) == "30"; })) << name;
+  }
+  EXPECT_TRUE(wait_for([this] { return style("p", "color") == "rgb(1, 2, 3)"; })) << style("p", "color");
+  EXPECT_EQ(style("p", "backgroundImage"), "url(\"" + server_.url("/in/b.svg") + "\")");
+  EXPECT_EQ(shown(), expected());
+  std::filesystem::remove_all(folder);
+}
+
 TEST_F(WebInView, ALateSheetIsFollowed) {
   server_.serve("/page", "<!DOCTYPE html><link rel=stylesheet href=''><p>text</p>");
   server_.serve("/late.css", "p { color: rgb(4, 5, 6) }", "text/css");

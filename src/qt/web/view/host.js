@@ -1,7 +1,7 @@
 // The element that holds what editing draws over the page: the last child of the root, after BODY, where it shifts no
 // position. What is in it stands in a shadow root.
 
-import { insertBefore, newElement, nextOf, parentOf, root } from './dom.js';
+import { getAttribute, insertBefore, newElement, nextOf, parentOf, root, setAttribute } from './dom.js';
 
 export const host = newElement('tvx-host');
 host.style.cssText = 'all:initial!important;position:absolute!important;left:0!important;top:0!important;' +
@@ -11,6 +11,11 @@ const shadow = host.attachShadow({ mode: 'closed' });
 const overlaySheet = new CSSStyleSheet();
 overlaySheet.replaceSync(TVX_SHEETS.overlay);
 shadow.adoptedStyleSheets = [overlaySheet];
+
+// A page whose base is in the web stands under a local address, too, for the sake of local pictures and sheets. This is
+// its base: the document's own BASE comes down as an element that means nothing.
+const address = getAttribute(root(), 'tvx-address');
+if (address) setAttribute(host.appendChild(newElement('base')), 'href', address);
 
 export function addBox(className, parent = shadow) {
   const box = parent.appendChild(newElement('div'));

@@ -26,6 +26,7 @@ function insert(node, parentId, beforeId) {
   let before = beforeId ? known(beforeId) : null;
   if (!before && isInElementOfHost(parent) && parentOf(host) === parent) before = host;
   insertBefore(parent, node, before);
+  if (parent === document) keepHost();  // it has the page's base address, which must stand before what is relative to it
   childCame(parent, node, before);
   return parent;
 }
