@@ -24,7 +24,7 @@ class TabsOnScreen : public EditorOnScreen {
       ASSERT_TRUE(window_->open_in_tab(write(name)));
       wait_for_caret();
     }
-    ASSERT_TRUE(names_are("page.html two.html three.html"));
+    ASSERT_TRUE(names_are("page.html two.html three.html")) << names().toStdString();
   }
   QString write(const char* name) {
     QFile out(path_of(QString::fromLatin1(name)));

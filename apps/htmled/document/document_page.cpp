@@ -173,6 +173,7 @@ bool DocumentPage::load_document(files::DocumentFile file) {
     return false;
   }
   file_ = std::move(file);
+  pending_.reset();  // the page's name is that of its file from here on
   mark_->clear();
   stamp_ = present_stamp();
   keeps_own_ = false;
