@@ -165,9 +165,10 @@ void start_in_line(Editor& editor) {
     return;
   }
   const Between between = between_blocks(range.start);
-  if (!between.holder || !may_enter(between.after) ||
-      !dom::is_inclusive_ancestor(*between.after, *range.end.node))
-    return;
+  if (!between.holder || !may_enter(between.after)) return;
+  const bool ends_in_another = is_text_block(*between.after) && !between_blocks(range.end).holder &&
+                               cell_around(between.after) == cell_around(range.end.node);
+  if (!ends_in_another && !dom::is_inclusive_ancestor(*between.after, *range.end.node)) return;
   const Boundary place = normalized_caret_place({between.after, 0});
   if (dom::compare(place, range.end) <= 0) editor.selection().set(place, range.end);
 }

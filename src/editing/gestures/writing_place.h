@@ -12,8 +12,8 @@ enum class Wrappers : bool { Strip, Keep };
 /// caret.
 void take_out_selection(Editor& editor, Wrappers wrappers);
 
-/// A selection that starts between blocks and ends in the first of them starts in that one's first line,
-/// which is where it is seen to start.
+/// A selection that starts between blocks and ends in a line starts in the first line of the block after its
+/// start, which is where it is seen to start.
 void start_in_line(Editor& editor);
 
 /// Whether what is left of the selection's first and last line is one line after it is deleted: the text of a
