@@ -118,6 +118,30 @@ TEST_F(DocumentsOnScreen, WhatCannotBeSavedIsOfferedAnotherFile) {
   EXPECT_TRUE(comes_to_front(QStringLiteral("kept.html")));
 }
 
+TEST_F(DocumentsOnScreen, APageWithoutATitleIsCalledByItsHeading) {
+  start(htmled(), {});
+  ASSERT_TRUE(comes_to_front(QStringLiteral("Untitled")));
+  QTest::qWait(700);
+  press(QStringLiteral("ctrl+alt+1"));
+  type(QStringLiteral("Bread"));
+  const auto save = [&](const char* key, const char* name) {
+    press(QString::fromLatin1(key));
+    ASSERT_TRUE(comes_to_front(QStringLiteral("Save As")));
+    QTest::qWait(700);
+    type(page(name));
+    press(QStringLiteral("Return"));
+    ASSERT_TRUE(comes_to_front(QString::fromLatin1(name)));
+  };
+  save("ctrl+s", "bread.html");
+  EXPECT_TRUE(wait_for([&] { return file(QStringLiteral("bread.html")).contains("<title>Bread</title>"); }));
+  // That is no step of undo, which takes back what was written before.
+  press(QStringLiteral("ctrl+z"));
+  ASSERT_TRUE(comes_to_front(QStringLiteral("bread.html*")));
+  save("ctrl+shift+s", "less.html");
+  EXPECT_TRUE(wait_for([&] { return file(QStringLiteral("less.html")).contains("<title>Bread</title>"); }));
+  EXPECT_FALSE(file(QStringLiteral("less.html")).contains("<h1>Bread"));
+}
+
 TEST_F(DocumentsOnScreen, PicturesGoAlongIntoAnotherFolder) {
   for (const char* folder : {"from/small", "to"})
     ASSERT_TRUE(QDir().mkpath(path_of(QString::fromLatin1(folder))));

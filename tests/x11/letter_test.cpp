@@ -258,6 +258,8 @@ TEST_F(Letter, IsWrittenCheckedSavedAndReadAgain) {
   choose("save");
   ASSERT_TRUE(wait_for([&] { return !window_->front().is_modified(); }));
   picture("saved");
+  EXPECT_TRUE(file(QStringLiteral("fair.html")).contains("<title>Summer fair</title>"))
+      << "nobody has thought of a title";
 
   hands::give_focus(*window_);
   answer_with(path_of(QStringLiteral("fair.pdf")));

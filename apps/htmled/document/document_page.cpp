@@ -26,6 +26,7 @@
 #include "tvx/base/text_file.h"
 #include "tvx/browser/html_document.h"
 #include "tvx/core/htmled.h"
+#include "tvx/dom/mutation.h"
 #include "tvx/files/edited_page.h"
 #include "tvx/htmled_widget.h"
 #include "tvx/qt/support/strings.h"
@@ -244,9 +245,24 @@ bool DocumentPage::save_as() {
     dialog.selectFile(proposed_name(*document));
   dialog.setDefaultSuffix(QStringLiteral("html"));
   const QString before = path();
-  if (dialog.exec() != QDialog::Accepted || !save_to(dialog.selectedFiles().constFirst())) return false;
+  if (dialog.exec() != QDialog::Accepted) return false;
+  if (before.isEmpty()) take_title();
+  if (!save_to(dialog.selectedFiles().constFirst())) return false;
   if (!before.isEmpty()) take_files_along(QFileInfo(before).absolutePath());
   return true;
+}
+
+// Browsers and searches show the title of a page, and few think of writing one.
+void DocumentPage::take_title() {
+  finish_typing();
+  core::HTMLed& control = editor_->control();
+  const auto document = control.DOM();
+  if (!document || to_qt(document->title()) != tr("Untitled")) return;
+  const QString heading = first_heading(*document);
+  if (heading.isEmpty()) return;
+  // No step of undo: it would be the first that is taken back, and nobody would see what.
+  const dom::MutationScope scope(document->tree(), dom::MutationKind::Load);
+  control.set_DocumentTitle(from_qt(heading));
 }
 
 // The page still shows them from the old folder, and nobody would miss them before the next start.

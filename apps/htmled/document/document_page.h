@@ -166,6 +166,8 @@ class DocumentPage final : public QWidget, private core::HTMLedEvents, private c
   FileStamp present_stamp() const;
   /// Whether to write over what another program has put in the file meanwhile.
   bool may_overwrite();
+  /// A page that has been given no title is called by its first heading.
+  void take_title();
   /// Offers to copy what the page shows from its old folder into that of its file.
   void take_files_along(const QString& from);
   /// Says that the file couldn't be saved, and offers to choose another one; whether it is saved in the end.

@@ -11,30 +11,32 @@ namespace tvx::htmled {
 namespace {
 
 /// Without what file systems take for something else.
-QString as_name(const std::u16string& text) {
+QString as_name(const QString& text) {
   static const QRegularExpression foreign(QStringLiteral(R"([\x00-\x1f/\\:*?"<>|]+)"));
   constexpr int longest = 60;
-  QString name = qt::to_qt(text).replace(foreign, QStringLiteral(" ")).simplified();
+  QString name = QString(text).replace(foreign, QStringLiteral(" ")).simplified();
   // A dot hides a file.
   while (name.startsWith(u'.') || name.startsWith(u' ')) name.remove(0, 1);
   return name.left(longest).trimmed();
 }
 
-QString first_heading(const dom::Node* body) {
+}  // namespace
+
+QString first_heading(const browser::HTMLDocument& document) {
   constexpr int first_nodes = 1000;
+  const dom::Node* body = document.body();
   const dom::Node* node = body;
   for (int seen = 0; node && seen < first_nodes; ++seen, node = dom::next_in_order(*node, body)) {
     if (!editing::is_heading(*node)) continue;
-    if (QString name = as_name(dom::text_content(*node)); !name.isEmpty()) return name;
+    const QString text = qt::to_qt(dom::text_content(*node)).simplified();
+    if (!as_name(text).isEmpty()) return text;
   }
   return {};
 }
 
-}  // namespace
-
 QString proposed_name(const browser::HTMLDocument& document) {
-  QString name = first_heading(document.body());
-  if (name.isEmpty()) name = as_name(document.title());
+  QString name = as_name(first_heading(document));
+  if (name.isEmpty()) name = as_name(qt::to_qt(document.title()));
   return name.isEmpty() ? QString() : name + QStringLiteral(".html");
 }
 
