@@ -89,15 +89,8 @@ tvx_result close(tvx_control* self) {
 // --- tvx_dispatch ---
 
 tvx_result get_numbers(tvx_dispatch*, const tvx_text* names, std::uint32_t count, std::int32_t* numbers) {
-  if ((!names || !numbers) && count > 0) return TVX_POINTER;
-  return guarded([&] {
-    tvx_result answer = TVX_OK;
-    for (std::uint32_t i = 0; i < count; ++i) {
-      numbers[i] = number_of_member(view_of(names[i]));
-      if (numbers[i] < 0) answer = TVX_NO_NAME;
-    }
-    return answer;
-  });
+  return numbers_of_names(names, count, numbers,
+                          [](std::u16string_view name) { return number_of_member(name); });
 }
 
 tvx_result invoke_member(tvx_dispatch* self, std::int32_t number, std::uint16_t how, tvx_value* arguments,

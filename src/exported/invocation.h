@@ -22,6 +22,21 @@ struct Arguments {
   }
 };
 
+/// GetIDsOfNames: the number that `number_of` has for each name, -1 for one that means nothing.
+template <class NumberOf>
+tvx_result numbers_of_names(const tvx_text* names, std::uint32_t count, std::int32_t* numbers,
+                            NumberOf&& number_of) noexcept {
+  if ((!names || !numbers) && count > 0) return TVX_POINTER;
+  return guarded([&] {
+    tvx_result answer = TVX_OK;
+    for (std::uint32_t i = 0; i < count; ++i) {
+      numbers[i] = number_of(view_of(names[i]));
+      if (numbers[i] < 0) answer = TVX_NO_NAME;
+    }
+    return answer;
+  });
+}
+
 /// Runs a member's work, which gives its result; what it throws is told as the host's `error`.
 template <class Call>
 tvx_result invoke(tvx_value* result, tvx_error* error, Call&& call) noexcept {

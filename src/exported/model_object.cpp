@@ -38,15 +38,6 @@ class ModelObject final : public Counted {
   tvx_dispatch* dispatch() { return &dispatch_; }
   const library::ObjectHandle& object() const { return object_; }
 
-  tvx_result numbers(const tvx_text* names, std::uint32_t count, std::int32_t* numbers) const {
-    tvx_result answer = TVX_OK;
-    for (std::uint32_t i = 0; i < count; ++i) {
-      numbers[i] = number_of_name(view_of(names[i]));
-      if (numbers[i] < 0) answer = TVX_NO_NAME;
-    }
-    return answer;
-  }
-
   tvx_result call(std::int32_t number, std::uint16_t how, Arguments arguments, tvx_value& result) {
     const library::ObjectHandle object = object_;  // a member may release this
     const auto name = name_of_number(number);
@@ -75,10 +66,9 @@ class ModelObject final : public Counted {
   library::ObjectHandle object_;
 };
 
-tvx_result get_numbers(tvx_dispatch* self, const tvx_text* names, std::uint32_t count,
-                       std::int32_t* numbers) {
-  if ((!names || !numbers) && count > 0) return TVX_POINTER;
-  return guarded([&] { return owner_of<ModelObject>(self).numbers(names, count, numbers); });
+tvx_result get_numbers(tvx_dispatch*, const tvx_text* names, std::uint32_t count, std::int32_t* numbers) {
+  return numbers_of_names(names, count, numbers,
+                          [](std::u16string_view name) { return number_of_name(name); });
 }
 
 tvx_result invoke_member(tvx_dispatch* self, std::int32_t number, std::uint16_t how, tvx_value* arguments,

@@ -170,18 +170,14 @@ constexpr Name names_of_members[] = {{u"item", TVX_CTimer_MEMBER_item},
                                      {u"Interval", TVX_CTimer_MEMBER_Interval},
                                      {u"PulseTimer", TVX_CTimer_MEMBER_PulseTimer}};
 
+std::int32_t number_of_name(std::u16string_view name) {
+  for (const Name& row : names_of_members)
+    if (equals_ignoring_ascii_case(row.name, name)) return row.number;
+  return -1;
+}
+
 tvx_result get_numbers(tvx_dispatch*, const tvx_text* names, std::uint32_t count, std::int32_t* numbers) {
-  if ((!names || !numbers) && count > 0) return TVX_POINTER;
-  return guarded([&] {
-    tvx_result answer = TVX_OK;
-    for (std::uint32_t i = 0; i < count; ++i) {
-      numbers[i] = -1;
-      for (const Name& row : names_of_members)
-        if (equals_ignoring_ascii_case(row.name, view_of(names[i]))) numbers[i] = row.number;
-      if (numbers[i] < 0) answer = TVX_NO_NAME;
-    }
-    return answer;
-  });
+  return numbers_of_names(names, count, numbers, number_of_name);
 }
 
 tvx_result invoke_member(tvx_dispatch* self, std::int32_t number, std::uint16_t how, tvx_value* arguments,
