@@ -38,7 +38,9 @@ class AttributeListTest : public ::testing::Test {
       ++place;
     }
     ASSERT_EQ(place, plain_.size());
-    if (place) ASSERT_EQ(list_.front().value, plain_.front());
+    if (place) {
+      ASSERT_EQ(list_.front().value, plain_.front());
+    }
   }
 
   AttributeList list_;

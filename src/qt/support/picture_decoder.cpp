@@ -91,7 +91,7 @@ PictureDecoder::Ticket PictureDecoder::enter(std::shared_ptr<Work> work, Done do
     QMetaObject::invokeMethod(
         qApp,
         [book, ticket, image] {
-          if (const Done done = book->take(ticket)) done(image);
+          if (const Done waiting = book->take(ticket)) waiting(image);
         },
         Qt::QueuedConnection);
   });

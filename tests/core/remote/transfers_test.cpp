@@ -181,7 +181,9 @@ TEST_F(Remote, ASecondTransferWithinOneIsRefusedAndMixesNothing) {
 TEST_F(Remote, TheDocumentMayBeReadAndSetWithinATransfer) {
   start_with(u"<P>one</P>");
   transfer_host.within = [&](const std::string& line) {
-    if (line == "progress 100 250") EXPECT_EQ(control->DocumentHTML(), u"<P>one</P>");
+    if (line == "progress 100 250") {
+      EXPECT_EQ(control->DocumentHTML(), u"<P>one</P>");
+    }
     if (line == "progress 200 250") control->set_DocumentHTML(u"<P>two</P>");
   };
   EXPECT_TRUE(control->PutFileFTP(write_file("a", std::string(250, 'x')), u"b"));
