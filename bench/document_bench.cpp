@@ -8,6 +8,7 @@
 #include <string>
 
 #include "documents.h"
+#include "tvx/base/small_objects.h"
 #include "tvx/base/strings.h"
 #include "tvx/dom/collections.h"
 #include "tvx/dom/inner_text.h"
@@ -55,7 +56,7 @@ void serialise(benchmark::State& state) {
 
 std::size_t heap_in_use() {
   const auto info = mallinfo2();
-  return info.uordblks + info.hblkhd;
+  return info.uordblks + info.hblkhd + SmallObjects::held();
 }
 
 // What the tree takes, and what that is above the text that it was made of (as bytes of the file).

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cassert>
 
+#include "tvx/base/small_objects.h"
 #include "tvx/dom/journal.h"
 #include "tvx/dom/range.h"
 #include "tvx/dom/tree.h"
@@ -24,11 +25,11 @@ Document::~Document() {
 }
 
 Ref<Element> Document::create_element(Name name, Namespace name_space) {
-  return Ref<Element>(new Element(*anchor_, name, name_space));
+  return Ref<Element>(new (SmallObjects::take(sizeof(Element))) Element(*anchor_, name, name_space));
 }
 
 Ref<Text> Document::create_text(std::u16string data) {
-  return Ref<Text>(new Text(*anchor_, std::move(data)));
+  return Ref<Text>(new (SmallObjects::take(sizeof(Text))) Text(*anchor_, std::move(data)));
 }
 
 Ref<Comment> Document::create_comment(std::u16string data) {

@@ -1,6 +1,7 @@
 #include "tvx/dom/node.h"
 
 #include "tvx/base/error.h"
+#include "tvx/base/small_objects.h"
 #include "tvx/dom/attribute_places.h"
 #include "tvx/dom/document.h"
 
@@ -43,13 +44,24 @@ void Node::destroy(Node* node) {
   }
 }
 
+namespace {
+
+// Of the two kinds that a document has by the thousand, which it makes in the store of small objects.
+template <class Kind>
+void give_back(Kind& node) {
+  node.~Kind();
+  SmallObjects::give_back(&node, sizeof(Kind));
+}
+
+}  // namespace
+
 void Node::delete_node(Node* node) {
   switch (node->type_) {
     case NodeType::Element:
       AttributePlaces::forget(*static_cast<Element*>(node));
-      delete static_cast<Element*>(node);
+      give_back(*static_cast<Element*>(node));
       break;
-    case NodeType::Text: delete static_cast<Text*>(node); break;
+    case NodeType::Text: give_back(*static_cast<Text*>(node)); break;
     case NodeType::Comment: delete static_cast<Comment*>(node); break;
     case NodeType::DocumentType: delete static_cast<DocumentType*>(node); break;
     case NodeType::DocumentFragment: delete static_cast<DocumentFragment*>(node); break;

@@ -39,6 +39,10 @@ class Tokenizer {
   void set_last_start_tag(Name name) { last_start_tag_ = name; }
   /// 16-bit units read so far, of the text with its line ends made one.
   Offset position() const { return static_cast<Offset>(at_ - begin_); }
+  /// From 0 to 1.
+  double part_read() const {
+    return begin_ == end_ ? 1 : static_cast<double>(at_ - begin_) / static_cast<double>(end_ - begin_);
+  }
 
  private:
   // tokenizer.cpp

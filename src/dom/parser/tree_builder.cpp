@@ -1,5 +1,6 @@
 #include "tvx/dom/parser/tree_builder.h"
 
+#include "tvx/base/small_objects.h"
 #include "tvx/base/work_count.h"
 #include "tvx/dom/builder.h"
 #include "tvx/dom/parser/foreign_names.h"
@@ -43,6 +44,7 @@ void TreeBuilder::set_up_fragment(const FragmentContext& context) {
 }
 
 void TreeBuilder::run() {
+  const SmallObjectsToCome nodes([this] { return tokenizer_.part_read(); });
   while (!stopped_) {
     const bool foreign = !stack_.empty() && !adjusted_current_node().is_html();
     tokenizer_.next(token_, foreign);
