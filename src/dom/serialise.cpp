@@ -1,7 +1,16 @@
 #include "tvx/dom/serialise.h"
 
+#include <sys/mman.h>
+
 #include <algorithm>
 #include <array>
+#include <bit>
+#include <cstring>
+#include <memory>
+
+#ifdef __SSE2__
+#include <emmintrin.h>
+#endif
 
 #include "tvx/dom/tree.h"
 
@@ -27,65 +36,6 @@ bool drops_first_line_break(const Node* parent) {
   return parent && (parent->is(Tag::Pre) || parent->is(Tag::Textarea) || parent->is(Tag::Listing));
 }
 
-/// Text that grows at its end, with the room for the next pieces checked once and not for each letter.
-class Writer {
- public:
-  void reserve(std::size_t units) {
-    text_.resize(units);
-    set_limits(0);
-  }
-
-  void write(char16_t c) {
-    if (at_ == limit_) grow(1);
-    *at_++ = c;
-  }
-
-  void write(std::u16string_view piece) {
-    if (static_cast<std::size_t>(limit_ - at_) < piece.size()) grow(piece.size());
-    if (piece.size() > 16) {
-      at_ = std::copy(piece.begin(), piece.end(), at_);
-    } else {
-      for (const char16_t c : piece) *at_++ = c;  // most are names, and too short for a call
-    }
-  }
-
-  std::u16string take() {
-    text_.resize(static_cast<std::size_t>(at_ - text_.data()));
-    return std::move(text_);
-  }
-
- private:
-  void grow(std::size_t needed) {
-    const std::size_t used = static_cast<std::size_t>(at_ - text_.data());
-    text_.resize(std::max(used + needed, 2 * text_.size()));
-    set_limits(used);
-  }
-
-  void set_limits(std::size_t used) {
-    at_ = text_.data() + used;
-    limit_ = text_.data() + text_.size();
-  }
-
-  std::u16string text_;
-  char16_t* at_ = text_.data();
-  char16_t* limit_ = at_;
-};
-
-// About as many units as the text of these nodes will have: all but its references.
-std::size_t estimated_length(const Node& root) {
-  std::size_t length = 64;
-  for (const Node* node = &root; node; node = next_in_order(*node, &root)) {
-    if (const auto* data = as<CharacterData>(node)) {
-      length += data->length() + data->length() / 32 + 8;
-    } else if (const auto* element = as<Element>(node)) {
-      length += 2 * element->name().text().size() + 5;
-      for (const Attribute& attribute : element->attributes())
-        length += attribute.name.text().size() + attribute.value.size() + 4;
-    }
-  }
-  return length;
-}
-
 // What is written as a reference, by its character; '"' in values only.
 enum class Escape : std::uint8_t { Never, InValue, Always };
 constexpr auto escapes = [] {
@@ -103,6 +53,126 @@ constexpr std::u16string_view reference_of(char16_t c) {
     case u'"': return u"&quot;";
     default: return u"&nbsp;";
   }
+}
+
+constexpr std::size_t longest_reference = 6;
+
+// Eight units that are compared at once, on any processor that can.
+using Eight = std::uint16_t __attribute__((vector_size(16)));
+
+bool holds_escape(Eight units) {
+  const auto found =
+      (units == u'&') | (units == u'<') | (units == u'>') | (units == u'"') | (units == Eight{} + 0xA0);
+#ifdef __SSE2__
+  return _mm_movemask_epi8(std::bit_cast<__m128i>(found)) != 0;
+#else
+  const auto halves = std::bit_cast<std::array<std::uint64_t, 2>>(found);
+  return (halves[0] | halves[1]) != 0;
+#endif
+}
+
+// Memory of a large text that is about to be written from its start to its end: given at once where a large
+// page fits in, and not in 512 pieces, which takes as long as to write the text.
+void ask_for_large_pages(const std::u16string& text) {
+  constexpr std::size_t large = std::size_t(2) << 20;
+  void* from = const_cast<char16_t*>(text.data());
+  std::size_t bytes = text.capacity() * sizeof(char16_t);
+  if (std::align(large, large, from, bytes)) madvise(from, bytes / large * large, MADV_HUGEPAGE);
+}
+
+/// Text that grows at its end. It is put together in a small piece of memory that stays in the processor's
+/// cache, so that each page of the whole is written once, from its start to its end, and none for nothing.
+class Writer {
+ public:
+  /// About as many as there will be.
+  void reserve(std::size_t units) {
+    if (units <= buffer_.size()) return;
+    text_.reserve(units);
+    ask_for_large_pages(text_);
+  }
+
+  void write(char16_t c) {
+    if (at_ == limit_) flush();
+    *at_++ = c;
+  }
+
+  void write(std::u16string_view piece) {
+    if (room() < piece.size()) {
+      flush();
+      if (piece.size() > buffer_.size()) {
+        text_.append(piece);
+        return;
+      }
+    }
+    if (piece.size() > 16) {
+      at_ = std::copy(piece.begin(), piece.end(), at_);
+    } else {
+      for (const char16_t c : piece) *at_++ = c;  // most are names, and too short for a call
+    }
+  }
+
+  void write_escaped(std::u16string_view text, Escape least) {
+    const char16_t *from = text.data(), *const end = from + text.size();
+    for (; end - from >= 8; from += 8) {
+      Eight units;
+      std::memcpy(&units, from, sizeof units);
+      if (holds_escape(units)) {
+        write_few(from, from + 8, least);
+        continue;
+      }
+      if (room() < 8) flush();
+      std::memcpy(at_, &units, sizeof units);
+      at_ += 8;
+    }
+    write_few(from, end, least);
+  }
+
+  std::u16string take() {
+    flush();
+    return std::move(text_);
+  }
+
+ private:
+  std::size_t room() const { return static_cast<std::size_t>(limit_ - at_); }
+
+  // No more than eight.
+  void write_few(const char16_t* from, const char16_t* end, Escape least) {
+    if (room() < 8 * longest_reference) flush();
+    char16_t* at = at_;
+    for (; from != end; ++from) {
+      if (*from >= escapes.size() || escapes[*from] < least) {
+        *at++ = *from;
+      } else {
+        for (const char16_t c : reference_of(*from)) *at++ = c;
+      }
+    }
+    at_ = at;
+  }
+
+  void flush() {
+    text_.append(buffer_.data(), at_);
+    at_ = buffer_.data();
+  }
+
+  std::u16string text_;
+  std::array<char16_t, 4096> buffer_;
+  char16_t* at_ = buffer_.data();
+  char16_t* const limit_ = at_ + buffer_.size();
+};
+
+// About as many units as the text of these nodes will have. Attributes aren't read: most of the time would be
+// spent on waiting for their memory, and what is reserved for nothing is never touched.
+constexpr std::size_t usual_attribute = 40;
+std::size_t estimated_length(const Node& root) {
+  std::size_t length = 64;
+  for (const Node* node = &root; node; node = next_in_order(*node, &root)) {
+    if (const auto* data = as<CharacterData>(node)) {
+      length += data->length() + data->length() / 32 + 8;
+    } else if (const auto* element = as<Element>(node)) {
+      length += 2 * element->name().text().size() + 5 + usual_attribute * element->attributes().size();
+    }
+  }
+  return length;
 }
 
 /// Writes a subtree without recursion: one walk that opens on the way down and closes on the way up.
@@ -213,7 +283,7 @@ class Serialiser {
       out_.write(u' ');
       out_.write(attribute.name.text());
       out_.write(u"=\"");
-      escape(attribute.value, true);
+      out_.write_escaped(attribute.value, Escape::InValue);
       out_.write(u'"');
     }
     out_.write(u'>');
@@ -230,25 +300,12 @@ class Serialiser {
     if (holds_raw_text(node.parent())) {
       out_.write(node.data());
     } else {
-      escape(node.data(), false);
+      out_.write_escaped(node.data(), Escape::Always);
     }
   }
 
   const std::u16string& tag_name(const Element& element) const {
     return letters_ == Letters::Upper ? element.display_name() : element.name().text();
-  }
-
-  void escape(std::u16string_view text, bool in_value) {
-    const Escape least = in_value ? Escape::InValue : Escape::Always;
-    std::size_t copied = 0;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-      const char16_t c = text[i];
-      if (c >= escapes.size() || escapes[c] < least) continue;
-      out_.write(text.substr(copied, i - copied));
-      out_.write(reference_of(c));
-      copied = i + 1;
-    }
-    out_.write(text.substr(copied));
   }
 
   Letters letters_;
