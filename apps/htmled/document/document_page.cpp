@@ -169,6 +169,8 @@ bool DocumentPage::load(files::DocumentFile file) {
 
 bool DocumentPage::load_document(files::DocumentFile file) {
   const QScopedValueRollback<bool> loading(loading_, true);
+  // Loading takes a while, and whoever writes the file meanwhile has written another one than was read.
+  const FileStamp stamp = stamp_of(to_qt(file.path()));
   if (!files::open_in(editor_->control(), file)) {
     emit told(tr("Can't open %1").arg(to_qt(file.source())));
     return false;
@@ -176,7 +178,7 @@ bool DocumentPage::load_document(files::DocumentFile file) {
   file_ = std::move(file);
   pending_.reset();  // the page's name is that of its file from here on
   mark_->clear();
-  stamp_ = present_stamp();
+  stamp_ = stamp;
   keeps_own_ = false;
   has_begun_ = true;
   show_hint();

@@ -163,7 +163,8 @@ class DocumentPage final : public QWidget, private core::HTMLedEvents, private c
   bool load(files::DocumentFile file);
   bool load_document(files::DocumentFile file);
   bool save_to(const QString& path);
-  FileStamp present_stamp() const;
+  static FileStamp stamp_of(const QString& path);
+  FileStamp present_stamp() const { return stamp_of(path()); }
   /// Whether to write over what another program has put in the file meanwhile.
   bool may_overwrite();
   /// A page that has been given no title is called by its first heading.

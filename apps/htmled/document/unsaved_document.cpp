@@ -81,9 +81,9 @@ void DocumentPage::show_restored() {
 
 // --- files that other programs write ---
 
-DocumentPage::FileStamp DocumentPage::present_stamp() const {
-  const QFileInfo file(path());
-  return path().isEmpty() || !file.exists() ? FileStamp{} : FileStamp{file.lastModified(), file.size()};
+DocumentPage::FileStamp DocumentPage::stamp_of(const QString& path) {
+  const QFileInfo file(path);
+  return path.isEmpty() || !file.exists() ? FileStamp{} : FileStamp{file.lastModified(), file.size()};
 }
 
 // To ask the folder costs nothing; only where time or size are others is the file read.

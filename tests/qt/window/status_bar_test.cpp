@@ -8,6 +8,8 @@
 #include <QTemporaryDir>
 #include <QToolButton>
 #include <functional>
+#include <string>
+#include <vector>
 
 #include "htmled/document/document_page.h"
 #include "htmled/window.h"
@@ -15,6 +17,7 @@
 #include "tvx/browser/html_document.h"
 #include "tvx/core/htmled.h"
 #include "tvx/dom/inner_html.h"
+#include "tvx/dom/mutation.h"
 #include "tvx/htmled_widget.h"
 #include "tvx/qt/support/message_loop.h"
 
@@ -43,10 +46,19 @@ class StatusBarTest : public testing::Test {
   }
   std::string counts() { return window_.findChild<QLabel*>(QStringLiteral("counts"))->text().toStdString(); }
   QToolButton* button(const char* name) { return window_.findChild<QToolButton*>(QString::fromLatin1(name)); }
-  void choose(const char* name, const QString& item) {
+  QList<QAction*> offered(const char* name) {
     QMenu* menu = button(name)->menu();
     emit menu->aboutToShow();
-    for (QAction* action : menu->actions())
+    return menu->actions();
+  }
+  std::vector<std::string> marked(const char* name) {
+    std::vector<std::string> texts;
+    for (const QAction* action : offered(name))
+      if (action->isChecked()) texts.push_back(action->text().toStdString());
+    return texts;
+  }
+  void choose(const char* name, const QString& item) {
+    for (QAction* action : offered(name))
       if (action->text() == item) return action->trigger();
     FAIL() << name << " doesn't offer " << item.toStdString();
   }
@@ -72,6 +84,30 @@ TEST_F(StatusBarTest, CountsTheDocumentAndTheSelection) {
   EXPECT_TRUE(wait_for([&] { return counts() == "1 word, 4 characters"; })) << counts();
 }
 
+TEST_F(StatusBarTest, ForgetsTheCountsOfAnEditorThatIsGone) {
+  open("<!DOCTYPE html><p>One two</p>\n");
+  ASSERT_TRUE(wait_for([&] { return counts() == "2 words, 7 characters"; })) << counts();
+  TextCounts others;
+  bool paused = false;
+  QObject::connect(&others, &TextCounts::paused, [&] { paused = true; });
+  others.set_editor(&window_.editor());
+  others.set_editor(nullptr);  // while the first count is waited for
+  EXPECT_TRUE(wait_for([&] { return paused; }));
+  EXPECT_EQ(others.of_document(), editing::TextCount{});
+}
+
+TEST_F(StatusBarTest, LeavesTheCountsWhereAPageHasLostItsBody) {
+  open("<!DOCTYPE html><p>One two</p>\n");
+  ASSERT_TRUE(wait_for([&] { return counts() == "2 words, 7 characters"; })) << counts();
+  bool paused = false;
+  QObject::connect(static_cast<StatusBar*>(window_.statusBar()), &StatusBar::outdated,
+                   [&] { paused = true; });
+  dom::remove(*window_.editor().control().DOM()->body());
+  emit window_.editor().property_changed(QStringLiteral("DocumentHTML"));
+  EXPECT_TRUE(wait_for([&] { return paused; }));
+  EXPECT_EQ(counts(), "2 words, 7 characters");
+}
+
 TEST_F(StatusBarTest, ChangesTheCharacterSetInFileAndPage) {
   open("<!DOCTYPE html><meta charset=\"utf-8\"><p>gr\xC3\xBC\xC3\x9F</p>\n");
   EXPECT_EQ(button("charset")->text().toStdString(), "UTF-8");
@@ -80,6 +116,15 @@ TEST_F(StatusBarTest, ChangesTheCharacterSetInFileAndPage) {
   EXPECT_TRUE(wait_for([&] { return window_.isWindowModified(); }));
   EXPECT_EQ(saved(), "<!DOCTYPE html><meta charset=\"windows-1252\"><p>gr\xFC\xDF</p>\n");
   EXPECT_FALSE(window_.isWindowModified());
+}
+
+TEST_F(StatusBarTest, OffersTheFilesOwnCharacterSetOnce) {
+  open("<!DOCTYPE html><meta charset=\"koi8-r\"><p>\xC1</p>\n");
+  EXPECT_EQ(marked("charset"), std::vector<std::string>{"KOI8-R"});
+  const qsizetype with_its_own = offered("charset").size();
+  open("<!DOCTYPE html><meta charset=\"windows-1251\"><p>\xC1</p>\n");
+  EXPECT_EQ(marked("charset"), std::vector<std::string>{"WINDOWS-1251"});
+  EXPECT_EQ(offered("charset").size(), with_its_own - 1);
 }
 
 TEST_F(StatusBarTest, ChangesTheLineEnds) {
@@ -111,6 +156,7 @@ TEST_F(StatusBarTest, ShowsAndSetsTheZoom) {
   choose("zoom", QStringLiteral("150 %"));
   EXPECT_TRUE(wait_for([&] { return button("zoom")->text() == QStringLiteral("150 %"); }));
   EXPECT_DOUBLE_EQ(window_.editor().zoom(), 1.5);
+  EXPECT_EQ(marked("zoom"), std::vector<std::string>{"150 %"});
 }
 
 TEST_F(StatusBarTest, IsThereFromTheStartAndMovesNothing) {

@@ -1,7 +1,10 @@
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <QApplication>
 #include <QDir>
+#include <QDirIterator>
 #include <QFile>
 #include <QListWidget>
 #include <QPushButton>
@@ -10,9 +13,12 @@
 #include <QTimer>
 #include <functional>
 #include <memory>
+#include <utility>
 
 #include "htmled/document/document_page.h"
 #include "htmled/tabs.h"
+#include "htmled/unsaved/changed_file_dialog.h"
+#include "htmled/unsaved/page_keeper.h"
 #include "htmled/unsaved/unsaved_dialog.h"
 #include "htmled/unsaved/unsaved_folder.h"
 #include "htmled/window.h"
@@ -240,6 +246,59 @@ TEST_F(UnsavedPages, OfAProgramThatLivesAreNobodyElses) {
   edit(u"<P>three</P>");
   window_->keep_everything();
   EXPECT_TRUE(kept().empty());
+}
+
+TEST_F(UnsavedPages, OfAFileThatIsWrittenWhileItLoadsAreAskedAboutWhenItHasLoaded) {
+  const QString path = file();
+  ASSERT_TRUE(window_->start(path));
+  bool written = false;
+  int asked = 0, asked_while_loading = 0;
+  QTimer watch;
+  QObject::connect(&watch, &QTimer::timeout, [&] {
+    const bool busy = window_->front().is_busy();
+    if (busy && !std::exchange(written, true)) {
+      file("<!DOCTYPE html>\n<title>T</title>\n<p>theirs, and longer</p>\n");
+      window_->front().look_at_file();
+    }
+    auto* dialog = qobject_cast<ChangedFileDialog*>(QApplication::activeModalWidget());
+    if (!dialog) return;
+    ++(busy ? asked_while_loading : asked);
+    dialog->reject();
+  });
+  watch.start(0);
+  ASSERT_TRUE(window_->front().open(path));
+  ASSERT_TRUE(written);
+  EXPECT_EQ(asked_while_loading, 0);
+  window_->front().look_at_file();
+  EXPECT_EQ(asked, 1);
+  EXPECT_TRUE(window_->isWindowModified()) << "the document is kept, the file is another";
+}
+
+TEST_F(UnsavedPages, AreAllOnTheDiskOnceTheyAreWaitedFor) {
+  KeptPages pages;
+  constexpr int count = 200;
+  for (int i = 0; i < count; ++i) pages.keep(pages.new_name(), {u"/a", 1, u"<p>a", {}});
+  pages.finish();
+  int found = 0;
+  QDirIterator files(folder_.path(), {QStringLiteral("*.page")}, QDir::Files, QDirIterator::Subdirectories);
+  for (; files.hasNext(); files.next()) ++found;
+  EXPECT_EQ(found, count);
+  for (int i = 1; i <= count; ++i) pages.forget(std::to_string(i));
+}
+
+/// A program that was started with its input closed gets that number for the first file that it opens.
+TEST_F(UnsavedPages, AreKeptWhereTheInputIsClosed) {
+  const int input = ::fcntl(STDIN_FILENO, F_DUPFD_CLOEXEC, 3);
+  ::close(STDIN_FILENO);
+  {
+    UnsavedFolder own;
+    EXPECT_NO_THROW(own.keep("1", files::kept_bytes({u"/a", 1, u"<p>a", {}})));
+    EXPECT_NE(::fcntl(STDIN_FILENO, F_GETFD), -1) << "it is the folder's lock";
+    EXPECT_TRUE(kept().empty());
+  }
+  EXPECT_EQ(::fcntl(STDIN_FILENO, F_GETFD), -1);
+  EXPECT_EQ(kept().size(), 1u);
+  if (input >= 0) ::dup2(input, STDIN_FILENO), ::close(input);
 }
 
 TEST(UnsavedFolder, IsAbandonedWithWhatIsWholeInIt) {
