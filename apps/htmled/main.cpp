@@ -14,6 +14,7 @@
 #include "htmled/start/termination.h"
 #include "htmled/window.h"
 #include "tvx/qt/support/message_loop.h"
+#include "tvx/qt/web/way_to_draw.h"
 #include "tvx/web_engine.h"
 
 namespace {
@@ -103,7 +104,9 @@ int main(int argc, char** argv) {
   // What is read is the document. The engine's own tree of the page, beside it, would say everything twice.
   qunsetenv("QTWEBENGINE_ENABLE_LINUX_ACCESSIBILITY");
   tvx::qt::prepare_web_engine();
+  auto drawing = std::make_optional<tvx::qt::WayToDraw>();
   QApplication application(argc, argv);
+  drawing.reset();
   parser.process(application);
   QApplication::setStyle(new tvx::htmled::JoinedLettersStyle);
   QApplication::setWindowIcon(QIcon(QStringLiteral(":/htmled/icon.svg")));

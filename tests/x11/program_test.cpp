@@ -1,10 +1,14 @@
 #include <gtest/gtest.h>
 
 #include <QFile>
+#include <QGuiApplication>
+#include <QImage>
 #include <QProcess>
+#include <QScreen>
 #include <QTemporaryDir>
 #include <QTest>
 
+#include "tvx/qt/web/way_to_draw.h"
 #include "x11/hands.h"
 #include "x11/x_display.h"
 
@@ -69,6 +73,28 @@ TEST_F(ProgramOnScreen, TypesSavesAndEnds) {
   ASSERT_TRUE(wait_for([&] { return program_.state() == QProcess::NotRunning; }));
   EXPECT_EQ(program_.exitStatus(), QProcess::NormalExit);
   EXPECT_EQ(program_.exitCode(), 0);
+}
+
+// Without a graphics card OpenGL is the processor's work, too, in a round-about way whose search takes half
+// of the start: no library of it is there then, and the page is shown all the same.
+TEST_F(ProgramOnScreen, LooksForOpenGLOnlyWhereACardIs) {
+  if (qt::has_graphics_card()) GTEST_SKIP() << "SKIPPED: this machine has a graphics card";
+  start(
+      "<!DOCTYPE html>\n<html><head><title>t</title></head>\n<body bgcolor=\"#00ff00\">\n<p>A "
+      "paragraph.</p>\n</body></html>\n");
+  hands::type(QStringLiteral("abc"));
+  EXPECT_TRUE(wait_for([&] { return modified(); }));
+  const auto green = [&] {
+    const QImage image = QGuiApplication::primaryScreen()->grabWindow(window().toULongLong()).toImage();
+    return image.pixelColor(image.width() / 2, image.height() / 2) == QColor(0, 255, 0);
+  };
+  EXPECT_TRUE(wait_for(green));
+  QFile maps(QStringLiteral("/proc/%1/maps").arg(program_.processId()));
+  ASSERT_TRUE(maps.open(QIODevice::ReadOnly));
+  const QByteArray loaded = maps.readAll();
+  EXPECT_TRUE(loaded.contains("libQt6WebEngineCore"));
+  EXPECT_FALSE(loaded.contains("libGLX_mesa"));
+  EXPECT_FALSE(loaded.contains("_dri.so"));
 }
 
 }  // namespace
