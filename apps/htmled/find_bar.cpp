@@ -64,7 +64,6 @@ FindBar::FindBar(QWidget* parent)
   message_->setObjectName(QStringLiteral("message"));
   replace_->setObjectName(QStringLiteral("replace"));
   replace_all_->setObjectName(QStringLiteral("replaceAll"));
-  sought_->setClearButtonEnabled(true);
   more_->setArrowType(Qt::RightArrow);
   previous_->setArrowType(Qt::UpArrow);
   next_->setArrowType(Qt::DownArrow);
@@ -176,6 +175,7 @@ void FindBar::open(bool with_replacement) {
   if (!editor_) return;
   if (settle_) settle_();
   const bool came = !std::exchange(open_, true);
+  sought_->setClearButtonEnabled(true);  // its icon is looked for all over the system: not at the start
   // A search that is on its way has selected what it found.
   if (came || !isAncestorOf(QApplication::focusWidget())) take_selection();
   if (with_replacement) show_replacement(true);

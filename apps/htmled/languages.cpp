@@ -3,8 +3,10 @@
 #include <QApplication>
 #include <QCollator>
 #include <QDir>
+#include <QFile>
 #include <QLibraryInfo>
 #include <QProxyStyle>
+#include <QXmlStreamReader>
 #include <algorithm>
 
 #include "tvx/localise/xml_document.h"
@@ -20,11 +22,18 @@ using qt::to_qt;
 
 const QString settings_key = QStringLiteral("language");
 
-/// What the language calls itself; the code, where its file doesn't tell.
-QString own_name(const XmlElement& root, const QString& code) {
-  for (const localise::XmlAttribute& attribute : root.attributes())
-    if (attribute.name == u"name") return to_qt(attribute.value);
-  return code;
+/// What the language calls itself; its code, where its file doesn't tell. Nothing where the file isn't whole.
+/// No more than its start and its end are looked at: of all words a start needs those of one language.
+QString own_name(const QString& path, const QString& code) {
+  QFile file(path);
+  if (!file.open(QIODevice::ReadOnly)) return {};
+  const QByteArray text = file.readAll();
+  QXmlStreamReader reader(text);
+  if (!reader.readNextStartElement()) return {};
+  const QByteArray end = "</" + reader.qualifiedName().toUtf8() + '>';
+  if (!text.trimmed().endsWith(end)) return {};
+  const QString name = reader.attributes().value(QLatin1String("name")).toString();
+  return name.isEmpty() ? code : name;
 }
 
 /// Words from right to left. An underlined letter is drawn by itself: the letters of Arabic that meet it
@@ -86,10 +95,8 @@ QString Languages::folder() {
 Languages::Languages(const QString& folder) {
   if (folder.isEmpty()) return;
   for (const QFileInfo& file : QDir(folder).entryInfoList({QStringLiteral("*.xml")}, QDir::Files)) {
-    XmlDocument document;
-    if (!document.load(from_qt(file.absoluteFilePath()))) continue;
-    const QString code = file.completeBaseName();
-    all_.push_back({code, own_name(*document.documentElement(), code), file.absoluteFilePath()});
+    const QString path = file.absoluteFilePath(), code = file.completeBaseName();
+    if (const QString name = own_name(path, code); !name.isEmpty()) all_.push_back({code, name, path});
   }
   const QCollator collator;
   std::ranges::sort(

@@ -15,6 +15,7 @@
 #include "htmled/window.h"
 #include "tvx/qt/support/message_loop.h"
 #include "tvx/qt/web/way_to_draw.h"
+#include "tvx/qt/web/web_page.h"
 #include "tvx/web_engine.h"
 
 namespace {
@@ -108,6 +109,7 @@ int main(int argc, char** argv) {
   QApplication application(argc, argv);
   drawing.reset();
   parser.process(application);
+  tvx::qt::view_profile();  // the engine's processes come up beside all that is done here
   QApplication::setStyle(new tvx::htmled::JoinedLettersStyle);
   QApplication::setWindowIcon(QIcon(QStringLiteral(":/htmled/icon.svg")));
 

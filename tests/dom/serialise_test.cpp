@@ -31,6 +31,38 @@ TEST(Serialise, TextAndValuesAreEscaped) {
             u"<P title=\"a&quot;b&lt;c&gt;&amp;&nbsp;\">a\"b&lt;c&gt;&amp;&nbsp;\U0001F600</P>");
 }
 
+// Letters are looked at eight at a time, and put together in pieces of some thousand.
+TEST(Serialise, ReferencesAreWrittenWhereverTheyStand) {
+  const std::pair<char16_t, std::u16string_view> references[] = {
+      {u'&', u"&amp;"}, {u'<', u"&lt;"}, {u'>', u"&gt;"}, {0xA0, u"&nbsp;"}};
+  Ref<Document> document = Document::create();
+  const auto expect_written = [&](const std::u16string& before, char16_t letter,
+                                  std::u16string_view reference, const std::u16string& after) {
+    Ref<Element> div = document->create_element(Tag::Div);
+    insert(*div, document->create_text(before + letter + after));
+    EXPECT_EQ(serialise_children(*div), before + std::u16string(reference) + after)
+        << before.size() << ' ' << after.size();
+  };
+  for (const auto& [letter, reference] : references) {
+    for (std::size_t before = 0; before < 20; ++before)
+      for (std::size_t after = 0; after < 20; ++after)
+        expect_written(std::u16string(before, u'\u2020'), letter, reference, std::u16string(after, u'"'));
+    for (std::size_t before = 4070; before < 4110; ++before)
+      expect_written(std::u16string(before, u'a'), letter, reference, std::u16string(9000, u'b'));
+  }
+}
+
+TEST(Serialise, LongTextsAreWhole) {
+  Ref<Document> document = Document::create();
+  for (const std::size_t size : {4080u, 4095u, 4096u, 4097u, 8192u, 100'000u, 5'000'000u}) {
+    Ref<Element> div = document->create_element(Tag::Div);
+    const std::u16string value(size, u'v'), raw(size, u'<');
+    set_attribute(*div, Name(u"title"), value);
+    insert(*div, document->create_comment(raw));
+    EXPECT_EQ(serialise_node(*div), u"<DIV title=\"" + value + u"\"><!--" + raw + u"--></DIV>");
+  }
+}
+
 TEST(Serialise, RawTextStandsAsItIs) {
   EXPECT_EQ(written(element(Tag::Script, {text(u"if (a<b && c>d) x()")})),
             u"<SCRIPT>if (a<b && c>d) x()</SCRIPT>");
