@@ -3,7 +3,6 @@
 #include "tvx/browser/html_document.h"
 #include "tvx/core/htmled.h"
 #include "tvx/dom/inner_text.h"
-#include "tvx/editing/search/read_text.h"
 #include "tvx/htmled_widget.h"
 
 namespace tvx::htmled {
@@ -36,13 +35,23 @@ void TextCounts::begin() {
   emit paused();
   const auto document = editor_ ? editor_->control().DOM() : nullptr;
   if (!document || !document->body()) return;
-  text_ = editing::ReadText(*document->body()).text();
-  counter_.begin(text_);
+  reading_ = std::make_unique<editing::ReadInTurns>(*document->body());
   go_on();
+}
+
+// The text first, then its words. True when the text is there.
+bool TextCounts::read_on() {
+  constexpr std::size_t things_a_turn = 10'000;
+  if (!reading_->go_on(things_a_turn)) return false;
+  text_ = reading_->take_text();
+  reading_.reset();
+  counter_.begin(text_);
+  return true;
 }
 
 void TextCounts::go_on() {
   constexpr std::size_t units_a_turn = 32 * 1024;
+  if (reading_ && !read_on()) return turn_.start();
   if (!counter_.go_on(units_a_turn)) return turn_.start();
   if (counter_.count() == of_document_) return;
   of_document_ = counter_.count();

@@ -3,9 +3,11 @@
 #include <QObject>
 #include <QPointer>
 #include <QTimer>
+#include <memory>
 #include <optional>
 #include <string>
 
+#include "tvx/editing/search/read_text.h"
 #include "tvx/editing/search/text_count.h"
 
 namespace tvx::qt {
@@ -35,10 +37,12 @@ class TextCounts final : public QObject {
  private:
   void begin();
   void go_on();
+  bool read_on();
   void count_selection();
 
   QPointer<qt::HTMLedWidget> editor_;
   QTimer pause_, turn_, selection_pause_;
+  std::unique_ptr<editing::ReadInTurns> reading_;  // until its end
   std::u16string text_;
   editing::TextCounter counter_;
   editing::TextCount of_document_;

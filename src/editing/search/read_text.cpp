@@ -72,6 +72,40 @@ ReadText::ReadText(dom::Node& top) {
   reading.end_line();
 }
 
+struct ReadInTurns::State {
+  explicit State(dom::Node& top) : reading(read), walk({&top, 0}, Direction::Forward, &top) {}
+  ReadText read;
+  ReadText::Reading reading;
+  ContentWalk walk;
+};
+
+ReadInTurns::ReadInTurns(dom::Node& top) : top_(top) { start(); }
+
+ReadInTurns::~ReadInTurns() = default;
+
+void ReadInTurns::start() {
+  version_ = dom::document_of(*top_).version();
+  state_ = std::make_unique<State>(*top_);
+}
+
+bool ReadInTurns::go_on(std::size_t things) {
+  const dom::Document* document = top_->document();
+  if (!document) return true;
+  if (document->version() != version_) start();
+  for (; things > 0; --things) {
+    const Content met = state_->walk.next();
+    if (met.kind == ContentKind::End) {
+      state_->reading.end_line();
+      return true;
+    }
+    state_->reading.take(met);
+  }
+  return false;
+}
+
+const std::u16string& ReadInTurns::text() const { return state_->read.text(); }
+std::u16string ReadInTurns::take_text() { return std::move(state_->read.text_); }
+
 const ReadText::Run& ReadText::run_of(Offset unit) const {
   return *std::prev(std::ranges::upper_bound(runs_, unit, {}, &Run::start));
 }

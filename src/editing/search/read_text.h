@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -31,7 +33,9 @@ class ReadText {
   Offset unit_at(const dom::Boundary& place) const;
 
  private:
+  friend class ReadInTurns;
   class Reading;
+  ReadText() = default;
   /// Units that stand one after the other in a node too.
   struct Run {
     dom::Text* node;
@@ -41,6 +45,31 @@ class ReadText {
 
   std::u16string text_;
   std::vector<Run> runs_;
+};
+
+/// Reads the same text in several turns, so that nobody waits for a long one.
+class ReadInTurns {
+ public:
+  explicit ReadInTurns(dom::Node& top);
+  ~ReadInTurns();
+  ReadInTurns(const ReadInTurns&) = delete;
+  ReadInTurns& operator=(const ReadInTurns&) = delete;
+
+  /// Reads on, over that many texts, objects and edges of blocks; true at the end. Starts again if the tree
+  /// has changed since the last call. Where the document is gone there is nothing to read any more.
+  bool go_on(std::size_t things);
+  /// What was read so far.
+  const std::u16string& text() const;
+  /// The same, at the end; nothing more is read after it.
+  std::u16string take_text();
+
+ private:
+  struct State;
+  void start();
+
+  dom::Ref<dom::Node> top_;
+  std::uint64_t version_ = 0;  // of the document, at the last call
+  std::unique_ptr<State> state_;
 };
 
 }  // namespace tvx::editing

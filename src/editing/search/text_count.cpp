@@ -12,6 +12,9 @@
 namespace tvx::editing {
 namespace {
 
+// Units that a turn goes over at most, lines that are known among them: a few milliseconds.
+constexpr std::size_t most_passed = std::size_t(1) << 20;
+
 std::size_t words_in(std::u16string_view text) {
   static UErrorCode made = U_ZERO_ERROR;
   static const std::unique_ptr<icu::BreakIterator> iterator(
@@ -46,7 +49,8 @@ std::u16string_view take_line(std::u16string_view& text) {
 TextCount count_text(std::u16string_view text) {
   TextCounter counter;
   counter.begin(text);
-  counter.go_on(text.size() + 1);
+  while (!counter.go_on(text.size() + 1)) {
+  }
   return counter.count();
 }
 
@@ -58,9 +62,10 @@ void TextCounter::begin(std::u16string_view text) {
 }
 
 bool TextCounter::go_on(std::size_t units) {
-  std::size_t counted = 0;
-  while (!rest_.empty() && counted < units) {
+  std::size_t counted = 0, passed = 0;
+  while (!rest_.empty() && counted < units && passed < most_passed) {
     const std::u16string_view line = take_line(rest_);
+    passed += line.size() + 1;
     if (line.empty()) continue;
     const std::uint64_t key = std::hash<std::u16string_view>()(line);
     auto known = seen_.find(key);

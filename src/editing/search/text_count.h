@@ -22,7 +22,7 @@ class TextCounter {
  public:
   /// Counts from the start; the text stands until the end is reached.
   void begin(std::u16string_view text);
-  /// Counts on, over at least that many units of lines that are new; true at the end.
+  /// Counts on, over that many units of lines that are new, or a million of those known; true at the end.
   bool go_on(std::size_t units);
   /// Of what was counted so far.
   const TextCount& count() const { return count_; }

@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 
 #include "editing/editing_fixture.h"
+#include "tvx/dom/mutation.h"
+#include "tvx/dom/parse.h"
 
 namespace tvx::editing::test {
 
@@ -69,6 +71,46 @@ TEST_F(ReadTextTest, PositionsAreFoundInTheText) {
   const dom::Range range = text.range_of(4, 7);
   EXPECT_EQ(range.start, (dom::Boundary{second.first_child(), 0}));
   EXPECT_EQ(range.end, (dom::Boundary{second.first_child(), 3}));
+}
+
+// --- in turns ---
+
+class ReadInTurnsTest : public ReadTextTest {
+ protected:
+  static constexpr std::string_view page =
+      "<p>\n  a \t b <b> c </b> d\n</p>\n <p> </p><ul><li>e<li>f <img> "
+      "g</ul>h<table><tr><td>i<td>j</table><hr>k ";
+};
+
+TEST_F(ReadInTurnsTest, ReadTheSameInTurnsOfAnySize) {
+  const std::string whole = read(page);
+  for (std::size_t things = 1; things < 40; ++things) {
+    ReadInTurns turns(host);
+    while (!turns.go_on(things)) {
+    }
+    EXPECT_EQ(to_utf8(turns.text()), whole) << things;
+  }
+}
+
+TEST_F(ReadInTurnsTest, AChangeInBetweenStartsAgain) {
+  load("<p>one</p><p>two</p><p>three</p>");
+  ReadInTurns turns(host);
+  EXPECT_FALSE(turns.go_on(4));
+  dom::remove(*host.first_child());
+  dom::remove(*host.last_child());
+  while (!turns.go_on(1)) {
+  }
+  EXPECT_EQ(to_utf8(turns.text()), "two\n");
+}
+
+TEST_F(ReadInTurnsTest, EndWhereTheDocumentIsGone) {
+  std::unique_ptr<ReadInTurns> turns;
+  {
+    const dom::Ref<dom::Document> document = dom::parse_document(u"<p>one<p>two<p>three");
+    turns = std::make_unique<ReadInTurns>(*document->body());
+    EXPECT_FALSE(turns->go_on(2));
+  }
+  EXPECT_TRUE(turns->go_on(2));
 }
 
 }  // namespace tvx::editing::test

@@ -34,6 +34,19 @@ TEST(TextCounter, CountsAgainWhatWasEditedAndNothingElse) {
   EXPECT_EQ(counter.count(), count_text(text));
 }
 
+TEST(TextCounter, PausesInALongTextThatIsKnown) {
+  std::u16string text;
+  for (int i = 0; i < 300'000; ++i) text += u"ten letters\n";
+  TextCounter counter;
+  counter.begin(text);
+  int turns = 1;
+  for (; !counter.go_on(10'000); ++turns) {
+  }
+  EXPECT_EQ(turns, 4) << "3.6 million units";
+  EXPECT_EQ(counter.count(), (TextCount{600'000, 3'300'000}));
+  EXPECT_EQ(count_text(text), counter.count());
+}
+
 TEST(TextCounter, StopsInTheMiddleOfWhatIsNew) {
   const std::u16string text = u"a b\nc d\ne f\n";
   TextCounter counter;
