@@ -63,11 +63,27 @@ platform::TimerId MessageLoop::post_delayed(std::int64_t milliseconds, Task task
 void MessageLoop::cancel(platform::TimerId timer) { tasks_.cancel(timer); }
 
 void MessageLoop::pump(std::int64_t max_wait_milliseconds) {
+  if (tasks_first_ > 0 && run_tasks_alone()) return;
   run_events(QEventLoop::AllEvents, tasks_.has_pending() ? 0 : max_wait_milliseconds);
 }
 
 void MessageLoop::pump_without_input(std::int64_t max_wait_milliseconds) {
   run_events(QEventLoop::ExcludeUserInputEvents, max_wait_milliseconds);
+}
+
+/// False: no task has come for so long that what is waited for must be far away, and the program isn't to
+/// stand still for it. Tasks of other threads come as events to this object, and so does the wake.
+bool MessageLoop::run_tasks_alone() {
+  constexpr std::int64_t patience = 250;
+  const Uninterrupted all;
+  tasks_.bring_due(now());
+  if (tasks_.has_pending()) wake();
+  const bool some = woken_;
+  QCoreApplication::sendPostedEvents(this);
+  if (some) last_task_ = now();
+  if (some || now() - last_task_ > patience) return some;
+  QThread::msleep(1);
+  return true;
 }
 
 void MessageLoop::wake() {

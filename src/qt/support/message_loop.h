@@ -26,15 +26,35 @@ class MessageLoop final : public QObject, public platform::MessageLoop {
   /// above all, comes after it.
   static void pump_without_input(std::int64_t max_wait_milliseconds);
 
+  /// While one lives, pump() leaves the program's events alone as long as tasks of this loop go on coming.
+  /// For a wait within an event of Qt's that allows no others in it, as the show of a window: Qt walks
+  /// through the window's widgets then, and whatever else is due would change them under its feet.
+  class TasksFirst {
+   public:
+    explicit TasksFirst(MessageLoop& loop) : loop_(loop) {
+      ++loop_.tasks_first_;
+      loop_.last_task_ = loop_.now();
+    }
+    ~TasksFirst() { --loop_.tasks_first_; }
+    TasksFirst(const TasksFirst&) = delete;
+    TasksFirst& operator=(const TasksFirst&) = delete;
+
+   private:
+    MessageLoop& loop_;
+  };
+
  private:
   bool event(QEvent* event) override;
   void wake();
   void run_pending();
+  bool run_tasks_alone();
   void set_timer();
 
   platform::TaskQueue tasks_;
   QTimer* timer_;
   bool woken_ = false;
+  int tasks_first_ = 0;
+  std::int64_t last_task_ = 0;  // when the last one ran while that counts
 };
 
 }  // namespace tvx::qt

@@ -161,6 +161,13 @@ class HTMLedWidget::Parts final : public platform::Container,
     if (widget_) resize(widget_->size());
   }
 
+  // Mostly within the show of the host's window, so the host's own events wait.
+  void show_control() {
+    std::optional<MessageLoop::TasksFirst> undisturbed;
+    if (auto* loop = dynamic_cast<MessageLoop*>(&loop_)) undisturbed.emplace(*loop);
+    control_->UserControl_Show();
+  }
+
   void resize(QSize size) {
     size = frame_->lay_around(size, control_->BorderStyle() == core::EdBorderStyle::Solid);
     if (!started_ && !design_mode_)
@@ -471,14 +478,15 @@ void HTMLedWidget::write_properties(platform::PropertyBag& store) const {
 void HTMLedWidget::start() {
   if (parts_->design_mode_ || std::exchange(parts_->started_, true)) return;
   const auto parts = parts_;
+  const QPointer<HTMLedWidget> alive(this);
   parts->view_.bring_engine();
   parts->first_caret_->start();
   parts->early_keys_.start();
   parts->take_first_focus();
   parts->resize(size());
-  parts->control_->UserControl_Show();
+  parts->show_control();
+  if (!alive) return;
   parts->resize(size());
-  if (parts_ != parts) return;
   parts->take_first_focus();
   parts->first_caret_->set_later();
 }
@@ -501,7 +509,7 @@ void HTMLedWidget::resizeEvent(QResizeEvent* event) { parts_->resize(event->size
 
 void HTMLedWidget::showEvent(QShowEvent*) {
   if (parts_->started_ || parts_->design_mode_)
-    parts_->control_->UserControl_Show();
+    parts_->show_control();
   else
     start();
 }
