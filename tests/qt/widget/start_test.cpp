@@ -1,15 +1,20 @@
 #include <gtest/gtest.h>
 
+#include <QApplication>
+#include <QDialog>
+#include <QDialogButtonBox>
 #include <QLineEdit>
 #include <QMainWindow>
 #include <QPointer>
 #include <QSplitter>
 #include <QTabWidget>
+#include <QTest>
 #include <QTimer>
 #include <QToolBar>
 #include <QVBoxLayout>
 
 #include "tvx/htmled_widget.h"
+#include "tvx/qt/web/web_view.h"
 
 namespace tvx::qt {
 namespace {
@@ -62,6 +67,23 @@ TEST(WidgetStart, AmongOtherWidgetsOfAWindow) {
   EXPECT_EQ(right->DocumentHTML(), QStringLiteral("<P>right</P>"));
   EXPECT_TRUE(left->isVisible());
   EXPECT_TRUE(right->isVisible());
+}
+
+// Not the first button of its bar: whoever opens a dialog with an editor in it means to write.
+TEST(WidgetStart, AsTheFirstFieldOfADialogItTakesTheKeysInItsPage) {
+  QDialog dialog;
+  auto* layout = new QVBoxLayout(&dialog);
+  auto* editor = new HTMLedWidget;
+  editor->set_DocumentHTML(QStringLiteral("<P>words</P>"));
+  layout->addWidget(editor);
+  auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
+  layout->addWidget(buttons);
+  dialog.open();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
+  EXPECT_TRUE(QTest::qWaitFor([&] {
+    const QWidget* focused = QApplication::focusWidget();
+    return focused && focused == editor->view().input_widget();
+  })) << (QApplication::focusWidget() ? QApplication::focusWidget()->metaObject()->className() : "nobody");
 }
 
 }  // namespace
