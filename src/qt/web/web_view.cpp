@@ -1,7 +1,5 @@
 #include "tvx/qt/web/web_view.h"
 
-#include "tvx/web_engine.h"
-
 #include <signal.h>
 #include <unistd.h>
 
@@ -75,22 +73,6 @@ void tell_failure(QWidget* owner, const QString& printer, const QString& failure
 }
 
 }  // namespace
-
-void prepare_web_engine() {
-  QByteArray flags = qgetenv("QTWEBENGINE_CHROMIUM_FLAGS");
-  const auto add = [&flags](const char* flag) {
-    if (!flags.contains(flag)) flags.append(' ').append(flag);
-  };
-  if (::getuid() == 0 && !flags.contains("--no-sandbox")) {
-    add("--no-sandbox");
-    std::clog << "htmled: running as root: the view's sandbox is off\n";
-  }
-  if (qgetenv("QT_QPA_PLATFORM") == "offscreen") add("--disable-gpu");
-  // Waves under wrong words are the engine's own highlights, which this version has to be told to use.
-  add("--enable-blink-features=HighlightAPI");
-  qputenv("QTWEBENGINE_CHROMIUM_FLAGS", flags.trimmed());
-  QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
-}
 
 // --- the parts ---
 
