@@ -78,6 +78,48 @@ constexpr Own own[] = {
     {u"ul", u"type"},
     {u"video", u"autoplay controls height loop muted playsinline poster preload src width"}};
 
+// Attributes that are there or not.
+constexpr std::u16string_view without_value =
+    u"allowfullscreen async autofocus autoplay checked controls default defer disabled download hidden loop "
+    u"multiple muted nomodule noshade novalidate nowrap open playsinline readonly required reversed selected";
+
+constexpr std::u16string_view common =
+    u"a alt article body br button class div em figure footer form h1 h2 h3 header href id img input label "
+    u"li "
+    u"link "
+    u"main meta name nav ol option p rel script section select span src strong style table td th tr ul width";
+
+// Those that somebody writes by hand, because they can't be typed or mean something in markup.
+constexpr std::u16string_view characters =
+    u"amp; lt; gt; nbsp; quot; apos; copy; reg; trade; euro; pound; yen; cent; sect; para; deg; micro; "
+    u"middot; "
+    u"ndash; mdash; hellip; bull; laquo; raquo; lsaquo; rsaquo; lsquo; rsquo; sbquo; ldquo; rdquo; bdquo; "
+    u"shy; "
+    u"thinsp; ensp; emsp; zwj; zwnj; lrm; rlm; times; divide; plusmn; minus; ne; le; ge; asymp; infin; "
+    u"radic; sum; "
+    u"prod; frac12; frac14; frac34; sup1; sup2; sup3; ordf; ordm; permil; prime; Prime; dagger; Dagger; "
+    u"larr; "
+    u"uarr; rarr; darr; harr; rArr; hArr; check; hearts; star; iexcl; iquest; brvbar; not; macr; acute; "
+    u"cedil; "
+    u"uml; agrave; aacute; acirc; atilde; auml; aring; aelig; ccedil; egrave; eacute; ecirc; euml; igrave; "
+    u"iacute; "
+    u"icirc; iuml; ntilde; ograve; oacute; ocirc; otilde; ouml; oslash; oelig; ugrave; uacute; ucirc; uuml; "
+    u"yacute; yuml; eth; thorn; szlig; scaron; Agrave; Aacute; Acirc; Atilde; Auml; Aring; AElig; Ccedil; "
+    u"Egrave; Eacute; Ecirc; Euml; Igrave; Iacute; Icirc; Iuml; Ntilde; Ograve; Oacute; Ocirc; Otilde; Ouml; "
+    u"Oslash; OElig; Ugrave; Uacute; Ucirc; Uuml; Yacute; ETH; THORN; Scaron; alpha; beta; gamma; delta; "
+    u"epsilon; lambda; mu; pi; sigma; tau; phi; omega; Gamma; Delta; Lambda; Pi; Sigma; Phi; Omega;";
+
+bool is_among(std::u16string_view names, std::u16string_view name) {
+  return std::ranges::any_of(split_on_space(names), [&](std::u16string_view each) { return each == name; });
+}
+
+void bring_likely_first(Completion& completion, std::u16string_view written) {
+  std::ranges::stable_partition(completion.names,
+                                [](std::u16string_view name) { return is_among(common, name); });
+  std::ranges::stable_partition(
+      completion.names, [&](std::u16string_view name) { return equals_ignoring_ascii_case(name, written); });
+}
+
 bool is_name_unit(char16_t c) { return is_ascii_alpha(c) || is_ascii_digit(c) || c == u'-'; }
 
 /// Where the tag begins that a position stands in; npos elsewhere. Values may hold anything, but no tag is so
@@ -114,23 +156,45 @@ std::vector<std::u16string_view> attributes_of(std::u16string_view element) {
   return names;
 }
 
+/// The characters that have names, after an ampersand and at least two letters: one is a name like AT&T's.
+/// Names that begin with the very letters, small or capital, come first.
+Completion characters_at(std::u16string_view source, Offset place) {
+  Completion completion{.from = place};
+  while (completion.from > 0 &&
+         (is_ascii_alpha(source[completion.from - 1]) || is_ascii_digit(source[completion.from - 1])))
+    --completion.from;
+  if (place - completion.from < 2 || completion.from == 0 || source[completion.from - 1] != u'&') return {};
+  const std::u16string_view written = source.substr(completion.from, place - completion.from);
+  completion.names = split_on_space(characters);
+  std::ranges::stable_partition(completion.names,
+                                [&](std::u16string_view name) { return name.starts_with(written); });
+  return completion;
+}
+
 }  // namespace
 
+bool wants_value(std::u16string_view attribute) { return !is_among(without_value, attribute); }
+
 Completion completion_at(std::u16string_view source, Offset place) {
+  if (Completion named = characters_at(source, place); !named.names.empty()) return named;
   const Offset begin = tag_around(source, place);
   if (begin == source.npos) return {};
   Completion completion{.from = place};
   while (completion.from > begin + 1 && is_name_unit(source[completion.from - 1])) --completion.from;
   const std::u16string_view tag = source.substr(begin, completion.from - begin);
+  const std::u16string_view written = source.substr(completion.from, place - completion.from);
   if (tag == u"<" || tag == u"</") {
     completion.names.assign(std::begin(elements), std::end(elements));
+    bring_likely_first(completion, written);
     return completion;
   }
   if (!is_ascii_alpha(tag[1]) || !is_ascii_space(tag.back()) || in_value(tag)) return {};
-  if (const std::u16string_view written = trimmed(tag); written.back() == u'=') return {};
+  if (trimmed(tag).back() == u'=') return {};
   Offset end = 1;
   while (end < tag.size() && is_name_unit(tag[end])) ++end;
   completion.names = attributes_of(tag.substr(1, end - 1));
+  completion.of_attributes = true;
+  bring_likely_first(completion, written);
   return completion;
 }
 

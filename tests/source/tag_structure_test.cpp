@@ -103,7 +103,7 @@ std::vector<std::string> offered(std::u16string_view source) {
 TEST(CodeCompletion, NamesOfElementsAndAttributes) {
   EXPECT_THAT(offered(u"a <bl"), ElementsAre("blockquote"));
   EXPECT_THAT(offered(u"a </str"), ElementsAre("strong"));
-  EXPECT_THAT(offered(u"<img al"), ElementsAre("align", "alt"));
+  EXPECT_THAT(offered(u"<img al"), ElementsAre("alt", "align"));
   EXPECT_THAT(offered(u"<a href='x > y' tar"), IsEmpty()) << "a tag ends with >, as far as is looked back";
   EXPECT_THAT(offered(u"<a href='x' tar"), ElementsAre("target"));
   EXPECT_THAT(offered(u"<p cla"), ElementsAre("class"));

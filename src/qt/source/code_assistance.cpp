@@ -6,12 +6,14 @@
 #include <QScrollBar>
 #include <QStringListModel>
 #include <QTextBlock>
+#include <algorithm>
 
 #include "tvx/qt/source/code_layout.h"
 #include "tvx/qt/source/code_text.h"
 #include "tvx/qt/support/strings.h"
 #include "tvx/qt/support/words.h"
 #include "tvx/source/code_completion.h"
+#include "tvx/source/line_comments.h"
 
 namespace tvx::qt {
 namespace {
@@ -38,6 +40,16 @@ std::u16string_view view_of(const QString& text) {
 bool types_name(const QKeyEvent& event) {
   const QString text = event.text();
   return text.size() == 1 && (text.at(0).isLetterOrNumber() || text.at(0) == u'<' || text.at(0) == u'-');
+}
+
+/// How far a line's words have gone to the right when it became a comment, or an end of being one.
+std::ptrdiff_t shift_of_words(std::u16string_view before, std::u16string_view after) {
+  const auto position = [](std::u16string_view line, std::u16string_view words) {
+    return std::ptrdiff_t(line.find(words));
+  };
+  const std::u16string_view old = trimmed(before), words = trimmed(after);
+  return after.find(old) != after.npos ? position(after, old) - position(before, old)
+                                       : position(after, words) - position(before, words);
 }
 
 }  // namespace
@@ -80,6 +92,7 @@ void CodeAssistance::document_changed() {
   text_.clear();
   hits_.clear();
   end_tag_rest_.clear();
+  end_quote_ = QTextCursor();
   edit_.setExtraSelections({});
   if (auto* layout = dynamic_cast<CodeLayout*>(edit_.document()->documentLayout())) {
     layout->set_dark(is_dark());
@@ -258,6 +271,13 @@ bool CodeAssistance::key(QKeyEvent& event) {
     offer(true);
     return true;
   }
+  // Where the slash stands on another key's upper half, as on many keyboards, Shift is held with it.
+  if (event.key() == Qt::Key_Slash &&
+      (event.modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier)) == Qt::ControlModifier) {
+    toggle_comment();
+    return true;
+  }
+  if (event.text() == QStringLiteral("\"") && step_over_quote()) return true;
   return event.text() == QStringLiteral("/") && close_element();
 }
 
@@ -273,15 +293,27 @@ void CodeAssistance::key_done(const QKeyEvent& event) {
     completer_->popup()->hide();
 }
 
-// All lines that the selection touches, and not one at whose start it ends.
-void CodeAssistance::move_lines(bool in) {
+// Not one at whose start the selection ends.
+std::pair<std::size_t, std::size_t> CodeAssistance::selected_lines() const {
   const std::u16string& text = code_.text();
   const std::size_t start = code_.to_text(edit_.textCursor().selectionStart());
   std::size_t end = code_.to_text(edit_.textCursor().selectionEnd());
   if (end > start && text[end - 1] == u'\n') --end;
   const std::size_t before = start == 0 ? text.npos : text.rfind(u'\n', start - 1);
-  const std::size_t first = before == text.npos ? 0 : before + 1;
-  end = std::min(text.find(u'\n', end), text.size());
+  return {before == text.npos ? 0 : before + 1, std::min(text.find(u'\n', end), text.size())};
+}
+
+void CodeAssistance::replace_lines(std::size_t first, std::size_t end, const std::u16string& lines) {
+  code_.replace(first, end - first, lines);
+  QTextCursor cursor = edit_.textCursor();
+  cursor.setPosition(code_.to_shown(first));
+  cursor.setPosition(code_.to_shown(first + lines.size(), false), QTextCursor::KeepAnchor);
+  edit_.setTextCursor(cursor);
+}
+
+void CodeAssistance::move_lines(bool in) {
+  const std::u16string& text = code_.text();
+  const auto [first, end] = selected_lines();
   std::u16string moved;
   for (std::size_t line = first; line <= end;) {
     const std::size_t line_end = std::min(text.find(u'\n', line), end);
@@ -297,10 +329,23 @@ void CodeAssistance::move_lines(bool in) {
     if (line_end < end) moved += u'\n';
     line = line_end + 1;
   }
-  code_.replace(first, end - first, moved);
+  replace_lines(first, end, moved);
+}
+
+// A caret without a selection stays on the letter that it stands on.
+void CodeAssistance::toggle_comment() {
+  const bool selected = edit_.textCursor().hasSelection();
+  const auto [first, end] = selected_lines();
+  const std::u16string old = code_.text().substr(first, end - first);
+  const auto column = std::ptrdiff_t(code_.to_text(edit_.textCursor().position()) - first);
+  const std::u16string lines = source::with_comments_toggled(code_.text(), first, end);
+  if (lines == old) return;
+  replace_lines(first, end, lines);
+  if (selected) return;
+  const std::ptrdiff_t moved =
+      std::clamp<std::ptrdiff_t>(column + shift_of_words(old, lines), 0, std::ptrdiff_t(lines.size()));
   QTextCursor cursor = edit_.textCursor();
-  cursor.setPosition(code_.to_shown(first));
-  cursor.setPosition(code_.to_shown(first + moved.size(), false), QTextCursor::KeepAnchor);
+  cursor.setPosition(code_.to_shown(first + std::size_t(moved)));
   edit_.setTextCursor(cursor);
 }
 
@@ -323,6 +368,7 @@ void CodeAssistance::offer(bool asked) {
   QStringList names;
   for (const std::u16string_view name : completion.names) names.append(to_qt(name));
   names_->setStringList(names);
+  names_of_attributes_ = completion.of_attributes;
   completer_->setCompletionPrefix(written);
   if (completer_->completionCount() == 0 ||
       (completer_->completionCount() == 1 && completer_->currentCompletion() == written))
@@ -334,13 +380,30 @@ void CodeAssistance::offer(bool asked) {
   completer_->complete(place);
 }
 
+// An attribute comes with the quotes of its value, and the caret between them.
 void CodeAssistance::complete(const QString& name) {
   QTextCursor cursor = edit_.textCursor();
+  const bool valued = names_of_attributes_ && source::wants_value(view_of(name)) &&
+                      edit_.document()->characterAt(cursor.position()) != u'=';
   cursor.beginEditBlock();
   cursor.movePosition(QTextCursor::Left, QTextCursor::KeepAnchor, int(completer_->completionPrefix().size()));
-  cursor.insertText(name);
+  cursor.insertText(valued ? name + QStringLiteral("=\"\"") : name);
   cursor.endEditBlock();
+  if (valued) cursor.movePosition(QTextCursor::Left);
   edit_.setTextCursor(cursor);
+  if (valued) end_quote_ = cursor;
+}
+
+// Who types the quote after the value as well has it once.
+bool CodeAssistance::step_over_quote() {
+  QTextCursor cursor = edit_.textCursor();
+  if (end_quote_.isNull() || cursor.hasSelection() || cursor.position() != end_quote_.position() ||
+      edit_.document()->characterAt(cursor.position()) != u'"')
+    return false;
+  end_quote_ = QTextCursor();
+  cursor.movePosition(QTextCursor::Right);
+  edit_.setTextCursor(cursor);
+  return true;
 }
 
 // "</" closes the innermost element that is open.

@@ -6,6 +6,8 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <string>
+#include <utility>
 
 #include "tvx/source/tag_structure.h"
 
@@ -18,8 +20,8 @@ namespace tvx::qt {
 class CodeText;
 
 /// What helps whoever writes a source, where a program wants it: colours, the tag at the other end, tags that
-/// don't fit and what becomes of them, names of elements and attributes to choose from, end tags, lines moved
-/// in and out. It changes nothing by itself.
+/// don't fit and what becomes of them, names of elements, attributes and characters to choose from, end tags,
+/// lines moved in and out or made comments. It changes nothing by itself.
 class CodeAssistance final : public QObject {
   Q_OBJECT
  public:
@@ -55,7 +57,12 @@ class CodeAssistance final : public QObject {
   QTextEdit::ExtraSelection stretch(std::size_t from, std::size_t to, const QTextCharFormat& format) const;
   QString trouble_of(const source::SourceTag& tag) const;
   QString name_of(const source::SourceTag& tag) const;
+  /// The lines that the selection touches: from the start of the first to the end of the last.
+  std::pair<std::size_t, std::size_t> selected_lines() const;
+  void replace_lines(std::size_t first, std::size_t end, const std::u16string& lines);
   void move_lines(bool in);
+  void toggle_comment();
+  bool step_over_quote();
   void offer(bool asked);
   void complete(const QString& name);
   bool close_element();
@@ -71,8 +78,10 @@ class CodeAssistance final : public QObject {
   QList<QTextEdit::ExtraSelection> hits_;
   QCompleter* completer_;
   QStringListModel* names_;
-  QTextCursor end_tag_;   // stands after the end tag that was completed last
-  QString end_tag_rest_;  // what was completed of it
+  bool names_of_attributes_ = false;
+  QTextCursor end_quote_;  // stands before the quote that was completed last
+  QTextCursor end_tag_;    // stands after the end tag that was completed last
+  QString end_tag_rest_;   // what was completed of it
 };
 
 }  // namespace tvx::qt

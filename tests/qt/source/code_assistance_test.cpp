@@ -167,9 +167,56 @@ TEST_F(CodeAssistanceTest, NamesAreOfferedAndTaken) {
   EXPECT_FALSE(popup().isVisible());
   QTest::keyClicks(&edit(), " ci");
   QTest::keyClick(&edit(), Qt::Key_Tab);
-  EXPECT_EQ(text(), "<blockquote cite");
+  EXPECT_EQ(text(), "<blockquote cite=\"\"") << "with the quotes of its value, and the caret between them";
+  QTest::keyClicks(&edit(), "a\"");
+  EXPECT_EQ(text(), "<blockquote cite=\"a\"") << "whoever types the second quote has it once";
   QTest::keyClicks(&edit(), ">te");
   EXPECT_FALSE(popup().isVisible()) << "in text no name is written";
+}
+
+TEST_F(CodeAssistanceTest, AnAttributeThatSaysAllByItsNameHasNoQuotes) {
+  show(u"");
+  QTest::keyClicks(&edit(), "<input disa");
+  QTest::keyClick(&edit(), Qt::Key_Return);
+  EXPECT_EQ(text(), "<input disabled");
+}
+
+TEST_F(CodeAssistanceTest, AnAttributeThatHasItsValueGetsNoOther) {
+  show(u"<p =\"x\">");
+  box.select(3, 0);
+  QTest::keyClicks(&edit(), "cla");
+  QTest::keyClick(&edit(), Qt::Key_Return);
+  EXPECT_EQ(text(), "<p class=\"x\">");
+}
+
+TEST_F(CodeAssistanceTest, CharactersAreOfferedByTheirNames) {
+  show(u"");
+  QTest::keyClicks(&edit(), "caf&ea");
+  ASSERT_TRUE(popup().isVisible());
+  QTest::keyClick(&edit(), Qt::Key_Return);
+  EXPECT_EQ(text(), "caf&eacute;");
+}
+
+TEST_F(CodeAssistanceTest, LinesAreMadeCommentsAndWrittenOutAgain) {
+  show(u"<p>one</p>\n  <p>two</p>");
+  box.select(0, 20);
+  QTest::keyClick(&edit(), Qt::Key_Slash, Qt::ControlModifier);
+  EXPECT_EQ(text(), "<!-- <p>one</p> -->\r\n  <!-- <p>two</p> -->");
+  QTest::keyClick(&edit(), Qt::Key_Slash, Qt::ControlModifier | Qt::ShiftModifier);
+  EXPECT_EQ(text(), "<p>one</p>\r\n  <p>two</p>");
+  box.Undo();
+  EXPECT_EQ(text(), "<!-- <p>one</p> -->\r\n  <!-- <p>two</p> -->") << "each is one step";
+}
+
+TEST_F(CodeAssistanceTest, TheCaretStaysOnItsLetterInALineThatBecomesAComment) {
+  show(u"  <p>one</p>");
+  box.select(6, 0);
+  QTest::keyClick(&edit(), Qt::Key_Slash, Qt::ControlModifier);
+  QTest::keyClicks(&edit(), "n");
+  EXPECT_EQ(text(), "  <!-- <p>onne</p> -->");
+  QTest::keyClick(&edit(), Qt::Key_Slash, Qt::ControlModifier);
+  QTest::keyClicks(&edit(), "n");
+  EXPECT_EQ(text(), "  <p>onnne</p>");
 }
 
 TEST_F(CodeAssistanceTest, TabMovesSelectedLines) {
