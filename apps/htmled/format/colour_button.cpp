@@ -2,6 +2,7 @@
 
 #include <QAction>
 #include <QColorDialog>
+#include <QEvent>
 #include <QGridLayout>
 #include <QMenu>
 #include <QPainter>
@@ -58,6 +59,11 @@ void ColourButton::show_words() {
 }
 
 void ColourButton::show_colour(const QColor& colour) { shown_ = colour; }
+
+void ColourButton::changeEvent(QEvent* event) {
+  if (event->type() == QEvent::PaletteChange) setIcon(drawn());
+  QToolButton::changeEvent(event);
+}
 
 // The letter or the marker, and under it the colour that a press gives.
 QIcon ColourButton::drawn() const {

@@ -21,6 +21,7 @@ class ColourButton final : public QToolButton {
   void chosen(const QColor& colour);
 
  private:
+  void changeEvent(QEvent* event) override;
   void fill_menu();
   void choose(const QColor& colour);
   void ask();
