@@ -37,6 +37,13 @@ bool has_option(int argc, char** argv, std::initializer_list<std::string_view> o
   });
 }
 
+/// Without one Qt would end the program by an abort, with a message on plugins.
+bool has_display(int argc, char** argv) {
+  for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "WAYLAND_SOCKET", "QT_QPA_PLATFORM"})
+    if (!qEnvironmentVariableIsEmpty(name)) return true;
+  return has_option(argc, argv, {"-platform", "--platform"});
+}
+
 const QCommandLineOption& automation_option() {
   static const QCommandLineOption option(
       QStringLiteral("automation"),
@@ -102,6 +109,10 @@ int main(int argc, char** argv) {
   }
   if (const auto files = files_alone(argc, argv); files && tvx::htmled::hand_to_running_instance(*files))
     return 0;
+  if (!has_display(argc, argv)) {
+    std::cerr << "htmled: there is no display; htmled-cli edits without one\n";
+    return 1;
+  }
   // What is read is the document. The engine's own tree of the page, beside it, would say everything twice.
   qunsetenv("QTWEBENGINE_ENABLE_LINUX_ACCESSIBILITY");
   tvx::qt::prepare_web_engine();

@@ -4,6 +4,7 @@
 #include <QGuiApplication>
 #include <QImage>
 #include <QProcess>
+#include <QProcessEnvironment>
 #include <QScreen>
 #include <QTemporaryDir>
 #include <QTest>
@@ -95,6 +96,18 @@ TEST_F(ProgramOnScreen, LooksForOpenGLOnlyWhereACardIs) {
   EXPECT_TRUE(loaded.contains("libQt6WebEngineCore"));
   EXPECT_FALSE(loaded.contains("libGLX_mesa"));
   EXPECT_FALSE(loaded.contains("_dri.so"));
+}
+
+TEST_F(ProgramOnScreen, WithoutAScreenItSaysSoAndEnds) {
+  QProcessEnvironment bare = QProcessEnvironment::systemEnvironment();
+  for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "WAYLAND_SOCKET", "QT_QPA_PLATFORM"})
+    bare.remove(QString::fromLatin1(name));
+  program_.setProcessEnvironment(bare);
+  program_.start(QStringLiteral(TVX_BIN_DIR "/htmled"), {QStringLiteral("--new-window"), page_});
+  ASSERT_TRUE(program_.waitForFinished());
+  EXPECT_EQ(program_.exitStatus(), QProcess::NormalExit);
+  EXPECT_EQ(program_.exitCode(), 1);
+  EXPECT_EQ(program_.readAllStandardError(), "htmled: there is no display; htmled-cli edits without one\n");
 }
 
 }  // namespace
