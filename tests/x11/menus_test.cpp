@@ -335,6 +335,20 @@ TEST_F(MenusOnScreen, APdfHasTheWordsOfThePage) {
   EXPECT_LT(QFile(path).size(), 200'000);
 }
 
+TEST_F(MenusOnScreen, F10LeadsFromThePageToTheMenusAndEscapeBack) {
+  start("<body><p>x</p>");
+  const auto& menus = window_->commands().menus();
+  hands::press(QStringLiteral("F10"));
+  ASSERT_TRUE(wait_for([&] { return QApplication::activePopupWidget() == menus.front(); }));
+  hands::press(QStringLiteral("Right"));
+  ASSERT_TRUE(wait_for([&] { return QApplication::activePopupWidget() == menus[1]; }));
+  hands::press(QStringLiteral("Escape"));
+  ASSERT_TRUE(wait_for([&] { return !QApplication::activePopupWidget(); }));
+  hands::press(QStringLiteral("Escape"));
+  hands::type(QStringLiteral("abc"));
+  EXPECT_TRUE(wait_for([&] { return text().find("abc") != std::string::npos; })) << text();
+}
+
 TEST_F(MenusOnScreen, TheKeysOfTheMenusAreListed) {
   start("<body><p>x</p>");
   const auto lines = htmled::KeysDialog::lines(window_->commands());

@@ -6,6 +6,7 @@
 #include <QKeySequence>
 #include <QMenu>
 #include <QMenuBar>
+#include <QShortcut>
 #include <QToolTip>
 #include <algorithm>
 
@@ -35,6 +36,10 @@ QIcon icon_of(const Command& command) {
 }  // namespace
 
 Commands::Commands(Window& window) : QObject(&window), window_(window) {
+  // Qt leaves this key to programs, and a single Alt does nothing in some styles.
+  auto* to_menus = new QShortcut(QKeySequence(Qt::Key_F10), &window_);
+  connect(to_menus, &QShortcut::activated, this,
+          [this] { window_.menuBar()->setActiveAction(tops_.front()->menuAction()); });
   std::vector<QMenu*> open;
   for (const Command& command : table()) {
     QMenu* const in = open.empty() ? nullptr : open.back();

@@ -7,6 +7,7 @@
 #include <QPushButton>
 #include <QTreeWidget>
 #include <QVBoxLayout>
+#include <span>
 
 #include "htmled/menus/commands.h"
 
@@ -27,9 +28,20 @@ constexpr Extra extras[] = {
     {QT_TRANSLATE_NOOP("KeysDialog", "Start of the page"), "Ctrl+Home"},
     {QT_TRANSLATE_NOOP("KeysDialog", "End of the page"), "Ctrl+End"},
     {QT_TRANSLATE_NOOP("KeysDialog", "From the page to the bars, and back"), "F6"},
+    {QT_TRANSLATE_NOOP("KeysDialog", "To the menus"), "F10"},
     {QT_TRANSLATE_NOOP("KeysDialog", "To the next part of the window"), "Ctrl+Tab"},
     {QT_TRANSLATE_NOOP("KeysDialog", "Menu of what stands at the caret"), "Menu"},
 };
+constexpr Extra source_extras[] = {
+    {QT_TRANSLATE_NOOP("KeysDialog", "Lines made comments, or no longer comments"), "Ctrl+/"},
+    {QT_TRANSLATE_NOOP("KeysDialog", "Names to choose from"), "Ctrl+Space"},
+};
+
+/// The plus of "Ctrl+-" would go to the other side of the minus.
+QString left_to_right(const QString& keys) {
+  constexpr QChar mark(0x200E);
+  return mark + keys + mark;
+}
 
 QString plain(QString text) { return text.remove(u'&').remove(u'…').trimmed(); }
 
@@ -50,10 +62,14 @@ void add_lines(std::vector<KeysDialog::Line>& lines, const QMenu& menu, const QS
 std::vector<KeysDialog::Line> KeysDialog::lines(const Commands& commands) {
   std::vector<Line> lines;
   for (const QMenu* menu : commands.menus()) add_lines(lines, *menu, plain(menu->title()));
-  for (const Extra& extra : extras)
-    lines.push_back({tr("In the page"), tr(extra.text),
-                     QKeySequence(QString::fromLatin1(extra.keys), QKeySequence::PortableText)
-                         .toString(QKeySequence::NativeText)});
+  const auto add = [&lines](std::span<const Extra> group, const QString& heading) {
+    for (const Extra& extra : group)
+      lines.push_back({heading, tr(extra.text),
+                       QKeySequence(QString::fromLatin1(extra.keys), QKeySequence::PortableText)
+                           .toString(QKeySequence::NativeText)});
+  };
+  add(extras, tr("In the page"));
+  add(source_extras, tr("In the source"));
   return lines;
 }
 
@@ -76,7 +92,7 @@ KeysDialog::KeysDialog(const Commands& commands, QWidget* parent) : QDialog(pare
       group->setFont(0, bold);
       group->setFirstColumnSpanned(true);
     }
-    new QTreeWidgetItem(group, {line.command, line.keys});
+    new QTreeWidgetItem(group, {line.command, isRightToLeft() ? left_to_right(line.keys) : line.keys});
   }
   tree->expandAll();
   connect(sought, &QLineEdit::textChanged, tree, [tree](const QString& text) {
