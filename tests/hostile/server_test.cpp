@@ -1,5 +1,6 @@
 #include <chrono>
 #include <iostream>
+#include <string>
 #include <thread>
 
 #include "browser/web_fixture.h"
@@ -9,6 +10,7 @@
 namespace tvx::hostile {
 namespace {
 
+using namespace std::string_literals;
 using browser::LoadFailure;
 using browser::Navigation;
 using Connection = HttpServer::Connection;
@@ -105,7 +107,7 @@ TEST_F(Servers, NonsenseIsNoPage) {
   refuse_page("a status of letters", [](Connection& to) { to.send("HTTP/1.1 abc OK\r\n\r\n<p>x"); });
   refuse_page("bytes", [](Connection& to) { to.send(std::string(5000, '\xAB')); });
   refuse_page("a zero in the head", [](Connection& to) {
-    to.send(std::string("HTTP/1.1 200 OK\r\nContent-\0Type: text/html\r\nContent-Length: 4\r\n\r\n<p>x", 70));
+    to.send("HTTP/1.1 200 OK\r\nContent-\0Type: text/html\r\nContent-Length: 4\r\n\r\n<p>x"s);
   });
   refuse_page("a picture", [](Connection& to) { to.reply("\x89PNG", "image/png"); });
   for (const char* status :
