@@ -163,6 +163,7 @@ TEST_F(DocumentsOnScreen, PicturesGoAlongIntoAnotherFolder) {
   press(QStringLiteral("Return"));
   EXPECT_TRUE(wait_for([&] { return file(QStringLiteral("to/small/c.png")) == "another"; }));
   EXPECT_EQ(file(QStringLiteral("to/a b.png")), "picture");
+  ASSERT_TRUE(wait_for([&] { return QFile::exists(page("to/page.html")); }));
   EXPECT_EQ(QDir(path_of(QStringLiteral("to"))).entryList(QDir::Files).size(), 2)
       << "the page and one picture";
 }

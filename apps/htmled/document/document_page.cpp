@@ -1,7 +1,5 @@
 #include "htmled/document/document_page.h"
 
-#include <QDir>
-#include <QFileDialog>
 #include <QFileInfo>
 #include <QLocale>
 #include <QMessageBox>
@@ -13,14 +11,10 @@
 
 #include "htmled/counted.h"
 #include "htmled/document/failure_words.h"
-#include "htmled/document/file_filters.h"
-#include "htmled/document/files_beside.h"
 #include "htmled/document/modified_mark.h"
-#include "htmled/document/proposed_name.h"
 #include "htmled/drafts.h"
 #include "htmled/preferences/preferences.h"
 #include "htmled/remote_content_bar.h"
-#include "htmled/templates/page_templates.h"
 #include "htmled/unsaved/page_keeper.h"
 #include "tvx/base/error.h"
 #include "tvx/base/text_file.h"
@@ -176,6 +170,7 @@ bool DocumentPage::load_document(files::DocumentFile file) {
     return false;
   }
   file_ = std::move(file);
+  settled_files_.clear();
   pending_.reset();  // the page's name is that of its file from here on
   mark_->clear();
   stamp_ = stamp;
@@ -214,113 +209,8 @@ void DocumentPage::ask_and_revert() {
   path().isEmpty() ? open_new() : void(open(path()));
 }
 
-// --- saving ---
-
 void DocumentPage::finish_typing() {
   if (editor_) editor_->finish_input();
-}
-
-std::optional<QString> DocumentPage::with_document(const std::function<void(const dom::Document&)>& act) {
-  finish_typing();
-  core::HTMLed& control = editor_->control();
-  if (!control.DOM()) return QString();
-  try {
-    files::with_document(control, act);
-  } catch (const RuntimeError& error) {
-    const QString failure = words_of(error);
-    emit told(failure);
-    return failure;
-  }
-  return {};
-}
-
-bool DocumentPage::save() {
-  if (path().isEmpty()) return save_as();
-  return may_overwrite() && save_to(path());
-}
-
-bool DocumentPage::save_as() {
-  finish_typing();
-  QFileDialog dialog(this, tr("Save As"), path(), file_filters());
-  dialog.setAcceptMode(QFileDialog::AcceptSave);
-  if (const auto document = editor_->control().DOM(); document && path().isEmpty())
-    dialog.selectFile(proposed_name(*document));
-  dialog.setDefaultSuffix(QStringLiteral("html"));
-  const QString before = path();
-  if (dialog.exec() != QDialog::Accepted) return false;
-  if (before.isEmpty()) take_title();
-  if (!save_to(dialog.selectedFiles().constFirst())) return false;
-  if (!before.isEmpty()) take_files_along(QFileInfo(before).absolutePath());
-  return true;
-}
-
-// Browsers and searches show the title of a page, and few think of writing one.
-void DocumentPage::take_title() {
-  finish_typing();
-  core::HTMLed& control = editor_->control();
-  const auto document = control.DOM();
-  if (!document || to_qt(document->title()) != tr("Untitled")) return;
-  const QString heading = first_heading(*document);
-  if (heading.isEmpty()) return;
-  // No step of undo: it would be the first that is taken back, and nobody would see what.
-  const dom::MutationScope scope(document->tree(), dom::MutationKind::Load);
-  control.set_DocumentTitle(from_qt(heading));
-}
-
-// The page still shows them from the old folder, and nobody would miss them before the next start.
-void DocumentPage::take_files_along(const QString& from) {
-  const QString to = QFileInfo(path()).absolutePath();
-  const auto document = editor_->control().DOM();
-  if (from == to || !file_.base_url().empty() || !document) return;
-  QStringList files = files_beside(document->tree(), from);
-  files.removeIf([&](const QString& file) { return QFileInfo::exists(QDir(to).filePath(file)); });
-  if (files.isEmpty()) return;
-  constexpr qsizetype shown = 10;
-  QString question =
-      tr("The page shows files that are beside the old one and not beside the new one. Copy them, too?");
-  question += QStringLiteral("\n\n") + files.mid(0, shown).join(u'\n');
-  if (files.size() > shown) question += QStringLiteral("\n…");
-  if (QMessageBox::question(this, QStringLiteral("HTMLed"), question, QMessageBox::Yes | QMessageBox::No,
-                            QMessageBox::Yes) != QMessageBox::Yes)
-    return;
-  if (const QString failed = copy_files(files, from, to); !failed.isEmpty())
-    emit told(tr("Can't save %1").arg(failed));
-}
-
-bool DocumentPage::save_to(const QString& path) {
-  const std::u16string target = from_qt(QFileInfo(path).absoluteFilePath());
-  if (const auto failure =
-          with_document([&](const dom::Document& document) { file_.save(document, target); }))
-    return !failure->isEmpty() && save_elsewhere(*failure);
-  mark_->clear();
-  stamp_ = present_stamp();
-  emit filed(to_qt(target));
-  emit title_changed();
-  emit form_changed();
-  emit said(tr("Saved %1").arg(to_qt(target)), message_milliseconds);
-  return true;
-}
-
-// A line at the window's edge is overlooked, and then the work is lost with the window.
-bool DocumentPage::save_elsewhere(const QString& failure) {
-  QMessageBox question(QMessageBox::Warning, QStringLiteral("HTMLed"), failure, QMessageBox::Cancel, this);
-  const QAbstractButton* elsewhere = question.addButton(tr("Save As"), QMessageBox::AcceptRole);
-  question.exec();
-  return question.clickedButton() == elsewhere && save_as();
-}
-
-bool DocumentPage::save_copy(const QString& path) {
-  return !with_document([&](const dom::Document& document) {
-    save_atomically(from_qt(QFileInfo(path).absoluteFilePath()), file_.bytes_of(document));
-  });
-}
-
-bool DocumentPage::save_template(const QString& path) {
-  return !with_document([&](const dom::Document& document) {
-    const QString folder = QFileInfo(to_qt(file_.source())).absolutePath();
-    const QByteArray page = QByteArray::fromStdString(file_.bytes_of(document));
-    save_atomically(from_qt(path), with_copies(page, folder, path).toStdString());
-  });
 }
 
 // --- publishing ---

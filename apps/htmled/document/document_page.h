@@ -8,6 +8,7 @@
 #include <QTimer>
 #include <QWidget>
 #include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 
@@ -22,10 +23,11 @@ class MessageLoop;
 }
 namespace tvx::qt {
 class HTMLedWidget;
-}
+}  // namespace tvx::qt
 
 namespace tvx::htmled {
 
+class FilesOfPage;
 class KeptPages;
 class ModifiedMark;
 class PageKeeper;
@@ -158,6 +160,7 @@ class DocumentPage final : public QWidget, private core::HTMLedEvents, private c
   /// Changes the document from the program, as the user's step.
   void change_page(const std::function<void(dom::Document&)>& change);
   std::optional<files::KeptPage> unsaved();
+  std::u16string own_text();
   void show_restored();
   void ask_about_file(const files::DocumentFile& file);
   bool load(files::DocumentFile file);
@@ -169,8 +172,14 @@ class DocumentPage final : public QWidget, private core::HTMLedEvents, private c
   bool may_overwrite();
   /// A page that has been given no title is called by its first heading.
   void take_title();
-  /// Offers to copy what the page shows from its old folder into that of its file.
-  void take_files_along(const QString& from);
+  /// Offers to copy what the page shows from its old folder and from elsewhere, and does so.
+  void ask_about_files(FilesOfPage& files);
+  /// Why the document couldn't be written, with the user told; nothing where it could.
+  std::optional<QString> write_file(const QString& target);
+  /// The files that the document names, for a file of that path.
+  FilesOfPage files_for(const QString& target);
+  /// Calls `act` while the document has the addresses that a file of that path is to have.
+  void as_filed(const QString& target, const std::function<void(const dom::Document&)>& act);
   /// Says that the file couldn't be saved, and offers to choose another one; whether it is saved in the end.
   bool save_elsewhere(const QString& failure);
   /// That a new page names.
@@ -187,8 +196,9 @@ class DocumentPage final : public QWidget, private core::HTMLedEvents, private c
   RemoteContentBar* remote_content_;
   qt::HTMLedWidget* editor_ = nullptr;
   files::DocumentFile file_;
-  std::optional<files::DocumentFile> pending_;  // read, and shown at the start
-  QByteArray template_;                         // that a page without a file begins with
+  std::map<std::u16string, QString> settled_files_;  // from elsewhere, in this document (files_of_page.h)
+  std::optional<files::DocumentFile> pending_;       // read, and shown at the start
+  QByteArray template_;                              // that a page without a file begins with
   std::unique_ptr<ModifiedMark> mark_;
   std::unique_ptr<PageKeeper> keeper_;
   std::optional<files::KeptPage> restored_;  // to be shown at the start

@@ -29,12 +29,21 @@ std::optional<files::KeptPage> DocumentPage::unsaved() {
   page.time = QDateTime::currentSecsSinceEpoch();
   page.line_end = file_.chosen_line_end();
   page.without_mark = !file_.form().byte_order_mark;
-  const dom::WithoutOverlay without_overlay(document->tree());
-  page.page = file_.page_text(document->tree());
+  page.page = own_text();
   if (control.InCodeView() && !control.txtCode().untouched_text()) page.code = control.txtCode().Text();
   // It is offered in the code view: its tags don't fit yet.
   if (const QString waiting = editor_->waiting_source(); !waiting.isNull()) page.code = qt::from_qt(waiting);
   return page;
+}
+
+// As its file would have it: whoever compares the two sees what was edited and nothing else.
+std::u16string DocumentPage::own_text() {
+  dom::Document& page = editor_->control().DOM()->tree();
+  const dom::WithoutOverlay without_overlay(page);
+  std::u16string text;
+  const auto take = [&](const dom::Document& document) { text = file_.page_text(document); };
+  path().isEmpty() ? take(page) : as_filed(path(), take);
+  return text;
 }
 
 void DocumentPage::keep_now() {
@@ -109,14 +118,8 @@ void DocumentPage::look_at_file() {
 void DocumentPage::ask_about_file(const files::DocumentFile& file) {
   finish_typing();
   mark_->look_now_if_awaited();
-  const auto document = editor_->control().DOM();
-  if (!document) return;
-  std::u16string own;
-  {
-    const dom::WithoutOverlay without_overlay(document->tree());
-    own = file_.page_text(document->tree());
-  }
-  ChangedFileDialog dialog(name(), own, file.page_text(), is_modified(), this);
+  if (!editor_->control().DOM()) return;
+  ChangedFileDialog dialog(name(), own_text(), file.page_text(), is_modified(), this);
   if (dialog.exec() == QDialog::Accepted) {
     load(file);
     return;
