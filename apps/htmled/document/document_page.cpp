@@ -23,6 +23,7 @@
 #include "tvx/dom/mutation.h"
 #include "tvx/files/edited_page.h"
 #include "tvx/htmled_widget.h"
+#include "tvx/qt/dialogs/dialogs.h"
 #include "tvx/qt/support/strings.h"
 
 namespace tvx::htmled {
@@ -32,6 +33,12 @@ using qt::from_qt;
 using qt::to_qt;
 
 constexpr int message_milliseconds = 10'000;
+
+/// Goes with the editor, after it.
+struct EditorDialogs : QObject {
+  explicit EditorDialogs(QWidget& window) : dialogs(window) {}
+  qt::Dialogs dialogs;
+};
 
 }  // namespace
 
@@ -58,7 +65,14 @@ DocumentPage::~DocumentPage() {
 
 void DocumentPage::make_editor() {
   if (editor_) return;
-  editor_ = new qt::HTMLedWidget(around_.loop, this, around_.substitutes);
+  qt::Substitutes substitutes = around_.substitutes;
+  EditorDialogs* own = nullptr;
+  if (!substitutes.dialogs) {
+    own = new EditorDialogs(*this);
+    substitutes.dialogs = dialogs_ = &own->dialogs;
+  }
+  editor_ = new qt::HTMLedWidget(around_.loop, this, substitutes);
+  if (own) own->setParent(editor_);
   editor_->hide();
   layout()->addWidget(editor_);
   setFocusProxy(editor_);
@@ -177,7 +191,7 @@ bool DocumentPage::load_document(files::DocumentFile file) {
   keeps_own_ = false;
   has_begun_ = true;
   show_hint();
-  if (!path().isEmpty()) emit filed(path());
+  if (!path().isEmpty()) is_filed(path());
   emit title_changed();
   emit form_changed();
   count_images();
@@ -191,6 +205,13 @@ bool DocumentPage::load_document(files::DocumentFile file) {
                       .arg(QString::fromStdString(file_.form().charset)),
             0);
   return true;
+}
+
+// Pictures are sought beside the page at first, then where the last one was.
+void DocumentPage::is_filed(const QString& path) {
+  const QString folder = QFileInfo(path).absolutePath();
+  if (dialogs_ && std::exchange(folder_, folder) != folder) dialogs_->set_folder(folder);
+  emit filed(path);
 }
 
 // The window's own: what the control was given is not what the file holds.

@@ -22,6 +22,7 @@ namespace tvx::platform {
 class MessageLoop;
 }
 namespace tvx::qt {
+class Dialogs;
 class HTMLedWidget;
 }  // namespace tvx::qt
 
@@ -168,6 +169,8 @@ class DocumentPage final : public QWidget, private core::HTMLedEvents, private c
   bool save_to(const QString& path);
   static FileStamp stamp_of(const QString& path);
   FileStamp present_stamp() const { return stamp_of(path()); }
+  /// The document stands in that file now.
+  void is_filed(const QString& path);
   /// Whether to write over what another program has put in the file meanwhile.
   bool may_overwrite();
   /// A page that has been given no title is called by its first heading.
@@ -194,6 +197,7 @@ class DocumentPage final : public QWidget, private core::HTMLedEvents, private c
   PageSurroundings around_;
   std::optional<QTemporaryDir> drafts_;  // made for a page without a file
   RemoteContentBar* remote_content_;
+  qt::Dialogs* dialogs_ = nullptr;  // of the editor, unless somebody takes the desktop's place
   qt::HTMLedWidget* editor_ = nullptr;
   files::DocumentFile file_;
   std::map<std::u16string, QString> settled_files_;  // from elsewhere, in this document (files_of_page.h)
@@ -203,6 +207,7 @@ class DocumentPage final : public QWidget, private core::HTMLedEvents, private c
   std::unique_ptr<PageKeeper> keeper_;
   std::optional<files::KeptPage> restored_;  // to be shown at the start
   std::function<void()> when_restored_;
+  QString folder_;          // of the file
   FileStamp stamp_;         // of the file as it was read, written or asked about last
   bool keeps_own_ = false;  // the user has been asked, and keeps the document
   bool has_begun_ = false;
