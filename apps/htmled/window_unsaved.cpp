@@ -9,10 +9,27 @@
 #include "htmled/unsaved/unsaved_dialog.h"
 #include "htmled/unsaved/unsaved_folder.h"
 #include "htmled/window.h"
+#include "tvx/base/error.h"
+#include "tvx/core/htmled.h"
+#include "tvx/files/document_file.h"
 #include "tvx/qt/support/strings.h"
 
 /// What the window does so that nothing is lost.
 namespace tvx::htmled {
+namespace {
+
+/// The program may end between saving a page and forgetting what was kept of it.
+bool is_saved(const files::KeptPage& kept) {
+  if (kept.path.empty() || kept.code || kept.line_end) return false;
+  bool same = false;
+  attempt([&] {
+    const files::DocumentFile file = files::DocumentFile::open(kept.path);
+    same = file.page_text() == kept.page && !(kept.without_mark && file.form().byte_order_mark);
+  });
+  return same;
+}
+
+}  // namespace
 
 // Who turns to another program may change a file there, or switch the machine off.
 void Window::changeEvent(QEvent* event) {
@@ -45,6 +62,10 @@ void Window::offer_unsaved() {
   std::vector<Origin> origins;
   for (std::size_t i = 0; i < folders->size(); ++i)
     for (auto& [name, page] : (*folders)[i].pages()) {
+      if (is_saved(page)) {
+        (*folders)[i].forget(name);
+        continue;
+      }
       pages.push_back(std::move(page));
       origins.push_back({i, name});
     }

@@ -71,6 +71,8 @@ class DocumentFile {
   /// Saves under `path`, which is the page's file from now on. Fails with RuntimeError path_access; whatever
   /// stood there is then untouched.
   void save(const dom::Document& document, std::u16string_view path);
+  /// The page is that of a file which isn't there: saving writes it anew.
+  void stand_for(std::u16string_view path) { path_ = path; }
 
  private:
   struct Written {

@@ -75,6 +75,8 @@ void DocumentPage::show_restored() {
   if (control.InCodeView()) control.show_Code();
   files::replace_page(document->tree(), kept.page);
   document->tell_user_change();
+  const bool is_gone = path().isEmpty() && !kept.path.empty();
+  if (is_gone) file_.stand_for(kept.path);
   if (kept.line_end) file_.set_line_end(*kept.line_end);
   if (kept.without_mark) file_.take_mark_away();
   emit form_changed();
@@ -82,7 +84,9 @@ void DocumentPage::show_restored() {
     control.show_Code();
     control.txtCode().edit(*kept.code);
   }
-  mark_->look();
+  is_gone ? mark_->set_for_good() : mark_->look();
+  if (is_gone) emit title_changed();
+  if (is_gone) emit said(tr("%1 isn't there any more. Saving writes it anew.").arg(path()), 0);
   keeper_->note_change();
   keeper_->keep_now();
   if (const auto done = std::exchange(when_restored_, {})) done();
