@@ -222,10 +222,8 @@ void DocumentPage::MenuClick(std::u16string& item, bool& cancel) {
 }
 
 void DocumentPage::ask_and_revert() {
-  const auto answer =
-      QMessageBox::question(this, QStringLiteral("HTMLed"),
-                            tr("Discard all changes and go back to the document as it was last saved?"),
-                            QMessageBox::Discard | QMessageBox::Cancel, QMessageBox::Cancel);
+  const int answer = ask(tr("Discard all changes and go back to the document as it was last saved?"),
+                         QMessageBox::Discard | QMessageBox::Cancel, QMessageBox::Cancel);
   if (answer != QMessageBox::Discard) return;
   path().isEmpty() ? open_new() : void(open(path()));
 }
@@ -290,10 +288,19 @@ bool DocumentPage::may_leave() {
   finish_typing();
   mark_->look_now_if_awaited();
   if (!is_modified()) return true;
-  const auto answer = QMessageBox::question(
-      this, QStringLiteral("HTMLed"), tr("“%1” has been changed. Save the changes?").arg(name()),
-      QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, QMessageBox::Save);
+  const int answer = ask(tr("“%1” has been changed. Save the changes?").arg(name()),
+                         QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, QMessageBox::Save);
   return answer == QMessageBox::Save ? save() : answer == QMessageBox::Discard;
+}
+
+// Qt's own words for these have no access keys.
+int DocumentPage::ask(const QString& question, int buttons, int usual) {
+  QMessageBox box(QMessageBox::Question, QStringLiteral("HTMLed"), question,
+                  QMessageBox::StandardButtons(buttons), this);
+  if (QAbstractButton* save = box.button(QMessageBox::Save)) save->setText(tr("&Save"));
+  if (QAbstractButton* discard = box.button(QMessageBox::Discard)) discard->setText(tr("&Discard"));
+  box.setDefaultButton(QMessageBox::StandardButton(usual));
+  return box.exec();
 }
 
 bool DocumentPage::may_overwrite() {

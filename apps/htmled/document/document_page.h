@@ -171,6 +171,8 @@ class DocumentPage final : public QWidget, private core::HTMLedEvents, private c
   FileStamp present_stamp() const { return stamp_of(path()); }
   /// The document stands in that file now.
   void is_filed(const QString& path);
+  /// Asks with these buttons of a message box; the one pressed.
+  int ask(const QString& question, int buttons, int usual);
   /// Whether to write over what another program has put in the file meanwhile.
   bool may_overwrite();
   /// A page that has been given no title is called by its first heading.
