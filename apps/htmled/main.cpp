@@ -142,6 +142,7 @@ int main(int argc, char** argv) {
   const tvx::htmled::Termination termination;
   QObject::connect(&termination, &tvx::htmled::Termination::asked, &window, [&window](int signal) {
     window.keep_everything();
+    window.stop_everything();
     QApplication::exit(128 + signal);
   });
   QObject::connect(&application, &QApplication::commitDataRequest, &window,

@@ -67,6 +67,7 @@ class Window final : public QMainWindow {
   void offer_unsaved();
   /// The program ends, and nobody is asked: what isn't saved is offered at the next start.
   void keep_everything();
+  void stop_everything();
 
   const Languages& languages() const { return languages_; }
   /// The code of the language that the program speaks: by itself English.

@@ -48,6 +48,11 @@ void Window::keep_everything() {
   kept_pages_.finish();
 }
 
+// What was begun doesn't hold the end up: a check of a long document goes on from word to word.
+void Window::stop_everything() {
+  for_each_editor([](qt::HTMLedWidget& editor) { editor.control().SpellingCancel(); });
+}
+
 void Window::keep_as_preferred() {
   for (DocumentPage* page : tabs_->pages()) page->keep_as_preferred();
 }

@@ -225,6 +225,60 @@ TEST_F(DocumentsOnScreen, WhatIsTypedIsKeptWhenTheSystemEndsTheProgram) {
   QDir(QString::fromLocal8Bit(qgetenv("XDG_STATE_HOME")) + QStringLiteral("/tvxHTML")).removeRecursively();
 }
 
+TEST_F(DocumentsOnScreen, TheSystemNeedNotWaitForACheckOfTheSpelling) {
+  // Two million words take long on any machine. In few paragraphs: those are what takes the page its time.
+  const QByteArray paragraph =
+      "<p lang=\"en\">" +
+      QByteArray("Some words that are all right in each of the many lines here. ").repeated(200);
+  write(QStringLiteral("long.html"),
+        "<!DOCTYPE html>\n<title>t</title>\n<p>start</p>\n" + paragraph.repeated(800));
+  start(htmled(), {page("long.html")});
+  ASSERT_TRUE(comes_to_front(QStringLiteral("long.html")));
+  QTest::qWait(700);
+  type(QStringLiteral("just "));
+  ASSERT_TRUE(is_marked());
+  press(QStringLiteral("F7"));
+  ASSERT_TRUE(comes_to_front(QStringLiteral("Spell"))) << active_title().toStdString();
+  ASSERT_EQ(::kill(pid_t(program().processId()), SIGTERM), 0);
+  EXPECT_TRUE(wait_for([&] { return program().state() == QProcess::NotRunning; }));
+  EXPECT_TRUE(kept().contains("<p>just start"));
+  QDir(QString::fromLocal8Bit(qgetenv("XDG_STATE_HOME")) + QStringLiteral("/tvxHTML")).removeRecursively();
+}
+
+TEST_F(DocumentsOnScreen, APageWhoseFileIsGoneIsRestoredUnderItsName) {
+  start(htmled(), {page("one.html")});
+  ASSERT_TRUE(comes_to_front(QStringLiteral("one.html")));
+  QTest::qWait(700);
+  type(QStringLiteral("justnow "));
+  ASSERT_TRUE(is_marked());
+  ASSERT_EQ(::kill(pid_t(program().processId()), SIGTERM), 0);
+  ASSERT_TRUE(wait_for([&] { return program().state() == QProcess::NotRunning; }));
+  ASSERT_TRUE(QFile::remove(page("one.html")));
+  start(htmled());
+  ASSERT_TRUE(wait_for([&] { return active_title() == QStringLiteral("Unsaved changes"); }));
+  press(QStringLiteral("Return"));  // Restore
+  ASSERT_TRUE(comes_to_front(QStringLiteral("one.html*"))) << active_title().toStdString();
+  QTest::qWait(700);
+  press(QStringLiteral("ctrl+s"));
+  EXPECT_TRUE(wait_for([&] { return file(QStringLiteral("one.html")).contains("justnow The page"); }));
+}
+
+TEST_F(DocumentsOnScreen, WhatTheFileHasByNowIsNotOffered) {
+  start(htmled(), {page("one.html")});
+  ASSERT_TRUE(comes_to_front(QStringLiteral("one.html")));
+  QTest::qWait(700);
+  type(QStringLiteral("justnow "));
+  ASSERT_TRUE(is_marked());
+  ASSERT_EQ(::kill(pid_t(program().processId()), SIGTERM), 0);
+  ASSERT_TRUE(wait_for([&] { return program().state() == QProcess::NotRunning; }));
+  ASSERT_TRUE(kept().contains("justnow The page"));
+  write(QStringLiteral("one.html"), file(QStringLiteral("one.html")).replace("The page", "justnow The page"));
+  start(htmled(), {page("two.html")});
+  ASSERT_TRUE(comes_to_front(QStringLiteral("two.html")));
+  EXPECT_TRUE(wait_for([&] { return kept().isEmpty(); })) << "nothing is left of it";
+  EXPECT_TRUE(active_title().contains(QStringLiteral("two.html"))) << active_title().toStdString();
+}
+
 TEST_F(DocumentsOnScreen, AFileThatAnotherProgramWritesIsAskedAboutAtFocus) {
   start(htmled(), {page("one.html")});
   ASSERT_TRUE(comes_to_front(QStringLiteral("one.html")));
