@@ -61,7 +61,7 @@ Window::~Window() {
 // --- pages ---
 
 DocumentPage* Window::new_page() {
-  auto* page = new DocumentPage({loop_, substitutes_, kept_pages_});
+  auto* page = new DocumentPage({loop_, substitutes_, kept_pages_, languages_});
   connect(page, &DocumentPage::title_changed, this, [this, page] {
     if (page == front_) show_title();
     apply_page_setup();

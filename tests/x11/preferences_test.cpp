@@ -15,6 +15,10 @@
 #include "htmled/preferences/preferences.h"
 #include "htmled/source_tools.h"
 #include "htmled/writing_choices.h"
+#include "tvx/base/strings.h"
+#include "tvx/browser/html_document.h"
+#include "tvx/core/htmled.h"
+#include "tvx/dom/tree.h"
 #include "x11/editor_fixture.h"
 #include "x11/hands.h"
 
@@ -62,6 +66,11 @@ class PreferencesOnScreen : public EditorOnScreen {
     hands::type(QString::fromLatin1(text));
     hands::press(QStringLiteral("Tab"));
   }
+  std::string attribute_of_root(const char* name) {
+    const auto document = window_->editor().control().DOM();
+    const std::u16string* value = document->tree().document_element()->attribute(dom::Name(from_utf8(name)));
+    return value ? to_utf8(*value) : std::string();
+  }
   static void press_box(QCheckBox& box) {
     const bool on = box.isChecked();
     hands::click(box.mapToGlobal(QPoint(8, box.height() / 2)));
@@ -99,6 +108,17 @@ TEST_F(PreferencesOnScreen, NewPagesNameTheLanguage) {
   hands::press(QStringLiteral("ctrl+n"));
   EXPECT_TRUE(wait_for([&] { return window_->front().language() == QStringLiteral("fr-CA"); }))
       << window_->front().language().toStdString();
+}
+
+TEST_F(PreferencesOnScreen, NewPagesNameTheLanguageThatTheProgramIsReadIn) {
+  start("<!DOCTYPE html><p>one</p>");
+  const htmled::Language* arabic = window_->languages().find(QStringLiteral("ar"));
+  ASSERT_TRUE(arabic);
+  window_->speak(*arabic);
+  hands::press(QStringLiteral("ctrl+n"));
+  EXPECT_TRUE(wait_for([&] { return window_->front().language() == QStringLiteral("ar"); }))
+      << window_->front().language().toStdString();
+  EXPECT_EQ(attribute_of_root("dir"), "rtl");
 }
 
 TEST_F(PreferencesOnScreen, WhatHelpsWithWritingIsTurnedOff) {

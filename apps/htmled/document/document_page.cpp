@@ -13,6 +13,7 @@
 #include "htmled/document/failure_words.h"
 #include "htmled/document/modified_mark.h"
 #include "htmled/drafts.h"
+#include "htmled/languages.h"
 #include "htmled/preferences/preferences.h"
 #include "htmled/remote_content_bar.h"
 #include "htmled/unsaved/page_keeper.h"
@@ -148,7 +149,11 @@ bool DocumentPage::open_later(const QString& path) {
 QString DocumentPage::new_language() const {
   if (const QString preferred = preferences::new_page_language(); !preferred.isEmpty()) return preferred;
   const QString spelling = editor_->SpellingLanguage();
-  return spelling.isEmpty() ? QLocale::system().bcp47Name() : spelling;
+  if (!spelling.isEmpty()) return spelling;
+  // Who has chosen another language than the desktop's for the program reads that one.
+  const QString& spoken = around_.languages.spoken();
+  const bool is_chosen = !spoken.isEmpty() && QLocale(spoken).language() != QLocale::system().language();
+  return is_chosen ? spoken : QLocale::system().bcp47Name();
 }
 
 void DocumentPage::open_template(const QByteArray& bytes) {

@@ -30,6 +30,7 @@ namespace tvx::htmled {
 
 class FilesOfPage;
 class KeptPages;
+class Languages;
 class ModifiedMark;
 class PageKeeper;
 class RemoteContentBar;
@@ -39,6 +40,7 @@ struct PageSurroundings {
   platform::MessageLoop& loop;
   qt::Substitutes substitutes;  // who takes the desktop's place
   KeptPages& kept_pages;
+  const Languages& languages;
 };
 
 /// One document of a window: its editor, its file, and what is asked and told about them. A page that nobody
