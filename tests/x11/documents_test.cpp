@@ -168,6 +168,112 @@ TEST_F(DocumentsOnScreen, PicturesGoAlongIntoAnotherFolder) {
       << "the page and one picture";
 }
 
+TEST_F(DocumentsOnScreen, WhatIsNotCopiedIsShownFromWhereItIs) {
+  for (const char* folder : {"from", "to"}) ASSERT_TRUE(QDir().mkpath(path_of(QString::fromLatin1(folder))));
+  write(QStringLiteral("from/a b.png"), "picture");
+  write(QStringLiteral("from/page.html"),
+        "<!DOCTYPE html>\n<title>t</title>\n<p>x<img src=\"a%20b.png\"></p>\n");
+  start(htmled(), {page("from/page.html")});
+  ASSERT_TRUE(comes_to_front(QStringLiteral("page.html")));
+  QTest::qWait(700);
+  press(QStringLiteral("ctrl+shift+s"));
+  ASSERT_TRUE(comes_to_front(QStringLiteral("Save As")));
+  QTest::qWait(700);
+  type(page("to/page.html"));
+  press(QStringLiteral("Return"));
+  ASSERT_TRUE(wait_for([&] { return active_title() == QStringLiteral("HTMLed"); })) << "nobody asks";
+  press(QStringLiteral("alt+n"));
+  EXPECT_TRUE(wait_for([&] {
+    return file(QStringLiteral("to/page.html")).contains("<img src=\"../from/a%20b.png\">");
+  })) << file(QStringLiteral("to/page.html")).toStdString();
+}
+
+TEST_F(DocumentsOnScreen, PicturesStayWithAPageThatIsMoved) {
+  for (const char* folder : {"site", "elsewhere"})
+    ASSERT_TRUE(QDir().mkpath(path_of(QString::fromLatin1(folder))));
+  write(QStringLiteral("site/red one.png"), "red");
+  write(QStringLiteral("elsewhere/blue.png"), "blue");
+  write(QStringLiteral("site/page.html"), "<!DOCTYPE html>\n<title>t</title>\n<p>start</p>\n");
+  start(htmled(), {page("site/page.html")});
+  ASSERT_TRUE(comes_to_front(QStringLiteral("page.html")));
+  QTest::qWait(700);
+  const auto insert = [&](const QString& picture) {
+    press(QStringLiteral("alt+i"));
+    QTest::qWait(700);
+    press(QStringLiteral("i"));
+    ASSERT_TRUE(comes_to_front(QStringLiteral("Select an Image")));
+    QTest::qWait(700);
+    type(picture);
+    press(QStringLiteral("Return"));
+    ASSERT_TRUE(comes_to_front(QStringLiteral("page.html")));
+  };
+  insert(QStringLiteral("red one.png"));  // the dialog is in the page's folder
+  ASSERT_TRUE(is_marked());
+  insert(page("elsewhere/blue.png"));
+  QTest::qWait(700);
+  press(QStringLiteral("ctrl+s"));
+  ASSERT_TRUE(wait_for([&] { return active_title() == QStringLiteral("HTMLed"); })) << "nobody asks";
+  press(QStringLiteral("Return"));
+  EXPECT_TRUE(wait_for([&] { return file(QStringLiteral("site/page_files/blue.png")) == "blue"; }));
+  const QByteArray pictures = "<img src=\"red%20one.png\"><img src=\"page_files/blue.png\">";
+  EXPECT_TRUE(wait_for([&] { return file(QStringLiteral("site/page.html")).contains(pictures); }))
+      << file(QStringLiteral("site/page.html")).toStdString();
+  ASSERT_TRUE(wait_for([&] { return !active_title().contains(u'*'); }));
+  // Once more, and nobody asks again.
+  type(QStringLiteral(" more"));
+  ASSERT_TRUE(is_marked());
+  press(QStringLiteral("ctrl+s"));
+  EXPECT_TRUE(wait_for([&] { return file(QStringLiteral("site/page.html")).contains(pictures + " more"); }))
+      << file(QStringLiteral("site/page.html")).toStdString();
+}
+
+TEST_F(DocumentsOnScreen, ABookmarkIsGivenByItsName) {
+  write(QStringLiteral("marked.html"),
+        "<!DOCTYPE html>\n<title>t</title>\n<h1>The first part</h1>\n<p id=\"taken\">x</p>\n");
+  start(htmled(), {page("marked.html")});
+  ASSERT_TRUE(comes_to_front(QStringLiteral("marked.html")));
+  QTest::qWait(700);
+  const auto ask = [&] {
+    press(QStringLiteral("alt+i"));
+    QTest::qWait(700);
+    press(QStringLiteral("m"));
+    ASSERT_TRUE(comes_to_front(QStringLiteral("Bookmark")));
+    QTest::qWait(300);
+  };
+  ask();
+  press(QStringLiteral("Return"));  // as the heading proposes
+  ASSERT_TRUE(comes_to_front(QStringLiteral("marked.html*")));
+  press(QStringLiteral("ctrl+s"));
+  EXPECT_TRUE(wait_for([&] {
+    return file(QStringLiteral("marked.html")).contains("<h1 id=\"the-first-part\">");
+  })) << file(QStringLiteral("marked.html")).toStdString();
+  ask();
+  type(QStringLiteral("taken"));
+  press(QStringLiteral("Return"));
+  QTest::qWait(300);
+  ASSERT_TRUE(comes_to_front(QStringLiteral("Bookmark"))) << "no two places have one name";
+  press(QStringLiteral("ctrl+a"));
+  type(QStringLiteral("my own"));
+  press(QStringLiteral("Return"));
+  ASSERT_TRUE(comes_to_front(QStringLiteral("marked.html*")));
+  press(QStringLiteral("ctrl+s"));
+  EXPECT_TRUE(wait_for([&] { return file(QStringLiteral("marked.html")).contains("<h1 id=\"my-own\">"); }))
+      << file(QStringLiteral("marked.html")).toStdString();
+}
+
+TEST_F(DocumentsOnScreen, TheClosingQuestionIsAnsweredByKeys) {
+  start(htmled(), {page("one.html"), page("two.html")});
+  ASSERT_TRUE(comes_to_front(QStringLiteral("one.html")));
+  QTest::qWait(700);
+  type(QStringLiteral("abc "));
+  ASSERT_TRUE(is_marked());
+  press(QStringLiteral("ctrl+w"));
+  ASSERT_TRUE(wait_for([&] { return active_title() == QStringLiteral("HTMLed"); }));
+  press(QStringLiteral("alt+d"));
+  EXPECT_TRUE(comes_to_front(QStringLiteral("two.html"))) << "discarded";
+  EXPECT_FALSE(file(QStringLiteral("one.html")).contains("abc"));
+}
+
 TEST_F(DocumentsOnScreen, AProgramThatWasKilledLeavesNoOtherOneWithoutAWindow) {
   start(htmled(), {page("one.html")});
   ASSERT_TRUE(comes_to_front(QStringLiteral("one.html")));

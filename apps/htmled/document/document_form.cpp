@@ -4,6 +4,7 @@
 #include "htmled/document/modified_mark.h"
 #include "htmled/unsaved/page_keeper.h"
 #include "tvx/browser/html_document.h"
+#include "tvx/browser/input/writer_command.h"
 #include "tvx/core/htmled.h"
 #include "tvx/dom/journal.h"
 #include "tvx/dom/mutation.h"
@@ -46,6 +47,14 @@ void DocumentPage::change_page(const std::function<void(dom::Document&)>& change
   if (!changed) return;
   look_later();
   emit form_changed();
+}
+
+void DocumentPage::delete_table() {
+  finish_typing();
+  const auto document = editor_->control().DOM();
+  if (!document || !browser::press_command(*document, u"selectTable")) return;
+  if (browser::press_command(*document, u"Delete")) document->tell_user_change();
+  editor_->setFocus(Qt::OtherFocusReason);
 }
 
 void DocumentPage::set_language(const QString& tag) {

@@ -104,6 +104,10 @@ class DocumentPage final : public QWidget, private core::HTMLedEvents, private c
   void set_line_end(files::LineEnd end);
   /// Shows what the page says of itself as a whole, and writes what the user makes of it.
   void ask_properties();
+  /// Asks for the name by which links lead to what the caret is in.
+  void ask_bookmark();
+  /// Takes the table out that the caret is in.
+  void delete_table();
 
   // --- how it stands ---
   /// Of the file; empty: it is in no file yet.

@@ -1,3 +1,4 @@
+#include <QAction>
 #include <QMenu>
 
 #include "htmled/document/document_page.h"
@@ -79,6 +80,17 @@ void turn_split_view(Window& window) {
   if (!both || !in_code) view_choices::turn(Choice::SplitView);
   window.for_each_editor(view_choices::apply);
   if (in_code) window.editor().control().show_Code();
+}
+
+/// Why nothing can be done with what the caret is in.
+const char* obstacle_on_page(Window& window) {
+  return window.editor().InCodeView() ? QT_TR_NOOP("This works on the page, not on its code") : nullptr;
+}
+
+const char* obstacle_to_tables(Window& window) {
+  if (const char* obstacle = obstacle_on_page(window)) return obstacle;
+  const QAction* select = window.editor().action(QStringLiteral("SelectTable"));
+  return select && select->isEnabled() ? nullptr : QT_TR_NOOP("The caret is in no table");
 }
 
 constexpr Command rows[] = {
@@ -184,6 +196,8 @@ constexpr Command rows[] = {
     menu(QT_TR_NOOP("&Insert"), "insert"),
     editors("Link"),
     editors("Unlink"),
+    {Kind::Own, QT_TR_NOOP("Book&mark…"), "bookmark", nullptr, "bookmark-new",
+     [](Window& w) { w.front().ask_bookmark(); }, obstacle_on_page},
     line(),
     editors("Image"),
     editors("RemoteImage"),
@@ -256,6 +270,8 @@ constexpr Command rows[] = {
     line(),
     editors("DeleteRow"),
     editors("DeleteColumn"),
+    {Kind::Own, QT_TR_NOOP("Delete th&is table"), "delete-table", nullptr, nullptr,
+     [](Window& w) { w.front().delete_table(); }, obstacle_to_tables},
     line(),
     editors("MergeCells"),
     editors("MergeDown"),
