@@ -6,6 +6,7 @@
 #include "tvx/base/error.h"
 #include "tvx/browser/input/writer_command.h"
 #include "tvx/core/chrome/cell_menu.h"
+#include "tvx/core/chrome/frames.h"
 #include "tvx/core/chrome/obstacles.h"
 #include "tvx/core/chrome/veto.h"
 #include "tvx/core/parts.h"
@@ -345,10 +346,13 @@ const Row* row_of(const Row (&rows)[count], std::u16string_view name) {
   return name.empty() || found == std::end(rows) ? nullptr : &*found;
 }
 
+bool has_frames(Parts& parts) { return consists_of_frames(parts.context.document().tree()); }
+
 /// What stands in the way of everything that works on the page.
 std::optional<std::u16string_view> obstacle_of_page(Parts& parts) {
   if (parts.code.in_front()) return obstacles::in_code;
   if (!parts.context.properties().EditorEnabled) return obstacles::read_only;
+  if (has_frames(parts)) return obstacles::frames;
   return std::nullopt;
 }
 
@@ -361,6 +365,8 @@ OperationState state_of(Parts& parts, const OperationRow& row) {
   if (in_code && !row.act_in_code) return state.obstacle = obstacles::in_code, state;
   if (!parts.context.properties().EditorEnabled && !row.while_reading)
     return state.obstacle = obstacles::read_only, state;
+  if (!in_code && !row.command.empty() && has_frames(parts))
+    return state.obstacle = obstacles::frames, state;
   if (!in_code && button) state.obstacle = button->Obstacle();
   if (!in_code && row.obstacle && state.obstacle.empty()) state.obstacle = row.obstacle(parts);
   state.enabled = state.obstacle.empty();

@@ -130,6 +130,26 @@ TEST_F(Operations, WhereNobodyMayEditOnlyReadingIsLeft) {
   EXPECT_EQ(state(u"Bold").obstacle, u"This page can only be read");
 }
 
+TEST_F(Operations, OnAPageOfFramesNothingIsDoneToText) {
+  start_with(u"<P>a</P>");
+  const std::u16string why = u"This page consists of frames. Its source can be edited.";
+  auto page =
+      write_file("frames.html", "<frameset cols='50%,50%'><frame src=a.html><frame src=b.html></frameset>");
+  control->Open_document(page, true);
+  for (const auto name : {u"Bold", u"Heading1", u"Link", u"Image", u"Table", u"Form", u"RowAbove"}) {
+    EXPECT_EQ(state(name).obstacle, why) << to_utf8(name);
+    EXPECT_FALSE(state(name).enabled) << to_utf8(name);
+  }
+  EXPECT_TRUE(state(u"Source").enabled);
+  EXPECT_TRUE(state(u"Print").enabled);
+  EXPECT_EQ(control->Toolbar1().Item(u"Bold").Obstacle(), why);
+  page = write_file("page.html", "<p>a</p>");
+  control->Open_document(page, true);
+  load_and_tell(u"<p>[a]</p>");
+  EXPECT_TRUE(state(u"Bold").enabled);
+  EXPECT_EQ(control->Toolbar1().Item(u"Bold").Obstacle(), u"");
+}
+
 TEST_F(Operations, InTheCodeOnlyItsOwnAreLeft) {
   start_with(u"<P>a</P>");
   EXPECT_TRUE(act(u"Source"));

@@ -20,6 +20,7 @@
 #include "tvx/base/error.h"
 #include "tvx/base/text_file.h"
 #include "tvx/browser/html_document.h"
+#include "tvx/core/chrome/frames.h"
 #include "tvx/core/htmled.h"
 #include "tvx/dom/mutation.h"
 #include "tvx/files/edited_page.h"
@@ -180,6 +181,16 @@ bool DocumentPage::load(files::DocumentFile file) {
   return true;
 }
 
+/// What the user should know of the page that has been opened, if anything.
+QString DocumentPage::warning_of_page() const {
+  const auto document = editor_->control().DOM();
+  if (document && core::consists_of_frames(document->tree()))
+    return tr("This page consists of frames. Its source can be edited.");
+  if (file_.faithful()) return {};
+  return tr("Some bytes of this file mean nothing in %1. An edited page is saved without them.")
+      .arg(QString::fromStdString(file_.form().charset));
+}
+
 bool DocumentPage::load_document(files::DocumentFile file) {
   const QScopedValueRollback<bool> loading(loading_, true);
   // Loading takes a while, and whoever writes the file meanwhile has written another one than was read.
@@ -204,11 +215,7 @@ bool DocumentPage::load_document(files::DocumentFile file) {
   picture_uploaded_.invalidate();
   remote_content_->hide();
   if (isVisible()) editor_->setFocus(Qt::OtherFocusReason);
-  emit said(file_.faithful()
-                ? QString()
-                : tr("Some bytes of this file mean nothing in %1. An edited page is saved without them.")
-                      .arg(QString::fromStdString(file_.form().charset)),
-            0);
+  emit said(warning_of_page(), 0);
   return true;
 }
 

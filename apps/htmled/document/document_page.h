@@ -172,6 +172,7 @@ class DocumentPage final : public QWidget, private core::HTMLedEvents, private c
   void ask_about_file(const files::DocumentFile& file);
   bool load(files::DocumentFile file);
   bool load_document(files::DocumentFile file);
+  QString warning_of_page() const;
   bool save_to(const QString& path);
   static FileStamp stamp_of(const QString& path);
   FileStamp present_stamp() const { return stamp_of(path()); }

@@ -2,6 +2,7 @@
 
 #include "tvx/base/error.h"
 #include "tvx/browser/html_document.h"
+#include "tvx/core/chrome/frames.h"
 #include "tvx/core/chrome/menus.h"
 #include "tvx/core/chrome/obstacles.h"
 #include "tvx/core/chrome/toolbars.h"
@@ -31,6 +32,21 @@ bool has_selected(const Context& context) {
     selected = selection.type() != editing::SelectionType::None && !selection.collapsed();
   });
   return selected;
+}
+
+/// The buttons of what is done to the text of a page.
+constexpr std::u16string_view page_buttons[] = {
+    u"Align Left",     u"Center",      u"Align Right",   u"Bold",  u"Italic", u"Underline",
+    u"Strike Through", u"indent",      u"unindent",      u"Text",  u"link",   u"Image",
+    u"RemoteImage",    u"orderedlist", u"unorderedlist", u"table", u"HR"};
+
+/// Those of other obstacles keep them.
+void show_frames(platform::Toolbar& bar, bool frames) {
+  for (const std::u16string_view key : page_buttons) {
+    platform::Button& button = bar.Item(key);
+    if (frames != (button.Obstacle() == obstacles::frames))
+      button.set_Obstacle(frames ? obstacles::frames : obstacles::none);
+  }
 }
 
 std::u16string_view unless(bool can_act, std::u16string_view obstacle) {
@@ -77,6 +93,7 @@ void CommandState::show() {
     selected = side_.box().TextBox1().SelLength() > 0;
   }
   platform::Toolbar& bar = toolbars_.Toolbar1;
+  attempt([&] { show_frames(bar, consists_of_frames(document().tree())); });
   bar.Item(button_copy).set_Obstacle(unless(selected, obstacles::no_selection));
   bar.Item(button_cut).set_Obstacle(unless(selected, obstacles::no_selection));
   bar.Item(button_paste).set_Obstacle(unless(can_paste(), obstacles::no_paste));

@@ -22,6 +22,7 @@ inline constexpr std::u16string_view no_source = u"The code view is switched off
 inline constexpr std::u16string_view read_only = u"This page can only be read";
 inline constexpr std::u16string_view in_code = u"This works on the page, not on its code";
 inline constexpr std::u16string_view no_link = u"There is no link";
+inline constexpr std::u16string_view frames = u"This page consists of frames. Its source can be edited.";
 inline constexpr std::u16string_view in_list = u"A list can't be a quotation";
 
 }  // namespace tvx::core::obstacles

@@ -87,6 +87,7 @@ const std::pair<const char*, const char*> words_from_below[] = {
     {"src/core/chrome/obstacles.h", "This page can only be read"},
     {"src/core/chrome/obstacles.h", "This works on the page, not on its code"},
     {"src/core/chrome/obstacles.h", "There is no link"},
+    {"src/core/chrome/obstacles.h", "This page consists of frames. Its source can be edited."},
     {"src/core/chrome/obstacles.h", "A list can't be a quotation"},
     {"src/transfer/library_dialog.cpp", "Name"},
     {"src/transfer/library_dialog.cpp", "Size"},
