@@ -110,17 +110,44 @@ class BlockFormatter {
 
 }  // namespace
 
+namespace {
+
+/// White space that nobody sees.
+bool is_layout(const Node& node) { return is_whitespace_node(node) && is_invisible(node); }
+
+/// What there is of it beside lines.
+NodeList layout_beside(const NodeList& lines) {
+  NodeList layout;
+  for (const Ref<Node>& line : lines)
+    for (Node* beside : {line->previous_sibling(), line->next_sibling()})
+      if (beside && is_layout(*beside)) layout.emplace_back(beside);
+  return layout;
+}
+
+// OURS: in preformatted text it would be seen, as a line of its own beside the break between two lines.
+void drop_before_breaks(const NodeList& layout) {
+  for (const Ref<Node>& space : layout) {
+    const Node* next = space->next_sibling();
+    if (space->parent() && space->parent()->is(Tag::Pre) && next && next->is(Tag::Br)) dom::remove(*space);
+  }
+}
+
+}  // namespace
+
 bool format_block(Editor& editor, std::u16string_view value) {
   if (value.size() >= 2 && value.front() == u'<' && value.back() == u'>')
     value = value.substr(1, value.size() - 2);
   const Name name{std::u16string_view(ascii_lower(value))};
   if (!is_name_of_formattable_block(name)) return false;
   NodeList lines = topmost_contained(block_extend(editor.selection().range()), is_line);
+  std::erase_if(lines, [](const Ref<Node>& line) { return is_layout(*line); });
   const RecordedValues values = record_values(lines);
   KnownAncestors known;
   for (const Ref<Node>& line : lines) leave_blocks(line, known);
   restore_values(values, editor);
+  const NodeList layout = name == Name(Tag::Pre) ? layout_beside(lines) : NodeList();
   BlockFormatter(editor, name, std::move(lines)).run();
+  drop_before_breaks(layout);
   return true;
 }
 
