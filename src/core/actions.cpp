@@ -365,8 +365,7 @@ OperationState state_of(Parts& parts, const OperationRow& row) {
   if (in_code && !row.act_in_code) return state.obstacle = obstacles::in_code, state;
   if (!parts.context.properties().EditorEnabled && !row.while_reading)
     return state.obstacle = obstacles::read_only, state;
-  if (!in_code && !row.command.empty() && has_frames(parts))
-    return state.obstacle = obstacles::frames, state;
+  if (!in_code && !row.command.empty() && has_frames(parts)) return state.obstacle = obstacles::frames, state;
   if (!in_code && button) state.obstacle = button->Obstacle();
   if (!in_code && row.obstacle && state.obstacle.empty()) state.obstacle = row.obstacle(parts);
   state.enabled = state.obstacle.empty();
