@@ -25,7 +25,7 @@ constexpr std::size_t unit = 8;
 constexpr std::size_t size_count = SmallObjects::largest / unit + 1;
 constexpr std::size_t region_size = std::size_t(2) << 20;  // a large page of memory
 constexpr std::size_t stretch = std::size_t(64) << 10;     // after each the store asks what is to come
-constexpr std::size_t most_spares = 4;
+constexpr std::size_t warm_spares = 4, most_spares = 32;   // the others are the system's when it wants them
 
 struct Gone {
   Gone* next;
@@ -44,6 +44,12 @@ struct Region {
   std::array<Vacancies, size_count> vacancies;
 };
 constexpr std::size_t header = (sizeof(Region) + 63) / 64 * 64;
+
+/// The memory of a region that has nothing in it; what stands there may be gone.
+struct Spare {
+  void* memory;
+  bool in_large_pages;
+};
 
 class Store {
  public:
@@ -66,7 +72,7 @@ class Store {
   }
 
   std::size_t held() const {
-    std::size_t bytes = 0;
+    std::size_t bytes = std::min(spares_.size(), warm_spares) * region_size;
     for (const Region* region : regions_) bytes += region->in_large_pages ? region_size : region->used;
     return bytes;
   }
@@ -107,13 +113,21 @@ class Store {
   }
 
   Region& another(bool in_large_pages) {
-    if (spares_.empty()) return make(in_large_pages);
-    Region& region = *spares_.back();
+    if (spares_.empty()) return add(make(in_large_pages), in_large_pages);
+    const Spare spare = spares_.back();
     spares_.pop_back();
-    return region;
+    return add(spare.memory, spare.in_large_pages);
   }
 
-  Region& make(bool in_large_pages) {
+  Region& add(void* memory, bool in_large_pages) {
+    auto* region = new (memory) Region;
+    region->used = header;
+    region->in_large_pages = in_large_pages;
+    regions_.push_back(region);
+    return *region;
+  }
+
+  static void* make(bool in_large_pages) {
     constexpr int kind = MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE;
     void* const mapped = mmap(nullptr, 2 * region_size, PROT_READ | PROT_WRITE, kind, -1, 0);
     if (mapped == MAP_FAILED) throw std::bad_alloc();
@@ -123,11 +137,7 @@ class Store {
     if (before > 0) munmap(from, before);
     munmap(from + before + region_size, region_size - before);
     if (in_large_pages) madvise(from + before, region_size, MADV_HUGEPAGE);
-    auto* region = new (from + before) Region;
-    region->used = header;
-    region->in_large_pages = in_large_pages;
-    regions_.push_back(region);
-    return *region;
+    return from + before;
   }
 
   void empty(Region& region) {
@@ -139,9 +149,14 @@ class Store {
     region.used = header;
     if (&region == current_) return enter(region);
     if (&region == waiting_) return;
-    if (spares_.size() < most_spares) return spares_.push_back(&region);
     std::erase(regions_, &region);
-    munmap(&region, region_size);
+    if (spares_.size() == most_spares) {
+      munmap(&region, region_size);
+      return;
+    }
+    spares_.push_back({&region, region.in_large_pages});
+    // What comes next may want as much again, and finds it as it was if the system hasn't taken it meanwhile.
+    if (spares_.size() > warm_spares) madvise(&region, region_size, MADV_FREE);
   }
 
   void list(Region& region, std::size_t number) {
@@ -163,7 +178,8 @@ class Store {
   std::size_t counted_ = 0;    // of the current region: as far as made_ knows
   Region* waiting_ = nullptr;  // has room, and is gone on with after the large pages
   std::array<Region*, size_count> vacant_{};
-  std::vector<Region*> regions_, spares_;
+  std::vector<Region*> regions_;
+  std::vector<Spare> spares_;
   std::size_t made_ = 0;
 };
 

@@ -21,7 +21,8 @@ class SmallObjects {
   /// has gone. held() knows nothing of them then.
   static bool each_by_itself();
 
-  /// Bytes that the system has given for them: those in use, and what is kept for those to come.
+  /// Bytes that the system has given for them and can't take back: those in use, and what is kept for those
+  /// to come.
   static std::size_t held();
 };
 
