@@ -71,6 +71,8 @@ bool FilesOfPage::is_settled(const std::u16string& path) const {
 void FilesOfPage::read_known() {
   if (known_ || file_.path().empty()) return;
   known_.emplace();
+  // Few pages have any, and this is asked each time a page is kept.
+  if (!contains(ascii_lower(file_.page_text()), u"file:")) return;
   for (const files::FileAddress& each : files::file_addresses(*dom::parse_document(file_.page_text()), u""))
     known_->insert(each.written);
 }
