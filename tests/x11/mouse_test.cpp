@@ -1,3 +1,7 @@
+#include <QFile>
+
+#include "tvx/browser/view/document_view.h"
+#include "tvx/qt/web/web_view.h"
 #include "x11/editor_fixture.h"
 #include "x11/hands.h"
 #include "x11/x_display.h"
@@ -80,6 +84,78 @@ TEST_F(MouseOnScreen, MovingAColumnsEdge) {
   hands::drag(edge, edge + QPoint(60, 0));
   expect_changed(before);
   EXPECT_EQ(html().find("width=\"200\""), std::string::npos) << html();
+}
+
+/// A page that takes a while to come in: its number of paragraphs, and a last one.
+class LongPageOnScreen : public MouseOnScreen {
+ protected:
+  void open_long_page() {
+    start("<p>short");
+    QByteArray page = "<!DOCTYPE html><title>long</title>";
+    for (int i = 0; i < paragraphs; ++i)
+      page += "<p id=p" + QByteArray::number(i) + ">A paragraph <b>that</b> has <i>some</i> words.\n";
+    page += "<p id=last>The end";
+    QFile out(path_of(QStringLiteral("long.html")));
+    ASSERT_TRUE(out.open(QIODevice::WriteOnly) && out.write(page) == page.size());
+    out.close();
+    ASSERT_TRUE(window_->open(out.fileName()));
+    ASSERT_TRUE(wait_for([&] { return view().filled(); }));
+    ASSERT_TRUE(wait_for([&] {
+      return in_page(QStringLiteral("String(innerHeight < document.scrollingElement.scrollHeight / 100)")) ==
+             "true";
+    })) << "the bar doesn't know of what is to come";
+    bar_ = place_of(QStringLiteral("html"), 1, 0) + QPoint(6, 0);
+  }
+  const browser::DocumentView& view() const { return window_->editor().document_view(); }
+  int height() const { return window_->editor().view().input_widget()->height(); }
+  bool end_is_seen() {
+    return in_page(QStringLiteral(
+               "(() => { const last = document.querySelector('#last'); return String(Boolean(last) && "
+               "last.getBoundingClientRect().top < innerHeight && last.getBoundingClientRect().top > 0); "
+               "})()")) == "true";
+  }
+  /// The number of the paragraph in the middle of the window; -1 where there is none.
+  int seen_paragraph() {
+    return std::stoi(in_page(QStringLiteral(
+        "(() => { const seen = [0, 12, 24].map((y) => document.elementFromPoint(innerWidth / 2, innerHeight "
+        "/ 2 + y).closest('p')).find(Boolean); return seen ? seen.id.slice(1) : '-1'; })()")));
+  }
+
+  /// However long that takes.
+  void wait_for_the_rest() {
+    for (int tries = 0; tries < 10 && !view().settled(); ++tries) wait_for([&] { return view().settled(); });
+    ASSERT_TRUE(view().settled());
+  }
+  /// Where the page stands, for who reads of a failure.
+  std::string position() {
+    return in_page(
+        QStringLiteral("[scrollY, document.scrollingElement.scrollHeight, innerHeight, "
+                       "document.documentElement.getBoundingClientRect().top].join()"));
+  }
+
+  static constexpr int paragraphs = 40'000;
+  QPoint bar_;  // the upper end; there is an arrow, and then its handle
+};
+
+// The rest of a long page comes in meanwhile, which nobody waits for who wants to see its end.
+TEST_F(LongPageOnScreen, TheScrollBarsEndIsThePagesWhileThatIsComing) {
+  ASSERT_NO_FATAL_FAILURE(open_long_page());
+  hands::drag(bar_ + QPoint(0, 25), bar_ + QPoint(0, height()));
+  EXPECT_TRUE(wait_for([&] { return end_is_seen(); })) << position();
+  ASSERT_FALSE(view().settled()) << "all is there already: this says nothing";
+  wait_for_the_rest();
+  EXPECT_TRUE(end_is_seen()) << "what comes in above it moves it out of sight";
+}
+
+TEST_F(LongPageOnScreen, TheScrollBarsMiddleIsThePagesWhileThatIsComing) {
+  ASSERT_NO_FATAL_FAILURE(open_long_page());
+  hands::drag(bar_ + QPoint(0, 25), bar_ + QPoint(0, height() / 2));
+  EXPECT_TRUE(wait_for([&] { return std::abs(seen_paragraph() - paragraphs / 2) < paragraphs / 10; }))
+      << position();
+  ASSERT_FALSE(view().settled()) << "all is there already: this says nothing";
+  const int seen = seen_paragraph();
+  wait_for_the_rest();
+  EXPECT_LT(std::abs(seen_paragraph() - seen), 20) << "what comes in above it moves it out of sight";
 }
 
 TEST_F(MouseOnScreen, PastingByAMiddlePress) {

@@ -132,6 +132,7 @@ void DocumentOutput::flush() {
   flush_scheduled_ = false;
   if (!document_ || given_up_) return;
   if (patches_.page_outdated()) begin_page();
+  scroll_.find(document_->tree(), mirror());
   const bool moved = patches_.flush(first_wanted());
   send_mode(std::exchange(page_began_, false));
   selection_.send(wanted_selection(*document_, mirror()), moved);
@@ -180,6 +181,13 @@ void DocumentOutput::scroll_to(int x, int y) {
 
 void DocumentOutput::scroll_into_view(dom::Element& element, bool at_top) {
   scroll_.into_view(element, at_top);
+  selection_.reveal(false);
+  schedule_flush();
+}
+
+void DocumentOutput::scroll_bar_moved(const ViewScrollBar& bar) {
+  if (!document_ || given_up_) return;
+  scroll_.to(bar);
   selection_.reveal(false);
   schedule_flush();
 }

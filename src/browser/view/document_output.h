@@ -49,6 +49,9 @@ class DocumentOutput final : public Display,
   bool filled() const { return patches_.filled(); }
   const ShownMarks& marks() const { return marks_; }
 
+  /// The user moves the scroll bar: what belongs there is sent before its turn.
+  void scroll_bar_moved(const ViewScrollBar& bar);
+
   // Viewport
   void scroll_to(int x, int y) override;
   void scroll_into_view(dom::Element& element, bool at_top) override;

@@ -131,6 +131,7 @@ void DocumentView::Parts::receive(const ViewMessage& message) {
     if (document_) document_->note_withheld();
     return;
   }
+  if (const auto* bar = std::get_if<ViewScrollBar>(&message.what)) return output_.scroll_bar_moved(*bar);
   if (const auto* facts = std::get_if<ViewFacts>(&message.what)) {
     facts_ = *facts;
   } else if (const auto* focus = std::get_if<ViewFocus>(&message.what)) {

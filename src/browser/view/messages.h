@@ -60,6 +60,10 @@ struct Patch {
   /// With reset: the address that relative ones in the document are meant against.
   std::u16string base;
   std::vector<PatchOperation> operations;
+  /// How much of the document the view has then, from 0 to 1, where 0 means that nobody knows; and whether
+  /// the document's end is in it.
+  double share = 1;
+  bool has_end = true;
 };
 
 struct ViewSelection {
@@ -222,10 +226,17 @@ struct ViewPicture {
   int width = 0, height = 0;  // that it has by itself, in CSS pixels
 };
 
+/// The user moves the window's scroll bar while the page is still coming in.
+struct ViewScrollBar {
+  double share = 0;     // of the document that is wanted at the window's upper edge; 1: its end
+  dom::NodeId shown{};  // the element that is there instead; 0: nothing is
+};
+
 struct ViewMessage {
   PatchNumber seen{};
   std::variant<ViewReady, ViewDied, ViewWithheld, PatchDone, PatchFailed, ViewAnswer, ViewTicket, ViewMouse,
-               ViewSelect, ViewDrag, ViewDrop, ViewKey, ViewText, ViewFocus, ViewFacts, ViewPicture>
+               ViewSelect, ViewDrag, ViewDrop, ViewKey, ViewText, ViewFocus, ViewFacts, ViewPicture,
+               ViewScrollBar>
       what;
 };
 

@@ -50,6 +50,10 @@ class Mirror final : public dom::MutationObserver {
   /// The node that the view knows by this id; null if none.
   dom::Node* node(dom::NodeId id) const;
   bool knows(const dom::Node& node) const { return this->node(node.id()) == &node; }
+  /// Whether the view has the last node of the document.
+  bool has_end() const;
+  /// Whether the view has nodes after some that are still to be sent.
+  bool is_torn() const;
 
   // --- positions among the children of a known node, some of which the view may not have ---
   /// None for one among children that are still to be sent.

@@ -3,6 +3,7 @@
 
 #include "tvx/browser/view/mirror.h"
 #include "tvx/browser/view/mirror_rules.h"
+#include "tvx/browser/view/progress.h"
 #include "tvx/dom/range.h"
 
 /// What of the tree is still to be sent, and in which order.
@@ -34,11 +35,6 @@ Node* previous_shown(const Node& node) {
   if (!before) return node.parent();
   while (before->has_children() && shows_children(*before)) before = before->last_child();
   return before;
-}
-
-std::size_t cost_of(const Node& node) {
-  const auto* data = dom::as<dom::CharacterData>(&node);
-  return 1 + (data ? data->length() / 64 : 0);
 }
 
 /// Where a gap stands among its element's children: [from, to).
@@ -84,6 +80,22 @@ bool Mirror::is_open_ended(const Node& element) const {
          });
 }
 
+bool Mirror::has_end() const {
+  const Node* last = document_.get();
+  while (last) {
+    if (!knows(*last) || is_open_ended(*last)) return false;
+    if (!shows_children(*last)) return true;
+    const Node* child = last->last_child();
+    while (child && !is_mirrored(*child)) child = child->previous_sibling();
+    last = child;
+  }
+  return true;
+}
+
+bool Mirror::is_torn() const {
+  return std::ranges::any_of(gaps_, [](const Gap& gap) { return static_cast<bool>(gap.end); });
+}
+
 /// Sends what gaps hold, the last one first, until `down_to` gaps are left or the budget is spent.
 void Mirror::fill_gaps(std::size_t down_to) {
   while (gaps_.size() > down_to && !spent()) {
@@ -108,11 +120,11 @@ void Mirror::lead_to(Node& wanted) {
   for (Node* above = wanted.parent(); above; above = above->parent())
     if (!shows_children(*above)) start = above;
   if (knows(*start)) return;
-  for (std::size_t spent = cost_of(*start); spent < lead;) {
+  for (std::size_t spent = weight_of(*start); spent < lead;) {
     Node* before = previous_shown(*start);
     if (!before || knows(*before) || has(*before, Touched) || !is_mirrored(*before)) break;
     start = before;
-    spent += cost_of(*start);
+    spent += weight_of(*start);
   }
   std::vector<Node*> way;
   for (Node* node = start; node && !knows(*node); node = node->parent()) way.push_back(node);

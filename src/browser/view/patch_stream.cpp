@@ -48,6 +48,7 @@ void PatchStream::begin_page() {
   slice_.reset();
   edit_shown_ = slice_is_edit_ = false;
   slice_size_ = {};
+  progress_.begin();
   used_.reset();
   compatibility_mode_ = tree_->compatibility_mode();
   base_ = base_of_();
@@ -82,7 +83,7 @@ std::size_t PatchStream::budget(bool jumps) const {
 }
 
 bool PatchStream::flush(dom::Node* wanted) {
-  const bool edited = mirror_->dirty() && !reset_;
+  const bool edited = mirror_->dirty() && !reset_, loading = mirror_->loading();
   // A page begins at its top, whatever comes next.
   const bool jumps = wanted && mirror_->loading() && !reset_;
   bool load = reset_ || jumps || may_load(edited);
@@ -93,7 +94,8 @@ bool PatchStream::flush(dom::Node* wanted) {
     operations = mirror_->flush(budget(false));
   }
   const bool moved = reset_ || std::any_of(operations.begin(), operations.end(), moves_selection);
-  if (reset_ || !operations.empty()) {
+  // That there is nothing more to come is told, too.
+  if (reset_ || !operations.empty() || (loading && !mirror_->loading())) {
     // Any patch that is on its way counts as the slice: the next one waits until the view has caught up.
     if (mirror_->loading() && (load || !slice_)) {
       slice_ = next(last_sent_);
@@ -115,6 +117,11 @@ void PatchStream::send(std::vector<PatchOperation> operations) {
   patch.compatibility_mode = compatibility_mode_;
   if (patch.reset) patch.base = base_;
   patch.operations = std::move(operations);
+  progress_.sent(patch.operations);
+  if (mirror_->loading()) {
+    patch.share = patch.reset ? 0 : progress_.share(*tree_);
+    patch.has_end = mirror_->has_end();
+  }
   mirror_->set_patch(next(last_sent_));
   view_.apply(patch);
   if (hear_) hear_(patch.operations);

@@ -9,6 +9,7 @@
 
 #include "tvx/browser/view/messages.h"
 #include "tvx/browser/view/mirror.h"
+#include "tvx/browser/view/progress.h"
 #include "tvx/browser/view/slice_size.h"
 #include "tvx/dom/document.h"
 
@@ -97,6 +98,7 @@ class PatchStream {
   std::int64_t loaded_ = 0;  // when a slice was sent last
   std::optional<std::int64_t> used_;
   SliceSize slice_size_;
+  Progress progress_;
 };
 
 }  // namespace tvx::browser

@@ -2,6 +2,7 @@
 
 #include <optional>
 
+#include "tvx/browser/view/messages.h"
 #include "tvx/dom/node.h"
 
 namespace tvx::browser {
@@ -16,10 +17,18 @@ class ScrollRequest {
   void to(int x, int y);
   /// Its upper edge at the window's, or its lower one.
   void into_view(dom::Element& element, bool at_top);
-  void clear() { wanted_.reset(); }
+  /// What the scroll bar asks for. It is looked for when it can be sent.
+  void to(const ViewScrollBar& bar) { bar_ = bar; }
+  void clear() {
+    wanted_.reset();
+    bar_.reset();
+  }
   bool waits() const { return wanted_.has_value(); }
   /// The element that waits to come into sight; null: none does.
   dom::Element* element() const { return wanted_ ? wanted_->element.get() : nullptr; }
+
+  /// Finds the element that the scroll bar asks for, if it does and another one is there.
+  void find(const dom::Document& document, const Mirror& mirror);
 
   /// A page that is still coming is too short for the point, and may lack the element: both wait. Instead of
   /// what isn't shown itself, the innermost element around it that is shown comes into sight.
@@ -32,6 +41,7 @@ class ScrollRequest {
     bool at_top = true;
   };
   std::optional<Wanted> wanted_;
+  std::optional<ViewScrollBar> bar_;
 };
 
 }  // namespace tvx::browser

@@ -12,7 +12,7 @@ using browser::PatchOperation;
 using browser::ViewPlace;
 
 CommandWriter::CommandWriter(int page, std::string_view command) {
-  out_ = u"[";
+  out_ += u'[';
   first_ = true;
   add(static_cast<std::int64_t>(page));
   add(from_utf8(command));
@@ -207,6 +207,8 @@ void read_message(const QJsonArray& part, browser::PatchNumber seen, PageReport&
     if (anchor && focus) tell(browser::ViewSelect{*anchor, *focus, {}});
   } else if (kind == u"facts") {
     tell(read_facts(part));
+  } else if (kind == u"bar") {
+    tell(browser::ViewScrollBar{part[1].toDouble(), dom::NodeId(part[2].toInt())});
   } else if (kind == u"picture") {
     tell(browser::ViewPicture{dom::NodeId(part[1].toInt()), part[2].toInt(), part[3].toInt()});
   }
@@ -218,7 +220,8 @@ QString patch_command(int page, const browser::Patch& patch) {
   CommandWriter out(page, "patch");
   out.add(static_cast<std::int64_t>(patch.number)).open();
   for (const PatchOperation& operation : patch.operations) write(out, operation);
-  out.close();
+  constexpr double parts = 1'000'000;  // of the document
+  out.close().add(static_cast<std::int64_t>(patch.share * parts)).add(patch.has_end);
   return out.finish();
 }
 

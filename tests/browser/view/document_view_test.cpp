@@ -5,6 +5,7 @@
 #include "tvx/browser/view/mirror_rules.h"
 #include "tvx/dom/collections.h"
 #include "tvx/dom/mutation.h"
+#include "tvx/dom/range.h"
 #include "tvx/dom/style/style_engine.h"
 
 namespace tvx::browser {
@@ -104,6 +105,50 @@ TEST_F(DocumentViewTest, APageThatIsStillComingScrollsWhenItIsThere) {
   for (int i = 0; i < 100; ++i) loop_.pump(0);
   EXPECT_THAT(view_.scrolls(),
               testing::ElementsAre(headless::View::Scroll{.element = last.id(), .at_top = true}));
+}
+
+TEST_F(DocumentViewTest, WhereTheScrollBarIsMovedToIsSentBeforeItsTurn) {
+  std::u16string body;
+  for (int i = 0; i < 30'000; ++i) body += u"<p>x";
+  document_ =
+      HTMLDocument::create(dom::parse_document(u"<!DOCTYPE html><body>" + body), u"file:///tmp/t.html");
+  shown_.show(document_);
+  loop_.pump(0);
+  const auto child = [&](std::size_t at) { return dom::child_at(*document_->body(), at); };
+  const auto pump_some = [&] {
+    for (int i = 0; i < 5; ++i) loop_.pump(0);
+  };
+  view_.tell({.seen = {}, .what = ViewScrollBar{0.5}});
+  pump_some();
+  const headless::View::Scroll middle{.element = child(14'999)->id(), .at_top = true};
+  EXPECT_THAT(view_.scrolls(), testing::ElementsAre(middle));
+  EXPECT_EQ(view_.tree().find(child(10'000)->id()), nullptr) << "what comes before it waits";
+  view_.tell({.seen = {}, .what = ViewScrollBar{0.5, child(15'100)->id()}});
+  pump_some();
+  EXPECT_EQ(view_.scrolls().size(), 1u) << "near enough";
+  view_.tell({.seen = {}, .what = ViewScrollBar{0.5, child(10)->id()}});
+  pump_some();
+  EXPECT_THAT(view_.scrolls(), testing::ElementsAre(middle, middle))
+      << "another part of the document is there";
+  view_.tell({.seen = {}, .what = ViewScrollBar{1}});
+  pump_some();
+  const headless::View::Scroll end{.element = child(29'999)->id(), .at_top = false};
+  EXPECT_THAT(view_.scrolls(), testing::ElementsAre(middle, middle, end));
+  EXPECT_FALSE(shown_.settled()) << "the rest is still to come";
+  for (int i = 0; i < 1000 && !shown_.settled(); ++i) loop_.pump(0);
+  EXPECT_EQ(view_.tree().print(), print_mirrored(document_->tree()));
+}
+
+TEST_F(DocumentViewTest, AsLongAsAPageIsThereUpToSomewhereTheScrollBarIsRightThere) {
+  std::u16string body;
+  for (int i = 0; i < 30'000; ++i) body += u"<p>x";
+  document_ =
+      HTMLDocument::create(dom::parse_document(u"<!DOCTYPE html><body>" + body), u"file:///tmp/t.html");
+  shown_.show(document_);
+  loop_.pump(0);
+  view_.tell({.seen = {}, .what = ViewScrollBar{0.5, document_->body()->first_child()->id()}});
+  for (int i = 0; i < 5; ++i) loop_.pump(0);
+  EXPECT_TRUE(view_.scrolls().empty()) << "some parts are higher than others: what is there is no mistake";
 }
 
 TEST_F(DocumentViewTest, ASheetsAddressSaidAgainIsSentAgain) {

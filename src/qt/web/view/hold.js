@@ -4,6 +4,7 @@
 import { caretAtPoint, contains, root } from './dom.js';
 import { beneath } from './host.js';
 import { caretBox } from './geometry.js';
+import { takeOffShift } from './extent.js';
 import { lengthOf } from './positions.js';
 
 const MANY_OPERATIONS = 40;  // more than an edit of a line
@@ -30,6 +31,6 @@ export function hold(list) {
 export function keepHeld(held) {
   const stands = held && contains(root(), held.node);
   const box = stands && caretBox(held.node, Math.min(held.offset, lengthOf(held.node)));
-  const way = box ? box.top - held.top : 0;
+  const way = box ? takeOffShift(box.top - held.top) : 0;
   if (Math.abs(way) >= 1) window.scrollBy({ top: way, behavior: 'instant' });
 }

@@ -6,6 +6,7 @@ import { edgeAt, handleAt, wholeAround } from './wholes.js';
 import { edgeCursorAt, tableHandleAt, takeColumnEdge } from './table_edges.js';
 import { elementIdOf, nativeSelection, positionAt, selectionText, targetOf } from './positions.js';
 import { factsLater, reportFacts } from './drawing.js';
+import { leaveBar, letBarGo, takeBar } from './extent.js';
 import { frame, grip, hide, showBox } from './boxes.js';
 import { ids, mouse, nodes, state } from './state.js';
 import { cornerCells, keepInCell } from './selected_cells.js';
@@ -88,6 +89,8 @@ function press(event) {
   const { handle, edge, column, whole, held } = holdOf(event, target);
   const prevented = !state.editable || whole || !isLeft || held || (target && closest(target, 'summary'));
   const onScrollBar = isOnScrollBar(event, target);
+  if (onScrollBar && isLeft) takeBar();
+  else leaveBar();
   if (prevented && !onScrollBar) event.preventDefault();
   mouse.pressed = isLeft && !prevented;
   mouse.dragged = false;
@@ -111,6 +114,7 @@ function press(event) {
 }
 
 function release(event) {
+  letBarGo();
   const number = ++mouse.number;
   if (event.button === 0) mouse.drawn = number;
   noteDrag(event);
@@ -159,6 +163,7 @@ export function listenToMouse() {
   listen('mousedown', press);
   listen('mouseup', release);
   listen('mousemove', (event) => {
+    if (!event.buttons) letBarGo();
     noteDrag(event);
     followDrag(event);
     showGrip(event);
@@ -166,6 +171,7 @@ export function listenToMouse() {
   listen('click', keepClick(2));
   listen('dblclick', keepClick(3));
   listen('wheel', (event) => {
+    leaveBar();
     if (event.ctrlKey) event.preventDefault();
   });
   for (const type of ['auxclick', 'contextmenu', 'submit', 'reset', 'toggle', 'dragstart', 'dragenter',

@@ -2,6 +2,7 @@
 
 import { boxOf, detach, insertBefore, nameOf, newComment, newElement, newElementIn, newText, parentOf, removeAttribute, root,
   setAttribute, setAttributeNS, walk } from './dom.js';
+import { extentIs } from './extent.js';
 import { farRoomsLater, mayRise, seemsToRise } from './far_rooms.js';
 import { hold, keepHeld } from './hold.js';
 import { host, isInElementOfHost, keepHost } from './host.js';
@@ -131,8 +132,9 @@ function noteStyle(element) {
   mayRise(element);
 }
 
-/// Applies a patch and lays the page out. What doesn't fit is told and passed over.
-export function applyPatch(number, list) {
+/// Applies a patch and lays the page out. What doesn't fit is told and passed over. With it `share` of the document is there,
+/// and perhaps its end.
+export function applyPatch(number, list, share = 1, hasEnd = true) {
   if (!state.started) {
     state.started = true;
     detach(root());
@@ -150,6 +152,7 @@ export function applyPatch(number, list) {
   state.seen = number;
   if (root()) boxOf(root());
   keepHeld(held);
+  extentIs(share, hasEnd);
   if (settled) farRoomsLater();
   const now = performance.now();
   tell('done', number, now - state.since);

@@ -4,6 +4,7 @@ import { body, contains, elementAtPoint } from './dom.js';
 import { beneath } from './host.js';
 import { caretBox } from './geometry.js';
 import { elementIdOf, lengthOf, positionAt, positionOf, selectionText } from './positions.js';
+import { keepToPage, leaveBar } from './extent.js';
 import { factsLater } from './drawing.js';
 import { later, tell } from './messages.js';
 import { moveByLine } from './table_moves.js';
@@ -15,8 +16,10 @@ const MOVES = [['backward', 'line'], ['forward', 'line'], ['backward', 'lineboun
 /// A move by one window: the page scrolls, and the caret stays where it is in the window.
 function movePage(up, node, offset) {
   const box = caretBox(node, offset) || { left: 0, top: 0, height: 0 };
+  leaveBar();
   const before = window.scrollY;
   window.scrollBy(0, (up ? -1 : 1) * Math.max(window.innerHeight - 40, 20));
+  keepToPage();
   const moved = window.scrollY !== before;
   const inWindow = Math.min(Math.max(box.top + box.height / 2, 2), window.innerHeight - 3);
   return positionAt(Math.max(box.left, 1), moved ? inWindow : up ? 2 : window.innerHeight - 3);

@@ -2,6 +2,7 @@
 
 import { boxOf, elementOf, scrollIntoView } from './dom.js';
 import { caretBox } from './geometry.js';
+import { isBarHeld, leaveBar } from './extent.js';
 import { factsLater } from './drawing.js';
 import { lengthOf, selectionText } from './positions.js';
 import { mouse, nodes, state } from './state.js';
@@ -56,6 +57,7 @@ export function wayToReveal(at) {
 }
 
 export function revealFocus() {
+  if (!isBarHeld()) leaveBar();
   const selection = getSelection();
   const [top, bottom] = openPart();
   const selected = state.control ? nodes.get(state.control) : null;

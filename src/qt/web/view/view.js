@@ -10,6 +10,7 @@ import { autoscroll, endDrag, showDropCaret } from './drag.js';
 import { dropCaret, hide, setBlink } from './boxes.js';
 import { connectBridge, later, tell } from './messages.js';
 import { cover, coverSheet } from './cover.js';
+import { listenToScrolling, shiftSheet, showAsked } from './extent.js';
 import { drawOverlay, drawnBoxes, factsLater, reportWaitingFacts } from './drawing.js';
 import { paintFarRoomsApart, paintWaitingRooms } from './far_rooms.js';
 import { lineAround } from './lines.js';
@@ -23,9 +24,11 @@ import { keepInSight, select } from './selection.js';
 import { showUnderWay } from './under_way.js';
 import { watchPictures } from './pictures.js';
 
+const PARTS = 1e6;  // of a document
+
 const commands = {
-  patch: (number, list) => {
-    applyPatch(number, list);
+  patch: (number, list, parts, hasEnd) => {
+    applyPatch(number, list, parts / PARTS, hasEnd);
     factsLater();
   },
   select: select,
@@ -57,7 +60,8 @@ const commands = {
   scroll: (x, y) => window.scrollTo(x, y),
   reveal: (id, atTop) => {
     const node = nodes.get(id);
-    if (node instanceof Element) scrollIntoView(node, atTop);
+    if (node instanceof Element && !showAsked(node, atTop)) scrollIntoView(node, atTop);
+    factsLater();
   },
   cover: (top, bottom) => {
     cover(top, bottom);
@@ -100,13 +104,14 @@ function run(text) {
 Object.defineProperty(globalThis, 'tvxView', { value: view });
 listenToMouse();
 listenToStyles(paintFarRoomsApart);
+listenToScrolling();
 window.addEventListener('scroll', paintFarRoomsApart, true);
 window.addEventListener('resize', paintFarRoomsApart);
 window.addEventListener('resize', keepInSight);
 watchPictures();
 const editingSheet = new CSSStyleSheet();
 editingSheet.replaceSync(TVX_SHEETS.editing);
-document.adoptedStyleSheets = [editingSheet, coverSheet];
+document.adoptedStyleSheets = [editingSheet, coverSheet, shiftSheet];
 
 new QWebChannel(qt.webChannelTransport, (channel) => {
   connectBridge(channel.objects.bridge);

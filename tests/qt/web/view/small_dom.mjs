@@ -47,7 +47,7 @@ class Element extends Node {
   #style = { cssText: '' };
   constructor(name) {
     super(1, name);
-    this.classList = new Set();
+    this.classList = Object.assign(new Set(), { remove(name) { this.delete(name); } });
   }
   get style() { return this.#style; }
   getAttribute(name) { return this.#attributes.has(name) ? this.#attributes.get(name) : null; }
@@ -95,6 +95,12 @@ class Element extends Node {
   get clientTop() { return 0; }
   get clientWidth() { return this.#box.width; }
   get clientHeight() { return this.#box.height; }
+  get lastElementChild() { return this.childNodes.filter((node) => node instanceof Element).pop() || null; }
+  get previousElementSibling() {
+    let node = this.previousSibling;
+    while (node && !(node instanceof Element)) node = node.previousSibling;
+    return node;
+  }
   get offsetWidth() { return this.#box.width; }
   get attributes() { return [...this.#attributes]; }
 }
