@@ -10,6 +10,7 @@
 #include "tvx/dom/parser/character_reference.h"
 #include "tvx/source/differences.h"
 #include "tvx/source/markup_scanner.h"
+#include "tvx/source/tag_structure.h"
 
 namespace tvx::files {
 namespace {
@@ -61,7 +62,11 @@ class Reader {
     return std::u16string(text_.substr(begin, end - begin));
   }
   void add(Offset begin, Offset end, std::u16string meaning) {
-    tokens_.push_back({begin, end, numbers_.of(std::move(meaning)), numbers_.of(in(begin, end))});
+    const std::uint32_t letters = numbers_.of(in(begin, end));
+    add(begin, end, std::move(meaning), letters);
+  }
+  void add(Offset begin, Offset end, std::u16string meaning, std::uint32_t letters) {
+    tokens_.push_back({begin, end, numbers_.of(std::move(meaning)), letters});
   }
 
   void start_tag(const source::Piece& piece) {
@@ -69,19 +74,25 @@ class Reader {
     add(piece.begin, name_end, u"<" + ascii_lower(piece.name));
     const bool is_closed = piece.end > name_end && text_[piece.end - 1] == u'>';
     const Offset end = piece.end - (is_closed ? 1 : 0);
-    for (Offset at = name_end; at < end;) at = attribute(at, end);
-    if (is_closed) add(end, piece.end, u">");
+    Offset at = name_end;
+    while (const auto after = attribute(at, end)) at = *after;
+    // A slash belongs to the element that it ends: another one in its place has none.
+    if (!is_closed) return;
+    if (source::is_void_element(piece.name))
+      add(at, piece.end, u"/>", numbers_.of(u"void" + in(at, piece.end)));
+    else
+      add(at, piece.end, u">");
   }
 
   // As lenient as a browser; what is no attribute is one with a strange name here, and is compared all the
-  // same.
-  Offset attribute(Offset begin, Offset end) {
+  // same. Nothing where there is none any more.
+  std::optional<Offset> attribute(Offset begin, Offset end) {
     const auto skip = [&](Offset at, auto&& is_one) {
       while (at < end && is_one(text_[at])) ++at;
       return at;
     };
     const Offset name = skip(begin, [](char16_t c) { return is_ascii_space(c) || c == u'/'; });
-    if (name == end) return end;
+    if (name == end) return {};
     const Offset name_end =
         skip(name + 1, [](char16_t c) { return !is_ascii_space(c) && c != u'/' && c != u'='; });
     const Offset equals = skip(name_end, is_ascii_space);

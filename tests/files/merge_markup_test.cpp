@@ -38,6 +38,16 @@ TEST(MergeMarkup, ReferencesStayAsTheyAreWritten) {
             "<p>caf&eacute; & b</p>");
 }
 
+// A slash that ends a BR would end the P before its text, for a parser of XML.
+TEST(MergeMarkup, AnotherElementInTheTagsOfABreakTakesNoSlashOver) {
+  EXPECT_EQ(merged(u"<p>a<br />b<br />c</p>", u"<p>a<br/>b<br\n/>c</p>", u"<p>a</p><p>b</p><p>c</p>"),
+            "<p>a</p><p>b</p><p>c</p>");
+  EXPECT_EQ(merged(u"<p>a<br>b</p>", u"<p>a<br />b</p>", u"<p>a</p><p>b</p>"), "<p>a</p><p>b</p>");
+  EXPECT_EQ(merged(u"<p>a<br>b</p>", u"<p>a<br />b</p>", u"<p>a c<br>b</p>"), "<p>a c<br />b</p>");
+  EXPECT_EQ(merged(u"<img alt=\"x\">", u"<IMG ALT=x />", u"<img alt=\"x\" id=\"i\">"),
+            "<IMG ALT=x id=\"i\" />");
+}
+
 TEST(MergeMarkup, WhatIsNewIsPutInAsItIs) {
   EXPECT_EQ(merged(u"<ul><li>a\n</li><li>b</li></ul>", u"<UL><LI>a\n<LI>b</UL>",
                    u"<ul><li>a\n</li><li>new</li><li>b</li></ul>"),
