@@ -148,6 +148,27 @@ std::u16string as_xml(std::u16string_view text) {
   return out;
 }
 
+/// Comments that were read from "<?…>" in that form again, where it reads the same: a server runs them.
+std::u16string with_instructions(std::u16string_view text) {
+  std::u16string out;
+  out.reserve(text.size());
+  source::MarkupScanner scanner(text);
+  while (const auto piece = scanner.next()) {
+    const std::u16string_view markup = text.substr(piece->begin, piece->end - piece->begin);
+    constexpr std::u16string_view start = u"<!--?", end = u"-->";
+    const bool is_one = piece->kind == source::Piece::Kind::Comment && markup.starts_with(start) &&
+                        markup.ends_with(end) && markup.find(u'>') == markup.size() - 1;
+    if (!is_one) {
+      out += markup;
+      continue;
+    }
+    out += u'<';
+    out += markup.substr(start.size() - 1, markup.size() - start.size() + 1 - end.size());
+    out += u'>';
+  }
+  return out;
+}
+
 void put_before_head(std::u16string& text, std::u16string_view space) {
   if (space.empty()) return;
   const std::size_t head = find_ignoring_case(text, u"><head", 0);
@@ -174,6 +195,7 @@ PageShape shape_of(std::u16string_view text, const dom::Document& tree) {
   PageShape shape;
   shape.letters = letters_of(text);
   shape.is_xml = says_xml(text);
+  shape.has_instructions = text.find(u"<?", end_of_lead(text)) != text.npos;
   read_lead(shape, text, tree);
   if (text.substr(0, shape.lead.size()) == shape.lead) read_before_head(shape, text);
   read_tail(shape, text);
@@ -183,6 +205,7 @@ PageShape shape_of(std::u16string_view text, const dom::Document& tree) {
 std::u16string page_text(const dom::Document& tree, const PageShape& shape) {
   const dom::Element* root = tree.document_element();
   std::u16string text = root ? dom::serialise_node(*root, shape.letters) : u"";
+  if (shape.has_instructions) text = with_instructions(text);
   if (shape.is_xml) text = as_xml(text);
   put_before_head(text, shape.before_head);
   const std::u16string behind = outer_nodes(tree, false);

@@ -22,7 +22,8 @@ struct PageShape {
   std::u16string before_head;
   std::u16string after_body, after_html;  // white space only
   dom::Letters letters = dom::Letters::Small;
-  bool is_xml = false;  // also to be read by a parser of XML, which takes no tag without its end
+  bool has_instructions = false;  // as "<?php … ?>", which a parser of HTML takes for comments
+  bool is_xml = false;            // also to be read by a parser of XML, which takes no tag without its end
 };
 
 /// The shape of a text (with LF) that was parsed to that tree.

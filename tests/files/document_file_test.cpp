@@ -264,6 +264,25 @@ TEST_F(Files, APageOfXmlStaysOne) {
   EXPECT_EQ(printed(*read(saved)), printed(*tree));
 }
 
+// They are code of the server, which a comment would be no more.
+TEST_F(Files, ProcessingInstructionsStaySoWhereTheyAreMoved) {
+  const std::string page =
+      "<html><head><title><?php echo $t ?></title></head><body class='x'>\n<h1><?php echo $title; ?> "
+      "one</h1>\n"
+      "<?php foreach ($rows as $row): ?>\n<p><?= $row ?> two</p>\n<?php endforeach; ?>\n<!-- kept -->\n"
+      "</body></html>\n";
+  DocumentFile file = opened(page);
+  const auto tree = read(page);
+  dom::Element& body = *tree->body();
+  const dom::Ref<dom::Node> heading(body.first_child()->next_sibling());
+  ASSERT_TRUE(heading->is(dom::Tag::H1));
+  dom::insert(body, heading);
+  EXPECT_EQ(file.bytes_of(*tree),
+            "<html><head><title><?php echo $t ?></title></head><body class='x'>\n\n"
+            "<?php foreach ($rows as $row): ?>\n<p><?= $row ?> two</p>\n<?php endforeach; ?>\n<!-- kept -->\n"
+            "\n<h1><?php echo $title; ?> one</h1></body></html>");
+}
+
 TEST_F(Files, LinesThatArentEditedStayAsTheyAreWritten) {
   const std::string page =
       "<!DOCTYPE html>\n<HTML lang=en>\n<head><title>T</title>\n<body bgcolor='white'>\n<p>don&#8217;t\n"
