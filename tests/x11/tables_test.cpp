@@ -72,6 +72,25 @@ TEST_F(TablesOnScreen, DraggingOnSelectedCellsSelectsOthers) {
   ASSERT_TRUE(wait_for([&] { return cells() == "one   four five six "; })) << cells();
 }
 
+TEST_F(TablesOnScreen, BackspaceAtTheStartOfACellLeavesTheFileAsItIs) {
+  const QByteArray lines =
+      "<html>\n<body>\n<p>text</p>\n<table border=1>\n<tr>\n<td "
+      "id=a>one</td>\n</tr>\n</table>\n</body>\n</html>\n";
+  start(lines);
+  hands::click(place_of_character(named("a"), 0));
+  ASSERT_TRUE(settle());
+  hands::press(QStringLiteral("Home"));
+  hands::press(QStringLiteral("BackSpace"));
+  ASSERT_TRUE(settle());
+  EXPECT_FALSE(window_->isWindowModified());
+  hands::type(QStringLiteral("x"));
+  ASSERT_TRUE(wait_for([&] { return window_->isWindowModified(); }));
+  hands::press(QStringLiteral("ctrl+s"));
+  ASSERT_TRUE(wait_for([&] { return !window_->isWindowModified(); }));
+  QByteArray typed = lines;
+  EXPECT_EQ(file(), typed.replace("one", "xone"));
+}
+
 TEST_F(TablesOnScreen, ShiftAndArrowsSelectByCells) {
   start(page);
   hands::click(place_of_character(named("b"), 3));

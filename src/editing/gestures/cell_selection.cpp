@@ -100,7 +100,7 @@ bool execute_as_writer(Editor& editor, std::u16string_view command, std::u16stri
   if (equals_ignoring_ascii_case(command, u"insertimage")) return insert_picture(editor, value);
   if (!acts_on_text(command) && !acts_on_lines(command)) return execute_in_text(editor, command, value);
   editor.document().journal().end_typing_run();
-  const Gesture gesture(editor, command, dom::StepJoin::Never, Compare::Yes);
+  const Gesture gesture(editor, command, dom::StepJoin::Never, Compare::All);
   std::vector<Ref<Element>> cells = selected_cells(editor);
   return cells.empty() ? execute_in_text(editor, command, value)
                        : execute_in_cells(editor, std::move(cells), command, value);

@@ -13,8 +13,9 @@
 namespace tvx::editing {
 
 /// Whether a step looks at what has come of it. Where nothing has, the markup being what it was whatever was
-/// moved to and fro on the way, it is none. The blocks that are selected and those beside them are compared.
-enum class Compare : bool { No, Yes };
+/// moved to and fro on the way, it is none. The blocks that are selected and those beside them are compared:
+/// all of their markup, or what is seen of it, which is that without the white space between blocks.
+enum class Compare { No, All, Seen };
 
 /// One gesture: one undo step, which leaves nothing over that nobody sees (`leftovers.h`), and observers
 /// hear of the selection once, at its end.
@@ -28,6 +29,7 @@ class Gesture {
 
  private:
   void note_blocks();
+  void undo_nothing();
   std::u16string text() const;
 
   Editor& editor_;
@@ -37,6 +39,7 @@ class Gesture {
   const dom::UndoStep step_;
   const LineMemo memo_;
   Leftovers leftovers_;
+  const Compare compare_;
   bool compares_ = false;
   std::uint64_t version_ = 0;
   dom::Ref<dom::Node> host_, before_, after_;  // the siblings that stay outside of the comparison

@@ -283,7 +283,7 @@ bool press_delete(Editor& editor, std::u16string_view label, Direction direction
   const ContentKind beside = content_beside(editor.selection().focus(), direction).kind;
   const bool takes_letter = at_caret && (beside == ContentKind::Text || beside == ContentKind::Object);
   const Gesture gesture(editor, label, at_caret ? StepJoin::TypingRun : StepJoin::Never,
-                        takes_letter ? Compare::No : Compare::Yes);
+                        takes_letter ? Compare::No : at_caret ? Compare::Seen : Compare::All);
   const RecordedLook look = record_current_overrides(editor);
   CommentKeeper comments(editor);
   HardSpaceKeeper hard_spaces(at_caret ? letter_beside(editor.selection().focus(), direction)

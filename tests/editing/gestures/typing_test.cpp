@@ -124,6 +124,35 @@ TEST_F(Typing, AParagraphRemainsWhenAllIsDeleted) {
       "[foo]", [&] { delete_forward(editor); }, "<P>{}<BR></P>");
 }
 
+// The white space of the source stays where nothing that is seen has gone.
+TEST_F(Typing, BackspaceAtTheStartOfThePageOrACellIsNoStep) {
+  for (const char* start : {"\n<p>[]a</p>\n", "\n<center>\n<p>[]a</p></center>",
+                            "\n<div>\n\n<div>\n<p><b>[]a</b></p></div></div>",
+                            "<p>x</p>\n<table>\n<tbody><tr>\n<td>[]a</td></tr></tbody></table>",
+                            "<dl><dt>x</dt></dl>\n<table>\n<tbody><tr>\n<td>a</td>\n<td>\n<p>[]b</p></td></"
+                            "tr></tbody></table>"}) {
+    load(start);
+    const std::string before = marked();
+    delete_backward(editor);
+    EXPECT_EQ(marked(), before);
+    EXPECT_EQ(steps(), 0u) << start;
+  }
+  load("<pre>a\n\n<b>[]b</b></pre>");
+  delete_backward(editor);
+  EXPECT_EQ(html(), "<PRE>a\n<B>b</B></PRE>");
+}
+
+TEST_F(Typing, ATableThatIsSelectedByBackspaceKeepsTheSpaceBesideIt) {
+  load("<table><tbody><tr><td>a</td></tr></tbody></table>\n\n<p>[]b</p>");
+  const std::string before = html();
+  delete_backward(editor);
+  EXPECT_EQ(html(), before);
+  EXPECT_EQ(steps(), 0u);
+  ASSERT_FALSE(editor.selection().collapsed());
+  delete_backward(editor);
+  EXPECT_EQ(html(), "\n\n<P>b</P>");
+}
+
 TEST_F(Typing, TabGoesThroughATableAndAddsARow) {
   load("<table><tbody><tr><td>[]a</td><td>b</td></tr></tbody></table>");
   press_tab(editor, false);
