@@ -1,4 +1,5 @@
 #include <QAction>
+#include <QClipboard>
 #include <QMenu>
 #include <QMenuBar>
 
@@ -89,6 +90,21 @@ TEST_F(TablesOnScreen, BackspaceAtTheStartOfACellLeavesTheFileAsItIs) {
   ASSERT_TRUE(wait_for([&] { return !window_->isWindowModified(); }));
   QByteArray typed = lines;
   EXPECT_EQ(file(), typed.replace("one", "xone"));
+}
+
+TEST_F(TablesOnScreen, WhatIsPastedAfterATableThatEndsThePageStandsBesideIt) {
+  start("<html>\n<body>\n<table border=1>\n<tr><td id=a>one</td></tr>\n</table>\n</body>\n</html>\n");
+  QApplication::clipboard()->setText(QStringLiteral("a\tb"));
+  hands::click(place_of_character(named("a"), 0));
+  ASSERT_TRUE(settle());
+  hands::press(QStringLiteral("ctrl+End"));
+  hands::press(QStringLiteral("ctrl+v"));
+  ASSERT_TRUE(wait_for([&] { return html().find("<P>") != std::string::npos; })) << html();
+  ASSERT_TRUE(settle());
+  hands::press(QStringLiteral("ctrl+s"));
+  ASSERT_TRUE(wait_for([&] { return !window_->isWindowModified(); }));
+  EXPECT_TRUE(file().contains("</table><p>")) << file().toStdString();
+  EXPECT_TRUE(file().endsWith("</p>\n</body>\n</html>\n")) << file().toStdString();
 }
 
 TEST_F(TablesOnScreen, ShiftAndArrowsSelectByCells) {

@@ -248,7 +248,7 @@ class Pasting {
     if (!between.before && !between.after) return;
     if (is_list(*between.holder) || !is_allowed_child_name(name, *between.holder)) return;
     const Ref<Element> paragraph = editor_.document().create_element(name);
-    dom::insert(*between.holder, paragraph, between.after);
+    dom::insert(*between.holder, paragraph, between.new_block_before());
     append_line_break(*paragraph);
     gap_.set({{paragraph.get(), 0}, {paragraph.get(), 0}});
   }

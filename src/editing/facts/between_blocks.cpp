@@ -30,6 +30,8 @@ Node* passed_filling(Node* node, bool backward) {
   return node;
 }
 
+Node* Between::new_block_before() const { return after || !before ? after : before->next_sibling(); }
+
 Between between_blocks(const Boundary& caret) {
   Element* holder = block_around(caret);
   if (!holder || (caret.node->is_text() && !is_filling(*caret.node))) return {};

@@ -61,10 +61,13 @@ void keep_paragraph(Editor& editor) {
   }
   const dom::Name name{std::u16string_view(editor.paragraph_separator())};
   if (!is_allowed_child_name(name, *host)) return;
-  Node* last = host->last_child();
-  if (last && last->is(Tag::Br)) dom::remove(*last);
+  Node* next = dom::child_at(*host, caret.offset);
+  if (Node* last = host->last_child(); last && last->is(Tag::Br)) {
+    if (next == last) next = nullptr;
+    dom::remove(*last);
+  }
   const Ref<Node> paragraph(editor.document().create_element(name));
-  dom::insert(*host, paragraph);
+  dom::insert(*host, paragraph, next);
   append_line_break(*paragraph);
   editor.selection().collapse({paragraph.get(), 0});
 }
@@ -283,7 +286,9 @@ bool press_delete(Editor& editor, std::u16string_view label, Direction direction
   const ContentKind beside = content_beside(editor.selection().focus(), direction).kind;
   const bool takes_letter = at_caret && (beside == ContentKind::Text || beside == ContentKind::Object);
   const Gesture gesture(editor, label, at_caret ? StepJoin::TypingRun : StepJoin::Never,
-                        takes_letter ? Compare::No : at_caret ? Compare::Seen : Compare::All);
+                        takes_letter ? Compare::No
+                        : at_caret   ? Compare::Seen
+                                     : Compare::All);
   const RecordedLook look = record_current_overrides(editor);
   CommentKeeper comments(editor);
   HardSpaceKeeper hard_spaces(at_caret ? letter_beside(editor.selection().focus(), direction)

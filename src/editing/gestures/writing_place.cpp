@@ -201,7 +201,7 @@ bool stand_in_line(Editor& editor, BetweenBlocks wanted) {
       return false;
     }
   }
-  return make_paragraph_at(editor, *between.holder, between.after);
+  return make_paragraph_at(editor, *between.holder, between.new_block_before());
 }
 
 namespace {

@@ -153,6 +153,12 @@ TEST_F(Typing, ATableThatIsSelectedByBackspaceKeepsTheSpaceBesideIt) {
   EXPECT_EQ(html(), "\n\n<P>b</P>");
 }
 
+TEST_F(Typing, AParagraphInThePlaceOfATableStandsBeforeTheSpaceAfterIt) {
+  expect_gesture(
+      "\n{<table><tbody><tr><td>a</td></tr></tbody></table>}\n\n", [&] { delete_forward(editor); },
+      "\n<P>{}<BR></P>\n\n");
+}
+
 TEST_F(Typing, TabGoesThroughATableAndAddsARow) {
   load("<table><tbody><tr><td>[]a</td><td>b</td></tr></tbody></table>");
   press_tab(editor, false);
