@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "tvx/base/strings.h"
 #include "tvx/dom/mutation.h"
 #include "tvx/dom/tree.h"
 #include "tvx/editing/tables/table_columns.h"
@@ -23,12 +24,28 @@ std::size_t overlap(std::size_t from, std::size_t to, std::size_t first, std::si
   return high > low ? high - low : 0;
 }
 
+bool is_space(const Node* node) {
+  const auto* text = node ? dom::as<dom::Text>(node) : nullptr;
+  return text && std::ranges::all_of(text->data(), is_ascii_space);
+}
+
+/// The row takes its line of the source along: else white space would stand before the first row, which needs
+/// a tag of its section then.
+void remove_line_of(Element& row) {
+  Node* before = row.previous_sibling();
+  Node* after = row.next_sibling();
+  const bool is_last = is_space(after) && !after->next_sibling();
+  Node* line = is_last && is_space(before) ? before : after;
+  if (is_space(line)) dom::remove(*line);
+}
+
 /// A comment in a row that goes is no part of it.
 void remove_row(Element& row) {
   const Ref<Element> held(row);
   const Ref<Node> section(row.parent());
   for (const Ref<Node>& child : children_of(row))
     if (child->type() == dom::NodeType::Comment) move_preserving_ranges(child, *section, &row);
+  remove_line_of(row);
   dom::remove(row);
   if (!section->is(Tag::Table) && !dom::first_child_element(*section)) dom::remove(*section);
 }

@@ -102,6 +102,22 @@ TEST_F(TableEdits, LeaveEveryTableRectangular) {
   EXPECT_EQ(done.size(), std::size(commands));
 }
 
+// A section without a tag of its own in the source goes on without one.
+TEST_F(TableEdits, ARowThatGoesTakesItsLineAlong) {
+  constexpr std::string_view first = "<tr><td>[]1</td></tr>", second = "<tr><td>[]2</td></tr>";
+  const auto table_of = [](std::string_view rows) {
+    return "<table>\n  <tbody>" + std::string(rows) + "\n</tbody></table>";
+  };
+  load(table_of(std::string(first) + "\n  <tr><td>2</td></tr>"));
+  ASSERT_TRUE(editor.execute(u"deleteRow"));
+  EXPECT_EQ(html(), "<TABLE>\n  <TBODY><TR><TD>2</TD></TR>\n</TBODY></TABLE>");
+  load(table_of("<tr><td>1</td></tr>\n  " + std::string(second)));
+  ASSERT_TRUE(editor.execute(u"deleteRow"));
+  EXPECT_EQ(html(), "<TABLE>\n  <TBODY><TR><TD>1</TD></TR>\n</TBODY></TABLE>");
+  ASSERT_TRUE(document->journal().undo());
+  EXPECT_EQ(html(), "<TABLE>\n  <TBODY><TR><TD>1</TD></TR>\n  <TR><TD>2</TD></TR>\n</TBODY></TABLE>");
+}
+
 TEST_F(TableEdits, AreRefusedOutsideOfTables) {
   load("<p>a[]b</p>");
   for (const std::u16string_view command : commands)
