@@ -237,6 +237,10 @@ constexpr CellRow cell_rows[] = {
     {u"SelectTable", u"mnuCellSelectTable"},
 };
 
+/// Those that open a dialog: menus offer them, and bars don't.
+constexpr CellRow dialog_rows[] = {{u"CellProperties", u"mnuCellProperties"},
+                                   {u"TableProperties", u"mnuCellTableProperties"}};
+
 struct ItemRow {
   std::u16string_view name;
   void (*act)(Parts& parts, const platform::Menu& item);
@@ -431,7 +435,7 @@ std::optional<OperationState> ControlActions::state(std::u16string_view operatio
     return true;
   };
   ask(row_of(operation_rows, operation)) || ask(row_of(form_rows, operation)) ||
-      ask(row_of(cell_rows, operation));
+      ask(row_of(cell_rows, operation)) || ask(row_of(dialog_rows, operation));
   return state;
 }
 
@@ -455,7 +459,8 @@ bool ControlActions::act(std::u16string_view operation) {
     parts_.toolbar_commands.ButtonClick(bars.Toolbar2, bars.Toolbar2.Item(form->button));
   } else {
     parts_.side.take();
-    const platform::Menu& item = parts_.menus.item(row_of(cell_rows, operation)->item);
+    const CellRow* row = row_of(cell_rows, operation);
+    const platform::Menu& item = parts_.menus.item((row ? row : row_of(dialog_rows, operation))->item);
     if (host_allows_item(parts_.context, cell_key_of(item))) attempt([&] { choose(item); });
   }
   return true;
@@ -464,6 +469,10 @@ bool ControlActions::act(std::u16string_view operation) {
 bool ControlActions::choose(const platform::Menu& item) {
   if (const std::u16string_view command = cell_command_of(item); !command.empty()) {
     parts_.formatting.act_on_cells(command);
+    return true;
+  }
+  if (const CellDialogOf opens = cell_dialog_of(item); opens != CellDialogOf::None) {
+    opens == CellDialogOf::Cells ? parts_.tables.edit_selected_cells() : parts_.tables.edit_table_around();
     return true;
   }
   const auto row = std::ranges::find(items, std::u16string_view(item.Name()), &ItemRow::name);

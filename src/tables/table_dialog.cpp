@@ -140,22 +140,28 @@ void TableDialog::show_settings_of(const dom::TableObject& table) {
   check();
 }
 
-void TableDialog::write_settings_to(dom::TableObject& table) const {
+void TableDialog::write_settings_to(dom::TableObject& table, ColoursOfCells colours) const {
   const std::u16string &background = text(u"txtBackColour"), &border_colour = text(u"txtBorderColour");
   const dom::UndoStep step(dom::document_of(table.element()).journal(), u"Table Properties");
+  const bool to_all = colours == ColoursOfCells::AsTheTable;
+  const bool new_background = to_all || background != table.bgColor(),
+             new_border = to_all || border_colour != table.borderColor();
   table.set_bgColor(background);
   table.set_borderColor(border_colour);
   table.set_border(text(u"txtBorderwidth"));
   table.set_width(text(u"txtWidth"));
-  table.set_borderColorDark(border_colour);
-  table.set_borderColorLight(border_colour);
+  if (new_border) {
+    table.set_borderColorDark(border_colour);
+    table.set_borderColorLight(border_colour);
+  }
   table.set_cellSpacing(text(u"txtCellSpacing"));
   table.set_cellPadding(text(u"txtCellPadding"));
+  if (!new_background && !new_border) return;
   for (dom::Element* row : table.rows())
     for (dom::Element* element : dom::TableRowObject(*row).cells()) {
       dom::TableCellObject cell(*element);
-      cell.set_borderColor(border_colour);
-      cell.set_bgColor(background);
+      if (new_border) cell.set_borderColor(border_colour);
+      if (new_background) cell.set_bgColor(background);
     }
 }
 

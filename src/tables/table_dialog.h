@@ -11,6 +11,10 @@ class CommonDialogs;
 
 namespace tvx::tables {
 
+/// What becomes of the colours of a table's cells: they are the table's from now on, or those that differ
+/// from it stay where the user has left the table's own alone.
+enum class ColoursOfCells : bool { AsTheTable, KeptWhereUnchanged };
+
 /// `Frminserttable`: describes a new table, or changes one that is there. Whoever shows it reads afterwards
 /// what has come of it.
 class TableDialog final : private platform::FormHandler {
@@ -26,7 +30,7 @@ class TableDialog final : private platform::FormHandler {
   /// Fills the fields from a table; what is for new tables and their cells can't be reached any more.
   void show_settings_of(const dom::TableObject& table);
   /// Writes the fields to a table. The two colours go to every cell as well. One undo step.
-  void write_settings_to(dom::TableObject& table) const;
+  void write_settings_to(dom::TableObject& table, ColoursOfCells colours = ColoursOfCells::AsTheTable) const;
 
  private:
   void add_table_frame();

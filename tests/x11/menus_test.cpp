@@ -136,6 +136,8 @@ constexpr Row rows[] = {
     {"SelectRow", Effect::Selection, in_cell},
     {"SelectColumn", Effect::Selection, in_cell},
     {"SelectTable", Effect::Selection, in_cell},
+    {"cell-properties", Effect::Dialog, in_cell},
+    {"table-properties", Effect::Dialog, in_cell},
     {"spelling", Effect::Dialog, u"<P id=a lang=en>onne two</P>"},
     {"waves", Effect::View},
     {"auto-format", Effect::View},

@@ -1,5 +1,6 @@
 #include <QAction>
 #include <QClipboard>
+#include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
 
@@ -71,6 +72,43 @@ TEST_F(TablesOnScreen, DraggingOnSelectedCellsSelectsOthers) {
   EXPECT_EQ(cells(), "one two three four five six ");
   hands::press(QStringLiteral("Delete"));
   ASSERT_TRUE(wait_for([&] { return cells() == "one   four five six "; })) << cells();
+}
+
+TEST_F(TablesOnScreen, TheMenuSetsThePropertiesOfSelectedCellsAndOfTheTable) {
+  start(page);
+  drag_over("b", "f");
+  ASSERT_TRUE(wait_for([&] { return selected() == 4; }));
+  const auto set = [&](const char* item, const char* field, const char* text) {
+    answer_dialog([=](QDialog& dialog) {
+      auto* line = dialog.findChild<QLineEdit*>(QString::fromLatin1(field));
+      ASSERT_NE(line, nullptr);
+      hands::click(middle_of(*line));
+      hands::press(QStringLiteral("ctrl+a"));
+      hands::type(QString::fromLatin1(text));
+      EXPECT_TRUE(wait_for([&] { return line->text() == QLatin1String(text); }));
+      hands::press(QStringLiteral("Return"));
+      EXPECT_TRUE(wait_for([&] { return !dialog.isVisible(); }));
+    });
+    choose(item);
+    ASSERT_TRUE(wait_for([this] { return answered() && !QApplication::activeModalWidget(); }));
+    ASSERT_TRUE(settle());
+  };
+  set("cell-properties", "txtBgcolor", "yellow");
+  const auto colours = [&] {
+    return in_page(QStringLiteral(
+        "[...document.querySelectorAll('td')].map(c => c.getAttribute('bgcolor') ?? '-').join()"));
+  };
+  EXPECT_TRUE(wait_for([&] { return colours() == "-,yellow,yellow,-,yellow,yellow"; })) << colours();
+  hands::give_focus(*window_);
+  set("table-properties", "txtBorderwidth", "3");
+  EXPECT_TRUE(wait_for([&] {
+    return in_page(QStringLiteral("document.querySelector('table').getAttribute('border')")) == "3";
+  }));
+  EXPECT_EQ(colours(), "-,yellow,yellow,-,yellow,yellow");
+  hands::give_focus(*window_);
+  hands::press(QStringLiteral("ctrl+z"));
+  hands::press(QStringLiteral("ctrl+z"));
+  EXPECT_TRUE(wait_for([&] { return colours() == "-,-,-,-,-,-"; })) << colours();
 }
 
 TEST_F(TablesOnScreen, BackspaceAtTheStartOfACellLeavesTheFileAsItIs) {

@@ -20,6 +20,7 @@
 #include "htmled/source_tools.h"
 #include "htmled/window.h"
 #include "htmled/writing_choices.h"
+#include "tvx/core/actions.h"
 #include "tvx/core/htmled.h"
 
 /// The one table of the window's menus.
@@ -282,6 +283,11 @@ constexpr Command rows[] = {
     editors("SelectRow"),
     editors("SelectColumn"),
     editors("SelectTable"),
+    line(),
+    {Kind::Own, QT_TR_NOOP("&Properties of the cell…"), "cell-properties", nullptr, nullptr,
+     [](Window& w) { w.editor().control().actions().act(u"CellProperties"); }, obstacle_to_tables},
+    {Kind::Own, QT_TR_NOOP("Properties o&f the table…"), "table-properties", nullptr, nullptr,
+     [](Window& w) { w.editor().control().actions().act(u"TableProperties"); }, obstacle_to_tables},
     end(),
 
     menu(QT_TR_NOOP("&Tools"), "tools"),

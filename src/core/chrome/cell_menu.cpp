@@ -13,6 +13,9 @@ using platform::Menu;
 
 struct Row {
   std::u16string_view name, caption, key, command, obstacle;
+  CellDialogOf opens = CellDialogOf::None;
+
+  bool is_line() const { return command.empty() && opens == CellDialogOf::None; }
 };
 
 constexpr Row rows[] = {
@@ -33,6 +36,15 @@ constexpr Row rows[] = {
     {u"mnuCellSelectRow", u"Select Row", u"ContextCELLSelectRow", u"selectRow"},
     {u"mnuCellSelectColumn", u"Select Column", u"ContextCELLSelectColumn", u"selectColumn"},
     {u"mnuCellSelectTable", u"Select Table", u"ContextCELLSelectTable", u"selectTable"},
+    {u"mnuCellSep5", u"-"},
+    {.name = u"mnuCellProperties",
+     .caption = u"Cell Properties",
+     .key = u"ContextCELLProperties",
+     .opens = CellDialogOf::Cells},
+    {.name = u"mnuCellTableProperties",
+     .caption = u"Table Properties",
+     .key = u"ContextCELLTableProperties",
+     .opens = CellDialogOf::Table},
 };
 
 constexpr std::u16string_view head_name = u"mnuMiscTable", head_caption = u"Table",
@@ -82,6 +94,7 @@ void show_twin(ContextMenus& menus, const Twin& twin) {
 CellItemState cell_item_state(const Menu& item, editing::Editor& editor) {
   const Row* row = row_of(item);
   if (!row || !editor.enabled(u"selectTable")) return {.obstacle = obstacles::no_table};
+  if (row->opens != CellDialogOf::None) return {};
   const editing::CommandDefinition* command = editing::find_command(row->command);
   const bool can_be_on = command && command->state;
   return {can_be_on, can_be_on && editor.state(row->command),
@@ -102,11 +115,12 @@ void add_cell_menus(ContextMenus& menus) {
 void show_cell_menus(ContextMenus& menus, editing::Editor* editor, std::u16string_view hidden) {
   const bool in_cell = editor && editor->enabled(u"selectTable");
   for (const Row& row : rows) {
-    if (row.command.empty()) continue;
+    if (row.is_line()) continue;
     Menu& item = menus.item(row.name);
-    const bool enabled = in_cell && editor->enabled(row.command);
+    const bool asks = row.opens != CellDialogOf::None;
+    const bool enabled = in_cell && (asks || editor->enabled(row.command));
     item.set_Obstacle(!in_cell ? obstacles::no_table : enabled ? obstacles::none : row.obstacle);
-    item.set_Checked(in_cell && editor->state(row.command));
+    item.set_Checked(in_cell && !asks && editor->state(row.command));
   }
   const auto show_head = [&](std::u16string_view name, std::u16string_view separator) {
     Menu& head = menus.item(name);
@@ -126,6 +140,11 @@ void show_cell_menus(ContextMenus& menus, editing::Editor* editor, std::u16strin
 std::u16string_view cell_command_of(const Menu& item) {
   const Row* row = row_of(item);
   return row ? row->command : std::u16string_view();
+}
+
+CellDialogOf cell_dialog_of(const Menu& item) {
+  const Row* row = row_of(item);
+  return row ? row->opens : CellDialogOf::None;
 }
 
 std::u16string_view cell_key_of(const Menu& item) {

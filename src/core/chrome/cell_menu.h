@@ -27,6 +27,9 @@ CellItemState cell_item_state(const platform::Menu& item, editing::Editor& edito
 
 /// The command that an item gives, and what hosts are told; empty for all others.
 std::u16string_view cell_command_of(const platform::Menu& item);
+/// What an item opens the dialog of.
+enum class CellDialogOf { None, Cells, Table };
+CellDialogOf cell_dialog_of(const platform::Menu& item);
 std::u16string_view cell_key_of(const platform::Menu& item);
 
 }  // namespace tvx::core

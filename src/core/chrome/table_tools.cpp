@@ -14,6 +14,7 @@
 #include "tvx/dom/style/inline_style.h"
 #include "tvx/dom/tree.h"
 #include "tvx/editing/ranges/control_range.h"
+#include "tvx/editing/tables/selected_cells.h"
 #include "tvx/editing/tables/table_caret.h"
 #include "tvx/platform/menu.h"
 #include "tvx/tables/cell_dialog.h"
@@ -68,6 +69,31 @@ dom::Node* first_new_cell(dom::Document& document, const std::unordered_set<cons
     if (table && node->is(dom::Tag::Td)) return node;
   }
   return nullptr;
+}
+
+void set_text(platform::FormControl& field, const std::u16string& text) {
+  if (field.kind() != platform::ControlKind::ComboBox) return field.set_Text(text);
+  field.set_ListIndex(-1);
+  for (int i = 0; i < field.ListCount(); ++i)
+    if (field.List(i) == text) field.set_ListIndex(i);
+}
+
+/// Nothing of the cell that was shown before stays in a list that has no such value.
+void show_cell(tables::CellDialog& dialog, const dom::Ref<dom::Element>& cell) {
+  for (const auto& control : dialog.form().controls())
+    if (control->kind() == platform::ControlKind::ComboBox) set_text(*control, u"");
+  dialog.set_oCell(cell);
+  dialog.form().Controls(u"txtStyle").set_Text(dom::style::InlineStyle(*cell).css_text());
+}
+
+std::vector<std::u16string> texts_of(const platform::Form& form) {
+  std::vector<std::u16string> texts;
+  for (const auto& control : form.controls()) {
+    const bool is_field = control->kind() == platform::ControlKind::TextBox ||
+                          control->kind() == platform::ControlKind::ComboBox;
+    texts.push_back(is_field ? control->Text() : std::u16string());
+  }
+  return texts;
 }
 
 }  // namespace
@@ -155,10 +181,36 @@ void TableTools::edit_settings(dom::Element& element) {
 
 bool TableTools::edit_properties_of(const dom::Ref<dom::Element>& element) {
   if (element->is(dom::Tag::Td) || element->is(dom::Tag::Tr)) return edit_cell_or_row(element);
-  return element->is(dom::Tag::Table) && edit_settings_and_style(element);
+  return element->is(dom::Tag::Table) && edit_settings_and_style(element, tables::ColoursOfCells::AsTheTable);
 }
 
-bool TableTools::edit_settings_and_style(const dom::Ref<dom::Element>& element) {
+void TableTools::edit_selected_cells() {
+  const KeepAlive alive(context_);
+  const auto part = editing::selected_part(document().editor());
+  if (!part) return;
+  std::vector<dom::Ref<dom::Element>> cells = editing::selected_cells(document().editor());
+  if (cells.empty()) cells.push_back(part->cell);
+  without_border([&] { return edit_cells(cells); });
+}
+
+void TableTools::edit_table_around() {
+  const KeepAlive alive(context_);
+  const auto part = editing::selected_part(document().editor());
+  if (!part) return;
+  without_border(
+      [&] { return edit_settings_and_style(part->table, tables::ColoursOfCells::KeptWhereUnchanged); });
+}
+
+// The style that a dialog shows and writes is the document's: the border of the current element is in it.
+void TableTools::without_border(const std::function<bool()>& edit) {
+  attempt([&] { highlight_.restore(); });
+  const bool changed = edit();
+  highlight_.set_element(highlight_.element());
+  if (changed) mark_changed();
+}
+
+bool TableTools::edit_settings_and_style(const dom::Ref<dom::Element>& element,
+                                         tables::ColoursOfCells colours) {
   dom::TableObject table(*element);
   dom::style::InlineStyle style(*element);
   tables::TableDialog dialog(surroundings().dialogs);
@@ -169,7 +221,7 @@ bool TableTools::edit_settings_and_style(const dom::Ref<dom::Element>& element) 
     return false;
   attempt([&] {
     const dom::UndoStep step(dom::document_of(*element).journal(), u"Table Properties");
-    dialog.write_settings_to(table);
+    dialog.write_settings_to(table, colours);
     style.set_css_text(style_text.Text());
   });
   return true;
@@ -191,6 +243,26 @@ bool TableTools::edit_cell_or_row(const dom::Ref<dom::Element>& element) {
     style.set_css_text(style_text.Text());
   });
   if (dom::is_connected(*element)) make_current(element);
+  return true;
+}
+
+bool TableTools::edit_cells(const std::vector<dom::Ref<dom::Element>>& cells) {
+  tables::CellDialog dialog(surroundings().dialogs);
+  show_cell(dialog, cells.front());
+  const std::vector<std::u16string> before = texts_of(dialog.form());
+  if (!attempt([&] { context_.show_dialog(dialog.form(), cell_section); }) || dialog.booCancel())
+    return false;
+  const std::vector<std::u16string> after = texts_of(dialog.form());
+  attempt([&] {
+    const dom::UndoStep step(dom::document_of(*cells.front()).journal(), u"Cell Properties");
+    for (const dom::Ref<dom::Element>& cell : cells) {
+      show_cell(dialog, cell);
+      for (std::size_t i = 0; i < after.size(); ++i)
+        if (after[i] != before[i]) set_text(*dialog.form().controls()[i], after[i]);
+      dialog.oCell();
+      dom::style::InlineStyle(*cell).set_css_text(dialog.form().Controls(u"txtStyle").Text());
+    }
+  });
   return true;
 }
 

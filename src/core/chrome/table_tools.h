@@ -1,12 +1,17 @@
 #pragma once
 
+#include <functional>
 #include <string_view>
+#include <vector>
 
 #include "tvx/core/part.h"
 #include "tvx/dom/node.h"
 
 namespace tvx::platform {
 class Menu;
+}
+namespace tvx::tables {
+enum class ColoursOfCells : bool;
 }
 
 namespace tvx::core {
@@ -39,14 +44,22 @@ class TableTools final : public Part {
   void act_after_menu(const std::u16string& command);
   /// The dialog for a cell, a row or a table; nothing for any other element. Whether the user confirmed.
   bool edit_properties_of(const dom::Ref<dom::Element>& element);
+  /// The dialog for the caret's cell or the selected cells. It shows the first one; what the user changes
+  /// there goes to all of them, and what differs among them otherwise stays.
+  void edit_selected_cells();
+  /// The dialog for the table that the selection is in. Cells keep their colours unless the user changes
+  /// those of the table.
+  void edit_table_around();
 
  private:
   void put_in(const std::u16string& html);
   dom::Ref<dom::Element> current_element() const;
   void operate(const TableOperation& operation, const dom::Ref<dom::Element>& part);
   void edit_settings(dom::Element& table);
-  bool edit_settings_and_style(const dom::Ref<dom::Element>& table);
+  bool edit_settings_and_style(const dom::Ref<dom::Element>& table, tables::ColoursOfCells colours);
+  bool edit_cells(const std::vector<dom::Ref<dom::Element>>& cells);
   bool edit_cell_or_row(const dom::Ref<dom::Element>& element);
+  void without_border(const std::function<bool()>& edit);
   void make_current(const dom::Ref<dom::Element>& element);
 
   SelectionHighlight& highlight_;

@@ -57,7 +57,9 @@ TEST_F(CellMenu, EachItemIsOneUndoStep) {
   start_with_table();
   std::vector<std::u16string> names;
   for (const platform::Menu* item : platform::all_items(*control->menu(u"mnuMiscTable")))
-    if (!item->is_separator() && item->Name() != u"mnuCellMerge") names.push_back(item->Name());
+    if (!item->is_separator() && item->Name() != u"mnuCellMerge" &&
+        item->Name().find(u"Properties") == std::u16string::npos)
+      names.push_back(item->Name());
   EXPECT_EQ(names.size(), 12u);
   for (const std::u16string& name : names) {
     start_with_table();
@@ -73,6 +75,54 @@ TEST_F(CellMenu, EachItemIsOneUndoStep) {
     journal.undo();
     EXPECT_EQ(body(), before) << to_utf8(name);
   }
+}
+
+TEST_F(CellMenu, WhatIsChangedInTheDialogOfCellsGoesToAllThatAreSelected) {
+  start_with(
+      u"<TABLE><TBODY><TR><TD align=\"left\">a</TD><TH width=\"20\" "
+      u"align=\"right\">b</TH><TD>c</TD></TR></TBODY>"
+      u"</TABLE>");
+  const std::u16string before = body();
+  select_cells_from(Tag::Td, Tag::Th);
+  forms.expect({.form = u"frmCellProp",
+                .while_open = [](platform::Form& form) { form.Controls(u"txtBgcolor").set_Text(u"yellow"); },
+                .press = u"OKButton"});
+  right_press(Tag::Td, u"mnuCellProperties");
+  EXPECT_EQ(host.heard.front(), "MenuClick: ContextCELLProperties");
+  EXPECT_EQ(body(),
+            u"<TABLE><TBODY><TR><TD align=\"left\" bgcolor=\"yellow\">a</TD>"
+            u"<TH width=\"20\" align=\"right\" bgcolor=\"yellow\">b</TH><TD>c</TD></TR></TBODY></TABLE>");
+  EXPECT_TRUE(control->IsDirty());
+  control->undo_document();
+  EXPECT_EQ(body(), before);
+}
+
+TEST_F(CellMenu, TheDialogOfTheTableLeavesCellsTheirColours) {
+  const std::u16string cells = u"<TBODY><TR><TD bgcolor=\"red\">a</TD></TR></TBODY></TABLE>";
+  start_with(u"<TABLE border=\"1\">" + cells);
+  const auto set = [&](const char16_t* field, const char16_t* text) {
+    forms.expect({.form = u"Frminserttable",
+                  .while_open = [=](platform::Form& form) { form.Controls(field).set_Text(text); },
+                  .press = u"cmdApply"});
+    right_press(Tag::Td, u"mnuCellTableProperties");
+  };
+  set(u"txtBorderwidth", u"3");
+  EXPECT_EQ(body(), u"<TABLE border=\"3\">" + cells);
+  set(u"txtBackColour", u"blue");
+  EXPECT_EQ(
+      body(),
+      u"<TABLE border=\"3\" bgcolor=\"blue\"><TBODY><TR><TD bgcolor=\"blue\">a</TD></TR></TBODY></TABLE>");
+}
+
+TEST_F(CellMenu, ACancelledDialogLeavesTheDocumentUnchanged) {
+  start_with_table();
+  const std::u16string before = body();
+  forms.expect({.form = u"frmCellProp",
+                .while_open = [](platform::Form& form) { form.Controls(u"txtBgcolor").set_Text(u"yellow"); },
+                .press = u"CancelButton"});
+  right_press(Tag::Td, u"mnuCellProperties");
+  EXPECT_EQ(body(), before);
+  EXPECT_FALSE(control->IsDirty());
 }
 
 TEST_F(CellMenu, LinksAndImagesHaveTheSameItems) {

@@ -81,7 +81,7 @@ TEST_F(Contexts, EveryItemThatActsHasItsKey) {
       if (item->Name() == u"mnuLinkCell" || item->Name() == u"mnuImgCell") continue;
       EXPECT_TRUE(keys.insert(key).second) << to_utf8(key);
     }
-  EXPECT_EQ(keys.size(), 59u);
+  EXPECT_EQ(keys.size(), 61u);
   EXPECT_EQ(ContextMenus::key_of(menus.item(u"mnuMiscRevert")), u"ContextMISCRevert");
   EXPECT_EQ(ContextMenus::key_of(menus.item(u"mnuMiscCut")), u"ContextMiscCut");
 }
