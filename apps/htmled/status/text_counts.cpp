@@ -2,10 +2,25 @@
 
 #include "tvx/browser/html_document.h"
 #include "tvx/core/htmled.h"
-#include "tvx/dom/inner_text.h"
+#include "tvx/dom/range.h"
+#include "tvx/editing/facts/lines.h"
+#include "tvx/editing/search/read_text.h"
 #include "tvx/htmled_widget.h"
 
 namespace tvx::htmled {
+
+namespace {
+
+/// Read as the whole page is, so that it is never more than that.
+editing::TextCount count_within(const dom::Range& range) {
+  dom::Node* top = editing::block_around({dom::common_ancestor(*range.start.node, *range.end.node), 0});
+  if (!top) return {};
+  const editing::ReadText read(*top);
+  const Offset from = read.unit_at(range.start), to = read.unit_at(range.end);
+  return from < to ? editing::count_text(read.text().substr(from, to - from)) : editing::TextCount{};
+}
+
+}  // namespace
 
 void TextCounts::set_editor(qt::HTMLedWidget* editor) {
   if (editor_) editor_->disconnect(this);
@@ -63,7 +78,7 @@ void TextCounts::count_selection() {
   std::optional<editing::TextCount> now;
   if (document && document->editor().selection().type() == editing::SelectionType::Text &&
       !document->editor().selection().collapsed())
-    now = editing::count_text(dom::inner_text(document->editor().selection().range()));
+    now = count_within(document->editor().selection().range());
   if (now == of_selection_) return;
   of_selection_ = now;
   emit counted();

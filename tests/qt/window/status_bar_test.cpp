@@ -79,6 +79,17 @@ TEST_F(StatusBarTest, CountsTheDocumentAndTheSelection) {
   });
   EXPECT_TRUE(wait_for([&] { return counts() == "1 of 3 words, 3 of 12 characters"; })) << counts();
   document.select([&](editing::Selection& selection) { selection.collapse({document.body(), 0}); });
+  // All of it is no more than all: neither what a list offers nor the tabs between cells are counted.
+  dom::set_inner_html(
+      *document.body(),
+      u"\n<table><tr><td>a</td> <td>b c</td></tr></table>\n<p>d <select><option>e</select> f</p>\n");
+  emit window_.editor().property_changed(QStringLiteral("DocumentHTML"));
+  EXPECT_TRUE(wait_for([&] { return counts().starts_with("5 words"); })) << counts();
+  document.select([&](editing::Selection& selection) {
+    selection.set({document.body(), 0}, {document.body(), dom::length_of(*document.body())});
+  });
+  EXPECT_TRUE(wait_for([&] { return counts() == "5 of 5 words, 6 of 6 characters"; })) << counts();
+  document.select([&](editing::Selection& selection) { selection.collapse({document.body(), 0}); });
   dom::set_inner_html(*document.body(), u"<p>four");
   emit window_.editor().property_changed(QStringLiteral("DocumentHTML"));
   EXPECT_TRUE(wait_for([&] { return counts() == "1 word, 4 characters"; })) << counts();
