@@ -29,12 +29,12 @@ import urllib.request
 
 # With some others (cc, disabled-by-default-devtools.timeline) the page's process of this engine ends, and devtools.timeline
 # counts all boxes of the page for each layout.
-CATEGORIES = ['toplevel', 'blink', 'blink.user_timing', 'v8', 'mojom', 'loading', 'viz']
+CATEGORIES = ['toplevel', 'blink', 'blink.user_timing', 'v8', 'blink_gc', 'cppgc', 'mojom', 'loading', 'viz']
 REPEATS = {'pace': 20, 'pixel': 12, 'caret': 20}
 
 # What an event of the engine counts to, by its name; what none of these fits counts to the event around it.
 SUBJECTS = [
-    ('clearing memory away', r'GC|V8\.GC.*|BlinkGC.*|.*Heap.*Sweep.*|ThreadState::.*|MinorGC|MajorGC|Scavenge.*'),
+    ('clearing memory away', r'GC|V8\.GC.*|CppGC\..*|BlinkGC.*|.*Heap.*Sweep.*|ThreadState::.*|MinorGC|MajorGC|Scavenge.*'),
     ('script and what it calls', r'v8\..*|V8\..*'),
     ('style', r'UpdateLayoutTree|Document::updateStyle|Document::recalcStyle|StyleEngine.*|Document::rebuildLayoutTree.*|'
               r'RuleSet.*|ParseAuthorStyleSheet|CSS.*|Document::UpdateStyle.*|SelectorQuery.*|UpdateStyleAndLayoutTree'),
@@ -218,6 +218,7 @@ def main():
     parser.add_argument('--size', default='1MB')
     parser.add_argument('--build', default='build/release')
     parser.add_argument('--save', help='a folder for the traces themselves')
+    parser.add_argument('--first', action='store_true', help='the first page of the window: none before it is to be cleared away')
     parser.add_argument('--names', action='store_true', help='also by the names of the engine\'s events')
     given = parser.parse_args()
     bench = Bench(os.path.join(given.build, 'bin', 'window_bench'))
@@ -227,7 +228,7 @@ def main():
         who, what = step.split('-') if '-' in step else ('editor', step)
         count = REPEATS.get(what, 1)
         # What a first time brings, as fonts and compiled scripts, is not what is asked here.
-        if who not in opened:
+        if who not in opened and not given.first:
             bench.do(f'{who} open {given.size}')
         opened.add(who)
         if what != 'open':

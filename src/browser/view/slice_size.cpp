@@ -6,8 +6,9 @@
 namespace tvx::browser {
 namespace {
 
-// What a slice before this one still weighs.
-constexpr double fading = 0.95;
+// What a slice before this one still weighs. Of the last few alone it can't be told what those nodes cost
+// that are there already: their number hardly differs from one to the next.
+constexpr double fading = 0.995;
 // A node is never thought cheaper than this part of what it took in all.
 constexpr double least_share = 1.0 / 8;
 // Of the errors that there are if what is there costs nothing.

@@ -75,6 +75,28 @@ TEST(SliceSizes, NoSliceIsFarTooLargeBecauseOthersWereSlow) {
   }
 }
 
+// In a very large article what is there costs little for each node and much in the end. Whoever can't tell
+// that from what the new nodes cost sends ever larger slices.
+TEST(SliceSizes, StaySmallInAVeryLargeArticle) {
+  int too_large = 0;
+  for (unsigned seed = 1; seed <= 40; ++seed) {
+    std::minstd_rand random(seed);
+    std::normal_distribution<double> noise(0, 0.25);
+    SliceSize size;
+    double longest = 0;
+    for (std::size_t shown = 0; shown < 490'000;) {
+      const double nodes = static_cast<double>(size.nodes()), there = static_cast<double>(shown);
+      const double time = 4 + 0.0095 * nodes + 0.00004 * there;
+      longest = std::max(longest, time);
+      shown += size.nodes();
+      const double delay = random() % 10 == 0 ? 2.5 : 1;
+      size.took(time * std::exp(noise(random)) * delay);
+    }
+    if (longest > 60) ++too_large;
+  }
+  EXPECT_LT(too_large, 3);
+}
+
 TEST(SliceSizes, OneSlowSliceIsForgotten) {
   SliceSize size;
   show(size, 50'000, {4, 0.02, 0});
