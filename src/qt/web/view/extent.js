@@ -145,8 +145,10 @@ function showEnd() {
 /// Asks for what belongs where the bar is. Where something is there already it is asked now and then whether that is right, and
 /// `atOnce` where the bar may have moved since the last question.
 function leadBar(atOnce) {
-  if (!pageHeight || waitsForPart()) return;
+  if (!pageHeight) return;
   const wanted = isBarAtEnd() ? 1 : Math.min(1, window.scrollY / pageHeight);
+  // Whoever goes to the end doesn't wait for what the bar has passed.
+  if (waitsForPart() && (wanted < 1 || askedShare === 1)) return;
   if (wanted === 1 && endIsThere) return showEnd();
   const blank = wanted === 1 || isBlank();
   const isSame = Math.abs(wanted - askedShare) < 0.001;
@@ -171,6 +173,7 @@ function shownBox(node) {
 /// What was asked for is there: the page is shifted so that it stands in the window. False if nothing was asked for.
 export function showAsked(node, atTop) {
   if (!askedFor) return false;
+  if (askedShare === 1 && atTop) return true;  // what was asked for before the end
   const { scrollY, innerHeight } = window, wasBlank = askedFor.isBlank;
   askedFor = null;
   if (endIsThere && isBarAtEnd()) {

@@ -144,6 +144,20 @@ test('the end of the document stands at the end of the bar', async () => {
   assert.equal(shift, 10_000 - 1800);
 });
 
+test('who goes to the end does not wait for what the bar has passed', async () => {
+  begin(0.1, 1000);
+  takeBar();
+  assert.deepEqual(await scrollPage(5000), [['bar', 0.5, 0]]);
+  assert.deepEqual(await scrollPage(9400), [['bar', 1, 0]]);
+  endsAt(1500);
+  assert.ok(showAsked(elementAt(1000), true));
+  assert.equal(shift, 0, 'that answers the first question');
+  endsAt(1800);
+  extentIs(0.15, true);
+  assert.ok(showAsked(elementAt(1780), false));
+  assert.equal(shift, 8200);
+});
+
 test('nothing but the bar goes to where nothing is', async () => {
   begin(0.1, 1000);
   assert.deepEqual(await scrollPage(5000), []);
