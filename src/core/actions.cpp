@@ -228,18 +228,22 @@ struct CellRow {
   std::u16string_view name, item;
 };
 constexpr CellRow cell_rows[] = {
-    {u"RowAbove", u"mnuCellRowAbove"},       {u"RowBelow", u"mnuCellRowBelow"},
-    {u"ColumnLeft", u"mnuCellColumnLeft"},   {u"ColumnRight", u"mnuCellColumnRight"},
-    {u"DeleteRow", u"mnuCellDeleteRow"},     {u"DeleteColumn", u"mnuCellDeleteColumn"},
-    {u"MergeCells", u"mnuCellMerge"},        {u"MergeDown", u"mnuCellMergeDown"},
-    {u"SplitCell", u"mnuCellSplit"},         {u"HeaderRow", u"mnuCellHeader"},
-    {u"SelectRow", u"mnuCellSelectRow"},     {u"SelectColumn", u"mnuCellSelectColumn"},
+    {u"RowAbove", u"mnuCellRowAbove"},
+    {u"RowBelow", u"mnuCellRowBelow"},
+    {u"ColumnLeft", u"mnuCellColumnLeft"},
+    {u"ColumnRight", u"mnuCellColumnRight"},
+    {u"DeleteRow", u"mnuCellDeleteRow"},
+    {u"DeleteColumn", u"mnuCellDeleteColumn"},
+    {u"MergeCells", u"mnuCellMerge"},
+    {u"MergeDown", u"mnuCellMergeDown"},
+    {u"SplitCell", u"mnuCellSplit"},
+    {u"HeaderRow", u"mnuCellHeader"},
+    {u"SelectRow", u"mnuCellSelectRow"},
+    {u"SelectColumn", u"mnuCellSelectColumn"},
     {u"SelectTable", u"mnuCellSelectTable"},
+    {u"CellProperties", u"mnuCellProperties"},
+    {u"TableProperties", u"mnuCellTableProperties"},
 };
-
-/// Those that open a dialog: menus offer them, and bars don't.
-constexpr CellRow dialog_rows[] = {{u"CellProperties", u"mnuCellProperties"},
-                                   {u"TableProperties", u"mnuCellTableProperties"}};
 
 struct ItemRow {
   std::u16string_view name;
@@ -435,7 +439,7 @@ std::optional<OperationState> ControlActions::state(std::u16string_view operatio
     return true;
   };
   ask(row_of(operation_rows, operation)) || ask(row_of(form_rows, operation)) ||
-      ask(row_of(cell_rows, operation)) || ask(row_of(dialog_rows, operation));
+      ask(row_of(cell_rows, operation));
   return state;
 }
 
@@ -459,8 +463,7 @@ bool ControlActions::act(std::u16string_view operation) {
     parts_.toolbar_commands.ButtonClick(bars.Toolbar2, bars.Toolbar2.Item(form->button));
   } else {
     parts_.side.take();
-    const CellRow* row = row_of(cell_rows, operation);
-    const platform::Menu& item = parts_.menus.item((row ? row : row_of(dialog_rows, operation))->item);
+    const platform::Menu& item = parts_.menus.item(row_of(cell_rows, operation)->item);
     if (host_allows_item(parts_.context, cell_key_of(item))) attempt([&] { choose(item); });
   }
   return true;

@@ -26,8 +26,7 @@ class ControlActions final : public Actions {
   bool press_form(std::u16string_view button_key) override;
   bool choose(const platform::Menu& item) override;
 
-  /// The names of all operations for bars. `act` and `state` know two more that menus alone offer, as they
-  /// open a dialog: "CellProperties" and "TableProperties".
+  /// The names of all operations.
   static std::vector<std::u16string_view> operations();
   /// What the operation's button does, whether the control shows it or not, with the host's veto; an
   /// operation that has no button acts at once. False: there is none of that name, or it can't act just now.

@@ -93,14 +93,14 @@ TEST_F(TablesOnScreen, TheMenuSetsThePropertiesOfSelectedCellsAndOfTheTable) {
     ASSERT_TRUE(wait_for([this] { return answered() && !QApplication::activeModalWidget(); }));
     ASSERT_TRUE(settle());
   };
-  set("cell-properties", "txtBgcolor", "yellow");
+  set("CellProperties", "txtBgcolor", "yellow");
   const auto colours = [&] {
     return in_page(QStringLiteral(
         "[...document.querySelectorAll('td')].map(c => c.getAttribute('bgcolor') ?? '-').join()"));
   };
   EXPECT_TRUE(wait_for([&] { return colours() == "-,yellow,yellow,-,yellow,yellow"; })) << colours();
   hands::give_focus(*window_);
-  set("table-properties", "txtBorderwidth", "3");
+  set("TableProperties", "txtBorderwidth", "3");
   EXPECT_TRUE(wait_for([&] {
     return in_page(QStringLiteral("document.querySelector('table').getAttribute('border')")) == "3";
   }));

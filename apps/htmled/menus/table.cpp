@@ -284,10 +284,8 @@ constexpr Command rows[] = {
     editors("SelectColumn"),
     editors("SelectTable"),
     line(),
-    {Kind::Own, QT_TR_NOOP("&Properties of the cell…"), "cell-properties", nullptr, nullptr,
-     [](Window& w) { w.editor().control().actions().act(u"CellProperties"); }, obstacle_to_tables},
-    {Kind::Own, QT_TR_NOOP("Properties o&f the table…"), "table-properties", nullptr, nullptr,
-     [](Window& w) { w.editor().control().actions().act(u"TableProperties"); }, obstacle_to_tables},
+    editors("CellProperties"),
+    editors("TableProperties"),
     end(),
 
     menu(QT_TR_NOOP("&Tools"), "tools"),

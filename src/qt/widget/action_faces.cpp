@@ -70,6 +70,8 @@ constexpr ActionFace faces[] = {
     {u"SelectRow", QT_TRANSLATE_NOOP("HTMLed", "Select r&ow"), nullptr},
     {u"SelectColumn", QT_TRANSLATE_NOOP("HTMLed", "Select col&umn"), nullptr},
     {u"SelectTable", QT_TRANSLATE_NOOP("HTMLed", "Select tabl&e"), nullptr},
+    {u"CellProperties", QT_TRANSLATE_NOOP("HTMLed", "&Properties of the cell…"), nullptr},
+    {u"TableProperties", QT_TRANSLATE_NOOP("HTMLed", "Properties o&f the table…"), nullptr},
     {u"Source", QT_TRANSLATE_NOOP("HTMLed", "&Source"), "F9", u"toggle"},
     {u"Print", QT_TRANSLATE_NOOP("HTMLed", "Pr&int…"), "Ctrl+P", u"print"},
     {u"Spelling", QT_TRANSLATE_NOOP("HTMLed", "&Spelling…"), "F7", u"spelling"},
