@@ -404,6 +404,7 @@ CASE(a_thousand_watchers_leave_nothing) {
     free(seen);
     if (i == warm) kilobytes = resident_kilobytes();
   }
+  printf("%ld kB after %d watchers, %ld kB after %d\n", kilobytes, (int)warm, resident_kilobytes(), (int)all);
 #ifndef TVX_SANITIZED
   CHECK(resident_kilobytes() - kilobytes < 512);
 #endif
