@@ -365,41 +365,7 @@ CASE(where_there_is_no_window_nothing_is_shown) {
   XCloseDisplay(display);
 }
 
-static struct {
-  Display *display;
-  Window window;
-} doomed;
-
-static void destroy_the_window(ticking *host) {
-  if (host->times > 1) return;
-  XDestroyWindow(doomed.display, doomed.window);
-  XSync(doomed.display, False);
-}
-
-/* The host's window goes while the editor starts. */
-CASE(what_fails_while_it_starts_stays_off_screen) {
-  host_control made = host_make();
-  ticking host;
-  tvx_timer *timer = make_ticking(&host, destroy_the_window);
-  tvx_box box = {0, 0, 500, 400};
-  int32_t hwnd = hwnd_of(&made);
-  CHECK((doomed.display = XOpenDisplay(NULL)) != NULL);
-  doomed.window = host_window(doomed.display, 600, 500);
-  host_set(made.members, "DocumentHTML", host_text("<p>one</p>"));
-  host_set(made.members, "showFormToolbar", host_boolean(1));
-  CHECK(timer->functions->SetInterval(timer, 1) == TVX_OK);
-  CHECK(made.control->functions->Show(made.control, TVX_IN_WINDOW, doomed.window, &box) == TVX_EXCEPTION);
-  CHECK(timer->functions->SetInterval(timer, 0) == TVX_OK && host.times > 0);
-  timer->functions->Release(timer);
-  CHECK(hwnd_of(&made) == hwnd && has_markup(&made, "<p>one</p>"));
-  CHECK(made.tools->functions->Pump(made.tools, 200) == TVX_OK);
-  CHECK(made.control->functions->Show(made.control, TVX_OFF_SCREEN, 0, NULL) == TVX_OK);
-  CHECK(has_markup(&made, "<P>one</P>") && host_get(made.members, "showFormToolbar").as.boolean == TVX_TRUE);
-  host_release(&made);
-  XCloseDisplay(doomed.display);
-}
-
-/* --- the window's own end --- */
+/* --- a host with a container --- */
 
 typedef struct form {
   tvx_container container;
@@ -426,6 +392,49 @@ static tvx_result form_changed(tvx_container *self, const tvx_text *key) {
 static tvx_result form_closed(tvx_container *self) {
   ++((form *)self)->closed;
   return TVX_OK;
+}
+
+static struct {
+  Display *display;
+  Window window;
+  int starts;
+} doomed;
+
+/* What a control asks before it starts, and what it says first while it does. */
+static tvx_result doomed_mode(tvx_container *self, int16_t *mode) {
+  doomed.starts = 1;
+  return form_mode(self, mode);
+}
+static tvx_result doomed_changed(tvx_container *self, const tvx_text *key) {
+  if (doomed.starts && doomed.window) {
+    XDestroyWindow(doomed.display, doomed.window);
+    XSync(doomed.display, False);
+    doomed.window = 0;
+  }
+  return form_changed(self, key);
+}
+
+/* The host's window goes while the editor starts. */
+CASE(what_fails_while_it_starts_stays_off_screen) {
+  static const tvx_container_functions functions = {form_query,  form_add,       form_release,
+                                                    doomed_mode, doomed_changed, form_closed};
+  form host = {{&functions}, 1, 0, 0};
+  host_control made = host_make();
+  tvx_box box = {0, 0, 500, 400};
+  int32_t hwnd = hwnd_of(&made);
+  CHECK((doomed.display = XOpenDisplay(NULL)) != NULL);
+  doomed.window = host_window(doomed.display, 600, 500);
+  CHECK(made.control->functions->SetContainer(made.control, &host.container) == TVX_OK);
+  host_set(made.members, "DocumentHTML", host_text("<p>one</p>"));
+  host_set(made.members, "showFormToolbar", host_boolean(1));
+  CHECK(made.control->functions->Show(made.control, TVX_IN_WINDOW, doomed.window, &box) == TVX_EXCEPTION);
+  CHECK(!doomed.window);
+  CHECK(hwnd_of(&made) == hwnd && has_markup(&made, "<p>one</p>"));
+  CHECK(made.tools->functions->Pump(made.tools, 200) == TVX_OK);
+  CHECK(made.control->functions->Show(made.control, TVX_OFF_SCREEN, 0, NULL) == TVX_OK);
+  CHECK(has_markup(&made, "<P>one</P>") && host_get(made.members, "showFormToolbar").as.boolean == TVX_TRUE);
+  host_release(&made);
+  XCloseDisplay(doomed.display);
 }
 
 CASE(a_host_hears_that_the_user_closes_the_window) {
