@@ -78,8 +78,8 @@ set(headers document_file.h error.h message_loop.h object.h property_bag.h)
 set(written enumerations.h events.h htmled.h tvxhtml.h)
 if(TVX_QT)
   tvx_installed_library(tvxhtml-widget Widget ON tvxhtml-core LAYERS qt
-    LINKS Qt6::WebEngineWidgets Qt6::WebChannel Qt6::Svg Qt6::PrintSupport PkgConfig::XCB PkgConfig::QPDF PUBLIC Qt6::Widgets
-    PACKAGES Qt6WebEngineWidgets Qt6WebChannel Qt6Svg Qt6PrintSupport xcb libqpdf PUBLIC_PACKAGES Qt6Widgets)
+    LINKS Qt6::QuickWidgets Qt6::WebEngineWidgets Qt6::WebChannel Qt6::Svg Qt6::PrintSupport PkgConfig::XCB PkgConfig::QPDF PUBLIC Qt6::Widgets
+    PACKAGES Qt6QuickWidgets Qt6WebEngineWidgets Qt6WebChannel Qt6Svg Qt6PrintSupport xcb libqpdf PUBLIC_PACKAGES Qt6Widgets)
   list(APPEND headers page_setup.h settings_store.h web_engine.h)
   list(APPEND written htmled_widget.h)
 endif()

@@ -5,6 +5,7 @@
 #include <QDialog>
 #include <QPointer>
 #include <QPrinterInfo>
+#include <QQuickWidget>
 #include <QResizeEvent>
 #include <QTimer>
 #include <algorithm>
@@ -338,6 +339,9 @@ HTMLedWidget::HTMLedWidget(platform::MessageLoop& loop, QWidget* parent, const S
 
 // Reading an empty store gives a control more than the defaults: the captions of its own.
 void HTMLedWidget::begin(std::shared_ptr<Parts> parts) {
+  // Qt makes a shown window anew when the first part comes into it that is drawn as the page is, and the new
+  // one of a dialog isn't modal. This one is there from the start, and nobody sees it.
+  (new QQuickWidget(this))->hide();
   parts_ = std::move(parts);
   parts_->control_->UserControl_Initialize();
   parts_->control_->UserControl_ReadProperties(platform::EmptyStore());
