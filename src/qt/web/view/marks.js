@@ -1,5 +1,5 @@
 // Waves under words and the grounds of what was found: highlights of the engine, which draws them with the text and moves
-// them with it. Nothing of them stands in the page's tree but an attribute of the elements that have any (editing.css).
+// them with it. Nothing of them stands in the page's tree but an attribute of the elements that have any (style/editing.css).
 // The engine goes through all of them for each frame, and an article has thousands: rooms out of sight show none.
 
 import { getAttribute, newRange, parentElementOf, setAttribute, typeOf, walk } from './dom.js';

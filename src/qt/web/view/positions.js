@@ -26,7 +26,7 @@ export function elementIdOf(target) {
 
 const DISABLED = ['input', 'select', 'textarea', 'button'].map((name) => name + ':disabled').join();
 
-/// The engine tells of no press on a disabled field: the mouse passes through it (editing.css), and it is found here.
+/// The engine tells of no press on a disabled field: the mouse passes through it (style/editing.css), and it is found here.
 function disabledFieldAt(around, x, y) {
   if (!around || typeOf(around) !== 1) return null;
   return Array.from(findAll(around, DISABLED)).find((field) => {

@@ -1,7 +1,7 @@
 // Rooms: boxes that the children of a large element stand in, so that the engine lays out and paints a few dozen of them
 // anew and not thousands. The boxes are slots in a closed shadow tree of the element: the page's own tree is as it was,
 // and with it what selectors, positions and the mirror see. Where boxes would change how a page appears, an element has
-// none, or they are no boxes (rooms.css).
+// none, or they are no boxes (style/rooms.css).
 
 import { BLOCKS, beginsAtEdge, beginsLine, inheritsUnread, isPlain, needsItsParent, valueOf } from './room_rules.js';
 import { RoomList } from './room_list.js';
