@@ -2,6 +2,7 @@
 #include <QFileInfo>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QTimer>
 #include <utility>
 
 #include "htmled/document/document_page.h"
@@ -41,7 +42,12 @@ std::optional<QString> DocumentPage::with_document(const std::function<void(cons
   return {};
 }
 
+// What the editor holds while a page comes is not that page: written now it would take the file's place.
 bool DocumentPage::save() {
+  if (loading_) {
+    QTimer::singleShot(20, this, [this] { save(); });
+    return false;
+  }
   if (path().isEmpty()) return save_as();
   return may_overwrite() && save_to(path());
 }
@@ -130,6 +136,10 @@ std::optional<QString> DocumentPage::write_file(const QString& target) {
 }
 
 bool DocumentPage::save_to(const QString& path) {
+  if (loading_ || pending_) {
+    emit told(tr("Can't save %1").arg(path));
+    return false;
+  }
   const QString target = QFileInfo(path).absoluteFilePath();
   if (const auto failure = write_file(target)) return !failure->isEmpty() && save_elsewhere(*failure);
   mark_->clear();

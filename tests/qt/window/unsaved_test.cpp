@@ -274,6 +274,31 @@ TEST_F(UnsavedPages, OfAFileThatIsWrittenWhileItLoadsAreAskedAboutWhenItHasLoade
   EXPECT_TRUE(window_->isWindowModified()) << "the document is kept, the file is another";
 }
 
+// The editor holds an empty page then, which took the file's place.
+TEST_F(UnsavedPages, AFileIsNotSavedOverBeforeItHasLoaded) {
+  const QString path = file();
+  const auto content = [&] {
+    QFile written(path);
+    EXPECT_TRUE(written.open(QIODevice::ReadOnly));
+    return written.readAll();
+  };
+  const QByteArray before = content();
+  int saves = 0;
+  QTimer watch;
+  QObject::connect(&watch, &QTimer::timeout, [&] {
+    if (!window_->front().is_busy()) return;
+    ++saves;
+    EXPECT_FALSE(window_->front().save());
+  });
+  watch.start(0);
+  ASSERT_TRUE(window_->start(path));
+  watch.stop();
+  ASSERT_GT(saves, 0);
+  EXPECT_EQ(content(), before);
+  for (int turn = 0; turn < 20; ++turn) loop_.pump(20);
+  EXPECT_EQ(content(), before) << "saved as it is once it has loaded";
+}
+
 TEST_F(UnsavedPages, AreAllOnTheDiskOnceTheyAreWaitedFor) {
   KeptPages pages;
   constexpr int count = 200;
