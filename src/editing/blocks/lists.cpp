@@ -47,10 +47,20 @@ void normalize_items_of(const dom::Range& range) {
 
 namespace {
 
+bool has_item(const Node& node) {
+  for (const Node* child = node.first_child(); child; child = child->next_sibling()) {
+    if (child->is(Tag::Li)) return true;
+  }
+  return false;
+}
+
 // What list commands work on: lists, what stands in them, and what could stand in an item.
+// OURS: items that stand in no list are items all the same, and what holds them is no line that could become
+// one.
 bool is_list_material(const Node& node) {
   if (!is_editable(node) || is_indentation_element(node)) return false;
-  return is_list(node) || (node.parent() && is_list(*node.parent())) || is_allowed_child(node, Name(Tag::Li));
+  if (is_list(node) || node.is(Tag::Li) || (node.parent() && is_list(*node.parent()))) return true;
+  return is_allowed_child(node, Name(Tag::Li)) && !has_item(node);
 }
 
 // OURS: white space between blocks, the layout of the source, is no line that could be in a list or not. The

@@ -15,9 +15,11 @@ using dom::Tag;
 
 namespace {
 
-// OURS: a paragraph that isn't displayed is none of the line beside it, and can't stand in a paragraph.
-bool comes_along(const Node& neighbour) {
-  return is_invisible(neighbour) && !is_non_list_single_line_container(neighbour);
+// OURS: a paragraph that isn't displayed is none of the line beside it, and can't stand in a paragraph. An
+// item goes with other items only, as it can't stand in one.
+bool comes_along(const Node& neighbour, const Node& node) {
+  if (!is_invisible(neighbour)) return false;
+  return neighbour.is(Tag::Li) ? node.is(Tag::Li) : !is_non_list_single_line_container(neighbour);
 }
 
 // Steps 3 to 5: the line break that ends the nodes' line goes with them, and what nobody sees beside them.
@@ -27,13 +29,13 @@ void take_neighbours(NodeList& nodes) {
     nodes.emplace_back(behind);
   }
   NodeList before;
-  for (Node* node = nodes.front()->previous_sibling(); node && comes_along(*node);
+  for (Node* node = nodes.front()->previous_sibling(); node && comes_along(*node, *nodes.front());
        node = node->previous_sibling()) {
     before.emplace_back(node);
   }
   nodes.insert(nodes.begin(), before.rbegin(), before.rend());
   while (Node* node = nodes.back()->next_sibling()) {
-    if (!comes_along(*node)) break;
+    if (!comes_along(*node, *nodes.back())) break;
     nodes.emplace_back(node);
   }
 }
@@ -115,9 +117,10 @@ Ref<Node> choose_parent(const NodeList& nodes, const NodeCriteria& criteria,
 
 // Editing commands standard, section "Wrapping a list of nodes".
 Ref<Node> wrap(NodeList nodes, const NodeCriteria& criteria, const std::function<Ref<Node>()>& make_parent) {
-  // A line break counts as seen here: wrapped, it may begin to matter.
-  const bool worth = std::any_of(nodes.begin(), nodes.end(),
-                                 [](const auto& node) { return node->is(Tag::Br) || is_visible(*node); });
+  // A line break counts as seen here: wrapped, it may begin to matter. So does an item, which needs its list.
+  const bool worth = std::any_of(nodes.begin(), nodes.end(), [](const auto& node) {
+    return node->is(Tag::Br) || node->is(Tag::Li) || is_visible(*node);
+  });
   if (!worth || !nodes.front()->parent()) return {};
   take_neighbours(nodes);
   const Ref<Node> new_parent = choose_parent(nodes, criteria, make_parent);
