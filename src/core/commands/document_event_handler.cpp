@@ -48,7 +48,7 @@ void DocumentEventHandler::act_on_key(int key_code, bool shift, bool control) {
     attempt([&] { editing::link_what_was_typed(document().editor()); });
   if (key_code == key_enter && (properties_.isAccessContained || properties_.useEnterAsBR)) {
     document().set_event_key_code(0);
-    parts_.formatting.sendCR(properties_.useEnterAsBR);
+    parts_.formatting.press_enter();
   } else if (key_code == key_space && shift) {
     document().set_event_key_code(0);
     parts_.selection.insert_hard_space();

@@ -143,22 +143,38 @@ void Formatting::make_link_under_mouse_relative() {
   dom::set_attribute(*link, dom::names::href, hash == address.npos ? address : address.substr(hash));
 }
 
-// Both keys that this sends go to the document's typing at once. As messages they would come back as an
-// onkeydown of Enter, which isAccessContained would send again, without end.
-void Formatting::sendCR(bool bBR) {
+namespace {
+
+// A line break and nothing else, wherever the caret stands: also in a page without a line, where Backspace
+// leaves the caret before the break, as if this held the line open.
+bool break_as_told(editing::Editor& editor) {
+  // What is selected as a whole is no text to break, and Backspace would take it away.
+  if (editor.selection().type() == editing::SelectionType::Control) return false;
+  const dom::UndoStep step(editor.document().journal(), u"Line break");
+  attempt([&] { editor.execute(u"insertHTML", u"<BR>&nbsp;"); });
+  editing::delete_backward(editor);
+  const dom::Boundary caret = editor.selection().focus();
+  if (!caret || caret.node->is_text() || caret.offset > 0) return true;
+  const dom::Node* next = dom::child_at(*caret.node, 0);
+  if (next && next->is(dom::Tag::Br)) editor.selection().collapse(dom::after(*next));
+  return true;
+}
+
+}  // namespace
+
+void Formatting::sendCR(bool bBR) { type(bBR ? break_as_told : editing::press_enter); }
+
+void Formatting::press_enter() {
+  type(properties_.useEnterAsBR ? editing::press_shift_enter : editing::press_enter);
+}
+
+// Keys go to the document's typing at once. As messages they would come back as an onkeydown of Enter, which
+// isAccessContained would send again, without end.
+void Formatting::type(bool (*key)(editing::Editor&)) {
   edit_window_.FindEditWindow();
   attempt([&] {
     const auto kept = DOM();
-    editing::Editor& editor = document().editor();
-    // What is selected as a whole is no text to break, and Backspace would take it away.
-    if (bBR && editor.selection().type() == editing::SelectionType::Control) return;
-    const dom::UndoStep step(document().tree().journal(), u"Line break");
-    if (bBR) {
-      attempt([&] { editor.execute(u"insertHTML", u"<BR>&nbsp;"); });
-      editing::delete_backward(editor);
-    } else {
-      editing::press_enter(editor);
-    }
+    key(document().editor());
   });
 }
 

@@ -28,8 +28,11 @@ class Formatting final : public Part {
   void redo();
   /// Asks for an address and makes the selection a link.
   void insert_Link();
-  /// A line break, or a paragraph's end.
+  /// A line break and nothing else, or a paragraph's end, on behalf of the host.
   void sendCR(bool bBR);
+  /// The Enter key, as `useEnterAsBR` has it. It leaves the caret on the new line, which a break alone
+  /// doesn't begin at a line's end.
+  void press_enter();
   /// A command of the document without a value.
   void run_command(std::u16string_view command, AskedBy by = AskedBy::Host);
   /// What an item of the table submenu stands for. Only what changes something marks the document.
@@ -44,6 +47,7 @@ class Formatting final : public Part {
   void show_paragraph_state();
   void show_pressed(int button, std::u16string_view query);
   void make_link_under_mouse_relative();
+  void type(bool (*key)(editing::Editor&));
 
   Toolbars& toolbars_;
   CodePane& code_;

@@ -43,6 +43,23 @@ TEST_F(Control, WithUseEnterAsBREnterIsABareLineBreak) {
   EXPECT_EQ(body(), u"<P>one<BR>two</P>");
 }
 
+TEST_F(Control, WithUseEnterAsBREnterLeavesTheCaretOnTheNewLine) {
+  start();
+  for (const bool contained : {false, true}) {
+    control->set_useEnterAsBR(true);
+    control->set_isAccessContained(contained);
+    load(u"<P>one[]</P>");
+    EXPECT_TRUE(key(u"Enter", 13).taken);
+    EXPECT_EQ(to_utf8(marked()), "<P>one<BR>{}<BR></P>")
+        << "a break at the end alone begins no line that is seen";
+    control->DOM()->input_text(u"two");
+    EXPECT_EQ(body(), u"<P>one<BR>two</P>");
+    load(u"<P>{}<BR></P>");
+    key(u"Enter", 13);
+    EXPECT_EQ(to_utf8(marked()), "<P><BR>{}<BR></P>");
+  }
+}
+
 TEST_F(Control, ContainedAccessSendsEnterWithoutASecondKeyDown) {
   start();
   control->set_isAccessContained(true);

@@ -243,6 +243,23 @@ TEST_F(Formatting, ALineBreakIsNoKeyForASelectedImage) {
   EXPECT_EQ(body(), u"<P>x<IMG src=\"a.gif\">y</P>");
 }
 
+TEST_F(Formatting, AHostsLineBreakIsOneBreakWhereverTheCaretStands) {
+  start_with(u"");
+  const auto expect_broken = [&](std::u16string_view before, std::string_view after) {
+    load(before);
+    control->sendCR(true);
+    EXPECT_EQ(to_utf8(marked()), after) << to_utf8(before);
+    control->undo_document();
+    EXPECT_EQ(to_utf8(marked()), to_utf8(before)) << "in one step";
+  };
+  expect_broken(u"<P>one[]two</P>", "<P>one<BR>[]two</P>");
+  expect_broken(u"<P>one[]</P>", "<P>one<BR>{}</P>");
+  expect_broken(u"<P>one<B>two[]</B></P>", "<P>one<B>two<BR>{}</B></P>");
+  expect_broken(u"<P>{}<BR></P>", "<P><BR>{}</P>");
+  expect_broken(u"<UL><LI>{}<BR></LI></UL>", "<UL><LI><BR>{}</LI></UL>");
+  expect_broken(u"{}", "<P><BR>{}</P>");
+}
+
 TEST_F(Formatting, AFontWithoutANameChangesNothing) {
   start_with(u"");
   load(u"<P>one [two] three</P>");
