@@ -63,8 +63,8 @@ using Eight = std::uint16_t __attribute__((vector_size(16)));
 bool holds_escape(Eight units) {
   // Compared with eight of each: not every compiler compares eight with one.
   const auto all = [](std::uint16_t c) { return Eight{} + c; };
-  const auto found =
-      (units == all(u'&')) | (units == all(u'<')) | (units == all(u'>')) | (units == all(u'"')) | (units == all(0xA0));
+  const auto found = (units == all(u'&')) | (units == all(u'<')) | (units == all(u'>')) |
+                     (units == all(u'"')) | (units == all(0xA0));
 #ifdef __SSE2__
   return _mm_movemask_epi8(std::bit_cast<__m128i>(found)) != 0;
 #else
