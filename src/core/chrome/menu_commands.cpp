@@ -96,6 +96,13 @@ void MenuCommands::open() {
   act_after_other_menus();
 }
 
+void MenuCommands::edit_image() {
+  const dom::Element* element = parts_.highlight.element();
+  if (!element || !element->is(dom::Tag::Img)) return;
+  if (!parts_.menus.item(u"mnuImgProperties").Visible()) return;
+  if (parts_.image_settings.EditImageProperties()) mark_changed();
+}
+
 // A menu that was dismissed marks the document as well: that is how it is with images.
 void MenuCommands::act_after_image_menu() {
   const std::u16string& command = pending_command_;

@@ -42,6 +42,8 @@ class MenuCommands final : public Part, private platform::MenuHandler {
   void ApplyContextMenuState();
   /// Opens the menu of the current element and carries out what was chosen. Throws where there is no element.
   void open();
+  /// The settings of the current element if that is an image, without its menu, which must offer them.
+  void edit_image();
   void pend(std::u16string_view command) { pending_command_ = command; }
   void forget_pending_command() { pending_command_.clear(); }
   const std::u16string& pending_command() const { return pending_command_; }

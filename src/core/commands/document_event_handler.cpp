@@ -10,6 +10,7 @@
 #include "tvx/core/dialogs/field_settings.h"
 #include "tvx/core/events.h"
 #include "tvx/core/views/selection_highlight.h"
+#include "tvx/dom/tree.h"
 #include "tvx/editing/gestures/autoformat.h"
 #include "tvx/platform/loaded_dialogs.h"
 
@@ -115,6 +116,16 @@ void DocumentEventHandler::raise_document_click() {
   raise([&](HTMLedEvents& host) { host.DocumentClick(element); });
 }
 
+// A hand that moves by a pixel between the press and the end of the click leaves the view nothing to say of
+// the press's place; the press itself knows what was there.
+dom::Ref<dom::Element> DocumentEventHandler::element_of_last_event() const {
+  if (!last_event_) throw RuntimeError(errors::object_not_set, u"There is no event");
+  if (dom::Element* found = document().element_from_point(last_event_->client_x, last_event_->client_y))
+    return found;
+  const dom::Ref<dom::Element>& target = last_event_->target;
+  return target && dom::is_connected(*target) ? target : nullptr;
+}
+
 // The coordinates are those of the last key or selection event, not of the double click.
 bool DocumentEventHandler::ondblclick() {
   const KeepAlive alive(context_);
@@ -122,8 +133,8 @@ bool DocumentEventHandler::ondblclick() {
   if (const browser::Event* event = document().event(); event && user_may_edit())
     field = FieldSettings::field_of(event->target.get());
   attempt([&] {
-    if (!last_event_) throw RuntimeError(errors::object_not_set, u"There is no event");
-    parts_.highlight.set_element(document().element_from_point(last_event_->client_x, last_event_->client_y));
+    parts_.highlight.set_element(element_of_last_event());
+    if (!field && user_may_edit()) parts_.menus.edit_image();
   });
   if (field) attempt([&] { parts_.field_settings.edit_field(field); });
   return false;

@@ -50,6 +50,7 @@ class DocumentEventHandler final : public Part, public browser::DocumentHandler 
   void fetch_last_event();
   void act_on_key(int key_code, bool shift, bool control);
   void raise_document_click();
+  dom::Ref<dom::Element> element_of_last_event() const;
   void follow_selection();
 
   const Parts parts_;

@@ -1,9 +1,11 @@
 #include "core/control_fixture.h"
+#include "tvx/platform/form.h"
 
 namespace tvx::core {
 namespace {
 
 using browser::MouseButton;
+using testing::Contains;
 using testing::Each;
 using testing::ElementsAre;
 
@@ -213,12 +215,75 @@ TEST_F(Control, ADoubleClickMovesTheCurrentElementToTheLastEventsPlace) {
 
 TEST_F(Control, ADoubleClickOnAnImageWhosePropertiesAreHiddenChangesNothing) {
   start_with(u"<P>x<IMG src=\"a.gif\"></P>");
-  control->set_HiddenContextMenus(u"mnuImgProperties");
+  control->set_HiddenContextMenus(u"ImgProperties");
   control->DOM()->mouse_press(at(element(dom::Tag::Img)));
   EXPECT_FALSE(control->DOM()->double_click(at(element(dom::Tag::Img)))) << "always cancelled";
   EXPECT_EQ(body(), u"<P>x<IMG src=\"a.gif\"></P>");
   EXPECT_FALSE(control->IsDirty());
   EXPECT_EQ(control->highlightElement(), element(dom::Tag::Img));
+}
+
+class DoubleClicks : public Control {
+ protected:
+  /// Both presses of it, with what is done in the dialog of the image.
+  void double_click_image(std::u16string button, const std::function<void(platform::Form&)>& user = {}) {
+    forms.expect({.form = u"frmImageSettings", .while_open = user, .press = std::move(button)});
+    const browser::MouseInput place = at(element(dom::Tag::Img));
+    control->DOM()->mouse_press(place);
+    control->DOM()->mouse_press(place);
+    EXPECT_FALSE(control->DOM()->double_click(place));
+    EXPECT_EQ(forms.expectations(), 0u);
+  }
+};
+
+TEST_F(DoubleClicks, OnAnImageOpenItsSettings) {
+  start_with(u"<P>x<IMG src=\"a.gif\" width=\"4\"></P>");
+  double_click_image(u"OKButton", [](platform::Form& form) { form.Controls(u"txtWidth").set_Text(u"9"); });
+  EXPECT_EQ(body(), u"<P>x<IMG src=\"a.gif\" width=\"9\"></P>");
+  EXPECT_FALSE(control->IsDirty()) << "as where the menu's item opens them";
+}
+
+TEST_F(DoubleClicks, ThatAreCancelledMarkTheDocument) {
+  start_with(u"<P>x<IMG src=\"a.gif\"></P>");
+  double_click_image(u"CancelButton");
+  EXPECT_TRUE(control->IsDirty());
+  EXPECT_THAT(container.changed(), Contains(u"DocumentHTML"));
+}
+
+TEST_F(DoubleClicks, OnAnImageThatMayNotBeEditedOpenNothing) {
+  start_with(u"<P>x<IMG src=\"a.gif\" style=\"float: left\"></P>");
+  control->set_EditorEnabled(false);
+  control->DOM()->mouse_press(at(element(dom::Tag::Img)));
+  control->DOM()->double_click(at(element(dom::Tag::Img)));
+  EXPECT_TRUE(forms.shown().empty());
+  EXPECT_EQ(body(), u"<P>x<IMG src=\"a.gif\" style=\"float: left\"></P>");
+}
+
+TEST_F(DoubleClicks, OnAnythingElseOpenNothing) {
+  start_with(u"<P>x <A href=\"#a\">link</A></P><HR><TABLE><TR><TD>cell</TD></TR></TABLE>");
+  for (const dom::Tag tag : {dom::Tag::P, dom::Tag::A, dom::Tag::Hr, dom::Tag::Td, dom::Tag::Table}) {
+    control->DOM()->mouse_press(at(element(tag)));
+    EXPECT_FALSE(control->DOM()->double_click(at(element(tag))));
+    EXPECT_EQ(control->highlightElement(), element(tag));
+  }
+  EXPECT_TRUE(forms.shown().empty());
+  EXPECT_FALSE(control->IsDirty());
+}
+
+// The view has nothing to say of another place than that of its last report.
+TEST_F(DoubleClicks, FindTheImageWhereThePressHasFoundIt) {
+  start_with(u"<P>x<IMG src=\"a.gif\"></P>");
+  struct Nowhere final : browser::Geometry {
+    dom::Element* element_at(const browser::HTMLDocument&, int, int) const override { return nullptr; }
+    std::pair<int, int> caret_place(const browser::HTMLDocument&) const override { return {0, 0}; }
+  } nowhere;
+  control->DOM()->mouse_press(at(element(dom::Tag::Img)));
+  control->DOM()->set_geometry(&nowhere);
+  forms.expect({.form = u"frmImageSettings", .press = u"CancelButton"});
+  browser::MouseInput moved = at(element(dom::Tag::Img));
+  ++moved.x;
+  control->DOM()->double_click(moved);
+  EXPECT_EQ(forms.expectations(), 0u);
 }
 
 TEST_F(Control, DraggingMarksTheDocumentChangedAsItBegins) {
