@@ -66,6 +66,11 @@ std::u16string_view cannot_paste(Parts& parts) {
   return parts.toolbars.Toolbar1.Item(button_paste).Obstacle();
 }
 
+std::u16string_view lacks_text(Parts& parts) {
+  const bool frames = consists_of_frames(parts.context.document().tree());
+  return frames && !parts.side.in_hand() ? obstacles::frames : obstacles::none;
+}
+
 // The code's own steps: the document keeps its own.
 void undo_in_code(Parts& parts) { parts.code.box().TextBox1().Undo(); }
 void redo_in_code(Parts& parts) { parts.code.box().TextBox1().Redo(); }
@@ -130,6 +135,7 @@ constexpr OperationRow operation_rows[] = {
      .act_in_side = tell_side<platform::WM_PASTE>},
     {.name = u"SelectAll",
      .act = select_all,
+     .obstacle = lacks_text,
      .act_in_code = select_all,
      .act_in_side = select_all_of_side,
      .while_reading = true},

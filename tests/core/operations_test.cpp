@@ -136,18 +136,32 @@ TEST_F(Operations, OnAPageOfFramesNothingIsDoneToText) {
   auto page =
       write_file("frames.html", "<frameset cols='50%,50%'><frame src=a.html><frame src=b.html></frameset>");
   control->Open_document(page, true);
-  for (const auto name : {u"Bold", u"Heading1", u"Link", u"Image", u"Table", u"Form", u"RowAbove"}) {
+  for (const auto name : {u"Bold", u"Heading1", u"Link", u"Image", u"Table", u"Form", u"RowAbove", u"Paste",
+                          u"SelectAll", u"Spelling"}) {
     EXPECT_EQ(state(name).obstacle, why) << to_utf8(name);
     EXPECT_FALSE(state(name).enabled) << to_utf8(name);
   }
   EXPECT_TRUE(state(u"Source").enabled);
   EXPECT_TRUE(state(u"Print").enabled);
   EXPECT_EQ(control->Toolbar1().Item(u"Bold").Obstacle(), why);
+  EXPECT_EQ(control->Toolbar2().Item(u"TextField").Obstacle(), why);
   page = write_file("page.html", "<p>a</p>");
   control->Open_document(page, true);
   load_and_tell(u"<p>[a]</p>");
   EXPECT_TRUE(state(u"Bold").enabled);
   EXPECT_EQ(control->Toolbar1().Item(u"Bold").Obstacle(), u"");
+  EXPECT_EQ(control->Toolbar2().Item(u"TextField").Obstacle(), u"");
+}
+
+TEST_F(Operations, WithoutADictionaryStayWithoutOneAfterAPageOfFrames) {
+  start_with(u"<P>a</P>");
+  control->Toolbar1().Item(u"Spell Check").set_Obstacle(u"No dictionary is installed");
+  for (const char* text : {"<frameset><frame src=a.html></frameset>", "<p>a</p>"}) {
+    auto page = write_file("page.html", text);
+    control->Open_document(page, true);
+    load_and_tell(u"<p>[a]</p>");
+    EXPECT_EQ(control->Toolbar1().Item(u"Spell Check").Obstacle(), u"No dictionary is installed");
+  }
 }
 
 TEST_F(Operations, InTheCodeOnlyItsOwnAreLeft) {

@@ -38,15 +38,17 @@ bool has_selected(const Context& context) {
 constexpr std::u16string_view page_buttons[] = {
     u"Align Left",     u"Center",      u"Align Right",   u"Bold",  u"Italic", u"Underline",
     u"Strike Through", u"indent",      u"unindent",      u"Text",  u"link",   u"Image",
-    u"RemoteImage",    u"orderedlist", u"unorderedlist", u"table", u"HR"};
+    u"RemoteImage",    u"orderedlist", u"unorderedlist", u"table", u"HR",     u"Spell Check"};
 
 /// Those of other obstacles keep them.
-void show_frames(platform::Toolbar& bar, bool frames) {
-  for (const std::u16string_view key : page_buttons) {
-    platform::Button& button = bar.Item(key);
-    if (frames != (button.Obstacle() == obstacles::frames))
-      button.set_Obstacle(frames ? obstacles::frames : obstacles::none);
-  }
+void show_frames(platform::Button& button, bool frames) {
+  if (button.Obstacle() == (frames ? obstacles::none : obstacles::frames))
+    button.set_Obstacle(frames ? obstacles::frames : obstacles::none);
+}
+
+void show_frames(Toolbars& bars, bool frames) {
+  for (const std::u16string_view key : page_buttons) show_frames(bars.Toolbar1.Item(key), frames);
+  for (int i = 1; i <= bars.Toolbar2.Count(); ++i) show_frames(bars.Toolbar2.Item(i), frames);
 }
 
 std::u16string_view unless(bool can_act, std::u16string_view obstacle) {
@@ -93,10 +95,16 @@ void CommandState::show() {
     selected = side_.box().TextBox1().SelLength() > 0;
   }
   platform::Toolbar& bar = toolbars_.Toolbar1;
-  attempt([&] { show_frames(bar, consists_of_frames(document().tree())); });
+  bool frames = false;
+  attempt([&] {
+    frames = consists_of_frames(document().tree());
+    show_frames(toolbars_, frames);
+  });
   bar.Item(button_copy).set_Obstacle(unless(selected, obstacles::no_selection));
   bar.Item(button_cut).set_Obstacle(unless(selected, obstacles::no_selection));
-  bar.Item(button_paste).set_Obstacle(unless(can_paste(), obstacles::no_paste));
+  bar.Item(button_paste)
+      .set_Obstacle(frames && !side_.in_hand() ? obstacles::frames
+                                               : unless(can_paste(), obstacles::no_paste));
   bar.Item(button_undo).set_Obstacle(unless(undo, obstacles::no_undo));
   bar.Item(button_redo).set_Obstacle(unless(redo, obstacles::no_redo));
 }
