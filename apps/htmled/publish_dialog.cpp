@@ -25,7 +25,7 @@ PublishDialog::PublishDialog(const PublishAccount& account, QWidget* parent)
       at_once_(new QCheckBox(tr("Upload &images as soon as they are inserted, pasted or dropped"))),
       shown_(account.protocol) {
   setObjectName(QStringLiteral("publish_settings"));
-  setWindowTitle(tr("Publish Settings"));
+  setWindowTitle(tr("Publish settings"));
   // In the order of their numbers; what has no translation is the same in every language.
   protocol_->addItems({tr("FTP (not encrypted)"), tr("FTP with TLS"), tr("FTP with TLS from the start"),
                        QStringLiteral("SFTP")});

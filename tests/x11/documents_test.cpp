@@ -110,7 +110,7 @@ TEST_F(DocumentsOnScreen, WhatCannotBeSavedIsOfferedAnotherFile) {
   press(QStringLiteral("ctrl+s"));
   ASSERT_TRUE(wait_for([&] { return active_title() == QStringLiteral("HTMLed"); })) << "nothing says so";
   press(QStringLiteral("Return"));
-  ASSERT_TRUE(comes_to_front(QStringLiteral("Save As")));
+  ASSERT_TRUE(comes_to_front(QStringLiteral("Save as")));
   QTest::qWait(700);
   type(page("kept.html"));
   press(QStringLiteral("Return"));
@@ -126,7 +126,7 @@ TEST_F(DocumentsOnScreen, APageWithoutATitleIsCalledByItsHeading) {
   type(QStringLiteral("Bread"));
   const auto save = [&](const char* key, const char* name) {
     press(QString::fromLatin1(key));
-    ASSERT_TRUE(comes_to_front(QStringLiteral("Save As")));
+    ASSERT_TRUE(comes_to_front(QStringLiteral("Save as")));
     QTest::qWait(700);
     type(page(name));
     press(QStringLiteral("Return"));
@@ -155,7 +155,7 @@ TEST_F(DocumentsOnScreen, PicturesGoAlongIntoAnotherFolder) {
   ASSERT_TRUE(comes_to_front(QStringLiteral("page.html")));
   QTest::qWait(700);
   press(QStringLiteral("ctrl+shift+s"));
-  ASSERT_TRUE(comes_to_front(QStringLiteral("Save As")));
+  ASSERT_TRUE(comes_to_front(QStringLiteral("Save as")));
   QTest::qWait(700);
   type(page("to/page.html"));
   press(QStringLiteral("Return"));
@@ -177,7 +177,7 @@ TEST_F(DocumentsOnScreen, WhatIsNotCopiedIsShownFromWhereItIs) {
   ASSERT_TRUE(comes_to_front(QStringLiteral("page.html")));
   QTest::qWait(700);
   press(QStringLiteral("ctrl+shift+s"));
-  ASSERT_TRUE(comes_to_front(QStringLiteral("Save As")));
+  ASSERT_TRUE(comes_to_front(QStringLiteral("Save as")));
   QTest::qWait(700);
   type(page("to/page.html"));
   press(QStringLiteral("Return"));

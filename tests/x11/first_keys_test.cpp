@@ -36,7 +36,7 @@ TEST_F(FirstKeys, AfterNewAndAfterOpenGoIntoThePage) {
   type(QStringLiteral("new page"));
   ASSERT_TRUE(comes_to_front(QStringLiteral("Untitled*"))) << active_title().toStdString();
   press(QStringLiteral("ctrl+s"));
-  ASSERT_TRUE(comes_to_front(QStringLiteral("Save As"))) << active_title().toStdString();
+  ASSERT_TRUE(comes_to_front(QStringLiteral("Save as"))) << active_title().toStdString();
   type(path_of(QStringLiteral("new.html")));
   press(QStringLiteral("Return"));
   ASSERT_TRUE(comes_to_front(QStringLiteral("new.html –"))) << active_title().toStdString();

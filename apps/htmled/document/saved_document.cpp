@@ -54,7 +54,7 @@ bool DocumentPage::save() {
 
 bool DocumentPage::save_as() {
   finish_typing();
-  QFileDialog dialog(this, tr("Save As"), path(), file_filters());
+  QFileDialog dialog(this, tr("Save as"), path(), file_filters());
   dialog.setAcceptMode(QFileDialog::AcceptSave);
   if (const auto document = editor_->control().DOM(); document && path().isEmpty())
     dialog.selectFile(proposed_name(*document));
@@ -154,7 +154,7 @@ bool DocumentPage::save_to(const QString& path) {
 // A line at the window's edge is overlooked, and then the work is lost with the window.
 bool DocumentPage::save_elsewhere(const QString& failure) {
   QMessageBox question(QMessageBox::Warning, QStringLiteral("HTMLed"), failure, QMessageBox::Cancel, this);
-  const QAbstractButton* elsewhere = question.addButton(tr("Save As"), QMessageBox::AcceptRole);
+  const QAbstractButton* elsewhere = question.addButton(tr("Save as"), QMessageBox::AcceptRole);
   question.exec();
   return question.clickedButton() == elsewhere && save_as();
 }

@@ -286,7 +286,7 @@ void type_name(QWidget& dialog, const QString& name) {
 
 TEST_F(WindowTest, SaveAsWritesAnotherFileAndGoesOnWithThat) {
   const QString path = edited_page();
-  EXPECT_TRUE(choose(QStringLiteral("Save As"),
+  EXPECT_TRUE(choose(QStringLiteral("Save as"),
                      [&](QWidget& dialog) { type_name(dialog, QStringLiteral("other")); }));
   EXPECT_EQ(bytes_of(folder_.filePath(QStringLiteral("other.html"))), small_page_edited);
   EXPECT_EQ(bytes_of(path), small_page);
@@ -299,7 +299,7 @@ TEST_F(WindowTest, SaveAsAsksBeforeItWritesOverAFile) {
   QFile other(folder_.filePath(QStringLiteral("other.html")));
   ASSERT_TRUE(other.open(QIODevice::WriteOnly) && other.write("theirs") > 0);
   other.close();
-  EXPECT_TRUE(choose(QStringLiteral("Save As"), [&](QWidget& dialog) {
+  EXPECT_TRUE(choose(QStringLiteral("Save as"), [&](QWidget& dialog) {
     QTimer::singleShot(200, &dialog, [&dialog] {
       auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
       ASSERT_NE(box, nullptr);
