@@ -27,6 +27,7 @@
 #include "htmled/tabs.h"
 #include "tvx/core/htmled.h"
 #include "tvx/htmled_widget.h"
+#include "tvx/qt/support/latin_shortcuts.h"
 #include "tvx/qt/support/strings.h"
 
 namespace tvx::htmled {
@@ -35,6 +36,7 @@ Window::Window(platform::MessageLoop& loop, const qt::Substitutes& substitutes)
     : loop_(loop), substitutes_(substitutes), tabs_(new Tabs(this)), recent_files_(new RecentFiles(this)) {
   sweep_drafts();
   new LegibleColours(*this);
+  new qt::LatinShortcuts(this);
   set_first_size(*this, {1000, 720});
   setCentralWidget(tabs_);
   connect(tabs_, &Tabs::front_changed, this, &Window::show_front);

@@ -40,27 +40,22 @@ constexpr std::pair<int, std::u16string_view> key_names[] = {
     {Qt::Key_Meta, u"Meta"},
 };
 
-// Where the letters of the Latin layout are on a keyboard, by scan code.
+// What the Latin layout has where on a keyboard, by scan code.
 struct ScanRow {
-  int first;
-  std::u16string_view letters;
+  unsigned first;
+  std::u16string_view keys;
 };
 constexpr ScanRow scan_rows[] = {
-    {10, u"1234567890"}, {24, u"QWERTYUIOP"}, {38, u"ASDFGHJKL"}, {52, u"ZXCVBNM"}};
+    {10, u"1234567890-="}, {24, u"QWERTYUIOP[]"}, {38, u"ASDFGHJKL;'`"}, {51, u"\\ZXCVBNM,./"}};
 
-constexpr std::pair<int, int> scan_punctuation[] = {{20, 189}, {21, 187}, {34, 219}, {35, 221},
-                                                    {47, 186}, {48, 222}, {49, 192}, {51, 220},
-                                                    {59, 188}, {60, 190}, {61, 191}, {94, 226}};
-int code_of_scan(int scan) {
-  for (const ScanRow& row : scan_rows) {
-    const int at = scan - row.first;
-    if (at >= 0 && at < static_cast<int>(row.letters.size()))
-      return row.letters[static_cast<std::size_t>(at)];
-  }
-  for (const auto& [place, code] : scan_punctuation) {
-    if (place == scan) return code;
-  }
-  return browser::unnumbered_key;
+// The key beside the left Shift, which only keyboards with 105 keys have.
+constexpr unsigned scan_of_angle_bracket = 94;
+constexpr int angle_bracket_key = 226;
+
+int code_of_scan(unsigned scan) {
+  if (scan == scan_of_angle_bracket) return angle_bracket_key;
+  const char16_t key = latin_character_of_place(scan);
+  return key ? browser::key_code_of(key) : browser::unnumbered_key;
 }
 
 int virtual_key(const QKeyEvent& event) {
@@ -69,7 +64,7 @@ int virtual_key(const QKeyEvent& event) {
   if (key >= Qt::Key_F1 && key <= Qt::Key_F24) return 112 + (key - Qt::Key_F1);
   // What stands over a digit differs between layouts: where the key is counts more than what it types.
   static constexpr std::u16string_view shifted_digits = u")!@#$%^&*(";
-  const int scan = static_cast<int>(event.nativeScanCode());
+  const unsigned scan = event.nativeScanCode();
   const bool by_what_it_types =
       key > 0x20 && key < 0x7F &&
       (scan == 0 || shifted_digits.find(static_cast<char16_t>(key)) == shifted_digits.npos);
@@ -77,6 +72,13 @@ int virtual_key(const QKeyEvent& event) {
 }
 
 }  // namespace
+
+char16_t latin_character_of_place(unsigned scan_code) {
+  for (const ScanRow& row : scan_rows)
+    if (scan_code >= row.first && scan_code - row.first < row.keys.size())
+      return row.keys[scan_code - row.first];
+  return 0;
+}
 
 browser::KeyInput key_input(const QKeyEvent& event) {
   browser::KeyInput input;
