@@ -11,6 +11,7 @@
 
 #include "tvx/localise/xml_document.h"
 #include "tvx/qt/support/strings.h"
+#include "tvx/qt/support/words.h"
 
 namespace tvx::htmled {
 namespace {
@@ -21,6 +22,13 @@ using qt::from_qt;
 using qt::to_qt;
 
 const QString settings_key = QStringLiteral("language");
+
+QString damage_of(const QString& file, const localise::ParseError& error) {
+  const QString reason = to_qt(error.reason);
+  return error.line > 0 ? qt::translated(u"The language file %1 is damaged in line %2: %3")
+                              .arg(file, QString::number(error.line), reason)
+                        : qt::translated(u"The language file %1 can't be read: %2").arg(file, reason);
+}
 
 /// What the language calls itself; its code, where its file doesn't tell. Nothing where the file isn't whole.
 /// No more than its start and its end are looked at: of all words a start needs those of one language.
@@ -68,9 +76,13 @@ QSettings program_settings() {
 // --- words ---
 
 bool Words::read(const QString& file) {
-  words_.clear();
   XmlDocument document;
-  if (!document.load(from_qt(file))) return false;
+  if (!document.load(from_qt(file))) {
+    damage_ = damage_of(QDir::toNativeSeparators(file), document.parseError());
+    return false;
+  }
+  words_.clear();
+  damage_.clear();
   const XmlElement* section = document.documentElement()->child_named(u"Application");
   if (!section) return true;
   for (const XmlElement* entry : section->children())
@@ -96,7 +108,8 @@ Languages::Languages(const QString& folder) {
   if (folder.isEmpty()) return;
   for (const QFileInfo& file : QDir(folder).entryInfoList({QStringLiteral("*.xml")}, QDir::Files)) {
     const QString path = file.absoluteFilePath(), code = file.completeBaseName();
-    if (const QString name = own_name(path, code); !name.isEmpty()) all_.push_back({code, name, path});
+    const QString name = own_name(path, code);
+    name.isEmpty() ? damaged_.push_back({code, code, path}) : all_.push_back({code, name, path});
   }
   const QCollator collator;
   std::ranges::sort(
@@ -105,12 +118,17 @@ Languages::Languages(const QString& folder) {
 
 Languages::~Languages() { fall_silent(); }
 
+const Language* Languages::of_code(const QString& code) const {
+  for (const std::vector<Language>* some : {&all_, &damaged_})
+    for (const Language& each : *some)
+      if (each.code.toLower().replace(u'_', u'-') == code) return &each;
+  return nullptr;
+}
+
 const Language* Languages::find(const QString& code) const {
   QString wanted = code.toLower().replace(u'_', u'-');
   for (;;) {
-    const auto found = std::ranges::find_if(
-        all_, [&](const Language& each) { return each.code.toLower().replace(u'_', u'-') == wanted; });
-    if (found != all_.end()) return &*found;
+    if (const Language* found = of_code(wanted)) return found;
     const qsizetype end = wanted.lastIndexOf(u'-');
     if (end <= 0) return nullptr;
     wanted.truncate(end);
@@ -128,7 +146,8 @@ void Languages::remember(const Language& language) {
   program_settings().setValue(settings_key, language.code);
 }
 
-void Languages::speak(const Language& language) {
+bool Languages::speak(const Language& language) {
+  if (!words_.read(language.file)) return false;
   fall_silent();
   spoken_ = language.code;
   const QLocale locale(language.code);
@@ -136,9 +155,10 @@ void Languages::speak(const Language& language) {
   if (qt_words_.load(locale, QStringLiteral("qtbase"), QStringLiteral("_"),
                      QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
     QCoreApplication::installTranslator(&qt_words_);
-  if (words_.read(language.file)) QCoreApplication::installTranslator(&words_);
+  QCoreApplication::installTranslator(&words_);
   if (locale.textDirection() == Qt::RightToLeft) use_leftward_style();
   QGuiApplication::setLayoutDirection(locale.textDirection());
+  return true;
 }
 
 void Languages::fall_silent() {

@@ -24,14 +24,17 @@ QSettings program_settings();
 /// the other.
 class Words final : public QTranslator {
  public:
-  /// False if the file can't be read; there are no words then.
+  /// False if the file can't be read: damage() says why then, and the words stay as they were.
   bool read(const QString& file);
+  /// To be told to the user, with the file and the line.
+  const QString& damage() const { return damage_; }
   bool isEmpty() const override { return words_.isEmpty(); }
   /// Where a word stands in the program makes no difference.
   QString translate(const char* context, const char* english, const char* note, int number) const override;
 
  private:
   QHash<QString, QString> words_;
+  QString damage_;
 };
 
 /// The languages of the program, and the one that it speaks. There is one at a time; at its end the program
@@ -46,9 +49,10 @@ class Languages {
   Languages(const Languages&) = delete;
   Languages& operator=(const Languages&) = delete;
 
-  /// By their names.
+  /// By their names, without those whose files end too early.
   const std::vector<Language>& all() const { return all_; }
-  /// The one of that code, or of its language alone: "de" for "de_AT". Null if there is none.
+  /// The one of that code, or of its language alone: "de" for "de_AT". Null if there is none. Whose file is
+  /// damaged is found as well: who asks for it is told when it is to be spoken.
   const Language* find(const QString& code) const;
   /// What the user chose last, else the first of the system's languages that there is a file for, else
   /// null.
@@ -57,14 +61,18 @@ class Languages {
   static void remember(const Language& language);
 
   /// From now on the program's words, Qt's own and the direction of windows are those of that language.
-  void speak(const Language& language);
+  /// False, with all as before, if its file is damaged: damage() says how.
+  bool speak(const Language& language);
+  const QString& damage() const { return words_.damage(); }
   /// Its code; empty at first.
   const QString& spoken() const { return spoken_; }
 
  private:
   void fall_silent();
 
-  std::vector<Language> all_;
+  const Language* of_code(const QString& code) const;
+
+  std::vector<Language> all_, damaged_;
   QString spoken_;
   Words words_;
   QTranslator qt_words_;

@@ -2,9 +2,11 @@
 
 #include <QAction>
 #include <QActionGroup>
+#include <QApplication>
 #include <QLocale>
 #include <QMenu>
 #include <QMenuBar>
+#include <QMessageBox>
 #include <QStatusBar>
 #include <QTimer>
 #include <QToolBar>
@@ -148,8 +150,7 @@ void Window::fill_language_menu(QMenu& menu) {
     action->setCheckable(true);
     group->addAction(action);
     connect(action, &QAction::triggered, this, [this, &language] {
-      Languages::remember(language);
-      speak(language);
+      if (speak(language)) Languages::remember(language);
     });
   }
   connect(&menu, &QMenu::aboutToShow, this, [this, group] {
@@ -157,12 +158,28 @@ void Window::fill_language_menu(QMenu& menu) {
   });
 }
 
-void Window::speak(const Language& language) {
-  languages_.speak(language);
+bool Window::speak(const Language& language) {
+  if (!languages_.speak(language)) {
+    tell_damage(languages_.damage());
+    return false;
+  }
   for (const DocumentPage* page : tabs_->pages())
     if (page->editor()) page->editor()->set_LocalizationFile(language.file);
   say({});
   show_words();
+  return true;
+}
+
+// In a box of its own: at the start, the line at the bottom soon has something else to say. It stops nothing.
+void Window::tell_damage(const QString& text) {
+  std::cerr << "htmled: " << text.toStdString() << '\n';
+  QTimer::singleShot(0, this, [this, text] {
+    QWidget* above = QApplication::activeModalWidget();
+    auto* box = new QMessageBox(QMessageBox::Warning, QStringLiteral("HTMLed"), text, QMessageBox::Ok,
+                                above ? above : this);
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    box->open();
+  });
 }
 
 void Window::show_words() {

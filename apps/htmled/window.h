@@ -107,7 +107,8 @@ class Window final : public QMainWindow {
   void upload_images();
 
   /// All words of the window, of its dialogs and of the editors are those of that language from now on.
-  void speak(const Language& language);
+  /// False, with the user told and all words as before, if its file is damaged.
+  bool speak(const Language& language);
 
  signals:
   /// Another document is in front: editor() is its editor.
@@ -144,6 +145,7 @@ class Window final : public QMainWindow {
   void show_title();
   /// A failure: the user goes on, and a run with nobody there doesn't stop.
   void tell(const QString& text);
+  void tell_damage(const QString& text);
   /// In the window's own line.
   void say(const QString& text, int milliseconds = 0);
 

@@ -118,8 +118,10 @@ void PreferencesDialog::add_program_language(QFormLayout& form) {
   connect(box, &QComboBox::activated, this, [this, box] {
     const Language* language = window_.languages().find(box->currentData().toString());
     if (!language) return;
-    Languages::remember(*language);
-    window_.speak(*language);
+    if (window_.speak(*language))
+      Languages::remember(*language);
+    else
+      box->setCurrentIndex(box->findData(window_.spoken()));
   });
 }
 

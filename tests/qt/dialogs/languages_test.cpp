@@ -324,6 +324,84 @@ TEST_F(LanguageChoice, BrokenFilesAndNoFolderAreNoLanguages) {
   EXPECT_EQ(Languages(QString()).preferred(), nullptr);
 }
 
+/// German with a fault in its middle, where nobody looks before it is to be spoken.
+class DamagedLanguage : public LanguageChoice {
+ protected:
+  DamagedLanguage() {
+    QFile whole(language_folder + QStringLiteral("/de.xml"));
+    EXPECT_TRUE(whole.open(QIODevice::ReadOnly));
+    QByteArray bytes = whole.readAll();
+    const qsizetype fault = bytes.indexOf("<word>", bytes.indexOf("<Application>"));
+    line_ = bytes.first(fault).count('\n') + 1;
+    write(bytes.replace(fault, 6, "<word"));
+    Languages::remember({QStringLiteral("de"), {}, {}});
+  }
+  void write(const QByteArray& bytes) const {
+    QFile file(path());
+    EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
+  }
+  QString path() const { return folder_.filePath(QStringLiteral("de.xml")); }
+
+  QTemporaryDir folder_;
+  qsizetype line_ = 0;
+};
+
+TEST_F(DamagedLanguage, IsNotSpokenAndItsFileAndLineAreTold) {
+  Languages languages(folder_.path());
+  const Language* german = languages.preferred();
+  ASSERT_NE(german, nullptr);
+  EXPECT_FALSE(languages.speak(*german));
+  EXPECT_EQ(text(languages.spoken()), "");
+  EXPECT_EQ(text(qt::translated(u"Untitled")), "Untitled");
+  EXPECT_THAT(text(languages.damage()),
+              testing::StartsWith("The language file " + text(path()) + " is damaged in line " +
+                                  std::to_string(line_) + ": "));
+}
+
+TEST_F(DamagedLanguage, LeavesTheOneThatIsSpoken) {
+  Languages languages(language_folder);
+  ASSERT_TRUE(languages.speak(*languages.find(QStringLiteral("ar"))));
+  EXPECT_FALSE(languages.speak({QStringLiteral("de"), {}, path()}));
+  EXPECT_EQ(text(languages.spoken()), "ar");
+  EXPECT_EQ(QGuiApplication::layoutDirection(), Qt::RightToLeft);
+  EXPECT_EQ(text(qt::translated(u"Untitled")), "بلا عنوان");
+}
+
+// Half a file is no language to offer; who wants it hears why.
+TEST_F(DamagedLanguage, ThatEndsTooEarlyIsPreferredToAnother) {
+  write("<languageUI name=\"Deutsch\">\n<Application>\n<word>");
+  Languages languages(folder_.path());
+  EXPECT_TRUE(languages.all().empty());
+  const Language* german = languages.preferred({QStringLiteral("fr")});
+  ASSERT_NE(german, nullptr);
+  EXPECT_FALSE(languages.speak(*german));
+  EXPECT_THAT(text(languages.damage()), testing::HasSubstr("damaged in line 3: "));
+}
+
+TEST_F(DamagedLanguage, ThatIsGoneMeanwhileIsToldToo) {
+  Languages languages(folder_.path());
+  ASSERT_TRUE(QFile::remove(path()));
+  EXPECT_FALSE(languages.speak(*languages.find(QStringLiteral("de"))));
+  EXPECT_THAT(text(languages.damage()),
+              testing::StartsWith("The language file " + text(path()) + " can't be read: "));
+}
+
+TEST_F(DamagedLanguage, IsToldByTheWindowWhichStaysEnglish) {
+  qt::MessageLoop loop;
+  Window window(loop);
+  window.show();
+  EXPECT_FALSE(window.speak({QStringLiteral("de"), {}, path()}));
+  EXPECT_EQ(text(window.menuBar()->actions().front()->text()), "&File");
+  const QMessageBox* box = nullptr;
+  for (int turn = 0; turn < 100 && !box; ++turn) {
+    loop.pump(20);
+    box = window.findChild<QMessageBox*>();
+  }
+  ASSERT_NE(box, nullptr);
+  EXPECT_TRUE(box->isVisible());
+  EXPECT_THAT(text(box->text()), testing::HasSubstr("de.xml is damaged in line " + std::to_string(line_)));
+}
+
 // The words are Qt's, from a package of their own: without its file there is nothing to follow.
 TEST_F(LanguageChoice, QtsOwnWordsFollow) {
   const QDir translations(QLibraryInfo::path(QLibraryInfo::TranslationsPath));
