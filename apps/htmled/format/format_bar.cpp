@@ -9,6 +9,7 @@
 #include "htmled/format/colour_button.h"
 #include "htmled/window.h"
 #include "tvx/htmled_widget.h"
+#include "tvx/qt/support/font_list.h"
 
 namespace tvx::htmled {
 namespace {
@@ -58,6 +59,7 @@ FormatBar::FormatBar(QWidget* parent)
   setObjectName(QStringLiteral("format"));
   setMovable(false);
   setIconSize({20, 20});
+  qt::show_in_their_fonts(*fonts_);
   for (const char* each : points) sizes_->addItem(QString::fromLatin1(each));
   addSeparator();
   addWidget(text_);
@@ -160,13 +162,8 @@ void FormatBar::fill_fonts() {
   fonts_->setProperty("filled", true);
   const QString shown = fonts_->currentText();
   fonts_->clear();
-  for (const QString& family : QFontDatabase::families())
-    if (!QFontDatabase::isPrivateFamily(family)) {
-      fonts_->addItem(family);
-      if (QFontDatabase::isSmoothlyScalable(family) &&
-          QFontDatabase::writingSystems(family).contains(QFontDatabase::Latin))
-        fonts_->setItemData(fonts_->count() - 1, QFont(family, fonts_->font().pointSize()), Qt::FontRole);
-    }
+  fonts_->addItems(qt::font_families());
+  for (int i = 0; i < fonts_->count(); ++i) qt::show_in_its_font(*fonts_, i);
   show_font(shown);
 }
 

@@ -1,9 +1,8 @@
 #include "tvx/qt/forms/form_face.h"
 
-#include <QFontDatabase>
-
 #include "tvx/qt/dialogs/wait_dialog.h"
 #include "tvx/qt/forms/form_dialog.h"
+#include "tvx/qt/support/font_list.h"
 #include "tvx/qt/support/modal.h"
 #include "tvx/qt/support/strings.h"
 
@@ -11,8 +10,7 @@ namespace tvx::qt {
 
 std::vector<std::u16string> Forms::fonts() const {
   std::vector<std::u16string> names;
-  for (const QString& family : QFontDatabase::families())
-    if (!QFontDatabase::isPrivateFamily(family)) names.push_back(from_qt(family));
+  for (const QString& family : font_families()) names.push_back(from_qt(family));
   return names;
 }
 

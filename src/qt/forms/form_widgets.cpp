@@ -18,6 +18,7 @@
 #include "tvx/qt/forms/list_view_box.h"
 #include "tvx/qt/forms/text_boxes.h"
 #include "tvx/qt/support/caption_label.h"
+#include "tvx/qt/support/font_list.h"
 #include "tvx/qt/support/strings.h"
 #include "tvx/qt/support/words.h"
 
@@ -67,6 +68,7 @@ QWidget* make_combo_box(FormControl& control, QWidget* parent, const UserAct& ac
   if (control.shows_fonts()) {
     box->completer()->setCompletionMode(QCompleter::PopupCompletion);
     box->completer()->setFilterMode(Qt::MatchContains);
+    show_in_their_fonts(*box);
   } else {
     box->setCompleter(nullptr);
   }
@@ -157,7 +159,7 @@ void show_list(const FormControl& control, QComboBox& list) {
     list.clear();
     for (int i = 0; i < control.ListCount(); ++i) {
       list.addItem(to_qt(control.List(i)));
-      if (control.shows_fonts()) list.setItemData(i, QFont(list.itemText(i)), Qt::FontRole);
+      if (control.shows_fonts()) show_in_its_font(list, i);
     }
   }
   if (QLineEdit* line = list.lineEdit()) return show_line(control, *line);
