@@ -181,11 +181,14 @@ bool DocumentPage::load(files::DocumentFile file) {
   return true;
 }
 
+bool DocumentPage::consists_of_frames() const {
+  const auto document = editor_ ? editor_->control().DOM() : nullptr;
+  return document && core::consists_of_frames(document->tree());
+}
+
 /// What the user should know of the page that has been opened, if anything.
 QString DocumentPage::warning_of_page() const {
-  const auto document = editor_->control().DOM();
-  if (document && core::consists_of_frames(document->tree()))
-    return tr("This page consists of frames. Its source can be edited.");
+  if (consists_of_frames()) return tr("This page consists of frames. Its source can be edited.");
   if (file_.faithful()) return {};
   return tr("Some bytes of this file mean nothing in %1. An edited page is saved without them.")
       .arg(QString::fromStdString(file_.form().charset));

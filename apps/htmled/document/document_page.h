@@ -115,6 +115,8 @@ class DocumentPage final : public QWidget, private core::HTMLedEvents, private c
   /// The file's name as the user knows it.
   QString name() const;
   bool is_modified() const;
+  /// It has no text then, whatever its source is.
+  bool consists_of_frames() const;
   /// Whether a document is being loaded: the page can't go then.
   bool is_busy() const { return loading_; }
   /// A new page in which nothing has been done yet.

@@ -133,7 +133,8 @@ void Commands::show_state(const Command& command) {
 
 void Commands::show_states(const QMenu& menu) {
   for (const Entry& entry : entries_)
-    if (entry.in == &menu && entry.command->kind == Kind::Own) show_state(*entry.command);
+    if (entry.in == &menu && entry.own && (entry.command->kind == Kind::Own || entry.command->obstacle))
+      show_state(*entry.command);
 }
 
 void Commands::trigger(const Command& command) {

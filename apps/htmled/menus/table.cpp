@@ -32,8 +32,9 @@ using Kind = Command::Kind;
 constexpr Command menu(const char* text, const char* name = nullptr) {
   return {.kind = Kind::Menu, .text = text, .name = name};
 }
-constexpr Command filled(const char* text, const char* name, void (*fill)(Window&, QMenu&)) {
-  return {.kind = Kind::Filled, .text = text, .name = name, .fill = fill};
+constexpr Command filled(const char* text, const char* name, void (*fill)(Window&, QMenu&),
+                         const char* (*obstacle)(Window&) = nullptr) {
+  return {.kind = Kind::Filled, .text = text, .name = name, .obstacle = obstacle, .fill = fill};
 }
 constexpr Command end() { return {.kind = Kind::End}; }
 constexpr Command line() { return {.kind = Kind::Line}; }
@@ -83,9 +84,27 @@ void turn_split_view(Window& window) {
   if (in_code) window.editor().control().show_Code();
 }
 
+const char* obstacle_of_frames(Window& window) {
+  return window.front().consists_of_frames()
+             ? QT_TR_NOOP("This page consists of frames. Its source can be edited.")
+             : nullptr;
+}
+
+/// Why there is no text to look through.
+const char* obstacle_to_finding(Window& window) {
+  const bool source_shows = window.editor().code_line_count() > 0;
+  return source_shows ? nullptr : obstacle_of_frames(window);
+}
+
 /// Why nothing can be done with what the caret is in.
 const char* obstacle_on_page(Window& window) {
-  return window.editor().InCodeView() ? QT_TR_NOOP("This works on the page, not on its code") : nullptr;
+  return window.editor().InCodeView() ? QT_TR_NOOP("This works on the page, not on its code")
+                                      : obstacle_of_frames(window);
+}
+
+const char* obstacle_to_spelling(Window& window) {
+  const char* obstacle = writing_choices::obstacle_to_spelling();
+  return obstacle ? obstacle : obstacle_of_frames(window);
 }
 
 const char* obstacle_to_tables(Window& window) {
@@ -147,13 +166,13 @@ constexpr Command rows[] = {
     editors("SelectAll"),
     line(),
     {Kind::Own, QT_TR_NOOP("&Find…"), "find", "Ctrl+F", "edit-find",
-     [](Window& w) { w.find_bar().open(false); }},
+     [](Window& w) { w.find_bar().open(false); }, obstacle_to_finding},
     {Kind::Own, QT_TR_NOOP("R&eplace…"), "replace", "Ctrl+H", "edit-find-replace",
-     [](Window& w) { w.find_bar().open(true); }},
+     [](Window& w) { w.find_bar().open(true); }, obstacle_to_finding},
     {Kind::Own, QT_TR_NOOP("Find ne&xt"), "find-next", "F3", nullptr,
-     [](Window& w) { w.find_bar().step(true); }},
+     [](Window& w) { w.find_bar().step(true); }, obstacle_to_finding},
     {Kind::Own, QT_TR_NOOP("Find pre&vious"), "find-previous", "Shift+F3", nullptr,
-     [](Window& w) { w.find_bar().step(false); }},
+     [](Window& w) { w.find_bar().step(false); }, obstacle_to_finding},
     line(),
     {Kind::Own, QT_TR_NOOP("Prefere&nces…"), "preferences", "Ctrl+,", "configure",
      [](Window& w) { PreferencesDialog(w).exec(); }},
@@ -203,10 +222,10 @@ constexpr Command rows[] = {
     editors("Image"),
     editors("RemoteImage"),
     line(),
-    filled(QT_TR_NOOP("Ta&ble"), "new-table", fill_table_menu),
+    filled(QT_TR_NOOP("Ta&ble"), "new-table", fill_table_menu, obstacle_on_page),
     editors("Rule"),
     {Kind::Own, QT_TR_NOOP("&Special character…"), "special-character", nullptr, nullptr,
-     [](Window& w) { open_special_characters(w); }, nullptr, nullptr},
+     [](Window& w) { open_special_characters(w); }, obstacle_on_page},
     menu(QT_TR_NOOP("F&orm"), "form"),
     editors("Form"),
     line(),
@@ -250,7 +269,7 @@ constexpr Command rows[] = {
     editors("AlignRight"),
     editors("Justify"),
     end(),
-    filled(QT_TR_NOOP("&Class"), "class", fill_class_menu),
+    filled(QT_TR_NOOP("&Class"), "class", fill_class_menu, obstacle_on_page),
     line(),
     editors("BulletedList"),
     editors("NumberedList"),
@@ -290,7 +309,7 @@ constexpr Command rows[] = {
 
     menu(QT_TR_NOOP("&Tools"), "tools"),
     {Kind::Own, QT_TR_NOOP("&Spelling…"), "spelling", "F7", "tools-check-spelling",
-     [](Window& w) { w.check_spelling(); }, [](Window&) { return writing_choices::obstacle_to_spelling(); }},
+     [](Window& w) { w.check_spelling(); }, obstacle_to_spelling},
     writing<Writing::Waves>(QT_TR_NOOP("Mark &wrong words while typing"), "waves"),
     writing<Writing::AutoFormat>(QT_TR_NOOP("&Format while typing"), "auto-format"),
     filled(QT_TR_NOOP("Spelling &language"), "spelling-language",
