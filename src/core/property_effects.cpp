@@ -52,6 +52,7 @@ struct HTMLed::PropertyEffects {
     const bool enabled = control.properties_.EditorEnabled;
     if (control.run_time()) {
       attempt([&] { control.parts_->view_switch.switch_editing(enabled); });
+      control.parts_->code.lock_as_told();
       control.parts_->side.apply();
       control.parts_->panes.resize();
     }

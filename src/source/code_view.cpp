@@ -87,6 +87,7 @@ void OrvelCV::set_Text(std::shared_ptr<const std::u16string> text) {
 }
 
 void OrvelCV::edit(std::u16string_view text) {
+  if (Locked()) throw RuntimeError(errors::invalid_call, u"The code is locked");
   platform::TextBox& box = TextBox1();
   box.select(0, box.length());
   box.set_SelText(text);

@@ -152,7 +152,8 @@ class OrvelCV final : private services::ISubclass, private platform::TextBoxHand
 
   /// What another side has made of a stretch of the text; see TextBox::follow.
   void follow(std::size_t start, std::size_t length, std::u16string_view text);
-  /// What the user made of the text, with whatever line ends: one step of undo.
+  /// What the user made of the text, with whatever line ends: one step of undo. Throws RuntimeError(5) where
+  /// the box is locked.
   void edit(std::u16string_view text);
 
  private:

@@ -27,6 +27,8 @@ class CodePane final : public Part, private source::CodeViewEvents {
   bool in_front() const { return in_front_; }
   void set_in_front(bool in_front);
   EntrySelection& selection() { return selection_; }
+  /// Takes the user's edits, or doesn't, as EditorEnabled says.
+  void lock_as_told() { txtCode_.set_Locked(!properties_.EditorEnabled); }
 
   /// Shows what stands for a text of the document, as if the view had been entered with it.
   void show_as_entered(source::SourceText text);

@@ -74,6 +74,7 @@ void ViewSwitch::enter_code_view() {
   fault_point(u"body.innerHTML");
   source::SourceText text = source::SourceText::formatted(share(content_.text_of_body()));
   code_.selection().code_start = position_of(code_.selection().html, *text.code());
+  code_.lock_as_told();
   code_.box().attachMessages();
   code_.show_as_entered(std::move(text));
   code_.box().set_Visible(true);

@@ -411,7 +411,11 @@ std::size_t CodeBox::first_visible_line() const { return edit_->first_visible_li
 bool CodeBox::Enabled() const { return edit_->isEnabledTo(edit_->parentWidget()); }
 void CodeBox::set_Enabled(bool enabled) { edit_->setEnabled(enabled); }
 bool CodeBox::Locked() const { return edit_->isReadOnly(); }
-void CodeBox::set_Locked(bool locked) { edit_->setReadOnly(locked); }
+// The caret still goes through a locked text: what can be read can be selected without the mouse, too.
+void CodeBox::set_Locked(bool locked) {
+  edit_->setReadOnly(locked);
+  if (locked) edit_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+}
 bool CodeBox::has_focus() const { return edit_->hasFocus(); }
 void CodeBox::SetFocus() {
   // Qt gives the keyboard also to what stands in something hidden.

@@ -71,6 +71,43 @@ TEST_F(ViewSwitch, ToolbarsAreDisabledInTheCodeView) {
   EXPECT_TRUE(control->Toolbar1().Item(10).Enabled());
 }
 
+TEST_F(ViewSwitch, TheCodeOfADocumentThatMayNotBeEditedIsLocked) {
+  start_with(u"<P>x</P>");
+  control->set_EditorEnabled(false);
+  enter();
+  clipboard.SetText(u"pasted");
+  code_key('A', 0, u"a");
+  code_key(8);
+  code_key(46);
+  code_key(9);
+  code_key('V', control_key);
+  code_key('A', control_key);
+  code_key('X', control_key);
+  control->paste_document();
+  control->cut_document();
+  EXPECT_EQ(control->FindText(u"x", 0), 1);
+  EXPECT_EQ(control->ReplaceAllText(u"y"), 0);
+  EXPECT_THROW(code().edit(u"<P>z</P>"), RuntimeError);
+  EXPECT_EQ(code().Text(), u"<P>x</P>\r\n");
+  control->set_EditorEnabled(true);
+  code_key('A', 0, u"a");
+  EXPECT_NE(code().Text(), u"<P>x</P>\r\n");
+}
+
+TEST_F(ViewSwitch, AHostThatKeepsTheCodeInFrontKeepsItLocked) {
+  start_with(u"<P>x</P>");
+  enter();
+  code_key('A', 0, u"a");
+  host.on_view_change = [](bool&, bool& cancel) { cancel = true; };
+  control->set_EditorEnabled(false);
+  ASSERT_TRUE(control->InCodeView());
+  code_key('A', 0, u"b");
+  EXPECT_EQ(code().Text(), u"a<P>x</P>\r\n");
+  host.on_view_change = nullptr;
+  control->show_Code();
+  EXPECT_EQ(control->DOM()->body()->first_child()->type(), dom::NodeType::Text) << "typed before the lock";
+}
+
 TEST_F(ViewSwitch, TheHostHearsWhichViewIsLeft) {
   start_with(u"<P>x</P>");
   control->show_Code();

@@ -183,6 +183,20 @@ TEST_F(CodeViewFaceTest, ADisabledBoxTakesNoKeys) {
   EXPECT_EQ(code.Text(), u"x");
 }
 
+TEST_F(CodeViewFaceTest, ALockedTextIsSelectedAndCopiedByTheKeyboard) {
+  show(u"one two");
+  code.set_Locked(true);
+  press(box(), Qt::Key_Right);
+  press(box(), Qt::Key_End, Qt::ShiftModifier);
+  EXPECT_EQ(code.TextBox1().SelStart(), 1u);
+  EXPECT_EQ(code.TextBox1().SelText(), u"ne two");
+  press(box(), Qt::Key_Delete);
+  EXPECT_EQ(code.Text(), u"one two");
+  code.set_Locked(false);
+  press(box(), Qt::Key_Delete);
+  EXPECT_EQ(code.Text(), u"o");
+}
+
 // What happens to one very long line: it is one layout, which each key makes again.
 TEST_F(CodeViewFaceTest, ALargeSourceInOneLineOpens) {
   QElapsedTimer clock;
