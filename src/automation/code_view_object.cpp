@@ -3,6 +3,7 @@
 #include "tvx/automation/control_object.h"
 #include "tvx/automation/instance.h"
 #include "tvx/library/objects/members_of.h"
+#include "tvx/library/objects/parts.h"
 
 namespace tvx::automation {
 
@@ -112,8 +113,14 @@ std::size_t place(const Value& value) { return static_cast<std::size_t>(std::max
 Value send_message(TextBoxObject& self, Values& arguments) {
   library::expect_arguments(arguments, 1, 3);
   const auto number = [&](std::size_t i) { return i < arguments.size() ? arguments[i].to_integer32() : 0; };
-  return std::int64_t{platform::SendMessage((*self).handle(), static_cast<platform::Message>(number(0)),
-                                            number(1), number(2))};
+  const auto message = static_cast<platform::Message>(number(0));
+  // A text that is to be put in is given as that, and never as an address.
+  if (message == platform::EM_REPLACESEL) {
+    const std::u16string text = arguments.size() > 2 ? arguments[2].to_text() : std::u16string();
+    return std::int64_t{platform::SendMessage((*self).handle(), message, number(1),
+                                              reinterpret_cast<platform::Parameter>(text.c_str()))};
+  }
+  return std::int64_t{platform::SendMessage((*self).handle(), message, number(1), number(2))};
 }
 
 Value scroll_to(TextBoxObject& self, Values& arguments) {
@@ -121,6 +128,11 @@ Value scroll_to(TextBoxObject& self, Values& arguments) {
   self.code().TextBox1();
   self.code().plain_box().scroll_to(place(arguments[0]));
   return {};
+}
+
+template <auto Length>
+Value area(TextBoxObject& self) {
+  return double{self.code().TextBox1_area().*Length};
 }
 
 constexpr MemberOf<TextBoxObject> box_rows[] = {
@@ -133,6 +145,12 @@ constexpr MemberOf<TextBoxObject> box_rows[] = {
     {u"SelText", [](TextBoxObject& self) -> Value { return (*self).SelText(); },
      [](TextBoxObject& self, const Value& value) { (*self).set_SelText(value.to_text()); }},
     {u"hWnd", [](TextBoxObject& self) -> Value { return platform::number_of((*self).handle()); }},
+    {u"Enabled", [](TextBoxObject& self) -> Value { return (*self).Enabled(); }},
+    {u"Locked", [](TextBoxObject& self) -> Value { return (*self).Locked(); }},
+    {u"Left", area<&source::CodeViewBox::Left>},
+    {u"Top", area<&source::CodeViewBox::Top>},
+    {u"Width", area<&source::CodeViewBox::Width>},
+    {u"Height", area<&source::CodeViewBox::Height>},
     {.name = u"SendMessage", .call = send_message},
     {.name = u"ScrollTo", .call = scroll_to},
 };
@@ -144,6 +162,17 @@ void TextBoxObject::set(std::u16string_view name, const Value& value) {
   library::set_named<TextBoxObject>(box_rows, name, *this, value);
 }
 
+core::Box box_of(const source::CodeViewBox& area) {
+  return {area.Left, area.Top, area.Width, area.Height, true};
+}
+
+/// What holds the two, and fills the code view.
+Value container(CodeViewObject& self) {
+  return library::box_object(u"Container", {0, 0, self.box().Width, self.box().Height, true});
+}
+
+Value line_pane(CodeViewObject& self) { return library::box_object(u"picLines", box_of((*self).picLines())); }
+
 constexpr MemberOf<CodeViewObject> rows[] = {
     {u"Text", [](CodeViewObject& self) -> Value { return (*self).Text(); },
      [](CodeViewObject& self, const Value& value) { (*self).set_Text(value.to_text()); }},
@@ -151,6 +180,8 @@ constexpr MemberOf<CodeViewObject> rows[] = {
      [](CodeViewObject& self) -> Value {
        return library::ObjectHandle(std::make_shared<TextBoxObject>(self.instance()));
      }},
+    {u"Container", container},
+    {u"picLines", line_pane},
     {u"Enabled", flag<&OrvelCV::Enabled>, set_flag<&OrvelCV::set_Enabled>},
     {u"Locked", flag<&OrvelCV::Locked>, set_flag<&OrvelCV::set_Locked>},
     {u"Visible", flag<&OrvelCV::Visible>, set_flag<&OrvelCV::set_Visible>},
@@ -180,6 +211,7 @@ constexpr MemberOf<CodeViewObject> rows[] = {
     {.name = u"Undo", .call = call<&OrvelCV::Undo>},
     {.name = u"Redo", .call = call<&OrvelCV::Redo>},
     {.name = u"Refresh", .call = call<&OrvelCV::Refresh>},
+    {.name = u"DrawLineNumbers", .call = call<&OrvelCV::DrawLineNumbers>},
     {.name = u"SetFocus", .call = call<&OrvelCV::SetFocus>},
     {.name = u"attachMessages", .call = call<&OrvelCV::attachMessages>},
     {.name = u"DetachAllMessages", .call = call<&OrvelCV::DetachAllMessages>},

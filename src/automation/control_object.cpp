@@ -3,7 +3,7 @@
 #include "tvx/automation/inside.h"
 #include "tvx/automation/instance.h"
 #include "tvx/automation/internal_routines.h"
-#include "tvx/automation/script_spelling.h"
+#include "tvx/automation/script_objects.h"
 #include "tvx/core/views/selection_highlight.h"
 #include "tvx/dom/style/style_sheet.h"
 #include "tvx/library/members/dispatch.h"
@@ -57,10 +57,28 @@ Value open_dialog_part(platform::Form* dialog, std::u16string_view name) {
   return control ? Value(library::form_control_object(*control)) : Value();
 }
 
+/// It comes with the start and goes with the end.
+Value client(ControlObject& self) {
+  return (*self).started() ? Value(client_object(parts(self).transfers.cFTP())) : Value();
+}
+
+/// The window that takes the document's keys; the control has one for all, and it counts once it is found.
+Value edit_window(ControlObject& self) {
+  return parts(self).edit_window.found() ? (*self).hwnd() : std::int32_t{0};
+}
+
 constexpr MemberOf<ControlObject> rows[] = {
     {u"docHTML", [](ControlObject& self) { return library::document_object((*self).DOM()); }},
     {u"WBrowser", [](ControlObject& self) -> Value { return browser_object(self.instance()); }},
     {u"txtCode", [](ControlObject& self) -> Value { return code_view_object(self.instance()); }},
+    {u"cFTP", client},
+    {u"fLib", [](ControlObject& self) -> Value { return library_object(parts(self).image_library.fLib()); }},
+    {u"clsLocalize", [](ControlObject& self) -> Value { return localizer_object(self.instance()); }},
+    {u"CTimer", [](ControlObject& self) -> Value { return timers_object(self.instance(), self.loop()); }},
+    {u"ISubclass", [](ControlObject& self) -> Value { return watchers_object(self.instance()); }},
+    {u"GSubclass", [](ControlObject& self) -> Value { return subclass_object(self.instance()); }},
+    {u"editWindow", edit_window},
+    {u"codeText", [](ControlObject& self) -> Value { return parts(self).code.codeText(); }},
     {u"clip", [](ControlObject& self) -> Value { return clip_object(parts(self).clipboard.clip()); }},
     {u"clsSpell", [](ControlObject& self) -> Value { return spell_object(self.instance()); }},
     {u"clsString", [](ControlObject& self) -> Value { return string_object(self.instance()); }},
@@ -114,7 +132,7 @@ HTMLed& ControlObject::operator*() const { return instance_.control(); }
 
 Value ControlObject::invoke(std::u16string_view name, Values& arguments) {
   for (const std::span<const MemberOf<ControlObject>> subject :
-       {std::span<const MemberOf<ControlObject>>(rows), internal_routines()})
+       {std::span<const MemberOf<ControlObject>>(rows), internal_routines(), handlers()})
     if (const auto* row = library::find_member(subject, name))
       return library::invoke_member(*row, *this, arguments);
   if (const library::ObjectHandle part = library::part_named(**this, name))
@@ -123,6 +141,7 @@ Value ControlObject::invoke(std::u16string_view name, Values& arguments) {
     library::expect_arguments(arguments, 0, 0);
     return dialog;
   }
+  if (std::optional<Value> answer = click_menu_item(*this, name, arguments)) return *answer;
   const library::Member* shared = library::find_member(name);
   if (shared && shared->kind == library::MemberKind::Property) {
     library::expect_arguments(arguments, 0, 0);

@@ -10,6 +10,11 @@ namespace tvx::clipboard {
 class clsClip;
 }
 
+namespace tvx::transfer {
+class clsFTP;
+class frmLibraryImage;
+}  // namespace tvx::transfer
+
 namespace tvx::platform {
 class MessageLoop;
 }  // namespace tvx::platform
@@ -43,5 +48,8 @@ library::ObjectHandle control_object(Instance& instance, platform::MessageLoop& 
 library::ObjectHandle code_view_object(Instance& instance);         // code_view_object.cpp
 library::ObjectHandle browser_object(Instance& instance);           // browser_object.cpp
 library::ObjectHandle clip_object(const clipboard::clsClip& clip);  // clip_object.cpp
+library::ObjectHandle client_object(transfer::clsFTP& client);      // client_object.cpp
+/// Nothing of a library that isn't open.
+library::ObjectHandle library_object(transfer::frmLibraryImage* library);  // client_object.cpp
 
 }  // namespace tvx::automation

@@ -1,6 +1,6 @@
 #include "tvx/automation/instance.h"
 
-#include "tvx/automation/script_spelling.h"
+#include "tvx/automation/script_objects.h"
 #include "tvx/base/error.h"
 #include "tvx/library/objects/document_object.h"
 #include "tvx/platform/special_folders.h"
@@ -36,6 +36,7 @@ void Instance::terminate() {
   terminated_ = true;
   take_turn();
   spelling.reset();  // it works with the control's dictionaries
+  kit.reset();
   control_->UserControl_Terminate();
   control_->set_events(nullptr);
   stage_->end();
@@ -69,6 +70,10 @@ library::Value Instance::resolve(const Json& object) const {
   const auto index = place->get<std::size_t>();
   if (index >= all.size()) throw RuntimeError(errors::invalid_call, u"No such element");
   return library::element_object(all[index], control_->DOM());
+}
+
+void Instance::tell_event(std::string_view name, Json args) const {
+  notify_("event", {{"instance", number_}, {"name", name}, {"args", std::move(args)}});
 }
 
 void Instance::on_event(const library::EventMember& event, library::Values& arguments) {

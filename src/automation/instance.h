@@ -19,6 +19,7 @@ class MessageLoop;
 
 namespace tvx::automation {
 
+struct ScriptKit;
 struct ScriptSpelling;
 
 /// One control on its stage, with dialogs and menus that expectations answer and a host that tells what it
@@ -64,6 +65,9 @@ class Instance final : public ObjectResolver {
   dom::Ref<dom::Element> host;
   /// Made when a script first asks.
   std::unique_ptr<ScriptSpelling> spelling;
+  std::unique_ptr<ScriptKit> kit;
+  /// Tells of an event that is none of the control's.
+  void tell_event(std::string_view name, Json args) const;
 
  private:
   void on_event(const library::EventMember& event, library::Values& arguments);

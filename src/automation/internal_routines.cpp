@@ -1,14 +1,20 @@
 #include "tvx/automation/internal_routines.h"
 
+#include <algorithm>
+#include <optional>
+#include <vector>
+
 #include "tvx/automation/control_object.h"
 #include "tvx/automation/inside.h"
 #include "tvx/automation/instance.h"
-#include "tvx/automation/script_spelling.h"
+#include "tvx/automation/script_objects.h"
 #include "tvx/base/colour.h"
 #include "tvx/base/text.h"
+#include "tvx/base/text_file.h"
 #include "tvx/base/url.h"
 #include "tvx/clipboard/html_format.h"
 #include "tvx/library/objects/document_object.h"
+#include "tvx/platform/common_dialogs.h"
 #include "tvx/platform/loaded_dialogs.h"
 #include "tvx/platform/special_folders.h"
 #include "tvx/services/wait.h"
@@ -167,6 +173,78 @@ Value edit_image_properties(ControlObject& self, Values& arguments) {
   return result;
 }
 
+Value upload_image_file(ControlObject& self, Values& arguments) {
+  expect_arguments(arguments, 1, 1);
+  return parts(self).transfers.UploadImageFile(arguments[0].to_text());
+}
+
+Value show_context_menu(ControlObject& self, Values& arguments) {
+  expect_arguments(arguments, 1, 1);
+  const std::u16string name = arguments[0].to_text();
+  platform::Menu* menu = (*self).menu(name);
+  if (!menu) library::unknown_member(name);
+  parts(self).menu_commands.ShowContextMenu(*menu);
+  return {};
+}
+
+/// A failure is passed over.
+Value write_text_file(ControlObject&, Values& arguments) {
+  expect_arguments(arguments, 2, 2);
+  WriteTextFile(arguments[0].to_text(), arguments[1].to_text());
+  return {};
+}
+
+/// What had been read when it failed.
+Value read_text_file(ControlObject&, Values& arguments) {
+  expect_arguments(arguments, 1, 1);
+  return ReadTextFile(arguments[0].to_text()).text;
+}
+
+Value null_to_empty(ControlObject&, Values& arguments) {
+  expect_arguments(arguments, 1, 1);
+  return NullToEmpty(arguments[0].is_null() ? std::optional<std::u16string>() : arguments[0].to_text());
+}
+
+std::u16string trim_nul(const std::u16string& text) { return std::u16string(TrimNul(text)); }
+
+// --- the common dialogs ---
+
+platform::CommonDialogs& dialogs(ControlObject& self) { return parts(self).context.surroundings().dialogs; }
+
+Value show_color(ControlObject& self, Values& arguments) {
+  expect_arguments(arguments, 1, 2);
+  return std::int32_t{
+      dialogs(self).ShowColor(arguments[0].to_integer32(), platform::WindowHandle((*self).hwnd()))};
+}
+
+/// Names and patterns in turn, each ended by a NUL.
+std::vector<platform::FileFilter> filters_of(std::u16string_view text) {
+  std::vector<platform::FileFilter> filters;
+  const auto next = [&] {
+    const std::size_t end = std::min(text.find(u'\0'), text.size());
+    const std::u16string piece(text.substr(0, end));
+    text.remove_prefix(std::min(end + 1, text.size()));
+    return piece;
+  };
+  while (!text.empty()) {
+    std::u16string name = next();
+    filters.push_back({std::move(name), next()});
+  }
+  return filters;
+}
+
+/// The filter, the title, the owner, and what stands in the field at first.
+template <auto Show>
+Value show_file_dialog(ControlObject& self, Values& arguments) {
+  expect_arguments(arguments, 2, 4);
+  platform::FileDialog dialog;
+  dialog.filters = filters_of(arguments[0].to_text());
+  dialog.title = arguments[1].to_text();
+  dialog.owner = platform::WindowHandle((*self).hwnd());
+  if (arguments.size() > 3) dialog.preset = arguments[3].to_text();
+  return std::u16string(TrimNul((dialogs(self).*Show)(dialog)));
+}
+
 template <auto Routine>
 Value of_instance(ControlObject& self, Values& arguments) {
   return Routine(self.instance(), arguments);
@@ -223,6 +301,15 @@ constexpr MemberOf<ControlObject> rows[] = {
     {.name = u"EncodeURL", .call = one_text<EncodeURL>},
     {.name = u"DecodeURL", .call = one_text<DecodeURL>},
     {.name = u"CanonicalURL", .call = canonical_url},
+    {.name = u"UploadImageFile", .call = upload_image_file},
+    {.name = u"ShowContextMenu", .call = show_context_menu},
+    {.name = u"WriteTextFile", .call = write_text_file},
+    {.name = u"ReadTextFile", .call = read_text_file},
+    {.name = u"NullToEmpty", .call = null_to_empty},
+    {.name = u"TrimNul", .call = one_text<trim_nul>},
+    {.name = u"ShowColor", .call = show_color},
+    {.name = u"ShowOpen", .call = show_file_dialog<&platform::CommonDialogs::ShowOpen>},
+    {.name = u"ShowSave", .call = show_file_dialog<&platform::CommonDialogs::ShowSave>},
     {.name = u"GetSpecialFolder", .call = special_folder},
     {.name = u"Wait", .call = wait},
 };

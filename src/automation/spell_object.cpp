@@ -2,7 +2,7 @@
 
 #include "tvx/automation/inside.h"
 #include "tvx/automation/instance.h"
-#include "tvx/automation/script_spelling.h"
+#include "tvx/automation/script_objects.h"
 #include "tvx/base/error.h"
 #include "tvx/core/spelling/word_range.h"
 #include "tvx/library/objects/document_object.h"

@@ -49,6 +49,7 @@ class frmLibraryImage final : private platform::FormHandler,
   void set_address(std::u16string_view url) { lstImage_.set_Tag(url); }
 
   platform::Form& form() { return form_; }
+  clsFTP& lFTP() { return lFTP_; }
   /// Fetches the list.
   void Connect();
 

@@ -50,7 +50,7 @@ void MenuCommands::ApplyContextMenuState() {
   attempt([&] { parts_.menus.apply_hidden(properties_.HiddenContextMenus); });
 }
 
-void MenuCommands::show(platform::Menu& menu) {
+void MenuCommands::ShowContextMenu(platform::Menu& menu) {
   const platform::Clipboard* clipboard = surroundings().clipboard;
   parts_.menus.refresh_paste(menu, [clipboard](platform::ClipboardFormat format) {
     return clipboard && clipboard->GetFormat(format);
@@ -76,7 +76,7 @@ void MenuCommands::open() {
   ContextMenus& menus = parts_.menus;
   if (element->is(dom::Tag::Img)) {
     menus.show_image_link(stands_in_link(*element));
-    show(menus.mnuImg);
+    ShowContextMenu(menus.mnuImg);
     return act_after_image_menu();
   }
   if (element->is(dom::Tag::Table)) {
@@ -84,14 +84,14 @@ void MenuCommands::open() {
     return parts_.tables.act_after_menu(pending_command_);
   }
   if (element->is(dom::Tag::A)) {
-    show(menus.mnuLinks);
+    ShowContextMenu(menus.mnuLinks);
   } else {
     const bool can_toggle = parts_.toolbars.Toolbar1.Item(button_toggle).Enabled();
     menus.item(u"mnuMiscSource").set_Enabled(can_toggle && properties_.showFormattingToolbar1);
     const dom::Ref<dom::Element> shown(parts_.highlight.element());
     menus.show_form_items(menus.mnuMisc, FieldSettings::field_of(shown.get()) != nullptr,
                           FieldSettings::form_of(shown.get()) != nullptr, properties_.HiddenContextMenus);
-    show(menus.mnuMisc);
+    ShowContextMenu(menus.mnuMisc);
   }
   act_after_other_menus();
 }

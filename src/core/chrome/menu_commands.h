@@ -40,6 +40,10 @@ class MenuCommands final : public Part, private platform::MenuHandler {
 
   /// Which items show, by the property.
   void ApplyContextMenuState();
+  /// Refreshes the paste items and what comes and goes, and opens the menu at the mouse.
+  void ShowContextMenu(platform::Menu& menu);
+  /// What choosing the item does, whether it can be chosen now or not.
+  void MenuItemClick(platform::Menu& item) override;
   /// Opens the menu of the current element and carries out what was chosen. Throws where there is no element.
   void open();
   /// The settings of the current element if that is an image, without its menu, which must offer them.
@@ -49,8 +53,6 @@ class MenuCommands final : public Part, private platform::MenuHandler {
   const std::u16string& pending_command() const { return pending_command_; }
 
  private:
-  void MenuItemClick(platform::Menu& item) override;
-  void show(platform::Menu& menu);
   void act_after_image_menu();
   void act_after_other_menus();
   void edit_field_or_form();

@@ -35,6 +35,8 @@ class Transfers final : public Part, private transfer::FTPEvents {
   std::int32_t UploadAllImages();
 
   transfer::clsFTP& cFTP() { return *client_; }
+  /// What the client tells goes through here.
+  transfer::FTPEvents& heard() { return *this; }
   /// For a client of a dialog's own.
   const transfer::ClientSurroundings& client_surroundings() const { return around_; }
   /// Whether an operation is under way: another one would be refused.

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "tvx/base/line_ends.h"
 #include "tvx/core/observer.h"
 
 namespace tvx::core {
@@ -20,6 +21,8 @@ void CodePane::set_in_front(bool in_front) {
   in_front_ = in_front;
   context_.tell([&](HTMLedObserver& observer) { observer.view_switched(in_front); });
 }
+
+std::u16string CodePane::codeText() const { return code_text_ ? with_crlf(*code_text_) : std::u16string(); }
 
 void CodePane::show_as_entered(source::SourceText text) {
   entered_ = std::move(text);

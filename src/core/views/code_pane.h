@@ -1,8 +1,10 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "tvx/core/part.h"
 #include "tvx/source/code_view.h"
@@ -30,6 +32,12 @@ class CodePane final : public Part, private source::CodeViewEvents {
   /// Takes the user's edits, or doesn't, as EditorEnabled says.
   void lock_as_told() { txtCode_.set_Locked(!properties_.EditorEnabled); }
 
+  /// The code as it was made of the document at the last entry, or as it went back to it.
+  std::u16string codeText() const;
+  void keep_code_text(std::shared_ptr<const std::u16string> text) { code_text_ = std::move(text); }
+  /// What the box tells goes through here.
+  source::CodeViewEvents& heard() { return *this; }
+
   /// Shows what stands for a text of the document, as if the view had been entered with it.
   void show_as_entered(source::SourceText text);
   /// What the view was entered with; nothing in the design view.
@@ -46,6 +54,7 @@ class CodePane final : public Part, private source::CodeViewEvents {
 
   source::OrvelCV txtCode_;
   bool in_front_ = false;
+  std::shared_ptr<const std::u16string> code_text_;
   EntrySelection selection_;
   std::optional<source::SourceText> entered_;
 };

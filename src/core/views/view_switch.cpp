@@ -75,6 +75,7 @@ void ViewSwitch::enter_code_view() {
   source::SourceText text = source::SourceText::formatted(share(content_.text_of_body()));
   code_.selection().code_start = position_of(code_.selection().html, *text.code());
   code_.lock_as_told();
+  code_.keep_code_text(text.code());
   code_.box().attachMessages();
   code_.show_as_entered(std::move(text));
   code_.box().set_Visible(true);
@@ -87,6 +88,8 @@ void ViewSwitch::leave_code_view() {
   const auto kept = DOM();
   code_.box().ZOrder(false);
   toolbars_.ApplyToolbarState(true);
+  const auto untouched = code_.box().untouched_text();
+  code_.keep_code_text(untouched ? untouched : share(code_.box().Text()));
   write_code_to_body();
   code_.box().DetachAllMessages();
   code_.box().set_TabStop(false);
