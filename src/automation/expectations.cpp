@@ -308,6 +308,11 @@ Json Expectations::taken(std::map<int, Json>& from, int id) const {
 
 void Expectations::popup_opened(platform::Menu& menu) {
   seen_.push_back(seen_in(menu));
+  // Without a place it opens at the mouse.
+  if (const auto& place = menus_.last_place()) {
+    seen_.back()["x"] = to_json(library::Value(double{place->x}));
+    seen_.back()["y"] = to_json(library::Value(double{place->y}));
+  }
   notify_("modal", {{"kind", "popup"}, {"name", json_text(menu.Name())}});
 }
 

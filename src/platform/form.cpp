@@ -5,6 +5,7 @@
 
 #include "tvx/base/error.h"
 #include "tvx/base/strings.h"
+#include "tvx/platform/form_places.h"
 
 namespace tvx::platform {
 namespace {
@@ -97,6 +98,14 @@ FormControl& Form::add_closing_button(std::u16string name, std::u16string captio
       new FormControl(*this, ControlKind::CommandButton, std::move(name), std::move(caption), nullptr)));
   closing_buttons_.push_back(controls_.back().get());
   return *controls_.back();
+}
+
+float Form::Width() const {
+  return std::max(width_, static_cast<float>(least_width_ > 0 ? least_width_ : usual_form_width));
+}
+
+float Form::Height() const {
+  return std::max({height_, static_cast<float>(least_height_), height_of_rows(*this)});
 }
 
 // --- controls ---

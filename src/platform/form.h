@@ -102,6 +102,12 @@ class Form final : public MessageWindow {
     least_width_ = width;
     least_height_ = height;
   }
+  /// Its size in twips where nobody draws it, which has to be enough for its rows and no less than the least
+  /// one; a desktop's dialog has its own. See form_places.h for where its controls stand.
+  float Width() const;
+  float Height() const;
+  void set_Width(float width) { width_ = width; }
+  void set_Height(float height) { height_ = height; }
   int least_width() const { return least_width_; }
   int least_height() const { return least_height_; }
   /// The user goes on reading what is selected in the document: it isn't to stand under the form.
@@ -162,6 +168,7 @@ class Form final : public MessageWindow {
   FormControl* active_ = nullptr;
   FormHandler* handler_ = nullptr;
   int least_width_ = 0, least_height_ = 0;
+  float width_ = 0, height_ = 0;  // as set
   bool leaves_selection_in_sight_ = false, takes_input_ = false;
   std::vector<FormObserver*> observers_;
   bool visible_ = false, given_up_ = false;

@@ -42,6 +42,10 @@ void Button::set_Visible(bool visible) {
 
 float Button::Left() const { return toolbar_->place_of(*this).left; }
 float Button::Top() const { return toolbar_->place_of(*this).top; }
+float Button::Width() const {
+  return style_ == ButtonStyle::Separator ? separator_width : toolbar_->ButtonWidth();
+}
+float Button::Height() const { return toolbar_->ButtonHeight(); }
 
 void Button::set_Value(int value) {
   if (value != 0 && value != 1) throw RuntimeError(errors::invalid_property_value, u"Invalid property value");
@@ -116,7 +120,7 @@ ButtonPlace Toolbar::walk(const Button* last) const {
   float end = 0;
   for (const auto& button : buttons_) {
     if (!button->Visible()) continue;
-    const float width = button->Style() == ButtonStyle::Separator ? separator_width : button_width_;
+    const float width = button->Width();
     place.left = end;
     if (end > 0 && end + width > width_) place = {0, place.top + row_height};
     end = place.left + width;

@@ -43,6 +43,9 @@ class Button {
   /// Its position in the toolbar, in twips.
   float Left() const;
   float Top() const;
+  /// As its toolbar has it for all; a separator is narrower.
+  float Width() const;
+  float Height() const;
   /// 1 is shown pressed, 0 released; anything else throws RuntimeError(380).
   int Value() const { return value_; }
   void set_Value(int value);

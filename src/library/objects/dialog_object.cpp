@@ -1,6 +1,7 @@
 #include "tvx/library/objects/members_of.h"
 #include "tvx/library/objects/parts.h"
 #include "tvx/platform/form.h"
+#include "tvx/platform/form_places.h"
 
 namespace tvx::library {
 
@@ -53,6 +54,11 @@ bool double_click(FormControl& control) {
   return true;
 }
 
+template <auto Length>
+Value place(FormControlObject& self) {
+  return double{platform::place_of(*self).*Length};
+}
+
 constexpr MemberOf<FormControlObject> control_rows[] = {
     {u"Name", [](FormControlObject& self) -> Value { return (*self).Name(); }},
     {u"Caption", [](FormControlObject& self) -> Value { return (*self).Caption(); },
@@ -75,6 +81,10 @@ constexpr MemberOf<FormControlObject> control_rows[] = {
      }},
     {u"Picture", [](FormControlObject& self) -> Value { return (*self).Picture(); },
      [](FormControlObject& self, const Value& value) { (*self).set_Picture(value.to_text()); }},
+    {u"Left", place<&platform::ControlPlace::Left>},
+    {u"Top", place<&platform::ControlPlace::Top>},
+    {u"Width", place<&platform::ControlPlace::Width>},
+    {u"Height", place<&platform::ControlPlace::Height>},
     {u"ListCount", [](FormControlObject& self) -> Value { return std::int32_t{(*self).ListCount()}; }},
     {u"ListIndex", [](FormControlObject& self) -> Value { return std::int32_t{(*self).ListIndex()}; },
      [](FormControlObject& self, const Value& value) { choose(*self, value.to_integer32()); }},
@@ -162,6 +172,10 @@ constexpr MemberOf<FormObject> form_rows[] = {
     {u"Caption", [](FormObject& self) -> Value { return (*self).Caption(); },
      [](FormObject& self, const Value& value) { (*self).set_Caption(value.to_text()); }},
     {u"Visible", [](FormObject& self) -> Value { return (*self).Visible(); }},
+    {u"Width", [](FormObject& self) -> Value { return double{(*self).Width()}; },
+     [](FormObject& self, const Value& value) { (*self).set_Width(static_cast<float>(value.to_number())); }},
+    {u"Height", [](FormObject& self) -> Value { return double{(*self).Height()}; },
+     [](FormObject& self, const Value& value) { (*self).set_Height(static_cast<float>(value.to_number())); }},
     {u"Names",
      [](FormObject& self) -> Value {
        Values names;

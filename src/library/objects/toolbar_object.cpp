@@ -41,6 +41,8 @@ constexpr MemberOf<ButtonObject> button_rows[] = {
      [](ButtonObject& self, const Value& value) { (*self).set_Visible(value.to_boolean()); }},
     {u"Left", [](ButtonObject& self) -> Value { return double{(*self).Left()}; }},
     {u"Top", [](ButtonObject& self) -> Value { return double{(*self).Top()}; }},
+    {u"Width", [](ButtonObject& self) -> Value { return double{(*self).Width()}; }},
+    {u"Height", [](ButtonObject& self) -> Value { return double{(*self).Height()}; }},
     {u"Value", [](ButtonObject& self) -> Value { return std::int32_t{(*self).Value()}; },
      [](ButtonObject& self, const Value& value) { (*self).set_Value(value.to_integer32()); }},
 };
@@ -95,6 +97,9 @@ constexpr MemberOf<ToolbarObject> toolbar_rows[] = {
     {u"Name", [](ToolbarObject& self) -> Value { return (*self).Name(); }},
     {u"Buttons",
      [](ToolbarObject& self) -> Value { return ObjectHandle(std::make_shared<ButtonsObject>(*self)); }},
+    // In its holder's corner.
+    {u"Left", [](ToolbarObject&) -> Value { return double{0}; }},
+    {u"Top", [](ToolbarObject&) -> Value { return double{0}; }},
     {u"Width", [](ToolbarObject& self) -> Value { return double{(*self).Width()}; }},
     // Setting the height is what a window that draws the bar does: it measured it.
     {u"Height", [](ToolbarObject& self) -> Value { return double{(*self).Height()}; },
