@@ -1,7 +1,10 @@
+#include <algorithm>
+
 #include "tvx/automation/methods.h"
 #include "tvx/automation/session.h"
 #include "tvx/base/error.h"
 #include "tvx/base/fault.h"
+#include "tvx/base/strings.h"
 #include "tvx/library/members/dispatch.h"
 #include "tvx/library/objects/object.h"
 
@@ -52,6 +55,63 @@ Json pump(Session& session, const Params& params) {
   return Json::object();
 }
 
+/// Operations that can be made to fail. That of a command goes on with the command's name.
+constexpr std::u16string_view operations[] = {u"body.innerHTML",
+                                              u"CheckSpelling",
+                                              u"CloseLocalFile",
+                                              u"CreateObject",
+                                              u"DeleteLocalFile",
+                                              u"DeleteUrlCacheEntry",
+                                              u"Documents.Add",
+                                              u"ExecWB",
+                                              u"FileCopy",
+                                              u"FtpCreateDirectory",
+                                              u"FtpDeleteFile",
+                                              u"FtpFindFirstFile",
+                                              u"FtpGetCurrentDirectory",
+                                              u"FtpOpenFile",
+                                              u"FtpRemoveDirectory",
+                                              u"FtpRenameFile",
+                                              u"FtpSetCurrentDirectory",
+                                              u"GetAttr",
+                                              u"GetSpellingSuggestions",
+                                              u"GetWindowThreadProcessId",
+                                              u"GlobalAlloc",
+                                              u"InternetAutodial",
+                                              u"InternetConnect",
+                                              u"InternetFindNextFile",
+                                              u"InternetOpen",
+                                              u"InternetReadFile",
+                                              u"InternetWriteFile",
+                                              u"OleTranslateColor",
+                                              u"OpenClipboard",
+                                              u"OpenLocalFile",
+                                              u"QueryStatusWB",
+                                              u"ReadLocalFile",
+                                              u"ReadPage",
+                                              u"RegisterClipboardFormat",
+                                              u"SetClipboardData",
+                                              u"SetProp",
+                                              u"SetTimer",
+                                              u"SetWindowLong",
+                                              u"ShowColor",
+                                              u"ShowOpen",
+                                              u"ShowSave",
+                                              u"UrlCanonicalize",
+                                              u"UrlEscape",
+                                              u"UrlUnescape",
+                                              u"WriteLocalFile",
+                                              u"WriteTextFile"};
+constexpr std::u16string_view command_operation = u"execCommand ";
+
+/// RuntimeError(438) for a name that is none of these.
+void require_operation(std::u16string_view name) {
+  const auto is_it = [name](std::u16string_view known) { return equals_ignoring_ascii_case(known, name); };
+  if (std::ranges::none_of(operations, is_it) &&
+      !equals_ignoring_ascii_case(name.substr(0, command_operation.size()), command_operation))
+    library::unknown_member(name);
+}
+
 /// {"error":[number,text]} throws, {"result":v} answers so; neither: the failure that says nothing more.
 Json fault(Session&, const Params& params) {
   Fault fault;
@@ -65,7 +125,9 @@ Json fault(Session&, const Params& params) {
   } else {
     throw ProtocolError(ProtocolError::invalid_params, "Invalid params: \"result\" or \"error\" is missing");
   }
-  set_fault(params.text("operation"), std::move(fault), params.number_or("times", 1));
+  const std::u16string operation = params.text("operation");
+  require_operation(operation);
+  set_fault(operation, std::move(fault), params.number_or("times", 1));
   return Json::object();
 }
 

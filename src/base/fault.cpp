@@ -3,6 +3,8 @@
 #include <string>
 #include <vector>
 
+#include "tvx/base/strings.h"
+
 namespace tvx {
 namespace {
 
@@ -29,7 +31,7 @@ std::optional<std::int32_t> fault_point(std::u16string_view operation) {
   auto& list = orders();
   if (list.empty()) return {};
   for (std::size_t i = 0; i < list.size(); ++i) {
-    if (list[i].operation != operation) continue;
+    if (!equals_ignoring_ascii_case(list[i].operation, operation)) continue;
     const Fault fault = list[i].fault;
     if (--list[i].times == 0) list.erase(list.begin() + std::ptrdiff_t(i));
     if (fault.error) throw *fault.error;

@@ -16,7 +16,8 @@ struct Fault {
   std::int32_t result = 0;
 };
 
-/// The next `times` runs of the operation fail so; more than one order for an operation are used up in turn.
+/// The next `times` runs of the operation fail so, whose name counts without regard to case; more than one
+/// order for an operation are used up in turn.
 void set_fault(std::u16string_view operation, Fault fault, int times = 1);
 void clear_faults();
 

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <vector>
 
+#include "tvx/base/error.h"
+#include "tvx/base/fault.h"
 #include "tvx/base/strings.h"
 #include "tvx/base/text.h"
 #include "tvx/base/url.h"
@@ -62,13 +64,25 @@ std::u16string simplified(std::u16string_view path) {
   return out;
 }
 
+/// A failure is the empty text, whatever it would say.
+bool fails(std::u16string_view operation) {
+  bool failed = true;
+  attempt([&] { failed = fault_point(operation).has_value(); });
+  return failed;
+}
+
 }  // namespace
 
-std::u16string EncodeURL(std::u16string_view url) { return fitting(percent_encoded(url, unsafe)); }
+std::u16string EncodeURL(std::u16string_view url) {
+  return fails(u"UrlEscape") ? u"" : fitting(percent_encoded(url, unsafe));
+}
 
-std::u16string DecodeURL(std::u16string_view url) { return fitting(percent_decoded(url)); }
+std::u16string DecodeURL(std::u16string_view url) {
+  return fails(u"UrlUnescape") ? u"" : fitting(percent_decoded(url));
+}
 
 std::u16string CanonicalURL(std::u16string_view url, std::uint32_t flags) {
+  if (fails(u"UrlCanonicalize")) return {};
   std::u16string text(trimmed(url));
   if (has_folders(text)) {
     const std::size_t end = std::min(text.find_first_of(u"?#"), text.size());

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "tvx/base/fault.h"
 #include "tvx/base/strings.h"
 #include "tvx/base/text.h"
 #include "tvx/headless/expected.h"
@@ -51,15 +52,19 @@ std::optional<Answer> Dialogs::show(const ShownDialog& dialog) {
   return answer ? std::optional(*answer) : std::nullopt;
 }
 
+// One that fails has not been opened; where it gives a result instead, that is a cancelled one.
 Colour Dialogs::ShowColor(Colour colour, platform::WindowHandle owner) {
+  if (fault_point(u"ShowColor")) return no_colour;
   return show<Colour>(ColorDialog{colour, owner}).value_or(no_colour);
 }
 
 std::u16string Dialogs::ShowOpen(const FileDialog& dialog) {
+  if (fault_point(u"ShowOpen")) return {};
   return std::u16string(TrimNul(NullToEmpty(show<std::u16string>(OpenDialog{dialog}))));
 }
 
 std::u16string Dialogs::ShowSave(const FileDialog& dialog) {
+  if (fault_point(u"ShowSave")) return {};
   return std::u16string(TrimNul(NullToEmpty(show<std::u16string>(SaveDialog{dialog}))));
 }
 

@@ -25,6 +25,11 @@ TEST_F(Faults, OrdersForOneOperationAreUsedUpInTurn) {
   EXPECT_EQ(fault_point(u"Print"), std::nullopt);
 }
 
+TEST_F(Faults, NamesCountWithoutRegardToCase) {
+  set_fault(u"execCommand copy", {.result = 1});
+  EXPECT_EQ(fault_point(u"execCommand Copy"), 1);
+}
+
 TEST_F(Faults, AnOrderForNoRunIsNone) {
   set_fault(u"Print", {.result = 1}, 0);
   EXPECT_EQ(fault_point(u"Print"), std::nullopt);
