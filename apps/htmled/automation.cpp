@@ -63,8 +63,9 @@ Qt::KeyboardModifiers held(const browser::KeyInput& input) {
 class WindowStage final : public automation::Stage {
  public:
   WindowStage(automation::StageParts parts, const automation::InstanceOptions& options, QString file)
-      : window_(std::make_unique<Window>(
-            parts.loop, qt::Substitutes{&parts.dialogs, &parts.popups, &parts.forms, options.clipboard})),
+      : window_(
+            std::make_unique<Window>(parts.loop, qt::Substitutes{&parts.dialogs, &parts.popups, &parts.forms,
+                                                                 options.clipboard, std::move(parts.print)})),
         control_(window_->editor().control().shared_from_this()),
         file_(std::move(file)) {
     QObject::connect(
@@ -78,6 +79,7 @@ class WindowStage final : public automation::Stage {
     if (options.store) window_->editor().read_properties(*options.store);
     window_->show();
     window_->start(file_);
+    if (options.size_given) resize(options.width, options.height);
   }
   void end() override { window_->hide(); }
   void resize(float width, float height) override {
@@ -129,7 +131,11 @@ int run_automation(platform::MessageLoop& loop, const QString& file) {
           const automation::InstanceOptions& options) -> std::unique_ptr<automation::Stage> {
     // A window is never at design time.
     if (options.design_mode) return automation::headless_stage(std::move(parts), options);
-    return std::make_unique<WindowStage>(std::move(parts), options, std::exchange(next_file, QString()));
+    if (options.hwnd != platform::WindowHandle::none) platform::set_next_window_handle(options.hwnd);
+    auto stage =
+        std::make_unique<WindowStage>(std::move(parts), options, std::exchange(next_file, QString()));
+    platform::set_next_window_handle(std::nullopt);
+    return stage;
   };
   automation::Server server(loop, write_line, make_stage);
   QSocketNotifier input(STDIN_FILENO, QSocketNotifier::Read);

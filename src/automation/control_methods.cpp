@@ -57,7 +57,8 @@ InstanceOptions options_of(const Params& params) {
   if (params.given("codepage")) options.code_page = code_page_named(params);
   if (params.given("folder")) options.folder = params.text("folder");
   options.hwnd = static_cast<platform::WindowHandle>(params.number_or("hwnd", 0));
-  if (params.given("size")) std::tie(options.width, options.height) = size_of(params);
+  options.size_given = params.given("size");
+  if (options.size_given) std::tie(options.width, options.height) = size_of(params);
   return options;
 }
 

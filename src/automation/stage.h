@@ -22,6 +22,7 @@ struct InstanceOptions {
   std::optional<std::u16string> folder;  // of its temporary files; none: the system's
   platform::WindowHandle hwnd = platform::WindowHandle::none;
   float width = 12000, height = 9000;        // twips
+  bool size_given = false;                   // else a window has its usual one
   platform::Clipboard* clipboard = nullptr;  // all controls of a session share one
 };
 

@@ -89,5 +89,32 @@ TEST_F(AutomationProcess, APopupIsExpectedAndAnItemOfItChosen) {
   EXPECT_EQ(html().toStdString(), "<P>see this</P>");
 }
 
+TEST_F(AutomationProcess, AnotherWindowHasTheSizeAndTheNumberThatItIsGiven) {
+  const QJsonObject made =
+      result("control", {{"do", "new"}, {"size", QJsonArray{9000, 6000}}, {"hwnd", 9876543}}).toObject();
+  EXPECT_EQ(made.value("hwnd").toInt(), 9876543);
+  const int instance = made.value("instance").toInt();
+  const auto width = [&](const char* part) {
+    const QJsonObject params{{"path", QLatin1String(part) + QLatin1String(".Width")}, {"instance", instance}};
+    return result("object", params).toObject().value("value").toInt();
+  };
+  EXPECT_NEAR(width("WBrowser"), 9000, 60) << "without its frame";
+}
+
+// Nobody is there to close the desktop's dialog.
+TEST_F(AutomationProcess, APrintingIsExpected) {
+  result("set", {{"name", "DocumentHTML"}, {"value", "<p>x</p>"}});
+  for (const bool without_dialog : {false, true}) {
+    result("expect", {{"on", "print"}});
+    result("call", {{"name", "print_Document"}, {"args", QJsonArray{without_dialog}}});
+    const auto seen = std::find_if(told_.begin(), told_.end(), [](const QJsonObject& message) {
+      return message.value("method") == QStringLiteral("seen");
+    });
+    ASSERT_NE(seen, told_.end());
+    const QJsonObject what = seen->value("params").toObject().value("seen").toObject();
+    EXPECT_EQ(what.value("dialog").toBool(without_dialog), !without_dialog);
+  }
+}
+
 }  // namespace
 }  // namespace tvx::htmled

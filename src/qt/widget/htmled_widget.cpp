@@ -83,7 +83,8 @@ class HTMLedWidget::Parts final : public platform::Container,
         popups_(widget),
         forms_(widget),
         view_(loop, &widget),
-        document_view_(view_, loop) {
+        document_view_(view_, loop),
+        print_(substitutes.print) {
     EscapeWatch::install();
     platform::CommonDialogs& dialogs = substitutes.dialogs ? *substitutes.dialogs : dialogs_;
     core::Surroundings surroundings{loop, *this, dialogs};
@@ -139,7 +140,8 @@ class HTMLedWidget::Parts final : public platform::Container,
   void scroll_into_view(dom::Element& element) override { document_view_.scroll_into_view(element, true); }
   // A dialog can print into a file; who asks for none wants a printer, or has named the file.
   bool can_print() override {
-    return !print_file_.isEmpty() || pdf_wanted_ || !QPrinterInfo::availablePrinterNames().isEmpty() ||
+    return !print_file_.isEmpty() || pdf_wanted_ || print_ ||
+           !QPrinterInfo::availablePrinterNames().isEmpty() ||
            QGuiApplication::platformName() != QStringLiteral("offscreen");
   }
   void print(bool with_dialog) override;
@@ -226,6 +228,7 @@ class HTMLedWidget::Parts final : public platform::Container,
   std::optional<Panes> panes_;
   std::optional<HostBars> host_bars_;  // once somebody may listen
   QString print_file_;
+  const std::function<void(bool)> print_;              // in the printer's place
   std::function<void(const QByteArray&)> pdf_wanted_;  // by make_pdf, in place of printing
   std::function<void(bool)> file_wanted_;              // by write_pdf, likewise
   std::optional<SplitView> split_;                     // once it was wanted
@@ -312,6 +315,7 @@ void HTMLedWidget::Parts::print(bool with_dialog) {
   if (file_wanted_) return view_.print_into(file, std::exchange(file_wanted_, nullptr));
   if (!widget_ && (with_dialog || pdf_wanted_ || file.isEmpty())) return;
   if (pdf_wanted_) return view_.make_pdf(std::exchange(pdf_wanted_, nullptr));
+  if (print_ && file.isEmpty()) return print_(with_dialog);
   if (with_dialog || file.isEmpty()) {
     if (!with_dialog && QPrinterInfo::defaultPrinter().isNull())
       throw RuntimeError(errors::invalid_call, u"There is no printer");

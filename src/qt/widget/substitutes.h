@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+
 namespace tvx::platform {
 class Clipboard;
 class CommonDialogs;
@@ -16,6 +18,8 @@ struct Substitutes {
   platform::PopupMenus* popups = nullptr;
   platform::Forms* forms = nullptr;
   platform::Clipboard* clipboard = nullptr;
+  /// In place of the printer, and of asking for it; what goes into a file goes there all the same.
+  std::function<void(bool with_dialog)> print = {};
 };
 
 }  // namespace tvx::qt
