@@ -92,6 +92,45 @@ TEST_F(FieldsOnScreen, AFieldOfADisabledGroupIsEditedByADoubleClick) {
   EXPECT_NE(html().find("name=\"note\""), std::string::npos) << html();
 }
 
+TEST_F(FieldsOnScreen, AnImageIsEditedByADoubleClick) {
+  start(
+      "<body style='margin:20px'><p>text <a href='#a'><img id=i width=60 height=40 alt=cat "
+      "src='data:image/gif;base64,R0lGODlhAQABAIAAAP8AAP///ywAAAAAAQABAAACAkQBADs='></a></p>");
+  answer_dialog([this](QDialog& dialog) {
+    EXPECT_TRUE(dialog.windowTitle().startsWith(QStringLiteral("Image Settings")))
+        << dialog.windowTitle().toStdString();
+    auto* width = dialog.findChild<QLineEdit*>(QStringLiteral("txtWidth"));
+    hands::click(middle_of(*width));
+    // A box for sizes takes digits and Backspace, and no other keys.
+    hands::press({QStringLiteral("BackSpace"), QStringLiteral("BackSpace")});
+    hands::type(QStringLiteral("90"));
+    EXPECT_TRUE(wait_for([&] { return width->text() == QStringLiteral("90"); }))
+        << width->text().toStdString();
+    hands::press(QStringLiteral("Return"));
+    EXPECT_TRUE(wait_for([&] { return !dialog.isVisible(); }));
+  });
+  double_click(QStringLiteral("#i"));
+  EXPECT_NE(html().find("width=\"90\" height=\"40\""), std::string::npos) << html();
+  hands::press(QStringLiteral("ctrl+z"));
+  EXPECT_TRUE(wait_for([this] { return html().find("width=\"60\" height=\"40\"") != std::string::npos; }))
+      << html();
+}
+
+TEST_F(FieldsOnScreen, ADoubleClickByAnUnsteadyHandFindsTheImage) {
+  start("<body style='margin:20px'><p>text <img id=i width=60 height=40 alt=cat></p>");
+  bool opened = false;
+  answer_dialog([&](QDialog& dialog) {
+    opened = true;
+    hands::press(QStringLiteral("Escape"));
+    EXPECT_TRUE(wait_for([&] { return !dialog.isVisible(); }));
+  });
+  const QPoint middle = place_of(QStringLiteral("#i"), 0.5, 0.5);
+  hands::click(middle);
+  hands::drag(middle, middle + QPoint(1, 1));
+  EXPECT_TRUE(wait_for([this] { return answered() && !QApplication::activeModalWidget(); }));
+  EXPECT_TRUE(opened);
+}
+
 // A bitmap of 3 by 2, whose form only the view can read.
 const QByteArray bitmap =
     "<img id=i "
