@@ -1,7 +1,10 @@
 #include "tvx/qt/support/latin_shortcuts.h"
 
 #include <QCoreApplication>
+#include <QGuiApplication>
+#include <QInputMethodEvent>
 #include <QKeyEvent>
+#include <QWidget>
 #include <QWindow>
 
 #include "tvx/qt/support/keys.h"
@@ -22,9 +25,27 @@ bool is_of_another_script(int key) {
   return (key >= greek && key < latin_additions) || (key >= kana && key < special_keys);
 }
 
+/// The key that types two letters on Arabic layouts stands where English has B. The toolkit's table of
+/// composed letters makes them of it also with Ctrl, and no key comes.
+constexpr QStringView lam_alef = u"\u0644\u0627";
+constexpr int place_of_lam_alef = Qt::Key_B;
+
 /// What such a key types with Ctrl.
 QString text_of(int key) {
   return key >= Qt::Key_A && key <= Qt::Key_Z ? QString(QChar(key - Qt::Key_A + 1)) : QString(QChar(key));
+}
+
+// What is composed comes at once, before keys that have been pressed before it: only the keyboard itself
+// knows whether Ctrl is held.
+bool take_composed(const QObject& target, const QInputMethodEvent& input) {
+  if (input.commitString() != lam_alef) return false;
+  const auto* widget = qobject_cast<const QWidget*>(&target);
+  QWindow* window = widget ? widget->window()->windowHandle() : nullptr;
+  if (!window || !(QGuiApplication::queryKeyboardModifiers() & Qt::ControlModifier)) return false;
+  QKeyEvent key(QEvent::KeyPress, place_of_lam_alef, Qt::ControlModifier, text_of(place_of_lam_alef));
+  if (!qt_sendShortcutOverrideEvent(window, 0, key.key(), key.modifiers(), key.text()))
+    QCoreApplication::sendEvent(window, &key);
+  return true;
 }
 
 }  // namespace
@@ -45,6 +66,8 @@ LatinShortcuts::~LatinShortcuts() {
 // A window gets a key when no shortcut was found for it. It is tried again by the Latin name, and becomes
 // that key for whoever has the focus: text boxes compare names as well.
 bool LatinShortcuts::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::InputMethod)
+    return take_composed(*watched, static_cast<QInputMethodEvent&>(*event));
   const bool press = event->type() == QEvent::KeyPress;
   if ((!press && event->type() != QEvent::KeyRelease) || !watched->isWindowType()) return false;
   const auto& key = *static_cast<QKeyEvent*>(event);
