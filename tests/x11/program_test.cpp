@@ -28,12 +28,12 @@ class ProgramOnScreen : public testing::Test {
     program_.waitForFinished();
   }
 
-  void start(const QByteArray& page) {
+  void start(const QByteArray& page, const QString& errors = QProcess::nullDevice()) {
     QFile out(page_);
     ASSERT_TRUE(out.open(QIODevice::WriteOnly) && out.write(page) == page.size());
     out.close();
     program_.setStandardOutputFile(QProcess::nullDevice());
-    program_.setStandardErrorFile(QProcess::nullDevice());
+    program_.setStandardErrorFile(errors);
     program_.start(QStringLiteral(TVX_BIN_DIR "/htmled"), {page_});
     ASSERT_TRUE(wait_for([&] { return !window().isEmpty(); })) << "no window came";
     give_focus();
@@ -56,7 +56,8 @@ class ProgramOnScreen : public testing::Test {
     return in.open(QIODevice::ReadOnly) ? in.readAll() : QByteArray();
   }
   QTemporaryDir folder_;
-  const QString page_ = folder_.filePath(QStringLiteral("page.html"));
+  const QString page_ = folder_.filePath(QStringLiteral("page.html")),
+                errors_ = folder_.filePath(QStringLiteral("errors"));
   QProcess program_;
 };
 
@@ -96,6 +97,27 @@ TEST_F(ProgramOnScreen, LooksForOpenGLOnlyWhereACardIs) {
   EXPECT_TRUE(loaded.contains("libQt6WebEngineCore"));
   EXPECT_FALSE(loaded.contains("libGLX_mesa"));
   EXPECT_FALSE(loaded.contains("_dri.so"));
+}
+
+// Whoever starts it in a terminal sees what concerns him, and nothing of how engine and toolkit start.
+TEST_F(ProgramOnScreen, SaysNothingOfItsStartInATerminal) {
+  if (qt::has_graphics_card()) GTEST_SKIP() << "SKIPPED: what a driver says is its own";
+  QProcessEnvironment desktop = QProcessEnvironment::systemEnvironment();
+  desktop.remove(QStringLiteral("QTWEBENGINE_CHROMIUM_FLAGS"));
+  program_.setProcessEnvironment(desktop);
+  start("<!DOCTYPE html>\n<html><head><title>t</title></head>\n<body>\n<p>A paragraph.</p>\n</body></html>\n",
+        errors_);
+  hands::type(QStringLiteral("abc"));
+  EXPECT_TRUE(wait_for([&] { return modified(); }));
+  hands::press(QStringLiteral("ctrl+s"));
+  EXPECT_TRUE(wait_for([&] { return !modified(); }));
+  hands::press(QStringLiteral("ctrl+q"));
+  ASSERT_TRUE(wait_for([&] { return program_.state() == QProcess::NotRunning; }));
+  QFile errors(errors_);
+  ASSERT_TRUE(errors.open(QIODevice::ReadOnly));
+  QByteArray said = errors.readAll();
+  said.replace("htmled: running as root: the view's sandbox is off\n", "");
+  EXPECT_EQ(said.toStdString(), "");
 }
 
 TEST_F(ProgramOnScreen, WithoutAScreenItSaysSoAndEnds) {

@@ -30,6 +30,19 @@ bool is_on_x11() {
   return qEnvironmentVariableIsSet("DISPLAY") && !qEnvironmentVariableIsSet("WAYLAND_DISPLAY");
 }
 
+QtMessageHandler handler_before = nullptr;
+
+/// The engine asks for OpenGL with the application, in every program, and for each view that it shows, and
+/// goes on without it.
+constexpr const char* of_missing_opengl[] = {"QXcbIntegration: Cannot create platform OpenGL context",
+                                             "No suitable graphics backend found"};
+
+void leave_out_missing_opengl(QtMsgType type, const QMessageLogContext& context, const QString& text) {
+  const auto is_it = [&](const char* words) { return text.startsWith(QLatin1String(words)); };
+  if (std::ranges::any_of(of_missing_opengl, is_it)) return;
+  handler_before(type, context, text);
+}
+
 }  // namespace
 
 // A device that only shows what was drawn has no node to draw by.
@@ -47,6 +60,8 @@ WayToDraw::WayToDraw(const std::filesystem::path& devices)
   qputenv(toolkit_variable, "none");
   qputenv(scene_variable, "software");
   qputenv(engine_variable, (qgetenv(engine_variable) + " --disable-gpu").trimmed());
+  const QtMessageHandler present = qInstallMessageHandler(leave_out_missing_opengl);
+  if (present != leave_out_missing_opengl) handler_before = present;
 }
 
 WayToDraw::~WayToDraw() {

@@ -12,7 +12,7 @@ bool has_graphics_card(const std::filesystem::path& devices = "/dev");
 /// draw with nothing but widgets and the editor. Without a graphics card OpenGL ends in the processor, after
 /// a search that takes as long as all the rest of the start, and by a longer way for each frame: so toolkit
 /// and engine are told to draw there from the start. What somebody has chosen in the environment stays, and
-/// so does what a Wayland session offers.
+/// so does what a Wayland session offers. That toolkit and engine miss OpenGL then is no news in a terminal.
 class WayToDraw {
  public:
   explicit WayToDraw(const std::filesystem::path& devices = "/dev");

@@ -62,6 +62,27 @@ TEST_F(WaysToDraw, ProgramsStartedLaterMayUseOpenGL) {
   EXPECT_FALSE(qEnvironmentVariableIsSet("QT_XCB_GL_INTEGRATION"));
 }
 
+TEST_F(WaysToDraw, WhatWasForbiddenIsNotMissedAloud) {
+  static QStringList said;
+  said.clear();
+  const QtMessageHandler before =
+      qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString& text) { said << text; });
+  const auto complain = [] {
+    qWarning("QXcbIntegration: Cannot create platform OpenGL context, neither GLX nor EGL are enabled");
+    qWarning("No suitable graphics backend found\n");
+    qWarning("another");
+  };
+  complain();
+  EXPECT_EQ(said.size(), 3);
+  said.clear();
+  { const WayToDraw way(devices()); }
+  complain();
+  { const WayToDraw again(devices()); }
+  complain();
+  qInstallMessageHandler(before);
+  EXPECT_EQ(said, QStringList({QStringLiteral("another"), QStringLiteral("another")}));
+}
+
 TEST_F(WaysToDraw, WithACardNothingIsSet) {
   add_device(QStringLiteral("dri/renderD128"));
   const WayToDraw way(devices());
