@@ -43,6 +43,7 @@
 #include "tvx/qt/widget/panes.h"
 #include "tvx/qt/widget/split_view.h"
 #include "tvx/qt/widget/substitutes.h"
+#include "tvx/qt/widget/veil.h"
 #include "tvx/qt/widget/widget_events.h"
 
 namespace tvx::qt {
@@ -98,6 +99,7 @@ class HTMLedWidget::Parts final : public platform::Container,
     control_->set_events(&events_);
     control_->add_observer(*this);
     make_faces();
+    new Veil(*view_.widget());
     forms_.set_page(*view_.widget(), [this](int top, int bottom) { view_.set_covered(top, bottom); });
     document_view_.set_on_focus([this](bool focused) {
       reading_.focus_changed(focused);
