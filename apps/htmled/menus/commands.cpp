@@ -10,6 +10,7 @@
 #include <QToolTip>
 #include <algorithm>
 
+#include "htmled/format/format_bar.h"
 #include "htmled/window.h"
 #include "tvx/htmled_widget.h"
 #include "tvx/qt/bars/icon_set.h"
@@ -40,6 +41,12 @@ Commands::Commands(Window& window) : QObject(&window), window_(window) {
   auto* to_menus = new QShortcut(QKeySequence(Qt::Key_F10), &window_);
   connect(to_menus, &QShortcut::activated, this,
           [this] { window_.menuBar()->setActiveAction(tops_.front()->menuAction()); });
+  // The toolkit's own menu of bars knows those of the window alone, and the one that holds the find bar.
+  window_.setContextMenuPolicy(Qt::NoContextMenu);
+  FormatBar& bar = window_.format_bar();
+  bar.setContextMenuPolicy(Qt::CustomContextMenu);
+  connect(&bar, &QWidget::customContextMenuRequested, this,
+          [this, &bar](const QPoint& at) { offer_bars(bar.mapToGlobal(at)); });
   std::vector<QMenu*> open;
   for (const Command& command : table()) {
     QMenu* const in = open.empty() ? nullptr : open.back();
@@ -115,6 +122,21 @@ void Commands::show_words() {
     show_state(*entry.command);
     entry.own->setEnabled(true);  // for its keys
   }
+}
+
+void Commands::offer_bars(const QPoint& at) {
+  auto* menu = new QMenu(&window_);
+  menu->setObjectName(QStringLiteral("bars"));
+  menu->setAttribute(Qt::WA_DeleteOnClose);
+  for (const char* name :
+       {"format-bar", "formatting-tools", "insertion-tools", "form-tools", "element-path"}) {
+    const auto shown = std::ranges::find_if(entries_, [&](const Entry& each) {
+      return each.command->name && each.command->name == std::string_view(name);
+    });
+    show_state(*shown->command);
+    menu->addAction(shown->own);
+  }
+  menu->popup(at);
 }
 
 // --- how they stand ---

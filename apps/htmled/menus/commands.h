@@ -8,6 +8,7 @@
 
 class QAction;
 class QMenu;
+class QPoint;
 
 namespace tvx::htmled {
 
@@ -56,6 +57,7 @@ class Commands final : public QObject {
   void show_state(const Command& command);
   void show_states(const QMenu& menu);
   void trigger(const Command& command);
+  void offer_bars(const QPoint& at);
 
   struct Entry {
     const Command* command;
