@@ -5,6 +5,7 @@
 #include "tvx/dom/range.h"
 #include "tvx/editing/facts/lines.h"
 #include "tvx/editing/search/read_text.h"
+#include "tvx/editing/tables/selected_cells.h"
 #include "tvx/htmled_widget.h"
 
 namespace tvx::htmled {
@@ -18,6 +19,19 @@ editing::TextCount count_within(const dom::Range& range) {
   const editing::ReadText read(*top);
   const Offset from = read.unit_at(range.start), to = read.unit_at(range.end);
   return from < to ? editing::count_text(read.text().substr(from, to - from)) : editing::TextCount{};
+}
+
+/// Cells are selected whole, wherever the mouse went in the first and in the last.
+editing::TextCount count_selected(const editing::Editor& editor) {
+  const auto cells = editing::selected_cells(editor);
+  if (cells.empty()) return count_within(editor.selection().range());
+  editing::TextCount count;
+  for (const auto& cell : cells) {
+    const editing::TextCount more = editing::count_text(editing::ReadText(*cell).text());
+    count.words += more.words;
+    count.characters += more.characters;
+  }
+  return count;
 }
 
 }  // namespace
@@ -78,7 +92,7 @@ void TextCounts::count_selection() {
   std::optional<editing::TextCount> now;
   if (document && document->editor().selection().type() == editing::SelectionType::Text &&
       !document->editor().selection().collapsed())
-    now = count_within(document->editor().selection().range());
+    now = count_selected(document->editor());
   if (now == of_selection_) return;
   of_selection_ = now;
   emit counted();

@@ -18,6 +18,7 @@
 #include "tvx/core/htmled.h"
 #include "tvx/dom/inner_html.h"
 #include "tvx/dom/mutation.h"
+#include "tvx/dom/tree.h"
 #include "tvx/htmled_widget.h"
 #include "tvx/qt/support/message_loop.h"
 
@@ -93,6 +94,23 @@ TEST_F(StatusBarTest, CountsTheDocumentAndTheSelection) {
   dom::set_inner_html(*document.body(), u"<p>four");
   emit window_.editor().property_changed(QStringLiteral("DocumentHTML"));
   EXPECT_TRUE(wait_for([&] { return counts() == "1 word, 4 characters"; })) << counts();
+}
+
+// A drag from the midst of one cell to the edge of another shows both as selected.
+TEST_F(StatusBarTest, CountsSelectedCellsWhole) {
+  open(
+      "<!DOCTYPE html><meta "
+      "charset=utf-8><p>above</p><table><tr><td>one<td>two<tr><td>three<td>four</table>\n");
+  EXPECT_TRUE(wait_for([&] { return counts() == "5 words, 20 characters"; })) << counts();
+  auto& document = *window_.editor().control().DOM();
+  std::vector<dom::Node*> texts;  // of the cells
+  for (dom::Node* node = document.first(dom::Tag::Table); node; node = dom::next_in_order(*node))
+    if (node->parent_element() && node->parent_element()->is(dom::Tag::Td)) texts.push_back(node);
+  ASSERT_EQ(texts.size(), 4u);
+  document.select([&](editing::Selection& selection) { selection.set({texts[0], 2}, {texts[3], 0}); });
+  EXPECT_TRUE(wait_for([&] { return counts() == "4 of 5 words, 15 of 20 characters"; })) << counts();
+  document.select([&](editing::Selection& selection) { selection.set({texts[1], 3}, {texts[3], 0}); });
+  EXPECT_TRUE(wait_for([&] { return counts() == "2 of 5 words, 7 of 20 characters"; })) << counts();
 }
 
 TEST_F(StatusBarTest, ForgetsTheCountsOfAnEditorThatIsGone) {
