@@ -69,6 +69,7 @@ Gesture::Gesture(Editor& editor, std::u16string_view label, dom::StepJoin join, 
       held_(editor.selection()),
       step_(editor.document().journal(), label, join),
       leftovers_(editor),
+      lines_(editor),
       compare_(compare) {
   // In a step of somebody else's, what would be rolled back is that whole step.
   if (compare != Compare::No && !within_another_ && editor.document().journal().depth() == steps_)
@@ -105,6 +106,7 @@ Gesture::~Gesture() {
   const Uninterrupted all;
   if (being_interrupted()) return;  // nothing has come of it
   leftovers_.tidy();
+  lines_.lay_out();
   leave_blocks_edge(editor_);
   if (!compares_ || editor_.document().version() == version_) return;
   const auto stands = [&](const Ref<Node>& node) { return !node || node->parent() == host_.get(); };

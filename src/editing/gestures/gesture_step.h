@@ -8,6 +8,7 @@
 #include "tvx/editing/editor.h"
 #include "tvx/editing/facts/line_memo.h"
 #include "tvx/editing/gestures/leftovers.h"
+#include "tvx/editing/gestures/source_lines.h"
 
 /// What the undo steps of gestures have in common.
 namespace tvx::editing {
@@ -17,8 +18,8 @@ namespace tvx::editing {
 /// all of their markup, or what is seen of it, which is that without the white space between blocks.
 enum class Compare { No, All, Seen };
 
-/// One gesture: one undo step, which leaves nothing over that nobody sees (`leftovers.h`), and observers
-/// hear of the selection once, at its end.
+/// One gesture: one undo step, which leaves nothing over that nobody sees (`leftovers.h`) and keeps the lines
+/// of the source (`source_lines.h`), and observers hear of the selection once, at its end.
 class Gesture {
  public:
   Gesture(Editor& editor, std::u16string_view label, dom::StepJoin join = dom::StepJoin::Never,
@@ -39,6 +40,7 @@ class Gesture {
   const dom::UndoStep step_;
   const LineMemo memo_;
   Leftovers leftovers_;
+  SourceLines lines_;
   const Compare compare_;
   bool compares_ = false;
   std::uint64_t version_ = 0;

@@ -93,10 +93,14 @@ bool is_line_of_source(const Node* node) {
 
 /// White space before and after a block that has gone is that of one line too many.
 void drop_line_of_source(const Node& after) {
-  Node* before = after.previous_sibling();
-  if (!is_line_of_source(&after) || !is_line_of_source(before) || !can_go(after) || !is_editable(after))
-    return;
-  if (collapses(static_cast<const dom::Text&>(after))) dom::remove(*before);
+  if (!is_line_of_source(&after) || !can_go(after) || !is_editable(after)) return;
+  auto* before = dom::as<dom::Text>(after.previous_sibling());
+  if (!before || !collapses(static_cast<const dom::Text&>(after))) return;
+  if (is_line_of_source(before)) return void(dom::remove(*before));
+  // The block may have stood after words.
+  const std::size_t end = before->data().find_last_not_of(u" \t\n\f\r") + 1;
+  if (before->data().find(u'\n', end) != before->data().npos)
+    dom::replace_data(*before, end, before->length() - end, u"");
 }
 
 }  // namespace

@@ -114,6 +114,7 @@ void move_out(const NodeList& items) {
   // What stands after the list in its item is said after these items now.
   NodeList rest;
   for (Node* node = list->next_sibling(); node; node = node->next_sibling()) rest.emplace_back(node);
+  while (!rest.empty() && is_filling(*rest.back())) rest.pop_back();
   move_run_preserving_ranges(items, *outer, holder->next_sibling());
   if (!rest.empty() && has_visible_child(*list)) move_run_preserving_ranges(rest, *items.back(), nullptr);
   remove_if_without_items(*list);

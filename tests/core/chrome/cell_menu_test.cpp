@@ -182,7 +182,7 @@ TEST_F(CellMenu, CallsOfAHostStayCommands) {
     selection.set({control->DOM()->body(), 0}, {control->DOM()->body(), 3});
   });
   control->press(control->Toolbar1(), u"unorderedlist");
-  EXPECT_EQ(body(), u"<UL><LI>one</LI><LI>two</LI></UL>");
+  EXPECT_EQ(body(), u"<UL>\n<LI>one</LI>\n<LI>two</LI>\n</UL>");
   control->undo_document();
   control->unnumbered_list();
   EXPECT_EQ(body(), u"<UL><LI>one</LI>\n<LI>two</LI></UL>");
