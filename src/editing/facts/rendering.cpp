@@ -34,6 +34,17 @@ bool is_rendered(const Node& node) {
   return !element || style::computed_values(*element).rendered;
 }
 
+bool is_folded_away(const Node& node) {
+  static const dom::Name open(u"open");
+  const Node* details = node.parent();
+  if (!details || !details->is(dom::Tag::Details)) return false;
+  if (static_cast<const Element*>(details)->has_attribute(open)) return false;
+  if (!node.is(dom::Tag::Summary)) return true;
+  const Node* before = node.previous_sibling();
+  while (before && !before->is(dom::Tag::Summary)) before = before->previous_sibling();
+  return before != nullptr;
+}
+
 std::optional<std::u16string> own_style(const Element& element, std::u16string_view property) {
   if (!element.has_attribute(dom::names::style)) return std::nullopt;
   std::u16string value = style::inline_value(element, property);

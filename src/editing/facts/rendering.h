@@ -23,6 +23,8 @@ using dom::style::WhiteSpace;
 WhiteSpace white_space_of(const dom::Element& element);
 /// Whether no element at or above the node has "display: none".
 bool is_rendered(const dom::Node& node);
+/// What `details` that aren't open hold beside their summary: it has a style, but no place in the page.
+bool is_folded_away(const dom::Node& node);
 
 // --- the element's own style attribute ---
 

@@ -10,6 +10,7 @@
 #include "tvx/editing/facts/lines.h"
 #include "tvx/editing/facts/predicates.h"
 #include "tvx/editing/gestures/alignment.h"
+#include "tvx/editing/gestures/attached_lines.h"
 #include "tvx/editing/gestures/line_keys.h"
 #include "tvx/editing/gestures/list_keys.h"
 #include "tvx/editing/gestures/quotations.h"
@@ -44,6 +45,17 @@ namespace {
 bool is_list_command(std::u16string_view command) {
   return equals_ignoring_ascii_case(command, u"insertorderedlist") ||
          equals_ignoring_ascii_case(command, u"insertunorderedlist");
+}
+
+/// What would put the line into a block, which a caption or a summary has no room for.
+bool puts_into_block(std::u16string_view command) {
+  return is_list_command(command) || equals_ignoring_ascii_case(command, u"indent");
+}
+
+bool is_in_attached_line(const Editor& editor) {
+  const dom::Range range = editor.selection().range();
+  const Element* line = range.start ? attached_line(range.start) : nullptr;
+  return line && line == attached_line(range.end);
 }
 
 bool is_in_one_list(const Editor& editor) {
@@ -187,6 +199,7 @@ bool make_list(Editor& editor, std::u16string_view command, std::u16string_view 
 
 bool execute_on_lines(Editor& editor, std::u16string_view command, std::u16string_view value) {
   if (!editor.enabled(command)) return false;
+  if (puts_into_block(command) && is_in_attached_line(editor)) return false;
   const HeldSelection held(editor.selection());
   const dom::UndoStep step(editor.document().journal(), command);
   make_line_between_blocks(editor);

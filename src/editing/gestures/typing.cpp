@@ -16,6 +16,7 @@
 #include "tvx/editing/facts/lines.h"
 #include "tvx/editing/facts/predicates.h"
 #include "tvx/editing/facts/text_units.h"
+#include "tvx/editing/gestures/attached_lines.h"
 #include "tvx/editing/gestures/cell_selection.h"
 #include "tvx/editing/gestures/gap_caret.h"
 #include "tvx/editing/gestures/gesture_step.h"
@@ -334,6 +335,7 @@ void delete_one(Editor& editor, Direction direction) {
   const bool forward = direction == Direction::Forward;
   if (delete_hard_space(editor, direction)) return drop_spare_break(editor);
   if (delete_island(editor, direction) || (!forward && leave_item_at_start(editor))) return;
+  if (keep_attached_line(editor, direction)) return;
   if (leave_empty_line_beside_table(editor, direction) || join_lines(editor, direction)) return;
   if (!forward && leave_quotation_at_start(editor)) return;
   if (forward) {

@@ -71,6 +71,7 @@ class CaretWalk {
   }
 
   void meet(Node& child) {
+    if (is_folded_away(child)) return pass(child);
     if (child.is_text()) {
       if (is_collapsed_whitespace_node(child)) return pass(child);
       return enter(child);

@@ -75,6 +75,10 @@ Content ContentWalk::next() {
       continue;
     }
     enter(*child);
+    if (is_folded_away(*child)) {
+      leave();
+      continue;
+    }
     if (child->is_text()) continue;
     const auto* element = dom::as<dom::Element>(child);
     if (!element || display_of(*element) == Display::None) {
