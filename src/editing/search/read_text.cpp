@@ -67,13 +67,14 @@ class ReadText::Reading {
 
 ReadText::ReadText(dom::Node& top) {
   Reading reading(*this);
-  ContentWalk walk({&top, 0}, Direction::Forward, &top);
+  ContentWalk walk({&top, 0}, Direction::Forward, &top, ContentWalk::Words::Read);
   for (Content met = walk.next(); met.kind != ContentKind::End; met = walk.next()) reading.take(met);
   reading.end_line();
 }
 
 struct ReadInTurns::State {
-  explicit State(dom::Node& top) : reading(read), walk({&top, 0}, Direction::Forward, &top) {}
+  explicit State(dom::Node& top)
+      : reading(read), walk({&top, 0}, Direction::Forward, &top, ContentWalk::Words::Read) {}
   ReadText read;
   ReadText::Reading reading;
   ContentWalk walk;

@@ -49,8 +49,15 @@ bool is_object(const Node& node) {
   return element && (tags.has(*element) || !element->is_html());
 }
 
-ContentWalk::ContentWalk(Boundary from, Direction direction, const Node* root)
-    : spot_(from), forward_(direction == Direction::Forward), root_(root ? root : content_root(*from.node)) {}
+ContentWalk::ContentWalk(Boundary from, Direction direction, const Node* root, Words words)
+    : spot_(from),
+      forward_(direction == Direction::Forward),
+      words_(words),
+      root_(root ? root : content_root(*from.node)) {}
+
+bool ContentWalk::is_read(const Node& node) const {
+  return words_ == Words::Read && (node.is(Tag::Button) || node.is(Tag::Marquee));
+}
 
 void ContentWalk::enter(Node& child) { forward_ ? spot_.enter_start(child) : spot_.enter_end(child); }
 void ContentWalk::leave() { forward_ ? spot_.leave_forward() : spot_.leave_backward(); }
@@ -71,7 +78,7 @@ Content ContentWalk::next() {
       Node& node = spot_.node();
       if (&node == root_ || !node.parent()) return {};
       leave();
-      if (is_block_node(node)) return {ContentKind::LeaveBlock, &node};
+      if (is_block_node(node) || is_read(node)) return {ContentKind::LeaveBlock, &node};
       continue;
     }
     enter(*child);
@@ -87,13 +94,14 @@ Content ContentWalk::next() {
     }
     const auto kind = child->is(Tag::Br)    ? ContentKind::LineBreak
                       : child->is(Tag::Hr)  ? ContentKind::Rule
+                      : is_read(*child)     ? ContentKind::EnterBlock
                       : is_object(*element) ? ContentKind::Object
                                             : ContentKind::EnterBlock;
     if (kind != ContentKind::EnterBlock) {
       leave();
       return {kind, child};
     }
-    if (is_block_node(*child)) return {kind, child};
+    if (is_block_node(*child) || is_read(*child)) return {kind, child};
   }
 }
 

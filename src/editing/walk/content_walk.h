@@ -32,12 +32,17 @@ struct Content {
   }
 };
 
-/// Passes over content in one direction; hidden elements and comments are nothing. A step costs what it
-/// passes, never the number of siblings.
+/// Passes over content in one direction; hidden elements, what is folded away and comments are nothing. A
+/// step costs what it passes, never the number of siblings.
 class ContentWalk {
  public:
+  /// Whether the words on buttons, and those that run along, are passed as part of one thing, or read as
+  /// lines.
+  enum class Words : bool { Pass, Read };
+
   /// Ends at the edge of `root`, or of the body if that is null.
-  ContentWalk(dom::Boundary from, Direction direction, const dom::Node* root = nullptr);
+  ContentWalk(dom::Boundary from, Direction direction, const dom::Node* root = nullptr,
+              Words words = Words::Pass);
   /// Moves over the next thing and names it; of a text, what was left of it.
   Content next();
   bool forward() const { return forward_; }
@@ -45,8 +50,10 @@ class ContentWalk {
  private:
   void enter(dom::Node& child);
   void leave();
+  bool is_read(const dom::Node& node) const;
   WalkPosition spot_;
   bool forward_;
+  const Words words_;
   const dom::Node* root_;
 };
 

@@ -52,6 +52,16 @@ TEST_F(ReadTextTest, WhatNobodySeesIsNotThere) {
   EXPECT_EQ(read("<p>a<textarea>x</textarea><select><option>y</select>b</p>"), "a\nb\n");
 }
 
+TEST_F(ReadTextTest, WordsOnButtonsAndThoseThatRunAlongAreLines) {
+  EXPECT_EQ(read("<p>a<button>b <b>c</b></button>d</p>"), "a\nb c\nd\n");
+  EXPECT_EQ(read("<marquee>a<br>b</marquee>c"), "a\nb\nc\n");
+}
+
+TEST_F(ReadTextTest, WhatIsFoldedAwayIsNotThere) {
+  EXPECT_EQ(read("<details><summary>a</summary>b<p>c</p></details>d"), "a\nd\n");
+  EXPECT_EQ(read("<details open><summary>a</summary>b<p>c</p></details>d"), "a\nb\nc\nd\n");
+}
+
 TEST_F(ReadTextTest, AStretchNamesItsNodes) {
   load("<p>one <b>two\n  three</b> four</p>");
   EXPECT_THAT(pieces(u"e two three f"), ElementsAre("one  2 4", "two\n  three 0 11", " four 0 2"));
