@@ -1,6 +1,8 @@
 #include "tvx/editing/clipboard/cell_paste.h"
 
 #include <algorithm>
+#include <optional>
+#include <utility>
 #include <vector>
 
 #include "tvx/dom/mutation.h"
@@ -9,6 +11,8 @@
 #include "tvx/editing/facts/lines.h"
 #include "tvx/editing/facts/predicates.h"
 #include "tvx/editing/tables/table_edit.h"
+#include "tvx/editing/tables/table_removal.h"
+#include "tvx/editing/tables/table_spans.h"
 #include "tvx/editing/tree/lines.h"
 #include "tvx/editing/tree/surgery.h"
 #include "tvx/editing/walk/caret.h"
@@ -52,6 +56,59 @@ Element* first_target(Editor& editor) {
   return cell ? cell->cell : first;
 }
 
+bool is_within(const GridCell& cell, const GridPart& part) {
+  return cell.row >= part.top && cell.column >= part.left && cell.row + cell.height <= part.bottom &&
+         cell.column + cell.width <= part.right;
+}
+
+/// Cells that reach over several of those that come, and over nothing else, become as many.
+void split_cells_in(Element& table, const GridPart& part) {
+  std::vector<Ref<Element>> wide;
+  const TableGrid grid(table);
+  for (const GridCell& cell : grid.cells())
+    if ((cell.height > 1 || cell.width > 1) && is_within(cell, part) && is_editable(*cell.cell))
+      wide.emplace_back(cell.cell);
+  for (const Ref<Element>& cell : wide) split_cell(*cell);
+}
+
+/// The cells of a table that others are pasted into.
+class Targets {
+ public:
+  explicit Targets(Element& table) : table_(table), grid_(std::in_place, table) {}
+
+  /// The cell for one that fills this part: it reaches as far where no other is cut by that.
+  Element* cell_for(const GridPart& part) {
+    const GridCell* first = grid_->at(part.top, part.left);
+    if (!first) return nullptr;
+    const Ref<Element> target(first->cell);
+    if ((part.bottom - part.top > 1 || part.right - part.left > 1) && can_be_one(part)) join(*target, part);
+    return target.get();
+  }
+  /// Rows and columns in which no cell begins any more go.
+  void finish() {
+    if (joined_) close_up(table_);
+  }
+
+ private:
+  bool can_be_one(const GridPart& part) const {
+    return is_filled(*grid_, part) && std::ranges::all_of(grid_->cells_in(part), [&](Element* cell) {
+             return is_within(*grid_->of(*cell), part) && is_editable(*cell);
+           });
+  }
+  void join(Element& target, const GridPart& part) {
+    for (Element* cell : grid_->cells_in(part))
+      if (cell != &target) dom::remove(*cell);
+    set_span(target, dom::names::rowspan, part.bottom - part.top);
+    set_span(target, dom::names::colspan, part.right - part.left);
+    grid_.emplace(table_);
+    joined_ = true;
+  }
+
+  Element& table_;
+  std::optional<TableGrid> grid_;
+  bool joined_ = false;
+};
+
 }  // namespace
 
 Element* only_table(const Node& content) {
@@ -86,18 +143,21 @@ bool paste_into_cells(Editor& editor, const Ref<dom::DocumentFragment>& content)
   const Ref<Element> table(table_of(*first));
   const GridCell start = *TableGrid(*table).of(*first);
   grow_table(*table, start.row + from.rows(), start.column + from.columns());
-  const TableGrid to(*table);
+  split_cells_in(*table, {start.row, start.column, start.row + from.rows(), start.column + from.columns()});
+  Targets targets(*table);
   std::vector<const Element*> filled;
   Ref<Element> last;
   for (const GridCell& cell : from.cells()) {
-    const GridCell* target = to.at(start.row + cell.row, start.column + cell.column);
-    if (!target || !is_editable(*target->cell)) continue;
-    // A cell that reaches over several takes the first that comes to it.
-    if (std::find(filled.begin(), filled.end(), target->cell) != filled.end()) continue;
-    fill_cell(*target->cell, *cell.cell);
-    filled.push_back(target->cell);
-    last = Ref<Element>(target->cell);
+    const std::size_t row = start.row + cell.row, column = start.column + cell.column;
+    Element* target = targets.cell_for({row, column, row + cell.height, column + cell.width});
+    if (!target || !is_editable(*target)) continue;
+    // A cell that reaches out of what comes takes the first that comes to it.
+    if (std::find(filled.begin(), filled.end(), target) != filled.end()) continue;
+    fill_cell(*target, *cell.cell);
+    filled.push_back(target);
+    last = Ref<Element>(target);
   }
+  targets.finish();
   if (last) editor.selection().collapse(normalized_caret_place({last.get(), dom::length_of(*last)}));
   return true;
 }
