@@ -154,24 +154,30 @@ std::u16string DocumentFile::page_text(const dom::Document& document) const {
 }
 
 // An edited page is written anew as a whole, in this program's way. So that a file under version control
-// shows what was edited and nothing else, what wasn't is then taken from the file: word by word, else line by
-// line, where that gives the same page. What was taken out, saved and brought back by undo is taken from the
-// file as it was opened.
+// shows what was edited and nothing else, what wasn't is then taken from the file: word by word, with more
+// and more of what stands beside the edits where these would mean something else, at last line by line. What
+// was taken out, saved and brought back by undo is taken from the file as it was opened.
 DocumentFile::Written DocumentFile::written(const dom::Document& document) const {
   std::u16string text = page_text(document);
   const FileForm form = form_of(document);
   if (text == page_text() && !respelled()) return {bytes_, source_text_, std::move(text), line_ends_, form};
-  const auto merged = [&](auto merge, const std::u16string& page,
-                          const std::u16string& source) -> std::optional<Written> {
-    Written found = spelled(merge(page, source, text), text, form);
+  std::vector<std::pair<std::u16string_view, std::u16string_view>> spellings;
+  if (opened_) spellings.emplace_back(opened_->page_text, opened_->source_text);
+  spellings.emplace_back(page_text(), source_text_);
+  const auto checked = [&](const std::u16string& source) -> std::optional<Written> {
+    Written found = spelled(source, text, form);
     if (page_text(*dom::parse_document(found.source_text)) != text) return {};
     return found;
   };
-  for (const auto merge : {merge_markup, merge_lines}) {
-    if (opened_)
-      if (auto found = merged(merge, opened_->page_text, opened_->source_text)) return *std::move(found);
-    if (auto found = merged(merge, page_text(), source_text_)) return *std::move(found);
-  }
+  std::vector<MarkupMerge> merges;
+  for (const auto& [page, source] : spellings) merges.emplace_back(page, source, text);
+  constexpr std::pair<std::size_t, std::size_t> beside[] = {{0, 0}, {1, 0}, {0, 1},   {2, 2},
+                                                            {4, 4}, {9, 9}, {20, 20}, {60, 60}};
+  for (const auto& [before, after] : beside)
+    for (const MarkupMerge& merge : merges)
+      if (auto found = checked(merge.run(before, after))) return *std::move(found);
+  for (const auto& [page, source] : spellings)
+    if (auto found = checked(merge_lines(page, source, text))) return *std::move(found);
   return spelled(text, text, form);
 }
 

@@ -38,6 +38,34 @@ class Numbers {
 
 bool is_word(char16_t c) { return is_ascii_alpha(c) || is_ascii_digit(c) || c >= 0x80; }
 
+/// What the reference at a place stands for; gives where it ends.
+Offset read_reference(std::u16string_view text, Offset at, Offset end, dom::parser::InAttribute where,
+                      std::u16string& out) {
+  const char16_t* const after = dom::parser::read_character_reference(
+      text.data() + at, text.data() + end, where, dom::parser::Halves::Joined, out);
+  return static_cast<Offset>(after - text.data());
+}
+
+/// A character of a text, however it is written.
+struct Letter {
+  Offset begin, end;
+  std::u16string meaning;
+};
+
+std::vector<Letter> letters_in(std::u16string_view text) {
+  std::vector<Letter> letters;
+  for (Offset at = 0; at < text.size();) {
+    Letter letter{at, at + 1, std::u16string(1, text[at])};
+    if (text[at] == u'&') {
+      letter.meaning.clear();
+      letter.end = read_reference(text, at, text.size(), dom::parser::InAttribute::No, letter.meaning);
+    }
+    at = letter.end;
+    letters.push_back(std::move(letter));
+  }
+  return letters;
+}
+
 class Reader {
  public:
   Reader(std::u16string_view text, Numbers& numbers) : text_(text), numbers_(numbers) {}
@@ -81,7 +109,7 @@ class Reader {
     if (source::is_void_element(piece.name))
       add(at, piece.end, u"/>", numbers_.of(u"void" + in(at, piece.end)));
     else
-      add(at, piece.end, u">");
+      add(at, piece.end, u">" + ascii_lower(piece.name), numbers_.of(in(at, piece.end)));
   }
 
   // As lenient as a browser; what is no attribute is one with a strange name here, and is compared all the
@@ -123,9 +151,7 @@ class Reader {
     return result;
   }
   Offset reference(Offset at, Offset end, dom::parser::InAttribute where, std::u16string& out) const {
-    const char16_t* const after = dom::parser::read_character_reference(
-        text_.data() + at, text_.data() + end, where, dom::parser::Halves::Joined, out);
-    return static_cast<Offset>(after - text_.data());
+    return read_reference(text_, at, end, where, out);
   }
 
   // Characters count, and not whether a reference stands for one.
@@ -187,7 +213,9 @@ std::vector<std::optional<std::size_t>> tokens_in_source(const Tokens& base, con
   return result;
 }
 
-class Merge {
+}  // namespace
+
+class MarkupMerge::Merge {
  public:
   Merge(std::u16string_view base, std::u16string_view source, std::u16string_view edited)
       : base_(base),
@@ -198,17 +226,36 @@ class Merge {
         edited_tokens_(Reader(edited, numbers_).run()),
         in_source_(tokens_in_source(base_tokens_, source_tokens_)) {}
 
-  std::u16string run() {
-    source::Difference last{0, 0, 0, 0};
-    for (const source::Difference& part : source::differences(numbers_of(base_tokens_, &Token::letters),
-                                                              numbers_of(edited_tokens_, &Token::letters))) {
-      last = moved(part, last);
-      carry(last);
-    }
+  std::u16string run(std::size_t before, std::size_t after) {
+    result_.clear();
+    done_ = 0;
+    for (const source::Difference& part : parts(before, after)) carry(part);
     return result_ += source_.substr(done_);
   }
 
  private:
+  // Each with so many tokens on both sides; those that meet then are one.
+  std::vector<source::Difference> parts(std::size_t most_before, std::size_t most_after) const {
+    std::vector<source::Difference> parts;
+    source::Difference last{0, 0, 0, 0};
+    for (const source::Difference& part : source::differences(numbers_of(base_tokens_, &Token::letters),
+                                                              numbers_of(edited_tokens_, &Token::letters))) {
+      last = moved(part, last);
+      if (most_before + most_after == 0) {
+        parts.push_back(last);
+        continue;
+      }
+      const std::size_t before = std::min(most_before, last.begin),
+                        after = std::min(most_after, base_tokens_.size() - last.end);
+      const source::Difference wide{last.begin - before, last.end + after, last.new_begin - before,
+                                    last.new_end + after};
+      if (!parts.empty() && wide.begin <= parts.back().end)
+        parts.back().end = wide.end, parts.back().new_end = wide.new_end;
+      else
+        parts.push_back(wide);
+    }
+    return parts;
+  }
   // An element that has come or gone is that one, and not the end of the one before it with its own
   // beginning.
   source::Difference moved(source::Difference part, const source::Difference& last) const {
@@ -265,9 +312,29 @@ class Merge {
       begin += space;
       now.remove_prefix(new_space);
     }
+    keep_letters(begin, end, now);
     result_ += source_.substr(done_, begin - done_);
     result_ += now;
     done_ = end;
+  }
+  // What is typed beside a character leaves it written as it was, as a reference for instance.
+  void keep_letters(Offset& begin, Offset& end, std::u16string_view& now) const {
+    const std::u16string_view was = source_.substr(begin, end - begin);
+    if (was.find(u'<') != was.npos || now.find(u'<') != now.npos || was.find(u'&') == was.npos) return;
+    const std::vector<Letter> old = letters_in(was), letters = letters_in(now);
+    const std::size_t shorter = std::min(old.size(), letters.size());
+    std::size_t first = 0, last = 0;
+    while (first < shorter && old[first].meaning == letters[first].meaning) ++first;
+    // One without its semicolon may end otherwise before another letter.
+    while (first > 0 && old[first - 1].end - old[first - 1].begin > 1 && was[old[first - 1].end - 1] != u';')
+      --first;
+    while (last < shorter - first &&
+           old[old.size() - 1 - last].meaning == letters[letters.size() - 1 - last].meaning)
+      ++last;
+    const Offset kept = first > 0 ? old[first - 1].end : 0, left = first > 0 ? letters[first - 1].end : 0;
+    now = now.substr(left, (last > 0 ? letters[letters.size() - last].begin : now.size()) - left);
+    if (last > 0) end = begin + old[old.size() - last].begin;
+    begin += kept;
   }
   /// Of a text that is more than white space.
   static std::size_t space_in_front(std::u16string_view text) {
@@ -283,11 +350,18 @@ class Merge {
   Offset done_ = 0;
 };
 
-}  // namespace
+MarkupMerge::MarkupMerge(std::u16string_view base, std::u16string_view source, std::u16string_view edited)
+    : merge_(std::make_unique<Merge>(base, source, edited)) {}
+MarkupMerge::MarkupMerge(MarkupMerge&&) noexcept = default;
+MarkupMerge::~MarkupMerge() = default;
+
+std::u16string MarkupMerge::run(std::size_t before, std::size_t after) const {
+  return merge_->run(before, after);
+}
 
 std::u16string merge_markup(std::u16string_view base, std::u16string_view source,
                             std::u16string_view edited) {
-  return Merge(base, source, edited).run();
+  return MarkupMerge(base, source, edited).run(0, 0);
 }
 
 }  // namespace tvx::files

@@ -38,6 +38,26 @@ TEST(MergeMarkup, ReferencesStayAsTheyAreWritten) {
             "<p>caf&eacute; & b</p>");
 }
 
+TEST(MergeMarkup, ReferencesBesideWhatIsTypedStay) {
+  EXPECT_EQ(merged(u"<p>caf\u00E9</p>", u"<p>caf&eacute;", u"<p>caf\u00E9s</p>"), "<p>caf&eacute;s");
+  EXPECT_EQ(merged(u"<p>caf\u00E9</p>", u"<p>caf&eacute;", u"<p>xcaf\u00E9</p>"), "<p>xcaf&eacute;");
+  EXPECT_EQ(merged(u"<p>\u00E4b\u00E9</p>", u"<p>&auml;b&eacute;", u"<p>\u00E4xb\u00E9</p>"),
+            "<p>&auml;xb&eacute;");
+  EXPECT_EQ(merged(u"<p>\u00E4\u00E9</p>", u"<p>&auml;&eacute;", u"<p>\u00E9</p>"), "<p>&eacute;");
+  // Without its end it would be read with what follows.
+  EXPECT_EQ(merged(u"<p>\u00E4</p>", u"<p>&auml", u"<p>\u00E4x</p>"), "<p>\u00E4x");
+}
+
+TEST(MergeMarkup, WithMoreBesideTheEditTagsThatCrossAreWrittenAnew) {
+  const std::u16string_view base = u"<p>a</p><b></b><p><b>b</b> c</p><p>d</p>",
+                            source = u"<P>a<B><P>b</B> c<P>d",
+                            edited = u"<p>a</p><b></b><p><b>bx</b> c</p><p>d</p>";
+  const MarkupMerge merge(base, source, edited);
+  EXPECT_EQ(to_utf8(merge.run(0, 0)), "<P>a<B><P>bx</B> c<P>d");
+  EXPECT_EQ(to_utf8(merge.run(2, 2)), "<P>a<B><P><b>bx</b> c<P>d");
+  EXPECT_EQ(to_utf8(merge.run(99, 99)), to_utf8(edited));
+}
+
 // A slash that ends a BR would end the P before its text, for a parser of XML.
 TEST(MergeMarkup, AnotherElementInTheTagsOfABreakTakesNoSlashOver) {
   EXPECT_EQ(merged(u"<p>a<br />b<br />c</p>", u"<p>a<br/>b<br\n/>c</p>", u"<p>a</p><p>b</p><p>c</p>"),
