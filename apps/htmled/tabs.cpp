@@ -4,6 +4,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QKeyEvent>
+#include <QMenu>
 #include <QMouseEvent>
 #include <QTabBar>
 #include <algorithm>
@@ -69,9 +70,35 @@ void Tabs::show_names() {
 void Tabs::tabInserted(int) { show_names(); }
 void Tabs::tabRemoved(int) { show_names(); }
 
+void Tabs::close_others(DocumentPage& page) {
+  for (DocumentPage* each : pages()) {
+    if (each == &page) continue;
+    emit close_asked(each);
+    // The user wants that one to stay, and has seen enough questions.
+    if (indexOf(each) >= 0) return;
+  }
+}
+
+void Tabs::offer_closing(int index, const QPoint& at) {
+  auto* page = qobject_cast<DocumentPage*>(widget(index));
+  auto* menu = new QMenu(this);
+  menu->setAttribute(Qt::WA_DeleteOnClose);
+  connect(menu->addAction(tr("&Close")), &QAction::triggered, page, [this, page] { emit close_asked(page); });
+  QAction* others = menu->addAction(tr("Close the &others"));
+  others->setEnabled(count() > 1);
+  connect(others, &QAction::triggered, page, [this, page] { close_others(*page); });
+  menu->popup(at);
+}
+
 // In a document Ctrl+Tab leads on to the editor's next part. Where there are several documents it leads to
 // the next of them, as it does everywhere, and F6 goes round the parts.
 bool Tabs::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == tabBar() && event->type() == QEvent::ContextMenu) {
+    const auto& press = static_cast<const QContextMenuEvent&>(*event);
+    const int index = tabBar()->tabAt(press.pos());
+    if (index >= 0) offer_closing(index, press.globalPos());
+    return true;
+  }
   if (watched == tabBar() && event->type() == QEvent::MouseButtonRelease) {
     const auto& mouse = static_cast<const QMouseEvent&>(*event);
     const int index = tabBar()->tabAt(mouse.position().toPoint());

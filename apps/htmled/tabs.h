@@ -8,7 +8,7 @@ namespace tvx::htmled {
 class DocumentPage;
 
 /// The pages of a window, one in front. A bar with their names shows while there are several; it is ordered
-/// by dragging, and a press with the middle button closes.
+/// by dragging; a press with the middle button closes, one with the right button offers to.
 class Tabs final : public QTabWidget {
   Q_OBJECT
  public:
@@ -38,6 +38,8 @@ class Tabs final : public QTabWidget {
 
  private:
   void add(DocumentPage& page, int index);
+  void close_others(DocumentPage& page);
+  void offer_closing(int index, const QPoint& at);
 };
 
 }  // namespace tvx::htmled
