@@ -5,6 +5,7 @@
 #include "tvx/editing/deletion/deletion.h"
 #include "tvx/editing/editor.h"
 #include "tvx/editing/facts/block_range.h"
+#include "tvx/editing/facts/lines.h"
 #include "tvx/editing/facts/predicates.h"
 #include "tvx/editing/facts/tag_set.h"
 #include "tvx/editing/inline/recorded_values.h"
@@ -82,12 +83,16 @@ void ParagraphInsertion::find_container() {
   if (item_tags.has(*outer)) container_ = outer;
 }
 
+// OURS: an element of a line may hold blocks in pages of old, a FONT around a CENTER for instance. In a
+// paragraph it would stand elsewhere when it is read again.
+bool fits_in_line(const Node& node) { return is_allowed_child(node, Name(Tag::P)) && !is_block_piece(node); }
+
 // Step 11: a line that stands in no container of its own gets one. False: all is done.
 bool ParagraphInsertion::wrap_line() {
   const dom::Range line = block_extend(editor_.selection().range());
   NodeList nodes;
   walk_contained(line, [&](Node& node) {
-    if (is_allowed_child(node, Name(Tag::P))) nodes.emplace_back(node);
+    if (fits_in_line(node)) nodes.emplace_back(node);
     return nodes.empty() ? Visit::Children : Visit::Stop;
   });
   if (nodes.empty()) {
@@ -98,8 +103,7 @@ bool ParagraphInsertion::wrap_line() {
     editor_.selection().collapse({container_.get(), 0});
     return false;
   }
-  for (Node* next = nodes.back()->next_sibling(); next && is_allowed_child(*next, Name(Tag::P));
-       next = next->next_sibling()) {
+  for (Node* next = nodes.back()->next_sibling(); next && fits_in_line(*next); next = next->next_sibling()) {
     nodes.emplace_back(next);
   }
   container_ = wrap(nodes, {}, [&] { return Ref<Node>(editor_.document().create_element(separator())); });
