@@ -247,8 +247,11 @@ class MarkupMerge::Merge {
       }
       const std::size_t before = std::min(most_before, last.begin),
                         after = std::min(most_after, base_tokens_.size() - last.end);
-      const source::Difference wide{last.begin - before, last.end + after, last.new_begin - before,
-                                    last.new_end + after};
+      source::Difference wide{last.begin - before, last.end + after, last.new_begin - before,
+                              last.new_end + after};
+      // The end tags of a page that has none are left out still.
+      if (wide.end == base_tokens_.size())
+        while (wide.end > last.end && !in_source_[wide.end - 1]) --wide.end, --wide.new_end;
       if (!parts.empty() && wide.begin <= parts.back().end)
         parts.back().end = wide.end, parts.back().new_end = wide.new_end;
       else
