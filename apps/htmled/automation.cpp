@@ -58,19 +58,33 @@ Qt::KeyboardModifiers held(const browser::KeyInput& input) {
          (input.shift ? Qt::ShiftModifier : Qt::NoModifier) | (input.alt ? Qt::AltModifier : Qt::NoModifier);
 }
 
-/// A control in a window of the desktop. Its dialogs and popups are those that a client expects, and its
-/// clipboard is the conversation's: a script at work leaves the user's alone.
+/// Dialogs and popups are those that a client expects, and the clipboard is the conversation's: a script at
+/// work leaves the user's alone.
+qt::Substitutes substitutes(automation::StageParts& parts, const automation::InstanceOptions& options) {
+  return {&parts.dialogs, &parts.popups, &parts.forms, options.clipboard, std::move(parts.print)};
+}
+
+void tell_properties(const qt::HTMLedWidget& editor, std::function<void(std::u16string_view key)> tell) {
+  QObject::connect(&editor, &qt::HTMLedWidget::property_changed, &editor,
+                   [told = std::move(tell)](const QString& key) { told(key.toStdU16String()); });
+}
+
+void post_key(qt::HTMLedWidget& editor, const core::HTMLed& control, const browser::KeyInput& key,
+              bool down) {
+  QWidget* target = control.InCodeView() ? QApplication::focusWidget() : editor.view().input_widget();
+  if (!target) throw RuntimeError(errors::not_supported, u"Nothing takes keys");
+  const auto type = down ? QEvent::KeyPress : QEvent::KeyRelease;
+  QCoreApplication::postEvent(target, new QKeyEvent(type, qt_key(key), held(key), to_qt(key.text)));
+}
+
+/// The program's window, with a page in it.
 class WindowStage final : public automation::Stage {
  public:
   WindowStage(automation::StageParts parts, const automation::InstanceOptions& options, QString file)
-      : window_(
-            std::make_unique<Window>(parts.loop, qt::Substitutes{&parts.dialogs, &parts.popups, &parts.forms,
-                                                                 options.clipboard, std::move(parts.print)})),
+      : window_(std::make_unique<Window>(parts.loop, substitutes(parts, options))),
         control_(window_->editor().control().shared_from_this()),
         file_(std::move(file)) {
-    QObject::connect(
-        &window_->editor(), &qt::HTMLedWidget::property_changed, &window_->editor(),
-        [told = std::move(parts.property_changed)](const QString& key) { told(key.toStdU16String()); });
+    tell_properties(window_->editor(), std::move(parts.property_changed));
   }
 
   const std::shared_ptr<core::HTMLed>& control() const override { return control_; }
@@ -79,7 +93,6 @@ class WindowStage final : public automation::Stage {
     if (options.store) window_->editor().read_properties(*options.store);
     window_->show();
     window_->start(file_);
-    if (options.size_given) resize(options.width, options.height);
   }
   void end() override { window_->hide(); }
   void resize(float width, float height) override {
@@ -87,13 +100,7 @@ class WindowStage final : public automation::Stage {
     window_->resize(QSize(qt::to_pixels(width), qt::to_pixels(height)) + frame);
   }
 
-  void key(browser::KeyInput key, bool down) override {
-    QWidget* target =
-        control_->InCodeView() ? QApplication::focusWidget() : window_->editor().view().input_widget();
-    if (!target) throw RuntimeError(errors::not_supported, u"Nothing takes keys");
-    const auto type = down ? QEvent::KeyPress : QEvent::KeyRelease;
-    QCoreApplication::postEvent(target, new QKeyEvent(type, qt_key(key), held(key), to_qt(key.text)));
-  }
+  void key(browser::KeyInput key, bool down) override { post_key(window_->editor(), *control_, key, down); }
   bool settled() const override { return window_->editor().document_view().settled(); }
 
   dom::Element* element_at(int x, int y) const override {
@@ -106,6 +113,41 @@ class WindowStage final : public automation::Stage {
   std::unique_ptr<Window> window_;
   std::shared_ptr<core::HTMLed> control_;
   QString file_;
+};
+
+/// A control by itself, as its container makes it: with what was stored, or new and without a document
+/// before it is shown.
+class ControlStage final : public automation::Stage {
+ public:
+  ControlStage(automation::StageParts parts, const automation::InstanceOptions& options)
+      : editor_(std::make_unique<qt::HTMLedWidget>(parts.loop, nullptr, substitutes(parts, options))),
+        control_(editor_->control().shared_from_this()) {
+    tell_properties(*editor_, std::move(parts.property_changed));
+  }
+
+  const std::shared_ptr<core::HTMLed>& control() const override { return control_; }
+
+  void begin(const automation::InstanceOptions& options) override {
+    resize(options.width, options.height);
+    if (!options.store) return;
+    editor_->read_properties(*options.store);
+    editor_->show();
+  }
+  void show() override { editor_->isVisible() ? control_->UserControl_Show() : editor_->show(); }
+  void end() override { editor_->hide(); }
+  void resize(float width, float height) override {
+    editor_->resize(qt::to_pixels(width), qt::to_pixels(height));
+  }
+  void key(browser::KeyInput key, bool down) override { post_key(*editor_, *control_, key, down); }
+  bool settled() const override { return editor_->document_view().settled(); }
+  dom::Element* element_at(int x, int y) const override {
+    return control_->DOM() ? editor_->document_view().element_at(*control_->DOM(), x, y) : nullptr;
+  }
+  std::pair<int, int> place_of(int) const override { return {0, 0}; }
+
+ private:
+  std::unique_ptr<qt::HTMLedWidget> editor_;
+  std::shared_ptr<core::HTMLed> control_;
 };
 
 void write_line(std::string_view line) {
@@ -125,15 +167,15 @@ bool read_some(automation::Server& server) {
 }  // namespace
 
 int run_automation(platform::MessageLoop& loop, const QString& file) {
-  QString next_file = file;
+  bool first = true;
   const auto make_stage =
       [&](automation::StageParts parts,
           const automation::InstanceOptions& options) -> std::unique_ptr<automation::Stage> {
     // A window is never at design time.
     if (options.design_mode) return automation::headless_stage(std::move(parts), options);
+    if (std::exchange(first, false)) return std::make_unique<WindowStage>(std::move(parts), options, file);
     if (options.hwnd != platform::WindowHandle::none) platform::set_next_window_handle(options.hwnd);
-    auto stage =
-        std::make_unique<WindowStage>(std::move(parts), options, std::exchange(next_file, QString()));
+    auto stage = std::make_unique<ControlStage>(std::move(parts), options);
     platform::set_next_window_handle(std::nullopt);
     return stage;
   };

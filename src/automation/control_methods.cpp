@@ -57,8 +57,7 @@ InstanceOptions options_of(const Params& params) {
   if (params.given("codepage")) options.code_page = code_page_named(params);
   if (params.given("folder")) options.folder = params.text("folder");
   options.hwnd = static_cast<platform::WindowHandle>(params.number_or("hwnd", 0));
-  options.size_given = params.given("size");
-  if (options.size_given) std::tie(options.width, options.height) = size_of(params);
+  if (params.given("size")) std::tie(options.width, options.height) = size_of(params);
   return options;
 }
 
@@ -66,7 +65,7 @@ Json begin(Session& session, const Params& params) { return told(session.add_ins
 
 Json show(Session& session, const Params& params) {
   Instance& instance = session.instance_of(params);
-  instance.control().UserControl_Show();
+  instance.stage().show();
   return told(instance);
 }
 

@@ -22,7 +22,6 @@ struct InstanceOptions {
   std::optional<std::u16string> folder;  // of its temporary files; none: the system's
   platform::WindowHandle hwnd = platform::WindowHandle::none;
   float width = 12000, height = 9000;        // twips
-  bool size_given = false;                   // else a window has its usual one
   platform::Clipboard* clipboard = nullptr;  // all controls of a session share one
 };
 
@@ -34,6 +33,8 @@ class Stage {
   virtual const std::shared_ptr<core::HTMLed>& control() const = 0;
   /// Reads the properties and lays the control out, as its container does.
   virtual void begin(const InstanceOptions& options) = 0;
+  /// The container shows it, also again.
+  virtual void show() { control()->UserControl_Show(); }
   /// The control's life has ended.
   virtual void end() = 0;
   /// In twips.

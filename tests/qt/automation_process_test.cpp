@@ -89,16 +89,27 @@ TEST_F(AutomationProcess, APopupIsExpectedAndAnItemOfItChosen) {
   EXPECT_EQ(html().toStdString(), "<P>see this</P>");
 }
 
-TEST_F(AutomationProcess, AnotherWindowHasTheSizeAndTheNumberThatItIsGiven) {
+// The first one is the program's window with a page in it, as a user has it.
+TEST_F(AutomationProcess, AnotherControlIsAsItsContainerMakesIt) {
+  const QJsonObject store{{"DocumentHTML", "<p>kept</p>"}, {"BaseURL", "http://e.org/"}};
   const QJsonObject made =
-      result("control", {{"do", "new"}, {"size", QJsonArray{9000, 6000}}, {"hwnd", 9876543}}).toObject();
+      result("control",
+             {{"do", "new"}, {"store", store}, {"size", QJsonArray{9000, 6000}}, {"hwnd", 9876543}})
+          .toObject();
   EXPECT_EQ(made.value("hwnd").toInt(), 9876543);
-  const int instance = made.value("instance").toInt();
-  const auto width = [&](const char* part) {
-    const QJsonObject params{{"path", QLatin1String(part) + QLatin1String(".Width")}, {"instance", instance}};
-    return result("object", params).toObject().value("value").toInt();
+  const auto of = [&](const QJsonObject& whose, const char* path) {
+    const QJsonObject params{{"path", QLatin1String(path)}, {"instance", whose.value("instance")}};
+    return result("object", params).toObject().value("value");
   };
-  EXPECT_NEAR(width("WBrowser"), 9000, 60) << "without its frame";
+  EXPECT_EQ(of(made, "DocumentHTML").toString().toStdString(), "<P>kept</P>");
+  EXPECT_EQ(of(made, "BaseURL").toString().toStdString(), "http://e.org/");
+  EXPECT_NEAR(of(made, "WBrowser.Width").toInt(), 9000, 60) << "without its frame";
+  const QJsonObject fresh = result("control", {{"do", "new"}, {"store", QJsonValue::Null}}).toObject();
+  EXPECT_TRUE(of(fresh, "docHTML").isNull());
+  result("control", {{"do", "show"}, {"instance", fresh.value("instance")}});
+  EXPECT_EQ(of(fresh, "docHTML.readyState").toString().toStdString(), "complete");
+  EXPECT_EQ(of(fresh, "docHTML.body.children.length").toInt(), 1) << "one empty DIV";
+  result("control", {{"do", "terminate"}, {"instance", fresh.value("instance")}});
 }
 
 // Nobody is there to close the desktop's dialog.
