@@ -10,7 +10,7 @@ namespace tvx::headless {
 /// There is nothing to print on.
 class PageWindow : public browser::BrowserWindow {
  public:
-  explicit PageWindow(platform::MessageLoop& loop) : view_(loop), document_view_(view_, loop) {}
+  explicit PageWindow(platform::MessageLoop& loop) : view_(loop), document_view_(view_, loop, &geometry_) {}
 
   View& view() { return view_; }
   browser::DocumentView& document_view() { return document_view_; }
@@ -21,9 +21,9 @@ class PageWindow : public browser::BrowserWindow {
   void scroll_to(int x, int y) override { view_.scroll_to(x, y); }
 
  private:
+  FixedGeometry geometry_;
   View view_;
   browser::DocumentView document_view_;
-  FixedGeometry geometry_;
 };
 
 }  // namespace tvx::headless

@@ -53,5 +53,24 @@ TEST_F(Places, TheLibraryHasALeastSize) {
   EXPECT_EQ(value(9), 1);
 }
 
+TEST_F(Places, OfElementsAreTheirRows) {
+  set("DocumentHTML", "<p>one<b>two</b></p>");
+  const int bold = object("docHTML.all.tags('B').item(0).sourceIndex").get<int>();
+  const auto at = [&](int x, int y) {
+    return object("docHTML.elementFromPoint(" + std::to_string(x) + "," + std::to_string(y) + ")");
+  };
+  EXPECT_EQ(at(5, 20 * bold)["tag"], "B");
+  EXPECT_EQ(at(5, 20 * bold + 19)["tag"], "B");
+  EXPECT_EQ(at(5, 20 * bold - 1)["tag"], "P");
+  EXPECT_EQ(at(5, 20 * bold + 20), nullptr) << "the last element";
+  EXPECT_EQ(at(-1, 20 * bold), nullptr);
+  // A selection that no mouse has made is at its caret's parent: the element path follows the keys.
+  result("select", {{"start", {{0, 1, 0}, 1}}, {"end", {{0, 1, 0}, 1}}});
+  EXPECT_EQ(object("lastEvent.clientY"), 20 * bold);
+  result("document.key", {{"key", "Home"}});
+  EXPECT_EQ(object("lastEvent.clientY"), 20 * (bold - 1));
+  EXPECT_EQ(object("highlightElement.tagName"), "P");
+}
+
 }  // namespace
 }  // namespace tvx::automation::test

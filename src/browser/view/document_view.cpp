@@ -53,8 +53,8 @@ class DocumentView::Parts final : private dom::MutationObserver {
   void forgive();
 };
 
-DocumentView::DocumentView(View& view, platform::MessageLoop& loop)
-    : parts_(std::make_unique<Parts>(view, loop)) {
+DocumentView::DocumentView(View& view, platform::MessageLoop& loop, const Geometry* fixed)
+    : parts_(std::make_unique<Parts>(view, loop)), geometry_(fixed ? *fixed : *this) {
   view.set_receiver([parts = parts_.get(), alive = parts_->alive_](const ViewMessage& message) {
     if (*alive) parts->receive(message);
   });
@@ -67,7 +67,7 @@ DocumentView::~DocumentView() {
 
 void DocumentView::show(std::shared_ptr<HTMLDocument> document) {
   if (parts_->document_) parts_->document_->set_geometry(nullptr);
-  if (document) document->set_geometry(this);
+  if (document) document->set_geometry(&geometry_);
   parts_->show(std::move(document));
 }
 

@@ -23,8 +23,9 @@ struct ViewFacts;
 /// is, and what becomes of it when the view's process dies.
 class DocumentView final : public Geometry {
  public:
-  /// Both outlive this.
-  DocumentView(View& view, platform::MessageLoop& loop);
+  /// Both outlive this, and so does `fixed`, which answers for documents where things are, if the view
+  /// doesn't.
+  DocumentView(View& view, platform::MessageLoop& loop, const Geometry* fixed = nullptr);
   ~DocumentView() override;
   DocumentView(const DocumentView&) = delete;
   DocumentView& operator=(const DocumentView&) = delete;
@@ -58,6 +59,7 @@ class DocumentView final : public Geometry {
  private:
   class Parts;
   std::unique_ptr<Parts> parts_;
+  const Geometry& geometry_;
 };
 
 }  // namespace tvx::browser
