@@ -102,6 +102,13 @@ Value image_inserted(ControlObject& self, Values& arguments) {
   return {};
 }
 
+/// The library goes when its dialog does.
+Value library_unloaded(ControlObject& self, Values& arguments) {
+  expect_arguments(arguments, 0, 0);
+  if (transfer::frmLibraryImage* library = parts(self).image_library.fLib()) library->form().Hide();
+  return {};
+}
+
 // --- the code view ---
 
 Value code_got_focus(ControlObject& self, Values& arguments) {
@@ -155,6 +162,7 @@ constexpr MemberOf<ControlObject> rows[] = {
     {.name = u"cFTP_GetPutSuccess", .call = client_event<&Client::GetPutSuccess>},
     {.name = u"cFTP_FTPEvent", .call = client_report<&Client::FTPEvent>},
     {.name = u"fLib_ImageInserted", .call = image_inserted},
+    {.name = u"fLib_unloaded", .call = library_unloaded},
     {.name = u"txtCode_GotFocus", .call = code_got_focus},
     {.name = u"txtCode_Change", .call = code_change},
     {.name = u"txtCode_KeyDown", .call = code_key_down},

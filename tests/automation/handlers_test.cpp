@@ -115,6 +115,29 @@ TEST_F(Handlers, TheClientIsThereWithItsDefaults) {
   EXPECT_EQ(result("object", {{"path", "cFTP"}, {"instance", 2}})["value"], nullptr) << "before the start";
 }
 
+TEST_F(Handlers, TheLibrarysEventsAreHeard) {
+  const auto step = [](const char* path) {
+    return Json{{"jsonrpc", "2.0"}, {"id", 1}, {"method", "object"}, {"params", {{"path", path}}}};
+  };
+  call("fLib_unloaded");
+  set("DocumentHTML", "<p>x</p>");
+  result("select", {{"start", {{0, 0}, 1}}, {"end", {{0, 0}, 1}}});
+  call("fLib_ImageInserted", {"http://h/a.gif"});
+  EXPECT_EQ(get("DocumentHTML"), "<P>x<IMG src=\"http://h/a.gif\"></P>");
+  EXPECT_EQ(get("IsDirty"), true);
+  result("fault", {{"operation", "InternetAutodial"}, {"result", 0}});
+  result("expect", {{"on", "dialog:frmLibraryImage"},
+                    {"do", {step("fLib.Visible"), step("fLib_unloaded"), step("fLib.Visible")}},
+                    {"press", "cmdInsert"}});
+  result("call", {{"name", "insertImageFromURL"}, {"args", {""}}});
+  Json did;
+  for (const Json& seen : told_of("seen")) did = seen["did"];
+  ASSERT_EQ(did.size(), 3u);
+  EXPECT_EQ(did[0]["result"]["value"], true);
+  EXPECT_EQ(did[2]["result"]["value"], false);
+  EXPECT_EQ(object("fLib"), nullptr);
+}
+
 TEST_F(Handlers, TheCodeViewsEventsMarkTheDocument) {
   call("txtCode_KeyDown", {37, 0});
   EXPECT_EQ(get("IsDirty"), true);
