@@ -238,7 +238,7 @@ class OddPages : public testing::TestWithParam<unsigned> {
 
 /// In a hundred edits. Where tags cross over several blocks, or text stands in a table outside of its cells,
 /// the page that the edit makes can't always be written with the file's own tags around it.
-constexpr double most_others = 2.2;
+constexpr double most_others = 2.0;
 
 TEST_P(OddPages, AreChangedWhereTheyAreEdited) {
   const char* wanted = std::getenv("TVX_ODD_PAGES");

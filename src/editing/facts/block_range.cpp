@@ -47,11 +47,28 @@ Gap walk_start(Boundary place, bool backward) {
   return Gap::at(place);
 }
 
+// OURS: an element of a line that holds blocks, as pages of old have them, isn't passed as one thing: the
+// line ends where the first block in it begins.
+bool holds_blocks(const Node& node) {
+  return node.first_child() && is_inline_node(node) && is_block_piece(node);
+}
+
+Gap step_back(const Gap& gap) {
+  if (gap.at_start()) return Gap::before(*gap.node);
+  Node* before = gap.previous();
+  return holds_blocks(*before) ? Gap::end_of(*before) : Gap{gap.node, before};
+}
+
+Gap step_on(const Gap& gap) {
+  if (gap.at_end()) return Gap::after(*gap.node);
+  return holds_blocks(*gap.next) ? Gap::start_of(*gap.next) : Gap::after(*gap.next);
+}
+
 Boundary extended_start(Boundary place) {
   Gap gap = walk_start(place, true);
   if (!is_block_start(gap)) {
     do {
-      gap = gap.at_start() ? Gap::before(*gap.node) : Gap{gap.node, gap.previous()};
+      gap = step_back(gap);
     } while (!is_block_boundary(gap));
   }
   while (gap.at_start() && may_leave(*gap.node)) gap = Gap::before(*gap.node);
@@ -62,7 +79,7 @@ Boundary extended_end(Boundary place) {
   Gap gap = walk_start(place, false);
   if (!is_block_end(gap)) {
     do {
-      gap = gap.at_end() ? Gap::after(*gap.node) : Gap::after(*gap.next);
+      gap = step_on(gap);
     } while (!is_block_boundary(gap));
   }
   while (gap.at_end() && may_leave(*gap.node)) gap = Gap::after(*gap.node);
