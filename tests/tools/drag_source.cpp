@@ -9,7 +9,8 @@
 #include <utility>
 
 /// Another program from which files are dragged, as from a file manager: drag_source X Y FILE... has a small
-/// window there, and says "ready" when it can be seen and "dropped" when somebody has taken them.
+/// window there, and says "ready" when it can be seen, "taken" when the window below answers that it would
+/// take them, and "dropped" when it has.
 namespace {
 
 class Source final : public QWidget {
@@ -27,6 +28,9 @@ class Source final : public QWidget {
     data->setUrls(files_);
     auto* drag = new QDrag(this);
     drag->setMimeData(data);
+    connect(drag, &QDrag::actionChanged, [](Qt::DropAction action) {
+      if (action != Qt::IgnoreAction) say("taken");
+    });
     if (drag->exec(Qt::CopyAction | Qt::MoveAction, Qt::CopyAction) != Qt::IgnoreAction) say("dropped");
     drags_ = false;
   }

@@ -42,11 +42,16 @@ void press_and_click(const QStringList& keys, QPoint at) {
   xdotool(keys_without_pause(keys) + move_to(at) + QStringList{QStringLiteral("click"), QStringLiteral("1")});
 }
 
-void drag(QPoint from, QPoint to) {
+void drag(QPoint from, QPoint to, const std::function<bool()>& is_taken) {
   constexpr int steps = 8;
   xdotool(move_to(from) + QStringList{QStringLiteral("mousedown"), QStringLiteral("1")});
   for (int step = 1; step <= steps; ++step) xdotool(move_to(from + (to - from) * step / steps));
+  EXPECT_TRUE(is_taken());
   xdotool({QStringLiteral("mouseup"), QStringLiteral("1")});
+}
+
+void drag(QPoint from, QPoint to) {
+  drag(from, to, [] { return true; });
 }
 
 }  // namespace hands

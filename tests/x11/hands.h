@@ -28,6 +28,9 @@ void click(QPoint at, int button = 1);
 void press_and_click(const QStringList& keys, QPoint at);
 /// Presses, goes there in steps, and lets go.
 void drag(QPoint from, QPoint to);
+/// The same between programs: lets go when who is below has answered that it takes what comes. What is let go
+/// before that is lost.
+void drag(QPoint from, QPoint to, const std::function<bool()>& is_taken);
 
 }  // namespace hands
 }  // namespace tvx::x11
