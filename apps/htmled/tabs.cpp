@@ -48,7 +48,9 @@ void Tabs::add(DocumentPage& page, int index) {
 void Tabs::bring_to_front(DocumentPage& page) { setCurrentWidget(&page); }
 
 void Tabs::step(int direction) {
-  if (count() > 1) setCurrentIndex((currentIndex() + direction + count()) % count());
+  if (count() < 2) return;
+  setCurrentIndex((currentIndex() + direction + count()) % count());
+  front()->begin();  // at once: the keys that follow are for this page
 }
 
 void Tabs::show_names() {

@@ -30,6 +30,7 @@
 #include "tvx/core/htmled.h"
 #include "tvx/htmled_widget.h"
 #include "tvx/qt/support/latin_shortcuts.h"
+#include "tvx/qt/support/message_loop.h"
 #include "tvx/qt/support/strings.h"
 
 namespace tvx::htmled {
@@ -90,7 +91,7 @@ void Window::show_front() {
     const bool first = !editor_;
     front_->make_editor();
     set_up_editor(*front_->editor());
-    if (!first) QTimer::singleShot(0, front_, &DocumentPage::begin);
+    if (!first) front_->begin_soon();
   }
   editor_ = front_->editor();
   find_bar_->set_editor(editor_, [this] { finish_typing(); });
@@ -201,6 +202,7 @@ void Window::showEvent(QShowEvent*) {
 }
 
 bool Window::start(const QString& path) {
+  const qt::MessageLoop::InputLater input_later;
   front_->start();
   if (!path.isEmpty() && front_->open(path)) return true;
   front_->open_new();

@@ -80,6 +80,8 @@ class Window final : public QMainWindow {
   FormatBar& format_bar() { return *format_bar_; }
   RecentFiles& recent_files() { return *recent_files_; }
   void new_document();
+  /// One that begins with these bytes. A new page in which nothing has been done makes room.
+  void new_document_of(const QByteArray& page);
   void ask_and_open();
   void ask_and_save_copy();
   /// A page that begins with a template which the user chooses.
@@ -121,6 +123,7 @@ class Window final : public QMainWindow {
 
   // --- documents (window_documents.cpp) ---
   DocumentPage* new_page();
+  void show_new(DocumentPage& page);
   DocumentPage* page_of(const QString& path) const;
   void take_drops();
   bool may_close(DocumentPage& page);

@@ -56,9 +56,15 @@ bool Window::open_in_tab(const QString& path) {
     delete page;
     return false;
   }
-  tabs_->add(*page);
-  tabs_->bring_to_front(*page);
+  show_new(*page);
   return true;
+}
+
+// At once: the keys that follow are for this page.
+void Window::show_new(DocumentPage& page) {
+  tabs_->add(page);
+  tabs_->bring_to_front(page);
+  page.begin();
 }
 
 void Window::open_all(const QStringList& paths) {
@@ -72,10 +78,13 @@ DocumentPage* Window::page_of(const QString& path) const {
   return nullptr;
 }
 
-void Window::new_document() {
-  DocumentPage* page = new_page();
-  tabs_->add(*page);
-  tabs_->bring_to_front(*page);
+void Window::new_document() { show_new(*new_page()); }
+
+void Window::new_document_of(const QByteArray& page) {
+  if (front_->is_untouched()) return front_->open_template(page);
+  DocumentPage* fresh = new_page();
+  fresh->open_template_later(page);
+  show_new(*fresh);
 }
 
 void Window::new_from_template() {
@@ -84,11 +93,7 @@ void Window::new_from_template() {
   if (!chosen) return;
   const QByteArray page = content_of(*chosen, spoken());
   if (page.isEmpty()) return tell(tr("Can't read %1").arg(chosen->file));
-  if (front_->is_untouched() && !front_->is_busy()) return front_->open_template(page);
-  DocumentPage* fresh = new_page();
-  fresh->open_template_later(page);
-  tabs_->add(*fresh);
-  tabs_->bring_to_front(*fresh);
+  new_document_of(page);
 }
 
 void Window::ask_and_save_template() {

@@ -2,6 +2,7 @@
 #include <QPointer>
 #include <QProcess>
 #include <QTabBar>
+#include <QTimer>
 #include <QWebEnginePage>
 #include <QWebEngineScript>
 
@@ -15,6 +16,21 @@
 /// program brings.
 namespace tvx::x11 {
 namespace {
+
+/// Counts the keys that reach the program while the page in front is on its way.
+class EarlyKeyCount final : public QObject {
+ public:
+  explicit EarlyKeyCount(htmled::Window& window) : window_(window) { qApp->installEventFilter(this); }
+  int count() const { return count_; }
+
+ private:
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (watched->isWindowType() && event->type() == QEvent::KeyPress && window_.front().is_coming()) ++count_;
+    return false;
+  }
+  htmled::Window& window_;
+  int count_ = 0;
+};
 
 class TabsOnScreen : public EditorOnScreen {
  protected:
@@ -31,6 +47,24 @@ class TabsOnScreen : public EditorOnScreen {
     EXPECT_TRUE(out.open(QIODevice::WriteOnly));
     out.write(QByteArray("<!DOCTYPE html><p>") + name + "</p>");
     return out.fileName();
+  }
+  /// Keys that are pressed while the page in front is on its way, which takes a while.
+  void press_while_coming(const QStringList& keys) {
+    auto* watch = new QTimer(window_.get());
+    QObject::connect(watch, &QTimer::timeout, watch, [this, watch, keys] {
+      if (!window_->front().is_coming()) return;
+      watch->deleteLater();
+      watch->stop();
+      // Without this program's loop: the server has them before anybody here runs.
+      QProcess::execute(
+          QStringLiteral("xdotool"),
+          QStringList{QStringLiteral("key"), QStringLiteral("--delay"), QStringLiteral("0")} + keys);
+      const EarlyKeyCount early(*window_);
+      for (int turn = 0; turn < 10 && window_->front().is_coming(); ++turn) loop_.pump(20);
+      pressed_while_coming_ = window_->front().is_coming();
+      EXPECT_EQ(early.count(), 0) << "keys that are for the page";
+    });
+    watch->start(0);
   }
   QTabBar& bar() { return *window_->findChild<QTabBar*>(QStringLiteral("documents")); }
   QString names() {
@@ -60,11 +94,12 @@ class TabsOnScreen : public EditorOnScreen {
       return wait_for([&] { return (said += source.readAllStandardOutput()).contains(word); });
     };
     ASSERT_TRUE(says("ready"));
-    hands::drag(from, to);
+    hands::drag(from, to, [&] { return says("taken"); });
     EXPECT_TRUE(says("dropped"));
     source.kill();
     source.waitForFinished();
   }
+  bool pressed_while_coming_ = false;
 };
 
 TEST_F(TabsOnScreen, ATabIsDraggedToAnotherPlace) {
@@ -118,6 +153,52 @@ TEST_F(TabsOnScreen, EachPressOfAKeyClosesOneTab) {
   EXPECT_TRUE(names_are("page.html")) << names().toStdString();
   EXPECT_TRUE(settle());
   EXPECT_EQ(text(), "page");
+}
+
+TEST_F(TabsOnScreen, KeysThatArePressedWhileAPageComesAreForThatPage) {
+  start("<!DOCTYPE html><p>page</p>");
+  const QString path = write("two.html");
+  press_while_coming({QStringLiteral("x"), QStringLiteral("y"), QStringLiteral("ctrl+s")});
+  ASSERT_TRUE(window_->open_in_tab(path));
+  EXPECT_TRUE(wait_for([&] { return file(QStringLiteral("two.html")).contains("<p>xytwo.html</p>"); }))
+      << text();
+  EXPECT_TRUE(pressed_while_coming_);
+  hands::click(tab(0));
+  ASSERT_TRUE(wait_for([&] { return window_->front().name() == QStringLiteral("page.html"); }));
+  EXPECT_EQ(text(), "page");
+  EXPECT_EQ(file(QStringLiteral("page.html")), "<!DOCTYPE html><p>page</p>");
+}
+
+TEST_F(TabsOnScreen, KeysThatArePressedWhileAFileComesIntoANewPageAreForTheFile) {
+  start("<!DOCTYPE html><p>page</p>");
+  ASSERT_TRUE(window_->close_page(window_->front()));
+  wait_for_caret();
+  press_while_coming({QStringLiteral("x"), QStringLiteral("y"), QStringLiteral("ctrl+s")});
+  ASSERT_TRUE(window_->open_in_tab(write("two.html")));
+  EXPECT_TRUE(wait_for([&] { return file(QStringLiteral("two.html")).contains("<p>xytwo.html</p>"); }))
+      << text();
+  EXPECT_TRUE(pressed_while_coming_);
+  EXPECT_EQ(bar().count(), 1);
+}
+
+TEST_F(TabsOnScreen, KeysThatArePressedAtTheStartAreForTheFile) {
+  window_ = std::make_unique<htmled::Window>(loop_);
+  window_->show();
+  hands::give_focus(*window_);
+  press_while_coming({QStringLiteral("x"), QStringLiteral("y"), QStringLiteral("ctrl+s")});
+  ASSERT_TRUE(window_->start(write("two.html")));
+  EXPECT_TRUE(wait_for([&] { return file(QStringLiteral("two.html")).contains("<p>xytwo.html</p>"); }))
+      << text();
+  EXPECT_TRUE(pressed_while_coming_);
+}
+
+TEST_F(TabsOnScreen, KeysAfterANewTabAreForItsPage) {
+  start("<!DOCTYPE html><p>page</p>");
+  hands::press({QStringLiteral("ctrl+n"), QStringLiteral("x"), QStringLiteral("y")});
+  EXPECT_TRUE(wait_for([&] { return bar().count() == 2 && text().find("xy") != std::string::npos; }))
+      << text();
+  hands::press({QStringLiteral("ctrl+Tab"), QStringLiteral("z")});
+  EXPECT_TRUE(wait_for([&] { return text() == "zpage"; })) << text();
 }
 
 TEST_F(TabsOnScreen, PagesThatAnotherProgramBringsAreOpenedEachInATab) {

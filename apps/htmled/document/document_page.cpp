@@ -26,6 +26,7 @@
 #include "tvx/files/edited_page.h"
 #include "tvx/htmled_widget.h"
 #include "tvx/qt/dialogs/dialogs.h"
+#include "tvx/qt/support/message_loop.h"
 #include "tvx/qt/support/strings.h"
 
 namespace tvx::htmled {
@@ -99,20 +100,30 @@ void DocumentPage::hear_editor() {
   editor_->control().add_observer(*this);
 }
 
-// The loop runs meanwhile.
+// The loop runs meanwhile. What the user types is for the page that will be here.
 void DocumentPage::start() {
+  const qt::MessageLoop::InputLater input_later;
   make_editor();
   const QScopedValueRollback<bool> loading(loading_, true);
   editor_->show();
   editor_->start();
 }
 
+void DocumentPage::begin_soon() {
+  begins_soon_ = true;
+  QTimer::singleShot(0, this, &DocumentPage::begin);
+}
+
 void DocumentPage::begin() {
+  begins_soon_ = false;
+  if (has_begun_ || loading_) return;
+  const qt::MessageLoop::InputLater input_later;
   start();
-  if (!pending_) {
-    open_new();
-    return show_restored();
-  }
+  if (!pending_ || !open_pending()) open_new();
+  show_restored();
+}
+
+bool DocumentPage::open_pending() {
   bool shown = false;
   try {
     shown = load(pending_->changed_on_disk() ? files::DocumentFile::open(pending_->path())
@@ -121,8 +132,26 @@ void DocumentPage::begin() {
     emit told(words_of(error));
   }
   pending_.reset();
-  if (!shown) open_new();
-  show_restored();
+  return shown;
+}
+
+// --- coming ---
+
+void DocumentPage::when_there(std::function<void()> act) {
+  if (!is_coming()) return act();
+  when_there_.push_back(std::move(act));
+}
+
+void DocumentPage::tell_there() {
+  if (when_there_.empty()) return;
+  QTimer::singleShot(0, this, [this] {
+    const QPointer<DocumentPage> alive(this);
+    while (alive && !is_coming() && !when_there_.empty()) {
+      const auto act = std::move(when_there_.front());
+      when_there_.pop_front();
+      act();
+    }
+  });
 }
 
 // --- opening ---
@@ -176,9 +205,11 @@ void DocumentPage::open_new() {
 }
 
 bool DocumentPage::load(files::DocumentFile file) {
-  if (!load_document(std::move(file))) return false;
-  look_for_remote_content();
-  return true;
+  const qt::MessageLoop::InputLater input_later;
+  const bool loaded = load_document(std::move(file));
+  if (loaded) look_for_remote_content();
+  tell_there();
+  return loaded;
 }
 
 bool DocumentPage::consists_of_frames() const {

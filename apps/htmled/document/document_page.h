@@ -7,6 +7,7 @@
 #include <QTemporaryDir>
 #include <QTimer>
 #include <QWidget>
+#include <deque>
 #include <functional>
 #include <map>
 #include <memory>
@@ -58,8 +59,10 @@ class DocumentPage final : public QWidget, private core::HTMLedEvents, private c
   void make_editor();
   /// Starts the editor.
   void start();
-  /// Starts the editor with what open_later() was given, or with a new page.
+  /// Starts the editor with what open_later() was given, or with a new page; nothing where it has begun.
   void begin();
+  /// The same in a later turn.
+  void begin_soon();
 
   // --- the file ---
   /// False, with the user told, if the file can't be read; the document then stays as it was.
@@ -119,8 +122,14 @@ class DocumentPage final : public QWidget, private core::HTMLedEvents, private c
   bool consists_of_frames() const;
   /// Whether a document is being loaded: the page can't go then.
   bool is_busy() const { return loading_; }
+  /// Whether what the editor holds is not yet the page that is to be in it.
+  bool is_coming() const { return loading_ || begins_soon_; }
+  /// Calls `act` once the page is there: now, or in a turn after it has come; not at all if it goes before.
+  void when_there(std::function<void()> act);
   /// A new page in which nothing has been done yet.
-  bool is_untouched() const { return path().isEmpty() && !is_modified() && !pending_ && !restored_; }
+  bool is_untouched() const {
+    return path().isEmpty() && !is_modified() && !pending_ && !restored_ && !loading_;
+  }
   int local_images() const { return local_images_; }
 
   /// What was typed before this belongs to what comes now, be it saving or undoing: waits until the editor
@@ -163,6 +172,8 @@ class DocumentPage final : public QWidget, private core::HTMLedEvents, private c
   void document_changed() override;
 
   void hear_editor();
+  bool open_pending();
+  void tell_there();
   /// On a page that is empty. Before the first document has come, the one that the editor starts with would
   /// show it.
   void show_hint();
@@ -225,7 +236,8 @@ class DocumentPage final : public QWidget, private core::HTMLedEvents, private c
   QTimer count_images_;
   int local_images_ = 0;
   QString transfer_failure_;  // the first one's text, of what is under way
-  bool loading_ = false;
+  bool loading_ = false, begins_soon_ = false;
+  std::deque<std::function<void()>> when_there_;
   bool remote_content_left_ = false;  // of this document, as the user said
   QElapsedTimer picture_uploaded_;    // since the last one, in a page that wanted nothing from the web
 };

@@ -2,7 +2,6 @@
 #include <QFileInfo>
 #include <QMessageBox>
 #include <QPushButton>
-#include <QTimer>
 #include <utility>
 
 #include "htmled/document/document_page.h"
@@ -28,7 +27,13 @@ namespace tvx::htmled {
 using qt::from_qt;
 using qt::to_qt;
 
+// What the editor holds while a page comes is not that page: written now it would take the file's place.
 std::optional<QString> DocumentPage::with_document(const std::function<void(const dom::Document&)>& act) {
+  if (is_coming()) {
+    const QString failure = tr("Can't save %1").arg(name());
+    emit told(failure);
+    return failure;
+  }
   finish_typing();
   core::HTMLed& control = editor_->control();
   if (!control.DOM()) return QString();
@@ -42,10 +47,9 @@ std::optional<QString> DocumentPage::with_document(const std::function<void(cons
   return {};
 }
 
-// What the editor holds while a page comes is not that page: written now it would take the file's place.
 bool DocumentPage::save() {
-  if (loading_) {
-    QTimer::singleShot(20, this, [this] { save(); });
+  if (is_coming()) {
+    when_there([this] { save(); });
     return false;
   }
   if (path().isEmpty()) return save_as();
@@ -53,6 +57,10 @@ bool DocumentPage::save() {
 }
 
 bool DocumentPage::save_as() {
+  if (is_coming()) {
+    when_there([this] { save_as(); });
+    return false;
+  }
   finish_typing();
   QFileDialog dialog(this, tr("Save as"), path(), file_filters());
   dialog.setAcceptMode(QFileDialog::AcceptSave);

@@ -6,7 +6,6 @@
 #include <QFileInfo>
 #include <QStatusBar>
 
-#include "htmled/document/document_page.h"
 #include "htmled/window.h"
 
 namespace tvx::htmled {
@@ -29,11 +28,7 @@ void open_tour(Window& window) {
     window.statusBar()->showMessage(Window::tr("Can't read %1").arg(file.fileName()));
     return;
   }
-  const QByteArray page = file.readAll();
-  DocumentPage& front = window.front();
-  if (front.is_untouched() && !front.is_busy()) return front.open_template(page);
-  window.new_document();
-  window.front().open_template_later(page);
+  window.new_document_of(file.readAll());
 }
 
 }  // namespace tvx::htmled

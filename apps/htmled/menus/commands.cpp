@@ -10,6 +10,7 @@
 #include <QToolTip>
 #include <algorithm>
 
+#include "htmled/document/document_page.h"
 #include "htmled/format/format_bar.h"
 #include "htmled/window.h"
 #include "tvx/htmled_widget.h"
@@ -159,7 +160,12 @@ void Commands::show_states(const QMenu& menu) {
       show_state(*entry.command);
 }
 
+// What is meant is the page that the user waits for.
 void Commands::trigger(const Command& command) {
+  window_.front().when_there([this, &command] { run(command); });
+}
+
+void Commands::run(const Command& command) {
   if (!command.obstacle || !command.obstacle(window_)) command.act(window_);
   if (QAction* action = own(command.name)) {
     action->setEnabled(true);

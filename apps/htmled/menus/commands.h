@@ -58,6 +58,7 @@ class Commands final : public QObject {
   void show_states(const QMenu& menu);
   void trigger(const Command& command);
   void offer_bars(const QPoint& at);
+  void run(const Command& command);
 
   struct Entry {
     const Command* command;

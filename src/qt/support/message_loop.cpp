@@ -1,7 +1,7 @@
 #include "tvx/qt/support/message_loop.h"
 
 #include <QAbstractEventDispatcher>
-#include <QCoreApplication>
+#include <QApplication>
 #include <QEvent>
 #include <QThread>
 #include <QTimer>
@@ -29,6 +29,12 @@ void run_events(QEventLoop::ProcessEventsFlags which, std::int64_t max_wait_mill
 }
 
 }  // namespace
+
+// What was left stands in the queue already and announces itself no more.
+MessageLoop::InputLater::~InputLater() {
+  if (--input_later_ > 0) return;
+  if (QAbstractEventDispatcher* events = QAbstractEventDispatcher::instance()) events->wakeUp();
+}
 
 MessageLoop::MessageLoop() : timer_(new QTimer(this)) {
   timer_->setSingleShot(true);
@@ -64,7 +70,10 @@ void MessageLoop::cancel(platform::TimerId timer) { tasks_.cancel(timer); }
 
 void MessageLoop::pump(std::int64_t max_wait_milliseconds) {
   if (tasks_first_ > 0 && run_tasks_alone()) return;
-  run_events(QEventLoop::AllEvents, tasks_.has_pending() ? 0 : max_wait_milliseconds);
+  const bool leaves_input =
+      input_later_ > 0 && !QApplication::activeModalWidget() && !QApplication::activePopupWidget();
+  run_events(leaves_input ? QEventLoop::ExcludeUserInputEvents : QEventLoop::AllEvents,
+             tasks_.has_pending() ? 0 : max_wait_milliseconds);
 }
 
 void MessageLoop::pump_without_input(std::int64_t max_wait_milliseconds) {

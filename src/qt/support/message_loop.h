@@ -26,6 +26,17 @@ class MessageLoop final : public QObject, public platform::MessageLoop {
   /// above all, comes after it.
   static void pump_without_input(std::int64_t max_wait_milliseconds);
 
+  /// While one lives, pump() leaves keys and presses where they are: they come, in their order, when the last
+  /// has gone. For what brings something else in front of the user, who means that already. A dialog that
+  /// opens meanwhile has them.
+  class InputLater {
+   public:
+    InputLater() { ++input_later_; }
+    ~InputLater();
+    InputLater(const InputLater&) = delete;
+    InputLater& operator=(const InputLater&) = delete;
+  };
+
   /// While one lives, pump() leaves the program's events alone as long as tasks of this loop go on coming.
   /// For a wait within an event of Qt's that allows no others in it, as the show of a window: Qt walks
   /// through the window's widgets then, and whatever else is due would change them under its feet.
@@ -49,6 +60,8 @@ class MessageLoop final : public QObject, public platform::MessageLoop {
   void run_pending();
   bool run_tasks_alone();
   void set_timer();
+
+  inline static int input_later_ = 0;  // there is one queue of input, however many loops there are
 
   platform::TaskQueue tasks_;
   QTimer* timer_;

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <QAction>
 #include <QApplication>
 #include <QDir>
 #include <QDirIterator>
@@ -16,6 +17,7 @@
 #include <utility>
 
 #include "htmled/document/document_page.h"
+#include "htmled/menus/commands.h"
 #include "htmled/tabs.h"
 #include "htmled/unsaved/changed_file_dialog.h"
 #include "htmled/unsaved/page_keeper.h"
@@ -297,6 +299,57 @@ TEST_F(UnsavedPages, AFileIsNotSavedOverBeforeItHasLoaded) {
   EXPECT_EQ(content(), before);
   for (int turn = 0; turn < 20; ++turn) loop_.pump(20);
   EXPECT_EQ(content(), before) << "saved as it is once it has loaded";
+}
+
+// None but what can be told at once: the page that is written would be the one before.
+TEST_F(UnsavedPages, OfAFileThatIsComingNoOtherPageIsWritten) {
+  const QString path = file(), copy = folder_.filePath(QStringLiteral("copy.html"));
+  int tries = 0;
+  QTimer watch;
+  QObject::connect(&watch, &QTimer::timeout, [&] {
+    if (!window_->front().is_coming()) return;
+    ++tries;
+    EXPECT_FALSE(window_->front().save_copy(copy));
+    EXPECT_FALSE(window_->front().save_template(copy));
+    EXPECT_FALSE(window_->front().save_as()) << "asks when the page is there";
+  });
+  watch.start(0);
+  bool coming_when_asked = false, asked = false;
+  QTimer dialogs;
+  QObject::connect(&dialogs, &QTimer::timeout, [&] {
+    auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+    if (!dialog) return;
+    coming_when_asked |= window_->front().is_coming();
+    asked = true;
+    dialog->reject();
+  });
+  dialogs.start(0);
+  ASSERT_TRUE(window_->start(path));
+  watch.stop();
+  ASSERT_GT(tries, 0);
+  EXPECT_FALSE(QFile::exists(copy));
+  EXPECT_TRUE(wait_for([&] { return asked; }));
+  EXPECT_FALSE(coming_when_asked);
+  dialogs.stop();
+  EXPECT_TRUE(window_->front().save_copy(copy));
+  EXPECT_TRUE(QFile::exists(copy));
+}
+
+TEST_F(UnsavedPages, OfAPageThatIsComingWaitForItWithEveryCommand) {
+  const QString path = file();
+  ASSERT_TRUE(window_->start({}));
+  bool chosen = false, closed_early = false;
+  QTimer watch;
+  QObject::connect(&watch, &QTimer::timeout, [&] {
+    if (!window_->front().is_coming()) return;
+    if (!std::exchange(chosen, true)) window_->commands().own("close")->trigger();
+    closed_early |= window_->can_reopen();
+  });
+  watch.start(0);
+  ASSERT_TRUE(window_->open_in_tab(path));
+  ASSERT_TRUE(chosen);
+  EXPECT_FALSE(closed_early);
+  EXPECT_TRUE(wait_for([&] { return window_->can_reopen() && window_->front().path().isEmpty(); }));
 }
 
 TEST_F(UnsavedPages, AreAllOnTheDiskOnceTheyAreWaitedFor) {
