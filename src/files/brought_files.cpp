@@ -1,7 +1,9 @@
 #include "tvx/files/brought_files.h"
 
+#include <utility>
+#include <vector>
+
 #include "tvx/base/url.h"
-#include "tvx/dom/mutation.h"
 #include "tvx/dom/parse.h"
 #include "tvx/files/file_addresses.h"
 #include "tvx/files/file_form.h"
@@ -13,14 +15,13 @@ namespace {
 
 bool readdress(dom::Document& page, std::u16string_view address_of_page,
                const std::function<std::u16string(std::u16string_view)>& address) {
-  bool any = false;
-  for (FileAddress& each : file_addresses(page, address_of_page)) {
-    const std::u16string other = each.shown && each.relative ? address(each.path) : std::u16string();
-    if (other.empty()) continue;
-    dom::set_attribute(*each.element, each.attribute, other);
-    any = true;
+  std::vector<Readdressed> others;
+  for (const FileAddress& each : file_addresses(page, address_of_page)) {
+    std::u16string other = each.shown && each.relative ? address(each.path) : std::u16string();
+    if (!other.empty()) others.emplace_back(each, std::move(other));
   }
-  return any;
+  for (const AddressedText& each : texts_with(others)) each.place.set_text(each.text);
+  return !others.empty();
 }
 
 }  // namespace

@@ -9,6 +9,7 @@
 #include "tvx/base/strings.h"
 #include "tvx/base/text_file.h"
 #include "tvx/base/url.h"
+#include "tvx/dom/mutation.h"
 
 namespace tvx::files {
 namespace {
@@ -17,11 +18,26 @@ namespace fs = std::filesystem;
 
 enum class Use { None, Shown, Link };
 
+/// Of a link that has a picture ready before it is wanted.
+const dom::Name& imagesrcset() {
+  static const dom::Name name(u"imagesrcset");
+  return name;
+}
+
 Use use_of(const dom::Element& element, const dom::Name& attribute) {
-  if (attribute == dom::names::src || attribute == dom::names::background || attribute == dom::names::poster)
-    return Use::Shown;
+  if (attribute == dom::names::href)
+    return element.is(dom::Tag::Link) ? Use::Shown : element.is(dom::Tag::Base) ? Use::None : Use::Link;
   if (attribute == dom::names::data) return element.is(dom::Tag::Object) ? Use::Shown : Use::None;
-  return element.is(dom::Tag::Link) ? Use::Shown : element.is(dom::Tag::Base) ? Use::None : Use::Link;
+  return Use::Shown;
+}
+
+/// The addresses of an attribute, each with its place in the value.
+std::vector<AddressInText> addresses_in(const dom::Name& attribute, const std::u16string& value) {
+  if (attribute == dom::names::srcset || attribute == imagesrcset()) return addresses_in_srcset(value);
+  // Few have any, and this is asked of every element that has a style.
+  if (attribute == dom::names::style)
+    return contains(value, u"(") ? addresses_in_css(value) : std::vector<AddressInText>();
+  return {{0, value.size(), AddressSpelling::Plain, value}};
 }
 
 bool names_base(const dom::Document& page) {
@@ -97,27 +113,80 @@ bool are_near(const fs::path& one, const fs::path& other) {
 
 }  // namespace
 
-std::vector<FileAddress> file_addresses(dom::Document& page, std::u16string_view page_address) {
-  std::vector<FileAddress> found;
-  if (names_base(page)) return found;
-  const std::optional<Url> stands_at = Url::parse(page_address);
-  for (dom::Node* node = &page; node; node = dom::next_in_order(*node)) {
-    if (!node->is_element()) continue;
-    auto& element = static_cast<dom::Element&>(*node);
+namespace {
+
+/// Goes over a page's places in their order.
+class FileAddressReader {
+ public:
+  explicit FileAddressReader(std::u16string_view page_address) : stands_at_(Url::parse(page_address)) {}
+
+  void read(dom::Element& element) {
     for (const dom::Name& name :
-         {dom::names::src, dom::names::background, dom::names::poster, dom::names::data, dom::names::href}) {
+         {dom::names::src, dom::names::background, dom::names::poster, dom::names::data, dom::names::href,
+          dom::names::srcset, imagesrcset(), dom::names::style}) {
       const std::u16string* value = element.attribute(name);
       const Use use = value ? use_of(element, name) : Use::None;
-      if (use == Use::None) continue;
-      std::optional<FileAddress> address = file_at(*value, stands_at);
-      if (!address) continue;
-      address->element = element;
-      address->attribute = name;
-      address->shown = use == Use::Shown;
-      found.push_back(*std::move(address));
+      if (use != Use::None) add({element, name}, addresses_in(name, *value), use);
+    }
+    if (element.is(dom::Tag::Style)) {
+      const AddressPlace sheet{element, {}};
+      add(sheet, addresses_in_css(sheet.text()), Use::Shown);
     }
   }
-  return found;
+  std::vector<FileAddress> found() { return std::move(found_); }
+
+ private:
+  void add(const AddressPlace& place, const std::vector<AddressInText>& all, Use use) {
+    for (const AddressInText& each : all) {
+      std::optional<FileAddress> address = file_at(each.address, stands_at_);
+      if (!address) continue;
+      address->place = place;
+      address->in_text = each;
+      address->shown = use == Use::Shown;
+      found_.push_back(*std::move(address));
+    }
+  }
+
+  const std::optional<Url> stands_at_;
+  std::vector<FileAddress> found_;
+};
+
+/// The text of a sheet in the page. One in several pieces, as a script might have left it, has none.
+dom::Text* sheet_text(const dom::Element& element) {
+  return element.child_count() == 1 ? dom::as<dom::Text>(element.first_child()) : nullptr;
+}
+
+}  // namespace
+
+std::u16string AddressPlace::text() const {
+  if (!attribute.empty()) return std::u16string(element->attribute_or_empty(attribute));
+  const dom::Text* text = sheet_text(*element);
+  return text ? std::u16string(text->data()) : std::u16string();
+}
+
+void AddressPlace::set_text(std::u16string_view text) const {
+  if (!attribute.empty()) return dom::set_attribute(*element, attribute, text);
+  if (dom::Text* sheet = sheet_text(*element)) dom::replace_data(*sheet, 0, sheet->data().size(), text);
+}
+
+std::vector<FileAddress> file_addresses(dom::Document& page, std::u16string_view page_address) {
+  if (names_base(page)) return {};
+  FileAddressReader reader(page_address);
+  for (dom::Node* node = &page; node; node = dom::next_in_order(*node))
+    if (node->is_element()) reader.read(static_cast<dom::Element&>(*node));
+  return reader.found();
+}
+
+// From the last to the first of a place, so that those before it stand where they stood.
+std::vector<AddressedText> texts_with(const std::vector<Readdressed>& others) {
+  std::vector<AddressedText> texts;
+  for (auto each = others.rbegin(); each != others.rend(); ++each) {
+    const auto& [address, other] = *each;
+    if (texts.empty() || texts.back().place != address.place)
+      texts.push_back({address.place, address.place.text()});
+    texts.back().text = with_address(texts.back().text, address.in_text, other);
+  }
+  return texts;
 }
 
 bool lies_in(std::u16string_view path, std::u16string_view folder) {

@@ -8,6 +8,7 @@
 
 #include "tvx/base/strings.h"
 #include "tvx/base/url.h"
+#include "tvx/dom/inner_html.h"
 #include "tvx/dom/parse.h"
 
 namespace tvx::files {
@@ -55,6 +56,32 @@ TEST_F(FileAddresses, AreThoseOfFilesThatAreThere) {
             "other/d.png||whole|shown");
   EXPECT_EQ(found("<table background=../other/d.png><td><a href=\"a b.png?x#y\">"),
             "other/d.png||relative|shown site/a b.png|?x#y|relative|link");
+}
+
+TEST_F(FileAddresses, StandInListsOfPicturesAndInStylesToo) {
+  EXPECT_EQ(found("<p><img srcset=\"a%20b.png 1x, gone.png 2x, ../other/d.png 3x\">"),
+            "site/a b.png||relative|shown other/d.png||relative|shown");
+  EXPECT_EQ(found("<p style=\"background: url('a b.png?x')\">"), "site/a b.png|?x|relative|shown");
+  EXPECT_EQ(
+      found("<style>@import \"../other/d.png\"; p { background: url(a%20b.png), url(gone.png) }</style>"),
+      "other/d.png||relative|shown site/a b.png||relative|shown");
+}
+
+TEST_F(FileAddresses, AreChangedEachInItsPlace) {
+  const auto page = dom::parse_document(
+      u"<style>p { background: url(../other/d.png) /* url(../other/d.png) */ }</style>"
+      u"<p style='background: url( ../other/d.png ), url(\"a b.png\")'>"
+      u"<img src='../other/d.png' srcset='../other/d.png 1x,\n a%20b.png, gone.png 2x'>");
+  std::vector<Readdressed> others;
+  for (const FileAddress& each : file_addresses(*page, file_url(path("site/page.html"))))
+    others.emplace_back(each, each.rest + (each.path.ends_with(u"d.png") ? u"d's (1),.png" : u"b.png"));
+  ASSERT_EQ(others.size(), 6u);
+  for (const AddressedText& each : texts_with(others)) each.place.set_text(each.text);
+  EXPECT_EQ(
+      to_utf8(dom::outer_html(*page->document_element())),
+      "<HTML><HEAD><STYLE>p { background: url(d%27s%20%281%29,.png) /* url(../other/d.png) */ "
+      "}</STYLE></HEAD><BODY><P style=\"background: url(d%27s%20%281%29,.png), url(&quot;b.png&quot;)\"><IMG "
+      "src=\"d's (1),.png\" srcset=\"d's%20(1)%2C.png 1x,\n b.png, gone.png 2x\"></P></BODY></HTML>");
 }
 
 TEST_F(FileAddresses, OfOtherMachinesRootsAndTheWebAreNone) {

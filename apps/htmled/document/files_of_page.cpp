@@ -139,36 +139,40 @@ std::optional<std::u16string> FilesOfPage::address_of(const files::FileAddress& 
 }
 
 void FilesOfPage::show_copies(dom::Document& page) {
-  const dom::MutationScope scope(page, dom::MutationKind::Load);
+  std::vector<files::Readdressed> others;
   for (const files::FileAddress& each : files::file_addresses(page, old_address_)) {
     if (!each.relative) read_known();
     if (!is_new(each) || !is_settled(each.path) || files::lies_in(each.path, from_qt(to_))) continue;
     if (const QString& copy = settled_[each.path]; !copy.isEmpty())
-      dom::set_attribute(*each.element, each.attribute, file_url(from_qt(copy)) + each.rest);
+      others.emplace_back(each, file_url(from_qt(copy)) + each.rest);
   }
+  const dom::MutationScope scope(page, dom::MutationKind::Load);
+  for (const files::AddressedText& each : files::texts_with(others)) each.place.set_text(each.text);
 }
 
 // Of the kind that nobody but the tree, the serialiser and the view sees, for which nothing has changed in
 // the end.
 void FilesOfPage::as_filed(dom::Document& page, const std::function<void()>& act) {
   struct Replaced {
-    Replaced(const files::FileAddress& address, const std::u16string& other) : address_(address) {
+    explicit Replaced(const files::AddressedText& other) : before_{other.place, other.place.text()} {
       write(other);
     }
-    ~Replaced() { write(address_.written); }
+    ~Replaced() { write(before_); }
     Replaced(const Replaced&) = delete;
-    void write(const std::u16string& text) {
-      const dom::MutationScope scope(dom::document_of(*address_.element), dom::MutationKind::Overlay);
-      dom::set_attribute(*address_.element, address_.attribute, text);
+    static void write(const files::AddressedText& text) {
+      const dom::MutationScope scope(dom::document_of(*text.place.element), dom::MutationKind::Overlay);
+      text.place.set_text(text.text);
     }
-    files::FileAddress address_;
+    const files::AddressedText before_;
   };
-  std::deque<Replaced> replaced;
+  std::vector<files::Readdressed> others;
   for (const files::FileAddress& each : files::file_addresses(page, old_address_)) {
     if (!each.relative) read_known();
     const auto other = address_of(each);
-    if (other && *other != each.written) replaced.emplace_back(each, *other);
+    if (other && *other != each.written) others.emplace_back(each, *other);
   }
+  std::deque<Replaced> replaced;
+  for (const files::AddressedText& each : files::texts_with(others)) replaced.emplace_back(each);
   act();
 }
 

@@ -156,6 +156,36 @@ TEST_F(PageWithFiles, InAnotherFolderItStillMeansTheSameFiles) {
             img("a%20b.png") + img("pics/c.png?x") + img("gone.png") + rest + "<A href=\"pics/c.png\">c</A>");
 }
 
+TEST_F(PageWithFiles, InAnotherFolderListsOfPicturesAndStylesStillMeanTheSameFiles) {
+  write("site/page.html", "<p>");
+  write("site/style.css", "");
+  file_ = files::DocumentFile::open(from_qt(path("site/page.html")));
+  const auto page = [](const std::string& to) {
+    return "<STYLE>@import \"" + to + "style.css\"; P { background: url(" + to + "pics/c.png) }</STYLE>" +
+           "<P style=\"background: url(" + to + "pics/c.png)\"><IMG src=\"gone.png\" srcset=\"" + to +
+           "pics/c.png 1x, gone.png 2x\"></P>";
+  };
+  edit("<body>" + page(""));
+  const std::string before = body();
+  FilesOfPage files(file_, path("site/page.html"), path("new/mine.html"), settled_);
+  files.look(*page_);
+  EXPECT_EQ(files.along(), QStringList({QStringLiteral("style.css"), QStringLiteral("pics/c.png")}));
+  EXPECT_EQ(filed(files), page("../site/"));
+  EXPECT_EQ(body(), before);
+  EXPECT_EQ(files.copy_along(), QString());
+  EXPECT_EQ(filed(files), before) << "copied, they are beside it as they were";
+}
+
+TEST_F(PageWithFiles, PicturesFromElsewhereInListsAreCopiedToo) {
+  edit("<img srcset=\"" + url("other/d.png") + " 1x, https://example.org/x.png 2x\">");
+  FilesOfPage files(file_, {}, path("site/page.html"), settled_);
+  files.look(*page_);
+  EXPECT_EQ(files.elsewhere(), QStringList(path("other/d.png")));
+  EXPECT_EQ(files.copy_elsewhere(), QString());
+  files.show_copies(*page_);
+  EXPECT_EQ(filed(files), "<IMG srcset=\"page_files/d.png 1x, https://example.org/x.png 2x\">");
+}
+
 TEST_F(PageWithFiles, ThatNamesABaseKeepsItsAddresses) {
   edit("<base href=\"https://example.org/\">" + img(url("site/a b.png")) + img("pics/c.png"));
   FilesOfPage files(file_, path("site/page.html"), path("new/page.html"), settled_);
