@@ -12,6 +12,7 @@
 #include "htmled/counted.h"
 #include "htmled/document/failure_words.h"
 #include "htmled/document/modified_mark.h"
+#include "htmled/document/shown_files.h"
 #include "htmled/drafts.h"
 #include "htmled/languages.h"
 #include "htmled/preferences/preferences.h"
@@ -86,6 +87,7 @@ void DocumentPage::make_editor() {
 void DocumentPage::hear_editor() {
   mark_ = std::make_unique<ModifiedMark>(editor_->control(), file_);
   keeper_ = std::make_unique<PageKeeper>(around_.kept_pages, [this] { return unsaved(); });
+  shown_files_ = std::make_unique<ShownFiles>(editor_->control());
   connect(mark_.get(), &ModifiedMark::changed, this, [this](bool modified) {
     modified ? keeper_->note_change() : keeper_->forget();
     emit title_changed();
@@ -245,6 +247,7 @@ bool DocumentPage::load_document(files::DocumentFile file) {
   emit title_changed();
   emit form_changed();
   count_images();
+  shown_files_->look_later();
   remote_content_left_ = false;
   picture_uploaded_.invalidate();
   remote_content_->hide();
@@ -379,6 +382,7 @@ void DocumentPage::look_later() {
   if (loading_) return;
   mark_->look_later();
   keeper_->note_change();
+  shown_files_->look_later();
 }
 
 // What was typed in the code, and taken back there by hand, is told of as a change and no more.

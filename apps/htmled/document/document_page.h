@@ -35,6 +35,7 @@ class Languages;
 class ModifiedMark;
 class PageKeeper;
 class RemoteContentBar;
+class ShownFiles;
 
 /// What the pages of a window have in common. All of it outlives them.
 struct PageSurroundings {
@@ -227,6 +228,7 @@ class DocumentPage final : public QWidget, private core::HTMLedEvents, private c
   QByteArray template_;                              // that a page without a file begins with
   std::unique_ptr<ModifiedMark> mark_;
   std::unique_ptr<PageKeeper> keeper_;
+  std::unique_ptr<ShownFiles> shown_files_;
   std::optional<files::KeptPage> restored_;  // to be shown at the start
   std::function<void()> when_restored_;
   QString folder_;          // of the file

@@ -17,6 +17,7 @@ export const parentElementOf = taken(Node.prototype, 'parentElement');
 export const childrenOf = taken(Node.prototype, 'childNodes');
 export const nextOf = taken(Node.prototype, 'nextSibling');
 export const previousOf = taken(Node.prototype, 'previousSibling');
+export const baseOf = taken(Node.prototype, 'baseURI');
 export const contains = taken(Node.prototype, 'contains');
 export const insertBefore = taken(Node.prototype, 'insertBefore');
 export const removeChild = taken(Node.prototype, 'removeChild');

@@ -5,6 +5,7 @@ import { boxOf, detach, insertBefore, nameOf, newComment, newElement, newElement
 import { extentIs } from './extent.js';
 import { farRoomsLater, mayRise, seemsToRise } from './far_rooms.js';
 import { hold, keepHeld } from './hold.js';
+import { freshAddress, notePicture } from './fresh_pictures.js';
 import { host, isInElementOfHost, keepHost } from './host.js';
 import { ids, nodes, state } from './state.js';
 import { childCame, childGoes, emptied, forgetRooms, settleRooms, styleMayDiffer, stylesMayDiffer } from './rooms.js';
@@ -67,7 +68,7 @@ function remember(id, node) {
 function give(element, name, value, space) {
   try {
     if (space) setAttributeNS(element, ATTRIBUTE_NAMESPACES[space], name, value);
-    else setAttribute(element, name, value);
+    else setAttribute(element, name, freshAddress(element, name, value));
   } catch (error) {
     return;
   }
@@ -117,8 +118,10 @@ const operations = {
     if (!node.length) emptied(node);
   },
   a: (one) => {
-    give(known(one[1]), one[2], one[3], one[4]);
-    noteStyle(known(one[1]));
+    const element = known(one[1]);
+    notePicture(element, one[2], one[3]);
+    give(element, one[2], one[3], one[4]);
+    noteStyle(element);
   },
   n: (one) => {
     removeAttribute(known(one[1]), one[2]);

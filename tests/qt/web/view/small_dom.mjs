@@ -9,6 +9,7 @@ class Node extends EventTarget {
   }
   get nodeType() { return this.#type; }
   get nodeName() { return this.#name; }
+  get baseURI() { return 'file:///site/page.html'; }
   get parentNode() { return this.#parent; }
   get parentElement() { return this.#parent instanceof Element ? this.#parent : null; }
   get childNodes() { return this.#children; }

@@ -99,6 +99,23 @@ test('controls of a form hide none of its methods', async () => {
   assert.equal(nodes.has(22), false);
 });
 
+test('a picture that is asked for again is another one to the engine, wherever it stands', async () => {
+  const address = (id) => nodes.get(id).getAttribute('src');
+  await apply(['e', 31, 2, 0, 'img', 0, ['src', 'a.png', 0]], ['e', 32, 2, 0, 'img', 0, ['src', 'http://a.org/a.png', 0]]);
+  assert.equal(address(31), 'a.png');
+  await apply(['a', 31, 'src', 'a.png', 0], ['a', 32, 'src', 'http://a.org/a.png', 0]);
+  assert.equal(address(31), 'a.png?tvx=1');
+  assert.equal(address(32), 'http://a.org/a.png');
+  await apply(['a', 31, 'src', 'a.png', 0], ['e', 33, 2, 0, 'img', 0, ['src', './a.png', 0]]);
+  assert.equal(address(31), 'a.png?tvx=2');
+  assert.equal(address(33), './a.png?tvx=2');
+  await apply(['a', 31, 'src', 'b.png?x#y', 0]);
+  assert.equal(address(31), 'b.png?x#y');
+  await apply(['a', 31, 'src', 'b.png?x#y', 0]);
+  assert.equal(address(31), 'b.png?x&tvx=1#y');
+  await apply(['f', 31], ['f', 32], ['f', 33]);
+});
+
 const box = { left: 100, top: 50, width: 200, height: 100 };
 
 test('a handle sizes a box', () => {
