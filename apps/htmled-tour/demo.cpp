@@ -50,20 +50,24 @@ dom::Text* first_text(browser::HTMLDocument& document) {
   return nullptr;
 }
 
-void place_caret(browser::HTMLDocument& document) {
+/// After the first text, or in the paragraph of a page that has none. Whether there is text before it.
+bool place_caret(browser::HTMLDocument& document) {
   editing::Selection& selection = document.editor().selection();
   if (dom::Text* text = first_text(document)) {
     selection.collapse({text, text->length()});
-  } else if (dom::Element* body = document.body()) {
-    selection.collapse({body, 0});
+    return true;
   }
+  dom::Element* body = document.body();
+  dom::Element* paragraph = body ? dom::first_child_element(*body) : nullptr;
+  if (body) selection.collapse({paragraph ? paragraph : body, 0});
+  return false;
 }
 
 }  // namespace
 
 namespace {
 
-constexpr std::u16string_view sentence = u" This sentence was typed with no display.", bold_word = u"typed";
+constexpr std::u16string_view sentence = u"This sentence was typed with no display.", bold_word = u"typed";
 
 /// One visit of the demonstration to the editor: what it does is what a user does, and after each act it
 /// looks whether the document agrees.
@@ -86,10 +90,11 @@ class Demonstration {
   bool settled() { return expect(settle(window_, loop_), "the view doesn't settle"); }
 
   bool type_sentence() {
-    place_caret(*document_);
+    const bool follows = place_caret(*document_);
     QWidget* input = window_.editor().view().input_widget();
     if (!expect(input != nullptr, "the view takes no keys")) return false;
     input->setFocus();
+    if (follows) post_key(window_, Qt::Key_Space, QStringLiteral(" "));
     for (const char16_t c : sentence)
       post_key(window_, c == u' ' ? int(Qt::Key_Space) : int(ascii_upper(c)), QString(QChar(c)));
     return settled() && expect(contains(text(), sentence), "the sentence didn't arrive") &&

@@ -27,8 +27,8 @@ struct Tour {
 Tour read_arguments(QCommandLineParser& parser, const QApplication& application) {
   parser.setApplicationDescription(QStringLiteral(
       "Leads the editor's window through by itself, and ends.\n\n"
-      "  demo OUTDIR [FILE]    types a sentence, makes a word bold, undoes and redoes that, edits a table;\n"
-      "                        writes edited.html and screenshot.png into OUTDIR\n"
+      "  demo OUTDIR [FILE]    types a sentence, makes a word bold, undoes and redoes that; writes\n"
+      "                        edited.html and screenshot.png into OUTDIR\n"
       "  screenshots OUTDIR    takes the pictures of docs/appearance.md and docs/dialogs.md\n\n"
       "With QT_QPA_PLATFORM=offscreen it needs no display."));
   parser.addHelpOption();
