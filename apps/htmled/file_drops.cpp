@@ -15,17 +15,16 @@ FileDrops::FileDrops(QWidget& window) : QObject(&window), window_(window) {
   qApp->installEventFilter(this);
 }
 
-QStringList FileDrops::pages_in(const QMimeData& data) {
-  QStringList paths;
+FileDrops::Files FileDrops::files_in(const QMimeData& data) {
+  Files found;
   for (const QUrl& url : data.urls()) {
     const QString path = url.toLocalFile();
     const QString kind = QFileInfo(path).suffix().toLower();
     const bool page = kind == QStringLiteral("html") || kind == QStringLiteral("htm") ||
                       kind == QStringLiteral("xhtml") || kind == QStringLiteral("xht");
-    if (!page) return {};
-    paths.append(path);
+    page ? found.pages.append(path) : found.others.append(url.fileName());
   }
-  return paths;
+  return found;
 }
 
 // The program that they come from waits until the drop is answered: opening is for afterwards.
@@ -35,11 +34,11 @@ bool FileDrops::eventFilter(QObject* watched, QEvent* event) {
   const auto* widget = qobject_cast<QWidget*>(watched);
   if (!widget || widget->window() != &window_) return false;
   auto& moved = static_cast<QDropEvent&>(*event);
-  const QStringList paths = pages_in(*moved.mimeData());
-  if (paths.isEmpty()) return false;
+  const Files files = files_in(*moved.mimeData());
+  if (files.pages.isEmpty()) return false;
   moved.setDropAction(Qt::CopyAction);
   moved.accept();
-  if (drop) QTimer::singleShot(0, this, [this, paths] { emit dropped(paths); });
+  if (drop) QTimer::singleShot(0, this, [this, files] { emit dropped(files.pages, files.others); });
   return true;
 }
 

@@ -8,18 +8,21 @@ class QWidget;
 
 namespace tvx::htmled {
 
-/// Pages dropped on a window are opened, wherever on it they are dropped. All else is left to the widget
-/// below: a picture goes into the document.
+/// Pages dropped on a window are opened, wherever on it they are dropped. A drop without any is left to the
+/// widget below: a picture goes into the document.
 class FileDrops final : public QObject {
   Q_OBJECT
  public:
   explicit FileDrops(QWidget& window);
 
-  /// The pages among what is dragged; none where anything else is among it.
-  static QStringList pages_in(const QMimeData& data);
+  /// The files that are dragged: pages, and the names of what else is among them.
+  struct Files {
+    QStringList pages, others;
+  };
+  static Files files_in(const QMimeData& data);
 
  signals:
-  void dropped(const QStringList& paths);
+  void dropped(const QStringList& pages, const QStringList& others);
 
  private:
   bool eventFilter(QObject* watched, QEvent* event) override;

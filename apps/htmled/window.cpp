@@ -7,6 +7,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QScopeGuard>
 #include <QStatusBar>
 #include <QTimer>
 #include <QToolBar>
@@ -203,10 +204,13 @@ void Window::showEvent(QShowEvent*) {
 
 bool Window::start(const QString& path) {
   const qt::MessageLoop::InputLater input_later;
-  front_->start();
-  if (!path.isEmpty() && front_->open(path)) return true;
-  front_->open_new();
-  return path.isEmpty();
+  bool opened = path.isEmpty();
+  tell_together([&] {
+    front_->start();
+    if (!path.isEmpty()) opened = front_->open(path);
+    if (path.isEmpty() || !opened) front_->open_new();
+  });
+  return opened;
 }
 
 bool Window::open(const QString& path) { return front_->open(path); }
@@ -263,8 +267,18 @@ void Window::show_title() {
 }
 
 void Window::tell(const QString& text) {
-  say(text);
+  told_ ? told_->append(text) : say(text);
   std::cerr << "htmled: " << text.toStdString() << '\n';
+}
+
+void Window::tell_together(const std::function<void()>& act) {
+  if (told_) return act();
+  told_.emplace();
+  const auto end = qScopeGuard([this] {
+    const QStringList told = *std::exchange(told_, std::nullopt);
+    if (!told.isEmpty()) say(told.join(QStringLiteral("; ")));
+  });
+  act();
 }
 
 void Window::say(const QString& text, int milliseconds) {

@@ -4,6 +4,7 @@
 #include <QMainWindow>
 #include <QStringList>
 #include <functional>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -124,6 +125,7 @@ class Window final : public QMainWindow {
   // --- documents (window_documents.cpp) ---
   DocumentPage* new_page();
   void show_new(DocumentPage& page);
+  bool append_later(const QString& path);
   DocumentPage* page_of(const QString& path) const;
   void take_drops();
   bool may_close(DocumentPage& page);
@@ -149,6 +151,8 @@ class Window final : public QMainWindow {
   /// A failure: the user goes on, and a run with nobody there doesn't stop.
   void tell(const QString& text);
   void tell_damage(const QString& text);
+  /// Calls `act`, and shows what is told meanwhile when it is over: all of it, and not the last alone.
+  void tell_together(const std::function<void()>& act);
   /// In the window's own line.
   void say(const QString& text, int milliseconds = 0);
 
@@ -163,7 +167,8 @@ class Window final : public QMainWindow {
   DocumentPage* front_ = nullptr;
   qt::HTMLedWidget* editor_ = nullptr;  // of the page in front
   RecentFiles* recent_files_;
-  QStringList closed_;  // their files, the last one at the end
+  std::optional<QStringList> told_;  // what is to be told together
+  QStringList closed_;               // their files, the last one at the end
   bool remembers_ = false;
   StatusBar* status_;
   Commands* commands_ = nullptr;

@@ -32,17 +32,23 @@ constexpr qsizetype most_closed = 20;
 // --- coming ---
 
 bool Window::start_with(const QStringList& paths) {
-  bool all = start(paths.value(0));
-  for (const QString& path : paths.mid(1)) {
-    DocumentPage* page = new_page();
-    if (page_of(path) || !page->open_later(path)) {
-      all = all && page_of(path);
-      delete page;
-    } else {
-      tabs_->append(*page);
-    }
-  }
+  bool all = true;
+  tell_together([&] {
+    all = start(paths.value(0));
+    for (const QString& path : paths.mid(1)) all = append_later(path) && all;
+  });
   return all;
+}
+
+bool Window::append_later(const QString& path) {
+  if (page_of(path)) return true;
+  DocumentPage* page = new_page();
+  if (!page->open_later(path)) {
+    delete page;
+    return false;
+  }
+  tabs_->append(*page);
+  return true;
 }
 
 bool Window::open_in_tab(const QString& path) {
@@ -68,7 +74,9 @@ void Window::show_new(DocumentPage& page) {
 }
 
 void Window::open_all(const QStringList& paths) {
-  for (const QString& path : paths) open_in_tab(path);
+  tell_together([&] {
+    for (const QString& path : paths) open_in_tab(path);
+  });
 }
 
 DocumentPage* Window::page_of(const QString& path) const {
@@ -129,7 +137,12 @@ void Window::ask_and_save_copy() {
 
 void Window::take_drops() {
   auto* drops = new FileDrops(*this);
-  connect(drops, &FileDrops::dropped, this, &Window::open_all);
+  connect(drops, &FileDrops::dropped, this, [this](const QStringList& pages, const QStringList& others) {
+    tell_together([&] {
+      open_all(pages);
+      if (!others.isEmpty()) tell(tr("Not a page: %1").arg(others.join(QStringLiteral(", "))));
+    });
+  });
 }
 
 // --- going ---

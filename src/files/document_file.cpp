@@ -134,6 +134,17 @@ void DocumentFile::keep_head(dom::Document& document) const {
   }
 }
 
+// A stray control character is no reason to keep a page from its writer.
+bool DocumentFile::is_text() const {
+  constexpr std::size_t looked_at = 64 * 1024, letters_for_each = 200;
+  const std::u16string_view start = std::u16string_view(source_text_).substr(0, looked_at);
+  if (start.starts_with(u"%PDF-")) return false;
+  if (trimmed(start).starts_with(u'<') || start.find(u'\0') == start.npos) return true;
+  const auto controls = std::ranges::count_if(
+      start, [](char16_t c) { return c == 0xFFFD || (c < u' ' && !is_ascii_space(c)); });
+  return std::size_t(controls) * letters_for_each < start.size();
+}
+
 bool DocumentFile::changed_on_disk() const {
   if (path_.empty()) return false;
   const std::optional<std::string> now = read_bytes(path_);

@@ -49,6 +49,8 @@ class DocumentFile {
   void take_mark_away();
   /// Whether a save would spell the very same page with other bytes.
   bool respelled() const;
+  /// False if the file is a picture, an archive or the like, in which nobody would find a text.
+  bool is_text() const;
   /// False if some bytes of the file mean nothing in its character set; an edited page loses them.
   bool faithful() const { return faithful_; }
 

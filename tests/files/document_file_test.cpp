@@ -579,5 +579,22 @@ TEST_F(Files, ALastParagraphThatIsNotClosedStaysSo) {
             "<HTML>\n<BODY>\n<P>x\n<P ALIGN=left>last\n</BODY>\n</HTML>\n");
 }
 
+TEST_F(Files, APictureIsNoText) {
+  using namespace std::string_literals;
+  const std::string png = "\x89PNG\r\n\x1a\n\0\0\0\rIHDR\0\0\0\x01\0\0\0\x01\x08\x02\0\0\0\x90wS\xde"s;
+  EXPECT_FALSE(opened(png).is_text());
+  EXPECT_FALSE(opened("GIF89a\x01\0\x01\0\x80\0\0"s).is_text());
+  EXPECT_FALSE(opened("%PDF-1.4\n1 0 obj\n").is_text());
+  EXPECT_FALSE(opened("PK\x03\x04\x14\0\x06\0\x08\0"s + std::string(400, '\0')).is_text());
+}
+
+TEST_F(Files, APageIsTextWhateverIsInIt) {
+  using namespace std::string_literals;
+  for (const std::string& bytes :
+       {""s, "text"s, "<p>a\0b</p>"s, "\xFE\xFF\0<\0p\0>"s, "\x01\x02\x03"s, "caf\xe9 \x81\x8d\x9d"s,
+        "some words "s + '\0' + std::string(1000, 'x'), "<svg xmlns='http://www.w3.org/2000/svg'/>"s})
+    EXPECT_TRUE(opened(bytes).is_text()) << bytes;
+}
+
 }  // namespace
 }  // namespace tvx::files

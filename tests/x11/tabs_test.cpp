@@ -1,6 +1,7 @@
 #include <QFile>
 #include <QPointer>
 #include <QProcess>
+#include <QStatusBar>
 #include <QTabBar>
 #include <QTimer>
 #include <QWebEnginePage>
@@ -208,6 +209,20 @@ TEST_F(TabsOnScreen, PagesThatAnotherProgramBringsAreOpenedEachInATab) {
   EXPECT_TRUE(names_are("page.html two.html three.html")) << names().toStdString();
   EXPECT_TRUE(wait_for([&] { return text() == "three.html"; })) << text();
   EXPECT_EQ(file(QStringLiteral("page.html")), "<!DOCTYPE html><p>page</p>");
+}
+
+TEST_F(TabsOnScreen, APageIsOpenedWhateverIsDraggedBesideIt) {
+  start("<!DOCTYPE html><p>page</p>");
+  const QString note = path_of(QStringLiteral("note.txt"));
+  QFile out(note);
+  ASSERT_TRUE(out.open(QIODevice::WriteOnly) && out.write("note") > 0);
+  out.close();
+  drag_files_to(middle_of(window_->editor()), {note, write("two.html")});
+  EXPECT_TRUE(names_are("page.html two.html")) << names().toStdString();
+  EXPECT_TRUE(wait_for([&] {
+    return window_->statusBar()->currentMessage() == QStringLiteral("Not a page: note.txt");
+  })) << window_->statusBar()->currentMessage().toStdString();
+  EXPECT_EQ(text(), "two.html");
 }
 
 TEST_F(TabsOnScreen, APageThatIsOpenAlreadyComesToTheFront) {

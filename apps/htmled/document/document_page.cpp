@@ -158,24 +158,27 @@ void DocumentPage::tell_there() {
 
 // --- opening ---
 
-bool DocumentPage::open(const QString& path) {
+std::optional<files::DocumentFile> DocumentPage::read(const QString& path) {
+  const QString whole = QFileInfo(path).absoluteFilePath();
   try {
-    return load(files::DocumentFile::open(from_qt(QFileInfo(path).absoluteFilePath())));
+    files::DocumentFile file = files::DocumentFile::open(from_qt(whole));
+    if (file.is_text()) return file;
+    emit told(tr("Not a page: %1").arg(whole));
   } catch (const RuntimeError& error) {
     emit told(words_of(error));
-    return false;
   }
+  return {};
+}
+
+bool DocumentPage::open(const QString& path) {
+  auto file = read(path);
+  return file && load(*std::move(file));
 }
 
 bool DocumentPage::open_later(const QString& path) {
-  try {
-    pending_ = files::DocumentFile::open(from_qt(QFileInfo(path).absoluteFilePath()));
-    emit title_changed();
-    return true;
-  } catch (const RuntimeError& error) {
-    emit told(words_of(error));
-    return false;
-  }
+  pending_ = read(path);
+  if (pending_) emit title_changed();
+  return pending_.has_value();
 }
 
 QString DocumentPage::new_language() const {

@@ -173,6 +173,8 @@ class DocumentPage final : public QWidget, private core::HTMLedEvents, private c
   void document_changed() override;
 
   void hear_editor();
+  /// Nothing, with the user told, if it can't be read or is no page.
+  std::optional<files::DocumentFile> read(const QString& path);
   bool open_pending();
   void tell_there();
   /// On a page that is empty. Before the first document has come, the one that the editor starts with would

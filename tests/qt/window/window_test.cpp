@@ -5,17 +5,20 @@
 #include <QAction>
 #include <QApplication>
 #include <QFile>
+#include <QImage>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QStatusBar>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 #include <QWindow>
 #include <functional>
 
+#include "htmled/document/document_page.h"
 #include "htmled/tabs.h"
 #include "tvx/base/strings.h"
 #include "tvx/browser/html_document.h"
@@ -194,6 +197,35 @@ TEST_F(WindowTest, AFileThatCannotBeReadLeavesANewPage) {
   ASSERT_TRUE(settle());
   EXPECT_FALSE(window_.isWindowModified());
   EXPECT_TRUE(texts_of(document().tree()).empty());
+}
+
+TEST_F(WindowTest, APictureIsNoPage) {
+  const QString path = folder_.filePath(QStringLiteral("a.png"));
+  QImage picture(20, 20, QImage::Format_RGB32);
+  picture.fill(Qt::red);
+  ASSERT_TRUE(picture.save(path));
+  EXPECT_FALSE(window_.start(path));
+  EXPECT_EQ(window_.statusBar()->currentMessage(), QStringLiteral("Not a page: ") + path);
+  ASSERT_TRUE(settle());
+  EXPECT_EQ(window_.front().path(), QString());
+  EXPECT_TRUE(texts_of(document().tree()).empty());
+}
+
+TEST_F(WindowTest, AllFilesThatCannotBeReadAreTold) {
+  QStringList paths;
+  for (const char* name : {"one.html", "page.html", "two.html"})
+    paths << folder_.filePath(QString::fromLatin1(name));
+  QFile file(paths[1]);
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write(small_page) > 0);
+  file.close();
+  EXPECT_FALSE(window_.start_with(paths));
+  const auto told = [&] { return window_.statusBar()->currentMessage(); };
+  EXPECT_TRUE(told().contains(paths[0]) && told().contains(paths[2])) << told().toStdString();
+  EXPECT_FALSE(told().contains(paths[1]));
+  EXPECT_EQ(window_.tabs().count(), 2);
+  window_.statusBar()->clearMessage();
+  window_.open_all({paths[2], paths[0]});
+  EXPECT_TRUE(told().contains(paths[0]) && told().contains(paths[2])) << told().toStdString();
 }
 
 TEST_F(WindowTest, NewLeavesTheChangedDocumentInItsTab) {
