@@ -171,8 +171,8 @@ void Letter::write_the_text() {
   });
   press_button(u"link");
   EXPECT_TRUE(holds("<A href=\"http://www.example.org/map\">map</A>")) << html();
-  EXPECT_NE(html().find("<UL><LI>cakes and pies</LI><LI>chairs</LI></UL>"
-                        "<OL><LI>first we eat</LI><LI>then we sing</LI></OL>"),
+  EXPECT_NE(html().find("<UL>\n<LI>cakes and pies</LI>\n<LI>chairs</LI>\n</UL>\n"
+                        "<OL>\n<LI>first we eat</LI>\n<LI>then we sing</LI>\n</OL>"),
             std::string::npos)
       << html();
 }
