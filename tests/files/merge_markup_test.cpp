@@ -55,7 +55,8 @@ TEST(MergeMarkup, WithMoreBesideTheEditTagsThatCrossAreWrittenAnew) {
   const MarkupMerge merge(base, source, edited);
   EXPECT_EQ(to_utf8(merge.run(0, 0)), "<P>a<B><P>bx</B> c<P>d");
   EXPECT_EQ(to_utf8(merge.run(2, 2)), "<P>a<B><P><b>bx</b> c<P>d");
-  EXPECT_EQ(to_utf8(merge.run(99, 99)), to_utf8(edited));
+  EXPECT_EQ(to_utf8(merge.run(99, 99)), "<p>a</p><b></b><p><b>bx</b> c</p><p>d")
+      << "the last end tag, which the file leaves out, isn't brought in";
 }
 
 // A slash that ends a BR would end the P before its text, for a parser of XML.

@@ -43,7 +43,7 @@ same "htmled-cli's options and its completion" "$known" "$(offered htmled-cli _h
 
 # The languages that the completion offers are those that there are.
 there=$(cd "$1/languages" && ls *.xml | sed 's/\.xml$//' | sort | tr '\n' ' ')
-offered=$(bash -c 'source "$1"; COMP_WORDS=(htmled --language ""); COMP_CWORD=2; _htmled; printf "%s\n" "${COMPREPLY[@]}"' \
-  completion "$desktop/htmled.bash" | sort | tr '\n' ' ')
+offered=$(bash -c 'source "$1"; COMP_WORDS=("$2" --language ""); COMP_CWORD=2; _htmled; printf "%s\n" "${COMPREPLY[@]}"' \
+  completion "$desktop/htmled.bash" "$htmled" | sort | tr '\n' ' ')
 same "the languages and the completion" "$there" "$offered"
 exit $status
