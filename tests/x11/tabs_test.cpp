@@ -6,6 +6,7 @@
 #include <QTimer>
 #include <QWebEnginePage>
 #include <QWebEngineScript>
+#include <optional>
 
 #include "htmled/document/document_page.h"
 #include "htmled/tabs.h"
@@ -35,6 +36,11 @@ class EarlyKeyCount final : public QObject {
 
 class TabsOnScreen : public EditorOnScreen {
  protected:
+  ~TabsOnScreen() override {
+    if (!source_) return;
+    source_->kill();
+    source_->waitForFinished();
+  }
   void start_with_three() {
     start("<!DOCTYPE html><p>page</p>");
     for (const char* name : {"two.html", "three.html"}) {
@@ -86,7 +92,7 @@ class TabsOnScreen : public EditorOnScreen {
   /// Files of another program, dragged from its window into ours, where they are let go.
   void drag_files_to(QPoint to, const QStringList& files) {
     const QPoint from = window_->mapToGlobal(QPoint(window_->width() + 30, 30));
-    QProcess source;
+    QProcess& source = source_.emplace();
     source.setProgram(QStringLiteral(TVX_BIN_DIR "/drag_source"));
     source.setArguments(QStringList{QString::number(from.x() - 30), QString::number(from.y() - 30)} + files);
     source.start();
@@ -97,10 +103,12 @@ class TabsOnScreen : public EditorOnScreen {
     ASSERT_TRUE(says("ready"));
     hands::drag(from, to, [&] { return says("taken"); });
     EXPECT_TRUE(says("dropped"));
-    source.kill();
-    source.waitForFinished();
   }
   bool pressed_while_coming_ = false;
+
+ private:
+  /// Stays to the test's end: what it has let go is asked of it only then.
+  std::optional<QProcess> source_;
 };
 
 TEST_F(TabsOnScreen, ATabIsDraggedToAnotherPlace) {
