@@ -5,12 +5,12 @@ set -eu
 source "$1"
 folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT
-mkdir -p "$folder/bin" "$folder/share/tvxhtml/languages" "$folder/work/letters"
+mkdir -p "$folder/bin" "$folder/share/tvxhtml/languages" "$folder/pages/letters"
 touch "$folder"/share/tvxhtml/languages/{de,en,el}.xml
 printf '#!/bin/sh\n' > "$folder/bin/htmled"
 chmod +x "$folder/bin/htmled"
-touch "$folder/work/a page.html" "$folder/work/OLD.HTM" "$folder/work/picture.png"
-cd "$folder/work"
+touch "$folder/pages/a page.html" "$folder/pages/OLD.HTM" "$folder/pages/picture.png"
+cd "$folder/pages"
 PATH=$folder/bin:$PATH
 set +e  # as in the shell of whoever types
 failures=0
