@@ -32,13 +32,19 @@ bool is_top(const Value& pDisp) {
   return pDisp.is_object() ? pDisp.to_object()->kind() == u"browser" : pDisp.to_text() == u"WBrowser";
 }
 
-/// pDisp, URL, Flags, TargetFrameName, PostData, Headers, Cancel; the last comes back.
-Value before_navigate(ControlObject& self, Values& arguments) {
-  expect_arguments(arguments, 2, 7);
+/// Where a navigation goes, from pDisp, URL and the frame's name.
+browser::Navigation navigation_of(const Values& arguments, std::size_t frame) {
   browser::Navigation to;
   to.top = is_top(arguments[0]);
   to.url = arguments[1].to_text();
-  to.target_frame = text_or_nothing(arguments, 3);
+  to.target_frame = text_or_nothing(arguments, frame);
+  return to;
+}
+
+/// pDisp, URL, Flags, TargetFrameName, PostData, Headers, Cancel; the last comes back.
+Value before_navigate(ControlObject& self, Values& arguments) {
+  expect_arguments(arguments, 2, 7);
+  browser::Navigation to = navigation_of(arguments, 3);
   arguments.resize(7);
   bool cancel = !arguments[6].is_null() && arguments[6].to_boolean();
   browser_events(self).BeforeNavigate2(to, cancel);
@@ -63,10 +69,7 @@ Value download_event(ControlObject& self, Values& arguments) {
 /// pDisp, URL, Frame, StatusCode, Cancel.
 Value navigate_error(ControlObject& self, Values& arguments) {
   expect_arguments(arguments, 2, 5);
-  browser::Navigation to;
-  to.top = is_top(arguments[0]);
-  to.url = arguments[1].to_text();
-  to.target_frame = text_or_nothing(arguments, 2);
+  const browser::Navigation to = navigation_of(arguments, 2);
   const bool has_status = arguments.size() > 3 && !arguments[3].is_null();
   browser_events(self).NavigateError(to, has_status ? arguments[3].to_integer32() : 404);
   return {};
