@@ -1,6 +1,7 @@
 #include "tvx/qt/bars/branch_face.h"
 
 #include <QAbstractButton>
+#include <QContextMenuEvent>
 #include <QCoreApplication>
 #include <QEvent>
 #include <QKeyEvent>
@@ -57,6 +58,9 @@ class Crumb final : public QAbstractButton {
     }
     QAbstractButton::keyPressEvent(event);
   }
+
+  // The menu that a press opens is what a right press asks for, too.
+  void contextMenuEvent(QContextMenuEvent*) override { click(); }
 
   void paintEvent(QPaintEvent*) override {
     QPainter painter(this);

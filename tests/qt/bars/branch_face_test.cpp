@@ -4,6 +4,7 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QContextMenuEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMenu>
@@ -93,6 +94,14 @@ TEST_F(BranchFaces, AClickPressesAndLeavesTheFocusWhereItWas) {
   show_path({u"P", u"B"});
   click(crumb(1));
   EXPECT_EQ(presses_.keys, std::vector<std::u16string>{u"KEY4"});
+  EXPECT_EQ(QApplication::focusWidget(), &document_);
+}
+
+TEST_F(BranchFaces, ARightPressDoesTheSame) {
+  show_path({u"P", u"B"});
+  QContextMenuEvent right(QContextMenuEvent::Mouse, crumb(2)->rect().center());
+  QApplication::sendEvent(crumb(2), &right);
+  EXPECT_EQ(presses_.keys, std::vector<std::u16string>{u"KEY5"});
   EXPECT_EQ(QApplication::focusWidget(), &document_);
 }
 
