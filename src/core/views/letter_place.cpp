@@ -13,6 +13,13 @@ using dom::Tag;
 
 namespace {
 
+bool is_letter(char16_t unit) { return !is_ascii_space(unit); }
+
+bool is_one_of(std::u16string_view name, std::initializer_list<std::u16string_view> others) {
+  return std::ranges::any_of(
+      others, [&](std::u16string_view each) { return equals_ignoring_ascii_case(name, each); });
+}
+
 /// Elements whose text is no text of the page, or none that both sides have alike.
 bool hides_text(const Node& node) {
   for (const Tag tag :
@@ -31,12 +38,13 @@ Node* next_node(Node& body, Node* node) {
   return next;
 }
 
-dom::Text* next_text(Node& body, Node* node) {
-  for (;;) {
-    node = next_node(body, node);
-    if (!node) return nullptr;
-    if (auto* text = dom::as<dom::Text>(node)) return text;
-  }
+bool counts_as_letter(const Node& node) {
+  return node.is(Tag::Br) || node.is(Tag::Img) || node.is(Tag::Input);
+}
+
+/// The same in a source.
+bool counts_as_letter(const source::Piece& piece) {
+  return piece.kind == source::Piece::Kind::StartTag && is_one_of(piece.name, {u"br", u"img", u"input"});
 }
 
 /// The first node in tree order that stands at a position or after it, a text for one within it; null: the
@@ -53,8 +61,6 @@ const Node* first_after(const Node& body, const Boundary& place) {
   }
   return child;
 }
-
-bool is_letter(char16_t unit) { return !is_ascii_space(unit); }
 
 std::size_t count_letters(std::u16string_view text) {
   return static_cast<std::size_t>(std::ranges::count_if(text, is_letter));
@@ -78,11 +84,10 @@ void each_letter(std::u16string_view source, const Take& take) {
   std::u16string_view raw;
   while (const auto piece = scanner.next()) {
     if (piece->kind == source::Piece::Kind::StartTag) raw = piece->name;
+    if (counts_as_letter(*piece) && !take(piece->begin, piece->end - piece->begin)) return;
     if (piece->kind != source::Piece::Kind::Text) continue;
-    const bool hidden = std::ranges::any_of(
-        std::initializer_list<std::u16string_view>{u"script", u"style", u"textarea", u"xmp", u"iframe",
-                                                   u"noframes", u"noembed"},
-        [&](std::u16string_view name) { return equals_ignoring_ascii_case(raw, name); });
+    const bool hidden =
+        is_one_of(raw, {u"script", u"style", u"textarea", u"xmp", u"iframe", u"noframes", u"noembed"});
     raw = {};
     if (hidden) continue;
     for (Offset at = piece->begin; at < piece->end; ++at) {
@@ -103,7 +108,10 @@ LetterPlace letter_place(Node& body, const Boundary& place) {
   for (Node* node = &body; node && node != end; node = next_node(body, node)) {
     if (end && hides_text(*node) && dom::is_inclusive_ancestor(*node, *end)) return found;
     if (const auto* text = dom::as<dom::Text>(node)) found.before += count_letters(text->data());
+    if (counts_as_letter(*node)) ++found.before;
   }
+  if (!place.node->is_text() && place.offset > 0)
+    found.after_letter = counts_as_letter(*dom::child_at(*place.node, place.offset - 1));
   if (const auto* text = dom::as<dom::Text>(place.node); text && text == end) {
     const Offset offset = std::min(place.offset, text->length());
     found.before += count_letters(std::u16string_view(text->data()).substr(0, offset));
@@ -114,17 +122,24 @@ LetterPlace letter_place(Node& body, const Boundary& place) {
 
 Boundary boundary_at(Node& body, const LetterPlace& place) {
   std::size_t before = 0;
-  Boundary last{&body, 0};
-  for (dom::Text* text = next_text(body, &body); text; text = next_text(body, text)) {
-    const std::u16string& data = text->data();
-    for (Offset at = 0; at < data.size(); ++at) {
-      if (!is_letter(data[at])) continue;
-      if (before == place.before && !place.after_letter) return {text, at};
-      last = {text, at + 1};
-      if (++before == place.before && place.after_letter) return last;
-    }
-  }
-  return last;
+  Boundary last;  // in an element that counts as a letter: before it or after it
+  // Whether the letter at that offset is the one beside the place.
+  const auto pass = [&](Node* node, Offset at) {
+    const bool is_next = before == place.before && !place.after_letter;
+    last = {node, is_next ? at : at + 1};
+    return is_next || (++before == place.before && place.after_letter);
+  };
+  const auto pass_all = [&](Node* node) {
+    if (counts_as_letter(*node)) return pass(node, 0);
+    const auto* text = dom::as<dom::Text>(node);
+    for (Offset at = 0; text && at < text->length(); ++at)
+      if (is_letter(text->data()[at]) && pass(node, at)) return true;
+    return false;
+  };
+  for (Node* node = &body; node && !pass_all(node);) node = next_node(body, node);
+  if (!last) return {&body, 0};
+  if (last.node->is_text()) return last;
+  return last.offset == 0 ? dom::before(*last.node) : dom::after(*last.node);
 }
 
 LetterPlace letter_place(std::u16string_view source, Offset place) {

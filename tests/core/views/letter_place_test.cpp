@@ -70,6 +70,30 @@ TEST(LetterPlace, EachPositionComesBack) {
   }
 }
 
+TEST(LetterPlace, AnEmptyLineIsAPlaceOfItsOwn) {
+  Both both(u"<ul><li>one</li><li><br></li></ul><table><tr><td><br><td>two</table>");
+  dom::Element& body = *both.document->body();
+  dom::Node& item = *body.first_child()->last_child();
+  EXPECT_EQ(both.from_page({&item, 0}), "  |<BR></LI>");
+  EXPECT_EQ(letter_place(body, {&item, 1}), (LetterPlace{4, true}));
+  const Offset second_break = both.code.find(u"<BR>", both.code.find(u"<TD>"));
+  EXPECT_EQ(boundary_at(body, letter_place(both.code, second_break)),
+            (dom::Boundary{body.last_child()->first_child()->first_child()->first_child(), 0}));
+}
+
+TEST(LetterPlace, ImagesAndFieldsCountAsLetters) {
+  Both both(u"<p><img alt=\"a b\"><img>text<input value=v></p>");
+  dom::Element& body = *both.document->body();
+  dom::Node& paragraph = *body.first_child();
+  for (Offset at = 0; at <= 4; ++at) {
+    if (at == 3) continue;  // beside the text
+    const LetterPlace place = letter_place(body, {&paragraph, at});
+    EXPECT_EQ(letter_place(both.code, offset_at(both.code, place)), place) << at;
+    EXPECT_EQ(boundary_at(body, place), (dom::Boundary{&paragraph, at}));
+  }
+  EXPECT_EQ(both.from_page({&paragraph, 1}), "<P><IMG alt=\"a b\">|<IMG>text<INPUT value=v></P>");
+}
+
 TEST(LetterPlace, BesideElementsCountsTheLettersBefore) {
   const Both both(u"<P>ab</P><UL><LI>cd</LI></UL><SCRIPT>xx</SCRIPT><P>ef</P>");
   dom::Element& body = *both.document->body();
