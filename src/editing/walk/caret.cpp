@@ -317,7 +317,9 @@ Boundary normalized_caret_place(Boundary place) {
   if (before && before->is_text() && !is_collapsed_whitespace_node(*before))
     return {before, dom::length_of(*before)};
   if (gap.next && gap.next->is_text() && !is_collapsed_whitespace_node(*gap.next)) return {gap.next, 0};
-  if (!before && gap.next && is_inline_node(*gap.next) && !gap.next->is(Tag::Br)) {
+  Node* after = passed_filling(gap.next, false);
+  const bool goes_on = gap.next && is_inline_node(*gap.next) && after && is_inline_node(*after);
+  if (!before && goes_on && !gap.next->is(Tag::Br)) {
     // At a line's start the text goes on in the style of what follows.
     Boundary inner = place;
     while (const Boundary next = next_equivalent_point(inner)) {
@@ -329,7 +331,6 @@ Boundary normalized_caret_place(Boundary place) {
   const bool holds_text = is_allowed_child_name(dom::Name(Tag::Span), *place.node);
   // White space and comments between two blocks are no line.
   before = passed_filling(before, true);
-  Node* after = passed_filling(gap.next, false);
   const bool beside_line = (before && is_inline_node(*before)) || (after && is_inline_node(*after));
   if (holds_text && (beside_line || (!before && !after))) return place;
   if (const auto found = CaretWalk(place, Direction::Forward, true).next_place()) return *found;

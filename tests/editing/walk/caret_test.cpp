@@ -50,6 +50,17 @@ TEST_F(Caret, EmptyBlocksAndLinesAreVisited) {
   expect_left("<p>a<br><br>[]b</p>", "<P>a<BR>{}<BR>b</P>");
 }
 
+TEST_F(Caret, TheWhiteSpaceBeforeABlockIsNoPlaceForIt) {
+  load("<ul>\n<li>a</li>\n</ul><ol><li>\n<h2>b</h2></li></ol>");
+  const auto comes_to = [](dom::Node* node) {
+    const dom::Boundary place = normalized_caret_place({node, 0});
+    const auto* text = dom::as<dom::Text>(place.node);
+    return text ? to_utf8(text->data()) : std::string();
+  };
+  EXPECT_EQ(comes_to(host.first_child()), "a");
+  EXPECT_EQ(comes_to(host.last_child()->first_child()), "b");
+}
+
 TEST_F(Caret, WhatNobodySeesMakesNoStep) {
   expect_right("<p>a[]<!-- note -->b</p>", "<P>a<!-- note -->b[]</P>");
   expect_right("<p>a[]<span style=\"display: none\">hidden</span>b</p>",
