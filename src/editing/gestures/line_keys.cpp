@@ -8,6 +8,7 @@
 #include "tvx/editing/facts/lines.h"
 #include "tvx/editing/facts/predicates.h"
 #include "tvx/editing/gestures/attached_lines.h"
+#include "tvx/editing/gestures/description_keys.h"
 #include "tvx/editing/gestures/list_keys.h"
 #include "tvx/editing/gestures/quotations.h"
 #include "tvx/editing/gestures/writing_place.h"
@@ -334,7 +335,8 @@ void start_line(Editor& editor) {
   const Ref<Element> line_before(block_around(editor.selection().focus()));
   const bool in_heading = line_before && is_heading(*line_before);
   const RecordedLook style = in_heading ? record_current_overrides(editor) : style_that_goes_on(editor);
-  if (leave_empty_item(editor) || leave_quotation_at_end(editor) || start_line_in_attached(editor))
+  if (leave_empty_item(editor) || leave_empty_description(editor) || leave_quotation_at_end(editor) ||
+      start_line_in_attached(editor))
     return go_on_in_style(editor, style, line_before.get());
   wrap_line_beside_blocks(editor);
   const std::vector<Ref<Element>> styles = in_heading ? std::vector<Ref<Element>>() : styled_elements(editor);
