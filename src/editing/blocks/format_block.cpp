@@ -132,14 +132,12 @@ void drop_before_breaks(const NodeList& layout) {
   }
 }
 
-}  // namespace
-
-bool format_block(Editor& editor, std::u16string_view value) {
+bool format_range(Editor& editor, const dom::Range& range, std::u16string_view value) {
   if (value.size() >= 2 && value.front() == u'<' && value.back() == u'>')
     value = value.substr(1, value.size() - 2);
   const Name name{std::u16string_view(ascii_lower(value))};
   if (!is_name_of_formattable_block(name)) return false;
-  NodeList lines = topmost_contained(block_extend(editor.selection().range()), is_line);
+  NodeList lines = topmost_contained(range, is_line);
   std::erase_if(lines, [](const Ref<Node>& line) { return is_layout(*line); });
   const RecordedValues values = record_values(lines);
   KnownAncestors known;
@@ -149,6 +147,16 @@ bool format_block(Editor& editor, std::u16string_view value) {
   BlockFormatter(editor, name, std::move(lines)).run();
   drop_before_breaks(layout);
   return true;
+}
+
+}  // namespace
+
+bool format_block(Editor& editor, std::u16string_view value) {
+  return format_range(editor, block_extend(editor.selection().range()), value);
+}
+
+bool format_lines(Editor& editor, std::u16string_view value) {
+  return format_range(editor, line_extend(editor.selection().range()), value);
 }
 
 namespace {

@@ -10,6 +10,8 @@ class Editor;
 
 /// `name` may stand in angle brackets. False if it is no name of a formattable block.
 bool format_block(Editor& editor, std::u16string_view name);
+/// The same for the lines of a selection alone: lists and paragraphs beside them in their items stay.
+bool format_lines(Editor& editor, std::u16string_view name);
 bool is_block_format_mixed(Editor& editor);
 /// The name of the first line's block, "" if there is none.
 std::u16string block_format(Editor& editor);

@@ -36,9 +36,11 @@ Node* item_in_cell(Node* node) {
   return nullptr;
 }
 
+enum class Items : std::uint8_t { Whole, Lines };
+
 // Inside a text no position is a block's edge, so the walk begins at the edge of the text.
-Gap walk_start(Boundary place, bool backward) {
-  if (Node* item = item_in_cell(place.node); item && item->parent()) {
+Gap walk_start(Boundary place, bool backward, Items items) {
+  if (Node* item = items == Items::Whole ? item_in_cell(place.node) : nullptr; item && item->parent()) {
     return backward ? Gap::before(*item) : Gap::after(*item);
   }
   if (dom::as<dom::CharacterData>(place.node) && place.node->parent()) {
@@ -64,8 +66,8 @@ Gap step_on(const Gap& gap) {
   return holds_blocks(*gap.next) ? Gap::start_of(*gap.next) : Gap::after(*gap.next);
 }
 
-Boundary extended_start(Boundary place) {
-  Gap gap = walk_start(place, true);
+Boundary extended_start(Boundary place, Items items) {
+  Gap gap = walk_start(place, true, items);
   if (!is_block_start(gap)) {
     do {
       gap = step_back(gap);
@@ -75,8 +77,8 @@ Boundary extended_start(Boundary place) {
   return gap.boundary();
 }
 
-Boundary extended_end(Boundary place) {
-  Gap gap = walk_start(place, false);
+Boundary extended_end(Boundary place, Items items) {
+  Gap gap = walk_start(place, false, items);
   if (!is_block_end(gap)) {
     do {
       gap = step_on(gap);
@@ -88,7 +90,13 @@ Boundary extended_end(Boundary place) {
 
 }  // namespace
 
-dom::Range block_extend(dom::Range range) { return {extended_start(range.start), extended_end(range.end)}; }
+dom::Range block_extend(dom::Range range) {
+  return {extended_start(range.start, Items::Whole), extended_end(range.end, Items::Whole)};
+}
+
+dom::Range line_extend(dom::Range range) {
+  return {extended_start(range.start, Items::Lines), extended_end(range.end, Items::Lines)};
+}
 
 namespace {
 

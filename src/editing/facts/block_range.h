@@ -8,6 +8,9 @@ namespace tvx::editing {
 
 /// The range stretched to whole blocks and lines. A `br` ends a line and belongs to it.
 dom::Range block_extend(dom::Range range);
+/// The same where an item is no whole: what stands in it beside the lines, such as a list of its own, isn't
+/// taken in.
+dom::Range line_extend(dom::Range range);
 
 bool is_block_start(const Gap& gap);
 bool is_block_end(const Gap& gap);

@@ -4,9 +4,12 @@
 #include <set>
 
 #include "tvx/dom/journal.h"
+#include "tvx/dom/mutation.h"
 #include "tvx/dom/tree.h"
+#include "tvx/editing/blocks/format_block.h"
 #include "tvx/editing/editor.h"
 #include "tvx/editing/facts/between_blocks.h"
+#include "tvx/editing/facts/line_memo.h"
 #include "tvx/editing/facts/lines.h"
 #include "tvx/editing/facts/predicates.h"
 #include "tvx/editing/gestures/alignment.h"
@@ -17,6 +20,7 @@
 #include "tvx/editing/inline/recorded_values.h"
 #include "tvx/editing/tree/lines.h"
 #include "tvx/editing/tree/surgery.h"
+#include "tvx/editing/walk/content_walk.h"
 
 namespace tvx::editing {
 
@@ -90,9 +94,34 @@ NodeList filling_at(const Element& holder, bool at_end) {
   return filling;
 }
 
+constexpr std::u16string_view html_space = u" \t\n\f\r";
+
+/// Takes a part of a text out into one of its own beside it. A caret there comes to the edge of what stays.
+void part_text(dom::Text& text, Offset from, Offset length) {
+  if (text.data().substr(from, length).find(u'\n') == text.data().npos) return;
+  const Ref<dom::Text> part = text.document()->create_text(text.data().substr(from, length));
+  dom::replace_data(text, from, length, u"");
+  dom::insert(*text.parent(), part, from == 0 ? &text : text.next_sibling());
+}
+
+/// The ends of lines in the source that a text at an edge begins or ends with are texts of their own then.
+void part_source_ends(const Element& holder) {
+  const auto collapsing = [](Node* node) {
+    auto* text = dom::as<dom::Text>(node);
+    return text && !is_filling(*text) && collapses(*text) ? text : nullptr;
+  };
+  if (dom::Text* text = collapsing(holder.last_child())) {
+    const Offset end = text->data().find_last_not_of(html_space) + 1;
+    part_text(*text, end, text->length() - end);
+  }
+  if (dom::Text* text = collapsing(holder.first_child()))
+    part_text(*text, 0, text->data().find_first_not_of(html_space));
+}
+
 /// What a command has put around lines takes in the white space beside them, which parts them from their
 /// neighbours in the source: it goes back there.
 void give_back_filling(Element& made) {
+  part_source_ends(made);
   const Ref<Node> holder(made.parent());
   if (const NodeList before = filling_at(made, false); !before.empty())
     move_run_preserving_ranges(before, *holder, &made);
@@ -110,12 +139,22 @@ std::vector<Ref<Element>> line_blocks(const dom::Range& range) {
   return blocks;
 }
 
+/// The style that is to be typed in stays.
+bool format_keeping_look(Editor& editor, std::u16string_view value) {
+  const LineMemo memo;
+  leave_comments(editor);
+  const RecordedLook look = record_current_overrides(editor);
+  const bool done = format_lines(editor, value);
+  if (editor.selection().collapsed()) restore_look(look, editor);
+  return done;
+}
+
 /// A block that lines were given takes in the white space beside them as well.
-bool format_lines(Editor& editor, std::u16string_view command, std::u16string_view value) {
+bool format_and_give_back(Editor& editor, std::u16string_view value) {
   const std::vector<Ref<Element>> before = line_blocks(editor.selection().range());
   std::set<const Node*> known;
   for (const Ref<Element>& block : before) known.insert(block.get());
-  const bool done = editor.execute(command, value);
+  const bool done = format_keeping_look(editor, value);
   for (const Ref<Element>& block : line_blocks(editor.selection().range()))
     if (!known.contains(block.get()) && is_editable(*block) && block->parent()) give_back_filling(*block);
   return done;
@@ -191,7 +230,11 @@ bool make_list(Editor& editor, std::u16string_view command, std::u16string_view 
   const bool was_list = list_around(editor.selection().range().start.node) != nullptr;
   const bool done = toggle_list_as_writer(editor, command) || editor.execute(command, value);
   Element* list = was_list ? nullptr : list_around(editor.selection().range().end.node);
-  if (list && is_editable(*list)) give_back_filling(*list);
+  if (list && is_editable(*list)) {
+    for (Node* item : {list->first_child(), list->last_child()})
+      if (item && item->is(dom::Tag::Li)) give_back_filling(static_cast<Element&>(*item));
+    give_back_filling(*list);
+  }
   return done;
 }
 
@@ -206,7 +249,7 @@ bool execute_on_lines(Editor& editor, std::u16string_view command, std::u16strin
   hold_line_open(editor);
   if (is_list_command(command)) return make_list(editor, command, value);
   if (equals_ignoring_ascii_case(command, u"formatblock"))
-    return format_empty_line(editor, value) || format_lines(editor, command, value);
+    return format_empty_line(editor, value) || format_and_give_back(editor, value);
   const bool inward = equals_ignoring_ascii_case(command, u"indent");
   if (inward || equals_ignoring_ascii_case(command, u"outdent")) {
     const bool done = move_items(editor, inward) || execute_and_give_back(editor, command, value);
