@@ -91,7 +91,7 @@ TEST(LetterPlace, ImagesAndFieldsCountAsLetters) {
     EXPECT_EQ(letter_place(both.code, offset_at(both.code, place)), place) << at;
     EXPECT_EQ(boundary_at(body, place), (dom::Boundary{&paragraph, at}));
   }
-  EXPECT_EQ(both.from_page({&paragraph, 1}), "<P><IMG alt=\"a b\">|<IMG>text<INPUT value=v></P>");
+  EXPECT_EQ(both.from_page({&paragraph, 1}), "<P><IMG alt=\"a b\">|<IMG>text<INPUT value=\"v\"></P>");
 }
 
 TEST(LetterPlace, BesideElementsCountsTheLettersBefore) {
