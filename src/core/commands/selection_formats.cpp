@@ -5,6 +5,7 @@
 #include "tvx/browser/input/writer_command.h"
 #include "tvx/dom/journal.h"
 #include "tvx/dom/tree.h"
+#include "tvx/editing/blocks/format_block.h"
 #include "tvx/editing/editor.h"
 #include "tvx/editing/gestures/writer_state.h"
 #include "tvx/editing/inline/links.h"
@@ -58,9 +59,10 @@ void SelectionFormats::read_paragraph_style() {
   paragraph_style_.clear();
   several_ = false;
   if (editor.selection().type() != editing::SelectionType::Text) return;
-  several_ = editor.indeterminate(u"FormatBlock");
+  const std::optional<std::u16string> style = editing::format_of_lines(editor);
+  several_ = !style;
   if (several_) return;
-  paragraph_style_ = editor.value(u"FormatBlock");
+  paragraph_style_ = *style;
   const bool is_text =
       paragraph_style_.empty() || paragraph_style_ == paragraph || paragraph_style_ == u"div";
   if (is_text && is_quoted(editor.selection().range().start)) paragraph_style_ = quotation;

@@ -11,6 +11,7 @@
 #include "tvx/editing/editor.h"
 #include "tvx/editing/facts/block_range.h"
 #include "tvx/editing/facts/known_ancestors.h"
+#include "tvx/editing/facts/line_memo.h"
 #include "tvx/editing/facts/predicates.h"
 #include "tvx/editing/facts/rendering.h"
 #include "tvx/editing/inline/recorded_values.h"
@@ -190,17 +191,22 @@ class FormatFinder {
   std::unordered_map<const Node*, std::u16string_view> formats_;
 };
 
+/// What all that is seen in a range has; nothing where that differs.
+std::optional<std::u16string_view> common_format(const dom::Range& range) {
+  const NodeList leaves = visible_leaves(range);
+  FormatFinder finder;
+  const std::u16string_view first =
+      leaves.empty() ? std::u16string_view() : finder.format_of(*leaves.front());
+  const bool differs = std::any_of(leaves.begin(), leaves.end(),
+                                   [&](const Ref<Node>& leaf) { return finder.format_of(*leaf) != first; });
+  return differs ? std::nullopt : std::optional(first);
+}
+
 }  // namespace
 
 bool is_block_format_mixed(Editor& editor) {
   const std::optional<dom::Range> range = editor.active_range();
-  if (!range) return false;
-  const NodeList leaves = visible_leaves(block_extend(*range));
-  FormatFinder finder;
-  const std::u16string_view first =
-      leaves.empty() ? std::u16string_view() : finder.format_of(*leaves.front());
-  return std::any_of(leaves.begin(), leaves.end(),
-                     [&](const Ref<Node>& leaf) { return finder.format_of(*leaf) != first; });
+  return range && !common_format(block_extend(*range));
 }
 
 std::u16string block_format(Editor& editor) {
@@ -208,6 +214,14 @@ std::u16string block_format(Editor& editor) {
   if (!range) return {};
   const Ref<Node> leaf = first_visible_leaf(block_extend(*range));
   return std::u16string(leaf ? FormatFinder().format_of(*leaf) : std::u16string_view());
+}
+
+std::optional<std::u16string> format_of_lines(Editor& editor) {
+  const std::optional<dom::Range> range = editor.active_range();
+  if (!range) return u"";
+  const LineMemo memo;
+  const std::optional<std::u16string_view> format = common_format(line_extend(*range));
+  return format ? std::optional<std::u16string>(*format) : std::nullopt;
 }
 
 }  // namespace tvx::editing

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -15,5 +16,8 @@ bool format_lines(Editor& editor, std::u16string_view name);
 bool is_block_format_mixed(Editor& editor);
 /// The name of the first line's block, "" if there is none.
 std::u16string block_format(Editor& editor);
+/// The name of the block that all lines of the selection have, "" if they stand in none; nothing where they
+/// have several.
+std::optional<std::u16string> format_of_lines(Editor& editor);
 
 }  // namespace tvx::editing

@@ -77,16 +77,20 @@ std::u16string_view alignment_of(const Node& node) {
   return u"left";
 }
 
-void justify_selection(Editor& editor, std::u16string_view alignment) {
+namespace {
+
+using Extend = dom::Range (*)(dom::Range);
+
+void justify(Editor& editor, Extend extend, std::u16string_view alignment) {
   NodeList elements;
-  walk_contained(block_extend(editor.selection().range()), [&](Node& node) {
+  walk_contained(extend(editor.selection().range()), [&](Node& node) {
     const auto* element = dom::as<Element>(&node);
     if (element && sets_alignment(*element) && is_editable(node)) elements.emplace_back(node);
     return Visit::Children;
   });
   for (const Ref<Node>& element : elements) unset_alignment(static_cast<Element&>(*element));
   // Lines may be others now: a `div` that is gone has left a line break.
-  const NodeList nodes = topmost_contained(block_extend(editor.selection().range()), [&](const Node& node) {
+  const NodeList nodes = topmost_contained(extend(editor.selection().range()), [&](const Node& node) {
     return is_editable(node) && is_allowed_child(node, Name(Tag::Div)) && alignment_of(node) != alignment;
   });
   const auto make_aligner = [&] {
@@ -104,11 +108,19 @@ void justify_selection(Editor& editor, std::u16string_view alignment) {
   }
 }
 
+}  // namespace
+
+void justify_selection(Editor& editor, std::u16string_view alignment) {
+  justify(editor, block_extend, alignment);
+}
+
+void justify_lines(Editor& editor, std::u16string_view alignment) { justify(editor, line_extend, alignment); }
+
 namespace {
 
 // How many of the leaves in a range are aligned that way, and of how many.
 std::pair<std::size_t, std::size_t> count_aligned(const dom::Range& range, std::u16string_view alignment) {
-  const NodeList leaves = visible_leaves(block_extend(range));
+  const NodeList leaves = visible_leaves(range);
   const auto aligned = std::count_if(leaves.begin(), leaves.end(),
                                      [&](const auto& leaf) { return alignment_of(*leaf) == alignment; });
   return {aligned, leaves.size()};
@@ -119,12 +131,17 @@ std::pair<std::size_t, std::size_t> count_aligned(const dom::Range& range, std::
 bool is_alignment_mixed(Editor& editor, std::u16string_view alignment) {
   const std::optional<dom::Range> range = editor.active_range();
   if (!range) return false;
-  const auto [aligned, all] = count_aligned(*range, alignment);
+  const auto [aligned, all] = count_aligned(block_extend(*range), alignment);
   return aligned > 0 && aligned < all;
 }
 
 bool is_aligned(const dom::Range& range, std::u16string_view alignment) {
-  const auto [aligned, all] = count_aligned(range, alignment);
+  const auto [aligned, all] = count_aligned(block_extend(range), alignment);
+  return all > 0 && aligned == all;
+}
+
+bool are_lines_aligned(const dom::Range& range, std::u16string_view alignment) {
+  const auto [aligned, all] = count_aligned(line_extend(range), alignment);
   return all > 0 && aligned == all;
 }
 

@@ -1,12 +1,14 @@
 #include "tvx/editing/gestures/line_commands.h"
 
 #include <algorithm>
+#include <functional>
 #include <set>
 
 #include "tvx/dom/journal.h"
 #include "tvx/dom/mutation.h"
 #include "tvx/dom/tree.h"
 #include "tvx/editing/blocks/format_block.h"
+#include "tvx/editing/blocks/justification.h"
 #include "tvx/editing/editor.h"
 #include "tvx/editing/facts/between_blocks.h"
 #include "tvx/editing/facts/line_memo.h"
@@ -139,24 +141,13 @@ std::vector<Ref<Element>> line_blocks(const dom::Range& range) {
   return blocks;
 }
 
-/// The style that is to be typed in stays.
-bool format_keeping_look(Editor& editor, std::u16string_view value) {
+/// What a command does, for the lines alone. The style that is to be typed in stays.
+bool act_on_lines(Editor& editor, const std::function<bool()>& act) {
   const LineMemo memo;
   leave_comments(editor);
   const RecordedLook look = record_current_overrides(editor);
-  const bool done = format_lines(editor, value);
+  const bool done = act();
   if (editor.selection().collapsed()) restore_look(look, editor);
-  return done;
-}
-
-/// A block that lines were given takes in the white space beside them as well.
-bool format_and_give_back(Editor& editor, std::u16string_view value) {
-  const std::vector<Ref<Element>> before = line_blocks(editor.selection().range());
-  std::set<const Node*> known;
-  for (const Ref<Element>& block : before) known.insert(block.get());
-  const bool done = format_keeping_look(editor, value);
-  for (const Ref<Element>& block : line_blocks(editor.selection().range()))
-    if (!known.contains(block.get()) && is_editable(*block) && block->parent()) give_back_filling(*block);
   return done;
 }
 
@@ -172,13 +163,21 @@ NodeList wrappers_around(const dom::Range& range) {
   return wrappers;
 }
 
-/// As the command does; what it has put around the lines doesn't hold what is between blocks.
-bool execute_and_give_back(Editor& editor, std::u16string_view command, std::u16string_view value) {
-  const NodeList before = wrappers_around(editor.selection().range());
-  const bool done = editor.execute(command, value);
-  for (const Ref<Node>& wrapper : wrappers_around(editor.selection().range()))
-    if (std::ranges::find(before, wrapper) == before.end())
-      give_back_filling(static_cast<Element&>(*wrapper));
+/// The blocks that this gives lines, and puts around them, don't take in what is between blocks.
+bool act_and_give_back(Editor& editor, const std::function<bool()>& act) {
+  const dom::Range lines = editor.selection().range();
+  const std::vector<Ref<Element>> blocks = line_blocks(lines);  // held, so that no new one has its place
+  std::set<const Node*> known;
+  for (const Ref<Element>& block : blocks) known.insert(block.get());
+  for (const Node* node : {lines.start.node, lines.end.node})
+    for (; node; node = node->parent()) known.insert(node);
+  const bool done = act();
+  const dom::Range range = editor.selection().range();
+  NodeList made = wrappers_around(range);
+  for (const Ref<Element>& block : line_blocks(range)) made.emplace_back(block);
+  for (const Ref<Node>& block : made)
+    if (!known.contains(block.get()) && is_editable(*block) && block->parent())
+      give_back_filling(static_cast<Element&>(*block));
   return done;
 }
 
@@ -249,17 +248,20 @@ bool execute_on_lines(Editor& editor, std::u16string_view command, std::u16strin
   hold_line_open(editor);
   if (is_list_command(command)) return make_list(editor, command, value);
   if (equals_ignoring_ascii_case(command, u"formatblock"))
-    return format_empty_line(editor, value) || format_and_give_back(editor, value);
+    return format_empty_line(editor, value) || act_and_give_back(editor, [&] {
+             return act_on_lines(editor, [&] { return format_lines(editor, value); });
+           });
   const bool inward = equals_ignoring_ascii_case(command, u"indent");
   if (inward || equals_ignoring_ascii_case(command, u"outdent")) {
-    const bool done = move_items(editor, inward) || execute_and_give_back(editor, command, value);
+    const bool done = move_items(editor, inward) ||
+                      act_and_give_back(editor, [&] { return editor.execute(command, value); });
     drop_end_break_before(block_around(editor.selection().range().start));
     return done;
   }
-  if (const std::u16string alignment = alignment_of_command(command); !alignment.empty()) {
-    if (align_lines(editor, alignment)) return true;
-  }
-  return execute_and_give_back(editor, command, value);
+  const std::u16string alignment = alignment_of_command(command);
+  return align_lines(editor, alignment) || act_and_give_back(editor, [&] {
+           return act_on_lines(editor, [&] { return justify_lines(editor, alignment), true; });
+         });
 }
 
 }  // namespace tvx::editing

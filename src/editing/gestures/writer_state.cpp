@@ -52,6 +52,15 @@ bool is_cell_aligned(Element& cell, std::u16string_view alignment) {
   return is_empty_line(cell) ? alignment_of(cell) == alignment : is_aligned(content_of(cell), alignment);
 }
 
+/// A list in an item isn't aligned with the item's line, and no other paragraph of it.
+bool is_on_in_lines(Editor& editor, std::u16string_view command) {
+  const auto row = std::ranges::find(alignment_rows, ascii_lower(command), &AlignmentRow::name);
+  if (row == std::end(alignment_rows)) return editor.state(command);
+  const LineMemo memo;
+  const std::optional<dom::Range> range = editor.active_range();
+  return range && are_lines_aligned(*range, row->alignment);
+}
+
 }  // namespace
 
 std::optional<bool> state_of_cell(const Ref<Element>& cell, std::u16string_view command) {
@@ -74,7 +83,7 @@ bool state_as_writer(Editor& editor, std::u16string_view command) {
     if (on == false) return false;
     any = any || on;
   }
-  return any || editor.state(command);
+  return any || is_on_in_lines(editor, command);
 }
 
 std::u16string value_as_writer(Editor& editor, std::u16string_view command) {
