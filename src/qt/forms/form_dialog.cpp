@@ -143,6 +143,7 @@ void FormDialog::control_changed(FormControl& control) {
   if (QWidget* widget = widgets_.value(&control)) show_state(control, *widget);
   for (const auto& other : form_.controls())
     if (other->colour_field() == &control) show_state(*other, *widgets_.value(other.get()));
+  layout_->reach_changed();
   layout_->fault_changed(control);
   if (control.has_caption()) captions_changed();
 }
@@ -173,8 +174,10 @@ void FormDialog::changeEvent(QEvent* event) {
   if (!layout_) return;
   if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
     layout_->captions_changed();
-  if (event->type() == QEvent::PaletteChange)
+  if (event->type() == QEvent::PaletteChange) {
     for (const auto& control : form_.controls()) show_state(*control, *widgets_.value(control.get()));
+    layout_->reach_changed();
+  }
 }
 
 // The user begins in the first field, and types over what stands there.

@@ -60,6 +60,7 @@ FormLayout::FormLayout(const platform::Form& form, const Widgets& widgets, QWidg
   }
   for (Grid& grid : grids_) fill(grid);
   captions_changed();
+  reach_changed();
 }
 
 // A label begins a field, if something follows that it can name. Else it is a unit, which belongs to what
@@ -160,6 +161,16 @@ void FormLayout::fault_changed(const FormControl& control) {
   line->setPalette(palette);
   line->setText(QStringLiteral("\u26A0 ") + translated(control.fault()));
   line->setVisible(!control.fault().empty());
+}
+
+void FormLayout::reach_changed() {
+  for (const Grid& grid : grids_)
+    for (const std::vector<Field>& row : grid.rows)
+      for (const Field& field : row)
+        if (field.label)
+          widget_of(field.label)
+              ->setEnabled(field.label->Enabled() &&
+                           std::ranges::any_of(field.controls, &FormControl::Enabled));
 }
 
 // --- captions ---

@@ -25,6 +25,8 @@ class FormLayout {
   /// For when captions, the font or the style have changed: the columns of labels become as wide in every
   /// frame as the widest one wants, and what has no words of its own is called what its label says.
   void captions_changed();
+  /// A label is grey where all that it names is, whatever it says itself.
+  void reach_changed();
   /// What is wrong with a field is told below it.
   void fault_changed(const platform::FormControl& control);
 

@@ -291,6 +291,20 @@ TEST_F(FormFace, WhatCanNotBeReachedIsGreyOrAway) {
   EXPECT_THAT(sample_.clicked, ElementsAre());
 }
 
+TEST_F(FormFace, ALabelIsGreyWithWhatItNames) {
+  Form& form = sample_.form;
+  form.Controls(u"txtName").set_Enabled(false);
+  show([&](FormDialog& dialog) {
+    EXPECT_FALSE(widget(dialog, "lblName")->isEnabled());
+    EXPECT_TRUE(form.Controls(u"lblName").Enabled()) << "for the program nothing has changed";
+    EXPECT_TRUE(widget(dialog, "lblRows")->isEnabled());
+    form.Controls(u"txtName").set_Enabled(true);
+    EXPECT_TRUE(widget(dialog, "lblName")->isEnabled());
+    form.Controls(u"txtColour").set_Enabled(false);
+    EXPECT_TRUE(widget(dialog, "lblColour")->isEnabled()) << "the button beside the box can be pressed";
+  });
+}
+
 TEST_F(FormFace, ABoxWithAColourHasLettersThatCanBeRead) {
   FormControl& box = sample_.form.Controls(u"txtColour");
   show([&](FormDialog& dialog) {
