@@ -314,6 +314,17 @@ void start_source_line(const Element* before, Element* line) {
   dom::insert(*line->parent(), line->document()->create_text(start->data().substr(end)), line);
 }
 
+/// A paragraph that begins an item is the item's own line. The block of the caret.
+Element* line_of_item(Editor& editor, Element& paragraph) {
+  auto* item = dom::as<Element>(paragraph.parent());
+  if (!item || !item->is(Tag::Li) || paragraph.previous_sibling()) return &paragraph;
+  const Ref<Element> held(paragraph);
+  move_run_preserving_ranges(children_of(paragraph), *item, &paragraph);
+  dom::remove(*held);
+  editor.selection().collapse({item, 0});
+  return item;
+}
+
 /// At a heading's end there may be white space of the source, which nobody sees: the line after it is a
 /// paragraph all the same.
 Element* end_heading(Editor& editor, Element* line) {
@@ -326,7 +337,7 @@ Element* end_heading(Editor& editor, Element* line) {
   }
   append_line_break(*paragraph);
   editor.selection().collapse(dom::before(*paragraph->last_child()));
-  return paragraph.get();
+  return line_of_item(editor, *paragraph);
 }
 
 }  // namespace
@@ -343,7 +354,7 @@ void start_line(Editor& editor) {
   if (start_line_in_pre(editor)) return go_on_in_style(editor, style, line_before.get());
   wrap_line_parted_in_style(editor);
   const Ref<Element> item(item_with_list(editor));
-  insert_paragraph(editor);
+  insert_writers_paragraph(editor);
   if (item) stay_in_item(editor, item.get());
   Element* line = block_around(editor.selection().focus());
   if (in_heading)

@@ -4,6 +4,7 @@
 #include "tvx/editing/blocks/allowed_ancestors.h"
 #include "tvx/editing/deletion/deletion.h"
 #include "tvx/editing/editor.h"
+#include "tvx/editing/facts/between_blocks.h"
 #include "tvx/editing/facts/block_range.h"
 #include "tvx/editing/facts/lines.h"
 #include "tvx/editing/facts/predicates.h"
@@ -31,7 +32,8 @@ const TagSet many_line_tags{Tag::Address, Tag::Listing, Tag::Pre};
 /// Enter. The steps are those of the standard's "insertParagraph" command; the numbers name them.
 class ParagraphInsertion {
  public:
-  explicit ParagraphInsertion(Editor& editor) : editor_(editor) {}
+  enum class For : std::uint8_t { Command, Writer };
+  ParagraphInsertion(Editor& editor, For whom) : editor_(editor), for_writer_(whom == For::Writer) {}
   void run();
 
  private:
@@ -51,6 +53,7 @@ class ParagraphInsertion {
   Name separator() const { return Name(std::u16string_view(editor_.paragraph_separator())); }
 
   Editor& editor_;
+  const bool for_writer_;
   Node* node_ = nullptr;
   Ref<Node> container_;
 };
@@ -74,7 +77,11 @@ void ParagraphInsertion::find_container() {
          is_editable(*container_->parent()) && in_same_editing_host(*container_->parent(), *node_)) {
     container_ = container_->parent();
   }
-  if (!is_usable(*container_) || !(container_->is(Tag::P) || container_->is(Tag::Div))) return;
+  if (!is_usable(*container_)) return;
+  // OURS: for a writer a heading in an item is its line, as a paragraph is.
+  const bool is_line_of_item =
+      container_->is(Tag::P) || container_->is(Tag::Div) || (for_writer_ && heading_tags.has(*container_));
+  if (!is_line_of_item) return;
   Node* outer = container_.get();
   // OURS: not beyond a cell, which is a page of its own.
   while (!item_tags.has(*outer) && !outer->is(Tag::Td) && !outer->is(Tag::Th) && outer->parent() &&
@@ -197,6 +204,16 @@ Ref<Node> last_paragraph_within(Ref<Node> node) {
   return node;
 }
 
+// OURS: the new line is what the new container begins with. The standard takes what it ends with, which in an
+// item may be another paragraph of it.
+Ref<Node> first_paragraph_within(Ref<Node> node) {
+  for (;;) {
+    Node* first = passed_filling(node->first_child(), false);
+    if (!first || is_list(*first) || !is_prohibited_paragraph_child(*first)) return node;
+    node = first;
+  }
+}
+
 // Steps 17 to 34.
 void ParagraphInsertion::split_container() {
   const Boundary from = line_start();
@@ -211,7 +228,8 @@ void ParagraphInsertion::split_container() {
   copy_attributes(static_cast<const Element&>(*container_), *created);
   dom::insert(*container_->parent(), created, container_->next_sibling());
   move_line(from, *created);
-  const Ref<Node> upper = last_paragraph_within(container_), lower = last_paragraph_within(created);
+  const Ref<Node> upper = last_paragraph_within(container_);
+  const Ref<Node> lower = for_writer_ ? first_paragraph_within(created) : last_paragraph_within(created);
   if (!has_visible_child(*upper)) append_line_break(*upper);
   if (!has_visible_child(*lower)) append_line_break(*lower);
   editor_.selection().collapse({lower.get(), 0});
@@ -233,8 +251,12 @@ void ParagraphInsertion::run() {
 }  // namespace
 
 bool insert_paragraph(Editor& editor, std::u16string_view) {
-  ParagraphInsertion(editor).run();
+  ParagraphInsertion(editor, ParagraphInsertion::For::Command).run();
   return true;
+}
+
+void insert_writers_paragraph(Editor& editor) {
+  ParagraphInsertion(editor, ParagraphInsertion::For::Writer).run();
 }
 
 }  // namespace tvx::editing

@@ -14,6 +14,9 @@ namespace tvx::editing {
 class Editor;
 
 bool insert_paragraph(Editor& editor, std::u16string_view = {});
+/// As a writer's Enter: a heading in an item is parted together with it, as a paragraph in one is, and the
+/// caret is in the line after it whatever else the item holds.
+void insert_writers_paragraph(Editor& editor);
 bool insert_line_break(Editor& editor, std::u16string_view = {});
 /// As a command types it: an address before a blank becomes a link.
 bool insert_text(Editor& editor, std::u16string_view text);
