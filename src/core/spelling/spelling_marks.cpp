@@ -236,12 +236,12 @@ void SpellingMarks::turn() {
   const bool started = start_application();
   if (!*self_at_start || !document_) return;
   if (!started) return forget_document();
-  const Clock::time_point end = Clock::now() + budget_of_a_turn;
+  Turn turn{Clock::now() + budget_of_a_turn};
   while (!regions_.empty()) {
     // Checking may tell the host of a broken dictionary, and the host may do anything.
     const std::shared_ptr<bool> self = alive_;
     Region& region = *regions_.front();
-    const bool done = check(region, end);
+    const bool done = check(region, turn);
     if (!*self || !document_) return;
     if (!done) break;
     if (!regions_.empty() && regions_.front().get() == &region) regions_.pop_front();
@@ -252,7 +252,7 @@ void SpellingMarks::turn() {
   schedule();
 }
 
-bool SpellingMarks::check(Region& region, Clock::time_point end) {
+bool SpellingMarks::check(Region& region, Turn& turn) {
   const dom::Range noted = region.place.range();
   if (!noted.start || !in_document(*noted.start.node, document_->tree())) return true;
   if (!region.begun) {
@@ -265,11 +265,12 @@ bool SpellingMarks::check(Region& region, Clock::time_point end) {
   for (;;) {
     const auto word = reader.next();
     if (!word || dom::compare(word->start, place.end) >= 0) return true;
-    if (reader.given_since() == 1 && Clock::now() > end) {
+    if (reader.given_since() == 1 && turn.any && Clock::now() > turn.end) {
       region.place.set({reader.checkpoint(), place.end});
       return false;
     }
     judge(region, *word);
+    turn.any = true;
   }
 }
 

@@ -74,6 +74,12 @@ class SpellingMarks final : public Part, private dom::MutationObserver, private 
     const dom::Text* entered = nullptr;  // the last text whose old marks are gone; only compared
   };
 
+  /// What is checked without giving the loop a turn: something in any case, and no more after its end.
+  struct Turn {
+    Clock::time_point end;
+    bool any = false;
+  };
+
   void mutated(const dom::Mutation& mutation) override;
   void selection_changed() override;
   bool wanted() const;
@@ -84,7 +90,7 @@ class SpellingMarks final : public Part, private dom::MutationObserver, private 
   void note_all();
   void schedule();
   void turn();
-  bool check(Region& region, Clock::time_point end);
+  bool check(Region& region, Turn& turn);
   void judge(Region& region, const dom::Range& word);
   void hold(const dom::Range& word);
   bool is_wrong(const dom::Range& word, const std::u16string& text);
