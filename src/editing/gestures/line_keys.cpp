@@ -8,7 +8,6 @@
 #include "tvx/editing/facts/lines.h"
 #include "tvx/editing/facts/predicates.h"
 #include "tvx/editing/gestures/attached_lines.h"
-#include "tvx/editing/gestures/description_keys.h"
 #include "tvx/editing/gestures/list_keys.h"
 #include "tvx/editing/gestures/quotations.h"
 #include "tvx/editing/gestures/writing_place.h"
