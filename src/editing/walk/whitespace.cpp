@@ -23,10 +23,15 @@ bool has_parent_in_host(const Node& node) {
   return node.parent() && in_same_editing_host(node, *node.parent());
 }
 
+// OURS: white space among items and cells is the source's.
+bool holds_text(const dom::Element& element) {
+  return is_allowed_child_name(dom::Name(dom::Tag::Span), element);
+}
+
 // The text that the spot stands in, if its white space collapses.
 dom::Text* collapsing_text(const WalkPosition& spot) {
   auto* text = spot.node().is_text() ? static_cast<dom::Text*>(&spot.node()) : nullptr;
-  if (!text || !text->parent_element()) return nullptr;
+  if (!text || !text->parent_element() || !holds_text(*text->parent_element())) return nullptr;
   const WhiteSpace space = white_space_of(*text->parent_element());
   return space == WhiteSpace::Pre || space == WhiteSpace::PreWrap ? nullptr : text;
 }
