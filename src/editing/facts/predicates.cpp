@@ -131,8 +131,12 @@ bool is_hidden(const Node& node) {
 
 }  // namespace
 
+// OURS: an item is one also in a menu that has its items in one line. What is written in one stays in it.
 bool is_block_node(const Node& node) {
-  if (const auto* element = dom::as<Element>(&node)) return display_of(*element) == Display::Block;
+  if (const auto* element = dom::as<Element>(&node)) {
+    const Display display = display_of(*element);
+    return display == Display::Block || (display != Display::None && is_item(node));
+  }
   return node.type() == NodeType::Document || node.type() == NodeType::DocumentFragment;
 }
 

@@ -2,6 +2,7 @@
 
 #include "tvx/dom/builder.h"
 #include "tvx/dom/mutation.h"
+#include "tvx/dom/style/inline_style.h"
 #include "tvx/dom/tree.h"
 #include "tvx/editing/facts/lines.h"
 #include "tvx/editing/facts/predicates.h"
@@ -151,6 +152,7 @@ Ref<Element> paragraph_like(Editor& editor, const Element& item) {
   const Ref<Element> paragraph = editor.document().create_element(name);
   for (const dom::Name kept : {dom::names::align, dom::names::dir, dom::names::style})
     if (const std::u16string* value = item.attribute(kept)) dom::set_attribute(*paragraph, kept, *value);
+  dom::style::remove_inline_value(*paragraph, u"display");  // of an item in a menu
   return paragraph;
 }
 

@@ -4,6 +4,7 @@
 
 #include "tvx/dom/builder.h"
 #include "tvx/dom/journal.h"
+#include "tvx/dom/style/inline_style.h"
 #include "tvx/dom/tree.h"
 #include "tvx/editing/facts/block_range.h"
 #include "tvx/editing/facts/predicates.h"
@@ -207,6 +208,8 @@ Ref<Element> set_tag_name(Element& element, Name name) {
   for (const dom::Attribute& attribute : element.attributes()) {
     dom::set_attribute(*replacement, attribute.name, attribute.value, attribute.name_space);
   }
+  // OURS: the items of a menu may be said to stand in one line; a paragraph stands in one of its own.
+  if (is_item(element) && !is_item(*replacement)) dom::style::remove_inline_value(*replacement, u"display");
   move_children_preserving_ranges(element, *replacement);
   dom::remove(element);
   for (HeldRange& range : ranges) {
