@@ -6,6 +6,7 @@
 #include "tvx/editing/facts/between_blocks.h"
 #include "tvx/editing/facts/block_range.h"
 #include "tvx/editing/facts/gap.h"
+#include "tvx/editing/facts/lines.h"
 #include "tvx/editing/facts/predicates.h"
 #include "tvx/editing/facts/rendering.h"
 #include "tvx/editing/facts/tag_set.h"
@@ -310,6 +311,15 @@ bool move_caret(Editor& editor, Direction direction, Granularity granularity, Ex
   return true;
 }
 
+namespace {
+
+/// Elements of a line may hold blocks, in pages of old. One that isn't displayed parts no line.
+bool is_of_line(const Node& node) {
+  return is_inline_node(node) && !(is_block_piece(node) && is_rendered(node));
+}
+
+}  // namespace
+
 Boundary normalized_caret_place(Boundary place) {
   if (dom::as<dom::CharacterData>(place.node) || !editing_host_of(*place.node)) return place;
   const Gap gap = Gap::at(place);
@@ -331,7 +341,7 @@ Boundary normalized_caret_place(Boundary place) {
   const bool holds_text = is_allowed_child_name(dom::Name(Tag::Span), *place.node);
   // White space and comments between two blocks are no line.
   before = passed_filling(before, true);
-  const bool beside_line = (before && is_inline_node(*before)) || (after && is_inline_node(*after));
+  const bool beside_line = (before && is_of_line(*before)) || (after && is_of_line(*after));
   if (holds_text && (beside_line || (!before && !after))) return place;
   if (const auto found = CaretWalk(place, Direction::Forward, true).next_place()) return *found;
   if (const auto found = CaretWalk(place, Direction::Backward, true).next_place()) return *found;
