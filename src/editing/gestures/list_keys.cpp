@@ -4,6 +4,7 @@
 #include "tvx/dom/mutation.h"
 #include "tvx/dom/style/inline_style.h"
 #include "tvx/dom/tree.h"
+#include "tvx/editing/facts/between_blocks.h"
 #include "tvx/editing/facts/lines.h"
 #include "tvx/editing/facts/predicates.h"
 #include "tvx/editing/tree/lines.h"
@@ -425,19 +426,17 @@ bool leave_empty_item(Editor& editor) {
 
 namespace {
 
-/// The list whose last part that is; null: it isn't one of a list that can be edited.
-Node* list_that_ends_with(const Element& part) {
+/// The description list that a part stands in, if it can be edited.
+Node* description_list_of(const Element& part) {
   Node* list = part.parent();
   if (!list || !list->is(Tag::Dl) || !is_editable(*list) || !list->parent()) return nullptr;
-  for (const Node* next = part.next_sibling(); next; next = next->next_sibling())
-    if (!is_filling(*next)) return nullptr;
   return is_editable(*list->parent()) || is_editing_host(*list->parent()) ? list : nullptr;
 }
 
 /// The part leaves with the white space that puts it on a line of its own in the source.
-void remove_part(Element& part) {
-  Node* before = part.previous_sibling();
-  if (before && before->is_text() && is_filling(*before)) dom::remove(*before);
+void remove_part(Element& part, bool at_end) {
+  Node* beside = at_end ? part.previous_sibling() : part.next_sibling();
+  if (beside && beside->is_text() && is_filling(*beside)) dom::remove(*beside);
   dom::remove(part);
 }
 
@@ -448,14 +447,15 @@ bool leave_empty_description(Editor& editor) {
   const Ref<Element> part(block_around(editor.selection().focus()));
   if (!part || !(part->is(Tag::Dd) || part->is(Tag::Dt))) return false;
   if (!is_editable(*part) || !is_empty_line(*part)) return false;
-  const Ref<Node> list(list_that_ends_with(*part));
-  if (!list) return false;
+  const Ref<Node> list(description_list_of(*part));
+  const bool at_end = !passed_filling(part->next_sibling(), false);
+  if (!list || (!at_end && passed_filling(part->previous_sibling(), true))) return false;
   const Ref<Element> paragraph =
       editor.document().create_element(dom::Name{std::u16string_view(editor.paragraph_separator())});
-  dom::insert(*list->parent(), paragraph, list->next_sibling());
+  dom::insert(*list->parent(), paragraph, at_end ? list->next_sibling() : list.get());
   append_line_break(*paragraph);
   editor.selection().collapse({paragraph.get(), 0});
-  remove_part(*part);
+  remove_part(*part, at_end);
   remove_if_without_items(*list);
   return true;
 }

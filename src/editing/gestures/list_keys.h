@@ -24,8 +24,8 @@ void leave_lists(Editor& editor);
 /// outermost one into paragraphs where the item stood. False where the caret isn't so.
 bool leave_item_at_start(Editor& editor);
 bool leave_empty_item(Editor& editor);
-/// Enter in the empty last part of a description list: a paragraph after the list takes its place. The command
-/// would part the list there and leave one that holds nothing but the white space of the source.
+/// Enter in the empty first or last part of a description list: a paragraph beside the list takes its place.
+/// The command would part the list there and leave one that holds nothing but the white space of the source.
 bool leave_empty_description(Editor& editor);
 
 /// The list buttons: numbers become bullets and bullets numbers in the whole list, white space between
