@@ -91,6 +91,16 @@ void BlockPaste::find_sides() {
   }
 }
 
+// In a description list what comes is more of the part that it comes into; alone it is described by the term
+// before it, or is a term.
+Tag BlockPaste::tag_of_items() const {
+  if (!container_->is(Tag::Dl)) return Tag::Li;
+  if (left_) return left_->is(Tag::Dt) ? Tag::Dt : Tag::Dd;
+  const Node* before = before_ ? before_->previous_sibling() : container_->last_child();
+  while (before && is_filling(*before)) before = before->previous_sibling();
+  return before ? Tag::Dd : Tag::Dt;
+}
+
 // Items among items, cells among cells; whatever else comes into a list becomes an item.
 void BlockPaste::fit_to_container(NodeList& pieces) {
   dom::Document& document = editor_.document();
@@ -104,19 +114,31 @@ void BlockPaste::fit_to_container(NodeList& pieces) {
       replace_by_children(pieces, 0);
     return;
   }
-  if (!is_list_of_any_kind(*container_)) return;
+  const bool in_descriptions = container_->is(Tag::Dl);
+  if (!in_descriptions && !is_list_of_any_kind(*container_)) return;
+  const Tag tag = tag_of_items();
+  const auto is_such_list = [&](const Node& node) {
+    return in_descriptions ? node.is(Tag::Dl) : is_list_of_any_kind(node);
+  };
+  const auto is_such_item = [&](const Node& node) {
+    return in_descriptions ? node.is(Tag::Dt) || node.is(Tag::Dd) : node.is(Tag::Li);
+  };
   for (std::size_t i = 0; i < pieces.size();) {
-    if (is_list_of_any_kind(*pieces[i])) {
+    if (is_such_list(*pieces[i])) {
       replace_by_children(pieces, i);
-    } else if (!pieces[i]->is(Tag::Li) && !is_filling(*pieces[i])) {
-      const Ref<Element> item = document.create_element(Tag::Li);
+    } else if (is_such_item(*pieces[i]) || is_filling(*pieces[i])) {
+      ++i;
+    } else {
+      const Ref<Element> item = document.create_element(tag);
       if (holds_line(*pieces[i]))
         move_all(*pieces[i], {item, {}});
       else
         dom::insert(*item, pieces[i]);
+      const bool is_line = !is_block_piece(*pieces[i]);
       pieces[i++] = item;
-    } else {
-      ++i;
+      for (; is_line && i < pieces.size() && !is_block_piece(*pieces[i]);
+           pieces.erase(pieces.begin() + std::ptrdiff_t(i)))
+        dom::insert(*item, pieces[i]);
     }
   }
 }
@@ -287,7 +309,7 @@ Boundary BlockPaste::run(const Ref<dom::DocumentFragment>& content) {
   NodeList pieces = children_of(*content);
   fit_to_container(pieces);
   bool has_trailing_line = false, has_leading_line = false;
-  if (!is_list_of_any_kind(*container_) && !is_table_or_part(*container_)) {
+  if (!is_list_of_any_kind(*container_) && !container_->is(Tag::Dl) && !is_table_or_part(*container_)) {
     has_trailing_line = !options_.ends_line && lay_trailing_line(pieces);
     has_leading_line = lay_leading_line(pieces);
   }

@@ -25,6 +25,7 @@ class BlockPaste {
 
  private:
   void find_sides();
+  dom::Tag tag_of_items() const;
   void fit_to_container(NodeList& pieces);
   bool lay_leading_line(NodeList& pieces);
   bool lay_trailing_line(NodeList& pieces);
