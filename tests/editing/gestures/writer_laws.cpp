@@ -5,7 +5,6 @@
 #include "tvx/dom/journal.h"
 #include "tvx/dom/serialise.h"
 #include "tvx/dom/tree.h"
-#include "tvx/editing/facts/between_blocks.h"
 #include "tvx/editing/facts/lines.h"
 #include "tvx/editing/facts/predicates.h"
 #include "tvx/editing/facts/tag_set.h"
@@ -291,8 +290,8 @@ std::map<std::string, Boundary> clicked(Element& host) {
   for (Node* node = &host; node; node = dom::next_in_order(*node, &host)) {
     if (!is_editable(*node) && node != &host) continue;
     const auto* text = dom::as<dom::Text>(node);
-    // Nor between two blocks, where the source has white space.
-    if (text && is_filling(*text) && between_blocks(Boundary{node, 0}).holder) continue;
+    // Nor in white space of the source that nobody sees.
+    if (text && is_collapsed_whitespace_node(*text)) continue;
     if (!text && (!node->is_element() || dom::is_void(static_cast<const Element&>(*node)))) continue;
     for (Offset at = 0; at <= dom::length_of(*node); at = text ? next_grapheme(text->data(), at) : at + 1) {
       Boundary place{node, at};

@@ -7,8 +7,6 @@
 #include "tvx/dom/tree.h"
 #include "tvx/editing/clipboard/clipboard_door.h"
 #include "tvx/editing/clipboard/paste.h"
-#include "tvx/editing/facts/between_blocks.h"
-#include "tvx/editing/facts/lines.h"
 #include "tvx/editing/facts/predicates.h"
 #include "tvx/editing/gestures/cell_selection.h"
 #include "tvx/editing/gestures/keyboard.h"
@@ -41,6 +39,11 @@ const std::vector<std::string_view> documents{
     "<ul>\n  <li style=\"display: inline\"><a href=\"http://a.b/\">one[]</a></li>\n  <li style=\"display: "
     "inline\">two</li>\n</ul>\n<p>text</p>\n<ol>\n  <li>\n    <p>three</p>\n    <ul>\n      "
     "<li>four</li>\n    </ul>\n  </li>\n  <li><h2>five</h2><p>six</p></li>\n</ol>\n",
+    "<dl>\n  <dt>t[]</dt>\n  <dd>d</dd>\n  <dt>u</dt>\n  <dd>\n    <p>e</p>\n    <p>f</p>\n  </dd>\n</dl>\n"
+    "<table>\n  <caption>cap</caption>\n  <thead>\n    <tr>\n      <th>h</th>\n      <th>i</th>\n    </tr>\n"
+    "  </thead>\n  <tbody>\n    <tr>\n      <td>a</td>\n      <td>\n        <p>b</p>\n      </td>\n    "
+    "</tr>\n"
+    "  </tbody>\n</table>\n",
 };
 
 const std::vector<std::string_view> pasted{"word",
@@ -154,7 +157,7 @@ class WriterLaws : public EditingFixture, public ::testing::WithParamInterface<u
     starts(GestureKind::Move);
     std::vector<Boundary> places;
     for (Node* node = host.first_child(); node; node = dom::next_in_order(*node, &host))
-      if (node->is_text() && is_editable_text(*node) && !is_between_blocks(*node))
+      if (node->is_text() && is_editable_text(*node) && !is_collapsed_whitespace_node(*node))
         places.push_back({node, pick(dom::length_of(*node) + 1)});
     if (places.empty()) return "nothing to click";
     document->journal().end_typing_run();
@@ -162,10 +165,6 @@ class WriterLaws : public EditingFixture, public ::testing::WithParamInterface<u
     return "click";
   }
 
-  /// White space of the source, where no click leads to.
-  static bool is_between_blocks(Node& text) {
-    return is_filling(text) && between_blocks(Boundary{&text, 0}).holder;
-  }
   static bool is_editable_text(const Node& node) { return editing_host_of(node) && is_editable(node); }
 
   /// A round of gestures in one document. False after a broken law.
