@@ -144,6 +144,17 @@ TEST(Declarations, WriteOnlyWhatChanges) {
   }
 }
 
+TEST(Declarations, NothingIsWrittenIntoACommentThatNobodyEnds) {
+  Declarations declarations(u"margin: 0/* x");
+  declarations.set(u"margin", u"1px");
+  declarations.set(u"color", u"red");
+  EXPECT_EQ(utf8(declarations.css_text()), "color: red; margin: 1px/* x");
+  Declarations parted(u"border: 1px solid red/* x");
+  parted.set(u"border-left", u"");
+  parted.set(u"color", u"blue");
+  EXPECT_EQ(utf8(Declarations(parted.css_text()).get(u"color")), "blue") << utf8(parted.css_text());
+}
+
 // A selection border is drawn and taken away by the three properties; the text must come back.
 TEST(Declarations, BorderDrawnAndRestoredLeavesTheSameText) {
   for (const char16_t* text :

@@ -282,7 +282,7 @@ bool Declarations::set_in_place(std::u16string_view name, std::u16string_view va
   } else {
     part.text.replace(at, old_value.size(), value);
   }
-  part.open = false;
+  part.open = part.open && leaves_open(part.after);  // a comment behind the value stays
   part.declaration->value = value;
   return true;
 }
@@ -363,6 +363,7 @@ bool Declarations::take_out(std::size_t& index, const std::vector<std::u16string
   remains.parts_.front().before = parts_[index].before;
   remains.parts_.back().after = parts_[index].after;
   remains.parts_.back().terminated = parts_[index].terminated;
+  remains.parts_.back().open = parts_[index].open && leaves_open(parts_[index].after);
   const std::size_t count = remains.parts_.size();
   parts_.erase(parts_.begin() + index);
   parts_.insert(parts_.begin() + index, std::make_move_iterator(remains.parts_.begin()),
