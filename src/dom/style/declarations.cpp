@@ -282,7 +282,7 @@ bool Declarations::set_in_place(std::u16string_view name, std::u16string_view va
   } else {
     part.text.replace(at, old_value.size(), value);
   }
-  part.open = part.open && leaves_open(part.after);  // a comment behind the value stays
+  part.open = part.open && leaves_open(part.after);  // a comment after the value stays
   part.declaration->value = value;
   return true;
 }
