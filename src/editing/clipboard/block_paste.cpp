@@ -1,6 +1,7 @@
 #include "tvx/editing/clipboard/block_paste.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "tvx/dom/mutation.h"
 #include "tvx/dom/tree.h"
@@ -50,6 +51,44 @@ Element* last_block(const Node& node) {
 bool holds_line(const Node& node) { return is_text_block(node) && !first_block(node) && !last_block(node); }
 
 void move_all(Node& from, const HeldGap& gap) { insert_all(gap, children_of(from)); }
+
+bool is_list_of(Tag item, const Node& node) {
+  return item == Tag::Li ? is_list_of_any_kind(node) : node.is(Tag::Dl);
+}
+bool is_item_like(Tag item, const Node& node) {
+  return item == Tag::Li ? node.is(Tag::Li) : node.is(Tag::Dt) || node.is(Tag::Dd);
+}
+
+/// Items as they are, those of lists, and a new one for each paragraph and each line.
+NodeList items_of(const NodeList& pieces, Tag tag, dom::Document& document) {
+  NodeList items, rest(pieces.rbegin(), pieces.rend());
+  Ref<Element> line;  // the item of the line that the next piece may go on
+  while (!rest.empty()) {
+    const Ref<Node> piece = std::move(rest.back());
+    rest.pop_back();
+    const bool is_of_line = !is_block_piece(*piece);
+    if (line && is_of_line) {
+      dom::insert(*line, piece);
+      continue;
+    }
+    line = {};
+    if (is_list_of(tag, *piece)) {
+      const NodeList children = children_of(*piece);
+      rest.insert(rest.end(), children.rbegin(), children.rend());
+    } else if (is_item_like(tag, *piece) || is_filling(*piece)) {
+      items.push_back(piece);
+    } else {
+      const Ref<Element> item = document.create_element(tag);
+      if (holds_line(*piece))
+        move_all(*piece, {item, {}});
+      else
+        dom::insert(*item, piece);
+      items.emplace_back(item);
+      if (is_of_line) line = item;
+    }
+  }
+  return items;
+}
 
 }  // namespace
 
@@ -103,43 +142,11 @@ Tag BlockPaste::tag_of_items() const {
 
 // Items among items, cells among cells; whatever else comes into a list becomes an item.
 void BlockPaste::fit_to_container(NodeList& pieces) {
-  dom::Document& document = editor_.document();
-  const auto replace_by_children = [](NodeList& list, std::size_t at) {
-    const NodeList children = children_of(*list[at]);
-    list.erase(list.begin() + static_cast<std::ptrdiff_t>(at));
-    list.insert(list.begin() + static_cast<std::ptrdiff_t>(at), children.begin(), children.end());
-  };
   if (options_.tables && is_table_or_part(*container_)) {
     while (pieces.size() == 1 && is_table_or_part(*pieces[0]) && !is_allowed_child(*pieces[0], *container_))
-      replace_by_children(pieces, 0);
-    return;
-  }
-  const bool in_descriptions = container_->is(Tag::Dl);
-  if (!in_descriptions && !is_list_of_any_kind(*container_)) return;
-  const Tag tag = tag_of_items();
-  const auto is_such_list = [&](const Node& node) {
-    return in_descriptions ? node.is(Tag::Dl) : is_list_of_any_kind(node);
-  };
-  const auto is_such_item = [&](const Node& node) {
-    return in_descriptions ? node.is(Tag::Dt) || node.is(Tag::Dd) : node.is(Tag::Li);
-  };
-  for (std::size_t i = 0; i < pieces.size();) {
-    if (is_such_list(*pieces[i])) {
-      replace_by_children(pieces, i);
-    } else if (is_such_item(*pieces[i]) || is_filling(*pieces[i])) {
-      ++i;
-    } else {
-      const Ref<Element> item = document.create_element(tag);
-      if (holds_line(*pieces[i]))
-        move_all(*pieces[i], {item, {}});
-      else
-        dom::insert(*item, pieces[i]);
-      const bool is_line = !is_block_piece(*pieces[i]);
-      pieces[i++] = item;
-      for (; is_line && i < pieces.size() && !is_block_piece(*pieces[i]);
-           pieces.erase(pieces.begin() + std::ptrdiff_t(i)))
-        dom::insert(*item, pieces[i]);
-    }
+      pieces = children_of(*pieces[0]);
+  } else if (container_->is(Tag::Dl) || is_list_of_any_kind(*container_)) {
+    pieces = items_of(pieces, tag_of_items(), editor_.document());
   }
 }
 
