@@ -3,15 +3,10 @@
 #include <signal.h>
 #include <unistd.h>
 
-#include <QApplication>
-#include <QChildEvent>
-#include <QDropEvent>
 #include <QFile>
-#include <QInputMethodEvent>
-#include <QKeyEvent>
+#include <QGuiApplication>
+#include <QInputMethod>
 #include <QLabel>
-#include <QMessageBox>
-#include <QMimeData>
 #include <QPushButton>
 #include <QStyleHints>
 #include <QVBoxLayout>
@@ -20,13 +15,7 @@
 #include <cassert>
 #include <iostream>
 
-#include "tvx/qt/print/printing.h"
-#include "tvx/qt/print/running_lines.h"
-#include "tvx/qt/print/sheet_finish.h"
 #include "tvx/qt/print/sheet_jobs.h"
-#include "tvx/qt/support/clipboard.h"
-#include "tvx/qt/support/keys.h"
-#include "tvx/qt/support/modal.h"
 #include "tvx/qt/support/words.h"
 #include "tvx/qt/web/view_codec.h"
 #include "tvx/qt/web/web_view_private.h"
@@ -51,25 +40,6 @@ QString quoted(const QString& text) {
   CommandWriter writer(0, "");
   writer.add(std::u16string_view(text.toStdU16String()));
   return writer.finish().section(QStringLiteral("[0,\"\","), 1).chopped(1);
-}
-
-browser::MouseButton button_of(Qt::MouseButton button) {
-  if (button == Qt::RightButton) return browser::MouseButton::Right;
-  return button == Qt::MiddleButton ? browser::MouseButton::Middle : browser::MouseButton::Left;
-}
-
-bool is_readable(const QMimeData& data) {
-  return data.hasText() || data.hasHtml() || data.hasUrls() || data.hasImage();
-}
-
-// Opened beside the program's work; it goes with the window, if that is still there.
-void tell_failure(QWidget* owner, const QString& printer, const QString& failure) {
-  auto* box = new QMessageBox(QMessageBox::Warning, {}, {}, QMessageBox::Ok, owner);
-  box->setAttribute(Qt::WA_DeleteOnClose);
-  box->setWindowTitle(QCoreApplication::applicationName());
-  box->setText(translated(u"The printer “%1” didn't take the page.").arg(printer));
-  box->setInformativeText(failure);
-  box->open();
 }
 
 }  // namespace
@@ -286,171 +256,6 @@ void WebView::Private::drain() {
   }
 }
 
-// --- input: the engine's own widget takes it, and this filter before it ---
-
-void WebView::Private::watch_input_widget() {
-  QWidget* now = view_->focusProxy();
-  if (now == input_widget_) return;
-  if (input_widget_) input_widget_->removeEventFilter(this);
-  input_widget_ = now;
-  if (!now) return;
-  now->installEventFilter(this);
-  now->setAttribute(Qt::WA_InputMethodEnabled);
-  // By Tab it is reached as a part of the editor, which says when.
-  now->setFocusPolicy(Qt::ClickFocus);
-  // What was given the focus before it was there has it now. In a window that is active already the engine
-  // has handed it on before anything was heard of it.
-  if (now->hasFocus())
-    focus_changed(true);
-  else if (view_->window()->focusWidget() == view_)
-    now->setFocus();
-}
-
-bool WebView::Private::eventFilter(QObject* watched, QEvent* event) {
-  if (watched == view_) {
-    const auto type = event->type();
-    // The engine makes another widget for each process: it comes as a child.
-    if (type == QEvent::ChildAdded || type == QEvent::ChildPolished || type == QEvent::ChildRemoved ||
-        type == QEvent::Show || type == QEvent::FocusIn) {
-      QTimer::singleShot(0, this, [this] {
-        if (view_) watch_input_widget();
-      });
-    }
-    if (type == QEvent::DragEnter || type == QEvent::DragMove || type == QEvent::DragLeave ||
-        type == QEvent::Drop) {
-      return filter_drop(event);
-    }
-    return filter_input(event);
-  }
-  return watched == input_widget_ && filter_input(event);
-}
-
-bool WebView::Private::filter_input(QEvent* event) {
-  switch (event->type()) {
-    case QEvent::ShortcutOverride: {
-      auto* key = static_cast<QKeyEvent*>(event);
-      if (belongs_to_the_editor(*key)) key->accept();
-      return true;
-    }
-    case QEvent::KeyPress:
-    case QEvent::KeyRelease:
-      put(browser::ViewKey{key_input(*static_cast<QKeyEvent*>(event)), event->type() == QEvent::KeyPress});
-      event->accept();
-      return true;
-    case QEvent::InputMethod:
-    case QEvent::InputMethodQuery: return filter_input_method(event);
-    case QEvent::MouseButtonPress:
-    case QEvent::MouseButtonDblClick:
-    case QEvent::MouseButtonRelease:
-      put_ticket(*static_cast<QMouseEvent*>(event));
-      put_middle_press(*static_cast<QMouseEvent*>(event));
-      return false;
-    case QEvent::FocusIn: focus_changed(true); return false;
-    case QEvent::FocusOut: focus_changed(false); return false;
-    default: return false;
-  }
-}
-
-bool WebView::Private::filter_input_method(QEvent* event) {
-  if (event->type() == QEvent::InputMethodQuery) {
-    answer_query(*static_cast<QInputMethodQueryEvent*>(event));
-    event->accept();
-    return true;
-  }
-  const auto* input = static_cast<QInputMethodEvent*>(event);
-  browser::ViewText text;
-  text.text = input->commitString().toStdU16String();
-  text.composing = input->preeditString().toStdU16String();
-  text.cursor = static_cast<std::uint32_t>(text.composing.size());
-  for (const QInputMethodEvent::Attribute& attribute : input->attributes()) {
-    if (attribute.type == QInputMethodEvent::Cursor)
-      text.cursor = static_cast<std::uint32_t>(attribute.start);
-  }
-  text.replaced_from = input->replacementStart();
-  text.replaced_length = static_cast<std::uint32_t>(std::max<qsizetype>(input->replacementLength(), 0));
-  put(text);
-  event->accept();
-  return true;
-}
-
-/// Input methods are answered from what the document told, never from the page.
-void WebView::Private::answer_query(QInputMethodQueryEvent& query) const {
-  const auto asked = query.queries();
-  const auto set = [&](Qt::InputMethodQuery what, const QVariant& value) {
-    if (asked & what) query.setValue(what, value);
-  };
-  set(Qt::ImEnabled, context_.enabled);
-  const auto in_widget = [this](int length) { return qRound(length * zoom_); };
-  set(Qt::ImCursorRectangle,
-      QRect(in_widget(facts_.caret_left), in_widget(facts_.caret_top), 1, in_widget(facts_.caret_height)));
-  set(Qt::ImSurroundingText, QString::fromStdU16String(context_.text));
-  set(Qt::ImCursorPosition, context_.cursor);
-  set(Qt::ImAnchorPosition, context_.anchor);
-  const auto first = std::min(context_.cursor, context_.anchor),
-             last = std::max(context_.cursor, context_.anchor);
-  set(Qt::ImCurrentSelection, QString::fromStdU16String(context_.text.substr(first, last - first)));
-  set(Qt::ImHints, static_cast<int>(Qt::ImhMultiLine));
-}
-
-/// What comes from other programs: the page shows where it would land, and never gets it.
-bool WebView::Private::filter_drop(QEvent* event) {
-  if (event->type() == QEvent::DragLeave) {
-    send(CommandWriter(page_number_, "leave").finish());
-    return true;
-  }
-  auto* drop = static_cast<QDropEvent*>(event);
-  if (!page_stands_ || !context_.enabled || !is_readable(*drop->mimeData())) {
-    drop->ignore();
-    return true;
-  }
-  const QPoint at = (drop->position() / zoom_).toPoint();
-  drop->setDropAction(Qt::CopyAction);
-  drop->accept();
-  if (event->type() == QEvent::Drop) {
-    send(CommandWriter(page_number_, "leave").finish());
-    put(browser::ViewDrop{at.x(), at.y(), platform::fetch(MimeSource(drop->mimeData())), {}});
-  } else {
-    send(CommandWriter(page_number_, "hover").add(std::int64_t(at.x())).add(std::int64_t(at.y())).finish());
-  }
-  return true;
-}
-
-void WebView::Private::put_ticket(const QMouseEvent& mouse) {
-  // While no page stands there is nobody to tell of it.
-  if (!page_stands_) return;
-  browser::ViewTicket ticket;
-  ticket.type = mouse.type() == QEvent::MouseButtonRelease ? browser::ViewTicket::Type::Release
-                                                           : browser::ViewTicket::Type::Press;
-  ticket.button = button_of(mouse.button());
-  ticket.x = qRound(mouse.position().x() / zoom_);
-  ticket.y = qRound(mouse.position().y() / zoom_);
-  put(ticket);
-}
-
-/// What is selected with the mouse, here or in another program, goes where the middle button is pressed. It
-/// is fetched now, as the press may take that selection away.
-void WebView::Private::put_middle_press(const QMouseEvent& mouse) {
-  if (mouse.type() == QEvent::MouseButtonRelease || mouse.button() != Qt::MiddleButton) return;
-  if (!page_stands_ || !context_.enabled) return;
-  platform::TransferData data = platform::fetch(*mouse_selection_);
-  if (data.empty()) return;
-  const QPoint at = (mouse.position() / zoom_).toPoint();
-  put(browser::ViewDrop{at.x(), at.y(), std::move(data), browser::ViewDrop::Way::MiddlePress});
-}
-
-/// With the time that the desktop's carets take to go and come; none where they stay.
-void WebView::Private::send_focus() {
-  const std::int64_t flash = std::max(QGuiApplication::styleHints()->cursorFlashTime(), 0);
-  send(CommandWriter(page_number_, "focus").add(focused_).add(flash).finish());
-}
-
-void WebView::Private::focus_changed(bool focused) {
-  if (focused_ == focused) return;
-  focused_ = focused;
-  if (page_stands_) send_focus();
-  put(browser::ViewFocus{focused});
-}
-
 // --- the interface ---
 
 WebView::WebView(platform::MessageLoop& loop, QWidget* parent)
@@ -582,45 +387,5 @@ void WebView::Private::send_placeholder() {
 
 double WebView::zoom() const { return d_->zoom_; }
 QPoint WebView::in_widget(QPoint in_page) const { return in_page * d_->zoom_; }
-
-// --- paper ---
-
-void WebView::set_page_setup(const PageSetup& setup) { d_->setup_ = setup; }
-const PageSetup& WebView::page_setup() const { return d_->setup_; }
-
-void WebView::Private::print(const PrintOrder& order, std::function<void(bool)> done) {
-  PageSetup setup = setup_;
-  if (order.layout.isValid()) setup.layout = order.layout;
-  bring_engine();
-  make_sheets(
-      *page_, layout_with_lines(setup),
-      [order, setup, done = std::move(done), owner = QPointer<QWidget>(stack_)](const Sheets& sheets) {
-        const QString failure = carry_out(order, finished_pdf(sheets, setup), sheets.title);
-        if (!failure.isEmpty() && !order.printer.isEmpty()) tell_failure(owner, order.printer, failure);
-        if (done) done(failure.isEmpty());
-      });
-}
-
-void WebView::print(bool with_dialog, std::function<void(bool)> done) {
-  const QPageLayout layout = page_setup().layout;
-  const std::optional<PrintOrder> order =
-      with_dialog ? ask_for_printer(owner_for_dialog(d_->stack_->parentWidget()), layout)
-                  : order_for_usual_printer(layout);
-  if (order) return d_->print(*order, std::move(done));
-  if (done) done(false);
-}
-
-void WebView::print_into(const QString& path, std::function<void(bool)> done) {
-  PrintOrder order;
-  order.file = path;
-  order.layout = page_setup().layout;
-  d_->print(order, std::move(done));
-}
-
-void WebView::make_pdf(std::function<void(const QByteArray&)> done) {
-  const PageSetup setup = page_setup();
-  make_sheets(*page(), layout_with_lines(setup),
-              [setup, done = std::move(done)](const Sheets& sheets) { done(finished_pdf(sheets, setup)); });
-}
 
 }  // namespace tvx::qt
