@@ -45,6 +45,20 @@ void lift(const Ref<Node>& node, std::size_t levels, Editor& editor) {
   restore_values(values, editor);
 }
 
+/// Makes a paragraph of an item or cell that stands nowhere it may, and parts it at the blocks in it.
+Ref<Node> become_paragraph(const Ref<Node>& node, Editor& editor) {
+  const Ref<Node> paragraph =
+      set_tag_name(static_cast<Element&>(*node), Name(std::u16string_view(editor.paragraph_separator())));
+  fix_disallowed_ancestors(paragraph, editor);
+  for (const Ref<Node>& child : children_of(*paragraph)) {
+    if (!is_prohibited_paragraph_child(*child)) continue;
+    const RecordedValues values = record_values({child});
+    split_parent({child});
+    restore_values(values, editor);
+  }
+  return paragraph;
+}
+
 // Items and cells that have wandered out of their place become paragraphs.
 void fix_stray(const Ref<Node>& node, Editor& editor) {
   if (node->is(Tag::Dd) || node->is(Tag::Dt)) {
@@ -58,15 +72,7 @@ void fix_stray(const Ref<Node>& node, Editor& editor) {
   }
   const Node* host = editing_host_of(*node);
   if (!host || !is_allowed_child_name(Name(Tag::P), *host) || !is_prohibited_paragraph_child(*node)) return;
-  const Ref<Node> paragraph =
-      set_tag_name(static_cast<Element&>(*node), Name(std::u16string_view(editor.paragraph_separator())));
-  fix_disallowed_ancestors(paragraph, editor);
-  for (const Ref<Node>& child : children_of(*paragraph)) {
-    if (!is_prohibited_paragraph_child(*child)) continue;
-    const RecordedValues values = record_values({child});
-    split_parent({child});
-    restore_values(values, editor);
-  }
+  become_paragraph(node, editor);
 }
 
 }  // namespace
@@ -125,7 +131,7 @@ void fix_disallowed_ancestors_of_whole(const Ref<Node>& node, Editor& editor) {
 
 Ref<Node> release_stray_term(const Ref<Node>& node, Editor& editor) {
   if ((!node->is(Tag::Dd) && !node->is(Tag::Dt)) || levels_to_allowed_parent(*node)) return node;
-  return set_tag_name(static_cast<Element&>(*node), Name(std::u16string_view(editor.paragraph_separator())));
+  return become_paragraph(node, editor);
 }
 
 }  // namespace tvx::editing
