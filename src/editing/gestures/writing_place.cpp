@@ -231,11 +231,19 @@ void part_after(Editor& editor, Element& holder, Node& line_break) {
   restore_look(style, editor);
 }
 
+/// Enter parts such a block, with the elements of its lines. A caption of a figure, say, it doesn't.
+bool is_parted_at_lines(const Element& block) {
+  if (!is_text_block(block)) return false;
+  for (const Node* node = &block; node && !is_editing_host(*node); node = node->parent())
+    if (is_single_line_container(*node)) return true;
+  return false;
+}
+
 }  // namespace
 
 void wrap_line_parted_in_style(Editor& editor) {
   Element* block = block_around(editor.selection().focus());
-  if (!block || is_text_block(*block)) return;
+  if (!block || is_parted_at_lines(*block)) return;
   Node* before = break_beside(editor.selection().focus(), Direction::Backward, *block);
   Node* after = break_beside(editor.selection().focus(), Direction::Forward, *block);
   const auto is_in_style = [&](const Node* line_break) {
