@@ -19,6 +19,7 @@
 #include "tvx/editing/gestures/line_keys.h"
 #include "tvx/editing/gestures/list_keys.h"
 #include "tvx/editing/gestures/quotations.h"
+#include "tvx/editing/gestures/source_filling.h"
 #include "tvx/editing/inline/recorded_values.h"
 #include "tvx/editing/tree/lines.h"
 #include "tvx/editing/tree/surgery.h"
@@ -84,51 +85,6 @@ bool move_items(Editor& editor, bool inward) {
 Element* list_around(Node* node) {
   while (node && !node->is(dom::Tag::Ul) && !node->is(dom::Tag::Ol)) node = node->parent();
   return static_cast<Element*>(node);
-}
-
-/// White space at an edge of a node.
-NodeList filling_at(const Element& holder, bool at_end) {
-  NodeList filling;
-  for (Node* node = at_end ? holder.last_child() : holder.first_child();
-       node && node->is_text() && is_filling(*node);
-       node = at_end ? node->previous_sibling() : node->next_sibling())
-    filling.insert(at_end ? filling.begin() : filling.end(), Ref<Node>(node));
-  return filling;
-}
-
-constexpr std::u16string_view html_space = u" \t\n\f\r";
-
-/// Takes a part of a text out into one of its own beside it. A caret there comes to the edge of what stays.
-void part_text(dom::Text& text, Offset from, Offset length) {
-  if (text.data().substr(from, length).find(u'\n') == text.data().npos) return;
-  const Ref<dom::Text> part = text.document()->create_text(text.data().substr(from, length));
-  dom::replace_data(text, from, length, u"");
-  dom::insert(*text.parent(), part, from == 0 ? &text : text.next_sibling());
-}
-
-/// The ends of lines in the source that a text at an edge begins or ends with are texts of their own then.
-void part_source_ends(const Element& holder) {
-  const auto collapsing = [](Node* node) {
-    auto* text = dom::as<dom::Text>(node);
-    return text && !is_filling(*text) && collapses(*text) ? text : nullptr;
-  };
-  if (dom::Text* text = collapsing(holder.last_child())) {
-    const Offset end = text->data().find_last_not_of(html_space) + 1;
-    part_text(*text, end, text->length() - end);
-  }
-  if (dom::Text* text = collapsing(holder.first_child()))
-    part_text(*text, 0, text->data().find_first_not_of(html_space));
-}
-
-/// What a command has put around lines takes in the white space beside them, which parts them from their
-/// neighbours in the source: it goes back there.
-void give_back_filling(Element& made) {
-  part_source_ends(made);
-  const Ref<Node> holder(made.parent());
-  if (const NodeList before = filling_at(made, false); !before.empty())
-    move_run_preserving_ranges(before, *holder, &made);
-  if (const NodeList after = filling_at(made, true); !after.empty())
-    move_run_preserving_ranges(after, *holder, made.next_sibling());
 }
 
 /// The lines of a selection as blocks.

@@ -6,6 +6,7 @@
 #include "tvx/editing/facts/lines.h"
 #include "tvx/editing/facts/predicates.h"
 #include "tvx/editing/facts/tag_set.h"
+#include "tvx/editing/gestures/source_filling.h"
 #include "tvx/editing/tree/lines.h"
 #include "tvx/editing/tree/surgery.h"
 #include "tvx/editing/walk/content_walk.h"
@@ -107,6 +108,8 @@ void join(Editor& editor, Element& first, Element& second) {
   if (second.is(Tag::Pre) && !first.is(Tag::Pre)) break_at_line_ends(second);
   if (first.is(Tag::Pre) && !second.is(Tag::Pre)) end_lines_at_breaks(second);
   drop_end_break(first);
+  trim_filling(first, Direction::Backward);
+  trim_filling(second, Direction::Forward);
   const HeldPosition end = end_of_lines(first);
   const Boundary place = end ? end.place() : Boundary{&first, dom::length_of(first)};
   const SpacesBeside before = spaces_beside(place), behind = spaces_beside({&second, 0});

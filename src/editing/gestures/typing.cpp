@@ -24,6 +24,7 @@
 #include "tvx/editing/gestures/line_keys.h"
 #include "tvx/editing/gestures/list_keys.h"
 #include "tvx/editing/gestures/quotations.h"
+#include "tvx/editing/gestures/source_filling.h"
 #include "tvx/editing/gestures/writing_place.h"
 #include "tvx/editing/inline/recorded_values.h"
 #include "tvx/editing/insertion/insertion_commands.h"
@@ -333,7 +334,8 @@ bool delete_hard_space(Editor& editor, Direction direction) {
 /// One character, or one step over what stands between two lines.
 void delete_one(Editor& editor, Direction direction) {
   const bool forward = direction == Direction::Forward;
-  if (delete_hard_space(editor, direction)) return drop_spare_break(editor);
+  if (delete_hard_space(editor, direction) || delete_source_line_end(editor, direction))
+    return drop_spare_break(editor);
   if (delete_island(editor, direction) || (!forward && leave_item_at_start(editor))) return;
   if (keep_attached_line(editor, direction)) return;
   if (leave_empty_line_beside_table(editor, direction) || join_lines(editor, direction)) return;

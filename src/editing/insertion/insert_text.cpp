@@ -70,7 +70,7 @@ void insert_unit(Editor& editor, std::u16string_view unit, By by) {
   const bool look_is_pending = !editor.overrides().empty();
   const RecordedLook look = record_current_overrides(editor);  // 9
   editor.selection().collapse(start);
-  if (by == By::Writer && is_ascii_space(unit.front())) write_source_space_as_blanks(start);
+  if (is_ascii_space(unit.front())) write_source_space_as_blanks(start);
   canonicalize_whitespace(editor.selection().range().start);  // 11
   const Boundary place = editor.selection().range().start;
   if (auto* text = dom::as<dom::Text>(place.node)) {  // 13

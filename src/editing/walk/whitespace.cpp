@@ -74,6 +74,17 @@ class SpaceRun {
 
   void rewrite() { write(canonical()); }
 
+  /// Blanks that begin a line of the source show nothing: the line's end before them is a blank already.
+  bool is_indentation() const {
+    const dom::Text* text = collapsing_text(start_);
+    if (!text || start_.at_start() || text->data()[start_.offset - 1] != u'\n') return false;
+    bool plain = length_ > 0;
+    for_each_unit([&](Boundary unit) {
+      plain = plain && static_cast<const dom::Text*>(unit.node)->data()[unit.offset] == blank;
+    });
+    return plain;
+  }
+
   /// As the end of one line and the start of the next.
   void rewrite_for_break_at(Boundary place) {
     Offset before = 0;
@@ -272,11 +283,13 @@ bool is_in_editable(const Boundary& place) {
 }  // namespace
 
 void canonicalize_whitespace(Boundary place, bool fix_collapsed_space) {
-  if (is_in_editable(place)) SpaceRun(place, fix_collapsed_space).rewrite();
+  // OURS: the standard thins out how the source is indented, of which nobody sees more than one blank.
+  if (!is_in_editable(place) || SpaceRun(place, false).is_indentation()) return;
+  SpaceRun(place, fix_collapsed_space).rewrite();
 }
 
 void canonicalize_for_break(Boundary place) {
-  if (!is_in_editable(place)) return;
+  if (!is_in_editable(place) || SpaceRun(place, false).is_indentation()) return;
   const dom::LiveRange kept(dom::document_of(*place.node), {place, place});
   SpaceRun(place, true).rewrite_for_break_at(kept.start());
 }
