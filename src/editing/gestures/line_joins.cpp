@@ -7,6 +7,7 @@
 #include "tvx/editing/facts/predicates.h"
 #include "tvx/editing/facts/tag_set.h"
 #include "tvx/editing/gestures/source_filling.h"
+#include "tvx/editing/gestures/writing_place.h"
 #include "tvx/editing/tree/lines.h"
 #include "tvx/editing/tree/surgery.h"
 #include "tvx/editing/walk/content_walk.h"
@@ -123,17 +124,40 @@ void join(Editor& editor, Element& first, Element& second) {
   editor.selection().collapse(normalized_caret_place(caret.start()));
 }
 
+/// What stands beside a line's end, over the break that ends it.
+Content beside_line(const Boundary& caret, Direction direction) {
+  const Content beside = content_beside(caret, direction);
+  if (direction == Direction::Backward || beside.kind != ContentKind::LineBreak) return beside;
+  return content_beside(dom::after(*beside.node), direction);
+}
+
+/// A bare line that a block is joined with becomes a paragraph: the white space around it in the source is no
+/// part of it then.
+void wrap_lines_that_join(Editor& editor, Direction direction) {
+  const Boundary caret = editor.selection().focus();
+  Element* block = block_around(caret);
+  const Content beside = beside_line(caret, direction);
+  if (!block || !editing_host_of(*block)) return;
+  if (beside.kind == ContentKind::EnterBlock && is_joinable(beside.node) && beside.node->parent() == block) {
+    wrap_line_at(editor, *block, caret);
+  } else if (beside.kind == ContentKind::LeaveBlock && beside.node == block && is_joinable(block)) {
+    const bool backward = direction == Direction::Backward;
+    Node* bare = seen_sibling(*block, backward);
+    if (bare && is_inline_node(*bare) && !is_block_piece(*bare) && is_visible(*bare))
+      wrap_line_at(editor, *block->parent_element(), backward ? dom::after(*bare) : dom::before(*bare));
+  }
+}
+
 }  // namespace
 
 bool join_lines(Editor& editor, Direction direction) {
   if (!editor.selection().collapsed()) return false;
+  wrap_lines_that_join(editor, direction);
   const Boundary caret = editor.selection().focus();
   Element* block = block_around(caret);
   if (!is_joinable(block) || is_empty_line(*block)) return false;
   const bool backward = direction == Direction::Backward;
-  Content beside = content_beside(caret, direction);
-  if (!backward && beside.kind == ContentKind::LineBreak && beside.node == block->last_child())
-    beside = content_beside(dom::after(*beside.node), direction);
+  const Content beside = beside_line(caret, direction);
   if (beside.kind != ContentKind::LeaveBlock || beside.node != block) return false;
   Element* other = line_beside(*block, backward);
   if (!other || is_empty_line(*other) || !in_same_editing_host(*block, *other)) return false;

@@ -10,6 +10,7 @@
 #include "tvx/editing/gestures/attached_lines.h"
 #include "tvx/editing/gestures/list_keys.h"
 #include "tvx/editing/gestures/quotations.h"
+#include "tvx/editing/gestures/source_filling.h"
 #include "tvx/editing/gestures/writing_place.h"
 #include "tvx/editing/inline/inline_values.h"
 #include "tvx/editing/inline_command.h"
@@ -313,6 +314,15 @@ void start_source_line(const Element* before, Element* line) {
   dom::insert(*line->parent(), line->document()->create_text(start->data().substr(end)), line);
 }
 
+/// The paragraphs that Enter has made of a bare line take no white space in that parts the blocks.
+void give_back_beside_bare_line(const Element* around, Element* line) {
+  if (!around || !line || line->parent() != around || !is_text_block(*line)) return;
+  auto* before = dom::as<Element>(line->previous_sibling());
+  if (before && before->name() == line->name()) give_back_filling(*before);
+  if (!is_empty_line(*line)) give_back_filling(*line);
+  start_source_line(before, line);
+}
+
 /// A paragraph that begins an item is the item's own line. The block of the caret.
 Element* line_of_item(Editor& editor, Element& paragraph) {
   auto* item = dom::as<Element>(paragraph.parent());
@@ -361,6 +371,7 @@ void start_line(Editor& editor) {
   else
     leave_source_end(editor, line);
   drop_end_break_before(line);
+  give_back_beside_bare_line(line_before.get(), line);
   start_source_line(line_before.get(), line);
   make_room_before_heading(editor, line);
   if (line && is_empty_line(*line) && !styles.empty()) style_empty_line(editor, *line, styles);

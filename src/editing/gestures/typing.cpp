@@ -331,6 +331,18 @@ bool delete_hard_space(Editor& editor, Direction direction) {
   return true;
 }
 
+/// At a line's edge the caret may stand within white space of the source, of which each key would take a
+/// blank that nobody sees.
+void leave_filling_at_edge(Editor& editor, Direction direction) {
+  const Boundary caret = editor.selection().focus();
+  const auto* text = dom::as<dom::Text>(caret.node);
+  if (!text || !collapses(*text)) return;
+  const ContentKind beside = content_beside(caret, direction).kind;
+  if (beside == ContentKind::Text || beside == ContentKind::Object) return;
+  const Offset edge = direction == Direction::Forward ? text->length() : 0;
+  if (caret.offset != edge) collapse_keeping_style(editor, {caret.node, edge});
+}
+
 /// One character, or one step over what stands between two lines.
 void delete_one(Editor& editor, Direction direction) {
   const bool forward = direction == Direction::Forward;
@@ -340,6 +352,7 @@ void delete_one(Editor& editor, Direction direction) {
   if (keep_attached_line(editor, direction)) return;
   if (leave_empty_line_beside_table(editor, direction) || join_lines(editor, direction)) return;
   if (!forward && leave_quotation_at_start(editor)) return;
+  leave_filling_at_edge(editor, direction);
   if (forward) {
     if (!delete_empty_line_forward(editor)) delete_forward_by(editor, next_grapheme);
   } else {

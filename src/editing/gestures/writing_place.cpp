@@ -10,6 +10,7 @@
 #include "tvx/editing/facts/predicates.h"
 #include "tvx/editing/gestures/cell_selection.h"
 #include "tvx/editing/gestures/gap_caret.h"
+#include "tvx/editing/gestures/source_filling.h"
 #include "tvx/editing/inline/recorded_values.h"
 #include "tvx/editing/tables/table_caret.h"
 #include "tvx/editing/tables/table_grid.h"
@@ -89,6 +90,7 @@ Ref<Element> wrap(Editor& editor, Element& block, const NodeList& line) {
   const RecordedLook style = record_current_overrides(editor);
   dom::insert(block, paragraph, line.front().get());
   move_run_preserving_ranges(line, *paragraph, nullptr);
+  give_back_filling(*paragraph);
   restore_look(style, editor);
   return paragraph;
 }
@@ -148,6 +150,15 @@ Ref<Element> wrapped_line(Editor& editor, const Boundary& caret) {
 }
 
 }  // namespace
+
+void wrap_line_at(Editor& editor, Element& holder, const Boundary& place) {
+  const NodeList line = line_at(holder, place);
+  const dom::Name name{std::u16string_view(editor.paragraph_separator())};
+  if (line.empty() || !is_allowed_child_name(name, holder)) return;
+  const bool holds_caret = block_around(editor.selection().focus()) == &holder;
+  const Ref<Element> paragraph = wrap(editor, holder, line);
+  if (holds_caret) stay_in(editor, *paragraph);
+}
 
 void wrap_line_beside_blocks(Editor& editor) {
   if (const Ref<Element> paragraph = wrapped_line(editor, editor.selection().focus()))
@@ -253,8 +264,7 @@ void wrap_line_parted_in_style(Editor& editor) {
   const Ref<Node> held_after(after);
   if (before) part_after(editor, *block, *before);
   if (after) part_after(editor, *block, *held_after);
-  const NodeList line = line_at(*block, editor.selection().focus());
-  if (!line.empty()) stay_in(editor, *wrap(editor, *block, line));
+  wrap_line_at(editor, *block, editor.selection().focus());
 }
 
 }  // namespace tvx::editing

@@ -30,6 +30,10 @@ bool stand_in_line(Editor& editor, BetweenBlocks between = BetweenBlocks::GoToNe
 /// the body.
 void wrap_line_beside_blocks(Editor& editor);
 
+/// Gives the bare line at a position among what `holder` holds a paragraph, if one may stand there; a caret
+/// in the line stays in it.
+void wrap_line_at(Editor& editor, dom::Element& holder, const dom::Boundary& place);
+
 /// A line that stands in no block and has a break in an element of the line, so that the element reaches over
 /// lines, gets a paragraph of its own: else a new one would stand in that element.
 void wrap_line_parted_in_style(Editor& editor);
