@@ -145,18 +145,30 @@ void Formatting::make_link_under_mouse_relative() {
 
 namespace {
 
-// A line break and nothing else, wherever the caret stands: also in a page without a line, where Backspace
-// leaves the caret before the break, as if this held the line open.
+/// The break that a caret stands before.
+dom::Ref<dom::Node> break_after(const dom::Boundary& caret) {
+  dom::Node* next =
+      caret.node->is_text() ? caret.node->next_sibling() : dom::child_at(*caret.node, caret.offset);
+  return dom::Ref<dom::Node>(next && next->is(dom::Tag::Br) ? next : nullptr);
+}
+
+// A line break and nothing else, wherever the caret stands: Backspace holds the line that it has emptied open
+// with a break of its own.
 bool break_as_told(editing::Editor& editor) {
   // What is selected as a whole is no text to break, and Backspace would take it away.
   if (editor.selection().type() == editing::SelectionType::Control) return false;
   const dom::UndoStep step(editor.document().journal(), u"Line break");
   attempt([&] { editor.execute(u"insertHTML", u"<BR>&nbsp;"); });
+  if (!editor.selection().focus()) return true;
+  const dom::Ref<dom::Node> present = break_after(editor.selection().focus());
   editing::delete_backward(editor);
   const dom::Boundary caret = editor.selection().focus();
-  if (!caret || caret.node->is_text() || caret.offset > 0) return true;
-  const dom::Node* next = dom::child_at(*caret.node, 0);
-  if (next && next->is(dom::Tag::Br)) editor.selection().collapse(dom::after(*next));
+  const dom::Ref<dom::Node> holder = break_after(caret);
+  if (!holder || holder == present || caret.node->is_text()) return true;
+  if (caret.offset > 0)
+    dom::remove(*holder);
+  else
+    editor.selection().collapse(dom::after(*holder));
   return true;
 }
 

@@ -99,8 +99,9 @@ bool delete_empty_line_backward(Editor& editor) {
     dom::remove(*before);
     return true;
   }
-  if (!is_empty_text_block(block.get()) || !block->is(Tag::Li) || !before || !before->is(Tag::Li))
-    return false;
+  const bool ends_in_line =
+      before && is_editable(*before) && (block->is(Tag::Li) ? before->is(Tag::Li) : is_text_block(*before));
+  if (!is_empty_text_block(block.get()) || !ends_in_line) return false;
   dom::remove(*block);
   editor.selection().collapse(end_of_lines(*before).place());
   return true;

@@ -75,9 +75,10 @@ void keep_paragraph(Editor& editor) {
 }
 
 // After a deletion the caret may stand between the cells of a table, or in an empty host.
-void settle_caret(Editor& editor) {
+void settle_caret(Editor& editor, bool was_in_line) {
   if (!editor.selection().collapsed()) return;
   keep_paragraph(editor);
+  if (was_in_line) hold_emptied_line(editor, Wrappers::Strip);
   const Boundary caret = editor.selection().range().start;
   const Boundary place = normalized_caret_place(caret);
   if (place != caret) collapse_keeping_style(editor, place);
@@ -223,7 +224,9 @@ bool type_text(Editor& editor, std::u16string_view text) {
   continue_run(editor, text);
   const Gesture gesture(editor, u"Typing", StepJoin::TypingRun);
   if (!editor.selection().collapsed()) {
+    const bool in_line = starts_in_line(editor);
     take_out_selection(editor, Wrappers::Keep);
+    if (in_line) hold_emptied_line(editor, Wrappers::Keep);
     stand_in_line(editor, BetweenBlocks::MakeParagraph);
   } else {
     // Where typing goes on there is a line.
@@ -287,6 +290,7 @@ bool press_delete(Editor& editor, std::u16string_view label, Direction direction
   // A letter that goes is a change; of what stands between two lines one must look.
   const ContentKind beside = content_beside(editor.selection().focus(), direction).kind;
   const bool takes_letter = at_caret && (beside == ContentKind::Text || beside == ContentKind::Object);
+  const bool in_line = at_caret ? takes_letter : starts_in_line(editor);
   const Gesture gesture(editor, label, at_caret ? StepJoin::TypingRun : StepJoin::Never,
                         takes_letter ? Compare::No
                         : at_caret   ? Compare::Seen
@@ -300,7 +304,7 @@ bool press_delete(Editor& editor, std::u16string_view label, Direction direction
   else
     delete_selected(editor);
   hard_spaces.put_back();
-  settle_caret(editor);
+  settle_caret(editor, in_line);
   comments.put_back();
   if (editor.selection().collapsed()) restore_look(look, editor);
   forget_link(editor);

@@ -71,7 +71,7 @@ void collapse_keeping_style(Editor& editor, Boundary place) {
 
 bool ends_in_lines_that_join(Editor& editor) {
   const dom::Range range = editor.selection().range();
-  return range.start && !between_blocks(range.start).holder &&
+  return range.start && starts_in_line(editor) &&
          cell_around(range.start.node) == cell_around(range.end.node) && !is_gap_place(range.start) &&
          !is_gap_place(range.end);
 }
@@ -163,6 +163,32 @@ void wrap_line_at(Editor& editor, Element& holder, const Boundary& place) {
 void wrap_line_beside_blocks(Editor& editor) {
   if (const Ref<Element> paragraph = wrapped_line(editor, editor.selection().focus()))
     stay_in(editor, *paragraph);
+}
+
+namespace {
+
+/// Nothing is seen between the position and the edge of its line.
+bool is_line_edge(const Boundary& place, Direction direction) {
+  const Content beside = content_beside(place, direction);
+  if (beside.kind != ContentKind::Text) return beside.kind != ContentKind::Object;
+  return direction == Direction::Backward && beside.text().data()[beside.to - 1] == u'\n' &&
+         !collapses(beside.text());
+}
+
+}  // namespace
+
+bool starts_in_line(Editor& editor) { return !between_blocks(editor.selection().range().start).holder; }
+
+void hold_emptied_line(Editor& editor, Wrappers wrappers) {
+  if (!editor.selection().collapsed()) return;
+  const Boundary caret = editor.selection().focus();
+  const Element* block = block_around(caret);
+  if (!block || !editing_host_of(*caret.node) || !is_allowed_child_name(dom::Name(Tag::Br), *block)) return;
+  if (content_beside(caret, Direction::Forward).kind == ContentKind::LineBreak) return;
+  if (!is_line_edge(caret, Direction::Backward) || !is_line_edge(caret, Direction::Forward)) return;
+  const Ref<Node> line_break(editor.document().create_element(Tag::Br));
+  insert_all(gap_at(wrappers == Wrappers::Keep ? caret : without_empty_looks(caret)), {line_break});
+  collapse_keeping_style(editor, dom::before(*line_break));
 }
 
 void start_in_line(Editor& editor) {

@@ -26,6 +26,12 @@ enum class BetweenBlocks : bool { GoToNextLine, MakeParagraph };
 /// none, and then the answer is true.
 bool stand_in_line(Editor& editor, BetweenBlocks between = BetweenBlocks::GoToNextLine);
 
+/// Whether a selection starts in a line, and not between blocks.
+bool starts_in_line(Editor& editor);
+
+/// Gives the line of a caret a break that holds it open, where a deletion has taken all that was in it.
+void hold_emptied_line(Editor& editor, Wrappers wrappers);
+
 /// A line that stands beside blocks in a box, a cell or an item gets a paragraph, and so does an empty one in
 /// the body.
 void wrap_line_beside_blocks(Editor& editor);
