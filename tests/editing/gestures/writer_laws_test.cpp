@@ -44,6 +44,20 @@ const std::vector<std::string_view> documents{
     "  </thead>\n  <tbody>\n    <tr>\n      <td>a</td>\n      <td>\n        <p>b</p>\n      </td>\n    "
     "</tr>\n"
     "  </tbody>\n</table>\n",
+    "<dl><dt>t[]<ul><li>x</li></ul></dt><dd>d<table><tbody><tr><td>c</td></tr></tbody></table>e</dd>"
+    "<dd>text<p>para</p>more</dd></dl><p>z</p>",
+    "<dl>\n  <dt>term[]\n    <p>para</p>\n  </dt>\n  <dd>what\n    <dl>\n      <dt>in<br>ner</dt>\n      "
+    "<dd><b>de</b>f</dd>\n    </dl>\n  </dd>\n</dl>\n<p>z</p>\n",
+    "<div>a[]<p>b</p>c<div>d<h2>e</h2></div></div><blockquote>q<p>r</p>s</blockquote>",
+    "<table><tbody><tr><td>a[]<p>b</p>c</td><td><dl><dt>d<p>e</p></dt></dl></td></tr></tbody></table><p>f</"
+    "p>",
+    "<figure><img src=\"a.png\" alt=\"\"><figcaption>c[]<p>p</p></figcaption></figure><details open>"
+    "<summary>s</summary>t<ul><li>u</li></ul>v</details>",
+    "<section>\n  <h2>a[]</h2>\n  text\n  <p>p</p>\n  more <i>it</i>\n  <ul>\n    <li>x\n      <p>y</p>\n "
+    "     z\n    </li>\n  </ul>\n</section>\n",
+    "<center>a[]<p>b</p></center><address>c<br>d</address><dl><dd><ul><li>e</li></ul></dd></dl>",
+    "<h1>\n  a\n</h1>\n<p>\n  one[]\n  two <b>three\n  four</b>\n</p>\nbare\n<ul>\n  <li>\n    five\n    "
+    "<ol>\n      <li>six</li>\n    </ol>\n  </li>\n</ul>\n<div>\n  seven<br>\n  eight\n</div>\n",
 };
 
 const std::vector<std::string_view> pasted{"word",
