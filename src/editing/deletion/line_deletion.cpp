@@ -70,6 +70,24 @@ void leave_line_end(Editor& editor) {
   if (const auto lines = whole_lines(editor.selection())) editor.selection().set(*lines);
 }
 
+namespace {
+
+/// Where whole lines begin: at their block, or, where that goes on before or after them, at the first itself.
+Boundary start_of_lines(const Boundary& line, Element& block, Node& behind) {
+  if (dom::is_ancestor(block, behind) || !begins(line, block)) return line;
+  return dom::before(*outermost_beginning_with(&block, behind));
+}
+
+/// Where they end. White space before the line that stays is that of its line in the source.
+Boundary end_of_lines_before(const Boundary& line, Element& block, bool is_bare) {
+  if (is_bare) return line.node->is_text() ? Boundary{line.node, 0} : line;
+  const Node* indentation = block.previous_sibling();
+  const bool keeps = indentation && indentation->is_text() && is_filling(*indentation);
+  return keeps ? dom::before(*indentation) : Boundary{&block, 0};
+}
+
+}  // namespace
+
 bool delete_selected_lines(Editor& editor) {
   Selection& selection = editor.selection();
   const auto lines = whole_lines(selection);
@@ -77,16 +95,17 @@ bool delete_selected_lines(Editor& editor) {
   const auto next = next_caret_place(lines->end, Direction::Forward, Granularity::Character);
   Element* first = block_around(lines->start);
   const Ref<Element> behind(block_around(*next));
-  if (!first || !behind || dom::is_inclusive_ancestor(*first, *behind) || dom::is_ancestor(*behind, *first) ||
-      !is_editable(*first) || !is_editable(*behind))
-    return false;
-  // White space before the line that stays is that of its line in the source.
-  const Node* indentation = behind->previous_sibling();
-  const bool keeps = indentation && indentation->is_text() && is_filling(*indentation);
-  selection.set(dom::before(*outermost_beginning_with(first, *behind)),
-                keeps ? dom::before(*indentation) : Boundary{behind.get(), 0});
+  if (!first || !behind || first == behind) return false;
+  // A line may stand in what holds the other's block. That of an item is one with the lists in it.
+  const bool starts_bare = dom::is_ancestor(*first, *behind), ends_bare = dom::is_ancestor(*behind, *first);
+  if (is_text_block(starts_bare ? *first : *behind) && (starts_bare || ends_bare)) return false;
+  if (!editing_host_of(*first) || !editing_host_of(*behind)) return false;
+  const dom::LiveRange stays(editor.document(), {*next, *next});
+  selection.set(start_of_lines(lines->start, *first, *behind),
+                end_of_lines_before(*next, *behind, ends_bare));
   delete_selection(editor, {.block_merging = false});
-  if (behind->parent()) selection.collapse(normalized_caret_place({behind.get(), 0}));
+  if (behind->parent())
+    selection.collapse(normalized_caret_place(stays.start()));
   return true;
 }
 
