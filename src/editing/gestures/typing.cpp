@@ -245,8 +245,9 @@ namespace {
 bool press_return(Editor& editor, std::u16string_view label, void (*insertion)(Editor&)) {
   if (!can_type(editor)) return false;
   const Gesture gesture(editor, label);
-  const bool caret = editor.selection().collapsed();
+  const bool caret = editor.selection().collapsed(), in_line = starts_in_line(editor);
   take_out_selection(editor, Wrappers::Strip);
+  if (!caret && in_line) hold_emptied_line(editor, Wrappers::Strip);
   if (stand_in_line(editor, caret ? BetweenBlocks::GoToNextLine : BetweenBlocks::MakeParagraph)) return true;
   insertion(editor);
   return true;
