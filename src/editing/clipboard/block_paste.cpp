@@ -145,7 +145,7 @@ void BlockPaste::fit_to_container(NodeList& pieces) {
   if (options_.tables && is_table_or_part(*container_)) {
     while (pieces.size() == 1 && is_table_or_part(*pieces[0]) && !is_allowed_child(*pieces[0], *container_))
       pieces = children_of(*pieces[0]);
-  } else if (container_->is(Tag::Dl) || is_list_of_any_kind(*container_)) {
+  } else if (holds_items(*container_)) {
     pieces = items_of(pieces, tag_of_items(), editor_.document());
   }
 }
@@ -182,7 +182,7 @@ bool BlockPaste::lay_trailing_line(NodeList& pieces) {
 bool BlockPaste::same_kind(const Element& a, const Element& b) const {
   if (a.name() != b.name() || a.name_space() != b.name_space()) return false;
   if (is_table_or_part(a)) return options_.tables;
-  return is_list_of_any_kind(a) || a.is(Tag::Li) || a.is(Tag::Dl) || same_attributes(a, b);
+  return holds_items(a) || a.is(Tag::Li) || same_attributes(a, b);
 }
 
 bool BlockPaste::merge_left(Element& side, Element& piece) {
@@ -316,7 +316,7 @@ Boundary BlockPaste::run(const Ref<dom::DocumentFragment>& content) {
   NodeList pieces = children_of(*content);
   fit_to_container(pieces);
   bool has_trailing_line = false, has_leading_line = false;
-  if (!is_list_of_any_kind(*container_) && !container_->is(Tag::Dl) && !is_table_or_part(*container_)) {
+  if (!holds_items(*container_) && !is_table_or_part(*container_)) {
     has_trailing_line = !options_.ends_line && lay_trailing_line(pieces);
     has_leading_line = lay_leading_line(pieces);
   }

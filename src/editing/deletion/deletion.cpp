@@ -7,6 +7,7 @@
 #include "tvx/dom/tree.h"
 #include "tvx/editing/editor.h"
 #include "tvx/editing/facts/block_range.h"
+#include "tvx/editing/facts/lines.h"
 #include "tvx/editing/facts/predicates.h"
 #include "tvx/editing/facts/rendering.h"
 #include "tvx/editing/inline/recorded_values.h"
@@ -39,6 +40,7 @@ class Deletion {
   Node* holder_of(Node& parent) const;
   bool still_shows(Node& block, const Node& lost, bool lost_unseen);
   bool merging_applies() const;
+  void drop_emptied_lists();
   bool merge_inner_block();
   void remove_empty_inner_block(const Node& reference);
   void merge_into_inner_block();
@@ -59,6 +61,8 @@ class Deletion {
   DeleteOptions options_;
   Boundary start_, end_;
   Ref<Node> start_block_, end_block_;
+  NodeList
+      lists_of_end_;  // that the end block is in and the start block isn't, with their items; innermost first
   Ref<Node> asked_parent_, holder_;  // the last parent that lost a node, and the block that it stands in
   Ref<Node> asked_block_,
       shown_;  // the block that was last asked whether it shows anything, and what it shows
@@ -97,6 +101,23 @@ Node* block_around(Node* node) {
 void Deletion::find_blocks() {
   start_block_ = block_around(start_.node);
   end_block_ = block_around(end_.node);
+  if (!merging_applies()) return;
+  for (Node* node = end_block_.get(); node && !dom::is_inclusive_ancestor(*node, *start_block_);
+       node = node->parent())
+    if (holds_items(*node) || is_item(*node)) lists_of_end_.emplace_back(node);
+}
+
+// OURS: in lists and items the white space of the source keeps nothing there.
+bool is_left_empty(const Node& block) {
+  const bool may_hold_filling = holds_items(block) || is_item(block);
+  for (const Node* child = block.first_child(); child; child = child->next_sibling())
+    if (!may_hold_filling || !child->is_text() || !is_filling(*child)) return false;
+  return true;
+}
+
+void Deletion::drop_emptied_lists() {
+  for (const Ref<Node>& node : lists_of_end_)
+    if (node->parent() && is_editable(*node) && is_left_empty(*node)) dom::remove(*node);
 }
 
 // Step 21.
@@ -298,7 +319,7 @@ void Deletion::merge_following_block() {
   values_ = record_values(lines);
   move_run_preserving_ranges(lines, *start_block_, nullptr);
   lift_list_of_item();
-  while (!end_block_->has_children()) {
+  while (is_left_empty(*end_block_)) {
     Ref<Node> parent(end_block_->parent());
     dom::remove(*end_block_);
     if (!parent) break;
@@ -348,7 +369,9 @@ void Deletion::run() {
   Node* only = start_block_->first_child();
   if (only && only == start_block_->last_child() && is_collapsed_block_prop(*only)) dom::remove(*only);
   if (dom::is_ancestor(*start_block_, *end_block_)) {
-    if (!merge_inner_block()) return restore_look(look_, editor_);
+    const bool has_merged = merge_inner_block();
+    drop_emptied_lists();
+    if (!has_merged) return restore_look(look_, editor_);
   } else if (dom::is_ancestor(*end_block_, *start_block_)) {
     merge_into_inner_block();
   } else {

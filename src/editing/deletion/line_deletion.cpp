@@ -104,8 +104,7 @@ bool delete_selected_lines(Editor& editor) {
   selection.set(start_of_lines(lines->start, *first, *behind),
                 end_of_lines_before(*next, *behind, ends_bare));
   delete_selection(editor, {.block_merging = false});
-  if (behind->parent())
-    selection.collapse(normalized_caret_place(stays.start()));
+  if (behind->parent()) selection.collapse(normalized_caret_place(stays.start()));
   return true;
 }
 

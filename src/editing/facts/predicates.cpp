@@ -277,6 +277,7 @@ bool is_list(const Node& node) { return node.is(Tag::Ol) || node.is(Tag::Ul); }
 bool is_list_of_any_kind(const Node& node) {
   return is_list(node) || node.is(Tag::Dir) || node.is(Tag::Menu);
 }
+bool holds_items(const Node& node) { return is_list_of_any_kind(node) || node.is(Tag::Dl); }
 bool is_item(const Node& node) { return node.is(Tag::Li) || node.is(Tag::Dt) || node.is(Tag::Dd); }
 bool is_table_part(const Node& node) {
   static const TagSet tags{Tag::Thead, Tag::Tbody, Tag::Tfoot, Tag::Tr, Tag::Th, Tag::Td};

@@ -56,6 +56,8 @@ bool is_heading(const dom::Node& node);
 bool is_list(const dom::Node& node);
 /// `ol`, `ul`, or one of the old lists `dir` and `menu`, which pages have and commands don't make.
 bool is_list_of_any_kind(const dom::Node& node);
+/// A list of any kind, of descriptions too.
+bool holds_items(const dom::Node& node);
 /// `li`, `dt` or `dd`.
 bool is_item(const dom::Node& node);
 /// What a table is made of, without the table itself and its caption.

@@ -38,7 +38,7 @@ void Leftovers::mutated(const Mutation& mutation) {
   auto* element = dom::as<Element>(holder);
   if (!element) return;
   const bool took_all = mutation.type == Mutation::Type::Remove
-                            ? !element->has_children() || is_list(*element)
+                            ? !element->has_children() || holds_items(*element)
                             : dom::length_of(*mutation.node) == 0;
   if (took_all) lost_.emplace_back(element);
 }
@@ -117,7 +117,7 @@ void Leftovers::tidy() {
       put_into_item(editor_, *stray);
   for (const Ref<Element>& element : lost) {
     if (!can_go(*element)) continue;
-    if (is_list(*element))
+    if (holds_items(*element))
       remove_if_without_items(*element);
     else
       drop_empty_element(element);

@@ -142,7 +142,7 @@ AccessibleKind accessible_kind(const Element& element) {
   }
   if (is_heading(element)) return Kind::Heading;
   if (is_item(element)) return Kind::Item;
-  if (is_list_of_any_kind(element) || element.is(Tag::Dl)) return Kind::List;
+  if (holds_items(element)) return Kind::List;
   if (is_table_part(element)) return Kind::None;
   return is_section(element) ? Kind::Section : kind_of_block(element);
 }
