@@ -133,7 +133,7 @@ bool act_and_give_back(Editor& editor, const std::function<bool()>& act) {
   for (const Ref<Element>& block : line_blocks(range)) made.emplace_back(block);
   for (const Ref<Node>& block : made)
     if (!known.contains(block.get()) && is_editable(*block) && block->parent())
-      give_back_filling(static_cast<Element&>(*block));
+      give_back_filling(editor, static_cast<Element&>(*block));
   return done;
 }
 
@@ -187,8 +187,8 @@ bool make_list(Editor& editor, std::u16string_view command, std::u16string_view 
   Element* list = was_list ? nullptr : list_around(editor.selection().range().end.node);
   if (list && is_editable(*list)) {
     for (Node* item : {list->first_child(), list->last_child()})
-      if (item && item->is(dom::Tag::Li)) give_back_filling(static_cast<Element&>(*item));
-    give_back_filling(*list);
+      if (item && item->is(dom::Tag::Li)) give_back_filling(editor, static_cast<Element&>(*item));
+    give_back_filling(editor, *list);
   }
   return done;
 }

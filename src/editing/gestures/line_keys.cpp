@@ -315,11 +315,11 @@ void start_source_line(const Element* before, Element* line) {
 }
 
 /// The paragraphs that Enter has made of a bare line take no white space in that parts the blocks.
-void give_back_beside_bare_line(const Element* around, Element* line) {
+void give_back_beside_bare_line(Editor& editor, const Element* around, Element* line) {
   if (!around || !line || line->parent() != around || !is_text_block(*line)) return;
   auto* before = dom::as<Element>(line->previous_sibling());
-  if (before && before->name() == line->name()) give_back_filling(*before);
-  if (!is_empty_line(*line)) give_back_filling(*line);
+  if (before && before->name() == line->name()) give_back_filling(editor, *before);
+  if (!is_empty_line(*line)) give_back_filling(editor, *line);
   start_source_line(before, line);
 }
 
@@ -371,7 +371,7 @@ void start_line(Editor& editor) {
   else
     leave_source_end(editor, line);
   drop_end_break_before(line);
-  give_back_beside_bare_line(line_before.get(), line);
+  give_back_beside_bare_line(editor, line_before.get(), line);
   start_source_line(line_before.get(), line);
   make_room_before_heading(editor, line);
   if (line && is_empty_line(*line) && !styles.empty()) style_empty_line(editor, *line, styles);

@@ -7,6 +7,7 @@
 #include "tvx/editing/facts/lines.h"
 #include "tvx/editing/facts/predicates.h"
 #include "tvx/editing/facts/rendering.h"
+#include "tvx/editing/inline/recorded_values.h"
 #include "tvx/editing/tree/surgery.h"
 #include "tvx/editing/walk/content_walk.h"
 
@@ -55,13 +56,23 @@ void part_source_ends(const Element& holder) {
 
 }  // namespace
 
-void give_back_filling(Element& made) {
+void give_back_filling(Editor& editor, Element& made) {
+  const auto holds_caret = [&] {
+    return editor.selection().collapsed() &&
+           dom::is_inclusive_ancestor(made, *editor.selection().focus().node);
+  };
+  const bool held_caret = holds_caret();
   part_source_ends(made);
   const Ref<Node> holder(made.parent());
   if (const NodeList before = filling_at(made, false); !before.empty())
     move_run_preserving_ranges(before, *holder, &made);
   if (const NodeList after = filling_at(made, true); !after.empty())
     move_run_preserving_ranges(after, *holder, made.next_sibling());
+  if (!held_caret || holds_caret()) return;
+  const bool is_after = dom::compare(editor.selection().focus(), dom::before(made)) > 0;
+  const RecordedLook style = record_current_overrides(editor);
+  editor.selection().collapse(normalized_caret_place({&made, is_after ? dom::length_of(made) : 0}));
+  restore_look(style, editor);
 }
 
 namespace {

@@ -1,14 +1,14 @@
 #pragma once
 
-#include "tvx/dom/node.h"
+#include "tvx/editing/editor.h"
 #include "tvx/editing/walk/caret.h"
 
 /// White space that parts blocks and lines in the source, of which a reader sees nothing, or one blank.
 namespace tvx::editing {
 
 /// What was put around lines has taken in the white space beside them, which parts them from their neighbours
-/// in the source: it goes back there.
-void give_back_filling(dom::Element& made);
+/// in the source: it goes back there. The caret stays in the line.
+void give_back_filling(Editor& editor, dom::Element& made);
 
 /// Takes out the white space that a line begins with, or ends with where the direction is backward.
 void trim_filling(dom::Element& line, Direction direction);

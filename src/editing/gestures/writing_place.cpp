@@ -90,7 +90,7 @@ Ref<Element> wrap(Editor& editor, Element& block, const NodeList& line) {
   const RecordedLook style = record_current_overrides(editor);
   dom::insert(block, paragraph, line.front().get());
   move_run_preserving_ranges(line, *paragraph, nullptr);
-  give_back_filling(*paragraph);
+  give_back_filling(editor, *paragraph);
   restore_look(style, editor);
   return paragraph;
 }
