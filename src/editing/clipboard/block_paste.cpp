@@ -176,6 +176,8 @@ bool BlockPaste::lay_trailing_line(NodeList& pieces) {
   if (std::ranges::all_of(line, [](const Ref<Node>& node) { return is_filling(*node); })) return false;
   right_empty_ = false;
   caret_ = end_of_lines(*line.back());
+  // What held the line open that this comes into.
+  if (right_) remove_extraneous_line_breaks_at_end_of(Ref<Node>(line.back()->parent()));
   return true;
 }
 

@@ -315,6 +315,7 @@ class Pasting {
       } else {
         take_out(range);
       }
+      wrap_last_line();
     } else if (seen_.start) {
       gap_.set(seen_);
     }
@@ -322,6 +323,24 @@ class Pasting {
     const Boundary caret = paste.run(content_);
     breaks_line_ = paste.breaks_line();
     finish(caret);
+  }
+
+  /// Where the last block has gone whole, the content's last line has none to come into: it gets a paragraph.
+  void wrap_last_line() {
+    const Node* around = dom::common_ancestor(*gap_.start().node, *gap_.end().node);
+    const dom::Name name{std::u16string_view(editor_.paragraph_separator())};
+    if (!between_blocks(gap_.end()).holder || !is_allowed_child_name(name, *around)) return;
+    NodeList line;
+    bool seen = false;
+    for (Node* node = content_->last_child(); node && !is_block_piece(*node);
+         node = node->previous_sibling()) {
+      line.insert(line.begin(), Ref<Node>(node));
+      seen = seen || !is_filling(*node);
+    }
+    if (!seen) return;
+    const Ref<Element> paragraph = editor_.document().create_element(name);
+    dom::insert(*content_, paragraph, line.front().get());
+    insert_all({Ref<Node>(paragraph), {}}, line);
   }
 
   bool is_list_only() const {
