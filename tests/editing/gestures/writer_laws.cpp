@@ -47,14 +47,14 @@ const Node* cell_of(const Node* node) {
   return node;
 }
 
-/// Letters that are not in the range, white space left out. Of cells whole rectangles are selected: there
-/// none is asked for.
+/// Letters that are not in the range, white space left out, and what may not be edited, which goes as one. Of
+/// cells whole rectangles are selected: there none is asked for.
 std::size_t letters_outside(const Element& host, const dom::Range& range) {
   if (range.start && cell_of(range.start.node) != cell_of(range.end.node)) return 0;
   std::size_t letters = 0;
   for (Node* node = host.first_child(); node; node = dom::next_in_order(*node, &host)) {
     const auto* text = dom::as<dom::Text>(node);
-    if (!text) continue;
+    if (!text || !is_editable(*text)) continue;
     for (Offset at = 0; at < text->length(); ++at) {
       const char16_t letter = text->data()[at];
       if (is_ascii_space(letter) || letter == u'\u00A0') continue;
@@ -64,6 +64,27 @@ std::size_t letters_outside(const Element& host, const dom::Range& range) {
     }
   }
   return letters;
+}
+
+/// What a gesture must leave of the letters.
+std::size_t letters_to_stay(const Element& host, const dom::Range& range, GestureKind next) {
+  constexpr std::size_t most_of_one = 2;  // an accent by itself belongs to its letter
+  const bool selects = range.start && !range.collapsed();
+  switch (next) {
+    case GestureKind::Type:
+    case GestureKind::Enter:
+    case GestureKind::LineBreak: return letters_outside(host, range);
+    // A table that is pasted into a cell takes the place of what is there.
+    case GestureKind::Paste:
+      return range.start && cell_of(range.start.node) ? 0 : letters_outside(host, range);
+    case GestureKind::Command: return letters_outside(host, {});
+    case GestureKind::Delete: {
+      const std::size_t letters = letters_outside(host, range);
+      return selects ? letters : letters - std::min(letters, most_of_one);
+    }
+    case GestureKind::DeleteWord: return selects ? letters_outside(host, range) : 0;
+    default: return 0;
+  }
 }
 
 /// A colour that was only chosen is told as it was written.
@@ -122,7 +143,7 @@ std::string broken_law_of_tree(const Element& host) {
     if (parent->is(Tag::P) && is_block_node(*element)) return "no block stands in a paragraph";
     if (of_lines.has(*parent) && is_editable(*element) && is_block_node(*element))
       return "no block stands in an element of a line";
-    if (is_list(*element) && !dom::first_child_element(*element)) return "no list is empty";
+    if (holds_items(*element) && !dom::first_child_element(*element)) return "no list is empty";
     if (of_lines.has(*element) && is_empty(*element)) return "no element of a line is empty";
     const std::u16string* style = element->attribute(dom::names::style);
     if (style && style->empty()) return "no style attribute is empty";
@@ -192,8 +213,7 @@ Moment Moment::of(Editor& editor, Element& host, GestureKind next) {
     moment.beside_blocks = stands_beside_blocks(*block);
     if (next == GestureKind::Type || next == GestureKind::Enter) moment.style = style_of(editor);
   }
-  if (next == GestureKind::Type || next == GestureKind::Enter || next == GestureKind::LineBreak)
-    moment.letters = letters_outside(host, range);
+  moment.letters = letters_to_stay(host, range, next);
   if (next == GestureKind::Journal) return moment;
   if (moment.collapsed) moment.unknown_letters = unknown_letters_in(host);
   const bool by_key = next == GestureKind::Delete || next == GestureKind::DeleteWord;

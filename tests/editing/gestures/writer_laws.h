@@ -28,7 +28,7 @@ enum class GestureKind : std::uint8_t {
 struct Moment {
   std::string html;
   std::size_t steps = 0, unknown_letters = 0;
-  std::size_t letters = 0;  // that aren't selected, and that typing and Enter leave
+  std::size_t letters = 0;  // that the gesture must leave
   bool collapsed = false, in_heading = false, in_pre = false, in_link = false, in_gap = false;
   dom::NodeId line{};  // the block of the caret
   bool beside_blocks = false;

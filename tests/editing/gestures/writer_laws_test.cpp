@@ -11,6 +11,7 @@
 #include "tvx/editing/gestures/cell_selection.h"
 #include "tvx/editing/gestures/keyboard.h"
 #include "tvx/editing/gestures/typing.h"
+#include "tvx/editing/walk/caret.h"
 
 /// The laws of writer_laws.h, checked after each of many random gestures.
 namespace tvx::editing::test {
@@ -136,6 +137,7 @@ class WriterLaws : public EditingFixture, public ::testing::WithParamInterface<u
       }
       case 2: return press_button(starts);
       case 3: return pick(2) ? paste(starts) : click(starts);
+      case 5: return drag(starts);
       case 4:
         starts(GestureKind::Journal);
         editor.execute(pick(3) ? u"undo" : u"redo");
@@ -166,17 +168,40 @@ class WriterLaws : public EditingFixture, public ::testing::WithParamInterface<u
     return "paste " + std::string(html);
   }
 
-  template <class Starts>
-  std::string click(const Starts& starts) {
-    starts(GestureKind::Move);
+  /// A place in the text that a mouse can be pressed at.
+  Boundary place_to_press() {
     std::vector<Boundary> places;
     for (Node* node = host.first_child(); node; node = dom::next_in_order(*node, &host))
       if (node->is_text() && is_editable_text(*node) && !is_collapsed_whitespace_node(*node))
         places.push_back({node, pick(dom::length_of(*node) + 1)});
-    if (places.empty()) return "nothing to click";
+    return places.empty() ? Boundary{} : places[pick(places.size())];
+  }
+
+  template <class Starts>
+  std::string click(const Starts& starts) {
+    starts(GestureKind::Move);
+    const Boundary place = place_to_press();
+    if (!place) return "nothing to click";
     document->journal().end_typing_run();
-    editor.selection().collapse(places[pick(places.size())]);
+    editor.selection().collapse(place);
     return "click";
+  }
+
+  /// Over some of the text, or, as three presses select, over a text up to the next line.
+  template <class Starts>
+  std::string drag(const Starts& starts) {
+    starts(GestureKind::Move);
+    const Boundary from = place_to_press(), to = place_to_press();
+    if (!from) return "nothing to select";
+    document->journal().end_typing_run();
+    const std::u16string& text = static_cast<const dom::Text*>(from.node)->data();
+    const auto next = next_caret_place({from.node, text.size()}, Direction::Forward, Granularity::Character);
+    const bool whole = pick(2) && next;
+    if (whole)
+      editor.selection().set({from.node, std::min(text.find_first_not_of(u" \n"), text.size())}, *next);
+    else
+      editor.selection().set(from, to);
+    return whole ? "select a line" : "drag";
   }
 
   static bool is_editable_text(const Node& node) { return editing_host_of(node) && is_editable(node); }
