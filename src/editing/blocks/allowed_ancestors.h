@@ -14,8 +14,8 @@ void fix_disallowed_ancestors(const dom::Ref<dom::Node>& node, Editor& editor);
 /// everything, and the node stays as it is. A link around blocks leaves its paragraph; it doesn't come apart
 /// around the blocks.
 void fix_disallowed_ancestors_of_whole(const dom::Ref<dom::Node>& node, Editor& editor);
-/// Turns a `dd` or `dt` that has no list around it any more into a paragraph, parted at the blocks in it. Gives
-/// the element, which stands nowhere if it held nothing but blocks.
+/// Turns a `dd` or `dt` that has no list around it any more into a paragraph, parted at the blocks in it.
+/// Gives the element, which stands nowhere if it held nothing but blocks.
 dom::Ref<dom::Node> release_stray_term(const dom::Ref<dom::Node>& node, Editor& editor);
 
 }  // namespace tvx::editing
