@@ -8,7 +8,7 @@
 #include "tvx/editing/editor.h"
 #include "tvx/editing/facts/line_memo.h"
 #include "tvx/editing/gestures/leftovers.h"
-#include "tvx/editing/gestures/source_lines.h"
+#include "tvx/editing/layout/source_lines.h"
 
 /// What the undo steps of gestures have in common.
 namespace tvx::editing {

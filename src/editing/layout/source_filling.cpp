@@ -1,4 +1,4 @@
-#include "tvx/editing/gestures/source_filling.h"
+#include "tvx/editing/layout/source_filling.h"
 
 #include "tvx/dom/mutation.h"
 #include "tvx/dom/tree.h"

@@ -1,4 +1,4 @@
-#include "tvx/editing/gestures/source_lines.h"
+#include "tvx/editing/layout/source_lines.h"
 
 #include <algorithm>
 #include <utility>
