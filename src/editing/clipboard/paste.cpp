@@ -330,16 +330,18 @@ class Pasting {
     const Node* around = dom::common_ancestor(*gap_.start().node, *gap_.end().node);
     const dom::Name name{std::u16string_view(editor_.paragraph_separator())};
     if (!between_blocks(gap_.end()).holder || !is_allowed_child_name(name, *around)) return;
-    NodeList line;
+    Node* first = nullptr;
     bool seen = false;
     for (Node* node = content_->last_child(); node && !is_block_piece(*node);
          node = node->previous_sibling()) {
-      line.insert(line.begin(), Ref<Node>(node));
+      first = node;
       seen = seen || !is_filling(*node);
     }
     if (!seen) return;
+    NodeList line;
+    for (Node* node = first; node; node = node->next_sibling()) line.emplace_back(node);
     const Ref<Element> paragraph = editor_.document().create_element(name);
-    dom::insert(*content_, paragraph, line.front().get());
+    dom::insert(*content_, paragraph, first);
     insert_all({Ref<Node>(paragraph), {}}, line);
   }
 

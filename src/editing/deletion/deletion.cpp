@@ -61,8 +61,8 @@ class Deletion {
   DeleteOptions options_;
   Boundary start_, end_;
   Ref<Node> start_block_, end_block_;
-  NodeList
-      lists_of_end_;  // that the end block is in and the start block isn't, with their items; innermost first
+  // Those that the end block is in and the start block isn't, with their items; the innermost first.
+  NodeList lists_of_end_;
   Ref<Node> asked_parent_, holder_;  // the last parent that lost a node, and the block that it stands in
   Ref<Node> asked_block_,
       shown_;  // the block that was last asked whether it shows anything, and what it shows

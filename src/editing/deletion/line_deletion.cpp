@@ -95,11 +95,10 @@ bool delete_selected_lines(Editor& editor) {
   const auto next = next_caret_place(lines->end, Direction::Forward, Granularity::Character);
   Element* first = block_around(lines->start);
   const Ref<Element> behind(block_around(*next));
-  if (!first || !behind || first == behind) return false;
+  if (!first || !behind || first == behind || !in_same_editing_host(*first, *behind)) return false;
   // A line may stand in what holds the other's block. That of an item is one with the lists in it.
   const bool starts_bare = dom::is_ancestor(*first, *behind), ends_bare = dom::is_ancestor(*behind, *first);
-  if (is_text_block(starts_bare ? *first : *behind) && (starts_bare || ends_bare)) return false;
-  if (!editing_host_of(*first) || !editing_host_of(*behind)) return false;
+  if ((starts_bare && is_text_block(*first)) || (ends_bare && is_text_block(*behind))) return false;
   const dom::LiveRange stays(editor.document(), {*next, *next});
   selection.set(start_of_lines(lines->start, *first, *behind),
                 end_of_lines_before(*next, *behind, ends_bare));

@@ -124,10 +124,12 @@ void join(Editor& editor, Element& first, Element& second) {
   editor.selection().collapse(normalized_caret_place(caret.start()));
 }
 
-/// What stands beside a line's end, over the break that ends it.
-Content beside_line(const Boundary& caret, Direction direction) {
+/// What stands beside a line of a block, over the break that ends it.
+Content beside_line(const Boundary& caret, const Element& block, Direction direction) {
   const Content beside = content_beside(caret, direction);
-  if (direction == Direction::Backward || beside.kind != ContentKind::LineBreak) return beside;
+  const bool passes = direction == Direction::Forward && beside.kind == ContentKind::LineBreak &&
+                      beside.node->parent() == &block;
+  if (!passes) return beside;
   return content_beside(dom::after(*beside.node), direction);
 }
 
@@ -136,8 +138,8 @@ Content beside_line(const Boundary& caret, Direction direction) {
 void wrap_lines_that_join(Editor& editor, Direction direction) {
   const Boundary caret = editor.selection().focus();
   Element* block = block_around(caret);
-  const Content beside = beside_line(caret, direction);
   if (!block || !editing_host_of(*block)) return;
+  const Content beside = beside_line(caret, *block, direction);
   if (beside.kind == ContentKind::EnterBlock && is_joinable(beside.node) && beside.node->parent() == block) {
     wrap_line_at(editor, *block, caret);
   } else if (beside.kind == ContentKind::LeaveBlock && beside.node == block && is_joinable(block)) {
@@ -157,7 +159,7 @@ bool join_lines(Editor& editor, Direction direction) {
   Element* block = block_around(caret);
   if (!is_joinable(block) || is_empty_line(*block)) return false;
   const bool backward = direction == Direction::Backward;
-  const Content beside = beside_line(caret, direction);
+  const Content beside = beside_line(caret, *block, direction);
   if (beside.kind != ContentKind::LeaveBlock || beside.node != block) return false;
   Element* other = line_beside(*block, backward);
   if (!other || is_empty_line(*other) || !in_same_editing_host(*block, *other)) return false;
