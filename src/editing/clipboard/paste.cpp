@@ -227,7 +227,8 @@ class Pasting {
     }
     make_line_between_blocks();
     Element* block = block_around(gap_.start());
-    const Ref<Node> holder(block && is_empty_line(*block) ? line_break_in(*block) : nullptr);
+    const Ref<Node> holder(block && is_empty_line(*block) ? line_break_in(*block)
+                                                          : break_of_empty_line(gap_.start()));
     const HeldGap gap = zip_looks();
     const NodeList nodes = children_of(*content_);
     insert_all(gap, nodes);
@@ -257,6 +258,18 @@ class Pasting {
     for (Node* node = block.first_child(); node; node = dom::next_in_order(*node, &block))
       if (node->is(Tag::Br)) return node;
     return nullptr;
+  }
+
+  /// The break that holds an empty line open beside others of its block, or beside blocks.
+  static Node* break_of_empty_line(const Boundary& place) {
+    const auto ends_line = [](ContentKind kind) {
+      return kind != ContentKind::Text && kind != ContentKind::Object;
+    };
+    const Content next = content_beside(place, Direction::Forward);
+    if (next.kind != ContentKind::LineBreak) return nullptr;
+    const ContentKind after = content_beside(dom::after(*next.node), Direction::Forward).kind;
+    const bool is_last = ends_line(after) && after != ContentKind::LineBreak;
+    return is_last && ends_line(content_beside(place, Direction::Backward).kind) ? next.node : nullptr;
   }
 
   /// Styles that both sides of the gap are in are taken off the content; where only one side is in a style,
