@@ -67,6 +67,20 @@ bool insert_picture(Editor& editor, std::u16string_view address) {
   return editor.execute(u"insertImage", address);
 }
 
+/// What is cut leaves the line that it has emptied, as what is deleted does.
+bool cut_selected(Editor& editor) {
+  if (!editor.enabled(u"cut")) return false;
+  const HeldSelection held(editor.selection());
+  const dom::UndoStep step(editor.document().journal(), u"Cut");
+  const bool in_line = starts_in_line(editor);
+  if (!editor.execute(u"cut")) return false;
+  if (in_line) {
+    hold_emptied_line(editor, Wrappers::Strip);
+    wrap_line_beside_blocks(editor);
+  }
+  return true;
+}
+
 /// The cell beside another; null at the table's edge.
 const GridCell* cell_beside(const TableGrid& grid, const GridCell& from, CellStep step) {
   switch (step) {
@@ -98,6 +112,7 @@ void take_whole_cells(Editor& editor) {
 
 bool execute_as_writer(Editor& editor, std::u16string_view command, std::u16string_view value) {
   if (equals_ignoring_ascii_case(command, u"insertimage")) return insert_picture(editor, value);
+  if (equals_ignoring_ascii_case(command, u"cut")) return cut_selected(editor);
   if (!acts_on_text(command) && !acts_on_lines(command)) return execute_in_text(editor, command, value);
   editor.document().journal().end_typing_run();
   const Gesture gesture(editor, command, dom::StepJoin::Never, Compare::All);

@@ -115,7 +115,7 @@ std::optional<KeyResult> press_editing_key(Editor& editor, const KeyPress& key) 
     return KeyResult::Done;
   }
   if (key.key == u"Delete" && key.shift) {
-    editor.execute(u"cut");
+    execute_as_writer(editor, u"cut");
     return KeyResult::Done;
   }
   if (key.key == u"Delete") {
