@@ -2,6 +2,7 @@
 
 #include "tvx/base/error.h"
 #include "tvx/browser/browser.h"
+#include "tvx/browser/input/writer_command.h"
 #include "tvx/clipboard/html_format.h"
 #include "tvx/core/content/content.h"
 #include "tvx/core/views/code_pane.h"
@@ -65,7 +66,10 @@ void ClipboardCommands::cut() {
     clip_.Cut(code_.box().hwnd());
   } else {
     if (selection_type() == u"None") return;
-    if (!succeeds(document(), u"Cut")) {
+    // The user's cut: what it empties stays a line.
+    bool done = false;
+    attempt([&] { done = browser::press_command(document(), u"Cut"); });
+    if (!done) {
       copy();
       // With nothing selected any more it would take what stands before the caret.
       if (selection_type() == u"None") return;
