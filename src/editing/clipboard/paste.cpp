@@ -342,7 +342,9 @@ class Pasting {
   void wrap_last_line() {
     const Node* around = dom::common_ancestor(*gap_.start().node, *gap_.end().node);
     const dom::Name name{std::u16string_view(editor_.paragraph_separator())};
-    if (!between_blocks(gap_.end()).holder || !is_allowed_child_name(name, *around)) return;
+    const Element* block = block_around(gap_.end());
+    const bool is_emptied = block && !block->has_children() && !is_text_block(*block);
+    if ((!is_emptied && !between_blocks(gap_.end()).holder) || !is_allowed_child_name(name, *around)) return;
     Node* first = nullptr;
     bool seen = false;
     for (Node* node = content_->last_child(); node && !is_block_piece(*node);
