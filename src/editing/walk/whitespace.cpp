@@ -284,8 +284,11 @@ bool is_in_editable(const Boundary& place) {
 
 void canonicalize_whitespace(Boundary place, bool fix_collapsed_space) {
   // OURS: the standard thins out how the source is indented, of which nobody sees more than one blank.
-  if (!is_in_editable(place) || SpaceRun(place, false).is_indentation()) return;
-  SpaceRun(place, fix_collapsed_space).rewrite();
+  if (!is_in_editable(place)) return;
+  SpaceRun run(place, false);
+  if (run.is_indentation()) return;
+  if (!fix_collapsed_space) return run.rewrite();
+  SpaceRun(place, true).rewrite();
 }
 
 void canonicalize_for_break(Boundary place) {
