@@ -19,10 +19,11 @@ namespace {
 
 using platform::ClipboardFormat;
 
-/// Whether the document's command did it. One that breaks off has failed.
-bool succeeds(browser::HTMLDocument& document, std::u16string_view command) {
+/// Whether a command did it. One that breaks off has failed.
+template <class Command>
+bool succeeds(Command&& command) {
   bool done = false;
-  attempt([&] { done = document.execCommand(command, false, u""); });
+  attempt([&] { done = command(); });
   return done;
 }
 
@@ -44,7 +45,7 @@ void ClipboardCommands::copy() {
   if (selection_type() == u"None") return;
   attempt([&] { clipboard().Clear(); });
   if (code_.in_front()) return clip_.Copy(code_.box().hwnd());
-  if (succeeds(document(), u"Copy")) return;
+  if (succeeds([&] { return document().execCommand(u"Copy", false, u""); })) return;
   attempt([&] { copy_by_hand(); });
 }
 
@@ -67,9 +68,7 @@ void ClipboardCommands::cut() {
   } else {
     if (selection_type() == u"None") return;
     // The user's cut: what it empties stays a line.
-    bool done = false;
-    attempt([&] { done = browser::press_command(document(), u"Cut"); });
-    if (!done) {
+    if (!succeeds([&] { return browser::press_command(document(), u"Cut"); })) {
       copy();
       // With nothing selected any more it would take what stands before the caret.
       if (selection_type() == u"None") return;
@@ -81,7 +80,7 @@ void ClipboardCommands::cut() {
 
 void ClipboardCommands::paste() {
   paste_with([this] {
-    if (!succeeds(document(), u"Paste")) paste_by_hand();
+    if (!succeeds([&] { return document().execCommand(u"Paste", false, u""); })) paste_by_hand();
   });
 }
 
